@@ -1,0 +1,38 @@
+# One interface target carries what every target of the project is compiled with.
+add_library(kalmo_flags INTERFACE)
+target_compile_features(kalmo_flags INTERFACE cxx_std_20)
+target_compile_definitions(kalmo_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+    QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_STRICT_ITERATORS)
+
+if(NOT MSVC)
+    target_compile_options(kalmo_flags INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wfloat-conversion -Wnon-virtual-dtor
+        -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wextra-semi -Wimplicit-fallthrough)
+    if(KALMO_WERROR)
+        target_compile_options(kalmo_flags INTERFACE -Werror)
+    endif()
+    if(KALMO_SANITIZE)
+        target_compile_options(kalmo_flags INTERFACE
+            -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(kalmo_flags INTERFACE -fsanitize=address,undefined)
+    endif()
+endif()
+
+# Every .cpp below the given folders belongs to the target, so no source file can be forgotten; only main.cpp is
+# named by the program itself. Files that end in _unix.cpp or _windows.cpp belong to that platform alone.
+function(kalmo_sources target)
+    set(sources)
+    foreach(folder IN LISTS ARGN)
+        file(GLOB_RECURSE found CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp"
+             "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h")
+        list(APPEND sources ${found})
+    endforeach()
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    if(WIN32)
+        list(FILTER sources EXCLUDE REGEX "_unix\\.(cpp|h)$")
+    else()
+        list(FILTER sources EXCLUDE REGEX "_windows\\.(cpp|h)$")
+    endif()
+    target_sources(${target} PRIVATE ${sources})
+endfunction()

@@ -1,0 +1,1 @@
+#include "handset/Handset.h"

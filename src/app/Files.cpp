@@ -1,0 +1,159 @@
+#include "app/Files.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+
+namespace kalmo::app {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+constexpr int shortestFolder = 4; // a drive root is no folder to store in
+
+bool isNoName(const QString& path)
+{
+    return path.isEmpty() || path == u"."_s || path == u".."_s;
+}
+
+bool removeFile(const QString& path, int& error)
+{
+    QFile file(path);
+    file.setPermissions(file.permissions() | QFileDevice::WriteOwner);
+    errno = 0;
+    const bool removed = file.remove();
+    error = removed ? 0 : errno;
+    return removed;
+}
+
+bool makeFolders(const QString& path)
+{
+    return path.size() >= shortestFolder && QDir().mkpath(path) && DirExists(path);
+}
+
+} // namespace
+
+bool FileExists(const QString& path)
+{
+    return !isNoName(path) && QFileInfo(path).isFile();
+}
+
+bool DirExists(const QString& path)
+{
+    return !isNoName(path) && QFileInfo(path).isDir();
+}
+
+void DeleteQuiet(const QString& path)
+{
+    int error = 0;
+    if (FileExists(path))
+        removeFile(path, error);
+}
+
+bool KillEx(Context& context, const QString& path)
+{
+    if (!FileExists(path))
+        return true;
+    for (;;) {
+        int error = 0;
+        if (removeFile(path, error))
+            return true;
+        context.log.WriteDebugLog(u"KillEx"_s, u"Error #%1 file=%2"_s.arg(error).arg(path));
+        const Answer answer = context.dialogs.Show({
+            .text = u"Die Datei "_s + path
+                    + u" konnte nicht ersetzt bzw. gelöscht werden. Vermutlich haben Sie kein Schreibrecht in dem "
+                      u"Ordner oder aber die Datei ist aktuell von einem anderen Programm geöffnet.\n"
+                      u"Versuch wiederholen?"_s,
+            .buttons = Buttons::RetryCancel,
+            .icon = Icon::Exclamation,
+            .english = u"The file %1 could not be replaced. Try again?"_s.arg(path),
+        });
+        if (answer != Answer::Retry)
+            return false;
+    }
+}
+
+void emptyFolder(const QString& path)
+{
+    const auto files = QDir(path).entryInfoList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QFileInfo& file : files)
+        DeleteQuiet(file.filePath());
+}
+
+bool EnsureDirExists(Context& context, const QString& path)
+{
+    if (makeFolders(path))
+        return true;
+    context.log.WriteDebugLog(u"Warning"_s, u"EnsureDirExists failed "_s + path);
+    context.dialogs.Show({
+        .text = u"Der Pfad "_s + path + u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
+        .icon = Icon::Critical,
+        .english = u"The folder %1 could not be made."_s.arg(path),
+    });
+    return false;
+}
+
+bool EnsureDirExistsNoMsgBox(Context& context, const QString& path)
+{
+    if (makeFolders(path))
+        return true;
+    context.log.WriteDebugLog(u"Warning"_s, u"EnsureDirExistsNoMsgBox failed "_s + path);
+    return false;
+}
+
+bool WriteTest(Context& context, const QString& folder)
+{
+    const QString path = QDir::cleanPath(folder + u"/HddAccessTest.dat"_s);
+    const QByteArray line = "LocalTime: " + context.clock.Now().toString(Qt::ISODate).toUtf8() + "\r\n";
+    QFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(line) == line.size() && file.flush();
+    file.close();
+    if (written)
+        context.clock.WaitSeconds(0.05);
+    if (written && file.remove())
+        return true;
+    context.dialogs.Show({.text = u"In den Pfad "_s + folder + u" konnte nicht geschrieben werden."_s,
+                          .english = u"The folder %1 is not writable."_s.arg(folder)});
+    return false;
+}
+
+bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    if (error)
+        *error = file.errorString();
+    return false;
+}
+
+bool readWholeFile(const QString& path, QByteArray& bytes)
+{
+    QFile file(path);
+    if (!FileExists(path) || !file.open(QIODevice::ReadOnly))
+        return false;
+    bytes = file.readAll();
+    return file.error() == QFileDevice::NoError;
+}
+
+QString GetLastInitDir(const Context& context, const QString& use)
+{
+    const QString folder = context.settings.GetIniText(use + u'_', u"LastInitDir"_s);
+    return folder != noValue() && DirExists(folder) ? folder : context.sy.DefUserExpRoot;
+}
+
+void SetLastInitDir(Context& context, const QString& use, const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.isAbsolute())
+        return;
+    context.settings.PutIniText(use + u'_', u"LastInitDir"_s, info.isDir() ? path : info.path());
+}
+
+} // namespace kalmo::app

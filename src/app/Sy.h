@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+namespace kalmo::app {
+
+struct StoragePathsRecord
+{
+    QString Exe;     ///< program folder
+    QString Storage; ///< root of all that the program writes
+};
+
+/// Version numbers as the operating system reports them.
+struct OsVersion
+{
+    int major = 0;
+    int minor = 0;
+    int build = 0;
+    int platform = 0;
+};
+
+/// The session record: made once in main, read by everybody, written by few.
+struct Sy
+{
+    bool debug = false; ///< whether the debug log is written
+    StoragePathsRecord Paths;
+    QString DefUserExpRoot; ///< root that exports are offered under
+    QString startDate;
+    OsVersion osVersion;
+    int OsClass = 0; ///< 1 to 6; 1 to 3 are systems without folders per user
+    int ScreenX = 0; ///< screen size in twips
+    int ScreenY = 0;
+    int PixelX = 0; ///< screen size in pixels
+    int PixelY = 0;
+    QString PrgVersion;
+    int ComNo = 0;       ///< number of the COM port in use
+    QString ComSettings; ///< for example "19200,N,8,1"
+    int PhoneType = 0;   ///< 0 is no phone, 1 to 13 a family of handsets
+    QString PhoneID;     ///< the raw answer that identified the phone
+    QString PhoneSVN;    ///< the phone's software version, "9999" where it can't be read
+    bool blnTxLfTerminator = false; ///< commands end in CR LF instead of CR
+    QString StrStCom;    ///< remarks of the start-up for the log
+    QString logPath;
+};
+
+} // namespace kalmo::app

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/Platform.h"
+
+#include <memory>
+
+class QLockFile;
+
+namespace kalmo::app {
+
+/// The operating system that the program runs on. The value `StoragePath` lies in the user's native settings.
+class SystemPlatform final : public Platform
+{
+public:
+    SystemPlatform();
+    ~SystemPlatform() override;
+
+    QString ExePath() const override;
+    OsVersion osVersion() const override;
+    bool hasClassicVersionNumbers() const override;
+    QString SpecialFolder(Folder id, bool create) const override;
+    QString storagePathValue() const override;
+    int setStoragePathValue(const QString& value) override;
+    bool claimSingleInstance() override;
+
+private:
+    std::unique_ptr<QLockFile> m_instance;
+};
+
+/// Opens files through the user's desktop.
+class SystemDesktop final : public Desktop
+{
+public:
+    bool hasAssociation(const QString& path) const override;
+    bool open(const QString& path) override;
+    bool openWith(const QString& program, const QString& path) override;
+    bool openUrl(const QUrl& url) override;
+};
+
+} // namespace kalmo::app

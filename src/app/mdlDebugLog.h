@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/Sy.h"
+#include "toolkit/Clock.h"
+
+namespace kalmo::app {
+
+/// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with the
+/// phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown.
+class DebugLog
+{
+public:
+    /// `desktop` is the folder that the log is made in.
+    DebugLog(Sy& sy, toolkit::Clock& clock, QString desktop);
+
+    bool isOn() const { return m_sy.debug; }
+
+    /// Writes the log anew with nothing but the header block. Only the start-up does this: it wipes all lines.
+    void WriteLogHeader();
+
+    /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.
+    void WriteDebugLog(const QString& tag, QString text, bool keepRaw = false);
+
+private:
+    Sy& m_sy;
+    toolkit::Clock& m_clock;
+    QString m_desktop;
+};
+
+} // namespace kalmo::app

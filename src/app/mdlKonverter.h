@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+namespace kalmo::app {
+
+/// Each byte as two upper-case hex digits with a blank before it: "AB" gives " 41 42".
+QString HexFromText(const QByteArray& bytes);
+
+/// The same without blanks: "AB" gives "4142".
+QString HexFromTextPlain(const QByteArray& bytes);
+
+/// Bytes of a hex text; blanks between pairs are allowed and a single last character is ignored. A pair that is no
+/// hex number gives the byte 0.
+QByteArray TextFromHex(const QString& hex);
+
+/// Size in kilobytes with one decimal and the unit, for example "1,4kB"; no size above 0 shows as 0.0. The decimal
+/// mark is the locale's.
+QString FormatSizeKB(qint64 bytes);
+
+/// Date and time in the parts of "yyyy-mm-dd  hh-nn-ss", as backups carry them in their names.
+QString FormatDateStamp(const QDateTime& moment);
+
+/// "dd.mm.yyyy  hh:nn:ss", as the window shows a clock.
+QString FormatClock(const QDateTime& moment);
+
+/// Parts of a moment as texts; all but the year have at least two digits.
+void GetDateParts(const QDateTime& moment, QString& year, QString& month, QString& day, QString& hour,
+                  QString& minute, QString& second);
+
+/// The leading number of a text, 0 where there is none: "12 kB" gives 12. Blanks are passed over.
+double Val(QStringView text);
+
+/// Whether the whole text is a number.
+bool IsNumeric(QStringView text);
+
+} // namespace kalmo::app

@@ -1,0 +1,79 @@
+#include "app/mdlRegIni.h"
+
+#include "app/IniFile.h"
+#include "app/mdlKonverter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+namespace kalmo::app {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the profile functions' buffer of 256 characters holds besides its terminator.
+constexpr int longestValue = 255;
+
+IniFile load(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return IniFile::parse(file.readAll());
+}
+
+} // namespace
+
+QString noValue()
+{
+    return u"<no value>"_s;
+}
+
+QString iniPath(const QString& root)
+{
+    return QDir(root).filePath(u"config/Kalmo.ini"_s);
+}
+
+QString Settings::pathOf(const QString& file) const
+{
+    return file.isEmpty() ? iniPath(m_sy.Paths.Storage) : file;
+}
+
+float Settings::GetIniNumber(const QString& section, const QString& key, float fallback, const QString& file) const
+{
+    const QString text = GetIniText(section, key, file, QString::number(fallback));
+    return IsNumeric(text) ? text.toFloat() : fallback;
+}
+
+void Settings::PutIniNumber(const QString& section, const QString& key, double value, const QString& file)
+{
+    PutIniText(section, key, QString::number(value, 'g', 15), file);
+}
+
+QString Settings::GetIniText(const QString& section, const QString& key, const QString& file,
+                             const QString& fallback) const
+{
+    const auto value = load(pathOf(file)).value(section, key);
+    return value.value_or(fallback.isEmpty() ? noValue() : fallback).left(longestValue);
+}
+
+void Settings::PutIniText(const QString& section, const QString& key, const QString& value, const QString& file)
+{
+    const QString path = pathOf(file);
+    IniFile ini = load(path);
+    ini.setValue(section, key, value);
+    QSaveFile out(path);
+    if (!out.open(QIODevice::WriteOnly))
+        return;
+    out.write(ini.toBytes());
+    out.commit();
+}
+
+QStringList Settings::keys(const QString& section) const
+{
+    return load(pathOf({})).keys(section);
+}
+
+} // namespace kalmo::app

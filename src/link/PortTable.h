@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/mdlRegIni.h"
+#include "link/DeviceList.h"
+
+#include <QMap>
+
+namespace kalmo::link {
+
+/// Which device stands behind which COM number. A device gets the lowest free number when it is first seen and
+/// keeps it: section `Ports` of the settings maps "COM<n>" to its lasting path. Where the system numbers its ports
+/// itself, those numbers hold.
+class PortTable
+{
+public:
+    PortTable(app::Settings& settings, DeviceList& devices);
+
+    /// Numbers of the devices that are present, in ascending order. New devices are numbered here.
+    QList<int> numbers();
+
+    /// Present device of a number; empty paths where there is none.
+    SerialDevice present(int number);
+
+    /// Path to open for a number, empty if no device ever had it. The device need not be present.
+    QString devicePath(int number);
+
+    /// Number of a device path, which is given one if it has none.
+    int numberOf(const QString& path);
+
+    /// For this run only: the number stands for this device.
+    void useDevice(int number, const QString& path);
+
+private:
+    QMap<int, QString> remembered() const;
+    void refresh();
+
+    app::Settings& m_settings;
+    DeviceList& m_devices;
+    QMap<int, SerialDevice> m_present;
+    QMap<int, QString> m_forThisRun;
+};
+
+} // namespace kalmo::link

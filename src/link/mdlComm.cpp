@@ -1,0 +1,283 @@
+#include "link/mdlComm.h"
+
+#include "app/CodePage.h"
+#include "app/mdlKonverter.h"
+#include "app/mdlTexts.h"
+#include "app/SettingsKeys.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalmo::link {
+
+using namespace Qt::StringLiterals;
+using app::fromCp1252;
+using app::HexFromText;
+using toolkit::Icon;
+
+namespace {
+
+constexpr int mostAttempts = 3;
+constexpr int purgeRounds = 10;
+constexpr qsizetype tailLength = 5;
+constexpr double defaultDirectTimeout = 5.5;
+constexpr double longestNap = 0.1; // a stop that a signal asks for wakes nobody
+
+/// Without a sign, and without a digit at all for 0.
+QString wholeSeconds(double seconds)
+{
+    const int rounded = static_cast<int>(std::round(std::abs(seconds)));
+    return rounded == 0 ? QString() : QString::number(rounded);
+}
+
+bool isErrorTail(const QByteArray& tail)
+{
+    return tail == "ROR\r\n" || tail == "ORD\r\n";
+}
+
+bool isFinalTail(const QByteArray& tail)
+{
+    return tail == "\nOK\r\n" || tail == "\r\r\n> " || tail == "RED\r\n";
+}
+
+} // namespace
+
+Line::Line(app::Context& context, SPortAx& port)
+    : m_context(context)
+    , m_port(port)
+{
+}
+
+QString Line::ComPortName(int number)
+{
+    const QString name = u"COM"_s + QString::number(number);
+    return number < 10 ? name : u"\\\\.\\"_s + name;
+}
+
+void Line::ConfigurePort()
+{
+    m_port.SetInBufferSize(inBufferSize);
+    m_port.SetOutBufferSize(outBufferSize);
+    PurgeQueue();
+    m_port.ReadText();
+}
+
+void Line::ClosePort()
+{
+    if (m_port.IsOpen())
+        m_port.Close();
+}
+
+bool Line::readWaiting(QByteArray& buffer)
+{
+    const int waiting = std::min(m_port.InCount(), stagingSize);
+    if (waiting < 1)
+        return false;
+    const qsizetype before = buffer.size();
+    buffer.resize(before + waiting);
+    const int taken = m_port.Read(buffer.data() + before, waiting);
+    buffer.resize(before + std::max(taken, 0));
+    return taken > 0;
+}
+
+void Line::yieldUpTo(double seconds)
+{
+    m_context.clock.DoEvents(std::clamp(seconds, 0.0, longestNap));
+}
+
+void Line::PurgeQueue()
+{
+    QByteArray discarded;
+    for (int round = 0; round < purgeRounds; ++round) {
+        if (m_port.InCount() < 1)
+            return;
+        readWaiting(discarded);
+    }
+    const int left = m_port.InCount();
+    if (left < 1)
+        return;
+    m_context.log.WriteDebugLog(u"Warning:"_s, u"SPortPurgeQueue_Manual - InCount="_s + QString::number(left));
+    m_context.dialogs.Show(
+        {.text = u"SPortPurgeQueue mehrfach gescheitert. Bitte wenden Sie sich an den Programmautor."_s,
+         .icon = Icon::Critical,
+         .english = u"The serial line does not fall silent."_s});
+}
+
+void Line::Tx(QByteArray text)
+{
+    if (m_context.sy.blnTxLfTerminator && !text.endsWith('\n'))
+        text.append('\n');
+    PurgeQueue();
+    if (m_context.log.isOn())
+        m_context.log.WriteDebugLog(u"Tx"_s, fromCp1252(text));
+    if (m_port.OutBufferSize() < text.size()) {
+        m_context.log.WriteDebugLog(u"Warning:"_s, u"OutBufferOverflow Senden=%1 eComm.OutBufferSize=%2"_s
+                                                       .arg(text.size())
+                                                       .arg(m_port.OutBufferSize()));
+    }
+    m_port.WriteText(text);
+}
+
+bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
+{
+    if (++attempts >= mostAttempts)
+        return false;
+    RxError();
+    Tx(command);
+    m_repeats = attempts;
+    return true;
+}
+
+bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
+{
+    m_repeats = 0;
+    int attempts = 0;
+    QByteArray buffer;
+    QByteArray tail;
+    double start = m_context.clock.Timer();
+    for (;;) {
+        yieldUpTo(start + timeout - m_context.clock.Timer());
+        readWaiting(buffer);
+        if (buffer.contains("+CME ERROR:"))
+            return false;
+        const bool silent = m_context.clock.Timer() > start + timeout;
+        if (!silent && buffer.size() >= tailLength)
+            tail = buffer.last(tailLength);
+        if (silent || isErrorTail(tail)) {
+            if (!repeatAfterFailure(command, attempts)) {
+                answer.clear();
+                return false;
+            }
+            buffer.clear();
+            tail.clear();
+            start = m_context.clock.Timer();
+            continue;
+        }
+        if (isFinalTail(tail))
+            break;
+    }
+    answer = cutAnswer(buffer, command.size(), keepTail);
+    if (m_context.log.isOn())
+        m_context.log.WriteDebugLog(u"Rx"_s, fromCp1252(answer));
+    return true;
+}
+
+QByteArray Line::cutAnswer(const QByteArray& buffer, qsizetype commandLength, bool keepTail) const
+{
+    const qsizetype length = buffer.size();
+    const qsizetype tailCut = keepTail ? 6 : 8; // "\r\nOK\r\n", and with it the payload's own line end
+    const QByteArray head = buffer.first(std::max<qsizetype>(length - tailCut, 0));
+    const qsizetype behindEcho = commandLength + 2; // the echo and CR LF
+    QByteArray payload = head.mid(std::min(behindEcho, head.size()), std::max<qsizetype>(length - 8, 0));
+    // The phone echoes the added line feed too, which the command's length doesn't count.
+    if (m_context.sy.blnTxLfTerminator && payload.startsWith('\n'))
+        payload.remove(0, 1);
+    return payload;
+}
+
+bool Line::exchange(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
+{
+    Tx(command);
+    return Rx(answer, command, timeout, keepTail);
+}
+
+void Line::RxError()
+{
+    m_context.log.WriteDebugLog(u"RxError"_s, u"Proc ENTER"_s);
+    m_context.clock.WaitSeconds(0.2);
+    for (int round = 0; round < 2; ++round) {
+        m_context.clock.WaitSeconds(0.15);
+        Tx("ATZ\r");
+        m_context.clock.WaitSeconds(0.15);
+        m_context.clock.DoEvents();
+        PurgeQueue();
+    }
+    PurgeQueue();
+    m_context.log.WriteDebugLog(u"RxError"_s, u"Proc EXIT"_s);
+}
+
+void Line::TxDirect(const QByteArray& bytes)
+{
+    PurgeQueue();
+    if (m_context.log.isOn()) {
+        m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, fromCp1252(bytes));
+        // The dump carries the ASC tag too; only the receiving side has a tag of its own for hex.
+        m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, HexFromText(bytes));
+    }
+    if (bytes.size() > stagingSize) {
+        m_context.dialogs.Show({.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
+                                        u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
+                                .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(
+                                    bytes.size())});
+        m_context.log.WriteDebugLog(u"Terminate"_s, u"StringToByteArray-Error:"_s + fromCp1252(bytes));
+        ClosePort();
+        m_context.ending.EndProgram();
+    }
+    if (m_port.OutBufferSize() < bytes.size()) {
+        m_context.log.WriteDebugLog(u"Warning:"_s, u"OutBufferOverflow TxDirectLen=%1 eComm.OutBufferSize=%2"_s
+                                                       .arg(bytes.size())
+                                                       .arg(m_port.OutBufferSize()));
+    }
+    const int sent = m_port.Write(bytes.constData(), static_cast<int>(bytes.size()));
+    if (sent != bytes.size())
+        endAfterSendError(bytes, sent);
+}
+
+void Line::endAfterSendError(const QByteArray& bytes, int sent)
+{
+    using app::keys::LastUnclosedObexDevice;
+    if (app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
+        app::put(m_context.settings, LastUnclosedObexDevice, app::noValue());
+    m_context.dialogs.Show(
+        {.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie sicher, daß "
+                 u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich bitte an den "
+                 u"Programmautor."_s.arg(sent)
+                     .arg(bytes.size()),
+         .icon = Icon::Exclamation,
+         .english = u"The line took %1 of %2 bytes: it is gone. Restart the phone before the next try."_s.arg(sent)
+                        .arg(bytes.size())});
+    m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
+    ClosePort();
+    m_context.ending.EndProgram();
+}
+
+RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::StatusPanel* label)
+{
+    if (timeout == 0)
+        timeout = defaultDirectTimeout;
+    const double start = m_context.clock.Timer();
+    QByteArray buffer;
+    do {
+        const double elapsed = m_context.clock.Timer() - start;
+        if (label) {
+            const QString caption = label->Text();
+            const qsizetype dots = caption.indexOf(u"..."_s);
+            label->SetText(caption.left(std::max<qsizetype>(dots, 0)) + u"... "_s
+                           + wholeSeconds(elapsed - timeout)
+                           + u" Sekunden max. Restzeit"_s);
+        }
+        yieldUpTo(timeout - elapsed);
+        readWaiting(buffer);
+        if (m_context.clock.Timer() > start + timeout) {
+            received.clear();
+            const QString prefix = u"RxDir Timeout (%1) - Exit RX - Buffer: "_s.arg(timeout);
+            m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, prefix + fromCp1252(buffer));
+            m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, prefix + HexFromText(buffer));
+            return RxDirectTimeout;
+        }
+    } while (!buffer.contains("ERROR\r\n") && !buffer.contains("OK\r\n"));
+    received = buffer;
+    m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, u"OK: "_s + fromCp1252(received));
+    m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, u"OK: "_s + HexFromText(received));
+    return RxDirectAnswered;
+}
+
+void Line::tellTransferError(const QByteArray& command)
+{
+    const QString name = fromCp1252(command.trimmed());
+    m_context.dialogs.Show({.text = app::ResText(app::TextTransferError) + name,
+                            .icon = Icon::Exclamation,
+                            .english = u"The phone did not answer the command %1."_s.arg(name)});
+}
+
+} // namespace kalmo::link

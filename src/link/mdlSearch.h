@@ -1,0 +1,74 @@
+#pragma once
+
+#include "link/mdlComm.h"
+
+#include <QList>
+
+namespace kalmo::link {
+
+/// What the search shows while it runs.
+class SearchView
+{
+public:
+    virtual ~SearchView() = default;
+    virtual void setStatus(const QString& text) = 0;
+    virtual void setProgress(int value, int maximum) = 0;
+    virtual bool aborted() const = 0; ///< the user wants to stop
+    virtual void clearAborted() = 0;
+};
+
+enum class SearchOutcome {
+    PhoneFound, ///< the session's fields are set; show the main window
+    Settings,   ///< the user wants other settings; cancelling them is no way on
+};
+
+enum class PassResult { Answered, PortNotOpened, NobodyAnswered };
+
+/// Rates to try, in order. The size is the baud rate, a negative one means commands that end in CR LF.
+QList<int> rateList(int preferred);
+
+/// Finds the rate at which a phone answers, and its family.
+class PhoneSearch
+{
+public:
+    PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop);
+
+    /// The whole search with its questions. Ends the program where the user wants that.
+    SearchOutcome SearchPhone();
+
+    /// One pass over the rates, without a question. The port stays open at the rate that a phone answered at.
+    PassResult runPass();
+
+    /// True when the phone answers at the rate in force.
+    bool ProbeATZ();
+
+    /// Sets the family and the raw answer that it came from. True if the family is known; a phone that does not
+    /// answer is told to the user.
+    bool IdentifyPhone(int& phoneType, QString& rawId);
+
+    /// After a successful identification: line mode, preferred rate, error codes, software version.
+    void takeOver();
+
+private:
+    enum class Next { NewPass, Settings };
+
+    bool tryRate(int rate, bool& opened);
+    void announceRate(int rate);
+    Next afterPortFailure();
+    Next afterSilence();
+    Next afterUnknownPhone(const QString& rawId);
+    Next offerSettings();
+    [[noreturn]] void endWithUnsupported(const QString& modelName, const QString& rawId);
+    int aliasOf(const QString& key) const;
+    bool ask(const QByteArray& command, QString& rawId);
+    void remark(const QString& text);
+
+    Line& m_line;
+    SearchView& m_view;
+    app::Desktop& m_desktop;
+    app::Context& m_context;
+    QList<int> m_rates; // grows by the same list with each pass
+    qsizetype m_next = 0;
+};
+
+} // namespace kalmo::link

@@ -1,0 +1,165 @@
+#include "link/mdlStatus.h"
+
+#include "app/CodePage.h"
+#include "app/mdlKonverter.h"
+#include "link/PhoneModels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalmo::link {
+
+using namespace Qt::StringLiterals;
+using app::fromCp1252;
+using app::Val;
+using toolkit::Icon;
+
+namespace {
+
+constexpr double queryTimeout = 1;
+constexpr double clockTimeout = 2;
+
+bool query(Line& line, const QByteArray& command, QString& text)
+{
+    QByteArray answer;
+    if (!line.exchange(answer, command, queryTimeout)) {
+        line.tellTransferError(command);
+        return false;
+    }
+    text = fromCp1252(answer);
+    return true;
+}
+
+/// What came instead of an answer. The bare answer is usually empty, and an empty box would tell nothing.
+void tellAnswer(Line& line, const QByteArray& command, const QByteArray& answer)
+{
+    if (answer.isEmpty())
+        line.tellTransferError(command);
+    else
+        line.context().dialogs.Show({.text = fromCp1252(answer), .english = fromCp1252(answer)});
+}
+
+/// Date of a year, month and day that may run over, as 14 in place of a month.
+QDate dateFrom(int year, int month, int day)
+{
+    if (year >= 0 && year < 100)
+        year += year < 30 ? 2000 : 1900;
+    return QDate(year, 1, 1).addMonths(month - 1).addDays(day - 1);
+}
+
+bool parseClock(const QString& answer, QDateTime& dateTime)
+{
+    QString text = answer;
+    text.remove(u"+CCLK: "_s).remove(u'"');
+    const QStringList parts = text.split(u',');
+    const QStringList date = parts.value(0).split(u'/');
+    const QStringList time = parts.value(1).split(u':');
+    if (date.size() < 3 || time.size() < 3)
+        return false;
+    const auto number = [](const QString& part) {
+        return static_cast<int>(std::clamp(Val(part), -32768.0, 32767.0));
+    };
+    const qint64 seconds = (number(time[0]) * 60LL + number(time[1])) * 60 + number(time[2]);
+    dateTime = QDateTime(dateFrom(number(date[0]), number(date[1]), number(date[2])), QTime(0, 0));
+    dateTime = QDateTime(dateTime.date(), QTime(0, 0), Qt::UTC).addSecs(seconds);
+    dateTime = QDateTime(dateTime.date(), dateTime.time());
+    return dateTime.isValid();
+}
+
+} // namespace
+
+bool GetManufacturer(Line& line, QString& text)
+{
+    return query(line, "AT+CGMI\r", text);
+}
+
+bool GetSoftwareVersion(Line& line, QString& text)
+{
+    return query(line, "AT+CGMR\r", text);
+}
+
+bool GetSerialNumber(Line& line, QString& text)
+{
+    return query(line, "AT+CGSN\r", text);
+}
+
+bool GetPhoneModelText(Line& line, QString& text)
+{
+    QString model;
+    if (!query(line, "AT+CGMM\r", model))
+        return false;
+    if (showsWppn(model)) {
+        QString name;
+        if (!query(line, "AT^WPPN\r", name))
+            return false;
+        model += u" ["_s + name + u']';
+    }
+    text = model;
+    return true;
+}
+
+SignalQuality GetSignalQuality(Line& line)
+{
+    const QByteArray command = "AT+CSQ\r";
+    QByteArray answer;
+    if (!line.exchange(answer, command, queryTimeout)) {
+        tellAnswer(line, command, answer);
+        return {};
+    }
+    // "+CSQ: nn,mm" or "+CSQ: n,mm"
+    const QString text = fromCp1252(answer);
+    const int digits = text.mid(7, 1) == u","_s ? 1 : 2;
+    const int rssi = static_cast<int>(Val(text.mid(6, digits)));
+    return {u"-- %1 dBm"_s.arg(113 - 2 * rssi), static_cast<int>(std::floor(rssi * 3.21))};
+}
+
+int GetBattery(Line& line)
+{
+    const QByteArray command = "AT+CBC\r";
+    QByteArray answer;
+    if (!line.exchange(answer, command, queryTimeout)) {
+        tellAnswer(line, command, answer);
+        return 0;
+    }
+    // "+CBC: s,nn" or "+CBC: s,nnn", which is 11 characters long
+    const QString text = fromCp1252(answer);
+    return static_cast<int>(Val(text.mid(8, text.size() == 11 ? 3 : 2)));
+}
+
+bool GetPhoneTime(Line& line, QDateTime& dateTime)
+{
+    const QByteArray command = "AT+CCLK?\r";
+    QByteArray answer;
+    if (!line.exchange(answer, command, clockTimeout)) {
+        tellAnswer(line, command, answer);
+        return false;
+    }
+    if (parseClock(fromCp1252(answer), dateTime))
+        return true;
+    line.context().dialogs.Show({.text = u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s,
+                                 .icon = Icon::Information,
+                                 .english = u"The phone's clock could not be read."_s});
+    return false;
+}
+
+bool SetPhoneTime(Line& line)
+{
+    app::Context& context = line.context();
+    const QByteArray command = "AT+CCLK=" + context.clock.Now().toString(u"yy/MM/dd,hh:mm:ss"_s).toLatin1() + '\r';
+    QByteArray answer;
+    if (!line.exchange(answer, command, queryTimeout)) {
+        tellAnswer(line, command, answer);
+        return false;
+    }
+    if (answer.isEmpty()) {
+        context.dialogs.Show(
+            {.text = u"Sychronisation erfolgreich. Übernahme kann bis zu 1 Minute dauern.\n\n"
+                     u"Das Gigaset unterstützt keine Sekundenanzeige, daher endet die angezeigte Zeit immer auf "
+                     u"\"00\""_s,
+             .title = u"Kalmo  -  Zeitsychronisation"_s,
+             .icon = Icon::Information});
+    }
+    return true;
+}
+
+} // namespace kalmo::link

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace kalmo::toolkit {
+
+using namespace Qt::StringLiterals;
+
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+enum class Icon { None, Information, Question, Exclamation, Critical };
+enum class Answer { Ok, Cancel, Yes, No, Retry };
+
+/// One message box.
+struct Message
+{
+    QString text = {};             ///< what the window shows, in German
+    QString title = u"Kalmo"_s;
+    Buttons buttons = Buttons::Ok;
+    Icon icon = Icon::None;
+    Answer defaultButton = Answer::Ok; ///< Ok stands for the first button where there is no button Ok
+    QString english = {};          ///< the same for the command line; empty where the command line never shows it
+};
+
+/// One entry of a file dialog's type list, for example {"CSV Datei (*.csv)", {"*.csv"}}.
+struct FileType
+{
+    QString description;
+    QStringList patterns;
+};
+
+/// One file dialog.
+struct FileRequest
+{
+    QString title = {};
+    QString folder = {};        ///< where it starts
+    QString name = {};          ///< file name that it proposes
+    std::vector<FileType> types = {};
+    bool confirmOverwrite = false; ///< for saving: ask before an existing file is chosen
+};
+
+/// Whatever asks or tells the user.
+class Dialogs
+{
+public:
+    virtual ~Dialogs() = default;
+
+    /// Shows a message and waits for the answer. Closing the box counts as Cancel, No or Ok, whichever is there.
+    virtual Answer Show(const Message& message) = 0;
+
+    /// Absolute path of the chosen file, empty when the user cancelled.
+    virtual QString OpenFile(const FileRequest& request) = 0;
+    virtual QString SaveFile(const FileRequest& request) = 0;
+
+    /// Absolute path of the chosen folder, empty when the user cancelled.
+    virtual QString PickFolder(const QString& title, const QString& start) = 0;
+};
+
+} // namespace kalmo::toolkit

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <QCollator>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kalmo::toolkit {
+
+/// Fore colours of list texts, as 24-bit values with red in the low byte.
+enum RowColour : qint32 { ColourDefault = -1, ColourRed = 255, ColourGreen = 32768 };
+
+struct ListColumn
+{
+    QString title;
+    bool sortsByTag = false; ///< order by the cells' tags instead of their texts, for sizes and the like
+};
+
+struct ListCell
+{
+    QString text;
+    QString tag;
+    qint32 colour = ColourDefault;
+};
+
+struct ListRow
+{
+    QString key; ///< unique within the list, or empty
+    QList<ListCell> cells; ///< cell 0 is the row's text, the others are its sub-items
+    QString tag;
+    QString icon;
+    bool checked = false;
+    bool selected = false;
+
+    QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
+};
+
+/// The rows of a list: the storage itself, of which the list widget is a view. Rows have an order, which a sort
+/// changes for good; while sorting is on, a row that is added goes to its place, otherwise to the end.
+class ListRows : public QObject
+{
+    Q_OBJECT
+
+public:
+    ListRows(QString name, QList<ListColumn> columns, QObject* parent = nullptr);
+    ~ListRows() override;
+
+    QString name() const { return m_name; }
+    const QList<ListColumn>& columns() const { return m_columns; }
+
+    int count() const { return static_cast<int>(m_rows.size()); }
+    const ListRow& row(int index) const { return m_rows[index]->row; }
+    QString text(int index, int column) const { return row(index).text(column); }
+
+    /// Adds one row, fills it up to the list's number of columns, and returns its index.
+    int add(ListRow row);
+    /// Adds many at once; the views hear of it once.
+    void addAll(std::vector<ListRow> rows);
+    void removeAt(int index);
+    void clear();
+
+    void setText(int index, int column, const QString& text);
+    void setCellTag(int index, int column, const QString& tag);
+    void setColour(int index, int column, qint32 colour);
+    void setKey(int index, const QString& key);
+    void setChecked(int index, bool checked);
+
+    /// Index of the row with this key, -1 if there is none. Takes no walk over the list.
+    int indexOfKey(const QString& key) const;
+
+    /// Orders the rows by a column, texts as German readers expect them and without regard to case, and keeps
+    /// rows that are added later in that order until setSorted(false).
+    void sortBy(int column, Qt::SortOrder order);
+    void setSorted(bool on);
+    bool isSorted() const { return m_sortColumn >= 0; }
+    int sortColumn() const { return m_lastSortColumn; }
+    Qt::SortOrder sortOrder() const { return m_sortOrder; }
+
+    void setSelected(int index, bool selected);
+    void selectAll(bool selected = true);
+    QList<int> selectedRows() const;
+
+    /// The row that the user works on, -1 if there is none. Making a row current selects it alone.
+    int current() const;
+    void setCurrent(int index);
+    /// For views: the user moved the cursor, which need not select.
+    void noteCurrent(int index);
+
+Q_SIGNALS:
+    void aboutToInsert(int first, int last);
+    void inserted();
+    void aboutToRemove(int first, int last);
+    void removed();
+    void aboutToReset(); ///< followed by reset(): everything may have changed, the order too
+    void reset();
+    void changed(int index);
+    void selectionChanged();
+    void currentChanged(int index);
+
+private:
+    struct Stored
+    {
+        ListRow row;
+        mutable int index = 0; // right while m_numbered
+        std::optional<QCollatorSortKey> sortKey;
+    };
+
+    std::unique_ptr<Stored> makeStored(ListRow row) const;
+    int placeFor(const Stored& stored) const;
+    bool isBefore(const Stored& left, const Stored& right) const;
+    void makeSortKey(Stored& stored) const;
+    int indexOf(const Stored* stored) const;
+    void renumber() const;
+    void forget(const Stored* stored);
+
+    QString m_name;
+    QList<ListColumn> m_columns;
+    std::vector<std::unique_ptr<Stored>> m_rows;
+    QHash<QString, Stored*> m_byKey;
+    Stored* m_current = nullptr;
+    int m_sortColumn = -1;     // -1 while sorting is off
+    int m_lastSortColumn = -1; // what the header shows
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    mutable bool m_numbered = true; // whether each row knows its index
+};
+
+} // namespace kalmo::toolkit
