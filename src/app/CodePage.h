@@ -5,8 +5,9 @@
 
 namespace kalmo::app {
 
-/// The one road between bytes and text: code page Windows-1252, with its five unassigned values (129, 141, 143,
-/// 144, 157) mapped to the control characters of the same number, so that all 256 values survive both ways.
+/// The one road between bytes and text: code page Windows-1252, with its five unassigned values (129, 141,
+/// 143, 144, 157) mapped to the control characters of the same number, so that all 256 values survive both
+/// ways.
 QString fromCp1252(QByteArrayView bytes);
 
 /// A character that the code page doesn't have becomes "?", one byte for each character.

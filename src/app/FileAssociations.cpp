@@ -16,33 +16,38 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
     const QString upper = extension.toUpper();
     if (upper == u"3GP"_s || upper == u"AMR"_s) {
         context.dialogs.Show(
-            {.text = u"Auf Ihrem Rechner ist aktuell kein Programm zum Öffnen von *.3GP Videos oder *.AMR Daeien "
-                     u"installiert.\n"
-                     u"Bitte installieren Sie sich das passende Programm. Eine Auswahl finden Sie auf der Orvane! "
-                     u"Homepage im Internet im Bereich Software > Download."_s,
+            {.text =
+                 u"Auf Ihrem Rechner ist aktuell kein Programm zum Öffnen von *.3GP Videos oder *.AMR Daeien "
+                 u"installiert.\n"
+                 u"Bitte installieren Sie sich das passende Programm. Eine Auswahl finden Sie auf der "
+                 u"Orvane! "
+                 u"Homepage im Internet im Bereich Software > Download."_s,
              .title = title,
              .icon = Icon::Information});
         return;
     }
     if (upper == u"L22"_s) {
         context.dialogs.Show(
-            {.text = u"Aus urheberrechtlichen Gründen können mit Kalmo keine Klingeltöne aus dem Telefon zurück in "
-                     u"weit verbreitete Audioformate (*.wav oder *.mp3) umgewandelt werden.\n\n"
-                     u"Sie können den Klingelton aber auf Ihrem Computer speichern und auf ein anderes Telefon "
-                     u"übertragen, indem Sie oben die Knöpfe \"PC -> Tel\" bzw. \"PC <- Tel\" verwenden."_s,
+            {.text =
+                 u"Aus urheberrechtlichen Gründen können mit Kalmo keine Klingeltöne aus dem Telefon zurück "
+                 u"in "
+                 u"weit verbreitete Audioformate (*.wav oder *.mp3) umgewandelt werden.\n\n"
+                 u"Sie können den Klingelton aber auf Ihrem Computer speichern und auf ein anderes Telefon "
+                 u"übertragen, indem Sie oben die Knöpfe \"PC -> Tel\" bzw. \"PC <- Tel\" verwenden."_s,
              .title = title,
              .icon = Icon::Information});
         return;
     }
     const Answer answer = context.dialogs.Show(
-        {.text = u"Für die Datei "_s + QFileInfo(path).fileName()
-                 + u" ist auf Ihrem Rechner aktuell kein Programm als Standard zum Öffnen dieses Dateityps "
-                   u"festgelegt.\n"
-                   u"Bitte installieren Sie ein Programm, das mit *."_s
-                 + extension
-                 + u" Dateien umgehen kann. Wenn ein solche Programm schon vorhanden sein sollte, wählen Sie \"JA\" "
-                   u"und geben Sie den Pfad zu diesen Programm an.\n\n"
-                   u"Programme zum Öffnen manuell wählen?"_s,
+        {.text = u"Für die Datei "_s + QFileInfo(path).fileName() +
+                 u" ist auf Ihrem Rechner aktuell kein Programm als Standard zum Öffnen dieses Dateityps "
+                 u"festgelegt.\n"
+                 u"Bitte installieren Sie ein Programm, das mit *."_s +
+                 extension +
+                 u" Dateien umgehen kann. Wenn ein solche Programm schon vorhanden sein sollte, wählen Sie "
+                 u"\"JA\" "
+                 u"und geben Sie den Pfad zu diesen Programm an.\n\n"
+                 u"Programme zum Öffnen manuell wählen?"_s,
          .title = title,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
@@ -52,8 +57,8 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
 
 void OpenWithDialog(Context& context, Desktop& desktop, const QString& path)
 {
-    const QString program = context.dialogs.OpenFile(
-        {.title = productName() + u" - Programm wählen"_s, .folder = u"/usr/bin"_s});
+    const QString program =
+        context.dialogs.OpenFile({.title = productName() + u" - Programm wählen"_s, .folder = u"/usr/bin"_s});
     if (program.isEmpty())
         return;
     if (!desktop.openWith(program, path))

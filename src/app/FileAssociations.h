@@ -4,8 +4,8 @@
 
 namespace kalmo::app {
 
-/// Tells the user that no program is set for a file, with advice by its extension, and lets him choose one where
-/// that can help.
+/// Tells the user that no program is set for a file, with advice by its extension, and lets him choose one
+/// where that can help.
 void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path, const QString& title);
 
 /// Lets the user choose a program and opens the file with it.

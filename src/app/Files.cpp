@@ -66,10 +66,11 @@ bool KillEx(Context& context, const QString& path)
             return true;
         context.log.WriteDebugLog(u"KillEx"_s, u"Error #%1 file=%2"_s.arg(error).arg(path));
         const Answer answer = context.dialogs.Show({
-            .text = u"Die Datei "_s + path
-                    + u" konnte nicht ersetzt bzw. gelöscht werden. Vermutlich haben Sie kein Schreibrecht in dem "
-                      u"Ordner oder aber die Datei ist aktuell von einem anderen Programm geöffnet.\n"
-                      u"Versuch wiederholen?"_s,
+            .text =
+                u"Die Datei "_s + path +
+                u" konnte nicht ersetzt bzw. gelöscht werden. Vermutlich haben Sie kein Schreibrecht in dem "
+                u"Ordner oder aber die Datei ist aktuell von einem anderen Programm geöffnet.\n"
+                u"Versuch wiederholen?"_s,
             .buttons = Buttons::RetryCancel,
             .icon = Icon::Exclamation,
             .english = u"The file %1 could not be replaced. Try again?"_s.arg(path),
@@ -92,7 +93,8 @@ bool EnsureDirExists(Context& context, const QString& path)
         return true;
     context.log.WriteDebugLog(u"Warning"_s, u"EnsureDirExists failed "_s + path);
     context.dialogs.Show({
-        .text = u"Der Pfad "_s + path + u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
+        .text = u"Der Pfad "_s + path +
+                u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
         .icon = Icon::Critical,
         .english = u"The folder %1 could not be made."_s.arg(path),
     });

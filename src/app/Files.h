@@ -13,13 +13,15 @@ bool DirExists(const QString& path);
 /// Deletes a file, a read-only one too. Never tells of an error.
 void DeleteQuiet(const QString& path);
 
-/// Deletes a file, a read-only one too, and lets the user try again where that fails. True if the file is gone.
+/// Deletes a file, a read-only one too, and lets the user try again where that fails. True if the file is
+/// gone.
 bool KillEx(Context& context, const QString& path);
 
 /// Deletes every file in a folder and tells of no error; folders within it stay.
 void emptyFolder(const QString& path);
 
-/// Makes a folder and all above it. Paths shorter than 4 characters are refused. A failure is shown and logged.
+/// Makes a folder and all above it. Paths shorter than 4 characters are refused. A failure is shown and
+/// logged.
 bool EnsureDirExists(Context& context, const QString& path);
 
 /// The same, logged only.

@@ -22,8 +22,8 @@ QString decode(const QByteArray& bytes)
 QString unquoted(QStringView value)
 {
     value = value.trimmed();
-    const bool quoted = value.size() >= 2 && value.front() == value.back()
-                        && (value.front() == u'"' || value.front() == u'\'');
+    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
+                        (value.front() == u'"' || value.front() == u'\'');
     return (quoted ? value.sliced(1, value.size() - 2) : value).toString();
 }
 
@@ -100,9 +100,9 @@ void IniFile::setValue(const QString& section, const QString& key, const QString
         m_lines[line - m_lines.data()] = made;
         return;
     }
-    auto place = std::find_if(m_lines.rbegin(), m_lines.rend(),
-                              [&](const Line& line) { return same(line.section, section); })
-                     .base();
+    auto place = std::find_if(m_lines.rbegin(), m_lines.rend(), [&](const Line& line) {
+                     return same(line.section, section);
+                 }).base();
     if (place == m_lines.begin()) {
         m_lines.push_back({u'[' + section + u']', section, {}, {}});
         place = m_lines.end();

@@ -8,9 +8,10 @@
 
 namespace kalmo::app {
 
-/// An ini file in memory: sections, keys and values as the Windows profile functions see them. Names are compared
-/// without regard to case, the first of several equal ones counts, blanks around a value and one pair of quotes
-/// around it are dropped. Lines that are not understood, comments and the order of everything are kept.
+/// An ini file in memory: sections, keys and values as the Windows profile functions see them. Names are
+/// compared without regard to case, the first of several equal ones counts, blanks around a value and one
+/// pair of quotes around it are dropped. Lines that are not understood, comments and the order of everything
+/// are kept.
 class IniFile
 {
 public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/mdlKonverter.h"
 #include "app/mdlRegIni.h"
 
 namespace kalmo::app {
@@ -22,7 +23,8 @@ struct TextKey
 namespace keys {
 
 inline constexpr NumberKey ComPortNew{u"frmEinstellungen", u"ComPortNew", 1};
-inline constexpr NumberKey PrefDetectBaud{u"frmEinstellungen", u"PrefDetectBaud", 19200}; ///< negative: LF mode
+inline constexpr NumberKey PrefDetectBaud{u"frmEinstellungen", u"PrefDetectBaud",
+                                          19200};                  ///< negative: LF mode
 inline constexpr TextKey Version{u"frmEinstellungen", u"Version"}; ///< version that last saved the settings
 inline constexpr NumberKey AutoBackup{u"frmEinstellungen", u"AutoBackup", 1};
 inline constexpr NumberKey SwWarning{u"frmEinstellungen", u"SwWarning", 1};
@@ -37,6 +39,11 @@ inline constexpr NumberKey LastShownSponsor{u"Sponsor", u"LastShown", -1};
 inline float get(const Settings& settings, const NumberKey& key)
 {
     return settings.GetIniNumber(key.section.toString(), key.key.toString(), key.fallback);
+}
+
+inline int getInt(const Settings& settings, const NumberKey& key)
+{
+    return toInt32(get(settings, key));
 }
 
 inline QString get(const Settings& settings, const TextKey& key)

@@ -38,8 +38,8 @@ bool readCommandLine(Context& context, const QString& commandLine)
     const QString argument = commandLine.trimmed().toUpper();
     if (argument == u"/DBG"_s || argument == u"/DEBUG"_s) {
         context.sy.debug = true;
-        context.dialogs.Show({.text = u"Debugger aktiv - Protokolldatei wird erstellt."_s,
-                              .icon = Icon::Information});
+        context.dialogs.Show(
+            {.text = u"Debugger aktiv - Protokolldatei wird erstellt."_s, .icon = Icon::Information});
     }
     if (argument != u"/DELINI"_s)
         return false;
@@ -94,13 +94,15 @@ void remindOfUnclosedSession(Context& context)
 
 QString unclosedSessionText(const QString& device)
 {
-    return device
-           + u" wurde beim letzten Betrieb nicht vollständig beendent.\n"
-             u"Wenn Sie das gleiche Telefon wieder angeschlossen haben, ziehen Sie es bitte JETZT für fünf Sekunde "
-             u"vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
-             u"Mit dieser Prozedur stellen Sie sicher, daß das Telefon wieder gefunden wird. Sollte das Telefon "
-             u"trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und wieder ein und starten dann "
-             u"Kalmo erneut."_s;
+    return device + u" wurde beim letzten Betrieb nicht vollständig beendent.\n"
+                    u"Wenn Sie das gleiche Telefon wieder angeschlossen haben, ziehen Sie es bitte JETZT für "
+                    u"fünf Sekunde "
+                    u"vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
+                    u"Mit dieser Prozedur stellen Sie sicher, daß das Telefon wieder gefunden wird. Sollte "
+                    u"das Telefon "
+                    u"trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und wieder ein und "
+                    u"starten dann "
+                    u"Kalmo erneut."_s;
 }
 
 StartOutcome runStartSequence(Context& context, StartView& view, const QString& commandLine)

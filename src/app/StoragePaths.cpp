@@ -27,8 +27,8 @@ void remark(Context& context, const QString& text)
 
 bool tellDefaultFailed(Context& context, QStringView code)
 {
-    context.dialogs.Show({.text = u"Der Standardpfad konnte nicht definiert werden ("_s + code.toString()
-                                  + u"). Bitte wenden Sie sich an den Programmautor"_s,
+    context.dialogs.Show({.text = u"Der Standardpfad konnte nicht definiert werden ("_s + code.toString() +
+                                  u"). Bitte wenden Sie sich an den Programmautor"_s,
                           .icon = Icon::Exclamation});
     return false;
 }
@@ -51,7 +51,8 @@ bool chooseFirstPath(Context& context)
     }
     if (context.platform.setStoragePathValue(defaultPath) != 0)
         return tellDefaultFailed(context, u"A2");
-    usePath(sy, defaultStoragePath(context.platform), context.platform.SpecialFolder(Folder::Documents, true));
+    usePath(sy, defaultStoragePath(context.platform),
+            context.platform.SpecialFolder(Folder::Documents, true));
     return true;
 }
 
@@ -73,8 +74,8 @@ bool readPath(Context& context)
 
 bool askRetry(Context& context, const QString& text)
 {
-    return context.dialogs.Show({.text = text, .buttons = Buttons::RetryCancel, .icon = Icon::Critical})
-           == Answer::Retry;
+    return context.dialogs.Show({.text = text, .buttons = Buttons::RetryCancel, .icon = Icon::Critical}) ==
+           Answer::Retry;
 }
 
 /// Tests the path as often as the user asks for it.
@@ -85,20 +86,22 @@ PathFault testPath(Context& context)
         remark(context, u"TestPath:\""_s + path + u'"');
         if (!EnsureDirExistsNoMsgBox(context, path)) {
             remark(context, u"EnsureDirExistsNoMsgBox ("_s + path + u") failed"_s);
-            if (!askRetry(context, u"Der Ordner \""_s + path
-                                       + u"\" existiert nicht und konnte auch nicht angelegt werden.\n"
-                                         u"Wenn Sie diesen Ordner selbst als Speicherpfad in den "
-                                         u"Programmeinstellungen festgelegt haben, legen Sie ihn manuell an oder "
-                                         u"richten Sie im übergeordneten Ordner Schreibrecht ein.\n"
-                                         u"Versuch wiederholen?"_s))
+            if (!askRetry(context,
+                          u"Der Ordner \""_s + path +
+                              u"\" existiert nicht und konnte auch nicht angelegt werden.\n"
+                              u"Wenn Sie diesen Ordner selbst als Speicherpfad in den "
+                              u"Programmeinstellungen festgelegt haben, legen Sie ihn manuell an oder "
+                              u"richten Sie im übergeordneten Ordner Schreibrecht ein.\n"
+                              u"Versuch wiederholen?"_s))
                 return PathFault::Missing;
         } else if (!WriteTest(context, path)) {
             remark(context, u"WriteTest ("_s + path + u") failed"_s);
-            if (!askRetry(context, u"Im Ordner \""_s + path
-                                       + u"\" hat Kalmo kein Schreibrecht.\n"
-                                         u"Wenn Sie diesen Ordner selbst als Speicherpfad in den "
-                                         u"Programmeinstellungen festgelegt haben, richten Sie Schreibrecht ein.\n"
-                                         u"Versuch wiederholen?"_s))
+            if (!askRetry(context,
+                          u"Im Ordner \""_s + path +
+                              u"\" hat Kalmo kein Schreibrecht.\n"
+                              u"Wenn Sie diesen Ordner selbst als Speicherpfad in den "
+                              u"Programmeinstellungen festgelegt haben, richten Sie Schreibrecht ein.\n"
+                              u"Versuch wiederholen?"_s))
                 return PathFault::NotWritable;
         } else {
             remark(context, u"GetMyPaths: OK"_s);
@@ -147,9 +150,10 @@ void DetectOsClass(Context& context)
     remark(context, u"OsClass="_s + QString::number(sy.OsClass));
     if (sy.OsClass != 0)
         return;
-    context.dialogs.Show({.text = u"Das Betriebssystem konnte nicht ermittelt werden. Bitte wenden Sie sich an den "
-                                  u"Programmautor."_s,
-                          .icon = Icon::Critical});
+    context.dialogs.Show(
+        {.text = u"Das Betriebssystem konnte nicht ermittelt werden. Bitte wenden Sie sich an den "
+                 u"Programmautor."_s,
+         .icon = Icon::Critical});
     context.log.WriteDebugLog(u"Terminate"_s, u"Init NoOS"_s);
     context.ending.EndProgram();
 }
@@ -162,7 +166,8 @@ QString defaultStoragePath(const Platform& platform)
 QString currentStoragePath(const Platform& platform)
 {
     const QString stored = platform.storagePathValue();
-    const bool besideProgram = stored == appPath || (stored.isEmpty() && FileExists(iniPath(platform.ExePath())));
+    const bool besideProgram =
+        stored == appPath || (stored.isEmpty() && FileExists(iniPath(platform.ExePath())));
     if (besideProgram)
         return platform.ExePath();
     return stored.isEmpty() || stored == defaultPath ? defaultStoragePath(platform) : stored;

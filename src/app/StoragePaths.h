@@ -11,8 +11,8 @@ int osClassOf(const OsVersion& version, bool classicNumbers);
 /// Sets `OsClass`, or tells the user that the system is unknown and ends the program.
 void DetectOsClass(Context& context);
 
-/// Finds `Paths.Storage` and `DefUserExpRoot` and makes sure that they can be written, asking the user where they
-/// can't. False if the start can't go on; a path that the user resets ends the program.
+/// Finds `Paths.Storage` and `DefUserExpRoot` and makes sure that they can be written, asking the user where
+/// they can't. False if the start can't go on; a path that the user resets ends the program.
 bool GetMyPaths(Context& context);
 
 /// Where the per-user data lies by default.

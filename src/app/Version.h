@@ -7,11 +7,23 @@ namespace kalmo::app {
 using namespace Qt::StringLiterals;
 
 /// The product word, as titles and texts use it.
-inline QString productName() { return u"Kalmo"_s; }
-inline QString programVersion() { return u"1.9.8"_s; }
-inline QString versionDate() { return u"17.09.2026"_s; }
+inline QString productName()
+{
+    return u"Kalmo"_s;
+}
+inline QString programVersion()
+{
+    return u"1.9.8"_s;
+}
+inline QString versionDate()
+{
+    return u"17.09.2026"_s;
+}
 
 /// Host of the program's own pages on the web.
-inline QString webSite() { return u"www.kalmo.example"_s; }
+inline QString webSite()
+{
+    return u"www.kalmo.example"_s;
+}
 
 } // namespace kalmo::app

@@ -22,41 +22,33 @@ QString header(const Sy& sy)
     const auto worded = [](QStringView label, const QString& value) {
         return label.toString() + u'\t' + value + u'\n';
     };
-    return u"----------------- Kalmo! - Debug Log ---------------------\n"_s
-           + worded(u"           Date:", sy.startDate)
-           + worded(u"     PrgVersion:", sy.PrgVersion)
-           + u"   Sy.Paths.Exe:"_s + sy.Paths.Exe + u'\n'
-           + u"  Paths.Storage:"_s + sy.Paths.Storage + u'\n'
-           + u".DefUserExpRoot:"_s + sy.DefUserExpRoot + u'\n'
-           + u"\n----------------- OS Info -----------------------------------\n"_s
-           + numbered(u"    OS Platform:", sy.osVersion.platform)
-           + numbered(u"OS MajorVersion:", sy.osVersion.major)
-           + numbered(u"OS MinorVersion:", sy.osVersion.minor)
-           + numbered(u"       OS Build:", sy.osVersion.build)
-           + u"\n----------------- Screen Info -------------------------------\n"_s
-           + numbered(u"        ScreenX:", sy.ScreenX)
-           + numbered(u"        ScreenY:", sy.ScreenY)
-           + numbered(u"         PixelX:", sy.PixelX)
-           + numbered(u"         PixelY:", sy.PixelY)
-           + u"\n----------------- COM ---------------------------------------\n"_s
-           + numbered(u"          ComNo:", sy.ComNo)
-           + worded(u"    ComSettings:", sy.ComSettings)
-           + u"\n------------------- Program Startup ------------------------\n"_s
-           + worded(u"        PhoneID:", sy.PhoneID)
-           + worded(u"     PhoneIDHex:", HexFromText(toCp1252(sy.PhoneID)))
-           + numbered(u"      PhoneType:", sy.PhoneType)
-           + worded(u"       PhoneSVN:", sy.PhoneSVN)
-           + worded(u" blnTxLfTermina:", sy.blnTxLfTerminator ? u"True"_s : u"False"_s)
-           + worded(u"       StrStCom:", sy.StrStCom)
-           + u"\n------------------- Program --------------------------------\n"_s;
+    return u"----------------- Kalmo! - Debug Log ---------------------\n"_s +
+           worded(u"           Date:", sy.startDate) + worded(u"     PrgVersion:", sy.PrgVersion) +
+           u"   Sy.Paths.Exe:"_s + sy.Paths.Exe + u'\n' + u"  Paths.Storage:"_s + sy.Paths.Storage + u'\n' +
+           u".DefUserExpRoot:"_s + sy.DefUserExpRoot + u'\n' +
+           u"\n----------------- OS Info -----------------------------------\n"_s +
+           numbered(u"    OS Platform:", sy.osVersion.platform) +
+           numbered(u"OS MajorVersion:", sy.osVersion.major) +
+           numbered(u"OS MinorVersion:", sy.osVersion.minor) +
+           numbered(u"       OS Build:", sy.osVersion.build) +
+           u"\n----------------- Screen Info -------------------------------\n"_s +
+           numbered(u"        ScreenX:", sy.ScreenX) + numbered(u"        ScreenY:", sy.ScreenY) +
+           numbered(u"         PixelX:", sy.PixelX) + numbered(u"         PixelY:", sy.PixelY) +
+           u"\n----------------- COM ---------------------------------------\n"_s +
+           numbered(u"          ComNo:", sy.ComNo) + worded(u"    ComSettings:", sy.ComSettings) +
+           u"\n------------------- Program Startup ------------------------\n"_s +
+           worded(u"        PhoneID:", sy.PhoneID) +
+           worded(u"     PhoneIDHex:", HexFromText(toCp1252(sy.PhoneID))) +
+           numbered(u"      PhoneType:", sy.PhoneType) + worded(u"       PhoneSVN:", sy.PhoneSVN) +
+           worded(u" blnTxLfTermina:", sy.blnTxLfTerminator ? u"True"_s : u"False"_s) +
+           worded(u"       StrStCom:", sy.StrStCom) +
+           u"\n------------------- Program --------------------------------\n"_s;
 }
 
 } // namespace
 
 DebugLog::DebugLog(Sy& sy, toolkit::Clock& clock, QString desktop)
-    : m_sy(sy)
-    , m_clock(clock)
-    , m_desktop(std::move(desktop))
+    : m_sy(sy), m_clock(clock), m_desktop(std::move(desktop))
 {
 }
 
@@ -84,8 +76,8 @@ void DebugLog::WriteDebugLog(const QString& tag, QString text, bool keepRaw)
         text.replace(u"\n"_s, u" #vblf# "_s);
     }
     const QString time = QString::number(m_clock.Timer(), 'f', 2).rightJustified(10, u'0');
-    const QString line = u'@' + time + u": "_s + tag.rightJustified(tagWidth).right(tagWidth) + u":\t"_s + text
-                         + u'\n';
+    const QString line =
+        u'@' + time + u": "_s + tag.rightJustified(tagWidth).right(tagWidth) + u":\t"_s + text + u'\n';
     QFile file(m_sy.logPath);
     if (file.open(QIODevice::WriteOnly | QIODevice::Append))
         file.write(line.toUtf8());

@@ -5,8 +5,8 @@
 
 namespace kalmo::app {
 
-/// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with the
-/// phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown.
+/// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with
+/// the phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown.
 class DebugLog
 {
 public:
@@ -15,7 +15,8 @@ public:
 
     bool isOn() const { return m_sy.debug; }
 
-    /// Writes the log anew with nothing but the header block. Only the start-up does this: it wipes all lines.
+    /// Writes the log anew with nothing but the header block. Only the start-up does this: it wipes all
+    /// lines.
     void WriteLogHeader();
 
     /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.

@@ -2,7 +2,9 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kalmo::app {
 
@@ -75,6 +77,18 @@ double Val(QStringView text)
         number.append(character);
     }
     return number.toDouble();
+}
+
+qint32 toInt32(double number)
+{
+    constexpr double lowest = std::numeric_limits<qint32>::min();
+    constexpr double highest = std::numeric_limits<qint32>::max();
+    return std::isnan(number) ? 0 : static_cast<qint32>(std::clamp(number, lowest, highest));
+}
+
+qint32 ValInt(QStringView text)
+{
+    return toInt32(Val(text));
 }
 
 bool IsNumeric(QStringView text)

@@ -12,12 +12,12 @@ QString HexFromText(const QByteArray& bytes);
 /// The same without blanks: "AB" gives "4142".
 QString HexFromTextPlain(const QByteArray& bytes);
 
-/// Bytes of a hex text; blanks between pairs are allowed and a single last character is ignored. A pair that is no
-/// hex number gives the byte 0.
+/// Bytes of a hex text; blanks between pairs are allowed and a single last character is ignored. A pair that
+/// is no hex number gives the byte 0.
 QByteArray TextFromHex(const QString& hex);
 
-/// Size in kilobytes with one decimal and the unit, for example "1,4kB"; no size above 0 shows as 0.0. The decimal
-/// mark is the locale's.
+/// Size in kilobytes with one decimal and the unit, for example "1,4kB"; no size above 0 shows as 0.0. The
+/// decimal mark is the locale's.
 QString FormatSizeKB(qint64 bytes);
 
 /// Date and time in the parts of "yyyy-mm-dd  hh-nn-ss", as backups carry them in their names.
@@ -32,6 +32,12 @@ void GetDateParts(const QDateTime& moment, QString& year, QString& month, QStrin
 
 /// The leading number of a text, 0 where there is none: "12 kB" gives 12. Blanks are passed over.
 double Val(QStringView text);
+
+/// The same as a whole number, held within the range of 32 bits.
+qint32 ValInt(QStringView text);
+
+/// A number held within the range of 32 bits, without its fraction.
+qint32 toInt32(double number);
 
 /// Whether the whole text is a number.
 bool IsNumeric(QStringView text);

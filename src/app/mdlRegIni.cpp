@@ -41,7 +41,8 @@ QString Settings::pathOf(const QString& file) const
     return file.isEmpty() ? iniPath(m_sy.Paths.Storage) : file;
 }
 
-float Settings::GetIniNumber(const QString& section, const QString& key, float fallback, const QString& file) const
+float Settings::GetIniNumber(const QString& section, const QString& key, float fallback,
+                             const QString& file) const
 {
     const QString text = GetIniText(section, key, file, QString::number(fallback));
     return IsNumeric(text) ? text.toFloat() : fallback;
@@ -59,7 +60,8 @@ QString Settings::GetIniText(const QString& section, const QString& key, const Q
     return value.value_or(fallback.isEmpty() ? noValue() : fallback).left(longestValue);
 }
 
-void Settings::PutIniText(const QString& section, const QString& key, const QString& value, const QString& file)
+void Settings::PutIniText(const QString& section, const QString& key, const QString& value,
+                          const QString& file)
 {
     const QString path = pathOf(file);
     IniFile ini = load(path);

@@ -17,22 +17,21 @@ QString iniPath(const QString& root);
 class Settings
 {
 public:
-    explicit Settings(const Sy& sy)
-        : m_sy(sy)
-    {
-    }
+    explicit Settings(const Sy& sy) : m_sy(sy) {}
 
-    /// In all operations an empty `file` means the settings file under `Paths.Storage`. Nothing here reports an
-    /// error: a missing file gives the defaults, and a failed write leaves the old file whole.
+    /// In all operations an empty `file` means the settings file under `Paths.Storage`. Nothing here reports
+    /// an error: a missing file gives the defaults, and a failed write leaves the old file whole.
 
     /// The value as a number, `fallback` where it is missing or not numeric.
-    float GetIniNumber(const QString& section, const QString& key, float fallback, const QString& file = {}) const;
+    float GetIniNumber(const QString& section, const QString& key, float fallback,
+                       const QString& file = {}) const;
     void PutIniNumber(const QString& section, const QString& key, double value, const QString& file = {});
 
     /// The value, at most 255 characters of it. An empty `fallback` counts as the mark of an unset key.
     QString GetIniText(const QString& section, const QString& key, const QString& file = {},
                        const QString& fallback = {}) const;
-    void PutIniText(const QString& section, const QString& key, const QString& value, const QString& file = {});
+    void PutIniText(const QString& section, const QString& key, const QString& value,
+                    const QString& file = {});
 
     /// Keys of a section in the file's order.
     QStringList keys(const QString& section) const;

@@ -8,11 +8,12 @@ namespace kalmo::link {
 /// A serial device that the operating system reports as present.
 struct SerialDevice
 {
-    QString path;        ///< "/dev/ttyUSB0", or "COM3" where the system has such names itself
-    QString stablePath;  ///< a name that survives replugging, such as one below /dev/serial/by-id; may be empty
+    QString path; ///< "/dev/ttyUSB0", or "COM3" where the system has such names itself
+    QString
+        stablePath; ///< a name that survives replugging, such as one below /dev/serial/by-id; may be empty
     QString description; ///< friendly name
     QString maker;
-    QString hardwareId;  ///< for example "USB\VID_067B&PID_2303"; empty if the bus has none
+    QString hardwareId; ///< for example "USB\VID_067B&PID_2303"; empty if the bus has none
 
     /// The name that the device is remembered by.
     QString lastingPath() const { return stablePath.isEmpty() ? path : stablePath; }

@@ -41,8 +41,8 @@ struct WppnRow
     QStringView answer;
 };
 
-// The control character in one name and the semicolon in another are what the table says: a phone that answers
-// otherwise needs an alias.
+// The control character in one name and the semicolon in another are what the table says: a phone that
+// answers otherwise needs an alias.
 constexpr WppnRow wppnTable[] = {
     {6, u"^WPPN: 4,SL37"},
     {6, u"^WPPN: 16,SL3 professional"},
@@ -129,7 +129,8 @@ bool ParseWppn(const QString& raw, QString& modelName)
     if (comma < 0 || text.size() < 5)
         return false;
     const QString name = text.sliced(comma + 1);
-    if (!app::IsNumeric(QStringView(text).first(comma)) || app::Val(QStringView(text).first(comma)) != name.size())
+    if (!app::IsNumeric(QStringView(text).first(comma)) ||
+        app::Val(QStringView(text).first(comma)) != name.size())
         return false;
     modelName = name;
     return true;

@@ -6,22 +6,43 @@
 
 namespace kalmo::link {
 
-/// Families of handsets, by `PhoneType`. There is no record of capabilities: what a phone can do follows from the
-/// number of its family.
-constexpr bool isClassic(int phoneType) { return phoneType >= 1 && phoneType <= 4; }
-constexpr bool hasRingtoneSettings(int phoneType) { return phoneType >= 2 && phoneType <= 4; }
-constexpr bool hasVcards(int phoneType) { return phoneType >= 5 && phoneType <= 13; }
-constexpr bool hasFileSystem(int phoneType) { return hasVcards(phoneType) && phoneType != 7; }
-constexpr bool hasAreaCodes(int phoneType) { return phoneType >= 8 && phoneType <= 13; }
-constexpr bool needsLfTerminator(int phoneType) { return phoneType >= 11 && phoneType <= 13; }
+/// Families of handsets, by `PhoneType`. There is no record of capabilities: what a phone can do follows from
+/// the number of its family.
+constexpr bool isClassic(int phoneType)
+{
+    return phoneType >= 1 && phoneType <= 4;
+}
+constexpr bool hasRingtoneSettings(int phoneType)
+{
+    return phoneType >= 2 && phoneType <= 4;
+}
+constexpr bool hasVcards(int phoneType)
+{
+    return phoneType >= 5 && phoneType <= 13;
+}
+constexpr bool hasFileSystem(int phoneType)
+{
+    return hasVcards(phoneType) && phoneType != 7;
+}
+constexpr bool hasAreaCodes(int phoneType)
+{
+    return phoneType >= 8 && phoneType <= 13;
+}
+constexpr bool needsLfTerminator(int phoneType)
+{
+    return phoneType >= 11 && phoneType <= 13;
+}
 /// Names of files go out with their whole path, and deletes need the file's attributes set first.
-constexpr bool usesAbsoluteNames(int phoneType) { return needsLfTerminator(phoneType); }
+constexpr bool usesAbsoluteNames(int phoneType)
+{
+    return needsLfTerminator(phoneType);
+}
 
 /// Result of looking up the answer to "AT+CGMM".
 struct FirstStage
 {
-    int phoneType = 0;      ///< 0 where the second stage or an alias must decide
-    bool asksWppn = false;  ///< the model says itself by "AT^WPPN"
+    int phoneType = 0;     ///< 0 where the second stage or an alias must decide
+    bool asksWppn = false; ///< the model says itself by "AT^WPPN"
 };
 
 /// The first table; nothing for a model that it doesn't list.

@@ -11,8 +11,8 @@ struct PortFault
     QString english;
 };
 
-/// Looks at a device that failed to open: missing, not permitted (with the group that owns it and what to do about
-/// it) or busy. `systemText` is the system's own word for anything else.
+/// Looks at a device that failed to open: missing, not permitted (with the group that owns it and what to do
+/// about it) or busy. `systemText` is the system's own word for anything else.
 PortFault examinePort(const QString& devicePath, const QString& systemText);
 
 } // namespace kalmo::link

@@ -22,22 +22,29 @@ PortFault notPermitted(const QString& path)
     const QFileInfo info(path);
     const QString group = info.group();
     if (group.isEmpty() || group == u"root"_s || !info.permission(QFile::ReadGroup | QFile::WriteGroup)) {
-        return {u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört %2 und der Gruppe %3, die es auch nicht "
-                u"benutzen darf. Bitten Sie den Verwalter des Rechners um das Recht zum Lesen und Schreiben."_s.arg(
-                    path, info.owner(), group),
-                u"No permission for %1: it belongs to %2, group %3, and the group may not use it either. Ask the "
-                u"administrator for read and write access."_s.arg(path, info.owner(), group)};
+        return {
+            u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört %2 und der Gruppe %3, die es auch "
+            u"nicht "
+            u"benutzen darf. Bitten Sie den Verwalter des Rechners um das Recht zum Lesen und Schreiben."_s
+                .arg(path, info.owner(), group),
+            u"No permission for %1: it belongs to %2, group %3, and the group may not use it either. Ask the "
+            u"administrator for read and write access."_s.arg(path, info.owner(), group)};
     }
-    return {u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört der Gruppe %2. Nehmen Sie Ihr Benutzerkonto "
-            u"in diese Gruppe auf (sudo usermod -aG %2 IhrName) und melden Sie sich danach neu an."_s.arg(path, group),
-            u"No permission for %1: it belongs to the group %2. Join it (sudo usermod -aG %2 yourname) and log in "
+    return {u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört der Gruppe %2. Nehmen Sie Ihr "
+            u"Benutzerkonto "
+            u"in diese Gruppe auf (sudo usermod -aG %2 IhrName) und melden Sie sich danach neu an."_s.arg(
+                path, group),
+            u"No permission for %1: it belongs to the group %2. Join it (sudo usermod -aG %2 yourname) and "
+            u"log in "
             u"again."_s.arg(path, group)};
 }
 
 PortFault busy(const QString& path)
 {
-    return {u"Das Gerät %1 wird bereits von einem anderen Programm benutzt. Beenden Sie dieses Programm."_s.arg(path),
-            u"%1 is in use by another program. Close that program."_s.arg(path)};
+    return {
+        u"Das Gerät %1 wird bereits von einem anderen Programm benutzt. Beenden Sie dieses Programm."_s.arg(
+            path),
+        u"%1 is in use by another program. Close that program."_s.arg(path)};
 }
 
 } // namespace
@@ -52,8 +59,9 @@ PortFault examinePort(const QString& devicePath, const QString& systemText)
     if (QFileInfo(devicePath).isFile() || QFileInfo(devicePath).isDir())
         return {u"%1 ist keine serielle Schnittstelle."_s.arg(devicePath),
                 u"%1 is not a serial device."_s.arg(devicePath)};
-    if (systemText.contains(u"lock"_s, Qt::CaseInsensitive) || systemText.contains(u"busy"_s, Qt::CaseInsensitive)
-        || systemText.contains(u"Permission"_s, Qt::CaseInsensitive))
+    if (systemText.contains(u"lock"_s, Qt::CaseInsensitive) ||
+        systemText.contains(u"busy"_s, Qt::CaseInsensitive) ||
+        systemText.contains(u"Permission"_s, Qt::CaseInsensitive))
         return busy(devicePath);
     return {u"Das Gerät %1 lässt sich nicht öffnen: %2"_s.arg(devicePath, systemText),
             u"%1 can't be opened: %2"_s.arg(devicePath, systemText)};

@@ -27,9 +27,7 @@ bool sameDevice(const QString& left, const QString& right)
 
 } // namespace
 
-PortTable::PortTable(app::Settings& settings, DeviceList& devices)
-    : m_settings(settings)
-    , m_devices(devices)
+PortTable::PortTable(app::Settings& settings, DeviceList& devices) : m_settings(settings), m_devices(devices)
 {
 }
 

@@ -7,9 +7,9 @@
 
 namespace kalmo::link {
 
-/// Which device stands behind which COM number. A device gets the lowest free number when it is first seen and
-/// keeps it: section `Ports` of the settings maps "COM<n>" to its lasting path. Where the system numbers its ports
-/// itself, those numbers hold.
+/// Which device stands behind which COM number. A device gets the lowest free number when it is first seen
+/// and keeps it: section `Ports` of the settings maps "COM<n>" to its lasting path. Where the system numbers
+/// its ports itself, those numbers hold.
 class PortTable
 {
 public:

@@ -6,8 +6,7 @@ namespace kalmo::link {
 
 using namespace Qt::StringLiterals;
 
-QtSerialPort::QtSerialPort(PortTable& table)
-    : m_table(table)
+QtSerialPort::QtSerialPort(PortTable& table) : m_table(table)
 {
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::onError);
 }
@@ -19,9 +18,10 @@ bool QtSerialPort::Open(const QString& portName)
     const int number = portName.sliced(portName.lastIndexOf(u"COM"_s) + 3).toInt();
     const QString path = m_table.devicePath(number);
     if (path.isEmpty()) {
-        m_fault = {u"Für COM%1 ist kein Gerät bekannt. Stecken Sie das Datenkabel ein oder wählen Sie in den "
-                   u"Einstellungen einen anderen Anschluss."_s.arg(number),
-                   u"No device is known for COM%1. Plug in the cable, or choose a port with --port."_s.arg(number)};
+        m_fault = {
+            u"Für COM%1 ist kein Gerät bekannt. Stecken Sie das Datenkabel ein oder wählen Sie in den "
+            u"Einstellungen einen anderen Anschluss."_s.arg(number),
+            u"No device is known for COM%1. Plug in the cable, or choose a port with --port."_s.arg(number)};
         return false;
     }
     m_port.setPortName(path);
@@ -126,13 +126,13 @@ QString QtSerialPort::PortName(int index)
 
 void QtSerialPort::onError(QSerialPort::SerialPortError error)
 {
-    const bool fatal = error == QSerialPort::ResourceError || error == QSerialPort::ReadError
-                       || error == QSerialPort::WriteError;
+    const bool fatal = error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
+                       error == QSerialPort::WriteError;
     if (!fatal || m_lost || !m_port.isOpen())
         return;
     m_lost = true;
-    // Closed from the event loop, since the error comes from inside of the port; left open, a device that is gone
-    // would keep the loop awake.
+    // Closed from the event loop, since the error comes from inside of the port; left open, a device that is
+    // gone would keep the loop awake.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -5,9 +5,9 @@
 
 namespace kalmo::link {
 
-inline constexpr int inBufferSize = 16600;  ///< bytes of the receive queue
-inline constexpr int outBufferSize = 4096;  ///< bytes of the send queue
-inline constexpr int stagingSize = 10000;   ///< most bytes of one read or one raw send
+inline constexpr int inBufferSize = 16600; ///< bytes of the receive queue
+inline constexpr int outBufferSize = 4096; ///< bytes of the send queue
+inline constexpr int stagingSize = 10000;  ///< most bytes of one read or one raw send
 
 /// The serial port. Reads never block; what arrives waits in a queue.
 class SPortAx

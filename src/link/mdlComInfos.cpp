@@ -144,7 +144,7 @@ QString portItemText(int number, const QString& name)
 
 int portItemNumber(const QString& text)
 {
-    return static_cast<int>(app::Val(QStringView(text).mid(4)));
+    return app::ValInt(QStringView(text).mid(4));
 }
 
 namespace {
@@ -154,8 +154,7 @@ class Steps
 {
 public:
     Steps(app::Context& context, PortListFor purpose)
-        : m_context(context)
-        , m_start(purpose == PortListFor::Start)
+        : m_context(context), m_start(purpose == PortListFor::Start)
     {
     }
     void atStart(const QString& text) const
@@ -190,7 +189,7 @@ QList<int> collectNumbers(Source& source, const QString& sourceName, const Steps
         steps.atRebuild(u"sPortName="_s + name);
         if (!name.startsWith(u"COM"_s))
             continue;
-        const int number = static_cast<int>(app::Val(QStringView(name).sliced(3)));
+        const int number = app::ValInt(QStringView(name).sliced(3));
         AddPortSorted(numbers, number);
         steps.atRebuild(u"Added:%1"_s.arg(number));
     }
@@ -224,8 +223,10 @@ QStringList listPorts(app::Context& context, SPortAx& port, PortTable& table, Co
         QString maker;
         QString hardwareId;
         const QString name = descriptions.GetComDescription(number, maker, hardwareId);
-        steps.atStart(u" COM(%1)=>%2< MFG=%3 HwID=%4"_s.arg(QString::number(number), name, maker, hardwareId));
-        steps.atRebuild(u"AdCmb COM %1 Desc=%2 MFG=%3 HwID=%4"_s.arg(QString::number(number), name, maker, hardwareId));
+        steps.atStart(
+            u" COM(%1)=>%2< MFG=%3 HwID=%4"_s.arg(QString::number(number), name, maker, hardwareId));
+        steps.atRebuild(
+            u"AdCmb COM %1 Desc=%2 MFG=%3 HwID=%4"_s.arg(QString::number(number), name, maker, hardwareId));
         items.append(portItemText(number, name));
     }
     steps.atStart(u" Done: GetComDescr/Names"_s);

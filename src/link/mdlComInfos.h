@@ -15,7 +15,7 @@ struct DeviceEntry
     QString friendlyName; ///< for ports with their number in it: "Name (COM3)"
     QString maker;
     QString hardwareId;
-    QString attachedTo;   ///< for modems: the port, "COM3"
+    QString attachedTo; ///< for modems: the port, "COM3"
 };
 
 /// Descriptions of the serial ports by COM number.
@@ -46,17 +46,15 @@ private:
 /// The device list of the present ports, in the form that the descriptions are made of.
 QList<DeviceEntry> deviceEntries(PortTable& ports);
 
-/// Adds a number to an ascending list, before the first larger one; a number that is there already is left out.
+/// Adds a number to an ascending list, before the first larger one; a number that is there already is left
+/// out.
 void AddPortSorted(QList<int>& numbers, int number);
 
 /// The port list without the port object: the numbers that the port table knows.
 class clsComEnum
 {
 public:
-    explicit clsComEnum(PortTable& ports)
-        : m_ports(ports)
-    {
-    }
+    explicit clsComEnum(PortTable& ports) : m_ports(ports) {}
     void Refresh();
     int CountPorts() const { return static_cast<int>(m_names.size()); }
     QString PortName(int index) const { return m_names.value(index); }
@@ -69,7 +67,8 @@ private:
 /// True when the port object can list its ports.
 bool TestPortObject(SPortAx& port);
 
-/// One line of the port box: "COM 3    (Name)", with four blanks behind a number of one digit and two otherwise.
+/// One line of the port box: "COM 3    (Name)", with four blanks behind a number of one digit and two
+/// otherwise.
 QString portItemText(int number, const QString& name);
 /// The number in such a line.
 int portItemNumber(const QString& text);

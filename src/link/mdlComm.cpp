@@ -42,11 +42,7 @@ bool isFinalTail(const QByteArray& tail)
 
 } // namespace
 
-Line::Line(app::Context& context, SPortAx& port)
-    : m_context(context)
-    , m_port(port)
-{
-}
+Line::Line(app::Context& context, SPortAx& port) : m_context(context), m_port(port) {}
 
 QString Line::ComPortName(int number)
 {
@@ -96,7 +92,8 @@ void Line::PurgeQueue()
     const int left = m_port.InCount();
     if (left < 1)
         return;
-    m_context.log.WriteDebugLog(u"Warning:"_s, u"SPortPurgeQueue_Manual - InCount="_s + QString::number(left));
+    m_context.log.WriteDebugLog(u"Warning:"_s,
+                                u"SPortPurgeQueue_Manual - InCount="_s + QString::number(left));
     m_context.dialogs.Show(
         {.text = u"SPortPurgeQueue mehrfach gescheitert. Bitte wenden Sie sich an den Programmautor."_s,
          .icon = Icon::Critical,
@@ -111,9 +108,9 @@ void Line::Tx(QByteArray text)
     if (m_context.log.isOn())
         m_context.log.WriteDebugLog(u"Tx"_s, fromCp1252(text));
     if (m_port.OutBufferSize() < text.size()) {
-        m_context.log.WriteDebugLog(u"Warning:"_s, u"OutBufferOverflow Senden=%1 eComm.OutBufferSize=%2"_s
-                                                       .arg(text.size())
-                                                       .arg(m_port.OutBufferSize()));
+        m_context.log.WriteDebugLog(u"Warning:"_s,
+                                    u"OutBufferOverflow Senden=%1 eComm.OutBufferSize=%2"_s.arg(text.size())
+                                        .arg(m_port.OutBufferSize()));
     }
     m_port.WriteText(text);
 }
@@ -205,18 +202,18 @@ void Line::TxDirect(const QByteArray& bytes)
         m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, HexFromText(bytes));
     }
     if (bytes.size() > stagingSize) {
-        m_context.dialogs.Show({.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
-                                        u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
-                                .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(
-                                    bytes.size())});
+        m_context.dialogs.Show(
+            {.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
+                     u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
+             .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(bytes.size())});
         m_context.log.WriteDebugLog(u"Terminate"_s, u"StringToByteArray-Error:"_s + fromCp1252(bytes));
         ClosePort();
         m_context.ending.EndProgram();
     }
     if (m_port.OutBufferSize() < bytes.size()) {
-        m_context.log.WriteDebugLog(u"Warning:"_s, u"OutBufferOverflow TxDirectLen=%1 eComm.OutBufferSize=%2"_s
-                                                       .arg(bytes.size())
-                                                       .arg(m_port.OutBufferSize()));
+        m_context.log.WriteDebugLog(
+            u"Warning:"_s, u"OutBufferOverflow TxDirectLen=%1 eComm.OutBufferSize=%2"_s.arg(bytes.size())
+                               .arg(m_port.OutBufferSize()));
     }
     const int sent = m_port.Write(bytes.constData(), static_cast<int>(bytes.size()));
     if (sent != bytes.size())
@@ -229,13 +226,16 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
     if (app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
         app::put(m_context.settings, LastUnclosedObexDevice, app::noValue());
     m_context.dialogs.Show(
-        {.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie sicher, daß "
-                 u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich bitte an den "
+        {.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie "
+                 u"sicher, daß "
+                 u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich "
+                 u"bitte an den "
                  u"Programmautor."_s.arg(sent)
                      .arg(bytes.size()),
          .icon = Icon::Exclamation,
-         .english = u"The line took %1 of %2 bytes: it is gone. Restart the phone before the next try."_s.arg(sent)
-                        .arg(bytes.size())});
+         .english =
+             u"The line took %1 of %2 bytes: it is gone. Restart the phone before the next try."_s.arg(sent)
+                 .arg(bytes.size())});
     m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
     ClosePort();
     m_context.ending.EndProgram();
@@ -252,9 +252,8 @@ RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::Statu
         if (label) {
             const QString caption = label->Text();
             const qsizetype dots = caption.indexOf(u"..."_s);
-            label->SetText(caption.left(std::max<qsizetype>(dots, 0)) + u"... "_s
-                           + wholeSeconds(elapsed - timeout)
-                           + u" Sekunden max. Restzeit"_s);
+            label->SetText(caption.left(std::max<qsizetype>(dots, 0)) + u"... "_s +
+                           wholeSeconds(elapsed - timeout) + u" Sekunden max. Restzeit"_s);
         }
         yieldUpTo(timeout - elapsed);
         readWaiting(buffer);

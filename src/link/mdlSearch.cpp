@@ -50,10 +50,7 @@ QList<int> rateList(int preferred)
 }
 
 PhoneSearch::PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop)
-    : m_line(line)
-    , m_view(view)
-    , m_desktop(desktop)
-    , m_context(line.context())
+    : m_line(line), m_view(view), m_desktop(desktop), m_context(line.context())
 {
 }
 
@@ -87,11 +84,11 @@ SearchOutcome PhoneSearch::SearchPhone()
 
 PassResult PhoneSearch::runPass()
 {
-    m_rates += rateList(static_cast<int>(app::get(m_context.settings, app::keys::PrefDetectBaud)));
+    m_rates += rateList(app::getInt(m_context.settings, app::keys::PrefDetectBaud));
     for (;;) {
         m_view.setProgress(0, probeSteps);
         m_view.clearAborted();
-        m_context.sy.ComNo = static_cast<int>(app::get(m_context.settings, app::keys::ComPortNew));
+        m_context.sy.ComNo = app::getInt(m_context.settings, app::keys::ComPortNew);
         bool opened = false;
         const bool answered = tryRate(m_rates[m_next++], opened);
         if (!opened)
@@ -110,9 +107,10 @@ void PhoneSearch::announceRate(int rate)
     const bool withLf = rate == highRateWithLf;
     sy.blnTxLfTerminator = withLf;
     sy.ComSettings = QString::number(std::abs(rate)) + u",N,8,1"_s;
-    remark(u"COM:%1\tSettings: %2"_s.arg(sy.ComNo).arg(sy.ComSettings) + (withLf ? u" use LF Terminator"_s : QString()));
-    m_view.setStatus(app::ResText(app::TextSearching) + u" COM %1 mit %2 Baud"_s.arg(sy.ComNo).arg(rate)
-                     + (withLf ? u"\nModelle M3, S820 und neuer"_s : QString()));
+    remark(u"COM:%1\tSettings: %2"_s.arg(sy.ComNo).arg(sy.ComSettings) +
+           (withLf ? u" use LF Terminator"_s : QString()));
+    m_view.setStatus(app::ResText(app::TextSearching) + u" COM %1 mit %2 Baud"_s.arg(sy.ComNo).arg(rate) +
+                     (withLf ? u"\nModelle M3, S820 und neuer"_s : QString()));
 }
 
 bool PhoneSearch::tryRate(int rate, bool& opened)
@@ -123,7 +121,8 @@ bool PhoneSearch::tryRate(int rate, bool& opened)
         return false;
     opened = true;
     m_line.ConfigurePort();
-    remark(u"eComm.InBufferSize=%1\neComm.OutBufferSize=%2"_s.arg(port.InBufferSize()).arg(port.OutBufferSize()));
+    remark(u"eComm.InBufferSize=%1\neComm.OutBufferSize=%2"_s.arg(port.InBufferSize())
+               .arg(port.OutBufferSize()));
     port.SetSettings(m_context.sy.ComSettings);
     port.SetControlLines(true);
     m_context.log.WriteLogHeader();
@@ -224,12 +223,13 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
 {
     const int number = m_context.sy.ComNo;
     const Answer answer = m_context.dialogs.Show(
-        {.text = u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
-                 u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein anderes "
-                 u"Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das Programm bitte.\n\n"_s
-                     .arg(number)
-                 + m_line.port().openError()
-                 + u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
+        {.text =
+             u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
+             u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein "
+             u"anderes "
+             u"Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das Programm bitte.\n\n"_s
+                 .arg(number) +
+             m_line.port().openError() + u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
          .title = u"Kalmo - Problem"_s,
          .buttons = Buttons::YesNoCancel,
          .icon = Icon::Question});
@@ -246,14 +246,17 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
 PhoneSearch::Next PhoneSearch::afterSilence()
 {
     const Answer answer = m_context.dialogs.Show(
-        {.text = u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
-                 u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel benutzt "
-                 u"wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von Bluetooth und "
-                 u"Datenkabel ist NICHT möglich!\n\n"
-                 u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das Gigaset "
-                 u"einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft oftmals.\n\n"_s
-                     .arg(m_context.sy.ComNo)
-                 + repeatQuestion,
+        {.text =
+             u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
+             u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel "
+             u"benutzt "
+             u"wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von Bluetooth und "
+             u"Datenkabel ist NICHT möglich!\n\n"
+             u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das "
+             u"Gigaset "
+             u"einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft oftmals.\n\n"_s.arg(
+                 m_context.sy.ComNo) +
+             repeatQuestion,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
     return answer == Answer::Yes ? Next::NewPass : offerSettings();
@@ -267,21 +270,23 @@ PhoneSearch::Next PhoneSearch::afterUnknownPhone(const QString& rawId)
     };
     QString modelName;
     const bool parsed = ParseWppn(rawId, modelName);
-    if (parsed
-        && show(u"Hat das angeschlossene Telefon die Modellbezeichnung\n\n"_s + modelName + u'?') == Answer::Yes)
+    if (parsed &&
+        show(u"Hat das angeschlossene Telefon die Modellbezeichnung\n\n"_s + modelName + u'?') == Answer::Yes)
         endWithUnsupported(modelName, rawId);
 
-    QString text = u"Am gewählten Port wurde ein Gerät namens\n["_s + rawId
-                   + u"]\njedoch kein bekanntes Siemens Schnurlos Telefon gefunden. Vermutlich haben Sie den Comport "
-                     u"gewählt, an dem ein Internet- oder Faxmodem oder Handy angeschlossen ist"_s;
+    QString text =
+        u"Am gewählten Port wurde ein Gerät namens\n["_s + rawId +
+        u"]\njedoch kein bekanntes Siemens Schnurlos Telefon gefunden. Vermutlich haben Sie den Comport "
+        u"gewählt, an dem ein Internet- oder Faxmodem oder Handy angeschlossen ist"_s;
     if (parsed)
         text += u".\n"_s;
     else
-        text += u" oder ein Telefon angeschlossen, das nicht unterstützt wird.\n"
-                u"Wenn Sie ein Gigaset angeschlossen haben, das in der Liste unterstützter Telefone auf der Homepage "_s
-                + app::webSite()
-                + u" nicht aufgeführt ist und der gewählte COM Port mit Sicherheit richtig ist, wenden Sie sich an "
-                  u"den Programmautor. Vielleicht ist es möglich, Kalmo auf dieses Telefon anzupassen.\n\n"_s;
+        text +=
+            u" oder ein Telefon angeschlossen, das nicht unterstützt wird.\n"
+            u"Wenn Sie ein Gigaset angeschlossen haben, das in der Liste unterstützter Telefone auf der Homepage "_s +
+            app::webSite() +
+            u" nicht aufgeführt ist und der gewählte COM Port mit Sicherheit richtig ist, wenden Sie sich an "
+            u"den Programmautor. Vielleicht ist es möglich, Kalmo auf dieses Telefon anzupassen.\n\n"_s;
     if (show(text + repeatQuestion) != Answer::Yes)
         return offerSettings();
     m_line.ClosePort();
@@ -292,9 +297,10 @@ PhoneSearch::Next PhoneSearch::afterUnknownPhone(const QString& rawId)
 void PhoneSearch::endWithUnsupported(const QString& modelName, const QString& rawId)
 {
     const Answer answer = m_context.dialogs.Show(
-        {.text = u"Das "_s + modelName
-                 + u" wird bisher nicht unterstützt.\n\n"
-                   u"Möchten Sie die kalmo Seite im Internet mit Informationen zu dem Thema Neue Modelle aufrufen?"_s,
+        {.text =
+             u"Das "_s + modelName +
+             u" wird bisher nicht unterstützt.\n\n"
+             u"Möchten Sie die kalmo Seite im Internet mit Informationen zu dem Thema Neue Modelle aufrufen?"_s,
          .title = startTitle(),
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
@@ -302,8 +308,8 @@ void PhoneSearch::endWithUnsupported(const QString& modelName, const QString& ra
         const auto bracketed = [](const QString& text) {
             return u"["_s + QString::fromLatin1(QUrl::toPercentEncoding(text)) + u']';
         };
-        m_desktop.openUrl(QUrl(u"https://"_s + app::webSite() + u"/modell.php?Modell="_s + bracketed(modelName)
-                               + u"&Details="_s + bracketed(rawId)));
+        m_desktop.openUrl(QUrl(u"https://"_s + app::webSite() + u"/modell.php?Modell="_s +
+                               bracketed(modelName) + u"&Details="_s + bracketed(rawId)));
     }
     m_context.ending.EndProgram();
 }
@@ -312,9 +318,8 @@ PhoneSearch::Next PhoneSearch::offerSettings()
 {
     m_view.clearAborted();
     m_context.clock.WaitSeconds(0.3);
-    const Answer answer = m_context.dialogs.Show({.text = app::ResText(app::TextChangeInterface),
-                                                  .buttons = Buttons::YesNo,
-                                                  .icon = Icon::Question});
+    const Answer answer = m_context.dialogs.Show(
+        {.text = app::ResText(app::TextChangeInterface), .buttons = Buttons::YesNo, .icon = Icon::Question});
     m_line.ClosePort();
     if (answer != Answer::Yes)
         m_context.ending.EndProgram();

@@ -42,8 +42,8 @@ public:
     /// True when the phone answers at the rate in force.
     bool ProbeATZ();
 
-    /// Sets the family and the raw answer that it came from. True if the family is known; a phone that does not
-    /// answer is told to the user.
+    /// Sets the family and the raw answer that it came from. True if the family is known; a phone that does
+    /// not answer is told to the user.
     bool IdentifyPhone(int& phoneType, QString& rawId);
 
     /// After a successful identification: line mode, preferred rate, error codes, software version.

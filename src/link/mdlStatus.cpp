@@ -109,7 +109,7 @@ SignalQuality GetSignalQuality(Line& line)
     // "+CSQ: nn,mm" or "+CSQ: n,mm"
     const QString text = fromCp1252(answer);
     const int digits = text.mid(7, 1) == u","_s ? 1 : 2;
-    const int rssi = static_cast<int>(Val(text.mid(6, digits)));
+    const int rssi = app::ValInt(text.mid(6, digits));
     return {u"-- %1 dBm"_s.arg(113 - 2 * rssi), static_cast<int>(std::floor(rssi * 3.21))};
 }
 
@@ -123,7 +123,7 @@ int GetBattery(Line& line)
     }
     // "+CBC: s,nn" or "+CBC: s,nnn", which is 11 characters long
     const QString text = fromCp1252(answer);
-    return static_cast<int>(Val(text.mid(8, text.size() == 11 ? 3 : 2)));
+    return app::ValInt(text.mid(8, text.size() == 11 ? 3 : 2));
 }
 
 bool GetPhoneTime(Line& line, QDateTime& dateTime)
@@ -145,7 +145,8 @@ bool GetPhoneTime(Line& line, QDateTime& dateTime)
 bool SetPhoneTime(Line& line)
 {
     app::Context& context = line.context();
-    const QByteArray command = "AT+CCLK=" + context.clock.Now().toString(u"yy/MM/dd,hh:mm:ss"_s).toLatin1() + '\r';
+    const QByteArray command =
+        "AT+CCLK=" + context.clock.Now().toString(u"yy/MM/dd,hh:mm:ss"_s).toLatin1() + '\r';
     QByteArray answer;
     if (!line.exchange(answer, command, queryTimeout)) {
         tellAnswer(line, command, answer);
@@ -153,9 +154,10 @@ bool SetPhoneTime(Line& line)
     }
     if (answer.isEmpty()) {
         context.dialogs.Show(
-            {.text = u"Sychronisation erfolgreich. Übernahme kann bis zu 1 Minute dauern.\n\n"
-                     u"Das Gigaset unterstützt keine Sekundenanzeige, daher endet die angezeigte Zeit immer auf "
-                     u"\"00\""_s,
+            {.text =
+                 u"Sychronisation erfolgreich. Übernahme kann bis zu 1 Minute dauern.\n\n"
+                 u"Das Gigaset unterstützt keine Sekundenanzeige, daher endet die angezeigte Zeit immer auf "
+                 u"\"00\""_s,
              .title = u"Kalmo  -  Zeitsychronisation"_s,
              .icon = Icon::Information});
     }

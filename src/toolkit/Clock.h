@@ -4,8 +4,8 @@
 
 namespace kalmo::toolkit {
 
-/// Time and yielding. Whatever waits in the program waits through this interface, so that a test can let hours
-/// pass in no time and look at every pause.
+/// Time and yielding. Whatever waits in the program waits through this interface, so that a test can let
+/// hours pass in no time and look at every pause.
 class Clock
 {
 public:
@@ -17,8 +17,9 @@ public:
     /// Local date and time.
     virtual QDateTime Now() const = 0;
 
-    /// Yields to the event loop. Runs what is pending; if nothing is, sleeps until something happens or `seconds`
-    /// have passed. Any event handler can run in here: afterwards check that what you hold still exists.
+    /// Yields to the event loop. Runs what is pending; if nothing is, sleeps until something happens or
+    /// `seconds` have passed. Any event handler can run in here: afterwards check that what you hold still
+    /// exists.
     virtual void DoEvents(double seconds = 0) = 0;
 
     /// Yields at least once, and until `seconds` have passed. A pause over midnight keeps its length.

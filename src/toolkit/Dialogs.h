@@ -16,12 +16,12 @@ enum class Answer { Ok, Cancel, Yes, No, Retry };
 /// One message box.
 struct Message
 {
-    QString text = {};             ///< what the window shows, in German
+    QString text = {}; ///< what the window shows, in German
     QString title = u"Kalmo"_s;
     Buttons buttons = Buttons::Ok;
     Icon icon = Icon::None;
     Answer defaultButton = Answer::Ok; ///< Ok stands for the first button where there is no button Ok
-    QString english = {};          ///< the same for the command line; empty where the command line never shows it
+    QString english = {}; ///< the same for the command line; empty where the command line never shows it
 };
 
 /// One entry of a file dialog's type list, for example {"CSV Datei (*.csv)", {"*.csv"}}.
@@ -35,8 +35,8 @@ struct FileType
 struct FileRequest
 {
     QString title = {};
-    QString folder = {};        ///< where it starts
-    QString name = {};          ///< file name that it proposes
+    QString folder = {}; ///< where it starts
+    QString name = {};   ///< file name that it proposes
     std::vector<FileType> types = {};
     bool confirmOverwrite = false; ///< for saving: ask before an existing file is chosen
 };
@@ -47,7 +47,8 @@ class Dialogs
 public:
     virtual ~Dialogs() = default;
 
-    /// Shows a message and waits for the answer. Closing the box counts as Cancel, No or Ok, whichever is there.
+    /// Shows a message and waits for the answer. Closing the box counts as Cancel, No or Ok, whichever is
+    /// there.
     virtual Answer Show(const Message& message) = 0;
 
     /// Absolute path of the chosen file, empty when the user cancelled.

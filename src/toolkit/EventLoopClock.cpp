@@ -11,8 +11,7 @@ namespace {
 constexpr double secondsPerDay = 86400;
 }
 
-EventLoopClock::EventLoopClock()
-    : m_startOfRun(QTime::currentTime().msecsSinceStartOfDay() / 1000.0)
+EventLoopClock::EventLoopClock() : m_startOfRun(QTime::currentTime().msecsSinceStartOfDay() / 1000.0)
 {
     m_sinceStart.start();
 }

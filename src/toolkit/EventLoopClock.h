@@ -6,7 +6,8 @@
 
 namespace kalmo::toolkit {
 
-/// The clock of the programs: Qt's event loop, and a time of day that no change of the system's clock disturbs.
+/// The clock of the programs: Qt's event loop, and a time of day that no change of the system's clock
+/// disturbs.
 class EventLoopClock final : public Clock
 {
 public:

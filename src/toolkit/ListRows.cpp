@@ -19,9 +19,7 @@ const QCollator& germanOrder()
 } // namespace
 
 ListRows::ListRows(QString name, QList<ListColumn> columns, QObject* parent)
-    : QObject(parent)
-    , m_name(std::move(name))
-    , m_columns(std::move(columns))
+    : QObject(parent), m_name(std::move(name)), m_columns(std::move(columns))
 {
 }
 
@@ -205,9 +203,9 @@ void ListRows::noteCurrent(int index)
 
 int ListRows::placeFor(const Stored& stored) const
 {
-    const auto place =
-        std::upper_bound(m_rows.begin(), m_rows.end(), stored,
-                         [this](const Stored& value, const auto& element) { return isBefore(value, *element); });
+    const auto place = std::upper_bound(
+        m_rows.begin(), m_rows.end(), stored,
+        [this](const Stored& value, const auto& element) { return isBefore(value, *element); });
     return static_cast<int>(place - m_rows.begin());
 }
 

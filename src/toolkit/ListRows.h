@@ -23,25 +23,25 @@ struct ListColumn
 
 struct ListCell
 {
-    QString text;
-    QString tag;
+    QString text = {};
+    QString tag = {};
     qint32 colour = ColourDefault;
 };
 
 struct ListRow
 {
-    QString key; ///< unique within the list, or empty
-    QList<ListCell> cells; ///< cell 0 is the row's text, the others are its sub-items
-    QString tag;
-    QString icon;
+    QString key = {};           ///< unique within the list, or empty
+    QList<ListCell> cells = {}; ///< cell 0 is the row's text, the others are its sub-items
+    QString tag = {};
+    QString icon = {};
     bool checked = false;
     bool selected = false;
 
     QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
 };
 
-/// The rows of a list: the storage itself, of which the list widget is a view. Rows have an order, which a sort
-/// changes for good; while sorting is on, a row that is added goes to its place, otherwise to the end.
+/// The rows of a list: the storage itself, of which the list widget is a view. Rows have an order, which a
+/// sort changes for good; while sorting is on, a row that is added goes to its place, otherwise to the end.
 class ListRows : public QObject
 {
     Q_OBJECT

@@ -7,7 +7,8 @@
 
 namespace kalmo::tests {
 
-/// Time that moves only when somebody yields: hours of waiting cost nothing, and every pause can be looked at.
+/// Time that moves only when somebody yields: hours of waiting cost nothing, and every pause can be looked
+/// at.
 class VirtualClock : public toolkit::Clock
 {
 public:
@@ -18,7 +19,8 @@ public:
 
     double Timer() const override;
     QDateTime Now() const override;
-    /// Runs the next event if one is due within `seconds`, else moves on by `seconds`; by a millisecond at least.
+    /// Runs the next event if one is due within `seconds`, else moves on by `seconds`; by a millisecond at
+    /// least.
     void DoEvents(double seconds = 0) override;
 
     /// Has `action` run at the first yield that reaches its time.

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/Context.h"
+#include "phonedata/ClassicEntry.h"
+
+namespace kalmo::phonedata {
+
+/// Backups are text in the code page, one entry a line, all fields in double quotes with a comma between them
+/// and no heading: .tel holds name, number, date, date sound, VIP, VIP sound; .prv holds name and number.
+///
+/// Saving does nothing for an empty list, and replaces an older file only once the new one is safely on disk.
+/// False, told to the user, if the file can't be written. Loading clears the list first; a file that can't be
+/// read is told.
+
+bool SaveTel(app::Context& context, const toolkit::ListRows& list, const QString& path);
+bool LoadTel(app::Context& context, toolkit::ListRows& list, const QString& path);
+bool SavePrv(app::Context& context, const toolkit::ListRows& list, const QString& path);
+bool LoadPrv(app::Context& context, toolkit::ListRows& list, const QString& path);
+
+/// The lines of such files. A quote in a name becomes the character of code 149; no other field is protected.
+QByteArray telBytes(const std::vector<ClassicEntry>& entries);
+QByteArray prvBytes(const std::vector<ProviderEntry>& entries);
+
+/// The entries in such files. Lines of a .tel file with fewer than two fields are skipped; VIP and its sound
+/// are taken for handsets of types 2 to 4 only.
+std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType);
+std::vector<ProviderEntry> prvEntries(const QByteArray& bytes);
+
+/// Path of an automatic backup in the folder for backups: `what`, a time stamp and the extension. A name that
+/// is taken already, by a backup of the same second, gets a number behind it.
+QString backupPath(const app::Context& context, const QString& what, const QString& extension);
+
+} // namespace kalmo::phonedata

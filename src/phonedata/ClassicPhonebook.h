@@ -1,0 +1,23 @@
+#pragma once
+
+#include "phonedata/ClassicStore.h"
+
+namespace kalmo::phonedata {
+
+/// Reads the whole phonebook of a classic handset into the list. True when the store was read to its end and
+/// closed. After a failure the list is empty: a partly read list is never shown.
+bool ReadPB_TB(const StoreJob& job);
+
+/// Erases the phonebook in the phone and writes all rows of the list, from top to bottom. After a failure
+/// `job.memory` says which entries the phone holds. What must not be lost has to be on disk before: see
+/// ClassicCommands.h.
+bool WritePB_TB(const StoreJob& job);
+
+/// One entry from the phone's reply to the read command, for handsets of types 1 to 4.
+ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const SoundList& sounds,
+                                 app::DebugLog& log);
+
+/// The command that writes one entry. The only one that ends in CR LF.
+QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const SoundList& sounds);
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,116 @@
+#include "phonedata/ClassicStore.h"
+
+#include "app/CodePage.h"
+#include "app/mdlKonverter.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+namespace kalmo::phonedata {
+
+using namespace Qt::StringLiterals;
+using link::Line;
+using toolkit::Progress;
+
+namespace {
+
+// Seconds.
+constexpr double openTimeout = 3;
+constexpr double closeTimeout = 3.5;
+constexpr double eraseTimeout = 180;
+constexpr double readTimeout = 8;
+constexpr double writeTimeout = 15;
+
+QByteArray wireName(Store store)
+{
+    return store == Store::Phonebook ? "\"TB\"" : "\"NE\"";
+}
+
+QByteArray closeCommand(int phoneType)
+{
+    return phoneType <= 2 ? "AT\r" : "AT^WSSL\r";
+}
+
+} // namespace
+
+bool OpenStore(Line& line, Store store, const Progress& progress)
+{
+    progress.status(u"Öffne Telefonbuch...(Dauer: 3 Sekunden)"_s);
+    QByteArray answer;
+    const bool answered = line.exchange(answer, "AT^WSSL=" + wireName(store) + '\r', openTimeout);
+    progress.status(u"Fertig"_s);
+    return answered;
+}
+
+bool CloseStore(Line& line, const Progress& progress)
+{
+    const int phoneType = line.context().sy.PhoneType;
+    if (phoneType < 1 || phoneType > 4)
+        return false;
+    progress.status(u"Schließe Telefonbuch...(Dauer: "_s + QLocale().toString(closeTimeout) +
+                    u" Sekunden)"_s);
+    const QByteArray command = closeCommand(phoneType);
+    line.Tx(command);
+    line.context().clock.WaitSeconds(closeTimeout);
+    QByteArray answer;
+    return line.Rx(answer, command, closeTimeout);
+}
+
+bool EraseStore(Line& line, Store store, const Progress& progress)
+{
+    line.context().clock.WaitSeconds(0.5);
+    progress.status(u"Lösche Telefonbuch...(Dauer: bis zu 180 Sekunden)"_s);
+    QByteArray answer;
+    const bool erased = line.exchange(answer, "AT^WSEL=" + wireName(store) + '\r', eraseTimeout);
+    const bool closed = CloseStore(line, progress);
+    if (erased)
+        progress.status(u"Fertig"_s);
+    return erased && closed;
+}
+
+NextEntry readNextEntry(Line& line, QByteArray& reply, bool& doubtful)
+{
+    if (!line.exchange(reply, "AT^WSRE\r", readTimeout, true))
+        return NextEntry::Failed;
+    doubtful = doubtful || line.repeats() > 0;
+    return reply.isEmpty() ? NextEntry::End : NextEntry::Entry;
+}
+
+bool writeNextEntry(Line& line, const QByteArray& command)
+{
+    QByteArray answer;
+    return line.exchange(answer, command, writeTimeout, true);
+}
+
+QString takeField(QString& text)
+{
+    const qsizetype comma = text.indexOf(u',');
+    if (comma < 0) {
+        text.clear();
+        return {};
+    }
+    const double stated = app::Val(QStringView(text).first(comma));
+    const qsizetype rest = text.size() - comma - 1;
+    const auto length = static_cast<qsizetype>(std::clamp(stated, 0.0, static_cast<double>(rest)));
+    const QString value = text.sliced(comma + 1, length);
+    text = text.mid(comma + 1 + length + 1);
+    return value;
+}
+
+QString takeName(QString& text)
+{
+    const qsizetype comma = text.indexOf(u',');
+    if (comma > 0 && app::IsNumeric(QStringView(text).first(comma)))
+        return takeField(text);
+    text.remove(0, 2);
+    return u"Ohne Name"_s;
+}
+
+QByteArray lengthPrefixed(const QString& text)
+{
+    const QByteArray bytes = app::toCp1252(text);
+    return QByteArray::number(bytes.size()) + ',' + bytes;
+}
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "link/mdlComm.h"
+#include "phonedata/PhoneMemory.h"
+#include "toolkit/Progress.h"
+
+namespace kalmo::phonedata {
+
+/// The two stores of a classic handset, which are reached with the same commands.
+enum class Store { Phonebook = 1, Providers = 2 };
+
+/// What the operations on a store work with.
+struct StoreJob
+{
+    link::Line& line;
+    PhoneMemory& memory;
+    toolkit::ListRows& list;     ///< filled by a read, sent by a write
+    toolkit::BusyWindow* window; ///< blocked while the operation runs; may be absent
+    toolkit::Progress progress;  ///< its cancel box is looked at between two entries
+
+    app::Context& context() const { return line.context(); }
+    int phoneType() const { return context().sy.PhoneType; }
+};
+
+/// Blocks the window for as long as it lives.
+class BusyScope
+{
+public:
+    explicit BusyScope(toolkit::BusyWindow* window) : m_window(window)
+    {
+        if (m_window)
+            m_window->SetBusy(true);
+    }
+    ~BusyScope()
+    {
+        if (m_window)
+            m_window->SetBusy(false);
+    }
+    Q_DISABLE_COPY_MOVE(BusyScope)
+
+private:
+    toolkit::BusyWindow* m_window;
+};
+
+/// Each of these is true if the phone answered. While a store is open no other command is sent.
+bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
+bool CloseStore(link::Line& line, const toolkit::Progress& progress);
+/// Erases a store and closes it; the result is that of closing. A list of some size takes minutes.
+bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress);
+
+/// Outcome of asking for the next entry of an open store.
+enum class NextEntry { Entry, End, Failed };
+
+/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated.
+NextEntry readNextEntry(link::Line& line, QByteArray& reply, bool& doubtful);
+
+/// Sends a write command; true if the phone took the entry.
+bool writeNextEntry(link::Line& line, const QByteArray& command);
+
+/// Takes a length-prefixed field off the front of a text: digits, a comma, that many characters, a comma. A
+/// length that is not true gives what is there.
+QString takeField(QString& text);
+
+/// Takes the name off a reply. "Ohne Name" where the phone sent none, which it does by ",,".
+QString takeName(QString& text);
+
+/// A length, a comma and the text itself, as the write commands have names and numbers.
+QByteArray lengthPrefixed(const QString& text);
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "phonedata/ClassicEntry.h"
+#include "phonedata/SoundList.h"
+
+#include <array>
+
+namespace kalmo::phonedata {
+
+/// How sure the program is of what a store in the phone holds.
+enum class Certainty {
+    Unknown,  ///< never read, or something went wrong since
+    Doubtful, ///< read, but a command had to be sent again, so that an entry may have been skipped
+    Known,
+};
+
+/// What is known of the content of one store in the phone.
+template <typename Entry>
+struct StoreContent
+{
+    Certainty certainty = Certainty::Unknown;
+    std::vector<Entry> entries;
+
+    void becomes(std::vector<Entry> now, Certainty how)
+    {
+        entries = std::move(now);
+        certainty = how;
+    }
+    void forget() { becomes({}, Certainty::Unknown); }
+};
+
+/// The events that a ringtone can be chosen for, in the order in which they are read.
+enum class SoundEvent { External, Internal, Appointment, Alarm };
+inline constexpr int soundEventCount = 4;
+
+struct SoundSetting
+{
+    qint32 soundId = 0;
+    qint32 volume = 0; ///< 1 to 5, 6 is rising
+};
+
+/// What this run knows of the phone's memory. Made once in main.
+struct PhoneMemory
+{
+    bool TbDirty = false; ///< the phonebook on screen differs from the phone's
+    bool NeDirty = false; ///< the provider list on screen differs from the phone's
+    StoreContent<ClassicEntry> phonebook;
+    StoreContent<ProviderEntry> providers;
+    SoundList sounds;
+    std::array<SoundSetting, soundEventCount> soundSettings;
+};
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "phonedata/ClassicStore.h"
+
+namespace kalmo::phonedata {
+
+/// Reads the provider list of a classic handset. True when the store was read to its end and closed; after a
+/// failure the list is empty.
+bool ReadPB_NE(const StoreJob& job);
+
+/// Erases the provider list in the phone and writes all rows, from top to bottom. After a failure
+/// `job.memory` says which entries the phone holds.
+bool WritePB_NE(const StoreJob& job);
+
+/// One entry from the phone's reply to the read command.
+ProviderEntry parseProviderReply(const QByteArray& reply);
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,136 @@
+#include "phonedata/Ringtones.h"
+
+#include "app/CodePage.h"
+#include "app/mdlKonverter.h"
+#include "phonedata/ClassicStore.h"
+
+#include <array>
+
+namespace kalmo::phonedata {
+
+using namespace Qt::StringLiterals;
+using app::ValInt;
+
+namespace {
+
+struct EventRow
+{
+    QStringView caption;
+    QByteArrayView stem;
+};
+
+constexpr std::array<EventRow, soundEventCount> eventTable = {{
+    {u"Externe Anrufe", "^WREX"},
+    {u"Interne Anrufe", "^WRIN"},
+    {u"Termine", "^WRAP"},
+    {u"Wecker", "^WRAL"},
+}};
+
+constexpr double firstSettingTimeout = 5;
+constexpr double otherTimeout = 3;
+
+const QString readError = u"Fehler beim Einlesen der Klingeltöne"_s;
+
+const EventRow& rowOf(SoundEvent event)
+{
+    return eventTable[static_cast<size_t>(event)];
+}
+
+QByteArray listCommand(int phoneType)
+{
+    const QByteArray folder = phoneType == 2 ? "MEL" : phoneType == 3 ? "0" : "3";
+    return "AT^WFFO=\"" + folder + "\"\r";
+}
+
+bool fail(const RingtoneJob& job, const QByteArray& command, const QString& status)
+{
+    job.line.tellTransferError(command);
+    toolkit::setStatus(job.panel, status);
+    return false;
+}
+
+toolkit::ListRow toRow(const Melody& melody)
+{
+    toolkit::ListRow row;
+    row.key = u'A' + QString::number(melody.id);
+    row.icon = u"Sounds"_s;
+    row.cells = {{melody.name}, {melody.kind}};
+    return row;
+}
+
+} // namespace
+
+QString captionOf(SoundEvent event)
+{
+    return rowOf(event).caption.toString();
+}
+
+std::unique_ptr<toolkit::ListRows> makeSoundRows()
+{
+    return std::make_unique<toolkit::ListRows>(u"LvwSounds"_s,
+                                               QList<toolkit::ListColumn>{{u"Name"_s}, {u"Typ"_s}});
+}
+
+bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list)
+{
+    const BusyScope busy(job.window);
+    toolkit::setStatus(job.panel, u"Klingeltöne werden ein eingelesen..."_s);
+    list.clear();
+    job.memory.sounds.clear();
+    const QByteArray command = listCommand(job.context().sy.PhoneType);
+    QByteArray answer;
+    if (!job.line.exchange(answer, command, otherTimeout))
+        return fail(job, command, readError);
+    for (const QString& line : app::fromCp1252(answer).split(u"\r\n"_s)) {
+        if (!line.contains(u"^WFFO:"_s))
+            continue;
+        const QStringList parts = QString(line).remove(u"^WFFO: "_s).split(u',');
+        if (parts.size() < 6)
+            return fail(job, command, readError);
+        const Melody melody{parts[1], parts[3], ValInt(parts[4]), ValInt(parts[5])};
+        job.memory.sounds.add(melody);
+        list.add(toRow(melody));
+    }
+    toolkit::setStatus(job.panel, u"Bereit."_s);
+    return true;
+}
+
+bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
+{
+    const BusyScope busy(job.window);
+    app::Context& context = job.context();
+    toolkit::setStatus(job.panel, u"Klingeltöne werden eingelesen..."_s);
+    context.clock.WaitSeconds(0.85);
+    for (int index = 0; index < soundEventCount; ++index) {
+        if (index > 0)
+            context.clock.WaitSeconds(0.17);
+        const QByteArray stem = eventTable[index].stem.toByteArray();
+        const QByteArray command = "AT" + stem + "?\r";
+        QByteArray answer;
+        if (!job.line.exchange(answer, command, index == 0 ? firstSettingTimeout : otherTimeout))
+            return fail(job, command, readError);
+        const QStringList parts = app::fromCp1252(answer.replace(stem + ": ", QByteArray())).split(u',');
+        SoundSetting& setting = job.memory.soundSettings[index];
+        setting = {ValInt(parts.value(0)), ValInt(parts.value(1))};
+        report(static_cast<SoundEvent>(index), setting,
+               GetSoundName(setting.soundId, job.memory.sounds, context.log));
+    }
+    toolkit::setStatus(job.panel, u"Bereit."_s);
+    return true;
+}
+
+bool SetSound(const RingtoneJob& job, SoundEvent event, const QString& toneName, int volume)
+{
+    const BusyScope busy(job.window);
+    toolkit::setStatus(job.panel, u"Klingelton wird gesetzt..."_s);
+    const QString code = GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
+    const QByteArray command = "AT" + rowOf(event).stem.toByteArray() + '=' + app::toCp1252(code) + ',' +
+                               QByteArray::number(volume) + '\r';
+    QByteArray answer;
+    if (!job.line.exchange(answer, command, otherTimeout))
+        return fail(job, command, u"Fehler beim setzen des Klingeltons."_s);
+    toolkit::setStatus(job.panel, u"Bereit."_s);
+    return true;
+}
+
+} // namespace kalmo::phonedata
