@@ -22,12 +22,40 @@ struct Faults
     int writeErrorAt = 0;     ///< the n-th entry that is written is refused, each time it is sent
     int writeErrorOnceAt = 0; ///< the same, once
 
+    int menuOpen = 0;           ///< so many requests for data mode stay unanswered
+    bool ignoresEscape = false; ///< "+++" does not lead out of data mode
+
+    // In data mode. Requests are counted, all kinds together.
+    int silentFrom = 0;           ///< that request is not answered, and no later one
+    int hangUpAfter = 0;          ///< the line drops when so many bytes have gone over it, both ways together
+    int refuseAt = 0;             ///< that request is refused
+    int refuseCode = 0xC3;        ///< with this code
+    int busy = 0;                 ///< so many requests for a whole phonebook or calendar are answered with D0
+    bool earlySuccess = false;    ///< the first part of an object in several parts is answered like the last
+    bool full = false;            ///< nothing more can be stored
+    bool trickle = false;         ///< every byte comes by itself
+    int wrongLengthAt = 0;        ///< the answer to that request declares a wrong length
+    int wrongLengthBy = 5;        ///< bytes too many, or too few
+    int lateRequestAt = 0;        ///< that request is answered late, by `lateBy`
+    int surplusAt = 0;            ///< a few bytes stand behind the answer to that request
+    bool hostileNames = false;    ///< the root folder holds files with names that are dangerous elsewhere
+    bool noLuid = false;          ///< writes are answered without LUID and counter
+    bool wrongLuidLength = false; ///< they say a wrong length before them
+
+    /// Whether a client may lose the thread through no fault of its own.
+    bool confuse() const { return earlySuccess || wrongLengthAt > 0 || surplusAt > 0 || lateRequestAt > 0; }
+
     // What has happened so far.
     int commands = 0;
     int reads = 0;  ///< entries given
     int writes = 0; ///< entries taken
+    int requests = 0;
+    qint64 dataBytes = 0;
 
-    bool isSilent() const { return silentAfter > 0 && commands >= silentAfter; }
+    bool isSilent() const
+    {
+        return (silentAfter > 0 && commands >= silentAfter) || (silentFrom > 0 && requests >= silentFrom);
+    }
 };
 
 /// Sets the fault of that name, "write-error=3" for example. What is wrong with the text, if it is wrong.

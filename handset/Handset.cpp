@@ -19,14 +19,30 @@ QByteArray garbled(QByteArray bytes)
 Handset::Handset(std::unique_ptr<Phone> phone, TimeSource& time, Wire& wire)
     : m_phone(std::move(phone)), m_wire(wire), m_rates(m_phone->rates()), m_baud(m_rates.value(0, 19200)),
       m_input(time, [this](const QByteArray& bytes) { arrive(bytes); }),
-      m_output(time, [this](const QByteArray& bytes) { m_wire.send(bytes); }),
+      m_output(time, [this](const QByteArray& bytes) { depart(bytes); }),
       m_at(*m_phone, time,
            {.send = [this](const QByteArray& bytes) { m_output.push(bytes); },
             .hangUp = [this] { hangUp(); },
-            .enterDataMode = [] {}})
+            .enterDataMode = [this] { enterDataMode(); }}),
+      m_data(*m_phone, time,
+             {.send = [this](const QByteArray& bytes) { m_output.push(bytes); },
+              .enterCommandMode = [this] { enterCommandMode(); }})
 {
-    m_output.whenDrained([this] { m_at.outputDrained(); });
+    m_output.whenDrained([this] {
+        if (m_dataMode)
+            m_data.outputDrained();
+        else
+            m_at.outputDrained();
+    });
+    m_output.keepPiecesWhole(m_phone->isTolerant());
+    setFaults(m_phone->faults);
     setBaudRate(m_baud);
+}
+
+void Handset::setFaults(const Faults& faults)
+{
+    m_phone->faults = faults;
+    m_output.deliverBytewise(faults.trickle);
 }
 
 void Handset::setBaudRate(int baud)
@@ -43,12 +59,50 @@ void Handset::receive(const QByteArray& bytes)
 
 void Handset::arrive(const QByteArray& bytes)
 {
-    if (m_phone->faults.isSilent())
+    if (m_phone->faults.isSilent() || dropsLine(bytes.size()))
         return;
-    if (m_rates.contains(m_baud))
-        m_at.receive(bytes);
-    else if (m_phone->options.wrongRate == WrongRate::Garbage)
+    const bool understands = m_phone->isTolerant() || m_rates.contains(m_baud);
+    if (!understands && m_phone->options.wrongRate == WrongRate::Garbage)
         m_output.push(garbled(bytes));
+    else if (understands && m_dataMode)
+        m_data.receive(bytes);
+    else if (understands)
+        m_at.receive(bytes);
+}
+
+void Handset::depart(const QByteArray& bytes)
+{
+    if (!dropsLine(bytes.size()))
+        m_wire.send(bytes);
+}
+
+/// Counts what goes over the line in data mode. True, and the line is gone, if that is more than it bears.
+bool Handset::dropsLine(qsizetype bytes)
+{
+    Faults& faults = m_phone->faults;
+    if (!m_dataMode || faults.hangUpAfter == 0)
+        return false;
+    faults.dataBytes += bytes;
+    if (faults.dataBytes < faults.hangUpAfter)
+        return false;
+    faults.hangUpAfter = 0;
+    hangUp();
+    return true;
+}
+
+void Handset::enterDataMode()
+{
+    m_dataMode = true;
+    m_data.reset();
+}
+
+void Handset::enterCommandMode()
+{
+    m_dataMode = false;
+    m_data.reset();
+    const Options& options = m_phone->options;
+    if (!m_phone->isTolerant() && options.answersEscape.value_or(m_phone->family.data.answersEscape))
+        m_output.push("\r\nOK\r\n");
 }
 
 void Handset::lineClosed()
@@ -61,6 +115,17 @@ void Handset::lineClosed()
     m_input.clear();
     m_output.clear();
     m_at.reset();
+    m_data.clientLeft();
+}
+
+void Handset::powerCycle()
+{
+    m_phone->closeStores();
+    m_dataMode = false;
+    m_input.clear();
+    m_output.clear();
+    m_at.reset();
+    m_data.reset();
 }
 
 void Handset::hangUp()

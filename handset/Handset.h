@@ -1,6 +1,7 @@
 #pragma once
 
 #include "handset/at/AtLayer.h"
+#include "handset/obex/DataMode.h"
 #include "handset/Pacer.h"
 
 namespace kalmo::handset {
@@ -20,15 +21,23 @@ public:
     /// The client has closed its port, or is gone.
     void lineClosed();
 
+    /// Switches the handset off and on again: nothing else leads out of a data mode in which it is stuck.
+    void powerCycle();
+
     /// Starts counting anew.
-    void setFaults(const Faults& faults) { m_phone->faults = faults; }
+    void setFaults(const Faults& faults);
 
     const QStringList& violations() const { return m_phone->violations.all(); }
     const Phone& phone() const { return *m_phone; }
     int baudRate() const { return m_baud; }
+    bool isInDataMode() const { return m_dataMode; }
 
 private:
     void arrive(const QByteArray& bytes);
+    void depart(const QByteArray& bytes);
+    bool dropsLine(qsizetype bytes);
+    void enterDataMode();
+    void enterCommandMode();
     void hangUp();
 
     std::unique_ptr<Phone> m_phone;
@@ -38,6 +47,8 @@ private:
     Pacer m_input;
     Pacer m_output;
     AtLayer m_at;
+    DataModeLayer m_data;
+    bool m_dataMode = false;
 };
 
 } // namespace kalmo::handset

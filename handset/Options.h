@@ -1,6 +1,7 @@
 #pragma once
 
 #include "handset/Faults.h"
+#include "handset/irmc/ContactCard.h"
 #include "handset/model/Families.h"
 
 #include <QList>
@@ -12,6 +13,29 @@ namespace kalmo::handset {
 
 /// What comes back at a rate that the handset doesn't speak.
 enum class WrongRate { Silence, Garbage };
+
+/// How a folder listing is spelled. Handsets differ, and all of it has to be understood.
+enum class ListingForm {
+    Plain,   ///< one element a line, a blank before "/>"
+    Spaced,  ///< size = "10"
+    OneLine, ///< no line breaks between the elements
+    Tight,   ///< no blank before "/>"
+};
+
+/// Whether the first frame of a GET says the object's size.
+enum class SizeForm {
+    InParts, ///< where the object takes several frames
+    Never,
+    Always,
+};
+
+/// With whom the handset gets on. The general profiles bear the manners of clients for any phone, and note no
+/// violations.
+enum class Profile {
+    Own,          ///< as its kind
+    GeneralSqwe,  ///< into data mode by AT^SQWE=3, echo off from the start
+    GeneralCprot, ///< into data mode by AT+CPROT=0, and out of it when OBEX disconnects
+};
 
 /// Which handset, with what in it, and how it behaves.
 struct Options
@@ -33,6 +57,16 @@ struct Options
     QString seed = QStringLiteral("sample");
     int entries = 0;  ///< the phonebook is filled up to so many entries
     int capacity = 0; ///< entries that the phonebook takes; 0 for that of the family
+
+    Profile profile = Profile::Own;
+    int maxPacket = 0;      ///< bytes of a frame, as the handset announces it; 0 for that of the family
+    qint64 fileMemory = -1; ///< bytes for files; -1 for those of the family
+    qint64 memoryCard = 0;  ///< bytes of the memory card; 0 for none
+    ListingForm listing = ListingForm::Plain;
+    SizeForm size = SizeForm::InParts;
+    std::optional<CardText> cards = {};     ///< nothing for the way of the family
+    std::optional<bool> answersEscape = {}; ///< whether "+++" is answered; nothing for the way of the family
+    bool counterLine = false;               ///< a line end behind the number in "cc.log"
 
     Faults faults = {};
 };

@@ -37,12 +37,16 @@ void Pacer::clear()
     m_waiting = 0;
 }
 
+double Pacer::nextCount() const
+{
+    if (m_whole)
+        return static_cast<double>(m_pieces.front().size());
+    return m_bytewise ? 1 : std::min(static_cast<double>(m_waiting), std::ceil(tick * m_bytesPerSecond));
+}
+
 void Pacer::schedule()
 {
-    const double most = m_whole
-                            ? static_cast<double>(m_pieces.front().size())
-                            : std::min(static_cast<double>(m_waiting), std::ceil(tick * m_bytesPerSecond));
-    const double due = m_passedUntil + most / m_bytesPerSecond;
+    const double due = m_passedUntil + nextCount() / m_bytesPerSecond;
     m_timers.after(std::max(due - m_timers.now(), 0.0), [this] { deliverDue(); });
 }
 

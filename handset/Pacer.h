@@ -19,6 +19,8 @@ public:
     void setRate(int baud);
     /// What was pushed as one piece also comes out in one, when its last byte has passed the line.
     void keepPiecesWhole(bool on) { m_whole = on; }
+    /// Each byte comes out by itself.
+    void deliverBytewise(bool on) { m_bytewise = on; }
     /// Runs each time that the last byte has come out.
     void whenDrained(std::function<void()> action) { m_drained = std::move(action); }
 
@@ -27,6 +29,7 @@ public:
     void clear();
 
 private:
+    double nextCount() const;
     void schedule();
     void deliverDue();
     QByteArray takeDue(double elapsed);
@@ -39,6 +42,7 @@ private:
     double m_bytesPerSecond = 1920;
     double m_passedUntil = 0; // when the last byte that came out had passed the line
     bool m_whole = false;
+    bool m_bytewise = false;
 };
 
 } // namespace kalmo::handset

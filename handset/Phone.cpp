@@ -2,7 +2,7 @@
 
 #include "handset/state/GeneratedEntries.h"
 
-#include <QDir>
+#include <QFileInfo>
 
 // Outside of any namespace, as the macro wants it.
 static void loadSamples()
@@ -15,6 +15,8 @@ namespace kalmo::handset {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int organizerCapacity = 100;
 
 std::optional<Model> modelOf(const Options& options, QString& error)
 {
@@ -33,31 +35,64 @@ QString seedFile(const QString& seed, int family)
     return vcardFamilies.contains(family) ? u":/samples/vcard.json"_s : u":/samples/classic.json"_s;
 }
 
-bool loadSections(const StateFolder& memory, const QString& seed, int family, QJsonObject& sections,
-                  QString& error)
+/// What a handset starts with, and the folder that its files are relative to.
+struct Content
 {
-    if (!memory.load(sections, error))
+    QJsonObject sections = {};
+    QString base = {};
+};
+
+bool loadContent(const StateFolder& memory, const QString& seed, int family, Content& content, QString& error)
+{
+    content.base = memory.path();
+    if (!memory.load(content.sections, error))
         return false;
-    if (!sections.isEmpty() || seed == u"none"_s)
+    if (!content.sections.isEmpty() || seed == u"none"_s)
         return true;
-    QJsonValue content;
-    if (!readJson(seedFile(seed, family), content, error))
+    QJsonValue sections;
+    const QString file = seedFile(seed, family);
+    if (!readJson(file, sections, error))
         return false;
-    sections = content.toObject();
+    content = {sections.toObject(), QFileInfo(file).path()};
     return true;
 }
 
 void loadClassic(Phone& phone, const QJsonObject& sections)
 {
-    if (!classicFamilies.contains(phone.model.family))
-        return;
-    const Options& options = phone.options;
     phone.phonebook.load(sections[phone.phonebook.section()].toArray());
     phone.providers.load(sections[phone.providers.section()].toArray());
-    for (int index = 0; std::ssize(phone.phonebook.entries) < options.entries; ++index)
+    for (int index = 0; std::ssize(phone.phonebook.entries) < phone.options.entries; ++index)
         phone.phonebook.entries.push_back(generatedEntry(index));
     phone.keep(phone.phonebook);
     phone.keep(phone.providers);
+}
+
+void addHostileNames(FileTree& files, const QDateTime& now)
+{
+    FileNode& root = *files.find({});
+    for (const QString& name : {u"../../x"_s, u"a/b"_s, u"..\\c"_s, u"C:x.txt"_s, u"new\nline"_s, u"CON"_s,
+                                u".."_s, u"x\"y"_s, QString(300, u'L')}) {
+        if (!root.child(name))
+            FileTree::add(root, {.name = name, .content = "harmless", .modified = now});
+    }
+}
+
+void loadData(Phone& phone, const Content& content)
+{
+    for (IrmcStore& store : phone.irmc)
+        store.load(content.sections[store.kind().section]);
+    IrmcStore& contacts = phone.irmc[ContactStore];
+    for (int index = 0; std::ssize(contacts.items()) < phone.options.entries; ++index)
+        contacts.add(generatedContact(index));
+    if (phone.files.capacity() > 0) {
+        phone.fileMemory.load(phone.files, content.sections[u"files"_s].toArray(), content.base,
+                              phone.memory);
+        if (phone.faults.hostileNames)
+            addHostileNames(phone.files, QDateTime::currentDateTime());
+        phone.keepFiles();
+    }
+    for (const IrmcStore& store : phone.irmc)
+        phone.keep(store);
 }
 
 int phonebookCapacity(const Options& options, const Family& family)
@@ -92,6 +127,16 @@ void Phone::closeStores()
     providers.open = false;
 }
 
+void Phone::keep(const IrmcStore& store)
+{
+    memory.save(store.kind().section, store.json());
+}
+
+void Phone::keepFiles()
+{
+    fileMemory.save(files, memory);
+}
+
 QList<int> Phone::rates() const
 {
     if (!options.rates.isEmpty())
@@ -104,28 +149,54 @@ QList<int> Phone::rates() const
     return rates;
 }
 
+LineEnd Phone::lineEnd() const
+{
+    // General clients end their lines with CR.
+    return isTolerant() ? LineEnd::Cr : options.lineEnd.value_or(family.lineEnd);
+}
+
+CardText Phone::cardText() const
+{
+    return options.cards.value_or(family.data.quotedCards ? CardText::QuotedPrintable : CardText::Raw);
+}
+
 std::unique_ptr<Phone> makePhone(const Options& options, QString& error)
 {
     loadSamples();
     const auto model = modelOf(options, error);
-    QJsonObject sections;
+    Content content;
     const StateFolder memory(options.stateFolder);
-    if (!model || !loadSections(memory, options.seed, model->family, sections, error))
+    if (!model || !loadContent(memory, options.seed, model->family, content, error))
         return nullptr;
     const Family& family = familyOf(model->family);
+    const bool hasData = vcardFamilies.contains(family.number);
+    if (options.profile != Profile::Own && !hasData) {
+        error = u"\"%1\" has no data mode; the general profiles need a model of families 5 to 13."_s.arg(
+            model->name());
+        return nullptr;
+    }
+    const int capacity = phonebookCapacity(options, family);
+    const qint64 fileMemory = options.fileMemory >= 0 ? options.fileMemory : family.data.fileMemory;
     auto phone = std::unique_ptr<Phone>(
         new Phone{.options = options,
                   .model = *model,
                   .family = family,
                   .faults = options.faults,
-                  .violations = {},
+                  .violations = Violations(options.profile != Profile::Own),
                   .settings = {},
-                  .phonebook = {StoreKind::Phonebook, phonebookCapacity(options, family)},
+                  .phonebook = {StoreKind::Phonebook, capacity},
                   .providers = {StoreKind::Providers, family.providerCapacity},
+                  .irmc = {IrmcStore(ContactStore, capacity), IrmcStore(CalendarStore, organizerCapacity),
+                           IrmcStore(NoteStore, organizerCapacity)},
+                  .files = FileTree(fileMemory),
+                  .fileMemory = {},
                   .memory = memory});
-    phone->settings.load(sections[u"settings"_s].toObject());
+    phone->settings.load(content.sections[u"settings"_s].toObject());
     phone->keepSettings();
-    loadClassic(*phone, sections);
+    if (classicFamilies.contains(family.number))
+        loadClassic(*phone, content.sections);
+    if (hasData)
+        loadData(*phone, content);
     return phone;
 }
 

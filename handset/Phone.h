@@ -1,6 +1,8 @@
 #pragma once
 
 #include "handset/classic/ClassicStore.h"
+#include "handset/files/FileMemory.h"
+#include "handset/irmc/IrmcStore.h"
 #include "handset/model/Models.h"
 #include "handset/Options.h"
 #include "handset/state/Settings.h"
@@ -23,18 +25,28 @@ struct Phone
     Settings settings;
     ClassicStore phonebook;
     ClassicStore providers;
+    std::array<IrmcStore, irmcStores> irmc;
+    FileTree files;
+    FileMemory fileMemory;
     StateFolder memory;
 
     /// Says on disk what has changed. Nothing to do for a handset that forgets.
     void keepSettings();
     void keep(const ClassicStore& store);
+    void keep(const IrmcStore& store);
+    void keepFiles();
 
     /// The store that is open, null if none is. At most one is.
     ClassicStore* openStore();
     void closeStores();
 
     QList<int> rates() const;
-    LineEnd lineEnd() const { return options.lineEnd.value_or(family.lineEnd); }
+    LineEnd lineEnd() const;
+    /// Whether commands are echoed until the client says otherwise.
+    bool echoesAtFirst() const { return !isTolerant(); }
+    int maxPacket() const { return options.maxPacket > 0 ? options.maxPacket : family.data.maxPacket; }
+    bool isTolerant() const { return options.profile != Profile::Own; }
+    CardText cardText() const;
 };
 
 /// The handset that the options describe, with what it remembers. Null and the reason in `error` where there

@@ -8,10 +8,18 @@ namespace kalmo::handset {
 class Violations
 {
 public:
-    void record(const QString& what) { m_all.append(what); }
+    /// With a tolerant handset nothing is one.
+    explicit Violations(bool tolerant = false) : m_tolerant(tolerant) {}
+
+    void record(const QString& what)
+    {
+        if (!m_tolerant)
+            m_all.append(what);
+    }
     const QStringList& all() const { return m_all; }
 
 private:
+    bool m_tolerant;
     QStringList m_all;
 };
 

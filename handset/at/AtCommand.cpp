@@ -68,12 +68,13 @@ AtRequest parseAtLine(const QByteArray& line)
     return isLetter(body.front()) ? parseBasic(body) : parseExtended(body);
 }
 
-const AtCommand* findCommand(const AtRequest& request, int family)
+const AtCommand* findCommand(const AtRequest& request, const Phone& phone)
 {
-    for (const auto& table : {basicCommands(), statusCommands(), storeCommands(), soundCommands()}) {
+    for (const auto& table : {generalCommands(phone.options.profile), basicCommands(), statusCommands(),
+                              storeCommands(), soundCommands(), modeCommands()}) {
         const auto row = std::find_if(table.begin(), table.end(), [&](const AtCommand& command) {
             return request.name == command.name && command.forms.testFlag(request.form) &&
-                   command.families.contains(family);
+                   command.families.contains(phone.family.number);
         });
         if (row != table.end())
             return &*row;

@@ -44,7 +44,7 @@ enum CmeError {
 
 struct AtAnswer
 {
-    enum Result { Ok, Error, Connect } result = Ok;
+    enum Result { Ok, Error, Connect, Silence } result = Ok;
     QByteArray payload = {}; ///< without a line end behind it; its own line ends are CR LF
     CmeError why = NotSupported;
     double seconds = 0; ///< that the command takes on top of its usual time
@@ -90,8 +90,11 @@ std::span<const AtCommand> basicCommands();
 std::span<const AtCommand> statusCommands();
 std::span<const AtCommand> storeCommands();
 std::span<const AtCommand> soundCommands();
+std::span<const AtCommand> modeCommands();
+/// What general clients ask for besides, in the profile; nothing in the handset's own.
+std::span<const AtCommand> generalCommands(Profile profile);
 
-/// The row for a request, null where the family has no such command.
-const AtCommand* findCommand(const AtRequest& request, int family);
+/// The row for a request, null where the handset has no such command.
+const AtCommand* findCommand(const AtRequest& request, const Phone& phone);
 
 } // namespace kalmo::handset

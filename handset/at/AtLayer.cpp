@@ -38,7 +38,7 @@ Ending endingOf(const AtCommand* command, const AtRequest& request, const Phone&
 } // namespace
 
 AtLayer::AtLayer(Phone& phone, TimeSource& time, Line line)
-    : m_phone(phone), m_time(time), m_timers(time), m_line(std::move(line))
+    : m_phone(phone), m_time(time), m_timers(time), m_line(std::move(line)), m_echo(phone.echoesAtFirst())
 {
 }
 
@@ -49,7 +49,7 @@ void AtLayer::reset()
     m_pending.clear();
     m_text.clear();
     m_sawCr = false;
-    m_echo = true;
+    m_echo = m_phone.echoesAtFirst();
     m_cmeLevel = 0;
 }
 
@@ -135,7 +135,7 @@ void AtLayer::run(const QByteArray& line)
     Faults& faults = m_phone.faults;
     ++faults.commands;
     const AtRequest request = parseAtLine(line);
-    const AtCommand* command = findCommand(request, m_phone.family.number);
+    const AtCommand* command = findCommand(request, m_phone);
     m_running = {.request = request,
                  .ending = endingOf(command, request, m_phone),
                  .late = faults.commands == faults.lateAt};
@@ -175,6 +175,11 @@ void AtLayer::checkEnding()
 void AtLayer::answer(const AtAnswer& answer)
 {
     checkEnding();
+    if (answer.result == AtAnswer::Silence) {
+        m_state = State::Reading;
+        takePending();
+        return;
+    }
     m_state = State::Answering;
     m_then = answer.then;
     m_line.send(wireForm(answer));

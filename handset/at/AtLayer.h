@@ -66,7 +66,7 @@ private:
     QByteArray m_echoed;  // not yet sent
     QByteArray m_text;    // of the line that is being read
     bool m_sawCr = false; // its CR, where a LF has to follow
-    bool m_echo = true;
+    bool m_echo;
     int m_cmeLevel = 0;
 };
 

@@ -21,7 +21,7 @@ AtAnswer attention(AtContext& context, const AtRequest&)
 
 AtAnswer reset(AtContext& context, const AtRequest&)
 {
-    context.echo = true;
+    context.echo = context.phone.echoesAtFirst();
     context.cmeLevel = 0;
     return AtAnswer::ok();
 }

@@ -14,6 +14,17 @@ enum class LineEnd {
     CrLf, ///< CR LF, and the echo has both; a line that ends in CR alone is not answered
 };
 
+/// What a family is like in data mode.
+struct DataMode
+{
+    int maxPacket = 0;          ///< bytes of the largest OBEX frame that it takes
+    qint64 fileMemory = 0;      ///< bytes for files; 0 where there is no file system
+    bool answersEscape = false; ///< says OK when it is back in command mode
+    bool quotedCards = false;   ///< letters beyond ASCII go into cards as quoted-printable UTF-8
+    bool tellsDeletes = false;  ///< says LUID and counter after an item has been deleted
+    bool absoluteNames = false; ///< wants whole paths where a file is put or deleted
+};
+
 /// What the handsets of one family have in common.
 struct Family
 {
@@ -26,6 +37,7 @@ struct Family
     int providerCapacity;
     const char* melodyList; ///< argument of "AT^WFFO="; null where the family lists none
     bool blankBehindPrefix; ///< "^WSRE: 5,..." or "^WSRE:5,..."
+    DataMode data = {};
 };
 
 /// The family of that number; the first row, that of no handset, for any other.

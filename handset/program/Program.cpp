@@ -48,6 +48,7 @@ int Program::runHandset()
     }
     const SignalWatch signalWatch;
     connect(&signalWatch, &SignalWatch::endAsked, this, [] { QCoreApplication::exit(ExitDone); });
+    connect(&signalWatch, &SignalWatch::powerCycleAsked, this, [this] { m_handset->powerCycle(); });
     m_handset = std::make_unique<Handset>(std::move(phone), m_time, static_cast<Wire&>(*this));
     if (!start())
         return ExitNoTerminal;

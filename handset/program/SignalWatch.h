@@ -19,6 +19,8 @@ public:
 Q_SIGNALS:
     /// SIGTERM or SIGINT.
     void endAsked();
+    /// SIGUSR1.
+    void powerCycleAsked();
 
 private:
     void readSignal();

@@ -8,6 +8,8 @@ namespace kalmo::handset {
 
 namespace {
 
+constexpr int watched[] = {SIGTERM, SIGINT, SIGUSR1};
+
 int signalPipe[2] = {-1, -1}; // a signal handler has nothing but globals
 
 void passOn(int number)
@@ -27,13 +29,13 @@ SignalWatch::SignalWatch()
     struct sigaction action = {};
     action.sa_handler = passOn;
     action.sa_flags = SA_RESTART;
-    for (const int number : {SIGTERM, SIGINT})
+    for (const int number : watched)
         sigaction(number, &action, nullptr);
 }
 
 SignalWatch::~SignalWatch()
 {
-    for (const int number : {SIGTERM, SIGINT})
+    for (const int number : watched)
         std::signal(number, SIG_DFL);
     m_notifier.reset();
     close(signalPipe[0]);
@@ -43,8 +45,12 @@ SignalWatch::~SignalWatch()
 void SignalWatch::readSignal()
 {
     unsigned char number = 0;
-    while (read(signalPipe[0], &number, 1) == 1)
-        Q_EMIT endAsked();
+    while (read(signalPipe[0], &number, 1) == 1) {
+        if (number == SIGUSR1)
+            Q_EMIT powerCycleAsked();
+        else
+            Q_EMIT endAsked();
+    }
 }
 
 } // namespace kalmo::handset

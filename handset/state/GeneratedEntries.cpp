@@ -56,6 +56,24 @@ GeneratedPerson generatedPerson(int index)
     return person;
 }
 
+Contact generatedContact(int index)
+{
+    const GeneratedPerson person = generatedPerson(index);
+    Contact contact{{u"lastName"_s, person.lastName},
+                    {u"firstName"_s, person.firstName},
+                    {u"home"_s, person.home},
+                    {u"mobile"_s, person.mobile}};
+    if (!person.work.isEmpty())
+        contact[u"work"_s] = person.work;
+    if (!person.email.isEmpty())
+        contact[u"email"_s] = person.email;
+    if (!person.day.isEmpty())
+        contact[u"birthday"_s] =
+            u"19%1-%2-%3T%4:%5"_s.arg(40 + index % 60)
+                .arg(person.day.mid(0, 2), person.day.mid(2, 2), person.day.mid(4, 2), person.day.mid(6, 2));
+    return contact;
+}
+
 ClassicEntry generatedEntry(int index)
 {
     const GeneratedPerson person = generatedPerson(index);

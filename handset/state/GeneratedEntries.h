@@ -1,6 +1,7 @@
 #pragma once
 
 #include "handset/classic/ClassicEntry.h"
+#include "handset/irmc/ContactCard.h"
 
 namespace kalmo::handset {
 
@@ -18,6 +19,9 @@ struct GeneratedPerson
 };
 
 GeneratedPerson generatedPerson(int index);
+
+/// That person as a contact of a vCard phonebook.
+Contact generatedContact(int index);
 
 /// That person as an entry of a classic phonebook; every tenth is a VIP.
 ClassicEntry generatedEntry(int index);

@@ -46,12 +46,30 @@ bool StateFolder::load(QJsonObject& sections, QString& error) const
 
 void StateFolder::save(const QString& section, const QJsonValue& content)
 {
-    if (m_path.isEmpty())
-        return;
     const QJsonDocument document =
         content.isArray() ? QJsonDocument(content.toArray()) : QJsonDocument(content.toObject());
-    QSaveFile file(m_path + u'/' + section + u".json"_s);
-    if (file.open(QIODevice::WriteOnly) && file.write(document.toJson()) >= 0 && file.commit())
+    if (!m_path.isEmpty())
+        replace(section + u".json"_s, document.toJson());
+}
+
+void StateFolder::saveFile(const QString& path, const QByteArray& content)
+{
+    if (m_path.isEmpty())
+        return;
+    QDir(m_path).mkpath(QFileInfo(path).path());
+    replace(path, content);
+}
+
+void StateFolder::removeFile(const QString& path)
+{
+    if (!m_path.isEmpty())
+        QFile::remove(m_path + u'/' + path);
+}
+
+void StateFolder::replace(const QString& path, const QByteArray& content)
+{
+    QSaveFile file(m_path + u'/' + path);
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
         return;
     if (m_problem.isEmpty())
         m_problem = u"%1: %2"_s.arg(file.fileName(), file.errorString());

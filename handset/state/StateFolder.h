@@ -21,9 +21,14 @@ public:
 
     /// Replaces a section's file, whole or not at all. The first failure is kept in problem().
     void save(const QString& section, const QJsonValue& content);
+    /// The same for a file of the handset's own, by its path below the memory's folder.
+    void saveFile(const QString& path, const QByteArray& content);
+    void removeFile(const QString& path);
     const QString& problem() const { return m_problem; }
 
 private:
+    void replace(const QString& path, const QByteArray& content);
+
     QString m_path;
     QString m_problem;
 };

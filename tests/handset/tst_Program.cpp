@@ -1,59 +1,16 @@
 #include "handset/program/CommandLine.h"
 
+#include "support/RunningHandset.h"
+
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QSerialPort>
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace kalmo::handset;
+using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int patience = 20000; // milliseconds, for a machine that is busy
-
-/// The program itself, as a script would start it.
-class RunningHandset
-{
-public:
-    explicit RunningHandset(QStringList arguments)
-    {
-        link = m_folder.filePath(u"line"_s);
-        m_process.start(QCoreApplication::applicationDirPath() + u"/../bin/kalmo-handset"_s,
-                        QStringList{u"--link"_s, link} + arguments);
-        if (m_process.waitForReadyRead(patience))
-            path = QString::fromLatin1(m_process.readLine()).trimmed();
-    }
-
-    ~RunningHandset() { end(); }
-
-    /// Asks it to end. Its exit status, and what it has to say about the client.
-    std::pair<int, QString> end(bool signal = true)
-    {
-        if (signal)
-            m_process.terminate();
-        m_process.waitForFinished(patience);
-        return {m_process.exitCode(), QString::fromUtf8(m_process.readAllStandardError())};
-    }
-
-    /// Processor time so far, in hundredths of a second.
-    int processorTime() const
-    {
-        QFile file(u"/proc/%1/stat"_s.arg(m_process.processId()));
-        if (!file.open(QIODevice::ReadOnly))
-            return -1;
-        const QByteArrayList fields = file.readAll().split(' ');
-        return fields.value(13).toInt() + fields.value(14).toInt();
-    }
-
-    QString path; // of the terminal, as it was printed
-    QString link;
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_process;
-};
 
 bool openPort(QSerialPort& port, const QString& path, int baud)
 {
@@ -89,6 +46,7 @@ private Q_SLOTS:
     void outlivesItsClients();
     void keepsPace();
     void dropsTheLine();
+    void switchesOffAndOn();
     void tellsViolations();
     void endsWithItsClient();
 };
@@ -128,7 +86,7 @@ void ProgramTest::arguments()
     QFETCH(QStringList, arguments);
     QFETCH(QString, out);
     QProcess process;
-    process.start(QCoreApplication::applicationDirPath() + u"/../bin/kalmo-handset"_s, arguments);
+    process.start(handsetProgram(), arguments);
     QVERIFY(process.waitForFinished(patience));
     QTEST(process.exitCode(), "status");
     QTEST(QString::fromUtf8(process.readAllStandardError()), "err");
@@ -199,6 +157,21 @@ void ProgramTest::dropsTheLine()
     port.close();
     QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(handset.link), patience);
     QVERIFY(openPort(port, handset.link, 19200));
+    QCOMPARE(say(port, "AT\r"), "AT\r\r\nOK\r\n");
+    QCOMPARE(handset.end(), ended);
+}
+
+/// By SIGUSR1, which is what leads out of a data mode whose client has gone.
+void ProgramTest::switchesOffAndOn()
+{
+    RunningHandset handset({u"--model"_s, u"S68H"_s});
+    QSerialPort port;
+    QVERIFY(openPort(port, handset.link, 115200));
+    QCOMPARE(say(port, "AT^SQWE=3\r\n"), "AT^SQWE=3\r\r\nOK\r\n");
+    const QByteArray connectIrmc = QByteArray::fromHex("8000131000400646000C49524D432D53594E43");
+    QVERIFY(say(port, connectIrmc, "IRMC-SYNC").startsWith('\xA0'));
+    handset.powerCycle();
+    QTest::qWait(50); // a signal comes when it comes
     QCOMPARE(say(port, "AT\r"), "AT\r\r\nOK\r\n");
     QCOMPARE(handset.end(), ended);
 }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+
+#include <optional>
+
+namespace kalmo::handset {
+
+/// How a handset writes letters beyond ASCII into cards.
+enum class CardText {
+    Raw,             ///< one byte of Windows-1252 each; names that it doesn't have as QuotedPrintable
+    QuotedPrintable, ///< UTF-8 as quoted-printable, and the line says so
+    Utf8,            ///< UTF-8 as it is, and the line says so
+};
+
+/// A contact as the memory holds it: "lastName", "firstName", "home", "work", "mobile", "email", "birthday"
+/// ("1970-03-21T12:30"); what is empty lacks.
+using Contact = QJsonObject;
+
+/// The card (vCard 2.1) of a contact. Without a LUID it is the card of the handset itself.
+QByteArray cardText(const Contact& contact, const QString& luid, CardText text);
+
+/// Reads a card that a client has sent; nothing if it is none, or if its birthday is no date.
+std::optional<Contact> parseCard(const QByteArray& text);
+
+/// Whether the handset has room for the fields: 16 characters for each name, 32 for a number, 60 for the
+/// e-mail.
+bool fits(const Contact& contact);
+
+} // namespace kalmo::handset

@@ -1,0 +1,146 @@
+#include "handset/obex/DataMode.h"
+
+namespace kalmo::handset {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double guardSeconds = 1;
+const QByteArray surplus = "\x01\x02\x03";
+
+bool isRequest(quint8 opcode)
+{
+    switch (opcode) {
+    case obex::Connect:
+    case obex::Disconnect:
+    case obex::SetPath:
+    case obex::Get:
+    case obex::Get | obex::FinalBit:
+    case obex::Put:
+    case obex::Put | obex::FinalBit:
+    case obex::Abort:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+DataModeLayer::DataModeLayer(Phone& phone, TimeSource& time, Line line)
+    : m_phone(phone), m_timers(time), m_line(std::move(line)),
+      m_escape(time, guardSeconds,
+               {.pass = [this](const QByteArray& bytes) { take(bytes); },
+                .escape =
+                    [this] {
+                        if (!m_phone.faults.ignoresEscape)
+                            m_line.enterCommandMode();
+                    },
+                .spoilt = [this] { complain(u"no silence behind +++"_s); }}),
+      m_server(phone, time)
+{
+}
+
+void DataModeLayer::reset()
+{
+    m_timers.forgetAll();
+    m_escape.reset();
+    m_server.reset();
+    m_state = State::Waiting;
+    m_buffer.clear();
+    m_leaves = false;
+    m_startChecked = false;
+    m_orphaned = false;
+}
+
+void DataModeLayer::clientLeft()
+{
+    m_orphaned = true;
+    if (m_state == State::Waiting)
+        return;
+    m_timers.forgetAll();
+    m_state = State::Waiting;
+}
+
+void DataModeLayer::receive(const QByteArray& bytes)
+{
+    m_escape.receive(bytes);
+}
+
+void DataModeLayer::take(const QByteArray& bytes)
+{
+    m_buffer += bytes;
+    takeRequests();
+    if (m_state != State::Waiting && !m_buffer.isEmpty() && !std::exchange(m_disturbed, true))
+        complain(u"sent before the answer to a request"_s);
+}
+
+void DataModeLayer::takeRequests()
+{
+    checkStart();
+    const qsizetype size = declaredSize(m_buffer);
+    if (m_state != State::Waiting || size == 0 || m_buffer.size() < size)
+        return;
+    const QByteArray request = m_buffer.first(size);
+    m_buffer.remove(0, size);
+    m_startChecked = false;
+    run(request);
+}
+
+/// What doesn't begin like a request is taken for one all the same, and the handset waits for the rest of it.
+void DataModeLayer::checkStart()
+{
+    if (m_startChecked || m_buffer.size() < 2)
+        return;
+    m_startChecked = true;
+    if (isRequest(static_cast<quint8>(m_buffer.front())) || m_orphaned)
+        return;
+    if (m_buffer.toUpper().startsWith("AT"))
+        complain(u"AT command in data mode"_s);
+    else if (m_buffer.startsWith("++"))
+        complain(u"no silence before +++"_s);
+    else
+        complain(u"no request: "_s + QString::fromLatin1(m_buffer.first(2).toHex(' ').toUpper()));
+}
+
+void DataModeLayer::run(const QByteArray& request)
+{
+    m_state = State::Working;
+    m_disturbed = false;
+    m_orphaned = false;
+    ++m_phone.faults.requests;
+    if (m_phone.faults.isSilent())
+        return;
+    const ObexServer::Answer answer = m_server.handle(parsePacket(request));
+    m_leaves = answer.disconnected && m_phone.options.profile == Profile::GeneralCprot;
+    const bool late = m_phone.faults.requests == m_phone.faults.lateRequestAt;
+    m_disturbed = late; // whoever speaks before a late answer can't know better
+    m_timers.after(answer.seconds + (late ? m_phone.faults.lateBy : 0), [this, frame = answer.frame] {
+        m_state = State::Answering;
+        send(frame);
+    });
+}
+
+void DataModeLayer::send(QByteArray frame)
+{
+    const Faults& faults = m_phone.faults;
+    if (faults.requests == faults.wrongLengthAt)
+        frame[2] = static_cast<char>(frame[2] + faults.wrongLengthBy);
+    if (faults.requests == faults.surplusAt)
+        frame += surplus;
+    m_line.send(frame);
+}
+
+void DataModeLayer::outputDrained()
+{
+    if (m_state != State::Answering)
+        return;
+    m_state = State::Waiting;
+    if (m_leaves)
+        m_line.enterCommandMode();
+    else
+        takeRequests();
+}
+
+} // namespace kalmo::handset

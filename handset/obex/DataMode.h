@@ -1,0 +1,52 @@
+#pragma once
+
+#include "handset/obex/EscapeWatch.h"
+#include "handset/obex/ObexServer.h"
+
+namespace kalmo::handset {
+
+/// The handset in data mode: cuts requests out of the bytes that come, answers them one at a time, and
+/// listens for the way back to command mode. It does not notice when a client is gone.
+class DataModeLayer
+{
+public:
+    struct Line
+    {
+        std::function<void(const QByteArray&)> send;
+        std::function<void()> enterCommandMode;
+    };
+
+    DataModeLayer(Phone& phone, TimeSource& time, Line line);
+
+    void receive(const QByteArray& bytes);
+    /// The last byte sent has passed the line.
+    void outputDrained();
+    /// The client that is served has gone. Whoever comes next can't know in which mode the handset is.
+    void clientLeft();
+    /// As when data mode has just begun.
+    void reset();
+
+private:
+    enum class State { Waiting, Working, Answering };
+
+    void take(const QByteArray& bytes);
+    void takeRequests();
+    void checkStart();
+    void run(const QByteArray& request);
+    void send(QByteArray frame);
+    void complain(const QString& what) { m_phone.violations.record(what); }
+
+    Phone& m_phone;
+    Timers m_timers;
+    Line m_line;
+    EscapeWatch m_escape;
+    ObexServer m_server;
+    State m_state = State::Waiting;
+    QByteArray m_buffer;
+    bool m_leaves = false;       // after the answer that is on its way
+    bool m_disturbed = false;    // the client did not wait for it
+    bool m_startChecked = false; // of the request in the buffer
+    bool m_orphaned = false;
+};
+
+} // namespace kalmo::handset

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "handset/obex/ObjectStore.h"
+
+namespace kalmo::handset {
+
+/// The handset's side of an OBEX session: one request in, one answer out.
+class ObexServer
+{
+public:
+    struct Answer
+    {
+        QByteArray frame;
+        double seconds = 0;        ///< that it takes
+        bool disconnected = false; ///< the client has said goodbye
+    };
+
+    ObexServer(Phone& phone, const TimeSource& time) : m_phone(phone), m_store(phone, time) {}
+
+    Answer handle(const ObexPacket& request);
+    /// As before the first CONNECT.
+    void reset();
+
+private:
+    static Answer answer(quint8 code, const QByteArray& rest = {}, double seconds = 0);
+    static Answer answer(const ObjectReply& reply)
+    {
+        return answer(reply.code, reply.headers, reply.seconds);
+    }
+
+    /// An object on its way out.
+    struct Outgoing
+    {
+        QString what = {}; ///< empty while there is none
+        QByteArray body = {};
+        qsizetype sent = 0;
+    };
+    /// An object on its way in.
+    struct Incoming
+    {
+        QString what = {};
+        QStringList path = {};
+        ChangeRequest request = {};
+        std::optional<quint32> length = {}; ///< that was announced
+        qsizetype fullFrame = 0;            ///< size of the frames before the last; 0 while none has come
+    };
+
+    Answer dispatch(const ObexPacket& request);
+    Answer connectTo(const ObexPacket& request);
+    Answer disconnect();
+    Answer setPath(const ObexPacket& request);
+    Answer enter(const QString& name, bool create);
+    Answer get(const ObexPacket& request);
+    Answer startSending(const QString& what, const ObjectReply& reply);
+    Answer nextPart();
+    Answer put(const ObexPacket& request);
+    Answer startReceiving(const ObexPacket& request);
+    Answer takePart(const ObexPacket& request);
+    Answer finishReceiving();
+    Answer change(const ObexPacket& request);
+    Answer move(const std::vector<ObexParameter>& parameters);
+    Answer abort();
+
+    void dropTransfers(const ObexPacket& request);
+    void leftInTheMiddle(const QString& request, const QString& what);
+    void checkFullFrame(const ObexPacket& request);
+    std::vector<ObexParameter> parametersOf(const ObexPacket& request);
+    std::optional<QByteArray> expectedCounter(const ObexPacket& request);
+    /// Path of an object by its name; nothing for a name that can't be one. `changes` where it is put or
+    /// deleted.
+    std::optional<QStringList> locate(const QString& name, bool changes);
+    bool mayBePath(const QString& name) const;
+    void complain(const QString& what) { m_phone.violations.record(what); }
+
+    Phone& m_phone;
+    ObjectStore m_store;
+    bool m_connected = false;
+    qsizetype m_largestAnswer = 255;
+    QStringList m_folder;
+    Outgoing m_out;
+    Incoming m_in;
+};
+
+/// Time of the header of that name, local: "20260917T101500", or with one digit for days below 10. Invalid if
+/// it is in neither form.
+QDateTime headerTime(const QByteArray& text);
+
+} // namespace kalmo::handset
