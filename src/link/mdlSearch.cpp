@@ -140,7 +140,7 @@ bool PhoneSearch::ProbeATZ()
         }
     };
     const auto sendAtz = [&] {
-        m_line.port().WriteText("ATZ\r");
+        m_line.port().WriteText(m_context.sy.blnTxLfTerminator ? "ATZ\r\n" : "ATZ\r");
         remark(u"TX:ATZ"_s);
     };
 
