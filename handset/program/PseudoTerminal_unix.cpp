@@ -177,8 +177,11 @@ void PseudoTerminal::clientLeft()
     if (freeFromLastClient()) {
         m_search.start();
     } else {
-        release();
-        QTimer::singleShot(0, this, &PseudoTerminal::remake);
+        // Not from within the notifier that would go with it.
+        QTimer::singleShot(0, this, [this] {
+            release();
+            remake();
+        });
     }
     Q_EMIT closed();
 }

@@ -40,7 +40,7 @@ private Q_SLOTS:
     void impatience();
     void faults_data();
     void faults();
-    void surplusAndTrickle();
+    void faultsTogether();
     void dropsTheLine();
     void refusesDataMode();
     void ignoresTheEscape();
@@ -87,7 +87,6 @@ void ObexWatch::violations_data()
         {u"parameter 11 declares 5 bytes of 2"_s});
     row("PUT left in the middle", {filled(0x02, start("x", 1000), 300), obexFrame(0x83, nameHeader("x"))},
         {u"PUT of \"x\" left in the middle"_s});
-    row("GET left in the middle", {obexFrame(0x83, nameHeader("Liesmich.txt"))});
     row("abort", {filled(0x02, start("x", 1000), 300), hex("FF0003"), obexFrame(0x83, nameHeader("x"))});
     row("bare name", {obexFrame(0x82, nameHeader("Liesmich.txt"))}, {u"\"Liesmich.txt\" without its path"_s},
         300, u"S820"_s);
@@ -136,8 +135,6 @@ void ObexWatch::faults_data()
     row("silence in the middle", {u"silent-from=2"_s}, {toRoot, toRoot, toRoot}, {ok, {}, {}});
     row("early success", {u"early-success"_s}, parts, {ok, ok});
     row("full", {u"full"_s}, {small}, {obexFrame(0xE0)});
-    row("busy", {u"busy=2"_s}, QByteArrayList(3, obexFrame(0x83, nameHeader("nothing"))),
-        QByteArrayList(3, obexFrame(0xC4)));
     row("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
         {hex("A00001"), ok});
     row("length too large", {u"wrong-length-at=1"_s}, {toRoot, toRoot}, {{}, ok});
@@ -160,7 +157,7 @@ void ObexWatch::faults()
     QCOMPARE(talk.violations(), QStringList());
 }
 
-void ObexWatch::surplusAndTrickle()
+void ObexWatch::faultsTogether()
 {
     ObexTalk talk({.model = u"S68H"_s});
     talk.ask(connectFolders);
