@@ -38,7 +38,7 @@ struct Faults
     int wrongLengthBy = 5;        ///< bytes too many, or too few
     int lateRequestAt = 0;        ///< that request is answered late, by `lateBy`
     int surplusAt = 0;            ///< a few bytes stand behind the answer to that request
-    bool hostileNames = false;    ///< the root folder holds files with names that are dangerous elsewhere
+    bool hostileNames = false;    ///< from the start, the root folder holds files with dangerous names
     bool noLuid = false;          ///< writes are answered without LUID and counter
     bool wrongLuidLength = false; ///< they say a wrong length before them
 

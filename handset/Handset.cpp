@@ -120,6 +120,7 @@ void Handset::lineClosed()
 
 void Handset::powerCycle()
 {
+    setFaults({});
     m_phone->closeStores();
     m_dataMode = false;
     m_input.clear();

@@ -21,7 +21,7 @@ public:
     /// The client has closed its port, or is gone.
     void lineClosed();
 
-    /// Switches the handset off and on again: nothing else leads out of a data mode in which it is stuck.
+    /// Switches the handset off and on again. Whatever was wrong with it is over, and so is data mode.
     void powerCycle();
 
     /// Starts counting anew.

@@ -67,13 +67,13 @@ void loadClassic(Phone& phone, const QJsonObject& sections)
     phone.keep(phone.providers);
 }
 
-void addHostileNames(FileTree& files, const QDateTime& now)
+void addHostileNames(FileTree& files)
 {
     FileNode& root = *files.find({});
     for (const QString& name : {u"../../x"_s, u"a/b"_s, u"..\\c"_s, u"C:x.txt"_s, u"new\nline"_s, u"CON"_s,
                                 u".."_s, u"x\"y"_s, QString(300, u'L')}) {
         if (!root.child(name))
-            FileTree::add(root, {.name = name, .content = "harmless", .modified = now});
+            FileTree::add(root, {.name = name, .content = "harmless"});
     }
 }
 
@@ -88,7 +88,7 @@ void loadData(Phone& phone, const Content& content)
         phone.fileMemory.load(phone.files, content.sections[u"files"_s].toArray(), content.base,
                               phone.memory);
         if (phone.faults.hostileNames)
-            addHostileNames(phone.files, QDateTime::currentDateTime());
+            addHostileNames(phone.files);
         phone.keepFiles();
     }
     for (const IrmcStore& store : phone.irmc)

@@ -121,7 +121,7 @@ AtAnswer writeNext(AtContext& context, const AtRequest& request)
         return refused(context, request, parsed.fault);
     if (writeFails(phone.faults))
         return AtAnswer::error(NotAllowed);
-    if (std::ssize(store->entries) >= store->capacity)
+    if (phone.faults.full || std::ssize(store->entries) >= store->capacity)
         return AtAnswer::error(MemoryFull);
     ++phone.faults.writes;
     store->entries.push_back(parsed.entry);

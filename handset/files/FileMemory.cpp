@@ -28,22 +28,25 @@ QString storedName(const QString& name)
     return QString::fromLatin1(encoded.left(longestStored - 13) + '-' + mark);
 }
 
-QByteArray contentOf(const QString& path)
+std::optional<QByteArray> contentOf(const QString& path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
 }
 
-FileNode nodeFrom(const QJsonObject& row, const QString& base)
+/// Nothing for a file that is no longer there.
+std::optional<FileNode> nodeFrom(const QJsonObject& row, const QString& base)
 {
     FileNode node{.name = row[u"name"_s].toString(),
                   .isFolder = row[u"folder"_s].toBool(),
                   .modified = QDateTime::fromString(row[u"modified"_s].toString(), timeForm),
                   .user = row[u"user"_s].toString(u"RWD"_s),
                   .group = row[u"group"_s].toString(u"RWD"_s)};
-    if (!node.isFolder)
-        node.content = contentOf(base + u'/' + row[u"source"_s].toString());
-    return node;
+    if (node.isFolder)
+        return node;
+    const auto content = contentOf(base + u'/' + row[u"source"_s].toString());
+    node.content = content.value_or(QByteArray());
+    return content ? std::optional(std::move(node)) : std::nullopt;
 }
 
 QJsonObject rowFrom(const FileNode& node, const QStringList& folder, const QString& source)
@@ -102,8 +105,9 @@ void FileMemory::load(FileTree& tree, const QJsonArray& rows, const QString& bas
     for (const auto& value : rows) {
         const QJsonObject row = value.toObject();
         FileNode* folder = tree.find(toList(row[u"in"_s].toArray()));
-        if (folder && folder->isFolder)
-            FileTree::add(*folder, nodeFrom(row, base));
+        auto node = nodeFrom(row, base);
+        if (node && folder && folder->isFolder)
+            FileTree::add(*folder, std::move(*node));
     }
     if (!memory.path().isEmpty())
         takeIn(tree, memory.path());
@@ -117,7 +121,7 @@ void FileMemory::takeIn(FileTree& tree, const QString& folder)
     QDirIterator files(folder + u'/' + filesFolder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString stored = top.relativeFilePath(files.next());
-        const QByteArray content = contentOf(files.filePath());
+        const QByteArray content = contentOf(files.filePath()).value_or(QByteArray());
         m_onDisk.insert(stored, content);
         if (known.contents.contains(stored))
             continue;

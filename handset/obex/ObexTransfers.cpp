@@ -151,6 +151,11 @@ ObexServer::Answer ObexServer::takePart(const ObexPacket& request)
     const bool last = (request.opcode & obex::FinalBit) != 0;
     const bool first = m_in.request.content.isEmpty() && m_in.fullFrame == 0;
     m_in.request.content += request.value(obex::Body) + request.value(obex::EndOfBody);
+    const quint8 room = m_store.room(m_in.path, m_in.request.content.size());
+    if (room != obex::Success) {
+        m_in = {};
+        return answer(room);
+    }
     if (last)
         return finishReceiving();
     checkFullFrame(request);

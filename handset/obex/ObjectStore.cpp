@@ -13,6 +13,7 @@ constexpr double listSeconds = 0.05;
 constexpr double listSecondsPerRow = 0.001;
 constexpr double writeSeconds = 0.15;
 constexpr double removeSeconds = 0.5;
+constexpr qint64 largestItem = 65536; // bytes of one contact or appointment
 const QString telecomFolder = u"telecom"_s;
 
 enum MemoryQuery : quint8 { AllMemory = 1, FreeMemory = 2 };
@@ -99,7 +100,7 @@ ObjectReply ObjectStore::get(const QStringList& path)
 quint8 ObjectStore::room(const QStringList& path, qint64 size)
 {
     if (isTelecom(path))
-        return obex::Success;
+        return size > largestItem ? obex::TooLarge : obex::Success;
     if (!hasFiles())
         return obex::Forbidden;
     const FileNode* there = m_phone.files.find(path);

@@ -20,7 +20,7 @@ public:
     ObjectReply list(const QStringList& path);
     ObjectReply makeFolder(const QStringList& path);
     ObjectReply get(const QStringList& path);
-    /// Whether an object of that size could be put, before it comes.
+    /// Whether there is room for an object of that size, before it comes and while it does.
     quint8 room(const QStringList& path, qint64 size);
     ObjectReply put(const QStringList& path, ChangeRequest request);
     ObjectReply remove(const QStringList& path, ChangeRequest request);

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void faults_data();
     void faults();
     void dropsTheLine();
+    void isWellAgainAfterPowerCycle();
     void forgetsWhatWasOnTheWay();
     void faultTexts_data();
     void faultTexts();
@@ -85,6 +86,7 @@ void LineFaults::faults_data()
     const QByteArrayList writes = {open, "AT^WSWE=1,A,1,1\r", "AT^WSWE=1,B,1,2\r", "AT^WSWE=1,B,1,2\r"};
     const QByteArray second = "AT^WSWE=1,B,1,2\r\r\n";
     const QByteArray first = "AT^WSWE=1,A,1,1\r\r\nOK\r\n";
+    row("full", {u"full"_s}, writes.first(2), {opened, "AT^WSWE=1,A,1,1\r\r\nERROR\r\n"});
     row("write", {u"write-error=2"_s}, writes, {opened, first, second + "ERROR\r\n", second + "ERROR\r\n"});
     row("write once", {u"write-error-once=2"_s}, writes,
         {opened, first, second + "ERROR\r\n", second + "OK\r\n"});
@@ -126,6 +128,15 @@ void LineFaults::dropsTheLine()
     QCOMPARE(talk.port.openErrorEnglish(), u"No port."_s);
     talk.clock.WaitSeconds(1);
     QVERIFY(talk.port.Open({}));
+    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
+}
+
+void LineFaults::isWellAgainAfterPowerCycle()
+{
+    HandsetTalk talk({});
+    talk.port.handset().setFaults({.silentAfter = 1});
+    QCOMPARE(talk.sayAll({"AT\r", "AT\r"}), "");
+    talk.port.handset().powerCycle();
     QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
 }
 

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void changesFiles();
     void refusals_data();
     void refusals();
+    void takesNoMoreThanThereIsRoomFor();
     void tellsMemory();
     void readsTimes_data();
     void readsTimes();
@@ -292,6 +293,20 @@ void ObexFiles::refusals()
     QCOMPARE(talk.ask(request).toHex(' '), obexFrame(code).toHex(' '));
 }
 
+/// A client that announces little and sends more and more.
+void ObexFiles::takesNoMoreThanThereIsRoomFor()
+{
+    ObexTalk talk({.model = u"S68H"_s, .seed = u"none"_s, .maxPacket = 1000, .fileMemory = 2500});
+    talk.ask(connectFolders);
+    const QByteArray start = fileHeaders("x", 10);
+    QCOMPARE(talk.ask(obexFrame(0x02, start + obexHeader(0x48, QByteArray(994 - start.size(), 'x')))),
+             obexFrame(0x90));
+    const QByteArray part = obexFrame(0x02, obexHeader(0x48, QByteArray(994, 'x')));
+    QCOMPARE(talk.ask(part), obexFrame(0x90));
+    QCOMPARE(talk.ask(part), obexFrame(0xE0));
+    QCOMPARE(rowsOf(talk.fetch(listFolder)), {u"folder telecom R/R"_s});
+}
+
 void ObexFiles::tellsMemory()
 {
     ObexTalk talk({.model = u"S68H"_s, .seed = u"none"_s, .fileMemory = 100000, .memoryCard = 0x7654321});
@@ -341,8 +356,9 @@ void ObexFiles::keepsFiles()
         talk.ask(obexFrame(0x82, nameHeader("Liesmich.txt")));
         talk.enter("Leer", 0);
     }
-    // Somebody puts a file there by hand.
+    // Somebody puts a file there by hand, and takes another away.
     QVERIFY(QFile::copy(folder.filePath(u"files/Ä.txt"_s), folder.filePath(u"files/Pictures/Hand.txt"_s)));
+    QVERIFY(QFile::remove(folder.filePath(u"files/Sounds/Gong.mid"_s)));
     for (int start = 0; start < 2; ++start) {
         ObexTalk talk(options);
         talk.ask(connectFolders);
@@ -353,6 +369,10 @@ void ObexFiles::keepsFiles()
                 !rows.contains(u"file Liesmich.txt 64 RWD/R"_s));
         talk.enter("Pictures");
         QCOMPARE(talk.fetchFile("Hand.txt"), "abc");
+        talk.ask(toRoot);
+        talk.enter("Sounds");
+        QCOMPARE(rowsOf(talk.fetch(listFolder)),
+                 QStringList({u"file Tonleiter.mid 100 RWD/RWD"_s, u"file Piep.wav 6444 RWD/RWD"_s}));
     }
     QVERIFY(!QFileInfo::exists(folder.filePath(u"files/Liesmich.txt"_s)));
     QCOMPARE(folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(u' '),

@@ -114,6 +114,10 @@ void ObexWatch::impatience()
     QVERIFY(talk.ask(obexFrame(0x83, nameHeader("Piep.wav"))).startsWith('\x90'));
     talk.ask(toRoot);
     QCOMPARE(talk.say(toRoot + toRoot), ok + ok);
+    // But whoever gives a late answer up can't know better.
+    talk.port.handset().setFaults({.lateBy = 3, .lateRequestAt = 1});
+    QCOMPARE(talk.say(toRoot, 2.9), "");
+    QCOMPARE(talk.say(toRoot), ok + ok);
     QCOMPARE(talk.violations(), QStringList({u"GET of \"Piep.wav\" left in the middle"_s,
                                              u"sent before the answer to a request"_s}));
 }
