@@ -159,7 +159,9 @@ bool SetPhoneTime(Line& line)
                  u"Das Gigaset unterstützt keine Sekundenanzeige, daher endet die angezeigte Zeit immer auf "
                  u"\"00\""_s,
              .title = u"Kalmo  -  Zeitsychronisation"_s,
-             .icon = Icon::Information});
+             .icon = Icon::Information,
+             .english =
+                 u"The clock is set. The phone may take a minute to show it, and shows no seconds."_s});
     }
     return true;
 }
