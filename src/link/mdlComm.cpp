@@ -137,6 +137,10 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         readWaiting(buffer);
         if (buffer.contains("+CME ERROR:"))
             return false;
+        if (!m_port.IsOpen()) {
+            answer.clear();
+            return false;
+        }
         const bool silent = m_context.clock.Timer() > start + timeout;
         if (!silent && buffer.size() >= tailLength)
             tail = buffer.last(tailLength);

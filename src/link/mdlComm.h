@@ -38,7 +38,8 @@ public:
     /// the echo and the final result. `keepTail` leaves the payload its last line end, as the list commands
     /// need it. The command is sent up to three times, with a recovery in between, when the answer is not
     /// whole within `timeout` seconds or is an error. False after the third, or at once for "+CME ERROR:",
-    /// which leaves `answer` as it was. A wait that spans midnight does not time out.
+    /// which leaves `answer` as it was, and for a port that is gone: nothing can come any more. A wait that
+    /// spans midnight does not time out.
     bool Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
 
     /// Tx and Rx in one.
