@@ -1,0 +1,101 @@
+#include "cli/ReadList.h"
+
+#include "app/Files.h"
+#include "cli/EntryJson.h"
+#include "cli/FindPhone.h"
+#include "cli/Stop.h"
+#include "cli/StoreWords.h"
+#include "cli/Tables.h"
+#include "link/PhoneModels.h"
+#include "phonedata/Ringtones.h"
+#include "phonedata/StoreSafety.h"
+
+namespace kalmo::cli {
+
+using phonedata::Store;
+
+namespace {
+
+/// The handset's own melodies: without them a reminder that is set to one of them would lose it.
+void learnMelodies(Job& job, Store store)
+{
+    if (store != Store::Phonebook || !link::hasRingtoneSettings(job.phoneType()))
+        return;
+    const auto rows = phonedata::makeSoundRows();
+    if (!phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows))
+        job.out.note(u"The phone did not list its own melodies; where one is set, \"Melodie 1\" stands.\n"_s);
+}
+
+ExitStatus readOnce(Job& job, Store store, ListRead& read)
+{
+    const QString name = wordsOf(store).name.toString();
+    const auto list = phonedata::makeRows(store);
+    job.progress.phase(u"Reading the %1"_s.arg(name));
+    QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(),
+                     [&] { job.progress.count(list->count()); });
+    bool done = false;
+    {
+        const StoreOpenScope open;
+        done = phonedata::readStore(
+            {job.line, job.memory, *list, nullptr, {.bar = &job.progress, .cancel = &job.stop}}, store);
+    }
+    job.progress.clear();
+    if (!done && job.stop.Checked()) {
+        job.out.error(u"interrupted while the %1 was read; nothing was changed in the phone."_s.arg(name));
+        return ExitRefused;
+    }
+    if (!done) {
+        const bool isGone = !job.line.port().IsOpen();
+        job.out.error(isGone ? u"the %1 could not be read: %2 is gone."_s.arg(name, job.portName())
+                             : u"the %1 could not be read: the phone stopped answering."_s.arg(name));
+        return ExitFailed;
+    }
+    read.entries = phonedata::classicEntries(*list);
+    read.isDoubtful = phonedata::certaintyOf(job.memory, store) == phonedata::Certainty::Doubtful;
+    return ExitDone;
+}
+
+} // namespace
+
+ExitStatus readList(Job& job, Store store, ListRead& read)
+{
+    learnMelodies(job, store);
+    const ExitStatus status = readOnce(job, store, read);
+    if (status != ExitDone || !read.isDoubtful)
+        return status;
+    job.out.note(u"A command had to be repeated, so an entry may have been skipped; reading once more.\n"_s);
+    return readOnce(job, store, read);
+}
+
+ExitStatus runRead(Job& job, Store store)
+{
+    const QString path = job.invocation.value(u"--output"_s);
+    if (!path.isEmpty() && !hasEntryEnding(path, store)) {
+        job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, wordsOf(store).ending));
+        return ExitWrongUse;
+    }
+    if (const ExitStatus found = findPhone(job); found != ExitDone)
+        return found;
+    ListRead read;
+    if (const ExitStatus status = readList(job, store, read); status != ExitDone)
+        return status;
+    QString reason;
+    if (!path.isEmpty() && !app::writeWholeFile(path, entryFileBytes(path, read.entries, store), &reason)) {
+        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+        return ExitFailed;
+    }
+    std::vector<QStringList> rows;
+    for (const phonedata::ClassicEntry& entry : read.entries)
+        rows.push_back(entryCells(entry, store));
+    if (path.isEmpty() || job.out.isJson())
+        job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
+    if (!path.isEmpty())
+        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(read.entries.size()), path));
+    if (!read.isDoubtful)
+        return ExitDone;
+    job.out.error(
+        u"a command had to be repeated in both readings, so an entry may be missing. Read again."_s);
+    return ExitFailed;
+}
+
+} // namespace kalmo::cli
