@@ -1,0 +1,55 @@
+#pragma once
+
+#include "support/Verdict.h"
+#include "toolkit/Dialogs.h"
+
+#include <deque>
+#include <functional>
+#include <optional>
+
+namespace kalmo::tests {
+
+/// A user who knows beforehand what will be asked. Each box has to be the one that was expected next: text,
+/// title, buttons, default button and icon, and the English text where one was expected. A box that nobody
+/// expected gets the answer that does least; it and a box that never came fail the test.
+class ScriptedDialogs : public toolkit::Dialogs
+{
+public:
+    explicit ScriptedDialogs(Verdict& verdict) : m_verdict(verdict) {}
+    ~ScriptedDialogs() override;
+
+    void expect(const toolkit::Message& message, toolkit::Answer answer = toolkit::Answer::Ok);
+    /// The path is what the user chooses; empty where he cancels.
+    void expectOpenFile(const toolkit::FileRequest& request, const QString& path);
+    void expectSaveFile(const toolkit::FileRequest& request, const QString& path);
+    void expectPickFolder(const QString& title, const QString& start, const QString& path);
+
+    /// Runs while the dialog that was expected last is shown.
+    void whileShown(std::function<void()> action);
+
+    /// Complains about what never came, and forgets it. The destructor does the same.
+    void finish();
+
+    toolkit::Answer Show(const toolkit::Message& message) override;
+    QString OpenFile(const toolkit::FileRequest& request) override;
+    QString SaveFile(const toolkit::FileRequest& request) override;
+    QString PickFolder(const QString& title, const QString& start) override;
+
+private:
+    struct Step
+    {
+        QString shown; // all that is compared, in words
+        QString english;
+        toolkit::Answer answer = toolkit::Answer::Ok;
+        QString path = {};
+        std::function<void()> action = {};
+    };
+
+    /// The step that was expected, null if another or none was.
+    std::optional<Step> next(const QString& shown, const QString& english = {});
+
+    Verdict& m_verdict;
+    std::deque<Step> m_script;
+};
+
+} // namespace kalmo::tests

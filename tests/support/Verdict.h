@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QStringList>
+
+#include <utility>
+
+namespace kalmo::tests {
+
+/// What the fakes of one test have to complain about. Whatever nobody has taken out fails the running test
+/// when the verdict goes out of scope, so that no test can forget to ask.
+class Verdict
+{
+public:
+    Verdict() = default;
+    ~Verdict();
+    Q_DISABLE_COPY_MOVE(Verdict)
+
+    void complain(const QString& problem) { m_problems.append(problem); }
+    bool isClean() const { return m_problems.isEmpty(); }
+
+    /// Takes the complaints out, for tests of the fakes themselves.
+    QStringList take() { return std::exchange(m_problems, {}); }
+
+private:
+    QStringList m_problems;
+};
+
+} // namespace kalmo::tests
