@@ -78,7 +78,8 @@ bool Line::readWaiting(QByteArray& buffer)
 
 void Line::yieldUpTo(double seconds)
 {
-    m_context.clock.DoEvents(std::clamp(seconds, 0.0, longestNap));
+    // What has come already is not to be waited for.
+    m_context.clock.DoEvents(m_port.InCount() > 0 ? 0 : std::clamp(seconds, 0.0, longestNap));
 }
 
 void Line::PurgeQueue()
