@@ -55,7 +55,7 @@ void Output::note(const QString& text)
 
 void Output::error(const QString& text)
 {
-    toErr(u"kalmoctl: "_s + text + u'\n');
+    toErr(u"kalmoctl: "_s + text + (text.endsWith(u'\n') ? u""_s : u"\n"_s));
 }
 
 void Output::prompt(const QString& text)

@@ -37,7 +37,7 @@ public:
     /// Whole lines for standard error that the user may do without.
     void note(const QString& text);
 
-    /// What went wrong. Puts the program's name before it.
+    /// What went wrong, in one line or several. Puts the program's name before it.
     void error(const QString& text);
 
     /// A question or another piece of a line for standard error.

@@ -41,7 +41,7 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
     }
     job.progress.clear();
     if (!done && job.stop.Checked()) {
-        job.out.error(u"interrupted while the %1 was read; nothing was changed in the phone."_s.arg(name));
+        job.out.error(u"interrupted while the %1 was read."_s.arg(name));
         return ExitRefused;
     }
     if (!done) {

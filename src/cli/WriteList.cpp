@@ -63,8 +63,10 @@ ExitStatus ListWriter::run()
     }
     if (const ExitStatus found = findPhone(m_job); found != ExitDone)
         return found;
-    if (const ExitStatus read = readList(m_job, m_store, m_held); read != ExitDone)
+    if (const ExitStatus read = readList(m_job, m_store, m_held); read != ExitDone) {
+        m_job.out.note(u"Nothing was changed in the phone.\n"_s);
         return read;
+    }
     for (const ClassicEntry& entry : m_fromFile)
         m_wanted.push_back(
             phonedata::asHeld(entry, m_store, m_job.phoneType(), m_job.memory.sounds, m_job.context.log));
@@ -169,7 +171,7 @@ ExitStatus ListWriter::verify()
     const int written = static_cast<int>(m_wanted.size());
     ListRead now;
     if (const ExitStatus status = readList(m_job, m_store, now); status != ExitDone) {
-        m_job.out.error(u"%1 written, but not read back to be compared.%2"_s.arg(
+        m_job.out.error(u"%1 written, but not read back to be compared.\n%2"_s.arg(
             entryCount(m_wanted.size()), backupHint(m_words, m_backup)));
         return finish(status, written, std::nullopt, {});
     }
@@ -179,7 +181,7 @@ ExitStatus ListWriter::verify()
         return finish(ExitDone, written, verified,
                       u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size())));
     m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
-                    mismatchText(diff, m_store).trimmed() + backupHint(m_words, m_backup));
+                    mismatchText(diff, m_store) + backupHint(m_words, m_backup));
     return finish(ExitFailed, written, verified, {});
 }
 

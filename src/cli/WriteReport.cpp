@@ -91,10 +91,10 @@ QString failureText(const WriteFailure& failure)
 {
     QString text = u"the %1 could not be written: %2.\n"_s.arg(failure.words.name, failure.cause);
     if (failure.held)
-        text += u"The phone now holds %1 of %2."_s.arg(QString::number(*failure.held),
-                                                       entryCount(static_cast<size_t>(failure.wanted)));
+        text += u"The phone now holds %1 of %2, as far as it confirmed them.\n"_s.arg(
+            QString::number(*failure.held), entryCount(static_cast<size_t>(failure.wanted)));
     else
-        text += u"What the phone holds now is not known."_s;
+        text += u"What the phone holds now is not known.\n"_s;
     return text + backupHint(failure.words, failure.backup);
 }
 
@@ -102,8 +102,8 @@ QString backupHint(const StoreWords& words, const QString& backup)
 {
     if (backup.isEmpty())
         return {};
-    return u"\nWhat it held before is in %1.\n"
-           u"To put it back: kalmoctl %2 write %3"_s.arg(backup, words.commands, inShellQuotes(backup));
+    return u"What it held before is in %1.\n"
+           u"To put it back: kalmoctl %2 write %3\n"_s.arg(backup, words.commands, inShellQuotes(backup));
 }
 
 } // namespace kalmo::cli

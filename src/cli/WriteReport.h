@@ -31,7 +31,7 @@ struct WriteFailure
 /// What a write that failed leaves behind, and how to go back.
 QString failureText(const WriteFailure& failure);
 
-/// Where the backup lies and how to put it back, as further lines of a message; empty if there is none.
+/// Where the backup lies and how to put it back, in whole lines; empty if there is none.
 QString backupHint(const StoreWords& words, const QString& backup);
 
 } // namespace kalmo::cli
