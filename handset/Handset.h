@@ -1,0 +1,43 @@
+#pragma once
+
+#include "handset/at/AtLayer.h"
+#include "handset/Pacer.h"
+
+namespace kalmo::handset {
+
+/// A handset at one end of a serial line. It has no thread and does not wait: it acts when bytes come in and
+/// when the time source calls back.
+class Handset
+{
+public:
+    Handset(std::unique_ptr<Phone> phone, TimeSource& time, Wire& wire);
+    Q_DISABLE_COPY_MOVE(Handset)
+
+    /// Bytes from the client, as it hands them to its port; they then take their time on the line.
+    void receive(const QByteArray& bytes);
+    /// The client's rate, in baud. Until it is told, the handset's own.
+    void setBaudRate(int baud);
+    /// The client has closed its port, or is gone.
+    void lineClosed();
+
+    /// Starts counting anew.
+    void setFaults(const Faults& faults) { m_phone->faults = faults; }
+
+    const QStringList& violations() const { return m_phone->violations.all(); }
+    const Phone& phone() const { return *m_phone; }
+    int baudRate() const { return m_baud; }
+
+private:
+    void arrive(const QByteArray& bytes);
+    void hangUp();
+
+    std::unique_ptr<Phone> m_phone;
+    Wire& m_wire;
+    QList<int> m_rates; // at which it answers
+    int m_baud;
+    Pacer m_input;
+    Pacer m_output;
+    AtLayer m_at;
+};
+
+} // namespace kalmo::handset

@@ -1,7 +1,13 @@
+#include "handset/program/Program.h"
+
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
+    using namespace kalmo::handset;
     QCoreApplication application(argc, argv);
-    return 0;
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    Program program(parseCommandLine(application.arguments().sliced(1)), out, err);
+    return program.run();
 }

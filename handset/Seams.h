@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+
+#include <functional>
+
+namespace kalmo::handset {
+
+/// The handset's sense of time. Everything that takes time in it goes through here.
+class TimeSource
+{
+public:
+    virtual ~TimeSource() = default;
+
+    /// Seconds since some moment before the handset was made; never falls back.
+    virtual double now() const = 0;
+    /// Local date and time, which the handset's clock is set off against.
+    virtual QDateTime dateTime() const = 0;
+    /// Has `action` run once, `seconds` from now. Never runs it from inside of this call.
+    virtual void after(double seconds, std::function<void()> action) = 0;
+};
+
+/// The cable, seen from the handset.
+class Wire
+{
+public:
+    virtual ~Wire() = default;
+
+    /// Bytes for the client, already paced to the line's rate.
+    virtual void send(const QByteArray& bytes) = 0;
+    /// The line drops, as if the cable had been pulled out.
+    virtual void hangUp() = 0;
+};
+
+} // namespace kalmo::handset

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "handset/Phone.h"
+#include "handset/Seams.h"
+
+#include <QFlags>
+
+#include <span>
+
+namespace kalmo::handset {
+
+/// The four ways in which a command can be given.
+enum class Form {
+    Run = 1,  ///< AT+CSQ
+    Read = 2, ///< AT+CCLK?
+    Test = 4, ///< AT+CPROT=?
+    Set = 8,  ///< AT+CCLK=...
+};
+Q_DECLARE_FLAGS(Forms, Form)
+Q_DECLARE_OPERATORS_FOR_FLAGS(Forms)
+
+struct AtRequest
+{
+    QByteArray name = {}; ///< what stands behind "AT", in capitals: "Z", "+CGMM", "^WSRE"
+    Form form = Form::Run;
+    QByteArray argument = {}; ///< what stands behind "=", or the digits of a basic command such as "E0"
+
+    /// As it came, for messages.
+    QByteArray text() const;
+};
+
+/// Takes a command line apart; `line` begins with "AT" and has no line end.
+AtRequest parseAtLine(const QByteArray& line);
+
+/// Numbers of "+CME ERROR:", from 3GPP TS 27.007, 9.2.
+enum CmeError {
+    NotAllowed = 3,
+    NotSupported = 4,
+    MemoryFull = 20,
+    TextTooLong = 24,
+    BadCharacters = 25,
+    BadIndex = 21
+};
+
+struct AtAnswer
+{
+    enum Result { Ok, Error, Connect } result = Ok;
+    QByteArray payload = {}; ///< without a line end behind it; its own line ends are CR LF
+    CmeError why = NotSupported;
+    double seconds = 0; ///< that the command takes on top of its usual time
+    enum Then { StayInCommandMode, EnterDataMode } then = StayInCommandMode;
+
+    static AtAnswer ok(const QByteArray& payload = {}, double seconds = 0)
+    {
+        return {.payload = payload, .seconds = seconds};
+    }
+    static AtAnswer error(CmeError why) { return {.result = Error, .why = why}; }
+};
+
+/// What an AT command works with.
+struct AtContext
+{
+    Phone& phone;
+    const TimeSource& time;
+    bool& echo;
+    int& cmeLevel; ///< 0: "ERROR"; 1 and 2: "+CME ERROR:" with its number
+};
+
+/// How a command's line has to end in families that want CR.
+enum class Ending {
+    Cr,
+    CrLf,
+    Either,  ///< sent before the client knows with whom it speaks
+    ByStore, ///< CR LF for entries of the phonebook, else CR
+};
+
+/// One row of the command table.
+struct AtCommand
+{
+    const char* name;
+    Forms forms;
+    FamilySet families;
+    double seconds; ///< from the end of the line to the answer
+    AtAnswer (*run)(AtContext&, const AtRequest&);
+    bool whileStoreIsOpen = false;
+    Ending ending = Ending::Cr;
+};
+
+std::span<const AtCommand> basicCommands();
+std::span<const AtCommand> statusCommands();
+std::span<const AtCommand> storeCommands();
+std::span<const AtCommand> soundCommands();
+
+/// The row for a request, null where the family has no such command.
+const AtCommand* findCommand(const AtRequest& request, int family);
+
+} // namespace kalmo::handset

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "handset/Handset.h"
+#include "link/SPortAx.h"
+#include "support/VirtualClock.h"
+
+#include <memory>
+
+namespace kalmo::tests {
+
+class Verdict;
+
+/// A serial port with the emulated handset behind it, on virtual time. It is open from the start, at the
+/// handset's own rate.
+class HandsetPort : public link::SPortAx, private handset::TimeSource, private handset::Wire
+{
+public:
+    explicit HandsetPort(VirtualClock& clock, const handset::Options& options = {});
+    /// What the client did wrong fails the test when the port goes out of scope.
+    HandsetPort(VirtualClock& clock, Verdict& verdict, const handset::Options& options = {});
+    ~HandsetPort() override;
+
+    handset::Handset& handset() { return *m_handset; }
+
+    bool Open(const QString& portName) override;
+    void Close() override;
+    bool IsOpen() const override { return m_open; }
+    QString openError() const override;
+    QString openErrorEnglish() const override;
+    int Read(char* buffer, int count) override;
+    int Write(const char* bytes, int count) override;
+    QByteArray ReadText() override { return std::exchange(m_received, {}); }
+    void WriteText(const QByteArray& text) override
+    {
+        Write(text.constData(), static_cast<int>(text.size()));
+    }
+    int InCount() const override { return static_cast<int>(m_received.size()); }
+    int InBufferSize() const override { return m_inBufferSize; }
+    void SetInBufferSize(int bytes) override { m_inBufferSize = bytes; }
+    int OutBufferSize() const override { return m_outBufferSize; }
+    void SetOutBufferSize(int bytes) override { m_outBufferSize = bytes; }
+    int BaudRate() const override { return m_handset->baudRate(); }
+    void SetSettings(const QString& settings) override;
+    void SetControlLines(bool) override {}
+    int CountPorts() override { return 1; }
+    QString PortName(int) override { return QStringLiteral("COM1"); }
+
+private:
+    bool isUnplugged() const { return m_clock.elapsed() < m_unpluggedUntil; }
+
+    double now() const override { return m_clock.elapsed(); }
+    QDateTime dateTime() const override { return m_clock.Now(); }
+    void after(double seconds, std::function<void()> action) override
+    {
+        m_clock.after(seconds, std::move(action));
+    }
+    void send(const QByteArray& bytes) override;
+    void hangUp() override;
+
+    VirtualClock& m_clock;
+    Verdict* m_verdict = nullptr;
+    std::unique_ptr<handset::Handset> m_handset;
+    QByteArray m_received;
+    bool m_open = true;
+    double m_unpluggedUntil = 0; // the line has dropped
+    int m_inBufferSize = link::inBufferSize;
+    int m_outBufferSize = link::outBufferSize;
+};
+
+} // namespace kalmo::tests
