@@ -6,6 +6,10 @@
 #include <QDir>
 #include <QTest>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 using namespace Qt::StringLiterals;
 using namespace kalmo;
 using namespace kalmo::phonedata;
@@ -23,6 +27,24 @@ const ClassicEntry full{.name = u"Jörg \"Jogi\""_s,
                         .languageTag = u"not saved"_s};
 const QByteArray fullLine =
     "\"J\xF6rg \x95Jogi\x95\",\"+49*1\",\"24.12  08:30\",\"Melodie 3\",\"Ja\",\"Optisch\"\r\n";
+
+/// While one lives no file grows beyond so many bytes.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(int room)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit little{static_cast<rlim_t>(room), m_before.rlim_max};
+        std::signal(SIGXFSZ, SIG_IGN); // then a write fails, as it does on a full disk
+        setrlimit(RLIMIT_FSIZE, &little);
+    }
+    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+
+private:
+    rlimit m_before = {};
+};
 
 template <typename Entry>
 QStringList inWords(const std::vector<Entry>& entries)
@@ -53,6 +75,8 @@ private Q_SLOTS:
     void savesForClassicHandsetsOnly();
     void oldFileSurvives_data();
     void oldFileSurvives();
+    void fullDisk_data();
+    void fullDisk();
     void missingFileIsTold();
     void namesOfBackups();
 };
@@ -163,6 +187,33 @@ void tst_BackupFiles::oldFileSurvives()
     QVERIFY(!(isPhonebook ? SaveTel(test.context, *list, path) : SavePrv(test.context, *list, path)));
     QVERIFY(QDir(path).exists(u"kept"_s));
     QCOMPARE(QDir(test.folder.path()).entryList(QDir::Files), QStringList{}); // nothing half-written is left
+}
+
+void tst_BackupFiles::fullDisk_data()
+{
+    QTest::addColumn<int>("room"); // bytes that the disk still takes
+    QTest::newRow("none") << 0;
+    QTest::newRow("for a part") << 20;
+}
+
+void tst_BackupFiles::fullDisk()
+{
+    QFETCH(int, room);
+    TestContext test;
+    test.sy.PhoneType = 2;
+    const auto list = makePhonebookRows();
+    list->add(toRow(full));
+    const QString path = test.makeFile(u"book.tel"_s, "old");
+    const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
+    test.dialogs.expect({.text = u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path),
+                         .icon = Icon::Exclamation});
+    {
+        const SmallDisk disk(room);
+        QVERIFY(!SaveTel(test.context, *list, path));
+        test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
+    }
+    QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
+    QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
 }
 
 void tst_BackupFiles::missingFileIsTold()
