@@ -54,7 +54,8 @@ PortFault portInUse(const QString& devicePath)
 
 bool claimPort(qintptr handle)
 {
-    // The exclusive mode of a terminal does not bind the superuser; this does, between programs that ask.
+    // The exclusive mode of a terminal does not bind the superuser, and a lock file goes by the name, of
+    // which a device can have several. This binds all programs that ask.
     return flock(static_cast<int>(handle), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
