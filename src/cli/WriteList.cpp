@@ -49,6 +49,7 @@ private:
     Entries m_fromFile;
     Entries m_wanted; // as the phone will hold them
     ListRead m_held;
+    QString m_warnings;
     QString m_backup;
 };
 
@@ -70,7 +71,8 @@ ExitStatus ListWriter::run()
     for (const ClassicEntry& entry : m_fromFile)
         m_wanted.push_back(
             phonedata::asHeld(entry, m_store, m_job.phoneType(), m_job.memory.sounds, m_job.context.log));
-    m_job.out.note(warningLines(m_fromFile, m_store, m_job.phoneType(), m_job.memory.sounds));
+    m_warnings = warningLines(m_fromFile, m_store, m_job.phoneType(), m_job.memory.sounds);
+    m_job.out.note(m_warnings);
     const ListDiff diff = phonedata::diffLists(m_held.entries, m_wanted);
     if (dryRun) {
         m_job.out.show(diffJson(diff), diffText(diff, m_held.entries.size(), m_store));
@@ -126,6 +128,11 @@ bool ListWriter::agrees(const ListDiff& diff)
     if (m_held.isDoubtful &&
         !questions.confirm(u"A command had to be repeated in both readings, so the backup may lack an entry. "
                            u"Write all the same?"_s))
+        return false;
+    if (!m_warnings.isEmpty() &&
+        !questions.confirm(
+            u"The phone may refuse an entry that it can't hold, and then lacks those behind it "
+            u"too. Write all the same?"_s))
         return false;
     return questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
         entryCount(m_wanted.size()), QString::number(diff.add.size()), QString::number(diff.change.size()),

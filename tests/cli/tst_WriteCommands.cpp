@@ -78,6 +78,15 @@ void tst_WriteCommands::writes_data()
         shell.answers = QStringList{u"n"_s};
         reading(shell);
     }) << ExitRefused << QString() << u"kalmoctl: nothing was changed in the phone.\n"_s;
+    QTest::newRow("the user does not want to write what the phone can't hold")
+        << QString() << QByteArray("\"A\",\"1\"\r\n\"B[\",\"2\"\r\n") << Prepare([=](Shell& shell) {
+               shell.answers = QStringList{u"n"_s};
+               reading(shell);
+           })
+        << ExitRefused << QString()
+        << u"The phone may refuse an entry that it can't hold, and then lacks those behind it too. Write all "
+           u"the "
+           "same? [y/N] "_s;
     QTest::newRow("nobody to ask")
         << QString() << file << nothing << ExitRefused << QString()
         << u"kalmoctl: Replace the phonebook in the phone?\nNobody can answer here"_s;
