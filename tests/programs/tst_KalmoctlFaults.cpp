@@ -114,17 +114,16 @@ void tst_KalmoctlFaults::portInUse()
 {
     RunningPrograms programs;
     QVERIFY(programs.startHandset({u"--model"_s, u"WOODY"_s}));
-    programs.startKalmoctl({u"find"_s});
-    ProgramRun second;
-    // Until the first one has opened the port the second one may get it; it gives it back at once.
-    const QString device = programs.line();
-    for (int attempt = 0; attempt < 20 && second.status != 1; ++attempt) {
-        second = programs.run(u"timeout"_s, {u"0.2"_s, u"kalmoctl"_s, u"--storage"_s,
-                                             programs.path(u"other"_s), u"--port"_s, device, u"find"_s});
-    }
+    programs.startKalmoctl({u"--log"_s, programs.path(u"first.log"_s), u"find"_s});
+    QTRY_VERIFY(programs.contentOf(u"first.log"_s).contains("eComm.InBufferSize")); // now the port is open
+    const ProgramRun second =
+        programs.run(u"env"_s, {u"kalmoctl"_s, u"--storage"_s, programs.path(u"other"_s), u"--port"_s,
+                                programs.line(), u"find"_s});
     QCOMPARE(second.err, u"kalmoctl: HOME/line is in use by another program, perhaps by Kalmo's window. "
                          "Close that program.\n"_s);
-    programs.finishKalmoctl();
+    QCOMPARE(second.status, 1);
+    QCOMPARE(programs.finishKalmoctl().status, 0);
+    QCOMPARE(programs.stopHandset(), QString());
 }
 
 void tst_KalmoctlFaults::unknownHandsetAndItsAlias()
