@@ -22,14 +22,34 @@ bool isNoName(const QString& path)
     return path.isEmpty() || path == u"."_s || path == u".."_s;
 }
 
+void clearReadOnly(const QString& path)
+{
+    QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::WriteOwner);
+}
+
 bool removeFile(const QString& path, int& error)
 {
-    QFile file(path);
-    file.setPermissions(file.permissions() | QFileDevice::WriteOwner);
+    clearReadOnly(path);
     errno = 0;
-    const bool removed = file.remove();
+    const bool removed = QFile::remove(path);
     error = removed ? 0 : errno;
     return removed;
+}
+
+/// Logs why a file is in the way and asks whether to try again.
+bool retriesAfter(Context& context, const QString& path, int error)
+{
+    context.log.WriteDebugLog(u"KillEx"_s, u"Error #%1 file=%2"_s.arg(error).arg(path));
+    const Answer answer = context.dialogs.Show({
+        .text = u"Die Datei "_s + path +
+                u" konnte nicht ersetzt bzw. gelöscht werden. Vermutlich haben Sie kein Schreibrecht in dem "
+                u"Ordner oder aber die Datei ist aktuell von einem anderen Programm geöffnet.\n"
+                u"Versuch wiederholen?"_s,
+        .buttons = Buttons::RetryCancel,
+        .icon = Icon::Exclamation,
+        .english = u"The file %1 could not be replaced. Try again?"_s.arg(path),
+    });
+    return answer == Answer::Retry;
 }
 
 bool makeFolders(const QString& path)
@@ -64,18 +84,7 @@ bool KillEx(Context& context, const QString& path)
         int error = 0;
         if (removeFile(path, error))
             return true;
-        context.log.WriteDebugLog(u"KillEx"_s, u"Error #%1 file=%2"_s.arg(error).arg(path));
-        const Answer answer = context.dialogs.Show({
-            .text =
-                u"Die Datei "_s + path +
-                u" konnte nicht ersetzt bzw. gelöscht werden. Vermutlich haben Sie kein Schreibrecht in dem "
-                u"Ordner oder aber die Datei ist aktuell von einem anderen Programm geöffnet.\n"
-                u"Versuch wiederholen?"_s,
-            .buttons = Buttons::RetryCancel,
-            .icon = Icon::Exclamation,
-            .english = u"The file %1 could not be replaced. Try again?"_s.arg(path),
-        });
-        if (answer != Answer::Retry)
+        if (!retriesAfter(context, path, error))
             return false;
     }
 }
@@ -136,6 +145,23 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error
     if (error)
         *error = file.errorString();
     return false;
+}
+
+ReplaceResult replaceFile(Context& context, const QString& path, const QByteArray& bytes)
+{
+    for (;;) {
+        const bool replaces = FileExists(path);
+        if (replaces)
+            clearReadOnly(path);
+        errno = 0;
+        if (writeWholeFile(path, bytes))
+            return ReplaceResult::Written;
+        const int error = errno;
+        if (!replaces)
+            return ReplaceResult::NotWritten;
+        if (!retriesAfter(context, path, error))
+            return ReplaceResult::NotReplaced;
+    }
 }
 
 bool readWholeFile(const QString& path, QByteArray& bytes)

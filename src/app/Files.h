@@ -34,6 +34,14 @@ bool WriteTest(Context& context, const QString& folder);
 /// False, with the system's reason in `error`, if that fails.
 bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
+enum class ReplaceResult { Written, NotReplaced, NotWritten };
+
+/// Writes a file, in the place of an old one of that name if there is one, a read-only one too. The old
+/// content stays until the new one is safely on disk. Where an old file can't be replaced the user may try
+/// again, as with KillEx; NotReplaced is his giving up. NotWritten: nothing was in the way and the file could
+/// still not be written.
+ReplaceResult replaceFile(Context& context, const QString& path, const QByteArray& bytes);
+
 /// Whole content of a file; false if it can't be read.
 bool readWholeFile(const QString& path, QByteArray& bytes);
 

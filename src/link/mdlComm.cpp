@@ -5,8 +5,11 @@
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace kalmo::link {
 
@@ -21,7 +24,9 @@ constexpr int mostAttempts = 3;
 constexpr int purgeRounds = 10;
 constexpr qsizetype tailLength = 5;
 constexpr double defaultDirectTimeout = 5.5;
-constexpr double longestNap = 0.1; // a stop that a signal asks for wakes nobody
+constexpr double longestNap = 0.1;   // a stop that a signal asks for wakes nobody
+constexpr double settledAfter = 0.3; // seconds of silence, more than a pause within one answer
+constexpr double longestSettling = 3;
 
 /// Without a sign, and without a digit at all for 0.
 QString wholeSeconds(double seconds)
@@ -56,6 +61,8 @@ void Line::ConfigurePort()
     m_port.SetOutBufferSize(outBufferSize);
     PurgeQueue();
     m_port.ReadText();
+    m_mode = LineMode::Text;
+    m_dirty = false;
 }
 
 void Line::ClosePort()
@@ -78,8 +85,42 @@ bool Line::readWaiting(QByteArray& buffer)
 
 void Line::yieldUpTo(double seconds)
 {
+    const QScopedValueRollback waiting(m_waiting, true);
     // What has come already is not to be waited for.
     m_context.clock.DoEvents(m_port.InCount() > 0 ? 0 : std::clamp(seconds, 0.0, longestNap));
+}
+
+void Line::pause(double seconds)
+{
+    const QScopedValueRollback waiting(m_waiting, true);
+    m_context.clock.WaitSeconds(seconds);
+}
+
+bool Line::isRefused(const QString& operation, bool needsTextMode) const
+{
+    const bool wrongMode = needsTextMode && m_mode != LineMode::Text;
+    if (!m_waiting && !wrongMode)
+        return false;
+    m_context.log.WriteDebugLog(u"Warning:"_s,
+                                operation + (m_waiting ? u" refused, another exchange is under way"_s
+                                                       : u" refused, the line carries data"_s));
+    return true;
+}
+
+void Line::settle()
+{
+    if (!std::exchange(m_dirty, false))
+        return;
+    const double start = m_context.clock.Timer();
+    double lastByte = start;
+    QByteArray late;
+    do {
+        yieldUpTo(settledAfter);
+        late.clear();
+        if (readWaiting(late))
+            lastByte = m_context.clock.Timer();
+    } while (m_context.clock.secondsSince(lastByte) < settledAfter &&
+             m_context.clock.secondsSince(start) < longestSettling);
 }
 
 void Line::PurgeQueue()
@@ -103,6 +144,8 @@ void Line::PurgeQueue()
 
 void Line::Tx(QByteArray text)
 {
+    if (isRefused(u"Tx"_s, true))
+        return;
     if (m_context.sy.blnTxLfTerminator && !text.endsWith('\n'))
         text.append('\n');
     PurgeQueue();
@@ -129,6 +172,10 @@ bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
 bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
 {
     m_repeats = 0;
+    if (isRefused(u"Rx"_s, true)) {
+        answer.clear();
+        return false;
+    }
     int attempts = 0;
     QByteArray buffer;
     QByteArray tail;
@@ -186,12 +233,12 @@ bool Line::exchange(QByteArray& answer, const QByteArray& command, double timeou
 void Line::RxError()
 {
     m_context.log.WriteDebugLog(u"RxError"_s, u"Proc ENTER"_s);
-    m_context.clock.WaitSeconds(0.2);
+    pause(0.2);
     for (int round = 0; round < 2; ++round) {
-        m_context.clock.WaitSeconds(0.15);
+        pause(0.15);
         Tx("ATZ\r");
-        m_context.clock.WaitSeconds(0.15);
-        m_context.clock.DoEvents();
+        pause(0.15);
+        yieldUpTo(0);
         PurgeQueue();
     }
     PurgeQueue();
@@ -200,6 +247,9 @@ void Line::RxError()
 
 void Line::TxDirect(const QByteArray& bytes)
 {
+    if (isRefused(u"TxDirect"_s, false))
+        return;
+    settle();
     PurgeQueue();
     if (m_context.log.isOn()) {
         m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, fromCp1252(bytes));
@@ -248,6 +298,9 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
 
 RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::StatusPanel* label)
 {
+    received.clear();
+    if (isRefused(u"RxDirect"_s, false))
+        return RxDirectTimeout;
     if (timeout == 0)
         timeout = defaultDirectTimeout;
     const double start = m_context.clock.Timer();
@@ -263,7 +316,6 @@ RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::Statu
         yieldUpTo(timeout - elapsed);
         readWaiting(buffer);
         if (m_context.clock.Timer() > start + timeout) {
-            received.clear();
             const QString prefix = u"RxDir Timeout (%1) - Exit RX - Buffer: "_s.arg(timeout);
             m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, prefix + fromCp1252(buffer));
             m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, prefix + HexFromText(buffer));

@@ -9,9 +9,19 @@ namespace kalmo::link {
 /// Result of RxDirect.
 enum RxDirectCode { RxDirectTimeout = -1, RxDirectAnswered = 32 };
 
+/// What the phone at the other end takes the bytes for. Only the opening and the closing of the data channel
+/// change it.
+enum class LineMode {
+    Text,      ///< AT commands: Tx and Rx
+    Switching, ///< on the way into or out of the data mode: TxDirect and RxDirect
+    Data,      ///< OBEX frames: TxDirect
+};
+
 /// The only owner of the serial line. AT commands go through Tx and Rx, raw bytes through TxDirect and
 /// RxDirect. All of them poll the port and yield while they wait; one exchange is in progress at a time, and
-/// the callers see to that by blocking the window.
+/// the callers see to that by blocking the window. A call that comes all the same, from an event handler
+/// during such a yield or as an AT command while the phone takes bytes for frames, sends nothing, fails at
+/// once and is logged as a warning.
 class Line
 {
 public:
@@ -23,7 +33,15 @@ public:
     /// "COM3", and from 10 up the device path form "\\.\COM12".
     static QString ComPortName(int number);
 
-    /// Prepares a port that was just opened: its queues, and nothing left in them.
+    LineMode mode() const { return m_mode; }
+    void setMode(LineMode mode) { m_mode = mode; }
+
+    /// True for whoever runs in an event handler in the middle of somebody else's exchange, and so has to
+    /// leave the line alone.
+    bool isWaiting() const { return m_waiting; }
+
+    /// Prepares a port that was just opened: its queues, and nothing left in them. The line is in text mode
+    /// then.
     void ConfigurePort();
     void ClosePort();
 
@@ -49,8 +67,14 @@ public:
     /// twice.
     int repeats() const { return m_repeats; }
 
-    /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program.
+    /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program. On a line that
+    /// was marked dirty it first waits until nothing has come for a while, and throws away what did.
     void TxDirect(const QByteArray& bytes);
+
+    /// An answer was given up, and its bytes may still be on their way. Frames carry no number, so a late
+    /// answer can only be told from the next one by the silence between them: one that comes after that
+    /// silence, when the next request is out, is beyond recognition.
+    void markDirty() { m_dirty = true; }
 
     /// Receives until "OK" or "ERROR" with a line end is in what came, or `timeout` seconds have passed (0
     /// stands for 5.5). Gives everything received, uncut; empty after a timeout. `label` counts down.
@@ -62,10 +86,15 @@ public:
     /// Yields once, for as long as a receive loop may sleep between two looks at the clock and the user.
     void yieldUpTo(double seconds);
 
+    /// A pause that is part of an exchange.
+    void pause(double seconds);
+
     /// Tells the user that a command failed, by text 2002 and the command.
     void tellTransferError(const QByteArray& command);
 
 private:
+    bool isRefused(const QString& operation, bool needsTextMode) const;
+    void settle();
     bool repeatAfterFailure(const QByteArray& command, int& attempts);
     QByteArray cutAnswer(const QByteArray& buffer, qsizetype commandLength, bool keepTail) const;
     void RxError();
@@ -73,6 +102,9 @@ private:
 
     app::Context& m_context;
     SPortAx& m_port;
+    LineMode m_mode = LineMode::Text;
+    bool m_waiting = false;
+    bool m_dirty = false;
     int m_repeats = 0;
 };
 

@@ -1,0 +1,170 @@
+#include "obex/DataChannel.h"
+
+#include "app/SettingsKeys.h"
+#include "app/Version.h"
+#include "obex/ObexFrames.h"
+
+namespace kalmo::obex {
+
+using namespace Qt::StringLiterals;
+using link::Line;
+using link::LineMode;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+using toolkit::Progress;
+
+namespace {
+
+constexpr int closingRounds = 3;
+constexpr int recoveryRounds = 3;
+constexpr double guardSilence = 1.1; // the escape "+++" counts only after a second without a byte
+constexpr int pausesAfterEscape = 4;
+constexpr double pauseAfterEscape = 0.35;
+constexpr double answerTimeout = 2;
+
+bool ask(Line& line, const QByteArray& command, toolkit::StatusPanel* panel)
+{
+    QByteArray answer;
+    line.TxDirect(command);
+    return line.RxDirect(answer, 0, panel) == link::RxDirectAnswered;
+}
+
+bool wantsToRetry(Line& line)
+{
+    const toolkit::Message question{
+        .text = u"Der Datenkanal zum Telefon konnte nicht geöffnet werden.\n\n"
+                u"Eine mögliche Ursache ist ein aufgerufenes Untermenü am Telefon. Stellen Sie sicher, daß "
+                u"das Telefon in keinem Menüpunkt ist - ggf. die rote Taste mehrfach drücken.\n\n"
+                u"Versuch wiederholen?"_s,
+        .title = app::productName(),
+        .buttons = Buttons::OkCancel,
+        .icon = Icon::Question,
+        .english = u"The phone did not open its data channel. Leave all menus on the phone. Try again?"_s};
+    return line.context().dialogs.Show(question) == Answer::Ok;
+}
+
+void remember(Line& line, const QString& device, const QString& port)
+{
+    app::Settings& settings = line.context().settings;
+    app::put(settings, app::keys::LastUnclosedObexDevice, device);
+    app::put(settings, app::keys::LastUnclosedObexDeviceCOM, port);
+}
+
+void forget(Line& line)
+{
+    remember(line, app::noValue(), app::noValue());
+    line.setMode(LineMode::Text);
+}
+
+void escape(Line& line, const Progress& progress)
+{
+    line.TxDirect("+++");
+    for (int pause = 0; pause < pausesAfterEscape; ++pause) {
+        line.pause(pauseAfterEscape);
+        progress.step();
+    }
+}
+
+/// Whether the phone's answer came while the user read the question. A second command would be the start of a
+/// long packet then.
+bool hasSwitchedLate(Line& line)
+{
+    QByteArray late;
+    line.readWaiting(late);
+    return late.contains("OK\r\n");
+}
+
+void leaveUnopened(Line& line, const Progress& progress, bool hasSwitched)
+{
+    if (hasSwitched)
+        closeDataChannel(line, progress);
+    else
+        line.setMode(LineMode::Text);
+    progress.status(u"Fehler beim Öffnen des Datenkanals."_s);
+    progress.hide();
+}
+
+/// One round of the way back, with a check that the phone takes AT commands.
+bool recoveryRound(Line& line, const Progress& progress)
+{
+    line.pause(guardSilence);
+    escape(line, progress);
+    QByteArray answer;
+    line.TxDirect("AT^SQWE=0\r\n");
+    line.RxDirect(answer, answerTimeout);
+    line.TxDirect("AT\r\n");
+    line.RxDirect(answer, answerTimeout);
+    return answer.contains("OK\r\n");
+}
+
+} // namespace
+
+bool openDataChannel(Line& line, const Progress& progress)
+{
+    line.setMode(LineMode::Switching);
+    for (bool answered = false; !answered;) {
+        progress.start(0, 5);
+        progress.status(u"Datenkanal wird geöffnet..."_s);
+        answered = ask(line, "AT^SQWE=3\r\n", progress.panel);
+        if (answered)
+            break;
+        const bool retries = !progress.cancelled() && wantsToRetry(line);
+        answered = hasSwitchedLate(line);
+        if (!retries) {
+            leaveUnopened(line, progress, answered);
+            return false;
+        }
+    }
+    line.setMode(LineMode::Data);
+    remember(line, line.context().sy.PhoneID, QString::number(line.context().sy.ComNo));
+    progress.step();
+    progress.status(u"Datenkanal geöffnet."_s);
+    for (int pause = 0; pause < 2; ++pause) {
+        line.pause(0.5);
+        progress.step();
+    }
+    progress.hide();
+    progress.status(u"Fertig"_s);
+    return true;
+}
+
+bool closeDataChannel(Line& line, const Progress& progress)
+{
+    line.setMode(LineMode::Switching);
+    for (int round = 0; round < closingRounds; ++round) {
+        progress.start(0, 4);
+        progress.status(u"Datenkanal wird geschlossen..."_s);
+        escape(line, progress);
+        if (!ask(line, "AT^SQWE=0\r\n", progress.panel))
+            continue;
+        progress.hide();
+        progress.status(u"Datenkanal geschlossen."_s);
+        forget(line);
+        return true;
+    }
+    return false;
+}
+
+bool recoverLine(Line& line, const Progress& progress)
+{
+    line.setMode(LineMode::Switching);
+    progress.start(0, (recoveryRounds + 1) * pausesAfterEscape);
+    progress.status(u"Verbindung zum Telefon wird wiederhergestellt..."_s);
+    bool answers = false;
+    for (int round = 0; round <= recoveryRounds && !answers && !progress.cancelled(); ++round) {
+        if (round == recoveryRounds) {
+            line.TxDirect(disconnectFrame());
+            line.pause(answerTimeout);
+        }
+        answers = recoveryRound(line, progress);
+    }
+    if (answers)
+        forget(line);
+    progress.hide();
+    progress.status(answers ? u"Verbindung zum Telefon wiederhergestellt."_s
+                            : u"Das Telefon antwortet nicht auf AT-Befehle."_s);
+    return answers;
+}
+
+} // namespace kalmo::obex

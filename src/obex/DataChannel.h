@@ -1,0 +1,26 @@
+#pragma once
+
+#include "link/mdlComm.h"
+
+namespace kalmo::obex {
+
+/// The switching of the line between AT commands and OBEX frames; nothing else changes the line's mode. While
+/// the phone takes frames, the keys of section `Reminder` say so, for a next start after a session that did
+/// not end.
+
+/// Takes the phone into its data mode, as often as the user wants to try. An "ERROR" of the phone counts as
+/// an answer like any other. False if the user gave up, or the cancel box is checked when the phone does not
+/// answer.
+bool openDataChannel(link::Line& line, const toolkit::Progress& progress);
+
+/// Takes the phone back to AT commands, in at most three rounds. False if it did not answer; the line then
+/// speaks nobody knows what, takes no AT command, and the reminder stays.
+bool closeDataChannel(link::Line& line, const toolkit::Progress& progress);
+
+/// Takes a line that was left in data mode by somebody else back to AT commands, without a question. True if
+/// the phone answers "AT" with OK. Starts with silence and "+++", since "AT" itself would be the head of a
+/// long packet for a phone in data mode; after three rounds it ends an OBEX connection that may be open and
+/// tries once more. Up to half a minute; the cancel box ends it between two rounds. The port has to be open.
+bool recoverLine(link::Line& line, const toolkit::Progress& progress);
+
+} // namespace kalmo::obex

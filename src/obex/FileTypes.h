@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace kalmo::obex {
+
+/// What a file's ending says of it: the text of the list's second column, and the name of an icon.
+struct FileTypeInfo
+{
+    QString text;
+    QString icon;
+};
+FileTypeInfo fileTypeOf(const QString& name);
+
+} // namespace kalmo::obex

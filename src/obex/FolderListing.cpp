@@ -1,0 +1,123 @@
+#include "obex/FolderListing.h"
+
+#include "app/mdlKonverter.h"
+
+#include <algorithm>
+
+namespace kalmo::obex {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView folderKey = u"folder name=";
+constexpr QStringView fileKey = u"file name=";
+constexpr QStringView lineEnd = u"\r\n";
+constexpr qsizetype stampLength = 15; // "20021120T164606"
+
+/// What stands behind a key up to a quote and a blank, without the quotes around it.
+QStringView attribute(QStringView line, QStringView key)
+{
+    const qsizetype place = line.indexOf(key);
+    if (place < 0)
+        return {};
+    QStringView value = line.sliced(place + key.size());
+    const qsizetype end = value.indexOf(u"\" ");
+    if (end >= 0)
+        value = value.first(end);
+    if (value.startsWith(u'"'))
+        value = value.sliced(1);
+    if (value.endsWith(u'"'))
+        value.chop(1);
+    return value;
+}
+
+int permission(QStringView letters)
+{
+    return (letters.contains(u'R') ? MayRead : 0) + (letters.contains(u'D') ? MayDelete : 0) +
+           (letters.contains(u'W') ? MayWrite : 0);
+}
+
+QDateTime moment(QStringView stamp)
+{
+    if (stamp.size() != stampLength)
+        return {};
+    const auto number = [&](qsizetype start, qsizetype length) {
+        return stamp.sliced(start, length).toInt();
+    };
+    const QDate date(number(0, 4), number(4, 2), number(6, 2));
+    const QTime time(number(9, 2), number(11, 2), number(13, 2));
+    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+}
+
+tObxDirEntry entry(EntryKind kind, QStringView line, QStringView nameKey, const QString& folder)
+{
+    tObxDirEntry made;
+    made.kind = kind;
+    made.name = attribute(line, nameKey).toString();
+    made.path = pathIn(folder, made.name);
+    made.modified = moment(attribute(line, u"modified="));
+    made.userPerm = permission(attribute(line, u"user-perm="));
+    made.groupPerm = permission(attribute(line, u"group-perm="));
+    return made;
+}
+
+/// Phones write "size = " and "size =" too.
+qint32 fileSize(QStringView line)
+{
+    QString text = line.toString();
+    text.replace(u"size = "_s, u"size="_s).replace(u"size ="_s, u"size="_s);
+    return std::max(app::ValInt(attribute(text, u"size=")), 0);
+}
+
+bool isHidden(const tObxDirEntry& folderEntry, const QString& folder)
+{
+    return folder == rootPath() && folderEntry.name.compare(u"telecom", Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+QString rootPath()
+{
+    return u"Mobile:\\"_s;
+}
+
+QString pathIn(const QString& folder, const QString& name)
+{
+    return QString(folder + u'\\' + name).replace(u"\\\\"_s, u"\\"_s);
+}
+
+QString withoutRoot(const QString& path)
+{
+    return path.startsWith(rootPath(), Qt::CaseInsensitive) ? path.sliced(rootPath().size()) : path;
+}
+
+bool endsInOneOf(const QString& name, const QStringList& endings)
+{
+    return std::any_of(endings.begin(), endings.end(),
+                       [&](const QString& ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
+}
+
+QList<tObxDirEntry> parseFolderListing(const QString& listing, const QString& folder,
+                                       const QStringList* filter)
+{
+    QString text = listing;
+    text.replace(u"><"_s, u">\r\n<"_s).replace(u"\"/>"_s, u"\" />"_s);
+    const bool takesFolders = !filter || (!filter->isEmpty() && filter->first() == addFolders);
+    QList<tObxDirEntry> entries;
+    for (const QStringView line : QStringTokenizer(text, lineEnd)) {
+        if (line.contains(folderKey)) {
+            const tObxDirEntry made = entry(EntryKind::Folder, line, folderKey, folder);
+            if (takesFolders && !isHidden(made, folder))
+                entries.append(made);
+        } else if (line.contains(fileKey)) {
+            tObxDirEntry made = entry(EntryKind::File, line, fileKey, folder);
+            made.size = fileSize(line);
+            if (!filter || endsInOneOf(made.name, *filter))
+                entries.append(made);
+        }
+    }
+    return entries;
+}
+
+} // namespace kalmo::obex

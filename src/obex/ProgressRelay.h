@@ -1,0 +1,63 @@
+#pragma once
+
+#include "toolkit/Progress.h"
+
+namespace kalmo::obex {
+
+/// Passes reports on to whoever wants them now. An operation holds the relay; when the owner of the real
+/// panel goes in the middle of it, the relay forgets him, and the operation goes on reporting to nobody.
+class ProgressRelay
+{
+public:
+    toolkit::Progress progress() { return {&m_panel, &m_bar, &m_cancel}; }
+
+    const toolkit::Progress& target() const { return m_target; }
+    /// Setting the relay's own reports as its target changes nothing.
+    void setTarget(const toolkit::Progress& target)
+    {
+        if (target.panel != &m_panel)
+            m_target = target;
+    }
+
+private:
+    struct Panel : toolkit::StatusPanel
+    {
+        explicit Panel(const toolkit::Progress& relayTarget) : target(relayTarget) {}
+        QString Text() const override { return target.panel ? target.panel->Text() : QString(); }
+        void SetText(const QString& text) override { target.status(text); }
+        const toolkit::Progress& target;
+    };
+
+    struct Bar : toolkit::ProgressBar
+    {
+        explicit Bar(const toolkit::Progress& relayTarget) : target(relayTarget) {}
+        int Value() const override { return target.bar ? target.bar->Value() : 0; }
+        int Maximum() const override { return target.bar ? target.bar->Maximum() : 0; }
+        void SetValue(int value) override { target.set(value); }
+        void SetMaximum(int maximum) override
+        {
+            if (target.bar)
+                target.bar->SetMaximum(maximum);
+        }
+        void SetVisible(bool visible) override
+        {
+            if (target.bar)
+                target.bar->SetVisible(visible);
+        }
+        const toolkit::Progress& target;
+    };
+
+    struct Cancel : toolkit::CancelBox
+    {
+        explicit Cancel(const toolkit::Progress& relayTarget) : target(relayTarget) {}
+        bool Checked() const override { return target.cancelled(); }
+        const toolkit::Progress& target;
+    };
+
+    toolkit::Progress m_target;
+    Panel m_panel{m_target};
+    Bar m_bar{m_target};
+    Cancel m_cancel{m_target};
+};
+
+} // namespace kalmo::obex

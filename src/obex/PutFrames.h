@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace kalmo::obex {
+
+/// An object on its way to the phone, cut into frames.
+class PutFrames
+{
+public:
+    /// What to send when the phone asks for more although the final frame has gone out.
+    enum class AfterFinal {
+        Repeat,     ///< the same frame again, as for files
+        EmptyFrame, ///< a final frame that holds nothing, as for IrMC objects
+    };
+
+    /// `headers` stand in the first frame ahead of the body, of which it takes at most `firstChunk` bytes; a
+    /// number below 0 counts as 0. Each further frame is filled up to `maxPacket`.
+    PutFrames(QByteArray headers, QByteArray body, int firstChunk, int maxPacket, AfterFinal afterFinal);
+
+    QByteArray first();
+    QByteArray next();
+
+    /// Bytes that no frame has taken yet. The final frame of AfterFinal::Repeat leaves its own here.
+    qsizetype left() const { return m_rest.size(); }
+    bool isFinalOut() const { return m_finalOut; }
+
+private:
+    QByteArrayView take(qsizetype most);
+
+    QByteArray m_headers;
+    QByteArray m_body;
+    QByteArrayView m_rest; // of m_body
+    qsizetype m_firstChunk;
+    qsizetype m_nextChunk;
+    AfterFinal m_afterFinal;
+    bool m_finalOut = false;
+};
+
+/// Bytes of a body that fit into each further frame.
+int nextChunkSize(int maxPacket);
+
+/// Bytes of a file that fit into the first frame behind Name, Length and Time. Reckoned with the longest time
+/// text.
+int fileFirstChunkSize(int maxPacket, const QString& name);
+/// Bytes of an IrMC object that fit into the first frame behind Name, Length and the application parameters.
+int irmcFirstChunkSize(int maxPacket, const QString& name, const QByteArray& parameters);
+
+/// Maximum of the progress bar for a file of `size` bytes, whose value starts at 1 and moves on with each
+/// frame. For a file of the first chunk and two or more whole further ones it is one more than there are
+/// frames, so that such a file draws the warning of a transfer that stopped early.
+int filePutSteps(qsizetype size, int firstChunk, int nextChunk);
+/// Maximum of the progress bar for an IrMC object, whose value starts at 1 and moves on with each request for
+/// more.
+int irmcPutSteps(qsizetype size, int firstChunk, int nextChunk);
+
+} // namespace kalmo::obex

@@ -1,0 +1,75 @@
+#include "obex/ResponseFrame.h"
+
+#include "obex/ObexFrames.h"
+
+#include <QtEndian>
+
+namespace kalmo::obex {
+
+namespace {
+
+enum HeaderId : uchar { Body = 0x48, EndOfBody = 0x49, ApplicationParameters = 0x4C, Length = 0xC3 };
+
+constexpr qsizetype headSize = 3; // of a header with a length
+constexpr qsizetype lengthHeaderSize = 5;
+
+int byteAt(const QByteArray& bytes, qsizetype index)
+{
+    return index < bytes.size() ? static_cast<uchar>(bytes[index]) : 0;
+}
+
+qint16 declaredLength(const QByteArray& buffer)
+{
+    return qFromBigEndian<qint16>(buffer.constData() + 1);
+}
+
+} // namespace
+
+bool isWholeFrame(const QByteArray& buffer)
+{
+    return buffer.size() >= responseHeadSize && buffer.size() >= declaredLength(buffer);
+}
+
+ResponseFrame takeFrame(QByteArray buffer)
+{
+    Q_ASSERT(isWholeFrame(buffer));
+    ResponseFrame frame{byteAt(buffer, 0), {}, declaredLength(buffer) >= responseHeadSize};
+    frame.payload = std::move(buffer.remove(0, responseHeadSize));
+    return frame;
+}
+
+LeadingHeader takeLeadingHeader(QByteArray& payload)
+{
+    LeadingHeader leading;
+    switch (byteAt(payload, 0)) {
+    case Body:
+    case EndOfBody:
+    case ApplicationParameters:
+        payload.remove(0, headSize);
+        break;
+    case Length:
+        if (payload.size() >= lengthHeaderSize)
+            leading.totalSize = qFromBigEndian<quint32>(payload.constData() + 1);
+        payload.remove(0, lengthHeaderSize);
+        leading.endOfBodyBehindLength = byteAt(payload, 0) == EndOfBody;
+        if (leading.endOfBodyBehindLength || byteAt(payload, 0) == Body)
+            payload.remove(0, headSize);
+        break;
+    default:
+        break;
+    }
+    return leading;
+}
+
+ConnectAnswer readConnectAnswer(const QByteArray& payload)
+{
+    const int maxPacket = byteAt(payload, 2) << 8 | byteAt(payload, 3);
+    return {byteAt(payload, 0), byteAt(payload, 1), static_cast<qint16>(maxPacket)};
+}
+
+qint32 readSpaceAnswer(const QByteArray& payload)
+{
+    return HexToLong(StrToHex(payload.mid(2)));
+}
+
+} // namespace kalmo::obex

@@ -1,0 +1,85 @@
+#include "obex/clsMmc.h"
+
+#include "app/Version.h"
+#include "obex/clsMmcOperation.h"
+
+namespace kalmo::obex {
+
+using namespace Qt::StringLiterals;
+using toolkit::Icon;
+using toolkit::Progress;
+
+clsMmc::clsMmc(link::Line& line) : m_line(line), m_context(line.context()), m_progress(m_relay.progress()) {}
+
+clsMmc::~clsMmc()
+{
+    Q_ASSERT(m_depth == 0);
+}
+
+void clsMmc::abandon()
+{
+    askToStop();
+    m_abandoned = true;
+    m_relay.setTarget({});
+}
+
+void clsMmc::log(const QString& tag, const QString& text) const
+{
+    m_context.log.WriteDebugLog(tag, text);
+}
+
+bool clsMmc::isRefused(const QString& operation) const
+{
+    if (m_line.isWaiting())
+        log(u"Warning:"_s, operation + u" refused, another exchange is under way"_s);
+    return m_line.isWaiting();
+}
+
+void clsMmc::ErrMsg(int code)
+{
+    const bool isOwnWish = code == Cancelled && m_stopAsked;
+    if (!m_abandoned && !isOwnWish) {
+        m_context.dialogs.Show(
+            {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                     GetFriedlyErrMsg(code),
+             .title = app::productName(),
+             .icon = Icon::Exclamation,
+             .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
+    }
+    log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
+}
+
+clsMmc::Operation::Operation(clsMmc& client, const QString& name)
+    : Operation(client, name, client.m_relay.target())
+{
+}
+
+clsMmc::Operation::Operation(clsMmc& client, const QString& name, const Progress& progress)
+    : m_client(client), m_keep(client.weak_from_this().lock()), m_outer(client.m_relay.target()),
+      m_allowed(!client.isRefused(name))
+{
+    ++client.m_depth;
+    if (m_allowed && !client.m_abandoned)
+        client.m_relay.setTarget(progress);
+}
+
+clsMmc::Operation::~Operation()
+{
+    --m_client.m_depth;
+    if (m_allowed && !m_client.m_abandoned)
+        m_client.m_relay.setTarget(m_outer);
+}
+
+clsMmc::Busy::Busy(clsMmc& client) : m_client(client)
+{
+    if (m_client.m_busy++ == 0)
+        Q_EMIT m_client.BusyOn();
+}
+
+void clsMmc::Busy::off()
+{
+    if (std::exchange(m_on, false) && --m_client.m_busy == 0)
+        Q_EMIT m_client.BusyOff();
+}
+
+} // namespace kalmo::obex

@@ -1,0 +1,219 @@
+#pragma once
+
+#include "link/mdlComm.h"
+#include "obex/FolderListing.h"
+#include "obex/ObexFrames.h"
+#include "obex/ProgressRelay.h"
+#include "obex/PutFrames.h"
+#include "obex/ResponseCodes.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+namespace kalmo::toolkit {
+class ListRows;
+}
+
+namespace kalmo::obex {
+
+/// The OBEX client: the session with a phone, its file system, transfers. One request and one response at a
+/// time, on the caller's stack; each wait yields to the event loop. Operations return false when they failed
+/// and have told the user then, unless it says otherwise. Each takes what it reports to, of which any part
+/// may be absent.
+///
+/// An operation that an event handler starts in the middle of another exchange on the same line does nothing,
+/// fails and is logged. An owner that may go in the middle of an operation holds its client by
+/// std::shared_ptr and calls abandon() before it lets go: the operation keeps the client until it has ended.
+/// What is built of several operations does the same with an Operation of its own.
+class clsMmc : public QObject, public std::enable_shared_from_this<clsMmc>
+{
+    Q_OBJECT
+
+public:
+    class Operation; // clsMmcOperation.h, with Busy
+    class Busy;
+
+    enum OnlineState { Connecting = 0, Connected = 1, Disconnected = 2 };
+    enum Channel { ChannelMoving = 0, ChannelOpen = 1, ChannelClosed = 2 };
+
+    /// `line` has to have its port open when the first operation starts.
+    explicit clsMmc(link::Line& line);
+    ~clsMmc() override;
+
+    link::Line& line() const { return m_line; }
+
+    // --- session
+
+    /// Opens the data channel and connects to `target`. After a failed connect the channel stays open. A line
+    /// that an earlier session left in another state than AT commands is taken back to them first.
+    bool Online(const toolkit::Progress& progress, Target target = Target::FlexMemory);
+    /// Disconnects and closes the data channel. If the phone does not let go of the connection, the channel
+    /// stays open.
+    bool Offline(const toolkit::Progress& progress);
+    /// Connects to a target on an open channel, which may be connected to the other one.
+    bool connect(const toolkit::Progress& progress, Target target);
+
+    OnlineState IsOnline() const { return m_isOnline; }
+    Channel ChannelState() const { return m_channelState; }
+    /// "Mobile:\" or a folder below it; empty where it is not known.
+    QString DirAct() const { return m_dirAct; }
+    /// Largest frame that the phone accepts, as announced at the last connect and held between 255 and 10000
+    /// bytes.
+    int MaxPacket() const { return m_maxPacket; }
+
+    /// Seconds of silence after which a wait ends; 25 unless somebody has set it.
+    double RxTimeOut() const { return m_rxTimeOut; }
+    void setRxTimeOut(double seconds) { m_rxTimeOut = seconds; }
+
+    /// Ends the running operation at the next safe point, with code -3 and without a box about it; a transfer
+    /// is aborted. From then on nothing goes to the phone but what Offline needs, which also takes the wish
+    /// back.
+    void askToStop() { m_stopAsked = true; }
+    bool stopAsked() const { return m_stopAsked; }
+    /// The owner goes: asks to stop, and from now on nothing is reported to him and no box is shown.
+    void abandon();
+    bool isAbandoned() const { return m_abandoned; }
+
+    // --- folders
+
+    /// Lists the current folder into `entries`, and into `list` as DirInLvw does it. `filter` as in
+    /// parseFolderListing. `decoded` gets the listing's text.
+    bool Dir(QList<tObxDirEntry>& entries, const toolkit::Progress& progress,
+             toolkit::ListRows* list = nullptr, const QStringList* filter = nullptr,
+             QString* decoded = nullptr);
+
+    /// Goes down a path from the current folder, part by part; a leading "Mobile:\" is passed over. After a
+    /// failure the client is in the last folder that it reached.
+    bool Cd(const QString& path, bool allowCreation);
+    bool CdRoot();
+    /// One folder up by the phone's own means. Where that is, the client does not know: CdRoot has to follow.
+    bool CdNull();
+    bool CdUp(); ///< by way of the root
+    /// Into the folder of single entries of the phonebook, the calendar, the notes.
+    bool CDluidPB();
+    bool CDluidCAL();
+    bool CDluidNT();
+    bool Md(const QString& path); ///< makes folders and goes into them
+
+    /// Deletes a file or an empty folder. `force` makes it deletable first. A silent failure shows no box.
+    bool Del(const QString& name, const toolkit::Progress& progress, int* reCode = nullptr,
+             bool silent = false, bool force = false);
+    /// Paths from the root. Moving is renaming.
+    bool Rename(const QString& oldPath, const QString& newPath, const toolkit::Progress& progress);
+    /// Permissions as letters, "RWD" for all.
+    bool SetAttrib(const QString& name, const QString& group, const QString& user, bool silent);
+    bool SetPermissionReadOnly(const QString& name);
+    bool SetPermissionRWD(const QString& name);
+
+    /// Capacities in bytes; 0 after a failure. `useCache` gives an earlier answer of this connection other
+    /// than 0.
+    bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
+    bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
+    bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
+    bool GetSpaceFreeMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
+
+    /// Look into the last listing, without regard to case. Nothing is shown.
+    bool IsFileInActDir(const QString& name) const;
+    bool GetFileSizeInActDir(const QString& name, qint32& size) const;
+    bool GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment) const;
+
+    void DirActSave() { m_dirActSaved = m_dirAct; }
+    bool DirActRestore();
+
+    /// Adds up the files in a folder and all below it. True if the way back to `parent` was found, whatever
+    /// happened on the way down.
+    bool GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
+                           const toolkit::Progress& progress, const QString& parent);
+
+    // --- transfer
+
+    /// Reads a file of the current folder, at most `largestObject` bytes, into `targetFile` too if that is
+    /// not empty: a full local path, replaced whole or not at all. Silent shows no box but that of a timeout.
+    bool GetFile(const QString& name, QByteArray& data, const toolkit::Progress& progress,
+                 const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
+    /// Writes a local file into the current folder, without "," and ";" in its name.
+    bool PutFile(const QString& localPath, const toolkit::Progress& progress);
+    /// Ends a transfer between two of its frames.
+    bool Abort();
+
+    // --- single requests, for what builds on the client
+
+    /// Hands a frame to the line. 0, or the local code that says why it did not go out.
+    int TxObx(const QByteArray& frame);
+    /// Waits for one response and gives its code; -1 with an empty payload after `RxTimeOut` seconds of
+    /// silence. From a fifth of that on LongTimeOutMsg counts down.
+    int RxObxFra(QByteArray& payload);
+    /// Both in one.
+    int request(const QByteArray& frame, QByteArray& payload);
+
+    enum class PutVerdict { Next, Done, Failed };
+    /// Sends an object frame by frame, and lets `judge` decide on each response's code. Gives the last code
+    /// and its payload, or -3 if the user cancelled it. A phone that keeps asking for more after the final
+    /// frame is refused.
+    int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
+
+    /// Shows what a code means.
+    void ErrMsg(int code);
+
+    // Raised in the middle of operations: handlers show something, and start none.
+Q_SIGNALS:
+    void DirChange(const QString& folder);
+    void BusyOn(); ///< raised once, however operations are nested
+    void BusyOff();
+    void BytesRxed(qint64 count);
+    void LongTimeOutMsg(const QString& text);
+
+private:
+    void log(const QString& tag, const QString& text) const;
+    bool isRefused(const QString& operation) const;
+    bool gaveUp(double silence) const;
+    int afterSilence(const QByteArray& buffer);
+    void setDirAct(const QString& folder);
+
+    bool disconnect();
+    bool closeChannel();
+    void takeConnectAnswer(const QByteArray& payload);
+
+    /// Sends a GET and receives all of its response. The code as in RxObxFra, or what ended it on this side.
+    int get(const QByteArray& frame, QByteArray& data);
+    int ObxRx(QByteArray& data);
+    void showBare(const QString& text, const QString& english);
+    void showTotal(qint64 received, qint64 total);
+
+    bool changeFolder(const QString& path, bool allowCreation);
+    bool cdInto(const QStringList& parts);
+    bool getSpace(int query, qint32& bytes, const toolkit::Progress& progress, bool useCache);
+    bool walkFolder(const QString& folder, qint64& totalSize, int& fileCount, const QString& parent,
+                    int depth);
+    const tObxDirEntry* fileInActDir(const QString& name) const;
+    QString nameForPhone(const QString& name) const;
+
+    int store(const QString& name, const QString& targetFile, const QByteArray& data);
+    void stamp(const QString& name, const QString& targetFile);
+    int sendFile(const QString& name, const QByteArray& body, int& value, int& maximum);
+    void tellEarlyStop(const QString& name, int value, int maximum);
+
+    link::Line& m_line;
+    app::Context& m_context;
+    ProgressRelay m_relay;
+    toolkit::Progress m_progress; // of m_relay
+
+    int m_depth = 0; // of nested operations
+    int m_busy = 0;
+    bool m_stopAsked = false;
+    bool m_abandoned = false;
+    bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
+
+    OnlineState m_isOnline = Connecting;
+    Channel m_channelState = ChannelMoving;
+    double m_rxTimeOut = 25;
+    int m_maxPacket = smallestPacket;
+    QString m_dirAct;
+    QString m_dirActSaved;
+    QList<tObxDirEntry> m_files; // of the last listing
+    qint32 m_space[4] = {};      // bytes, by query
+};
+
+} // namespace kalmo::obex

@@ -1,0 +1,216 @@
+// Listing and moving about.
+
+#include "app/CodePage.h"
+#include "app/Utf8Small.h"
+#include "obex/clsMmcOperation.h"
+#include "obex/FolderRows.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace kalmo::obex {
+
+using namespace Qt::StringLiterals;
+using toolkit::ListRows;
+using toolkit::Progress;
+
+namespace {
+
+constexpr double shortPause = 0.01;
+constexpr int deepestFolder = 32; // a phone whose folders hold themselves has to come to an end
+
+QStringList partsOf(const QString& path)
+{
+    return path.split(u'\\', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRows* list,
+                 const QStringList* filter, QString* decoded)
+{
+    const Operation operation(*this, u"Dir"_s, progress);
+    if (!operation.isAllowed())
+        return false;
+    log(u"Enter"_s, u"Function=Dir ("_s + m_dirAct + u")="_s);
+    const QPointer<ListRows> rows = list;
+    entries.clear();
+    m_files.clear();
+    if (rows)
+        rows->clear();
+    m_progress.status(u"Verzeichnis wird ausgelesen..."_s);
+    Busy busy(*this);
+    QByteArray bytes;
+    const int code = get(folderListingFrame(), bytes);
+    if (isSuccess(code)) {
+        const QString raw = app::fromCp1252(bytes);
+        if (m_context.log.isOn()) {
+            log(u"RawData"_s, u"DirListing="_s + m_dirAct + u" Begin >"_s + raw + u"DirListing="_s +
+                                  m_dirAct + u" End <"_s);
+        }
+        const QString listing = app::UFT8Dec(raw);
+        if (decoded)
+            *decoded = listing;
+        entries = parseFolderListing(listing, m_dirAct, filter);
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(m_files),
+                     [](const tObxDirEntry& entry) { return entry.isFile(); });
+        if (rows && !m_abandoned)
+            DirInLvw(entries, *rows);
+        m_progress.status(u"Verzeichnis ausgelesen."_s);
+    } else {
+        m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
+        ErrMsg(code);
+    }
+    m_line.pause(shortPause);
+    busy.off();
+    log(u"Exit"_s, u"Function=Dir ("_s + m_dirAct + u")="_s + QString::number(code));
+    return isSuccess(code);
+}
+
+/// Goes down part by part. The part is added to the path only when the phone has let the client in.
+bool clsMmc::changeFolder(const QString& path, bool allowCreation)
+{
+    for (const QString& part : partsOf(path)) {
+        QByteArray payload;
+        const int code = request(enterFolderFrame(part, allowCreation), payload);
+        if (!isSuccess(code)) {
+            ErrMsg(code);
+            return false;
+        }
+        setDirAct(pathIn(m_dirAct, part));
+    }
+    return true;
+}
+
+bool clsMmc::Cd(const QString& path, bool allowCreation)
+{
+    const Operation operation(*this, u"Cd"_s);
+    if (!operation.isAllowed())
+        return false;
+    log(u"Enter"_s, u"Cd ("_s + path + u')');
+    Busy busy(*this);
+    const bool arrived = changeFolder(withoutRoot(path), allowCreation);
+    if (arrived)
+        m_line.pause(shortPause);
+    busy.off();
+    log(u"Exit"_s, u"Cd ("_s + path + u")="_s + m_dirAct);
+    return arrived;
+}
+
+bool clsMmc::Md(const QString& path)
+{
+    const Operation operation(*this, u"Md"_s);
+    if (!operation.isAllowed())
+        return false;
+    log(u"Enter"_s, u"Md ("_s + path + u')');
+    const Busy busy(*this);
+    return changeFolder(path, true);
+}
+
+bool clsMmc::CdRoot()
+{
+    const Operation operation(*this, u"CdRoot"_s);
+    if (!operation.isAllowed())
+        return false;
+    setDirAct({});
+    const Busy busy(*this);
+    QByteArray payload;
+    const int code = request(rootFrame(), payload);
+    if (code == Success)
+        setDirAct(rootPath());
+    else
+        ErrMsg(code);
+    m_line.pause(shortPause);
+    return code == Success;
+}
+
+bool clsMmc::CdNull()
+{
+    const Operation operation(*this, u"CdNull"_s);
+    if (!operation.isAllowed())
+        return false;
+    setDirAct({});
+    const Busy busy(*this);
+    QByteArray payload;
+    const int code = request(oneLevelUpFrame(), payload);
+    if (code != Success)
+        ErrMsg(code);
+    return code == Success;
+}
+
+bool clsMmc::CdUp()
+{
+    const Operation operation(*this, u"CdUp"_s);
+    if (!operation.isAllowed())
+        return false;
+    if (m_dirAct == rootPath()) {
+        log(u"Exit"_s, u"CdUp=OK, already in RootDir"_s);
+        return true;
+    }
+    const Busy busy(*this);
+    const QString parent =
+        withoutRoot(m_dirAct.first(std::max<qsizetype>(m_dirAct.lastIndexOf(u'\\') + 1, 0)));
+    const bool arrived = CdRoot() && (parent.isEmpty() || Cd(parent, true));
+    log(u"Exit"_s, u"CdUp=Complete"_s);
+    return arrived;
+}
+
+bool clsMmc::cdInto(const QStringList& parts)
+{
+    return std::all_of(parts.begin(), parts.end(), [this](const QString& part) { return Cd(part, false); });
+}
+
+bool clsMmc::CDluidPB()
+{
+    return cdInto({u"telecom"_s, u"pb"_s, u"luid"_s});
+}
+
+bool clsMmc::CDluidCAL()
+{
+    return cdInto({u"telecom"_s, u"cal"_s, u"luid"_s});
+}
+
+bool clsMmc::CDluidNT()
+{
+    return cdInto({u"telecom"_s, u"nt"_s, u"luid"_s});
+}
+
+bool clsMmc::DirActRestore()
+{
+    const Operation operation(*this, u"DirActRestore"_s);
+    return operation.isAllowed() && CdRoot() && Cd(m_dirActSaved, true);
+}
+
+bool clsMmc::GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
+                               const Progress& progress, const QString& parent)
+{
+    const Operation operation(*this, u"GetFolderInfosRec"_s, progress);
+    return operation.isAllowed() && walkFolder(folder, totalSize, fileCount, parent, 0);
+}
+
+bool clsMmc::walkFolder(const QString& folder, qint64& totalSize, int& fileCount, const QString& parent,
+                        int depth)
+{
+    if (depth > deepestFolder) {
+        log(u"Warning:"_s, u"GetFolderInfosRec stops at "_s + pathIn(parent, folder));
+        return false;
+    }
+    if (Cd(folder, true)) {
+        m_progress.status(u"Ordner "_s + folder + u" wird untersucht..."_s);
+        QList<tObxDirEntry> entries;
+        Dir(entries, m_progress);
+        bool goesOn = true;
+        for (const tObxDirEntry& entry : entries) {
+            if (entry.isFile()) {
+                totalSize += entry.size;
+                ++fileCount;
+            } else if (goesOn) {
+                goesOn = walkFolder(entry.name, totalSize, fileCount, pathIn(parent, folder), depth + 1);
+            }
+        }
+    }
+    return CdRoot() && Cd(withoutRoot(parent), true);
+}
+
+} // namespace kalmo::obex

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+
+namespace kalmo::obex {
+
+/// Stands at the start of each operation of the client, and of each that is built of several of them. Keeps
+/// the client until it ends, and passes on what it reports for as long as there is somebody to hear it.
+class clsMmc::Operation
+{
+public:
+    /// For what reports to nobody, or to whom the operation around it reports.
+    Operation(clsMmc& client, const QString& name);
+    Operation(clsMmc& client, const QString& name, const toolkit::Progress& progress);
+    ~Operation();
+    Q_DISABLE_COPY_MOVE(Operation)
+
+    /// False in an event handler in the middle of another exchange: the operation must not begin.
+    bool isAllowed() const { return m_allowed; }
+
+    /// Where to report. The caller's own progress may be gone after any yield.
+    const toolkit::Progress& progress() const { return m_client.m_progress; }
+
+private:
+    clsMmc& m_client;
+    std::shared_ptr<clsMmc> m_keep; // null where the owner holds the client otherwise
+    toolkit::Progress m_outer;
+    bool m_allowed;
+};
+
+/// BusyOn now and BusyOff at the end, raised by the outermost only.
+class clsMmc::Busy
+{
+public:
+    explicit Busy(clsMmc& client);
+    ~Busy() { off(); }
+    Q_DISABLE_COPY_MOVE(Busy)
+
+    void off(); ///< before the end
+
+private:
+    clsMmc& m_client;
+    bool m_on = true;
+};
+
+} // namespace kalmo::obex

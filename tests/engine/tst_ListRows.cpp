@@ -1,0 +1,138 @@
+#include "toolkit/ListRows.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace kalmo::toolkit;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+ListRow named(const QString& name, const QString& key = {}, const QString& tag = {})
+{
+    return {.key = key, .cells = {{name, tag}}};
+}
+
+QStringList names(const ListRows& rows)
+{
+    QStringList all;
+    for (int index = 0; index < rows.count(); ++index)
+        all.append(rows.text(index, 0));
+    return all;
+}
+
+} // namespace
+
+class tst_ListRows : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keysFollowTheirRows();
+    void sorting_data();
+    void sorting();
+    void selection();
+    void viewsHearOfEverything();
+};
+
+void tst_ListRows::keysFollowTheirRows()
+{
+    ListRows rows(u"lvw"_s, {{u"Name"_s}});
+    rows.addAll({named(u"c"_s, u"3"_s), named(u"a"_s, u"1"_s), named(u"b"_s, u"2"_s)});
+    QCOMPARE(rows.indexOfKey(u"2"_s), 2);
+    rows.sortBy(0, Qt::AscendingOrder);
+    QCOMPARE(rows.indexOfKey(u"3"_s), 2);
+    rows.removeAt(0);
+    QCOMPARE(rows.indexOfKey(u"1"_s), -1);
+    QCOMPARE(rows.indexOfKey(u"3"_s), 1);
+    rows.setKey(1, u"temp_3"_s);
+    QCOMPARE(rows.indexOfKey(u"3"_s), -1);
+    QCOMPARE(rows.add(named(u"d"_s, u"3"_s)), 2);
+    QCOMPARE(rows.indexOfKey(u"3"_s), 2);
+    QCOMPARE(rows.indexOfKey(u"temp_3"_s), 1);
+    rows.clear();
+    QCOMPARE(rows.indexOfKey(u"3"_s), -1);
+}
+
+void tst_ListRows::sorting_data()
+{
+    QTest::addColumn<QStringList>("added");
+    QTest::addColumn<bool>("byTag");
+    QTest::addColumn<Qt::SortOrder>("order");
+    QTest::addColumn<QStringList>("sorted");
+    QTest::newRow("German, without case")
+        << QStringList{u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s} << false << Qt::AscendingOrder
+        << QStringList{u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s};
+    QTest::newRow("descending") << QStringList{u"b"_s, u"c"_s, u"a"_s} << false << Qt::DescendingOrder
+                                << QStringList{u"c"_s, u"b"_s, u"a"_s};
+    QTest::newRow("by tag, that is by length here")
+        << QStringList{u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s} << true << Qt::AscendingOrder
+        << QStringList{u"z"_s, u"bb"_s, u"ccc"_s, u"aaaa"_s};
+}
+
+void tst_ListRows::sorting()
+{
+    QFETCH(QStringList, added);
+    QFETCH(bool, byTag);
+    QFETCH(Qt::SortOrder, order);
+    const auto tagFor = [](const QString& name) {
+        return QString::number(name.size()).rightJustified(16, u'0');
+    };
+
+    ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
+    for (const QString& name : added)
+        atOnce.add(named(name, {}, tagFor(name)));
+    QCOMPARE(names(atOnce), added);
+    atOnce.sortBy(0, order);
+    QTEST(names(atOnce), "sorted");
+
+    ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
+    oneByOne.sortBy(0, order);
+    for (const QString& name : added)
+        oneByOne.add(named(name, {}, tagFor(name)));
+    QTEST(names(oneByOne), "sorted");
+
+    oneByOne.setSorted(false);
+    oneByOne.add(named(u"first or last"_s));
+    QCOMPARE(oneByOne.text(oneByOne.count() - 1, 0), u"first or last"_s);
+}
+
+void tst_ListRows::selection()
+{
+    ListRows rows(u"lvw"_s, {{u"Name"_s}});
+    rows.addAll({named(u"b"_s), named(u"c"_s), named(u"a"_s)});
+    rows.setCurrent(1);
+    rows.setSelected(2, true);
+    QCOMPARE(rows.selectedRows(), (QList<int>{1, 2}));
+    rows.sortBy(0, Qt::AscendingOrder);
+    QCOMPARE(rows.selectedRows(), (QList<int>{0, 2})); // a and c wherever they went
+    QCOMPARE(rows.current(), 2);
+    rows.setCurrent(1);
+    QCOMPARE(rows.selectedRows(), QList<int>{1});
+    rows.selectAll();
+    QCOMPARE(rows.selectedRows().size(), 3);
+    rows.removeAt(1);
+    QCOMPARE(rows.current(), -1);
+}
+
+void tst_ListRows::viewsHearOfEverything()
+{
+    ListRows rows(u"lvw"_s, {{u"Name"_s}, {u"Nummer"_s}});
+    QSignalSpy inserting(&rows, &ListRows::aboutToInsert);
+    QSignalSpy changed(&rows, &ListRows::changed);
+    QSignalSpy removing(&rows, &ListRows::aboutToRemove);
+    QSignalSpy reset(&rows, &ListRows::reset);
+    rows.addAll({named(u"a"_s), named(u"b"_s), named(u"c"_s)});
+    QCOMPARE(inserting.takeFirst(), (QList<QVariant>{0, 2}));
+    rows.setText(1, 1, u"0521"_s);
+    QCOMPARE(changed.takeFirst(), QList<QVariant>{1});
+    QCOMPARE(rows.text(1, 1), u"0521"_s);
+    rows.removeAt(2);
+    QCOMPARE(removing.takeFirst(), (QList<QVariant>{2, 2}));
+    rows.sortBy(1, Qt::AscendingOrder);
+    rows.clear();
+    QCOMPARE(reset.count(), 2);
+}
+
+QTEST_GUILESS_MAIN(tst_ListRows)
+#include "tst_ListRows.moc"

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+#include "support/RecordedProgress.h"
+#include "support/ScriptedPort.h"
+
+namespace kalmo::tests {
+
+/// Bytes as they are written in hex.
+inline QByteArray hex(const char* digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
+/// A packet of either side: opcode or code, its length, and the rest.
+QByteArray packet(int code, const QByteArray& rest = {});
+
+/// A Body header (48) or End of Body header (49), or another with a two-byte length.
+QByteArray header(int id, const QByteArray& value);
+
+/// The message box of ErrMsg.
+toolkit::Message errorBox(const QString& friendlyText);
+inline const QString timeoutText = QStringLiteral(
+    "TimeOut - Das Telefon hat in der vorgegebenen Zeit nicht geantwortet. Bitte wiederholen Sie "
+    "die letzte Aktion.\n\n"
+    "Sollte dieser Fehler sofort wieder auftauchen, muß das aktuelle Programmfenster geschlossen "
+    "und wieder aufgerufen werden, um die Kommunikation mit dem Telefon erneut aufzubauen. Taucht "
+    "der Fehler danach immer noch sofort wieder auf, muß das Telefon einmal aus- und wieder "
+    "eingeschaltet und Kalmo neu gestartet werden.");
+
+/// The OBEX client on a scripted line, with what it reports and raises.
+struct ObexClient
+{
+    ObexClient(TestContext& test, ScriptedPort& port);
+
+    TestContext& test;
+    ScriptedPort& port;
+    link::Line line;
+    std::shared_ptr<obex::clsMmc> mmc;
+    RecordedProgress progress;
+    QStringList events; ///< "BusyOn", "DirChange Mobile:\", "LongTimeOutMsg ..." and so on, in order
+
+    /// Runs the client's Online against a phone that does what it should, and forgets what was reported
+    /// meanwhile.
+    void goOnline(int maxPacket = 0x0400);
+    void forgetReports();
+};
+
+} // namespace kalmo::tests
