@@ -63,7 +63,8 @@ ExitStatus readList(Job& job, Store store, ListRead& read)
     const ExitStatus status = readOnce(job, store, read);
     if (status != ExitDone || !read.isDoubtful)
         return status;
-    job.out.note(u"A command had to be repeated, so an entry may have been skipped; reading once more.\n"_s);
+    job.out.note(
+        u"The line was disturbed, so an entry may have been skipped or garbled; reading once more.\n"_s);
     return readOnce(job, store, read);
 }
 
@@ -94,7 +95,7 @@ ExitStatus runRead(Job& job, Store store)
     if (!read.isDoubtful)
         return ExitDone;
     job.out.error(
-        u"a command had to be repeated in both readings, so an entry may be missing. Read again."_s);
+        u"the line was disturbed in both readings, so an entry may be missing or garbled. Read again."_s);
     return ExitFailed;
 }
 

@@ -126,7 +126,7 @@ bool ListWriter::agrees(const ListDiff& diff)
 {
     Questions& questions = m_job.questions;
     if (m_held.isDoubtful &&
-        !questions.confirm(u"A command had to be repeated in both readings, so the backup may lack an entry. "
+        !questions.confirm(u"The line was disturbed in both readings, so the backup may lack an entry. "
                            u"Write all the same?"_s))
         return false;
     if (!m_warnings.isEmpty() &&

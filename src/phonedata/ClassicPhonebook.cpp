@@ -134,7 +134,8 @@ bool ReadPB_TB(const StoreJob& job)
     QByteArray reply;
     NextEntry next = NextEntry::Entry;
     while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, reply, doubtful);
+        next = job.progress.cancelled() ? NextEntry::Failed
+                                        : readNextEntry(job.line, Store::Phonebook, reply, doubtful);
         if (next == NextEntry::Failed)
             return abandonRead(job);
         if (context.log.isOn())

@@ -31,8 +31,8 @@ const QByteArray secondWritten = "AT^WSWE=4,Next,1,4,0,\r\n";
 const QString listBackup = u"Backup von 2026-11-21  12-00-00.tel"_s;
 const QString accessError = u"Fehler beim Zugriff auf das Telefon"_s;
 const QString doubt =
-    u"Beim letzten Lesen musste ein Befehl wiederholt werden, und dabei kann ein Eintrag übersprungen worden "
-    u"sein. "
+    u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
+    u"verfälscht worden sein. "
     u"Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, die Liste vorher noch einmal zu lesen."_s;
 const QString unread =
     u"Der bisherige Inhalt des Telefons konnte nicht gelesen und daher nicht gesichert werden. "
@@ -290,10 +290,8 @@ void tst_ClassicCommands::read_data()
         << Store::Phonebook << QString() << Answer::Yes << Prepare([](Desk& desk) {
                desk.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r");
                desk.script.expect("AT\r");
-               desk.tell(u"Beim Lesen musste ein Befehl wiederholt werden. Es "
-                         u"ist möglich, dass dabei ein Eintrag übersprungen "
-                         u"wurde. Bitte lesen Sie die Liste noch einmal ein, "
-                         u"bevor Sie sie ändern oder schreiben."_s);
+               desk.tell(
+                   u"Beim Lesen war die Übertragung gestört. Es ist möglich, dass dabei ein Eintrag übersprungen oder verfälscht wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder schreiben."_s);
            })
         << CommandResult::Done << false;
 }
