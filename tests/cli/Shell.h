@@ -31,14 +31,66 @@ public:
     bool openUrl(const QUrl&) override { return false; }
 };
 
-/// A command line with everything around it made of fakes.
-struct Shell
+/// A command line with everything around it made of fakes, but for the port.
+struct CommandRunner
 {
-    Shell() : port(test), script(test, port)
+    CommandRunner() { QDir().mkpath(test.storage + u"/Backup"_s); }
+
+    ExitStatus run(link::SPortAx& port, const QStringList& words)
     {
-        QDir().mkpath(test.storage + u"/Backup"_s);
-        port.names = {u"COM1"_s};
+        const Invocation invocation = parseWords(words);
+        if (invocation.kind != Invocation::Kind::Run)
+            qFatal("%s", qPrintable(invocation.error));
+        Output out(
+            [this](Stream stream, const QByteArray& bytes) {
+                (stream == Stream::Out ? printed : told) += QString::fromUtf8(bytes);
+                return 0;
+            },
+            {.json = invocation.has(u"--json"_s), .quiet = invocation.has(u"--quiet"_s)});
+        Questions questions(out, invocation.has(u"--yes"_s), reader());
+        CliDialogs dialogs(out, questions);
+        app::Context context{test.sy,       test.clock,    dialogs, test.ending,
+                             test.platform, test.settings, test.log};
+        link::PortTable ports(test.settings, devices);
+        link::Line line(context, port);
+        phonedata::PhoneMemory memory;
+        CliProgress progress(out);
+        Job job{invocation, context, line, ports, memory, out, questions, progress, stop, desktop};
+        return invocation.command->run(job);
     }
+
+    /// The JSON value that was printed, in one line.
+    QString value() const
+    {
+        return QString::fromUtf8(QJsonDocument::fromJson(printed.toUtf8()).toJson(QJsonDocument::Compact));
+    }
+    QString file(const QString& name, const QByteArray& bytes) const { return test.makeFile(name, bytes); }
+    QStringList backups() const { return QDir(test.storage + u"/Backup"_s).entryList(QDir::Files); }
+
+    TestContext test;
+    OneDevice devices;
+    NoDesktop desktop;
+    SwitchedCancel stop;
+    std::optional<QStringList> answers; // of the user, if there is one
+    QString printed;
+    QString told;
+
+private:
+    Questions::Reader reader()
+    {
+        if (!answers)
+            return {};
+        return [this] { return answers->isEmpty() ? std::nullopt : std::optional(answers->takeFirst()); };
+    }
+};
+
+/// The same with a phone of paper at the port.
+struct Shell : CommandRunner
+{
+    Shell() : port(test), script(test, port) {}
+
+    /// Words apart by blanks.
+    ExitStatus run(const QString& words) { return CommandRunner::run(port, words.split(u' ')); }
 
     /// What a handset says while it is looked for.
     ClassicScript& found(const QByteArray& model)
@@ -59,51 +111,8 @@ struct Shell
         return script.expect("AT^WSEL=\"TB\"\r").expect("AT\r").expect("AT^WSSL=\"TB\"\r");
     }
 
-    ExitStatus run(const QString& words)
-    {
-        const Invocation invocation = parseWords(words.split(u' '));
-        if (invocation.kind != Invocation::Kind::Run)
-            qFatal("%s", qPrintable(invocation.error));
-        Output out(
-            [this](Stream stream, const QByteArray& bytes) {
-                (stream == Stream::Out ? printed : told) += QString::fromUtf8(bytes);
-                return 0;
-            },
-            {.json = invocation.has(u"--json"_s), .quiet = invocation.has(u"--quiet"_s)});
-        Questions questions(out, invocation.has(u"--yes"_s),
-                            answers ? Questions::Reader([this] {
-                                return answers->isEmpty() ? std::nullopt
-                                                          : std::optional(answers->takeFirst());
-                            })
-                                    : Questions::Reader());
-        CliDialogs dialogs(out, questions);
-        app::Context context{test.sy,       test.clock,    dialogs, test.ending,
-                             test.platform, test.settings, test.log};
-        link::PortTable ports(test.settings, devices);
-        link::Line line(context, port);
-        CliProgress progress(out);
-        Job job{invocation, context, line, ports, memory, out, questions, progress, stop, desktop};
-        return invocation.command->run(job);
-    }
-
-    /// The JSON value that was printed, in one line.
-    QString value() const
-    {
-        return QString::fromUtf8(QJsonDocument::fromJson(printed.toUtf8()).toJson(QJsonDocument::Compact));
-    }
-    QString file(const QString& name, const QByteArray& bytes) const { return test.makeFile(name, bytes); }
-    QStringList backups() const { return QDir(test.storage + u"/Backup"_s).entryList(QDir::Files); }
-
-    TestContext test;
     ScriptedPort port;
     ClassicScript script;
-    OneDevice devices;
-    NoDesktop desktop;
-    phonedata::PhoneMemory memory;
-    SwitchedCancel stop;
-    std::optional<QStringList> answers; // of the user, if there is one
-    QString printed;
-    QString told;
 };
 
 } // namespace kalmo::tests
