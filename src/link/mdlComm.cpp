@@ -205,6 +205,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         if (isFinalTail(tail))
             break;
     }
+    m_echoed = buffer.startsWith(command);
     answer = cutAnswer(buffer, command.size(), keepTail);
     if (m_context.log.isOn())
         m_context.log.WriteDebugLog(u"Rx"_s, fromCp1252(answer));

@@ -67,6 +67,10 @@ public:
     /// twice.
     int repeats() const { return m_repeats; }
 
+    /// Whether the last answer began with the echo of its command. If not, it may be the late answer to an
+    /// earlier one.
+    bool wasEchoed() const { return m_echoed; }
+
     /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program. On a line that
     /// was marked dirty it first waits until nothing has come for a while, and throws away what did.
     void TxDirect(const QByteArray& bytes);
@@ -106,6 +110,7 @@ private:
     bool m_waiting = false;
     bool m_dirty = false;
     int m_repeats = 0;
+    bool m_echoed = false;
 };
 
 } // namespace kalmo::link
