@@ -32,6 +32,7 @@ private:
     bool readFile();
     ExitStatus replace(const ListDiff& diff);
     bool backUp();
+    bool wantsDoubtful();
     bool agrees(const ListDiff& diff);
     bool write();
     ExitStatus tellFailure();
@@ -95,6 +96,10 @@ ExitStatus ListWriter::replace(const ListDiff& diff)
     if (m_held.entries == m_wanted && !m_held.isDoubtful)
         return finish(ExitDone, 0, static_cast<int>(m_wanted.size()),
                       u"The phone already holds exactly these entries; nothing was written.\n"_s);
+    if (m_held.isDoubtful && !wantsDoubtful())
+        return fail(ExitFailed,
+                    u"the line was disturbed in both readings, so what the phone holds is not safely "
+                    u"known.\nNothing was changed in it."_s);
     if (!backUp())
         return ExitFailed;
     m_job.out.note(diffText(diff, m_held.entries.size(), m_store));
@@ -122,13 +127,18 @@ bool ListWriter::backUp()
     return false;
 }
 
+/// Only a person may say so: a backup that lacks an entry is none.
+bool ListWriter::wantsDoubtful()
+{
+    return m_job.questions.someoneIsThere() &&
+           m_job.questions.confirm(
+               u"The line was disturbed in both readings, so the backup may lack an entry. "
+               u"Write all the same?"_s);
+}
+
 bool ListWriter::agrees(const ListDiff& diff)
 {
     Questions& questions = m_job.questions;
-    if (m_held.isDoubtful &&
-        !questions.confirm(u"The line was disturbed in both readings, so the backup may lack an entry. "
-                           u"Write all the same?"_s))
-        return false;
     if (!m_warnings.isEmpty() &&
         !questions.confirm(
             u"The phone may refuse an entry that it can't hold, and then lacks those behind it "

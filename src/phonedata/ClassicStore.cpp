@@ -86,7 +86,9 @@ NextEntry readNextEntry(Line& line, Store store, QByteArray& reply, bool& doubtf
 {
     if (!line.exchange(reply, "AT^WSRE\r", readTimeout, true))
         return NextEntry::Failed;
-    doubtful = doubtful || line.repeats() > 0 || (!reply.isEmpty() && !lengthsAddUp(reply, store));
+    // An "OK" that came late would pass for the end of the store.
+    doubtful = doubtful || line.repeats() > 0 || !line.wasEchoed() ||
+               (!reply.isEmpty() && !lengthsAddUp(reply, store));
     return reply.isEmpty() ? NextEntry::End : NextEntry::Entry;
 }
 

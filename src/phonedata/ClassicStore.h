@@ -51,8 +51,8 @@ bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress
 /// Outcome of asking for the next entry of an open store.
 enum class NextEntry { Entry, End, Failed };
 
-/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated or the
-/// reply's lengths don't add up.
+/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated, or if the
+/// reply has no echo or its lengths don't add up.
 NextEntry readNextEntry(link::Line& line, Store store, QByteArray& reply, bool& doubtful);
 
 /// Whether the fields of a reply are as long as they say: name, number, and in the phonebook the date. If

@@ -101,7 +101,7 @@ void tst_LosingNothing::anyFaultAtAnyTime()
         const QByteArray why = QByteArray::number(at) + ": " + attempt.told.toUtf8() + attempt.content();
         // Only what was found right is called done.
         QVERIFY2(status != ExitDone || attempt.content() == wanted, why.constData());
-        if (attempt.content() == attempt.before || attempt.content() == wanted)
+        if (attempt.content() == attempt.before)
             continue;
         attempt.port.handset().setFaults({});
         QVERIFY2(attempt.backups().size() == 1, why.constData());

@@ -99,14 +99,21 @@ void tst_WriteCommands::writes_data()
         QDir(shell.test.storage).rmdir(u"Backup"_s);
         reading(shell);
     }) << ExitFailed << QString() << u"No such file or directory.\nNothing was changed in the phone.\n"_s;
+    const auto readingTwice = [](Shell& shell) {
+        shell.found("WOODSTOCK");
+        for (int time = 0; time < 2; ++time)
+            shell.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r").expect("AT\r");
+    };
     QTest::newRow("doubtful twice, and the user does not want it")
         << QString() << file << Prepare([=](Shell& shell) {
                shell.answers = QStringList{u"n"_s};
-               shell.found("WOODSTOCK");
-               for (int reading2 = 0; reading2 < 2; ++reading2)
-                   shell.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r").expect("AT\r");
+               readingTwice(shell);
            })
-        << ExitRefused << QString() << u"so the backup may lack an entry. Write all the same? [y/N] "_s;
+        << ExitFailed << QString()
+        << u"so the backup may lack an entry. Write all the same? [y/N] kalmoctl: the line"_s;
+    QTest::newRow("doubtful twice is nothing that --yes could answer")
+        << u"--yes"_s << file << Prepare(readingTwice) << ExitFailed << QString()
+        << u"so what the phone holds is not safely known.\nNothing was changed in it.\n"_s;
     QTest::newRow("error at the second entry")
         << u"--yes"_s << file << Prepare([=](Shell& shell) {
                writing(shell);
