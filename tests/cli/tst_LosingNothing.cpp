@@ -71,10 +71,12 @@ void tst_LosingNothing::anyFaultAtAnyTime_data()
         row("silence", [](Faults& faults, int at) { faults.silentAfter = at; });
         row("a lost byte", [](Faults& faults, int at) { faults.loseByteAt = at; });
         row("noise", [](Faults& faults, int at) { faults.noiseAt = at; });
-        row("a late answer", [](Faults& faults, int at) {
-            faults.lateAt = at;
-            faults.lateBy = 20;
-        });
+        for (const double seconds : {1.5, 9.0, 20.0}) { // beyond one after the other of the time limits
+            row(qPrintable(u"an answer %1 s late"_s.arg(seconds)), [seconds](Faults& faults, int at) {
+                faults.lateAt = at;
+                faults.lateBy = seconds;
+            });
+        }
         row("an entry that can't be read", [](Faults& faults, int at) { faults.readErrorAt = at; });
         row("an entry that is refused", [](Faults& faults, int at) { faults.writeErrorAt = at; });
         row("an entry that is refused once", [](Faults& faults, int at) { faults.writeErrorOnceAt = at; });
