@@ -4,9 +4,10 @@ namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
 
-void CliProgress::phase(const QString& text)
+void CliProgress::phase(const QString& text, const QString& withBar)
 {
     m_phase = text;
+    m_phaseWithBar = withBar.isEmpty() ? text : withBar;
     m_count = 0;
     m_hasBar = false;
     draw();
@@ -38,12 +39,13 @@ void CliProgress::SetMaximum(int maximum)
 void CliProgress::SetVisible(bool visible)
 {
     m_hasBar = visible;
-    draw();
+    if (visible) // what is hidden stays in sight until the work is done or something else begins
+        draw();
 }
 
 void CliProgress::draw()
 {
-    QString text = m_phase;
+    QString text = m_hasBar ? m_phaseWithBar : m_phase;
     if (m_hasBar && m_maximum > 0)
         text += u": %1 of %2 (%3 %)"_s.arg(m_value).arg(m_maximum).arg(100 * m_value / m_maximum);
     else if (m_count > 0)

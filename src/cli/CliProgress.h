@@ -13,8 +13,9 @@ public:
     explicit CliProgress(Output& out) : m_out(out) {}
     ~CliProgress() override { clear(); }
 
-    /// Begins something new, "Reading the phonebook" for example.
-    void phase(const QString& text);
+    /// Begins something new, "Reading the phonebook" for example. `withBar` is what it is called from the
+    /// moment that a bar is shown, if that is something else.
+    void phase(const QString& text, const QString& withBar = {});
     /// So many so far, of an unknown number.
     void count(int number);
     void clear();
@@ -30,6 +31,7 @@ private:
 
     Output& m_out;
     QString m_phase;
+    QString m_phaseWithBar;
     int m_count = 0;
     int m_value = 0;
     int m_maximum = 0;

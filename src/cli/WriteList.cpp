@@ -154,7 +154,8 @@ bool ListWriter::write()
     const auto list = phonedata::makeRows(m_store);
     for (const ClassicEntry& entry : m_fromFile)
         list->add(phonedata::toRow(entry));
-    m_job.progress.phase(u"Erasing the %1, which can take minutes"_s.arg(m_words.name));
+    m_job.progress.phase(u"Erasing the %1, which can take minutes"_s.arg(m_words.name),
+                         u"Writing the %1"_s.arg(m_words.name));
     const StoreOpenScope open;
     const bool done = phonedata::writeStore(
         {m_job.line, m_job.memory, *list, nullptr, {.bar = &m_job.progress, .cancel = &m_job.stop}}, m_store);

@@ -156,17 +156,18 @@ void tst_Output::progressLine()
     progress.phase(u"Reading"_s);
     progress.count(12);
     out.note(u"note\n"_s);
-    progress.phase(u"Writing"_s);
+    progress.phase(u"Erasing"_s, u"Writing"_s);
     progress.SetMaximum(3);
     progress.SetValue(0);
     progress.SetVisible(true);
     progress.SetValue(2);
+    progress.SetVisible(false);
     progress.clear();
     progress.clear();
     QCOMPARE(streams.err, QByteArray("\rReading..."
                                      "\rReading: 12"
                                      "\r           \rnote\n"
-                                     "\rWriting..."
+                                     "\rErasing..."
                                      "\rWriting: 0 of 3 (0 " // cut to the terminal
                                      "\rWriting: 2 of 3 (66"
                                      "\r                   \r"));
