@@ -16,14 +16,23 @@ using phonedata::Store;
 
 namespace {
 
-/// The handset's own melodies: without them a reminder that is set to one of them would lose it.
-void learnMelodies(Job& job, Store store)
+/// Reads the handset's own melodies, by whose names a list says which of them is set. True if they came twice
+/// the same, or if nothing in the store needs them.
+bool learnMelodies(Job& job, Store store)
 {
     if (store != Store::Phonebook || !link::hasRingtoneSettings(job.phoneType()))
-        return;
-    const auto rows = phonedata::makeSoundRows();
-    if (!phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows))
-        job.out.note(u"The phone did not list its own melodies; where one is set, \"Melodie 1\" stands.\n"_s);
+        return true;
+    QList<QStringList> readings;
+    for (int time = 0; time < 2; ++time) {
+        const auto rows = phonedata::makeSoundRows();
+        if (!phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows))
+            return false;
+        QStringList melodies;
+        for (int index = 0; index < rows->count(); ++index)
+            melodies += {rows->row(index).key, rows->text(index, 0)};
+        readings.append(melodies);
+    }
+    return readings.first() == readings.last();
 }
 
 ExitStatus readOnce(Job& job, Store store, ListRead& read)
@@ -31,6 +40,7 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
     const QString name = wordsOf(store).name.toString();
     const auto list = phonedata::makeRows(store);
     job.progress.phase(u"Reading the %1"_s.arg(name));
+    const bool knowsMelodies = learnMelodies(job, store);
     QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(),
                      [&] { job.progress.count(list->count()); });
     bool done = false;
@@ -51,7 +61,8 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
         return ExitFailed;
     }
     read.entries = phonedata::classicEntries(*list);
-    read.isDoubtful = phonedata::certaintyOf(job.memory, store) == phonedata::Certainty::Doubtful;
+    read.isDoubtful =
+        !knowsMelodies || phonedata::certaintyOf(job.memory, store) == phonedata::Certainty::Doubtful;
     return ExitDone;
 }
 
@@ -59,7 +70,6 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
 
 ExitStatus readList(Job& job, Store store, ListRead& read)
 {
-    learnMelodies(job, store);
     const ExitStatus status = readOnce(job, store, read);
     if (status != ExitDone || !read.isDoubtful)
         return status;

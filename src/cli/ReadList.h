@@ -8,11 +8,11 @@ namespace kalmo::cli {
 struct ListRead
 {
     Entries entries = {};
-    bool isDoubtful = false; ///< an entry may have been skipped, in the second reading too
+    bool isDoubtful = false; ///< something may have been skipped or garbled, in the second reading too
 };
 
-/// Reads a store of the phone, once more if the first reading is doubtful, with the handset's own melodies
-/// ahead of it where they name sounds. Anything but ExitDone has been told.
+/// Reads a store of the phone, with the handset's own melodies ahead of it where they name sounds, and all of
+/// it once more if the first reading is doubtful. Anything but ExitDone has been told.
 ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);
 
 /// The commands that read a list.

@@ -10,8 +10,6 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/StoreSafety.h"
 
-#include <algorithm>
-
 namespace kalmo::cli {
 
 using phonedata::ClassicEntry;
@@ -19,6 +17,9 @@ using phonedata::ListDiff;
 using phonedata::Store;
 
 namespace {
+
+const QString disturbed =
+    u"the line was disturbed in both readings, so what the phone holds is not safely known"_s;
 
 /// One run of a command that writes a list.
 class ListWriter
@@ -77,7 +78,7 @@ ExitStatus ListWriter::run()
     const ListDiff diff = phonedata::diffLists(m_held.entries, m_wanted);
     if (dryRun) {
         m_job.out.show(diffJson(diff), diffText(diff, m_held.entries.size(), m_store));
-        return ExitDone;
+        return m_held.isDoubtful ? fail(ExitFailed, disturbed + u'.') : ExitDone;
     }
     return replace(diff);
 }
@@ -97,9 +98,7 @@ ExitStatus ListWriter::replace(const ListDiff& diff)
         return finish(ExitDone, 0, static_cast<int>(m_wanted.size()),
                       u"The phone already holds exactly these entries; nothing was written.\n"_s);
     if (m_held.isDoubtful && !wantsDoubtful())
-        return fail(ExitFailed,
-                    u"the line was disturbed in both readings, so what the phone holds is not safely "
-                    u"known.\nNothing was changed in it."_s);
+        return fail(ExitFailed, disturbed + u".\nNothing was changed in it."_s);
     if (!backUp())
         return ExitFailed;
     m_job.out.note(diffText(diff, m_held.entries.size(), m_store));

@@ -70,6 +70,7 @@ void tst_Commands::results_data()
     QTest::newRow("phonebook, with the handset's own melodies")
         << u"phonebook read"_s << Prepare([](Shell& shell) {
                shell.found("WOODY").expect("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
+               shell.script.expect("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
                shell.read({"4,J\xF6rg,3,110,12,001224083033,1,2", "1,A,1,1,0,"});
            })
         << u"[{\"date\":\"24.12  "

@@ -17,16 +17,25 @@ namespace {
 
 using SetFault = std::function<void(Faults&, int)>;
 
-const QByteArray seed =
-    "{\"phonebook\": [{\"name\": \"Mutter \\\"M\\\"\", \"number\": \"1\", \"anniversary\": \"24.12. 08:30\", "
-    "\"reminder\": \"S\"}, {\"name\": \"Jörg\", \"number\": \"2\"}, {\"name\": \"Anja, B.\", \"number\": "
-    "\"3\"}]}";
+/// A phonebook with a reminder by `sound`, and one melody of the handset's own.
+QByteArray seedWith(const QByteArray& sound)
+{
+    return "{\"settings\": {\"melodies\": [{\"name\": \"Walzer\", \"kind\": \"MID\", \"size\": 99, \"id\": "
+           "12}]}, "
+           "\"phonebook\": [{\"name\": \"Mutter \\\"M\\\"\", \"number\": \"1\", \"anniversary\": \"24.12. "
+           "08:30\", "
+           "\"reminder\": \"" +
+           sound +
+           "\"}, {\"name\": \"Jörg\", \"number\": \"2\"}, {\"name\": \"Anja, B.\", \"number\": \"3\"}]}";
+}
 
 /// One handset, one storage folder, and as many runs of kalmoctl as it takes.
 struct Attempt : CommandRunner
 {
     explicit Attempt(const QString& model)
-        : port(test.clock, {.model = model, .seed = file(u"seed.json"_s, seed)}), before(content())
+        : port(test.clock,
+               {.model = model, .seed = file(u"seed.json"_s, seedWith(model == u"GALICIA"_s ? "12" : "S"))}),
+          before(content())
     {
     }
     /// Writes a file to the phonebook.
