@@ -72,13 +72,15 @@ void tst_LosingNothing::anyFaultAtAnyTime_data()
     QTest::addColumn<QString>("model");
     QTest::addColumn<SetFault>("setFault");
     for (const char* model :
-         {"WOODSTOCK", "GALICIA"}) { // the second one prepares its store, and closes it otherwise
+         {"WOODSTOCK", "GALICIA"}) { // the second one prepares its store, and has melodies
         const auto row = [model](const char* name, const SetFault& set) {
             QTest::addRow("%s, %s", model, name) << QString::fromLatin1(model) << set;
         };
         row("the line drops", [](Faults& faults, int at) { faults.hangUpAt = at; });
-        row("silence", [](Faults& faults, int at) { faults.silentAfter = at; });
         row("a lost byte", [](Faults& faults, int at) { faults.loseByteAt = at; });
+        if (qstrcmp(model, "WOODSTOCK") == 0)
+            continue; // the store of the other one is the more delicate
+        row("silence", [](Faults& faults, int at) { faults.silentAfter = at; });
         row("noise", [](Faults& faults, int at) { faults.noiseAt = at; });
         for (const double seconds : {1.5, 9.0, 20.0}) { // beyond one after the other of the time limits
             row(qPrintable(u"an answer %1 s late"_s.arg(seconds)), [seconds](Faults& faults, int at) {
