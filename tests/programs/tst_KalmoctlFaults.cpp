@@ -70,6 +70,9 @@ void tst_KalmoctlFaults::withoutAPhone()
 {
     QFETCH(QString, line);
     RunningPrograms programs;
+    programs.makeFile(u"storage/config/Kalmo.ini"_s,
+                      "[Ports\n=\x00\xff]\n" + QByteArray(1000000, '=') +
+                          "\n[frmEinstellungen]\nComPortNew=nan\nPrefDetectBaud=1e99\n");
     programs.makeFile(u"good.tel"_s, "\"A\",\"1\"\r\n");
     programs.makeFile(u"hostile.tel"_s, "\"A\",\"1\"\r\n" + QByteArray(100000, '"') + "\xff\x00\x1b");
     programs.makeFile(u"hostile.json"_s, QByteArray(1000000, '['));
