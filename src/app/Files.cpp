@@ -137,7 +137,10 @@ bool WriteTest(Context& context, const QString& folder)
 bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    // commit() passes over bytes that a full disk did not take any more. Of the last of them a part may still
+    // have been taken; what became of the rest, and why, only the next flush tells.
+    const auto flushed = [&file] { return file.flush() || file.flush(); };
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && flushed() && file.commit())
         return true;
     if (error)
         *error = file.errorString();

@@ -34,6 +34,7 @@ struct Sy
     int PixelY = 0;
     QString PrgVersion;
     int ComNo = 0;                  ///< number of the COM port in use
+    int ComNoForThisRun = 0;        ///< port given on the command line, 0 for the one of the settings
     QString ComSettings;            ///< for example "19200,N,8,1"
     int PhoneType = 0;              ///< 0 is no phone, 1 to 13 a family of handsets
     QString PhoneID;                ///< the raw answer that identified the phone

@@ -1,11 +1,11 @@
 #include "app/mdlRegIni.h"
 
+#include "app/Files.h"
 #include "app/IniFile.h"
 #include "app/mdlKonverter.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 namespace kalmo::app {
 
@@ -66,11 +66,7 @@ void Settings::PutIniText(const QString& section, const QString& key, const QStr
     const QString path = pathOf(file);
     IniFile ini = load(path);
     ini.setValue(section, key, value);
-    QSaveFile out(path);
-    if (!out.open(QIODevice::WriteOnly))
-        return;
-    out.write(ini.toBytes());
-    out.commit();
+    writeWholeFile(path, ini.toBytes());
 }
 
 QStringList Settings::keys(const QString& section) const

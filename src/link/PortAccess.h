@@ -15,4 +15,11 @@ struct PortFault
 /// about it) or busy. `systemText` is the system's own word for anything else.
 PortFault examinePort(const QString& devicePath, const QString& systemText);
 
+/// Claims a device that was just opened, so that no second Kalmo opens it. False if another one has it. The
+/// claim ends with the handle.
+bool claimPort(qintptr handle);
+
+/// What is said where claimPort() fails.
+PortFault portInUse(const QString& devicePath);
+
 } // namespace kalmo::link

@@ -3,6 +3,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace kalmo::link {
@@ -39,15 +42,22 @@ PortFault notPermitted(const QString& path)
             u"again."_s.arg(path, group)};
 }
 
-PortFault busy(const QString& path)
+} // namespace
+
+PortFault portInUse(const QString& devicePath)
 {
     return {
         u"Das Gerät %1 wird bereits von einem anderen Programm benutzt. Beenden Sie dieses Programm."_s.arg(
-            path),
-        u"%1 is in use by another program. Close that program."_s.arg(path)};
+            devicePath),
+        u"%1 is in use by another program, perhaps by Kalmo's window. Close that program."_s.arg(devicePath)};
 }
 
-} // namespace
+bool claimPort(qintptr handle)
+{
+    // The exclusive mode of a terminal does not bind the superuser, and a lock file goes by the name, of
+    // which a device can have several. This binds all programs that ask.
+    return flock(static_cast<int>(handle), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
 
 PortFault examinePort(const QString& devicePath, const QString& systemText)
 {
@@ -62,7 +72,7 @@ PortFault examinePort(const QString& devicePath, const QString& systemText)
     if (systemText.contains(u"lock"_s, Qt::CaseInsensitive) ||
         systemText.contains(u"busy"_s, Qt::CaseInsensitive) ||
         systemText.contains(u"Permission"_s, Qt::CaseInsensitive))
-        return busy(devicePath);
+        return portInUse(devicePath);
     return {u"Das Gerät %1 lässt sich nicht öffnen: %2"_s.arg(devicePath, systemText),
             u"%1 can't be opened: %2"_s.arg(devicePath, systemText)};
 }

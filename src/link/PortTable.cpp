@@ -25,6 +25,16 @@ bool sameDevice(const QString& left, const QString& right)
     return !target.isEmpty() && target == QFileInfo(right).canonicalFilePath();
 }
 
+/// Number that stands for a device in a table, 0 if none does.
+int numberIn(const QMap<int, QString>& known, const QString& path)
+{
+    for (auto entry = known.cbegin(); entry != known.cend(); ++entry) {
+        if (sameDevice(entry.value(), path))
+            return entry.key();
+    }
+    return 0;
+}
+
 } // namespace
 
 PortTable::PortTable(app::Settings& settings, DeviceList& devices) : m_settings(settings), m_devices(devices)
@@ -47,15 +57,19 @@ int PortTable::numberOf(const QString& path)
     if (const int own = numberIn(path); own > 0)
         return own;
     const auto known = remembered();
-    for (auto entry = known.cbegin(); entry != known.cend(); ++entry) {
-        if (entry.value() == path || sameDevice(entry.value(), path))
-            return entry.key();
-    }
-    for (int number = 1; number < mostNumbers; ++number) {
-        if (known.contains(number))
-            continue;
-        m_settings.PutIniText(section, u"COM"_s + QString::number(number), path);
+    if (const int number = numberIn(known, path); number > 0)
         return number;
+    const int number = lowestFree(known);
+    if (number > 0)
+        m_settings.PutIniText(section, u"COM"_s + QString::number(number), path);
+    return number;
+}
+
+int PortTable::lowestFree(const QMap<int, QString>& known) const
+{
+    for (int number = 1; number < mostNumbers; ++number) {
+        if (!known.contains(number) && !m_forThisRun.contains(number))
+            return number;
     }
     return 0;
 }
@@ -99,6 +113,19 @@ QString PortTable::devicePath(int number)
 void PortTable::useDevice(int number, const QString& path)
 {
     m_forThisRun.insert(number, path);
+}
+
+int PortTable::numberForThisRun(const QString& path)
+{
+    if (const int own = numberIn(path); own > 0)
+        return own;
+    const auto known = remembered();
+    int number = numberIn(known, path);
+    if (number == 0)
+        number = lowestFree(known);
+    if (number > 0)
+        useDevice(number, path);
+    return number;
 }
 
 } // namespace kalmo::link

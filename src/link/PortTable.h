@@ -30,8 +30,13 @@ public:
     /// For this run only: the number stands for this device.
     void useDevice(int number, const QString& path);
 
+    /// Number of a device for this run; nothing is remembered. A device that has a number keeps it, another
+    /// one gets the lowest that no device ever had.
+    int numberForThisRun(const QString& path);
+
 private:
     QMap<int, QString> remembered() const;
+    int lowestFree(const QMap<int, QString>& known) const;
     void refresh();
 
     app::Settings& m_settings;

@@ -25,10 +25,16 @@ bool QtSerialPort::Open(const QString& portName)
         return false;
     }
     m_port.setPortName(path);
-    if (m_port.open(QIODevice::ReadWrite))
-        return true;
-    m_fault = examinePort(path, m_port.errorString());
-    return false;
+    if (!m_port.open(QIODevice::ReadWrite)) {
+        m_fault = examinePort(path, m_port.errorString());
+        return false;
+    }
+    if (!claimPort(m_port.handle())) {
+        m_port.close();
+        m_fault = portInUse(path);
+        return false;
+    }
+    return true;
 }
 
 void QtSerialPort::Close()

@@ -86,7 +86,8 @@ bool Line::readWaiting(QByteArray& buffer)
 void Line::yieldUpTo(double seconds)
 {
     const QScopedValueRollback waiting(m_waiting, true);
-    m_context.clock.DoEvents(std::clamp(seconds, 0.0, longestNap));
+    // What has come already is not to be waited for.
+    m_context.clock.DoEvents(m_port.InCount() > 0 ? 0 : std::clamp(seconds, 0.0, longestNap));
 }
 
 void Line::pause(double seconds)
@@ -184,6 +185,10 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         readWaiting(buffer);
         if (buffer.contains("+CME ERROR:"))
             return false;
+        if (!m_port.IsOpen()) {
+            answer.clear();
+            return false;
+        }
         const bool silent = m_context.clock.Timer() > start + timeout;
         if (!silent && buffer.size() >= tailLength)
             tail = buffer.last(tailLength);
@@ -200,6 +205,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         if (isFinalTail(tail))
             break;
     }
+    m_echoed = buffer.startsWith(command);
     answer = cutAnswer(buffer, command.size(), keepTail);
     if (m_context.log.isOn())
         m_context.log.WriteDebugLog(u"Rx"_s, fromCp1252(answer));

@@ -56,7 +56,8 @@ public:
     /// the echo and the final result. `keepTail` leaves the payload its last line end, as the list commands
     /// need it. The command is sent up to three times, with a recovery in between, when the answer is not
     /// whole within `timeout` seconds or is an error. False after the third, or at once for "+CME ERROR:",
-    /// which leaves `answer` as it was. A wait that spans midnight does not time out.
+    /// which leaves `answer` as it was, and for a port that is gone: nothing can come any more. A wait that
+    /// spans midnight does not time out.
     bool Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
 
     /// Tx and Rx in one.
@@ -65,6 +66,10 @@ public:
     /// How often the last Rx had to send its command again. A repeated command may have been carried out
     /// twice.
     int repeats() const { return m_repeats; }
+
+    /// Whether the last answer began with the echo of its command. If not, it may be the late answer to an
+    /// earlier one.
+    bool wasEchoed() const { return m_echoed; }
 
     /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program. On a line that
     /// was marked dirty it first waits until nothing has come for a while, and throws away what did.
@@ -105,6 +110,7 @@ private:
     bool m_waiting = false;
     bool m_dirty = false;
     int m_repeats = 0;
+    bool m_echoed = false;
 };
 
 } // namespace kalmo::link

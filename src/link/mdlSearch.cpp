@@ -82,13 +82,19 @@ SearchOutcome PhoneSearch::SearchPhone()
     }
 }
 
+int PhoneSearch::portNumber() const
+{
+    const int given = m_context.sy.ComNoForThisRun;
+    return given > 0 ? given : app::getInt(m_context.settings, app::keys::ComPortNew);
+}
+
 PassResult PhoneSearch::runPass()
 {
     m_rates += rateList(app::getInt(m_context.settings, app::keys::PrefDetectBaud));
     for (;;) {
         m_view.setProgress(0, probeSteps);
         m_view.clearAborted();
-        m_context.sy.ComNo = app::getInt(m_context.settings, app::keys::ComPortNew);
+        m_context.sy.ComNo = portNumber();
         bool opened = false;
         const bool answered = tryRate(m_rates[m_next++], opened);
         if (!opened)

@@ -52,6 +52,7 @@ public:
 private:
     enum class Next { NewPass, Settings };
 
+    int portNumber() const;
     bool tryRate(int rate, bool& opened);
     void announceRate(int rate);
     Next afterPortFailure();

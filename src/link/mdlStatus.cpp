@@ -115,15 +115,22 @@ SignalQuality GetSignalQuality(Line& line)
 
 int GetBattery(Line& line)
 {
+    int percent = 0;
+    return GetBattery(line, percent) ? percent : 0;
+}
+
+bool GetBattery(Line& line, int& percent)
+{
     const QByteArray command = "AT+CBC\r";
     QByteArray answer;
     if (!line.exchange(answer, command, queryTimeout)) {
         tellAnswer(line, command, answer);
-        return 0;
+        return false;
     }
     // "+CBC: s,nn" or "+CBC: s,nnn", which is 11 characters long
     const QString text = fromCp1252(answer);
-    return app::ValInt(text.mid(8, text.size() == 11 ? 3 : 2));
+    percent = app::ValInt(text.mid(8, text.size() == 11 ? 3 : 2));
+    return true;
 }
 
 bool GetPhoneTime(Line& line, QDateTime& dateTime)
@@ -159,7 +166,9 @@ bool SetPhoneTime(Line& line)
                  u"Das Gigaset unterstützt keine Sekundenanzeige, daher endet die angezeigte Zeit immer auf "
                  u"\"00\""_s,
              .title = u"Kalmo  -  Zeitsychronisation"_s,
-             .icon = Icon::Information});
+             .icon = Icon::Information,
+             .english =
+                 u"The clock is set. The phone may take a minute to show it, and shows no seconds."_s});
     }
     return true;
 }

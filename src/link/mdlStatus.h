@@ -23,6 +23,8 @@ SignalQuality GetSignalQuality(Line& line);
 
 /// Charge in percent, 0 on failure.
 int GetBattery(Line& line);
+/// The same for those who must tell an empty battery from no answer, which is false.
+bool GetBattery(Line& line, int& percent);
 
 /// The phone's clock. Two-digit years from 30 on are of the last century.
 bool GetPhoneTime(Line& line, QDateTime& dateTime);

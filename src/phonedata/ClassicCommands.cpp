@@ -85,9 +85,10 @@ CommandResult readCommand(const StoreJob& job, Store store)
     }
     setDirty(job.memory, store, false);
     if (certaintyOf(job.memory, store) == Certainty::Doubtful)
-        tell(job, u"Beim Lesen musste ein Befehl wiederholt werden. Es ist möglich, dass dabei ein Eintrag "
-                  u"übersprungen wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder "
-                  u"schreiben."_s);
+        tell(job,
+             u"Beim Lesen war die Übertragung gestört. Es ist möglich, dass dabei ein Eintrag übersprungen "
+             u"oder verfälscht wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder "
+             u"schreiben."_s);
     return CommandResult::Done;
 }
 

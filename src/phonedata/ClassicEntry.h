@@ -11,13 +11,13 @@ namespace kalmo::phonedata {
 /// One row of the classic phonebook, as the list shows it.
 struct ClassicEntry
 {
-    QString name;
-    QString number;
-    QString date;        ///< "24.12  08:30" (day, month, two blanks, hour, minute) or empty
-    QString dateSound;   ///< display name of a sound; empty when there is no date
-    QString vip;         ///< "Ja" or empty
-    QString vipSound;    ///< display name of a sound; empty unless VIP
-    QString languageTag; ///< held with the number, never sent
+    QString name = {};
+    QString number = {};
+    QString date = {};        ///< "24.12  08:30" (day, month, two blanks, hour, minute) or empty
+    QString dateSound = {};   ///< display name of a sound; empty when there is no date
+    QString vip = {};         ///< "Ja" or empty
+    QString vipSound = {};    ///< display name of a sound; empty unless VIP
+    QString languageTag = {}; ///< held with the number, never sent
 
     bool operator==(const ClassicEntry&) const = default;
 };
@@ -25,8 +25,8 @@ struct ClassicEntry
 /// One row of the provider list.
 struct ProviderEntry
 {
-    QString name;
-    QString number;
+    QString name = {};
+    QString number = {};
 
     bool operator==(const ProviderEntry&) const = default;
 };

@@ -35,9 +35,10 @@ QString soundFromCode(const QString& code, const SoundList& sounds, app::DebugLo
     return name.isEmpty() ? u"Melodie "_s + code : name;
 }
 
-void parseDateOfType1(ClassicEntry& entry, QString text)
+void parseDateOfType1(ClassicEntry& entry, const QString& text)
 {
-    const QString date = text.mid(text.indexOf(u',') + 1);
+    const qsizetype comma = text.indexOf(u',');
+    const QString date = comma < 0 ? QString() : text.mid(comma + 1);
     if (date.isEmpty())
         return;
     entry.date = dateFromWire(date, 0);
@@ -78,10 +79,13 @@ bool abandonRead(const StoreJob& job)
 bool prepareStore(const StoreJob& job)
 {
     job.progress.status(u"Bereite Telefonbuch vor..."_s);
+    job.memory.phonebook.forget(); // the dummy entry is there until the store is erased
     writeNextEntry(job.line, "AT^WSWE=1,A,1,1,0,\r");
     CloseStore(job.line, job.progress);
-    if (!EraseStore(job.line, Store::Phonebook, job.progress) ||
-        !OpenStore(job.line, Store::Phonebook, job.progress))
+    if (!EraseStore(job.line, Store::Phonebook, job.progress))
+        return false;
+    job.memory.phonebook.becomes({}, Certainty::Known);
+    if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
     job.context().clock.WaitSeconds(1);
     return true;
@@ -130,7 +134,8 @@ bool ReadPB_TB(const StoreJob& job)
     QByteArray reply;
     NextEntry next = NextEntry::Entry;
     while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, reply, doubtful);
+        next = job.progress.cancelled() ? NextEntry::Failed
+                                        : readNextEntry(job.line, Store::Phonebook, reply, doubtful);
         if (next == NextEntry::Failed)
             return abandonRead(job);
         if (context.log.isOn())

@@ -5,7 +5,8 @@
 namespace kalmo::phonedata {
 
 /// Reads the whole phonebook of a classic handset into the list. True when the store was read to its end and
-/// closed. After a failure the list is empty: a partly read list is never shown.
+/// closed. After a failure the list is empty, since a partly read list is never shown; a store that could not
+/// even be opened leaves the list as it was.
 bool ReadPB_TB(const StoreJob& job);
 
 /// Erases the phonebook in the phone and writes all rows of the list, from top to bottom. After a failure

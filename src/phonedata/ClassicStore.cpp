@@ -32,6 +32,19 @@ QByteArray closeCommand(int phoneType)
     return phoneType <= 2 ? "AT\r" : "AT^WSSL\r";
 }
 
+/// Drops a length-prefixed field and the comma behind it; false if it is not as long as it says.
+bool dropField(QByteArray& rest)
+{
+    const qsizetype comma = rest.indexOf(',');
+    bool isNumber = false;
+    const int length = comma < 0 ? -1 : rest.first(comma).toInt(&isNumber);
+    const qsizetype end = comma + 1 + length;
+    if (!isNumber || length < 0 || end > rest.size() || (end < rest.size() && rest[end] != ','))
+        return false;
+    rest = rest.mid(end + 1);
+    return true;
+}
+
 } // namespace
 
 bool OpenStore(Line& line, Store store, const Progress& progress)
@@ -69,12 +82,36 @@ bool EraseStore(Line& line, Store store, const Progress& progress)
     return erased && closed;
 }
 
-NextEntry readNextEntry(Line& line, QByteArray& reply, bool& doubtful)
+NextEntry readNextEntry(Line& line, Store store, QByteArray& reply, bool& doubtful)
 {
     if (!line.exchange(reply, "AT^WSRE\r", readTimeout, true))
         return NextEntry::Failed;
-    doubtful = doubtful || line.repeats() > 0;
+    // An "OK" that came late would pass for the end of the store.
+    doubtful = doubtful || line.repeats() > 0 || !line.wasEchoed() ||
+               (!reply.isEmpty() && !lengthsAddUp(reply, store));
     return reply.isEmpty() ? NextEntry::End : NextEntry::Entry;
+}
+
+bool lengthsAddUp(const QByteArray& reply, Store store)
+{
+    QByteArray rest = reply.trimmed();
+    if (!rest.startsWith("^WSRE:"))
+        return false;
+    rest = rest.sliced(6).trimmed();
+    const bool hasName = !rest.startsWith(",,");
+    if (!hasName)
+        rest.remove(0, 2);
+    for (int field = hasName ? 0 : 1; field < 2; ++field) {
+        if (!dropField(rest))
+            return false;
+    }
+    if (store == Store::Providers || rest.isEmpty())
+        return true;
+    // The date is the last field with a length; what follows it in some families has none.
+    const QByteArrayList parts = rest.split(',');
+    bool isNumber = false;
+    const int length = parts[0].toInt(&isNumber);
+    return isNumber && (parts.size() < 2 ? 0 : parts[1].size()) == length;
 }
 
 bool writeNextEntry(Line& line, const QByteArray& command)

@@ -51,8 +51,13 @@ bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress
 /// Outcome of asking for the next entry of an open store.
 enum class NextEntry { Entry, End, Failed };
 
-/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated.
-NextEntry readNextEntry(link::Line& line, QByteArray& reply, bool& doubtful);
+/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated, or if the
+/// reply has no echo or its lengths don't add up.
+NextEntry readNextEntry(link::Line& line, Store store, QByteArray& reply, bool& doubtful);
+
+/// Whether the fields of a reply are as long as they say: name, number, and in the phonebook the date. If
+/// not, a byte got lost on the line.
+bool lengthsAddUp(const QByteArray& reply, Store store);
 
 /// Sends a write command; true if the phone took the entry.
 bool writeNextEntry(link::Line& line, const QByteArray& command);

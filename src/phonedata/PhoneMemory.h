@@ -10,7 +10,7 @@ namespace kalmo::phonedata {
 /// How sure the program is of what a store in the phone holds.
 enum class Certainty {
     Unknown,  ///< never read, or something went wrong since
-    Doubtful, ///< read, but a command had to be sent again, so that an entry may have been skipped
+    Doubtful, ///< read, but the line was disturbed: an entry may have been skipped or garbled
     Known,
 };
 

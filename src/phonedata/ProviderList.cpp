@@ -53,7 +53,8 @@ bool ReadPB_NE(const StoreJob& job)
     QByteArray reply;
     NextEntry next = NextEntry::Entry;
     while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, reply, doubtful);
+        next = job.progress.cancelled() ? NextEntry::Failed
+                                        : readNextEntry(job.line, Store::Providers, reply, doubtful);
         if (next == NextEntry::Failed)
             return abandonRead(job);
         if (next == NextEntry::Entry)

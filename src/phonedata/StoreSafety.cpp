@@ -103,10 +103,10 @@ bool secureContent(const StoreJob& job, Store store, const QByteArray& savedByte
     if (certainty == Certainty::Doubtful)
         return askToGoOn(
             job,
-            u"Beim letzten Lesen musste ein Befehl wiederholt werden, und dabei kann ein Eintrag "
-            u"übersprungen worden sein. Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, "
+            u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
+            u"verfälscht worden sein. Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, "
             u"die Liste vorher noch einmal zu lesen."_s,
-            u"A command had to be repeated during the last read, so an entry may have been skipped and "
+            u"The line was disturbed during the last read, so an entry may have been skipped or garbled and "
             u"would be lost. It is better to read again first."_s);
     return true;
 }

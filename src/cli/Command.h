@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace kalmo::cli {
+
+using namespace Qt::StringLiterals;
+
+struct Job;
+
+/// How the program ends.
+enum ExitStatus {
+    ExitDone = 0,
+    ExitFailed = 1,   ///< the phone or the line failed, or a file could not be written
+    ExitWrongUse = 2, ///< words that are not understood, or a bad input file
+    ExitNoPhone = 3,  ///< nothing answers, or nothing that is a known handset
+    ExitRefused = 4,  ///< the user said no, or interrupted
+};
+
+/// What `--help` and the manual say of an exit status.
+struct ExitMeaning
+{
+    ExitStatus status;
+    QStringView meaning;
+};
+const std::vector<ExitMeaning>& exitMeanings();
+
+struct Argument
+{
+    QStringView name; ///< as help shows it, in capitals
+    QStringView help;
+    std::vector<QStringView> choices = {}; ///< the only words that are allowed; empty for any text
+};
+
+struct Option
+{
+    QStringView name;   ///< "--output"
+    QStringView letter; ///< "-o", empty where there is none
+    QStringView value;  ///< what help calls its value; empty for a switch
+    QStringView help;
+};
+
+/// One command: all that parsing, help and completion know of it, and the function that runs it.
+struct Command
+{
+    QStringView words; ///< "phonebook read"
+    QStringView help;  ///< one line
+    std::vector<Argument> arguments = {};
+    std::vector<Option> options = {};
+    QStringView details = {};              ///< more help, in whole lines
+    bool (*fits)(int phoneType) = nullptr; ///< families of handsets that the command is for; null is all
+    QStringView needs = {};                ///< the same in words: "a handset with ..."
+    ExitStatus (*run)(Job& job) = nullptr;
+};
+
+const std::vector<Command>& commandTable();
+
+/// Options that every command has.
+const std::vector<Option>& globalOptions();
+
+} // namespace kalmo::cli

@@ -1,0 +1,115 @@
+#include "cli/Commands.h"
+#include "link/PhoneModels.h"
+
+namespace kalmo::cli {
+
+namespace {
+
+constexpr bool hasClock(int phoneType)
+{
+    return phoneType == 1;
+}
+
+constexpr QStringView classicHandset = u"a handset with a classic phonebook (families 1 to 4)";
+constexpr QStringView ringingHandset = u"a handset with ringtone settings (families 2 to 4)";
+
+const Option outputOption{u"--output", u"-o", u"FILE", u"save the entries in a file instead of showing them"};
+const Option dryRunOption{u"--dry-run", u"", u"", u"only say what would be added, changed and removed"};
+
+constexpr QStringView writeDetails =
+    u"What the phone holds is read first and saved as a backup in the storage folder. Then\n"
+    u"the list in the phone is erased and written anew, read back and compared. If writing\n"
+    u"fails half-way, writing the backup restores what was there.\n";
+
+} // namespace
+
+const std::vector<Command>& commandTable()
+{
+    static const std::vector<Command> table = {
+        {.words = u"ports", .help = u"list the serial ports of this machine", .run = runPorts},
+        {.words = u"find", .help = u"find the handset and say what it is", .run = runFind},
+        {.words = u"status", .help = u"show device data, signal, battery and clock", .run = runStatus},
+        {.words = u"clock set",
+         .help = u"set the handset's clock to this machine's time",
+         .fits = hasClock,
+         .needs = u"a handset whose clock can be set from outside (family 1)",
+         .run = runClockSet},
+        {.words = u"phonebook read",
+         .help = u"show the phonebook, or save it in a file",
+         .options = {outputOption},
+         .details = u"FILE ends in .tel (as the window saves it) or .json.\n",
+         .fits = link::isClassic,
+         .needs = classicHandset,
+         .run = runPhonebookRead},
+        {.words = u"phonebook write",
+         .help = u"replace the phonebook by the entries of a file",
+         .arguments = {{u"FILE", u"a .tel or .json file"}},
+         .options = {dryRunOption},
+         .details = writeDetails,
+         .fits = link::isClassic,
+         .needs = classicHandset,
+         .run = runPhonebookWrite},
+        {.words = u"providers read",
+         .help = u"show the list of call-by-call providers, or save it in a file",
+         .options = {outputOption},
+         .details = u"FILE ends in .prv (as the window saves it) or .json.\n",
+         .fits = link::isClassic,
+         .needs = classicHandset,
+         .run = runProvidersRead},
+        {.words = u"providers write",
+         .help = u"replace the list of providers by the entries of a file",
+         .arguments = {{u"FILE", u"a .prv or .json file"}},
+         .options = {dryRunOption},
+         .details = writeDetails,
+         .fits = link::isClassic,
+         .needs = classicHandset,
+         .run = runProvidersWrite},
+        {.words = u"ringtones",
+         .help = u"show ringtones, volumes and the handset's own melodies",
+         .fits = link::hasRingtoneSettings,
+         .needs = ringingHandset,
+         .run = runRingtones},
+        {.words = u"ringtones set",
+         .help = u"set the ringtone and volume of an event",
+         .arguments = {{u"EVENT",
+                        u"external, internal, appointment or alarm",
+                        {u"external", u"internal", u"appointment", u"alarm"}},
+                       {u"TONE", u"a melody by its name, or 1 to 10"},
+                       {u"VOLUME",
+                        u"1 to 5, or 6 for rising",
+                        {u"1", u"2", u"3", u"4", u"5", u"6", u"rising"}}},
+         .fits = link::hasRingtoneSettings,
+         .needs = ringingHandset,
+         .run = runRingtonesSet},
+    };
+    return table;
+}
+
+const std::vector<Option>& globalOptions()
+{
+    static const std::vector<Option> options = {
+        {u"--port", u"", u"N|DEVICE", u"number of the port, or the device itself"},
+        {u"--storage", u"", u"DIR", u"folder for settings and backups, made if missing"},
+        {u"--log", u"", u"FILE", u"write every exchange with the phone to a file"},
+        {u"--yes", u"-y", u"", u"answer every question with yes"},
+        {u"--json", u"", u"", u"print the result as one JSON value"},
+        {u"--quiet", u"-q", u"", u"print results and errors only"},
+        {u"--help", u"-h", u"", u"show this help, or that of a command"},
+        {u"--version", u"", u"", u"show the version"},
+    };
+    return options;
+}
+
+const std::vector<ExitMeaning>& exitMeanings()
+{
+    static const std::vector<ExitMeaning> meanings = {
+        {ExitDone, u"done"},
+        {ExitFailed, u"the phone or the line failed, or a file could not be written"},
+        {ExitWrongUse, u"wrong use or a bad input file"},
+        {ExitNoPhone, u"no phone found, or none that Kalmo knows"},
+        {ExitRefused, u"refused by the user, or interrupted"},
+    };
+    return meanings;
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "cli/EntryFiles.h"
+
+namespace kalmo::cli {
+
+/// What a phone can't hold of an entry, each in a few words.
+QStringList warningsAbout(const phonedata::ClassicEntry& entry, phonedata::Store store, int phoneType,
+                          const phonedata::SoundList& sounds);
+
+/// A line for each warning about a list; of very many the first only, and how many more there are.
+QString warningLines(const Entries& entries, phonedata::Store store, int phoneType,
+                     const phonedata::SoundList& sounds);
+
+} // namespace kalmo::cli

@@ -1,0 +1,95 @@
+#include "cli/FindPhone.h"
+
+#include "app/SettingsKeys.h"
+#include "link/mdlSearch.h"
+
+namespace kalmo::cli {
+
+namespace {
+
+class SearchProgress final : public link::SearchView
+{
+public:
+    explicit SearchProgress(Job& job) : m_job(job) {}
+
+    void setStatus(const QString&) override
+    {
+        const app::Sy& sy = m_job.context.sy;
+        m_job.progress.phase(u"Looking for a handset at %1 with %2%3"_s.arg(
+            m_job.portName(), sy.ComSettings, sy.blnTxLfTerminator ? u" and line feeds"_s : QString()));
+    }
+    void setProgress(int, int) override {} // seconds at most, and no share of them is known
+    bool aborted() const override { return m_job.stop.Checked(); }
+    void clearAborted() override {} // a stop that the user asked for stays one
+
+private:
+    Job& m_job;
+};
+
+QString ratesTried(const app::Context& context)
+{
+    QStringList rates;
+    for (const int rate : link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)))
+        rates.append(rate > 0 ? QString::number(rate) : u"%1 with line feeds"_s.arg(-rate));
+    return rates.join(u", "_s);
+}
+
+ExitStatus tellSilence(Job& job, const QString& rates)
+{
+    job.out.error(u"no handset answers at %1. Tried: %2 baud.\n"
+                  u"Is the handset switched on and firmly on its cable, is it the right port (\"kalmoctl "
+                  u"ports\" lists\n"
+                  u"them), and is Bluetooth off in the handset while it is on a cable? Switching the handset "
+                  u"off and on\n"
+                  u"and plugging the cable in anew often helps."_s.arg(job.portName(), rates));
+    return ExitNoPhone;
+}
+
+ExitStatus tellUnknown(Job& job, const QString& rawId)
+{
+    if (rawId.isEmpty()) {
+        job.out.error(u"something at %1 answers, but it does not say what it is."_s.arg(job.portName()));
+        return ExitNoPhone;
+    }
+    const QString key = rawId.contains(u"^WPPN"_s) ? u"BRUSSELS:"_s + rawId : rawId;
+    job.out.error(
+        u"the device at %1 is no handset that Kalmo knows. It answers:\n"
+        u"  %2\n"
+        u"If it is much like a known one, its family (1 to 13) can be set in %3:\n"
+        u"  [Alias]\n"
+        u"  %4=FAMILY"_s.arg(job.portName(), rawId, app::iniPath(job.context.sy.Paths.Storage), key));
+    return ExitNoPhone;
+}
+
+} // namespace
+
+ExitStatus findPhone(Job& job)
+{
+    SearchProgress view(job);
+    link::PhoneSearch search(job.line, view, job.desktop);
+    const QString rates = ratesTried(job.context);
+    const link::PassResult pass = search.runPass();
+    job.progress.clear();
+    if (pass == link::PassResult::PortNotOpened) {
+        job.out.error(job.line.port().openErrorEnglish());
+        return ExitFailed;
+    }
+    if (job.stop.Checked()) {
+        job.out.error(u"interrupted."_s);
+        return ExitRefused;
+    }
+    if (pass == link::PassResult::NobodyAnswered)
+        return tellSilence(job, rates);
+    QString rawId;
+    if (!search.IdentifyPhone(job.context.sy.PhoneType, rawId))
+        return tellUnknown(job, rawId);
+    search.takeOver();
+    const Command* command = job.invocation.command;
+    if (!command->fits || command->fits(job.phoneType()))
+        return ExitDone;
+    job.out.error(u"\"%1\" is for %2. This is one of family %3 (%4)."_s.arg(
+        command->words, command->needs, QString::number(job.phoneType()), job.context.sy.PhoneID));
+    return ExitFailed;
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,220 @@
+#include "cli/Invocation.h"
+
+#include "cli/Suggestion.h"
+
+#include <algorithm>
+
+namespace kalmo::cli {
+
+namespace {
+
+QString quoted(const QString& word)
+{
+    return u'"' + word + u'"';
+}
+
+/// Every option that there is, so that an option may stand ahead of the command that it belongs to.
+std::vector<Option> allOptions()
+{
+    std::vector<Option> options = globalOptions();
+    for (const Command& command : commandTable())
+        options.insert(options.end(), command.options.begin(), command.options.end());
+    return options;
+}
+
+const Option* findOption(const std::vector<Option>& options, QStringView word)
+{
+    const auto found = std::find_if(options.begin(), options.end(), [word](const Option& option) {
+        return option.name == word || (!option.letter.isEmpty() && option.letter == word);
+    });
+    return found == options.end() ? nullptr : &*found;
+}
+
+class Parser
+{
+public:
+    explicit Parser(const QStringList& words) : m_words(words), m_options(allOptions()) {}
+
+    Invocation parse();
+
+private:
+    bool readWords();
+    bool readOption(const QString& word);
+    bool findCommand();
+    bool checkOptions();
+    bool checkArguments();
+    bool askForHelp();
+    bool fail(const QString& error)
+    {
+        m_made.error = error;
+        return false;
+    }
+    QString unknownCommand() const;
+    QString unknownOption(const QString& name) const;
+
+    QStringList m_words;
+    std::vector<Option> m_options;
+    qsizetype m_next = 0;
+    QStringList m_positional;
+    Invocation m_made;
+};
+
+Invocation Parser::parse()
+{
+    using Kind = Invocation::Kind;
+    if (!readWords())
+        return m_made;
+    if (m_made.has(u"--version"_s))
+        m_made.kind = Kind::Version;
+    else if (m_made.has(u"--help"_s))
+        m_made.kind = askForHelp() ? Kind::Help : Kind::WrongUse;
+    else if (findCommand() && checkOptions() && checkArguments())
+        m_made.kind = Kind::Run;
+    return m_made;
+}
+
+bool Parser::readWords()
+{
+    while (m_next < m_words.size()) {
+        const QString word = m_words[m_next++];
+        if (word == u"--"_s) {
+            m_positional += m_words.mid(m_next);
+            return true;
+        }
+        if (!word.startsWith(u'-') || word == u"-"_s)
+            m_positional.append(word);
+        else if (!readOption(word))
+            return false;
+    }
+    return true;
+}
+
+bool Parser::readOption(const QString& word)
+{
+    const bool isLong = word.startsWith(u"--"_s);
+    const qsizetype equals = isLong ? word.indexOf(u'=') : -1;
+    const QString name = isLong ? word.left(equals) : word.first(2);
+    const Option* option = findOption(m_options, name);
+    if (!option)
+        return fail(unknownOption(name));
+    QString value;
+    const bool attached = equals >= 0 || (!isLong && word.size() > 2);
+    if (attached && isLong && option->value.isEmpty())
+        return fail(u"%1 takes no value"_s.arg(name));
+    if (attached && option->value.isEmpty())
+        m_words.insert(m_next, u'-' + word.mid(2)); // more switches in one word
+    else if (attached)
+        value = word.mid(isLong ? equals + 1 : 2);
+    else if (!option->value.isEmpty() && m_next < m_words.size())
+        value = m_words[m_next++];
+    if (value.isEmpty() && !option->value.isEmpty())
+        return fail(u"%1 needs a value: %1 %2"_s.arg(name, option->value));
+    m_made.options.insert(option->name.toString(), value);
+    return true;
+}
+
+bool Parser::findCommand()
+{
+    if (m_positional.isEmpty())
+        return fail(u"no command given"_s);
+    for (qsizetype count = m_positional.size(); count > 0; --count) {
+        const QString words = m_positional.first(count).join(u' ');
+        for (const Command& command : commandTable()) {
+            if (command.words != words)
+                continue;
+            m_made.command = &command;
+            m_made.arguments = m_positional.mid(count);
+            return true;
+        }
+    }
+    return fail(unknownCommand());
+}
+
+QString Parser::unknownCommand() const
+{
+    QStringList names;
+    QStringList below;
+    const QString first = m_positional.first() + u' ';
+    for (const Command& command : commandTable()) {
+        names.append(command.words.toString());
+        if (command.words.startsWith(first))
+            below.append(command.words.sliced(first.size()).toString());
+    }
+    if (m_positional.size() == 1 && !below.isEmpty())
+        return u"%1 needs a second word: %2"_s.arg(quoted(m_positional.first()), below.join(u" or "_s));
+    // Words behind the command's own would only blur the likeness.
+    QString text;
+    for (qsizetype count = std::min<qsizetype>(m_positional.size(), 2); count > 0; --count) {
+        const QString words = m_positional.first(count).join(u' ');
+        text = u"unknown command %1"_s.arg(quoted(words));
+        if (const QString near = closestTo(words, names); !near.isEmpty())
+            return text + u"; did you mean %1?"_s.arg(quoted(near));
+    }
+    return text;
+}
+
+QString Parser::unknownOption(const QString& name) const
+{
+    QStringList names;
+    for (const Option& option : m_options)
+        names.append(option.name.toString());
+    const QString near = closestTo(name, names);
+    const QString text = u"unknown option %1"_s.arg(name);
+    return near.isEmpty() ? text : text + u"; did you mean %1?"_s.arg(near);
+}
+
+bool Parser::checkOptions()
+{
+    for (auto given = m_made.options.cbegin(); given != m_made.options.cend(); ++given) {
+        if (!findOption(globalOptions(), given.key()) && !findOption(m_made.command->options, given.key()))
+            return fail(u"%1 has no option %2"_s.arg(quoted(m_made.command->words.toString()), given.key()));
+    }
+    return true;
+}
+
+bool Parser::checkArguments()
+{
+    const Command& command = *m_made.command;
+    const auto expected = static_cast<qsizetype>(command.arguments.size());
+    if (m_made.arguments.size() > expected)
+        return fail(u"%1 is too much for %2"_s.arg(quoted(m_made.arguments[expected]),
+                                                   quoted(command.words.toString())));
+    for (qsizetype index = 0; index < expected; ++index) {
+        const Argument& argument = command.arguments[index];
+        if (index >= m_made.arguments.size())
+            return fail(
+                u"%1 needs %2: %3"_s.arg(quoted(command.words.toString()), argument.name, argument.help));
+        const QString& given = m_made.arguments[index];
+        const auto& choices = argument.choices;
+        if (choices.empty() || std::find(choices.begin(), choices.end(), given) != choices.end())
+            continue;
+        QStringList names;
+        for (const QStringView choice : choices)
+            names.append(choice.toString());
+        return fail(
+            u"%1 is no %2; choose one of %3"_s.arg(quoted(given), argument.name, names.join(u", "_s)));
+    }
+    return true;
+}
+
+bool Parser::askForHelp()
+{
+    if (m_positional.isEmpty())
+        return true;
+    if (findCommand())
+        return true;
+    m_made.topic = m_positional.join(u' ');
+    const auto below = [this](const Command& command) {
+        return command.words.startsWith(m_made.topic + u' ');
+    };
+    return std::any_of(commandTable().begin(), commandTable().end(), below);
+}
+
+} // namespace
+
+Invocation parseWords(const QStringList& words)
+{
+    return Parser(words).parse();
+}
+
+} // namespace kalmo::cli

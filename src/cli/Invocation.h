@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cli/Command.h"
+
+#include <QMap>
+#include <QStringList>
+
+namespace kalmo::cli {
+
+/// What the words behind the program's name ask for.
+struct Invocation
+{
+    enum class Kind { Run, Help, Version, WrongUse };
+
+    Kind kind = Kind::WrongUse;
+    const Command* command = nullptr; ///< to run, or to tell about; null for help about all
+    QString topic = {};               ///< help about commands that begin with these words
+    QStringList arguments = {};
+    QMap<QString, QString> options = {}; ///< by full name, "--port"; a switch has an empty value
+    QString error = {};                  ///< what is wrong with the use
+
+    bool has(const QString& option) const { return options.contains(option); }
+    QString value(const QString& option) const { return options.value(option); }
+};
+
+/// Understands the words against the table. Options may stand anywhere up to "--"; their values follow as the
+/// next word or behind "=".
+Invocation parseWords(const QStringList& words);
+
+} // namespace kalmo::cli

@@ -1,0 +1,18 @@
+#include "cli/Job.h"
+
+namespace kalmo::cli {
+
+QString Job::portName() const
+{
+    const int number = context.sy.ComNo;
+    const QString device = ports.devicePath(number);
+    const QString name = u"COM%1"_s.arg(number);
+    return device.isEmpty() ? name : u"%1 (%2)"_s.arg(device, name);
+}
+
+QString isoTime(const QDateTime& moment)
+{
+    return moment.toString(u"yyyy-MM-dd'T'hh:mm:ss"_s);
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/Context.h"
+#include "cli/CliProgress.h"
+#include "cli/Invocation.h"
+#include "cli/Questions.h"
+#include "link/mdlComm.h"
+#include "link/PortTable.h"
+#include "phonedata/PhoneMemory.h"
+
+namespace kalmo::cli {
+
+/// What a command works with.
+struct Job
+{
+    const Invocation& invocation;
+    app::Context& context;
+    link::Line& line;
+    link::PortTable& ports;
+    phonedata::PhoneMemory& memory;
+    Output& out;
+    Questions& questions;
+    CliProgress& progress;
+    toolkit::CancelBox& stop;
+    app::Desktop& desktop;
+
+    int phoneType() const { return context.sy.PhoneType; }
+    /// The port in use, for messages: "COM3 (/dev/ttyUSB0)".
+    QString portName() const;
+};
+
+/// Date and time as JSON has them: "2026-11-21T12:30:00".
+QString isoTime(const QDateTime& moment);
+
+} // namespace kalmo::cli

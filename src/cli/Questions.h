@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/Output.h"
+
+namespace kalmo::cli {
+
+/// Asks the user: on a terminal by a prompt; `--yes` answers every question; where neither is, nobody can
+/// answer, and that is told and taken for a no.
+class Questions
+{
+public:
+    /// Reads one line; nothing if there is no more. An empty function stands for no terminal.
+    using Reader = std::function<std::optional<QString>()>;
+
+    Questions(Output& out, bool yes, Reader reader);
+
+    /// Whether confirm() can end in a yes at all.
+    bool canBeAnswered() const { return m_yes || m_reader; }
+    /// Whether somebody sits there.
+    bool someoneIsThere() const { return !m_yes && m_reader; }
+
+    /// True for yes. What is no clear answer is asked again; the end of the input is a no.
+    bool confirm(const QString& question);
+
+    /// The same for something to be tried again, to which `--yes` is no answer: it could go on for ever.
+    bool confirmRetry(const QString& question);
+
+    /// Tells that nobody can answer a question.
+    void tellUnanswered(const QString& question);
+
+private:
+    bool ask(const QString& question);
+
+    Output& m_out;
+    bool m_yes;
+    Reader m_reader;
+};
+
+} // namespace kalmo::cli

@@ -1,0 +1,112 @@
+#include "cli/ReadList.h"
+
+#include "app/Files.h"
+#include "cli/EntryJson.h"
+#include "cli/FindPhone.h"
+#include "cli/Stop.h"
+#include "cli/StoreWords.h"
+#include "cli/Tables.h"
+#include "link/PhoneModels.h"
+#include "phonedata/Ringtones.h"
+#include "phonedata/StoreSafety.h"
+
+namespace kalmo::cli {
+
+using phonedata::Store;
+
+namespace {
+
+/// Reads the handset's own melodies, by whose names a list says which of them is set. True if they came twice
+/// the same, or if nothing in the store needs them.
+bool learnMelodies(Job& job, Store store)
+{
+    if (store != Store::Phonebook || !link::hasRingtoneSettings(job.phoneType()))
+        return true;
+    QList<QStringList> readings;
+    for (int time = 0; time < 2; ++time) {
+        const auto rows = phonedata::makeSoundRows();
+        if (!phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows))
+            return false;
+        QStringList melodies;
+        for (int index = 0; index < rows->count(); ++index)
+            melodies += {rows->row(index).key, rows->text(index, 0)};
+        readings.append(melodies);
+    }
+    return readings.first() == readings.last();
+}
+
+ExitStatus readOnce(Job& job, Store store, ListRead& read)
+{
+    const QString name = wordsOf(store).name.toString();
+    const auto list = phonedata::makeRows(store);
+    job.progress.phase(u"Reading the %1"_s.arg(name));
+    const bool knowsMelodies = learnMelodies(job, store);
+    QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(),
+                     [&] { job.progress.count(list->count()); });
+    bool done = false;
+    {
+        const StoreOpenScope open;
+        done = phonedata::readStore(
+            {job.line, job.memory, *list, nullptr, {.bar = &job.progress, .cancel = &job.stop}}, store);
+    }
+    job.progress.clear();
+    if (!done && job.stop.Checked()) {
+        job.out.error(u"interrupted while the %1 was read."_s.arg(name));
+        return ExitRefused;
+    }
+    if (!done) {
+        const bool isGone = !job.line.port().IsOpen();
+        job.out.error(isGone ? u"the %1 could not be read: %2 is gone."_s.arg(name, job.portName())
+                             : u"the %1 could not be read: the phone stopped answering."_s.arg(name));
+        return ExitFailed;
+    }
+    read.entries = phonedata::classicEntries(*list);
+    read.isDoubtful =
+        !knowsMelodies || phonedata::certaintyOf(job.memory, store) == phonedata::Certainty::Doubtful;
+    return ExitDone;
+}
+
+} // namespace
+
+ExitStatus readList(Job& job, Store store, ListRead& read)
+{
+    const ExitStatus status = readOnce(job, store, read);
+    if (status != ExitDone || !read.isDoubtful)
+        return status;
+    job.out.note(
+        u"The line was disturbed, so an entry may have been skipped or garbled; reading once more.\n"_s);
+    return readOnce(job, store, read);
+}
+
+ExitStatus runRead(Job& job, Store store)
+{
+    const QString path = job.invocation.value(u"--output"_s);
+    if (!path.isEmpty() && !hasEntryEnding(path, store)) {
+        job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, wordsOf(store).ending));
+        return ExitWrongUse;
+    }
+    if (const ExitStatus found = findPhone(job); found != ExitDone)
+        return found;
+    ListRead read;
+    if (const ExitStatus status = readList(job, store, read); status != ExitDone)
+        return status;
+    QString reason;
+    if (!path.isEmpty() && !app::writeWholeFile(path, entryFileBytes(path, read.entries, store), &reason)) {
+        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+        return ExitFailed;
+    }
+    std::vector<QStringList> rows;
+    for (const phonedata::ClassicEntry& entry : read.entries)
+        rows.push_back(entryCells(entry, store));
+    if (path.isEmpty() || job.out.isJson())
+        job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
+    if (!path.isEmpty())
+        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(read.entries.size()), path));
+    if (!read.isDoubtful)
+        return ExitDone;
+    job.out.error(
+        u"the line was disturbed in both readings, so an entry may be missing or garbled. Read again."_s);
+    return ExitFailed;
+}
+
+} // namespace kalmo::cli

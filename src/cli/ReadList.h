@@ -1,0 +1,21 @@
+#pragma once
+
+#include "cli/EntryFiles.h"
+#include "cli/Job.h"
+
+namespace kalmo::cli {
+
+struct ListRead
+{
+    Entries entries = {};
+    bool isDoubtful = false; ///< something may have been skipped or garbled, in the second reading too
+};
+
+/// Reads a store of the phone, with the handset's own melodies ahead of it where they name sounds, and all of
+/// it once more if the first reading is doubtful. Anything but ExitDone has been told.
+ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);
+
+/// The commands that read a list.
+ExitStatus runRead(Job& job, phonedata::Store store);
+
+} // namespace kalmo::cli

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "cli/CliDialogs.h"
+#include "cli/Job.h"
+#include "support/ClassicScript.h"
+#include "support/RecordedProgress.h"
+
+#include <QDir>
+#include <QJsonDocument>
+
+namespace kalmo::tests {
+
+using namespace Qt::StringLiterals;
+using namespace kalmo::cli;
+
+class OneDevice : public link::DeviceList
+{
+public:
+    QList<link::SerialDevice> devices() override
+    {
+        return {{u"/dev/ttyX"_s, {}, u"Cable"_s, u"Maker"_s, u"USB\\VID_067B&PID_2303"_s}};
+    }
+};
+
+class NoDesktop : public app::Desktop
+{
+public:
+    bool hasAssociation(const QString&) const override { return false; }
+    bool open(const QString&) override { return false; }
+    bool openWith(const QString&, const QString&) override { return false; }
+    bool openUrl(const QUrl&) override { return false; }
+};
+
+/// A command line with everything around it made of fakes, but for the port.
+struct CommandRunner
+{
+    CommandRunner() { QDir().mkpath(test.storage + u"/Backup"_s); }
+
+    ExitStatus run(link::SPortAx& port, const QStringList& words)
+    {
+        const Invocation invocation = parseWords(words);
+        if (invocation.kind != Invocation::Kind::Run)
+            qFatal("%s", qPrintable(invocation.error));
+        Output out(
+            [this](Stream stream, const QByteArray& bytes) {
+                (stream == Stream::Out ? printed : told) += QString::fromUtf8(bytes);
+                return 0;
+            },
+            {.json = invocation.has(u"--json"_s), .quiet = invocation.has(u"--quiet"_s)});
+        Questions questions(out, invocation.has(u"--yes"_s), reader());
+        CliDialogs dialogs(out, questions);
+        app::Context context{test.sy,       test.clock,    dialogs, test.ending,
+                             test.platform, test.settings, test.log};
+        link::PortTable ports(test.settings, devices);
+        link::Line line(context, port);
+        phonedata::PhoneMemory memory;
+        CliProgress progress(out);
+        Job job{invocation, context, line, ports, memory, out, questions, progress, stop, desktop};
+        return invocation.command->run(job);
+    }
+
+    /// The JSON value that was printed, in one line.
+    QString value() const
+    {
+        return QString::fromUtf8(QJsonDocument::fromJson(printed.toUtf8()).toJson(QJsonDocument::Compact));
+    }
+    QString file(const QString& name, const QByteArray& bytes) const { return test.makeFile(name, bytes); }
+    QStringList backups() const { return QDir(test.storage + u"/Backup"_s).entryList(QDir::Files); }
+
+    TestContext test;
+    OneDevice devices;
+    NoDesktop desktop;
+    SwitchedCancel stop;
+    std::optional<QStringList> answers; // of the user, if there is one
+    QString printed;
+    QString told;
+
+private:
+    Questions::Reader reader()
+    {
+        if (!answers)
+            return {};
+        return [this] { return answers->isEmpty() ? std::nullopt : std::optional(answers->takeFirst()); };
+    }
+};
+
+/// The same with a phone of paper at the port.
+struct Shell : CommandRunner
+{
+    Shell() : port(test), script(test, port) {}
+
+    /// Words apart by blanks.
+    ExitStatus run(const QString& words) { return CommandRunner::run(port, words.split(u' ')); }
+
+    /// What a handset says while it is looked for.
+    ClassicScript& found(const QByteArray& model)
+    {
+        port.expect("ATZ\r").expect("ATZ\r", "ATZ\r\r\nOK\r\n");
+        script.expect("AT+CGMM\r", model);
+        return script.expect("AT+CMEE=0\r").expect("AT+CGMR\r", "4.2");
+    }
+    ClassicScript& read(const QByteArrayList& entries)
+    {
+        script.expect("AT^WSSL=\"TB\"\r");
+        for (const QByteArray& entry : entries)
+            script.expect("AT^WSRE\r", "^WSRE: " + entry);
+        return script.expect("AT^WSRE\r").expect("AT\r");
+    }
+    ClassicScript& erase()
+    {
+        return script.expect("AT^WSEL=\"TB\"\r").expect("AT\r").expect("AT^WSSL=\"TB\"\r");
+    }
+
+    ScriptedPort port;
+    ClassicScript script;
+};
+
+} // namespace kalmo::tests

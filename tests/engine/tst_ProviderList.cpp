@@ -1,0 +1,158 @@
+// The provider list of classic handsets: where it differs from the phonebook.
+
+#include "phonedata/ProviderList.h"
+#include "support/ClassicPhone.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::phonedata;
+using namespace kalmo::tests;
+
+namespace {
+
+const QByteArray openStore = "AT^WSSL=\"NE\"\r";
+const QByteArray eraseStore = "AT^WSEL=\"NE\"\r";
+const QByteArray readNext = "AT^WSRE\r";
+const std::vector<ProviderEntry> providers = {{u"Billig, AG"_s, u"01013"_s}, {u"Ohne Name"_s, u"01070"_s}};
+
+} // namespace
+
+class tst_ProviderList : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void reply_data();
+    void reply();
+    void readKeepsItsPauses();
+    void failedReadLeavesNothing();
+    void writeKeepsItsPauses();
+    void emptyListErasesTheStore();
+    void failedWriteSaysWhatIsThere_data();
+    void failedWriteSaysWhatIsThere();
+};
+
+void tst_ProviderList::reply_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("with a blank") << QByteArray("^WSRE: 4,Call,5,01013\r\n") << u"Call|01013"_s;
+    QTest::newRow("without a blank") << QByteArray("^WSRE:4,Call,5,01013\r\n") << u"Call|01013"_s;
+    QTest::newRow("no name") << QByteArray("^WSRE: ,,5,01013\r\n") << u"Ohne Name|01013"_s;
+    QTest::newRow("more behind the number") << QByteArray("^WSRE: 4,Call,5,01013,0,\r\n") << u"Call|01013"_s;
+    QTest::newRow("line end within the name")
+        << QByteArray("^WSRE: 5,Ca\r\nl,5,01013\r\n") << u"Ca\r\nl|01013"_s;
+    QTest::newRow("shorter than the prefix") << QByteArray("^WS") << u"Ohne Name|"_s;
+}
+
+void tst_ProviderList::reply()
+{
+    QFETCH(QByteArray, reply);
+    const ProviderEntry entry = parseProviderReply(reply);
+    QTEST(entry.name + u'|' + entry.number, "entry");
+}
+
+void tst_ProviderList::readKeepsItsPauses()
+{
+    ClassicPhone phone(3, Store::Providers);
+    phone.script.expect(openStore)
+        .expect(readNext, "^WSRE: 10,Billig, AG,5,01013")
+        .expect(readNext, "^WSRE: ,,5,01070")
+        .expect(readNext)
+        .expect("AT^WSSL\r");
+    QVERIFY(ReadPB_NE(phone.job()));
+
+    QCOMPARE(phone.script.timeline(), (QStringList{u"0.00 AT^WSSL=\"NE\""_s, u"0.52 AT^WSRE"_s,
+                                                   u"0.64 AT^WSRE"_s, u"0.76 AT^WSRE"_s, u"1.08 AT^WSSL"_s}));
+    QCOMPARE(providerEntries(*phone.list), providers);
+    QCOMPARE(phone.memory.providers.entries, providers);
+    QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
+    QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+    QCOMPARE(phone.progress.panel.texts.filter(u"Provider"_s), (QStringList{u"Lese Provider..."_s}));
+}
+
+void tst_ProviderList::failedReadLeavesNothing()
+{
+    ClassicPhone phone(1, Store::Providers);
+    phone.fill(providers);
+    phone.memory.providers.becomes(providers, Certainty::Known);
+    phone.script.expect(openStore).expect(readNext, "^WSRE: 4,Call,5,01013").refuse(readNext).expect("AT\r");
+    QVERIFY(!ReadPB_NE(phone.job()));
+    QCOMPARE(phone.list->count(), 0);
+    QCOMPARE(phone.memory.providers.certainty, Certainty::Unknown);
+    QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+}
+
+void tst_ProviderList::writeKeepsItsPauses()
+{
+    // Three entries on family 3: the provider list is not prepared, and its command ends in CR alone.
+    ClassicPhone phone(3, Store::Providers);
+    phone.fill(providers);
+    phone.fill(std::vector<ProviderEntry>{{u"Jörg"_s, u"1"_s}});
+    phone.script.expect(eraseStore)
+        .expect("AT^WSSL\r")
+        .expect(openStore)
+        .expect("AT^WSWE=10,Billig, AG,5,01013\r")
+        .expect("AT^WSWE=9,Ohne Name,5,01070\r")
+        .expect("AT^WSWE=4,J\xF6rg,1,1\r")
+        .expect("AT^WSSL\r");
+    QVERIFY(WritePB_NE(phone.job()));
+
+    QCOMPARE(phone.script.timeline().mid(2),
+             (QStringList{u"4.02 AT^WSSL=\"NE\""_s, u"4.54 AT^WSWE=10,Billig, AG,5,01013"_s,
+                          u"4.76 AT^WSWE=9,Ohne Name,5,01070"_s, u"4.98 AT^WSWE=4,Jörg,1,1"_s,
+                          u"5.70 AT^WSSL"_s}));
+    QCOMPARE(phone.progress.bar.steps, (QStringList{u"0/3"_s, u"1/3"_s, u"2/3"_s, u"3/3"_s, u"hidden"_s}));
+    QCOMPARE(phone.progress.panel.texts.filter(u"Schreibe"_s),
+             (QStringList{u"Schreibe Provider...(1 von 3)"_s, u"Schreibe Provider...(2 von 3)"_s,
+                          u"Schreibe Provider...(3 von 3)"_s}));
+    QCOMPARE(phone.memory.providers.entries.size(), 3U);
+    QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
+}
+
+void tst_ProviderList::emptyListErasesTheStore()
+{
+    ClassicPhone phone(2, Store::Providers);
+    phone.memory.providers.becomes(providers, Certainty::Known);
+    phone.script.expect(eraseStore).expect("AT\r").expect(openStore).expect("AT\r");
+    QVERIFY(WritePB_NE(phone.job()));
+    QVERIFY(phone.memory.providers.entries.empty());
+    QVERIFY(phone.progress.bar.steps.isEmpty());
+}
+
+void tst_ProviderList::failedWriteSaysWhatIsThere_data()
+{
+    using Prepare = std::function<void(ClassicScript&)>;
+    QTest::addColumn<Prepare>("prepare");
+    QTest::addColumn<Certainty>("certainty");
+    QTest::addColumn<int>("entries");
+    QTest::newRow("the erase is refused")
+        << Prepare([](ClassicScript& script) { script.refuse(eraseStore).expect("AT\r"); })
+        << Certainty::Unknown << 0;
+    QTest::newRow("the store does not open again")
+        << Prepare([](ClassicScript& script) { script.expect(eraseStore).expect("AT\r").refuse(openStore); })
+        << Certainty::Known << 0;
+    QTest::newRow("the second entry is refused") << Prepare([](ClassicScript& script) {
+        script.expect(eraseStore).expect("AT\r").expect(openStore).expect("AT^WSWE=10,Billig, AG,5,01013\r");
+        script.refuse("AT^WSWE=9,Ohne Name,5,01070\r").expect("AT\r");
+    }) << Certainty::Known << 1;
+}
+
+void tst_ProviderList::failedWriteSaysWhatIsThere()
+{
+    QFETCH(std::function<void(ClassicScript&)>, prepare);
+    ClassicPhone phone(2, Store::Providers);
+    phone.memory.providers.becomes(providers, Certainty::Known);
+    phone.fill(providers);
+    prepare(phone.script);
+    QVERIFY(!WritePB_NE(phone.job()));
+    QTEST(phone.memory.providers.certainty, "certainty");
+    QTEST(static_cast<int>(phone.memory.providers.entries.size()), "entries");
+    QVERIFY(!phone.progress.bar.visible);
+    QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+}
+
+QTEST_GUILESS_MAIN(tst_ProviderList)
+#include "tst_ProviderList.moc"
