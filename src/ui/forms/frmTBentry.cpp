@@ -7,6 +7,7 @@
 #include "ui/controls/PhoneFields.h"
 #include "ui/controls/ucCalendar.h"
 #include "ui/forms/EntryDialogs.h"
+#include "ui/icons/Icons.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -69,7 +70,7 @@ QWidget* frmTBentry::makeDatePart()
     named(m_chkUsebDate, u"chkUsebDate"_s)->setText(u"&Jahrestag verwenden"_s);
     named(m_txtbDate, u"txtbDate"_s, u"Datum"_s);
     named(m_cmdEditDate, u"cmdEditDate"_s, u"Kalender anzeigen"_s)->setToolTip(u"Kalender anzeigen"_s);
-    m_cmdEditDate->setText(u"…"_s);
+    m_cmdEditDate->setIcon(icon(u"calendar"_s));
     named(m_cmbTime, u"cmbTime"_s, u"Uhrzeit"_s)->setEditable(true);
     named(m_cmbAlarm, u"cmbAlarm"_s, u"Alarm"_s);
     named(m_lblCalNotive, u"lblCalNotive"_s)
