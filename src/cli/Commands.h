@@ -15,5 +15,14 @@ ExitStatus runProvidersRead(Job& job);
 ExitStatus runProvidersWrite(Job& job);
 ExitStatus runRingtones(Job& job);
 ExitStatus runRingtonesSet(Job& job);
+ExitStatus runFilesLs(Job& job);
+ExitStatus runFilesGet(Job& job);
+ExitStatus runFilesPut(Job& job);
+ExitStatus runFilesRm(Job& job);
+ExitStatus runFilesMkdir(Job& job);
+ExitStatus runFilesMv(Job& job);
+ExitStatus runFilesDf(Job& job);
+ExitStatus runFilesAttr(Job& job);
+ExitStatus runRecover(Job& job);
 
 } // namespace kalmo::cli
