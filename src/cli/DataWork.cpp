@@ -40,10 +40,10 @@ bool bringLineBack(Job& job)
     return false;
 }
 
-ExitStatus findAndDo(Job& job, const DataWork& work)
+} // namespace
+
+ExitStatus withClient(Job& job, const DataWork& work)
 {
-    if (const ExitStatus found = findPhone(job); found != ExitDone)
-        return found;
     // A second Ctrl-C would leave the phone deaf to commands.
     const StoreOpenScope open;
     const auto client = std::make_shared<clsMmc>(job.line);
@@ -54,16 +54,11 @@ ExitStatus findAndDo(Job& job, const DataWork& work)
     return isBack || status != ExitDone ? status : ExitFailed;
 }
 
-} // namespace
-
-ExitStatus withClient(Job& job, const DataWork& work)
-{
-    return findAndDo(job, work);
-}
-
 ExitStatus withDataChannel(Job& job, const DataWork& work)
 {
-    return findAndDo(job, [&](const std::shared_ptr<clsMmc>& client) {
+    if (const ExitStatus found = findPhone(job); found != ExitDone)
+        return found;
+    return withClient(job, [&](const std::shared_ptr<clsMmc>& client) {
         job.progress.phase(u"Opening the data channel"_s);
         const bool isOnline = client->Online({.cancel = &job.stop});
         const ExitStatus status = isOnline ? work(client) : brokenOff(job);

@@ -9,12 +9,14 @@ namespace kalmo::cli {
 /// What is done while the phone is in its data mode. Its result has been shown, and what failed told.
 using DataWork = std::function<ExitStatus(const std::shared_ptr<obex::clsMmc>& client)>;
 
-/// Finds the phone, opens its data channel, does the work, and closes the channel whatever came of it; a line
-/// that does not come back to AT commands is told and fails the command.
-ExitStatus withDataChannel(Job& job, const DataWork& work);
-
-/// The same for work that is an operation of the engine which opens and closes the channel itself.
+/// Has the work done, by a phone that has been found. Whatever comes of it, the phone is taken back to AT
+/// commands; if that can't be done it is told and fails the command. The work opens and closes the data
+/// channel itself.
 ExitStatus withClient(Job& job, const DataWork& work);
+
+/// The same with a phone that is still to be found, and work that wants an open connection to the file
+/// system.
+ExitStatus withDataChannel(Job& job, const DataWork& work);
 
 /// How work ends that the phone or the user broke off; tells the latter.
 ExitStatus brokenOff(Job& job);
