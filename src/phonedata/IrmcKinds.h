@@ -12,8 +12,7 @@ struct IrmcKindInfo
     QString object;    ///< name of the object that holds all items, in "telecom"
     QString folder;    ///< of the kind, in "telecom"; empty where it stays in "telecom"
     QString extension; ///< of a single item, with its point
-    QString label;     ///< German, as messages name the store
-    QString english;
+    QString label;     ///< how the status bar names the store
 };
 
 /// All texts are empty for a number that is no kind.

@@ -68,17 +68,16 @@ private:
     class Session;
 
     void setLabels(const QString& kap, const QString& belegt);
-    bool updateLabels(const toolkit::Progress& progress);
     void forgetCapacity() { setLabels(QStringLiteral("?"), QStringLiteral("?")); }
+    bool updateLabels(tVcfInfo& info, const toolkit::Progress& progress);
+    bool isComplete(int upperBound, int belegt);
     QString backUp();
-    bool showCards(const QString& text, int belegt);
     bool hasRoomFor(int upperBound, const toolkit::Progress& progress);
     bool writeEntries(const std::vector<tVcfEntry>& entries, const toolkit::Progress& progress,
                       Report& report);
-    bool writeEntry(const tVcfEntry& entry, const toolkit::Progress& progress, int index, int total,
-                    Report& report);
+    bool writeEntry(tVcfEntry entry, const toolkit::Progress& progress, int index, int total, Report& report);
+    void showWritten(const tVcfEntry& entry);
     void showUnconfirmed(tVcfEntry entry);
-    void replaceRow(const tVcfEntry& entry);
     bool deleteEntries(const toolkit::Progress& progress, Report& report);
 
     std::shared_ptr<obex::clsMmc> m_client;
@@ -86,5 +85,8 @@ private:
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");
 };
+
+/// What a user can do about an entry without a valid LUID.
+QString readAgainAdvice();
 
 } // namespace kalmo::phonedata

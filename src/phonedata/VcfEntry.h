@@ -58,6 +58,7 @@ QString writtenBirthday(const QDate& date, const QString& time);
 /// What stands in place of a LUID that the phone has not said: until the list has been read again, such an
 /// entry can be neither changed nor deleted.
 QString noValidLuid(const QDateTime& moment);
+/// True for that, and for the empty text: the phone would take it for the order to make a new entry.
 bool isNoValidLuid(const QString& luid);
 
 } // namespace kalmo::phonedata

@@ -7,11 +7,11 @@ namespace kalmo::phonedata {
 /// The phones' spelling of texts in cards, one character of the code page for each byte. All of it takes time
 /// in proportion to the text, whatever the text.
 
-/// A text without any of the parts that equal `part`. Parts that only come about by the removal stay.
-QString withoutAll(const QString& text, QStringView part);
+/// A text with `by` in place of each `part`. Parts that only come about by that stay.
+QString replacedAll(const QString& text, QStringView part, QStringView by = {});
 
-QString VcfEsc(QString text); ///< each ";" becomes "\;"
-QString VcfUnesc(QString text);
+QString VcfEsc(const QString& text); ///< each ";" becomes "\;"
+QString VcfUnesc(const QString& text);
 
 /// Quoted-printable of the letters that are not ASCII, as UTF-8. Nothing else is encoded, not even "=".
 QString VcfQpEnc(const QString& text);
