@@ -37,6 +37,16 @@ constexpr bool usesAbsoluteNames(int phoneType)
 {
     return needsLfTerminator(phoneType);
 }
+/// Names in vCards go out as UTF-8 whatever the settings say.
+constexpr bool needsUtf8Contacts(int phoneType)
+{
+    return needsLfTerminator(phoneType);
+}
+/// A delete is answered without the change counter, which then has to be read again.
+constexpr bool deletesSilently(int phoneType)
+{
+    return phoneType >= 8 && phoneType <= 13;
+}
 
 /// Result of looking up the answer to "AT+CGMM".
 struct FirstStage

@@ -28,17 +28,6 @@ QString quotedLine(const QStringList& fields)
     return u'"' + fields.join(u"\",\""_s) + u"\"\r\n"_s;
 }
 
-bool save(app::Context& context, const QString& path, const QByteArray& bytes)
-{
-    QString reason;
-    if (app::writeWholeFile(path, bytes, &reason))
-        return true;
-    context.dialogs.Show({.text = u"Die Datei %1 konnte nicht geschrieben werden: %2"_s.arg(path, reason),
-                          .icon = Icon::Exclamation,
-                          .english = u"%1 could not be written: %2"_s.arg(path, reason)});
-    return false;
-}
-
 bool load(app::Context& context, const QString& path, QByteArray& bytes)
 {
     if (QFileInfo(path).size() <= largestFile && app::readWholeFile(path, bytes))
@@ -79,6 +68,17 @@ QString takeInputField(QStringView& rest)
 }
 
 } // namespace
+
+bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes)
+{
+    QString reason;
+    if (app::writeWholeFile(path, bytes, &reason))
+        return true;
+    context.dialogs.Show({.text = u"Die Datei %1 konnte nicht geschrieben werden: %2"_s.arg(path, reason),
+                          .icon = Icon::Exclamation,
+                          .english = u"%1 could not be written: %2"_s.arg(path, reason)});
+    return false;
+}
 
 QByteArray telBytes(const std::vector<ClassicEntry>& entries)
 {
@@ -143,12 +143,12 @@ bool SaveTel(app::Context& context, const toolkit::ListRows& list, const QString
     if (list.count() == 0)
         return true;
     const bool classic = link::isClassic(context.sy.PhoneType);
-    return save(context, path, classic ? telBytes(classicEntries(list)) : QByteArray());
+    return saveBackup(context, path, classic ? telBytes(classicEntries(list)) : QByteArray());
 }
 
 bool SavePrv(app::Context& context, const toolkit::ListRows& list, const QString& path)
 {
-    return list.count() == 0 || save(context, path, prvBytes(providerEntries(list)));
+    return list.count() == 0 || saveBackup(context, path, prvBytes(providerEntries(list)));
 }
 
 bool LoadTel(app::Context& context, toolkit::ListRows& list, const QString& path)

@@ -26,6 +26,9 @@ QByteArray prvBytes(const std::vector<ProviderEntry>& entries);
 std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType);
 std::vector<ProviderEntry> prvEntries(const QByteArray& bytes);
 
+/// Writes a file whole. False, told to the user, if that fails.
+bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes);
+
 /// Path of an automatic backup in the folder for backups: `what`, a time stamp and the extension. A name that
 /// is taken already, by a backup of the same second, gets a number behind it.
 QString backupPath(const app::Context& context, const QString& what, const QString& extension);

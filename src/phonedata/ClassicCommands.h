@@ -1,14 +1,9 @@
 #pragma once
 
 #include "phonedata/ClassicStore.h"
+#include "phonedata/CommandResult.h"
 
 namespace kalmo::phonedata {
-
-enum class CommandResult {
-    Done,
-    Refused, ///< the user said no, nothing was done
-    Failed,  ///< and the user has been told
-};
 
 /// Whether the list on screen differs from the phone's.
 bool isDirty(const PhoneMemory& memory, Store store);

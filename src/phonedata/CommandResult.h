@@ -1,0 +1,11 @@
+#pragma once
+
+namespace kalmo::phonedata {
+
+enum class CommandResult {
+    Done,
+    Refused, ///< the user said no, nothing was done
+    Failed,  ///< and the user has been told
+};
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+#include "phonedata/IrmcAnswers.h"
+#include "phonedata/IrmcKinds.h"
+#include "phonedata/VcfEntry.h"
+
+namespace kalmo::phonedata {
+
+/// Single operations on the phone's contacts and organizer. Each needs an open connection; writing and
+/// deleting the one to `Target::IrMC`, and the folder of single items as the current one. Failures are told
+/// by the client unless it says otherwise.
+
+/// Number behind which a phone that has more entries than it can have is not believed.
+inline constexpr int mostContacts = 500;
+
+/// Capacity of the phonebook. Starts from whatever folder and ends in the root. False, not told, for an
+/// "info.log" without the numbers.
+bool VcfGetInfo(obex::clsMmc& client, tVcfInfo& info, const toolkit::Progress& progress);
+/// The same for a store of the organizer.
+bool VcxGetInfo(obex::clsMmc& client, qint32 kind, tVcfInfo& info, const toolkit::Progress& progress);
+
+/// The change counter of the current folder.
+bool VcfGetCc(obex::clsMmc& client, qint32& counter, const toolkit::Progress& progress);
+
+/// Reads all items of a kind as one text, decoded. A phone that is busy preparing it is asked up to 16 times.
+/// The client is in "telecom" afterwards.
+bool VcxRead(obex::clsMmc& client, qint32 kind, QString& text, const toolkit::Progress& progress);
+
+/// What became of an item that was to be written.
+enum class ItemResult {
+    Written,
+    Refused,     ///< the phone does not have it
+    Unconfirmed, ///< the phone has all of it, but has not said what became of it
+};
+
+/// Writes one contact, which is a new one without a LUID. `counter` is the change counter that the phone is
+/// expected to have, and afterwards the one that it says to have. `luid` is what the phone calls the entry
+/// from now on, or noValidLuid() where its kind says nothing. `index` of `total` is for the panel; 0 for
+/// none.
+ItemResult VcfWriteItem(obex::clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
+                        const toolkit::Progress& progress, int index = 0, int total = 0);
+
+/// One item of the organizer, in the text in which it goes over the wire.
+struct OrganizerItem
+{
+    QByteArray text;
+    QString luid; ///< empty for a new item
+};
+ItemResult VcxWrite(obex::clsMmc& client, qint32 kind, const OrganizerItem& item, qint32& counter,
+                    QString& luid, const toolkit::Progress& progress, int index = 0, int total = 0);
+
+/// Deletes one item. `luid` and `counter` become what the phone says. The later families say nothing: -1 as
+/// `counter` means that it has to be read again.
+bool VcxDel(obex::clsMmc& client, qint32 kind, QString& luid, qint32& counter,
+            const toolkit::Progress& progress, int index = 0, int total = 0);
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,230 @@
+// Writing and deleting single items.
+
+#include "app/CodePage.h"
+#include "app/SettingsKeys.h"
+#include "app/Version.h"
+#include "link/PhoneModels.h"
+#include "obex/clsMmcOperation.h"
+#include "phonedata/IrmcItems.h"
+#include "phonedata/VcfCodec.h"
+
+#include <QScopedValueRollback>
+
+namespace kalmo::phonedata {
+
+using namespace Qt::StringLiterals;
+using obex::clsMmc;
+using obex::PutFrames;
+using toolkit::Icon;
+using toolkit::Progress;
+
+namespace {
+
+constexpr double writeSilence = 60; // seconds; the phone sorts its list anew
+constexpr double usualSilence = 25;
+
+/// The client's patience for as long as it writes.
+class Patience
+{
+public:
+    explicit Patience(clsMmc& client) : m_client(client) { m_client.setRxTimeOut(writeSilence); }
+    ~Patience() { m_client.setRxTimeOut(usualSilence); }
+    Q_DISABLE_COPY_MOVE(Patience)
+
+private:
+    clsMmc& m_client;
+};
+
+/// An item on its way to the phone.
+struct Item
+{
+    QByteArray text;
+    QString luid;
+    IrmcKindInfo kind;
+    std::pair<QString, QString> luidError; ///< log tag and text for an answer without a LUID
+};
+
+void log(const clsMmc& client, const QString& tag, const QString& text)
+{
+    client.line().context().log.WriteDebugLog(tag, text);
+}
+
+void show(const clsMmc& client, const toolkit::Message& message)
+{
+    if (!client.isAbandoned())
+        client.line().context().dialogs.Show(message);
+}
+
+QString counted(const QString& text, int index, int total)
+{
+    return text + u"..."_s + (total > 0 ? u" (%1 / %2)"_s.arg(index).arg(total) : QString());
+}
+
+bool encodesNames(const app::Context& context)
+{
+    return app::isOn(context.settings, app::keys::UseUtf8Contacts) ||
+           link::needsUtf8Contacts(context.sy.PhoneType);
+}
+
+/// Some phones say no LUIDs, and have no counter either.
+bool saysNoLuids(qint32 counter)
+{
+    return counter == 0 || counter == 255;
+}
+
+int sendFrames(clsMmc& client, PutFrames& frames, QByteArray& payload, const Progress& progress)
+{
+    using Verdict = clsMmc::PutVerdict;
+    return client.Put(frames, payload, [&](int code) {
+        if (obex::isSuccess(code) && frames.left() == 0)
+            return Verdict::Done;
+        if (obex::isSuccess(code))
+            log(client, u"ABNORMAL"_s, u"RE=%1 but chunks left. Keep on sending."_s.arg(code));
+        else if (code != obex::Continue)
+            return Verdict::Failed;
+        progress.step();
+        return Verdict::Next;
+    });
+}
+
+PutFrames framesOf(const clsMmc& client, const Item& item, qint32 counter, const Progress& progress)
+{
+    const QString name = item.luid + item.kind.extension;
+    const QByteArray parameters = obex::counterParameters(counter);
+    const int maxPacket = client.MaxPacket();
+    const int firstChunk = obex::irmcFirstChunkSize(maxPacket, name, parameters);
+    progress.start(1, obex::irmcPutSteps(item.text.size(), firstChunk, obex::nextChunkSize(maxPacket)));
+    return PutFrames(obex::nameHeader(name) + obex::lengthHeader(item.text) +
+                         obex::applicationHeader(parameters),
+                     item.text, firstChunk, maxPacket, PutFrames::AfterFinal::EmptyFrame);
+}
+
+/// Takes LUID and counter out of the answer to an item that the phone has taken.
+ItemResult takeAnswer(clsMmc& client, const Item& item, const QByteArray& payload, qint32& counter,
+                      QString& luid, const Progress& progress)
+{
+    const auto answer = parseLuidAnswer(payload);
+    if (answer && !answer->luid.isEmpty()) {
+        luid = answer->luid;
+        counter = answer->counter;
+    } else if (saysNoLuids(counter)) {
+        luid = noValidLuid(client.line().context().clock.Now());
+    } else {
+        progress.status(u"Übertragung fehlgeschlagen."_s);
+        log(client, item.luidError.first, item.luidError.second);
+        luid.clear();
+        counter = 0;
+        show(client,
+             {.text = u"LUID konnte beim Schreiben nicht berechnet werden. Bitte wenden Sie sich an den "
+                      u"Programmautor."_s,
+              .title = app::productName(),
+              .icon = Icon::Critical,
+              .english = u"The phone took the entry, but its answer holds no reference to it."_s});
+        return ItemResult::Unconfirmed;
+    }
+    progress.status(u"Übertragung abgeschlossen."_s);
+    return ItemResult::Written;
+}
+
+ItemResult putItem(clsMmc& client, const Item& item, qint32& counter, QString& luid, const Progress& progress)
+{
+    luid.clear();
+    if (client.stopAsked())
+        return ItemResult::Refused;
+    PutFrames frames = framesOf(client, item, counter, progress);
+    QByteArray payload;
+    const int code = sendFrames(client, frames, payload, progress);
+    progress.hide();
+    if (obex::isSuccess(code))
+        return takeAnswer(client, item, payload, counter, luid, progress);
+    progress.status(u"Übertragung fehlgeschlagen."_s);
+    client.ErrMsg(code);
+    const bool isNoAnswer = code == obex::Timeout || code == obex::Cancelled || code == obex::Continue;
+    return isNoAnswer && frames.isFinalOut() ? ItemResult::Unconfirmed : ItemResult::Refused;
+}
+
+/// The cancel box has no say while an item is under way: it is written whole or not at all.
+Progress uncancelled(Progress progress)
+{
+    progress.cancel = nullptr;
+    return progress;
+}
+
+} // namespace
+
+ItemResult VcfWriteItem(clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
+                        const Progress& progress, int index, int total)
+{
+    const clsMmc::Operation operation(client, u"VcfWriteItem"_s, uncancelled(progress));
+    if (!operation.isAllowed())
+        return ItemResult::Refused;
+    const Patience patience(client);
+    const clsMmc::Busy busy(client);
+    const QByteArray card = VcfBuildItem(entry, encodesNames(client.line().context()));
+    log(client, u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + entry.luid);
+    log(client, u"VCF"_s, app::fromCp1252(card));
+    log(client, u"End VCF - WriteItem >>>>>"_s, u"End"_s);
+    const Item item{card, entry.luid, irmcKindInfo(KindContact), {u"LUID-ERROR"_s, u"VcFWrite"_s}};
+    operation.progress().status(counted(u"Übertrage Eintrag "_s + item.kind.label, index, total));
+    return putItem(client, item, counter, luid, operation.progress());
+}
+
+ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerItem, qint32& counter,
+                    QString& luid, const Progress& progress, int index, int total)
+{
+    const clsMmc::Operation operation(client, u"VcxWrite"_s, uncancelled(progress));
+    if (!operation.isAllowed())
+        return ItemResult::Refused;
+    const Patience patience(client);
+    const clsMmc::Busy busy(client);
+    const Item item{organizerItem.text,
+                    organizerItem.luid,
+                    irmcKindInfo(kind),
+                    {u"LUID-ERROR"_s, u"VcxWrite: "_s + QString::number(kind)}};
+    operation.progress().status(counted(u"Übertrage Eintrag "_s + item.kind.label, index, total));
+    return putItem(client, item, counter, luid, operation.progress());
+}
+
+bool VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, const Progress& progress, int index,
+            int total)
+{
+    const clsMmc::Operation operation(client, u"VcxDel"_s, uncancelled(progress));
+    if (!operation.isAllowed())
+        return false;
+    const Patience patience(client);
+    const clsMmc::Busy busy(client);
+    const Progress& shown = operation.progress();
+    const IrmcKindInfo& info = irmcKindInfo(kind);
+    shown.status(counted(u"Lösche Eintrag "_s + info.label, index, total));
+    QByteArray payload;
+    const int code = client.request(obex::irmcDeleteFrame(luid + info.extension, counter), payload);
+    if (code == obex::Continue) {
+        show(client, {.text = u"?"_s, .english = u"The phone wants more of a delete than there is."_s});
+        return false;
+    }
+    if (!obex::isSuccess(code)) {
+        shown.status(u"Löschen Eintrag "_s + info.label + u" fehlgeschlagen."_s);
+        client.ErrMsg(code);
+        return false;
+    }
+    const auto answer = parseLuidAnswer(payload);
+    if (!answer && !link::deletesSilently(client.line().context().sy.PhoneType)) {
+        luid.clear();
+        counter = 0;
+        shown.status(u"Übertragung Eintrag "_s + info.label + u" fehlgeschlagen."_s);
+        log(client, u"LUID-ERROR"_s, u"VcxDel: "_s + info.label);
+        show(client, {.text = u"LUID konnte beim schreiben auf "_s + info.label +
+                              u" nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s,
+                      .title = app::productName(),
+                      .icon = Icon::Critical,
+                      .english = u"The phone has deleted the entry, but its answer can't be understood."_s});
+        return false;
+    }
+    if (answer)
+        luid = answer->luid;
+    counter = answer ? answer->counter : -1;
+    shown.status(u"Löschen Eintrag "_s + info.label + u" abgeschlossen."_s);
+    return true;
+}
+
+} // namespace kalmo::phonedata

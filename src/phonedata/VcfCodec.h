@@ -1,0 +1,29 @@
+#pragma once
+
+#include "phonedata/VcfEntry.h"
+
+#include <QByteArray>
+#include <QList>
+
+namespace kalmo::phonedata {
+
+/// What stands behind a key, up to the end of the line or a NUL; empty if there is no such line. The first
+/// line of a card is never looked at.
+QString GetVcfValue(QStringView card, QStringView key);
+
+/// Text of one card. `encodeNames` writes a name with letters beyond ASCII as quoted-printable UTF-8;
+/// nothing but the name is ever encoded. Line ends within a value become blanks.
+QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames);
+
+/// The contact of one card. One without a LUID has its `index` in three digits instead.
+tVcfEntry VcfParseItem(const QString& card, int index);
+
+/// The cards of an object.
+struct VcfCards
+{
+    QList<tVcfEntry> entries; ///< of the cards that have a LUID line
+    int upperBound = 0;       ///< index of the last piece, where an end of a card parts pieces
+};
+VcfCards parseCards(const QString& text);
+
+} // namespace kalmo::phonedata

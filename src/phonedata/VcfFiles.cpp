@@ -1,0 +1,81 @@
+#include "phonedata/VcfFiles.h"
+
+#include "app/CodePage.h"
+#include "app/Files.h"
+#include "phonedata/BackupFiles.h"
+#include "phonedata/VcfEntry.h"
+
+#include <QFileInfo>
+
+#include <functional>
+
+namespace kalmo::phonedata {
+
+using namespace Qt::StringLiterals;
+using toolkit::ListRows;
+
+namespace {
+
+const QString csvHeading =
+    u"\"Nachname\",\"Vorname\",\"Telefon\",\"Tel. (Mobil)\",\"Tel. (Büro)\",\"Email\",\"Jahrestag\""_s;
+constexpr int csvFields = VcfBirthday + 1;
+
+QString tabbedCell(QString text)
+{
+    return text.replace(u'\t', u' ').trimmed();
+}
+
+} // namespace
+
+QByteArray vcfCsvBytes(const ListRows& list)
+{
+    QString text = csvHeading + u"\r\n"_s;
+    for (int index = 0; index < list.count(); ++index) {
+        QStringList fields;
+        for (int column = 0; column < csvFields; ++column)
+            fields.append(list.text(index, column));
+        text += u'"' + fields.join(u"\",\""_s) + u"\"\r\n"_s;
+    }
+    return app::toCp1252(text);
+}
+
+bool SaveVcfCsv(app::Context& context, const ListRows& list, const QString& path)
+{
+    return list.count() == 0 || saveBackup(context, path, vcfCsvBytes(list));
+}
+
+QByteArray vcfBackupBytes(const ListRows& list)
+{
+    QStringList cells;
+    for (const toolkit::ListColumn& column : list.columns())
+        cells.append(tabbedCell(column.title));
+    QString text = cells.join(u'\t') + u"\r\n"_s;
+    for (int index = 0; index < list.count(); ++index) {
+        cells.clear();
+        for (int column = 0; column < list.columns().size(); ++column)
+            cells.append(tabbedCell(list.text(index, column)));
+        text += cells.join(u'\t') + u"\r\n"_s;
+    }
+    return app::toCp1252(text);
+}
+
+bool VCF2BackupFile(app::Context& context, const ListRows& list, const QString& path)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!app::EnsureDirExistsNoMsgBox(context, folder)) {
+        context.dialogs.Show(
+            {.text = u"Der Ordner "_s + folder +
+                     u" konnte nicht angelegt werden. Das automatische Backup wurde nicht "
+                     u"angelegt."_s,
+             .icon = toolkit::Icon::Exclamation,
+             .english = u"The folder %1 could not be made, so there is no backup."_s.arg(folder)});
+        return false;
+    }
+    if (saveBackup(context, path, vcfBackupBytes(list)))
+        return true;
+    context.log.WriteDebugLog(u"Warning"_s,
+                              u"VCF2BackupFile:Error  Source: "_s + list.name() + u" Destination: "_s + path);
+    return false;
+}
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "app/Context.h"
+#include "toolkit/ListRows.h"
+
+namespace kalmo::phonedata {
+
+/// The contacts as a file for people: a heading line, then seven quoted fields a line, in the code page.
+/// Quotes within a field are not protected, the LUID is left out. Nothing is done for an empty list; false,
+/// told to the user, if the file can't be written.
+bool SaveVcfCsv(app::Context& context, const toolkit::ListRows& list, const QString& path);
+QByteArray vcfCsvBytes(const toolkit::ListRows& list);
+
+/// The automatic backup of a list: its headings and all its columns, parted by tabs. False, told to the user,
+/// if it can't be written.
+bool VCF2BackupFile(app::Context& context, const toolkit::ListRows& list, const QString& path);
+QByteArray vcfBackupBytes(const toolkit::ListRows& list);
+
+} // namespace kalmo::phonedata

@@ -1,0 +1,174 @@
+#include "phonedata/VcfText.h"
+
+#include "app/CodePage.h"
+#include "app/Utf8Small.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace kalmo::phonedata {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QChar lead(0xC3); // of the two-byte sequences that the phones' lists are written with
+
+int hexDigit(QChar character)
+{
+    const char16_t code = character.unicode();
+    if (code >= u'0' && code <= u'9')
+        return code - u'0';
+    const char16_t lower = code | 0x20;
+    return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1;
+}
+
+/// Hex number of two characters as a character of the code page, 0 if they are none.
+QChar characterOfHex(QChar high, QChar low)
+{
+    const int value = hexDigit(high) < 0 || hexDigit(low) < 0 ? 0 : hexDigit(high) * 16 + hexDigit(low);
+    const char byte = static_cast<char>(value);
+    return app::fromCp1252(QByteArrayView(&byte, 1)).front();
+}
+
+/// A text in which many short parts are replaced: a chain of characters, with an index of where which "="
+/// sequence stands. Each replacement costs the same, however long the text is.
+class Sequences
+{
+public:
+    explicit Sequences(const QString& text)
+        : m_text(text), m_next(text.size() + 1), m_previous(text.size() + 1), m_end(text.size())
+    {
+        std::iota(m_next.begin(), m_next.end(), 1);
+        std::iota(m_previous.begin(), m_previous.end(), -1);
+        m_next[m_end] = m_end;
+        for (qsizetype at = m_text.indexOf(u'='); at >= 0; at = m_text.indexOf(u'=', at + 1))
+            note(at);
+    }
+
+    QString decoded()
+    {
+        QString out;
+        out.reserve(m_text.size());
+        for (qsizetype at = 0; at != m_end; at = m_next[at]) {
+            while (m_text[at] == u'=')
+                replaceAllLike(at);
+            out.append(m_text[at]);
+        }
+        return out;
+    }
+
+private:
+    // Two characters behind a "=", each with one more for what is not there.
+    quint64 sequenceAt(qsizetype at) const
+    {
+        const auto valueOf = [this](qsizetype index) {
+            return index == m_end ? quint64(0) : quint64(m_text[index].unicode()) + 1;
+        };
+        const qsizetype first = m_next[at];
+        return valueOf(first) << 32 | valueOf(m_next[first]);
+    }
+
+    void note(qsizetype at) { m_places[sequenceAt(at)].push_back(at); }
+
+    void replaceAllLike(qsizetype first)
+    {
+        const quint64 sequence = sequenceAt(first);
+        const qsizetype second = m_next[first];
+        const qsizetype third = m_next[second];
+        const QChar character = third == m_end ? QChar(u'\0') : characterOfHex(m_text[second], m_text[third]);
+        std::vector<qsizetype> places = m_places.take(sequence);
+        std::sort(places.begin(), places.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
+        for (const qsizetype at : places) {
+            if (m_text[at] == u'=' && m_next[at] != gone && sequenceAt(at) == sequence)
+                replace(at, character);
+        }
+    }
+
+    void replace(qsizetype at, QChar character)
+    {
+        for (int count = 0; count < 2 && m_next[at] != m_end; ++count) {
+            const qsizetype taken = m_next[at];
+            m_next[at] = m_next[taken];
+            m_previous[m_next[at]] = at;
+            m_next[taken] = gone;
+        }
+        m_text[at] = character;
+        // What stands up to two characters before it reads differently now.
+        qsizetype before = at;
+        for (int count = 0; count < 3 && before >= 0; ++count, before = m_previous[before]) {
+            if (m_text[before] == u'=')
+                note(before);
+        }
+    }
+
+    static constexpr qsizetype gone = -1;
+
+    QString m_text;
+    std::vector<qsizetype> m_next;
+    std::vector<qsizetype> m_previous;
+    qsizetype m_end;
+    QHash<quint64, std::vector<qsizetype>> m_places; // may name places that have changed since
+};
+
+} // namespace
+
+QString replacedAll(const QString& text, QStringView part, QStringView by)
+{
+    qsizetype found = text.indexOf(part);
+    if (found < 0)
+        return text;
+    QString out;
+    out.reserve(text.size());
+    qsizetype done = 0;
+    for (; found >= 0; found = text.indexOf(part, done)) {
+        out.append(QStringView(text).sliced(done, found - done)).append(by);
+        done = found + part.size();
+    }
+    return out.append(QStringView(text).sliced(done));
+}
+
+QString VcfEsc(const QString& text)
+{
+    return replacedAll(text, u";", u"\\;");
+}
+
+QString VcfUnesc(const QString& text)
+{
+    return replacedAll(text, u"\\;", u";");
+}
+
+QString VcfQpEnc(const QString& text)
+{
+    const QString encoded = app::Utf8EncC3(text);
+    if (encoded == text)
+        return text;
+    QString out;
+    for (qsizetype at = 0; at < encoded.size(); ++at) {
+        if (encoded[at] != lead) {
+            out.append(encoded[at]);
+            continue;
+        }
+        const int second = app::cp1252Value(encoded[++at].unicode());
+        out.append(u"=C3="_s + QString::number(second, 16).toUpper());
+    }
+    return out;
+}
+
+QString VcfQpDec(const QString& text)
+{
+    return app::UFT8Dec(Sequences(text).decoded());
+}
+
+QString VcfStripCharset(const QString& text)
+{
+    const QString plain = replacedAll(text, u";CHARSET=UTF-8");
+    constexpr QStringView mark = u";ENCODING=QUOTED-PRINTABLE";
+    return plain.contains(mark) ? VcfQpDec(replacedAll(plain, mark)) : plain;
+}
+
+} // namespace kalmo::phonedata
