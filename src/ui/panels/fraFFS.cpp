@@ -3,6 +3,7 @@
 #include "app/FileAssociations.h"
 #include "app/Files.h"
 #include "app/SafeLocalName.h"
+#include "app/SettingsKeys.h"
 #include "app/Version.h"
 #include "obex/FolderRows.h"
 #include "ui/controls/Named.h"
@@ -29,7 +30,6 @@ using toolkit::Icon;
 
 namespace {
 
-constexpr app::TextKey lastSaveFolder{u"frmPB", u"mnuFFSsave_Sel0"};
 const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
 
 QList<toolkit::ListColumn> columns()
@@ -45,7 +45,7 @@ QString nameIn(const QString& key)
 
 QString savedFolder(const app::Settings& settings)
 {
-    const QString folder = app::get(settings, lastSaveFolder);
+    const QString folder = app::get(settings, app::keys::LastSaveFolder);
     return folder == app::noValue() ? QString() : folder;
 }
 
@@ -203,9 +203,9 @@ void fraFFS::openFile(const QString& name)
         return;
     const QString path = folder + u'/' + localName;
     app::DeleteQuiet(path);
-    QByteArray data;
+    QByteArray content;
     app::Desktop& desktop = m_program.desktop;
-    if (!m_mmc->GetFile(name, data, m_progress, path))
+    if (!m_mmc->GetFile(name, content, m_progress, path))
         return;
     if (!desktop.hasAssociation(path) || !desktop.open(path)) {
         app::NoAssociationDialog(context, desktop, path,
@@ -243,7 +243,7 @@ void fraFFS::pickFolderAndSave()
         context.dialogs.PickFolder(u"Zielordner für Download auswählen"_s, savedFolder(context.settings));
     if (folder.isEmpty() || !self)
         return;
-    app::put(context.settings, lastSaveFolder, folder);
+    app::put(context.settings, app::keys::LastSaveFolder, folder);
     saveInto(folder);
 }
 
