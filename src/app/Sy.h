@@ -42,6 +42,7 @@ struct Sy
     bool blnTxLfTerminator = false; ///< commands end in CR LF instead of CR
     QString StrStCom;               ///< remarks of the start-up for the log
     QString logPath;
+    bool logKeepsAll = false; ///< a new header goes behind what was logged before, not in its place
 };
 
 } // namespace kalmo::app

@@ -84,11 +84,12 @@ bool Session::openLog()
         return true;
     m_sy.logPath = absolute(m_invocation.value(u"--log"_s));
     QFile file(m_sy.logPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         m_out.error(u"the log %1 can't be written: %2."_s.arg(m_sy.logPath, file.errorString()));
         return false;
     }
     m_sy.debug = true;
+    m_sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
     return true;
 }
 

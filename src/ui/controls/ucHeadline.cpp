@@ -1,0 +1,42 @@
+#include "ui/controls/ucHeadline.h"
+
+#include "ui/icons/Icons.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace kalmo::ui {
+
+namespace {
+
+constexpr int pictureSize = 32; // logical pixels
+constexpr double titleScale = 1.25;
+
+} // namespace
+
+ucHeadline::ucHeadline(const QString& iconName, const QString& title, const QString& help, QWidget* parent)
+    : QFrame(parent)
+{
+    auto* picture = new QLabel;
+    picture->setPixmap(pixmap(iconName, pictureSize, devicePixelRatioF()));
+    auto* shownTitle = new QLabel(title);
+    QFont font = shownTitle->font();
+    font.setPointSizeF(font.pointSizeF() * titleScale);
+    font.setBold(true);
+    shownTitle->setFont(font);
+    auto* texts = new QVBoxLayout;
+    texts->addWidget(shownTitle);
+    if (!help.isEmpty()) {
+        auto* shownHelp = new QLabel(help);
+        shownHelp->setObjectName(QStringLiteral("lblHilf"));
+        shownHelp->setWordWrap(true);
+        texts->addWidget(shownHelp);
+    }
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(layout->spacing() * 2);
+    layout->addWidget(picture, 0, Qt::AlignTop);
+    layout->addLayout(texts, 1);
+}
+
+} // namespace kalmo::ui
