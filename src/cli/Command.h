@@ -27,11 +27,15 @@ struct ExitMeaning
 };
 const std::vector<ExitMeaning>& exitMeanings();
 
+/// How many words an argument stands for. Only the last argument of a command may be other than One.
+enum class Count { One, OneOrNone, OneOrMore };
+
 struct Argument
 {
     QStringView name; ///< as help shows it, in capitals
     QStringView help;
     std::vector<QStringView> choices = {}; ///< the only words that are allowed; empty for any text
+    Count count = Count::One;
 };
 
 struct Option

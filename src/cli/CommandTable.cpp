@@ -13,13 +13,29 @@ constexpr bool hasClock(int phoneType)
 constexpr QStringView classicHandset = u"a handset with a classic phonebook (families 1 to 4)";
 constexpr QStringView ringingHandset = u"a handset with ringtone settings (families 2 to 4)";
 
+constexpr QStringView vcardHandset = u"a handset with a vCard phonebook (families 5 to 13)";
+constexpr QStringView rewritingHandset = u"a handset with area codes (families 8 to 13)";
+constexpr QStringView filingHandset = u"a handset with a file system (families 5, 6 and 8 to 13)";
+
 const Option outputOption{u"--output", u"-o", u"FILE", u"save the entries in a file instead of showing them"};
+const Option organizerOption{u"--output", u"-o", u"FILE", u"save them in a file instead of showing them"};
 const Option dryRunOption{u"--dry-run", u"", u"", u"only say what would be added, changed and removed"};
 
 constexpr QStringView writeDetails =
     u"What the phone holds is read first and saved as a backup in the storage folder. Then\n"
     u"the list in the phone is erased and written anew, read back and compared. If writing\n"
     u"fails half-way, writing the backup restores what was there.\n";
+
+constexpr QStringView changeDetails =
+    u"What the phone holds is read first and saved as a backup in the storage folder, from\n"
+    u"which \"phonebook add\" and \"phonebook set\" can restore a contact.\n";
+
+constexpr QStringView pathDetails =
+    u"Paths of the phone start at its root: Pictures/a.bmp, or Mobile:\\Pictures\\a.bmp.\n";
+constexpr QStringView batchDetails =
+    u"Paths of the phone start at its root: Pictures/a.bmp, or Mobile:\\Pictures\\a.bmp.\n"
+    u"A file that is there already is replaced after a question. After one that fails the\n"
+    u"rest is tried all the same; the exit status is the highest that one of them has.\n";
 
 } // namespace
 
@@ -37,10 +53,33 @@ const std::vector<Command>& commandTable()
         {.words = u"phonebook read",
          .help = u"show the phonebook, or save it in a file",
          .options = {outputOption},
-         .details = u"FILE ends in .tel (as the window saves it) or .json.\n",
-         .fits = link::isClassic,
-         .needs = classicHandset,
+         .details =
+             u"FILE ends in .json, or as the window saves it in .tel for a classic phonebook, in .csv\n"
+             u"for one of vCards, which can be saved as .vcf for other programs too.\n",
          .run = runPhonebookRead},
+        {.words = u"phonebook add",
+         .help = u"add the contacts of a file",
+         .arguments = {{u"FILE", u"a .csv or .json file"}},
+         .details = changeDetails,
+         .fits = link::hasVcards,
+         .needs = vcardHandset,
+         .run = runPhonebookAdd},
+        {.words = u"phonebook set",
+         .help = u"replace a contact by the one in a file",
+         .arguments = {{u"LUID", u"the phone's reference of the contact, as read shows it"},
+                       {u"FILE", u"a .csv or .json file with one contact"}},
+         .details = changeDetails,
+         .fits = link::hasVcards,
+         .needs = vcardHandset,
+         .run = runPhonebookSet},
+        {.words = u"phonebook delete",
+         .help = u"delete contacts",
+         .arguments =
+             {{u"LUID", u"the phone's reference of a contact, as read shows it", {}, Count::OneOrMore}},
+         .details = changeDetails,
+         .fits = link::hasVcards,
+         .needs = vcardHandset,
+         .run = runPhonebookDelete},
         {.words = u"phonebook write",
          .help = u"replace the phonebook by the entries of a file",
          .arguments = {{u"FILE", u"a .tel or .json file"}},
@@ -81,6 +120,98 @@ const std::vector<Command>& commandTable()
          .fits = link::hasRingtoneSettings,
          .needs = ringingHandset,
          .run = runRingtonesSet},
+        {.words = u"calendar read",
+         .help = u"show appointments and tasks, or save them in a file",
+         .options = {organizerOption},
+         .details = u"FILE ends in .vcs (as the phone has them) or .json.\n",
+         .fits = link::hasVcards,
+         .needs = vcardHandset,
+         .run = runCalendarRead},
+        {.words = u"notes read",
+         .help = u"show notes, or save them in a file",
+         .options = {organizerOption},
+         .details = u"FILE ends in .vnt (as the phone has them) or .json.\n",
+         .fits = link::hasVcards,
+         .needs = vcardHandset,
+         .run = runNotesRead},
+        {.words = u"areacodes",
+         .help = u"show the area codes by which the phone rewrites numbers",
+         .fits = link::hasAreaCodes,
+         .needs = rewritingHandset,
+         .run = runAreaCodes},
+        {.words = u"areacodes set",
+         .help = u"set the area codes; four empty texts switch rewriting off",
+         .arguments = {{u"A", u"prefix of international numbers, 00"},
+                       {u"B", u"country code, 49"},
+                       {u"C", u"prefix of national numbers, 0"},
+                       {u"D", u"city code without that prefix, 30"}},
+         .fits = link::hasAreaCodes,
+         .needs = rewritingHandset,
+         .run = runAreaCodesSet},
+        {.words = u"files ls",
+         .help = u"list a folder of the phone",
+         .arguments = {{u"FOLDER", u"folder of the phone, its root if missing", {}, Count::OneOrNone}},
+         .details = pathDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesLs},
+        {.words = u"files get",
+         .help = u"save files of the phone here",
+         .arguments = {{u"PATH", u"file of the phone", {}, Count::OneOrMore}},
+         .options = {{u"--output", u"-o", u"DIR", u"folder to save them in, instead of the one you are in"}},
+         .details = batchDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesGet},
+        {.words = u"files put",
+         .help = u"send files to the phone",
+         .arguments = {{u"FILE", u"local file", {}, Count::OneOrMore}},
+         .options = {{u"--to", u"", u"FOLDER", u"folder of the phone, instead of its root"}},
+         .details = batchDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesPut},
+        {.words = u"files rm",
+         .help = u"delete files and empty folders of the phone",
+         .arguments = {{u"PATH", u"file or folder of the phone", {}, Count::OneOrMore}},
+         .options = {{u"--force", u"", u"", u"delete what is protected, too"}},
+         .details = pathDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesRm},
+        {.words = u"files mkdir",
+         .help = u"make a folder in the phone, and those above it",
+         .arguments = {{u"FOLDER", u"folder of the phone"}},
+         .details = pathDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesMkdir},
+        {.words = u"files mv",
+         .help = u"move or rename a file or folder of the phone",
+         .arguments = {{u"FROM", u"file or folder of the phone"},
+                       {u"TO", u"its new path; with a slash at the end the folder that it goes to"}},
+         .details = pathDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesMv},
+        {.words = u"files df",
+         .help = u"show how much the phone's memory holds and has left",
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesDf},
+        {.words = u"files attr",
+         .help = u"protect a file of the phone, or make it writable",
+         .arguments = {{u"PATH", u"file or folder of the phone"},
+                       {u"RIGHTS", u"ro for read-only, rw for all rights", {u"ro", u"rw"}}},
+         .details = pathDetails,
+         .fits = link::hasFileSystem,
+         .needs = filingHandset,
+         .run = runFilesAttr},
+        {.words = u"recover",
+         .help = u"take a handset that was left in data mode back to commands",
+         .details =
+             u"For a handset that is not found since a transfer was broken off. Takes up to a minute.\n",
+         .run = runRecover},
     };
     return table;
 }

@@ -1,16 +1,11 @@
 #include "cli/EntryFiles.h"
 
-#include "app/CodePage.h"
-#include "app/Files.h"
 #include "cli/EntryJson.h"
+#include "cli/InputFile.h"
 #include "cli/StoreWords.h"
 #include "phonedata/BackupFiles.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
-#include <QStringDecoder>
-
-#include <algorithm>
 
 namespace kalmo::cli {
 
@@ -20,7 +15,6 @@ using phonedata::Store;
 
 namespace {
 
-constexpr qint64 largestFile = 16 * 1024 * 1024;
 const QChar quoteStandIn = u'•'; // what the window saves for a quote within a name
 const QString jsonEnding = u".json"_s;
 
@@ -29,29 +23,10 @@ bool endsIn(const QString& path, QStringView ending)
     return path.endsWith(ending, Qt::CaseInsensitive);
 }
 
-/// Whether bytes that should be of the code page are UTF-8: with umlauts in it, text of the one is hardly
-/// ever valid text of the other.
-bool looksLikeUtf8(const QByteArray& bytes)
-{
-    const bool plain = std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte >= 0; });
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
-    return !plain && !decoder.hasError();
-}
-
-/// Splits "a","b","c" at what stands between the quotes; quotes within a field pass.
-bool splitLine(const QString& line, QStringList& fields)
-{
-    if (line.size() < 2 || !line.startsWith(u'"') || !line.endsWith(u'"'))
-        return false;
-    fields = line.sliced(1, line.size() - 2).split(u"\",\""_s);
-    return true;
-}
-
 bool readLine(const QString& line, Store store, ClassicEntry& entry, QString& error)
 {
     QStringList fields;
-    const bool split = splitLine(line, fields);
+    const bool split = splitQuoted(line, fields);
     const qsizetype most = wordsOf(store).hasDates ? 6 : 2;
     if (!split || fields.size() < 2 || fields.size() > most) {
         error = wordsOf(store).hasDates
@@ -105,12 +80,9 @@ QString faultOf(const ClassicEntry& entry)
 bool readEntryLines(const QByteArray& bytes, Store store, Entries& entries, QString& error)
 {
     entries.clear();
-    if (looksLikeUtf8(bytes)) {
-        error = u"the text is UTF-8, but such files are Windows-1252; use a .json file"_s;
+    QString text;
+    if (!decodeInput(bytes, text, error))
         return false;
-    }
-    QString text = app::fromCp1252(bytes);
-    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     int number = 0;
     for (const QString& line : text.split(u'\n')) {
         ++number;
@@ -135,14 +107,9 @@ bool readEntryFile(const QString& path, Store store, Entries& entries, QString& 
         error = u"%1 ends neither in %2 nor in .json"_s.arg(path, wordsOf(store).ending);
         return false;
     }
-    if (!app::FileExists(path))
-        error = u"there is no such file"_s;
-    else if (QFileInfo(path).size() > largestFile)
-        error = u"it is larger than 16 MB"_s;
-    else if (!app::readWholeFile(path, bytes))
-        error = u"it can't be read"_s;
-    else if (endsIn(path, jsonEnding) ? readEntryJson(bytes, store, entries, error)
-                                      : readEntryLines(bytes, store, entries, error))
+    if (readInputFile(path, bytes, error) &&
+        (endsIn(path, jsonEnding) ? readEntryJson(bytes, store, entries, error)
+                                  : readEntryLines(bytes, store, entries, error)))
         return true;
     error = u"%1: %2"_s.arg(path, error);
     return false;

@@ -1,5 +1,6 @@
 #include "cli/EntryJson.h"
 
+#include "cli/InputFile.h"
 #include "cli/StoreWords.h"
 
 #include <QJsonDocument>
@@ -32,12 +33,6 @@ constexpr std::array<TextKey, 5> textKeys = {{
 
 const QString vipKey = u"vip"_s;
 const QString vipMark = u"Ja"_s;
-
-/// Line of a JSON text that a byte stands in, counted from 1.
-int lineOf(const QByteArray& bytes, int offset)
-{
-    return static_cast<int>(bytes.first(qBound(0, offset, static_cast<int>(bytes.size()))).count('\n')) + 1;
-}
 
 const TextKey* findKey(const QString& key, Store store)
 {

@@ -1,6 +1,7 @@
 #include "cli/FindPhone.h"
 
 #include "app/SettingsKeys.h"
+#include "cli/Recover.h"
 #include "cli/Tables.h"
 #include "link/mdlSearch.h"
 
@@ -42,7 +43,9 @@ ExitStatus tellSilence(Job& job, const QString& rates)
                   u"ports\" lists\n"
                   u"them), and is Bluetooth off in the handset while it is on a cable? Switching the handset "
                   u"off and on\n"
-                  u"and plugging the cable in anew often helps."_s.arg(job.portName(), rates));
+                  u"and plugging the cable in anew often helps. If a program was broken off in the middle of "
+                  u"a transfer,\n"
+                  u"\"kalmoctl recover\" takes the handset back to commands."_s.arg(job.portName(), rates));
     return ExitNoPhone;
 }
 
@@ -71,6 +74,7 @@ ExitStatus tellUnknown(Job& job, const QString& rawId)
 
 ExitStatus findPhone(Job& job)
 {
+    recoverUnclosedSession(job);
     SearchProgress view(job);
     link::PhoneSearch search(job.line, view, job.desktop);
     const QString rates = ratesTried(job.context);
@@ -90,6 +94,7 @@ ExitStatus findPhone(Job& job)
     if (!search.IdentifyPhone(job.context.sy.PhoneType, rawId))
         return tellUnknown(job, rawId);
     search.takeOver();
+    forgetUnclosedSession(job);
     const Command* command = job.invocation.command;
     if (!command->fits || command->fits(job.phoneType()))
         return ExitDone;

@@ -35,6 +35,14 @@ Lines optionLines(const std::vector<Option>& options)
     return lines;
 }
 
+QString shape(const Argument& argument)
+{
+    const QString name = argument.name.toString();
+    if (argument.count == Count::OneOrNone)
+        return u'[' + name + u']';
+    return argument.count == Count::OneOrMore ? name + u"..."_s : name;
+}
+
 QString commandHelp(const Command& command)
 {
     Lines arguments;
@@ -56,7 +64,7 @@ QString usageOf(const Command& command)
 {
     QString text = command.words.toString();
     for (const Argument& argument : command.arguments)
-        text += u' ' + argument.name.toString();
+        text += u' ' + shape(argument);
     for (const Option& option : command.options) {
         const QString name = (option.letter.isEmpty() ? option.name : option.letter).toString();
         text += u" ["_s + name + (option.value.isEmpty() ? QString() : u' ' + option.value.toString()) + u']';

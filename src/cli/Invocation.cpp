@@ -30,6 +30,20 @@ const Option* findOption(const std::vector<Option>& options, QStringView word)
     return found == options.end() ? nullptr : &*found;
 }
 
+bool isAllowed(const Argument& argument, QStringView word)
+{
+    const auto& choices = argument.choices;
+    return choices.empty() || std::find(choices.begin(), choices.end(), word) != choices.end();
+}
+
+QStringList namesOf(const std::vector<QStringView>& choices)
+{
+    QStringList names;
+    for (const QStringView choice : choices)
+        names.append(choice.toString());
+    return names;
+}
+
 class Parser
 {
 public:
@@ -175,24 +189,22 @@ bool Parser::checkOptions()
 bool Parser::checkArguments()
 {
     const Command& command = *m_made.command;
-    const auto expected = static_cast<qsizetype>(command.arguments.size());
-    if (m_made.arguments.size() > expected)
+    const auto& arguments = command.arguments;
+    const auto expected = static_cast<qsizetype>(arguments.size());
+    const bool takesMore = expected > 0 && arguments.back().count == Count::OneOrMore;
+    if (m_made.arguments.size() > expected && !takesMore)
         return fail(u"%1 is too much for %2"_s.arg(quoted(m_made.arguments[expected]),
                                                    quoted(command.words.toString())));
     for (qsizetype index = 0; index < expected; ++index) {
-        const Argument& argument = command.arguments[index];
+        const Argument& argument = arguments[index];
         if (index >= m_made.arguments.size())
-            return fail(
-                u"%1 needs %2: %3"_s.arg(quoted(command.words.toString()), argument.name, argument.help));
+            return argument.count == Count::OneOrNone ||
+                   fail(u"%1 needs %2: %3"_s.arg(quoted(command.words.toString()), argument.name,
+                                                 argument.help));
         const QString& given = m_made.arguments[index];
-        const auto& choices = argument.choices;
-        if (choices.empty() || std::find(choices.begin(), choices.end(), given) != choices.end())
-            continue;
-        QStringList names;
-        for (const QStringView choice : choices)
-            names.append(choice.toString());
-        return fail(
-            u"%1 is no %2; choose one of %3"_s.arg(quoted(given), argument.name, names.join(u", "_s)));
+        if (!isAllowed(argument, given))
+            return fail(u"%1 is no %2; choose one of %3"_s.arg(quoted(given), argument.name,
+                                                               namesOf(argument.choices).join(u", "_s)));
     }
     return true;
 }

@@ -2,7 +2,6 @@
 
 #include "app/Files.h"
 #include "cli/EntryJson.h"
-#include "cli/FindPhone.h"
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
@@ -78,15 +77,9 @@ ExitStatus readList(Job& job, Store store, ListRead& read)
     return readOnce(job, store, read);
 }
 
-ExitStatus runRead(Job& job, Store store)
+ExitStatus showList(Job& job, Store store)
 {
     const QString path = job.invocation.value(u"--output"_s);
-    if (!path.isEmpty() && !hasEntryEnding(path, store)) {
-        job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, wordsOf(store).ending));
-        return ExitWrongUse;
-    }
-    if (const ExitStatus found = findPhone(job); found != ExitDone)
-        return found;
     ListRead read;
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;

@@ -15,7 +15,7 @@ struct ListRead
 /// it once more if the first reading is doubtful. Anything but ExitDone has been told.
 ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);
 
-/// The commands that read a list.
-ExitStatus runRead(Job& job, phonedata::Store store);
+/// Reads a store of a phone that has been found, and shows or saves it.
+ExitStatus showList(Job& job, phonedata::Store store);
 
 } // namespace kalmo::cli

@@ -148,7 +148,7 @@ bool VcardStore::VcfReadList(const Progress& progress)
 /// Path of the backup; empty if there is none.
 QString VcardStore::backUp()
 {
-    if (!m_list || !app::isOn(context().settings, app::keys::AutoBackup))
+    if (!m_list || !m_backsUp || !app::isOn(context().settings, app::keys::AutoBackup))
         return {};
     const QString path = backupPath(context(), u"Backup von "_s, u".csv"_s);
     return VCF2BackupFile(context(), *m_list, path) ? path : QString();

@@ -40,6 +40,9 @@ public:
     /// but the caller has a word to say of the command as a whole.
     bool VcfReadList(const toolkit::Progress& progress);
 
+    /// Makes no automatic backups, whatever the settings say: the owner makes his own ones ahead of changes.
+    void leaveBackupsToOwner() { m_backsUp = false; }
+
     /// What a write or a delete has done, for those who have to say it.
     struct Report
     {
@@ -82,6 +85,7 @@ private:
 
     std::shared_ptr<obex::clsMmc> m_client;
     QPointer<toolkit::ListRows> m_list;
+    bool m_backsUp = true;
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");
 };

@@ -1,0 +1,94 @@
+#include "cli/ContactBook.h"
+
+#include "app/Files.h"
+#include "cli/DataWork.h"
+#include "cli/StoreWords.h"
+#include "cli/Tables.h"
+#include "phonedata/BackupFiles.h"
+
+namespace kalmo::cli {
+
+ContactBook::ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client)
+    : m_job(job), m_list(phonedata::makeVcfRows()),
+      m_store(std::make_shared<phonedata::VcardStore>(client, *m_list))
+{
+    m_store->leaveBackupsToOwner();
+}
+
+ExitStatus ContactBook::read()
+{
+    m_job.progress.phase(u"Reading the phonebook"_s);
+    const bool done = m_store->VcfReadList({.bar = &m_job.progress, .cancel = &m_job.stop});
+    m_job.progress.clear();
+    if (done)
+        return ExitDone;
+    if (!m_job.stop.Checked())
+        m_job.out.error(u"the phonebook could not be read."_s);
+    return brokenOff(m_job);
+}
+
+Contacts ContactBook::contacts() const
+{
+    Contacts contacts;
+    for (int index = 0; index < m_list->count(); ++index)
+        contacts.push_back(phonedata::vcfEntryFrom(m_list->row(index)));
+    return contacts;
+}
+
+bool ContactBook::backUp(QString& path)
+{
+    path.clear();
+    if (m_list->count() == 0)
+        return true;
+    const QString place = phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s, u".json"_s);
+    QString reason;
+    if (app::writeWholeFile(place, contactJsonBytes(contacts()), &reason)) {
+        path = place;
+        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(place));
+        return true;
+    }
+    m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
+                    u"Nothing was changed in the phone."_s.arg(place, reason));
+    return false;
+}
+
+bool ContactBook::isWhole() const
+{
+    bool isKnown = false;
+    const int held = m_store->lblVCFbelegt().toInt(&isKnown);
+    return !isKnown || m_list->count() >= held;
+}
+
+ExitStatus showContacts(Job& job)
+{
+    Contacts contacts;
+    bool isWhole = false;
+    const ExitStatus status = withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
+        ContactBook book(job, client);
+        const ExitStatus read = book.read();
+        contacts = book.contacts();
+        isWhole = book.isWhole();
+        return read;
+    });
+    if (status != ExitDone)
+        return status;
+    const QString path = job.invocation.value(u"--output"_s);
+    QString reason;
+    if (!path.isEmpty() && !app::writeWholeFile(path, contactFileBytes(path, contacts), &reason)) {
+        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+        return ExitFailed;
+    }
+    std::vector<QStringList> rows;
+    for (const phonedata::tVcfEntry& contact : contacts)
+        rows.push_back(contactCells(contact));
+    if (path.isEmpty() || job.out.isJson())
+        job.out.show(contactJson(contacts), alignedTable(contactHeadings(), rows));
+    if (!path.isEmpty())
+        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(contacts.size()), path));
+    if (isWhole)
+        return ExitDone;
+    job.out.error(u"the phone says that it holds more contacts than it sent. Read again."_s);
+    return ExitFailed;
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "cli/ContactFiles.h"
+#include "cli/Job.h"
+#include "phonedata/VcardStore.h"
+
+namespace kalmo::cli {
+
+/// The vCard phonebook of a phone that has been found.
+class ContactBook
+{
+public:
+    ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client);
+
+    /// Reads it. Anything but ExitDone has been told.
+    ExitStatus read();
+
+    phonedata::VcardStore& store() { return *m_store; }
+    toolkit::ListRows& list() { return *m_list; }
+    /// As last read or written.
+    Contacts contacts() const;
+
+    /// Whether as many contacts came as the phone says to hold; a user may have wanted fewer all the same.
+    bool isWhole() const;
+
+    /// Saves what was read. False has been told. `path` stays empty for a phonebook that is empty.
+    bool backUp(QString& path);
+
+private:
+    Job& m_job;
+    std::unique_ptr<toolkit::ListRows> m_list;
+    std::shared_ptr<phonedata::VcardStore> m_store;
+};
+
+/// Reads the contacts of a phone that has been found, and shows or saves them.
+ExitStatus showContacts(Job& job);
+
+} // namespace kalmo::cli

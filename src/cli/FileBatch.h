@@ -1,0 +1,31 @@
+#pragma once
+
+#include "cli/Job.h"
+
+#include <QJsonArray>
+
+namespace kalmo::cli {
+
+/// What comes of several files that are transferred one after the other: a failed one does not keep the rest
+/// from being tried.
+class FileBatch
+{
+public:
+    explicit FileBatch(Job& job) : m_job(job) {}
+
+    /// Keeps a file's result, and tells of the file.
+    void done(const QJsonObject& result, const QString& note);
+    void failed(const QJsonObject& result, ExitStatus status, const QString& error);
+
+    /// False once the user wants to stop or the port is gone; the files that are left are not tried then.
+    bool goesOn() const;
+    /// Shows the results. The worst status of all.
+    ExitStatus finish();
+
+private:
+    Job& m_job;
+    QJsonArray m_results;
+    ExitStatus m_worst = ExitDone;
+};
+
+} // namespace kalmo::cli

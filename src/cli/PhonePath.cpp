@@ -1,0 +1,44 @@
+#include "cli/PhonePath.h"
+
+#include "obex/FolderListing.h"
+
+namespace kalmo::cli {
+
+using namespace Qt::StringLiterals;
+
+PhonePath::PhonePath(const QString& text)
+{
+    const QString path = QString(text).replace(u'/', u'\\');
+    m_parts = obex::withoutRoot(path + u'\\').split(u'\\', Qt::SkipEmptyParts);
+}
+
+PhonePath PhonePath::folder() const
+{
+    PhonePath parent;
+    parent.m_parts = m_parts.mid(0, m_parts.size() - 1);
+    return parent;
+}
+
+PhonePath PhonePath::below(const QString& name) const
+{
+    PhonePath child = *this;
+    child.m_parts.append(name);
+    return child;
+}
+
+QString PhonePath::shown() const
+{
+    return u'/' + m_parts.join(u'/');
+}
+
+QString PhonePath::forEngine() const
+{
+    return obex::rootPath() + m_parts.join(u'\\');
+}
+
+bool endsInSlash(const QString& text)
+{
+    return text.endsWith(u'/') || text.endsWith(u'\\');
+}
+
+} // namespace kalmo::cli

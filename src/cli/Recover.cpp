@@ -1,0 +1,110 @@
+#include "cli/Recover.h"
+
+#include "app/SettingsKeys.h"
+#include "cli/Commands.h"
+#include "cli/FindPhone.h"
+#include "link/mdlSearch.h"
+#include "obex/DataChannel.h"
+
+#include <QJsonObject>
+
+#include <cstdlib>
+
+namespace kalmo::cli {
+
+namespace {
+
+int portNumber(const Job& job)
+{
+    const int given = job.context.sy.ComNoForThisRun;
+    return given > 0 ? given : app::getInt(job.context.settings, app::keys::ComPortNew);
+}
+
+/// Rates without their signs, each once, the last one that a phone answered at ahead of all.
+QList<int> distinctRates(const Job& job)
+{
+    QList<int> rates;
+    for (const int rate : link::rateList(app::getInt(job.context.settings, app::keys::PrefDetectBaud))) {
+        if (!rates.contains(std::abs(rate)))
+            rates.append(std::abs(rate));
+    }
+    return rates;
+}
+
+} // namespace
+
+bool isSessionUnclosed(const Job& job)
+{
+    const app::Settings& settings = job.context.settings;
+    return app::get(settings, app::keys::LastUnclosedObexDevice) != app::noValue() &&
+           app::get(settings, app::keys::LastUnclosedObexDeviceCOM) == QString::number(portNumber(job));
+}
+
+bool recoverAtPort(Job& job, const QList<int>& rates)
+{
+    link::Line& line = job.line;
+    job.context.sy.ComNo = portNumber(job);
+    if (!line.port().IsOpen() && !line.port().Open(link::Line::ComPortName(job.context.sy.ComNo))) {
+        job.out.error(line.port().openErrorEnglish());
+        return false;
+    }
+    for (const int rate : rates) {
+        job.progress.phase(u"Taking the handset back to commands at %1 baud"_s.arg(rate));
+        line.ConfigurePort();
+        line.port().SetSettings(u"%1,N,8,1"_s.arg(rate));
+        line.port().SetControlLines(true);
+        if (obex::recoverLine(line, {.cancel = &job.stop}))
+            return true;
+        if (job.stop.Checked() || !line.port().IsOpen())
+            break;
+    }
+    return false;
+}
+
+void recoverUnclosedSession(Job& job)
+{
+    if (!isSessionUnclosed(job))
+        return;
+    const QString device = app::get(job.context.settings, app::keys::LastUnclosedObexDevice);
+    job.out.note(
+        u"The last run did not end its data session with %1; taking the handset back to commands.\n"_s.arg(
+            device));
+    if (!recoverAtPort(job, distinctRates(job).first(1)) && job.line.port().IsOpen())
+        job.out.note(u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
+                     u"switch it off and on.\n"_s);
+    job.progress.clear();
+}
+
+void forgetUnclosedSession(Job& job)
+{
+    if (!isSessionUnclosed(job))
+        return;
+    app::put(job.context.settings, app::keys::LastUnclosedObexDevice, app::noValue());
+    app::put(job.context.settings, app::keys::LastUnclosedObexDeviceCOM, app::noValue());
+}
+
+ExitStatus runRecover(Job& job)
+{
+    const bool isBack = recoverAtPort(job, distinctRates(job));
+    job.progress.clear();
+    if (isBack) {
+        // The rate that helped is the one to begin the search with.
+        app::put(job.context.settings, app::keys::PrefDetectBaud, job.line.port().BaudRate());
+        if (const ExitStatus found = findPhone(job); found != ExitDone)
+            return found;
+        job.out.show(QJsonObject{{u"recovered"_s, true}, {u"phoneId"_s, job.context.sy.PhoneID}},
+                     u"%1 takes commands.\n"_s.arg(job.context.sy.PhoneID));
+        return ExitDone;
+    }
+    if (!job.line.port().IsOpen())
+        return ExitFailed;
+    if (job.stop.Checked()) {
+        job.out.error(u"interrupted."_s);
+        return ExitRefused;
+    }
+    job.out.error(u"nothing at %1 came back to commands. Switch the handset off and on; if it is not found "
+                  u"then, pull its\ncable out for five seconds."_s.arg(job.portName()));
+    return ExitNoPhone;
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,156 @@
+#include "app/Files.h"
+#include "cli/BatchProgress.h"
+#include "cli/Commands.h"
+#include "cli/DataWork.h"
+#include "cli/FileBatch.h"
+#include "cli/FolderRows.h"
+#include "cli/Tables.h"
+
+#include <QFileInfo>
+#include <QJsonObject>
+
+namespace kalmo::cli {
+
+using obex::clsMmc;
+using obex::tObxDirEntry;
+
+namespace {
+
+/// One local file and the place that it goes to.
+struct Outgoing
+{
+    QString local;
+    PhonePath path;
+    qint64 size = 0;
+    ExitStatus status = {}; ///< other than ExitDone where it can't be sent
+    QString error = {};
+};
+
+QJsonObject resultOf(const Outgoing& file, bool isWritten)
+{
+    return {{u"name"_s, file.path.name()},
+            {u"path"_s, file.path.shown()},
+            {u"size"_s, file.size},
+            {u"written"_s, isWritten}};
+}
+
+class Putter
+{
+public:
+    Putter(Job& job, const PhonePath& target) : m_job(job), m_batch(job), m_target(target) {}
+
+    ExitStatus run();
+
+private:
+    Outgoing plan(const QString& word);
+    bool look(clsMmc& client);
+    void putAll(clsMmc& client);
+
+    Job& m_job;
+    FileBatch m_batch;
+    PhonePath m_target;
+    std::vector<Outgoing> m_files;
+};
+
+Outgoing Putter::plan(const QString& word)
+{
+    const QFileInfo info(word);
+    QString name = info.fileName();
+    name.remove(u',').remove(u';'); // as the engine sends it
+    Outgoing file{.local = info.absoluteFilePath(), .path = m_target.below(name), .size = info.size()};
+    const bool isTwin = std::any_of(m_files.begin(), m_files.end(), [&](const Outgoing& other) {
+        return other.path.name().compare(name, Qt::CaseInsensitive) == 0;
+    });
+    if (!app::FileExists(word))
+        file.error = u"there is no file %1"_s.arg(word);
+    else if (file.size > obex::largestObject)
+        file.error = u"%1 is larger than any phone takes"_s.arg(word);
+    else if (!info.isReadable())
+        file.error = u"%1 can't be read"_s.arg(word);
+    else if (isTwin)
+        file.error = u"%1 would replace another one of these files, %2"_s.arg(word, file.path.shown());
+    file.status = file.error.isEmpty() ? ExitDone : ExitWrongUse;
+    return file;
+}
+
+/// Looks what would be replaced in the phone, and asks. False if the folder could not be listed.
+bool Putter::look(clsMmc& client)
+{
+    m_job.progress.phase(u"Listing %1"_s.arg(m_target.shown()));
+    QList<tObxDirEntry> entries;
+    if (!enterFolder(client, m_target) || !client.Dir(entries, {.cancel = &m_job.stop}))
+        return false;
+    m_job.progress.clear();
+    for (Outgoing& file : m_files) {
+        const tObxDirEntry* there = findEntry(entries, file.path.name());
+        if (file.status != ExitDone || !there)
+            continue;
+        const QString shown = printable(file.path.shown());
+        if (!there->isFile()) {
+            file.status = ExitFailed;
+            file.error = u"%1 is a folder in the phone"_s.arg(shown);
+        } else if (!m_job.questions.confirm(u"Replace %1 in the phone?"_s.arg(shown))) {
+            file.status = ExitRefused;
+            file.error = u"%1 stays as it is"_s.arg(shown);
+        }
+    }
+    return true;
+}
+
+void Putter::putAll(clsMmc& client)
+{
+    qint64 total = 0;
+    qsizetype count = 0;
+    for (const Outgoing& file : m_files) {
+        total += file.status == ExitDone ? file.size : 0;
+        count += file.status == ExitDone;
+    }
+    BatchProgress progress(m_job.out, m_job.context.clock, u"Sending"_s, count, total);
+    for (const Outgoing& file : m_files) {
+        if (!m_batch.goesOn()) {
+            m_batch.failed(resultOf(file, false), ExitFailed, u"%1 was not sent"_s.arg(file.local));
+            continue;
+        }
+        if (file.status != ExitDone) {
+            m_batch.failed(resultOf(file, false), file.status, file.error);
+            continue;
+        }
+        progress.next(file.path.name(), file.size);
+        if (client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}))
+            m_batch.done(resultOf(file, true),
+                         u"%1 sent to %2"_s.arg(file.local, printable(file.path.shown())));
+        else
+            m_batch.failed(resultOf(file, false), ExitFailed,
+                           u"%1 was not sent; the phone may hold a part of it as %2"_s.arg(
+                               file.local, printable(file.path.shown())));
+    }
+}
+
+ExitStatus Putter::run()
+{
+    bool isAnyPossible = false;
+    for (const QString& word : m_job.invocation.arguments) {
+        m_files.push_back(plan(word));
+        isAnyPossible = isAnyPossible || m_files.back().status == ExitDone;
+    }
+    if (!isAnyPossible) {
+        for (const Outgoing& file : m_files)
+            m_batch.failed(resultOf(file, false), file.status, file.error);
+        return m_batch.finish();
+    }
+    return withDataChannel(m_job, [&](const std::shared_ptr<clsMmc>& client) {
+        if (!look(*client))
+            return brokenOff(m_job);
+        putAll(*client);
+        return m_batch.finish();
+    });
+}
+
+} // namespace
+
+ExitStatus runFilesPut(Job& job)
+{
+    return Putter(job, PhonePath(job.invocation.value(u"--to"_s))).run();
+}
+
+} // namespace kalmo::cli
