@@ -9,7 +9,7 @@ _kalmoctl()
 
     for ((index = 1; index < COMP_CWORD; ++index)); do
         case ${COMP_WORDS[index]} in
-            --port | --storage | --log | --output | -o) ((++index)) ;;
+            --port | --storage | --log | --output | -o | --to) ((++index)) ;;
             -*) ;;
             *) given+=("${COMP_WORDS[index]}") ;;
         esac
@@ -20,12 +20,15 @@ _kalmoctl()
         --port) files=devices ;;
         --storage) files=folders ;;
         --log | --output | -o) files=all ;;
+        --to) ;;
         *)
             case ${given[*]} in
-                '') words='ports find status clock phonebook providers ringtones' ;;
-                clock) words='set' ;;
-                phonebook | providers) words='read write' ;;
-                ringtones) words='set' ;;
+                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files recover' ;;
+                clock | ringtones | areacodes) words='set' ;;
+                phonebook) words='read write add set delete' ;;
+                providers) words='read write' ;;
+                calendar | notes) words='read' ;;
+                files) words='ls get put rm mkdir mv df attr' ;;
                 'ringtones set') words='external internal appointment alarm' ;;
                 'ringtones set '*)
                     case ${#given[@]} in
@@ -33,10 +36,16 @@ _kalmoctl()
                         4) words='1 2 3 4 5 6 rising' ;;
                     esac
                     ;;
-                'phonebook read' | 'providers read') options+=' --output -o' ;;
+                'files get'*) options+=' --output -o' ;;
+                'files put'*) options+=' --to' files=all ;;
+                'files rm'*) options+=' --force' ;;
+                'files attr '*) [[ ${#given[@]} != 3 ]] || words='ro rw' ;;
+                'phonebook read' | 'providers read' | 'calendar read' | 'notes read') options+=' --output -o' ;;
                 'phonebook write') options+=' --dry-run' files='tel|json' ;;
                 'providers write') options+=' --dry-run' files='prv|json' ;;
                 'phonebook write '* | 'providers write '*) options+=' --dry-run' ;;
+                'phonebook add') files='csv|json' ;;
+                'phonebook set '*) [[ ${#given[@]} != 3 ]] || files='csv|json' ;;
             esac
             ;;
     esac

@@ -12,6 +12,7 @@ ContactBook::ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client)
     : m_job(job), m_list(phonedata::makeVcfRows()),
       m_store(std::make_shared<phonedata::VcardStore>(client, *m_list))
 {
+    m_store->leaveBackupsToOwner();
 }
 
 ExitStatus ContactBook::read()
@@ -51,13 +52,22 @@ bool ContactBook::backUp(QString& path)
     return false;
 }
 
+bool ContactBook::isWhole() const
+{
+    bool isKnown = false;
+    const int held = m_store->lblVCFbelegt().toInt(&isKnown);
+    return !isKnown || m_list->count() >= held;
+}
+
 ExitStatus showContacts(Job& job)
 {
     Contacts contacts;
+    bool isWhole = false;
     const ExitStatus status = withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
         ContactBook book(job, client);
         const ExitStatus read = book.read();
         contacts = book.contacts();
+        isWhole = book.isWhole();
         return read;
     });
     if (status != ExitDone)
@@ -75,7 +85,10 @@ ExitStatus showContacts(Job& job)
         job.out.show(contactJson(contacts), alignedTable(contactHeadings(), rows));
     if (!path.isEmpty())
         job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(contacts.size()), path));
-    return ExitDone;
+    if (isWhole)
+        return ExitDone;
+    job.out.error(u"the phone says that it holds more contacts than it sent. Read again."_s);
+    return ExitFailed;
 }
 
 } // namespace kalmo::cli

@@ -20,6 +20,9 @@ public:
     /// As last read or written.
     Contacts contacts() const;
 
+    /// Whether as many contacts came as the phone says to hold; a user may have wanted fewer all the same.
+    bool isWhole() const;
+
     /// Saves what was read. False has been told. `path` stays empty for a phonebook that is empty.
     bool backUp(QString& path);
 

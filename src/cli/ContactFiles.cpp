@@ -167,7 +167,7 @@ QByteArray contactFileBytes(const QString& path, const Contacts& contacts)
         QByteArray cards;
         for (const tVcfEntry& contact : contacts)
             cards += phonedata::VcfBuildItem(contact, true);
-        return cards;
+        return cards.replace("BEGIN:VCARD\r\n", "BEGIN:VCARD\r\nVERSION:2.1\r\n"); // phones do without
     }
     const auto list = phonedata::makeVcfRows();
     for (const tVcfEntry& contact : contacts)

@@ -68,7 +68,7 @@ ExitStatus ContactChange::tell(bool done, size_t count, const Report& report)
                     {u"backup"_s, m_backup.isEmpty() ? QJsonValue() : QJsonValue(m_backup)}},
         changed == 0 ? QString()
                      : u"%1 %2: %3\n"_s.arg(entryCount(changed), m_verb, printable(report.luids.join(u' '))));
-    if (done)
+    if (done && changed == count)
         return ExitDone;
     QString text = u"%1 of %2 %3"_s.arg(QString::number(changed), entryCount(count), m_verb);
     if (report.unconfirmed)

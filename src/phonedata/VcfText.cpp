@@ -1,6 +1,7 @@
 #include "phonedata/VcfText.h"
 
 #include "app/CodePage.h"
+#include "app/TextReplace.h"
 #include "app/Utf8Small.h"
 
 #include <QHash>
@@ -12,6 +13,7 @@
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
+using app::replacedAll;
 
 namespace {
 
@@ -116,21 +118,6 @@ private:
 };
 
 } // namespace
-
-QString replacedAll(const QString& text, QStringView part, QStringView by)
-{
-    qsizetype found = text.indexOf(part);
-    if (found < 0)
-        return text;
-    QString out;
-    out.reserve(text.size());
-    qsizetype done = 0;
-    for (; found >= 0; found = text.indexOf(part, done)) {
-        out.append(QStringView(text).sliced(done, found - done)).append(by);
-        done = found + part.size();
-    }
-    return out.append(QStringView(text).sliced(done));
-}
 
 QString VcfEsc(const QString& text)
 {

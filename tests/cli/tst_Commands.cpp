@@ -208,7 +208,7 @@ void tst_Commands::failures_data()
     }) << ExitRefused << u"kalmoctl: interrupted while the phonebook was read.\n"_s;
     QTest::newRow("file of another kind")
         << u"phonebook read -o x.prv"_s << Prepare([](Shell&) {}) << ExitWrongUse
-        << u"kalmoctl: x.prv ends neither in .tel nor in .json.\n"_s;
+        << u"kalmoctl: x.prv ends neither in .tel, .csv, .vcf nor in .json.\n"_s;
     QTest::newRow("file that can't be written")
         << u"phonebook read -o /nowhere/x.tel"_s << Prepare([](Shell& shell) {
                shell.found("WOODSTOCK");

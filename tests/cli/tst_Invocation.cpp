@@ -73,7 +73,7 @@ void tst_Invocation::words_data()
         << u"staus"_s << u"wrong: unknown command \"staus\"; did you mean \"status\"?"_s;
     QTest::newRow("like nothing") << u"frobnicate it"_s << u"wrong: unknown command \"frobnicate\""_s;
     QTest::newRow("first word only") << u"phonebook"_s
-                                     << u"wrong: \"phonebook\" needs a second word: read or write"_s;
+                                     << u"wrong: \"phonebook\" needs a second word: read or add or set or delete or write"_s;
     QTest::newRow("help about nothing")
         << u"frobnicate --help"_s << u"wrong: unknown command \"frobnicate\""_s;
     QTest::newRow("unknown option") << u"find --jsno"_s
@@ -124,7 +124,8 @@ void tst_Invocation::helpTellsWhatIsAsked()
         QVERIFY2(all.contains(u"  "_s + usageOf(command)), qPrintable(usageOf(command)));
     for (const Option& option : globalOptions())
         QVERIFY2(all.contains(option.name) && one.contains(option.name), qPrintable(option.name.toString()));
-    QCOMPARE(all.count(u'\n') - group.count(u'\n'), static_cast<qsizetype>(commandTable().size()) - 2);
+    for (const Command& command : commandTable())
+        QCOMPARE(group.contains(u"  "_s + usageOf(command)), command.words.startsWith(u"phonebook "));
     QVERIFY(one.startsWith(u"Usage: kalmoctl [OPTION]... phonebook write FILE [--dry-run]\n"_s));
     for (const QString& line : (all + one).split(u'\n'))
         QVERIFY2(line.size() <= 100, qPrintable(line));

@@ -165,7 +165,9 @@ void tst_KalmoctlFaults::nobodyAnswers()
         "Is the handset switched on and firmly on its cable, is it the right port (\"kalmoctl ports\" lists\n"
         "them), and is Bluetooth off in the handset while it is on a cable? Switching the handset off and "
         "on\n"
-        "and plugging the cable in anew often helps.\n"_s);
+        "and plugging the cable in anew often helps. If a program was broken off in the middle of a "
+        "transfer,\n"
+        "\"kalmoctl recover\" takes the handset back to commands.\n"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_KalmoctlFaults)

@@ -19,15 +19,17 @@ using toolkit::Progress;
 namespace {
 
 constexpr int mostNamesTold = 10;
+constexpr int longestNameTold = 60; // characters
 
 /// Names for a box, which has to fit on a screen.
 QString someOf(const QStringList& names)
 {
-    const QString shown =
-        QStringList(names.first(std::min<qsizetype>(names.size(), mostNamesTold))).join(u"\n"_s);
-    if (names.size() <= mostNamesTold)
-        return shown;
-    return shown + u"\nund %1 weitere"_s.arg(names.size() - mostNamesTold);
+    QStringList lines;
+    for (const QString& name : names.first(std::min<qsizetype>(names.size(), mostNamesTold)))
+        lines.append(name.size() > longestNameTold ? name.first(longestNameTold) + u'…' : name);
+    if (names.size() > mostNamesTold)
+        lines.append(u"und %1 weitere"_s.arg(names.size() - mostNamesTold));
+    return lines.join(u'\n');
 }
 
 void tell(const clsMmc& mmc, const QString& text, Icon icon)
@@ -85,6 +87,7 @@ void download(clsMmc& mmc, const Progress& progress, const QStringList& names, c
 {
     bool stop = false;
     for (const QString& name : names) {
+        stop = stop || progress.cancelled();
         const QString localName = app::safeLocalName(name);
         if (localName.isEmpty()) {
             outcome.impossible.append(name);
