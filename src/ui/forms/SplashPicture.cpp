@@ -14,6 +14,7 @@ namespace {
 constexpr QColor topColor(0x1b, 0x3f, 0x5a);
 constexpr QColor bottomColor(0x10, 0x28, 0x3b);
 constexpr QColor waveColor(0x3d, 0x8b, 0xcd);
+constexpr QColor signBack(0xee, 0xf5, 0xfa);
 constexpr QColor faintText(0xb8, 0xd3, 0xe6);
 constexpr int waves = 5;
 
@@ -75,8 +76,11 @@ void SplashPicture::drawHead(QPainter& painter) const
 {
     const int line = fontMetrics().height();
     const int sign = headHeight() - line * 2;
-    painter.drawPixmap(line, line * 3 / 2, pixmap(u"kalmo"_s, sign, devicePixelRatioF()));
-    const int left = line * 2 + sign;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(signBack);
+    painter.drawRoundedRect(line * 3 / 2, line * 3 / 2, sign, sign, line, line);
+    painter.drawPixmap(line * 3 / 2, line * 3 / 2, pixmap(u"kalmo"_s, sign, devicePixelRatioF()));
+    const int left = line * 5 / 2 + sign;
     QRect place(left, line * 2, width() - left - line, QFontMetrics(titleFont(font())).height());
     painter.setFont(titleFont(font()));
     painter.setPen(Qt::white);

@@ -4,7 +4,7 @@
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
 #include "ui/controls/LinkButton.h"
-#include "ui/controls/ucHeadline.h"
+#include "ui/controls/RuledCaption.h"
 #include "ui/forms/StorageChoice.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/icons/Icons.h"
@@ -84,7 +84,7 @@ frmEinstellungen::frmEinstellungen(Program& program, QWidget* parent) : QDialog(
 
 void frmEinstellungen::addPortRows(QVBoxLayout& rows)
 {
-    rows.addWidget(new ucHeadline(u"Anschluss"_s, this));
+    rows.addWidget(new RuledCaption(u"ucHeadline1"_s, u"Anschluss"_s, this));
     cmbCom = new QComboBox(this);
     cmbCom->setObjectName(u"cmbCom"_s);
     cmbCom->setAccessibleName(u"Anschluss des Telefons"_s);
@@ -116,7 +116,7 @@ void frmEinstellungen::addPortRows(QVBoxLayout& rows)
 void frmEinstellungen::addStorageRows(QVBoxLayout& rows)
 {
     rows.addSpacing(fontMetrics().height() / 2);
-    rows.addWidget(new ucHeadline(u"Datensicherung"_s, this));
+    rows.addWidget(new RuledCaption(u"ucHeadline2"_s, u"Datensicherung"_s, this));
     chkAutoBackup = addCheck(rows, u"chkAutoBackup"_s,
                              u"Listen &automatisch sichern, bevor sie ins Telefon "
                              u"geschrieben werden"_s,
@@ -146,7 +146,7 @@ void frmEinstellungen::addStorageRows(QVBoxLayout& rows)
 void frmEinstellungen::addMessageRows(QVBoxLayout& rows)
 {
     rows.addSpacing(fontMetrics().height() / 2);
-    rows.addWidget(new ucHeadline(u"Hinweise und Telefonbuch"_s, this));
+    rows.addWidget(new RuledCaption(u"ucHeadline3"_s, u"Hinweise und Telefonbuch"_s, this));
     chkSwWarnung =
         addCheck(rows, u"chkSwWarnung"_s, u"&Warnen, wenn eine geänderte Liste noch nicht geschrieben ist"_s,
                  u"Fragt beim Wechsel der Funktion; beim Beenden wird immer gefragt"_s);

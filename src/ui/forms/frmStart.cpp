@@ -52,6 +52,9 @@ frmStart::frmStart(QWidget* parent) : QWidget(parent, Qt::Window | Qt::MSWindows
     progbarStart->setAccessibleName(u"Fortschritt der Suche"_s);
     progbarStart->setTextVisible(false);
     progbarStart->setRange(0, 1);
+    QPalette groove = progbarStart->palette();
+    groove.setColor(QPalette::Base, QColor(0xd7, 0xec, 0xfa));
+    progbarStart->setPalette(groove);
     lblEsc = new QPushButton(u"Suche &abbrechen"_s, picPreload);
     lblEsc->setObjectName(u"lblEsc"_s);
     lblEsc->setToolTip(u"Die Suche nach dem Telefon beenden (Esc)"_s);

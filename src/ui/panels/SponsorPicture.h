@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QSvgRenderer>
+
+namespace kalmo::ui {
+
+/// A drawing that can be pressed, in its own proportions and as large as there is room.
+class SponsorPicture : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit SponsorPicture(const QString& file, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QSvgRenderer m_drawing;
+};
+
+} // namespace kalmo::ui

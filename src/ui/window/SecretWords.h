@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+class QWidget;
+
+namespace kalmo::ui {
+
+/// Listens to what is typed in a window, wherever its focus is. One word shows frmFun in the window's place;
+/// another has the window's caption say thanks, running, until the next key leaves it empty.
+class SecretWords : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Belongs to the window and listens from now on.
+    explicit SecretWords(QWidget* window);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void typed(const QString& text);
+    void showFun();
+    void startCredits();
+    void moveCaption();
+
+    QWidget* m_window;
+    QString m_typed;
+    QTimer tmrCredits;
+};
+
+} // namespace kalmo::ui
