@@ -289,9 +289,10 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
                  u"Programmautor."_s.arg(sent)
                      .arg(bytes.size()),
          .icon = Icon::Exclamation,
-         .english =
-             u"The line took %1 of %2 bytes: it is gone. Restart the phone before the next try."_s.arg(sent)
-                 .arg(bytes.size())});
+         .english = u"The line took %1 of %2 bytes: it is gone. Switch the handset off and on before the "
+                    u"next try, or say "
+                    u"\"kalmoctl recover\" when the line is back."_s.arg(sent)
+                        .arg(bytes.size())});
     m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
     ClosePort();
     m_context.ending.EndProgram();

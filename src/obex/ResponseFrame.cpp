@@ -12,6 +12,7 @@ enum HeaderId : uchar { Body = 0x48, EndOfBody = 0x49, ApplicationParameters = 0
 
 constexpr qsizetype headSize = 3; // of a header with a length
 constexpr qsizetype lengthHeaderSize = 5;
+constexpr qsizetype connectAnswerSize = 4; // version, flags, largest frame
 
 int byteAt(const QByteArray& bytes, qsizetype index)
 {
@@ -65,6 +66,12 @@ ConnectAnswer readConnectAnswer(const QByteArray& payload)
 {
     const int maxPacket = byteAt(payload, 2) << 8 | byteAt(payload, 3);
     return {byteAt(payload, 0), byteAt(payload, 1), static_cast<qint16>(maxPacket)};
+}
+
+bool isConnectAnswer(const QByteArray& payload)
+{
+    constexpr int majorVersion = 1; // no header begins with such a byte
+    return payload.size() >= connectAnswerSize && byteAt(payload, 0) >> 4 == majorVersion;
 }
 
 qint32 readSpaceAnswer(const QByteArray& payload)

@@ -44,6 +44,9 @@ struct ConnectAnswer
     qint16 maxPacket = 0; ///< largest frame that the phone takes, with a sign
 };
 ConnectAnswer readConnectAnswer(const QByteArray& payload);
+/// Whether a payload can be that of the response to a connect: it alone begins with the version of the
+/// protocol.
+bool isConnectAnswer(const QByteArray& payload);
 
 /// Number in the application parameters of a response, behind tag and length.
 qint32 readSpaceAnswer(const QByteArray& payload);

@@ -55,6 +55,13 @@ public:
     /// Connects to a target on an open channel, which may be connected to the other one.
     bool connect(const toolkit::Progress& progress, Target target);
 
+    /// False once a wait has ended without the phone's answer. It may still come, and frames carry no number,
+    /// so that it would be taken for the answer to the next request: until getInStep() nothing goes out but
+    /// what Offline needs. Every operation that is not part of another one gets in step first.
+    bool isInStep() const { return m_inStep; }
+    /// Connects anew, which has an answer that is like no other, and goes back to the current folder.
+    bool getInStep();
+
     OnlineState IsOnline() const { return m_isOnline; }
     Channel ChannelState() const { return m_channelState; }
     /// "Mobile:\" or a folder below it; empty where it is not known.
@@ -173,6 +180,7 @@ private:
     void setDirAct(const QString& folder);
 
     bool disconnect();
+    int receiveConnectAnswer(QByteArray& payload, bool isInStep);
     bool closeChannel();
     void takeConnectAnswer(const QByteArray& payload);
 
@@ -204,11 +212,13 @@ private:
     int m_busy = 0;
     bool m_stopAsked = false;
     bool m_abandoned = false;
+    bool m_inStep = true;
     bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
 
     OnlineState m_isOnline = Connecting;
     bool m_hasConnection = false; // on this channel, to whichever target
     Channel m_channelState = ChannelMoving;
+    Target m_target = Target::FlexMemory; // of the last connect
     double m_rxTimeOut = 25;
     int m_maxPacket = smallestPacket;
     QString m_dirAct;

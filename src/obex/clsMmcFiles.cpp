@@ -56,7 +56,7 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
     if (reCode)
         *reCode = ChannelNotOpen;
     const Operation operation(*this, u"Del"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     const QString sent = nameForPhone(name);
     if (force) {
@@ -79,7 +79,7 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
 bool clsMmc::Rename(const QString& oldPath, const QString& newPath, const Progress& progress)
 {
     const Operation operation(*this, u"Rename"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     const Busy busy(*this);
     const QByteArray from = wirePath(oldPath);
@@ -99,7 +99,7 @@ bool clsMmc::Rename(const QString& oldPath, const QString& newPath, const Progre
 bool clsMmc::SetAttrib(const QString& name, const QString& group, const QString& user, bool silent)
 {
     const Operation operation(*this, u"SetAttrib"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     const Busy busy(*this);
     const QString text = u"\"%1\"\"%2\""_s.arg(user, group);
@@ -131,7 +131,7 @@ bool clsMmc::getSpace(int query, qint32& bytes, const Progress& progress, bool u
     const QString subject = row.subject.toString();
     bytes = 0;
     const Operation operation(*this, name, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     qint32& cached = m_space[query];
     if (useCache && cached != 0) {

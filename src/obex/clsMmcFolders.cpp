@@ -31,7 +31,7 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
                  const QStringList* filter, QString* decoded)
 {
     const Operation operation(*this, u"Dir"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     log(u"Enter"_s, u"Function=Dir ("_s + m_dirAct + u")="_s);
     const QPointer<ListRows> rows = list;
@@ -86,7 +86,7 @@ bool clsMmc::changeFolder(const QString& path, bool allowCreation)
 bool clsMmc::Cd(const QString& path, bool allowCreation)
 {
     const Operation operation(*this, u"Cd"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     log(u"Enter"_s, u"Cd ("_s + path + u')');
     Busy busy(*this);
@@ -101,7 +101,7 @@ bool clsMmc::Cd(const QString& path, bool allowCreation)
 bool clsMmc::Md(const QString& path)
 {
     const Operation operation(*this, u"Md"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     log(u"Enter"_s, u"Md ("_s + path + u')');
     const Busy busy(*this);
@@ -111,7 +111,7 @@ bool clsMmc::Md(const QString& path)
 bool clsMmc::CdRoot()
 {
     const Operation operation(*this, u"CdRoot"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     setDirAct({});
     const Busy busy(*this);
@@ -128,7 +128,7 @@ bool clsMmc::CdRoot()
 bool clsMmc::CdNull()
 {
     const Operation operation(*this, u"CdNull"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     setDirAct({});
     const Busy busy(*this);
@@ -142,7 +142,7 @@ bool clsMmc::CdNull()
 bool clsMmc::CdUp()
 {
     const Operation operation(*this, u"CdUp"_s);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     if (m_dirAct == rootPath()) {
         log(u"Exit"_s, u"CdUp=OK, already in RootDir"_s);
@@ -179,14 +179,14 @@ bool clsMmc::CDluidNT()
 bool clsMmc::DirActRestore()
 {
     const Operation operation(*this, u"DirActRestore"_s);
-    return operation.isAllowed() && CdRoot() && Cd(m_dirActSaved, true);
+    return operation.mayBegin() && CdRoot() && Cd(m_dirActSaved, true);
 }
 
 bool clsMmc::GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
                                const Progress& progress, const QString& parent)
 {
     const Operation operation(*this, u"GetFolderInfosRec"_s, progress);
-    return operation.isAllowed() && walkFolder(folder, totalSize, fileCount, parent, 0);
+    return operation.mayBegin() && walkFolder(folder, totalSize, fileCount, parent, 0);
 }
 
 bool clsMmc::walkFolder(const QString& folder, qint64& totalSize, int& fileCount, const QString& parent,

@@ -18,6 +18,10 @@ public:
     /// False in an event handler in the middle of another exchange: the operation must not begin.
     bool isAllowed() const { return m_allowed; }
 
+    /// The same for what sends requests on a connection; the outermost operation gets in step first. False
+    /// has been told then.
+    bool mayBegin() const { return m_allowed && (m_client.m_depth > 1 || m_client.getInStep()); }
+
     /// Where to report. The caller's own progress may be gone after any yield.
     const toolkit::Progress& progress() const { return m_client.m_progress; }
 

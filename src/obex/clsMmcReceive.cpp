@@ -39,6 +39,8 @@ int clsMmc::TxObx(const QByteArray& frame)
         return RequestTooLong;
     if (m_stopAsked && !m_pastStop)
         return Cancelled;
+    if (!m_inStep && !m_pastStop)
+        return Timeout;
     m_line.TxDirect(frame);
     return 0;
 }
@@ -60,6 +62,7 @@ int clsMmc::afterSilence(const QByteArray& buffer)
     log(u"RxObxFra (ASC)"_s, u"Timeout Buffer:"_s + fromCp1252(buffer));
     log(u"RxObxFra (HEX)"_s, u"Timeout Buffer: "_s + HexFromText(buffer));
     m_line.markDirty();
+    m_inStep = false;
     return m_stopAsked && !m_pastStop ? Cancelled : Timeout;
 }
 

@@ -27,6 +27,8 @@ struct StopBox : toolkit::CancelBox
     CancelBox* box;
 };
 
+constexpr int mostLateAnswers = 5;
+
 QString displayName(Target target)
 {
     return target == Target::IrMC ? u"IrMC"_s : u"FlexMemory / MMC"_s;
@@ -59,6 +61,7 @@ bool clsMmc::Online(const Progress& progress, Target target)
     m_hasConnection = false;
     if (!opened)
         return false;
+    m_inStep = true;
     if (m_stopAsked) {
         closeChannel();
         return false;
@@ -75,11 +78,15 @@ bool clsMmc::connect(const Progress& progress, Target target)
     m_isOnline = Connecting;
     m_progress.start(0, 1);
     m_progress.status(displayName(target) + u" wird geöffnet..."_s);
+    m_target = target;
+    const bool wasInStep = std::exchange(m_inStep, true);
     QByteArray payload;
     int code = TxObx(connectFrame(target));
     m_progress.step();
     if (code == 0)
-        code = RxObxFra(payload);
+        code = receiveConnectAnswer(payload, wasInStep);
+    else
+        m_inStep = wasInStep;
     if (isSuccess(code)) {
         takeConnectAnswer(payload);
         m_progress.status(displayName(target) + u" geöffnet."_s);
@@ -89,6 +96,27 @@ bool clsMmc::connect(const Progress& progress, Target target)
     }
     m_progress.hide();
     return isSuccess(code);
+}
+
+/// Out of step, passes over late answers to earlier requests.
+int clsMmc::receiveConnectAnswer(QByteArray& payload, bool isInStep)
+{
+    int code = RxObxFra(payload);
+    for (int late = 0; !isInStep && code >= 0 && !isConnectAnswer(payload); ++late) {
+        log(u"Warning:"_s, u"A late answer is passed over: &H"_s + hexCode(code));
+        code = late < mostLateAnswers ? RxObxFra(payload) : Timeout;
+    }
+    m_inStep = m_inStep && code >= 0;
+    return code;
+}
+
+bool clsMmc::getInStep()
+{
+    if (m_inStep || m_isOnline != Connected || m_stopAsked) // nothing would go out
+        return true;
+    const QString folder = withoutRoot(m_dirAct);
+    const Operation operation(*this, u"getInStep"_s);
+    return operation.isAllowed() && connect(m_progress, m_target) && (folder.isEmpty() || Cd(folder, false));
 }
 
 void clsMmc::takeConnectAnswer(const QByteArray& payload)
@@ -129,7 +157,8 @@ bool clsMmc::disconnect()
     m_progress.status(u"OBEX Verbindung wird geschlossen..."_s);
     QByteArray payload;
     const int code = request(disconnectFrame(), payload);
-    if (isSuccess(code)) {
+    const bool mayBeLate = !m_inStep && code >= 0; // then the phone's own answer comes behind it
+    if (isSuccess(code) || mayBeLate) {
         m_isOnline = Disconnected;
         m_hasConnection = false;
         m_progress.status(u"OBEX Verbindung geschlossen."_s);

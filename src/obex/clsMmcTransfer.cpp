@@ -38,7 +38,7 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
     if (reCode)
         *reCode = ChannelNotOpen;
     const Operation operation(*this, u"GetFile"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     log(u"Enter"_s, u"Function=GetFile ("_s + name + u')');
     m_progress.status(u"Empfange "_s + name + u"..."_s);
@@ -90,7 +90,7 @@ void clsMmc::stamp(const QString& name, const QString& targetFile)
 bool clsMmc::PutFile(const QString& localPath, const Progress& progress)
 {
     const Operation operation(*this, u"PutFile"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     log(u"Enter"_s, u"PutFile ("_s + localPath + u')');
     Busy busy(*this);

@@ -112,8 +112,8 @@ void ClassicDialogs::whatIsLoadedIsSaved()
     QFETCH(QString, date);
     QFETCH(QString, sound);
     QFETCH(QString, vip);
-    const ClassicEntry entry{u"Anna"_s, u"+49301"_s, date, sound, vip.isEmpty() ? QString() : u"Ja"_s, vip,
-                             u"7"_s};
+    const ClassicEntry entry{u"Anna"_s, u"+49301"_s, date, sound, vip.isEmpty() ? QString() : u"Ja"_s,
+                             vip,       u"7"_s};
     Phonebook phonebook(model);
     phonebook.add(entry);
     phonebook.add({.name = u"Berta"_s, .number = u"2"_s});
@@ -138,8 +138,7 @@ void ClassicDialogs::newEntry()
     child<QCheckBox>(phonebook.form, "chkUsebDate").setChecked(true);
     child<QCheckBox>(phonebook.form, "chkVip").setChecked(true);
     phonebook.save();
-    const ClassicEntry made{u"Carl"_s,      u"3"_s,  u"21.11  00:00"_s,
-                            u"Melodie 1"_s, u"Ja"_s, u"Melodie 1"_s};
+    const ClassicEntry made{u"Carl"_s, u"3"_s, u"21.11  00:00"_s, u"Melodie 1"_s, u"Ja"_s, u"Melodie 1"_s};
     QCOMPARE(phonedata::classicEntries(*phonebook.list),
              std::vector<ClassicEntry>({{.name = u"Anna"_s, .number = u"1"_s}, made}));
     QVERIFY(phonebook.memory.TbDirty);
@@ -178,7 +177,8 @@ void ClassicDialogs::familyDecidesOnSounds()
     Phonebook micro(u"WOODSTOCK"_s);
     QCOMPARE(child<QComboBox>(micro.form, "cmbAlarm").count(), 11);
     QVERIFY(!child<QCheckBox>(micro.form, "chkVip").isEnabled());
-    QCOMPARE(child<QComboBox>(micro.form, "cmbVipSnd").currentText(), u"Nicht vom Gigaset micro unterstützt"_s);
+    QCOMPARE(child<QComboBox>(micro.form, "cmbVipSnd").currentText(),
+             u"Nicht vom Gigaset micro unterstützt"_s);
 
     Phonebook other(u"GALICIA"_s);
     ui::frmTBentry form(other.program, *other.list); // with the melodies that are known now
@@ -205,7 +205,8 @@ void ClassicDialogs::provider()
     QVERIFY(!made.memory.NeDirty);
     child<QLineEdit>(form, "txtNr").setText(u"01033"_s);
     child<QPushButton>(form, "cmdSpeicher").click();
-    QCOMPARE(phonedata::providerEntries(*list), std::vector({phonedata::ProviderEntry{u"Alt"_s, u"01033"_s}}));
+    QCOMPARE(phonedata::providerEntries(*list),
+             std::vector({phonedata::ProviderEntry{u"Alt"_s, u"01033"_s}}));
     QVERIFY(made.memory.NeDirty);
 }
 

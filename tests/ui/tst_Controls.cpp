@@ -192,7 +192,8 @@ void Controls::gauge_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("low");
 
-    const auto row = [](const char* name, qint64 total, qint64 free, int maximum, const char* text, bool low) {
+    const auto row = [](const char* name, qint64 total, qint64 free, int maximum, const char* text,
+                        bool low) {
         QTest::newRow(name) << total << free << maximum << QString::fromLatin1(text) << low;
     };
     row("scale 1", 10000, 5000, 10001, "50% frei (4.9kB von 9.8kB)", true);

@@ -177,11 +177,12 @@ void FileSystemPanel::downloads()
 void FileSystemPanel::hostileNamesStayInTheFolder()
 {
     Panel made({.faults = {.hostileNames = true}});
-    made.select({u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_CON"_s, u"FIL_"_s + QString(300, u'L'),
-                 u"FIL_Liesmich.txt"_s});
+    made.select(
+        {u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_CON"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
     made.expectTarget();
-    made.expect(u"Gespeichert im Ordner %1:\nLiesmich.txt\n\nNicht gespeichert, weil Dateien auf diesem "
-                u"Computer nicht so heißen können:\n..\nC:x.txt\nCON\n%2…"_s.arg(made.target, QString(60, u'L')));
+    made.expect(
+        u"Gespeichert im Ordner %1:\nLiesmich.txt\n\nNicht gespeichert, weil Dateien auf diesem "
+        u"Computer nicht so heißen können:\n..\nC:x.txt\nCON\n%2…"_s.arg(made.target, QString(60, u'L')));
     made.save(1);
     QCOMPARE(made.saved(), QStringList{u"Liesmich.txt"_s});
 }

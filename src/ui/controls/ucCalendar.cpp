@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QStyle>
+#include <QTextCharFormat>
 #include <QToolButton>
 
 #include <algorithm>
@@ -42,6 +43,8 @@ ucCalendar::ucCalendar(app::Context& context, QWidget* parent)
     layOut();
     m_mvw->setNavigationBarVisible(false);
     m_mvw->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        m_mvw->setWeekdayTextFormat(day, {}); // red can't be read on a dark ground
     m_mvw->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
     m_mvw->setSelectedDate(m_savedValue);
     updateCombos();

@@ -1,12 +1,31 @@
 #include "ui/controls/ucHeadline.h"
 
+<<<<<<< HEAD
+#include <QFrame>
+=======
 #include "ui/icons/Icons.h"
 
+>>>>>>> ui-window
 #include <QHBoxLayout>
 #include <QLabel>
 
 namespace kalmo::ui {
 
+<<<<<<< HEAD
+ucHeadline::ucHeadline(const QString& caption, QWidget* parent) : QWidget(parent)
+{
+    auto* label = new QLabel(caption, this);
+    QFont bold = label->font();
+    bold.setWeight(QFont::DemiBold);
+    bold.setPointSizeF(bold.pointSizeF() * 1.1);
+    label->setFont(bold);
+    auto* rule = new QFrame(this);
+    rule->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(label);
+    row->addWidget(rule, 1);
+=======
 namespace {
 
 constexpr int pictureSize = 32; // logical pixels
@@ -37,6 +56,7 @@ ucHeadline::ucHeadline(const QString& iconName, const QString& title, const QStr
     layout->setSpacing(layout->spacing() * 2);
     layout->addWidget(picture, 0, Qt::AlignTop);
     layout->addLayout(texts, 1);
+>>>>>>> ui-window
 }
 
 } // namespace kalmo::ui

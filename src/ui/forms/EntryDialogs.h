@@ -11,6 +11,9 @@ namespace kalmo::ui {
 
 /// What the dialogs that edit an entry have in common.
 
+/// Gives a layout the margins and distances that all of them have, in proportion to the font.
+void makeRoom(QLayout& layout);
+
 /// A row of a form: the label, which may hold a mnemonic, and its field.
 QLabel* addField(QFormLayout& form, const QString& label, QWidget* field);
 

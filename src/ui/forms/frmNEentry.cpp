@@ -19,6 +19,7 @@ frmNEentry::frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* pare
     setObjectName(u"frmNEentry"_s);
     setWindowTitle(app::productName() + u" - Provider"_s);
     auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
     layout->addWidget(makeNameAndNumber(m_txtName, m_txtNr));
     layout->addStretch();
     layout->addWidget(makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel));

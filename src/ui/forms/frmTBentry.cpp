@@ -50,6 +50,7 @@ frmTBentry::frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* pare
     named(m_calDate, u"calDate"_s);
     named(m_lblSprache, u"lblSprache"_s)->hide();
     auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
     layout->addWidget(makeNameAndNumber(m_txtName, m_txtNr));
     layout->addWidget(makeDatePart());
     layout->addWidget(makeVipPart());
@@ -80,6 +81,7 @@ QWidget* frmTBentry::makeDatePart()
 
     auto* frame = new QGroupBox(u"Jahrestag"_s);
     auto* form = new QFormLayout(frame);
+    makeRoom(*form);
     form->addRow(m_chkUsebDate);
     auto* date = new QHBoxLayout;
     date->addWidget(m_txtbDate, 1);
@@ -101,6 +103,7 @@ QWidget* frmTBentry::makeVipPart()
     named(m_cmbVipSnd, u"cmbVipSnd"_s, u"Klingelton"_s);
     auto* frame = new QGroupBox(u"Wichtiger Anrufer"_s);
     auto* form = new QFormLayout(frame);
+    makeRoom(*form);
     form->addRow(m_chkVip);
     m_lblcmbVipSndPre = named(addField(*form, u"&Klingelton"_s, m_cmbVipSnd), u"lblcmbVipSndPre"_s);
     return frame;

@@ -54,6 +54,7 @@ frmVCFneu::frmVCFneu(Program& program, std::shared_ptr<VcardStore> store, QWidge
         u"tb"_s, u"Eintrag im Telefonbuch"_s,
         u"Speichern überträgt den Eintrag sofort ins Telefon. Er braucht mindestens eine Telefonnummer."_s);
     auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
     layout->addWidget(named(headline, u"ucHeadline"_s));
     QWidget* fields = makeFields();
     layout->addWidget(fields);
@@ -77,6 +78,7 @@ QWidget* frmVCFneu::makeFields()
 {
     auto* frame = named(new QGroupBox(u"Anschrift"_s), u"fraVCFAnschrift"_s);
     auto* form = new QFormLayout(frame);
+    makeRoom(*form);
     addText(*form, u"&Nachname"_s, m_txtNachName, longestName);
     addText(*form, u"&Vorname"_s, m_txtVorname, longestName);
     addNumber(*form, u"Tel. &privat"_s, m_txtTelPrivat);
@@ -138,6 +140,7 @@ void frmVCFneu::loadRow(int row)
     m_txtTelHandy->setText(shown.mobile);
     m_txtTelGeschaeft->setText(shown.work);
     m_txtEmail->setText(shown.email);
+    m_txtEmail->setCursorPosition(0);
     m_lblSpNr->setText(shown.luid);
     if (!m_store->list()->text(row, VcfBirthday).isEmpty())
         loadBirthday(shown.birthday);

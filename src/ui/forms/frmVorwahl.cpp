@@ -40,13 +40,17 @@ const std::array<QString, 4> captions = {
 const QString examples = u"Beispiel Bielefeld, Vorwahl 0521.  A=00 B=49 C=0 D=521\n"
                          u"Beispiel Berlin, Vorwahl 030.  A=00 B=49 C=0 D=30"_s;
 
-constexpr int codeCharacters = 8;  // that a field shows
-constexpr int textCharacters = 76; // width of the dialog's texts
+constexpr int codeCharacters = 12; // that a field shows
+constexpr int captionCharacters = 74;
+constexpr int introductionCharacters = 92;
 
-QLabel* wrapped(const QString& text)
+/// A text of that width or more, with all the height that it takes then.
+QLabel* wrapped(const QString& text, int characters)
 {
     auto* label = new QLabel(text);
     label->setWordWrap(true);
+    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * characters);
+    label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
     return label;
 }
 
@@ -62,10 +66,10 @@ frmVorwahl::frmVorwahl(Program& program, QWidget* parent)
     setObjectName(u"frmVorwahl"_s);
     setWindowTitle(app::productName() + u" - Vorwahlnummern"_s);
     auto* headline = named(new ucHeadline(u"Vw"_s, u"Vorwahlnummern"_s), u"ucHeadline1"_s);
-    QLabel* lblIntro = named(wrapped(introduction), u"lblIntro"_s);
-    lblIntro->setMinimumWidth(fontMetrics().averageCharWidth() * textCharacters);
+    QLabel* lblIntro = named(wrapped(introduction, introductionCharacters), u"lblIntro"_s);
     QWidget* buttons = makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel);
     auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
     layout->addWidget(headline);
     layout->addWidget(lblIntro);
     layout->addWidget(m_chkUseVw);
@@ -86,13 +90,15 @@ QGroupBox* frmVorwahl::makeFields()
 {
     auto* frame = named(new QGroupBox(u"Vorwahlen"_s), u"Frame1"_s);
     auto* grid = new QGridLayout(frame);
+    makeRoom(*grid);
     grid->setColumnStretch(0, 1);
     for (int index = 0; index < std::ssize(m_txtVw); ++index) {
         const QString letter = QString(QChar(u'A' + index));
         auto* field = named(new QLineEdit, u"txtVw%1"_s.arg(index), u"Feld "_s + letter);
-        QLabel* label = wrapped(QString(captions[index]).replace(u"Feld "_s + letter, u"Feld &"_s + letter));
+        const QString mnemonic = u"Feld &"_s + QString(captions[index]).sliced(5);
+        QLabel* label = wrapped(mnemonic, captionCharacters);
         label->setBuddy(field);
-        field->setFixedWidth(field->fontMetrics().averageCharWidth() * codeCharacters * 2);
+        field->setFixedWidth(field->fontMetrics().averageCharWidth() * codeCharacters);
         new LeaveCheck(*field, m_cmdCancel, [this, field] { return keepsFocus(*field); });
         grid->addWidget(label, index, 0);
         grid->addWidget(field, index, 1);

@@ -87,6 +87,7 @@ void download(clsMmc& mmc, const Progress& progress, const QStringList& names, c
 {
     bool stop = false;
     for (const QString& name : names) {
+        stop = stop || progress.cancelled();
         const QString localName = app::safeLocalName(name);
         if (localName.isEmpty()) {
             outcome.impossible.append(name);

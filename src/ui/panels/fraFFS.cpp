@@ -95,14 +95,15 @@ QToolBar* fraFFS::makeToolbar()
         QString key;
         QString caption;
         QString toolTip;
+        QKeySequence shortcut;
         void (fraFFS::*run)();
     };
     const Command commands[] = {
-        {u"open"_s, u"PC -> Tel"_s, u"Datei / Ordner zum Telefon senden"_s, &fraFFS::upload},
-        {u"save"_s, u"PC <- Tel"_s, u"Datei / Ordner vom Telefon empfangen"_s, &fraFFS::showSaveMenu},
-        {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, &fraFFS::deleteSelected},
-        {u"show"_s, u"Öffnen"_s, u"Datei öffnen"_s, &fraFFS::openSelected},
-        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, &fraFFS::refresh},
+        {u"open"_s, u"PC -> Tel"_s, u"Datei / Ordner zum Telefon senden"_s, {}, &fraFFS::upload},
+        {u"save"_s, u"PC <- Tel"_s, u"Datei / Ordner vom Telefon empfangen"_s, {}, &fraFFS::showSaveMenu},
+        {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete, &fraFFS::deleteSelected},
+        {u"show"_s, u"Öffnen"_s, u"Datei öffnen"_s, {}, &fraFFS::openSelected},
+        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, QKeySequence::Refresh, &fraFFS::refresh},
     };
     auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -110,6 +111,9 @@ QToolBar* fraFFS::makeToolbar()
         QAction* action = bar->addAction(icon(u"ffs-"_s + command.key), command.caption);
         action->setObjectName(command.key);
         action->setToolTip(command.toolTip);
+        action->setShortcut(command.shortcut);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
         connect(action, &QAction::triggered, this, command.run);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }

@@ -46,7 +46,7 @@ const QList<CommandRow>& commandTable()
     return table;
 }
 
-bool isEnabled(Command command, int mode, int phoneType)
+bool isOffered(Command command, int mode, int phoneType)
 {
     const int kind = link::hasVcards(phoneType) ? 2 : 1;
     for (const EnablingRow& row : enablingTable) {

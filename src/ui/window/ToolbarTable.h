@@ -23,7 +23,7 @@ const QList<CommandRow>& commandTable();
 
 /// Whether a section that sets the enabling offers the command; `mode` is the `ToolbarMode` that it sets.
 /// Help is always offered.
-bool isEnabled(Command command, int mode, int phoneType);
+bool isOffered(Command command, int mode, int phoneType);
 
 /// One line of a popup menu; a separator where the text is empty.
 struct MenuRow

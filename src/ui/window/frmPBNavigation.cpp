@@ -165,7 +165,7 @@ void frmPB::setMode(int mode, int section)
     m_toolbarMode = mode;
     m_guard.ActiveSection = section;
     for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action)
-        action.value()->setEnabled(isEnabled(action.key(), mode, m_program.context.sy.PhoneType));
+        action.value()->setEnabled(isOffered(action.key(), mode, m_program.context.sy.PhoneType));
 }
 
 void frmPB::showEvent(QShowEvent* event)
