@@ -69,6 +69,8 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     layout->addWidget(makePathRow());
     layout->addWidget(m_lvwFFs, 1);
     layout->addWidget(m_ucFfsMem);
+    setTabOrder(m_tlbFFS->widgetForAction(m_tlbFFS->actions().last()), m_txtFFscDirAct);
+    setTabOrder(m_txtFFscDirAct, m_lvwFFs);
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
