@@ -13,6 +13,7 @@
 #include "ui/window/Notices.h"
 #include "ui/window/PanelStack.h"
 #include "ui/window/Reminders.h"
+#include "ui/window/SecretWords.h"
 #include "ui/window/StatusArea.h"
 
 #include <QMenu>
@@ -79,6 +80,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
                 close();
         },
         Qt::QueuedConnection);
+    new SecretWords(this);
     goTo(u"SPONSOR"_s);
 }
 
