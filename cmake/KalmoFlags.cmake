@@ -17,6 +17,9 @@ if(NOT MSVC)
             -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(kalmo_flags INTERFACE -fsanitize=address,undefined)
     endif()
+    if(KALMO_FUZZ)
+        target_compile_options(kalmo_flags INTERFACE -fsanitize=fuzzer-no-link)
+    endif()
 endif()
 
 # Every .cpp below the given folders belongs to the target, so no source file can be forgotten; only main.cpp is

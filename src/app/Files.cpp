@@ -52,9 +52,21 @@ bool retriesAfter(Context& context, const QString& path, int error)
     return answer == Answer::Retry;
 }
 
-bool makeFolders(const QString& path)
+/// Makes a folder chain and logs a failure. `error` is the system's number, 0 if it has nothing to do with
+/// it.
+bool makeFolders(Context& context, const QString& operation, const QString& path, int& error)
 {
-    return path.size() >= shortestFolder && QDir().mkpath(path) && DirExists(path);
+    error = 0;
+    if (path.size() >= shortestFolder) {
+        errno = 0;
+        if (QDir().mkpath(path) && DirExists(path))
+            return true;
+        error = errno;
+    }
+    context.log.WriteDebugLog(
+        u"Warning"_s,
+        operation + (error != 0 ? u" error creating folder - Err:%1"_s.arg(error) : u" failed "_s + path));
+    return false;
 }
 
 } // namespace
@@ -98,11 +110,11 @@ void emptyFolder(const QString& path)
 
 bool EnsureDirExists(Context& context, const QString& path)
 {
-    if (makeFolders(path))
+    int error = 0;
+    if (makeFolders(context, u"EnsureDirExists"_s, path, error))
         return true;
-    context.log.WriteDebugLog(u"Warning"_s, u"EnsureDirExists failed "_s + path);
     context.dialogs.Show({
-        .text = u"Der Pfad "_s + path +
+        .text = u"Der Pfad "_s + (error != 0 ? u'"' + path + u'"' : path) +
                 u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
         .icon = Icon::Critical,
         .english = u"The folder %1 could not be made."_s.arg(path),
@@ -112,10 +124,8 @@ bool EnsureDirExists(Context& context, const QString& path)
 
 bool EnsureDirExistsNoMsgBox(Context& context, const QString& path)
 {
-    if (makeFolders(path))
-        return true;
-    context.log.WriteDebugLog(u"Warning"_s, u"EnsureDirExistsNoMsgBox failed "_s + path);
-    return false;
+    int error = 0;
+    return makeFolders(context, u"EnsureDirExistsNoMsgBox"_s, path, error);
 }
 
 bool WriteTest(Context& context, const QString& folder)

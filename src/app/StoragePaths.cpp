@@ -59,6 +59,10 @@ bool chooseFirstPath(Context& context)
 bool readPath(Context& context)
 {
     Sy& sy = context.sy;
+    if (!sy.StorageForThisRun.isEmpty()) {
+        usePath(sy, sy.StorageForThisRun, context.platform.SpecialFolder(Folder::Documents, true));
+        return true;
+    }
     const QString stored = context.platform.storagePathValue();
     remark(context, u"StoragePath="_s + stored);
     if (stored.isEmpty())
@@ -187,7 +191,7 @@ bool GetMyPaths(Context& context)
     const PathFault fault = testPath(context);
     if (fault == PathFault::None)
         return true;
-    if (hasUserFolders)
+    if (hasUserFolders && sy.StorageForThisRun.isEmpty())
         offerReset(context, fault);
     return false;
 }

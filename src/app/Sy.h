@@ -24,7 +24,8 @@ struct Sy
 {
     bool debug = false; ///< whether the debug log is written
     StoragePathsRecord Paths;
-    QString DefUserExpRoot; ///< root that exports are offered under
+    QString StorageForThisRun; ///< folder given on the command line, empty for the one that is set
+    QString DefUserExpRoot;    ///< root that exports are offered under
     QString startDate;
     OsVersion osVersion;
     int OsClass = 0; ///< 1 to 6; 1 to 3 are systems without folders per user
@@ -42,6 +43,7 @@ struct Sy
     bool blnTxLfTerminator = false; ///< commands end in CR LF instead of CR
     QString StrStCom;               ///< remarks of the start-up for the log
     QString logPath;
+    bool logKeepsAll = false; ///< a new header goes behind what was logged before, not in its place
 };
 
 } // namespace kalmo::app

@@ -62,7 +62,7 @@ void DebugLog::WriteLogHeader()
     }
     m_clock.WaitSeconds(0.2);
     QFile file(m_sy.logPath);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    if (file.open(QIODevice::WriteOnly | (m_sy.logKeepsAll ? QIODevice::Append : QIODevice::Truncate)))
         file.write(header(m_sy).toUtf8());
 }
 

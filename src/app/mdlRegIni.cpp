@@ -6,6 +6,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
+
+#include <optional>
 
 namespace kalmo::app {
 
@@ -16,12 +19,20 @@ namespace {
 // What the profile functions' buffer of 256 characters holds besides its terminator.
 constexpr int longestValue = 255;
 
-IniFile load(const QString& path)
+constexpr int lockTimeout = 2000; // milliseconds
+
+/// Nothing if there is a file that can't be read, or not to its end.
+std::optional<IniFile> load(const QString& path)
 {
     QFile file(path);
+    if (!file.exists())
+        return IniFile();
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return IniFile::parse(file.readAll());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return {};
+    return IniFile::parse(bytes);
 }
 
 } // namespace
@@ -56,7 +67,7 @@ void Settings::PutIniNumber(const QString& section, const QString& key, double v
 QString Settings::GetIniText(const QString& section, const QString& key, const QString& file,
                              const QString& fallback) const
 {
-    const auto value = load(pathOf(file)).value(section, key);
+    const auto value = load(pathOf(file)).value_or(IniFile()).value(section, key);
     return value.value_or(fallback.isEmpty() ? noValue() : fallback).left(longestValue);
 }
 
@@ -64,14 +75,20 @@ void Settings::PutIniText(const QString& section, const QString& key, const QStr
                           const QString& file)
 {
     const QString path = pathOf(file);
-    IniFile ini = load(path);
-    ini.setValue(section, key, value);
-    writeWholeFile(path, ini.toBytes());
+    // Two programs that set a key each must not lose one. Where no lock can be had, neither can the file be
+    // written.
+    QLockFile lock(path + u".lock"_s);
+    lock.tryLock(lockTimeout);
+    std::optional<IniFile> ini = load(path);
+    if (!ini)
+        return;
+    ini->setValue(section, key, value);
+    writeWholeFile(path, ini->toBytes());
 }
 
 QStringList Settings::keys(const QString& section) const
 {
-    return load(pathOf({})).keys(section);
+    return load(pathOf({})).value_or(IniFile()).keys(section);
 }
 
 } // namespace kalmo::app

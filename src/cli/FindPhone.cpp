@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "cli/Recover.h"
+#include "cli/Tables.h"
 #include "link/mdlSearch.h"
 
 namespace kalmo::cli {
@@ -55,6 +56,11 @@ ExitStatus tellUnknown(Job& job, const QString& rawId)
         return ExitNoPhone;
     }
     const QString key = rawId.contains(u"^WPPN"_s) ? u"BRUSSELS:"_s + rawId : rawId;
+    if (printable(rawId) != rawId) {
+        job.out.error(u"the device at %1 is no handset that Kalmo knows. It answers:\n  %2"_s.arg(
+            job.portName(), printable(rawId)));
+        return ExitNoPhone;
+    }
     job.out.error(
         u"the device at %1 is no handset that Kalmo knows. It answers:\n"
         u"  %2\n"

@@ -83,8 +83,11 @@ ExitStatus showList(Job& job, Store store)
     ListRead read;
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;
+    // An older file may be the better copy.
+    const bool savesFile =
+        !path.isEmpty() && ((!read.entries.empty() && !read.isDoubtful) || !app::FileExists(path));
     QString reason;
-    if (!path.isEmpty() && !app::writeWholeFile(path, entryFileBytes(path, read.entries, store), &reason)) {
+    if (savesFile && !app::writeWholeFile(path, entryFileBytes(path, read.entries, store), &reason)) {
         job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
         return ExitFailed;
     }
@@ -93,8 +96,10 @@ ExitStatus showList(Job& job, Store store)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
-    if (!path.isEmpty())
+    if (savesFile)
         job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(read.entries.size()), path));
+    else if (!path.isEmpty())
+        job.out.note(u"%1 was there already and stays as it is.\n"_s.arg(path));
     if (!read.isDoubtful)
         return ExitDone;
     job.out.error(

@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/StoragePaths.h"
 #include "app/Version.h"
+#include "link/PortChoice.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,18 +14,9 @@ namespace kalmo::cli {
 
 namespace {
 
-constexpr int largestPort = 255;
-
 QString absolute(const QString& path)
 {
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
-/// The device that a word means: a path, or a bare name that stands in /dev.
-QString devicePath(const QString& word)
-{
-    const bool isName = !word.contains(u'/') && QFileInfo::exists(u"/dev/"_s + word);
-    return isName ? u"/dev/"_s + word : absolute(word);
 }
 
 } // namespace
@@ -84,11 +76,12 @@ bool Session::openLog()
         return true;
     m_sy.logPath = absolute(m_invocation.value(u"--log"_s));
     QFile file(m_sy.logPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         m_out.error(u"the log %1 can't be written: %2."_s.arg(m_sy.logPath, file.errorString()));
         return false;
     }
     m_sy.debug = true;
+    m_sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
     return true;
 }
 
@@ -97,13 +90,10 @@ bool Session::choosePort()
     if (!m_invocation.has(u"--port"_s))
         return true;
     const QString word = m_invocation.value(u"--port"_s);
-    const bool isNamed = word.startsWith(u"COM"_s, Qt::CaseInsensitive);
-    bool isNumber = false;
-    int number = (isNamed ? word.sliced(3) : word).toInt(&isNumber);
-    if (!isNumber)
-        number = m_ports.numberForThisRun(devicePath(word));
-    if (number < 1 || number > largestPort) {
-        m_out.error(u"%1 is no port; say a number from 1 to %2, or a device."_s.arg(word).arg(largestPort));
+    const int number = link::portForThisRun(m_ports, word);
+    if (number == 0) {
+        m_out.error(
+            u"%1 is no port; say a number from 1 to %2, or a device."_s.arg(word).arg(link::largestPort));
         return false;
     }
     m_sy.ComNoForThisRun = number;

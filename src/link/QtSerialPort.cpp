@@ -14,6 +14,7 @@ QtSerialPort::QtSerialPort(PortTable& table) : m_table(table)
 bool QtSerialPort::Open(const QString& portName)
 {
     m_fault = {};
+    m_port.close(); // a device that went away a moment ago is still to be closed
     m_lost = false;
     const int number = portName.sliced(portName.lastIndexOf(u"COM"_s) + 3).toInt();
     const QString path = m_table.devicePath(number);
@@ -73,6 +74,9 @@ void QtSerialPort::WriteText(const QByteArray& text)
 
 int QtSerialPort::InCount() const
 {
+    // What the event loop has not fetched yet counts too: it is older than what will be sent next.
+    if (IsOpen() && m_port.bytesAvailable() == 0)
+        m_port.waitForReadyRead(0);
     return IsOpen() ? static_cast<int>(m_port.bytesAvailable()) : 0;
 }
 

@@ -317,7 +317,7 @@ RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::Statu
         }
         yieldUpTo(timeout - elapsed);
         readWaiting(buffer);
-        if (m_context.clock.Timer() > start + timeout) {
+        if (m_context.clock.Timer() > start + timeout || !m_port.IsOpen()) {
             const QString prefix = u"RxDir Timeout (%1) - Exit RX - Buffer: "_s.arg(timeout);
             m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, prefix + fromCp1252(buffer));
             m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, prefix + HexFromText(buffer));

@@ -101,9 +101,11 @@ PassResult PhoneSearch::runPass()
             return PassResult::PortNotOpened;
         if (answered)
             return PassResult::Answered;
-        if (m_next >= m_rates.size() || m_view.aborted())
+        const bool aborted = m_view.aborted();
+        if (m_next < m_rates.size() || aborted)
+            m_line.ClosePort();
+        if (m_next >= m_rates.size() || aborted)
             return PassResult::NobodyAnswered;
-        m_line.ClosePort();
     }
 }
 
@@ -111,12 +113,12 @@ void PhoneSearch::announceRate(int rate)
 {
     app::Sy& sy = m_context.sy;
     const bool withLf = rate == highRateWithLf;
-    sy.blnTxLfTerminator = withLf;
     sy.ComSettings = QString::number(std::abs(rate)) + u",N,8,1"_s;
     remark(u"COM:%1\tSettings: %2"_s.arg(sy.ComNo).arg(sy.ComSettings) +
            (withLf ? u" use LF Terminator"_s : QString()));
     m_view.setStatus(app::ResText(app::TextSearching) + u" COM %1 mit %2 Baud"_s.arg(sy.ComNo).arg(rate) +
                      (withLf ? u"\nModelle M3, S820 und neuer"_s : QString()));
+    sy.blnTxLfTerminator = withLf;
 }
 
 bool PhoneSearch::tryRate(int rate, bool& opened)

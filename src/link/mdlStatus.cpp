@@ -60,10 +60,12 @@ bool parseClock(const QString& answer, QDateTime& dateTime)
         return static_cast<int>(std::clamp(Val(part), -32768.0, 32767.0));
     };
     const qint64 seconds = (number(time[0]) * 60LL + number(time[1])) * 60 + number(time[2]);
-    dateTime = QDateTime(dateFrom(number(date[0]), number(date[1]), number(date[2])), QTime(0, 0));
-    dateTime = QDateTime(dateTime.date(), QTime(0, 0), Qt::UTC).addSecs(seconds);
-    dateTime = QDateTime(dateTime.date(), dateTime.time());
-    return dateTime.isValid();
+    // The phone knows no summer time: an hour that is left out here may well be on its display.
+    const QDateTime shown =
+        QDateTime(dateFrom(number(date[0]), number(date[1]), number(date[2])), QTime(0, 0), Qt::UTC)
+            .addSecs(seconds);
+    dateTime = QDateTime(shown.date(), shown.time());
+    return shown.isValid();
 }
 
 } // namespace

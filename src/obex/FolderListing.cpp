@@ -1,6 +1,7 @@
 #include "obex/FolderListing.h"
 
 #include "app/mdlKonverter.h"
+#include "app/TextReplace.h"
 
 #include <algorithm>
 
@@ -66,7 +67,8 @@ tObxDirEntry entry(EntryKind kind, QStringView line, QStringView nameKey, const 
 qint32 fileSize(QStringView line)
 {
     QString text = line.toString();
-    text.replace(u"size = "_s, u"size="_s).replace(u"size ="_s, u"size="_s);
+    if (text.contains(u"size ="))
+        text.replace(u"size = "_s, u"size="_s).replace(u"size ="_s, u"size="_s);
     return std::max(app::ValInt(attribute(text, u"size=")), 0);
 }
 
@@ -101,8 +103,7 @@ bool endsInOneOf(const QString& name, const QStringList& endings)
 QList<tObxDirEntry> parseFolderListing(const QString& listing, const QString& folder,
                                        const QStringList* filter)
 {
-    QString text = listing;
-    text.replace(u"><"_s, u">\r\n<"_s).replace(u"\"/>"_s, u"\" />"_s);
+    const QString text = app::replacedAll(app::replacedAll(listing, u"><", u">\r\n<"), u"\"/>", u"\" />");
     const bool takesFolders = !filter || (!filter->isEmpty() && filter->first() == addFolders);
     QList<tObxDirEntry> entries;
     for (const QStringView line : QStringTokenizer(text, lineEnd)) {

@@ -50,7 +50,7 @@ public:
     /// that an earlier session left in another state than AT commands is taken back to them first.
     bool Online(const toolkit::Progress& progress, Target target = Target::FlexMemory);
     /// Disconnects and closes the data channel. If the phone does not let go of the connection, the channel
-    /// stays open.
+    /// stays open. A connection that never came about is not disconnected.
     bool Offline(const toolkit::Progress& progress);
     /// Connects to a target on an open channel, which may be connected to the other one.
     bool connect(const toolkit::Progress& progress, Target target);
@@ -216,6 +216,7 @@ private:
     bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
 
     OnlineState m_isOnline = Connecting;
+    bool m_hasConnection = false; // on this channel, to whichever target
     Channel m_channelState = ChannelMoving;
     Target m_target = Target::FlexMemory; // of the last connect
     double m_rxTimeOut = 25;

@@ -58,6 +58,7 @@ bool clsMmc::Online(const Progress& progress, Target target)
     }
     const bool opened = openDataChannel(m_line, stoppable);
     m_channelState = opened ? ChannelOpen : ChannelClosed;
+    m_hasConnection = false;
     if (!opened)
         return false;
     m_inStep = true;
@@ -126,6 +127,7 @@ void clsMmc::takeConnectAnswer(const QByteArray& payload)
         log(u"Warning:"_s, u"MaxPacket=%1 is used as %2"_s.arg(announced).arg(m_maxPacket));
     std::fill(std::begin(m_space), std::end(m_space), 0);
     m_isOnline = Connected;
+    m_hasConnection = true;
     setDirAct(rootPath());
 }
 
@@ -138,7 +140,7 @@ bool clsMmc::Offline(const Progress& progress)
     bool closed = false;
     {
         const QScopedValueRollback inSpite(m_pastStop, true);
-        if (disconnect()) {
+        if (!m_hasConnection || disconnect()) {
             m_line.pause(0.75);
             m_line.pause(0.25);
             closed = closeChannel();
@@ -158,6 +160,7 @@ bool clsMmc::disconnect()
     const bool mayBeLate = !m_inStep && code >= 0; // then the phone's own answer comes behind it
     if (isSuccess(code) || mayBeLate) {
         m_isOnline = Disconnected;
+        m_hasConnection = false;
         m_progress.status(u"OBEX Verbindung geschlossen."_s);
         return true;
     }

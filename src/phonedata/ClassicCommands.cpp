@@ -44,9 +44,10 @@ QString failureText(const StoreJob& job, Store store, const QString& listBackup,
         text += u"\n\nDie Liste, die geschrieben werden sollte, ist gesichert in:\n"_s + listBackup;
     if (!phoneCopy.isEmpty())
         text += u"\n\nDer bisherige Inhalt des Telefons ist gesichert in:\n"_s + phoneCopy;
-    return text +
-           u"\n\nDie Liste im Fenster ist unverändert. Stellen Sie die Verbindung wieder her und führen Sie "
-           u"\"Schreiben\" noch einmal aus, oder öffnen Sie vorher eine dieser Sicherungen."_s;
+    text += u"\n\nDie Liste im Fenster ist unverändert. Stellen Sie die Verbindung wieder her und führen Sie "
+            u"\"Schreiben\" noch einmal aus"_s;
+    const bool isSaved = !listBackup.isEmpty() || !phoneCopy.isEmpty();
+    return text + (isSaved ? u", oder öffnen Sie vorher eine dieser Sicherungen."_s : u"."_s);
 }
 
 } // namespace
@@ -97,12 +98,12 @@ CommandResult writeCommand(const StoreJob& job, Store store)
     QString listBackup;
     if (!backUpList(job, store, listBackup))
         return CommandResult::Failed;
+    const QByteArray saved = listBackup.isEmpty() ? QByteArray() : listBytes(job.list, store);
     QString model;
     if (!link::GetPhoneModelText(job.line, model)) {
         tell(job, u"Das Telefon antwortet nicht."_s);
         return CommandResult::Failed;
     }
-    const QByteArray saved = listBackup.isEmpty() ? QByteArray() : listBytes(job.list, store);
     QString phoneCopy;
     if (!secureContent(job, store, saved, phoneCopy))
         return CommandResult::Refused;
@@ -111,6 +112,10 @@ CommandResult writeCommand(const StoreJob& job, Store store)
         return CommandResult::Failed;
     }
     setDirty(job.memory, store, false);
+    if (certaintyOf(job.memory, store) == Certainty::Doubtful)
+        tell(job, u"Beim Schreiben war die Übertragung gestört. Es ist möglich, dass ein Eintrag doppelt im "
+                  u"Telefon "
+                  u"steht. Bitte lesen Sie die Liste noch einmal ein."_s);
     return CommandResult::Done;
 }
 

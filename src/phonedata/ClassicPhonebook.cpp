@@ -87,16 +87,15 @@ bool prepareStore(const StoreJob& job)
     job.memory.phonebook.becomes({}, Certainty::Known);
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
-    job.context().clock.WaitSeconds(1);
+    job.line.pause(1);
     return true;
 }
 
-bool abandonWrite(const StoreJob& job, int written)
+bool abandonWrite(const StoreJob& job, std::vector<ClassicEntry> held, int written)
 {
-    auto held = classicEntries(job.list);
     held.resize(written);
     job.memory.phonebook.becomes(std::move(held), Certainty::Known);
-    job.context().clock.WaitSeconds(0.5);
+    job.line.pause(0.5);
     CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();
@@ -127,7 +126,7 @@ bool ReadPB_TB(const StoreJob& job)
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
     job.progress.status(u"Lese Telefonbuch..."_s);
-    context.clock.WaitSeconds(0.5);
+    job.line.pause(0.5);
     job.list.clear();
 
     bool doubtful = false;
@@ -144,7 +143,7 @@ bool ReadPB_TB(const StoreJob& job)
             job.list.add(toRow(parsePhonebookReply(reply, job.phoneType(), job.memory.sounds, context.log)));
         context.log.WriteDebugLog(u"ReadPB_TB"_s,
                                   next == NextEntry::Entry ? u"EntryDone"_s : u"EmptyEntrySkipped"_s);
-        context.clock.WaitSeconds(0.1);
+        job.line.pause(0.1);
     }
     job.memory.phonebook.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known);
     const bool closed = CloseStore(job.line, job.progress);
@@ -171,32 +170,36 @@ QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const
 bool WritePB_TB(const StoreJob& job)
 {
     const BusyScope busy(job.window);
-    app::Context& context = job.context();
-    const int count = job.list.count();
+    const std::vector<ClassicEntry> entries = classicEntries(job.list);
+    const int count = static_cast<int>(entries.size());
     job.memory.phonebook.forget();
     if (!EraseStore(job.line, Store::Phonebook, job.progress))
         return false;
     job.memory.phonebook.becomes({}, Certainty::Known);
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
-    context.clock.WaitSeconds(1);
+    job.line.pause(1);
     if (job.phoneType() == typeWithPreparation && count >= leastRowsToPrepare && !prepareStore(job))
         return false;
 
     if (count > 0)
         job.progress.start(0, count);
+    Certainty certainty = Certainty::Known;
     for (int index = 0; index < count; ++index) {
         job.progress.set(index + 1);
         job.progress.status(u"Schreibe Telefonbuch...(%1 von %2)"_s.arg(index + 1).arg(count));
-        job.list.setCurrent(index);
-        const ClassicEntry entry = classicEntryFrom(job.list.row(index));
+        if (index < job.list.count())
+            job.list.setCurrent(index);
         if (job.progress.cancelled() ||
-            !writeNextEntry(job.line, phonebookWriteCommand(entry, job.phoneType(), job.memory.sounds)))
-            return abandonWrite(job, index);
-        context.clock.WaitSeconds(0.2);
+            !writeNextEntry(job.line,
+                            phonebookWriteCommand(entries[index], job.phoneType(), job.memory.sounds)))
+            return abandonWrite(job, entries, index);
+        if (job.line.repeats() > 0)
+            certainty = Certainty::Doubtful; // the phone may have taken it twice
+        job.line.pause(0.2);
     }
-    job.memory.phonebook.becomes(classicEntries(job.list), Certainty::Known);
-    context.clock.WaitSeconds(1);
+    job.memory.phonebook.becomes(entries, certainty);
+    job.line.pause(1);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();

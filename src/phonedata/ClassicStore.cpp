@@ -65,14 +65,14 @@ bool CloseStore(Line& line, const Progress& progress)
                     u" Sekunden)"_s);
     const QByteArray command = closeCommand(phoneType);
     line.Tx(command);
-    line.context().clock.WaitSeconds(closeTimeout);
+    line.pause(closeTimeout);
     QByteArray answer;
     return line.Rx(answer, command, closeTimeout);
 }
 
 bool EraseStore(Line& line, Store store, const Progress& progress)
 {
-    line.context().clock.WaitSeconds(0.5);
+    line.pause(0.5);
     progress.status(u"Lösche Telefonbuch...(Dauer: bis zu 180 Sekunden)"_s);
     QByteArray answer;
     const bool erased = line.exchange(answer, "AT^WSEL=" + wireName(store) + '\r', eraseTimeout);

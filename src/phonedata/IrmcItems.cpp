@@ -4,6 +4,7 @@
 
 #include "app/CodePage.h"
 #include "app/mdlKonverter.h"
+#include "app/TextReplace.h"
 #include "obex/clsMmcOperation.h"
 #include "phonedata/VcfText.h"
 
@@ -105,7 +106,7 @@ bool VcxRead(clsMmc& client, qint32 kind, QString& text, const Progress& progres
             code = obex::Cancelled;
         QByteArray bytes;
         if (code != obex::Cancelled && client.GetFile(object, bytes, operation.progress(), {}, &code, true)) {
-            text = VcfStripCharset(replacedAll(app::fromCp1252(bytes), u"=\r\n"));
+            text = VcfStripCharset(app::replacedAll(app::fromCp1252(bytes), u"=\r\n"));
             return true;
         }
         if (isBusy(code))

@@ -10,6 +10,8 @@
 
 namespace kalmo::phonedata {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Key = QPair<QString, QString>;
@@ -77,6 +79,12 @@ ListDiff diffLists(const std::vector<ClassicEntry>& held, const std::vector<Clas
 ClassicEntry asHeld(const ClassicEntry& entry, Store store, int phoneType, const SoundList& sounds,
                     app::DebugLog& log)
 {
+    // The phone sends an entry without a name in a form of its own, which is read under a name.
+    if (entry.name.isEmpty()) {
+        ClassicEntry named = entry;
+        named.name = u"Ohne Name"_s;
+        return asHeld(named, store, phoneType, sounds, log);
+    }
     if (store == Store::Providers)
         return {.name = app::fromCp1252(app::toCp1252(entry.name)),
                 .number = app::fromCp1252(app::toCp1252(entry.number))};

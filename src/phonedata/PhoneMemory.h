@@ -3,6 +3,8 @@
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/SoundList.h"
 
+#include <QDateTime>
+
 #include <array>
 
 namespace kalmo::phonedata {
@@ -20,6 +22,7 @@ struct StoreContent
 {
     Certainty certainty = Certainty::Unknown;
     std::vector<Entry> entries;
+    QDateTime since; ///< when it was read or written; the phone may have changed it by itself later
 
     void becomes(std::vector<Entry> now, Certainty how)
     {
@@ -48,6 +51,14 @@ struct PhoneMemory
     StoreContent<ProviderEntry> providers;
     SoundList sounds;
     std::array<SoundSetting, soundEventCount> soundSettings;
+
+    /// After a search another handset may hang on the line.
+    void forget()
+    {
+        phonebook.forget();
+        providers.forget();
+        sounds.clear();
+    }
 };
 
 } // namespace kalmo::phonedata

@@ -16,9 +16,8 @@ bool abandonRead(const StoreJob& job)
     return false;
 }
 
-bool abandonWrite(const StoreJob& job, int written)
+bool abandonWrite(const StoreJob& job, std::vector<ProviderEntry> held, int written)
 {
-    auto held = providerEntries(job.list);
     held.resize(written);
     job.memory.providers.becomes(std::move(held), Certainty::Known);
     CloseStore(job.line, job.progress);
@@ -42,12 +41,11 @@ ProviderEntry parseProviderReply(const QByteArray& reply)
 bool ReadPB_NE(const StoreJob& job)
 {
     const BusyScope busy(job.window);
-    app::Context& context = job.context();
     if (!OpenStore(job.line, Store::Providers, job.progress))
         return false;
     job.progress.status(u"Lese Provider..."_s);
     job.list.clear();
-    context.clock.WaitSeconds(0.5);
+    job.line.pause(0.5);
 
     bool doubtful = false;
     QByteArray reply;
@@ -59,11 +57,11 @@ bool ReadPB_NE(const StoreJob& job)
             return abandonRead(job);
         if (next == NextEntry::Entry)
             job.list.add(toRow(parseProviderReply(reply)));
-        context.clock.WaitSeconds(0.1);
+        job.line.pause(0.1);
     }
     job.memory.providers.becomes(providerEntries(job.list),
                                  doubtful ? Certainty::Doubtful : Certainty::Known);
-    context.clock.WaitSeconds(0.2);
+    job.line.pause(0.2);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     return closed;
@@ -72,32 +70,35 @@ bool ReadPB_NE(const StoreJob& job)
 bool WritePB_NE(const StoreJob& job)
 {
     const BusyScope busy(job.window);
-    app::Context& context = job.context();
-    const int count = job.list.count();
+    const std::vector<ProviderEntry> entries = providerEntries(job.list);
+    const int count = static_cast<int>(entries.size());
     job.memory.providers.forget();
     if (!EraseStore(job.line, Store::Providers, job.progress))
         return false;
     job.memory.providers.becomes({}, Certainty::Known);
     const bool opened = OpenStore(job.line, Store::Providers, job.progress);
-    context.clock.WaitSeconds(0.5);
+    job.line.pause(0.5);
     if (!opened)
         return false;
 
     if (count > 0)
         job.progress.start(0, count);
+    Certainty certainty = Certainty::Known;
     for (int index = 0; index < count; ++index) {
         job.progress.status(u"Schreibe Provider...(%1 von %2)"_s.arg(index + 1).arg(count));
         job.progress.set(index + 1);
-        job.list.setCurrent(index);
-        const ProviderEntry entry = providerEntryFrom(job.list.row(index));
-        const QByteArray command =
-            "AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number) + '\r';
+        if (index < job.list.count())
+            job.list.setCurrent(index);
+        const QByteArray command = "AT^WSWE=" + lengthPrefixed(entries[index].name) + ',' +
+                                   lengthPrefixed(entries[index].number) + '\r';
         if (job.progress.cancelled() || !writeNextEntry(job.line, command))
-            return abandonWrite(job, index);
-        context.clock.WaitSeconds(0.2);
+            return abandonWrite(job, entries, index);
+        if (job.line.repeats() > 0)
+            certainty = Certainty::Doubtful; // the phone may have taken it twice
+        job.line.pause(0.2);
     }
-    job.memory.providers.becomes(providerEntries(job.list), Certainty::Known);
-    context.clock.WaitSeconds(0.5);
+    job.memory.providers.becomes(entries, certainty);
+    job.line.pause(0.5);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();

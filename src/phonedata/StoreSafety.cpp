@@ -24,11 +24,37 @@ bool askToGoOn(const StoreJob& job, const QString& german, const QString& englis
     return answer == Answer::Yes;
 }
 
-/// Reads the store once more, beside the list that is about to be written.
-void learnContent(const StoreJob& job, Store store)
+/// Whoever edits a list may meanwhile get a call, use the handset's own keys, or put another one on the
+/// cable.
+constexpr qint64 trustedFor = 120; // seconds
+
+template <typename Content>
+bool isFresh(const StoreJob& job, const Content& content)
 {
+    return content.certainty != Certainty::Unknown &&
+           content.since.secsTo(job.context().clock.Now()) <= trustedFor;
+}
+
+/// Reads the store once more, beside the list that is about to be written. If that fails, what was known
+/// before is still worth saving, but no longer certain.
+template <typename Content>
+void learnContent(const StoreJob& job, Store store, Content& content)
+{
+    if (isFresh(job, content))
+        return;
+    const Content before = content;
     const auto scratch = makeRows(store);
     readStore({job.line, job.memory, *scratch, job.window, job.progress}, store);
+    if (content.certainty != Certainty::Unknown || before.certainty == Certainty::Unknown)
+        return;
+    content = before;
+    content.certainty = Certainty::Doubtful;
+}
+
+void noteTime(const StoreJob& job, Store store)
+{
+    (store == Store::Phonebook ? job.memory.phonebook.since : job.memory.providers.since) =
+        job.context().clock.Now();
 }
 
 } // namespace
@@ -46,12 +72,16 @@ int entriesInPhone(const PhoneMemory& memory, Store store)
 
 bool readStore(const StoreJob& job, Store store)
 {
-    return store == Store::Phonebook ? ReadPB_TB(job) : ReadPB_NE(job);
+    const bool read = store == Store::Phonebook ? ReadPB_TB(job) : ReadPB_NE(job);
+    noteTime(job, store);
+    return read;
 }
 
 bool writeStore(const StoreJob& job, Store store)
 {
-    return store == Store::Phonebook ? WritePB_TB(job) : WritePB_NE(job);
+    const bool written = store == Store::Phonebook ? WritePB_TB(job) : WritePB_NE(job);
+    noteTime(job, store);
+    return written;
 }
 
 std::unique_ptr<toolkit::ListRows> makeRows(Store store)
@@ -78,8 +108,10 @@ QString backupExtension(Store store)
 bool secureContent(const StoreJob& job, Store store, const QByteArray& savedBytes, QString& path)
 {
     path.clear();
-    if (certaintyOf(job.memory, store) == Certainty::Unknown)
-        learnContent(job, store);
+    if (store == Store::Phonebook)
+        learnContent(job, store, job.memory.phonebook);
+    else
+        learnContent(job, store, job.memory.providers);
     const Certainty certainty = certaintyOf(job.memory, store);
     if (certainty == Certainty::Unknown)
         return askToGoOn(

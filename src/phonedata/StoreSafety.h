@@ -23,7 +23,8 @@ QByteArray contentBytes(const PhoneMemory& memory, Store store);
 QString backupExtension(Store store);
 
 /// Sees to it that what a store in the phone holds is on disk before it is erased: reads the store if its
-/// content isn't known, and saves it unless `savedBytes`, which is on disk already, is the same. Where that
+/// content isn't known, or was read longer ago than the phone can be trusted to be the same and unchanged,
+/// and saves it unless `savedBytes`, which is on disk already, is the same. Where that
 /// can't be had the user decides. `path` is the copy, empty if none was needed. False: do not erase.
 bool secureContent(const StoreJob& job, Store store, const QByteArray& savedBytes, QString& path);
 

@@ -9,8 +9,6 @@
 #include "phonedata/VcfCodec.h"
 #include "phonedata/VcfFiles.h"
 
-#include <optional>
-
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
@@ -32,44 +30,6 @@ Progress withoutBar(Progress progress)
 }
 
 } // namespace
-
-/// A session of its own for one operation: however that ends, the line carries AT commands again.
-class VcardStore::Session
-{
-public:
-    Session(VcardStore& store, const QString& name, const Progress& progress)
-        : m_keep(store.weak_from_this().lock()), m_client(*store.m_client),
-          m_operation(m_client, name, progress)
-    {
-        if (m_operation.isAllowed())
-            m_busy.emplace(m_client);
-    }
-
-    ~Session()
-    {
-        if (!m_operation.isAllowed() || m_client.ChannelState() != clsMmc::ChannelOpen)
-            return;
-        m_client.line().pause(settlePause);
-        m_client.Offline(m_operation.progress());
-    }
-    Q_DISABLE_COPY_MOVE(Session)
-
-    bool openForReading() { return m_operation.isAllowed() && m_client.Online(m_operation.progress()); }
-
-    /// The answers that writing needs come on a second connection only, made on top of the first.
-    bool openForWriting()
-    {
-        return openForReading() && m_client.connect(m_operation.progress(), obex::Target::IrMC);
-    }
-
-    const Progress& progress() const { return m_operation.progress(); }
-
-private:
-    std::shared_ptr<VcardStore> m_keep;
-    clsMmc& m_client;
-    clsMmc::Operation m_operation;
-    std::optional<clsMmc::Busy> m_busy;
-};
 
 VcardStore::VcardStore(std::shared_ptr<clsMmc> client, toolkit::ListRows& list)
     : m_client(std::move(client)), m_list(&list)
@@ -120,20 +80,46 @@ bool VcardStore::isComplete(int upperBound, int belegt)
     return answer == Answer::Yes;
 }
 
+/// Runs an operation in a session of its own: however it ends, the line is given back to AT commands. One
+/// that changes the phone is preceded by a backup and gets the second connection, on top of the first, on
+/// which alone the phone says what became of a change.
+bool VcardStore::inSession(const QString& name, const Progress& progress, Report* change,
+                           const std::function<bool(const Progress& shown)>& work)
+{
+    const auto keep = weak_from_this().lock();
+    clsMmc& client = *m_client;
+    const clsMmc::Operation operation(client, name, progress);
+    if (!operation.isAllowed())
+        return false;
+    const clsMmc::Busy busy(client);
+    const Progress& shown = operation.progress();
+    if (change)
+        change->backup = backUp();
+    const bool done =
+        client.Online(shown) && (!change || client.connect(shown, obex::Target::IrMC)) && work(shown);
+    if (client.ChannelState() == clsMmc::ChannelOpen) {
+        client.line().pause(settlePause);
+        client.Offline(shown);
+    }
+    return done;
+}
+
 bool VcardStore::VcfReadList(const Progress& progress)
 {
-    if (m_list)
+    if (m_list && !m_client->line().isWaiting())
         m_list->clear();
-    Session session(*this, u"VcfReadList"_s, progress);
-    if (!session.openForReading())
-        return false;
-    tVcfInfo info;
-    updateLabels(info, session.progress());
-    QString text;
-    if (!VcxRead(*m_client, KindContact, text, session.progress()))
-        return false;
+    return inSession(u"VcfReadList"_s, progress, nullptr, [this](const Progress& shown) {
+        tVcfInfo info;
+        updateLabels(info, shown);
+        QString text;
+        return VcxRead(*m_client, KindContact, text, shown) && showCards(text, info.intBelegt);
+    });
+}
+
+bool VcardStore::showCards(const QString& text, int belegt)
+{
     const VcfCards cards = parseCards(text);
-    if (!isComplete(cards.upperBound, info.intBelegt)) {
+    if (!isComplete(cards.upperBound, belegt)) {
         forgetCapacity();
         return false;
     }
@@ -178,16 +164,15 @@ bool VcardStore::VcfWriteList(const std::vector<tVcfEntry>& entries, const Progr
     told = {};
     if (entries.empty())
         return true;
-    Session session(*this, u"VcfWriteList"_s, progress);
-    told.backup = backUp();
-    const Progress shown = withoutBar(session.progress());
-    const auto upperBound = static_cast<int>(entries.size()) - 1;
-    if (!session.openForWriting() || (entries.front().luid.isEmpty() && !hasRoomFor(upperBound, shown)))
-        return false;
-    session.progress().start(0, upperBound + 1);
-    const bool done = writeEntries(entries, session.progress(), told);
-    session.progress().hide();
-    return done;
+    return inSession(u"VcfWriteList"_s, progress, &told, [&](const Progress& shown) {
+        const auto upperBound = static_cast<int>(entries.size()) - 1;
+        if (entries.front().luid.isEmpty() && !hasRoomFor(upperBound, withoutBar(shown)))
+            return false;
+        shown.start(0, upperBound + 1);
+        const bool done = writeEntries(entries, shown, told);
+        shown.hide();
+        return done;
+    });
 }
 
 bool VcardStore::writeEntries(const std::vector<tVcfEntry>& entries, const Progress& progress, Report& report)
@@ -220,6 +205,9 @@ bool VcardStore::writeEntry(tVcfEntry entry, const Progress& progress, int index
     const int belegt = m_belegt.toInt(&isNumber);
     if (entry.luid.isEmpty() && isNumber)
         setLabels(m_kap, QString::number(belegt + 1));
+    const int replaced = m_list && luid != entry.luid ? m_list->indexOfKey(vcfKey(entry.luid)) : -1;
+    if (replaced >= 0)
+        m_list->removeAt(replaced);
     entry.luid = luid;
     report.luids.append(luid);
     showWritten(entry);
@@ -260,17 +248,19 @@ bool VcardStore::VcfDeleteRows(const Progress& progress, Report* report)
     Report scratch;
     Report& told = report ? *report : scratch;
     told = {};
-    Session session(*this, u"VcfDeleteRows"_s, progress);
-    told.backup = backUp();
-    if (!session.openForWriting())
-        return false;
-    const bool done = deleteEntries(session.progress(), told);
-    session.progress().hide();
-    if (!done)
-        return false;
-    m_client->line().pause(settlePause);
-    tVcfInfo info;
-    return updateLabels(info, withoutBar(session.progress()));
+    return inSession(u"VcfDeleteRows"_s, progress, &told, [&](const Progress& shown) {
+        const bool done = deleteEntries(shown, told);
+        shown.hide();
+        if (!done)
+            return false;
+        if (m_client->stopAsked()) {
+            forgetCapacity(); // nothing can be asked any more
+            return true;
+        }
+        m_client->line().pause(settlePause);
+        tVcfInfo info;
+        return updateLabels(info, withoutBar(shown));
+    });
 }
 
 bool VcardStore::deleteEntries(const Progress& progress, Report& report)
@@ -286,14 +276,16 @@ bool VcardStore::deleteEntries(const Progress& progress, Report& report)
     for (int row = m_list ? m_list->count() - 1 : -1; row >= 0 && m_list; --row) {
         if (row >= m_list->count() || !m_list->row(row).selected)
             continue;
-        if (progress.cancelled())
+        if (progress.cancelled() || m_client->stopAsked())
             return true;
         if (counter == -1 && !VcfGetCc(*m_client, counter, shown))
             return false;
         progress.step();
         const QString asked = m_list->text(row, VcfLuid);
         QString luid = asked;
-        if (!VcxDel(*m_client, KindContact, luid, counter, shown, ++index, total))
+        const ItemResult result = VcxDel(*m_client, KindContact, luid, counter, shown, ++index, total);
+        report.unconfirmed = result == ItemResult::Unconfirmed;
+        if (result != ItemResult::Written)
             return false;
         report.luids.append(asked);
         if (m_list && row < m_list->count() && m_list->text(row, VcfLuid) == asked)

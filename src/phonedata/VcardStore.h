@@ -7,6 +7,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <vector>
 
 namespace kalmo::phonedata {
@@ -46,7 +47,7 @@ public:
     /// What a write or a delete has done, for those who have to say it.
     struct Report
     {
-        QStringList luids;        ///< of the entries that the phone has taken or deleted, in that order
+        QStringList luids = {};   ///< of the entries that the phone has taken or deleted, in that order
         bool unconfirmed = false; ///< of one entry more it is not known
         QString backup = {};      ///< path of the automatic backup, empty for none
     };
@@ -68,11 +69,12 @@ Q_SIGNALS:
     void capacityChanged();
 
 private:
-    class Session;
-
     void setLabels(const QString& kap, const QString& belegt);
     void forgetCapacity() { setLabels(QStringLiteral("?"), QStringLiteral("?")); }
     bool updateLabels(tVcfInfo& info, const toolkit::Progress& progress);
+    bool inSession(const QString& name, const toolkit::Progress& progress, Report* change,
+                   const std::function<bool(const toolkit::Progress& shown)>& work);
+    bool showCards(const QString& text, int belegt);
     bool isComplete(int upperBound, int belegt);
     QString backUp();
     bool hasRoomFor(int upperBound, const toolkit::Progress& progress);

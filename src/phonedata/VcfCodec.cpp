@@ -1,6 +1,7 @@
 #include "phonedata/VcfCodec.h"
 
 #include "app/CodePage.h"
+#include "app/TextReplace.h"
 #include "phonedata/VcfText.h"
 
 namespace kalmo::phonedata {
@@ -21,7 +22,7 @@ struct NameParts
 /// Parts a name at the first ";" that is not escaped. All further ones stay in the first name.
 NameParts splitName(const QString& text)
 {
-    const QString value = replacedAll(text, u"\\;", QStringView(&hiddenSemicolon, 1));
+    const QString value = app::replacedAll(text, u"\\;", QStringView(&hiddenSemicolon, 1));
     const qsizetype semicolon = value.indexOf(u';');
     const auto shown = [](QString part) { return part.replace(hiddenSemicolon, u';'); };
     if (semicolon < 0)
@@ -79,7 +80,7 @@ QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames)
 
 tVcfEntry VcfParseItem(const QString& card, int index)
 {
-    const QString lines = replacedAll(card, u"=\r\n");
+    const QString lines = app::replacedAll(card, u"=\r\n");
     const NameParts name = splitName(GetVcfValue(lines, u"N:"));
     tVcfEntry entry{.email = VcfUnesc(GetVcfValue(lines, u"EMAIL:")),
                     .lastName = name.last,

@@ -7,9 +7,6 @@ namespace kalmo::phonedata {
 /// The phones' spelling of texts in cards, one character of the code page for each byte. All of it takes time
 /// in proportion to the text, whatever the text.
 
-/// A text with `by` in place of each `part`. Parts that only come about by that stay.
-QString replacedAll(const QString& text, QStringView part, QStringView by = {});
-
 QString VcfEsc(const QString& text); ///< each ";" becomes "\;"
 QString VcfUnesc(const QString& text);
 

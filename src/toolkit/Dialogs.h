@@ -54,6 +54,12 @@ public:
     /// Absolute path of the chosen file, empty when the user cancelled.
     virtual QString OpenFile(const FileRequest& request) = 0;
     virtual QString SaveFile(const FileRequest& request) = 0;
+    /// Several files of one folder; one where nothing better can be offered.
+    virtual QStringList OpenFiles(const FileRequest& request)
+    {
+        const QString file = OpenFile(request);
+        return file.isEmpty() ? QStringList() : QStringList(file);
+    }
 
     /// Absolute path of the chosen folder, empty when the user cancelled.
     virtual QString PickFolder(const QString& title, const QString& start) = 0;

@@ -97,9 +97,10 @@ void tst_Files::foldersAreMade()
     const QString full = path.startsWith(u'/') ? path : test.path(path);
     QCOMPARE(app::EnsureDirExistsNoMsgBox(test.context, full), made);
     QCOMPARE(QFileInfo(full).isDir(), made);
+    const QString shown = path.startsWith(u'/') ? full : u'"' + full + u'"'; // refused, or failed
     if (!made)
         test.dialogs.expect(
-            {.text = u"Der Pfad "_s + full +
+            {.text = u"Der Pfad "_s + shown +
                      u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
              .icon = toolkit::Icon::Critical});
     QCOMPARE(app::EnsureDirExists(test.context, full), made);

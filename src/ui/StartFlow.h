@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/StartSequence.h"
+#include "ui/Program.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace kalmo::ui {
+
+class frmEinstellungen;
+class frmPB;
+class frmStart;
+
+/// Leads through the windows: splash with start sequence and search, settings, main window, and from the
+/// settings back to the splash.
+class StartFlow : public QObject, public app::StartView
+{
+    Q_OBJECT
+
+public:
+    /// `startArguments` is what the start sequence reads: "/DBG" or "/DELINI".
+    StartFlow(Program& program, QString startArguments);
+    ~StartFlow() override;
+
+    /// Shows the splash at once; the start sequence and the search follow from the event loop.
+    void begin();
+
+    app::ScreenSize screen() const override;
+    void clearAbortFlag() override;
+    void layOutSplash(const QString& caption) override;
+    void ReadSettingsToForm() override;
+    void showSettings() override;
+
+private:
+    void runSequence();
+    void runSearch();
+    void showMainWindow();
+    void openSettings();
+    void onSaved(bool otherPort);
+    void onCancelled();
+    void endByUser();
+
+    Program& m_program;
+    QString m_startArguments;
+    std::unique_ptr<frmStart> m_start;
+    std::unique_ptr<frmEinstellungen> m_settings;
+    std::unique_ptr<frmPB> m_main;
+    QString m_mainPhone; // the phone that the main window was made for
+};
+
+} // namespace kalmo::ui

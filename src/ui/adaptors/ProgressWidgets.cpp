@@ -1,0 +1,113 @@
+#include "ui/adaptors/ProgressWidgets.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QStyle>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+StatusLabel::StatusLabel(QWidget* parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setAccessibleName(u"Status"_s);
+}
+
+void StatusLabel::SetText(const QString& text)
+{
+    setText(text);
+    setToolTip(fontMetrics().horizontalAdvance(text) > contentsRect().width() ? text : QString());
+}
+
+QSize StatusLabel::minimumSizeHint() const
+{
+    return {0, QLabel::minimumSizeHint().height()};
+}
+
+void StatusLabel::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QString firstLine = text().section(u'\n', 0, 0);
+    const QString shown = fontMetrics().elidedText(firstLine, Qt::ElideRight, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading),
+                          palette(), isEnabled(), shown, foregroundRole());
+    Q_UNUSED(event)
+}
+
+ProgressStrip::ProgressStrip(QWidget* parent) : QProgressBar(parent)
+{
+    setTextVisible(false);
+    setFixedHeight(fontMetrics().height() * 3 / 4);
+    setAccessibleName(u"Fortschritt"_s);
+    hide();
+}
+
+CancelCheck::CancelCheck(QWidget* parent) : QToolButton(parent)
+{
+    setCheckable(true);
+    setText(u"&Abbrechen"_s);
+    setToolTip(u"Den laufenden Vorgang abbrechen"_s);
+    setAccessibleName(u"Vorgang abbrechen"_s);
+    setFocusPolicy(Qt::StrongFocus);
+    // A request to stop can't be taken back: the operation may have seen it already.
+    connect(this, &QToolButton::toggled, this, [this](bool checked) { setEnabled(!checked); });
+}
+
+void CancelCheck::reset()
+{
+    setChecked(false);
+}
+
+WindowBusy::WindowBusy(const QList<QWidget*>& widgets)
+{
+    for (QWidget* widget : widgets)
+        m_widgets.append(widget);
+}
+
+WindowBusy::~WindowBusy()
+{
+    if (m_depth > 0)
+        release();
+}
+
+void WindowBusy::SetBusy(bool busy)
+{
+    if (busy) {
+        if (m_depth++ == 0)
+            block();
+        return;
+    }
+    if (m_depth > 0 && --m_depth == 0)
+        release();
+}
+
+void WindowBusy::block()
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    m_focus = nullptr;
+    for (const QPointer<QWidget>& widget : std::as_const(m_widgets)) {
+        if (!widget || !widget->isEnabled())
+            continue;
+        if (!m_focus)
+            m_focus = widget->window()->focusWidget();
+        m_disabled.append(widget);
+        widget->setEnabled(false);
+    }
+}
+
+void WindowBusy::release()
+{
+    m_depth = 0;
+    QGuiApplication::restoreOverrideCursor();
+    for (const QPointer<QWidget>& widget : std::exchange(m_disabled, {})) {
+        if (widget)
+            widget->setEnabled(true);
+    }
+    if (m_focus && m_focus->isEnabled())
+        m_focus->setFocus();
+}
+
+} // namespace kalmo::ui

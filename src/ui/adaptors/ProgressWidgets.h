@@ -1,0 +1,77 @@
+#pragma once
+
+#include "toolkit/Progress.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QToolButton>
+
+namespace kalmo::ui {
+
+/// A status text that never widens its window: what doesn't fit is elided and shown as a tool tip.
+class StatusLabel : public QLabel, public toolkit::StatusPanel
+{
+    Q_OBJECT
+
+public:
+    explicit StatusLabel(QWidget* parent = nullptr);
+
+    QString Text() const override { return text(); }
+    void SetText(const QString& text) override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// The slim progress bar of a status bar. Hidden until an operation shows it.
+class ProgressStrip : public QProgressBar, public toolkit::ProgressBar
+{
+    Q_OBJECT
+
+public:
+    explicit ProgressStrip(QWidget* parent = nullptr);
+
+    int Value() const override { return value(); }
+    int Maximum() const override { return maximum(); }
+    void SetValue(int value) override { setValue(value); }
+    void SetMaximum(int maximum) override { setMaximum(maximum); }
+    void SetVisible(bool visible) override { setVisible(visible); }
+};
+
+/// The button "Abbrechen" of a long operation. Once pressed it stays so until reset().
+class CancelCheck : public QToolButton, public toolkit::CancelBox
+{
+    Q_OBJECT
+
+public:
+    explicit CancelCheck(QWidget* parent = nullptr);
+
+    bool Checked() const override { return isChecked(); }
+    void reset();
+};
+
+/// The widgets that are blocked while the phone is busy, with the wait cursor over the program. Calls nest.
+/// The keyboard goes back to where it was. Widgets may die in between.
+class WindowBusy : public toolkit::BusyWindow
+{
+public:
+    explicit WindowBusy(const QList<QWidget*>& widgets);
+    ~WindowBusy() override;
+    Q_DISABLE_COPY_MOVE(WindowBusy)
+
+    void SetBusy(bool busy) override;
+    bool isBusy() const { return m_depth > 0; }
+
+private:
+    void block();
+    void release();
+
+    QList<QPointer<QWidget>> m_widgets;
+    QList<QPointer<QWidget>> m_disabled; // those that this object disabled itself
+    QPointer<QWidget> m_focus;
+    int m_depth = 0;
+};
+
+} // namespace kalmo::ui

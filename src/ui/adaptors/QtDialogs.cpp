@@ -1,0 +1,171 @@
+#include "ui/adaptors/QtDialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::FileRequest;
+using toolkit::Icon;
+using toolkit::Message;
+
+namespace {
+
+struct ButtonRow
+{
+    Buttons buttons;
+    QMessageBox::StandardButtons shown;
+    QMessageBox::StandardButton first;
+    QMessageBox::StandardButton onClose;
+};
+
+constexpr ButtonRow buttonTable[] = {
+    {Buttons::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok},
+    {Buttons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok, QMessageBox::Cancel},
+    {Buttons::YesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No},
+    {Buttons::YesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes,
+     QMessageBox::Cancel},
+    {Buttons::RetryCancel, QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Cancel},
+};
+
+struct AnswerRow
+{
+    Answer answer;
+    QMessageBox::StandardButton button;
+};
+
+constexpr AnswerRow answerTable[] = {
+    {Answer::Ok, QMessageBox::Ok}, {Answer::Cancel, QMessageBox::Cancel}, {Answer::Yes, QMessageBox::Yes},
+    {Answer::No, QMessageBox::No}, {Answer::Retry, QMessageBox::Retry},
+};
+
+/// While a box waits for the user the program is not busy, whatever runs behind it.
+class PlainCursor
+{
+public:
+    PlainCursor() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~PlainCursor() { QApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(PlainCursor)
+};
+
+QMessageBox::Icon iconOf(Icon icon)
+{
+    switch (icon) {
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+const ButtonRow& rowOf(Buttons buttons)
+{
+    return *std::ranges::find(buttonTable, buttons, &ButtonRow::buttons);
+}
+
+QMessageBox::StandardButton defaultOf(const ButtonRow& row, Answer wanted)
+{
+    const auto found = std::ranges::find(answerTable, wanted, &AnswerRow::answer);
+    return row.shown.testFlag(found->button) ? found->button : row.first;
+}
+
+Answer answerOf(int button)
+{
+    const auto found = std::ranges::find(answerTable, button, &AnswerRow::button);
+    return found == std::end(answerTable) ? Answer::Cancel : found->answer;
+}
+
+QStringList filtersOf(const FileRequest& request)
+{
+    QStringList filters;
+    for (const toolkit::FileType& type : request.types) {
+        const QString patterns = u'(' + type.patterns.join(u' ') + u')';
+        // Most descriptions name their patterns already.
+        filters.append(type.description.endsWith(patterns) ? type.description
+                                                           : type.description + u' ' + patterns);
+    }
+    return filters;
+}
+
+/// The ending that belongs to a filter, "csv" for "CSV Datei (*.csv)"; empty where any is right.
+QString endingOf(const QString& filter)
+{
+    const QString pattern = filter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
+    return pattern.startsWith(u"*."_s) && !pattern.endsWith(u'*') ? pattern.sliced(2) : QString();
+}
+
+QString chooseFile(const FileRequest& request, QFileDialog::AcceptMode mode)
+{
+    const PlainCursor cursor;
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.folder);
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirmOverwrite);
+    const QStringList filters = filtersOf(request);
+    if (!filters.isEmpty()) {
+        dialog.setNameFilters(filters);
+        dialog.setDefaultSuffix(endingOf(filters.first()));
+        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                         [&dialog](const QString& filter) { dialog.setDefaultSuffix(endingOf(filter)); });
+    }
+    if (!request.name.isEmpty())
+        dialog.selectFile(request.name);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return QFileInfo(dialog.selectedFiles().constFirst()).absoluteFilePath();
+}
+
+} // namespace
+
+Answer QtDialogs::Show(const Message& message)
+{
+    const PlainCursor cursor;
+    const ButtonRow& row = rowOf(message.buttons);
+    QMessageBox box(iconOf(message.icon), message.title, message.text, row.shown,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.setDefaultButton(defaultOf(row, message.defaultButton));
+    box.setEscapeButton(row.onClose);
+    return answerOf(box.exec());
+}
+
+QString QtDialogs::OpenFile(const FileRequest& request)
+{
+    return chooseFile(request, QFileDialog::AcceptOpen);
+}
+
+QString QtDialogs::SaveFile(const FileRequest& request)
+{
+    return chooseFile(request, QFileDialog::AcceptSave);
+}
+
+QString QtDialogs::PickFolder(const QString& title, const QString& start)
+{
+    const PlainCursor cursor;
+    const QString chosen = QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, start);
+    return chosen.isEmpty() ? QString() : QDir(chosen).absolutePath();
+}
+
+void QtEnding::end()
+{
+    std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace kalmo::ui

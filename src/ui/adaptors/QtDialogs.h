@@ -1,0 +1,25 @@
+#pragma once
+
+#include "toolkit/Dialogs.h"
+#include "toolkit/Ending.h"
+
+namespace kalmo::ui {
+
+/// Message boxes and file dialogs, modal to the active window.
+class QtDialogs final : public toolkit::Dialogs
+{
+public:
+    toolkit::Answer Show(const toolkit::Message& message) override;
+    QString OpenFile(const toolkit::FileRequest& request) override;
+    QString SaveFile(const toolkit::FileRequest& request) override;
+    QString PickFolder(const QString& title, const QString& start) override;
+};
+
+/// Ends the process at once. Whoever holds something outside of the process, such as the port, needs no
+/// farewell: the system takes it back.
+class QtEnding final : public toolkit::Ending
+{
+    [[noreturn]] void end() override;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/Context.h"
+#include "ui/controls/MemoryGauge.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class QProgressBar;
+class QToolButton;
+
+namespace kalmo::ui {
+
+/// The gauge of the phone's free memory: a bar with a text, red and with a blinking picture when memory runs
+/// low, of which it warns once.
+class ucFfsMem : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ucFfsMem(app::Context& context, QWidget* parent = nullptr);
+
+    /// Bytes. Setting one shows it, with a box where memory is low for the first time.
+    void setMeTotal(qint64 bytes);
+    void setMeFree(qint64 bytes);
+    qint64 MeTotal() const { return m_gauge.total(); }
+    qint64 MeFree() const { return m_gauge.free(); }
+
+private:
+    void show(MemoryGauge::Update update);
+    void showPicture();
+    void tmrWarning_Timer();
+    void warn();
+
+    app::Context& m_context;
+    MemoryGauge m_gauge;
+    QProgressBar* m_prgMe;
+    QToolButton* m_imgPrgPre;
+    QTimer m_tmrWarning;
+};
+
+} // namespace kalmo::ui

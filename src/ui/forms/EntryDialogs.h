@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace kalmo::ui {
+
+/// What the dialogs that edit an entry have in common.
+
+/// Gives a layout the margins and distances that all of them have, in proportion to the font.
+void makeRoom(QLayout& layout);
+
+/// A row of a form: the label, which may hold a mnemonic, and its field.
+QLabel* addField(QFormLayout& form, const QString& label, QWidget* field);
+
+/// The frame `Frame1` with the fields `txtName` and `txtNr` of a classic list.
+QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr);
+
+/// The two buttons at the foot of a dialog, which Enter and Escape press. The second closes it.
+QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel);
+
+/// Asks for name and number where one of them is missing.
+inline constexpr QStringView nameAndNumberMissing = u"Bitte geben Sie Namen und Nummer ein!";
+
+} // namespace kalmo::ui

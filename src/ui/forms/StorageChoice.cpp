@@ -1,0 +1,43 @@
+#include "ui/forms/StorageChoice.h"
+
+#include "app/Files.h"
+#include "app/StoragePaths.h"
+
+#include <QDir>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool copySettings(app::Context& context, const QString& folder)
+{
+    const QString target = app::iniPath(folder);
+    QByteArray bytes;
+    QString error;
+    if (app::FileExists(target) || !app::readWholeFile(app::iniPath(context.sy.Paths.Storage), bytes) ||
+        app::writeWholeFile(target, bytes, &error))
+        return true;
+    context.dialogs.Show(
+        {.text = u"Die Einstellungen konnten nicht nach \"%1\" kopiert werden.\n%2"_s.arg(target, error),
+         .icon = toolkit::Icon::Exclamation});
+    return false;
+}
+
+} // namespace
+
+bool changeStorage(app::Context& context, const QString& folder)
+{
+    if (!app::EnsureDirExists(context, QDir(folder).filePath(u"config"_s)) ||
+        !app::WriteTest(context, folder) || !copySettings(context, folder))
+        return false;
+    const bool isDefault = folder == app::defaultStoragePath(context.platform);
+    if (context.platform.setStoragePathValue(isDefault ? u"$DEFAULTPATH"_s : folder) == 0)
+        return true;
+    context.dialogs.Show(
+        {.text = u"Der Speicherpfad konnte nicht geändert werden."_s, .icon = toolkit::Icon::Exclamation});
+    return false;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/Context.h"
+
+namespace kalmo::ui {
+
+/// Makes another folder the storage from the next start on. The settings go along, unless the folder has some
+/// already; backups stay where they are. A failure is shown, and nothing has changed then.
+bool changeStorage(app::Context& context, const QString& folder);
+
+} // namespace kalmo::ui

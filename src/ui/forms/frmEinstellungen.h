@@ -1,0 +1,75 @@
+#pragma once
+
+#include "link/mdlComInfos.h"
+#include "ui/Program.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+
+namespace kalmo::ui {
+
+/// The settings: port, backups and storage, messages. Made once, it stays for the whole run, hidden most of
+/// the time.
+class frmEinstellungen : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmEinstellungen(Program& program, QWidget* parent = nullptr);
+
+    /// Fills the controls from the settings file.
+    void ReadSettingsToForm();
+    /// Shows the form. Without a way back only saving leads on, and closing it ends the program.
+    void present(bool withWayBack);
+
+    void reject() override;
+
+Q_SIGNALS:
+    /// The settings were saved. `otherPort`: the phone of before is behind another port.
+    void saved(bool otherPort);
+    void cancelled();
+    /// Closed by the user where there is no way back.
+    void closedByUser();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void addPortRows(QVBoxLayout& rows);
+    void addStorageRows(QVBoxLayout& rows);
+    void addMessageRows(QVBoxLayout& rows);
+    void addButtons(QVBoxLayout& rows);
+    QCheckBox* addCheck(QVBoxLayout& rows, const QString& name, const QString& text, const QString& tip);
+    void fillPorts(link::PortListFor purpose);
+    void describePorts();
+    void selectPort(int number);
+    void RebuildCmbCom();
+    void showUsbInfo();
+    void chooseStorage();
+    void showStorage(const QString& folder);
+    void showPortOfThisRun();
+    void save();
+    void writeSettings();
+
+    Program& m_program;
+    link::ComDescriptions m_descriptions;
+    QString m_storage; // the folder that is shown
+    QComboBox* cmbCom = nullptr;
+    QLabel* lblPortHinweis = nullptr;
+    QLabel* lblSpeicherpfad = nullptr;
+    QLabel* lblSpeicherHinweis = nullptr;
+    QPushButton* cmdSpeicherpfad = nullptr;
+    QCheckBox* chkAutoBackup = nullptr;
+    QCheckBox* chkSwWarnung = nullptr;
+    QCheckBox* chkShowSuccessPopup = nullptr;
+    QCheckBox* chkUTF8contcats = nullptr;
+    QPushButton* cmdOK = nullptr;
+    QPushButton* cmdAbbruch = nullptr;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,58 @@
+#include "ui/forms/frmNEentry.h"
+
+#include "app/Version.h"
+#include "ui/controls/Named.h"
+#include "ui/controls/PhoneFields.h"
+#include "ui/forms/EntryDialogs.h"
+
+#include <QVBoxLayout>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+frmNEentry::frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* parent)
+    : QDialog(parent), m_program(program), m_list(lvwNE), m_txtName(new NameField), m_txtNr(new NumberField),
+      m_cmdSpeicher(named(new QPushButton(u"&Speichern"_s), u"cmdSpeicher"_s)),
+      m_cmdCancel(named(new QPushButton(u"&Abbruch"_s), u"cmdCancel"_s))
+{
+    setObjectName(u"frmNEentry"_s);
+    setWindowTitle(app::productName() + u" - Provider"_s);
+    auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
+    layout->addWidget(makeNameAndNumber(m_txtName, m_txtNr));
+    layout->addStretch();
+    layout->addWidget(makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel));
+    connect(m_cmdSpeicher, &QPushButton::clicked, this, &frmNEentry::cmdSpeicher_Click);
+}
+
+void frmNEentry::loadRow(int row)
+{
+    m_list.setCurrent(row);
+    const phonedata::ProviderEntry entry = phonedata::providerEntryFrom(m_list.row(row));
+    m_txtName->setText(entry.name);
+    m_txtNr->setText(entry.number);
+}
+
+void frmNEentry::Form_Present(bool edit)
+{
+    m_edit = edit;
+}
+
+void frmNEentry::cmdSpeicher_Click()
+{
+    if (m_txtName->text().isEmpty() || m_txtNr->text().isEmpty()) {
+        m_program.context.dialogs.Show(
+            {.text = nameAndNumberMissing.toString(), .icon = toolkit::Icon::Information});
+        (m_txtName->text().isEmpty() ? m_txtName : m_txtNr)->setFocus();
+        return;
+    }
+    if (m_edit && m_list.current() >= 0)
+        m_list.removeAt(m_list.current());
+    m_list.add(phonedata::toRow(phonedata::ProviderEntry{m_txtName->text(), m_txtNr->text()}));
+    m_program.memory.NeDirty = true;
+    Q_EMIT listChanged();
+    accept();
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "toolkit/ListRows.h"
+#include "ui/Program.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+
+namespace kalmo::ui {
+
+class ucCalendar;
+
+/// Edits one row of the classic phonebook. It writes into the list only: the phone learns of it by the next
+/// "Schreiben".
+class frmTBentry : public QDialog
+{
+    Q_OBJECT
+
+public:
+    frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* parent = nullptr);
+
+    /// Shows what a row of the list holds, and makes it the current one.
+    void loadRow(int row);
+    /// Whether the list's current row is to be replaced; exec() follows.
+    void Form_Present(bool edit);
+
+Q_SIGNALS:
+    void listChanged(); ///< the list differs from the phone's now
+
+private:
+    QWidget* makeDatePart();
+    QWidget* makeVipPart();
+    void fillCombos();
+    void chkUsebDate_Click(bool checked);
+    void chkVip_Click(bool checked);
+    void cmdSpeicher_Click();
+    bool takeDate(int row);
+    void takeVip(int row);
+    void tell(const QString& text, QWidget& field);
+
+    Program& m_program;
+    toolkit::ListRows& m_list;
+    bool m_edit = false;
+    ucCalendar* m_calDate;
+    QLineEdit* m_txtName;
+    QLineEdit* m_txtNr;
+    QCheckBox* m_chkUsebDate;
+    QLineEdit* m_txtbDate;
+    QToolButton* m_cmdEditDate;
+    QComboBox* m_cmbTime;
+    QComboBox* m_cmbAlarm;
+    QLabel* m_lblCalNotive;
+    QCheckBox* m_chkVip;
+    QComboBox* m_cmbVipSnd;
+    QLabel* m_lblcmbVipSndPre;
+    QLabel* m_lblSprache;
+    QPushButton* m_cmdSpeicher;
+    QPushButton* m_cmdCancel;
+    QList<QWidget*> m_dateControls;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "phonedata/VcardStore.h"
+#include "ui/adaptors/ProgressWidgets.h"
+#include "ui/Program.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+
+namespace kalmo::ui {
+
+class ucCalendar;
+
+/// Makes or changes one contact of the vCard phonebook. Saving writes it to the phone at once.
+class frmVCFneu : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Empty, for a new contact.
+    frmVCFneu(Program& program, std::shared_ptr<phonedata::VcardStore> store, QWidget* parent = nullptr);
+    ~frmVCFneu() override;
+
+    /// Shows the contact of a row of the store's list, which a save replaces.
+    void loadRow(int row);
+
+    void reject() override;
+
+Q_SIGNALS:
+    /// True after a contact was saved, false when the dialog was given up or a save has failed.
+    void listChanged(bool changed);
+
+private:
+    QWidget* makeFields();
+    void addText(QFormLayout& form, const QString& label, QLineEdit* field, int longest);
+    void addNumber(QFormLayout& form, const QString& label, QLineEdit* field);
+    void addBirthday(QFormLayout& form);
+    QWidget* makeStatusBar();
+    void loadBirthday(const QString& birthday);
+    void chkGebu_Click(bool checked);
+    void cmdSpeichern_Click();
+    bool keepsNumberFocus(QLineEdit& field);
+    bool keepsTimeFocus();
+    bool birthdayIsWrong();
+    phonedata::tVcfEntry entry() const;
+    void tell(const QString& text) const;
+
+    Program& m_program;
+    std::shared_ptr<phonedata::VcardStore> m_store;
+    int m_row = -1; // of the store's list; -1 for a new contact
+    ucCalendar* m_calGebu;
+    QLineEdit* m_txtNachName;
+    QLineEdit* m_txtVorname;
+    QLineEdit* m_txtTelPrivat;
+    QLineEdit* m_txtTelHandy;
+    QLineEdit* m_txtTelGeschaeft;
+    QLineEdit* m_txtEmail;
+    QCheckBox* m_chkGebu;
+    QLineEdit* m_txtGebu;
+    QToolButton* m_cmdGebuEdit;
+    QComboBox* m_cmbGebuTime;
+    QLabel* m_lblcmbGebuTimePre = nullptr;
+    QLabel* m_lblSpNr;
+    StatusLabel* m_sta;
+    ProgressStrip* m_progBarStatus;
+    QPushButton* m_cmdSpeichern;
+    QPushButton* m_cmdAbbruch;
+    std::unique_ptr<WindowBusy> m_busy;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,166 @@
+#include "ui/forms/frmVorwahl.h"
+
+#include "app/Version.h"
+#include "phonedata/AreaCodes.h"
+#include "ui/controls/LeaveCheck.h"
+#include "ui/controls/Named.h"
+#include "ui/controls/ucHeadline.h"
+#include "ui/forms/EntryDialogs.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString introduction =
+    u"Ihr Gigaset verfügt über die Funktion, Landes- und Ortsvorwahlen einzustellen.\n\n"
+    u"Das Telefon verwendet diese Einstellungen um telefonintern Nummer in ein vorgegebenes Format zu "
+    u"überführen. Das Telefon unterzieht unter anderem jede Telefonnummer, die an Kalmo gesendet wird dieser "
+    u"Formatierung.\n\n"
+    u"Sind die Einstellungen falsch, erscheinen Nummern in Kalmo mit falsch beginnenden Vorwahlen. Es ist "
+    u"daher ABSOLUT NOTWENDIG, die richtigen Einstellungen vor zu nehmen. Alternativ können Sie die "
+    u"Vorwahlen "
+    u"abschalten."_s;
+
+const std::array<QString, 4> captions = {
+    u"Feld A: Internationale \"Rauswahl\", mit der Telefonnummern ins Ausland beginnen. Für Deutschland "
+    u"immer "
+    u"00. Das + ist nicht möglich."_s,
+    u"Feld B: Internationale Landesvorwahl ohne Rauswahl. Für Deutschland immer 49 für Österreich 43 und für "
+    u"die Schweiz 41 etc."_s,
+    u"Feld C: Nationale \"Rauswahl\", mit der man aus seiner Stadt in andere Städte innerhalb des eigenen "
+    u"Landes rauswählt. In Deutschland immer 0"_s,
+    u"Feld D: Vorwahl der Stadt, in der man lebt aber ohne die nationale Rauswahl. Also die Ortsvorwahl ohne "
+    u"die Null am Anfang. (Beispiel Berlin 030 > Feld D = 30)"_s};
+
+const QString examples = u"Beispiel Bielefeld, Vorwahl 0521.  A=00 B=49 C=0 D=521\n"
+                         u"Beispiel Berlin, Vorwahl 030.  A=00 B=49 C=0 D=30"_s;
+
+constexpr int codeCharacters = 12; // that a field shows
+constexpr int captionCharacters = 74;
+constexpr int introductionCharacters = 92;
+
+/// A text of that width or more, with all the height that it takes then.
+QLabel* wrapped(const QString& text, int characters)
+{
+    auto* label = new QLabel(text);
+    label->setWordWrap(true);
+    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * characters);
+    label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
+    return label;
+}
+
+} // namespace
+
+frmVorwahl::frmVorwahl(Program& program, QWidget* parent)
+    : QDialog(parent), m_program(program),
+      m_chkUseVw(named(new QCheckBox(u"&Vorwahlen verwenden"_s), u"chkUseVw"_s)),
+      m_cmdSpeicher(named(new QPushButton(u"&Speichern"_s), u"cmdSpeicher"_s)),
+      m_cmdCancel(named(new QPushButton(u"Abb&ruch"_s), u"cmdCancel"_s)),
+      m_sta(named(new StatusLabel, u"sta"_s, u"Status"_s)), m_frame1(makeFields())
+{
+    setObjectName(u"frmVorwahl"_s);
+    setWindowTitle(app::productName() + u" - Vorwahlnummern"_s);
+    auto* headline = named(new ucHeadline(u"Vw"_s, u"Vorwahlnummern"_s), u"ucHeadline1"_s);
+    QLabel* lblIntro = named(wrapped(introduction, introductionCharacters), u"lblIntro"_s);
+    QWidget* buttons = makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel);
+    auto* layout = new QVBoxLayout(this);
+    makeRoom(*layout);
+    layout->addWidget(headline);
+    layout->addWidget(lblIntro);
+    layout->addWidget(m_chkUseVw);
+    layout->addWidget(m_frame1);
+    layout->addStretch();
+    layout->addWidget(buttons);
+    layout->addWidget(m_sta);
+    m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_chkUseVw, m_frame1, buttons});
+    m_sta->SetText(u"Bereit."_s);
+    connect(m_chkUseVw, &QCheckBox::toggled, this, &frmVorwahl::chkUseVw_Click);
+    connect(m_cmdSpeicher, &QPushButton::clicked, this, &frmVorwahl::cmdSpeicher_Click);
+    chkUseVw_Click(false);
+}
+
+frmVorwahl::~frmVorwahl() = default;
+
+QGroupBox* frmVorwahl::makeFields()
+{
+    auto* frame = named(new QGroupBox(u"Vorwahlen"_s), u"Frame1"_s);
+    auto* grid = new QGridLayout(frame);
+    makeRoom(*grid);
+    grid->setColumnStretch(0, 1);
+    for (int index = 0; index < std::ssize(m_txtVw); ++index) {
+        const QString letter = QString(QChar(u'A' + index));
+        auto* field = named(new QLineEdit, u"txtVw%1"_s.arg(index), u"Feld "_s + letter);
+        const QString mnemonic = u"Feld &"_s + QString(captions[index]).sliced(5);
+        QLabel* label = wrapped(mnemonic, captionCharacters);
+        label->setBuddy(field);
+        field->setFixedWidth(field->fontMetrics().averageCharWidth() * codeCharacters);
+        new LeaveCheck(*field, m_cmdCancel, [this, field] { return keepsFocus(*field); });
+        grid->addWidget(label, index, 0);
+        grid->addWidget(field, index, 1);
+        m_txtVw[index] = field;
+        m_label1.append(label);
+    }
+    m_label1.append(new QLabel(examples));
+    grid->addWidget(m_label1.last(), grid->rowCount(), 0, 1, 2);
+    for (int index = 0; index < m_label1.size(); ++index)
+        m_label1[index]->setObjectName(u"label1%1"_s.arg(index));
+    return frame;
+}
+
+void frmVorwahl::Form_Present(const QString& answer)
+{
+    if (const auto codes = phonedata::parseAreaCodes(answer)) {
+        for (size_t index = 0; index < codes->size(); ++index)
+            m_txtVw[index]->setText((*codes)[index]);
+    }
+    m_chkUseVw->setChecked(phonedata::usesAreaCodes(answer));
+}
+
+void frmVorwahl::reject()
+{
+    if (!m_busy->isBusy())
+        QDialog::reject();
+}
+
+void frmVorwahl::chkUseVw_Click(bool checked)
+{
+    m_frame1->setEnabled(checked);
+}
+
+void frmVorwahl::cmdSpeicher_Click()
+{
+    phonedata::AreaCodes codes;
+    for (size_t index = 0; index < codes.size(); ++index) {
+        codes[index] = m_txtVw[index]->text();
+        if (m_chkUseVw->isChecked() && keepsFocus(*m_txtVw[index])) {
+            m_txtVw[index]->setFocus();
+            return;
+        }
+    }
+    if (m_busy->isBusy())
+        return;
+    const QPointer<frmVorwahl> self = this;
+    m_busy->SetBusy(true);
+    const bool taken = phonedata::SetAreaCodes(m_program.line, m_sta, codes, m_chkUseVw->isChecked());
+    if (!self)
+        return;
+    m_busy->SetBusy(false);
+    if (taken)
+        accept();
+}
+
+bool frmVorwahl::keepsFocus(const QLineEdit& field) const
+{
+    if (phonedata::isAreaCode(field.text()))
+        return false;
+    m_program.context.dialogs.Show(
+        {.text = u"Bitte geben Sie nur Ziffern ein."_s, .icon = toolkit::Icon::Information});
+    return true;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,87 @@
+#include "ui/lists/RowsModel.h"
+
+#include <QBrush>
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace kalmo::ui {
+
+using toolkit::ListRows;
+
+namespace {
+
+/// A list's colour in a shade that can be read on this background.
+QVariant brushFor(qint32 colour)
+{
+    if (colour == toolkit::ColourDefault)
+        return {};
+    const bool isDark = QGuiApplication::palette().color(QPalette::Base).lightness() < 128;
+    if (colour == toolkit::ColourRed)
+        return QBrush(isDark ? QColor(255, 120, 110) : QColor(190, 20, 20));
+    if (colour == toolkit::ColourGreen)
+        return QBrush(isDark ? QColor(110, 200, 120) : QColor(0, 115, 30));
+    return QBrush(QColor(colour & 255, colour >> 8 & 255, colour >> 16 & 255));
+}
+
+} // namespace
+
+void RowsModel::setRows(ListRows* rows)
+{
+    beginResetModel();
+    if (m_rows)
+        m_rows->disconnect(this);
+    m_rows = rows;
+    endResetModel();
+    if (!rows)
+        return;
+    connect(rows, &ListRows::aboutToInsert, this,
+            [this](int first, int last) { beginInsertRows({}, first, last); });
+    connect(rows, &ListRows::inserted, this, [this] { endInsertRows(); });
+    connect(rows, &ListRows::aboutToRemove, this,
+            [this](int first, int last) { beginRemoveRows({}, first, last); });
+    connect(rows, &ListRows::removed, this, [this] { endRemoveRows(); });
+    connect(rows, &ListRows::aboutToReset, this, [this] { beginResetModel(); });
+    connect(rows, &ListRows::reset, this, [this] { endResetModel(); });
+    connect(rows, &ListRows::changed, this,
+            [this](int row) { Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1)); });
+}
+
+int RowsModel::rowCount(const QModelIndex& parent) const
+{
+    return m_rows && !parent.isValid() ? m_rows->count() : 0;
+}
+
+int RowsModel::columnCount(const QModelIndex& parent) const
+{
+    return m_rows && !parent.isValid() ? static_cast<int>(m_rows->columns().size()) : 0;
+}
+
+QVariant RowsModel::data(const QModelIndex& index, int role) const
+{
+    if (!m_rows || !index.isValid() || index.row() >= m_rows->count())
+        return {};
+    const toolkit::ListRow& row = m_rows->row(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.text(index.column());
+    case Qt::DecorationRole:
+        return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row.icon) : QVariant();
+    case Qt::ForegroundRole:
+        return index.column() < row.cells.size() ? brushFor(row.cells[index.column()].colour) : QVariant();
+    case Qt::TextAlignmentRole:
+        return m_rows->columns()[index.column()].sortsByTag && index.column() > 0
+                   ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
+                   : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (!m_rows || orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return m_rows->columns()[section].title;
+}
+
+} // namespace kalmo::ui

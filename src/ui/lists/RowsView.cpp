@@ -1,0 +1,156 @@
+#include "ui/lists/RowsView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+
+namespace kalmo::ui {
+
+using toolkit::ListRows;
+
+namespace {
+
+/// The selected rows as ranges: a selection of thousands of single indexes would take seconds.
+QItemSelection selectionOf(const ListRows& rows, const QAbstractItemModel& model)
+{
+    QItemSelection selection;
+    const int lastColumn = model.columnCount() - 1;
+    for (int first = 0; first < rows.count(); ++first) {
+        if (!rows.row(first).selected)
+            continue;
+        int last = first;
+        while (last + 1 < rows.count() && rows.row(last + 1).selected)
+            ++last;
+        selection.append(QItemSelectionRange(model.index(first, 0), model.index(last, lastColumn)));
+        first = last;
+    }
+    return selection;
+}
+
+void setSelected(ListRows& rows, const QItemSelection& selection, bool on)
+{
+    for (const QItemSelectionRange& range : selection) {
+        for (int row = range.top(); row <= range.bottom() && row < rows.count(); ++row)
+            rows.setSelected(row, on);
+    }
+}
+
+} // namespace
+
+RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(this))
+{
+    setModel(m_model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setTabKeyNavigation(false);
+    header()->setSectionsClickable(true);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(header(), &QHeaderView::sectionClicked, this, &RowsView::sortByHeader);
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT rowDoubleClicked(index.row()); });
+    // After the base class has taken the new order in.
+    connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSelection, Qt::DirectConnection);
+}
+
+void RowsView::setRows(ListRows& rows)
+{
+    if (ListRows* old = this->rows())
+        old->disconnect(this);
+    m_model->setRows(&rows);
+    setObjectName(rows.name());
+    connect(&rows, &ListRows::selectionChanged, this, [this] {
+        if (!m_syncing)
+            showSelection();
+    });
+    connect(&rows, &ListRows::currentChanged, this, &RowsView::showCurrent);
+    showSelection();
+}
+
+void RowsView::setPlaceholder(const QString& text)
+{
+    m_placeholder = text;
+    viewport()->update();
+}
+
+void RowsView::setColumnCharacters(const QList<int>& characters)
+{
+    const int width = fontMetrics().averageCharWidth();
+    for (int column = 0; column < characters.size(); ++column)
+        setColumnWidth(column, (characters[column] + 3) * width);
+}
+
+void RowsView::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    if (m_placeholder.isEmpty() || m_model->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = fontMetrics().height() * 2;
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_placeholder);
+}
+
+void RowsView::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && currentIndex().isValid()) {
+        Q_EMIT rowDoubleClicked(currentIndex().row());
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+}
+
+void RowsView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    if (m_syncing || !rows())
+        return;
+    const QScopedValueRollback syncing(m_syncing, true);
+    setSelected(*rows(), deselected, false);
+    setSelected(*rows(), selected, true);
+}
+
+void RowsView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTreeView::currentChanged(current, previous);
+    if (rows() && !m_syncing)
+        rows()->noteCurrent(current.row());
+}
+
+void RowsView::sortByHeader(int column)
+{
+    ListRows* list = rows();
+    const bool turns = list->isSorted() && list->sortColumn() == column;
+    const bool wasAscending = list->sortOrder() == Qt::AscendingOrder;
+    const Qt::SortOrder order = turns && wasAscending ? Qt::DescendingOrder : Qt::AscendingOrder;
+    list->sortBy(column, order);
+    header()->setSortIndicatorShown(true);
+    header()->setSortIndicator(column, order);
+}
+
+void RowsView::showSelection()
+{
+    if (!rows())
+        return;
+    const QScopedValueRollback syncing(m_syncing, true);
+    selectionModel()->select(selectionOf(*rows(), *m_model), QItemSelectionModel::ClearAndSelect);
+    const int current = rows()->current();
+    if (current >= 0 && current != currentIndex().row())
+        selectionModel()->setCurrentIndex(m_model->index(current, 0), QItemSelectionModel::NoUpdate);
+}
+
+void RowsView::showCurrent(int row)
+{
+    if (row >= 0 && row < m_model->rowCount())
+        scrollTo(m_model->index(row, 0));
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,204 @@
+#include "ui/panels/FfsTransfers.h"
+
+#include "app/Files.h"
+#include "app/SafeLocalName.h"
+#include "obex/clsMmcOperation.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using obex::clsMmc;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+using toolkit::Progress;
+
+namespace {
+
+constexpr int mostNamesTold = 10;
+constexpr int longestNameTold = 60; // characters
+
+/// Names for a box, which has to fit on a screen.
+QString someOf(const QStringList& names)
+{
+    QStringList lines;
+    for (const QString& name : names.first(std::min<qsizetype>(names.size(), mostNamesTold)))
+        lines.append(name.size() > longestNameTold ? name.first(longestNameTold) + u'…' : name);
+    if (names.size() > mostNamesTold)
+        lines.append(u"und %1 weitere"_s.arg(names.size() - mostNamesTold));
+    return lines.join(u'\n');
+}
+
+void tell(const clsMmc& mmc, const QString& text, Icon icon)
+{
+    if (!mmc.isAbandoned())
+        mmc.line().context().dialogs.Show({.text = text, .icon = icon});
+}
+
+Answer askToReplace(const clsMmc& mmc, const QString& text)
+{
+    if (mmc.isAbandoned())
+        return Answer::Cancel;
+    return mmc.line().context().dialogs.Show(
+        {.text = text, .buttons = Buttons::YesNoCancel, .icon = Icon::Question, .defaultButton = Answer::No});
+}
+
+/// What became of each file of a job.
+struct Outcome
+{
+    QStringList done;
+    QStringList notDone;
+    QStringList impossible; ///< names that this computer doesn't take
+    bool failed = false;
+};
+
+QString reportOf(const Outcome& outcome, const QString& doneTitle, const QString& notDoneTitle)
+{
+    QStringList parts;
+    if (!outcome.done.isEmpty())
+        parts.append(doneTitle + u'\n' + someOf(outcome.done));
+    if (!outcome.notDone.isEmpty())
+        parts.append(notDoneTitle + u'\n' + someOf(outcome.notDone));
+    if (!outcome.impossible.isEmpty()) {
+        parts.append(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:\n"_s +
+                     someOf(outcome.impossible));
+    }
+    return parts.join(u"\n\n"_s);
+}
+
+/// Where the file goes, empty if it is to be left out. Cancel sets `stop`.
+QString targetFor(const clsMmc& mmc, const QString& folder, const QString& localName, bool& stop)
+{
+    const QString target = QDir(folder).filePath(localName);
+    if (!QFileInfo::exists(target))
+        return target;
+    const Answer answer =
+        askToReplace(mmc, u"Die Datei \"%1\" ist im Ordner %2 schon vorhanden.\nDatei überschreiben?"_s.arg(
+                              localName, QDir::toNativeSeparators(folder)));
+    stop = answer == Answer::Cancel;
+    return answer == Answer::Yes ? target : QString();
+}
+
+void download(clsMmc& mmc, const Progress& progress, const QStringList& names, const QString& folder,
+              Outcome& outcome)
+{
+    bool stop = false;
+    for (const QString& name : names) {
+        stop = stop || progress.cancelled();
+        const QString localName = app::safeLocalName(name);
+        if (localName.isEmpty()) {
+            outcome.impossible.append(name);
+            continue;
+        }
+        const QString target = stop ? QString() : targetFor(mmc, folder, localName, stop);
+        QByteArray data;
+        if (!target.isEmpty() && mmc.GetFile(name, data, progress, target)) {
+            outcome.done.append(name);
+            continue;
+        }
+        outcome.notDone.append(name);
+        outcome.failed = outcome.failed || !target.isEmpty();
+        stop = stop || outcome.failed;
+    }
+}
+
+/// The name that the phone will have the file by.
+QString nameInPhone(const QString& path)
+{
+    return QFileInfo(path).fileName().remove(u',').remove(u';');
+}
+
+enum class Step { Sent, LeftOut, Ended };
+
+Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QStringList& sent,
+            qint64 freeBytes)
+{
+    if (QFileInfo(path).size() > freeBytes) {
+        tell(mmc, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s,
+             Icon::Exclamation);
+        return Step::Ended;
+    }
+    const QString name = nameInPhone(path);
+    if (mmc.IsFileInActDir(name) || sent.contains(name, Qt::CaseInsensitive)) {
+        const Answer answer =
+            askToReplace(mmc, u"Die Datei \""_s + name +
+                                  u"\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s);
+        if (answer == Answer::No)
+            return Step::LeftOut;
+        if (answer != Answer::Yes || !mmc.Del(name, progress))
+            return Step::Ended;
+    }
+    return mmc.PutFile(path, progress) ? Step::Sent : Step::Ended;
+}
+
+} // namespace
+
+bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& names,
+                   const QString& folder)
+{
+    const clsMmc::Operation operation(*mmc, u"Download"_s, progress);
+    if (!operation.isAllowed() || names.isEmpty())
+        return false;
+    const clsMmc::Busy busy(*mmc);
+    Outcome outcome;
+    download(*mmc, operation.progress(), names, folder, outcome);
+    const QString folderShown = QDir::toNativeSeparators(folder);
+    const bool plain = outcome.impossible.isEmpty() && (names.size() == 1 || outcome.notDone.isEmpty());
+    if (!plain) {
+        tell(*mmc,
+             reportOf(outcome, u"Gespeichert im Ordner %1:"_s.arg(folderShown), u"Nicht gespeichert:"_s),
+             Icon::Exclamation);
+    } else if (!outcome.done.isEmpty()) {
+        operation.progress().status(outcome.done.size() == 1
+                                        ? u"%1 gespeichert im Ordner %2."_s.arg(outcome.done[0], folderShown)
+                                        : u"%1 Dateien gespeichert im Ordner %2."_s.arg(
+                                              QString::number(outcome.done.size()), folderShown));
+    }
+    return !outcome.failed;
+}
+
+bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& paths,
+                 qint64 freeBytes)
+{
+    const clsMmc::Operation operation(*mmc, u"Upload"_s, progress);
+    if (!operation.isAllowed())
+        return false;
+    const clsMmc::Busy busy(*mmc);
+    Outcome outcome;
+    for (const QString& path : paths) {
+        const Step step =
+            outcome.failed ? Step::Ended : upload(*mmc, operation.progress(), path, outcome.done, freeBytes);
+        if (step == Step::Sent) {
+            outcome.done.append(nameInPhone(path));
+            freeBytes -= QFileInfo(path).size();
+        } else {
+            outcome.notDone.append(QFileInfo(path).fileName());
+        }
+        outcome.failed = step == Step::Ended;
+    }
+    if (outcome.failed && paths.size() > 1) {
+        tell(*mmc, reportOf(outcome, u"Zum Telefon übertragen:"_s, u"Nicht übertragen:"_s),
+             Icon::Exclamation);
+    }
+    return !outcome.failed;
+}
+
+bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& names)
+{
+    const clsMmc::Operation operation(*mmc, u"Löschen"_s, progress);
+    if (!operation.isAllowed())
+        return false;
+    const clsMmc::Busy busy(*mmc);
+    for (const QString& name : names) {
+        if (!mmc->Del(name, operation.progress()))
+            return false;
+        if (operation.progress().cancelled())
+            break;
+    }
+    return true;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,56 @@
+#include "ui/panels/ListPanel.h"
+
+#include "ui/icons/Icons.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, Ways ways, QWidget* parent)
+    : PanelFrame(name, parent), m_view(new RowsView(this)), m_note(new QLabel(this)), m_ways(std::move(ways))
+{
+    m_view->setRows(rows);
+    m_view->setIconSource([](const QString& key) { return icon(key); });
+    m_view->installEventFilter(this);
+    m_note->setWordWrap(true);
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setForegroundRole(QPalette::PlaceholderText);
+    content()->addWidget(m_view, 1);
+    content()->addWidget(m_note);
+    connect(m_view, &RowsView::rowDoubleClicked, this, [this] { Q_EMIT commandWanted(Command::Edit); });
+}
+
+void ListPanel::setNote(const QStringList& lines, const QString& name)
+{
+    m_note->setText(lines.join(u'\n'));
+    m_note->setObjectName(name);
+}
+
+bool ListPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_view && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (handleKey(key->key(), key->modifiers()))
+            return true;
+    }
+    return PanelFrame::eventFilter(watched, event);
+}
+
+bool ListPanel::handleKey(int key, Qt::KeyboardModifiers modifiers)
+{
+    if (key == Qt::Key_A && (m_ways.plainASelects || modifiers.testFlag(Qt::ControlModifier))) {
+        m_view->selectAll();
+        return true;
+    }
+    const auto command = m_ways.keys.constFind(key);
+    if (command == m_ways.keys.cend())
+        return false;
+    Q_EMIT commandWanted(*command);
+    return true;
+}
+
+} // namespace kalmo::ui

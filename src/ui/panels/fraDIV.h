@@ -1,0 +1,62 @@
+#pragma once
+
+#include "ui/panels/PanelFrame.h"
+#include "ui/window/CommandTarget.h"
+
+#include <QDateTime>
+
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+namespace kalmo::ui {
+
+/// What the phone says of itself: maker, model, version, serial number, signal, battery, clock.
+class fraDIV : public PanelFrame, public CommandTarget
+{
+    Q_OBJECT
+
+public:
+    explicit fraDIV(const WindowParts& parts, QWidget* parent = nullptr);
+
+    void run(Command command) override;
+
+    /// Asks the phone for everything and shows it. A query that fails ends it, with the step still in the
+    /// status bar; the user has been told.
+    void DisplayRefresh();
+
+private:
+    struct Gauge
+    {
+        QLabel* caption;
+        QLabel* picture;
+        QLabel* value;
+    };
+
+    QWidget* makeDevicePart();
+    QWidget* makeClockPart();
+    Gauge makeGauge(const QString& captionName, const QString& caption, const QString& pictureName,
+                    const QString& valueName);
+    void setPicture(const Gauge& gauge, const QString& name);
+    bool askIdentity();
+    void showSignal();
+    void showBattery();
+    void askClock();
+    void showClocks(bool isKnown, const QDateTime& phone);
+    void showClockUnsupported();
+    void cmdUhrSync_Click();
+
+    WindowParts m_parts;
+    QLabel* m_lblHersteller;
+    QLabel* m_lblTyp;
+    QLabel* m_lblVersion;
+    QLabel* m_lblSerNr;
+    Gauge m_signal;
+    Gauge m_battery;
+    QGroupBox* m_fraUhr;
+    QLineEdit* m_txtTimePC;
+    QLineEdit* m_txtTimePhone;
+    QPushButton* m_cmdUhrSync;
+};
+
+} // namespace kalmo::ui

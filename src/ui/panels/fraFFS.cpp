@@ -1,0 +1,299 @@
+#include "ui/panels/fraFFS.h"
+
+#include "app/FileAssociations.h"
+#include "app/Files.h"
+#include "app/SafeLocalName.h"
+#include "app/SettingsKeys.h"
+#include "app/Version.h"
+#include "obex/FolderRows.h"
+#include "ui/controls/Named.h"
+#include "ui/controls/ucFfsMem.h"
+#include "ui/icons/Icons.h"
+#include "ui/lists/RowsView.h"
+#include "ui/panels/FfsTransfers.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
+
+QList<toolkit::ListColumn> columns()
+{
+    return {{u"Name"_s, true}, {u"Typ"_s}, {u"Größe"_s, true}, {u"Attribut"_s}};
+}
+
+/// What follows the four characters that say what a row is.
+QString nameIn(const QString& key)
+{
+    return key.mid(obex::fileKeyPrefix.size());
+}
+
+QString savedFolder(const app::Settings& settings)
+{
+    const QString folder = app::get(settings, app::keys::LastSaveFolder);
+    return folder == app::noValue() ? QString() : folder;
+}
+
+} // namespace
+
+fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
+               QWidget* parent)
+    : QWidget(parent), m_program(program), m_mmc(std::move(mmc)), m_progress(progress),
+      m_rows(u"lvwFFs"_s, columns()), m_lvwFFs(new RowsView(this)),
+      m_txtFFscDirAct(named(new QLineEdit, u"txtFFscDirAct"_s, u"Ordner im Telefon"_s)),
+      m_ucFfsMem(named(new ucFfsMem(program.context), u"ucFfsMem"_s, u"Speicher im Telefon"_s)),
+      m_mnuFFSsave(makeSaveMenu()), m_tlbFFS(makeToolbar())
+{
+    setObjectName(u"fraFFS"_s);
+    m_lvwFFs->setRows(m_rows);
+    m_lvwFFs->setAccessibleName(u"Dateien im Telefon"_s);
+    m_lvwFFs->setIconSource([](const QString& key) { return icon(key); });
+    m_lvwFFs->setColumnCharacters({36, 22, 12, 12});
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_tlbFFS);
+    layout->addWidget(makePathRow());
+    layout->addWidget(m_lvwFFs, 1);
+    layout->addWidget(m_ucFfsMem);
+    connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
+    connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
+}
+
+fraFFS::~fraFFS() = default;
+
+QWidget* fraFFS::makePathRow()
+{
+    m_txtFFscDirAct->setReadOnly(true);
+    auto* label = named(new QLabel(u"P&fad Gigaset"_s), u"lbltxtFFscDirActPre"_s);
+    label->setBuddy(m_txtFFscDirAct);
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins({});
+    layout->addWidget(label);
+    layout->addWidget(m_txtFFscDirAct, 1);
+    return row;
+}
+
+QToolBar* fraFFS::makeToolbar()
+{
+    struct Command
+    {
+        QString key;
+        QString caption;
+        QString toolTip;
+        QKeySequence shortcut;
+        void (fraFFS::*run)();
+    };
+    const Command commands[] = {
+        {u"open"_s, u"PC -> Tel"_s, u"Datei / Ordner zum Telefon senden"_s, {}, &fraFFS::upload},
+        {u"save"_s, u"PC <- Tel"_s, u"Datei / Ordner vom Telefon empfangen"_s, {}, &fraFFS::showSaveMenu},
+        {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete, &fraFFS::deleteSelected},
+        {u"show"_s, u"Öffnen"_s, u"Datei öffnen"_s, {}, &fraFFS::openSelected},
+        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, QKeySequence::Refresh, &fraFFS::refresh},
+    };
+    auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    for (const Command& command : commands) {
+        QAction* action = bar->addAction(icon(u"ffs-"_s + command.key), command.caption);
+        action->setObjectName(command.key);
+        action->setToolTip(command.toolTip);
+        action->setShortcut(command.shortcut);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+        connect(action, &QAction::triggered, this, command.run);
+        bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    }
+    return bar;
+}
+
+QMenu* fraFFS::makeSaveMenu()
+{
+    auto* menu = named(new QMenu(this), u"mnuFFSsave"_s, u"Speichern"_s);
+    m_saveIntoLast = menu->addAction(QString());
+    connect(m_saveIntoLast, &QAction::triggered, this,
+            [this] { saveInto(savedFolder(m_program.context.settings)); });
+    QAction* other = menu->addAction(u"Anderem Ordner"_s);
+    connect(other, &QAction::triggered, this, &fraFFS::pickFolderAndSave);
+    menu->addSeparator();
+    menu->addAction(u"&abbrechen"_s);
+    return menu;
+}
+
+void fraFFS::FFSMemAct()
+{
+    const QPointer<fraFFS> self = this;
+    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
+    qint32 bytes = 0;
+    if (!mmc->GetSpaceFree(bytes, m_progress) || !self)
+        return;
+    m_ucFfsMem->setMeFree(bytes);
+    if (self && mmc->GetSpaceTotal(bytes, m_progress) && self)
+        m_ucFfsMem->setMeTotal(bytes);
+}
+
+void fraFFS::FfsListRefresh()
+{
+    QList<obex::tObxDirEntry> entries;
+    m_mmc->Dir(entries, m_progress, &m_rows);
+}
+
+void fraFFS::refresh()
+{
+    const QPointer<fraFFS> self = this;
+    FFSMemAct();
+    if (self)
+        FfsListRefresh();
+}
+
+void fraFFS::openSelected()
+{
+    const QList<int> selected = m_rows.selectedRows();
+    if (!selected.isEmpty())
+        openRow(selected.contains(m_rows.current()) ? m_rows.current() : selected.first());
+}
+
+void fraFFS::openRow(int row)
+{
+    const QString key = m_rows.row(row).key;
+    if (key.startsWith(obex::fileKeyPrefix)) {
+        openFile(nameIn(key));
+        return;
+    }
+    const QPointer<fraFFS> self = this;
+    changeFolder(key);
+    if (self)
+        FfsListRefresh(); // after a failure too: the client is where it came to
+    if (!self)
+        return;
+    m_rows.setCurrent(0);
+    m_lvwFFs->setFocus();
+}
+
+bool fraFFS::changeFolder(const QString& key)
+{
+    if (key.startsWith(obex::rootKeyPrefix))
+        return m_mmc->CdRoot();
+    if (key.startsWith(obex::upKeyPrefix))
+        return m_mmc->CdUp();
+    return m_mmc->Cd(nameIn(key), false);
+}
+
+/// Shows a file with the user's own program, from a copy in the work folder.
+void fraFFS::openFile(const QString& name)
+{
+    app::Context& context = m_program.context;
+    const QString localName = app::safeLocalName(name);
+    if (localName.isEmpty()) {
+        context.dialogs.Show({.text = u"Dateien können auf diesem Computer nicht so heißen:\n"_s + name,
+                              .icon = Icon::Exclamation});
+        return;
+    }
+    const QString folder = context.sy.Paths.Storage + u"/config/temp"_s;
+    if (!app::EnsureDirExists(context, folder))
+        return;
+    const QString path = folder + u'/' + localName;
+    app::DeleteQuiet(path);
+    QByteArray content;
+    app::Desktop& desktop = m_program.desktop;
+    if (!m_mmc->GetFile(name, content, m_progress, path))
+        return;
+    if (!desktop.hasAssociation(path) || !desktop.open(path)) {
+        app::NoAssociationDialog(context, desktop, path,
+                                 app::productName() + u" - fehlende Dateiassoziation"_s);
+    }
+}
+
+void fraFFS::upload()
+{
+    app::Context& context = m_program.context;
+    const QPointer<fraFFS> self = this;
+    const QStringList paths = context.dialogs.OpenFiles(
+        {.title = u"Datei auf zum Telefon übertragen"_s, .folder = app::GetLastInitDir(context, lastUpload)});
+    if (paths.isEmpty() || !self)
+        return;
+    app::SetLastInitDir(context, lastUpload, paths.first());
+    uploadFiles(m_mmc, m_progress, paths, m_ucFfsMem->MeFree());
+    if (self)
+        refresh();
+}
+
+void fraFFS::showSaveMenu()
+{
+    m_saveIntoLast->setText(u"Speichern in "_s +
+                            savedFolder(m_program.context.settings).replace(u'&', u"&&"_s));
+    const QWidget* button = m_tlbFFS->widgetForAction(m_tlbFFS->findChild<QAction*>(u"save"_s));
+    m_mnuFFSsave->popup(button->mapToGlobal(QPoint(0, button->height())));
+}
+
+void fraFFS::pickFolderAndSave()
+{
+    app::Context& context = m_program.context;
+    const QPointer<fraFFS> self = this;
+    const QString folder =
+        context.dialogs.PickFolder(u"Zielordner für Download auswählen"_s, savedFolder(context.settings));
+    if (folder.isEmpty() || !self)
+        return;
+    app::put(context.settings, app::keys::LastSaveFolder, folder);
+    saveInto(folder);
+}
+
+/// Without a folder the files go to the current directory.
+void fraFFS::saveInto(QString folder)
+{
+    if (folder.isEmpty())
+        folder = QDir::currentPath();
+    downloadFiles(m_mmc, m_progress, selectedNames(true), QDir::cleanPath(folder));
+}
+
+void fraFFS::deleteSelected()
+{
+    const QStringList names = selectedNames(false);
+    if (names.isEmpty())
+        return;
+    const QPointer<fraFFS> self = this;
+    const Answer answer = m_program.context.dialogs.Show(
+        {.text = QString::number(names.size()) + u" ausgewählte Dateien wirklich löschen?"_s,
+         .buttons = Buttons::YesNo,
+         .icon = Icon::Question,
+         .defaultButton = Answer::No});
+    if (answer != Answer::Yes || !self)
+        return;
+    const bool deleted = deleteEntries(m_mmc, m_progress, QStringList(names.rbegin(), names.rend()));
+    if (!self)
+        return;
+    if (deleted) {
+        refresh();
+        return;
+    }
+    FfsListRefresh();
+    if (self)
+        FFSMemAct();
+}
+
+/// From the first row to the last, without the rows that are commands.
+QStringList fraFFS::selectedNames(bool filesOnly) const
+{
+    QStringList names;
+    for (const int row : m_rows.selectedRows()) {
+        const QString& key = m_rows.row(row).key;
+        if (key.startsWith(obex::fileKeyPrefix) || (!filesOnly && key.startsWith(obex::folderKeyPrefix)))
+            names.append(nameIn(key));
+    }
+    return names;
+}
+
+} // namespace kalmo::ui

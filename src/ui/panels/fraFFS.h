@@ -1,0 +1,67 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+#include "toolkit/ListRows.h"
+#include "ui/Program.h"
+
+#include <QWidget>
+
+class QAction;
+class QLineEdit;
+class QMenu;
+class QToolBar;
+
+namespace kalmo::ui {
+
+class RowsView;
+class ucFfsMem;
+
+/// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
+/// channel.
+class fraFFS : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `progress` has to outlive the panel.
+    fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
+           QWidget* parent = nullptr);
+    ~fraFFS() override;
+
+    /// Reads the phone's capacities and shows them.
+    void FFSMemAct();
+    /// Lists the phone's current folder.
+    void FfsListRefresh();
+
+    toolkit::ListRows& lvwFFs() { return m_rows; }
+
+private:
+    QWidget* makePathRow();
+    QToolBar* makeToolbar();
+    QMenu* makeSaveMenu();
+
+    void refresh();
+    void openSelected();
+    void openRow(int row);
+    bool changeFolder(const QString& key);
+    void openFile(const QString& name);
+    void upload();
+    void showSaveMenu();
+    void saveInto(QString folder);
+    void pickFolderAndSave();
+    void deleteSelected();
+    QStringList selectedNames(bool filesOnly) const;
+
+    Program& m_program;
+    std::shared_ptr<obex::clsMmc> m_mmc;
+    toolkit::Progress m_progress;
+    toolkit::ListRows m_rows;
+    RowsView* m_lvwFFs;
+    QLineEdit* m_txtFFscDirAct;
+    ucFfsMem* m_ucFfsMem;
+    QMenu* m_mnuFFSsave;
+    QAction* m_saveIntoLast = nullptr;
+    QToolBar* m_tlbFFS;
+};
+
+} // namespace kalmo::ui

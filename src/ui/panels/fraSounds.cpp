@@ -1,0 +1,155 @@
+#include "ui/panels/fraSounds.h"
+
+#include "link/PhoneModels.h"
+#include "phonedata/ClassicStore.h"
+#include "ui/controls/Named.h"
+#include "ui/icons/Icons.h"
+#include "ui/lists/RowsView.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using phonedata::SoundEvent;
+
+namespace {
+
+/// Names of the two combos of each event, in the order in which the events are read.
+constexpr std::array<std::array<QStringView, 2>, phonedata::soundEventCount> comboNames = {{
+    {u"cmbWrexID", u"cmbWrexVol"},
+    {u"cmbWrinID", u"cmbWrinVol"},
+    {u"cmbWrapID", u"cmbWrapVol"},
+    {u"cmbWralID", u"cmbWralVol"},
+}};
+
+const QStringList volumes = {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"ansteigend"_s};
+
+constexpr double pauseAhead = 1;
+constexpr double pauseBetween = 0.5;
+constexpr double pauseBehindSetting = 1;
+
+} // namespace
+
+fraSounds::fraSounds(const WindowParts& parts, QWidget* parent)
+    : PanelFrame(u"fraSounds"_s, parent), m_parts(parts), m_sounds(phonedata::makeSoundRows())
+{
+    setCaption(u"Klingeltöne"_s);
+    auto* group = new QGroupBox(u"Zugewiesene Klingeltöne"_s, this);
+    auto* grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(10);
+    for (int event = 0; event < phonedata::soundEventCount; ++event)
+        addEvent(*grid, static_cast<SoundEvent>(event));
+    grid->setColumnStretch(1, 2);
+    grid->setColumnStretch(3, 1);
+    auto* heading = new QLabel(u"&Verfügbare individuelle Töne"_s, this);
+    auto* view = new RowsView(this);
+    view->setRows(*m_sounds);
+    view->setAccessibleName(u"Verfügbare individuelle Töne"_s);
+    view->setIconSource([](const QString& key) { return icon(key); });
+    view->setColumnCharacters({32, 12});
+    view->setPlaceholder(u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
+    heading->setBuddy(view);
+    content()->addWidget(group);
+    content()->addWidget(heading);
+    content()->addWidget(view, 1);
+}
+
+fraSounds::~fraSounds() = default;
+
+void fraSounds::addEvent(QGridLayout& grid, SoundEvent event)
+{
+    const int row = static_cast<int>(event);
+    const QString caption = phonedata::captionOf(event);
+    Event& widgets = m_events[row];
+    widgets.tone = named(new QComboBox, comboNames[row][0].toString(), caption);
+    widgets.volume = named(new QComboBox, comboNames[row][1].toString(), caption + u", Lautstärke"_s);
+    widgets.volume->addItems(volumes);
+    widgets.volume->setCurrentIndex(-1);
+    grid.addWidget(named(new QLabel(caption), u"lblCmbSndPre%1"_s.arg(row)), row, 0);
+    grid.addWidget(widgets.tone, row, 1);
+    grid.addWidget(new QLabel(u"Lautstärke"_s), row, 2);
+    grid.addWidget(widgets.volume, row, 3);
+    // `activated` is the user's choice alone: filling and setting the combos sends nothing.
+    for (QComboBox* combo : {widgets.tone, widgets.volume})
+        connect(combo, &QComboBox::activated, this, [this, event] { choose(event); });
+}
+
+phonedata::RingtoneJob fraSounds::job() const
+{
+    return {m_parts.program.line, m_parts.program.memory, &m_parts.busy, m_parts.progress.panel};
+}
+
+void fraSounds::run(Command command)
+{
+    if (command == Command::Refresh && link::hasRingtoneSettings(m_parts.program.context.sy.PhoneType))
+        load();
+}
+
+void fraSounds::load()
+{
+    const QPointer<fraSounds> self(this);
+    toolkit::Clock& clock = m_parts.program.context.clock;
+    const phonedata::BusyScope busy(&m_parts.busy);
+    clock.WaitSeconds(pauseAhead);
+    if (!self)
+        return;
+    const bool isRead = phonedata::ReadSoundList(job(), *m_sounds);
+    if (!self)
+        return;
+    fillTones();
+    if (!isRead)
+        return;
+    clock.WaitSeconds(pauseBetween);
+    if (self)
+        readSettings();
+}
+
+void fraSounds::fillTones()
+{
+    QStringList names = phonedata::builtInMelodies();
+    const phonedata::SoundList& sounds = m_parts.program.memory.sounds;
+    for (int index = 1; index <= sounds.upperBound(); ++index)
+        names.append(sounds.row(index).name);
+    for (const Event& event : m_events) {
+        event.tone->clear();
+        event.tone->addItems(names);
+        event.tone->setCurrentIndex(-1);
+    }
+}
+
+void fraSounds::readSettings()
+{
+    const QPointer<fraSounds> self(this);
+    phonedata::ReadSoundSettings(
+        job(), [self](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
+            if (!self)
+                return;
+            const Event& widgets = self->m_events[static_cast<size_t>(event)];
+            widgets.volume->setCurrentIndex(setting.volume - 1);
+            widgets.tone->setCurrentText(toneName);
+        });
+}
+
+void fraSounds::choose(SoundEvent event)
+{
+    const Event& widgets = m_events[static_cast<size_t>(event)];
+    const QString tone = widgets.tone->currentText();
+    const int volume = widgets.volume->currentIndex() + 1;
+    if (tone.isEmpty() || volume < 1)
+        return; // never read: there is nothing to send for the other half
+    const QPointer<fraSounds> self(this);
+    const phonedata::BusyScope busy(&m_parts.busy);
+    phonedata::SetSound(job(), event, tone, volume);
+    m_parts.program.context.clock.WaitSeconds(pauseBehindSetting);
+    if (self)
+        readSettings();
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "phonedata/PhoneMemory.h"
+#include "phonedata/Ringtones.h"
+#include "ui/panels/PanelFrame.h"
+#include "ui/window/CommandTarget.h"
+
+#include <array>
+#include <memory>
+
+class QComboBox;
+class QGridLayout;
+
+namespace kalmo::ui {
+
+/// The ringtones of handsets of types 2 to 4. What the user chooses goes to the phone at once, and the panel
+/// then shows what the phone has made of it.
+class fraSounds : public PanelFrame, public CommandTarget
+{
+    Q_OBJECT
+
+public:
+    explicit fraSounds(const WindowParts& parts, QWidget* parent = nullptr);
+    ~fraSounds() override;
+
+    void run(Command command) override;
+
+    /// Reads the phone's melodies and what each event is set to.
+    void load();
+
+private:
+    struct Event
+    {
+        QComboBox* tone;
+        QComboBox* volume;
+    };
+
+    void addEvent(QGridLayout& grid, phonedata::SoundEvent event);
+    void fillTones();
+    void readSettings();
+    void choose(phonedata::SoundEvent event);
+    phonedata::RingtoneJob job() const;
+
+    WindowParts m_parts;
+    std::unique_ptr<toolkit::ListRows> m_sounds;
+    std::array<Event, phonedata::soundEventCount> m_events = {};
+};
+
+} // namespace kalmo::ui

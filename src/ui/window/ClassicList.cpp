@@ -1,0 +1,226 @@
+#include "ui/window/ClassicList.h"
+
+#include "app/Files.h"
+#include "phonedata/BackupFiles.h"
+#include "phonedata/ClassicCommands.h"
+#include "ui/forms/frmNEentry.h"
+#include "ui/forms/frmTBentry.h"
+#include "ui/window/Notices.h"
+
+#include <QDir>
+#include <QPointer>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using phonedata::CommandResult;
+using phonedata::Store;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+/// What the two lists are called where the user reads of them.
+struct Words
+{
+    QStringView openTitle;
+    QStringView saveTitle;
+    QStringView fileType;
+    QStringView pattern;
+    QStringView changed;
+};
+
+const Words& wordsOf(Store store)
+{
+    static constexpr Words phonebook = {
+        u"Kalmo - Telefonbuch öffnen", u"Kalmo - Telefonbuch Backup erstellen", u" (*.tel Telefonbuch)",
+        u"*.tel",
+        u"Das Telefonbuch wurde verändert, d.h. die aktuell angezeigte Liste entspricht nicht dem Inhalt des "
+        u"Telefons."};
+    static constexpr Words providers = {
+        u"Kalmo - Provider Liste öffnen", u"Kalmo - Provider Backup erstellen", u" (*.prv Provider)",
+        u"*.prv",
+        u"Die Liste der Provider wurde verändert, d.h. die aktuell angezeigte Liste entspricht nicht dem "
+        u"Inhalt des Telefons."};
+    return store == Store::Phonebook ? phonebook : providers;
+}
+
+int rowToEdit(const toolkit::ListRows& rows)
+{
+    const QList<int> selected = rows.selectedRows();
+    return rows.current() >= 0 ? rows.current() : selected.value(0, -1);
+}
+
+} // namespace
+
+ClassicList::ClassicList(const WindowParts& parts, Store store, QObject* parent)
+    : QObject(parent), m_parts(parts), m_store(store), m_rows(phonedata::makeRows(store))
+{
+}
+
+ClassicList::~ClassicList() = default;
+
+bool ClassicList::isDirty() const
+{
+    return phonedata::isDirty(m_parts.program.memory, m_store);
+}
+
+void ClassicList::run(Command command)
+{
+    switch (command) {
+    case Command::Read:
+        return read();
+    case Command::Write:
+        return write();
+    case Command::New:
+        return edit(false);
+    case Command::Edit:
+        return edit(true);
+    case Command::Delete:
+        return deleteSelected();
+    case Command::Save:
+        return save();
+    case Command::Export:
+        return tellLaterVersion(m_parts.program.context, u"Der Export von Listen"_s);
+    case Command::Open:
+    case Command::Import:
+        Q_EMIT menuWanted(command);
+        return;
+    case Command::Refresh:
+    case Command::Help:
+        return;
+    }
+}
+
+phonedata::StoreJob ClassicList::job() const
+{
+    return {m_parts.program.line, m_parts.program.memory, *m_rows, &m_parts.busy, m_parts.progress};
+}
+
+void ClassicList::read()
+{
+    const QPointer<ClassicList> self(this);
+    const CommandResult result = phonedata::readCommand(job(), m_store);
+    if (!self || result != CommandResult::Done)
+        return;
+    m_isRead = true;
+    Q_EMIT becameClean();
+}
+
+void ClassicList::write()
+{
+    const QPointer<ClassicList> self(this);
+    m_isWriting = true;
+    const phonedata::BusyScope busy(&m_parts.busy);
+    const CommandResult result = phonedata::writeCommand(job(), m_store);
+    if (!self)
+        return;
+    m_isWriting = false;
+    if (result == CommandResult::Done)
+        Q_EMIT becameClean();
+}
+
+template <typename Form>
+void ClassicList::showForm(int row)
+{
+    Form form(m_parts.program, *m_rows, m_parts.window);
+    connect(&form, &Form::listChanged, this, &ClassicList::setDirty);
+    if (row >= 0)
+        form.loadRow(row);
+    form.Form_Present(row >= 0);
+    form.exec();
+}
+
+void ClassicList::edit(bool existing)
+{
+    const int row = existing ? rowToEdit(*m_rows) : -1;
+    if (existing && row < 0)
+        return;
+    if (m_store == Store::Phonebook)
+        showForm<frmTBentry>(row);
+    else
+        showForm<frmNEentry>(row);
+}
+
+void ClassicList::deleteSelected()
+{
+    const qsizetype count = m_rows->selectedRows().size();
+    if (count == 0)
+        return;
+    const Answer answer =
+        m_parts.program.context.dialogs.Show({.text = u"%1 Einträge wirklich löschen?"_s.arg(count),
+                                              .buttons = Buttons::YesNo,
+                                              .icon = Icon::Question});
+    if (answer != Answer::Yes)
+        return;
+    for (int row = m_rows->count() - 1; row >= 0; --row) {
+        if (m_rows->row(row).selected)
+            m_rows->removeAt(row);
+    }
+    setDirty();
+}
+
+void ClassicList::setDirty()
+{
+    phonedata::setDirty(m_parts.program.memory, m_store, true);
+    Q_EMIT becameDirty();
+}
+
+bool ClassicList::mayPassOverChanges(const QString& text)
+{
+    return !isDirty() || m_parts.program.context.dialogs.Show({.text = text,
+                                                               .buttons = Buttons::YesNo,
+                                                               .icon = Icon::Question,
+                                                               .defaultButton = Answer::No}) == Answer::Yes;
+}
+
+/// The file is read beside the list: one that can't be read costs nothing.
+void ClassicList::openBackup(int choice)
+{
+    app::Context& context = m_parts.program.context;
+    const bool isEmpty = m_rows->count() == 0;
+    if (!isEmpty && !mayPassOverChanges(phonedata::unsavedChangesText(m_store)))
+        return;
+    const Words& words = wordsOf(m_store);
+    const QString backups = QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
+    const QString path = context.dialogs.OpenFile(
+        {.title = words.openTitle.toString(),
+         .folder = choice == 0 ? app::GetLastInitDir(context, m_rows->name()) : backups,
+         .types = {{words.fileType.toString(), {words.pattern.toString()}}}});
+    if (path.isEmpty())
+        return;
+    if (choice == 0)
+        app::SetLastInitDir(context, m_rows->name(), path);
+    const auto loaded = phonedata::makeRows(m_store);
+    if (!(m_store == Store::Phonebook ? phonedata::LoadTel(context, *loaded, path)
+                                      : phonedata::LoadPrv(context, *loaded, path)))
+        return;
+    std::vector<toolkit::ListRow> rows;
+    for (int row = 0; row < loaded->count(); ++row)
+        rows.push_back(loaded->row(row));
+    m_rows->clear();
+    m_rows->addAll(std::move(rows));
+    setDirty();
+}
+
+void ClassicList::save()
+{
+    app::Context& context = m_parts.program.context;
+    const Words& words = wordsOf(m_store);
+    if (!mayPassOverChanges(words.changed.toString() + u"\n\nTrotzdem speichern?"_s) || tellIfEmpty(context, *m_rows))
+        return;
+    const QString path =
+        context.dialogs.SaveFile({.title = words.saveTitle.toString(),
+                                  .folder = app::GetLastInitDir(context, m_rows->name()),
+                                  .types = {{words.fileType.toString(), {words.pattern.toString()}}},
+                                  .confirmOverwrite = true});
+    if (path.isEmpty())
+        return;
+    app::SetLastInitDir(context, m_rows->name(), path);
+    if (m_store == Store::Phonebook ? phonedata::SaveTel(context, *m_rows, path)
+                                    : phonedata::SavePrv(context, *m_rows, path))
+        context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "phonedata/StoreSafety.h"
+#include "ui/window/CommandTarget.h"
+
+#include <QObject>
+
+namespace kalmo::ui {
+
+/// The commands on a list of a classic handset, the phonebook or the provider list. What is edited stays in
+/// the list until it is written.
+class ClassicList : public QObject, public CommandTarget
+{
+    Q_OBJECT
+
+public:
+    ClassicList(const WindowParts& parts, phonedata::Store store, QObject* parent = nullptr);
+    ~ClassicList() override;
+
+    toolkit::ListRows& rows() const { return *m_rows; }
+    phonedata::Store store() const { return m_store; }
+    bool isDirty() const;
+
+    /// Whether the list was read from the phone in this run: `TbRead`, `NeRead`.
+    bool isRead() const { return m_isRead; }
+    /// Whether the phone's list is being replaced now. Stopping that loses what is not written yet.
+    bool isWriting() const { return m_isWriting; }
+
+    void run(Command command) override;
+
+    /// A line of the menu mnuOpen: 0 any folder, 1 the folder of automatic backups.
+    void openBackup(int choice);
+
+Q_SIGNALS:
+    void becameDirty();
+    void becameClean(); ///< after a read or a write
+    void menuWanted(kalmo::ui::Command command);
+
+private:
+    void read();
+    void write();
+    void edit(bool existing);
+    void deleteSelected();
+    void save();
+    void setDirty();
+    bool mayPassOverChanges(const QString& text);
+    phonedata::StoreJob job() const;
+    template <typename Form>
+    void showForm(int row);
+
+    WindowParts m_parts;
+    phonedata::Store m_store;
+    std::unique_ptr<toolkit::ListRows> m_rows;
+    bool m_isRead = false;
+    bool m_isWriting = false;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,110 @@
+#include "ui/window/NaviTree.h"
+
+#include "link/PhoneModels.h"
+#include "ui/icons/Icons.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include <array>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int keyRole = Qt::UserRole;
+
+bool always(int)
+{
+    return true;
+}
+
+bool hasProviders(int phoneType)
+{
+    return !link::hasVcards(phoneType);
+}
+
+constexpr std::array<NodeRow, 12> nodeTable = {{
+    {u"PHONE", u"Telefon", u"tel", u"", always},
+    {u"TB", u"Telefonbuch", u"tb", u"PHONE", always},
+    {u"VW", u"Vorwahlen", u"Vw", u"TB", link::hasAreaCodes},
+    {u"FFS", u"Dateisystem", u"ffs", u"PHONE", link::hasFileSystem},
+    {u"NE", u"Provider", u"ne", u"PHONE", hasProviders},
+    {u"SOUND", u"Klingeltöne", u"Sounds", u"PHONE", link::hasRingtoneSettings},
+    {u"DIV", u"Diverses", u"div", u"PHONE", always},
+    {u"SETUP", u"Kalmo Einstellungen", u"setup", u"", always},
+    {u"SPONSOR", u"Sponsoren", u"sponsor", u"", always},
+    {u"SPONSOR_ORV", u"Orvane", u"sponsor", u"SPONSOR", always},
+    {u"SPONSOR_NORVA", u"Norva", u"sponsor", u"SPONSOR", always},
+    {u"BT", u"Bluetooth Hinweis", u"BT", u"", always},
+}};
+
+} // namespace
+
+QList<NodeRow> navigationNodes(int phoneType)
+{
+    QList<NodeRow> rows;
+    for (const NodeRow& row : nodeTable) {
+        if (row.isOffered(phoneType))
+            rows.append(row);
+    }
+    return rows;
+}
+
+NaviTree::NaviTree(int phoneType, QWidget* parent) : QTreeWidget(parent)
+{
+    setObjectName(u"tvwNavi"_s);
+    setAccessibleName(u"Navigation"_s);
+    setHeaderHidden(true);
+    setColumnCount(1);
+    setFrameShape(QFrame::NoFrame);
+    setIconSize(QSize(22, 22));
+    setIndentation(18);
+    for (const NodeRow& row : navigationNodes(phoneType)) {
+        auto* item = row.parent.isEmpty() ? new QTreeWidgetItem(this)
+                                          : new QTreeWidgetItem(itemOf(row.parent.toString()));
+        item->setText(0, row.caption.toString());
+        item->setIcon(0, icon(row.icon.toString()));
+        item->setData(0, keyRole, row.key.toString());
+        item->setSizeHint(0, QSize(0, fontMetrics().height() + 14));
+    }
+    expandAll();
+    connect(this, &QTreeWidget::itemClicked, this,
+            [this](const QTreeWidgetItem* item) { Q_EMIT nodeClicked(item->data(0, keyRole).toString()); });
+}
+
+bool NaviTree::selectNode(const QString& key)
+{
+    QTreeWidgetItem* item = itemOf(key);
+    if (item)
+        setCurrentItem(item);
+    return item;
+}
+
+QString NaviTree::currentKey() const
+{
+    return currentItem() ? currentItem()->data(0, keyRole).toString() : QString();
+}
+
+void NaviTree::keyPressEvent(QKeyEvent* event)
+{
+    const bool isCall =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (isCall && currentItem())
+        Q_EMIT nodeClicked(currentKey());
+    else
+        QTreeWidget::keyPressEvent(event);
+}
+
+QTreeWidgetItem* NaviTree::itemOf(const QString& key) const
+{
+    for (QTreeWidgetItemIterator item(const_cast<NaviTree*>(this)); *item; ++item) {
+        if ((*item)->data(0, keyRole).toString() == key)
+            return *item;
+    }
+    return nullptr;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QTreeWidget>
+
+namespace kalmo::ui {
+
+/// What a node of the navigation shows. Nodes of the table's order; a child comes after its parent.
+struct NodeRow
+{
+    QStringView key;
+    QStringView caption;
+    QStringView icon;
+    QStringView parent; ///< key, empty for a root
+    bool (*isOffered)(int phoneType);
+};
+
+/// The nodes that a family of handsets gets.
+QList<NodeRow> navigationNodes(int phoneType);
+
+/// `tvwNavi`. A click on a node, or Enter on the current one, calls for its section; moving the cursor alone
+/// does not, since many sections start by talking to the phone.
+class NaviTree : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    explicit NaviTree(int phoneType, QWidget* parent = nullptr);
+
+    /// Makes a node the current one without calling for its section. False if there is none of that key.
+    bool selectNode(const QString& key);
+    QString currentKey() const;
+
+Q_SIGNALS:
+    void nodeClicked(const QString& key);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QTreeWidgetItem* itemOf(const QString& key) const;
+};
+
+} // namespace kalmo::ui

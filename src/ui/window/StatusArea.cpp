@@ -1,0 +1,64 @@
+#include "ui/window/StatusArea.h"
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int barWidth = 220;
+}
+
+StatusArea::StatusArea(QWidget* parent)
+    : QStatusBar(parent), m_text(new StatusLabel(this)), m_bar(new ProgressStrip(this)),
+      m_cancel(new CancelCheck(this))
+{
+    setObjectName(u"sta"_s);
+    setAccessibleName(u"Statusleiste"_s);
+    m_text->setObjectName(u"sta_text"_s);
+    m_bar->setObjectName(u"prg"_s);
+    m_bar->setFixedWidth(barWidth);
+    m_cancel->setObjectName(u"chkCancel"_s);
+    m_cancel->hide();
+    setContentsMargins(12, 0, 4, 0);
+    addWidget(m_text, 1);
+    addPermanentWidget(m_bar);
+    addPermanentWidget(m_cancel);
+    // The bar would grow and shrink with the button otherwise.
+    setMinimumHeight(m_cancel->sizeHint().height() + 6);
+}
+
+void StatusArea::setBlocked(const QList<QWidget*>& widgets)
+{
+    m_busy = std::make_unique<WindowBusy>(widgets);
+}
+
+void StatusArea::SetBusy(bool busy)
+{
+    const bool wasBusy = isBusy();
+    if (busy && !wasBusy) {
+        m_cancel->reset();
+        m_cancel->show();
+    }
+    m_busy->SetBusy(busy);
+    if (wasBusy && !isBusy()) {
+        m_cancel->hide();
+        Q_EMIT becameIdle();
+    }
+}
+
+void StatusArea::cancel()
+{
+    if (isBusy())
+        m_cancel->setChecked(true);
+}
+
+void StatusArea::showBytes(qint64 count)
+{
+    const QString text = m_text->Text();
+    const qsizetype dots = text.indexOf(u"..."_s);
+    if (text == u"Datenkanal geschlossen."_s || dots < 0)
+        return;
+    m_text->SetText(text.first(dots + 3) + u"   %1 Bytes empfangen"_s.arg(count));
+}
+
+} // namespace kalmo::ui

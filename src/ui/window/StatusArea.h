@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ui/adaptors/ProgressWidgets.h"
+
+#include <QStatusBar>
+
+#include <memory>
+
+namespace kalmo::ui {
+
+/// The status bar `sta` with its panels "sta" and "prg", the button that cancels, and the blocking of the
+/// window around it. The bar itself stays enabled, so that an operation can be cancelled.
+class StatusArea : public QStatusBar, public toolkit::BusyWindow
+{
+    Q_OBJECT
+
+public:
+    explicit StatusArea(QWidget* parent = nullptr);
+
+    /// What is blocked while the phone is busy.
+    void setBlocked(const QList<QWidget*>& widgets);
+
+    toolkit::Progress progress() { return {m_text, m_bar, m_cancel}; }
+
+    /// Blocks and frees; calls nest. The cancel button is there in between, and not pressed at first.
+    void SetBusy(bool busy) override;
+    bool isBusy() const { return m_busy && m_busy->isBusy(); }
+
+    /// Asks the running operation to stop; nothing happens where none runs.
+    void cancel();
+
+    /// Panel "sta" while bytes come in: what stands there up to its dots, and the count behind it.
+    void showBytes(qint64 count);
+    void setText(const QString& text) { m_text->SetText(text); }
+
+Q_SIGNALS:
+    void becameIdle();
+
+private:
+    StatusLabel* m_text;
+    ProgressStrip* m_bar;
+    CancelCheck* m_cancel;
+    std::unique_ptr<WindowBusy> m_busy;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace kalmo::ui {
+
+/// The commands of the toolbar `tlb`.
+enum class Command { Read, Write, New, Edit, Delete, Refresh, Open, Save, Export, Import, Help };
+
+struct CommandRow
+{
+    Command command;
+    QStringView key; ///< also the name of its picture
+    QStringView caption;
+    QStringView toolTip;
+    QStringView menuText; ///< with its mnemonic, for the menu bar
+    QStringView shortcut; ///< empty for none
+};
+
+/// All commands in the toolbar's order.
+const QList<CommandRow>& commandTable();
+
+/// Whether a section that sets the enabling offers the command; `mode` is the `ToolbarMode` that it sets.
+/// Help is always offered.
+bool isOffered(Command command, int mode, int phoneType);
+
+/// One line of a popup menu; a separator where the text is empty.
+struct MenuRow
+{
+    QStringView text;
+    int choice; ///< what it stands for, -1 for giving up
+};
+
+struct PopupMenu
+{
+    QStringView name; ///< "mnuOpen" and so on
+    QStringView title;
+    QList<MenuRow> rows;
+};
+
+const PopupMenu& mnuOpen();
+const PopupMenu& mnuImport_TB();
+const PopupMenu& mnuImport_NE();
+
+} // namespace kalmo::ui

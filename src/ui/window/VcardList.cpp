@@ -1,0 +1,146 @@
+#include "ui/window/VcardList.h"
+
+#include "app/Files.h"
+#include "phonedata/ClassicStore.h"
+#include "phonedata/VcardCommands.h"
+#include "phonedata/VcfFiles.h"
+#include "ui/forms/frmVCFneu.h"
+#include "ui/forms/frmVorwahl.h"
+#include "ui/window/Notices.h"
+
+#include <QPointer>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using phonedata::CommandResult;
+using toolkit::Icon;
+
+VcardList::VcardList(const WindowParts& parts, std::shared_ptr<obex::clsMmc> client, QObject* parent)
+    : QObject(parent), m_parts(parts), m_rows(phonedata::makeVcfRows()),
+      m_store(std::make_shared<phonedata::VcardStore>(std::move(client), *m_rows))
+{
+    connect(m_store.get(), &phonedata::VcardStore::capacityChanged, this, &VcardList::captionChanged);
+}
+
+VcardList::~VcardList() = default;
+
+QString VcardList::caption() const
+{
+    return u"Telefonbuch - "_s + m_store->lblVCFkap() + u" Speicherplätze, "_s + m_store->lblVCFbelegt() +
+           u" belegt"_s;
+}
+
+void VcardList::run(Command command)
+{
+    switch (command) {
+    case Command::New:
+        return add();
+    case Command::Edit:
+        return edit();
+    case Command::Delete:
+        return deleteSelected();
+    case Command::Refresh:
+        return refresh();
+    case Command::Save:
+        return save();
+    case Command::Open:
+        m_parts.program.context.dialogs.Show(
+            {.text =
+                 u"Diese Funktion wird für das angeschlossene Telefon nicht unterstützt.\nBitte benutzen Sie "
+                 u"den Import (*.CSV Datei). Darüber können Sie sowohl CSV Dateien wie auch Sicherungen im "
+                 u"*.tel Dateiformat öffnen."_s,
+             .icon = Icon::Information});
+        return;
+    case Command::Export:
+        return tellLaterVersion(m_parts.program.context, u"Der Export von Listen"_s);
+    case Command::Import:
+        Q_EMIT menuWanted(command);
+        return;
+    case Command::Read:
+    case Command::Write:
+    case Command::Help:
+        return;
+    }
+}
+
+void VcardList::refresh()
+{
+    const QPointer<VcardList> self(this);
+    // The store outlives the window if that goes in the middle.
+    const std::shared_ptr<phonedata::VcardStore> store = m_store;
+    phonedata::refreshContacts(*store, m_parts.progress, [self](const QString& answer) {
+        if (self)
+            self->showAreaCodeDialog(answer);
+    });
+    if (self)
+        m_isRead = true;
+}
+
+void VcardList::add()
+{
+    if (!phonedata::mayAddContact(*m_store))
+        return;
+    frmVCFneu form(m_parts.program, m_store, m_parts.window);
+    form.exec();
+}
+
+void VcardList::edit()
+{
+    const QList<int> selected = m_rows->selectedRows();
+    const int row = m_rows->current() >= 0 ? m_rows->current() : selected.value(0, -1);
+    if (row < 0 || !phonedata::mayEditContact(*m_store, row))
+        return;
+    frmVCFneu form(m_parts.program, m_store, m_parts.window);
+    form.loadRow(row);
+    form.exec();
+}
+
+void VcardList::deleteSelected()
+{
+    if (m_rows->selectedRows().isEmpty())
+        return;
+    const std::shared_ptr<phonedata::VcardStore> store = m_store;
+    store->VcfDeleteSelected(m_parts.progress);
+}
+
+void VcardList::save()
+{
+    app::Context& context = m_parts.program.context;
+    if (tellIfEmpty(context, *m_rows))
+        return;
+    const QString path = context.dialogs.SaveFile({.title = u"Kalmo - Telefonbuch Backup erstellen"_s,
+                                                   .folder = app::GetLastInitDir(context, m_rows->name()),
+                                                   .types = {{u" (*.csv Telefonbuch)"_s, {u"*.csv"_s}}},
+                                                   .confirmOverwrite = true});
+    if (path.isEmpty())
+        return;
+    app::SetLastInitDir(context, m_rows->name(), path);
+    if (phonedata::SaveVcfCsv(context, *m_rows, path))
+        context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+}
+
+void VcardList::editAreaCodes()
+{
+    const QPointer<VcardList> self(this);
+    QString answer;
+    {
+        const phonedata::BusyScope busy(&m_parts.busy);
+        phonedata::ReadAreaCodes(m_parts.program.line, m_parts.progress.panel, answer);
+    }
+    if (self && !answer.isEmpty())
+        showAreaCodeDialog(answer);
+}
+
+void VcardList::showAreaCodeDialog(const QString& answer)
+{
+    const QPointer<QWidget> window = m_parts.window;
+    window->hide();
+    frmVorwahl form(m_parts.program, window);
+    form.Form_Present(answer);
+    form.exec();
+    if (window)
+        window->show();
+}
+
+} // namespace kalmo::ui

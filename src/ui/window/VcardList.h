@@ -1,0 +1,46 @@
+#pragma once
+
+#include "phonedata/VcardStore.h"
+#include "ui/window/CommandTarget.h"
+
+namespace kalmo::ui {
+
+/// The commands on the phonebook of a handset with vCards. Every change goes to the phone at once.
+class VcardList : public QObject, public CommandTarget
+{
+    Q_OBJECT
+
+public:
+    VcardList(const WindowParts& parts, std::shared_ptr<obex::clsMmc> client, QObject* parent = nullptr);
+    ~VcardList() override;
+
+    toolkit::ListRows& rows() const { return *m_rows; }
+    /// Whether the list was read in this run, with whatever success: `TbRead`.
+    bool isRead() const { return m_isRead; }
+    /// "Telefonbuch - 250 Speicherplätze, 12 belegt"
+    QString caption() const;
+
+    void run(Command command) override;
+
+    /// Asks the phone for its area codes and shows the dialog for them, in place of the window.
+    void editAreaCodes();
+
+Q_SIGNALS:
+    void captionChanged();
+    void menuWanted(kalmo::ui::Command command);
+
+private:
+    void refresh();
+    void add();
+    void edit();
+    void deleteSelected();
+    void save();
+    void showAreaCodeDialog(const QString& answer);
+
+    WindowParts m_parts;
+    std::unique_ptr<toolkit::ListRows> m_rows; // ahead of the store, which shows it
+    std::shared_ptr<phonedata::VcardStore> m_store;
+    bool m_isRead = false;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,256 @@
+#include "ui/window/frmPB.h"
+
+#include "app/Version.h"
+#include "link/PhoneModels.h"
+#include "ui/icons/Icons.h"
+#include "ui/panels/fraAd.h"
+#include "ui/panels/fraDIV.h"
+#include "ui/panels/fraFFS.h"
+#include "ui/panels/fraSounds.h"
+#include "ui/panels/ListPanel.h"
+#include "ui/window/mdlFormResize.h"
+#include "ui/window/NaviTree.h"
+#include "ui/window/Notices.h"
+#include "ui/window/PanelStack.h"
+#include "ui/window/Reminders.h"
+#include "ui/window/StatusArea.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using phonedata::Store;
+
+namespace {
+
+constexpr int twipsPerPixel = 15;
+constexpr QSize smallestSize(11940 / twipsPerPixel, 6810 / twipsPerPixel);
+constexpr QSize firstSize(1040, 700);
+constexpr int treeWidth = 230;
+
+const QStringList classicNote = {
+    u"- Änderungen werden erst mit Ausführen der Funktion \"Schreiben\" ins Telefon übernommen !!!"_s,
+    u"- Die Anzahl der speicherbaren Einträge ist nicht abrufbar, d.h. bei zu vielen Einträgen kann es zum "
+    u"Schreibfehler am Ende des Vorgangs kommen"_s,
+    u"- Der Schreibvorgang wird bei vielen Einträgen immer langsamer (liegt am Gigaset)"_s,
+};
+
+const QStringList vcardNote = {
+    u"- Das Gigaset wandelt lokale Telefonnummern von sich aus in das internationale Format um. Werden "
+    u"falsche "
+    u"Vorwahlen angezeigt, sind die Einstellung im Gigaset falsch - siehe Programmhilfe für Einstellanleitung!"_s,
+    u"- Änderungen werden bei diesem Telefon sofort übernommen. Der Zugriff ist mitunter recht langsam. Das "
+    u"liegt am Gigaset."_s,
+};
+
+const QString notReadYet = u"Die Liste ist leer."_s;
+
+} // namespace
+
+frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent)
+    : QMainWindow(parent), m_program(program), m_mmc(std::move(mmc)),
+      m_sta(new StatusArea(this)), m_parts{program, *m_sta, m_sta->progress(), this},
+      m_guard(program.memory, program.context.settings), m_tlb(new QToolBar(u"Befehle"_s, this)),
+      m_tvwNavi(new NaviTree(program.context.sy.PhoneType, this)), m_panels(new PanelStack(this)),
+      m_reminders(new Reminders(this))
+{
+    setObjectName(u"frmPB"_s);
+    setWindowTitle(app::productName() + u" v"_s + app::programVersion() +
+                   u" - Gigaset, OpenScape & Mitel Telefon Verwaltungstool"_s);
+    makePanels();
+    makeToolbar();
+    makeMenus();
+    makeMenuBar();
+    layOut();
+    connectMmc();
+    setMinimumSize(smallestSize);
+    resize(firstSize);
+    RestoreFormLayout(*this, program.context.settings);
+    connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
+    connect(
+        m_sta, &StatusArea::becameIdle, this,
+        [this] {
+            if (m_closeWanted && !m_sta->isBusy())
+                close();
+        },
+        Qt::QueuedConnection);
+    goTo(u"SPONSOR"_s);
+}
+
+frmPB::~frmPB()
+{
+    if (m_mmc)
+        m_mmc->abandon();
+}
+
+void frmPB::makePanels()
+{
+    const int phoneType = m_program.context.sy.PhoneType;
+    m_panels->addWidget(m_fraAd = new fraAd(m_program.context.settings, m_program.desktop, this));
+    m_panels->addWidget(m_fraDIV = new fraDIV(m_parts, this));
+    m_targets[ModeDiverse] = m_fraDIV;
+    if (link::hasVcards(phoneType)) {
+        m_contacts = new VcardList(m_parts, m_mmc, this);
+        m_fraVCF = makeListPanel(u"fraVCF"_s, u"Telefonbuch"_s, m_contacts->rows(), false);
+        m_fraVCF->setNote(vcardNote, u"lblStatic2"_s);
+        m_fraVCF->view().setColumnCharacters({18, 16, 18, 18, 18, 24, 18, 10});
+        connect(m_contacts, &VcardList::captionChanged, m_fraVCF,
+                [this] { m_fraVCF->setCaption(m_contacts->caption()); });
+        connect(m_contacts, &VcardList::menuWanted, this, &frmPB::popUp);
+        m_targets[ModePhonebook] = m_contacts;
+    } else {
+        makeClassicPanels();
+    }
+    if (link::hasFileSystem(phoneType))
+        m_panels->addWidget(m_fraFFS = new fraFFS(m_program, m_mmc, m_parts.progress, this));
+    if (link::hasRingtoneSettings(phoneType)) {
+        m_panels->addWidget(m_fraSounds = new fraSounds(m_parts, this));
+        m_targets[ModeSounds] = m_fraSounds;
+    }
+}
+
+void frmPB::makeClassicPanels()
+{
+    m_phonebook = new ClassicList(m_parts, Store::Phonebook, this);
+    m_providers = new ClassicList(m_parts, Store::Providers, this);
+    m_fraPBTB = makeListPanel(u"fraPBTB"_s, u"Telefonbuch"_s, m_phonebook->rows(), true);
+    m_fraPBTB->setNote(classicNote, u"lblStatic0"_s);
+    m_fraPBTB->view().setColumnCharacters({22, 26, 16, 18, 8, 18});
+    m_fraPBNE = makeListPanel(u"fraPBNE"_s, u"Provider"_s, m_providers->rows(), true);
+    m_fraPBNE->setNote(classicNote, u"lblStatic1"_s);
+    m_fraPBNE->view().setColumnCharacters({30, 34});
+    m_targets[ModePhonebook] = m_phonebook;
+    m_targets[ModeProviders] = m_providers;
+    for (ClassicList* list : {m_phonebook, m_providers}) {
+        connect(list, &ClassicList::becameDirty, this, [this] { m_reminders->showKind(Reminders::Save); });
+        connect(list, &ClassicList::menuWanted, this, &frmPB::popUp);
+    }
+    // The provider list's reminder stays until the next change of section.
+    connect(m_phonebook, &ClassicList::becameClean, this, [this] { m_reminders->hideKind(Reminders::Save); });
+}
+
+ListPanel* frmPB::makeListPanel(const QString& name, const QString& caption, toolkit::ListRows& rows,
+                                bool plainASelects)
+{
+    ListPanel::Keys keys = {{Qt::Key_Delete, Command::Delete}};
+    auto* panel = new ListPanel(name, rows, {keys, plainASelects}, this);
+    panel->setCaption(caption);
+    panel->view().setAccessibleName(caption);
+    panel->view().setPlaceholder(notReadYet);
+    connect(panel, &ListPanel::commandWanted, this, &frmPB::press);
+    m_panels->addWidget(panel);
+    return panel;
+}
+
+void frmPB::makeToolbar()
+{
+    m_tlb->setObjectName(u"tlb"_s);
+    m_tlb->setAccessibleName(u"Befehle"_s);
+    m_tlb->setMovable(false);
+    m_tlb->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_tlb->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    m_tlb->setIconSize(QSize(28, 28));
+    for (const CommandRow& row : commandTable()) {
+        auto* action = new QAction(icon(row.key.toString()), row.menuText.toString(), this);
+        const QKeySequence shortcut(row.shortcut.toString());
+        action->setObjectName(row.key.toString());
+        action->setIconText(row.caption.toString());
+        action->setShortcut(shortcut);
+        action->setToolTip(shortcut.isEmpty()
+                               ? row.toolTip.toString()
+                               : u"%1 (%2)"_s.arg(row.toolTip, shortcut.toString(QKeySequence::NativeText)));
+        connect(action, &QAction::triggered, this, [this, command = row.command] { press(command); });
+        m_actions[row.command] = action;
+        if (row.command == Command::Refresh || row.command == Command::Open || row.command == Command::Help)
+            m_tlb->addSeparator();
+        m_tlb->addAction(action);
+        m_tlb->widgetForAction(action)->setAccessibleName(row.caption.toString());
+    }
+    addToolBar(m_tlb);
+}
+
+void frmPB::makeMenuBar()
+{
+    auto* commands = menuBar()->addMenu(u"&Liste"_s);
+    for (const CommandRow& row : commandTable()) {
+        if (row.command != Command::Help)
+            commands->addAction(m_actions[row.command]);
+    }
+    commands->addSeparator();
+    auto* quit = commands->addAction(u"Been&den"_s, this, &QWidget::close);
+    quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
+    auto* sections = menuBar()->addMenu(u"&Gehe zu"_s);
+    int number = 0;
+    for (const NodeRow& row : navigationNodes(m_program.context.sy.PhoneType)) {
+        if (row.key == u"PHONE"_s || row.parent == u"SPONSOR"_s)
+            continue;
+        QAction* go = sections->addAction(icon(row.icon.toString()), row.caption.toString());
+        go->setShortcut(QKeySequence(u"Alt+%1"_s.arg(++number)));
+        connect(go, &QAction::triggered, this, [this, key = row.key.toString()] { goTo(key); });
+    }
+    menuBar()->addMenu(u"&Hilfe"_s)->addAction(m_actions[Command::Help]);
+}
+
+QMenu* frmPB::makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose)
+{
+    auto* menu = new QMenu(table.title.toString(), this);
+    menu->setObjectName(table.name.toString());
+    for (const MenuRow& row : table.rows) {
+        if (row.text.isEmpty())
+            menu->addSeparator();
+        else if (QAction* action = menu->addAction(row.text.toString()); row.choice >= 0)
+            connect(action, &QAction::triggered, this, [choose, choice = row.choice] { choose(choice); });
+    }
+    return menu;
+}
+
+void frmPB::makeMenus()
+{
+    m_mnuOpen = makePopup(mnuOpen(), [this](int choice) {
+        ClassicList* list = m_toolbarMode == ModeProviders ? m_providers : m_phonebook;
+        if (list)
+            list->openBackup(choice);
+    });
+    const auto import = [this](int) { tellLaterVersion(m_program.context, u"Der Import von Einträgen"_s); };
+    m_mnuImport = makePopup(mnuImport_TB(), import);
+    m_mnuImportNE = makePopup(mnuImport_NE(), import);
+}
+
+void frmPB::layOut()
+{
+    auto* splitter = new QSplitter(this);
+    splitter->setObjectName(u"splitter"_s);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+    splitter->addWidget(m_tvwNavi);
+    splitter->addWidget(m_panels);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({treeWidth, firstSize.width() - treeWidth});
+    auto* central = new QWidget(this);
+    auto* column = new QVBoxLayout(central);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(splitter, 1);
+    column->addWidget(m_reminders);
+    setCentralWidget(central);
+    setStatusBar(m_sta);
+    m_sta->setBlocked({central, m_tlb, menuBar()});
+    m_sta->setText(u"Bereit."_s);
+    m_tvwNavi->setFocus();
+}
+
+void frmPB::connectMmc()
+{
+    connect(m_mmc.get(), &obex::clsMmc::BusyOn, this, [this] { m_sta->SetBusy(true); });
+    connect(m_mmc.get(), &obex::clsMmc::BusyOff, this, [this] { m_sta->SetBusy(false); });
+    connect(m_mmc.get(), &obex::clsMmc::BytesRxed, this, [this](qint64 count) { m_sta->showBytes(count); });
+    connect(m_mmc.get(), &obex::clsMmc::LongTimeOutMsg, this,
+            [this](const QString& text) { m_sta->setText(text); });
+}
+
+} // namespace kalmo::ui

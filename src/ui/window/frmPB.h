@@ -1,0 +1,128 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+#include "ui/Program.h"
+#include "ui/window/ClassicList.h"
+#include "ui/window/SectionGuard.h"
+#include "ui/window/VcardList.h"
+
+#include <QMainWindow>
+#include <QMap>
+
+class QMenu;
+class QToolBar;
+
+namespace kalmo::ui {
+
+class fraAd;
+class fraDIV;
+class fraFFS;
+class fraSounds;
+class ListPanel;
+class NaviTree;
+class PanelStack;
+class Reminders;
+class StatusArea;
+
+/// The main window: the navigation on the left, one section's panel on the right, the commands above and the
+/// status bar below. It opens on the sponsors, and talks to the phone as the user goes from section to
+/// section. While it does, everything but the cancel button is blocked; closing it then waits for the end.
+class frmPB : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent = nullptr);
+    ~frmPB() override;
+
+    void DisplayRefresh();
+    void FFSMemAct();
+    void FfsListRefresh();
+
+    /// Enters the section of a node, after the questions that have to be asked. Call it for the node that is
+    /// selected in the tree.
+    void tvwNavi_NodeClick(const QString& key);
+    /// Selects a node and enters its section.
+    void goTo(const QString& key);
+
+    int ActiveSection() const { return m_guard.ActiveSection; }
+    int ToolbarMode() const { return m_toolbarMode; }
+
+Q_SIGNALS:
+    void settingsRequested(); ///< the window has hidden itself
+    void closedByUser();      ///< nothing is open any more: the program may end
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    // Construction
+    void makeToolbar();
+    void makeMenuBar();
+    void makeMenus();
+    QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
+    void makePanels();
+    void makeClassicPanels();
+    ListPanel* makeListPanel(const QString& name, const QString& caption, toolkit::ListRows& rows,
+                             bool plainASelects);
+    void layOut();
+    void connectMmc();
+
+    // Navigation
+    void leaveFiles();
+    bool passesGuard(const QString& key);
+    void SelectPreviousNode();
+    void enterPhonebook();
+    void enterProviders();
+    void enterPanel(QWidget* panel, int mode, int section);
+    void enterSponsor(const QString& key);
+    void enterFiles();
+    void enterSettings();
+    void setMode(int mode, int section);
+    void firstShown();
+
+    // Commands
+    void press(Command command);
+    void popUp(Command command);
+    void openHelpFor(Command command);
+
+    // Closing
+    bool mayClose();
+    void stopForClosing();
+    void closeChannel();
+    void cleanUp();
+
+    Program& m_program;
+    std::shared_ptr<obex::clsMmc> m_mmc;
+    StatusArea* m_sta;
+    WindowParts m_parts;
+    SectionGuard m_guard;
+    int m_toolbarMode = ModeSponsor;
+    QMap<Command, QAction*> m_actions;
+    QMap<int, CommandTarget*> m_targets; // by ToolbarMode
+    QToolBar* m_tlb;
+    NaviTree* m_tvwNavi;
+    PanelStack* m_panels;
+    Reminders* m_reminders;
+    ClassicList* m_phonebook = nullptr; // of classic handsets
+    ClassicList* m_providers = nullptr;
+    VcardList* m_contacts = nullptr; // of the others
+    ListPanel* m_fraPBTB = nullptr;
+    ListPanel* m_fraPBNE = nullptr;
+    ListPanel* m_fraVCF = nullptr;
+    fraFFS* m_fraFFS = nullptr;
+    fraSounds* m_fraSounds = nullptr;
+    fraDIV* m_fraDIV = nullptr;
+    fraAd* m_fraAd = nullptr;
+    QMenu* m_mnuOpen = nullptr;
+    QMenu* m_mnuImport = nullptr; // for the phonebook
+    QMenu* m_mnuImportNE = nullptr;
+    bool m_wasShown = false;
+    bool m_isClosing = false;
+    bool m_closeWanted = false; // as soon as the running operation has ended
+    bool m_isClosed = false;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "support/HandsetPort.h"
+#include "support/RecordedProgress.h"
+#include "support/TestContext.h"
+#include "ui/Program.h"
+
+namespace kalmo::tests {
+
+class NoDevices : public link::DeviceList
+{
+public:
+    QList<link::SerialDevice> devices() override { return {}; }
+};
+
+/// A desktop that opens nothing and remembers what it was asked to.
+class RecordedDesktop : public app::Desktop
+{
+public:
+    bool knowsFiles = true;
+    QStringList opened;
+
+    bool hasAssociation(const QString&) const override { return knowsFiles; }
+    bool open(const QString& path) override { return note(path); }
+    bool openWith(const QString& program, const QString& path) override
+    {
+        return note(program + QLatin1Char(' ') + path);
+    }
+    bool openUrl(const QUrl& url) override { return note(url.toString()); }
+
+private:
+    bool note(const QString& what)
+    {
+        opened.append(what);
+        return true;
+    }
+};
+
+/// What the forms work with, made of fakes, and an emulated handset on the line.
+struct TestProgram
+{
+    explicit TestProgram(const QString& model, handset::Options options = {})
+        : port(test.clock, test.verdict, (options.model = model, options))
+    {
+        test.sy.PhoneType = port.handset().phone().family.number;
+        test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
+    }
+
+    TestContext test;
+    HandsetPort port;
+    link::Line line{test.context, port};
+    RecordedDesktop desktop;
+    NoDevices devices;
+    link::PortTable ports{test.settings, devices};
+    phonedata::PhoneMemory memory;
+    RecordedProgress progress;
+    ui::Program program{test.context, line, desktop, ports, memory};
+};
+
+/// A form's widget by its object name, which it must have.
+template <typename Widget>
+Widget& child(const QObject& form, const char* name)
+{
+    auto* found = form.findChild<Widget*>(QString::fromUtf8(name));
+    if (!found)
+        qFatal("no %s", name);
+    return *found;
+}
+
+} // namespace kalmo::tests

@@ -1,0 +1,75 @@
+#include "app/SettingsKeys.h"
+#include "support/TestContext.h"
+#include "ui/window/SectionGuard.h"
+
+#include <QTest>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using phonedata::Store;
+
+class SectionGuardTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void asksAbout_data();
+    void asksAbout();
+    void allFourWaysHold();
+};
+
+void SectionGuardTest::asksAbout_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QString>("asked"); // for sections 0 to 6: both dirty, then the phonebook alone
+
+    // P: provider list, T: phonebook
+    QTest::newRow("phonebook") << u"TB"_s << u"..P.... ......."_s;
+    QTest::newRow("providers") << u"NE"_s << u".T..... .T....."_s;
+    QTest::newRow("diverse") << u"DIV"_s << u".PP.... .TT...."_s;
+    QTest::newRow("sounds") << u"SOUND"_s << u".PP.... .TT...."_s;
+    QTest::newRow("sponsors") << u"SPONSOR"_s << u".TP.... .T....."_s;
+    QTest::newRow("one sponsor") << u"SPONSOR_TARIN"_s << u".TP.... .T....."_s;
+    QTest::newRow("settings") << u"SETUP"_s << u".TP.... .T....."_s;
+    for (const char* free : {"FFS", "BT", "VW", "PHONE"})
+        QTest::newRow(free) << QString::fromLatin1(free) << u"....... ......."_s;
+}
+
+void SectionGuardTest::asksAbout()
+{
+    QFETCH(QString, node);
+    QFETCH(QString, asked);
+    TestContext test;
+    phonedata::PhoneMemory memory;
+    ui::SectionGuard guard(memory, test.settings);
+    memory.TbDirty = true;
+    QStringList found;
+    for (const bool providers : {true, false}) {
+        memory.NeDirty = providers;
+        QString line;
+        for (guard.ActiveSection = 0; guard.ActiveSection <= 6; ++guard.ActiveSection) {
+            const auto prompt = guard.promptFor(node);
+            line += !prompt ? u'.' : *prompt == Store::Providers ? u'P' : u'T';
+        }
+        found.append(line);
+    }
+    QCOMPARE(found.join(u' '), asked);
+}
+
+void SectionGuardTest::allFourWaysHold()
+{
+    for (int without = 0; without <= 4; ++without) { // 0: nothing is missing
+        TestContext test;
+        phonedata::PhoneMemory memory;
+        ui::SectionGuard guard(memory, test.settings);
+        app::put(test.settings, app::keys::SwWarning, without == 1 ? 0 : 1);
+        memory.TbDirty = without != 2;
+        guard.GuardSuppressed = without == 3;
+        guard.ActiveSection = without == 4 ? ui::SectionDiverse : ui::SectionPhonebook;
+        QCOMPARE(guard.promptFor(u"DIV"_s).has_value(), without == 0);
+    }
+}
+
+QTEST_GUILESS_MAIN(SectionGuardTest)
+#include "tst_SectionGuard.moc"

@@ -1,0 +1,337 @@
+#include "phonedata/BackupFiles.h"
+#include "phonedata/ClassicCommands.h"
+#include "ui/lists/RowsView.h"
+#include "ui/panels/ListPanel.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
+#include "ui/window/NaviTree.h"
+#include "ui/window/PanelStack.h"
+#include "ui/window/Reminders.h"
+#include "ui/window/StatusArea.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+toolkit::Message question(const QString& text, Answer defaultButton = Answer::No)
+{
+    return {.text = text, .buttons = Buttons::YesNo, .icon = Icon::Question, .defaultButton = defaultButton};
+}
+
+toolkit::Message closingQuestion()
+{
+    return question(
+        u"Es wurden Änderungen am Telefonbuch vorgenommen, diese wurden jedoch noch nicht durch die "
+        u"Funktion \"Schreiben\" gespeichert und gehen verloren, wenn Sie Kalmo beenden.\n\n"
+        u"Trotzdem beenden?"_s);
+}
+
+/// The main window, with an emulated handset on its line.
+struct OpenWindow : TestProgram
+{
+    explicit OpenWindow(const QString& model, const handset::Options& options = {})
+        : TestProgram(model, options), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc)
+    {
+        QDir(test.storage).mkpath(u"Backup"_s);
+        test.clock.runToolkitEvents(true);
+        window.show();
+        QCoreApplication::processEvents();
+    }
+
+    void press(const char* key) { child<QAction>(window, key).trigger(); }
+    ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
+    QString front() { return child<ui::Reminders>(window, "reminders").front(); }
+    QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
+    QString status() { return child<QLabel>(window, "sta_text").text(); }
+    QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }
+    QString offered()
+    {
+        QString keys;
+        for (const ui::CommandRow& row : ui::commandTable()) {
+            if (child<QAction>(window, row.key.toLatin1().constData()).isEnabled())
+                keys += row.key.first(2);
+        }
+        return keys;
+    }
+    void deleteFirst(const char* name)
+    {
+        list(name).rows()->setCurrent(0);
+        test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s, Answer::Ok), Answer::Yes);
+        QTest::keyClick(&list(name), Qt::Key_Delete);
+    }
+    size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
+    size_t contactsInPhone() { return port.handset().phone().irmc[handset::ContactStore].items().size(); }
+
+    std::shared_ptr<obex::clsMmc> mmc;
+    ui::frmPB window;
+};
+
+const QString classicCommands = u"rewrneeddeopsaeximhe"_s;
+const QString vcardCommands = u"needdereopsaeximhe"_s;
+
+/// Whether a screen reader has something to say for a control.
+bool isNamed(const QWidget& control)
+{
+    if (!control.accessibleName().isEmpty())
+        return true;
+    const QVariant text = control.property("text");
+    return text.isValid() && !qobject_cast<const QLineEdit*>(&control) && !text.toString().isEmpty();
+}
+
+} // namespace
+
+class frmPBTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void sections_data();
+    void sections();
+    void noLeadsBack();
+    void classicListIsWritten();
+    void backupsAreOpenedAndSaved();
+    void closingAsksAndLeavesDataMode();
+    void closingWaitsForAWrite();
+    void escapeCancelsARead();
+    void contactsAreDeletedAtOnce();
+    void ringtonesAreSet();
+    void controlsCanBeReached_data();
+    void controlsCanBeReached();
+};
+
+void frmPBTest::sections_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<QStringList>("visits"); // node, panel, ToolbarMode/ActiveSection, commands
+
+    const QString phonebook = u"TB fraPBTB 1/1 "_s + classicCommands;
+    const QString providers = u"NE fraPBNE 2/2 "_s + classicCommands;
+    const QString contacts = u"TB fraVCF 1/1 "_s + vcardCommands;
+    const QString diverse = u"DIV fraDIV 0/4 rehe"_s;
+    const QString sponsor = u"SPONSOR_ORV fraAd 3/3 he"_s;
+    const QString files = u"FFS fraFFS 1/6 "_s + vcardCommands;
+    QTest::newRow("1") << u"WOODSTOCK"_s << QStringList{phonebook, providers, diverse, sponsor};
+    QTest::newRow("4") << u"PICASSO"_s
+                       << QStringList{phonebook, u"SOUND fraSounds 5/1 rehe"_s, providers, diverse, sponsor};
+    QTest::newRow("5") << u"To S600"_s << QStringList{contacts, files, diverse, sponsor};
+    QTest::newRow("7") << u"Sinus 501"_s << QStringList{contacts, diverse, sponsor};
+    QTest::newRow("10") << u"SL400H"_s << QStringList{contacts, files, contacts, files, diverse, sponsor};
+    QTest::newRow("13") << u"SL750H PRO"_s << QStringList{contacts, files, diverse, sponsor};
+}
+
+void frmPBTest::sections()
+{
+    QFETCH(QString, model);
+    QFETCH(QStringList, visits);
+    OpenWindow open(model);
+    QCOMPARE(open.panel(), u"fraAd"_s);
+    QStringList found;
+    for (const QString& visit : visits) {
+        const QString key = visit.section(u' ', 0, 0);
+        open.window.goTo(key);
+        found.append(u"%1 %2 %3/%4 %5"_s.arg(key, open.panel())
+                         .arg(open.window.ToolbarMode())
+                         .arg(open.window.ActiveSection())
+                         .arg(open.offered()));
+        QCOMPARE(open.port.handset().isInDataMode(), key == u"FFS"_s);
+        QCOMPARE(open.front() == u"fraFFScloseReminder"_s, key == u"FFS"_s);
+        QVERIFY(open.panel() != u"fraDIV"_s || open.status() == u"Bereit."_s);
+    }
+    QCOMPARE(found, visits);
+}
+
+void frmPBTest::noLeadsBack()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.window.goTo(u"TB"_s);
+    open.deleteFirst("lvwTB");
+    const int count = open.list("lvwTB").rows()->count();
+    const toolkit::Message asked = question(phonedata::unsavedChangesText(phonedata::Store::Phonebook));
+    open.test.dialogs.expect(asked, Answer::No);
+    open.window.goTo(u"DIV"_s);
+    QCOMPARE(open.panel() + open.node() + open.front() + open.offered(),
+             u"fraPBTBTBfraSaveReminder"_s + classicCommands);
+    QCOMPARE(open.list("lvwTB").rows()->count(), count);
+    open.test.dialogs.expect(asked, Answer::Yes);
+    open.window.goTo(u"NE"_s);
+    QVERIFY(open.memory.TbDirty);
+    QCOMPARE(open.panel() + open.front(), u"fraPBNEfraHinweisTelNichtInMenu"_s);
+}
+
+void frmPBTest::classicListIsWritten()
+{
+    OpenWindow open(u"PICASSO"_s);
+    open.window.goTo(u"TB"_s);
+    const size_t before = open.entriesInPhone();
+    QCOMPARE(open.list("lvwTB").rows()->count(), static_cast<int>(before));
+    open.deleteFirst("lvwTB");
+    QCOMPARE(open.front(), u"fraSaveReminder"_s);
+    QCOMPARE(open.entriesInPhone(), before);
+    open.press("write");
+    QCOMPARE(open.entriesInPhone(), before - 1);
+    QVERIFY(!open.memory.TbDirty);
+    QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
+    QCOMPARE(QDir(open.test.storage + u"/Backup"_s).entryList(QDir::Files).size(), 2);
+    QTest::keyClick(&open.list("lvwTB"), Qt::Key_A);
+    QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), static_cast<qsizetype>(before - 1));
+}
+
+void frmPBTest::backupsAreOpenedAndSaved()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.window.goTo(u"TB"_s);
+    const QString file = open.test.makeFile(u"alt.tel"_s, "\"Anna\",\"123\",\"\",\"\",\"\",\"\"\r\n");
+    const toolkit::FileRequest request{.title = u"Kalmo - Telefonbuch öffnen"_s,
+                                       .folder = open.test.storage + u"/Backup"_s,
+                                       .types = {{u" (*.tel Telefonbuch)"_s, {u"*.tel"_s}}}};
+    QAction* automatic = child<QMenu>(open.window, "mnuOpen").actions()[1];
+    open.test.dialogs.expectOpenFile(request, open.test.path(u"fehlt.tel"_s));
+    open.test.dialogs.expect({.text = u"Fehler beim Lesen der Datei "_s + open.test.path(u"fehlt.tel"_s),
+                              .icon = Icon::Information});
+    const int count = open.list("lvwTB").rows()->count();
+    automatic->trigger();
+    QCOMPARE(open.list("lvwTB").rows()->count(), count);
+    QVERIFY(!open.memory.TbDirty);
+    open.test.dialogs.expectOpenFile(request, file);
+    automatic->trigger();
+    QCOMPARE(open.list("lvwTB").rows()->count(), 1);
+    QVERIFY(open.memory.TbDirty);
+    open.test.dialogs.expect(question(u"Das Telefonbuch wurde verändert, d.h. die aktuell angezeigte Liste "
+                                      u"entspricht nicht dem Inhalt des Telefons.\n\nTrotzdem speichern?"_s),
+                             Answer::No);
+    open.press("save");
+}
+
+void frmPBTest::closingAsksAndLeavesDataMode()
+{
+    OpenWindow open(u"SL400H"_s);
+    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
+    open.test.makeFile(u"storage/config/temp/bild.jpg"_s, "x");
+    open.window.goTo(u"FFS"_s);
+    QVERIFY(open.port.handset().isInDataMode());
+    open.memory.TbDirty = true;
+    open.test.dialogs.expect(closingQuestion(), Answer::No);
+    open.window.close();
+    QVERIFY(closed.isEmpty() && open.window.isVisible() && open.port.IsOpen());
+    open.test.dialogs.expect(closingQuestion(), Answer::Yes);
+    open.window.close();
+    QCOMPARE(closed.size(), 1);
+    QVERIFY(!open.port.handset().isInDataMode());
+    QVERIFY(!open.port.IsOpen());
+    QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
+}
+
+void frmPBTest::closingWaitsForAWrite()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
+    open.window.goTo(u"TB"_s);
+    open.deleteFirst("lvwTB");
+    const int wanted = open.list("lvwTB").rows()->count();
+    open.test.clock.after(8, [&open] { open.window.close(); });
+    open.press("write");
+    QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
+    QCoreApplication::processEvents();
+    QCOMPARE(closed.size(), 1);
+}
+
+void frmPBTest::escapeCancelsARead()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.test.clock.after(1.5, [&open] {
+        QVERIFY(!open.list("lvwTB").isEnabled());
+        open.window.goTo(u"DIV"_s); // a click that comes all the same
+        QTest::keyClick(&open.window, Qt::Key_Escape);
+    });
+    open.test.dialogs.expect({.text = u"Fehler beim Zugriff auf das Telefon"_s, .icon = Icon::Information});
+    open.window.goTo(u"TB"_s);
+    QCOMPARE(open.list("lvwTB").rows()->count(), 0);
+    QVERIFY(open.list("lvwTB").isEnabled());
+    open.window.goTo(u"TB"_s); // never read, so it is read now
+    QCOMPARE(static_cast<size_t>(open.list("lvwTB").rows()->count()), open.entriesInPhone());
+}
+
+void frmPBTest::contactsAreDeletedAtOnce()
+{
+    OpenWindow open(u"SL400H"_s);
+    open.window.goTo(u"TB"_s);
+    const size_t before = open.contactsInPhone();
+    toolkit::ListRows& rows = *open.list("lvwVCF").rows();
+    QCOMPARE(static_cast<size_t>(rows.count()), before);
+    QTest::keyClick(&open.list("lvwVCF"), Qt::Key_A); // selects by Ctrl only
+    QVERIFY(rows.selectedRows().size() < rows.count());
+    rows.setCurrent(1);
+    toolkit::Message asked = question(u"1 gewählte(n) Kontakt(e) wirklich löschen ?"_s);
+    asked.title = u"Kalmo  -  Kontakt löschen"_s;
+    open.test.dialogs.expect(asked, Answer::Yes);
+    open.press("delete");
+    QCOMPARE(open.contactsInPhone(), before - 1);
+    QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
+    QVERIFY(!open.port.handset().isInDataMode());
+    const QString caption = child<QLabel>(open.window, "fraVCF_caption").text();
+    QVERIFY2(caption.endsWith(u" Speicherplätze, %1 belegt"_s.arg(before - 1)), qPrintable(caption));
+    const QString file = open.test.path(u"alle.csv"_s);
+    open.test.dialogs.expectSaveFile({.title = u"Kalmo - Telefonbuch Backup erstellen"_s,
+                                      .folder = open.test.sy.DefUserExpRoot,
+                                      .types = {{u" (*.csv Telefonbuch)"_s, {u"*.csv"_s}}},
+                                      .confirmOverwrite = true},
+                                     file);
+    open.test.dialogs.expect({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+    open.press("save");
+    QCOMPARE(TestContext::contentOf(file).count("\r\n"), static_cast<qsizetype>(before));
+}
+
+void frmPBTest::ringtonesAreSet()
+{
+    OpenWindow open(u"PICASSO"_s);
+    auto& volume = child<QComboBox>(open.window, "cmbWrinVol");
+    auto& tone = child<QComboBox>(open.window, "cmbWrinID");
+    QVERIFY(!tone.currentText().isEmpty()); // read when the window opened
+    volume.setCurrentIndex(5);
+    Q_EMIT volume.activated(5);
+    const auto setting = open.memory.soundSettings[static_cast<size_t>(phonedata::SoundEvent::Internal)];
+    QCOMPARE(setting.volume, 6);
+    QCOMPARE(volume.currentText(), u"ansteigend"_s);
+}
+
+void frmPBTest::controlsCanBeReached_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::newRow("classic") << u"PICASSO"_s;
+    QTest::newRow("vCard") << u"SL400H"_s;
+}
+
+void frmPBTest::controlsCanBeReached()
+{
+    QFETCH(QString, model);
+    OpenWindow open(model);
+    QStringList faults;
+    for (auto* control : open.window.findChildren<QWidget*>()) {
+        const bool takesKeys = control->focusPolicy() & Qt::TabFocus;
+        if (takesKeys && !control->objectName().startsWith(u"qt_"_s) && !isNamed(*control))
+            faults.append(u"nameless: %1 %2"_s.arg(QString::fromLatin1(control->metaObject()->className()),
+                                                   control->objectName()));
+        const QWidget* next = control->nextInFocusChain();
+        if (takesKeys && next->focusPolicy() & Qt::TabFocus && next->parent() == control->parent() &&
+            next->geometry().bottom() < control->geometry().top() && control->isVisible() &&
+            next->isVisible())
+            faults.append(u"upwards: %1 to %2"_s.arg(control->objectName(), next->objectName()));
+    }
+    QCOMPARE(faults, QStringList());
+}
+
+QTEST_MAIN(frmPBTest)
+#include "tst_frmPB.moc"
