@@ -67,6 +67,7 @@ struct Options
     std::optional<CardText> cards = {};     ///< nothing for the way of the family
     std::optional<bool> answersEscape = {}; ///< whether "+++" is answered; nothing for the way of the family
     bool counterLine = false;               ///< a line end behind the number in "cc.log"
+    bool atOnce = false; ///< answers without taking its time, so that only the line's is left
 
     Faults faults = {};
 };

@@ -146,14 +146,15 @@ void AtLayer::run(const QByteArray& line)
     checkPlace(request, command);
     AtContext context{m_phone, m_time, m_echo, m_cmeLevel};
     const AtAnswer result = command ? command->run(context, request) : AtAnswer::error(NotSupported);
-    const double seconds = (command ? command->seconds : unknownCommandSeconds) + result.seconds +
-                           (m_running.late ? faults.lateBy : 0);
-    m_timers.after(seconds, [this, result, hangUp = faults.commands == faults.hangUpAt] {
-        if (hangUp)
-            m_line.hangUp();
-        else
-            answer(result);
-    });
+    const double own = (command ? command->seconds : unknownCommandSeconds) + result.seconds;
+    const double late = m_running.late ? faults.lateBy : 0;
+    m_timers.after((m_phone.options.atOnce ? 0 : own) + late,
+                   [this, result, hangUp = faults.commands == faults.hangUpAt] {
+                       if (hangUp)
+                           m_line.hangUp();
+                       else
+                           answer(result);
+                   });
 }
 
 void AtLayer::checkPlace(const AtRequest& request, const AtCommand* command)

@@ -116,7 +116,8 @@ void DataModeLayer::run(const QByteArray& request)
     m_leaves = answer.disconnected && m_phone.options.profile == Profile::GeneralCprot;
     const bool late = m_phone.faults.requests == m_phone.faults.lateRequestAt;
     m_disturbed = late; // whoever speaks before a late answer can't know better
-    m_timers.after(answer.seconds + (late ? m_phone.faults.lateBy : 0), [this, frame = answer.frame] {
+    const double own = m_phone.options.atOnce ? 0 : answer.seconds;
+    m_timers.after(own + (late ? m_phone.faults.lateBy : 0), [this, frame = answer.frame] {
         m_state = State::Answering;
         send(frame);
     });

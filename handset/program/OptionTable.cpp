@@ -160,6 +160,13 @@ const std::vector<OptionRow> optionRows = {
      choice<bool>(&Options::answersEscape, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"counter-line"_s, u"YES|NO"_s, u"a line end behind the change counter: yes or no (no)"_s,
      choice<bool>(&Options::counterLine, {{u"yes"_s, true}, {u"no"_s, false}})},
+    {u"at-once"_s,
+     {},
+     u"takes no time of its own to answer, only the line's"_s,
+     [](CommandLine& line, const QString&) -> Problem {
+         line.options.atOnce = true;
+         return std::nullopt;
+     }},
     {u"fault"_s, u"NAME[=VALUE]"_s, u"what goes wrong; can be given several times"_s, addFault},
     {u"list-faults"_s, {}, u"lists the faults"_s, print(faultList)},
     {u"link"_s, u"PATH"_s, u"makes a symbolic link to the terminal"_s, setLink},

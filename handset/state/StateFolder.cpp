@@ -69,7 +69,11 @@ void StateFolder::removeFile(const QString& path)
 void StateFolder::replace(const QString& path, const QByteArray& content)
 {
     QSaveFile file(m_path + u'/' + path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+    // commit() passes over bytes that a full disk did not take; of the last ones a part may have been taken,
+    // and what became of the rest only a second flush tells.
+    const auto flushed = [&file] { return file.flush() || file.flush(); };
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && flushed() &&
+        file.commit())
         return;
     if (m_problem.isEmpty())
         m_problem = u"%1: %2"_s.arg(file.fileName(), file.errorString());

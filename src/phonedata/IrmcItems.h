@@ -27,11 +27,11 @@ bool VcfGetCc(obex::clsMmc& client, qint32& counter, const toolkit::Progress& pr
 /// The client is in "telecom" afterwards.
 bool VcxRead(obex::clsMmc& client, qint32 kind, QString& text, const toolkit::Progress& progress);
 
-/// What became of an item that was to be written.
+/// What became of an item that was to be written or deleted.
 enum class ItemResult {
     Written,
-    Refused,     ///< the phone does not have it
-    Unconfirmed, ///< the phone has all of it, but has not said what became of it
+    Refused,     ///< the phone has not done it
+    Unconfirmed, ///< the phone has got all of the request, but has not said what became of it
 };
 
 /// Writes one contact, which is a new one without a LUID. `counter` is the change counter that the phone is
@@ -50,9 +50,9 @@ struct OrganizerItem
 ItemResult VcxWrite(obex::clsMmc& client, qint32 kind, const OrganizerItem& item, qint32& counter,
                     QString& luid, const toolkit::Progress& progress, int index = 0, int total = 0);
 
-/// Deletes one item. `luid` and `counter` become what the phone says. The later families say nothing: -1 as
-/// `counter` means that it has to be read again.
-bool VcxDel(obex::clsMmc& client, qint32 kind, QString& luid, qint32& counter,
-            const toolkit::Progress& progress, int index = 0, int total = 0);
+/// Deletes one item; Written means that it is gone. `luid` and `counter` become what the phone says. The
+/// later families say nothing: -1 as `counter` means that it has to be read again.
+ItemResult VcxDel(obex::clsMmc& client, qint32 kind, QString& luid, qint32& counter,
+                  const toolkit::Progress& progress, int index = 0, int total = 0);
 
 } // namespace kalmo::phonedata

@@ -99,6 +99,12 @@ PutFrames framesOf(const clsMmc& client, const Item& item, qint32 counter, const
                      item.text, firstChunk, maxPacket, PutFrames::AfterFinal::EmptyFrame);
 }
 
+/// Whether a code leaves open what the phone has done with all that it got.
+bool isNoAnswer(int code)
+{
+    return code == obex::Timeout || code == obex::Cancelled || code == obex::Continue;
+}
+
 /// Takes LUID and counter out of the answer to an item that the phone has taken.
 ItemResult takeAnswer(clsMmc& client, const Item& item, const QByteArray& payload, qint32& counter,
                       QString& luid, const Progress& progress)
@@ -139,8 +145,7 @@ ItemResult putItem(clsMmc& client, const Item& item, qint32& counter, QString& l
         return takeAnswer(client, item, payload, counter, luid, progress);
     progress.status(u"Übertragung fehlgeschlagen."_s);
     client.ErrMsg(code);
-    const bool isNoAnswer = code == obex::Timeout || code == obex::Cancelled || code == obex::Continue;
-    return isNoAnswer && frames.isFinalOut() ? ItemResult::Unconfirmed : ItemResult::Refused;
+    return isNoAnswer(code) && frames.isFinalOut() ? ItemResult::Unconfirmed : ItemResult::Refused;
 }
 
 /// The cancel box has no say while an item is under way: it is written whole or not at all.
@@ -185,27 +190,28 @@ ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerI
     return putItem(client, item, counter, luid, operation.progress());
 }
 
-bool VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, const Progress& progress, int index,
-            int total)
+ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, const Progress& progress,
+                  int index, int total)
 {
     const clsMmc::Operation operation(client, u"VcxDel"_s, uncancelled(progress));
     if (!operation.isAllowed())
-        return false;
+        return ItemResult::Refused;
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const Progress& shown = operation.progress();
     const IrmcKindInfo& info = irmcKindInfo(kind);
     shown.status(counted(u"Lösche Eintrag "_s + info.label, index, total));
+    const bool sent = !client.stopAsked();
     QByteArray payload;
     const int code = client.request(obex::irmcDeleteFrame(luid + info.extension, counter), payload);
     if (code == obex::Continue) {
         show(client, {.text = u"?"_s, .english = u"The phone wants more of a delete than there is."_s});
-        return false;
+        return ItemResult::Unconfirmed;
     }
     if (!obex::isSuccess(code)) {
         shown.status(u"Löschen Eintrag "_s + info.label + u" fehlgeschlagen."_s);
         client.ErrMsg(code);
-        return false;
+        return isNoAnswer(code) && sent ? ItemResult::Unconfirmed : ItemResult::Refused;
     }
     const auto answer = parseLuidAnswer(payload);
     if (!answer && !link::deletesSilently(client.line().context().sy.PhoneType)) {
@@ -218,13 +224,13 @@ bool VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, const P
                       .title = app::productName(),
                       .icon = Icon::Critical,
                       .english = u"The phone has deleted the entry, but its answer can't be understood."_s});
-        return false;
+        return ItemResult::Unconfirmed;
     }
     if (answer)
         luid = answer->luid;
     counter = answer ? answer->counter : -1;
     shown.status(u"Löschen Eintrag "_s + info.label + u" abgeschlossen."_s);
-    return true;
+    return ItemResult::Written;
 }
 
 } // namespace kalmo::phonedata

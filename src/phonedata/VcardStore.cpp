@@ -106,7 +106,7 @@ bool VcardStore::inSession(const QString& name, const Progress& progress, Report
 
 bool VcardStore::VcfReadList(const Progress& progress)
 {
-    if (m_list)
+    if (m_list && !m_client->line().isWaiting())
         m_list->clear();
     return inSession(u"VcfReadList"_s, progress, nullptr, [this](const Progress& shown) {
         tVcfInfo info;
@@ -283,7 +283,9 @@ bool VcardStore::deleteEntries(const Progress& progress, Report& report)
         progress.step();
         const QString asked = m_list->text(row, VcfLuid);
         QString luid = asked;
-        if (!VcxDel(*m_client, KindContact, luid, counter, shown, ++index, total))
+        const ItemResult result = VcxDel(*m_client, KindContact, luid, counter, shown, ++index, total);
+        report.unconfirmed = result == ItemResult::Unconfirmed;
+        if (result != ItemResult::Written)
             return false;
         report.luids.append(asked);
         if (m_list && row < m_list->count() && m_list->text(row, VcfLuid) == asked)

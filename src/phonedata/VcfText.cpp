@@ -40,22 +40,25 @@ QChar characterOfHex(QChar high, QChar low)
 /// sequence stands. Each replacement costs the same, however long the text is.
 class Sequences
 {
+    using Place = qint32; // objects of the phone are far smaller
+
 public:
     explicit Sequences(const QString& text)
-        : m_text(text), m_next(text.size() + 1), m_previous(text.size() + 1), m_end(text.size())
+        : m_text(text), m_next(text.size() + 1), m_previous(text.size() + 1),
+          m_end(static_cast<Place>(text.size()))
     {
         std::iota(m_next.begin(), m_next.end(), 1);
         std::iota(m_previous.begin(), m_previous.end(), -1);
         m_next[m_end] = m_end;
         for (qsizetype at = m_text.indexOf(u'='); at >= 0; at = m_text.indexOf(u'=', at + 1))
-            note(at);
+            note(static_cast<Place>(at));
     }
 
     QString decoded()
     {
         QString out;
         out.reserve(m_text.size());
-        for (qsizetype at = 0; at != m_end; at = m_next[at]) {
+        for (Place at = 0; at != m_end; at = m_next[at]) {
             while (m_text[at] == u'=')
                 replaceAllLike(at);
             out.append(m_text[at]);
@@ -65,56 +68,56 @@ public:
 
 private:
     // Two characters behind a "=", each with one more for what is not there.
-    quint64 sequenceAt(qsizetype at) const
+    quint64 sequenceAt(Place at) const
     {
-        const auto valueOf = [this](qsizetype index) {
+        const auto valueOf = [this](Place index) {
             return index == m_end ? quint64(0) : quint64(m_text[index].unicode()) + 1;
         };
-        const qsizetype first = m_next[at];
+        const Place first = m_next[at];
         return valueOf(first) << 32 | valueOf(m_next[first]);
     }
 
-    void note(qsizetype at) { m_places[sequenceAt(at)].push_back(at); }
+    void note(Place at) { m_places[sequenceAt(at)].push_back(at); }
 
-    void replaceAllLike(qsizetype first)
+    void replaceAllLike(Place first)
     {
         const quint64 sequence = sequenceAt(first);
-        const qsizetype second = m_next[first];
-        const qsizetype third = m_next[second];
+        const Place second = m_next[first];
+        const Place third = m_next[second];
         const QChar character = third == m_end ? QChar(u'\0') : characterOfHex(m_text[second], m_text[third]);
-        std::vector<qsizetype> places = m_places.take(sequence);
+        std::vector<Place> places = m_places.take(sequence);
         std::sort(places.begin(), places.end());
         places.erase(std::unique(places.begin(), places.end()), places.end());
-        for (const qsizetype at : places) {
+        for (const Place at : places) {
             if (m_text[at] == u'=' && m_next[at] != gone && sequenceAt(at) == sequence)
                 replace(at, character);
         }
     }
 
-    void replace(qsizetype at, QChar character)
+    void replace(Place at, QChar character)
     {
         for (int count = 0; count < 2 && m_next[at] != m_end; ++count) {
-            const qsizetype taken = m_next[at];
+            const Place taken = m_next[at];
             m_next[at] = m_next[taken];
             m_previous[m_next[at]] = at;
             m_next[taken] = gone;
         }
         m_text[at] = character;
         // What stands up to two characters before it reads differently now.
-        qsizetype before = at;
+        Place before = at;
         for (int count = 0; count < 3 && before >= 0; ++count, before = m_previous[before]) {
             if (m_text[before] == u'=')
                 note(before);
         }
     }
 
-    static constexpr qsizetype gone = -1;
+    static constexpr Place gone = -1;
 
     QString m_text;
-    std::vector<qsizetype> m_next;
-    std::vector<qsizetype> m_previous;
-    qsizetype m_end;
-    QHash<quint64, std::vector<qsizetype>> m_places; // may name places that have changed since
+    std::vector<Place> m_next;
+    std::vector<Place> m_previous;
+    Place m_end;
+    QHash<quint64, std::vector<Place>> m_places; // may name places that have changed since
 };
 
 } // namespace

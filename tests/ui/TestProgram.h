@@ -21,19 +21,13 @@ public:
     QStringList opened;
 
     bool hasAssociation(const QString&) const override { return knowsFiles; }
-    bool open(const QString& path) override { return note(path); }
+    bool open(const QString& path) override { return openWith({}, path); }
     bool openWith(const QString& program, const QString& path) override
     {
-        return note(program + QLatin1Char(' ') + path);
-    }
-    bool openUrl(const QUrl& url) override { return note(url.toString()); }
-
-private:
-    bool note(const QString& what)
-    {
-        opened.append(what);
+        opened.append(program + QLatin1Char(' ') + path);
         return true;
     }
+    bool openUrl(const QUrl& url) override { return open(url.toString()); }
 };
 
 /// What the forms work with, made of fakes, and an emulated handset on the line.

@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QMenu>
-#include <QProgressBar>
 #include <QTest>
 
 using namespace kalmo;
@@ -24,59 +23,49 @@ namespace {
 
 struct Panel : TestProgram
 {
-    explicit Panel(const handset::Options& options = {})
+    explicit Panel(const QString& folder = {}, const handset::Options& options = {})
         : TestProgram(u"S68H"_s, options), mmc(std::make_shared<obex::clsMmc>(line)),
           panel(program, mmc, progress.all())
     {
         mmc->Online(progress.all());
         QDir().mkpath(target);
-        child<QAction>(panel, "refresh").trigger();
+        press("refresh");
+        if (!folder.isEmpty())
+            enter(u"FOL_"_s + folder);
     }
     ~Panel() { mmc->Offline(progress.all()); }
 
+    void press(const char* key) { child<QAction>(panel, key).trigger(); }
     void enter(const QString& key)
     {
-        Q_EMIT child<ui::RowsView>(panel, "lvwFFs").rowDoubleClicked(rowOf(key));
+        Q_EMIT child<ui::RowsView>(panel, "lvwFFs").rowDoubleClicked(panel.lvwFFs().indexOfKey(key));
     }
-    int rowOf(const QString& key) { return panel.lvwFFs().indexOfKey(key); }
     void select(const QStringList& keys)
     {
-        panel.lvwFFs().selectAll(false);
         for (const QString& key : keys)
-            panel.lvwFFs().setSelected(rowOf(key), true);
+            panel.lvwFFs().setSelected(panel.lvwFFs().indexOfKey(key), true);
     }
-    QStringList shown()
+    QString shown()
     {
         QStringList keys;
         for (int row = 0; row < panel.lvwFFs().count(); ++row)
             keys.append(panel.lvwFFs().row(row).key);
-        return keys;
+        return keys.join(u' ');
     }
     QStringList saved() const { return QDir(target).entryList(QDir::Files); }
-    void expectTarget(const QString& start = {})
-    {
-        test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, start, target);
-    }
     void save(int item) { child<QMenu>(panel, "mnuFFSsave").actions().at(item)->trigger(); }
+    void expectTarget()
+    {
+        test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, QString(), target);
+    }
+    void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
     void expectRefusal()
     {
+        port.handset().setFaults({.refuseAt = 2});
         expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
                u"ReCode: 403 Forbidden - operation is understood but refused"_s);
     }
-    void expectFile(const QString& path)
-    {
-        const QString start = app::GetLastInitDir(test.context, u"UploadToPhone"_s);
-        test.dialogs.expectOpenFile({.title = u"Datei auf zum Telefon übertragen"_s, .folder = start}, path);
-    }
-    void upload(const QString& path, const QString& question = {}, Answer answer = Answer::Yes)
-    {
-        expectFile(path);
-        if (!question.isEmpty())
-            expectQuestion(question, Buttons::YesNoCancel, answer);
-        child<QAction>(panel, "open").trigger();
-    }
-    void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
-    void expectQuestion(const QString& text, Buttons buttons, Answer answer)
+    void ask(const QString& text, Answer answer, Buttons buttons = Buttons::YesNoCancel)
     {
         test.dialogs.expect(
             {.text = text, .buttons = buttons, .icon = Icon::Question, .defaultButton = Answer::No}, answer);
@@ -94,138 +83,98 @@ class FileSystemPanel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void foldersAndGauge();
-    void opensFiles();
+    void foldersAndFiles();
     void downloads();
-    void hostileNamesStayInTheFolder();
     void deletes();
     void uploads();
 };
 
-void FileSystemPanel::foldersAndGauge()
+void FileSystemPanel::foldersAndFiles()
 {
-    Panel made;
-    QVERIFY(child<QProgressBar>(made.panel, "prgMe").text().contains(u"% frei ("_s));
-    made.enter(u"FOL_Pictures"_s);
+    Panel made(u"Pictures"_s);
     made.enter(u"FOL_Urlaub 2026"_s);
     QCOMPARE(child<QLineEdit>(made.panel, "txtFFscDirAct").text(), u"Mobile:\\Pictures\\Urlaub 2026"_s);
-    QCOMPARE(made.shown(), QStringList({u"FIL_Stufen.jpg"_s, u"ROT_"_s, u"CDU_"_s}));
+    QCOMPARE(made.shown(), u"FIL_Stufen.jpg ROT_ CDU_"_s);
     made.enter(u"CDU_"_s);
-    QVERIFY(made.rowOf(u"FOL_Urlaub 2026"_s) >= 0);
+    QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
-    QCOMPARE(child<QLineEdit>(made.panel, "txtFFscDirAct").text(), u"Mobile:\\"_s);
     QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
-}
-
-void FileSystemPanel::opensFiles()
-{
-    Panel made;
-    child<QAction>(made.panel, "show").trigger(); // with nothing selected
-    made.select({u"FIL_Liesmich.txt"_s});
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Liesmich.txt"_s));
+    made.press("show");
     const QString copy = made.test.storage + u"/config/temp/Liesmich.txt"_s;
-    child<QAction>(made.panel, "show").trigger();
-    QCOMPARE(made.desktop.opened, QStringList{copy});
+    QCOMPARE(made.desktop.opened, QStringList{u' ' + copy});
     QVERIFY(QFileInfo(copy).size() > 0);
-    made.desktop.knowsFiles = false;
-    made.enter(u"FOL_Sounds"_s);
-    made.test.dialogs.expect(
-        {.text =
-             u"Für die Datei Piep.wav ist auf Ihrem Rechner aktuell kein Programm als Standard zum Öffnen "
-             u"dieses Dateityps festgelegt.\nBitte installieren Sie ein Programm, das mit *.wav Dateien "
-             u"umgehen kann. Wenn ein solche Programm schon vorhanden sein sollte, wählen Sie \"JA\" und "
-             u"geben Sie den Pfad zu diesen Programm an.\n\nProgramme zum Öffnen manuell wählen?"_s,
-         .title = u"Kalmo - fehlende Dateiassoziation"_s,
-         .buttons = Buttons::YesNo,
-         .icon = Icon::Question},
-        Answer::Yes);
-    made.test.dialogs.expectOpenFile({.title = u"Kalmo - Programm wählen"_s, .folder = u"/usr/bin"_s},
-                                     u"/usr/bin/play"_s);
-    made.enter(u"FIL_Piep.wav"_s);
-    QCOMPARE(made.desktop.opened.last(),
-             u"/usr/bin/play "_s + made.test.storage + u"/config/temp/Piep.wav"_s);
 }
 
 void FileSystemPanel::downloads()
 {
-    Panel made;
-    made.enter(u"FOL_Sounds"_s);
+    Panel made(u"Sounds"_s);
     made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s, u"ROT_"_s});
     const QString mine = made.test.makeFile(u"Ziel/Piep.wav"_s, "meins");
+    const QString in = u"Gespeichert im Ordner %1:\n"_s.arg(made.target);
     made.expectTarget();
-    made.expectQuestion(
+    made.ask(
         u"Die Datei \"Piep.wav\" ist im Ordner %1 schon vorhanden.\nDatei überschreiben?"_s.arg(made.target),
-        Buttons::YesNoCancel, Answer::No);
-    made.expect(u"Gespeichert im Ordner %1:\nGong.mid\nTonleiter.mid\n\nNicht gespeichert:\nPiep.wav"_s.arg(
-        made.target));
+        Answer::No);
+    made.expect(in + u"Gong.mid\nTonleiter.mid\n\nNicht gespeichert:\nPiep.wav"_s);
     made.save(1);
-    QCOMPARE(made.saved(), QStringList({u"Gong.mid"_s, u"Piep.wav"_s, u"Tonleiter.mid"_s}));
     QCOMPARE(TestContext::contentOf(mine), "meins");
+    QCOMPARE(made.saved().size(), 3);
 
-    for (const QString& name : made.saved())
-        QFile::remove(made.target + u'/' + name);
-    made.port.handset().setFaults({.refuseAt = 2});
+    QVERIFY(QDir(made.target).removeRecursively() && QDir().mkpath(made.target));
     made.expectRefusal();
-    made.expect(u"Gespeichert im Ordner %1:\nGong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s.arg(
-        made.target));
+    made.expect(in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
     made.save(0); // the folder of the last time
     QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
-    made.enter(u"ROT_"_s);
-    made.select({u"FOL_Sounds"_s});
-    made.save(0); // nothing to save, nothing to tell
-}
 
-void FileSystemPanel::hostileNamesStayInTheFolder()
-{
-    Panel made({.faults = {.hostileNames = true}});
-    made.select(
-        {u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_CON"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
-    made.expectTarget();
-    made.expect(
+    Panel hostile({}, {.faults = {.hostileNames = true}});
+    hostile.select({u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
+    hostile.expectTarget();
+    hostile.expect(
         u"Gespeichert im Ordner %1:\nLiesmich.txt\n\nNicht gespeichert, weil Dateien auf diesem "
-        u"Computer nicht so heißen können:\n..\nC:x.txt\nCON\n%2…"_s.arg(made.target, QString(60, u'L')));
-    made.save(1);
-    QCOMPARE(made.saved(), QStringList{u"Liesmich.txt"_s});
+        u"Computer nicht so heißen können:\n..\nC:x.txt\n%2…"_s.arg(hostile.target, QString(60, u'L')));
+    hostile.save(1);
+    QCOMPARE(hostile.saved(), QStringList{u"Liesmich.txt"_s});
 }
 
 void FileSystemPanel::deletes()
 {
-    Panel made;
-    child<QAction>(made.panel, "del").trigger(); // with nothing selected
-    made.enter(u"FOL_Sounds"_s);
+    Panel made(u"Sounds"_s);
     made.select({u"FIL_Piep.wav"_s, u"FIL_Gong.mid"_s, u"FIL_Tonleiter.mid"_s, u"CDU_"_s});
-    const QString question = u"3 ausgewählte Dateien wirklich löschen?"_s;
-    made.expectQuestion(question, Buttons::YesNo, Answer::No);
-    child<QAction>(made.panel, "del").trigger();
-    QCOMPARE(made.shown().size(), 5);
-    made.port.handset().setFaults({.refuseAt = 2});
-    made.expectQuestion(question, Buttons::YesNo, Answer::Yes);
-    made.expectRefusal();
-    child<QAction>(made.panel, "del").trigger();
-    QCOMPARE(made.shown().first(2), QStringList({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s})); // from the last on
-    QCOMPARE(made.shown().size(), 4);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
+        if (answer == Answer::Yes)
+            made.expectRefusal(); // of the second, from the last on
+        made.press("del");
+    }
+    QCOMPARE(made.shown(), u"FIL_Gong.mid FIL_Piep.wav ROT_ CDU_"_s);
 }
 
 void FileSystemPanel::uploads()
 {
-    Panel made;
-    made.enter(u"FOL_Pictures"_s);
-    const QString path = made.test.makeFile(u"Ei,s.png"_s, "neu");
-    made.upload(path);
-    QVERIFY(made.rowOf(u"FIL_Eis.png"_s) >= 0);
-    const QString question =
+    Panel made(u"Pictures"_s);
+    const QString path = made.test.path(u"Ei,s.png"_s);
+    const auto upload = [&](const QByteArray& content) {
+        made.test.makeFile(u"Ei,s.png"_s, content);
+        const QString start = app::GetLastInitDir(made.test.context, u"UploadToPhone"_s);
+        made.test.dialogs.expectOpenFile({.title = u"Datei auf zum Telefon übertragen"_s, .folder = start},
+                                         path);
+    };
+    const QString clash =
         u"Die Datei \"Eis.png\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        made.test.makeFile(u"Ei,s.png"_s, "neuer");
-        made.upload(path, question, answer);
+    for (const QByteArray content : {"eins", "zwei", "drei"}) {
+        upload(content);
+        if (content != "eins")
+            made.ask(clash, content == "zwei" ? Answer::No : Answer::Yes);
+        made.press("open");
         QByteArray held;
         QVERIFY(made.mmc->GetFile(u"Eis.png"_s, held, made.progress.all()));
-        QCOMPARE(held, answer == Answer::No ? "neu" : "neuer");
+        QCOMPARE(held, content == "zwei" ? "eins" : content);
     }
-    made.test.makeFile(u"Ei,s.png"_s, QByteArray(30000000, 'x'));
-    made.expectFile(path);
+    upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
-    child<QAction>(made.panel, "open").trigger();
-    QVERIFY(made.rowOf(u"FIL_Eis.png"_s) >= 0);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
 }
 
 QTEST_MAIN(FileSystemPanel)
