@@ -109,8 +109,25 @@ void StartFlow::onCancelled()
         m_main->show();
 }
 
+bool StartFlow::mayLoseChanges()
+{
+    const phonedata::PhoneMemory& memory = m_program.memory;
+    if (!m_main || (!memory.TbDirty && !memory.NeDirty))
+        return true;
+    return m_program.context.dialogs.Show(
+               {.text =
+                    u"Es wurden Änderungen vorgenommen, diese wurden jedoch noch nicht durch die Funktion "
+                    u"\"Schreiben\" gespeichert und gehen verloren, wenn Sie Kalmo beenden.\n\n"
+                    u"Trotzdem beenden?"_s,
+                .buttons = toolkit::Buttons::YesNo,
+                .icon = toolkit::Icon::Question,
+                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
+}
+
 void StartFlow::endByUser()
 {
+    if (!mayLoseChanges())
+        return;
     // In the middle of the search's own stack: it could only come back through its questions.
     m_program.line.ClosePort();
     m_program.context.ending.EndProgram();

@@ -40,6 +40,7 @@ private:
     void openSettings();
     void onSaved(bool otherPort);
     void onCancelled();
+    bool mayLoseChanges();
     void endByUser();
 
     Program& m_program;

@@ -323,13 +323,11 @@ void frmEinstellungen::reject()
 
 void frmEinstellungen::closeEvent(QCloseEvent* event)
 {
-    if (cmdAbbruch->isEnabled()) {
-        event->ignore();
+    event->ignore(); // whoever listens hides the form, ends the program, or asks first
+    if (cmdAbbruch->isEnabled())
         reject();
-        return;
-    }
-    event->accept();
-    Q_EMIT closedByUser();
+    else
+        Q_EMIT closedByUser();
 }
 
 } // namespace kalmo::ui

@@ -123,8 +123,7 @@ void frmStart::abortSearch()
 
 void frmStart::closeEvent(QCloseEvent* event)
 {
-    m_aborted = true;
-    event->accept();
+    event->ignore(); // whoever listens ends the program, or asks first
     Q_EMIT closedByUser();
 }
 
