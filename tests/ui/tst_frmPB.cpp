@@ -259,6 +259,7 @@ void frmPBTest::escapeCancelsARead()
     });
     open.test.dialogs.expect({.text = u"Fehler beim Zugriff auf das Telefon"_s, .icon = Icon::Information});
     open.window.goTo(u"TB"_s);
+    QCOMPARE(open.panel(), u"fraPBTB"_s);
     QCOMPARE(open.list("lvwTB").rows()->count(), 0);
     QVERIFY(open.list("lvwTB").isEnabled());
     open.window.goTo(u"TB"_s); // never read, so it is read now
