@@ -2,12 +2,14 @@
 // a display is there, the window system is asked when the splash has come; without one the program itself is
 // looked at, from the making of its first object to the splash as drawn.
 
-#include "app/SettingsKeys.h"
+#include "app/Version.h"
 #include "ui/Engine.h"
 #include "ui/forms/frmStart.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
@@ -40,13 +42,21 @@ bool isOnScreen(const QString& name)
     return search.exitCode() == 0 && !search.readAllStandardOutput().trimmed().isEmpty();
 }
 
-/// Seconds that one look takes, which are no cost of the program's.
+/// What one look takes, which are no cost of the program's.
 double millisecondsOfLooking()
 {
     QElapsedTimer watch;
     watch.start();
     isOnScreen(u"^no such window$"_s);
     return millisecondsOf(watch);
+}
+
+/// Settings that were confirmed once: the splash stays, and searches.
+bool writeSettings(const QString& folder)
+{
+    QFile file(folder + u"/config/Kalmo.ini"_s);
+    return QDir(folder).mkpath(u"config"_s) && file.open(QIODevice::WriteOnly) &&
+           file.write("[frmEinstellungen]\r\nVersion=" + app::programVersion().toLatin1() + "\r\n") > 0;
 }
 
 /// One start of the program itself; negative if the splash never came.
@@ -97,6 +107,8 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const QTemporaryDir folder;
+    if (!writeSettings(folder.path()))
+        return 1;
     const bool hasDisplay = QGuiApplication::platformName() == u"xcb"_s;
     std::vector<double> program;
     std::vector<double> forms;

@@ -54,11 +54,6 @@ struct Run : TestProgram
     ui::StartFlow flow;
 };
 
-QString pathThatCannotBe(const TestContext& test)
-{
-    return test.makeFile(u"file"_s, "x") + u"/below"_s;
-}
-
 } // namespace
 
 class tst_Start : public QObject
@@ -66,39 +61,32 @@ class tst_Start : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsTheCommandLine_data();
     void readsTheCommandLine();
     void usesAGivenStorageAndNeverOffersToResetIt();
     void goesFromTheFirstStartToTheMainWindowAndBack();
     void keepsTheMainWindowForTheSamePhoneOnly();
     void stopsTheSearchByKey();
     void savesEverySetting();
-    void leadsBackFromTheSettingsOnlyWhereThereIsAWay();
     void movesTheStorageWithItsSettings();
 };
 
-void tst_Start::readsTheCommandLine_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("read"); // storage|port|log|rest, or the error
-    QTest::newRow("nothing") << QStringList{} << u"|||"_s;
-    QTest::newRow("all") << QStringList{u"--storage"_s, u"/s"_s,   u"--port=3"_s, u"--log"_s,
-                                        u"/l"_s,        u"/dbg"_s, u"/DELINI"_s}
-                         << u"/s|3|/l|/dbg /DELINI"_s;
-    QTest::newRow("twice") << QStringList{u"--port"_s, u"1"_s, u"--port"_s, u"2"_s} << u"|2||"_s;
-    QTest::newRow("no value") << QStringList{u"--port"_s} << u"option \"--port\" needs a value"_s;
-    QTest::newRow("unknown") << QStringList{u"--prot=3"_s} << u"there is no option \"--prot\""_s;
-    QTest::newRow("help wins") << QStringList{u"/DBG"_s, u"--help"_s, u"--no"_s} << u"help"_s;
-}
-
 void tst_Start::readsTheCommandLine()
 {
-    QFETCH(QStringList, arguments);
-    const ui::CommandLine made = ui::parseCommandLine(arguments);
-    QString read = u"%1|%2|%3|%4"_s.arg(made.storage, made.port, made.log, made.rest);
-    if (made.kind != ui::CommandLine::Kind::Run)
-        read = made.kind == ui::CommandLine::Kind::Help ? u"help"_s : made.error;
-    QTEST(read, "read");
+    // The options' values, the rest, and what is wrong.
+    const QList<std::pair<QString, QString>> rows = {
+        {{}, u"||||"_s},
+        {u"--storage /s --port=3 --log /l /dbg /DELINI"_s, u"/s|3|/l|/dbg /DELINI|"_s},
+        {u"--port 1 --port 2"_s, u"|2|||"_s},
+        {u"--port"_s, u"||||option \"--port\" needs a value"_s},
+        {u"--prot=3"_s, u"||||there is no option \"--prot\""_s},
+    };
+    for (const auto& [words, expected] : rows) {
+        const ui::CommandLine read = ui::parseCommandLine(words.split(u' ', Qt::SkipEmptyParts));
+        QCOMPARE((QStringList{read.storage, read.port, read.log, read.rest, read.error}.join(u'|')),
+                 expected);
+        QCOMPARE(read.kind == ui::CommandLine::Kind::Run, read.error.isEmpty());
+    }
+    QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"--help"_s, u"--no"_s}).kind, ui::CommandLine::Kind::Help);
 }
 
 void tst_Start::usesAGivenStorageAndNeverOffersToResetIt()
@@ -110,17 +98,11 @@ void tst_Start::usesAGivenStorageAndNeverOffersToResetIt()
     QVERIFY(app::GetMyPaths(test.context));
     QCOMPARE(test.sy.Paths.Storage, test.path(u"given"_s));
 
-    test.sy.StorageForThisRun = pathThatCannotBe(test);
-    test.dialogs.expect({.text = u"Der Ordner \"%1\" existiert nicht und konnte auch nicht angelegt werden.\n"
-                                 u"Wenn Sie diesen Ordner selbst als Speicherpfad in den "
-                                 u"Programmeinstellungen festgelegt haben, legen Sie ihn manuell an oder "
-                                 u"richten Sie im übergeordneten Ordner Schreibrecht ein.\n"
-                                 u"Versuch wiederholen?"_s.arg(test.sy.StorageForThisRun),
-                         .buttons = toolkit::Buttons::RetryCancel,
-                         .icon = toolkit::Icon::Critical},
-                        toolkit::Answer::Cancel);
+    // It can't be made, and what is set stays set.
+    test.sy.StorageForThisRun = test.makeFile(u"file"_s, "x") + u"/below"_s;
     QVERIFY(!app::GetMyPaths(test.context));
     QCOMPARE(test.platform.storagePath, u"/elsewhere"_s);
+    QCOMPARE(test.verdict.take().size(), 1); // a question to try again, and no other
 }
 
 void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
@@ -130,7 +112,8 @@ void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
     QVERIFY(shown<ui::frmStart>());
     auto* settings = run.waitFor<ui::frmEinstellungen>();
     QVERIFY(settings && !shown<ui::frmStart>());
-    QVERIFY(!child<QPushButton>(*settings, "cmdAbbruch").isEnabled());
+    QTest::keyClick(settings, Qt::Key_Escape);
+    QVERIFY(settings->isVisible()); // there is no way back yet
 
     child<QPushButton>(*settings, "cmdOK").click();
     auto* window = run.waitFor<ui::frmPB>();
@@ -139,7 +122,9 @@ void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
 
     window->goTo(u"SETUP"_s);
     QVERIFY(shown<ui::frmEinstellungen>() && !window->isVisible());
-    child<QPushButton>(*settings, "cmdAbbruch").click();
+    child<QCheckBox>(*settings, "chkAutoBackup").click();
+    settings->close();
+    QVERIFY(child<QCheckBox>(*settings, "chkAutoBackup").isChecked()); // nothing was kept
     QVERIFY(window->isVisible() && !shown<ui::frmEinstellungen>());
 }
 
@@ -214,25 +199,6 @@ void tst_Start::savesEverySetting()
     QCOMPARE(checks(), u"0101"_s);
 }
 
-void tst_Start::leadsBackFromTheSettingsOnlyWhereThereIsAWay()
-{
-    TestProgram given(u"WOODSTOCK"_s);
-    ui::frmEinstellungen form(given.program);
-    const QSignalSpy cancelled(&form, &ui::frmEinstellungen::cancelled);
-    const QSignalSpy closed(&form, &ui::frmEinstellungen::closedByUser);
-    form.present(false);
-    QTest::keyClick(&form, Qt::Key_Escape);
-    QVERIFY(form.isVisible());
-    form.close();
-    QCOMPARE(closed.size(), 1);
-    form.present(true);
-    child<QCheckBox>(form, "chkAutoBackup").click();
-    form.close();
-    QCOMPARE(cancelled.size(), 1);
-    QCOMPARE(closed.size(), 1);
-    QVERIFY(child<QCheckBox>(form, "chkAutoBackup").isChecked()); // nothing was kept
-}
-
 void tst_Start::movesTheStorageWithItsSettings()
 {
     TestProgram given(u"WOODSTOCK"_s);
@@ -243,6 +209,9 @@ void tst_Start::movesTheStorageWithItsSettings()
     const auto moveTo = [&](const QString& folder) {
         form.present(true);
         test.dialogs.expectPickFolder(u"Wählen Sie einen Ordner aus"_s, test.storage, folder);
+        if (test.platform.storagePathResult != 0)
+            test.dialogs.expect({.text = u"Der Speicherpfad konnte nicht geändert werden."_s,
+                                 .icon = toolkit::Icon::Exclamation});
         child<QPushButton>(form, "cmdSpeicherpfad").click();
         child<QPushButton>(form, "cmdOK").click();
     };
@@ -251,15 +220,8 @@ void tst_Start::movesTheStorageWithItsSettings()
     QCOMPARE(test.settings.GetIniText(u"Ports"_s, u"COM3"_s, app::iniPath(test.path(u"new"_s))),
              u"/dev/cable"_s);
     QCOMPARE(saved.size(), 1);
-
     test.platform.storagePathResult = 5;
-    test.dialogs.finish();
-    form.present(true);
-    test.dialogs.expectPickFolder(u"Wählen Sie einen Ordner aus"_s, test.storage, test.path(u"other"_s));
-    test.dialogs.expect(
-        {.text = u"Der Speicherpfad konnte nicht geändert werden."_s, .icon = toolkit::Icon::Exclamation});
-    child<QPushButton>(form, "cmdSpeicherpfad").click();
-    child<QPushButton>(form, "cmdOK").click();
+    moveTo(test.path(u"other"_s));
     QCOMPARE(saved.size(), 1);
     QVERIFY(form.isVisible());
 }
