@@ -72,8 +72,9 @@ void tst_Invocation::words_data()
     QTest::newRow("mistyped, one word")
         << u"staus"_s << u"wrong: unknown command \"staus\"; did you mean \"status\"?"_s;
     QTest::newRow("like nothing") << u"frobnicate it"_s << u"wrong: unknown command \"frobnicate\""_s;
-    QTest::newRow("first word only") << u"phonebook"_s
-                                     << u"wrong: \"phonebook\" needs a second word: read or add or set or delete or write"_s;
+    QTest::newRow("first word only")
+        << u"phonebook"_s
+        << u"wrong: \"phonebook\" needs a second word: read or add or set or delete or write"_s;
     QTest::newRow("help about nothing")
         << u"frobnicate --help"_s << u"wrong: unknown command \"frobnicate\""_s;
     QTest::newRow("unknown option") << u"find --jsno"_s
