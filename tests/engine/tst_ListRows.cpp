@@ -60,29 +60,20 @@ void tst_ListRows::sorting()
     rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, false,
              Qt::AscendingOrder, {u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s});
     rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, true,
-             Qt::AscendingOrder, {u"z"_s, u"bb"_s, u"ccc"_s, u"aaaa"_s});
+             Qt::DescendingOrder, {u"aaaa"_s, u"ccc"_s, u"bb"_s, u"z"_s});
 
     for (const auto& [added, byTag, order, sorted] : rows) {
-        const auto tagFor = [](const QString& name) {
-            return QString::number(name.size()).rightJustified(16, u'0');
-        };
-
         ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
-        for (const QString& name : added)
-            atOnce.add(named(name, {}, tagFor(name)));
+        ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
+        oneByOne.sortBy(0, order);
+        for (const QString& name : added) {
+            for (ListRows* list : {&atOnce, &oneByOne})
+                list->add(named(name, {}, QString::number(name.size()).rightJustified(16, u'0')));
+        }
         QCOMPARE(names(atOnce), added);
         atOnce.sortBy(0, order);
         QCOMPARE(names(atOnce), sorted);
-
-        ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
-        oneByOne.sortBy(0, order);
-        for (const QString& name : added)
-            oneByOne.add(named(name, {}, tagFor(name)));
         QCOMPARE(names(oneByOne), sorted);
-
-        oneByOne.setSorted(false);
-        oneByOne.add(named(u"first or last"_s));
-        QCOMPARE(oneByOne.text(oneByOne.count() - 1, 0), u"first or last"_s);
     }
 }
 

@@ -28,7 +28,6 @@ private Q_SLOTS:
     void reply();
     void readKeepsItsPauses();
     void writeKeepsItsPauses();
-    void failedWriteSaysWhatIsThere();
 };
 
 void tst_ProviderList::reply()
@@ -84,32 +83,6 @@ void tst_ProviderList::writeKeepsItsPauses()
                           u"Schreibe Provider...(3 von 3)"_s}));
     QCOMPARE(phone.memory.providers.entries.size(), 3U);
     QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
-}
-
-void tst_ProviderList::failedWriteSaysWhatIsThere()
-{
-    using Prepare = std::function<void(ClassicScript&)>;
-    Rows<Certainty, int, Prepare> rows;
-    rows.add("the erase is refused", Certainty::Unknown, 0,
-             [](ClassicScript& script) { script.refuse(eraseStore).expect("AT\r"); });
-    rows.add("the store does not open again", Certainty::Known, 0,
-             [](ClassicScript& script) { script.expect(eraseStore).expect("AT\r").refuse(openStore); });
-    rows.add("the second entry is refused", Certainty::Known, 1, [](ClassicScript& script) {
-        script.expectAll({eraseStore, "AT\r", openStore, "AT^WSWE=10,Billig, AG,5,01013\r"});
-        script.refuse("AT^WSWE=9,Ohne Name,5,01070\r").expect("AT\r");
-    });
-
-    for (const auto& [certainty, entries, prepare] : rows) {
-        ClassicPhone phone(2, Store::Providers);
-        phone.memory.providers.becomes(providers, Certainty::Known);
-        phone.fill(providers);
-        prepare(phone.script);
-        QVERIFY(!WritePB_NE(phone.job()));
-        QCOMPARE(phone.memory.providers.certainty, certainty);
-        QCOMPARE(static_cast<int>(phone.memory.providers.entries.size()), entries);
-        QVERIFY(!phone.progress.bar.visible);
-        QCOMPARE(phone.window.states, (QList<bool>{true, false}));
-    }
 }
 
 QTEST_GUILESS_MAIN(tst_ProviderList)

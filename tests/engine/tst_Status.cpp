@@ -16,7 +16,6 @@ private Q_SLOTS:
     void gauges();
     void clock();
     void settingTheClock();
-    void modelText();
 };
 
 namespace {
@@ -79,25 +78,6 @@ void tst_Status::settingTheClock()
     port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
     test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
     QVERIFY(link::SetPhoneTime(line));
-}
-
-void tst_Status::modelText()
-{
-    const Rows<QByteArray, bool, QString> rows{
-        {"classic", "PICASSO", false, u"PICASSO"_s},
-        {"with its name", "GAM2", true, u"GAM2 [^WPPN: 4,SL55]"_s},
-        {"newer ones go without", "Kilby", false, u"Kilby"_s},
-    };
-    for (const auto& [model, asksName, wantedText] : rows) {
-        ScriptedLine scripted;
-        auto& [test, port, line] = scripted;
-        answer(port, "AT+CGMM\r", model);
-        if (asksName)
-            answer(port, "AT^WPPN\r", "^WPPN: 4,SL55");
-        QString text;
-        QVERIFY(link::GetPhoneModelText(line, text));
-        QCOMPARE(text, wantedText);
-    }
 }
 
 QTEST_GUILESS_MAIN(tst_Status)

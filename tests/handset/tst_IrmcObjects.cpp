@@ -52,7 +52,6 @@ class IrmcObjects : public QObject
 private Q_SLOTS:
     void changes();
     void readsCards();
-    void keepsItsMemory();
 };
 
 void IrmcObjects::changes()
@@ -106,25 +105,6 @@ void IrmcObjects::readsCards()
         QCOMPARE(talk.fetchFile("0001.vcf"),
                  "BEGIN:VCARD\r\nVERSION:2.1\r\n" + stored + "X-IRMC-LUID:0001\r\nEND:VCARD\r\n");
     }
-}
-
-void IrmcObjects::keepsItsMemory()
-{
-    const QTemporaryDir folder;
-    const handset::Options options{.model = u"S68H"_s, .stateFolder = folder.path()};
-    {
-        ObexTalk talk(options);
-        openStore(talk, "pb");
-        talk.ask(deleteItem("0001.vcf", "25"));
-        talk.ask(putItem(".vcf", "26", card("N:\xdc;\r\nBDAY:1970-03-02T08:15\r\n")));
-    }
-    ObexTalk talk(options);
-    openStore(talk, "pb");
-    QCOMPARE(talk.fetchFile("cc.log"), "27");
-    QCOMPARE(talk.fetchFile("0026.vcf"), "BEGIN:VCARD\r\nVERSION:2.1\r\nN:\xdc;\r\nBDAY:1970-03-02T08:15\r\n"
-                                         "X-IRMC-LUID:0026\r\nEND:VCARD\r\n");
-    QCOMPARE(talk.ask(putItem(".vcf", "27", card("N:A;\r\n"))),
-             told("0027", "28")); // 0001 is not given again
 }
 
 QTEST_GUILESS_MAIN(IrmcObjects)

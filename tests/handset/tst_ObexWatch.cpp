@@ -40,7 +40,6 @@ private Q_SLOTS:
     void faults();
     void survivesAnything();
     void findsTheWayBack();
-    void staysInDataMode();
 };
 
 void ObexWatch::violations()
@@ -151,25 +150,6 @@ void ObexWatch::findsTheWayBack()
         QCOMPARE(talk.say("AT^SQWE=0\r\n"), toCommand);
         QCOMPARE(talk.violations(), violations);
     }
-}
-
-/// Nobody tells the handset that a client is gone: to the next one it is deaf until that one knows the way.
-void ObexWatch::staysInDataMode()
-{
-    ObexTalk talk({.model = u"S68H"_s});
-    talk.ask(connectFolders);
-    talk.port.Close();
-    talk.port.Open({});
-    QCOMPARE(talk.say("ATZ\r"), "");
-    QVERIFY(talk.port.handset().isInDataMode());
-    talk.clock.WaitSeconds(1);
-    QCOMPARE(talk.sayAll({"+++", "AT\r"}, 1.4), "AT\r\r\nOK\r\n");
-
-    QCOMPARE(talk.say("AT^SQWE=3\r\n"), "AT^SQWE=3\r\r\nOK\r\n");
-    talk.say("ATZ\r");
-    talk.port.handset().powerCycle();
-    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
-    QCOMPARE(talk.violations(), {u"AT command in data mode"_s});
 }
 
 QTEST_GUILESS_MAIN(ObexWatch)
