@@ -13,21 +13,6 @@ namespace {
 const QByteArray atz = "ATZ\r";
 const QByteArray atzOk = "ATZ\r\r\nOK\r\n";
 
-struct Exchange
-{
-    QByteArray command;
-    QByteArray answer;
-    bool lfMode = false;
-    bool keepTail = false;
-    bool good = true;
-    QByteArray payload = {};
-};
-
-QByteArray asSent(const Exchange& exchange)
-{
-    return exchange.lfMode && !exchange.command.endsWith('\n') ? exchange.command + '\n' : exchange.command;
-}
-
 } // namespace
 
 class tst_Line : public QObject
@@ -47,42 +32,29 @@ private Q_SLOTS:
 
 void tst_Line::answersAreCutOut()
 {
-    Rows<Exchange> rows;
-    rows.add("payload", {.command = "AT+CGMR\r", .answer = "AT+CGMR\r\r\n12\r\n\r\nOK\r\n", .payload = "12"});
-    rows.add("OK alone", {.command = "ATZ\r", .answer = atzOk});
-    rows.add("tail kept", {.command = "AT^WSRE\r",
-                           .answer = "AT^WSRE\r\r\n^WSRE: 1,A,1,1\r\n\r\nOK\r\n",
-                           .keepTail = true,
-                           .payload = "^WSRE: 1,A,1,1\r\n"});
-    rows.add("several lines", {.command = "AT^WFFO=\"3\"\r",
-                               .answer = "AT^WFFO=\"3\"\r\r\n^WFFO: a\r\n^WFFO: b\r\n\r\nOK\r\n",
-                               .payload = "^WFFO: a\r\n^WFFO: b"});
-    rows.add("LF mode: the echoed line feed goes", {.command = "AT+CGMM\r",
-                                                    .answer = "AT+CGMM\r\n\r\nKilby\r\n\r\nOK\r\n",
-                                                    .lfMode = true,
-                                                    .payload = "Kilby"});
-    rows.add("LF mode: CR LF in the command is not doubled", {.command = "AT+X\r\n",
-                                                              .answer = "AT+X\r\n\r\n\nval\r\n\r\nOK\r\n",
-                                                              .lfMode = true,
-                                                              .payload = "val"});
-    rows.add("OK within the answer does not end it",
-             {.command = "AT+N\r", .answer = "AT+N\r\r\nOK OKTAVIA\r\n\r\nOK\r\n", .payload = "OK OKTAVIA"});
-    rows.add("ends in RED", {.command = "AT+D\r", .answer = "AT+D\r\r\nabcRED\r\n", .payload = ""});
-    rows.add("no echo: payload is lost to it",
-             {.command = "AT+CGMM\r", .answer = "\r\nWOODSTOCK\r\n\r\nOK\r\n", .payload = "K"});
-    rows.add(
-        "extended error: at once, answer untouched",
-        {.command = "AT+X\r", .answer = "AT+X\r\r\n+CME ERROR: 3\r\n", .good = false, .payload = "before"});
-
-    for (const auto& [exchange] : rows) {
+    enum Mode { Plain, LineFeed, KeepTail, Fails };
+    const Rows<QByteArray, QByteArray, QByteArray, Mode> rows{
+        {"payload", "AT+CGMR\r", "AT+CGMR\r\r\n12\r\n\r\nOK\r\n", "12", Plain},
+        {"OK alone", "ATZ\r", atzOk, {}, Plain},
+        {"tail kept", "AT^WSRE\r", "AT^WSRE\r\r\n^WSRE: 1,A\r\n\r\nOK\r\n", "^WSRE: 1,A\r\n", KeepTail},
+        {"several lines", "AT^WFFO\r", "AT^WFFO\r\r\n^WFFO: a\r\n^WFFO: b\r\n\r\nOK\r\n",
+         "^WFFO: a\r\n^WFFO: b", Plain},
+        {"the echoed line feed goes", "AT+CGMM\r", "AT+CGMM\r\n\r\nKilby\r\n\r\nOK\r\n", "Kilby", LineFeed},
+        {"CR LF is not doubled", "AT+X\r\n", "AT+X\r\n\r\n\nval\r\n\r\nOK\r\n", "val", LineFeed},
+        {"OK within the answer", "AT+N\r", "AT+N\r\r\nOK OKTAVIA\r\n\r\nOK\r\n", "OK OKTAVIA", Plain},
+        {"ends in RED", "AT+D\r", "AT+D\r\r\nabcRED\r\n", {}, Plain},
+        {"no echo: payload is lost to it", "AT+CGMM\r", "\r\nWOODSTOCK\r\n\r\nOK\r\n", "K", Plain},
+        {"extended error: answer untouched", "AT+X\r", "AT+X\r\r\n+CME ERROR: 3\r\n", "before", Fails},
+    };
+    for (const auto& [command, answer, payload, mode] : rows) {
         inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
-            test.sy.blnTxLfTerminator = exchange.lfMode;
-            port.expect(asSent(exchange), exchange.answer);
+            test.sy.blnTxLfTerminator = mode == LineFeed;
+            port.expect(mode == LineFeed && !command.endsWith('\n') ? command + '\n' : command, answer);
             link::Line line(test.context, port);
-            QByteArray answer = "before";
-            line.Tx(exchange.command);
-            QCOMPARE(line.Rx(answer, exchange.command, 1, exchange.keepTail), exchange.good);
-            QCOMPARE(answer, exchange.payload);
+            QByteArray received = "before";
+            line.Tx(command);
+            QCOMPARE(line.Rx(received, command, 1, mode == KeepTail), mode != Fails);
+            QCOMPARE(received, payload);
             QCOMPARE(line.repeats(), 0);
         });
     }

@@ -50,7 +50,6 @@ class tst_ObexFolders : public QObject
 
 private Q_SLOTS:
     void listing();
-    void listingFails();
     void operations();
     void namesThatDoNotFit();
     void capacities();
@@ -76,22 +75,6 @@ void tst_ObexFolders::listing()
         QCOMPARE(client.progress.panel.texts,
                  (QStringList{u"Verzeichnis wird ausgelesen..."_s, u"Verzeichnis ausgelesen."_s}));
     });
-}
-
-void tst_ObexFolders::listingFails()
-{
-    OnlineClient online;
-    auto& [test, port, client] = online;
-    ListRows rows(u"FFS"_s, {{u"Name"_s}});
-    rows.add({.key = u"old"_s});
-    QList<obex::tObxDirEntry> entries(3);
-    port.expect(listingRequest, hex("C1 0003"));
-    test.dialogs.expect(errorBox(u"ReCode: 401 Unauthorized"_s));
-    QVERIFY(!client.mmc->Dir(entries, client.progress.all(), &rows));
-    QCOMPARE(entries.size(), 0);
-    QCOMPARE(rows.count(), 0);
-    QCOMPARE(client.progress.panel.Text(), u"Verzeichnis nicht ausgelesen."_s);
-    QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
 }
 
 void tst_ObexFolders::operations()

@@ -48,7 +48,6 @@ private Q_SLOTS:
     void gettingOddFrames();
     void gettingFails();
     void gettingIntoAFile();
-    void gettingIsCancelled();
     void gettingWithoutEnd();
     void putting();
     void puttingFails();
@@ -165,21 +164,6 @@ void tst_ObexTransfer::gettingIntoAFile()
     QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), test.path(u"no/folder/x"_s), &code));
     QCOMPARE(code, obex::WriteFailed);
     QCOMPARE(QDir(test.folder.path()).entryList({u"target*"_s}), (QStringList{u"target"_s}));
-}
-
-void tst_ObexTransfer::gettingIsCancelled()
-{
-    OnlineClient online;
-    auto& [test, port, client] = online;
-    port.expect(getA, packet(0x90, header(0x48, "x"))).then([&] { client.progress.cancel.checked = true; });
-    port.expect(abortRequest, done);
-    test.dialogs.expect(errorBox(u"Vorzeitiger Abbruch durch den Benutzer."_s));
-    QByteArray data;
-    int code = 0;
-    QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), {}, &code));
-    QCOMPARE(code, -3);
-    QVERIFY(!client.progress.bar.visible);
-    QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BusyOff"_s})); // Abort's are within
 }
 
 void tst_ObexTransfer::gettingWithoutEnd()

@@ -35,7 +35,6 @@ class ClassicStores : public QObject
 private Q_SLOTS:
     void takesEntries();
     void checksTheClient();
-    void keepsItsMemory();
 };
 
 void ClassicStores::takesEntries()
@@ -96,22 +95,6 @@ void ClassicStores::checksTheClient()
         talk.port.Close();
         QCOMPARE(talk.violations(), violations);
     }
-}
-
-void ClassicStores::keepsItsMemory()
-{
-    const QTemporaryDir folder;
-    const handset::Options options{.model = u"PICASSO"_s, .stateFolder = folder.path()};
-    {
-        HandsetTalk talk(options);
-        talk.sayAll(writing("TB", "AT^WSSL\r", {"AT^WSWE=1,\xc4,1,1,11,00010203045,1,6\r\n"}), 3);
-    }
-    HandsetTalk talk(options);
-    QCOMPARE(
-        content(talk.port.handset().phone().phonebook),
-        QByteArray(
-            R"([{"anniversary":"02.01. 03:04","name":"Ä","number":"1","reminder":"5","vipSound":"6"}])"));
-    QCOMPARE(talk.port.handset().phone().providers.entries.size(), 5u);
 }
 
 QTEST_GUILESS_MAIN(ClassicStores)

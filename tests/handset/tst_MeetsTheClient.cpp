@@ -74,10 +74,8 @@ void MeetsTheClient::isFound()
 {
     const Rows<QString, int, QString, QString> rows{
         {"1", u"WOODSTOCK"_s, 1, u"19200,N,8,1"_s, u"25.01"_s},
-        {"4", u"PICASSO"_s, 4, u"19200,N,8,1"_s, u"31.07"_s},
         {"5, with a bell", u"To S600"_s, 5, u"115200,N,8,1"_s, u"40.12"_s},
         {"7", u"Sinus 501"_s, 7, u"115200,N,8,1"_s, u"40.09"_s},
-        {"10", u"SL400H"_s, 10, u"115200,N,8,1"_s, u"56.03"_s},
         {"11, with a semicolon", u"M3 Ex Plus prof."_s, 11, u"115200,N,8,1"_s, u"83.110"_s},
         {"13", u"SL750H PRO"_s, 13, u"115200,N,8,1"_s, u"94.125"_s},
     };
