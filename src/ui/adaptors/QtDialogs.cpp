@@ -1,5 +1,8 @@
 #include "ui/adaptors/QtDialogs.h"
 
+#include "ui/icons/Icons.h"
+
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -19,6 +22,8 @@ using toolkit::Icon;
 using toolkit::Message;
 
 namespace {
+
+constexpr int pictureSize = 40; // logical pixels
 
 struct ButtonRow
 {
@@ -57,21 +62,21 @@ public:
     Q_DISABLE_COPY_MOVE(PlainCursor)
 };
 
-QMessageBox::Icon iconOf(Icon icon)
+QString pictureOf(Icon icon)
 {
     switch (icon) {
     case Icon::Information:
-        return QMessageBox::Information;
+        return u"div"_s;
     case Icon::Question:
-        return QMessageBox::Question;
+        return u"help"_s;
     case Icon::Exclamation:
-        return QMessageBox::Warning;
+        return u"warning"_s;
     case Icon::Critical:
-        return QMessageBox::Critical;
+        return u"critical"_s;
     case Icon::None:
         break;
     }
-    return QMessageBox::NoIcon;
+    return {};
 }
 
 const ButtonRow& rowOf(Buttons buttons)
@@ -137,8 +142,12 @@ Answer QtDialogs::Show(const Message& message)
 {
     const PlainCursor cursor;
     const ButtonRow& row = rowOf(message.buttons);
-    QMessageBox box(iconOf(message.icon), message.title, message.text, row.shown,
+    QMessageBox box(QMessageBox::NoIcon, message.title, message.text, row.shown,
                     QApplication::activeWindow());
+    if (message.icon != Icon::None)
+        box.setIconPixmap(pixmap(pictureOf(message.icon), pictureSize, box.devicePixelRatioF()));
+    for (QAbstractButton* button : box.buttons())
+        button->setIcon({}); // the toolkit's own are of another style
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.setDefaultButton(defaultOf(row, message.defaultButton));

@@ -18,7 +18,6 @@ ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, Ways ways, QW
     m_view->installEventFilter(this);
     m_note->setWordWrap(true);
     m_note->setTextFormat(Qt::PlainText);
-    m_note->setForegroundRole(QPalette::PlaceholderText);
     content()->addWidget(m_view, 1);
     content()->addWidget(m_note);
     connect(m_view, &RowsView::rowDoubleClicked, this, [this] { Q_EMIT commandWanted(Command::Edit); });
