@@ -266,7 +266,9 @@ void tst_Line::rawSendGoesOut()
     all = all.repeated(39).first(link::stagingSize - 16);
     port.expect(all);
     test.startLog();
-    link::Line(test.context, port).TxDirect(all);
+    link::Line line(test.context, port);
+    line.setMode(link::LineMode::Data);
+    line.TxDirect(all);
     const QStringList lines = test.logged();
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines[1].startsWith(u"TxDir (ASC): "_s + u" 00 01 02"_s));
@@ -306,6 +308,7 @@ void tst_Line::failedRawSendEndsTheProgram()
     app::put(test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
     test.dialogs.expect(message);
     link::Line line(test.context, port);
+    line.setMode(link::LineMode::Data);
     QVERIFY_THROWS_EXCEPTION(ProgramEnded, line.TxDirect(bytes));
     QVERIFY(!port.IsOpen());
     const bool reminderCleared = app::get(test.settings, app::keys::LastUnclosedObexDevice) == app::noValue();
@@ -329,6 +332,7 @@ void tst_Line::rawReceive()
     inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
         port.expect("AT^SQWE=3\r\n", answer);
         link::Line line(test.context, port);
+        line.setMode(link::LineMode::Switching);
         RecordedPanel panel;
         panel.SetText(u"Datenkanal wird geöffnet..."_s);
         QByteArray received = "before";

@@ -53,6 +53,10 @@ void tst_ObexLine::commandsNeedTextMode()
     QCOMPARE(line.exchange(answer, signal, 1), goesOut);
     QCOMPARE(answer, goesOut ? "+CSQ: 20,99"_ba : ""_ba);
     QCOMPARE(test.logged().contains(u"Warning:: Tx refused, the line carries data"_s), !goesOut);
+    if (goesOut)
+        line.TxDirect("AT^SQWE=3\r\n"); // raw bytes have no place among AT commands
+    if (mode != LineMode::Switching)
+        QCOMPARE(line.RxDirect(answer, 1), kalmo::link::RxDirectTimeout);
     QVERIFY(goesOut || test.clock.elapsed() == 0); // no recovery: its ATZ would be a frame of 21 kilobytes
 
     line.ConfigurePort(); // a port that was opened anew starts with AT commands again
@@ -84,8 +88,10 @@ void tst_ObexLine::nestedExchangeStealsNothing()
 
     port.expect("AT^SQWE=3\r\n", "OK\r\n", 0.5);
     test.clock.after(0.2, intrude);
+    line.setMode(LineMode::Switching);
     line.TxDirect("AT^SQWE=3\r\n");
     QCOMPARE(line.RxDirect(answer, 0), kalmo::link::RxDirectAnswered);
+    line.setMode(LineMode::Text);
 
     // An intruder during the recovery of a command that was not answered.
     port.expect(signal).expect("ATZ\r").expect("ATZ\r").expect(signal, signalAnswer);
