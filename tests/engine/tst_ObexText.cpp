@@ -108,6 +108,8 @@ void tst_ObexText::safeNames_data()
                                    u"con"_s,
                                    u"Nul.txt"_s,
                                    u"COM1"_s,
+                                   u"conin$.txt"_s,
+                                   u"LPT²"_s,
                                    u"lpt9.tar.gz"_s,
                                    u"exe\u202Egpj.jpg"_s,
                                    QString(256, u'x'),
