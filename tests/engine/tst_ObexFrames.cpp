@@ -62,7 +62,6 @@ void tst_ObexFrames::requests_data()
     row("enter a folder", enterFolderFrame(u"Pb"_s, false), "85 00 0E 02 00 01 00 09 00 50 00 62 00 00");
     row("enter or make a folder", enterFolderFrame(u"Pb"_s, true),
         "85 00 0E 00 00 01 00 09 00 50 00 62 00 00");
-    row("make a folder", makeFolderFrame(u"Pb"_s), "85 00 0E 00 00 01 00 09 00 50 00 62 00 00");
     row("delete", deleteFrame(u"a"_s), "82 00 0A 01 00 07 00 61 00 00");
     row("set attributes", setAttribFrame(u"a"_s, "\"RWD\"\"R\""),
         "82 00 17 01 00 07 00 61 00 00 4C 00 0D 38 08 22 52 57 44 22 22 52 22");

@@ -190,13 +190,16 @@ void tst_ObexSession::channelDoesNotOpen()
 void tst_ObexSession::channelOpensWhileAsking_data()
 {
     QTest::addColumn<bool>("retries");
-    QTest::newRow("user tries again") << true;
-    QTest::newRow("user gives up") << false;
+    QTest::addColumn<bool>("comesBack");
+    QTest::newRow("user tries again") << true << false;
+    QTest::newRow("user gives up") << false << true;
+    QTest::newRow("user gives up, and the phone stays in data mode") << false << false;
 }
 
 void tst_ObexSession::channelOpensWhileAsking()
 {
     QFETCH(bool, retries);
+    QFETCH(bool, comesBack);
     TestContext test;
     namePhone(test);
     ScriptedPort port(test);
@@ -210,10 +213,16 @@ void tst_ObexSession::channelOpensWhileAsking()
     if (retries)
         port.expect(connectFolders, packet(0xA0, hex("10 00 04 00"))); // and no second command
     else
-        port.expect("+++").expect(closeCommand, "OK\r\n");
+        port.expect("+++").expect(closeCommand, comesBack ? "OK\r\n" : "");
+    if (!retries && !comesBack) {
+        port.expect("+++").expect(closeCommand).expect("+++").expect(closeCommand);
+        test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::ChannelStuck)));
+    }
     QCOMPARE(client.mmc->Online(client.progress.all()), retries);
-    QCOMPARE(stateOf(client),
-             retries ? connected : u"channel 2, online 0, line Text, \"\", reminder <no value>/<no value>"_s);
+    QCOMPARE(stateOf(client), retries ? connected
+                              : comesBack
+                                  ? u"channel 2, online 0, line Text, \"\", reminder <no value>/<no value>"_s
+                                  : u"channel 0, online 0, line Switching, \"\", reminder phone/7"_s);
 }
 
 void tst_ObexSession::connectAnswers_data()
@@ -442,6 +451,13 @@ void tst_ObexSession::needsAnOpenChannel()
                                  u"Aktion beschäftigt. Es wurde nichts gesendet."_s));
     QVERIFY(!client.mmc->Dir(entries, client.progress.all()));
     QVERIFY(test.clock.elapsed() < 0.1);
+
+    client.goOnline();
+    port.expect(hex("85 0008 02 00 01 0003")).then([&] { port.Close(); }); // the cable is pulled
+    test.dialogs.expect(errorBox(timeoutText));
+    const double before = test.clock.elapsed();
+    QVERIFY(!client.mmc->CdRoot());
+    QVERIFY(test.clock.elapsed() - before < 1);
 }
 
 void tst_ObexSession::nestedOperationIsRefused()
