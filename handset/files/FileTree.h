@@ -22,6 +22,7 @@ struct FileNode
     std::vector<std::unique_ptr<FileNode>> children = {};
 
     FileNode* child(const QString& childName) const;
+    bool canRead() const { return user.contains(u'R'); }
     bool canDelete() const { return user.contains(u'D'); }
     bool canWrite() const { return user.contains(u'W'); }
     /// Bytes of all files in it.

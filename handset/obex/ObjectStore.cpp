@@ -16,6 +16,9 @@ constexpr double removeSeconds = 0.5;
 constexpr qint64 largestItem = 65536; // bytes of one contact or appointment
 const QString telecomFolder = u"telecom"_s;
 
+const QByteArray cardPath = // its length, and "\\MMCard" in 16-bit characters
+    QByteArray::fromHex("10 005C 004D 004D 0043 0061 0072 0064 0000");
+
 enum MemoryQuery : quint8 { AllMemory = 1, FreeMemory = 2 };
 
 quint8 codeOf(FileResult result)
@@ -55,6 +58,13 @@ ObjectReply ObjectStore::done(FileResult result, double seconds)
     return {.code = codeOf(result), .seconds = seconds};
 }
 
+bool ObjectStore::has(const QStringList& path)
+{
+    if (isTelecom(path))
+        return m_telecom.hasItem(path.sliced(1));
+    return hasFiles() && m_phone.files.find(path);
+}
+
 bool ObjectStore::isFolder(const QStringList& path)
 {
     if (isTelecom(path))
@@ -84,6 +94,8 @@ ObjectReply ObjectStore::makeFolder(const QStringList& path)
 {
     if (isTelecom(path) || !hasFiles())
         return {.code = obex::Forbidden};
+    if (m_phone.faults.full)
+        return {.code = obex::DatabaseFull};
     return done(m_phone.files.makeFolder(path, m_time.dateTime()), writeSeconds);
 }
 
@@ -94,6 +106,8 @@ ObjectReply ObjectStore::get(const QStringList& path)
     const FileNode* node = hasFiles() ? m_phone.files.find(path) : nullptr;
     if (!node || node->isFolder)
         return {.code = obex::NotFound};
+    if (!node->canRead())
+        return {.code = obex::Forbidden};
     return {.content = node->content};
 }
 
@@ -154,7 +168,9 @@ ObjectReply ObjectStore::memory(const QByteArray& query)
     const quint8 kind = query.isEmpty() ? 0 : static_cast<quint8>(query.front());
     if (kind != AllMemory && kind != FreeMemory)
         return {.code = obex::BadRequest};
-    const bool ofCard = query.size() > 1;
+    const bool ofCard = query.sliced(1) == cardPath;
+    if (!ofCard && query.size() > 1)
+        return {.code = obex::NotFound};
     if (ofCard ? m_phone.options.memoryCard == 0 : !hasFiles())
         return {.code = obex::NotFound};
     // The card is there, but nothing can be put on it.

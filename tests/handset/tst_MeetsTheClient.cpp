@@ -202,6 +202,9 @@ void MeetsTheClient::files()
     QVERIFY(mmc->Dir(entries, progress));
     QCOMPARE(namesOf(entries), QStringList({u"Urlaub 2026"_s, u"Sonnenuntergang.bmp"_s, u"Küste.png"_s,
                                             u"Größe.wav"_s, u"Neu"_s}));
+    QVERIFY(mmc->Cd(u"Urlaub 2026"_s, false) && mmc->PutFile(local, progress));
+    QVERIFY(mmc->Del(u"Welle.wav"_s, progress, nullptr, false, true) && mmc->Dir(entries, progress));
+    QCOMPARE(namesOf(entries), QStringList{u"Stufen.jpg"_s});
     QVERIFY(mmc->CdRoot() && mmc->CDluidPB());
     QVERIFY(mmc->GetFile(u"cc.log"_s, back, progress));
     QCOMPARE(back, "25");

@@ -19,7 +19,8 @@ QByteArray hex(const char* text)
 /// A frame of a PUT that is `size` bytes long.
 QByteArray filled(int opcode, const QByteArray& headers, qsizetype size)
 {
-    return obexFrame(opcode, headers + obexHeader(0x48, QByteArray(size - 6 - headers.size(), 'x')));
+    return obexFrame(opcode, headers + obexHeader(opcode == 0x82 ? 0x49 : 0x48,
+                                                  QByteArray(size - 6 - headers.size(), 'x')));
 }
 
 QByteArray start(const QByteArray& name, qsizetype length, const QByteArray& time = "20261121T120000")
@@ -68,12 +69,13 @@ void ObexWatch::violations_data()
     row("frame above MaxPacket", {filled(0x02, start("x", 360), 302), rest},
         {u"a frame of 302 bytes, above MaxPacket 300"_s,
          u"a part of \"x\" in a frame of 302 bytes, not 300"_s});
-    row("no more than a client sends at once", {filled(0x02, start("x", 10000 + 100 - 6 - 36), 10000), rest},
-        {}, 65535);
+    row("no more than a client sends at once", {filled(0x02, start("x", 10058), 10000), rest}, {}, 16390);
+    row("what a client reads as negative", {filled(0x02, start("x", 313), 255), rest}, {}, 65535);
     row("header longer than the frame", {obexFrame(0x83, hex("01000A0061"))},
         {u"the length of header 01 is not true"_s});
     row("header shorter than itself", {obexFrame(0x83, hex("010002"))},
         {u"the length of header 01 is not true"_s});
+    row("name without its end", {obexFrame(0x83, hex("0100050061"))}, {u"a name without its end"_s});
     row("half a character", {obexFrame(0x83, hex("01000400"))}, {u"a name of 1 bytes"_s});
     row("memory of the card, as the protocol has it", {hex("83001A4C0017321301100"
                                                            "05C004D004D00430061007200640000")});
@@ -87,6 +89,17 @@ void ObexWatch::violations_data()
         {u"parameter 11 declares 5 bytes of 2"_s});
     row("PUT left in the middle", {filled(0x02, start("x", 1000), 300), obexFrame(0x83, nameHeader("x"))},
         {u"PUT of \"x\" left in the middle"_s});
+    row("PUT of another in the middle",
+        {filled(0x02, start("x", 1000), 300), obexFrame(0x82, start("y", 1) + obexHeader(0x49, "y"))},
+        {u"PUT of \"x\" left in the middle"_s});
+    row("Body in the last frame", {obexFrame(0x82, start("x", 1) + obexHeader(0x48, "x"))},
+        {u"Body in a last frame"_s});
+    row("headers in another order",
+        {obexFrame(0x82, lengthHeader(1) + nameHeader("x") + obexHeader(0x49, "x"))},
+        {u"headers of \"x\" in another order"_s});
+    row("next part of nothing", {obexFrame(0x83)}, {u"the next part of nothing was asked for"_s});
+    row("item deleted without IrMC", {obexFrame(0x82, nameHeader("/telecom/pb/luid/0001.vcf"))},
+        {u"an item is changed without a connection to IrMC"_s}, 300, u"S820"_s);
     row("abort", {filled(0x02, start("x", 1000), 300), hex("FF0003"), obexFrame(0x83, nameHeader("x"))});
     row("bare name", {obexFrame(0x82, nameHeader("Liesmich.txt"))}, {u"\"Liesmich.txt\" without its path"_s},
         300, u"S820"_s);
@@ -142,6 +155,10 @@ void ObexWatch::faults_data()
     row("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
         {hex("A00001"), ok});
     row("length too large", {u"wrong-length-at=1"_s}, {toRoot, toRoot}, {{}, ok});
+    row("no new folders when full", {u"full"_s},
+        {obexFrame(0x85, hex("0000") + nameHeader("Neu")),
+         obexFrame(0x85, hex("0000") + nameHeader("Sounds"))},
+        {obexFrame(0xE0), ok});
 }
 
 void ObexWatch::faults()
@@ -173,6 +190,8 @@ void ObexWatch::faultsTogether()
     QCOMPARE(talk.ask(book), obexFrame(0xD0));
     QVERIFY(talk.fetch(book).size() > 2000);
 
+    talk.port.handset().setFaults({.wrongLengthAt = 1, .wrongLengthBy = -4});
+    QCOMPARE(talk.say(toRoot), hex("A0FFFF")); // of both bytes of the length
     talk.ask(connectIrmc);
     for (const char* name : {"telecom", "pb", "luid"})
         talk.enter(name);
