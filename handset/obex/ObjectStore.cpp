@@ -83,8 +83,11 @@ ObjectReply ObjectStore::list(const QStringList& path)
     if (isTelecom(path)) {
         rows = m_telecom.list(path.sliced(1));
     } else if (hasFiles()) {
-        for (const auto& node : m_phone.files.find(path)->children)
+        const FileNode& folder = *m_phone.files.find(path);
+        for (const auto& node : folder.children)
             rows.push_back(rowOf(*node));
+        if (folder.holdsItself)
+            rows.push_back(rowOf(folder));
     }
     return {.content = listingText(rows, m_phone.options.listing),
             .seconds = listSeconds + listSecondsPerRow * static_cast<double>(rows.size())};

@@ -67,6 +67,6 @@ private:
 };
 
 /// Text of a folder listing in one of the forms that handsets write.
-QByteArray listingText(const std::vector<ListingRow>& rows, ListingForm form);
+QByteArray listingText(const std::vector<ListingRow>& rows, ListingForms form);
 
 } // namespace kalmo::handset

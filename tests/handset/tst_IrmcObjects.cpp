@@ -60,6 +60,8 @@ private Q_SLOTS:
     void refusesCards();
     void isFull();
     void organizer();
+    void foldsLongLines();
+    void hasHostileLuids();
     void onlyTelecomUnderIrmc();
     void keepsItsMemory();
 };
@@ -178,6 +180,7 @@ void IrmcObjects::readsCards_data()
         "N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C5=81;\r\n");
     row("semicolons", "N:a\\;b;c\\;d;e\r\n", "N:a\\;b;c\\;d\r\n");
     row("birthday", "N:A;\r\nBDAY:1970-03-02T08:15\r\n", "N:A;\r\nBDAY:1970-03-02T08:15\r\n");
+    row("birthday of zeros", "N:A;\r\nBDAY:0000-00-00T00:00\r\n", "N:A;\r\n");
     row("birthday with one digit", "N:A;\r\nBDAY:1970-03-2T08:15\r\n", "N:A;\r\nBDAY:1970-03-02T08:15\r\n");
     row("general client", "N:A;\r\nTEL;CELL;VOICE:1\r\nTEL;TYPE=WORK:2\r\nNOTE:x\r\n",
         "N:A;\r\nTEL;CELL:1\r\nTEL;WORK:2\r\n");
@@ -241,6 +244,29 @@ void IrmcObjects::organizer()
     QCOMPARE(talk.ask(putItem(".vcs", "3", event + "END:VEVENT\r\nEND:VCALENDAR\r\n")), told("0004", "4"));
     QCOMPARE(talk.fetchFile("0004.vcs"), event + "X-IRMC-LUID:0004\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
     QCOMPARE(talk.ask(putItem(".vcs", "4", "BEGIN:VNOTE\r\n")), obexFrame(0xC0));
+}
+
+void IrmcObjects::foldsLongLines()
+{
+    ObexTalk talk({.model = u"S68H"_s, .seed = u"none"_s, .cards = handset::CardText::Folded});
+    openStore(talk, "pb");
+    const QByteArray name = QByteArray(16, '\xe4') + ';' + QByteArray(16, '\xf6');
+    QCOMPARE(talk.ask(putItem(".vcf", "0", card("N:" + name + "\r\n"))), told("0001", "1"));
+    const QByteArray text = talk.fetchFile("0001.vcf");
+    for (const QByteArray& line : text.split('\n'))
+        QVERIFY2(line.size() <= 77, line.constData()); // with its CR
+    QCOMPARE(text.count("=\r\n"), 3);
+    QCOMPARE(talk.ask(putItem("0001.vcf", "1", text)), told("0001", "2")); // it reads what it writes
+    QCOMPARE(talk.fetchFile("0001.vcf"), text);
+}
+
+void IrmcObjects::hasHostileLuids()
+{
+    ObexTalk talk({.model = u"SL450HX"_s, .faults = {.hostileLuids = true}});
+    openStore(talk, "pb");
+    for (const QByteArray& luid : {QByteArray("../../1"), QByteArray("2;3"), QByteArray(200, '6')})
+        QVERIFY(talk.fetchFile(luid + ".vcf").contains("\r\nX-IRMC-LUID:" + luid + "\r\n"));
+    QCOMPARE(talk.ask(deleteItem("../../1.vcf", "25")), obexFrame(0xA0));
 }
 
 void IrmcObjects::onlyTelecomUnderIrmc()

@@ -155,22 +155,23 @@ void MeetsTheClient::files_data()
 {
     QTest::addColumn<QString>("model");
     QTest::addColumn<int>("maxPacket");
-    QTest::addColumn<handset::ListingForm>("listing");
+    QTest::addColumn<handset::ListingForms>("listing");
 
     using handset::ListingForm;
-    QTest::newRow("5") << u"S68H"_s << 0 << ListingForm::Plain;
-    QTest::newRow("6, smallest frames") << u"SL37"_s << 255 << ListingForm::Spaced;
-    QTest::newRow("10") << u"SL400H"_s << 0 << ListingForm::OneLine;
-    QTest::newRow("11") << u"S850H"_s << 0 << ListingForm::Tight;
-    QTest::newRow("12, more than the client sends") << u"S820"_s << 16390 << ListingForm::Plain;
-    QTest::newRow("13, negative in 16 bits") << u"SL5 prof"_s << 65535 << ListingForm::Plain;
+    using handset::ListingForms;
+    QTest::newRow("5") << u"S68H"_s << 0 << ListingForms(ListingForm::Plain);
+    QTest::newRow("6, smallest frames") << u"SL37"_s << 255 << (ListingForm::HalfSpaced | ListingForm::Tight);
+    QTest::newRow("10") << u"SL400H"_s << 0 << ListingForms(ListingForm::OneLine);
+    QTest::newRow("11") << u"S850H"_s << 0 << ListingForms(ListingForm::Tight);
+    QTest::newRow("12, more than the client sends") << u"S820"_s << 16390 << ListingForms(ListingForm::Plain);
+    QTest::newRow("13, negative in 16 bits") << u"SL5 prof"_s << 65535 << ListingForms(ListingForm::Plain);
 }
 
 void MeetsTheClient::files()
 {
     QFETCH(QString, model);
     QFETCH(int, maxPacket);
-    QFETCH(handset::ListingForm, listing);
+    QFETCH(handset::ListingForms, listing);
     Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});
     QVERIFY(meeting.search());
     const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);

@@ -131,37 +131,42 @@ void ObexFiles::walksFolders()
 
 void ObexFiles::lists_data()
 {
-    QTest::addColumn<handset::ListingForm>("form");
+    QTest::addColumn<handset::ListingForms>("form");
     QTest::addColumn<QByteArray>("rows");
 
     const QByteArray file = " modified=\"20261003T182030\" user-perm=\"RWD\" group-perm=\"RWD\"";
     const QByteArray silent = " modified=\"20010101T000000\" user-perm=\"R\" group-perm=\"R\"";
     using handset::ListingForm;
-    QTest::newRow("plain") << ListingForm::Plain
+    using handset::ListingForms;
+    QTest::newRow("plain") << ListingForms(ListingForm::Plain)
                            << "<file name=\"Tonleiter.mid\" size=\"100\"" + file +
                                   " />\r\n<file name=\"Gong.mid\" "
                                   "size=\"61\"" +
                                   silent + " />\r\n";
-    QTest::newRow("spaced") << ListingForm::Spaced
+    QTest::newRow("spaced") << ListingForms(ListingForm::Spaced)
                             << "<file name=\"Tonleiter.mid\" size = \"100\"" + file +
                                    " />\r\n<file name=\"Gong.mid\" "
                                    "size = \"61\"" +
                                    silent + " />\r\n";
-    QTest::newRow("one line") << ListingForm::OneLine
+    QTest::newRow("one line") << ListingForms(ListingForm::OneLine)
                               << "<file name=\"Tonleiter.mid\" size=\"100\"" + file +
                                      " /><file name=\"Gong.mid\" "
                                      "size=\"61\"" +
                                      silent + " />";
-    QTest::newRow("tight") << ListingForm::Tight
+    QTest::newRow("tight") << ListingForms(ListingForm::Tight)
                            << "<file name=\"Tonleiter.mid\" size=\"100\"" + file +
                                   "/>\r\n<file name=\"Gong.mid\" "
                                   "size=\"61\"" +
                                   silent + "/>\r\n";
+    QTest::newRow("half spaced, tight, one line")
+        << (ListingForm::HalfSpaced | ListingForm::Tight | ListingForm::OneLine)
+        << "<file name=\"Tonleiter.mid\" size =\"100\"" + file + "/><file name=\"Gong.mid\" size =\"61\"" +
+               silent + "/>";
 }
 
 void ObexFiles::lists()
 {
-    QFETCH(handset::ListingForm, form);
+    QFETCH(handset::ListingForms, form);
     QFETCH(QByteArray, rows);
     ObexTalk talk({.model = u"S68H"_s, .listing = form});
     talk.ask(connectFolders);
@@ -363,7 +368,7 @@ void ObexFiles::keepsFiles()
         ObexTalk talk(options);
         talk.ask(connectFolders);
         const QStringList rows = rowsOf(talk.fetch(listFolder));
-        QCOMPARE(rows.size(), 16);
+        QCOMPARE(rows.size(), 18);
         QVERIFY(rows.contains(u"file Ä.txt 3 RWD/RWD"_s) && rows.contains(u"folder Leer RWD/RWD"_s));
         QVERIFY(rows.contains(u"file ../../x 8 RWD/RWD"_s) &&
                 !rows.contains(u"file Liesmich.txt 64 RWD/R"_s));

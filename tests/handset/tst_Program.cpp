@@ -69,8 +69,12 @@ void ProgramTest::arguments_data()
     row("no value", {u"--model"_s}, 2, {}, u"kalmo-handset: --model takes NAME.\n"_s);
     row("value too many", {u"--until-closed=1"_s}, 2, {},
         u"kalmo-handset: --until-closed takes no value.\n"_s);
-    row("no number", {u"--baud=fast"_s}, 2, {},
-        u"kalmo-handset: --baud: \"fast\" is no number from 300 to 4000000.\n"_s);
+    row("no number", {u"--entries=many"_s}, 2, {},
+        u"kalmo-handset: --entries: \"many\" is no number from 0 to 99999.\n"_s);
+    row("no rate", {u"--baud=12345"_s}, 2, {},
+        u"kalmo-handset: --baud: A terminal can't have the rate \"12345\".\n"_s);
+    row("family without a model", {u"--family=5"_s}, 2, {},
+        u"kalmo-handset: --family and --wppn go with --cgmm.\n"_s);
     row("no choice", {u"--line-end"_s, u"lf"_s}, 2, {},
         u"kalmo-handset: --line-end: \"lf\" is none of cr, crlf.\n"_s);
     row("no fault", {u"--fault"_s, u"fire"_s}, 2, {},
