@@ -148,9 +148,10 @@ void AtExchange::unknownModels()
     QCOMPARE(modem.say("AT+CGMM\r"), "AT+CGMM\r\r\nStandard Modem 56K\r\n\r\nOK\r\n");
     QCOMPARE(modem.say("AT^WPPN\r"), "AT^WPPN\r\r\nERROR\r\n");
 
-    HandsetTalk next({.cgmm = u"BRUSSELS"_s, .wppn = u"^WPPN: 4,S68X"_s, .family = 8});
+    HandsetTalk next(
+        {.cgmm = u"BRUSSELS"_s, .wppn = u"^WPPN: 4,S68X"_s, .family = 8, .areaCodePrefix = true});
     QCOMPARE(next.say("AT^WPPN\r"), "AT^WPPN\r\r\n^WPPN: 4,S68X\r\n\r\nOK\r\n");
-    QCOMPARE(next.say("AT^SACO?\r"), "AT^SACO?\r\r\n00,49,0,521\r\n\r\nOK\r\n");
+    QCOMPARE(next.say("AT^SACO?\r"), "AT^SACO?\r\r\n^SACO: 00,49,0,521\r\n\r\nOK\r\n");
 }
 
 void AtExchange::answersOnlyAtItsRate_data()

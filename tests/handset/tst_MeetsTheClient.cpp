@@ -78,6 +78,7 @@ private Q_SLOTS:
     void classicLists();
     void files_data();
     void files();
+    void endlessFolders();
 };
 
 void MeetsTheClient::isFound_data()
@@ -213,6 +214,23 @@ void MeetsTheClient::files()
     QVERIFY(!meeting.port.handset().isInDataMode());
     QString text;
     QVERIFY(link::GetSoftwareVersion(meeting.line, text));
+}
+
+/// A folder that holds itself, and names that lead nowhere or elsewhere, bring the client's walk to an end.
+void MeetsTheClient::endlessFolders()
+{
+    Meeting meeting({.model = u"S68H"_s, .faults = {.hostileNames = true}});
+    QVERIFY(meeting.search());
+    const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);
+    QVERIFY(mmc->Online({}));
+    qint64 total = 0;
+    int count = 0;
+    QVERIFY(mmc->GetFolderInfosRec(u"Endlos"_s, total, count, {}, u"Mobile:\\"_s));
+    QCOMPARE(mmc->DirAct(), u"Mobile:\\"_s);
+    QByteArray data;
+    QVERIFY(mmc->GetFile(u"../../x"_s, data, {})); // which is nothing but a name in the phone
+    QCOMPARE(data, "harmless");
+    QVERIFY(mmc->Offline({}));
 }
 
 QTEST_GUILESS_MAIN(MeetsTheClient)
