@@ -28,7 +28,7 @@ std::vector<toolkit::ListRow> makeRows()
         const int mixed = index * 7919 % entries;
         rows.push_back(phonedata::toRow(
             phonedata::ClassicEntry{.name = names[mixed % names.size()] + QString::number(mixed),
-                                    .number = u"0521%1"_s.arg(mixed, 6, 10, u'0'),
+                                    .number = u"0521"_s + QString::number(mixed).rightJustified(6, u'0'),
                                     .date = u"24.12  08:30"_s,
                                     .dateSound = u"Melodie 3"_s}));
     }

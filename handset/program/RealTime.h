@@ -3,21 +3,34 @@
 #include "handset/Seams.h"
 
 #include <QElapsedTimer>
+#include <QSocketNotifier>
+
+#include <map>
+#include <memory>
 
 namespace kalmo::handset {
 
-/// Time as it passes, by the event loop's precise timers.
+/// Time as it passes. The toolkit's timers know whole milliseconds only, in which eleven bytes go over a fast
+/// line; here an action runs as exactly as the system can.
 class RealTime : public TimeSource
 {
 public:
-    RealTime() { m_sinceStart.start(); }
+    RealTime();
+    ~RealTime() override;
+    Q_DISABLE_COPY_MOVE(RealTime)
 
     double now() const override { return static_cast<double>(m_sinceStart.nsecsElapsed()) / 1e9; }
     QDateTime dateTime() const override { return QDateTime::currentDateTime(); }
     void after(double seconds, std::function<void()> action) override;
 
 private:
+    void arm();
+    void runDue();
+
     QElapsedTimer m_sinceStart;
+    int m_timer; // a descriptor that becomes readable when the first action is due
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::multimap<double, std::function<void()>> m_actions; // by the time when they are due
 };
 
 } // namespace kalmo::handset

@@ -3,6 +3,7 @@
 #include "cli/CliDialogs.h"
 #include "cli/Job.h"
 #include "support/ClassicScript.h"
+#include "support/FakeDesktop.h"
 #include "support/RecordedProgress.h"
 
 #include <QDir>
@@ -20,15 +21,6 @@ public:
     {
         return {{u"/dev/ttyX"_s, {}, u"Cable"_s, u"Maker"_s, u"USB\\VID_067B&PID_2303"_s}};
     }
-};
-
-class NoDesktop : public app::Desktop
-{
-public:
-    bool hasAssociation(const QString&) const override { return false; }
-    bool open(const QString&) override { return false; }
-    bool openWith(const QString&, const QString&) override { return false; }
-    bool openUrl(const QUrl&) override { return false; }
 };
 
 /// A command line with everything around it made of fakes, but for the port.
@@ -69,7 +61,7 @@ struct CommandRunner
 
     TestContext test;
     OneDevice devices;
-    NoDesktop desktop;
+    FakeDesktop desktop;
     SwitchedCancel stop;
     std::optional<QStringList> answers; // of the user, if there is one
     QString printed;

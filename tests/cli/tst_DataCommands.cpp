@@ -231,7 +231,7 @@ void tst_DataCommands::anyFaultAtAnyTime()
     (*undisturbed)(u"--json phonebook read"_s);
     const QStringList wanted = namesIn(undisturbed->printed.toUtf8());
 
-    for (int at = 1; at <= 45; at += 2) {
+    for (int at = 1; at <= 46; at += 3) {
         const auto handset = make();
         Faults faults;
         setFault(faults, at);

@@ -1,6 +1,7 @@
 // Backup files: what goes into them, what comes back, and that an old one is never harmed.
 
 #include "phonedata/BackupFiles.h"
+#include "support/Rows.h"
 #include "support/TestContext.h"
 
 #include <QDir>
@@ -68,16 +69,9 @@ class tst_BackupFiles : public QObject
 
 private Q_SLOTS:
     void bytes();
-    void telEntries_data();
     void telEntries();
-    void prvEntries_data();
     void prvEntries();
-    void savesForClassicHandsetsOnly();
-    void oldFileSurvives_data();
-    void oldFileSurvives();
-    void fullDisk_data();
     void fullDisk();
-    void missingFileIsTold();
     void namesOfBackups();
 };
 
@@ -89,144 +83,61 @@ void tst_BackupFiles::bytes()
                                                                    "Call\x95\",\"010\"13\"\r\n"));
 }
 
-void tst_BackupFiles::telEntries_data()
-{
-    QTest::addColumn<int>("phoneType");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("entries");
-
-    QTest::newRow("all fields; a quote in the name is lost")
-        << 2 << fullLine << QStringList{u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3|Ja|Optisch"_s};
-    QTest::newRow("oldest family has no VIP")
-        << 1 << fullLine << QStringList{u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3||"_s};
-    QTest::newRow("two fields") << 4 << QByteArray("\"A\",\"1\"\r\n") << QStringList{u"A|1||||"_s};
-    QTest::newRow("one field is skipped")
-        << 2 << QByteArray("\"A\"\r\nB\r\n\r\n\"C\",\"3\"\r\n") << QStringList{u"C|3||||"_s};
-    QTest::newRow("other line ends, none at the end")
-        << 2 << QByteArray("\"A\",\"1\"\n\"B\",\"2\"\r\"C\",\"3\"")
-        << QStringList{u"A|1||||"_s, u"B|2||||"_s, u"C|3||||"_s};
-    QTest::newRow("more fields than there are columns")
-        << 2 << QByteArray("\"A\",\"1\",\"\",\"\",\"\",\"\",\"x\"\r\n") << QStringList{u"A|1||||"_s};
-    QTest::newRow("comma within quotes")
-        << 2 << QByteArray("\"A, B\",\"1\"\r\n") << QStringList{u"A, B|1||||"_s};
-    QTest::newRow("nothing") << 2 << QByteArray() << QStringList{};
-}
-
 void tst_BackupFiles::telEntries()
 {
-    QFETCH(int, phoneType);
-    QFETCH(QByteArray, bytes);
-    QTEST(inWords(phonedata::telEntries(bytes, phoneType)), "entries");
-}
+    Rows<int, QByteArray, QStringList> rows;
+    rows.add("all fields; a quote in the name is lost", 2, fullLine,
+             {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3|Ja|Optisch"_s});
+    rows.add("oldest family has no VIP", 1, fullLine, {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3||"_s});
+    rows.add("other line ends, none at the end", 2, "\"A\",\"1\"\n\"B\",\"2\"\r\"C\",\"3\"",
+             {u"A|1||||"_s, u"B|2||||"_s, u"C|3||||"_s});
+    rows.add("more fields than there are columns", 2, "\"A\",\"1\",\"\",\"\",\"\",\"\",\"x\"\r\n",
+             {u"A|1||||"_s});
+    rows.add("comma within quotes", 2, "\"A, B\",\"1\"\r\n", {u"A, B|1||||"_s});
 
-void tst_BackupFiles::prvEntries_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("entries");
-    QTest::newRow("a quote in the name survives") << QByteArray("\"\x95"
-                                                                "Call\x95\",\"01013\"\r\n")
-                                                  << QStringList{u"\"Call\"|01013"_s};
-    QTest::newRow("comma within quotes")
-        << QByteArray("\"A,B\",\"1\"\r\n\"C\",\"3\"\r\n") << QStringList{u"A,B|1"_s, u"C|3"_s};
-    QTest::newRow("field by field, over line ends")
-        << QByteArray("\"A\"\r\n\"1\"\r\n\"B\",\r\n\"2\"") << QStringList{u"A|1"_s, u"B|2"_s};
-    QTest::newRow("without quotes") << QByteArray("A B , 12 \r\nC,3") << QStringList{u"A B|12"_s, u"C|3"_s};
-    QTest::newRow("quote never closed") << QByteArray("\"A,1\r\n") << QStringList{u"A,1|"_s};
-    QTest::newRow("nothing but line ends") << QByteArray("\r\n\r\n") << QStringList{};
+    for (const auto& [phoneType, bytes, entries] : rows) {
+        QCOMPARE(inWords(phonedata::telEntries(bytes, phoneType)), entries);
+    }
 }
 
 void tst_BackupFiles::prvEntries()
 {
-    QFETCH(QByteArray, bytes);
-    QTEST(inWords(phonedata::prvEntries(bytes)), "entries");
-}
-
-void tst_BackupFiles::savesForClassicHandsetsOnly()
-{
-    TestContext test;
-    const auto list = makePhonebookRows();
-    const QString path = test.makeFile(u"book.tel"_s, "old");
-    QVERIFY(SaveTel(test.context, *list, path));
-    QCOMPARE(TestContext::contentOf(path), QByteArray("old")); // an empty list makes no file and harms none
-
-    list->add(toRow(full));
-    test.sy.PhoneType = 8;
-    QVERIFY(SaveTel(test.context, *list, path));
-    QCOMPARE(TestContext::contentOf(path), QByteArray());
-
-    test.sy.PhoneType = 2;
-    QVERIFY(SaveTel(test.context, *list, path));
-    QCOMPARE(TestContext::contentOf(path), fullLine);
-
-    list->add(toRow(full));
-    QVERIFY(LoadTel(test.context, *list, path)); // replaces what the list held
-    QCOMPARE(list->count(), 1);
-}
-
-void tst_BackupFiles::oldFileSurvives_data()
-{
-    QTest::addColumn<bool>("isPhonebook");
-    QTest::newRow(".tel") << true;
-    QTest::newRow(".prv") << false;
-}
-
-void tst_BackupFiles::oldFileSurvives()
-{
-    QFETCH(bool, isPhonebook);
-    TestContext test;
-    test.sy.PhoneType = 2;
-    const auto list = isPhonebook ? makePhonebookRows() : makeProviderRows();
-    list->add(toRow(full));
-    // A folder in the file's place can't be replaced, whoever runs the test.
-    const QString path = test.path(u"in-the-way"_s);
-    QVERIFY(QDir().mkpath(path + u"/kept"_s));
-    test.dialogs.expect(
-        {.text = u"Die Datei %1 konnte nicht geschrieben werden: Filename refers to a directory"_s.arg(path),
-         .icon = Icon::Exclamation,
-         .english = u"%1 could not be written: Filename refers to a directory"_s.arg(path)});
-    QVERIFY(!(isPhonebook ? SaveTel(test.context, *list, path) : SavePrv(test.context, *list, path)));
-    QVERIFY(QDir(path).exists(u"kept"_s));
-    QCOMPARE(QDir(test.folder.path()).entryList(QDir::Files), QStringList{}); // nothing half-written is left
-}
-
-void tst_BackupFiles::fullDisk_data()
-{
-    QTest::addColumn<int>("room"); // bytes that the disk still takes
-    QTest::newRow("none") << 0;
-    QTest::newRow("for a part") << 20;
+    const Rows<QByteArray, QStringList> rows{
+        {"a quote in the name survives",
+         "\"\x95"
+         "Call\x95\",\"01013\"\r\n",
+         {u"\"Call\"|01013"_s}},
+        {"comma within quotes", "\"A,B\",\"1\"\r\n\"C\",\"3\"\r\n", {u"A,B|1"_s, u"C|3"_s}},
+        {"field by field, over line ends", "\"A\"\r\n\"1\"\r\n\"B\",\r\n\"2\"", {u"A|1"_s, u"B|2"_s}},
+        {"quote never closed", "\"A,1\r\n", {u"A,1|"_s}},
+        {"nothing but line ends", "\r\n\r\n", {}},
+    };
+    for (const auto& [bytes, entries] : rows) {
+        QCOMPARE(inWords(phonedata::prvEntries(bytes)), entries);
+    }
 }
 
 void tst_BackupFiles::fullDisk()
 {
-    QFETCH(int, room);
-    TestContext test;
-    test.sy.PhoneType = 2;
-    const auto list = makePhonebookRows();
-    list->add(toRow(full));
-    const QString path = test.makeFile(u"book.tel"_s, "old");
-    const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
-    test.dialogs.expect({.text = u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path),
-                         .icon = Icon::Exclamation});
-    {
-        const SmallDisk disk(room);
-        QVERIFY(!SaveTel(test.context, *list, path));
-        test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
-    }
-    QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
-    QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
-}
-
-void tst_BackupFiles::missingFileIsTold()
-{
-    TestContext test;
-    for (const auto load : {LoadTel, LoadPrv}) {
+    const Rows<int> rows{
+        {"none", 0},
+        {"for a part", 20},
+    };
+    for (const auto& [room] : rows) {
+        TestContext test;
+        test.sy.PhoneType = 2;
         const auto list = makePhonebookRows();
         list->add(toRow(full));
-        test.dialogs.expect({.text = u"Fehler beim Lesen der Datei /nowhere/x"_s,
-                             .icon = Icon::Information,
-                             .english = u"/nowhere/x could not be read."_s});
-        QVERIFY(!load(test.context, *list, u"/nowhere/x"_s));
-        QCOMPARE(list->count(), 0);
+        const QString path = test.makeFile(u"book.tel"_s, "old");
+        const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
+        test.dialogs.expectStart(u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path));
+        {
+            const SmallDisk disk(room);
+            QVERIFY(!SaveTel(test.context, *list, path));
+            test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
+        }
+        QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
+        QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
     }
 }
 

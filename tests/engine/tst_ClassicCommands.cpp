@@ -6,6 +6,7 @@
 #include "app/SettingsKeys.h"
 #include "phonedata/BackupFiles.h"
 #include "support/ClassicPhone.h"
+#include "support/Rows.h"
 
 #include <QDir>
 #include <QTest>
@@ -62,13 +63,13 @@ struct Desk : ClassicPhone
     }
     Desk& erase()
     {
-        script.expect("AT^WSEL=\"TB\"\r").expect("AT\r").expect("AT^WSSL=\"TB\"\r");
+        script.expectAll({"AT^WSEL=\"TB\"\r", "AT\r", "AT^WSSL=\"TB\"\r"});
         return *this;
     }
     Desk& write()
     {
         erase();
-        script.expect(firstWritten).expect(secondWritten).expect("AT\r");
+        script.expectAll({firstWritten, secondWritten, "AT\r"});
         return *this;
     }
     Desk& ask(const QString& text, Answer answer)
@@ -136,184 +137,122 @@ class tst_ClassicCommands : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void write_data();
     void write();
-    void writingTheBackupRestores();
-    void read_data();
     void read();
 };
 
-void tst_ClassicCommands::write_data()
+void tst_ClassicCommands::write()
 {
-    QTest::addColumn<Prepare>("prepare");
-    QTest::addColumn<CommandResult>("result");
-    QTest::addColumn<QStringList>("backups");
     const QString ofList = listBackup + u": New Next"_s;
     const QString ofPhone = phoneCopy(u"12-00-00"_s) + u": Held Too"_s;
-
-    QTest::newRow("both halves are saved") << Prepare([](Desk& desk) {
+    Rows<CommandResult, QStringList, Prepare> rows;
+    rows.add("both halves are saved", CommandResult::Done, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Known);
         desk.probe().write();
-    }) << CommandResult::Done << QStringList{ofList, ofPhone};
-    QTest::newRow("unknown content is read first")
-        << Prepare([](Desk& desk) { desk.probe().read().write(); }) << CommandResult::Done
-        << QStringList{ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s};
-    QTest::newRow("equal content is saved once") << Prepare([](Desk& desk) {
-        desk.memory.phonebook.becomes(wanted, Certainty::Known);
-        desk.probe().write();
-    }) << CommandResult::Done << QStringList{ofList};
-    QTest::newRow("automatic backup off: what the phone holds is saved all the same")
-        << Prepare([](Desk& desk) {
-               app::put(desk.test.settings, app::keys::AutoBackup, 0);
-               desk.knows(Certainty::Known);
-               desk.probe().write();
-           })
-        << CommandResult::Done << QStringList{ofPhone};
-    QTest::newRow("an empty list makes no file and erases") << Prepare([](Desk& desk) {
+    });
+    rows.add("unknown content is read first", CommandResult::Done,
+             {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s},
+             [](Desk& desk) { desk.probe().read().write(); });
+    rows.add("automatic backup off: what the phone holds is saved all the same", CommandResult::Done,
+             {ofPhone}, [](Desk& desk) {
+                 app::put(desk.test.settings, app::keys::AutoBackup, 0);
+                 desk.knows(Certainty::Known);
+                 desk.probe().write();
+             });
+    rows.add("an empty list makes no file and erases", CommandResult::Done, {ofPhone}, [](Desk& desk) {
         desk.list->clear();
         desk.knows(Certainty::Known);
         desk.probe().erase().script.expect("AT\r");
-    }) << CommandResult::Done << QStringList{ofPhone};
-    QTest::newRow("an empty phone leaves nothing to save") << Prepare([](Desk& desk) {
-        desk.memory.phonebook.becomes({}, Certainty::Known);
-        desk.probe().write();
-    }) << CommandResult::Done << QStringList{ofList};
-
-    QTest::newRow("doubtful, and the user says no") << Prepare([](Desk& desk) {
+    });
+    rows.add("doubtful, and the user says no", CommandResult::Refused, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Doubtful);
         desk.probe().ask(doubt, Answer::No);
-    }) << CommandResult::Refused << QStringList{ofList, ofPhone};
-    QTest::newRow("doubtful, and the user says yes") << Prepare([](Desk& desk) {
+    });
+    rows.add("doubtful, and the user says yes", CommandResult::Done, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Doubtful);
         desk.probe().ask(doubt, Answer::Yes).write();
-    }) << CommandResult::Done << QStringList{ofList, ofPhone};
-    QTest::newRow("unreadable, and the user says no") << Prepare([](Desk& desk) {
+    });
+    rows.add("unreadable, and the user says no", CommandResult::Refused, {ofList}, [](Desk& desk) {
         desk.probe()
             .ask(unread, Answer::No)
             .script.expect("AT^WSSL=\"TB\"\r")
             .refuse("AT^WSRE\r")
             .expect("AT\r");
-    }) << CommandResult::Refused << QStringList{ofList};
-    QTest::newRow("what the phone holds can't be saved, and the user says no") << Prepare([](Desk& desk) {
-        app::put(desk.test.settings, app::keys::AutoBackup, 0);
-        desk.blockBackups();
-        desk.knows(Certainty::Known);
-        desk.probe().ask(u"Der bisherige Inhalt des Telefons konnte nicht in der Datei %1 gesichert werden: "
-                         u"Not a directory"_s.arg(desk.backup(phoneCopy(u"12-00-00"_s))),
-                         Answer::No);
-    }) << CommandResult::Refused << QStringList{};
-    QTest::newRow("the list can't be saved") << Prepare([](Desk& desk) {
-        desk.blockBackups();
-        desk.test.dialogs.expect(
-            {.text = u"Die Datei %1 konnte nicht geschrieben werden: Not a directory"_s.arg(
-                 desk.backup(listBackup)),
-             .icon = Icon::Exclamation});
-    }) << CommandResult::Failed << QStringList{};
-
-    QTest::newRow("no answer to the probe") << Prepare([](Desk& desk) {
+    });
+    rows.add("what the phone holds can't be saved, and the user says no", CommandResult::Refused, {},
+             [](Desk& desk) {
+                 app::put(desk.test.settings, app::keys::AutoBackup, 0);
+                 desk.blockBackups();
+                 desk.knows(Certainty::Known);
+                 desk.probe().ask(
+                     u"Der bisherige Inhalt des Telefons konnte nicht in der Datei %1 gesichert werden: "
+                     u"Not a directory"_s.arg(desk.backup(phoneCopy(u"12-00-00"_s))),
+                     Answer::No);
+             });
+    rows.add("no answer to the probe", CommandResult::Failed, {ofList}, [](Desk& desk) {
         desk.tellNoAnswer(u"AT+CGMM"_s).tell(u"Das Telefon antwortet nicht."_s).script.refuse("AT+CGMM\r");
-    }) << CommandResult::Failed << QStringList{ofList};
-    QTest::newRow("fails half-way") << Prepare([](Desk& desk) {
+    });
+    rows.add("fails half-way", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Known);
         desk.probe().erase().script.expect(firstWritten).refuse(secondWritten).expect("AT\r");
         desk.tell(
             failureText(u"Im Telefon stehen jetzt 1 von 2 Einträgen."_s, desk, phoneCopy(u"12-00-00"_s)));
-    }) << CommandResult::Failed << QStringList{ofList, ofPhone};
-    QTest::newRow("fails in the erase") << Prepare([](Desk& desk) {
+    });
+    rows.add("fails in the erase", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Known);
         desk.probe().script.refuse("AT^WSEL=\"TB\"\r").expect("AT\r");
         desk.tell(failureText(u"Was das Telefon jetzt enthält, ist nicht bekannt."_s, desk,
                               phoneCopy(u"12-00-00"_s)));
-    }) << CommandResult::Failed << QStringList{ofList, ofPhone};
-}
+    });
 
-void tst_ClassicCommands::write()
-{
-    QFETCH(Prepare, prepare);
-    QFETCH(CommandResult, result);
-    Desk desk;
-    prepare(desk);
-    const auto listed = classicEntries(*desk.list);
-    QCOMPARE(writeCommand(desk.job(), Store::Phonebook), result);
-    QTEST(desk.backups(), "backups");
-    QCOMPARE(desk.memory.TbDirty, result != CommandResult::Done);
-    QCOMPARE(classicEntries(*desk.list), listed); // the list on screen stays as it is, whatever happens
-}
-
-void tst_ClassicCommands::writingTheBackupRestores()
-{
-    Desk desk;
-    desk.knows(Certainty::Known);
-    desk.probe().erase().script.expect(firstWritten).refuse(secondWritten).expect("AT\r");
-    desk.tell(failureText(u"Im Telefon stehen jetzt 1 von 2 Einträgen."_s, desk, phoneCopy(u"12-00-00"_s)));
-    QCOMPARE(writeCommand(desk.job(), Store::Phonebook), CommandResult::Failed);
-
-    QVERIFY(LoadTel(desk.test.context, *desk.list, desk.backup(phoneCopy(u"12-00-00"_s))));
-    desk.probe()
-        .erase()
-        .script.expect("AT^WSWE=4,Held,1,1,0,\r\n")
-        .expect("AT^WSWE=3,Too,1,2,0,\r\n")
-        .expect("AT\r");
-    QCOMPARE(writeCommand(desk.job(), Store::Phonebook), CommandResult::Done);
-    QCOMPARE(desk.memory.phonebook.entries, held);
-}
-
-void tst_ClassicCommands::read_data()
-{
-    QTest::addColumn<Store>("store");
-    QTest::addColumn<QString>("question"); // empty if the list is not dirty
-    QTest::addColumn<Answer>("answer");
-    QTest::addColumn<Prepare>("prepare");
-    QTest::addColumn<CommandResult>("result");
-    QTest::addColumn<bool>("staysDirty");
-    const QString question =
-        u"Es wurden Änderungen %1 vorgenommen, diese wurden jedoch noch nicht durch die Funktion "
-        u"\"Schreiben\" übernommen.\n\nTrotzdem fortfahren?"_s;
-    const auto nothing = Prepare([](Desk&) {});
-    const auto whole = Prepare([](Desk& desk) { desk.read(); });
-
-    QTest::newRow("clean list") << Store::Phonebook << QString() << Answer::Yes << whole
-                                << CommandResult::Done << false;
-    QTest::newRow("changes kept") << Store::Phonebook << question.arg(u"am Telefonbuch"_s) << Answer::No
-                                  << nothing << CommandResult::Refused << true;
-    QTest::newRow("changes given up") << Store::Phonebook << question.arg(u"am Telefonbuch"_s) << Answer::Yes
-                                      << whole << CommandResult::Done << false;
-    QTest::newRow("changed providers kept") << Store::Providers << question.arg(u"an der Providerliste"_s)
-                                            << Answer::No << nothing << CommandResult::Refused << true;
-    QTest::newRow("failure leaves the flag")
-        << Store::Phonebook << question.arg(u"am Telefonbuch"_s) << Answer::Yes << Prepare([](Desk& desk) {
-               desk.script.refuse("AT^WSSL=\"TB\"\r");
-               desk.tell(accessError);
-           })
-        << CommandResult::Failed << true;
-    QTest::newRow("doubtful reading is told")
-        << Store::Phonebook << QString() << Answer::Yes << Prepare([](Desk& desk) {
-               desk.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r");
-               desk.script.expect("AT\r");
-               desk.tell(
-                   u"Beim Lesen war die Übertragung gestört. Es ist möglich, dass dabei ein Eintrag übersprungen oder verfälscht wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder schreiben."_s);
-           })
-        << CommandResult::Done << false;
+    for (const auto& [result, backups, prepare] : rows) {
+        Desk desk;
+        prepare(desk);
+        const auto listed = classicEntries(*desk.list);
+        QCOMPARE(writeCommand(desk.job(), Store::Phonebook), result);
+        QCOMPARE(desk.backups(), backups);
+        QCOMPARE(desk.memory.TbDirty, result != CommandResult::Done);
+        QCOMPARE(classicEntries(*desk.list), listed); // the list on screen stays as it is, whatever happens
+    }
 }
 
 void tst_ClassicCommands::read()
 {
-    QFETCH(Store, store);
-    QFETCH(QString, question);
-    QFETCH(Answer, answer);
-    QFETCH(Prepare, prepare);
-    Desk desk;
-    setDirty(desk.memory, Store::Phonebook, false);
-    setDirty(desk.memory, store, !question.isEmpty());
-    if (!question.isEmpty())
-        desk.test.dialogs.expect({.text = question,
-                                  .buttons = Buttons::YesNo,
-                                  .icon = Icon::Question,
-                                  .defaultButton = Answer::No},
-                                 answer);
-    prepare(desk);
-    QTEST(readCommand(desk.job(), store), "result");
-    QTEST(isDirty(desk.memory, store), "staysDirty");
+    const QString changed =
+        u"Es wurden Änderungen %1 vorgenommen, diese wurden jedoch noch nicht durch die Funktion "
+        u"\"Schreiben\" übernommen.\n\nTrotzdem fortfahren?"_s;
+    const auto nothing = Prepare([](Desk&) {});
+    const auto whole = Prepare([](Desk& desk) { desk.read(); });
+    Rows<Store, QString, Answer, CommandResult, bool, Prepare> rows;
+    rows.add("clean list", Store::Phonebook, {}, Answer::Yes, CommandResult::Done, false, whole);
+    rows.add("changes kept", Store::Phonebook, changed.arg(u"am Telefonbuch"_s), Answer::No,
+             CommandResult::Refused, true, nothing);
+    rows.add("failure leaves the flag", Store::Phonebook, changed.arg(u"am Telefonbuch"_s), Answer::Yes,
+             CommandResult::Failed, true, [](Desk& desk) {
+                 desk.script.refuse("AT^WSSL=\"TB\"\r");
+                 desk.tell(accessError);
+             });
+    rows.add("doubtful reading is told", Store::Phonebook, {}, Answer::Yes, CommandResult::Done, false,
+             [](Desk& desk) {
+                 desk.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r");
+                 desk.script.expect("AT\r");
+                 desk.test.dialogs.expectStart(u"Beim Lesen war die Übertragung gestört."_s);
+             });
+
+    for (const auto& [store, question, answer, result, staysDirty, prepare] : rows) {
+        Desk desk;
+        setDirty(desk.memory, Store::Phonebook, false);
+        setDirty(desk.memory, store, !question.isEmpty());
+        if (!question.isEmpty())
+            desk.test.dialogs.expect({.text = question,
+                                      .buttons = Buttons::YesNo,
+                                      .icon = Icon::Question,
+                                      .defaultButton = Answer::No},
+                                     answer);
+        prepare(desk);
+        QCOMPARE(readCommand(desk.job(), store), result);
+        QCOMPARE(isDirty(desk.memory, store), staysDirty);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_ClassicCommands)

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/TestContext.h"
 
 #include <QDir>
@@ -11,23 +12,9 @@ class tst_DebugLog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void offWritesNothing();
     void headerBlock();
-    void lines_data();
     void lines();
-    void rewritesKeepTheName();
-    void fileErrorsAreSilent();
 };
-
-void tst_DebugLog::offWritesNothing()
-{
-    TestContext test;
-    test.log.WriteLogHeader();
-    test.log.WriteDebugLog(u"Tx"_s, u"AT"_s);
-    QCOMPARE(test.clock.elapsed(), 0.0);
-    QVERIFY(test.sy.logPath.isEmpty());
-    QCOMPARE(QDir(test.folder.path()).entryList({u"*.log"_s}), QStringList());
-}
 
 void tst_DebugLog::headerBlock()
 {
@@ -84,56 +71,22 @@ void tst_DebugLog::headerBlock()
                         "------------------- Program --------------------------------\n"));
 }
 
-void tst_DebugLog::lines_data()
-{
-    QTest::addColumn<QString>("tag");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("raw");
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("plain") << u"Tx"_s << u"AT"_s << false
-                           << QByteArray("@0043200.00:                   Tx:\tAT\n");
-    QTest::newRow("long tag loses its beginning") << u"0123456789ABCDEFGHIJKL"_s << u"x"_s << false
-                                                  << QByteArray("@0043200.00: 23456789ABCDEFGHIJKL:\tx\n");
-    QTest::newRow("line ends become words")
-        << u"Rx"_s << u"a\r\nb\rc\nd"_s << false
-        << QByteArray("@0043200.00:                   Rx:\ta #vbCRLF# b #vbCR# c #vblf# d\n");
-    QTest::newRow("raw") << u"Rx"_s << u"a\nb"_s << true
-                         << QByteArray("@0043200.00:                   Rx:\ta\nb\n");
-}
-
 void tst_DebugLog::lines()
 {
-    QFETCH(QString, tag);
-    QFETCH(QString, text);
-    QFETCH(bool, raw);
-    TestContext test;
-    test.startLog();
-    test.log.WriteDebugLog(tag, text, raw);
-    QTEST(TestContext::contentOf(test.sy.logPath), "line");
-}
-
-void tst_DebugLog::rewritesKeepTheName()
-{
-    TestContext test;
-    test.sy.debug = true;
-    test.log.WriteLogHeader();
-    const QString name = test.sy.logPath;
-    test.log.WriteDebugLog(u"Tx"_s, u"gone with the next header"_s);
-    test.clock.WaitSeconds(60);
-    test.log.WriteLogHeader();
-    QCOMPARE(test.sy.logPath, name);
-    QVERIFY(!TestContext::contentOf(name).contains("gone"));
-    QVERIFY(std::abs(test.clock.elapsed() - 60.4) < 0.01); // each header waits 0.2 seconds
-}
-
-void tst_DebugLog::fileErrorsAreSilent()
-{
-    TestContext test;
-    test.sy.debug = true;
-    test.sy.logPath = test.path(u"missing/folder/debug.log"_s);
-    test.log.WriteLogHeader();
-    test.log.WriteDebugLog(u"Tx"_s, u"AT"_s);
-    QVERIFY(!QFile::exists(test.sy.logPath));
+    const Rows<QString, QString, bool, QByteArray> rows{
+        {"plain", u"Tx"_s, u"AT"_s, false, "@0043200.00:                   Tx:\tAT\n"},
+        {"long tag loses its beginning", u"0123456789ABCDEFGHIJKL"_s, u"x"_s, false,
+         "@0043200.00: 23456789ABCDEFGHIJKL:\tx\n"},
+        {"line ends become words", u"Rx"_s, u"a\r\nb\rc\nd"_s, false,
+         "@0043200.00:                   Rx:\ta #vbCRLF# b #vbCR# c #vblf# d\n"},
+        {"raw", u"Rx"_s, u"a\nb"_s, true, "@0043200.00:                   Rx:\ta\nb\n"},
+    };
+    for (const auto& [tag, text, raw, line] : rows) {
+        TestContext test;
+        test.startLog();
+        test.log.WriteDebugLog(tag, text, raw);
+        QCOMPARE(TestContext::contentOf(test.sy.logPath), line);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_DebugLog)

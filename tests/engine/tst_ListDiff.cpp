@@ -1,6 +1,7 @@
 // What writing a list changes, and in which form a phone gives entries back.
 
 #include "phonedata/ListDiff.h"
+#include "support/Rows.h"
 #include "support/TestContext.h"
 
 #include <QTest>
@@ -44,48 +45,30 @@ class tst_ListDiff : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void diff_data();
     void diff();
-    void formInThePhone_data();
     void formInThePhone();
 };
 
-void tst_ListDiff::diff_data()
-{
-    QTest::addColumn<QStringList>("held");
-    QTest::addColumn<QStringList>("wanted");
-    QTest::addColumn<QString>("outcome");
-    QTest::newRow("equal") << QStringList{u"A 1"_s, u"B 2"_s} << QStringList{u"A 1"_s, u"B 2"_s} << QString();
-    QTest::newRow("another order") << QStringList{u"A 1"_s, u"B 2"_s} << QStringList{u"B 2"_s, u"A 1"_s}
-                                   << QString();
-    QTest::newRow("from nothing") << QStringList{} << QStringList{u"B 2"_s, u"A 1"_s} << u"+B2 +A1"_s;
-    QTest::newRow("to nothing") << QStringList{u"B 2"_s, u"A 1"_s} << QStringList{} << u"-B2 -A1"_s;
-    QTest::newRow("another date") << QStringList{u"A 1 d"_s} << QStringList{u"A 1 e"_s} << u"A1d>A1e"_s;
-    QTest::newRow("another number is another entry")
-        << QStringList{u"A 1"_s} << QStringList{u"A 2"_s} << u"+A2 -A1"_s;
-    QTest::newRow("name and number don't run together")
-        << QStringList{u"A1 1"_s} << QStringList{u"A 11"_s} << u"+A11 -A11"_s;
-    QTest::newRow("one double less") << QStringList{u"A 1"_s, u"A 1"_s} << QStringList{u"A 1"_s} << u"-A1"_s;
-    QTest::newRow("one double more") << QStringList{u"A 1"_s} << QStringList{u"A 1"_s, u"A 1"_s} << u"+A1"_s;
-    QTest::newRow("equal doubles find each other first")
-        << QStringList{u"A 1 d"_s, u"A 1 e"_s} << QStringList{u"A 1 e"_s, u"A 1 f"_s} << u"A1d>A1f"_s;
-}
-
 void tst_ListDiff::diff()
 {
-    QFETCH(QStringList, held);
-    QFETCH(QStringList, wanted);
-    const ListDiff diff = diffLists(entries(held), entries(wanted));
-    QTEST(inWords(diff), "outcome");
-    QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
+    Rows<QStringList, QStringList, QString> rows;
+    rows.add("another order", {u"A 1"_s, u"B 2"_s}, {u"B 2"_s, u"A 1"_s}, {});
+    rows.add("another date", {u"A 1 d"_s}, {u"A 1 e"_s}, u"A1d>A1e"_s);
+    rows.add("another number is another entry", {u"A 1"_s}, {u"A 2"_s}, u"+A2 -A1"_s);
+    rows.add("name and number don't run together", {u"A1 1"_s}, {u"A 11"_s}, u"+A11 -A11"_s);
+    rows.add("one double less", {u"A 1"_s, u"A 1"_s}, {u"A 1"_s}, u"-A1"_s);
+    rows.add("equal doubles find each other first", {u"A 1 d"_s, u"A 1 e"_s}, {u"A 1 e"_s, u"A 1 f"_s},
+             u"A1d>A1f"_s);
+
+    for (const auto& [held, wanted, outcome] : rows) {
+        const ListDiff diff = diffLists(entries(held), entries(wanted));
+        QCOMPARE(inWords(diff), outcome);
+        QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
+    }
 }
 
-void tst_ListDiff::formInThePhone_data()
+void tst_ListDiff::formInThePhone()
 {
-    QTest::addColumn<Store>("store");
-    QTest::addColumn<int>("phoneType");
-    QTest::addColumn<ClassicEntry>("entry");
-    QTest::addColumn<ClassicEntry>("held");
     const ClassicEntry full{.name = u"Jörg, \"J\""_s,
                             .number = u"+49*1"_s,
                             .date = u"24.12  08:30"_s,
@@ -97,33 +80,22 @@ void tst_ListDiff::formInThePhone_data()
         change(entry);
         return entry;
     };
-    QTest::newRow("all is kept") << Store::Phonebook << 2 << full << full;
-    QTest::newRow("oldest family keeps no VIP, and names melodies otherwise")
-        << Store::Phonebook << 1 << full
-        << with([](ClassicEntry& e) { e.vip = e.vipSound = QString(), e.dateSound = u"Melodie 2"_s; });
-    QTest::newRow("characters that the code page lacks")
-        << Store::Phonebook << 3 << with([](ClassicEntry& e) { e.name = u"Łódź"_s; })
-        << with([](ClassicEntry& e) { e.name = u"?ód?"_s; });
-    QTest::newRow("a melody that is gone")
-        << Store::Phonebook << 4 << with([](ClassicEntry& e) { e.vipSound = u"Tango"_s; })
-        << with([](ClassicEntry& e) { e.vipSound = QString(); });
-    QTest::newRow("a sound without VIP")
-        << Store::Phonebook << 2 << with([](ClassicEntry& e) { e.vip = QString(); })
-        << with([](ClassicEntry& e) { e.vip = e.vipSound = QString(); });
-    QTest::newRow("providers have a name and a number")
-        << Store::Providers << 2 << full << ClassicEntry{.name = full.name, .number = full.number};
-}
-
-void tst_ListDiff::formInThePhone()
-{
-    QFETCH(Store, store);
-    QFETCH(int, phoneType);
-    QFETCH(ClassicEntry, entry);
-    QFETCH(ClassicEntry, held);
-    TestContext test;
-    SoundList sounds;
-    sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
-    QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
+    const Rows<Store, int, ClassicEntry, ClassicEntry> rows{
+        {"all is kept", Store::Phonebook, 2, full, full},
+        {"oldest family keeps no VIP, and names melodies otherwise", Store::Phonebook, 1, full,
+         with([](ClassicEntry& e) { e.vip = e.vipSound = QString(), e.dateSound = u"Melodie 2"_s; })},
+        {"characters that the code page lacks", Store::Phonebook, 3,
+         with([](ClassicEntry& e) { e.name = u"Łódź"_s; }),
+         with([](ClassicEntry& e) { e.name = u"?ód?"_s; })},
+        {"providers have a name and a number", Store::Providers, 2, full,
+         ClassicEntry{.name = full.name, .number = full.number}},
+    };
+    for (const auto& [store, phoneType, entry, held] : rows) {
+        TestContext test;
+        SoundList sounds;
+        sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
+        QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_ListDiff)

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "toolkit/ListRows.h"
 
 #include <QSignalSpy>
@@ -5,6 +6,7 @@
 
 using namespace kalmo::toolkit;
 using namespace Qt::StringLiterals;
+using namespace kalmo::tests;
 
 namespace {
 
@@ -29,10 +31,8 @@ class tst_ListRows : public QObject
 
 private Q_SLOTS:
     void keysFollowTheirRows();
-    void sorting_data();
     void sorting();
     void selection();
-    void viewsHearOfEverything();
 };
 
 void tst_ListRows::keysFollowTheirRows()
@@ -54,47 +54,27 @@ void tst_ListRows::keysFollowTheirRows()
     QCOMPARE(rows.indexOfKey(u"3"_s), -1);
 }
 
-void tst_ListRows::sorting_data()
-{
-    QTest::addColumn<QStringList>("added");
-    QTest::addColumn<bool>("byTag");
-    QTest::addColumn<Qt::SortOrder>("order");
-    QTest::addColumn<QStringList>("sorted");
-    QTest::newRow("German, without case")
-        << QStringList{u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s} << false << Qt::AscendingOrder
-        << QStringList{u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s};
-    QTest::newRow("descending") << QStringList{u"b"_s, u"c"_s, u"a"_s} << false << Qt::DescendingOrder
-                                << QStringList{u"c"_s, u"b"_s, u"a"_s};
-    QTest::newRow("by tag, that is by length here")
-        << QStringList{u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s} << true << Qt::AscendingOrder
-        << QStringList{u"z"_s, u"bb"_s, u"ccc"_s, u"aaaa"_s};
-}
-
 void tst_ListRows::sorting()
 {
-    QFETCH(QStringList, added);
-    QFETCH(bool, byTag);
-    QFETCH(Qt::SortOrder, order);
-    const auto tagFor = [](const QString& name) {
-        return QString::number(name.size()).rightJustified(16, u'0');
-    };
+    Rows<QStringList, bool, Qt::SortOrder, QStringList> rows;
+    rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, false,
+             Qt::AscendingOrder, {u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s});
+    rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, true,
+             Qt::DescendingOrder, {u"aaaa"_s, u"ccc"_s, u"bb"_s, u"z"_s});
 
-    ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
-    for (const QString& name : added)
-        atOnce.add(named(name, {}, tagFor(name)));
-    QCOMPARE(names(atOnce), added);
-    atOnce.sortBy(0, order);
-    QTEST(names(atOnce), "sorted");
-
-    ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
-    oneByOne.sortBy(0, order);
-    for (const QString& name : added)
-        oneByOne.add(named(name, {}, tagFor(name)));
-    QTEST(names(oneByOne), "sorted");
-
-    oneByOne.setSorted(false);
-    oneByOne.add(named(u"first or last"_s));
-    QCOMPARE(oneByOne.text(oneByOne.count() - 1, 0), u"first or last"_s);
+    for (const auto& [added, byTag, order, sorted] : rows) {
+        ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
+        ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
+        oneByOne.sortBy(0, order);
+        for (const QString& name : added) {
+            for (ListRows* list : {&atOnce, &oneByOne})
+                list->add(named(name, {}, QString::number(name.size()).rightJustified(16, u'0')));
+        }
+        QCOMPARE(names(atOnce), added);
+        atOnce.sortBy(0, order);
+        QCOMPARE(names(atOnce), sorted);
+        QCOMPARE(names(oneByOne), sorted);
+    }
 }
 
 void tst_ListRows::selection()
@@ -113,25 +93,6 @@ void tst_ListRows::selection()
     QCOMPARE(rows.selectedRows().size(), 3);
     rows.removeAt(1);
     QCOMPARE(rows.current(), -1);
-}
-
-void tst_ListRows::viewsHearOfEverything()
-{
-    ListRows rows(u"lvw"_s, {{u"Name"_s}, {u"Nummer"_s}});
-    QSignalSpy inserting(&rows, &ListRows::aboutToInsert);
-    QSignalSpy changed(&rows, &ListRows::changed);
-    QSignalSpy removing(&rows, &ListRows::aboutToRemove);
-    QSignalSpy reset(&rows, &ListRows::reset);
-    rows.addAll({named(u"a"_s), named(u"b"_s), named(u"c"_s)});
-    QCOMPARE(inserting.takeFirst(), (QList<QVariant>{0, 2}));
-    rows.setText(1, 1, u"0521"_s);
-    QCOMPARE(changed.takeFirst(), QList<QVariant>{1});
-    QCOMPARE(rows.text(1, 1), u"0521"_s);
-    rows.removeAt(2);
-    QCOMPARE(removing.takeFirst(), (QList<QVariant>{2, 2}));
-    rows.sortBy(1, Qt::AscendingOrder);
-    rows.clear();
-    QCOMPARE(reset.count(), 2);
 }
 
 QTEST_GUILESS_MAIN(tst_ListRows)

@@ -3,10 +3,12 @@
 #include "obex/FileTypes.h"
 #include "obex/FolderListing.h"
 #include "obex/FolderRows.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace kalmo::tests;
 using namespace kalmo::obex;
 using kalmo::toolkit::ListRows;
 
@@ -45,88 +47,59 @@ class tst_ObexListing : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void listings_data();
     void listings();
-    void filters_data();
     void filters();
     void hugeListing();
-    void types_data();
-    void types();
     void rows();
-    void rowsOfANarrowList();
 };
-
-void tst_ObexListing::listings_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QString>("listing");
-    QTest::addColumn<QStringList>("entries");
-    const auto row = [](const char* name, const QString& folder, const QString& listing,
-                        const QStringList& entries) { QTest::newRow(name) << folder << listing << entries; };
-    row("empty", root, {}, {});
-    row("nothing in it", root,
-        u"<?xml version=\"1.0\"?>\r\n<folder-listing version=\"1.0\"></folder-listing>"_s, {});
-    row("a folder and a file in one line", root,
-        u"<folder name=\"a\" modified=\"20021120T164606\" user-perm=\"RWD\" group-perm=\"R\"/><file "
-        u"name=\"b.txt\" size = \"10\" modified=\"x\" user-perm=\"R\" group-perm=\"\"/>"_s,
-        {u"folder a | Mobile:\\a | 0 bytes | 2002-11-20 16:46:06 | 7/1"_s,
-         u"file b.txt | Mobile:\\b.txt | 10 bytes | - | 1/0"_s});
-    row("lines, attributes in another order", u"Mobile:\\Pics"_s,
-        u"<folder-listing>\r\n"
-        u" <file group-perm=\"WD\" user-perm=\"D\" size =\"2147483647\" file name=\"x.bmp\" "
-        u"modified=\"19991231T235959\"/>\r\n"
-        u"</folder-listing>"_s,
-        {u"file x.bmp | Mobile:\\Pics\\x.bmp | 2147483647 bytes | 1999-12-31 23:59:59 | 2/6"_s});
-    row("numbers that are none", root,
-        u"<file name=\"a\" size=\"9999999999\" modified=\"20021320T164606\" user-perm=\"\" "
-        u"group-perm=\"\"/><file name=\"b\" size=\"-5\" modified=\"20021120T164606Z\" user-perm=\"xyz\" "
-        u"group-perm=\"\"/><file name=\"c\" size=\"ten\" modified=\"2002-1120T1646\" user-perm=\"\" "
-        u"group-perm=\"\"/>"_s,
-        {u"file a | Mobile:\\a | 2147483647 bytes | - | 0/0"_s, u"file b | Mobile:\\b | 0 bytes | - | 0/0"_s,
-         u"file c | Mobile:\\c | 0 bytes | - | 0/0"_s});
-    row("telecom is hidden in the root", root,
-        u"<folder name=\"TELECOM\" user-perm=\"R\"/><folder name=\"telecom2\" user-perm=\"R\"/>"_s,
-        {u"folder telecom2 | Mobile:\\telecom2 | 0 bytes | - | 1/0"_s});
-    row("and nowhere else", u"Mobile:\\a"_s, u"<folder name=\"telecom\" user-perm=\"R\"/>"_s,
-        {u"folder telecom | Mobile:\\a\\telecom | 0 bytes | - | 1/0"_s});
-    row("cut in the middle", root, u"<folder name=\"a\" user-perm=\"RW"_s,
-        {u"folder a | Mobile:\\a | 0 bytes | - | 5/0"_s});
-    row("nothing behind the keys", root, u"<folder name=><file name="_s,
-        {u"folder > | Mobile:\\> | 0 bytes | - | 0/0"_s, u"file  | Mobile:\\ | 0 bytes | - | 0/0"_s});
-    row("a name with blanks, quotes and a way out", root,
-        u"<file name=\"..\\..\\x y\"z\" size=\"1\" user-perm=\"R\" group-perm=\"\"/>"_s,
-        {u"file ..\\..\\x y\"z | Mobile:\\..\\..\\x y\"z | 1 bytes | - | 1/0"_s});
-}
 
 void tst_ObexListing::listings()
 {
-    QFETCH(QString, folder);
-    QFETCH(QString, listing);
-    QFETCH(QStringList, entries);
-    QCOMPARE(inWords(parseFolderListing(listing, folder)), entries);
-}
+    Rows<QString, QString, QStringList> rows;
+    rows.add("empty", root, {}, {});
+    rows.add("a folder and a file in one line", root,
+             u"<folder name=\"a\" modified=\"20021120T164606\" user-perm=\"RWD\" group-perm=\"R\"/><file "
+             u"name=\"b.txt\" size = \"10\" modified=\"x\" user-perm=\"R\" group-perm=\"\"/>"_s,
+             {u"folder a | Mobile:\\a | 0 bytes | 2002-11-20 16:46:06 | 7/1"_s,
+              u"file b.txt | Mobile:\\b.txt | 10 bytes | - | 1/0"_s});
+    rows.add("lines, attributes in another order", u"Mobile:\\Pics"_s,
+             u"<folder-listing>\r\n"
+             u" <file group-perm=\"WD\" user-perm=\"D\" size =\"2147483647\" file name=\"x.bmp\" "
+             u"modified=\"19991231T235959\"/>\r\n"
+             u"</folder-listing>"_s,
+             {u"file x.bmp | Mobile:\\Pics\\x.bmp | 2147483647 bytes | 1999-12-31 23:59:59 | 2/6"_s});
+    rows.add("telecom is hidden in the root", root,
+             u"<folder name=\"TELECOM\" user-perm=\"R\"/><folder name=\"telecom2\" user-perm=\"R\"/>"_s,
+             {u"folder telecom2 | Mobile:\\telecom2 | 0 bytes | - | 1/0"_s});
+    rows.add("cut in the middle", root, u"<folder name=\"a\" user-perm=\"RW"_s,
+             {u"folder a | Mobile:\\a | 0 bytes | - | 5/0"_s});
+    rows.add("nothing behind the keys", root, u"<folder name=><file name="_s,
+             {u"folder > | Mobile:\\> | 0 bytes | - | 0/0"_s, u"file  | Mobile:\\ | 0 bytes | - | 0/0"_s});
+    rows.add("a name with blanks, quotes and a way out", root,
+             u"<file name=\"..\\..\\x y\"z\" size=\"1\" user-perm=\"R\" group-perm=\"\"/>"_s,
+             {u"file ..\\..\\x y\"z | Mobile:\\..\\..\\x y\"z | 1 bytes | - | 1/0"_s});
 
-void tst_ObexListing::filters_data()
-{
-    QTest::addColumn<QStringList>("filter");
-    QTest::addColumn<QStringList>("names");
-    QTest::newRow("empty takes nothing") << QStringList{} << QStringList{};
-    QTest::newRow("endings") << QStringList{u".txt"_s, u".MID"_s} << QStringList{u"a.TXT"_s, u"b.mid"_s};
-    QTest::newRow("with folders") << QStringList{u"$ADD_FOLDER"_s, u".mid"_s}
-                                  << QStringList{u"sub"_s, u"b.mid"_s};
-    QTest::newRow("folders only if said first")
-        << QStringList{u".mid"_s, u"$ADD_FOLDER"_s} << QStringList{u"b.mid"_s};
+    for (const auto& [folder, listing, entries] : rows) {
+        QCOMPARE(inWords(parseFolderListing(listing, folder)), entries);
+    }
 }
 
 void tst_ObexListing::filters()
 {
-    QFETCH(QStringList, filter);
-    QStringList names;
-    const QString listing =
-        u"<folder name=\"sub\"/>"_s + fileTag(u"a.TXT"_s) + fileTag(u"b.mid"_s) + fileTag(u"c.bmp"_s);
-    for (const tObxDirEntry& entry : parseFolderListing(listing, root, &filter))
-        names.append(entry.name);
-    QTEST(names, "names");
+    const Rows<QStringList, QStringList> rows{
+        {"empty takes nothing", {}, {}},
+        {"endings", {u".txt"_s, u".MID"_s}, {u"a.TXT"_s, u"b.mid"_s}},
+        {"with folders", {u"$ADD_FOLDER"_s, u".mid"_s}, {u"sub"_s, u"b.mid"_s}},
+        {"folders only if said first", {u".mid"_s, u"$ADD_FOLDER"_s}, {u"b.mid"_s}},
+    };
+    for (const auto& [filter, wantedNames] : rows) {
+        QStringList names;
+        const QString listing =
+            u"<folder name=\"sub\"/>"_s + fileTag(u"a.TXT"_s) + fileTag(u"b.mid"_s) + fileTag(u"c.bmp"_s);
+        for (const tObxDirEntry& entry : parseFolderListing(listing, root, &filter))
+            names.append(entry.name);
+        QCOMPARE(names, wantedNames);
+    }
 }
 
 void tst_ObexListing::hugeListing() // anything but a linear walk would not come to an end
@@ -134,28 +107,6 @@ void tst_ObexListing::hugeListing() // anything but a linear walk would not come
     const QString listing = fileTag(u"x"_s).repeated(200000);
     QCOMPARE(parseFolderListing(listing, root).size(), 200000);
     QCOMPARE(parseFolderListing(u"<file name="_s.repeated(500000), root).size(), 1);
-}
-
-void tst_ObexListing::types_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("icon");
-    QTest::newRow("brief.smi") << u"SMS"_s << u"sms"_s;
-    QTest::newRow("ring.722") << u"Klingelton 722"_s << u"mid"_s;
-    QTest::newRow("RING.L22") << u"Klingelton L22"_s << u"mid"_s;
-    QTest::newRow("a.amr") << u"Audio AMR"_s << u"vmo"_s;
-    QTest::newRow("a.png") << u"Bild PNG"_s << u"bmp"_s;
-    QTest::newRow("a.3gp") << u"Video 3GP"_s << u"3gp"_s;
-    QTest::newRow("a.jpeg") << u"Datei PEG"_s << u"unknown"_s;
-    QTest::newRow("txt") << u"Datei TXT"_s << u"unknown"_s;
-    QTest::newRow("ab") << u"Datei"_s << u"unknown"_s;
-}
-
-void tst_ObexListing::types()
-{
-    const FileTypeInfo type = fileTypeOf(QString::fromLatin1(QTest::currentDataTag()));
-    QTEST(type.text, "text");
-    QTEST(type.icon, "icon");
 }
 
 void tst_ObexListing::rows()
@@ -188,22 +139,6 @@ void tst_ObexListing::rows()
                         u"CDU_|cmd_up||Verzeichnis aufwärts|Befehl| <>|"_s,
                     }));
     QVERIFY(!list.isSorted());
-}
-
-void tst_ObexListing::rowsOfANarrowList()
-{
-    ListRows list(u"FFS"_s, {{u"Name"_s}, {u"Typ"_s}});
-    const QStringList endings{u".TXT"_s};
-    DirInLvw({tObxDirEntry{EntryKind::File, u"b.txt"_s, {}, 5, {}, MayRead, 0},
-              tObxDirEntry{EntryKind::File, u"b.bmp"_s, {}, 5, {}, MayRead, 0},
-              tObxDirEntry{EntryKind::Folder, u"c"_s, {}, 0, {}, MayRead, 0}},
-             list, &endings);
-    QStringList keys;
-    for (int index = 0; index < list.count(); ++index) {
-        keys.append(list.row(index).key);
-        QCOMPARE(list.row(index).cells.size(), 2);
-    }
-    QCOMPARE(keys, (QStringList{u"FIL_b.txt"_s, u"FOL_c"_s, u"ROT_"_s, u"CDU_"_s}));
 }
 
 QTEST_GUILESS_MAIN(tst_ObexListing)

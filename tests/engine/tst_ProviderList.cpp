@@ -2,6 +2,7 @@
 
 #include "phonedata/ProviderList.h"
 #include "support/ClassicPhone.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -24,34 +25,23 @@ class tst_ProviderList : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void reply_data();
     void reply();
     void readKeepsItsPauses();
-    void failedReadLeavesNothing();
     void writeKeepsItsPauses();
-    void emptyListErasesTheStore();
-    void failedWriteSaysWhatIsThere_data();
-    void failedWriteSaysWhatIsThere();
 };
-
-void tst_ProviderList::reply_data()
-{
-    QTest::addColumn<QByteArray>("reply");
-    QTest::addColumn<QString>("entry");
-    QTest::newRow("with a blank") << QByteArray("^WSRE: 4,Call,5,01013\r\n") << u"Call|01013"_s;
-    QTest::newRow("without a blank") << QByteArray("^WSRE:4,Call,5,01013\r\n") << u"Call|01013"_s;
-    QTest::newRow("no name") << QByteArray("^WSRE: ,,5,01013\r\n") << u"Ohne Name|01013"_s;
-    QTest::newRow("more behind the number") << QByteArray("^WSRE: 4,Call,5,01013,0,\r\n") << u"Call|01013"_s;
-    QTest::newRow("line end within the name")
-        << QByteArray("^WSRE: 5,Ca\r\nl,5,01013\r\n") << u"Ca\r\nl|01013"_s;
-    QTest::newRow("shorter than the prefix") << QByteArray("^WS") << u"Ohne Name|"_s;
-}
 
 void tst_ProviderList::reply()
 {
-    QFETCH(QByteArray, reply);
-    const ProviderEntry entry = parseProviderReply(reply);
-    QTEST(entry.name + u'|' + entry.number, "entry");
+    const Rows<QByteArray, QString> rows{
+        {"without a blank", "^WSRE:4,Call,5,01013\r\n", u"Call|01013"_s},
+        {"no name", "^WSRE: ,,5,01013\r\n", u"Ohne Name|01013"_s},
+        {"more behind the number", "^WSRE: 4,Call,5,01013,0,\r\n", u"Call|01013"_s},
+        {"shorter than the prefix", "^WS", u"Ohne Name|"_s},
+    };
+    for (const auto& [reply, wantedEntry] : rows) {
+        const ProviderEntry entry = parseProviderReply(reply);
+        QCOMPARE(entry.name + u'|' + entry.number, wantedEntry);
+    }
 }
 
 void tst_ProviderList::readKeepsItsPauses()
@@ -73,31 +63,14 @@ void tst_ProviderList::readKeepsItsPauses()
     QCOMPARE(phone.progress.panel.texts.filter(u"Provider"_s), (QStringList{u"Lese Provider..."_s}));
 }
 
-void tst_ProviderList::failedReadLeavesNothing()
-{
-    ClassicPhone phone(1, Store::Providers);
-    phone.fill(providers);
-    phone.memory.providers.becomes(providers, Certainty::Known);
-    phone.script.expect(openStore).expect(readNext, "^WSRE: 4,Call,5,01013").refuse(readNext).expect("AT\r");
-    QVERIFY(!ReadPB_NE(phone.job()));
-    QCOMPARE(phone.list->count(), 0);
-    QCOMPARE(phone.memory.providers.certainty, Certainty::Unknown);
-    QCOMPARE(phone.window.states, (QList<bool>{true, false}));
-}
-
 void tst_ProviderList::writeKeepsItsPauses()
 {
     // Three entries on family 3: the provider list is not prepared, and its command ends in CR alone.
     ClassicPhone phone(3, Store::Providers);
     phone.fill(providers);
     phone.fill(std::vector<ProviderEntry>{{u"Jörg"_s, u"1"_s}});
-    phone.script.expect(eraseStore)
-        .expect("AT^WSSL\r")
-        .expect(openStore)
-        .expect("AT^WSWE=10,Billig, AG,5,01013\r")
-        .expect("AT^WSWE=9,Ohne Name,5,01070\r")
-        .expect("AT^WSWE=4,J\xF6rg,1,1\r")
-        .expect("AT^WSSL\r");
+    phone.script.expectAll({eraseStore, "AT^WSSL\r", openStore, "AT^WSWE=10,Billig, AG,5,01013\r",
+                            "AT^WSWE=9,Ohne Name,5,01070\r", "AT^WSWE=4,J\xF6rg,1,1\r", "AT^WSSL\r"});
     QVERIFY(WritePB_NE(phone.job()));
 
     QCOMPARE(phone.script.timeline().mid(2),
@@ -110,48 +83,6 @@ void tst_ProviderList::writeKeepsItsPauses()
                           u"Schreibe Provider...(3 von 3)"_s}));
     QCOMPARE(phone.memory.providers.entries.size(), 3U);
     QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
-}
-
-void tst_ProviderList::emptyListErasesTheStore()
-{
-    ClassicPhone phone(2, Store::Providers);
-    phone.memory.providers.becomes(providers, Certainty::Known);
-    phone.script.expect(eraseStore).expect("AT\r").expect(openStore).expect("AT\r");
-    QVERIFY(WritePB_NE(phone.job()));
-    QVERIFY(phone.memory.providers.entries.empty());
-    QVERIFY(phone.progress.bar.steps.isEmpty());
-}
-
-void tst_ProviderList::failedWriteSaysWhatIsThere_data()
-{
-    using Prepare = std::function<void(ClassicScript&)>;
-    QTest::addColumn<Prepare>("prepare");
-    QTest::addColumn<Certainty>("certainty");
-    QTest::addColumn<int>("entries");
-    QTest::newRow("the erase is refused")
-        << Prepare([](ClassicScript& script) { script.refuse(eraseStore).expect("AT\r"); })
-        << Certainty::Unknown << 0;
-    QTest::newRow("the store does not open again")
-        << Prepare([](ClassicScript& script) { script.expect(eraseStore).expect("AT\r").refuse(openStore); })
-        << Certainty::Known << 0;
-    QTest::newRow("the second entry is refused") << Prepare([](ClassicScript& script) {
-        script.expect(eraseStore).expect("AT\r").expect(openStore).expect("AT^WSWE=10,Billig, AG,5,01013\r");
-        script.refuse("AT^WSWE=9,Ohne Name,5,01070\r").expect("AT\r");
-    }) << Certainty::Known << 1;
-}
-
-void tst_ProviderList::failedWriteSaysWhatIsThere()
-{
-    QFETCH(std::function<void(ClassicScript&)>, prepare);
-    ClassicPhone phone(2, Store::Providers);
-    phone.memory.providers.becomes(providers, Certainty::Known);
-    phone.fill(providers);
-    prepare(phone.script);
-    QVERIFY(!WritePB_NE(phone.job()));
-    QTEST(phone.memory.providers.certainty, "certainty");
-    QTEST(static_cast<int>(phone.memory.providers.entries.size()), "entries");
-    QVERIFY(!phone.progress.bar.visible);
-    QCOMPARE(phone.window.states, (QList<bool>{true, false}));
 }
 
 QTEST_GUILESS_MAIN(tst_ProviderList)

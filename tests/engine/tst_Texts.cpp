@@ -1,14 +1,24 @@
-// Code page, hex texts, sizes, dates, numbers and characters that a phone can hold.
+// Texts on their way from and to a phone: code page, small UTF-8, hex, numbers, what a phone can hold, and
+// names that become local files.
 
 #include "app/CodePage.h"
+#include "app/Files.h"
 #include "app/mdlKonverter.h"
-#include "app/mdlTexts.h"
+#include "app/SafeLocalName.h"
+#include "app/Utf8Small.h"
 #include "phonedata/PhoneCharacters.h"
+#include "support/Rows.h"
+#include "support/TestContext.h"
 
+#include <QDir>
 #include <QtTest>
 
 using namespace kalmo;
 using namespace Qt::StringLiterals;
+using namespace kalmo::tests;
+using app::ReplaceResult;
+using toolkit::Answer;
+using toolkit::Buttons;
 
 class tst_Texts : public QObject
 {
@@ -16,17 +26,14 @@ class tst_Texts : public QObject
 
 private Q_SLOTS:
     void everyByteSurvives();
-    void charactersOutsideTheCodePage_data();
     void charactersOutsideTheCodePage();
-    void hex_data();
     void hex();
-    void sizes_data();
-    void sizes();
-    void numbers_data();
     void numbers();
-    void namesAndNumbersOfAPhone_data();
     void namesAndNumbersOfAPhone();
-    void messageTable();
+    void decodesWithItsMistakes();
+    void encodingReadsBack();
+    void safeNames();
+    void replacesFiles();
 };
 
 void tst_Texts::everyByteSurvives()
@@ -43,120 +50,141 @@ void tst_Texts::everyByteSurvives()
     QCOMPARE(text[0xFC], QChar(u'ü'));
 }
 
-void tst_Texts::charactersOutsideTheCodePage_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("fits");
-    QTest::newRow("German") << u"Größe"_s
-                            << QByteArray("Gr\xF6\xDF"
-                                          "e")
-                            << true;
-    QTest::newRow("Polish") << u"Łódź"_s
-                            << QByteArray("?\xF3"
-                                          "d?")
-                            << false;
-    QTest::newRow("one question mark for a pair of surrogates") << u"a😀b"_s << QByteArray("a?b") << false;
-    QTest::newRow("half a pair") << u"a"_s + QChar(0xD83D) << QByteArray("a?") << false;
-}
-
 void tst_Texts::charactersOutsideTheCodePage()
 {
-    QFETCH(QString, text);
-    QTEST(app::toCp1252(text), "bytes");
-    QTEST(app::fitsCp1252(text), "fits");
-}
-
-void tst_Texts::hex_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("pairs") << u"4142"_s << QByteArray("AB");
-    QTest::newRow("blanks between") << u"32 13 02"_s << QByteArray("\x32\x13\x02");
-    QTest::newRow("lower case") << u"ff0a"_s << QByteArray("\xFF\x0A");
-    QTest::newRow("single last character") << u"414"_s << QByteArray("A");
-    QTest::newRow("single character") << u"4"_s << QByteArray();
-    QTest::newRow("no hex") << u"zz41"_s << QByteArray("\0A", 2);
-    QTest::newRow("empty") << QString() << QByteArray();
+    const Rows<QString, QByteArray, bool> rows{
+        {"German", u"Größe"_s,
+         "Gr\xF6\xDF"
+         "e",
+         true},
+        {"Polish", u"Łódź"_s,
+         "?\xF3"
+         "d?",
+         false},
+        {"one question mark for a pair of surrogates", u"a😀b"_s, "a?b", false},
+        {"half a pair", u"a"_s + QChar(0xD83D), "a?", false},
+    };
+    for (const auto& [text, bytes, fits] : rows) {
+        QCOMPARE(app::toCp1252(text), bytes);
+        QCOMPARE(app::fitsCp1252(text), fits);
+    }
 }
 
 void tst_Texts::hex()
 {
-    QFETCH(QString, text);
-    QFETCH(QByteArray, bytes);
-    QCOMPARE(app::TextFromHex(text), bytes);
-    QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
-    QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
-    QCOMPARE(app::HexFromText({}), QString());
-}
-
-void tst_Texts::sizes_data()
-{
-    QTest::addColumn<qint64>("bytes");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("nothing") << qint64(0) << u"0.0kB"_s;
-    QTest::newRow("never 0.0 for a file") << qint64(1) << u"0.1kB"_s;
-    QTest::newRow("rounded") << qint64(1434) << u"1.4kB"_s;
-    QTest::newRow("thousands") << qint64(40000000) << u"39,062.5kB"_s;
-}
-
-void tst_Texts::sizes()
-{
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QFETCH(qint64, bytes);
-    QTEST(app::FormatSizeKB(bytes), "text");
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    QCOMPARE(app::FormatSizeKB(1434), u"1,4kB"_s);
-}
-
-void tst_Texts::numbers_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<bool>("numeric");
-    QTest::newRow("whole") << u"42"_s << 42.0 << true;
-    QTest::newRow("stops at the first other character") << u"12 Einträge"_s << 12.0 << false;
-    QTest::newRow("sign and point") << u" -1.5"_s << -1.5 << true;
-    QTest::newRow("none") << u"?"_s << 0.0 << false;
-    QTest::newRow("empty") << QString() << 0.0 << false;
-    QTest::newRow("infinity is no number") << u"inf"_s << 0.0 << false;
-    QTest::newRow("nan is no number") << u"nan"_s << 0.0 << false;
+    const Rows<QString, QByteArray> rows{
+        {"pairs", u"4142"_s, "AB"},
+        {"blanks between", u"32 13 02"_s, "\x32\x13\x02"},
+        {"single last character", u"414"_s, "A"},
+        {"no hex", u"zz41"_s, QByteArray("\0A", 2)},
+        {"empty", {}, {}},
+    };
+    for (const auto& [text, bytes] : rows) {
+        QCOMPARE(app::TextFromHex(text), bytes);
+        QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
+        QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
+    }
 }
 
 void tst_Texts::numbers()
 {
-    QFETCH(QString, text);
-    QTEST(app::Val(text), "value");
-    QTEST(app::IsNumeric(text), "numeric");
-    QCOMPARE(app::ValInt(u"99999999999999999999"_s), std::numeric_limits<qint32>::max());
-}
-
-void tst_Texts::namesAndNumbersOfAPhone_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("number");
-    QTest::newRow("letter in a number") << u"12a45"_s << u"12a45"_s << u"12"_s;
-    QTest::newRow("written for people") << u"+49 (30) 123"_s << u"+49 (30) 123"_s << u"+49"_s;
-    QTest::newRow("plus inside") << u"1+2"_s << u"1+2"_s << u"1"_s;
-    QTest::newRow("pause and recall") << u"R0P12*#"_s << u"R0P12*#"_s << u"R0P12*#"_s;
-    QTest::newRow("umlauts") << u"Müß"_s << u"Müß"_s << QString();
-    QTest::newRow("bracket") << u"A[b]"_s << u"A"_s << QString();
-    QTest::newRow("accents that no phone has") << u"Renée Sá"_s << u"Renée S"_s << u"R"_s;
-    QTest::newRow("not in the code page") << u"Łódź"_s << QString() << QString();
+    const Rows<QString, double, bool> rows{
+        {"stops at the first other character", u"12 Einträge"_s, 12.0, false},
+        {"sign and point", u" -1.5"_s, -1.5, true},
+        {"none", u"?"_s, 0.0, false},
+        {"empty", {}, 0.0, false},
+        {"infinity is no number", u"inf"_s, 0.0, false},
+    };
+    for (const auto& [text, value, numeric] : rows) {
+        QCOMPARE(app::Val(text), value);
+        QCOMPARE(app::IsNumeric(text), numeric);
+        QCOMPARE(app::ValInt(u"99999999999999999999"_s), std::numeric_limits<qint32>::max());
+    }
 }
 
 void tst_Texts::namesAndNumbersOfAPhone()
 {
-    QFETCH(QString, typed);
-    QTEST(phonedata::acceptedName(typed), "name");
-    QTEST(phonedata::acceptedNumber(typed), "number");
+    const Rows<QString, QString, QString> rows{
+        {"letter in a number", u"12a45"_s, u"12a45"_s, u"12"_s},
+        {"written for people", u"+49 (30) 123"_s, u"+49 (30) 123"_s, u"+49"_s},
+        {"plus inside", u"1+2"_s, u"1+2"_s, u"1"_s},
+        {"pause and recall", u"R0P12*#"_s, u"R0P12*#"_s, u"R0P12*#"_s},
+        {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
+        {"not in the code page", u"Łódź"_s, {}, {}},
+    };
+    for (const auto& [typed, name, number] : rows) {
+        QCOMPARE(phonedata::acceptedName(typed), name);
+        QCOMPARE(phonedata::acceptedNumber(typed), number);
+    }
 }
 
-void tst_Texts::messageTable()
+/// The phone's small UTF-8, which is decoded by rules of its own.
+void tst_Texts::decodesWithItsMistakes()
 {
-    QCOMPARE(app::ResText(app::TextSave), u"Speichern"_s);
-    QCOMPARE(app::ResText(1), u"unknow ID"_s);
+    const Rows<const char*, const char*> rows{
+        {"u umlaut", "4D C3 BC 6C", "4D FC 6C"},
+        {"sharp s at the end", "C3 9F", "DF"},
+        {"low second byte", "C3 40 C3 00", "80 40"},
+        {"encoded twice, where the new C3 loses the C2", "C3 83 C2 BC", "FC"},
+        {"new lead at the end", "C3 83", "C3"},
+        {"second above 191 is lost", "41 C3 C4 BC 42", "41 FC 42"},
+        {"lead at the end", "41 C3", "41 C3"},
+        {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},
+        {"holes of the code page", "81 8D C3 A4 9D 80", "81 8D E4 9D 80"},
+    };
+    for (const auto& [bytes, text] : rows)
+        QCOMPARE(app::UFT8Dec(app::fromCp1252(QByteArray::fromHex(bytes))),
+                 app::fromCp1252(QByteArray::fromHex(text)));
+}
+
+void tst_Texts::encodingReadsBack()
+{
+    QCOMPARE(app::toCp1252(app::Utf8EncC3(u"aÄß€\u2013"_s)),
+             QByteArray::fromHex("61 C3 84 C3 9F C3 40 C3 56"));
+    QByteArray all;
+    for (int value = 0; value < 256; ++value) {
+        if (value != 0xC3 && value != 0x83)
+            all.append(static_cast<char>(value));
+    }
+    QCOMPARE(app::UFT8Dec(app::Utf8EncC3(app::fromCp1252(all))), app::fromCp1252(all));
+}
+
+void tst_Texts::safeNames()
+{
+    for (const QString& fine : {u"Bild.jpg"_s, u"Grüße 1.txt"_s, u"a..b"_s, u".hidden"_s, u"CONTACT.vcf"_s,
+                                u"COM10.txt"_s, u"ohne"_s, QString(255, u'x')})
+        QCOMPARE(app::safeLocalName(fine), fine);
+    QCOMPARE(app::safeLocalName(u"/etc/passwd"_s), u"passwd"_s);
+    QCOMPARE(app::safeLocalName(u"..\\..\\Start\\x.exe"_s), u"x.exe"_s);
+    QCOMPARE(app::safeLocalName(u"a/b\\c/d.txt"_s), u"d.txt"_s);
+    const QStringList names =
+        u"|.|..|a/..|a\\|x/|a\nb|a\u0085b|tab\t.txt|C:x.txt|what?|x.|x |con|Nul.txt|COM1|conin$.txt|LPT²|"
+        "lpt9.tar.gz|exe\u202Egpj.jpg|a\0b"_s.split(u'|');
+    for (const QString& refused : names + QStringList{u"a|b"_s, QString(256, u'x'), QString(128, u'ü')})
+        QVERIFY2(app::safeLocalName(refused).isEmpty(), qPrintable(refused));
+}
+
+void tst_Texts::replacesFiles()
+{
+    TestContext test;
+    const QString fresh = test.path(u"fresh.bin"_s);
+    QCOMPARE(app::replaceFile(test.context, fresh, "one"), ReplaceResult::Written);
+    QCOMPARE(TestContext::contentOf(fresh), "one"_ba);
+
+    const QString old = test.makeFile(u"old.bin"_s, "old content");
+    QVERIFY(QFile::setPermissions(old, QFileDevice::ReadOwner));
+    QCOMPARE(app::replaceFile(test.context, old, "new"), ReplaceResult::Written);
+    QCOMPARE(TestContext::contentOf(old), "new"_ba);
+    QCOMPARE(QDir(test.folder.path()).entryList({u"*.bin*"_s}), (QStringList{u"fresh.bin"_s, u"old.bin"_s}));
+
+    QCOMPARE(app::replaceFile(test.context, test.path(u"no/such/folder.bin"_s), "x"),
+             ReplaceResult::NotWritten);
+
+    const QString fixed = u"/proc/version"_s; // nobody can replace it, whoever runs the test
+    const QString question = u"Die Datei /proc/version konnte nicht ersetzt bzw. gelöscht werden."_s;
+    test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Retry);
+    test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Cancel);
+    QCOMPARE(app::replaceFile(test.context, fixed, "x"), ReplaceResult::NotReplaced);
 }
 
 QTEST_GUILESS_MAIN(tst_Texts)

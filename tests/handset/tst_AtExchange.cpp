@@ -1,6 +1,7 @@
 #include "handset/model/Models.h"
 #include "link/PhoneModels.h"
 #include "support/HandsetTalk.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -14,84 +15,52 @@ class AtExchange : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answers_data();
     void answers();
     void everyModelNamesItself();
-    void findsModelsByName_data();
-    void findsModelsByName();
-    void unknownModels();
-    void answersOnlyAtItsRate_data();
+    void keepsTheLinesPace();
     void answersOnlyAtItsRate();
-    void keepsSettings();
+    void faults();
+    void dropsTheLine();
 };
-
-void AtExchange::answers_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QByteArrayList>("said");
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<QStringList>("violations");
-
-    const auto row = [](const char* name, const QString& model, const QByteArrayList& said,
-                        const QByteArray& answer, const QStringList& violations = {}) {
-        QTest::newRow(name) << model << said << answer << violations;
-    };
-    const QString classic = u"PICASSO"_s;
-    const QString first = u"WOODSTOCK"_s;
-    const QString newest = u"SL450HX"_s;
-
-    row("no payload", classic, {"ATZ\r"}, "ATZ\r\r\nOK\r\n");
-    row("payload", classic, {"AT+CGMM\r"}, "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\n");
-    row("small letters", classic, {"at+cgmm\r"}, "at+cgmm\r\r\nPICASSO\r\n\r\nOK\r\n");
-    row("several lines", u"WOODY"_s, {"AT^WFFO=\"MEL\"\r"},
-        "AT^WFFO=\"MEL\"\r\r\n^WFFO: 0,Morgenlied,0,MID,2316,11\r\n^WFFO: 1,Walzer,0,MID,4102,12\r\n"
-        "^WFFO: 2,T\xfcrglocke,0,MID,640,13\r\n^WFFO: 3,Alter Wecker,0,MID,1288,14\r\n\r\nOK\r\n");
-    row("unknown command", classic, {"AT+XYZ\r"}, "AT+XYZ\r\r\nERROR\r\n");
-    row("command of another family", classic, {"AT+CSQ\r"}, "AT+CSQ\r\r\nERROR\r\n");
-    row("bad value", classic, {"AT^WREX=5,7\r"}, "AT^WREX=5,7\r\r\nERROR\r\n");
-    row("error with its number", classic, {"AT+CMEE=1\r", "AT^WREX=5,7\r"},
-        "AT^WREX=5,7\r\r\n+CME ERROR: 21\r\n");
-    row("ATZ takes the number back", classic, {"AT+CMEE=1\r", "ATZ\r", "AT+CSQ\r"}, "AT+CSQ\r\r\nERROR\r\n");
-    row("echo off", classic, {"ATE0\r", "AT+CGMM\r"}, "\r\nPICASSO\r\n\r\nOK\r\n");
-    row("ATZ puts the echo on", classic, {"ATE0\r", "ATZ\r", "AT\r"}, "AT\r\r\nOK\r\n");
-    row("signal", first, {"AT+CSQ\r"}, "AT+CSQ\r\r\n+CSQ: 20,99\r\n\r\nOK\r\n");
-    row("battery", first, {"AT+CBC\r"}, "AT+CBC\r\r\n+CBC: 0,85\r\n\r\nOK\r\n");
-    row("clock has no seconds", first, {"AT+CCLK?\r"},
-        "AT+CCLK?\r\r\n+CCLK: \"26/11/21,12:00:00\"\r\n\r\nOK\r\n");
-    row("clock set", first, {"AT+CCLK=27/02/28,23:59:30\r", "AT+CCLK?\r"},
-        "AT+CCLK?\r\r\n+CCLK: \"27/02/28,23:59:00\"\r\n\r\nOK\r\n");
-    row("clock set wrong", first, {"AT+CCLK=27/02/30,23:59:30\r"},
-        "AT+CCLK=27/02/30,23:59:30\r\r\nERROR\r\n");
-    row("ringtone set", classic, {"AT^WRAL=12,6\r", "AT^WRAL?\r"}, "AT^WRAL?\r\r\n^WRAL: 12,6\r\n\r\nOK\r\n");
-    row("area codes set", newest, {"AT^SACO=00,43,0,1\r\n", "AT^SACO?\r\n"},
-        "AT^SACO?\r\n\r\n00,43,0,1\r\n\r\nOK\r\n");
-    row("area codes refused", newest, {"AT^SACO=+,43,0,1\r\n"}, "AT^SACO=+,43,0,1\r\n\r\nERROR\r\n");
-    row("area codes of an older family", u"S68H"_s, {"AT^SACO?\r"}, "AT^SACO?\r\r\nERROR\r\n");
-
-    row("line feed echoed", newest, {"AT+CGMM\r\n"}, "AT+CGMM\r\n\r\nShark\r\n\r\nOK\r\n");
-    row("CR alone to a CR LF handset", newest, {"ATZ\r", "ATZ\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n");
-    row("CR alone behind the search", newest, {"AT+CGMM\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n",
-        {u"ended by CR alone: AT+CGMM"_s});
-    row("CR LF to a CR handset", classic, {"AT+CGMR\r\n"}, "AT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
-        {u"ended by CR LF: AT+CGMR"_s});
-    row("CR LF in the search", classic, {"AT+CGMM\r\n"}, "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\n");
-
-    row("escape that is late", classic, {"+++", "AT\r"}, "AT\r\r\nOK\r\n");
-    row("no command", classic, {"\x81\x03", "AT\r"}, "AT\r\r\nOK\r\n", {u"no command: \x81\x03"_s});
-    row("empty line", classic, {"\r"}, "\r");
-    row("cleared line", classic, {"ATQ\x1B\rAT\r"}, "ATQ\x1B\rAT\r\r\nOK\r\n");
-    row("impatience", classic, {"AT+CGMM\rAT+CGMR\r"},
-        "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\nAT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
-        {u"sent into the answer to AT+CGMM"_s});
-}
 
 void AtExchange::answers()
 {
-    QFETCH(QString, model);
-    QFETCH(QByteArrayList, said);
-    HandsetTalk talk({.model = model});
-    QTEST(talk.sayAll(said), "answer");
-    QTEST(talk.violations(), "violations");
+    const QString classic = u"PICASSO"_s;
+    const QString first = u"WOODSTOCK"_s;
+    const QString newest = u"SL450HX"_s;
+    Rows<QString, QByteArrayList, QByteArray, QStringList> rows;
+    rows.add("payload", classic, {"AT+CGMM\r"}, "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\n", {});
+    rows.add("several lines", u"WOODY"_s, {"AT^WFFO=\"MEL\"\r"},
+             "AT^WFFO=\"MEL\"\r\r\n^WFFO: 0,Morgenlied,0,MID,2316,11\r\n^WFFO: 1,Walzer,0,MID,4102,12\r\n"
+             "^WFFO: 2,T\xfcrglocke,0,MID,640,13\r\n^WFFO: 3,Alter Wecker,0,MID,1288,14\r\n\r\nOK\r\n",
+             {});
+    rows.add("unknown command", classic, {"AT+XYZ\r"}, "AT+XYZ\r\r\nERROR\r\n", {});
+    rows.add("bad value", classic, {"AT^WREX=5,7\r"}, "AT^WREX=5,7\r\r\nERROR\r\n", {});
+    rows.add("error with its number", classic, {"AT+CMEE=1\r", "AT^WREX=5,7\r"},
+             "AT^WREX=5,7\r\r\n+CME ERROR: 21\r\n", {});
+    rows.add("ATZ puts the echo on", classic, {"ATE0\r", "ATZ\r", "AT\r"}, "AT\r\r\nOK\r\n", {});
+    rows.add("clock set", first, {"AT+CCLK=27/02/28,23:59:30\r", "AT+CCLK?\r"},
+             "AT+CCLK?\r\r\n+CCLK: \"27/02/28,23:59:00\"\r\n\r\nOK\r\n", {});
+    rows.add("area codes set", newest, {"AT^SACO=00,43,0,1\r\n", "AT^SACO?\r\n"},
+             "AT^SACO?\r\n\r\n00,43,0,1\r\n\r\nOK\r\n", {});
+    rows.add("line feed echoed", newest, {"AT+CGMM\r\n"}, "AT+CGMM\r\n\r\nShark\r\n\r\nOK\r\n", {});
+    rows.add("CR alone to a CR LF handset", newest, {"ATZ\r", "ATZ\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n", {});
+    rows.add("CR alone behind the search", newest, {"AT+CGMM\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n",
+             {u"ended by CR alone: AT+CGMM"_s});
+    rows.add("CR LF to a CR handset", classic, {"AT+CGMR\r\n"}, "AT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
+             {u"ended by CR LF: AT+CGMR"_s});
+    rows.add("escape that is late", classic, {"+++", "AT\r"}, "AT\r\r\nOK\r\n", {});
+    rows.add("no command", classic, {"\x81\x03", "AT\r"}, "AT\r\r\nOK\r\n", {u"no command: \x81\x03"_s});
+    rows.add("cleared line", classic, {"ATQ\x1B\rAT\r"}, "ATQ\x1B\rAT\r\r\nOK\r\n", {});
+    rows.add("impatience", classic, {"AT+CGMM\rAT+CGMR\r"},
+             "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\nAT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
+             {u"sent into the answer to AT+CGMM"_s});
+
+    for (const auto& [model, said, answer, violations] : rows) {
+        HandsetTalk talk({.model = model});
+        QCOMPARE(talk.sayAll(said), answer);
+        QCOMPARE(talk.violations(), violations);
+    }
 }
 
 /// The client's tables find each model by exactly what it answers.
@@ -116,77 +85,105 @@ void AtExchange::everyModelNamesItself()
     QCOMPARE(handset::allModels().size(), 53u);
 }
 
-void AtExchange::findsModelsByName_data()
+/// A byte takes ten bits, and none comes early.
+void AtExchange::keepsTheLinesPace()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("found");
-
-    QTest::newRow("first answer") << u"WOODY_C"_s << u"2 WOODY_C"_s;
-    QTest::newRow("first answer of a line of models") << u"GAM"_s << u"6 ^WPPN: 4,SL37"_s;
-    QTest::newRow("name") << u"s820"_s << u"12 ^WPPN: 4,S820"_s;
-    QTest::newRow("whole answer") << u"^WPPN: 10,SL5 prof.."_s << u"13 ^WPPN: 10,SL5 prof.."_s;
-    QTest::newRow("semicolon") << u"M3 Ex Plus prof."_s << u"11 ^WPPN; 16,M3 Ex Plus prof."_s;
-    QTest::newRow("bell") << u"To S600"_s << u"5 ^WPPN: 8,To\a S600"_s;
-    QTest::newRow("modem") << u"modem"_s << u"0 Standard Modem 56K"_s;
-    QTest::newRow("none") << u"XYZ"_s << u"none"_s;
-}
-
-void AtExchange::findsModelsByName()
-{
-    QFETCH(QString, name);
-    const auto model = handset::findModel(name);
-    const QString found =
-        model ? u"%1 %2"_s.arg(model->family).arg(model->wppn.isEmpty() ? model->cgmm : model->wppn)
-              : u"none"_s;
-    QTEST(found, "found");
-}
-
-void AtExchange::unknownModels()
-{
-    HandsetTalk modem({.model = u"MODEM"_s});
-    QCOMPARE(modem.say("ATZ\r"), "ATZ\r\r\nOK\r\n");
-    QCOMPARE(modem.say("AT+CGMM\r"), "AT+CGMM\r\r\nStandard Modem 56K\r\n\r\nOK\r\n");
-    QCOMPARE(modem.say("AT^WPPN\r"), "AT^WPPN\r\r\nERROR\r\n");
-
-    HandsetTalk next(
-        {.cgmm = u"BRUSSELS"_s, .wppn = u"^WPPN: 4,S68X"_s, .family = 8, .areaCodePrefix = true});
-    QCOMPARE(next.say("AT^WPPN\r"), "AT^WPPN\r\r\n^WPPN: 4,S68X\r\n\r\nOK\r\n");
-    QCOMPARE(next.say("AT^SACO?\r"), "AT^SACO?\r\r\n^SACO: 00,49,0,521\r\n\r\nOK\r\n");
-}
-
-void AtExchange::answersOnlyAtItsRate_data()
-{
-    QTest::addColumn<handset::Options>("options");
-    QTest::addColumn<QByteArrayList>("answers"); // at 19200, 57600 and 115200 baud
-
-    const QByteArray ok = "ATZ\r\r\nOK\r\n";
-    const QByteArray garbage = "\xbe\xab\xa5\xf2";
-    QTest::newRow("old") << handset::Options{.model = u"PICASSO"_s} << QByteArrayList{ok, {}, {}};
-    QTest::newRow("new") << handset::Options{.model = u"S68H"_s} << QByteArrayList{{}, {}, ok};
-    QTest::newRow("told") << handset::Options{.rates = {19200, 57600}} << QByteArrayList{ok, ok, {}};
-    QTest::newRow("garbage") << handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage}
-                             << QByteArrayList{garbage, ok, garbage};
+    for (const int baud : {19200, 115200}) {
+        HandsetTalk talk({.model = u"WOODY"_s, .rates = {baud}});
+        talk.port.SetSettings(QString::number(baud) + u",N,8,1"_s);
+        QCOMPARE(talk.say("AT^WFFO=\"MEL\"\r", 0.15), "AT^WFFO=\"MEL\"\r");
+        double begin = 0;
+        double end = 0;
+        qsizetype bytes = 0; // behind the first piece
+        while (talk.clock.elapsed() < 2) {
+            talk.clock.DoEvents();
+            const qsizetype more = talk.port.ReadText().size();
+            if (more == 0)
+                continue;
+            end = talk.clock.elapsed();
+            bytes += begin > 0 ? more : 0;
+            begin = begin > 0 ? begin : end;
+        }
+        const double wanted = static_cast<double>(bytes) * 10 / baud;
+        QVERIFY2(bytes > 50 && std::abs(end - begin - wanted) < wanted / 50,
+                 qPrintable(u"%1 bytes in %2 s"_s.arg(bytes).arg(end - begin)));
+    }
 }
 
 void AtExchange::answersOnlyAtItsRate()
 {
-    QFETCH(handset::Options, options);
-    HandsetTalk talk(options);
-    QByteArrayList answers;
-    for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
-        talk.port.SetSettings(rate + u",N,8,1"_s);
-        answers.append(talk.say("ATZ\r"));
+    const QByteArray ok = "ATZ\r\r\nOK\r\n";
+    const QByteArray garbage = "\xbe\xab\xa5\xf2";
+    const Rows<handset::Options, QByteArrayList> rows{
+        {"old", handset::Options{.model = u"PICASSO"_s}, {ok, {}, {}}},
+        {"new", handset::Options{.model = u"S68H"_s}, {{}, {}, ok}},
+        {"told", handset::Options{.rates = {19200, 57600}}, {ok, ok, {}}},
+        {"garbage",
+         handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage},
+         {garbage, ok, garbage}},
+    };
+    for (const auto& [options, wantedAnswers] : rows) {
+        HandsetTalk talk(options);
+        QByteArrayList answers;
+        for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
+            talk.port.SetSettings(rate + u",N,8,1"_s);
+            answers.append(talk.say("ATZ\r"));
+        }
+        QCOMPARE(answers, wantedAnswers);
     }
-    QTEST(answers, "answers");
 }
 
-void AtExchange::keepsSettings()
+void AtExchange::faults()
 {
-    const QTemporaryDir folder;
-    const handset::Options options{.model = u"WOODSTOCK"_s, .stateFolder = folder.path()};
-    HandsetTalk(options).say("AT+CCLK=27/02/28,23:59:30\r");
-    QCOMPARE(HandsetTalk(options).say("AT+CCLK?\r"),
-             "AT+CCLK?\r\r\n+CCLK: \"27/02/28,23:59:00\"\r\n\r\nOK\r\n");
+    const QByteArray ok = "AT\r\r\nOK\r\n";
+    const QByteArrayList thrice = {"AT\r", "AT\r", "AT\r"};
+    const QByteArray open = "AT^WSSL=\"NE\"\r";
+    const QByteArray opened = open + "\r\nOK\r\n";
+    const QByteArrayList writes = {open, "AT^WSWE=1,A,1,1\r", "AT^WSWE=1,B,1,2\r", "AT^WSWE=1,B,1,2\r"};
+    const QByteArray second = "AT^WSWE=1,B,1,2\r\r\n";
+    const QByteArray first = "AT^WSWE=1,A,1,1\r\r\nOK\r\n";
+    const QByteArrayList reads = {open, "AT^WSRE\r", "AT^WSRE\r", "AT^WSRE\r"};
+    const QByteArray error = "AT^WSRE\r\r\nERROR\r\n";
+    const QByteArray entry = "AT^WSRE\r\r\n^WSRE: 7,Nordruf,5,01031\r\n\r\nOK\r\n";
+    Rows<QStringList, QByteArrayList, QByteArrayList> rows;
+    rows.add("silence", {u"silent-after=2"_s}, thrice, {ok, ok, {}});
+    rows.add("late", {u"late-at=2"_s, u"late-by=1.5"_s}, thrice, {ok, "AT\r", "\r\nOK\r\n" + ok});
+    rows.add("noise", {u"noise-at=1"_s}, thrice, {QByteArray("AT\r\x7f\xf8\0\xff\r\nOK\r\n", 13), ok, ok});
+    rows.add("lost byte", {u"lose-byte-at=2"_s}, thrice, {ok, "AT\r\r\nO\r\n", ok});
+    rows.add("write once", {u"write-error-once=2"_s}, writes,
+             {opened, first, second + "ERROR\r\n", second + "OK\r\n"});
+    rows.add("read once", {u"read-error-once=1"_s}, reads,
+             {opened, error, entry,
+              "AT^WSRE\r\r\n^WSRE: 7,S\xfc"
+              "d-Tel,5,01052\r\n\r\nOK\r\n"});
+
+    for (const auto& [faults, said, wantedAnswers] : rows) {
+        handset::Options options;
+        for (const QString& fault : faults)
+            QCOMPARE(handset::setFault(options.faults, fault), std::nullopt);
+        HandsetTalk talk(options);
+        QByteArrayList answers;
+        for (const QByteArray& bytes : said)
+            answers.append(talk.say(bytes));
+        QCOMPARE(answers, wantedAnswers);
+        QCOMPARE(talk.violations(), QStringList());
+    }
+}
+
+void AtExchange::dropsTheLine()
+{
+    HandsetTalk talk({});
+    talk.port.handset().setFaults({.hangUpAt = 2});
+    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
+    talk.port.WriteText("AT\r");
+    talk.clock.WaitSeconds(0.1);
+    QVERIFY(!talk.port.IsOpen());
+    QCOMPARE(talk.port.Write("AT\r", 3), 0);
+    QVERIFY(!talk.port.Open({}));
+    QCOMPARE(talk.port.openErrorEnglish(), u"No port."_s);
+    talk.clock.WaitSeconds(1);
+    QVERIFY(talk.port.Open({}));
+    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
 }
 
 QTEST_GUILESS_MAIN(AtExchange)

@@ -4,8 +4,10 @@
 #include "obex/clsMmc.h"
 #include "phonedata/ClassicPhonebook.h"
 #include "phonedata/ProviderList.h"
+#include "support/FakeDesktop.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
+#include "support/Rows.h"
 #include "support/TestContext.h"
 
 #include <QTest>
@@ -25,15 +27,6 @@ public:
     void clearAborted() override {}
 };
 
-class NoDesktop : public app::Desktop
-{
-public:
-    bool hasAssociation(const QString&) const override { return false; }
-    bool open(const QString&) override { return false; }
-    bool openWith(const QString&, const QString&) override { return false; }
-    bool openUrl(const QUrl&) override { return false; }
-};
-
 /// Kalmo's engine with a handset on its line. Any box, and anything that it does wrong on the line, fails the
 /// test.
 struct Meeting
@@ -46,7 +39,7 @@ struct Meeting
     bool search()
     {
         QuietView view;
-        NoDesktop desktop;
+        FakeDesktop desktop;
         return link::PhoneSearch(line, view, desktop).SearchPhone() == link::SearchOutcome::PhoneFound;
     }
 
@@ -72,148 +65,121 @@ class MeetsTheClient : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isFound_data();
     void isFound();
-    void classicLists_data();
     void classicLists();
-    void files_data();
     void files();
     void endlessFolders();
 };
 
-void MeetsTheClient::isFound_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<int>("family");
-    QTest::addColumn<QString>("settings");
-    QTest::addColumn<QString>("version");
-
-    QTest::newRow("1") << u"WOODSTOCK"_s << 1 << u"19200,N,8,1"_s << u"25.01"_s;
-    QTest::newRow("4") << u"PICASSO"_s << 4 << u"19200,N,8,1"_s << u"31.07"_s;
-    QTest::newRow("5, with a bell") << u"To S600"_s << 5 << u"115200,N,8,1"_s << u"40.12"_s;
-    QTest::newRow("7") << u"Sinus 501"_s << 7 << u"115200,N,8,1"_s << u"40.09"_s;
-    QTest::newRow("10") << u"SL400H"_s << 10 << u"115200,N,8,1"_s << u"56.03"_s;
-    QTest::newRow("11, with a semicolon") << u"M3 Ex Plus prof."_s << 11 << u"115200,N,8,1"_s << u"83.110"_s;
-    QTest::newRow("13") << u"SL750H PRO"_s << 13 << u"115200,N,8,1"_s << u"94.125"_s;
-}
-
 void MeetsTheClient::isFound()
 {
-    QFETCH(QString, model);
-    QFETCH(int, family);
-    Meeting meeting({.model = model});
-    QVERIFY(meeting.search());
-    const app::Sy& sy = meeting.test.sy;
-    QCOMPARE(sy.PhoneType, family);
-    QTEST(sy.ComSettings, "settings");
-    QTEST(sy.PhoneSVN, "version");
-    if (family == 1 || family >= 5)
-        QCOMPARE(link::GetBattery(meeting.line), family == 1 ? 85 : 70);
-    if (family != 1)
-        return;
-    QDateTime moment;
-    QVERIFY(link::GetPhoneTime(meeting.line, moment));
-    QVERIFY(std::abs(moment.secsTo(meeting.test.clock.Now())) < 60);
-}
-
-void MeetsTheClient::classicLists_data()
-{
-    QTest::addColumn<QString>("model");
-
-    for (const char* model : {"WOODSTOCK", "WOODY", "GALICIA", "PICASSO"})
-        QTest::newRow(model) << QString::fromLatin1(model);
+    const Rows<QString, int, QString, QString> rows{
+        {"1", u"WOODSTOCK"_s, 1, u"19200,N,8,1"_s, u"25.01"_s},
+        {"5, with a bell", u"To S600"_s, 5, u"115200,N,8,1"_s, u"40.12"_s},
+        {"7", u"Sinus 501"_s, 7, u"115200,N,8,1"_s, u"40.09"_s},
+        {"11, with a semicolon", u"M3 Ex Plus prof."_s, 11, u"115200,N,8,1"_s, u"83.110"_s},
+        {"13", u"SL750H PRO"_s, 13, u"115200,N,8,1"_s, u"94.125"_s},
+    };
+    for (const auto& [model, family, settings, version] : rows) {
+        Meeting meeting({.model = model});
+        QVERIFY(meeting.search());
+        const app::Sy& sy = meeting.test.sy;
+        QCOMPARE(sy.PhoneType, family);
+        QCOMPARE(sy.ComSettings, settings);
+        QCOMPARE(sy.PhoneSVN, version);
+        if (family == 1 || family >= 5)
+            QCOMPARE(link::GetBattery(meeting.line), family == 1 ? 85 : 70);
+        if (family != 1)
+            continue;
+        QDateTime moment;
+        QVERIFY(link::GetPhoneTime(meeting.line, moment));
+        QVERIFY(std::abs(moment.secsTo(meeting.test.clock.Now())) < 60);
+    }
 }
 
 /// What was read is written again, and the handset holds what it held.
 void MeetsTheClient::classicLists()
 {
-    QFETCH(QString, model);
-    Meeting meeting({.model = model});
-    QVERIFY(meeting.search());
-    const handset::Phone& phone = meeting.port.handset().phone();
-    const QJsonArray providers = phone.providers.json();
-    phonedata::PhoneMemory memory;
-    const auto entries = phonedata::makePhonebookRows();
-    const auto list = phonedata::makeProviderRows();
+    for (const QString& model : {u"WOODSTOCK"_s, u"WOODY"_s, u"GALICIA"_s, u"PICASSO"_s}) {
+        Meeting meeting({.model = model});
+        QVERIFY(meeting.search());
+        const handset::Phone& phone = meeting.port.handset().phone();
+        const QJsonArray providers = phone.providers.json();
+        phonedata::PhoneMemory memory;
+        const auto entries = phonedata::makePhonebookRows();
+        const auto list = phonedata::makeProviderRows();
 
-    QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
-    const auto read = phonedata::classicEntries(*entries);
-    QCOMPARE(read.size(), 25u);
-    QCOMPARE(read[17].name, u"Ohne Name"_s);
-    QVERIFY(phonedata::WritePB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
-    QCOMPARE(phone.phonebook.entries.size(), 25u);
-    QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
-    if (model != u"WOODSTOCK"_s) // where codes of sounds read otherwise than they are written
-        QCOMPARE(phonedata::classicEntries(*entries), read);
+        QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        const auto read = phonedata::classicEntries(*entries);
+        QCOMPARE(read.size(), 25u);
+        QCOMPARE(read[17].name, u"Ohne Name"_s);
+        QVERIFY(phonedata::WritePB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        QCOMPARE(phone.phonebook.entries.size(), 25u);
+        QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        if (model != u"WOODSTOCK"_s) // where codes of sounds read otherwise than they are written
+            QCOMPARE(phonedata::classicEntries(*entries), read);
 
-    QVERIFY(phonedata::ReadPB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
-    QVERIFY(phonedata::WritePB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
-    QCOMPARE(phone.providers.json(), providers);
-    meeting.port.Close();
-}
-
-void MeetsTheClient::files_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<int>("maxPacket");
-    QTest::addColumn<handset::ListingForms>("listing");
-
-    using handset::ListingForm;
-    using handset::ListingForms;
-    QTest::newRow("5") << u"S68H"_s << 0 << ListingForms(ListingForm::Plain);
-    QTest::newRow("6, smallest frames") << u"SL37"_s << 255 << (ListingForm::HalfSpaced | ListingForm::Tight);
-    QTest::newRow("10") << u"SL400H"_s << 0 << ListingForms(ListingForm::OneLine);
-    QTest::newRow("11") << u"S850H"_s << 0 << ListingForms(ListingForm::Tight);
-    QTest::newRow("12, more than the client sends") << u"S820"_s << 16390 << ListingForms(ListingForm::Plain);
-    QTest::newRow("13, negative in 16 bits") << u"SL5 prof"_s << 65535 << ListingForms(ListingForm::Plain);
+        QVERIFY(phonedata::ReadPB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
+        QVERIFY(phonedata::WritePB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
+        QCOMPARE(phone.providers.json(), providers);
+        meeting.port.Close();
+    }
 }
 
 void MeetsTheClient::files()
 {
-    QFETCH(QString, model);
-    QFETCH(int, maxPacket);
-    QFETCH(handset::ListingForms, listing);
-    Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});
-    QVERIFY(meeting.search());
-    const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);
-    const toolkit::Progress progress = meeting.progress.all();
-    QVERIFY(mmc->Online(progress));
-    QList<obex::tObxDirEntry> entries;
-    QVERIFY(mmc->Dir(entries, progress));
-    QCOMPARE(namesOf(entries),
-             QStringList({u"Pictures"_s, u"Clip Pictures"_s, u"Sounds"_s, u"System"_s, u"Liesmich.txt"_s}));
-    qint32 bytes = 0;
-    QVERIFY(mmc->GetSpaceTotal(bytes, progress));
-    QCOMPARE(bytes, meeting.port.handset().phone().files.capacity());
-    QVERIFY(mmc->GetSpaceFreeMmc(bytes, progress));
-    QCOMPARE(bytes, 5000000);
+    using handset::ListingForm;
+    const Rows<QString, int, handset::ListingForms> rows{
+        {"5", u"S68H"_s, 0, ListingForm::Plain},
+        {"6, smallest frames", u"SL37"_s, 255, ListingForm::Spaced},
+        {"10", u"SL400H"_s, 0, ListingForm::OneLine},
+        {"11", u"S850H"_s, 0, ListingForm::HalfSpaced | ListingForm::Tight},
+        {"12, more than the client sends", u"S820"_s, 16390, ListingForm::Plain},
+        {"13, negative in 16 bits", u"SL5 prof"_s, 65535, ListingForm::Plain},
+    };
+    for (const auto& [model, maxPacket, listing] : rows) {
+        Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});
+        QVERIFY(meeting.search());
+        const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);
+        const toolkit::Progress progress = meeting.progress.all();
+        QVERIFY(mmc->Online(progress));
+        QList<obex::tObxDirEntry> entries;
+        QVERIFY(mmc->Dir(entries, progress));
+        QCOMPARE(namesOf(entries), QStringList({u"Pictures"_s, u"Clip Pictures"_s, u"Sounds"_s, u"System"_s,
+                                                u"Liesmich.txt"_s}));
+        qint32 bytes = 0;
+        QVERIFY(mmc->GetSpaceTotal(bytes, progress));
+        QCOMPARE(bytes, meeting.port.handset().phone().files.capacity());
+        QVERIFY(mmc->GetSpaceFreeMmc(bytes, progress));
+        QCOMPARE(bytes, 5000000);
 
-    const QByteArray content(25000, 'w');
-    const QString local = meeting.test.makeFile(u"Welle.wav"_s, content);
-    QVERIFY(mmc->Cd(u"Sounds"_s, false));
-    QVERIFY(mmc->PutFile(local, progress));
-    QVERIFY(mmc->Dir(entries, progress));
-    QCOMPARE(namesOf(entries),
-             QStringList({u"Tonleiter.mid"_s, u"Gong.mid"_s, u"Piep.wav"_s, u"Welle.wav"_s}));
-    QByteArray back;
-    QVERIFY(mmc->GetFile(u"Welle.wav"_s, back, progress));
-    QCOMPARE(back, content);
-    QVERIFY(mmc->Del(u"Gong.mid"_s, progress, nullptr, false, true)); // which may not be deleted at first
-    QVERIFY(mmc->Rename(u"Mobile:\\Sounds\\Welle.wav"_s, u"Mobile:\\Pictures\\Größe.wav"_s, progress));
-    QVERIFY(mmc->CdUp() && mmc->Cd(u"Pictures"_s, false) && mmc->Md(u"Neu"_s) && mmc->CdUp());
-    QVERIFY(mmc->Dir(entries, progress));
-    QCOMPARE(namesOf(entries), QStringList({u"Urlaub 2026"_s, u"Sonnenuntergang.bmp"_s, u"Küste.png"_s,
-                                            u"Größe.wav"_s, u"Neu"_s}));
-    QVERIFY(mmc->Cd(u"Urlaub 2026"_s, false) && mmc->PutFile(local, progress));
-    QVERIFY(mmc->Del(u"Welle.wav"_s, progress, nullptr, false, true) && mmc->Dir(entries, progress));
-    QCOMPARE(namesOf(entries), QStringList{u"Stufen.jpg"_s});
-    QVERIFY(mmc->CdRoot() && mmc->CDluidPB());
-    QVERIFY(mmc->GetFile(u"cc.log"_s, back, progress));
-    QCOMPARE(back, "25");
-    QVERIFY(mmc->Offline(progress));
-    QVERIFY(!meeting.port.handset().isInDataMode());
-    QString text;
-    QVERIFY(link::GetSoftwareVersion(meeting.line, text));
+        const QByteArray content(25000, 'w');
+        const QString local = meeting.test.makeFile(u"Welle.wav"_s, content);
+        QVERIFY(mmc->Cd(u"Sounds"_s, false));
+        QVERIFY(mmc->PutFile(local, progress));
+        QVERIFY(mmc->Dir(entries, progress));
+        QCOMPARE(namesOf(entries),
+                 QStringList({u"Tonleiter.mid"_s, u"Gong.mid"_s, u"Piep.wav"_s, u"Welle.wav"_s}));
+        QByteArray back;
+        QVERIFY(mmc->GetFile(u"Welle.wav"_s, back, progress));
+        QCOMPARE(back, content);
+        QVERIFY(mmc->Del(u"Gong.mid"_s, progress, nullptr, false, true)); // which may not be deleted at first
+        QVERIFY(mmc->Rename(u"Mobile:\\Sounds\\Welle.wav"_s, u"Mobile:\\Pictures\\Größe.wav"_s, progress));
+        QVERIFY(mmc->CdUp() && mmc->Cd(u"Pictures"_s, false) && mmc->Md(u"Neu"_s) && mmc->CdUp());
+        QVERIFY(mmc->Dir(entries, progress));
+        QCOMPARE(namesOf(entries), QStringList({u"Urlaub 2026"_s, u"Sonnenuntergang.bmp"_s, u"Küste.png"_s,
+                                                u"Größe.wav"_s, u"Neu"_s}));
+        QVERIFY(mmc->Cd(u"Urlaub 2026"_s, false) && mmc->PutFile(local, progress));
+        QVERIFY(mmc->Del(u"Welle.wav"_s, progress, nullptr, false, true) && mmc->Dir(entries, progress));
+        QCOMPARE(namesOf(entries), QStringList{u"Stufen.jpg"_s});
+        QVERIFY(mmc->CdRoot() && mmc->CDluidPB());
+        QVERIFY(mmc->GetFile(u"cc.log"_s, back, progress));
+        QCOMPARE(back, "25");
+        QVERIFY(mmc->Offline(progress));
+        QVERIFY(!meeting.port.handset().isInDataMode());
+        QString text;
+        QVERIFY(link::GetSoftwareVersion(meeting.line, text));
+    }
 }
 
 /// A folder that holds itself, and names that lead nowhere or elsewhere, bring the client's walk to an end.

@@ -87,8 +87,6 @@ class RealObexClients : public QObject
 
 private Q_SLOTS:
     void obexftp();
-    void gammuByCommand();
-    void gammuFiles();
     void gammuContacts();
 
 private:
@@ -129,45 +127,6 @@ void RealObexClients::obexftp()
     QCOMPARE(call({u"-U"_s, u"IRMC"_s, u"-g"_s, u"telecom/pb.vcf"_s}).status, 255);
     QCOMPARE(contentOf(handset.filePath(u"pb.vcf"_s)).count("X-IRMC-LUID"), 25);
     QCOMPARE(handset.end(), std::make_pair(0, QString()));
-}
-
-/// By AT+CPROT=0, which ends with each connection: every run starts in command mode again.
-void RealObexClients::gammuByCommand()
-{
-    if (!has(u"gammu"_s) || !has(u"socat"_s))
-        QSKIP("gammu or socat is not installed");
-    RunningHandset handset({u"--model"_s, u"S68H"_s, u"--profile"_s, u"general-cprot"_s});
-    const Gammu gammu(handset, "connection = proxyat\n");
-    write(handset.filePath(u"pic.bmp"_s), QByteArray(3000, 'p'));
-
-    const Run identity = gammu.run({u"identify"_s});
-    QCOMPARE(identity.status, 0);
-    QVERIFY2(identity.output.contains(u"unknown (BRUSSELS)"_s) &&
-                 identity.output.contains(u"004999010750000"_s),
-             qPrintable(identity.output));
-    QCOMPARE(gammu.run({u"getfiles"_s, u"Sounds/Tonleiter.mid"_s}).status, 0);
-    QCOMPARE(contentOf(handset.filePath(u"Tonleiter.mid"_s)),
-             contentOf(handset.filePath(u"state/files/Sounds/Tonleiter.mid"_s)));
-    QCOMPARE(gammu.run({u"addfile"_s, u"Pictures"_s, u"pic.bmp"_s}).status, 0);
-    QCOMPARE(contentOf(handset.filePath(u"state/files/Pictures/pic.bmp"_s)), QByteArray(3000, 'p'));
-}
-
-void RealObexClients::gammuFiles()
-{
-    if (!has(u"gammu"_s) || !has(u"socat"_s))
-        QSKIP("gammu or socat is not installed");
-    RunningHandset handset(
-        {u"--model"_s, u"S68H"_s, u"--profile"_s, u"general-sqwe"_s, u"--seed"_s, u"none"_s});
-    enterDataMode(handset.link);
-    const Gammu gammu(handset, "connection = proxyobex\nmodel = obexfs\n");
-    write(handset.filePath(u"pic.bmp"_s), QByteArray(3000, 'p'));
-
-    QCOMPARE(gammu.run({u"addfolder"_s, QString(), u"Neu"_s}).status, 0);
-    QCOMPARE(gammu.run({u"addfile"_s, u"Neu"_s, u"pic.bmp"_s}).status, 0);
-    const Run list = gammu.run({u"getfilesystem"_s, u"-flat"_s});
-    QVERIFY2(list.output.contains(u"Folder \"Neu\"\n    |-- \"pic.bmp\""_s), qPrintable(list.output));
-    QCOMPARE(gammu.run({u"deletefiles"_s, u"Neu/pic.bmp"_s}).status, 0);
-    QVERIFY(!gammu.run({u"getfilesystem"_s, u"-flat"_s}).output.contains(u"pic.bmp"_s));
 }
 
 void RealObexClients::gammuContacts()

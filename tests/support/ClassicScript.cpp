@@ -23,6 +23,13 @@ ClassicScript& ClassicScript::expect(const QByteArray& command, const QByteArray
     return *this;
 }
 
+ClassicScript& ClassicScript::expectAll(const QByteArrayList& commands)
+{
+    for (const QByteArray& command : commands)
+        expect(command);
+    return *this;
+}
+
 ClassicScript& ClassicScript::refuse(const QByteArray& command)
 {
     for (int attempt = 0; attempt < 3; ++attempt) {

@@ -12,6 +12,8 @@ public:
 
     /// A command and its answer: echo, payload if there is one, OK.
     ClassicScript& expect(const QByteArray& command, const QByteArray& payload = {});
+    /// Commands that are answered by OK alone.
+    ClassicScript& expectAll(const QByteArrayList& commands);
     /// A command that is answered by ERROR each of the three times that it is sent.
     ClassicScript& refuse(const QByteArray& command);
     /// A command that is answered by ERROR once, and then as it should be.

@@ -46,4 +46,24 @@ struct ObexClient
     void forgetReports();
 };
 
+/// A client for the handset "phone" at COM7, with all that it needs: `auto& [test, port, client] = offline;`
+struct OfflineClient
+{
+    OfflineClient()
+    {
+        test.sy.PhoneID = QStringLiteral("phone");
+        test.sy.ComNo = 7;
+    }
+
+    TestContext test;
+    ScriptedPort port{test};
+    ObexClient client{test, port};
+};
+
+/// One that is connected, and in the root.
+struct OnlineClient : OfflineClient
+{
+    explicit OnlineClient(int maxPacket = 0x0400) { client.goOnline(maxPacket); }
+};
+
 } // namespace kalmo::tests

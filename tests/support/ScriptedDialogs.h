@@ -19,6 +19,9 @@ public:
     ~ScriptedDialogs() override;
 
     void expect(const toolkit::Message& message, toolkit::Answer answer = toolkit::Answer::Ok);
+    /// A box with a text that begins like this, and these buttons: where its wording is not what is tested.
+    void expectStart(const QString& start, toolkit::Buttons buttons = toolkit::Buttons::Ok,
+                     toolkit::Answer answer = toolkit::Answer::Ok);
     /// The path is what the user chooses; empty where he cancels.
     void expectOpenFile(const toolkit::FileRequest& request, const QString& path);
     void expectSaveFile(const toolkit::FileRequest& request, const QString& path);
@@ -38,7 +41,8 @@ public:
 private:
     struct Step
     {
-        QString shown; // all that is compared, in words
+        QString shown;        // all that is compared, in words
+        bool isStart = false; // of the text, and without title, icon and default button
         QString english;
         toolkit::Answer answer = toolkit::Answer::Ok;
         QString path = {};

@@ -7,27 +7,24 @@
 
 namespace kalmo::tests {
 
-class NoDevices : public link::DeviceList
+struct NoDevices : link::DeviceList
 {
-public:
     QList<link::SerialDevice> devices() override { return {}; }
 };
 
 /// A desktop that opens nothing and remembers what it was asked to.
-class RecordedDesktop : public app::Desktop
+struct RecordedDesktop : app::Desktop
 {
-public:
-    bool knowsFiles = true;
     QStringList opened;
 
-    bool hasAssociation(const QString&) const override { return knowsFiles; }
+    bool hasAssociation(const QString&) const override { return true; }
     bool open(const QString& path) override { return openWith({}, path); }
+    bool openUrl(const QUrl& url) override { return open(url.toString()); }
     bool openWith(const QString& program, const QString& path) override
     {
         opened.append(program + QLatin1Char(' ') + path);
         return true;
     }
-    bool openUrl(const QUrl& url) override { return open(url.toString()); }
 };
 
 /// What the forms work with, made of fakes, and an emulated handset on the line.

@@ -75,12 +75,6 @@ void Controls::calendar()
          .icon = Icon::Information});
     QTest::keyClick(&box, Qt::Key_Tab);
     QTRY_VERIFY(box.hasFocus() && box.selectedText() == u"30.2.2026"_s);
-    box.setText(u"1.1.1899"_s);
-    test.dialogs.expect(
-        {.text = u"Es können nur Datumswerte zwischen 01.01.1900 und 31.12.2099 verarbeitet werden."_s,
-         .icon = Icon::Exclamation});
-    QVERIFY(calendar.Validate2TxtBox(box));
-
     box.setText(u"31.1.2026"_s);
     button.click();
     QVERIFY(calendar.isVisible());
@@ -127,7 +121,7 @@ void Controls::gauge()
         while (gauge.blink() && pictures.size() < 20)
             pictures += gauge.picture();
         QCOMPARE(pictures, row.low ? u"warninghandywarninghandy"_s : u"handy"_s);
-        QCOMPARE(gauge.setFree(row.free - 1), Update::Shown); // it warns once
+        QCOMPARE(gauge.setFree(row.free), Update::Shown); // it warns once
     }
 }
 

@@ -162,7 +162,7 @@ void FileSystemPanel::uploads()
     };
     const QString clash =
         u"Die Datei \"Eis.png\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
-    for (const QByteArray& content : {"eins", "zwei", "drei"}) {
+    for (const QByteArray content : {"eins", "zwei", "drei"}) {
         upload(content);
         if (content != "eins")
             made.ask(clash, content == "zwei" ? Answer::No : Answer::Yes);

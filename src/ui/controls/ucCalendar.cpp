@@ -37,7 +37,7 @@ ucCalendar::ucCalendar(app::Context& context, QWidget* parent)
       m_cmbMonth(named(new QComboBox(this), u"cmbMonth"_s, u"Monat"_s)),
       m_cmbYear(named(new QComboBox(this), u"cmbYear"_s, u"Jahr"_s))
 {
-    setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+    setFrameStyle(QFrame::Box | QFrame::Plain); // it lies on a dialog of its own colour
     setAccessibleName(u"Kalender"_s);
     fillCombos();
     layOut();

@@ -5,6 +5,8 @@
 #include <QDialogButtonBox>
 #include <QGuiApplication>
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -32,6 +34,12 @@ QLabel* addField(QFormLayout& form, const QString& label, QWidget* field)
     field->setMinimumWidth(field->fontMetrics().averageCharWidth() * fieldCharacters);
     form.addRow(shown, field);
     return shown;
+}
+
+void showWhole(QLineEdit& field, const QString& text)
+{
+    field.setMaxLength(std::max(field.maxLength(), static_cast<int>(text.size())));
+    field.setText(text);
 }
 
 QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr)

@@ -17,6 +17,9 @@ void makeRoom(QLayout& layout);
 /// A row of a form: the label, which may hold a mnemonic, and its field.
 QLabel* addField(QFormLayout& form, const QString& label, QWidget* field);
 
+/// Shows a text that is held already, also one that is longer than what may be typed: saving must not cut it.
+void showWhole(QLineEdit& field, const QString& text);
+
 /// The frame `Frame1` with the fields `txtName` and `txtNr` of a classic list.
 QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr);
 

@@ -30,8 +30,8 @@ void frmNEentry::loadRow(int row)
 {
     m_list.setCurrent(row);
     const phonedata::ProviderEntry entry = phonedata::providerEntryFrom(m_list.row(row));
-    m_txtName->setText(entry.name);
-    m_txtNr->setText(entry.number);
+    showWhole(*m_txtName, entry.name);
+    showWhole(*m_txtNr, entry.number);
 }
 
 void frmNEentry::Form_Present(bool edit)

@@ -133,8 +133,8 @@ void frmTBentry::loadRow(int row)
 {
     m_list.setCurrent(row);
     const ClassicEntry entry = classicEntryFrom(m_list.row(row));
-    m_txtName->setText(entry.name);
-    m_txtNr->setText(entry.number);
+    showWhole(*m_txtName, entry.name);
+    showWhole(*m_txtNr, entry.number);
     m_lblSprache->setText(entry.languageTag);
     if (!entry.date.isEmpty()) {
         const QDate date = anniversaryDate(entry.date, m_program.context.clock.Now().date());

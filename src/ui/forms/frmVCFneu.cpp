@@ -134,12 +134,12 @@ void frmVCFneu::loadRow(int row)
 {
     const tVcfEntry shown = vcfEntryFrom(m_store->list()->row(row));
     m_row = row;
-    m_txtNachName->setText(shown.lastName);
-    m_txtVorname->setText(shown.firstName);
-    m_txtTelPrivat->setText(shown.home);
-    m_txtTelHandy->setText(shown.mobile);
-    m_txtTelGeschaeft->setText(shown.work);
-    m_txtEmail->setText(shown.email);
+    showWhole(*m_txtNachName, shown.lastName);
+    showWhole(*m_txtVorname, shown.firstName);
+    showWhole(*m_txtTelPrivat, shown.home);
+    showWhole(*m_txtTelHandy, shown.mobile);
+    showWhole(*m_txtTelGeschaeft, shown.work);
+    showWhole(*m_txtEmail, shown.email);
     m_txtEmail->setCursorPosition(0);
     m_lblSpNr->setText(shown.luid);
     if (!m_store->list()->text(row, VcfBirthday).isEmpty())

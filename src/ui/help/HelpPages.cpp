@@ -57,7 +57,10 @@ HelpPage readPage(const PageRow& row)
     page.title = plain(title.match(html).captured(1));
     for (auto found = section.globalMatch(html); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
-        page.sections.append({plain(match.captured(2)), match.captured(1)});
+        const qsizetype next = html.indexOf(u"<h2>"_s, match.capturedEnd());
+        const qsizetype end = next < 0 ? html.size() : next;
+        page.sections.append({plain(match.captured(2)), match.captured(1),
+                              plain(html.sliced(match.capturedStart(), end - match.capturedStart()))});
     }
     page.words = plain(html);
     return page;

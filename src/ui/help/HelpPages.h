@@ -9,11 +9,12 @@ inline constexpr int helpTopicStart = 0;
 inline constexpr int helpTopicBluetooth = 1001;
 inline constexpr int helpTopicPort = 1002;
 
-/// A heading within a page.
+/// A heading within a page, and what stands below it.
 struct HelpSection
 {
     QString title;
     QString anchor;
+    QString words; ///< all of its text with the heading, to search in
 };
 
 /// One page of the help, as the index needs it.

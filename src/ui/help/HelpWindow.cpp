@@ -3,6 +3,8 @@
 #include "ui/icons/Icons.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,6 +47,8 @@ QTreeWidgetItem* makeItem(const QString& title, const QUrl& url, const QString& 
     auto* item = new QTreeWidgetItem({title});
     item->setData(0, urlRole, url);
     item->setData(0, wordsRole, words);
+    item->setToolTip(0, title);
+    item->setSizeHint(0, QSize(0, QFontMetrics(QApplication::font()).height() * 3 / 2));
     return item;
 }
 
@@ -87,14 +91,14 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), m_pages(r
     halves->addWidget(makeIndex());
     halves->addWidget(txtSeite);
     halves->setStretchFactor(1, 1);
-    halves->setSizes({line * 16, line * 36});
+    halves->setSizes({line * 19, line * 45});
     halves->setChildrenCollapsible(false);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins({});
     rows->setSpacing(0);
     rows->addWidget(makeToolBar());
     rows->addWidget(halves, 1);
-    resize(line * 52, line * 38);
+    resize(line * 64, line * 46);
     fillIndex();
     setTabOrder(txtSuche, tvwIndex);
     setTabOrder(tvwIndex, txtSeite);
@@ -151,6 +155,7 @@ QWidget* HelpWindow::makeIndex()
     tvwIndex->setHeaderHidden(true);
     tvwIndex->header()->setStretchLastSection(true);
     connect(txtSuche, &QLineEdit::textChanged, this, &HelpWindow::search);
+    connect(txtSuche, &QLineEdit::returnPressed, this, &HelpWindow::showFirstHit);
     connect(tvwIndex, &QTreeWidget::currentItemChanged, this, &HelpWindow::showItem);
     auto* rows = new QVBoxLayout(side);
     rows->addWidget(label);
@@ -164,7 +169,7 @@ void HelpWindow::fillIndex()
     for (const HelpPage& page : std::as_const(m_pages)) {
         QTreeWidgetItem* root = makeItem(page.title, urlOf(page), page.words);
         for (const HelpSection& section : page.sections)
-            root->addChild(makeItem(section.title, urlOf(page, section.anchor), section.title));
+            root->addChild(makeItem(section.title, urlOf(page, section.anchor), section.words));
         tvwIndex->addTopLevelItem(root);
     }
 }
@@ -183,6 +188,16 @@ void HelpWindow::search(const QString& text)
         page->setHidden(!hasHit && !hasAllWords(page->data(0, wordsRole).toString(), words));
         page->setExpanded(hasHit && !words.isEmpty());
     }
+}
+
+void HelpWindow::showFirstHit()
+{
+    QTreeWidgetItemIterator item(tvwIndex, QTreeWidgetItemIterator::NotHidden);
+    // A page that has the words has them in one of its sections, which is nearer.
+    if (*item && (*item)->isExpanded())
+        ++item;
+    if (*item)
+        tvwIndex->setCurrentItem(*item);
 }
 
 void HelpWindow::showItem(const QTreeWidgetItem* item)

@@ -31,6 +31,7 @@ private:
     QWidget* makeIndex();
     void fillIndex();
     void search(const QString& text);
+    void showFirstHit();
     void showItem(const QTreeWidgetItem* item);
     void followPage(const QUrl& url);
     void zoom(int steps);

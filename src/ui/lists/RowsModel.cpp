@@ -1,6 +1,7 @@
 #include "ui/lists/RowsModel.h"
 
 #include <QBrush>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -9,6 +10,8 @@ namespace kalmo::ui {
 using toolkit::ListRows;
 
 namespace {
+
+constexpr int rowPadding = 8; // pixels above and below a line together
 
 /// A list's colour in a shade that can be read on this background.
 QVariant brushFor(qint32 colour)
@@ -68,6 +71,8 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
         return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row.icon) : QVariant();
     case Qt::ForegroundRole:
         return index.column() < row.cells.size() ? brushFor(row.cells[index.column()].colour) : QVariant();
+    case Qt::SizeHintRole:
+        return QSize(0, QFontMetrics(QGuiApplication::font()).height() + rowPadding);
     case Qt::TextAlignmentRole:
         return m_rows->columns()[index.column()].sortsByTag && index.column() > 0
                    ? QVariant(Qt::AlignRight | Qt::AlignVCenter)

@@ -18,6 +18,7 @@ PanelFrame::PanelFrame(const QString& name, QWidget* parent)
     m_caption->setFont(font);
     m_caption->setObjectName(name + u"_caption"_s);
     m_caption->setTextFormat(Qt::PlainText);
+    m_caption->setWordWrap(true);
     m_content->setContentsMargins(16, 12, 16, 8);
     m_content->setSpacing(10);
     m_content->addWidget(m_caption);

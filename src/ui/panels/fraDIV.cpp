@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace kalmo::ui {
@@ -22,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pictureSize = 32;
+constexpr int pictureSize = 26;
 
 /// The picture for a value: that of the first row whose upper bound is not below it.
 struct Step
@@ -67,9 +68,18 @@ QLineEdit* makeClockField(const QString& name, const QString& spoken)
 fraDIV::fraDIV(const WindowParts& parts, QWidget* parent) : PanelFrame(u"fraDIV"_s, parent), m_parts(parts)
 {
     setCaption(u"Informationen"_s);
-    content()->addWidget(makeDevicePart());
-    content()->addWidget(makeClockPart());
-    content()->addStretch(1);
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    column->addWidget(makeDevicePart());
+    column->addWidget(makeClockPart());
+    column->addStretch(1);
+    auto* scroll = named(new QScrollArea(this), u"fraDIV_scroll"_s, u"Informationen"_s);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(page);
+    content()->addWidget(scroll, 1);
     setPicture(m_signal, u"signal0"_s);
     setPicture(m_battery, u"battery0"_s);
 }
@@ -80,6 +90,7 @@ QWidget* fraDIV::makeDevicePart()
     auto* form = new QFormLayout(group);
     form->setHorizontalSpacing(24);
     form->setVerticalSpacing(10);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     form->addRow(u"Hersteller:"_s, m_lblHersteller = makeValue(u"lblHersteller"_s));
     form->addRow(u"Typ:"_s, m_lblTyp = makeValue(u"lblTyp"_s));
     form->addRow(u"Version:"_s, m_lblVersion = makeValue(u"lblVersion"_s));

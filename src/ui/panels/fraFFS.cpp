@@ -69,6 +69,8 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     layout->addWidget(makePathRow());
     layout->addWidget(m_lvwFFs, 1);
     layout->addWidget(m_ucFfsMem);
+    setTabOrder(m_tlbFFS->widgetForAction(m_tlbFFS->actions().last()), m_txtFFscDirAct);
+    setTabOrder(m_txtFFscDirAct, m_lvwFFs);
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
@@ -101,9 +103,11 @@ QToolBar* fraFFS::makeToolbar()
     const Command commands[] = {
         {u"open"_s, u"PC -> Tel"_s, u"Datei / Ordner zum Telefon senden"_s, {}, &fraFFS::upload},
         {u"save"_s, u"PC <- Tel"_s, u"Datei / Ordner vom Telefon empfangen"_s, {}, &fraFFS::showSaveMenu},
-        {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete, &fraFFS::deleteSelected},
+        {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete,
+         &fraFFS::deleteSelected},
         {u"show"_s, u"Öffnen"_s, u"Datei öffnen"_s, {}, &fraFFS::openSelected},
-        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, QKeySequence::Refresh, &fraFFS::refresh},
+        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, QKeySequence::Refresh,
+         &fraFFS::refresh},
     };
     auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);

@@ -208,7 +208,8 @@ void ClassicList::save()
 {
     app::Context& context = m_parts.program.context;
     const Words& words = wordsOf(m_store);
-    if (!mayPassOverChanges(words.changed.toString() + u"\n\nTrotzdem speichern?"_s) || tellIfEmpty(context, *m_rows))
+    if (!mayPassOverChanges(words.changed.toString() + u"\n\nTrotzdem speichern?"_s) ||
+        tellIfEmpty(context, *m_rows))
         return;
     const QString path =
         context.dialogs.SaveFile({.title = words.saveTitle.toString(),

@@ -71,8 +71,20 @@ NaviTree::NaviTree(int phoneType, QWidget* parent) : QTreeWidget(parent)
         item->setSizeHint(0, QSize(0, fontMetrics().height() + 14));
     }
     expandAll();
+    setMinimumWidth(widestNode());
     connect(this, &QTreeWidget::itemClicked, this,
             [this](const QTreeWidgetItem* item) { Q_EMIT nodeClicked(item->data(0, keyRole).toString()); });
+}
+
+/// So that no caption is cut off. The tree itself knows the widths only of what it has painted.
+int NaviTree::widestNode() const
+{
+    int widest = 0;
+    for (QTreeWidgetItemIterator item(const_cast<NaviTree*>(this)); *item; ++item) {
+        const int levels = (*item)->parent() ? 2 : 1;
+        widest = std::max(widest, levels * indentation() + fontMetrics().horizontalAdvance((*item)->text(0)));
+    }
+    return widest + iconSize().width() + 2 * indentation();
 }
 
 bool NaviTree::selectNode(const QString& key)

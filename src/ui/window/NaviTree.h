@@ -37,6 +37,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    int widestNode() const;
     QTreeWidgetItem* itemOf(const QString& key) const;
 };
 

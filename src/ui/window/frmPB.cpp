@@ -13,6 +13,7 @@
 #include "ui/window/Notices.h"
 #include "ui/window/PanelStack.h"
 #include "ui/window/Reminders.h"
+#include "ui/window/SecretWords.h"
 #include "ui/window/StatusArea.h"
 
 #include <QMenu>
@@ -72,13 +73,8 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     resize(firstSize);
     RestoreFormLayout(*this, program.context.settings);
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
-    connect(
-        m_sta, &StatusArea::becameIdle, this,
-        [this] {
-            if (m_closeWanted && !m_sta->isBusy())
-                close();
-        },
-        Qt::QueuedConnection);
+    connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
+    connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
     goTo(u"SPONSOR"_s);
 }
 

@@ -69,6 +69,7 @@ private:
                              bool plainASelects);
     void layOut();
     void connectMmc();
+    void giveRefreshKey();
 
     // Navigation
     void leaveFiles();
@@ -91,6 +92,7 @@ private:
     // Closing
     bool mayClose();
     void stopForClosing();
+    void closeIfWanted();
     void closeChannel();
     void cleanUp();
 

@@ -4,10 +4,12 @@
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QTimer>
 
 namespace kalmo::ui {
 
@@ -15,6 +17,8 @@ using namespace Qt::StringLiterals;
 using toolkit::Answer;
 
 namespace {
+
+constexpr std::chrono::milliseconds lookAgain(200);
 
 bool agrees(app::Context& context, const QString& text)
 {
@@ -78,6 +82,17 @@ void frmPB::stopForClosing()
     if (isWriting(m_phonebook) || isWriting(m_providers))
         return; // half a list in the phone would be worse than a moment's patience
     m_sta->cancel();
+}
+
+/// Not over a box that tells how the operation has ended.
+void frmPB::closeIfWanted()
+{
+    if (!m_closeWanted || m_sta->isBusy())
+        return;
+    if (QApplication::activeModalWidget())
+        QTimer::singleShot(lookAgain, this, &frmPB::closeIfWanted);
+    else
+        close();
 }
 
 bool frmPB::mayClose()

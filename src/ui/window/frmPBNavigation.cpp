@@ -213,6 +213,17 @@ void frmPB::press(Command command)
         target->run(command);
 }
 
+/// The panel of files has a command of its own on that key, and two would cancel each other out.
+void frmPB::giveRefreshKey()
+{
+    const bool isFiles = m_fraFFS && m_panels->currentWidget() == m_fraFFS;
+    for (const CommandRow& row : commandTable()) {
+        if (row.command == Command::Refresh)
+            m_actions[row.command]->setShortcut(isFiles ? QKeySequence()
+                                                        : QKeySequence(row.shortcut.toString()));
+    }
+}
+
 void frmPB::popUp(Command command)
 {
     QMenu* import = m_toolbarMode == ModeProviders ? m_mnuImportNE : m_mnuImport;

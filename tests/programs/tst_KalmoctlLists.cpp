@@ -1,0 +1,167 @@
+// kalmoctl reads and writes lists in real time: what it says, what the handset then holds, and what an
+// interruption or a fault leaves: writing the backup restores it, even if that has to be done twice.
+
+#include "support/RunningPrograms.h"
+
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo::tests;
+
+namespace {
+
+const QByteArray seed = R"({"phonebook": [{"name": "Alt", "number": "1"}, {"name": "Jörg", "number": "2"}]})";
+const QByteArray heldAsTel = "\"Alt\",\"1\",\"\",\"\",\"\",\"\"\r\n\"J\xf6rg\",\"2\",\"\",\"\",\"\",\"\"\r\n";
+
+QByteArray manyEntries(int count)
+{
+    QByteArray lines;
+    for (int number = 1; number <= count; ++number)
+        lines += "\"N" + QByteArray::number(number) + "\",\"1\"\r\n";
+    return lines;
+}
+
+const QByteArray datedSeed = R"({
+    "phonebook": [{"name": "Jörg Groß", "number": "+49*1", "anniversary": "24.12. 08:30", "reminder": "12",
+                   "vipSound": "5"},
+                  {"name": "Zoë", "number": "112"}],
+    "providers": [{"name": "Nord, Ruf", "number": "01031"}]
+})";
+
+/// What is said of a write that failed after the first entry.
+QString failure(const QString& cause, int wanted)
+{
+    return u"kalmoctl: the phonebook could not be written: %1.\n"
+           "The phone now holds 1 of %2 entries, as far as it confirmed them.\n"
+           "What it held before is in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
+           "To put it back: kalmoctl phonebook write 'HOME/storage/Backup/Inhalt des Telefons vom TIME.tel'\n"_s
+               .arg(cause)
+               .arg(wanted);
+}
+
+} // namespace
+
+class tst_KalmoctlLists : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void replacesTheList();
+    void interruptedBetweenTwoEntries();
+    void lists();
+    void backupRestoresWhatWasThere();
+};
+
+void tst_KalmoctlLists::replacesTheList()
+{
+    RunningPrograms programs;
+    QVERIFY(programs.startHandset(
+        {u"--model"_s, u"PICASSO"_s, u"--seed"_s, programs.makeFile(u"seed.json"_s, seed)}));
+    const QString file = programs.makeFile(
+        u"new.json"_s,
+        R"([{"name": "Jörg", "number": "2", "date": "24.12  08:30", "dateSound": "Melodie 3", "vip": true, "vipSound": "Optisch"},
+            {"name": "Neu", "number": "3"}])");
+    const ProgramRun run = programs.kalmoctl({u"--yes"_s, u"phonebook"_s, u"write"_s, file});
+    QCOMPARE(run.err,
+             u"What the phone holds is saved in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
+             "        Name  Number  Date          Reminder   VIP  Sound\n"
+             "add     Neu   3\n"
+             "change  Jörg  2       24.12  08:30  Melodie 3  yes  Optisch\n"
+             "  from  Jörg  2\n"
+             "remove  Alt   1\n"
+             "1 to add, 1 to change, 1 to remove; 0 stay as they are.\n"_s);
+    QCOMPARE(run.out, u"2 entries written, read back and found right.\n"_s);
+    QCOMPARE(run.status, 0);
+    QCOMPARE(programs.namesIn(u"phonebook"_s), (QStringList{u"Jörg"_s, u"Neu"_s}));
+    QCOMPARE(programs.stopHandset(), QString());
+}
+
+void tst_KalmoctlLists::interruptedBetweenTwoEntries()
+{
+    RunningPrograms programs;
+    QVERIFY(programs.startHandset(
+        {u"--model"_s, u"WOODSTOCK"_s, u"--seed"_s, programs.makeFile(u"seed.json"_s, seed)}));
+    programs.startKalmoctl({u"--quiet"_s, u"--yes"_s, u"phonebook"_s, u"write"_s,
+                            programs.makeFile(u"new.tel"_s, manyEntries(12))});
+    QTRY_VERIFY_WITH_TIMEOUT(programs.namesIn(u"phonebook"_s).contains(u"N2"_s), 30000);
+    ::kill(static_cast<pid_t>(programs.kalmoctlId()), SIGINT);
+    ::kill(static_cast<pid_t>(programs.kalmoctlId()), SIGINT); // a store is open: it is closed all the same
+    const ProgramRun run = programs.finishKalmoctl();
+    const auto written = programs.namesIn(u"phonebook"_s).size();
+    QVERIFY(written >= 2 && written < 12);
+    QCOMPARE(
+        run.err,
+        u"kalmoctl: the phonebook could not be written: interrupted.\n"
+        "The phone now holds %1 of 12 entries, as far as it confirmed them.\n"
+        "What it held before is in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
+        "To put it back: kalmoctl phonebook write 'HOME/storage/Backup/Inhalt des Telefons vom TIME.tel'\n"_s
+            .arg(written));
+    QCOMPARE(run.status, 4);
+    QFile backup(programs.backup());
+    QVERIFY(backup.open(QIODevice::ReadOnly));
+    QCOMPARE(backup.readAll(), heldAsTel);
+    QCOMPARE(programs.stopHandset(), QString()); // no command came while the store was open
+}
+
+void tst_KalmoctlLists::lists()
+{
+    RunningPrograms programs;
+    QVERIFY(programs.startHandset(
+        {u"--model"_s, u"PICASSO"_s, u"--seed"_s, programs.makeFile(u"seed.json"_s, datedSeed)}));
+
+    const ProgramRun book =
+        programs.kalmoctl({u"phonebook"_s, u"read"_s, u"-o"_s, programs.path(u"book.tel"_s)});
+    QCOMPARE(book.err, u"2 entries saved in HOME/book.tel.\n"_s);
+    QCOMPARE(book.status, 0);
+    QCOMPARE(
+        programs.contentOf(u"book.tel"_s),
+        QByteArray("\"J\xf6rg Gro\xdf\",\"+49*1\",\"24.12  08:30\",\"Melodie 1\",\"Ja\",\"Melodie 5\"\r\n"
+                   "\"Zo\xeb\",\"112\",\"\",\"\",\"\",\"\"\r\n"));
+    const ProgramRun providers = programs.kalmoctl({u"--json"_s, u"providers"_s, u"read"_s});
+    QCOMPARE(providers.out,
+             u"[\n    {\n        \"name\": \"Nord, Ruf\",\n        \"number\": \"01031\"\n    }\n]\n"_s);
+    QCOMPARE(providers.err, QString());
+    QCOMPARE(programs.stopHandset(), QString());
+}
+
+void tst_KalmoctlLists::backupRestoresWhatWasThere()
+{
+    RunningPrograms programs;
+    const QString seed = programs.makeFile(u"seed.json"_s, R"({"phonebook": [
+        {"name": "Mutter \"M\"", "number": "1", "anniversary": "24.12. 08:30", "reminder": "S"},
+        {"name": "Jörg", "number": "2"}, {"name": "Anja", "number": "3"}]})");
+    const QStringList model{u"--model"_s, u"WOODSTOCK"_s};
+    const QString file = programs.makeFile(u"new.tel"_s, "\"A\",\"1\"\r\n\"B\",\"2\"\r\n\"C\",\"3\"\r\n");
+
+    // The second entry is refused.
+    QVERIFY(programs.startHandset(model + QStringList{u"--seed"_s, seed, u"--fault"_s, u"write-error=2"_s}));
+    const QByteArray before = programs.contentOf(u"handset/phonebook.json"_s);
+    const ProgramRun refused =
+        programs.kalmoctl({u"-q"_s, u"--json"_s, u"-y"_s, u"phonebook"_s, u"write"_s, file});
+    QCOMPARE(refused.err, failure(u"the phone did not take them"_s, 3));
+    QCOMPARE(refused.out, u"{\n    \"backup\": \"HOME/storage/Backup/Inhalt des Telefons vom TIME.tel\",\n"
+                          "    \"verified\": null,\n    \"written\": 1\n}\n"_s);
+    QCOMPARE(refused.status, 1);
+    QCOMPARE(programs.namesIn(u"phonebook"_s), QStringList{u"A"_s});
+    QCOMPARE(programs.stopHandset(), QString());
+    const QString backup = programs.backup();
+
+    // While the backup is written the line drops, behind the command for the second entry.
+    QVERIFY(programs.startHandset(model + QStringList{u"--fault"_s, u"hangup-at=14"_s}));
+    const ProgramRun dropped = programs.kalmoctl({u"-q"_s, u"-y"_s, u"phonebook"_s, u"write"_s, backup});
+    QCOMPARE(dropped.err, failure(u"HOME/line (COM1) is gone"_s, 3));
+    QCOMPARE(dropped.status, 1);
+
+    // The cable is plugged in again: the same backup still restores everything.
+    const ProgramRun restored = programs.kalmoctl({u"-q"_s, u"-y"_s, u"phonebook"_s, u"write"_s, backup});
+    QCOMPARE(restored.err, QString());
+    QCOMPARE(restored.out, u"3 entries written, read back and found right.\n"_s);
+    QCOMPARE(restored.status, 0);
+    QCOMPARE(programs.contentOf(u"handset/phonebook.json"_s), before);
+    QCOMPARE(programs.stopHandset(), QString());
+}
+
+QTEST_GUILESS_MAIN(tst_KalmoctlLists)
+#include "tst_KalmoctlLists.moc"
