@@ -26,19 +26,21 @@ struct Faults
     bool ignoresEscape = false; ///< "+++" does not lead out of data mode
 
     // In data mode. Requests are counted, all kinds together.
-    int silentFrom = 0;           ///< that request is not answered, and no later one
-    int hangUpAfter = 0;          ///< the line drops when so many bytes have gone over it, both ways together
-    int refuseAt = 0;             ///< that request is refused
-    int refuseCode = 0xC3;        ///< with this code
-    int busy = 0;                 ///< so many requests for a whole phonebook or calendar are answered with D0
-    bool earlySuccess = false;    ///< the first part of an object in several parts is answered like the last
-    bool full = false;            ///< nothing more can be stored
-    bool trickle = false;         ///< every byte comes by itself
-    int wrongLengthAt = 0;        ///< the answer to that request declares a wrong length
-    int wrongLengthBy = 5;        ///< bytes too many, or too few
-    int lateRequestAt = 0;        ///< that request is answered late, by `lateBy`
-    int surplusAt = 0;            ///< a few bytes stand behind the answer to that request
-    bool hostileNames = false;    ///< from the start, the root folder holds files with dangerous names
+    int silentFrom = 0;        ///< that request is not answered, and no later one
+    int hangUpAfter = 0;       ///< the line drops when so many bytes have gone over it, both ways together
+    int refuseAt = 0;          ///< that request is refused
+    int refuseCode = 0xC3;     ///< with this code
+    int busy = 0;              ///< so many requests for a whole phonebook or calendar are answered with D0
+    bool earlySuccess = false; ///< the first part of an object in several parts is answered like the last
+    bool full = false;         ///< nothing more can be stored
+    bool trickle = false;      ///< every byte comes by itself
+    int wrongLengthAt = 0;     ///< the answer to that request declares a wrong length
+    int wrongLengthBy = 5;     ///< bytes too many, or too few
+    int lateRequestAt = 0;     ///< that request is answered late, by `lateBy`
+    int surplusAt = 0;         ///< a few bytes stand behind the answer to that request
+    bool hostileNames =
+        false; ///< from the start, the root holds dangerous names, and a folder that holds itself
+    bool hostileLuids = false;    ///< from the start, the first contacts have dangerous LUIDs
     bool noLuid = false;          ///< writes are answered without LUID and counter
     bool wrongLuidLength = false; ///< they say a wrong length before them
 

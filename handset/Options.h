@@ -16,11 +16,14 @@ enum class WrongRate { Silence, Garbage };
 
 /// How a folder listing is spelled. Handsets differ, and all of it has to be understood.
 enum class ListingForm {
-    Plain,   ///< one element a line, a blank before "/>"
-    Spaced,  ///< size = "10"
-    OneLine, ///< no line breaks between the elements
-    Tight,   ///< no blank before "/>"
+    Plain = 0,      ///< one element a line, a blank before "/>"
+    Spaced = 1,     ///< size = "10"
+    HalfSpaced = 2, ///< size ="10"
+    OneLine = 4,    ///< no line breaks between the elements
+    Tight = 8,      ///< no blank before "/>"
 };
+Q_DECLARE_FLAGS(ListingForms, ListingForm)
+Q_DECLARE_OPERATORS_FOR_FLAGS(ListingForms)
 
 /// Whether the first frame of a GET says the object's size.
 enum class SizeForm {
@@ -62,11 +65,12 @@ struct Options
     int maxPacket = 0;      ///< bytes of a frame, as the handset announces it; 0 for that of the family
     qint64 fileMemory = -1; ///< bytes for files; -1 for those of the family
     qint64 memoryCard = 0;  ///< bytes of the memory card; 0 for none
-    ListingForm listing = ListingForm::Plain;
+    ListingForms listing = ListingForm::Plain;
     SizeForm size = SizeForm::InParts;
     std::optional<CardText> cards = {};     ///< nothing for the way of the family
     std::optional<bool> answersEscape = {}; ///< whether "+++" is answered; nothing for the way of the family
     bool counterLine = false;               ///< a line end behind the number in "cc.log"
+    bool areaCodePrefix = false;            ///< "^SACO: " before the area codes
     bool atOnce = false; ///< answers without taking its time, so that only the line's is left
 
     Faults faults = {};

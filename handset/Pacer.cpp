@@ -39,7 +39,7 @@ void Pacer::clear()
 
 double Pacer::nextCount() const
 {
-    if (m_whole)
+    if (m_whole && !m_bytewise)
         return static_cast<double>(m_pieces.front().size());
     return m_bytewise ? 1 : std::min(static_cast<double>(m_waiting), std::ceil(tick * m_bytesPerSecond));
 }
@@ -69,7 +69,7 @@ QByteArray Pacer::takeDue(double elapsed)
 void Pacer::deliverDue()
 {
     QByteArray out;
-    if (m_whole) {
+    if (m_whole && !m_bytewise) {
         out = m_pieces.front();
         m_pieces.pop_front();
     } else {

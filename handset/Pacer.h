@@ -19,7 +19,7 @@ public:
     void setRate(int baud);
     /// What was pushed as one piece also comes out in one, when its last byte has passed the line.
     void keepPiecesWhole(bool on) { m_whole = on; }
-    /// Each byte comes out by itself.
+    /// Each byte comes out by itself, also of a piece that would stay whole.
     void deliverBytewise(bool on) { m_bytewise = on; }
     /// Runs each time that the last byte has come out.
     void whenDrained(std::function<void()> action) { m_drained = std::move(action); }

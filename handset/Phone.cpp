@@ -67,15 +67,25 @@ void loadClassic(Phone& phone, const QJsonObject& sections)
     phone.keep(phone.providers);
 }
 
+const QString endlessFolder = u"Endlos"_s;
+
 void addHostileNames(FileTree& files)
 {
+    const auto put = [](FileNode& folder, FileNode node) -> FileNode& {
+        FileNode* there = folder.child(node.name);
+        return there ? *there : FileTree::add(folder, std::move(node));
+    };
     FileNode& root = *files.find({});
     for (const QString& name : {u"../../x"_s, u"a/b"_s, u"..\\c"_s, u"C:x.txt"_s, u"new\nline"_s, u"CON"_s,
-                                u".."_s, u"x\"y"_s, QString(300, u'L')}) {
-        if (!root.child(name))
-            FileTree::add(root, {.name = name, .content = "harmless"});
-    }
+                                u".."_s, u"x\"y"_s, u"new\r\nline"_s, QString(300, u'L')})
+        put(root, {.name = name, .content = "harmless"});
+    FileNode& endless = put(root, {.name = endlessFolder, .isFolder = true});
+    for (const QString& name : {u"."_s, u".."_s, QString(), u"a\\b"_s})
+        put(endless, {.name = name, .isFolder = true});
+    endless.holdsItself = true;
 }
+
+const QStringList hostileLuids = {u"../../1"_s, u"2;3"_s, u"NUL"_s, u"5 \"x\""_s, QString(200, u'6')};
 
 void loadData(Phone& phone, const Content& content)
 {
@@ -84,6 +94,8 @@ void loadData(Phone& phone, const Content& content)
     IrmcStore& contacts = phone.irmc[ContactStore];
     for (int index = 0; std::ssize(contacts.items()) < phone.options.entries; ++index)
         contacts.add(generatedContact(index));
+    if (phone.faults.hostileLuids)
+        contacts.giveLuids(hostileLuids);
     if (phone.files.capacity() > 0) {
         phone.fileMemory.load(phone.files, content.sections[u"files"_s].toArray(), content.base,
                               phone.memory);

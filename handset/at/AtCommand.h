@@ -91,6 +91,8 @@ std::span<const AtCommand> statusCommands();
 std::span<const AtCommand> storeCommands();
 std::span<const AtCommand> soundCommands();
 std::span<const AtCommand> modeCommands();
+/// Reads or sets the clock; general clients expect that of every handset.
+AtAnswer clockCommand(AtContext& context, const AtRequest& request);
 /// What general clients ask for besides, in the profile; nothing in the handset's own.
 std::span<const AtCommand> generalCommands(Profile profile);
 

@@ -51,6 +51,7 @@ constexpr AtCommand sqweCommands[] = {
     {"+GMI", Form::Run, everyHandset, 0.02, knownMaker},
     {"+CGMI", Form::Run, everyHandset, 0.02, knownMaker},
     {"+CFUN", Form::Set, everyHandset, 0.02, nothing},
+    {"+CCLK", Form::Read | Form::Set, everyHandset, 0.15, clockCommand},
     {"+CSCS", Form::Read | Form::Test | Form::Set, everyHandset, 0.02, characterSet},
     {"^SIFS", Form::Run, everyHandset, 0.02, cable},
     {"^SBFB", Form::Test, everyHandset, 0.02, protocols},
@@ -60,6 +61,7 @@ constexpr AtCommand cprotCommands[] = {
     {"+GMI", Form::Run, everyHandset, 0.02, anyMaker},
     {"+CGMI", Form::Run, everyHandset, 0.02, anyMaker},
     {"+CFUN", Form::Set, everyHandset, 0.02, nothing},
+    {"+CCLK", Form::Read | Form::Set, everyHandset, 0.15, clockCommand},
     {"+CSCS", Form::Read | Form::Test | Form::Set, everyHandset, 0.02, characterSet},
     {"+CPROT", Form::Test | Form::Set, everyHandset, 0.05, dataProtocol},
 };

@@ -43,11 +43,6 @@ AtAnswer setClock(AtContext& context, const AtRequest& request)
     return AtAnswer::ok();
 }
 
-AtAnswer clock(AtContext& context, const AtRequest& request)
-{
-    return request.form == Form::Read ? readClock(context, request) : setClock(context, request);
-}
-
 AtAnswer setAreaCodes(AtContext& context, const AtRequest& request)
 {
     const QStringList codes = app::fromCp1252(request.argument).split(u',');
@@ -63,12 +58,13 @@ AtAnswer setAreaCodes(AtContext& context, const AtRequest& request)
     return AtAnswer::ok();
 }
 
-/// The answer has no prefix: the four codes stand alone.
+/// Mostly the answer has no prefix: the four codes stand alone.
 AtAnswer areaCodes(AtContext& context, const AtRequest& request)
 {
     if (request.form == Form::Set)
         return setAreaCodes(context, request);
-    return AtAnswer::ok(app::toCp1252(context.phone.settings.areaCodes.join(u',')));
+    const QByteArray prefix = context.phone.options.areaCodePrefix ? "^SACO: " : "";
+    return AtAnswer::ok(prefix + app::toCp1252(context.phone.settings.areaCodes.join(u',')));
 }
 
 constexpr FamilySet withGauges = FamilySet(1, 1) | vcardFamilies;
@@ -76,11 +72,16 @@ constexpr FamilySet withGauges = FamilySet(1, 1) | vcardFamilies;
 constexpr AtCommand commands[] = {
     {"+CSQ", Form::Run, withGauges, 0.05, signal},
     {"+CBC", Form::Run, withGauges, 0.05, battery},
-    {"+CCLK", Form::Read | Form::Set, FamilySet(1, 1), 0.15, clock},
+    {"+CCLK", Form::Read | Form::Set, FamilySet(1, 1), 0.15, clockCommand},
     {"^SACO", Form::Read | Form::Set, FamilySet(8, lastFamily), 0.1, areaCodes},
 };
 
 } // namespace
+
+AtAnswer clockCommand(AtContext& context, const AtRequest& request)
+{
+    return request.form == Form::Read ? readClock(context, request) : setClock(context, request);
+}
 
 std::span<const AtCommand> statusCommands()
 {

@@ -18,6 +18,8 @@ constexpr qsizetype longestStored = 100; // bytes of a name on disk
 QString storedName(const QString& name)
 {
     const QByteArray bytes = name.toUtf8();
+    if (bytes.isEmpty())
+        return u"%"_s; // of no other name
     if (FileTree::isGoodName(name) && !name.startsWith(u'.') && !name.contains(u'%') &&
         bytes.size() <= longestStored)
         return name;

@@ -3,8 +3,8 @@
 #include "handset/files/FileTree.h"
 #include "handset/state/StateFolder.h"
 
+#include <QHash>
 #include <QJsonArray>
-#include <QSet>
 
 namespace kalmo::handset {
 

@@ -28,13 +28,13 @@ std::unique_ptr<FileNode> takeOut(FileNode& folder, const QString& name)
 
 } // namespace
 
-FileNode* FileNode::child(const QString& childName) const
+FileNode* FileNode::child(const QString& childName)
 {
     for (const auto& node : children) {
         if (node->name.compare(childName, Qt::CaseInsensitive) == 0)
             return node.get();
     }
-    return nullptr;
+    return holdsItself && name.compare(childName, Qt::CaseInsensitive) == 0 ? this : nullptr;
 }
 
 qint64 FileNode::size() const

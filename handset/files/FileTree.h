@@ -20,8 +20,10 @@ struct FileNode
     QString user = QStringLiteral("RWD"); ///< rights: of R, W and D those that there are
     QString group = QStringLiteral("RWD");
     std::vector<std::unique_ptr<FileNode>> children = {};
+    bool holdsItself = false; ///< a folder that is among its own children, for what a fault brings
 
-    FileNode* child(const QString& childName) const;
+    FileNode* child(const QString& childName);
+    bool canRead() const { return user.contains(u'R'); }
     bool canDelete() const { return user.contains(u'D'); }
     bool canWrite() const { return user.contains(u'W'); }
     /// Bytes of all files in it.

@@ -34,6 +34,7 @@ const std::vector<FieldRow>& fieldTable()
 }
 
 constexpr qsizetype longestName = 16;
+constexpr qsizetype longestLine = 76; // of folded text
 
 /// One line of a card, taken apart.
 struct CardLine
@@ -110,9 +111,11 @@ QString escaped(QString text)
     return text.replace(u';', u"\\;"_s);
 }
 
-/// A birthday in full digits; nothing if it is none.
+/// A birthday in full digits, empty for one of zeros; nothing if it is none.
 std::optional<QString> birthday(const QString& text)
 {
+    if (text.startsWith(u"0000-00-00"))
+        return QString();
     static const QRegularExpression form(
         u"^(\\d{4})-?(\\d\\d)-?(\\d{1,2})(?:T(\\d\\d):?(\\d\\d)(?::?\\d\\d)?)?$"_s);
     const auto match = form.match(text);
@@ -146,6 +149,24 @@ bool takeLine(const CardLine& line, Contact& contact)
     return true;
 }
 
+/// With soft line ends, so that no line is longer than 76.
+QByteArray folded(const QByteArray& head, const QByteArray& quoted)
+{
+    QByteArray out = head;
+    qsizetype column = head.size();
+    for (qsizetype at = 0; at < quoted.size();) {
+        const qsizetype size = quoted[at] == '=' ? 3 : 1;
+        if (column + size >= longestLine) {
+            out += "=\r\n";
+            column = 0;
+        }
+        out += quoted.mid(at, size);
+        column += size;
+        at += size;
+    }
+    return out;
+}
+
 QByteArray textLine(const QByteArray& key, const QString& text, CardText form)
 {
     const bool ascii =
@@ -154,7 +175,9 @@ QByteArray textLine(const QByteArray& key, const QString& text, CardText form)
         return key + ':' + app::toCp1252(text) + "\r\n";
     if (form == CardText::Utf8)
         return key + ";CHARSET=UTF-8:" + text.toUtf8() + "\r\n";
-    return key + ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:" + toQuotedPrintable(text.toUtf8()) + "\r\n";
+    const QByteArray head = key + ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:";
+    const QByteArray quoted = toQuotedPrintable(text.toUtf8());
+    return (form == CardText::Folded ? folded(head, quoted) : head + quoted) + "\r\n";
 }
 
 } // namespace

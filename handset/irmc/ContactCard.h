@@ -11,6 +11,7 @@ namespace kalmo::handset {
 enum class CardText {
     Raw,             ///< one byte of Windows-1252 each; names that it doesn't have as QuotedPrintable
     QuotedPrintable, ///< UTF-8 as quoted-printable, and the line says so
+    Folded,          ///< the same, with soft line ends in long lines
     Utf8,            ///< UTF-8 as it is, and the line says so
 };
 

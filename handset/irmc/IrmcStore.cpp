@@ -28,10 +28,14 @@ std::optional<QJsonObject> parseOrganizer(const QByteArray& text, const QByteArr
     if (!text.startsWith(begin))
         return std::nullopt;
     QJsonArray lines;
-    for (const QByteArray& line : text.trimmed().split('\n')) {
+    for (QByteArray line : text.split('\n')) {
+        if (line.endsWith('\r'))
+            line.chop(1);
         if (!line.startsWith("X-IRMC-LUID:"))
-            lines.append(app::fromCp1252(line.trimmed()));
+            lines.append(app::fromCp1252(line));
     }
+    while (!lines.isEmpty() && lines.last().toString().isEmpty())
+        lines.removeLast();
     return QJsonObject{{u"lines"_s, lines}};
 }
 
@@ -73,9 +77,21 @@ QString IrmcStore::add(const QJsonObject& fields)
 {
     if (std::ssize(m_items) >= m_capacity)
         return {};
-    const QString luid = u"%1"_s.arg(m_nextLuid++, 4, 10, QChar(u'0'));
+    const QString luid = freshLuid();
     m_items.push_back({luid, ++m_counter, fields});
     return luid;
+}
+
+QString IrmcStore::freshLuid()
+{
+    return u"%1"_s.arg(m_nextLuid++, 4, 10, QChar(u'0'));
+}
+
+void IrmcStore::giveLuids(const QStringList& luids)
+{
+    const auto count = std::min(luids.size(), static_cast<qsizetype>(m_items.size()));
+    for (qsizetype index = 0; index < count; ++index)
+        m_items[static_cast<std::size_t>(index)].luid = luids[index];
 }
 
 void IrmcStore::change(const QString& luid, const QJsonObject& fields)
@@ -130,10 +146,16 @@ void IrmcStore::load(const QJsonValue& json)
     const QJsonArray items = json.isArray() ? json.toArray() : json[u"items"_s].toArray();
     const auto count = static_cast<int>(items.size());
     m_counter = json[u"changeCounter"_s].toInt(count);
-    m_nextLuid = json[u"nextLuid"_s].toInt(count + 1);
+    m_nextLuid = json[u"nextLuid"_s].toInt(1);
     m_items.clear();
-    for (const auto& item : items)
+    for (const auto& item : items) {
         m_items.push_back(itemFrom(item.toObject()));
+        m_nextLuid = std::max(m_nextLuid, m_items.back().luid.toInt() + 1);
+    }
+    for (IrmcItem& item : m_items) {
+        if (item.luid.isEmpty())
+            item.luid = freshLuid();
+    }
 }
 
 } // namespace kalmo::handset

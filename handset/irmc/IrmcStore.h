@@ -45,6 +45,8 @@ public:
 
     /// Adds an item under a new LUID, which it gives back; empty if the store is full.
     QString add(const QJsonObject& fields);
+    /// The first items take these LUIDs, for what a fault brings.
+    void giveLuids(const QStringList& luids);
     void change(const QString& luid, const QJsonObject& fields);
     void remove(const QString& luid);
 
@@ -60,6 +62,8 @@ public:
     void load(const QJsonValue& json);
 
 private:
+    QString freshLuid();
+
     IrmcStoreIndex m_index;
     int m_capacity;
     int m_counter = 0;

@@ -1,5 +1,7 @@
 #include "handset/obex/DataMode.h"
 
+#include <QtEndian>
+
 namespace kalmo::handset {
 
 using namespace Qt::StringLiterals;
@@ -34,7 +36,9 @@ DataModeLayer::DataModeLayer(Phone& phone, TimeSource& time, Line line)
                {.pass = [this](const QByteArray& bytes) { take(bytes); },
                 .escape =
                     [this] {
-                        if (!m_phone.faults.ignoresEscape)
+                        if (m_phone.faults.ignoresEscape)
+                            m_orphaned = true; // the client takes the handset to be in command mode
+                        else
                             m_line.enterCommandMode();
                     },
                 .spoilt = [this] { complain(u"no silence behind +++"_s); }}),
@@ -127,7 +131,7 @@ void DataModeLayer::send(QByteArray frame)
 {
     const Faults& faults = m_phone.faults;
     if (faults.requests == faults.wrongLengthAt)
-        frame[2] = static_cast<char>(frame[2] + faults.wrongLengthBy);
+        qToBigEndian(static_cast<quint16>(frame.size() + faults.wrongLengthBy), frame.data() + 1);
     if (faults.requests == faults.surplusAt)
         frame += surplus;
     m_line.send(frame);

@@ -14,19 +14,13 @@ struct Spelling
     const char* lineBreak; // between elements
 };
 
-Spelling spellingOf(ListingForm form)
+Spelling spellingOf(ListingForms form)
 {
-    switch (form) {
-    case ListingForm::Spaced:
-        return {"size = ", " />", "\r\n"};
-    case ListingForm::OneLine:
-        return {"size=", " />", ""};
-    case ListingForm::Tight:
-        return {"size=", "/>", "\r\n"};
-    case ListingForm::Plain:
-        break;
-    }
-    return {"size=", " />", "\r\n"};
+    const char* size = form.testFlag(ListingForm::Spaced)       ? "size = "
+                       : form.testFlag(ListingForm::HalfSpaced) ? "size ="
+                                                                : "size=";
+    return {size, form.testFlag(ListingForm::Tight) ? "/>" : " />",
+            form.testFlag(ListingForm::OneLine) ? "" : "\r\n"};
 }
 
 QByteArray quoted(const QString& text)
@@ -49,7 +43,7 @@ QByteArray rowText(const ListingRow& row, const Spelling& spelling)
 
 } // namespace
 
-QByteArray listingText(const std::vector<ListingRow>& rows, ListingForm form)
+QByteArray listingText(const std::vector<ListingRow>& rows, ListingForms form)
 {
     const Spelling spelling = spellingOf(form);
     QByteArray text = QByteArray("<?xml version=\"1.0\"?>") + spelling.lineBreak;

@@ -1,5 +1,6 @@
 #include "handset/obex/ObexServer.h"
 
+#include <QRegularExpression>
 #include <QtEndian>
 
 #include <algorithm>
@@ -66,15 +67,22 @@ ObexServer::Answer ObexServer::handle(const ObexPacket& request)
 void ObexServer::dropTransfers(const ObexPacket& request)
 {
     const quint8 kind = request.opcode == obex::Abort ? obex::Abort : request.opcode & ~obex::FinalBit;
-    if (!m_in.what.isEmpty() && kind != obex::Put && kind != obex::Abort) {
-        leftInTheMiddle(u"PUT"_s, m_in.what);
-        m_store.put(m_in.path, m_in.request); // what has come of it is there
-        m_in = {};
-    }
+    if (kind != obex::Put && kind != obex::Abort)
+        leaveIncoming();
     if (m_out.what.isEmpty() || kind == obex::Get || kind == obex::Abort)
         return;
     leftInTheMiddle(u"GET"_s, m_out.what);
     m_out = {};
+}
+
+/// What has come of an object is there.
+void ObexServer::leaveIncoming()
+{
+    if (m_in.what.isEmpty())
+        return;
+    leftInTheMiddle(u"PUT"_s, m_in.what);
+    m_store.put(m_in.path, m_in.request);
+    m_in = {};
 }
 
 void ObexServer::leftInTheMiddle(const QString& request, const QString& what)
@@ -180,12 +188,33 @@ bool ObexServer::mayBePath(const QString& name) const
            (m_phone.family.data.absoluteNames && name.startsWith(u'/'));
 }
 
+/// An object of the current folder whose name looks like a path, by its name alone or behind that of the
+/// folder.
+std::optional<QStringList> ObexServer::asItStands(const QString& name)
+{
+    const QString folder = u'/' + m_folder.join(u'\\') + u'/';
+    for (const QString& prefix : {QString(), folder}) {
+        if (!name.startsWith(prefix))
+            continue;
+        const QStringList path = m_folder + QStringList{name.sliced(prefix.size())};
+        if (m_store.has(path))
+            return path;
+    }
+    return std::nullopt;
+}
+
 std::optional<QStringList> ObexServer::locate(const QString& name, bool changes)
 {
+    static const QRegularExpression separator(u"[/\\\\]"_s);
     if (name.contains(u'/')) {
+        if (const auto path = asItStands(name))
+            return path;
         if (!mayBePath(name))
             return std::nullopt;
-        const QStringList parts = name.split(u'/', Qt::SkipEmptyParts);
+        // Clients put "/" only in front of the folder and behind it.
+        const bool mixed = m_phone.family.data.absoluteNames && name.startsWith(u'/');
+        const QStringList parts =
+            mixed ? name.split(separator, Qt::SkipEmptyParts) : name.split(u'/', Qt::SkipEmptyParts);
         const bool fromRoot = name.startsWith(u'/') || isTelecom(parts);
         return fromRoot ? parts : m_folder + parts;
     }

@@ -42,7 +42,7 @@ private:
         QStringList path = {};
         ChangeRequest request = {};
         std::optional<quint32> length = {}; ///< that was announced
-        qsizetype fullFrame = 0;            ///< size of the frames before the last; 0 while none has come
+        int parts = 0;                      ///< frames that have come
     };
 
     Answer dispatch(const ObexPacket& request);
@@ -62,6 +62,7 @@ private:
     Answer abort();
 
     void dropTransfers(const ObexPacket& request);
+    void leaveIncoming();
     void leftInTheMiddle(const QString& request, const QString& what);
     void checkFullFrame(const ObexPacket& request);
     std::vector<ObexParameter> parametersOf(const ObexPacket& request);
@@ -70,6 +71,7 @@ private:
     /// deleted.
     std::optional<QStringList> locate(const QString& name, bool changes);
     bool mayBePath(const QString& name) const;
+    std::optional<QStringList> asItStands(const QString& name);
     void complain(const QString& what) { m_phone.violations.record(what); }
 
     Phone& m_phone;
@@ -80,9 +82,5 @@ private:
     Outgoing m_out;
     Incoming m_in;
 };
-
-/// Time of the header of that name, local: "20260917T101500", or with one digit for days below 10. Invalid if
-/// it is in neither form.
-QDateTime headerTime(const QByteArray& text);
 
 } // namespace kalmo::handset

@@ -12,7 +12,9 @@ namespace {
 
 constexpr qsizetype bodyHead = 6; // of a frame and of the header of the body
 constexpr qsizetype lengthHeader = 5;
-constexpr qsizetype longestRaw = 10000; // clients send no more at once, whatever they are allowed
+constexpr qsizetype longestRaw = 10000;    // clients send no more at once, whatever they are allowed
+constexpr qsizetype largestSigned = 32767; // what is more they read as a negative number,
+constexpr qsizetype forNegative = 255;     // and keep to the least
 
 QByteArray capabilityText(const Phone& phone)
 {
@@ -29,8 +31,8 @@ const ObexParameter* find(const std::vector<ObexParameter>& parameters, quint8 t
     return found == parameters.end() ? nullptr : &*found;
 }
 
-} // namespace
-
+/// Time of the header of that name, local: "20260917T101500", or with one digit for days below 10. Invalid if
+/// it is in neither form.
 QDateTime headerTime(const QByteArray& text)
 {
     static const QRegularExpression form(u"^(\\d{4})(\\d\\d)(\\d|\\d\\d)T(\\d\\d)(\\d\\d)(\\d\\d)Z?$"_s);
@@ -41,6 +43,21 @@ QDateTime headerTime(const QByteArray& text)
         return {};
     return QDateTime(QDate(number(1), number(2), number(3)), QTime(number(4), number(5), number(6)));
 }
+
+/// The first frame of an object says its headers in one order.
+bool isInOrder(const ObexPacket& request)
+{
+    constexpr quint8 order[] = {obex::Name,       obex::Length, obex::Time,
+                                obex::Parameters, obex::Body,   obex::EndOfBody};
+    const auto place = [&](const ObexHeader& header) {
+        return std::find(std::begin(order), std::end(order), header.id) - std::begin(order);
+    };
+    return std::is_sorted(
+        request.headers.begin(), request.headers.end(),
+        [&](const ObexHeader& one, const ObexHeader& other) { return place(one) < place(other); });
+}
+
+} // namespace
 
 std::vector<ObexParameter> ObexServer::parametersOf(const ObexPacket& request)
 {
@@ -57,6 +74,8 @@ ObexServer::Answer ObexServer::get(const ObexPacket& request)
     const bool startsAnew = name || request.has(obex::Type) || request.has(obex::Parameters);
     if (!startsAnew && !m_out.what.isEmpty())
         return nextPart();
+    if (!startsAnew && request.faults.isEmpty() && !m_phone.faults.confuse())
+        complain(u"the next part of nothing was asked for"_s);
     if (!m_out.what.isEmpty())
         leftInTheMiddle(u"GET"_s, m_out.what);
     m_out = {};
@@ -109,8 +128,10 @@ ObexServer::Answer ObexServer::nextPart()
 ObexServer::Answer ObexServer::put(const ObexPacket& request)
 {
     const bool hasBody = request.has(obex::Body) || request.has(obex::EndOfBody);
-    if (!m_in.what.isEmpty())
+    const bool startsAnew = request.has(obex::Name);
+    if (!m_in.what.isEmpty() && !startsAnew)
         return takePart(request);
+    leaveIncoming();
     if (!hasBody && (request.opcode & obex::FinalBit) != 0)
         return change(request);
     return startReceiving(request);
@@ -129,6 +150,8 @@ ObexServer::Answer ObexServer::startReceiving(const ObexPacket& request)
     const auto path = name && !name->isEmpty() ? locate(*name, true) : std::nullopt;
     if (!path)
         return answer(obex::BadRequest);
+    if (!isInOrder(request))
+        complain(u"headers of \"%1\" in another order"_s.arg(*name));
     m_in = {.what = *name, .path = *path};
     if (request.has(obex::Length))
         m_in.length = request.number(obex::Length);
@@ -149,7 +172,9 @@ ObexServer::Answer ObexServer::startReceiving(const ObexPacket& request)
 ObexServer::Answer ObexServer::takePart(const ObexPacket& request)
 {
     const bool last = (request.opcode & obex::FinalBit) != 0;
-    const bool first = m_in.request.content.isEmpty() && m_in.fullFrame == 0;
+    const bool first = m_in.parts++ == 0;
+    if (request.has(last ? obex::Body : obex::EndOfBody))
+        complain(last ? u"Body in a last frame"_s : u"End of Body before the last frame"_s);
     m_in.request.content += request.value(obex::Body) + request.value(obex::EndOfBody);
     const quint8 room = m_store.room(m_in.path, m_in.request.content.size());
     if (room != obex::Success) {
@@ -166,10 +191,9 @@ ObexServer::Answer ObexServer::takePart(const ObexPacket& request)
 void ObexServer::checkFullFrame(const ObexPacket& request)
 {
     const qsizetype largest = m_phone.maxPacket();
-    qsizetype wanted = largest > longestRaw ? m_in.fullFrame : largest;
+    const qsizetype wanted = largest > largestSigned ? forNegative : std::min(largest, longestRaw);
     const qsizetype size = request.size + (request.value(obex::Time).size() == 14 ? 1 : 0);
-    m_in.fullFrame = size;
-    if (wanted > 0 && size != wanted)
+    if (size != wanted)
         complain(u"a part of \"%1\" in a frame of %2 bytes, not %3"_s.arg(m_in.what)
                      .arg(request.size)
                      .arg(wanted));

@@ -16,6 +16,9 @@ constexpr double removeSeconds = 0.5;
 constexpr qint64 largestItem = 65536; // bytes of one contact or appointment
 const QString telecomFolder = u"telecom"_s;
 
+const QByteArray cardPath = // its length, and "\\MMCard" in 16-bit characters
+    QByteArray::fromHex("10 005C 004D 004D 0043 0061 0072 0064 0000");
+
 enum MemoryQuery : quint8 { AllMemory = 1, FreeMemory = 2 };
 
 quint8 codeOf(FileResult result)
@@ -55,6 +58,13 @@ ObjectReply ObjectStore::done(FileResult result, double seconds)
     return {.code = codeOf(result), .seconds = seconds};
 }
 
+bool ObjectStore::has(const QStringList& path)
+{
+    if (isTelecom(path))
+        return m_telecom.hasItem(path.sliced(1));
+    return hasFiles() && m_phone.files.find(path);
+}
+
 bool ObjectStore::isFolder(const QStringList& path)
 {
     if (isTelecom(path))
@@ -73,8 +83,11 @@ ObjectReply ObjectStore::list(const QStringList& path)
     if (isTelecom(path)) {
         rows = m_telecom.list(path.sliced(1));
     } else if (hasFiles()) {
-        for (const auto& node : m_phone.files.find(path)->children)
+        const FileNode& folder = *m_phone.files.find(path);
+        for (const auto& node : folder.children)
             rows.push_back(rowOf(*node));
+        if (folder.holdsItself)
+            rows.push_back(rowOf(folder));
     }
     return {.content = listingText(rows, m_phone.options.listing),
             .seconds = listSeconds + listSecondsPerRow * static_cast<double>(rows.size())};
@@ -84,6 +97,8 @@ ObjectReply ObjectStore::makeFolder(const QStringList& path)
 {
     if (isTelecom(path) || !hasFiles())
         return {.code = obex::Forbidden};
+    if (m_phone.faults.full)
+        return {.code = obex::DatabaseFull};
     return done(m_phone.files.makeFolder(path, m_time.dateTime()), writeSeconds);
 }
 
@@ -94,6 +109,8 @@ ObjectReply ObjectStore::get(const QStringList& path)
     const FileNode* node = hasFiles() ? m_phone.files.find(path) : nullptr;
     if (!node || node->isFolder)
         return {.code = obex::NotFound};
+    if (!node->canRead())
+        return {.code = obex::Forbidden};
     return {.content = node->content};
 }
 
@@ -154,7 +171,9 @@ ObjectReply ObjectStore::memory(const QByteArray& query)
     const quint8 kind = query.isEmpty() ? 0 : static_cast<quint8>(query.front());
     if (kind != AllMemory && kind != FreeMemory)
         return {.code = obex::BadRequest};
-    const bool ofCard = query.size() > 1;
+    const bool ofCard = query.sliced(1) == cardPath;
+    if (!ofCard && query.size() > 1)
+        return {.code = obex::NotFound};
     if (ofCard ? m_phone.options.memoryCard == 0 : !hasFiles())
         return {.code = obex::NotFound};
     // The card is there, but nothing can be put on it.

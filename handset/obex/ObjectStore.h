@@ -16,6 +16,7 @@ public:
     void setIrmc(bool on) { m_irmc = on; }
     bool isIrmc() const { return m_irmc; }
 
+    bool has(const QStringList& path);
     bool isFolder(const QStringList& path);
     ObjectReply list(const QStringList& path);
     ObjectReply makeFolder(const QStringList& path);

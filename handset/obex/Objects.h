@@ -43,6 +43,7 @@ public:
     explicit TelecomObjects(Phone& phone) : m_phone(phone) {}
 
     bool isFolder(const QStringList& path) const;
+    bool hasItem(const QStringList& path) const;
     std::vector<ListingRow> list(const QStringList& path) const;
     ObjectReply get(const QStringList& path);
     ObjectReply put(const QStringList& path, const ChangeRequest& request);
@@ -59,12 +60,13 @@ private:
     ObjectReply whole(const IrmcStore& store);
     std::optional<quint8> refusal(const IrmcStore& store, const ChangeRequest& request) const;
     ObjectReply changed(const IrmcStore& store, const QString& luid, bool tells);
+    QByteArray counterText(const IrmcStore& store) const;
     QByteArray deviceInformation() const;
 
     Phone& m_phone;
 };
 
 /// Text of a folder listing in one of the forms that handsets write.
-QByteArray listingText(const std::vector<ListingRow>& rows, ListingForm form);
+QByteArray listingText(const std::vector<ListingRow>& rows, ListingForms form);
 
 } // namespace kalmo::handset

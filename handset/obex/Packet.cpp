@@ -113,6 +113,9 @@ ObexPacket parsePacket(const QByteArray& frame)
         }
         if (id == obex::Name && taken->value.size() % 2 != 0)
             packet.faults.append(u"a name of %1 bytes"_s.arg(taken->value.size()));
+        // A last character beyond U+00FF may stand the wrong way round before its one zero.
+        else if (id == obex::Name && !taken->value.isEmpty() && !taken->value.endsWith('\0'))
+            packet.faults.append(u"a name without its end"_s);
         packet.headers.push_back(std::move(*taken));
     }
     return packet;

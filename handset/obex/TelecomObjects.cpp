@@ -51,7 +51,7 @@ std::vector<ListingRow> TelecomObjects::list(const QStringList& path) const
             rows.push_back(folderRow(itemFolder));
             rows.push_back(fileRow(u"info.log"_s, store.infoLog()));
         } else if (path == QStringList{kind.folder, itemFolder}) {
-            rows.push_back(fileRow(u"cc.log"_s, QByteArray::number(store.counter())));
+            rows.push_back(fileRow(u"cc.log"_s, counterText(store)));
             for (const IrmcItem& item : store.items())
                 rows.push_back(fileRow(item.luid + kind.extension, store.text(item, m_phone.cardText())));
         }
@@ -68,6 +68,12 @@ TelecomObjects::ItemPath TelecomObjects::itemAt(const QStringList& path) const
             return {&store, path[2].chopped(store.kind().extension.size())};
     }
     return {};
+}
+
+bool TelecomObjects::hasItem(const QStringList& path) const
+{
+    const ItemPath found = itemAt(path);
+    return found.store && found.store->find(found.luid);
 }
 
 ObjectReply TelecomObjects::whole(const IrmcStore& store)
@@ -90,8 +96,7 @@ ObjectReply TelecomObjects::get(const QStringList& path)
         if (path == QStringList{folder, u"info.log"_s})
             return {.content = store.infoLog()};
         if (path == QStringList{folder, itemFolder, u"cc.log"_s})
-            return {.content =
-                        QByteArray::number(store.counter()) + (m_phone.options.counterLine ? "\r\n" : "")};
+            return {.content = counterText(store)};
     }
     const ItemPath found = itemAt(path);
     const IrmcItem* item = found.store ? found.store->find(found.luid) : nullptr;
@@ -102,6 +107,8 @@ ObjectReply TelecomObjects::get(const QStringList& path)
 /// Why a store can't be changed now: somebody else has changed it since the client has read its counter.
 std::optional<quint8> TelecomObjects::refusal(const IrmcStore& store, const ChangeRequest& request) const
 {
+    if (!request.answersLuid)
+        m_phone.violations.record(u"an item is changed without a connection to IrMC"_s);
     if (!request.expectedCounter) {
         if (request.answersLuid)
             m_phone.violations.record(u"a change without the change counter"_s);
@@ -161,6 +168,11 @@ ObjectReply TelecomObjects::remove(const QStringList& path, const ChangeRequest&
         return {.code = obex::NotFound};
     found.store->remove(found.luid);
     return changed(*found.store, found.luid, request.answersLuid && m_phone.family.data.tellsDeletes);
+}
+
+QByteArray TelecomObjects::counterText(const IrmcStore& store) const
+{
+    return QByteArray::number(store.counter()) + (m_phone.options.counterLine ? "\r\n" : "");
 }
 
 QByteArray TelecomObjects::deviceInformation() const

@@ -49,6 +49,8 @@ CommandLine parseCommandLine(const QStringList& arguments)
         if (line.action == CommandLine::PrintText)
             return line;
     }
+    if (line.options.cgmm.isEmpty() && (line.options.family != 0 || !line.options.wppn.isEmpty()))
+        return refusal(u"--family and --wppn go with --cgmm."_s);
     return line;
 }
 

@@ -1,6 +1,7 @@
 #include "handset/program/OptionTable.h"
 
 #include "handset/model/Models.h"
+#include "handset/program/PseudoTerminal.h"
 
 namespace kalmo::handset {
 
@@ -66,9 +67,25 @@ Setter print(std::function<QString()> text)
 
 Problem addRate(CommandLine& line, const QString& value)
 {
-    qint64 rate = 0;
-    Problem problem = toNumber(value, 300, 4000000, rate);
-    line.options.rates.append(static_cast<int>(rate));
+    bool ok = false;
+    const int rate = value.toInt(&ok);
+    if (!ok || !PseudoTerminal::hasRate(rate))
+        return u"A terminal can't have the rate \"%1\"."_s.arg(value);
+    line.options.rates.append(rate);
+    return std::nullopt;
+}
+
+Problem addListingForm(CommandLine& line, const QString& value)
+{
+    static const auto read =
+        choice<ListingForm>(&Options::listing, {{u"plain"_s, ListingForm::Plain},
+                                                {u"spaced"_s, ListingForm::Spaced},
+                                                {u"half-spaced"_s, ListingForm::HalfSpaced},
+                                                {u"one-line"_s, ListingForm::OneLine},
+                                                {u"tight"_s, ListingForm::Tight}});
+    CommandLine one;
+    Problem problem = read(one, value);
+    line.options.listing |= one.options.listing;
     return problem;
 }
 
@@ -143,19 +160,20 @@ const std::vector<OptionRow> optionRows = {
      number<qint64>(&Options::fileMemory, 0, 0xFFFFFFFF)},
     {u"memory-card"_s, u"BYTES"_s, u"puts a memory card in"_s,
      number<qint64>(&Options::memoryCard, 1, 0xFFFFFFFF)},
-    {u"listing"_s, u"FORM"_s, u"spelling of folder listings: plain, spaced, one-line or tight (plain)"_s,
-     choice<ListingForm>(&Options::listing, {{u"plain"_s, ListingForm::Plain},
-                                             {u"spaced"_s, ListingForm::Spaced},
-                                             {u"one-line"_s, ListingForm::OneLine},
-                                             {u"tight"_s, ListingForm::Tight}})},
+    {u"listing"_s, u"FORM"_s,
+     u"folder listings: plain, spaced, half-spaced, one-line, tight; can be given several times"_s,
+     addListingForm},
     {u"size"_s, u"WHEN"_s, u"says an object's size: in-parts, never or always (in-parts)"_s,
      choice<SizeForm>(&Options::size, {{u"in-parts"_s, SizeForm::InParts},
                                        {u"never"_s, SizeForm::Never},
                                        {u"always"_s, SizeForm::Always}})},
-    {u"cards"_s, u"FORM"_s, u"letters in contacts: raw, qp or utf8 (as the family has it)"_s,
-     choice<CardText>(
-         &Options::cards,
-         {{u"raw"_s, CardText::Raw}, {u"qp"_s, CardText::QuotedPrintable}, {u"utf8"_s, CardText::Utf8}})},
+    {u"cards"_s, u"FORM"_s, u"letters in contacts: raw, qp, folded, utf8 (as the family has it)"_s,
+     choice<CardText>(&Options::cards, {{u"raw"_s, CardText::Raw},
+                                        {u"qp"_s, CardText::QuotedPrintable},
+                                        {u"folded"_s, CardText::Folded},
+                                        {u"utf8"_s, CardText::Utf8}})},
+    {u"saco-prefix"_s, u"YES|NO"_s, u"area codes behind \"^SACO: \": yes or no (no)"_s,
+     choice<bool>(&Options::areaCodePrefix, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"escape-answer"_s, u"YES|NO"_s, u"says OK to +++: yes or no (as the family has it)"_s,
      choice<bool>(&Options::answersEscape, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"counter-line"_s, u"YES|NO"_s, u"a line end behind the change counter: yes or no (no)"_s,

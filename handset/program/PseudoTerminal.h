@@ -22,6 +22,9 @@ public:
     /// line is set to until a client sets it.
     bool open(const QString& link, int baud, QString& error);
 
+    /// Whether a client can set that rate.
+    static bool hasRate(int baud);
+
     /// Path of the client's end.
     QString path() const { return m_path; }
 

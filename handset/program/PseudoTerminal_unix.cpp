@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -27,10 +28,11 @@ struct Speed
 };
 
 constexpr Speed speeds[] = {
-    {B300, 300},         {B600, 600},         {B1200, 1200},       {B2400, 2400},       {B4800, 4800},
-    {B9600, 9600},       {B19200, 19200},     {B38400, 38400},     {B57600, 57600},     {B115200, 115200},
-    {B230400, 230400},   {B460800, 460800},   {B921600, 921600},   {B1000000, 1000000}, {B1500000, 1500000},
-    {B2000000, 2000000}, {B3000000, 3000000}, {B4000000, 4000000},
+    {B300, 300},         {B600, 600},         {B1200, 1200},       {B1800, 1800},       {B2400, 2400},
+    {B4800, 4800},       {B9600, 9600},       {B19200, 19200},     {B38400, 38400},     {B57600, 57600},
+    {B115200, 115200},   {B230400, 230400},   {B460800, 460800},   {B500000, 500000},   {B576000, 576000},
+    {B921600, 921600},   {B1000000, 1000000}, {B1152000, 1152000}, {B1500000, 1500000}, {B2000000, 2000000},
+    {B2500000, 2500000}, {B3000000, 3000000}, {B3500000, 3500000}, {B4000000, 4000000},
 };
 
 QString systemError()
@@ -63,6 +65,12 @@ PseudoTerminal::PseudoTerminal()
 PseudoTerminal::~PseudoTerminal()
 {
     release();
+}
+
+bool PseudoTerminal::hasRate(int baud)
+{
+    return std::any_of(std::begin(speeds), std::end(speeds),
+                       [baud](const Speed& speed) { return speed.baud == baud; });
 }
 
 bool PseudoTerminal::open(const QString& link, int baud, QString& error)

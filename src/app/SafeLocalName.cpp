@@ -14,10 +14,10 @@ constexpr qsizetype longestName = 255; // bytes, NAME_MAX of the usual file syst
 
 bool isDeviceName(const QString& name)
 {
-    static const QStringList devices = {u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s};
+    static const QStringList devices = {u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s, u"CONIN$"_s, u"CONOUT$"_s};
     const QString base = name.section(u'.', 0, 0).trimmed().toUpper();
-    const bool numbered =
-        base.size() == 4 && base[3].isDigit() && (base.startsWith(u"COM"_s) || base.startsWith(u"LPT"_s));
+    const bool numbered = base.size() == 4 && (base[3].isDigit() || u"¹²³"_s.contains(base[3])) &&
+                          (base.startsWith(u"COM"_s) || base.startsWith(u"LPT"_s));
     return numbered || devices.contains(base);
 }
 

@@ -25,7 +25,7 @@ QChar characterOf(int value)
 
 } // namespace
 
-QString UFT8Dec(const QString& bytes)
+QString UFT8Dec(const QString& bytes, bool* endsBroken)
 {
     QString text;
     text.reserve(bytes.size());
@@ -48,6 +48,8 @@ QString UFT8Dec(const QString& bytes)
     }
     if (afterLead)
         text.append(QChar(lead));
+    if (endsBroken)
+        *endsBroken = afterLead;
     return text;
 }
 

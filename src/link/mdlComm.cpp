@@ -96,14 +96,21 @@ void Line::pause(double seconds)
     m_context.clock.WaitSeconds(seconds);
 }
 
-bool Line::isRefused(const QString& operation, bool needsTextMode) const
+toolkit::Answer Line::show(const toolkit::Message& message)
 {
-    const bool wrongMode = needsTextMode && m_mode != LineMode::Text;
-    if (!m_waiting && !wrongMode)
+    const QScopedValueRollback waiting(m_waiting, true);
+    return m_context.dialogs.Show(message);
+}
+
+bool Line::isRefused(const QString& operation, std::initializer_list<LineMode> allowed) const
+{
+    const bool isItsMode = std::find(allowed.begin(), allowed.end(), m_mode) != allowed.end();
+    if (!m_waiting && isItsMode)
         return false;
-    m_context.log.WriteDebugLog(u"Warning:"_s,
-                                operation + (m_waiting ? u" refused, another exchange is under way"_s
-                                                       : u" refused, the line carries data"_s));
+    const QString mode = m_mode == LineMode::Text ? u" refused, the line carries AT commands"_s
+                                                  : u" refused, the line carries data"_s;
+    m_context.log.WriteDebugLog(
+        u"Warning:"_s, operation + (m_waiting ? u" refused, another exchange is under way"_s : mode));
     return true;
 }
 
@@ -136,15 +143,14 @@ void Line::PurgeQueue()
         return;
     m_context.log.WriteDebugLog(u"Warning:"_s,
                                 u"SPortPurgeQueue_Manual - InCount="_s + QString::number(left));
-    m_context.dialogs.Show(
-        {.text = u"SPortPurgeQueue mehrfach gescheitert. Bitte wenden Sie sich an den Programmautor."_s,
-         .icon = Icon::Critical,
-         .english = u"The serial line does not fall silent."_s});
+    show({.text = u"SPortPurgeQueue mehrfach gescheitert. Bitte wenden Sie sich an den Programmautor."_s,
+          .icon = Icon::Critical,
+          .english = u"The serial line does not fall silent."_s});
 }
 
 void Line::Tx(QByteArray text)
 {
-    if (isRefused(u"Tx"_s, true))
+    if (isRefused(u"Tx"_s, {LineMode::Text}))
         return;
     if (m_context.sy.blnTxLfTerminator && !text.endsWith('\n'))
         text.append('\n');
@@ -172,7 +178,7 @@ bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
 bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
 {
     m_repeats = 0;
-    if (isRefused(u"Rx"_s, true)) {
+    if (isRefused(u"Rx"_s, {LineMode::Text})) {
         answer.clear();
         return false;
     }
@@ -248,7 +254,7 @@ void Line::RxError()
 
 void Line::TxDirect(const QByteArray& bytes)
 {
-    if (isRefused(u"TxDirect"_s, false))
+    if (isRefused(u"TxDirect"_s, {LineMode::Switching, LineMode::Data}))
         return;
     settle();
     PurgeQueue();
@@ -258,10 +264,9 @@ void Line::TxDirect(const QByteArray& bytes)
         m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, HexFromText(bytes));
     }
     if (bytes.size() > stagingSize) {
-        m_context.dialogs.Show(
-            {.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
-                     u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
-             .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(bytes.size())});
+        show({.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
+                      u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
+              .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(bytes.size())});
         m_context.log.WriteDebugLog(u"Terminate"_s, u"StringToByteArray-Error:"_s + fromCp1252(bytes));
         ClosePort();
         m_context.ending.EndProgram();
@@ -281,18 +286,17 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
     using app::keys::LastUnclosedObexDevice;
     if (app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
         app::put(m_context.settings, LastUnclosedObexDevice, app::noValue());
-    m_context.dialogs.Show(
-        {.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie "
-                 u"sicher, daß "
-                 u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich "
-                 u"bitte an den "
-                 u"Programmautor."_s.arg(sent)
-                     .arg(bytes.size()),
-         .icon = Icon::Exclamation,
-         .english = u"The line took %1 of %2 bytes: it is gone. Switch the handset off and on before the "
-                    u"next try, or say "
-                    u"\"kalmoctl recover\" when the line is back."_s.arg(sent)
-                        .arg(bytes.size())});
+    show({.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie "
+                  u"sicher, daß "
+                  u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich "
+                  u"bitte an den "
+                  u"Programmautor."_s.arg(sent)
+                      .arg(bytes.size()),
+          .icon = Icon::Exclamation,
+          .english = u"The line took %1 of %2 bytes: it is gone. Switch the handset off and on before the "
+                     u"next try, or say "
+                     u"\"kalmoctl recover\" when the line is back."_s.arg(sent)
+                         .arg(bytes.size())});
     m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
     ClosePort();
     m_context.ending.EndProgram();
@@ -301,7 +305,7 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
 RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::StatusPanel* label)
 {
     received.clear();
-    if (isRefused(u"RxDirect"_s, false))
+    if (isRefused(u"RxDirect"_s, {LineMode::Switching}))
         return RxDirectTimeout;
     if (timeout == 0)
         timeout = defaultDirectTimeout;

@@ -4,6 +4,8 @@
 #include "link/SPortAx.h"
 #include "toolkit/Progress.h"
 
+#include <initializer_list>
+
 namespace kalmo::link {
 
 /// Result of RxDirect.
@@ -20,8 +22,8 @@ enum class LineMode {
 /// The only owner of the serial line. AT commands go through Tx and Rx, raw bytes through TxDirect and
 /// RxDirect. All of them poll the port and yield while they wait; one exchange is in progress at a time, and
 /// the callers see to that by blocking the window. A call that comes all the same, from an event handler
-/// during such a yield or as an AT command while the phone takes bytes for frames, sends nothing, fails at
-/// once and is logged as a warning.
+/// during such a yield or in a mode that is not its own, sends nothing, fails at once and is logged as a
+/// warning.
 class Line
 {
 public:
@@ -93,11 +95,15 @@ public:
     /// A pause that is part of an exchange.
     void pause(double seconds);
 
+    /// Shows a box in the middle of an exchange. Whoever is called while it stands there has to leave the
+    /// line alone.
+    toolkit::Answer show(const toolkit::Message& message);
+
     /// Tells the user that a command failed, by text 2002 and the command.
     void tellTransferError(const QByteArray& command);
 
 private:
-    bool isRefused(const QString& operation, bool needsTextMode) const;
+    bool isRefused(const QString& operation, std::initializer_list<LineMode> allowed) const;
     void settle();
     bool repeatAfterFailure(const QByteArray& command, int& attempts);
     QByteArray cutAnswer(const QByteArray& buffer, qsizetype commandLength, bool keepTail) const;

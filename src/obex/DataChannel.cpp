@@ -41,7 +41,7 @@ bool wantsToRetry(Line& line)
         .buttons = Buttons::OkCancel,
         .icon = Icon::Question,
         .english = u"The phone did not open its data channel. Leave all menus on the phone. Try again?"_s};
-    return line.context().dialogs.Show(question) == Answer::Ok;
+    return line.show(question) == Answer::Ok;
 }
 
 void remember(Line& line, const QString& device, const QString& port)
@@ -49,6 +49,11 @@ void remember(Line& line, const QString& device, const QString& port)
     app::Settings& settings = line.context().settings;
     app::put(settings, app::keys::LastUnclosedObexDevice, device);
     app::put(settings, app::keys::LastUnclosedObexDeviceCOM, port);
+}
+
+void rememberOpen(Line& line)
+{
+    remember(line, line.context().sy.PhoneID, QString::number(line.context().sy.ComNo));
 }
 
 void forget(Line& line)
@@ -75,14 +80,18 @@ bool hasSwitchedLate(Line& line)
     return late.contains("OK\r\n");
 }
 
-void leaveUnopened(Line& line, const Progress& progress, bool hasSwitched)
+ChannelOpening leaveUnopened(Line& line, const Progress& progress, bool hasSwitched)
 {
-    if (hasSwitched)
-        closeDataChannel(line, progress);
-    else
+    bool closed = true;
+    if (hasSwitched) {
+        rememberOpen(line);
+        closed = closeDataChannel(line, progress);
+    } else {
         line.setMode(LineMode::Text);
+    }
     progress.status(u"Fehler beim Öffnen des Datenkanals."_s);
     progress.hide();
+    return closed ? ChannelOpening::GivenUp : ChannelOpening::Stuck;
 }
 
 /// One round of the way back, with a check that the phone takes AT commands.
@@ -100,7 +109,7 @@ bool recoveryRound(Line& line, const Progress& progress)
 
 } // namespace
 
-bool openDataChannel(Line& line, const Progress& progress)
+ChannelOpening openDataChannel(Line& line, const Progress& progress)
 {
     line.setMode(LineMode::Switching);
     for (bool answered = false; !answered;) {
@@ -111,13 +120,11 @@ bool openDataChannel(Line& line, const Progress& progress)
             break;
         const bool retries = !progress.cancelled() && wantsToRetry(line);
         answered = hasSwitchedLate(line);
-        if (!retries) {
-            leaveUnopened(line, progress, answered);
-            return false;
-        }
+        if (!retries)
+            return leaveUnopened(line, progress, answered);
     }
     line.setMode(LineMode::Data);
-    remember(line, line.context().sy.PhoneID, QString::number(line.context().sy.ComNo));
+    rememberOpen(line);
     progress.step();
     progress.status(u"Datenkanal geöffnet."_s);
     for (int pause = 0; pause < 2; ++pause) {
@@ -126,7 +133,7 @@ bool openDataChannel(Line& line, const Progress& progress)
     }
     progress.hide();
     progress.status(u"Fertig"_s);
-    return true;
+    return ChannelOpening::Opened;
 }
 
 bool closeDataChannel(Line& line, const Progress& progress)

@@ -8,10 +8,16 @@ namespace kalmo::obex {
 /// the phone takes frames, the keys of section `Reminder` say so, for a next start after a session that did
 /// not end.
 
+enum class ChannelOpening {
+    Opened,
+    GivenUp, ///< the line takes AT commands
+    Stuck,   ///< as after a closeDataChannel that failed
+};
+
 /// Takes the phone into its data mode, as often as the user wants to try. An "ERROR" of the phone counts as
-/// an answer like any other. False if the user gave up, or the cancel box is checked when the phone does not
-/// answer.
-bool openDataChannel(link::Line& line, const toolkit::Progress& progress);
+/// an answer like any other. It ends without success if the user gave up, or if the cancel box is checked
+/// when the phone does not answer; a phone that has switched in spite of that is taken back.
+ChannelOpening openDataChannel(link::Line& line, const toolkit::Progress& progress);
 
 /// Takes the phone back to AT commands, in at most three rounds. False if it did not answer; the line then
 /// speaks nobody knows what, takes no AT command, and the reminder stays.

@@ -20,17 +20,6 @@ enum Opcode : uchar {
     Abort = 0xFF,
 };
 
-enum HeaderId : uchar {
-    Name = 0x01,
-    Type = 0x42,
-    Time = 0x44,
-    TargetId = 0x46,
-    Body = 0x48,
-    EndOfBody = 0x49,
-    ApplicationParameters = 0x4C,
-    Length = 0xC3,
-};
-
 /// Tags of the application parameters.
 enum Tag : uchar {
     MaximumExpectedCounter = 0x11,
@@ -63,7 +52,7 @@ QByteArray bigEndian(qint64 number, int size)
     return made;
 }
 
-QByteArray header(HeaderId id, QByteArrayView value)
+QByteArray header(HeaderId::Value id, QByteArrayView value)
 {
     return bytes({id}) + bigEndian(value.size() + 3, 2) + value.toByteArray();
 }
@@ -124,22 +113,22 @@ QByteArray nameBytes(const QString& name)
 
 QByteArray nameHeader(const QString& name)
 {
-    return header(Name, '\0' + nameBytes(name));
+    return header(HeaderId::Name, '\0' + nameBytes(name));
 }
 
 QByteArray lengthHeader(const QByteArray& object)
 {
-    return bytes({Length}) + LenBE32(object, 0);
+    return bytes({HeaderId::Length}) + LenBE32(object, 0);
 }
 
 QByteArray timeHeader(const QDateTime& moment)
 {
-    return header(Time, ObxTimeStamp(moment));
+    return header(HeaderId::Time, ObxTimeStamp(moment));
 }
 
 QByteArray applicationHeader(const QByteArray& parameters)
 {
-    return header(ApplicationParameters, parameters);
+    return header(HeaderId::ApplicationParameters, parameters);
 }
 
 QByteArray connectFrame(Target target)
@@ -147,7 +136,7 @@ QByteArray connectFrame(Target target)
     // The Target of folder browsing is the id that the makers of the phones gave it.
     const QByteArray service =
         target == Target::IrMC ? "IRMC-SYNC"_ba : QByteArray::fromHex("6B01CB31 4106 11D4 9A77 0050DA3F471F");
-    return frame(Connect, QByteArray::fromHex("10 00 40 06") + header(TargetId, service));
+    return frame(Connect, QByteArray::fromHex("10 00 40 06") + header(HeaderId::TargetId, service));
 }
 
 QByteArray disconnectFrame()
@@ -162,7 +151,7 @@ QByteArray abortFrame()
 
 QByteArray folderListingFrame()
 {
-    return frame(GetFinal, header(Type, "x-obex/folder-listing\0"_ba));
+    return frame(GetFinal, header(HeaderId::Type, "x-obex/folder-listing\0"_ba));
 }
 
 QByteArray nextPartFrame()
@@ -178,7 +167,7 @@ QByteArray getFrame(const QString& name)
 QByteArray rootFrame()
 {
     // The phones' own short form: an empty Name without a terminator.
-    return frame(SetPath, bytes({mustExist, 0}) + header(Name, {}));
+    return frame(SetPath, bytes({mustExist, 0}) + header(HeaderId::Name, {}));
 }
 
 QByteArray oneLevelUpFrame()
@@ -189,11 +178,6 @@ QByteArray oneLevelUpFrame()
 QByteArray enterFolderFrame(const QString& name, bool allowCreation)
 {
     return frame(SetPath, bytes({allowCreation ? mayCreate : mustExist, 0}) + nameHeader(name));
-}
-
-QByteArray makeFolderFrame(const QString& name)
-{
-    return enterFolderFrame(name, true);
 }
 
 QByteArray deleteFrame(const QString& name)
@@ -243,7 +227,8 @@ QByteArray irmcDeleteFrame(const QString& name, qint32 counter)
 
 QByteArray putFrame(bool isFinal, const QByteArray& headers, QByteArrayView chunk)
 {
-    return frame(isFinal ? PutFinal : Put, headers + header(isFinal ? EndOfBody : Body, chunk));
+    return frame(isFinal ? PutFinal : Put,
+                 headers + header(isFinal ? HeaderId::EndOfBody : HeaderId::Body, chunk));
 }
 
 } // namespace kalmo::obex

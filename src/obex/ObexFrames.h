@@ -15,6 +15,20 @@ enum class Target {
     IrMC = 1,       ///< the objects under "telecom" for writing and deleting
 };
 
+struct HeaderId
+{
+    enum Value : uchar {
+        Name = 0x01,
+        Type = 0x42,
+        Time = 0x44,
+        TargetId = 0x46,
+        Body = 0x48,
+        EndOfBody = 0x49,
+        ApplicationParameters = 0x4C,
+        Length = 0xC3,
+    };
+};
+
 enum class Memory { Phone, Card };
 enum class Space { Total = 1, Free = 2 };
 
@@ -55,7 +69,6 @@ QByteArray getFrame(const QString& name);
 QByteArray rootFrame();
 QByteArray oneLevelUpFrame();
 QByteArray enterFolderFrame(const QString& name, bool allowCreation);
-QByteArray makeFolderFrame(const QString& name);
 QByteArray deleteFrame(const QString& name);
 /// `text` as in "RWD""R" with its quotes. Its length is always given as 8, whatever it is.
 QByteArray setAttribFrame(const QString& name, const QByteArray& text);

@@ -8,8 +8,6 @@ namespace kalmo::obex {
 
 namespace {
 
-enum HeaderId : uchar { Body = 0x48, EndOfBody = 0x49, ApplicationParameters = 0x4C, Length = 0xC3 };
-
 constexpr qsizetype headSize = 3; // of a header with a length
 constexpr qsizetype lengthHeaderSize = 5;
 constexpr qsizetype connectAnswerSize = 4; // version, flags, largest frame
@@ -43,17 +41,17 @@ LeadingHeader takeLeadingHeader(QByteArray& payload)
 {
     LeadingHeader leading;
     switch (byteAt(payload, 0)) {
-    case Body:
-    case EndOfBody:
-    case ApplicationParameters:
+    case HeaderId::Body:
+    case HeaderId::EndOfBody:
+    case HeaderId::ApplicationParameters:
         payload.remove(0, headSize);
         break;
-    case Length:
+    case HeaderId::Length:
         if (payload.size() >= lengthHeaderSize)
             leading.totalSize = qFromBigEndian<quint32>(payload.constData() + 1);
         payload.remove(0, lengthHeaderSize);
-        leading.endOfBodyBehindLength = byteAt(payload, 0) == EndOfBody;
-        if (leading.endOfBodyBehindLength || byteAt(payload, 0) == Body)
+        leading.endOfBodyBehindLength = byteAt(payload, 0) == HeaderId::EndOfBody;
+        if (leading.endOfBodyBehindLength || byteAt(payload, 0) == HeaderId::Body)
             payload.remove(0, headSize);
         break;
     default:
@@ -62,10 +60,9 @@ LeadingHeader takeLeadingHeader(QByteArray& payload)
     return leading;
 }
 
-ConnectAnswer readConnectAnswer(const QByteArray& payload)
+qint16 readMaxPacket(const QByteArray& payload)
 {
-    const int maxPacket = byteAt(payload, 2) << 8 | byteAt(payload, 3);
-    return {byteAt(payload, 0), byteAt(payload, 1), static_cast<qint16>(maxPacket)};
+    return static_cast<qint16>(byteAt(payload, 2) << 8 | byteAt(payload, 3));
 }
 
 bool isConnectAnswer(const QByteArray& payload)

@@ -36,14 +36,9 @@ struct LeadingHeader
 /// stays, and what follows the leading one is data.
 LeadingHeader takeLeadingHeader(QByteArray& payload);
 
-/// What the response to a connect says, before any judgement; 0 for what is missing.
-struct ConnectAnswer
-{
-    int version = 0;
-    int flags = 0;
-    qint16 maxPacket = 0; ///< largest frame that the phone takes, with a sign
-};
-ConnectAnswer readConnectAnswer(const QByteArray& payload);
+/// Largest frame that the phone takes, with a sign, as the response to a connect says it; 0 for what is
+/// missing.
+qint16 readMaxPacket(const QByteArray& payload);
 /// Whether a payload can be that of the response to a connect: it alone begins with the version of the
 /// protocol.
 bool isConnectAnswer(const QByteArray& payload);

@@ -39,12 +39,11 @@ void clsMmc::ErrMsg(int code)
 {
     const bool isOwnWish = code == Cancelled && m_stopAsked;
     if (!m_abandoned && !isOwnWish) {
-        m_context.dialogs.Show(
-            {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                     GetFriedlyErrMsg(code),
-             .title = app::productName(),
-             .icon = Icon::Exclamation,
-             .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
+        m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                             GetFriedlyErrMsg(code),
+                     .title = app::productName(),
+                     .icon = Icon::Exclamation,
+                     .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
     }
     log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
 }

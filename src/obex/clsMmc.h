@@ -114,7 +114,7 @@ public:
     bool SetPermissionReadOnly(const QString& name);
     bool SetPermissionRWD(const QString& name);
 
-    /// Capacities in bytes; 0 after a failure. `useCache` gives an earlier answer of this connection other
+    /// Capacities in bytes; 0 after a failure. `useCache` gives an earlier answer since Online other
     /// than 0.
     bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
@@ -130,7 +130,8 @@ public:
     bool DirActRestore();
 
     /// Adds up the files in a folder and all below it. True if the way back to `parent` was found, whatever
-    /// happened on the way down.
+    /// happened on the way down. The cancel box ends the walk between two folders, and so do folders without
+    /// an end.
     bool GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
                            const toolkit::Progress& progress, const QString& parent);
 
@@ -150,7 +151,7 @@ public:
     /// Hands a frame to the line. 0, or the local code that says why it did not go out.
     int TxObx(const QByteArray& frame);
     /// Waits for one response and gives its code; -1 with an empty payload after `RxTimeOut` seconds of
-    /// silence. From a fifth of that on LongTimeOutMsg counts down.
+    /// silence, or at once if the port is gone. From a fifth of that on LongTimeOutMsg counts down.
     int RxObxFra(QByteArray& payload);
     /// Both in one.
     int request(const QByteArray& frame, QByteArray& payload);
@@ -193,8 +194,9 @@ private:
     bool changeFolder(const QString& path, bool allowCreation);
     bool cdInto(const QStringList& parts);
     bool getSpace(int query, qint32& bytes, const toolkit::Progress& progress, bool useCache);
-    bool walkFolder(const QString& folder, qint64& totalSize, int& fileCount, const QString& parent,
-                    int depth);
+    QString decodeListing(const QString& raw);
+    struct FolderWalk;
+    bool walkFolder(const QString& folder, FolderWalk& walk, const QString& parent, int depth);
     const tObxDirEntry* fileInActDir(const QString& name) const;
     QString nameForPhone(const QString& name) const;
 

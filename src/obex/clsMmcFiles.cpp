@@ -58,6 +58,8 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
     const Operation operation(*this, u"Del"_s, progress);
     if (!operation.mayBegin())
         return false;
+    if (reCode)
+        *reCode = Cancelled;
     const QString sent = nameForPhone(name);
     if (force) {
         log(u"PostDel"_s, sent);
@@ -68,7 +70,7 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
     const Busy busy(*this);
     QByteArray payload;
     const int code = request(deleteFrame(sent), payload);
-    if (reCode)
+    if (reCode && !m_abandoned)
         *reCode = code;
     m_progress.status(isSuccess(code) ? u"Datei / Ordner gelöscht."_s : u"Datei / Ordner nicht gelöscht."_s);
     if (!isSuccess(code) && !silent)
@@ -146,7 +148,9 @@ bool clsMmc::getSpace(int query, qint32& bytes, const Progress& progress, bool u
     QByteArray payload;
     const int code = get(spaceFrame(row.memory, row.space), payload);
     if (isSuccess(code)) {
-        bytes = cached = readSpaceAnswer(payload);
+        cached = readSpaceAnswer(payload);
+        if (!m_abandoned)
+            bytes = cached;
         m_progress.status(subject + u" ermittelt."_s);
     } else {
         ErrMsg(code);

@@ -2,6 +2,7 @@
 
 #include "app/CodePage.h"
 #include "app/Utf8Small.h"
+#include "app/Version.h"
 #include "obex/clsMmcOperation.h"
 #include "obex/FolderRows.h"
 
@@ -17,8 +18,17 @@ using toolkit::Progress;
 
 namespace {
 
-constexpr double shortPause = 0.01;
-constexpr int deepestFolder = 32; // a phone whose folders hold themselves has to come to an end
+// A phone whose folders hold themselves has to come to an end.
+constexpr int deepestFolder = 32;
+constexpr int mostFolders = 1000;
+constexpr int letterIsMissing = 5; // in the log, where a text ends in the middle of a letter
+
+/// Whether the name leads into a folder of the current one: "" and "\\" lead nowhere, and what holds a "\\"
+/// elsewhere.
+bool isOnePart(const QString& name)
+{
+    return !name.isEmpty() && !name.contains(u'\\');
+}
 
 QStringList partsOf(const QString& path)
 {
@@ -26,6 +36,36 @@ QStringList partsOf(const QString& path)
 }
 
 } // namespace
+
+/// Where a walk through folders stands. What it has counted is handed out at its end.
+struct clsMmc::FolderWalk
+{
+    qint64 totalSize = 0;
+    int fileCount = 0;
+    int folders = 0;
+    bool ended = false; // before its end: nothing more is looked at
+};
+
+QString clsMmc::decodeListing(const QString& raw)
+{
+    log(u"UFT8Dec: Enter"_s, {});
+    bool endsBroken = false;
+    const QString text = app::UFT8Dec(raw, &endsBroken);
+    if (!endsBroken) {
+        log(u"UFT8Dec: ExitOK"_s, {});
+        return text;
+    }
+    if (!m_abandoned) {
+        m_line.show({.text =
+                         u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten. Ihre Listen werden daher "
+                         u"fehlerhafte Sonderzeichen enthalten. Bitte wenden Sie sich an den "
+                         u"Programmautor."_s,
+                     .title = app::productName(),
+                     .english = u"The listing ends in the middle of a letter."_s});
+    }
+    log(u"UFT8Dec: ExitError"_s, u"ErrNr=%1"_s.arg(letterIsMissing));
+    return text;
+}
 
 bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRows* list,
                  const QStringList* filter, QString* decoded)
@@ -49,14 +89,16 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
             log(u"RawData"_s, u"DirListing="_s + m_dirAct + u" Begin >"_s + raw + u"DirListing="_s +
                                   m_dirAct + u" End <"_s);
         }
-        const QString listing = app::UFT8Dec(raw);
-        if (decoded)
-            *decoded = listing;
-        entries = parseFolderListing(listing, m_dirAct, filter);
-        std::copy_if(entries.begin(), entries.end(), std::back_inserter(m_files),
-                     [](const tObxDirEntry& entry) { return entry.isFile(); });
-        if (rows && !m_abandoned)
-            DirInLvw(entries, *rows);
+        const QString listing = decodeListing(raw);
+        if (!m_abandoned) {
+            entries = parseFolderListing(listing, m_dirAct, filter);
+            std::copy_if(entries.begin(), entries.end(), std::back_inserter(m_files),
+                         [](const tObxDirEntry& entry) { return entry.isFile(); });
+            if (decoded)
+                *decoded = listing;
+            if (rows)
+                DirInLvw(entries, *rows);
+        }
         m_progress.status(u"Verzeichnis ausgelesen."_s);
     } else {
         m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
@@ -186,31 +228,43 @@ bool clsMmc::GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fi
                                const Progress& progress, const QString& parent)
 {
     const Operation operation(*this, u"GetFolderInfosRec"_s, progress);
-    return operation.mayBegin() && walkFolder(folder, totalSize, fileCount, parent, 0);
+    if (!operation.mayBegin())
+        return false;
+    FolderWalk walk;
+    const bool isBack = walkFolder(folder, walk, parent, 0);
+    if (!m_abandoned) {
+        totalSize += walk.totalSize;
+        fileCount += walk.fileCount;
+    }
+    return isBack;
 }
 
-bool clsMmc::walkFolder(const QString& folder, qint64& totalSize, int& fileCount, const QString& parent,
-                        int depth)
+bool clsMmc::walkFolder(const QString& folder, FolderWalk& walk, const QString& parent, int depth)
 {
-    if (depth > deepestFolder) {
+    if (depth > deepestFolder || ++walk.folders > mostFolders) {
         log(u"Warning:"_s, u"GetFolderInfosRec stops at "_s + pathIn(parent, folder));
-        return false;
-    }
-    if (Cd(folder, true)) {
+        walk.ended = true;
+    } else if (Cd(folder, true)) {
         m_progress.status(u"Ordner "_s + folder + u" wird untersucht..."_s);
         QList<tObxDirEntry> entries;
         Dir(entries, m_progress);
-        bool goesOn = true;
         for (const tObxDirEntry& entry : entries) {
             if (entry.isFile()) {
-                totalSize += entry.size;
-                ++fileCount;
-            } else if (goesOn) {
-                goesOn = walkFolder(entry.name, totalSize, fileCount, pathIn(parent, folder), depth + 1);
+                walk.totalSize += entry.size;
+                ++walk.fileCount;
             }
         }
+        for (const tObxDirEntry& entry : entries) {
+            walk.ended = walk.ended || m_progress.cancelled() || m_stopAsked || !m_inStep;
+            if (walk.ended)
+                break;
+            if (!entry.isFile() && isOnePart(entry.name))
+                walk.ended = !walkFolder(entry.name, walk, pathIn(parent, folder), depth + 1);
+        }
     }
-    return CdRoot() && Cd(withoutRoot(parent), true);
+    if (walk.ended && depth > 0) // the outermost goes all the way back
+        return false;
+    return getInStep() && CdRoot() && Cd(withoutRoot(parent), true);
 }
 
 } // namespace kalmo::obex

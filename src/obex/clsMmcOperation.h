@@ -4,6 +4,9 @@
 
 namespace kalmo::obex {
 
+/// Seconds that most operations wait at their end.
+inline constexpr double shortPause = 0.01;
+
 /// Stands at the start of each operation of the client, and of each that is built of several of them. Keeps
 /// the client until it ends, and passes on what it reports for as long as there is somebody to hear it.
 class clsMmc::Operation

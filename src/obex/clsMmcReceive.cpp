@@ -63,7 +63,7 @@ int clsMmc::afterSilence(const QByteArray& buffer)
     log(u"RxObxFra (HEX)"_s, u"Timeout Buffer: "_s + HexFromText(buffer));
     m_line.markDirty();
     m_inStep = false;
-    return m_stopAsked && !m_pastStop ? Cancelled : Timeout;
+    return m_stopAsked && !m_pastStop && m_line.port().IsOpen() ? Cancelled : Timeout;
 }
 
 int clsMmc::RxObxFra(QByteArray& payload)
@@ -81,7 +81,8 @@ int clsMmc::RxObxFra(QByteArray& payload)
             const int left = static_cast<int>(std::max(m_rxTimeOut - silence, 0.0));
             Q_EMIT LongTimeOutMsg(u"Telefon reorganisiert... "_s + QString::number(left));
         }
-        if (silence > m_rxTimeOut || gaveUp(silence))
+        const bool isGone = !m_line.port().IsOpen() && !isWholeFrame(buffer);
+        if (silence > m_rxTimeOut || gaveUp(silence) || isGone)
             return afterSilence(buffer);
         const bool goesOn = isWholeFrame(buffer) || m_line.port().InCount() > 0; // nothing to wait for
         m_line.yieldUpTo(goesOn ? 0 : m_rxTimeOut - silence);
@@ -108,7 +109,7 @@ int clsMmc::get(const QByteArray& frame, QByteArray& data)
 void clsMmc::showBare(const QString& text, const QString& english)
 {
     if (!m_abandoned)
-        m_context.dialogs.Show({.text = text, .english = english});
+        m_line.show({.text = text, .english = english});
 }
 
 void clsMmc::showTotal(qint64 received, qint64 total)

@@ -56,12 +56,18 @@ bool clsMmc::Online(const Progress& progress, Target target)
         ErrMsg(stop.Checked() ? Cancelled : ChannelStuck);
         return false;
     }
-    const bool opened = openDataChannel(m_line, stoppable);
-    m_channelState = opened ? ChannelOpen : ChannelClosed;
+    const ChannelOpening opening = openDataChannel(m_line, stoppable);
     m_hasConnection = false;
-    if (!opened)
+    if (opening != ChannelOpening::Opened) {
+        if (opening == ChannelOpening::Stuck)
+            ErrMsg(ChannelStuck);
+        else
+            m_channelState = ChannelClosed;
         return false;
+    }
+    m_channelState = ChannelOpen;
     m_inStep = true;
+    std::fill(std::begin(m_space), std::end(m_space), 0);
     if (m_stopAsked) {
         closeChannel();
         return false;
@@ -121,11 +127,10 @@ bool clsMmc::getInStep()
 
 void clsMmc::takeConnectAnswer(const QByteArray& payload)
 {
-    const int announced = readConnectAnswer(payload).maxPacket;
+    const int announced = readMaxPacket(payload);
     m_maxPacket = std::clamp(announced, smallestPacket, largestPacket);
     if (announced != m_maxPacket)
         log(u"Warning:"_s, u"MaxPacket=%1 is used as %2"_s.arg(announced).arg(m_maxPacket));
-    std::fill(std::begin(m_space), std::end(m_space), 0);
     m_isOnline = Connected;
     m_hasConnection = true;
     setDirAct(rootPath());

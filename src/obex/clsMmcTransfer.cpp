@@ -19,8 +19,8 @@ using toolkit::Progress;
 
 namespace {
 
-constexpr double shortPause = 0.01;
 constexpr int mostFinalFrames = 10; // a phone that never has enough
+constexpr int timeNotSet = 75;      // in the log, where a time stamp could not be set
 
 int readForUpload(const QString& path, QByteArray& body)
 {
@@ -40,14 +40,20 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
     const Operation operation(*this, u"GetFile"_s, progress);
     if (!operation.mayBegin())
         return false;
+    if (reCode)
+        *reCode = Cancelled;
     log(u"Enter"_s, u"Function=GetFile ("_s + name + u')');
     m_progress.status(u"Empfange "_s + name + u"..."_s);
-    const Busy busy(*this);
-    int code = get(getFrame(name), data);
+    Busy busy(*this);
+    QByteArray received;
+    int code = get(getFrame(name), received);
     if (isSuccess(code) && !targetFile.isEmpty())
-        code = store(name, targetFile, data);
-    if (reCode)
-        *reCode = code;
+        code = store(name, targetFile, received);
+    if (!m_abandoned) {
+        data = std::move(received);
+        if (reCode)
+            *reCode = code;
+    }
     if (isSuccess(code)) {
         m_progress.status(u"Download "_s + name + u" abgeschlossen."_s);
     } else {
@@ -56,7 +62,11 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
             ErrMsg(code);
     }
     m_line.pause(shortPause);
-    log(u"RawData"_s, u"File="_s + name + u" Begin >"_s);
+    busy.off();
+    if (code == DeleteFailed)
+        log(u"Exit"_s, u"Function=GetFile KillError"_s);
+    else
+        log(u"RawData"_s, u"File="_s + name + u" Begin >"_s);
     return isSuccess(code);
 }
 
@@ -67,7 +77,6 @@ int clsMmc::store(const QString& name, const QString& targetFile, const QByteArr
         stamp(name, targetFile);
         return Success;
     }
-    log(u"Exit"_s, u"Function=GetFile KillError"_s);
     return result == ReplaceResult::NotReplaced ? DeleteFailed : WriteFailed;
 }
 
@@ -79,12 +88,14 @@ void clsMmc::stamp(const QString& name, const QString& targetFile)
         return;
     if (cFileSystemTimes(targetFile).SetDateCreated(moment))
         return;
-    m_context.dialogs.Show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
-                            .title = app::productName(),
-                            .icon = Icon::Exclamation,
-                            .english = u"The time stamp of %1 could not be set."_s.arg(targetFile)});
-    log(u"Error"_s,
-        u"Proc: GetFile(SetTS), File="_s + targetFile + u" TimeStamp="_s + moment.toString(Qt::ISODate));
+    if (!m_abandoned) {
+        m_line.show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
+                     .title = app::productName(),
+                     .icon = Icon::Exclamation,
+                     .english = u"The time stamp of %1 could not be set."_s.arg(targetFile)});
+    }
+    log(u"Error"_s, u"Proc: GetFile(SetTS), Err=%1 File="_s.arg(timeNotSet) + targetFile + u" TimeStamp="_s +
+                        moment.toString(Qt::ISODate));
 }
 
 bool clsMmc::PutFile(const QString& localPath, const Progress& progress)
@@ -163,10 +174,10 @@ void clsMmc::tellEarlyStop(const QString& name, int value, int maximum)
         u"again."_s;
     const QString sent = QString::number(value);
     const QString all = QString::number(maximum);
-    m_context.dialogs.Show({.text = text.arg(name, sent, all, app::productName()),
-                            .title = app::productName() + u" - OBEX Übertragungsfehler"_s,
-                            .icon = Icon::Exclamation,
-                            .english = english.arg(name, sent, all)});
+    m_line.show({.text = text.arg(name, sent, all, app::productName()),
+                 .title = app::productName() + u" - OBEX Übertragungsfehler"_s,
+                 .icon = Icon::Exclamation,
+                 .english = english.arg(name, sent, all)});
 }
 
 int clsMmc::Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge)
@@ -195,10 +206,15 @@ bool clsMmc::Abort()
         return false;
     log(u"Enter"_s, u"Abort"_s);
     const Busy busy(*this);
+    int code = 0;
+    {
+        const QScopedValueRollback inSpite(m_pastStop, true);
+        code = TxObx(abortFrame());
+    }
     QByteArray payload;
-    const QScopedValueRollback inSpite(m_pastStop, true);
-    const int code = request(abortFrame(), payload);
-    if (code != Success)
+    if (code == 0)
+        code = RxObxFra(payload); // whoever has asked to stop waits no longer for this answer than for others
+    if (code != Success && !m_stopAsked)
         ErrMsg(code);
     log(u"Exit"_s, u"Abort="_s + QString::number(code));
     return code == Success;

@@ -129,7 +129,9 @@ void tst_Line::rawSendGoesOut()
     all = all.repeated(39).first(link::stagingSize - 16);
     port.expect(all);
     test.startLog();
-    link::Line(test.context, port).TxDirect(all);
+    link::Line line(test.context, port);
+    line.setMode(link::LineMode::Data);
+    line.TxDirect(all);
     const QStringList lines = test.logged();
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines[1].startsWith(u"TxDir (ASC): "_s + u" 00 01 02"_s));
@@ -147,6 +149,7 @@ void tst_Line::rawReceive()
         inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
             port.expect("AT^SQWE=3\r\n", answer);
             link::Line line(test.context, port);
+            line.setMode(link::LineMode::Switching);
             RecordedPanel panel;
             panel.SetText(u"Datenkanal wird geöffnet..."_s);
             QByteArray received = "before";
@@ -176,6 +179,8 @@ void tst_Line::commandsNeedTextMode()
         QCOMPARE(test.clock.elapsed(), 0.0); // no recovery
         line.ConfigurePort();                // a port that was opened anew starts with AT commands again
         QCOMPARE(line.mode(), link::LineMode::Text);
+        line.TxDirect("AT^SQWE=3\r\n"); // among which raw bytes have no place
+        QCOMPARE(line.RxDirect(answer, 1), link::RxDirectTimeout);
     }
 }
 

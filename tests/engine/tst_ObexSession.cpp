@@ -122,11 +122,12 @@ void tst_ObexSession::channelDoesNotOpen()
 
 void tst_ObexSession::channelOpensWhileAsking()
 {
-    const Rows<bool> rows{
-        {"user tries again", true},
-        {"user gives up", false},
+    const Rows<bool, bool> rows{
+        {"user tries again", true, false},
+        {"user gives up", false, true},
+        {"user gives up, and the phone stays in data mode", false, false},
     };
-    for (const auto& [retries] : rows) {
+    for (const auto& [retries, comesBack] : rows) {
         OfflineClient offline;
         auto& [test, port, client] = offline;
         port.expect(openCommand);
@@ -138,9 +139,15 @@ void tst_ObexSession::channelOpensWhileAsking()
         if (retries)
             port.expect(connectFolders, packet(0xA0, hex("10 00 04 00"))); // and no second command
         else
-            port.expect("+++").expect(closeCommand, "OK\r\n");
+            port.expect("+++").expect(closeCommand, comesBack ? "OK\r\n" : "");
+        if (!retries && !comesBack) {
+            port.expect("+++").expect(closeCommand).expect("+++").expect(closeCommand);
+            test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::ChannelStuck)));
+        }
         QCOMPARE(client.mmc->Online(client.progress.all()), retries);
-        QCOMPARE(stateOf(client), retries ? connected : givenUp);
+        QCOMPARE(stateOf(client), retries     ? connected
+                                  : comesBack ? givenUp
+                                              : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
     }
 }
 
@@ -343,6 +350,16 @@ void tst_ObexSession::lineThatIsGoneEndsTheProgram()
 {
     OnlineClient online;
     auto& [test, port, client] = online;
+    port.expect(disconnectRequest).then([&port = port] { port.Close(); }); // the cable is pulled: no wait
+    test.dialogs.expect(errorBox(timeoutText));
+    test.dialogs.whileShown([&line = client.line] { QVERIFY(line.isWaiting()); });
+    const double before = test.clock.elapsed();
+    QVERIFY(!client.mmc->Offline({}));
+    QVERIFY(test.clock.elapsed() - before < 1);
+
+    port.Open({});
+    port.expect(connectFolders, hex("A0 0007 10 00 0400"));
+    QVERIFY(client.mmc->connect({}, Target::FlexMemory));
     port.expect(hex("85 0008 02 00 01 0003")).takingOnly(5);
     test.dialogs.expectStart(u"Obex Sendefehler (5<>8) "_s);
     QVERIFY_THROWS_EXCEPTION(ProgramEnded, client.mmc->CdRoot());

@@ -279,10 +279,10 @@ void tst_ObexTransfer::stopping()
         port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
                     phoneAnswers ? goOn : ""_ba)
             .then([&] { client.mmc->askToStop(); });
-        port.expect(abortRequest, done);
+        port.expect(abortRequest, phoneAnswers ? done : ""_ba);
         const double before = test.clock.elapsed();
         QVERIFY(!client.mmc->PutFile(test.makeFile(u"a"_s, object), client.progress.all())); // and no box
-        QVERIFY(test.clock.elapsed() - before < 3);
+        QVERIFY(test.clock.elapsed() - before < 5);
         QCOMPARE(client.progress.panel.Text(), u"Übertragung a abgebrochen."_s);
         QByteArray data;
         int code = 0;

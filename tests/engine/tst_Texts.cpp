@@ -158,7 +158,7 @@ void tst_Texts::safeNames()
     QCOMPARE(app::safeLocalName(u"..\\..\\Start\\x.exe"_s), u"x.exe"_s);
     QCOMPARE(app::safeLocalName(u"a/b\\c/d.txt"_s), u"d.txt"_s);
     const QStringList names =
-        u"|.|..|a/..|a\\|x/|a\nb|a\u0085b|tab\t.txt|C:x.txt|what?|x.|x |con|Nul.txt|COM1|"
+        u"|.|..|a/..|a\\|x/|a\nb|a\u0085b|tab\t.txt|C:x.txt|what?|x.|x |con|Nul.txt|COM1|conin$.txt|LPT²|"
         "lpt9.tar.gz|exe\u202Egpj.jpg|a\0b"_s.split(u'|');
     for (const QString& refused : names + QStringList{u"a|b"_s, QString(256, u'x'), QString(128, u'ü')})
         QVERIFY2(app::safeLocalName(refused).isEmpty(), qPrintable(refused));

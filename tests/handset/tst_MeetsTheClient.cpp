@@ -68,6 +68,7 @@ private Q_SLOTS:
     void isFound();
     void classicLists();
     void files();
+    void endlessFolders();
 };
 
 void MeetsTheClient::isFound()
@@ -128,11 +129,11 @@ void MeetsTheClient::classicLists()
 void MeetsTheClient::files()
 {
     using handset::ListingForm;
-    const Rows<QString, int, handset::ListingForm> rows{
+    const Rows<QString, int, handset::ListingForms> rows{
         {"5", u"S68H"_s, 0, ListingForm::Plain},
         {"6, smallest frames", u"SL37"_s, 255, ListingForm::Spaced},
         {"10", u"SL400H"_s, 0, ListingForm::OneLine},
-        {"11", u"S850H"_s, 0, ListingForm::Tight},
+        {"11", u"S850H"_s, 0, ListingForm::HalfSpaced | ListingForm::Tight},
         {"12, more than the client sends", u"S820"_s, 16390, ListingForm::Plain},
         {"13, negative in 16 bits", u"SL5 prof"_s, 65535, ListingForm::Plain},
     };
@@ -168,6 +169,9 @@ void MeetsTheClient::files()
         QVERIFY(mmc->Dir(entries, progress));
         QCOMPARE(namesOf(entries), QStringList({u"Urlaub 2026"_s, u"Sonnenuntergang.bmp"_s, u"Küste.png"_s,
                                                 u"Größe.wav"_s, u"Neu"_s}));
+        QVERIFY(mmc->Cd(u"Urlaub 2026"_s, false) && mmc->PutFile(local, progress));
+        QVERIFY(mmc->Del(u"Welle.wav"_s, progress, nullptr, false, true) && mmc->Dir(entries, progress));
+        QCOMPARE(namesOf(entries), QStringList{u"Stufen.jpg"_s});
         QVERIFY(mmc->CdRoot() && mmc->CDluidPB());
         QVERIFY(mmc->GetFile(u"cc.log"_s, back, progress));
         QCOMPARE(back, "25");
@@ -176,6 +180,23 @@ void MeetsTheClient::files()
         QString text;
         QVERIFY(link::GetSoftwareVersion(meeting.line, text));
     }
+}
+
+/// A folder that holds itself, and names that lead nowhere or elsewhere, bring the client's walk to an end.
+void MeetsTheClient::endlessFolders()
+{
+    Meeting meeting({.model = u"S68H"_s, .faults = {.hostileNames = true}});
+    QVERIFY(meeting.search());
+    const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);
+    QVERIFY(mmc->Online({}));
+    qint64 total = 0;
+    int count = 0;
+    QVERIFY(mmc->GetFolderInfosRec(u"Endlos"_s, total, count, {}, u"Mobile:\\"_s));
+    QCOMPARE(mmc->DirAct(), u"Mobile:\\"_s);
+    QByteArray data;
+    QVERIFY(mmc->GetFile(u"../../x"_s, data, {})); // which is nothing but a name in the phone
+    QCOMPARE(data, "harmless");
+    QVERIFY(mmc->Offline({}));
 }
 
 QTEST_GUILESS_MAIN(MeetsTheClient)

@@ -86,7 +86,7 @@ void ObexFiles::keepsFiles()
         ObexTalk talk(options);
         talk.ask(connectFolders);
         const QByteArray root = talk.fetch(listFolder);
-        QCOMPARE(root.count(" name=\""), 16);
+        QCOMPARE(root.count(" name=\""), 18);
         QVERIFY(root.contains("<file name=\"\xc3\x84.txt\" size=\"3\"") &&
                 root.contains("<folder name=\"Leer\""));
         QVERIFY(root.contains("<file name=\"../../x\"") && !root.contains("Liesmich.txt"));

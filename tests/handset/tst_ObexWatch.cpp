@@ -20,7 +20,8 @@ QByteArray hex(const char* text)
 /// A frame of a PUT that is `size` bytes long.
 QByteArray filled(int opcode, const QByteArray& headers, qsizetype size)
 {
-    return obexFrame(opcode, headers + obexHeader(0x48, QByteArray(size - 6 - headers.size(), 'x')));
+    return obexFrame(opcode, headers + obexHeader(opcode == 0x82 ? 0x49 : 0x48,
+                                                  QByteArray(size - 6 - headers.size(), 'x')));
 }
 
 QByteArray start(const QByteArray& name, qsizetype length, const QByteArray& time = "20261121T120000")
@@ -66,6 +67,16 @@ void ObexWatch::violations()
     rows.add("PUT left in the middle",
              {filled(0x02, start("x", 1000), 300), obexFrame(0x83, nameHeader("x"))},
              {u"PUT of \"x\" left in the middle"_s});
+    rows.add("PUT of another in the middle",
+             {filled(0x02, start("x", 1000), 300), obexFrame(0x82, start("y", 1) + obexHeader(0x49, "y"))},
+             {u"PUT of \"x\" left in the middle"_s});
+    rows.add("Body in the last frame", {obexFrame(0x82, start("x", 1) + obexHeader(0x48, "x"))},
+             {u"Body in a last frame"_s});
+    rows.add("headers in another order",
+             {obexFrame(0x82, lengthHeader(1) + nameHeader("x") + obexHeader(0x49, "x"))},
+             {u"headers of \"x\" in another order"_s});
+    rows.add("name without its end", {obexFrame(0x83, hex("0100050061"))}, {u"a name without its end"_s});
+    rows.add("next part of nothing", {obexFrame(0x83)}, {u"the next part of nothing was asked for"_s});
     rows.add("request without a connection", {obexFrame(0x81), toRoot},
              {u"a request without a connection"_s});
     rows.add("no request", {"\x1B\rAT\r"}, {u"no request: 1B 0D"_s});
@@ -88,6 +99,8 @@ void ObexWatch::faults()
     rows.add("silence in the middle", {u"silent-from=2"_s}, {toRoot, toRoot, toRoot}, {ok, {}, {}});
     rows.add("early success", {u"early-success"_s}, parts, {ok, ok});
     rows.add("full", {u"full"_s}, {small}, {obexFrame(0xE0)});
+    rows.add("no new folders when full", {u"full"_s}, {obexFrame(0x85, hex("0000") + nameHeader("Neu"))},
+             {obexFrame(0xE0)});
     rows.add("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
              {hex("A00001"), ok});
 
