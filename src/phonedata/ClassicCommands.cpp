@@ -81,7 +81,8 @@ CommandResult readCommand(const StoreJob& job, Store store)
             return CommandResult::Refused;
     }
     if (!readStore(job, store)) {
-        tell(job, accessError);
+        if (!job.progress.cancelled())
+            tell(job, accessError);
         return CommandResult::Failed;
     }
     setDirty(job.memory, store, false);
@@ -107,7 +108,10 @@ CommandResult writeCommand(const StoreJob& job, Store store)
     QString phoneCopy;
     if (!secureContent(job, store, saved, phoneCopy))
         return CommandResult::Refused;
-    if (!writeStore(job, store)) {
+    // Half a list in the phone would be worse than a user who has to wait.
+    StoreJob uncancelled = job;
+    uncancelled.progress.cancel = nullptr;
+    if (!writeStore(uncancelled, store)) {
         tell(job, failureText(job, store, listBackup, phoneCopy));
         return CommandResult::Failed;
     }
