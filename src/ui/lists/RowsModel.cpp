@@ -11,7 +11,8 @@ using toolkit::ListRows;
 
 namespace {
 
-constexpr int rowPadding = 8; // pixels above and below a line together
+constexpr int rowPadding = 8;              // pixels above and below a line together
+const QString titleMargin(2, QChar::Nbsp); // as far from the edge as the numbers below
 
 /// A list's colour in a shade that can be read on this background.
 QVariant brushFor(qint32 colour)
@@ -86,7 +87,10 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(section);
-    return role == Qt::DisplayRole ? m_rows->columns()[section].title : QVariant();
+    if (role != Qt::DisplayRole)
+        return {};
+    const QString& title = m_rows->columns()[section].title;
+    return alignmentOf(section).isNull() ? title : title + titleMargin;
 }
 
 /// Numbers stand to the right, and so does their title; all else as the view has it.
