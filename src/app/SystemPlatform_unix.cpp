@@ -1,5 +1,6 @@
 #include "app/SystemPlatform.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -11,11 +12,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString outputOf(const QString& program, const QStringList& arguments)
+constexpr int longestQuestion = 1500; // milliseconds for all of it: the window stands still meanwhile
+
+QString outputOf(const QString& program, const QStringList& arguments, const QDeadlineTimer& end)
 {
     QProcess process;
     process.start(program, arguments);
-    if (!process.waitForFinished(5000))
+    if (!process.waitForFinished(static_cast<int>(end.remainingTime())))
         return {};
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
@@ -42,8 +45,9 @@ bool SystemPlatform::hasClassicVersionNumbers() const
 
 bool SystemDesktop::hasAssociation(const QString& path) const
 {
-    const QString type = outputOf(u"xdg-mime"_s, {u"query"_s, u"filetype"_s, path});
-    return !type.isEmpty() && !outputOf(u"xdg-mime"_s, {u"query"_s, u"default"_s, type}).isEmpty();
+    const QDeadlineTimer end(longestQuestion);
+    const QString type = outputOf(u"xdg-mime"_s, {u"query"_s, u"filetype"_s, path}, end);
+    return !type.isEmpty() && !outputOf(u"xdg-mime"_s, {u"query"_s, u"default"_s, type}, end).isEmpty();
 }
 
 bool SystemDesktop::open(const QString& path)

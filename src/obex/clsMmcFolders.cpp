@@ -101,6 +101,8 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
         }
         m_progress.status(u"Verzeichnis ausgelesen."_s);
     } else {
+        if (rows && !m_abandoned)
+            DirInLvw({}, *rows); // the ways out stay, whatever the folder holds
         m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
         ErrMsg(code);
     }

@@ -103,10 +103,19 @@ void ContactDialogs::numbersAreChecked()
     made.form.show();
     QVERIFY(QTest::qWaitForWindowActive(&made.form));
     number.setFocus();
-    made.expect(u"Die eingegebene Telefonnummer enthielt unzulässige Zeichen und wurde gekürzt. Bitte "
-                u"überprüfen Sie Ihre Eingabe."_s);
+    const QString complaint =
+        u"Die eingegebene Telefonnummer enthielt unzulässige Zeichen und wurde gekürzt. "
+        u"Bitte überprüfen Sie Ihre Eingabe."_s;
+    made.expect(complaint);
     QTest::keyClick(&number, Qt::Key_Tab);
     QTRY_VERIFY(number.hasFocus() && number.text() == u"+49"_s);
+    const int before = made.list->count();
+    QLineEdit& work = made.field("txtTelGeschäft");
+    work.setText(u"030/123"_s);
+    made.expect(complaint);
+    QTest::keyClick(&number, Qt::Key_Return); // which leaves no field
+    QVERIFY(work.hasFocus() && work.text() == u"030"_s);
+    QCOMPARE(made.list->count(), before);
     QTest::keyClick(&made.form, Qt::Key_Escape);
     QCOMPARE(made.changed, QList<QVariantList>{{false}});
 }

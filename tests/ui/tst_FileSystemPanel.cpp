@@ -98,7 +98,7 @@ void FileSystemPanel::foldersAndFiles()
     made.enter(u"CDU_"_s);
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
-    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
+    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{made.panel.lvwFFs().indexOfKey(u"ROT_"_s)});
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Liesmich.txt"_s));
     made.press("show");
     const QString copy = made.test.storage + u"/config/temp/Liesmich.txt"_s;
@@ -171,10 +171,31 @@ void FileSystemPanel::uploads()
         QVERIFY(made.mmc->GetFile(u"Eis.png"_s, held, made.progress.all()));
         QCOMPARE(held, content == "zwei" ? "eins" : content);
     }
+    // What can't be sent costs nothing in the phone, and what it holds is on the disk before it goes.
+    const QDir backups(made.test.storage + u"/Backup"_s);
+    upload("vier");
+    QVERIFY(QFile::remove(path));
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s) && backups.entryList(QDir::Files).size() == 1);
+    upload("vier");
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.full = true});
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    made.test.dialogs.expectStart(
+        u"Die Datei \"Eis.png\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei "
+        u"liegt hier:\n"_s +
+        backups.filePath(u"Eis 2"_s));
+    made.press("open");
+    QVERIFY(!made.shown().contains(u"FIL_Eis.png"_s));
+    const QStringList copies = backups.entryList({u"Eis*.png"_s}, QDir::Files, QDir::Name);
+    QCOMPARE(copies.size(), 2);
+    QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
+    made.port.handset().setFaults({});
+
     upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
     made.press("open");
-    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
 }
 
 QTEST_MAIN(FileSystemPanel)

@@ -25,16 +25,30 @@ bool copySettings(app::Context& context, const QString& folder)
     return false;
 }
 
+void tellWhoseSettingsHold(app::Context& context, const QString& folder)
+{
+    context.dialogs.Show(
+        {.text =
+             u"Der Ordner \"%1\" enthält schon Einstellungen von Kalmo. Ab dem nächsten Start gelten diese. "
+             u"Die bisherigen Einstellungen bleiben in \"%2\"."_s.arg(
+                 QDir::toNativeSeparators(folder), QDir::toNativeSeparators(context.sy.Paths.Storage)),
+         .icon = toolkit::Icon::Information});
+}
+
 } // namespace
 
 bool changeStorage(app::Context& context, const QString& folder)
 {
+    const bool hasOwnSettings = app::FileExists(app::iniPath(folder));
     if (!app::EnsureDirExists(context, QDir(folder).filePath(u"config"_s)) ||
         !app::WriteTest(context, folder) || !copySettings(context, folder))
         return false;
     const bool isDefault = folder == app::defaultStoragePath(context.platform);
-    if (context.platform.setStoragePathValue(isDefault ? u"$DEFAULTPATH"_s : folder) == 0)
+    if (context.platform.setStoragePathValue(isDefault ? u"$DEFAULTPATH"_s : folder) == 0) {
+        if (hasOwnSettings)
+            tellWhoseSettingsHold(context, folder);
         return true;
+    }
     context.dialogs.Show(
         {.text = u"Der Speicherpfad konnte nicht geändert werden."_s, .icon = toolkit::Icon::Exclamation});
     return false;

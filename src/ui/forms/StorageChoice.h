@@ -5,7 +5,8 @@
 namespace kalmo::ui {
 
 /// Makes another folder the storage from the next start on. The settings go along, unless the folder has some
-/// already; backups stay where they are. A failure is shown, and nothing has changed then.
+/// already, which the user is told; backups stay where they are. A failure is shown, and nothing has changed
+/// then.
 bool changeStorage(app::Context& context, const QString& folder);
 
 } // namespace kalmo::ui

@@ -30,9 +30,8 @@ const QString usbInfo =
     u"Wenn Ihr Telefon über ein Standard Mini-USB oder Micro-USB Kabel (wie man sie für Kamers und Handys "
     u"verwendet) verbunden ist, wurde der passende Treiber bereits durch Kalmo insalliert.\n\n"
     u"Bei anderen Kabeln sollte in der Anleitung zum Kabel die Installationsprozedur beschrieben sein. "
-    u"Wählen "
-    u"Sie anschließend in Kalmo die Nummer des COM Ports, der von dem Treiber zur Verfügung gestellt wird "
-    u"(erfahrungsgemäß 4, 5 oder höher).\n\n"
+    u"Wählen Sie anschließend in Kalmo die Nummer des COM Ports, der von dem Treiber zur Verfügung gestellt "
+    u"wird (erfahrungsgemäß 4, 5 oder höher).\n\n"
     u"Klicken Sie auf \"Mögliche Ports & Bezeichnung ermitteln\" um die Auswahl einzuschränken.\n\n"
     u"Achtung: Es kann immer nur EIN Programm auf den virtuellen COM Port zugreifen! Andere Programme sind "
     u"ggf. vorher zu beenden."_s;
@@ -118,8 +117,7 @@ void frmEinstellungen::addStorageRows(QVBoxLayout& rows)
     rows.addSpacing(fontMetrics().height() / 2);
     rows.addWidget(new RuledCaption(u"ucHeadline2"_s, u"Datensicherung"_s, this));
     chkAutoBackup = addCheck(rows, u"chkAutoBackup"_s,
-                             u"Listen &automatisch sichern, bevor sie ins Telefon "
-                             u"geschrieben werden"_s,
+                             u"Listen &automatisch sichern, bevor sie ins Telefon geschrieben werden"_s,
                              u"Legt vor jedem Schreiben eine Sicherung im Ordner \"Backup\" an"_s);
     lblSpeicherpfad = new QLabel(this);
     lblSpeicherpfad->setObjectName(u"lblSpeicherpfad"_s);

@@ -175,7 +175,8 @@ void frmTBentry::chkVip_Click(bool checked)
     m_lblcmbVipSndPre->setEnabled(checked);
 }
 
-/// In this order, so that a bad time leaves the old row gone and the new one half filled in.
+/// In this order, so that a bad time leaves the old row gone and the new one half filled in. That one becomes
+/// the current row, whatever a view has moved to, so that the next try takes its place and no other's.
 void frmTBentry::cmdSpeicher_Click()
 {
     if (m_txtName->text().isEmpty() || m_txtNr->text().isEmpty()) {
@@ -186,12 +187,13 @@ void frmTBentry::cmdSpeicher_Click()
         m_list.removeAt(m_list.current());
     const ClassicEntry entry{.name = m_txtName->text(), .number = m_txtNr->text()};
     const int row = m_list.add(toRow(entry));
+    m_list.setCurrent(row);
     m_program.memory.TbDirty = true; // from here on, even if the dialog is given up now
+    Q_EMIT listChanged();
     if (m_chkUsebDate->isChecked() && !takeDate(row))
         return;
     takeVip(row);
     m_list.setCellTag(row, NumberColumn, m_lblSprache->text());
-    Q_EMIT listChanged();
     accept();
 }
 

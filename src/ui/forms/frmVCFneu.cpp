@@ -184,8 +184,7 @@ void frmVCFneu::chkGebu_Click(bool checked)
 
 void frmVCFneu::cmdSpeichern_Click()
 {
-    const tVcfEntry written = entry();
-    if (m_busy->isBusy() || (written.hasNumber() && birthdayIsWrong()))
+    if (m_busy->isBusy() || aNumberIsWrong() || (entry().hasNumber() && birthdayIsWrong()))
         return;
     const QPointer<frmVCFneu> self = this;
     m_busy->SetBusy(true);
@@ -224,6 +223,18 @@ bool frmVCFneu::keepsTimeFocus()
 }
 
 /// What leaving the fields would have told, for those who press Enter within one.
+bool frmVCFneu::aNumberIsWrong()
+{
+    for (QLineEdit* number : {m_txtTelPrivat, m_txtTelHandy, m_txtTelGeschaeft}) {
+        if (!keepsNumberFocus(*number))
+            continue;
+        number->setFocus();
+        return true;
+    }
+    return false;
+}
+
+/// The same for the date and its time.
 bool frmVCFneu::birthdayIsWrong()
 {
     if (!m_chkGebu->isChecked() || m_txtGebu->text().isEmpty())

@@ -48,6 +48,7 @@ private:
     void cmdSpeichern_Click();
     bool keepsNumberFocus(QLineEdit& field);
     bool keepsTimeFocus();
+    bool aNumberIsWrong();
     bool birthdayIsWrong();
     phonedata::tVcfEntry entry() const;
     void tell(const QString& text) const;

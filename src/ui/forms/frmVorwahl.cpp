@@ -23,13 +23,11 @@ const QString introduction =
     u"Formatierung.\n\n"
     u"Sind die Einstellungen falsch, erscheinen Nummern in Kalmo mit falsch beginnenden Vorwahlen. Es ist "
     u"daher ABSOLUT NOTWENDIG, die richtigen Einstellungen vor zu nehmen. Alternativ können Sie die "
-    u"Vorwahlen "
-    u"abschalten."_s;
+    u"Vorwahlen abschalten."_s;
 
 const std::array<QString, 4> captions = {
     u"Feld A: Internationale \"Rauswahl\", mit der Telefonnummern ins Ausland beginnen. Für Deutschland "
-    u"immer "
-    u"00. Das + ist nicht möglich."_s,
+    u"immer 00. Das + ist nicht möglich."_s,
     u"Feld B: Internationale Landesvorwahl ohne Rauswahl. Für Deutschland immer 49 für Österreich 43 und für "
     u"die Schweiz 41 etc."_s,
     u"Feld C: Nationale \"Rauswahl\", mit der man aus seiner Stadt in andere Städte innerhalb des eigenen "

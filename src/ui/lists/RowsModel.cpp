@@ -11,7 +11,8 @@ using toolkit::ListRows;
 
 namespace {
 
-constexpr int rowPadding = 8; // pixels above and below a line together
+constexpr int rowPadding = 8;              // pixels above and below a line together
+const QString titleMargin(2, QChar::Nbsp); // as far from the edge as the numbers below
 
 /// A list's colour in a shade that can be read on this background.
 QVariant brushFor(qint32 colour)
@@ -74,9 +75,7 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
     case Qt::SizeHintRole:
         return QSize(0, QFontMetrics(QGuiApplication::font()).height() + rowPadding);
     case Qt::TextAlignmentRole:
-        return m_rows->columns()[index.column()].sortsByTag && index.column() > 0
-                   ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
-                   : QVariant();
+        return alignmentOf(index.column());
     default:
         return {};
     }
@@ -84,9 +83,21 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
 
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (!m_rows || orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (!m_rows || orientation != Qt::Horizontal)
         return {};
-    return m_rows->columns()[section].title;
+    if (role == Qt::TextAlignmentRole)
+        return alignmentOf(section);
+    if (role != Qt::DisplayRole)
+        return {};
+    const QString& title = m_rows->columns()[section].title;
+    return alignmentOf(section).isNull() ? title : title + titleMargin;
+}
+
+/// Numbers stand to the right, and so does their title; all else as the view has it.
+QVariant RowsModel::alignmentOf(int column) const
+{
+    const bool isNumber = column > 0 && m_rows->columns()[column].sortsByTag;
+    return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
 }
 
 } // namespace kalmo::ui

@@ -32,6 +32,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    QVariant alignmentOf(int column) const;
+
     QPointer<toolkit::ListRows> m_rows;
     IconSource m_icons;
 };

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QStyledItemDelegate>
 
 namespace kalmo::ui {
 
@@ -36,11 +37,30 @@ void setSelected(ListRows& rows, const QItemSelection& selection, bool on)
     }
 }
 
+/// Keeps numbers, which end at the right edge of their column, off the texts of the next one.
+class RowsDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem inner = option;
+        if (index.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) {
+            const QStyle& style = *option.widget->style();
+            style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+            inner.rect.setRight(inner.rect.right() - option.fontMetrics.averageCharWidth() * 2);
+        }
+        QStyledItemDelegate::paint(painter, inner, index);
+    }
+};
+
 } // namespace
 
 RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(this))
 {
     setModel(m_model);
+    setItemDelegate(new RowsDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
@@ -92,7 +112,7 @@ void RowsView::paintEvent(QPaintEvent* event)
     if (m_placeholder.isEmpty() || m_model->rowCount() > 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // disabled too: it is there to be read
     const int margin = fontMetrics().height() * 2;
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_placeholder);

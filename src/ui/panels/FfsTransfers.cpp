@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/SafeLocalName.h"
 #include "obex/clsMmcOperation.h"
+#include "phonedata/BackupFiles.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -111,26 +112,68 @@ QString nameInPhone(const QString& path)
     return QFileInfo(path).fileName().remove(u',').remove(u';');
 }
 
+bool canBeRead(const QString& path)
+{
+    return QFile(path).open(QIODevice::ReadOnly) && QFileInfo(path).size() <= obex::largestObject;
+}
+
+/// Copies a file of the phone to the folder for backups. The path of the copy, empty if there is none, which
+/// the user has been told.
+QString backUp(clsMmc& mmc, const Progress& progress, const QString& name)
+{
+    const QString localName = app::safeLocalName(name);
+    if (localName.isEmpty()) {
+        tell(mmc, u"Nicht ersetzt, weil eine Sicherung auf diesem Computer nicht so heißen kann:\n"_s + name,
+             Icon::Exclamation);
+        return {};
+    }
+    const QFileInfo parts(localName);
+    const QString ending = parts.suffix().isEmpty() ? QString() : u'.' + parts.suffix();
+    app::Context& context = mmc.line().context();
+    const QString copy = phonedata::backupPath(context, localName.chopped(ending.size()) + u' ', ending);
+    if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
+        return {};
+    QByteArray data;
+    return mmc.GetFile(name, data, progress, copy) ? copy : QString();
+}
+
+/// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that
+/// doesn't arrive.
+bool replace(clsMmc& mmc, const Progress& progress, const QString& path, const QString& name)
+{
+    const QString copy = backUp(mmc, progress, name);
+    if (copy.isEmpty())
+        return false;
+    if (!progress.cancelled() && mmc.Del(name, progress) && mmc.PutFile(path, progress))
+        return true;
+    tell(mmc,
+         u"Die Datei \"%1\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei liegt hier:\n%2"_s.arg(
+             name, QDir::toNativeSeparators(copy)),
+         Icon::Exclamation);
+    return false;
+}
+
 enum class Step { Sent, LeftOut, Ended };
 
 Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QStringList& sent,
-            qint64 freeBytes)
+            std::optional<qint64> freeBytes)
 {
-    if (QFileInfo(path).size() > freeBytes) {
+    if (freeBytes && QFileInfo(path).size() > *freeBytes) {
         tell(mmc, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s,
              Icon::Exclamation);
         return Step::Ended;
     }
     const QString name = nameInPhone(path);
-    if (mmc.IsFileInActDir(name) || sent.contains(name, Qt::CaseInsensitive)) {
+    const bool isInPhone = mmc.IsFileInActDir(name) || sent.contains(name, Qt::CaseInsensitive);
+    if (isInPhone && canBeRead(path)) {
         const Answer answer =
             askToReplace(mmc, u"Die Datei \""_s + name +
                                   u"\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s);
         if (answer == Answer::No)
             return Step::LeftOut;
-        if (answer != Answer::Yes || !mmc.Del(name, progress))
-            return Step::Ended;
+        return answer == Answer::Yes && replace(mmc, progress, path, name) ? Step::Sent : Step::Ended;
     }
+    // A file that can't be read costs nothing in the phone: the client looks first, and tells.
     return mmc.PutFile(path, progress) ? Step::Sent : Step::Ended;
 }
 
@@ -161,7 +204,7 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress,
 }
 
 bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& paths,
-                 qint64 freeBytes)
+                 std::optional<qint64> freeBytes)
 {
     const clsMmc::Operation operation(*mmc, u"Upload"_s, progress);
     if (!operation.isAllowed())
@@ -173,7 +216,8 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, c
             outcome.failed ? Step::Ended : upload(*mmc, operation.progress(), path, outcome.done, freeBytes);
         if (step == Step::Sent) {
             outcome.done.append(nameInPhone(path));
-            freeBytes -= QFileInfo(path).size();
+            if (freeBytes)
+                *freeBytes -= QFileInfo(path).size();
         } else {
             outcome.notDone.append(QFileInfo(path).fileName());
         }

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 namespace kalmo::ui {
 
 /// What the file system panel does with several files at once. Each keeps the client until it has ended, asks
@@ -15,9 +17,10 @@ bool downloadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Prog
                    const QStringList& names, const QString& folder);
 
 /// Sends local files into the phone's current folder, as they are. A file that the phone has already is
-/// replaced only if the user wants it. `freeBytes` is what the phone has room for.
+/// replaced only if the user wants it, and is copied to the folder for backups first. `freeBytes` is what the
+/// phone has room for; where that is not known, the phone itself has to refuse.
 bool uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                 const QStringList& paths, qint64 freeBytes);
+                 const QStringList& paths, std::optional<qint64> freeBytes);
 
 /// Deletes files and empty folders in the phone.
 bool deleteEntries(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,

@@ -18,6 +18,7 @@ ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, Ways ways, QW
     m_view->installEventFilter(this);
     m_note->setWordWrap(true);
     m_note->setTextFormat(Qt::PlainText);
+    keepNoteReadable();
     content()->addWidget(m_view, 1);
     content()->addWidget(m_note);
     connect(m_view, &RowsView::rowDoubleClicked, this, [this] { Q_EMIT commandWanted(Command::Edit); });
@@ -27,6 +28,22 @@ void ListPanel::setNote(const QStringList& lines, const QString& name)
 {
     m_note->setText(lines.join(u'\n'));
     m_note->setObjectName(name);
+}
+
+void ListPanel::changeEvent(QEvent* event)
+{
+    PanelFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        keepNoteReadable();
+}
+
+/// While the phone is busy too, when the window is disabled.
+void ListPanel::keepNoteReadable()
+{
+    QPalette colours;
+    colours.setColor(QPalette::Disabled, QPalette::WindowText,
+                     palette().color(QPalette::Active, QPalette::WindowText));
+    m_note->setPalette(colours);
 }
 
 bool ListPanel::eventFilter(QObject* watched, QEvent* event)

@@ -34,9 +34,11 @@ Q_SIGNALS:
     void commandWanted(kalmo::ui::Command command);
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void keepNoteReadable();
     bool handleKey(int key, Qt::KeyboardModifiers modifiers);
 
     RowsView* m_view;

@@ -87,7 +87,7 @@ fraDIV::fraDIV(const WindowParts& parts, QWidget* parent) : PanelFrame(u"fraDIV"
 QWidget* fraDIV::makeDevicePart()
 {
     auto* group = new QGroupBox(u"Telefon"_s, this);
-    auto* form = new QFormLayout(group);
+    auto* form = m_device = new QFormLayout(group);
     form->setHorizontalSpacing(24);
     form->setVerticalSpacing(10);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -95,16 +95,10 @@ QWidget* fraDIV::makeDevicePart()
     form->addRow(u"Typ:"_s, m_lblTyp = makeValue(u"lblTyp"_s));
     form->addRow(u"Version:"_s, m_lblVersion = makeValue(u"lblVersion"_s));
     form->addRow(u"Seriennummer:"_s, m_lblSerNr = makeValue(u"lblSerNr"_s));
-    const auto addGauge = [form](const Gauge& gauge) {
-        auto* line = new QHBoxLayout;
-        line->addWidget(gauge.picture);
-        line->addWidget(gauge.value, 1);
-        form->addRow(gauge.caption, line);
-    };
     m_signal = makeGauge(u"lblRxQualPre"_s, u"Feldstärke:"_s, u"imgRx"_s, u"lblRxQual"_s);
     m_battery = makeGauge(u"lblAkkuPre"_s, u"Akku:"_s, u"imgBat"_s, u"lblAkku"_s);
-    addGauge(m_signal);
-    addGauge(m_battery);
+    for (const Gauge& gauge : {m_signal, m_battery})
+        form->addRow(gauge.caption, gauge.line);
     return group;
 }
 
@@ -115,7 +109,7 @@ QWidget* fraDIV::makeClockPart()
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(10);
     auto* imgTime = named(new QLabel, u"imgTime"_s, u"Uhr"_s);
-    imgTime->setPixmap(icon(u"calendar"_s).pixmap(pictureSize));
+    imgTime->setPixmap(icon(u"clock"_s).pixmap(pictureSize));
     const QStringList captions = {u"PC:"_s, u"Telefon:"_s,
                                   u"Die Uhr des Telefons wird nach der Uhr des PCs gestellt."_s,
                                   u"Das Telefon zeigt keine Sekunden an."_s};
@@ -135,20 +129,34 @@ QWidget* fraDIV::makeClockPart()
     grid->addWidget(labels[2], 2, 1, 1, 4);
     grid->addWidget(labels[3], 3, 1, 1, 4);
     grid->setColumnStretch(4, 1);
+    m_clockHints = labels.sliced(2);
     return m_fraUhr;
 }
 
 fraDIV::Gauge fraDIV::makeGauge(const QString& captionName, const QString& caption,
                                 const QString& pictureName, const QString& valueName)
 {
-    return {named(new QLabel(caption), captionName), named(new QLabel, pictureName, caption),
-            makeValue(valueName)};
+    const Gauge gauge{named(new QLabel(caption), captionName), named(new QLabel, pictureName, caption),
+                      makeValue(valueName), new QWidget};
+    auto* layout = new QHBoxLayout(gauge.line);
+    layout->setContentsMargins({});
+    layout->setSpacing(10);
+    layout->addWidget(gauge.picture);
+    layout->addWidget(gauge.value, 1);
+    return gauge;
 }
 
 void fraDIV::setPicture(const Gauge& gauge, const QString& name)
 {
     gauge.picture->setPixmap(icon(name).pixmap(pictureSize));
     gauge.picture->setProperty("picture", name);
+}
+
+/// What the phone didn't say has no picture either: one would be taken for a value.
+void fraDIV::show(const Gauge& gauge, bool isKnown, const QString& value)
+{
+    gauge.picture->setVisible(isKnown);
+    gauge.value->setText(isKnown ? value : u"?"_s);
 }
 
 void fraDIV::run(Command command)
@@ -174,10 +182,8 @@ void fraDIV::DisplayRefresh()
         if (!self)
             return;
     }
-    for (const Gauge& gauge : {m_signal, m_battery}) {
-        for (QLabel* label : {gauge.caption, gauge.picture, gauge.value})
-            label->setVisible(hasGauges);
-    }
+    for (const Gauge& gauge : {m_signal, m_battery})
+        m_device->setRowVisible(gauge.line, hasGauges);
     if (phoneType == 1)
         askClock();
     else
@@ -222,7 +228,7 @@ void fraDIV::showSignal()
         return;
     if (const int picture = pictureOf(signalSteps, quality.gauge); picture >= 0)
         setPicture(m_signal, u"signal%1"_s.arg(picture));
-    m_signal.value->setText(quality.text);
+    show(m_signal, !quality.text.isEmpty(), quality.text);
 }
 
 void fraDIV::showBattery()
@@ -235,7 +241,7 @@ void fraDIV::showBattery()
         return;
     if (const int picture = pictureOf(batterySteps, percent); picture >= 0)
         setPicture(m_battery, u"battery%1"_s.arg(picture));
-    m_battery.value->setText(isKnown ? u"%1%"_s.arg(percent) : u"?"_s);
+    show(m_battery, isKnown, u"%1%"_s.arg(percent));
 }
 
 void fraDIV::askClock()
@@ -259,6 +265,8 @@ void fraDIV::showClockUnsupported()
     if (link::hasRingtoneSettings(m_parts.program.context.sy.PhoneType))
         m_fraUhr->setTitle(u"Uhr (Fernsteuerung nicht vom Tel. unterstützt)"_s);
     m_fraUhr->setEnabled(false);
+    for (QLabel* hint : std::as_const(m_clockHints))
+        hint->hide();
     m_txtTimePC->setText(app::FormatClock(m_parts.program.context.clock.Now()));
     m_txtTimePhone->setText(u"Vom Tel. nicht unterstützt"_s);
 }

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 
+class QFormLayout;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
@@ -31,6 +32,7 @@ private:
         QLabel* caption;
         QLabel* picture;
         QLabel* value;
+        QWidget* line; ///< picture and value
     };
 
     QWidget* makeDevicePart();
@@ -38,6 +40,7 @@ private:
     Gauge makeGauge(const QString& captionName, const QString& caption, const QString& pictureName,
                     const QString& valueName);
     void setPicture(const Gauge& gauge, const QString& name);
+    void show(const Gauge& gauge, bool isKnown, const QString& value);
     bool askIdentity();
     void showSignal();
     void showBattery();
@@ -53,7 +56,9 @@ private:
     QLabel* m_lblSerNr;
     Gauge m_signal;
     Gauge m_battery;
+    QFormLayout* m_device;
     QGroupBox* m_fraUhr;
+    QList<QLabel*> m_clockHints;
     QLineEdit* m_txtTimePC;
     QLineEdit* m_txtTimePhone;
     QPushButton* m_cmdUhrSync;

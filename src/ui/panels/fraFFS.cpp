@@ -20,6 +20,7 @@
 #include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace kalmo::ui {
 
@@ -29,6 +30,8 @@ using toolkit::Buttons;
 using toolkit::Icon;
 
 namespace {
+
+constexpr int commandIcon = 16; // smaller than those of the window's own toolbar
 
 const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
 
@@ -53,22 +56,21 @@ QString savedFolder(const app::Settings& settings)
 
 fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
                QWidget* parent)
-    : QWidget(parent), m_program(program), m_mmc(std::move(mmc)), m_progress(progress),
+    : PanelFrame(u"fraFFS"_s, parent), m_program(program), m_mmc(std::move(mmc)), m_progress(progress),
       m_rows(u"lvwFFs"_s, columns()), m_lvwFFs(new RowsView(this)),
       m_txtFFscDirAct(named(new QLineEdit, u"txtFFscDirAct"_s, u"Ordner im Telefon"_s)),
       m_ucFfsMem(named(new ucFfsMem(program.context), u"ucFfsMem"_s, u"Speicher im Telefon"_s)),
       m_mnuFFSsave(makeSaveMenu()), m_tlbFFS(makeToolbar())
 {
-    setObjectName(u"fraFFS"_s);
+    setCaption(u"Dateisystem"_s);
     m_lvwFFs->setRows(m_rows);
     m_lvwFFs->setAccessibleName(u"Dateien im Telefon"_s);
     m_lvwFFs->setIconSource([](const QString& key) { return icon(key); });
     m_lvwFFs->setColumnCharacters({36, 22, 12, 12});
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_tlbFFS);
-    layout->addWidget(makePathRow());
-    layout->addWidget(m_lvwFFs, 1);
-    layout->addWidget(m_ucFfsMem);
+    content()->addWidget(m_tlbFFS);
+    content()->addWidget(makePathRow());
+    content()->addWidget(m_lvwFFs, 1);
+    content()->addWidget(m_ucFfsMem);
     setTabOrder(m_tlbFFS->widgetForAction(m_tlbFFS->actions().last()), m_txtFFscDirAct);
     setTabOrder(m_txtFFscDirAct, m_lvwFFs);
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
@@ -110,7 +112,8 @@ QToolBar* fraFFS::makeToolbar()
          &fraFFS::refresh},
     };
     auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
-    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize(QSize(commandIcon, commandIcon));
     for (const Command& command : commands) {
         QAction* action = bar->addAction(icon(u"ffs-"_s + command.key), command.caption);
         action->setObjectName(command.key);
@@ -142,11 +145,23 @@ void fraFFS::FFSMemAct()
     const QPointer<fraFFS> self = this;
     const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     qint32 bytes = 0;
-    if (!mmc->GetSpaceFree(bytes, m_progress) || !self)
-        return;
-    m_ucFfsMem->setMeFree(bytes);
-    if (self && mmc->GetSpaceTotal(bytes, m_progress) && self)
+    if (readFreeBytes() && self && mmc->GetSpaceTotal(bytes, m_progress) && self)
         m_ucFfsMem->setMeTotal(bytes);
+}
+
+/// False if the phone doesn't say, or if the panel has gone meanwhile.
+bool fraFFS::readFreeBytes()
+{
+    const QPointer<fraFFS> self = this;
+    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
+    qint32 bytes = 0;
+    const bool isKnown = mmc->GetSpaceFree(bytes, m_progress);
+    if (!self)
+        return false;
+    m_freeBytes = isKnown ? std::optional<qint64>(bytes) : std::nullopt;
+    if (isKnown)
+        m_ucFfsMem->setMeFree(bytes);
+    return isKnown && self;
 }
 
 void fraFFS::FfsListRefresh()
@@ -183,7 +198,7 @@ void fraFFS::openRow(int row)
         FfsListRefresh(); // after a failure too: the client is where it came to
     if (!self)
         return;
-    m_rows.setCurrent(0);
+    m_rows.setCurrent(m_rows.indexOfKey(obex::rootKeyPrefix.toString())); // Enter leads back
     m_lvwFFs->setFocus();
 }
 
@@ -230,7 +245,11 @@ void fraFFS::upload()
     if (paths.isEmpty() || !self)
         return;
     app::SetLastInitDir(context, lastUpload, paths.first());
-    uploadFiles(m_mmc, m_progress, paths, m_ucFfsMem->MeFree());
+    if (!m_freeBytes)
+        readFreeBytes();
+    if (!self)
+        return;
+    uploadFiles(m_mmc, m_progress, paths, m_freeBytes);
     if (self)
         refresh();
 }

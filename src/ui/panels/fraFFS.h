@@ -2,9 +2,10 @@
 
 #include "obex/clsMmc.h"
 #include "toolkit/ListRows.h"
+#include "ui/panels/PanelFrame.h"
 #include "ui/Program.h"
 
-#include <QWidget>
+#include <optional>
 
 class QAction;
 class QLineEdit;
@@ -18,7 +19,7 @@ class ucFfsMem;
 
 /// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
 /// channel.
-class fraFFS : public QWidget
+class fraFFS : public PanelFrame
 {
     Q_OBJECT
 
@@ -44,6 +45,7 @@ private:
     void openSelected();
     void openRow(int row);
     bool changeFolder(const QString& key);
+    bool readFreeBytes();
     void openFile(const QString& name);
     void upload();
     void showSaveMenu();
@@ -59,6 +61,7 @@ private:
     RowsView* m_lvwFFs;
     QLineEdit* m_txtFFscDirAct;
     ucFfsMem* m_ucFfsMem;
+    std::optional<qint64> m_freeBytes; // as the phone said last
     QMenu* m_mnuFFSsave;
     QAction* m_saveIntoLast = nullptr;
     QToolBar* m_tlbFFS;

@@ -100,12 +100,10 @@ void fraSounds::load()
     clock.WaitSeconds(pauseAhead);
     if (!self)
         return;
-    const bool isRead = phonedata::ReadSoundList(job(), *m_sounds);
+    phonedata::ReadSoundList(job(), *m_sounds);
     if (!self)
         return;
-    fillTones();
-    if (!isRead)
-        return;
+    fillTones(); // the built-in ones at least, which the settings can name without the list
     clock.WaitSeconds(pauseBetween);
     if (self)
         readSettings();
@@ -142,8 +140,10 @@ void fraSounds::choose(SoundEvent event)
     const Event& widgets = m_events[static_cast<size_t>(event)];
     const QString tone = widgets.tone->currentText();
     const int volume = widgets.volume->currentIndex() + 1;
-    if (tone.isEmpty() || volume < 1)
-        return; // never read: there is nothing to send for the other half
+    if (tone.isEmpty() || volume < 1) { // never read: there is nothing to send for the other half
+        readSettings();
+        return;
+    }
     const QPointer<fraSounds> self(this);
     const phonedata::BusyScope busy(&m_parts.busy);
     phonedata::SetSound(job(), event, tone, volume);

@@ -52,6 +52,16 @@ int rowToEdit(const toolkit::ListRows& rows)
     return rows.current() >= 0 ? rows.current() : selected.value(0, -1);
 }
 
+/// Whether a file held more than lines that merely look like entries.
+bool holdsAnEntry(const toolkit::ListRows& rows)
+{
+    for (int row = 0; row < rows.count(); ++row) {
+        if (!rows.text(row, phonedata::NumberColumn).isEmpty())
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 ClassicList::ClassicList(const WindowParts& parts, Store store, QObject* parent)
@@ -196,6 +206,13 @@ void ClassicList::openBackup(int choice)
     if (!(m_store == Store::Phonebook ? phonedata::LoadTel(context, *loaded, path)
                                       : phonedata::LoadPrv(context, *loaded, path)))
         return;
+    if (!holdsAnEntry(*loaded)) {
+        context.dialogs.Show(
+            {.text = u"Die Datei %1 enthält keinen lesbaren Eintrag. Die Liste bleibt, wie sie "
+                     u"ist."_s.arg(QDir::toNativeSeparators(path)),
+             .icon = Icon::Exclamation});
+        return;
+    }
     std::vector<toolkit::ListRow> rows;
     for (int row = 0; row < loaded->count(); ++row)
         rows.push_back(loaded->row(row));
