@@ -69,10 +69,11 @@ void VcardList::refresh()
     const QPointer<VcardList> self(this);
     // The store outlives the window if that goes in the middle.
     const std::shared_ptr<phonedata::VcardStore> store = m_store;
-    phonedata::refreshContacts(*store, m_parts.progress, [self](const QString& answer) {
+    const auto editAreaCodes = [self](const QString& answer) {
         if (self)
             self->showAreaCodeDialog(answer);
-    });
+    };
+    phonedata::refreshContacts(*store, m_parts.progress, &m_parts.busy, editAreaCodes);
     if (self)
         m_isRead = true;
 }
