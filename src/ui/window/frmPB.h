@@ -77,17 +77,20 @@ private:
     void SelectPreviousNode();
     void enterPhonebook();
     void enterProviders();
-    void enterPanel(QWidget* panel, int mode, int section);
+    void enterPanel(const QString& key, QWidget* panel, int mode, int section);
     void enterSponsor(const QString& key);
     void enterFiles();
     void enterSettings();
     void setMode(int mode, int section);
+    void showPanel(QWidget* panel, const QString& node);
+    void selectShownNode();
+    bool isFilesInFront() const;
     void firstShown();
 
     // Commands
     void press(Command command);
+    void runCommand(Command command);
     void popUp(Command command);
-    void openHelpFor(Command command);
 
     // Closing
     bool mayClose();
@@ -107,6 +110,7 @@ private:
     QToolBar* m_tlb;
     NaviTree* m_tvwNavi;
     PanelStack* m_panels;
+    QMap<const QWidget*, QString> m_nodes; // of the panels, each with the node that it was entered by
     Reminders* m_reminders;
     ClassicList* m_phonebook = nullptr; // of classic handsets
     ClassicList* m_providers = nullptr;
