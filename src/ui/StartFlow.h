@@ -36,11 +36,12 @@ public:
 private:
     void runSequence();
     void runSearch();
+    bool dropsOtherWindow();
     void showMainWindow();
     void openSettings();
     void onSaved(bool otherPort);
     void onCancelled();
-    bool mayLoseChanges();
+    bool mayLeavePhone(bool otherPort);
     void endByUser();
 
     Program& m_program;

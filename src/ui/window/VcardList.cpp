@@ -78,6 +78,12 @@ void VcardList::refresh()
         m_isRead = true;
 }
 
+void VcardList::forget()
+{
+    m_store->forget();
+    m_isRead = false;
+}
+
 void VcardList::add()
 {
     if (!phonedata::mayAddContact(*m_store))

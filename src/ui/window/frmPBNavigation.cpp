@@ -215,8 +215,20 @@ void frmPB::showEvent(QShowEvent* event)
 
 void frmPB::firstShown()
 {
-    if (m_fraSounds && !m_sta->isBusy())
+    if (m_sta->isBusy())
+        return;
+    if (m_fraSounds)
         m_fraSounds->load();
+    else if (m_contacts && m_panels->currentWidget() == m_fraVCF && !m_contacts->isRead())
+        press(Command::Refresh);
+}
+
+void frmPB::forgetPhone()
+{
+    m_program.memory.forget();
+    if (m_contacts)
+        m_contacts->forget();
+    m_wasShown = false;
 }
 
 void frmPB::DisplayRefresh()
