@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
+#include "obex/DataChannel.h"
 #include "phonedata/ClassicCommands.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
@@ -10,6 +11,8 @@
 #include <QApplication>
 #include <QScreen>
 #include <QTimer>
+
+#include <cstdlib>
 
 namespace kalmo::ui {
 
@@ -35,6 +38,15 @@ QString phoneOf(const app::Sy& sy)
 {
     return QString::number(sy.PhoneType) + u' ' + sy.PhoneID;
 }
+
+/// The splash's wish to stop, for an operation that looks at a cancel box.
+struct AbortBox : toolkit::CancelBox
+{
+    explicit AbortBox(const link::SearchView& searchView) : view(searchView) {}
+    bool Checked() const override { return view.aborted(); }
+
+    const link::SearchView& view;
+};
 
 } // namespace
 
@@ -69,6 +81,8 @@ void StartFlow::runSequence()
 void StartFlow::runSearch()
 {
     m_start->showPort(describePort(m_program));
+    if (std::exchange(m_wasInterrupted, false))
+        takeLineBack();
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone();
     m_start.reset();
@@ -76,6 +90,27 @@ void StartFlow::runSearch()
         showMainWindow();
     else
         m_settings->present(false);
+}
+
+/// At the rate that a phone answered at last. If that does not help, the search says what does.
+void StartFlow::takeLineBack()
+{
+    app::Context& context = m_program.context;
+    app::Sy& sy = context.sy;
+    link::SPortAx& port = m_program.line.port();
+    sy.ComNo =
+        sy.ComNoForThisRun > 0 ? sy.ComNoForThisRun : app::getInt(context.settings, app::keys::ComPortNew);
+    if (!port.IsOpen() && !port.Open(link::Line::ComPortName(sy.ComNo)))
+        return; // the search asks about that
+    m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
+    m_start->clearAborted();
+    m_program.line.ConfigurePort();
+    const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
+    port.SetSettings(u"%1,N,8,1"_s.arg(std::abs(rate)));
+    port.SetControlLines(true);
+    AbortBox abort(*m_start);
+    obex::recoverLine(m_program.line, {.cancel = &abort});
+    m_program.line.ClosePort(); // the search opens it with settings of its own
 }
 
 /// A window for another kind of phone goes, once the lists in it are safe. False if the user keeps it.
@@ -177,6 +212,9 @@ void StartFlow::ReadSettingsToForm()
         connect(m_settings.get(), &frmEinstellungen::closedByUser, this, &StartFlow::endByUser);
     }
     m_settings->ReadSettingsToForm();
+    // The start sequence forgets that behind its reminder.
+    m_wasInterrupted =
+        app::get(m_program.context.settings, app::keys::LastUnclosedObexDevice) != app::noValue();
 }
 
 void StartFlow::showSettings()
