@@ -296,6 +296,12 @@ void frmPBTest::contactsAreDeletedAtOnce()
     open.test.dialogs.expect({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
     open.press("save");
     QCOMPARE(TestContext::contentOf(file).count("\r\n"), static_cast<qsizetype>(before));
+    open.window.hide();
+    open.window.forgetPhone();
+    QCOMPARE(rows.count(), 0); // LUIDs of another phone
+    open.window.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
 }
 
 void frmPBTest::filesComeBackBehindCommands()
