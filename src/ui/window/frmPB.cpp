@@ -100,7 +100,7 @@ void frmPB::makePanels()
         m_contacts = new VcardList(m_parts, m_mmc, this);
         m_fraVCF = makeListPanel(u"fraVCF"_s, u"Telefonbuch"_s, m_contacts->rows(), false);
         m_fraVCF->setNote(vcardNote, u"lblStatic2"_s);
-        m_fraVCF->view().setColumnCharacters({15, 12, 15, 15, 15, 21, 13, 6});
+        m_fraVCF->view().setColumnCharacters({16, 14, 17, 17, 16, 26, 18, 6});
         connect(m_contacts, &VcardList::captionChanged, m_fraVCF,
                 [this] { m_fraVCF->setCaption(m_contacts->caption()); });
         connect(m_contacts, &VcardList::menuWanted, this, &frmPB::popUp);
