@@ -93,12 +93,4 @@ bool SetAreaCodes(link::Line& line, toolkit::StatusPanel* panel, const AreaCodes
     return false;
 }
 
-void enterAreaCodes(link::Line& line, toolkit::StatusPanel* panel, const AreaCodeDialog& show)
-{
-    QString answer;
-    ReadAreaCodes(line, panel, answer);
-    if (!answer.isEmpty())
-        show(answer);
-}
-
 } // namespace kalmo::phonedata

@@ -33,7 +33,4 @@ bool SetAreaCodes(link::Line& line, toolkit::StatusPanel* panel, const AreaCodes
 /// Shows the dialog for the codes, filled from an answer.
 using AreaCodeDialog = std::function<void(const QString& answer)>;
 
-/// Reads the codes and shows the dialog, unless the phone has not answered.
-void enterAreaCodes(link::Line& line, toolkit::StatusPanel* panel, const AreaCodeDialog& show);
-
 } // namespace kalmo::phonedata

@@ -3,6 +3,7 @@
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
 #include "link/PhoneModels.h"
+#include "phonedata/ClassicStore.h"
 
 namespace kalmo::phonedata {
 
@@ -117,14 +118,18 @@ bool hasWrongNumbers(const ListRows& list)
     return false;
 }
 
-CommandResult refreshContacts(VcardStore& store, const Progress& progress,
+CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolkit::BusyWindow* window,
                               const AreaCodeDialog& editAreaCodes)
 {
     const auto keep = store.weak_from_this().lock();
     link::Line& line = store.client().line();
     const bool asksForCodes = link::hasAreaCodes(store.context().sy.PhoneType);
     QString answer;
-    if (asksForCodes && !ReadAreaCodes(line, progress.panel, answer))
+    const auto readCodes = [&] {
+        const BusyScope busy(window);
+        return ReadAreaCodes(line, progress.panel, answer);
+    };
+    if (asksForCodes && !readCodes())
         editAreaCodes(answer);
     if (!store.VcfReadList(progress)) {
         tell(store, {.text = u"Fehler beim Lesen des Adressbuchs."_s,
@@ -134,8 +139,11 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress,
         return CommandResult::Failed;
     }
     if (asksForCodes && !store.client().isAbandoned() && store.list() && hasWrongNumbers(*store.list()) &&
-        wantsToEditCodes(store))
-        enterAreaCodes(line, progress.panel, editAreaCodes);
+        wantsToEditCodes(store)) {
+        readCodes();
+        if (!answer.isEmpty())
+            editAreaCodes(answer);
+    }
     return CommandResult::Done;
 }
 

@@ -23,8 +23,8 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row,
 bool hasWrongNumbers(const toolkit::ListRows& list);
 
 /// The command "Neu Laden": area code check, read, check for wrong numbers. `editAreaCodes` shows the dialog
-/// for the codes.
+/// for the codes; `window`, which may be absent, is blocked while they are asked for.
 CommandResult refreshContacts(VcardStore& store, const toolkit::Progress& progress,
-                              const AreaCodeDialog& editAreaCodes);
+                              toolkit::BusyWindow* window, const AreaCodeDialog& editAreaCodes);
 
 } // namespace kalmo::phonedata

@@ -50,6 +50,13 @@ void VcardStore::setLabels(const QString& kap, const QString& belegt)
     Q_EMIT capacityChanged();
 }
 
+void VcardStore::forget()
+{
+    if (m_list)
+        m_list->clear();
+    forgetCapacity();
+}
+
 bool VcardStore::updateLabels(tVcfInfo& info, const Progress& progress)
 {
     if (!VcfGetInfo(*m_client, info, progress))

@@ -41,6 +41,9 @@ public:
     /// but the caller has a word to say of the command as a whole.
     bool VcfReadList(const toolkit::Progress& progress);
 
+    /// Empties the list and forgets the capacity: another phone may be on the line, with LUIDs of its own.
+    void forget();
+
     /// Makes no automatic backups, whatever the settings say: the owner makes his own ones ahead of changes.
     void leaveBackupsToOwner() { m_backsUp = false; }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdlib>
+#include <functional>
+#include <utility>
 
 namespace kalmo::toolkit {
 
@@ -10,15 +12,23 @@ class Ending
 public:
     virtual ~Ending() = default;
 
-    /// Ends the process at once; no window is asked and no unload logic runs. Tests throw here.
+    /// What has to be brought to safety before the process ends, wherever that is decided. It runs once.
+    void setLastWork(std::function<void()> work) { m_lastWork = std::move(work); }
+
+    /// Ends the process behind the last work; no window is asked and no unload logic runs. Tests throw here.
     [[noreturn]] void EndProgram()
     {
+        if (const auto work = std::exchange(m_lastWork, nullptr))
+            work();
         end();
         std::abort(); // end() never comes back
     }
 
 protected:
     virtual void end() = 0;
+
+private:
+    std::function<void()> m_lastWork;
 };
 
 } // namespace kalmo::toolkit

@@ -2,6 +2,8 @@
 
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
+#include "obex/DataChannel.h"
+#include "phonedata/ClassicCommands.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/window/frmPB.h"
@@ -9,6 +11,8 @@
 #include <QApplication>
 #include <QScreen>
 #include <QTimer>
+
+#include <cstdlib>
 
 namespace kalmo::ui {
 
@@ -35,14 +39,30 @@ QString phoneOf(const app::Sy& sy)
     return QString::number(sy.PhoneType) + u' ' + sy.PhoneID;
 }
 
+/// The splash's wish to stop, for an operation that looks at a cancel box.
+struct AbortBox : toolkit::CancelBox
+{
+    explicit AbortBox(const link::SearchView& searchView) : view(searchView) {}
+    bool Checked() const override { return view.aborted(); }
+
+    const link::SearchView& view;
+};
+
 } // namespace
 
 StartFlow::StartFlow(Program& program, QString startArguments)
     : m_program(program), m_startArguments(std::move(startArguments))
 {
+    m_program.context.ending.setLastWork([this] {
+        if (m_main)
+            m_main->saveUnwritten();
+    });
 }
 
-StartFlow::~StartFlow() = default;
+StartFlow::~StartFlow()
+{
+    m_program.context.ending.setLastWork(nullptr);
+}
 
 void StartFlow::begin()
 {
@@ -61,27 +81,60 @@ void StartFlow::runSequence()
 void StartFlow::runSearch()
 {
     m_start->showPort(describePort(m_program));
+    if (std::exchange(m_wasInterrupted, false))
+        takeLineBack();
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone();
     m_start.reset();
-    if (outcome == link::SearchOutcome::PhoneFound)
+    if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow())
         showMainWindow();
     else
         m_settings->present(false);
 }
 
+/// At the rate that a phone answered at last. If that does not help, the search says what does.
+void StartFlow::takeLineBack()
+{
+    app::Context& context = m_program.context;
+    app::Sy& sy = context.sy;
+    link::SPortAx& port = m_program.line.port();
+    sy.ComNo =
+        sy.ComNoForThisRun > 0 ? sy.ComNoForThisRun : app::getInt(context.settings, app::keys::ComPortNew);
+    if (!port.IsOpen() && !port.Open(link::Line::ComPortName(sy.ComNo)))
+        return; // the search asks about that
+    m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
+    m_start->clearAborted();
+    m_program.line.ConfigurePort();
+    const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
+    port.SetSettings(u"%1,N,8,1"_s.arg(std::abs(rate)));
+    port.SetControlLines(true);
+    AbortBox abort(*m_start);
+    obex::recoverLine(m_program.line, {.cancel = &abort});
+    m_program.line.ClosePort(); // the search opens it with settings of its own
+}
+
+/// A window for another kind of phone goes, once the lists in it are safe. False if the user keeps it.
+bool StartFlow::dropsOtherWindow()
+{
+    if (!m_main || m_mainPhone == phoneOf(m_program.context.sy))
+        return true;
+    if (!m_main->saveUnwritten() && !m_main->mayLoseChanges(phonedata::unsavedChangesText)) {
+        m_program.line.ClosePort();
+        return false;
+    }
+    m_main.reset();
+    return true;
+}
+
 void StartFlow::showMainWindow()
 {
-    // Another phone may hang at the cable by now, even one of the same kind.
-    m_program.memory.phonebook.forget();
-    m_program.memory.providers.forget();
-    const QString phone = phoneOf(m_program.context.sy);
-    if (m_mainPhone != phone)
-        m_main.reset();
-    if (!m_main) {
+    if (m_main) {
+        // Another phone may hang at the cable by now, even one of the same kind.
+        m_main->forgetPhone();
+    } else {
         m_program.memory = {};
         m_main = std::make_unique<frmPB>(m_program, std::make_shared<obex::clsMmc>(m_program.line));
-        m_mainPhone = phone;
+        m_mainPhone = phoneOf(m_program.context.sy);
         connect(m_main.get(), &frmPB::settingsRequested, this, &StartFlow::openSettings);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
@@ -109,25 +162,22 @@ void StartFlow::onCancelled()
         m_main->show();
 }
 
-bool StartFlow::mayLoseChanges()
+/// Before the settings close the port. With another one the window goes, and the lists in it.
+bool StartFlow::mayLeavePhone(bool otherPort)
 {
-    const phonedata::PhoneMemory& memory = m_program.memory;
-    if (!m_main || (!memory.TbDirty && !memory.NeDirty))
+    if (!m_main)
         return true;
-    return m_program.context.dialogs.Show(
-               {.text =
-                    u"Es wurden Änderungen vorgenommen, diese wurden jedoch noch nicht durch die Funktion "
-                    u"\"Schreiben\" gespeichert und gehen verloren, wenn Sie Kalmo beenden.\n\n"
-                    u"Trotzdem beenden?"_s,
-                .buttons = toolkit::Buttons::YesNo,
-                .icon = toolkit::Icon::Question,
-                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
+    if (otherPort && !m_main->mayLoseChanges(phonedata::unsavedChangesText))
+        return false;
+    m_main->closeChannel();
+    return true;
 }
 
 void StartFlow::endByUser()
 {
-    if (!mayLoseChanges())
+    if (m_main && !m_main->mayLoseChanges(frmPB::closingText))
         return;
+    m_program.context.ending.setLastWork(nullptr); // the user has given them up
     // In the middle of the search's own stack: it could only come back through its questions.
     m_program.line.ClosePort();
     m_program.context.ending.EndProgram();
@@ -156,11 +206,15 @@ void StartFlow::ReadSettingsToForm()
 {
     if (!m_settings) {
         m_settings = std::make_unique<frmEinstellungen>(m_program);
+        m_settings->setLeaveQuestion([this](bool otherPort) { return mayLeavePhone(otherPort); });
         connect(m_settings.get(), &frmEinstellungen::saved, this, &StartFlow::onSaved);
         connect(m_settings.get(), &frmEinstellungen::cancelled, this, &StartFlow::onCancelled);
         connect(m_settings.get(), &frmEinstellungen::closedByUser, this, &StartFlow::endByUser);
     }
     m_settings->ReadSettingsToForm();
+    // The start sequence forgets that behind its reminder.
+    m_wasInterrupted =
+        app::get(m_program.context.settings, app::keys::LastUnclosedObexDevice) != app::noValue();
 }
 
 void StartFlow::showSettings()

@@ -36,11 +36,13 @@ public:
 private:
     void runSequence();
     void runSearch();
+    void takeLineBack();
+    bool dropsOtherWindow();
     void showMainWindow();
     void openSettings();
     void onSaved(bool otherPort);
     void onCancelled();
-    bool mayLoseChanges();
+    bool mayLeavePhone(bool otherPort);
     void endByUser();
 
     Program& m_program;
@@ -48,7 +50,8 @@ private:
     std::unique_ptr<frmStart> m_start;
     std::unique_ptr<frmEinstellungen> m_settings;
     std::unique_ptr<frmPB> m_main;
-    QString m_mainPhone; // the phone that the main window was made for
+    bool m_wasInterrupted = false; // the last run left a phone in its data mode
+    QString m_mainPhone;           // the phone that the main window was made for
 };
 
 } // namespace kalmo::ui

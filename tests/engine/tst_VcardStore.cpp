@@ -365,7 +365,7 @@ void tst_VcardStore::refresh()
     Contacts phone(u"SL78H"_s);
     QStringList shown;
     const auto dialog = [&](const QString& answer) { shown.append(answer); };
-    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), dialog), CommandResult::Done);
+    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
     QVERIFY(shown.isEmpty());
     QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
     QVERIFY(phone.write({{.lastName = u"x"_s, .work = u"f0521"_s}}));
@@ -375,7 +375,7 @@ void tst_VcardStore::refresh()
                  u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
                  {}, Answer::Ok),
         Answer::Yes);
-    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), dialog), CommandResult::Done);
+    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
     QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
 }
 

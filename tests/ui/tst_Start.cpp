@@ -1,8 +1,11 @@
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
+#include "phonedata/BackupFiles.h"
+#include "phonedata/ClassicCommands.h"
 #include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
+#include "ui/lists/RowsView.h"
 #include "ui/StartFlow.h"
 #include "ui/TestProgram.h"
 #include "ui/window/frmPB.h"
@@ -65,6 +68,7 @@ private Q_SLOTS:
     void usesAGivenStorageAndNeverOffersToResetIt();
     void goesFromTheFirstStartToTheMainWindowAndBack();
     void keepsTheMainWindowForTheSamePhoneOnly();
+    void losesNoListThatWaitsToBeWritten();
     void stopsTheSearchByKey();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
@@ -152,6 +156,39 @@ void tst_Start::keepsTheMainWindowForTheSamePhoneOnly()
     run.test.settings.PutIniNumber(u"Alias"_s, u"OTHER"_s, 7);
     QVERIFY(searchAgain());
     QVERIFY(!window && !run.memory.TbDirty);
+}
+
+void tst_Start::losesNoListThatWaitsToBeWritten()
+{
+    Run run;
+    app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
+    run.flow.begin();
+    auto* window = run.waitFor<ui::frmPB>();
+    window->goTo(u"TB"_s);
+    run.memory.TbDirty = true;
+    Q_EMIT window->settingsRequested();
+    auto* settings = shown<ui::frmEinstellungen>();
+    auto& ports = child<QComboBox>(*settings, "cmbCom");
+    const int port = app::getInt(run.test.settings, app::keys::ComPortNew);
+    ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);
+    run.test.dialogs.expect({.text = phonedata::unsavedChangesText(phonedata::Store::Phonebook),
+                             .buttons = toolkit::Buttons::YesNo,
+                             .icon = toolkit::Icon::Question,
+                             .defaultButton = toolkit::Answer::No},
+                            toolkit::Answer::No);
+    child<QPushButton>(*settings, "cmdOK").click();
+    QVERIFY(settings->isVisible() && run.port.IsOpen());
+    QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew), port);
+
+    // The program may end anywhere in the search.
+    const QString file =
+        phonedata::backupPath(run.test.context, u"Nicht geschriebene Liste vom "_s, u".tel"_s);
+    run.test.dialogs.expect(
+        {.text = u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:\n"_s + file,
+         .icon = toolkit::Icon::Information});
+    QVERIFY_THROWS_EXCEPTION(ProgramEnded, run.test.ending.EndProgram());
+    QCOMPARE(TestContext::contentOf(file).count("\r\n"),
+             static_cast<qsizetype>(child<ui::RowsView>(*window, "lvwTB").rows()->count()));
 }
 
 void tst_Start::stopsTheSearchByKey()

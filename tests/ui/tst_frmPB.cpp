@@ -108,6 +108,8 @@ private Q_SLOTS:
     void closingWaitsForAWrite();
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
+    void filesComeBackBehindCommands();
+    void secretWordsAreHeard();
     void ringtonesAreSet();
     void controlsCanBeReached();
 };
@@ -253,6 +255,7 @@ void frmPBTest::escapeCancelsARead()
     OpenWindow open(u"WOODSTOCK"_s);
     open.test.clock.after(1.5, [&open] {
         QVERIFY(!open.list("lvwTB").isEnabled());
+        QVERIFY(child<QWidget>(open.window, "chkCancel").isVisible());
         open.window.goTo(u"DIV"_s); // a click that comes all the same
         QTest::keyClick(&open.window, Qt::Key_Escape);
     });
@@ -292,6 +295,49 @@ void frmPBTest::contactsAreDeletedAtOnce()
     open.test.dialogs.expect({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
     open.press("save");
     QCOMPARE(TestContext::contentOf(file).count("\r\n"), static_cast<qsizetype>(before));
+    open.window.hide();
+    open.window.forgetPhone();
+    QCOMPARE(rows.count(), 0); // LUIDs of another phone
+    open.window.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
+}
+
+void frmPBTest::filesComeBackBehindCommands()
+{
+    OpenWindow open(u"SL400H"_s);
+    bool isBlocked = false;
+    open.test.clock.after(0.1, [&] {
+        isBlocked = open.status().startsWith(u"Prüfe Vorwahl"_s) && !open.list("lvwVCF").isEnabled() &&
+                    !child<QWidget>(open.window, "chkCancel").isVisible();
+    });
+    open.window.goTo(u"TB"_s);
+    QVERIFY(isBlocked);
+    open.window.goTo(u"FFS"_s);
+    open.press("refresh");
+    const auto state = [&] { return open.panel() + open.node() + open.front(); };
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QVERIFY(open.port.handset().isInDataMode());
+    open.window.goTo(u"SETUP"_s);
+    QCOMPARE(state(), u"fraVCFTBfraHinweisTelNichtInMenu"_s);
+    open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QVERIFY(open.port.handset().isInDataMode());
+}
+
+void frmPBTest::secretWordsAreHeard()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    const QString caption = open.window.windowTitle();
+    const auto type = [&] {
+        for (const char key : QByteArray("danke?"))
+            QTest::keyClick(open.window.windowHandle(), key);
+    };
+    open.test.clock.after(1, type); // the phone is asked
+    open.window.goTo(u"TB"_s);
+    QCOMPARE(open.window.windowTitle(), caption);
+    type();
+    QVERIFY(open.window.windowTitle().startsWith(u"Vielen Dank"_s));
 }
 
 void frmPBTest::ringtonesAreSet()

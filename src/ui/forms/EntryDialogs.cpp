@@ -1,9 +1,11 @@
 #include "ui/forms/EntryDialogs.h"
 
 #include "ui/controls/Named.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QDialogButtonBox>
 #include <QGuiApplication>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -60,6 +62,9 @@ QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* canc
     box->addButton(cancel, QDialogButtonBox::RejectRole);
     save->setDefault(true);
     QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
+    dialog.setWindowModality(Qt::WindowModal);
+    auto* help = new QShortcut(QKeySequence::HelpContents, &dialog);
+    QObject::connect(help, &QShortcut::activated, &dialog, [] { openHelp(); });
     return box;
 }
 

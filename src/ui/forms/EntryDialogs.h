@@ -23,7 +23,8 @@ void showWhole(QLineEdit& field, const QString& text);
 /// The frame `Frame1` with the fields `txtName` and `txtNr` of a classic list.
 QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr);
 
-/// The two buttons at the foot of a dialog, which Enter and Escape press. The second closes it.
+/// The two buttons at the foot of a dialog, which Enter and Escape press. The second closes it. The dialog
+/// blocks its window only, so that the help can be read beside it; F1 opens that.
 QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel);
 
 /// Asks for name and number where one of them is missing.

@@ -300,6 +300,9 @@ void frmEinstellungen::save()
     app::Context& context = m_program.context;
     const int before = app::getInt(context.settings, ComPortNew);
     const int chosen = link::portItemNumber(cmbCom->currentText());
+    const bool otherPort = chosen != before || context.sy.PhoneType == 0;
+    if (m_mayLeave && !m_mayLeave(otherPort))
+        return;
     writeSettings();
     if (m_storage != context.sy.Paths.Storage && !changeStorage(context, m_storage))
         return;
@@ -307,7 +310,7 @@ void frmEinstellungen::save()
         context.sy.ComNoForThisRun = 0;
     m_program.line.ClosePort();
     hide();
-    Q_EMIT saved(chosen != before || context.sy.PhoneType == 0);
+    Q_EMIT saved(otherPort);
 }
 
 void frmEinstellungen::reject()

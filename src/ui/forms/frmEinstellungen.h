@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -26,6 +28,9 @@ public:
     void ReadSettingsToForm();
     /// Shows the form. Without a way back only saving leads on, and closing it ends the program.
     void present(bool withWayBack);
+
+    /// Asked before anything is saved, with what saved() says then. False leaves all as it is.
+    void setLeaveQuestion(std::function<bool(bool otherPort)> mayLeave) { m_mayLeave = std::move(mayLeave); }
 
     void reject() override;
 
@@ -59,6 +64,7 @@ private:
     Program& m_program;
     link::ComDescriptions m_descriptions;
     QString m_storage; // the folder that is shown
+    std::function<bool(bool otherPort)> m_mayLeave;
     QComboBox* cmbCom = nullptr;
     QLabel* lblPortHinweis = nullptr;
     QLabel* lblSpeicherpfad = nullptr;

@@ -25,7 +25,6 @@ public:
     void showKind(Kind kind);
     void hideKind(Kind kind);
     void setShown(Kind kind, bool shown) { shown ? showKind(kind) : hideKind(kind); }
-    bool isShown(Kind kind) const { return m_shown.contains(kind); }
     /// Name of the frame that is seen, empty where none is.
     QString front() const;
 

@@ -24,7 +24,8 @@ const QString thanks =
 
 } // namespace
 
-SecretWords::SecretWords(QWidget* window) : QObject(window), m_window(window)
+SecretWords::SecretWords(QWidget* window, std::function<bool()> isBusy)
+    : QObject(window), m_window(window), m_isBusy(std::move(isBusy))
 {
     tmrCredits.setInterval(captionTick);
     connect(&tmrCredits, &QTimer::timeout, this, &SecretWords::moveCaption);
@@ -41,8 +42,9 @@ bool SecretWords::eventFilter(QObject* watched, QEvent* event)
 
 void SecretWords::typed(const QString& text)
 {
-    if (text.isEmpty())
-        return; // Shift, on the way to a question mark
+    // Without a text it is Shift, on the way to a question mark.
+    if (text.isEmpty() || m_isBusy())
+        return;
     if (tmrCredits.isActive()) {
         tmrCredits.stop();
         m_window->setWindowTitle({});

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 class QWidget;
 
 namespace kalmo::ui {
@@ -14,8 +16,8 @@ class SecretWords : public QObject
     Q_OBJECT
 
 public:
-    /// Belongs to the window and listens from now on.
-    explicit SecretWords(QWidget* window);
+    /// Belongs to the window and listens from now on, except while the window is busy.
+    SecretWords(QWidget* window, std::function<bool()> isBusy);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -26,6 +28,7 @@ private:
     void moveCaption();
 
     QWidget* m_window;
+    std::function<bool()> m_isBusy;
     QString m_typed;
     QTimer tmrCredits;
 };

@@ -35,20 +35,23 @@ void StatusArea::setBlocked(const QList<QWidget*>& widgets)
 void StatusArea::SetBusy(bool busy)
 {
     const bool wasBusy = isBusy();
-    if (busy && !wasBusy) {
+    if (busy && !wasBusy)
         m_cancel->reset();
-        m_cancel->show();
-    }
     m_busy->SetBusy(busy);
-    if (wasBusy && !isBusy()) {
-        m_cancel->hide();
+    offerCancel(m_offersCancel && (isBusy() || !wasBusy));
+    if (wasBusy && !isBusy())
         Q_EMIT becameIdle();
-    }
+}
+
+void StatusArea::offerCancel(bool offered)
+{
+    m_offersCancel = offered;
+    m_cancel->setVisible(offered && isBusy());
 }
 
 void StatusArea::cancel()
 {
-    if (isBusy())
+    if (isBusy() && m_offersCancel)
         m_cancel->setChecked(true);
 }
 

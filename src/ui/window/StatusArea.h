@@ -22,11 +22,15 @@ public:
 
     toolkit::Progress progress() { return {m_text, m_bar, m_cancel}; }
 
-    /// Blocks and frees; calls nest. The cancel button is there in between, and not pressed at first.
+    /// Blocks and frees; calls nest.
     void SetBusy(bool busy) override;
+    /// Whether what runs, or is about to, looks at the cancel box. The button is there while such an
+    /// operation keeps the window busy, and not pressed at first; the end of the operation takes the offer
+    /// back.
+    void offerCancel(bool offered);
     bool isBusy() const { return m_busy && m_busy->isBusy(); }
 
-    /// Asks the running operation to stop; nothing happens where none runs.
+    /// Asks the running operation to stop; nothing happens where none runs that could.
     void cancel();
 
     /// Panel "sta" while bytes come in: what stands there up to its dots, and the count behind it.
@@ -41,6 +45,7 @@ private:
     ProgressStrip* m_bar;
     CancelCheck* m_cancel;
     std::unique_ptr<WindowBusy> m_busy;
+    bool m_offersCancel = false;
 };
 
 } // namespace kalmo::ui

@@ -69,12 +69,19 @@ void VcardList::refresh()
     const QPointer<VcardList> self(this);
     // The store outlives the window if that goes in the middle.
     const std::shared_ptr<phonedata::VcardStore> store = m_store;
-    phonedata::refreshContacts(*store, m_parts.progress, [self](const QString& answer) {
+    const auto editAreaCodes = [self](const QString& answer) {
         if (self)
             self->showAreaCodeDialog(answer);
-    });
+    };
+    phonedata::refreshContacts(*store, m_parts.progress, &m_parts.busy, editAreaCodes);
     if (self)
         m_isRead = true;
+}
+
+void VcardList::forget()
+{
+    m_store->forget();
+    m_isRead = false;
 }
 
 void VcardList::add()

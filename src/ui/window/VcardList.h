@@ -22,6 +22,9 @@ public:
 
     void run(Command command) override;
 
+    /// Forgets the phone's contacts, so that no LUID of one phone is ever used on another.
+    void forget();
+
     /// Asks the phone for its area codes and shows the dialog for them, in place of the window.
     void editAreaCodes();
 

@@ -31,7 +31,7 @@ namespace {
 
 constexpr int twipsPerPixel = 15;
 constexpr QSize smallestSize(11940 / twipsPerPixel, 6810 / twipsPerPixel);
-constexpr QSize firstSize(1040, 700);
+constexpr QSize firstSize(1240, 760);
 constexpr int treeWidth = 230;
 
 const QStringList classicNote = {
@@ -50,6 +50,11 @@ const QStringList vcardNote = {
 };
 
 const QString notReadYet = u"Die Liste ist leer."_s;
+
+QString nameOf(const QKeySequence& key)
+{
+    return key.toString(QKeySequence::NativeText);
+}
 
 } // namespace
 
@@ -70,11 +75,12 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     layOut();
     connectMmc();
     setMinimumSize(smallestSize);
-    resize(firstSize);
+    resize(firstSize.boundedTo(screen()->availableSize()));
     RestoreFormLayout(*this, program.context.settings);
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
+    new SecretWords(this, [this] { return m_sta->isBusy(); });
     goTo(u"SPONSOR"_s);
 }
 
@@ -94,7 +100,7 @@ void frmPB::makePanels()
         m_contacts = new VcardList(m_parts, m_mmc, this);
         m_fraVCF = makeListPanel(u"fraVCF"_s, u"Telefonbuch"_s, m_contacts->rows(), false);
         m_fraVCF->setNote(vcardNote, u"lblStatic2"_s);
-        m_fraVCF->view().setColumnCharacters({18, 16, 18, 18, 18, 24, 18, 10});
+        m_fraVCF->view().setColumnCharacters({16, 14, 17, 17, 16, 26, 18, 6});
         connect(m_contacts, &VcardList::captionChanged, m_fraVCF,
                 [this] { m_fraVCF->setCaption(m_contacts->caption()); });
         connect(m_contacts, &VcardList::menuWanted, this, &frmPB::popUp);
@@ -156,16 +162,20 @@ void frmPB::makeToolbar()
         const QKeySequence shortcut(row.shortcut.toString());
         action->setObjectName(row.key.toString());
         action->setIconText(row.caption.toString());
-        action->setShortcut(shortcut);
-        action->setToolTip(shortcut.isEmpty()
-                               ? row.toolTip.toString()
-                               : u"%1 (%2)"_s.arg(row.toolTip, shortcut.toString(QKeySequence::NativeText)));
+        if (row.command == Command::Delete) // the lists' own key: in a field it deletes a character
+            action->setText(action->text() + u'\t' + nameOf(QKeySequence::Delete));
+        else
+            action->setShortcut(shortcut);
+        const QString key = nameOf(row.command == Command::Delete ? QKeySequence::Delete : shortcut);
+        action->setToolTip(key.isEmpty() ? row.toolTip.toString() : u"%1 (%2)"_s.arg(row.toolTip, key));
         connect(action, &QAction::triggered, this, [this, command = row.command] { press(command); });
         m_actions[row.command] = action;
         if (row.command == Command::Refresh || row.command == Command::Open || row.command == Command::Help)
             m_tlb->addSeparator();
         m_tlb->addAction(action);
-        m_tlb->widgetForAction(action)->setAccessibleName(row.caption.toString());
+        QWidget* button = m_tlb->widgetForAction(action);
+        button->setAccessibleName(row.caption.toString());
+        button->setFocusPolicy(Qt::TabFocus);
     }
     addToolBar(m_tlb);
 }
@@ -242,7 +252,10 @@ void frmPB::layOut()
 
 void frmPB::connectMmc()
 {
-    connect(m_mmc.get(), &obex::clsMmc::BusyOn, this, [this] { m_sta->SetBusy(true); });
+    connect(m_mmc.get(), &obex::clsMmc::BusyOn, this, [this] {
+        m_sta->SetBusy(true);
+        m_sta->offerCancel(true);
+    });
     connect(m_mmc.get(), &obex::clsMmc::BusyOff, this, [this] { m_sta->SetBusy(false); });
     connect(m_mmc.get(), &obex::clsMmc::BytesRxed, this, [this](qint64 count) { m_sta->showBytes(count); });
     connect(m_mmc.get(), &obex::clsMmc::LongTimeOutMsg, this,

@@ -45,6 +45,20 @@ public:
     /// Selects a node and enters its section.
     void goTo(const QString& key);
 
+    /// A search has found a phone again, of the same model: what came from the one of before is read anew
+    /// when the window is shown next. Lists that wait to be written stay.
+    void forgetPhone();
+
+    /// Asks about each list that waits to be written; `text` makes the question for one. True if they may go.
+    bool mayLoseChanges(const std::function<QString(phonedata::Store)>& text);
+    /// The question before the program ends.
+    static QString closingText(phonedata::Store store);
+    /// Puts lists that wait to be written into files in the folder for backups, and tells where. False if one
+    /// could not be saved, which has been told.
+    bool saveUnwritten();
+    /// Takes the phone back to AT commands, if it is in its data mode.
+    void closeChannel();
+
     int ActiveSection() const { return m_guard.ActiveSection; }
     int ToolbarMode() const { return m_toolbarMode; }
 
@@ -77,23 +91,24 @@ private:
     void SelectPreviousNode();
     void enterPhonebook();
     void enterProviders();
-    void enterPanel(QWidget* panel, int mode, int section);
+    void enterPanel(const QString& key, QWidget* panel, int mode, int section);
     void enterSponsor(const QString& key);
     void enterFiles();
     void enterSettings();
     void setMode(int mode, int section);
+    void showPanel(QWidget* panel, const QString& node);
+    void selectShownNode();
+    bool isFilesInFront() const;
     void firstShown();
 
     // Commands
     void press(Command command);
+    void runCommand(Command command);
     void popUp(Command command);
-    void openHelpFor(Command command);
 
     // Closing
-    bool mayClose();
     void stopForClosing();
     void closeIfWanted();
-    void closeChannel();
     void cleanUp();
 
     Program& m_program;
@@ -107,6 +122,7 @@ private:
     QToolBar* m_tlb;
     NaviTree* m_tvwNavi;
     PanelStack* m_panels;
+    QMap<const QWidget*, QString> m_nodes; // of the panels, each with the node that it was entered by
     Reminders* m_reminders;
     ClassicList* m_phonebook = nullptr; // of classic handsets
     ClassicList* m_providers = nullptr;

@@ -1,4 +1,6 @@
 #include "app/Files.h"
+#include "phonedata/BackupFiles.h"
+#include "phonedata/ClassicCommands.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
 #include "ui/window/Reminders.h"
@@ -14,6 +16,7 @@
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
+using phonedata::Store;
 using toolkit::Answer;
 
 namespace {
@@ -26,14 +29,6 @@ bool agrees(app::Context& context, const QString& text)
                                  .buttons = toolkit::Buttons::YesNo,
                                  .icon = toolkit::Icon::Question,
                                  .defaultButton = Answer::No}) == Answer::Yes;
-}
-
-QString closingText(const QString& list)
-{
-    return u"Es wurden Änderungen "_s + list +
-           u" vorgenommen, diese wurden jedoch noch nicht durch die Funktion \"Schreiben\" gespeichert und "
-           u"gehen "
-           u"verloren, wenn Sie Kalmo beenden.\n\nTrotzdem beenden?"_s;
 }
 
 } // namespace
@@ -60,7 +55,7 @@ void frmPB::closeEvent(QCloseEvent* event)
         return;
     }
     m_closeWanted = false;
-    if (!mayClose())
+    if (!mayLoseChanges(closingText))
         return;
     m_isClosing = true;
     const QPointer<frmPB> self(this);
@@ -95,12 +90,45 @@ void frmPB::closeIfWanted()
         close();
 }
 
-bool frmPB::mayClose()
+QString frmPB::closingText(Store store)
 {
-    const phonedata::PhoneMemory& memory = m_program.memory;
+    const QString list = store == Store::Phonebook ? u"am Telefonbuch"_s : u"an der Providerliste"_s;
+    return u"Es wurden Änderungen "_s + list +
+           u" vorgenommen, diese wurden jedoch noch nicht durch die Funktion \"Schreiben\" gespeichert und "
+           u"gehen "
+           u"verloren, wenn Sie Kalmo beenden.\n\nTrotzdem beenden?"_s;
+}
+
+bool frmPB::mayLoseChanges(const std::function<QString(Store)>& text)
+{
+    const auto mayGo = [&](Store store) {
+        return !phonedata::isDirty(m_program.memory, store) || agrees(m_program.context, text(store));
+    };
+    return mayGo(Store::Providers) && mayGo(Store::Phonebook);
+}
+
+bool frmPB::saveUnwritten()
+{
     app::Context& context = m_program.context;
-    return (!memory.NeDirty || agrees(context, closingText(u"an der Providerliste"_s))) &&
-           (!memory.TbDirty || agrees(context, closingText(u"am Telefonbuch"_s)));
+    QStringList paths;
+    bool areSafe = true;
+    for (const ClassicList* list : {m_phonebook, m_providers}) {
+        if (!list || !list->isDirty() || list->rows().count() == 0)
+            continue;
+        const Store store = list->store();
+        const QString path = phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s,
+                                                   phonedata::backupExtension(store));
+        if (phonedata::saveBackup(context, path, phonedata::listBytes(list->rows(), store)))
+            paths.append(path);
+        else
+            areSafe = false;
+    }
+    if (!paths.isEmpty())
+        context.dialogs.Show(
+            {.text = u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:\n"_s +
+                     paths.join(u'\n'),
+             .icon = toolkit::Icon::Information});
+    return areSafe;
 }
 
 void frmPB::closeChannel()

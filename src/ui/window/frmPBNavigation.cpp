@@ -23,8 +23,24 @@ using phonedata::Store;
 using toolkit::Answer;
 
 namespace {
-constexpr int bluetoothTopic = 1001;
+
+/// Whether a command may talk to the phone in AT commands, or opens a data session of its own.
+bool needsLine(Command command)
+{
+    switch (command) {
+    case Command::Read:
+    case Command::Write:
+    case Command::New:
+    case Command::Edit:
+    case Command::Delete:
+    case Command::Refresh:
+        return true;
+    default:
+        return false;
+    }
 }
+
+} // namespace
 
 void frmPB::goTo(const QString& key)
 {
@@ -34,7 +50,8 @@ void frmPB::goTo(const QString& key)
 
 void frmPB::tvwNavi_NodeClick(const QString& key)
 {
-    if (m_sta->isBusy() || (m_guard.ActiveSection == SectionFiles && key == u"FFS"_s))
+    const bool areFilesOpen = isFilesInFront() && m_mmc->IsOnline() == obex::clsMmc::Connected;
+    if (m_sta->isBusy() || (areFilesOpen && key == u"FFS"_s))
         return;
     const QPointer<frmPB> self(this);
     if (m_guard.ActiveSection == SectionFiles)
@@ -49,9 +66,9 @@ void frmPB::tvwNavi_NodeClick(const QString& key)
     else if (key == u"NE"_s)
         enterProviders();
     else if (key == u"DIV"_s)
-        enterPanel(m_fraDIV, ModeDiverse, SectionDiverse);
+        enterPanel(key, m_fraDIV, ModeDiverse, SectionDiverse);
     else if (key == u"SOUND"_s)
-        enterPanel(m_fraSounds, ModeSounds, m_guard.ActiveSection);
+        enterPanel(key, m_fraSounds, ModeSounds, m_guard.ActiveSection);
     else if (key.startsWith(u"SPONSOR"_s))
         enterSponsor(key);
     else if (key == u"FFS"_s)
@@ -59,9 +76,28 @@ void frmPB::tvwNavi_NodeClick(const QString& key)
     else if (key == u"SETUP"_s)
         enterSettings();
     else if (key == u"BT"_s)
-        openHelp(bluetoothTopic);
+        openHelp(helpTopicBluetooth);
     else if (key == u"VW"_s && m_contacts)
         m_contacts->editAreaCodes();
+    if (self)
+        selectShownNode();
+}
+
+void frmPB::showPanel(QWidget* panel, const QString& node)
+{
+    m_nodes[panel] = node;
+    m_panels->showPanel(panel);
+}
+
+/// Several nodes show nothing in the window, and leaving the files brings back what was shown before.
+void frmPB::selectShownNode()
+{
+    m_tvwNavi->selectNode(m_nodes.value(m_panels->currentWidget()));
+}
+
+bool frmPB::isFilesInFront() const
+{
+    return m_fraFFS && m_panels->currentWidget() == m_fraFFS;
 }
 
 /// The phone has to take AT commands again before anything else is asked of it.
@@ -104,7 +140,7 @@ void frmPB::SelectPreviousNode()
 void frmPB::enterPhonebook()
 {
     m_reminders->setShown(Reminders::Save, m_program.memory.TbDirty);
-    m_panels->showPanel(m_contacts ? m_fraVCF : m_fraPBTB);
+    showPanel(m_contacts ? m_fraVCF : m_fraPBTB, u"TB"_s);
     setMode(ModePhonebook, SectionPhonebook);
     if (m_contacts && !m_contacts->isRead())
         press(Command::Refresh);
@@ -115,16 +151,16 @@ void frmPB::enterPhonebook()
 void frmPB::enterProviders()
 {
     m_reminders->setShown(Reminders::Save, m_program.memory.NeDirty);
-    m_panels->showPanel(m_fraPBNE);
+    showPanel(m_fraPBNE, u"NE"_s);
     setMode(ModeProviders, SectionProviders);
     if (!m_providers->isRead())
         press(Command::Read);
 }
 
-void frmPB::enterPanel(QWidget* panel, int mode, int section)
+void frmPB::enterPanel(const QString& key, QWidget* panel, int mode, int section)
 {
     m_reminders->hideKind(Reminders::Save);
-    m_panels->showPanel(panel);
+    showPanel(panel, key);
     setMode(mode, section);
     if (mode == ModeDiverse)
         press(Command::Refresh);
@@ -134,7 +170,7 @@ void frmPB::enterSponsor(const QString& key)
 {
     m_reminders->hideKind(Reminders::Save);
     m_fraAd->showNode(key);
-    m_panels->showPanel(m_fraAd);
+    showPanel(m_fraAd, key);
     setMode(ModeSponsor, SectionSponsor);
 }
 
@@ -142,7 +178,7 @@ void frmPB::enterFiles()
 {
     const QPointer<frmPB> self(this);
     const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    m_panels->showPanel(m_fraFFS);
+    showPanel(m_fraFFS, u"FFS"_s);
     m_guard.ActiveSection = SectionFiles;
     if (!mmc->Online(m_parts.progress) || !self)
         return;
@@ -179,8 +215,20 @@ void frmPB::showEvent(QShowEvent* event)
 
 void frmPB::firstShown()
 {
-    if (m_fraSounds && !m_sta->isBusy())
+    if (m_sta->isBusy())
+        return;
+    if (m_fraSounds)
         m_fraSounds->load();
+    else if (m_contacts && m_panels->currentWidget() == m_fraVCF && !m_contacts->isRead())
+        press(Command::Refresh);
+}
+
+void frmPB::forgetPhone()
+{
+    m_program.memory.forget();
+    if (m_contacts)
+        m_contacts->forget();
+    m_wasShown = false;
 }
 
 void frmPB::DisplayRefresh()
@@ -209,14 +257,34 @@ void frmPB::press(Command command)
     // A key of a list may ask for what its section does not offer now.
     if (m_sta->isBusy() || !m_actions[command]->isEnabled())
         return;
-    if (CommandTarget* target = m_targets.value(m_toolbarMode))
-        target->run(command);
+    const QPointer<frmPB> self(this);
+    const bool interruptsFiles = isFilesInFront() && needsLine(command);
+    if (interruptsFiles)
+        leaveFiles();
+    if (!self || (interruptsFiles && m_mmc->IsOnline() == obex::clsMmc::Connected))
+        return;
+    runCommand(command);
+    if (self && interruptsFiles && !m_closeWanted)
+        enterFiles();
+}
+
+void frmPB::runCommand(Command command)
+{
+    CommandTarget* target = m_targets.value(m_toolbarMode);
+    if (!target)
+        return;
+    const QPointer<frmPB> self(this);
+    // Of the commands without OBEX reading alone can be stopped: a store half written is half lost.
+    m_sta->offerCancel(command == Command::Read);
+    target->run(command);
+    if (self)
+        m_sta->offerCancel(false);
 }
 
 /// The panel of files has a command of its own on that key, and two would cancel each other out.
 void frmPB::giveRefreshKey()
 {
-    const bool isFiles = m_fraFFS && m_panels->currentWidget() == m_fraFFS;
+    const bool isFiles = isFilesInFront();
     for (const CommandRow& row : commandTable()) {
         if (row.command == Command::Refresh)
             m_actions[row.command]->setShortcut(isFiles ? QKeySequence()
