@@ -16,6 +16,8 @@ class AtExchange : public QObject
 
 private Q_SLOTS:
     void answers();
+    void keepsEntries();
+    void watchesTheStores();
     void everyModelNamesItself();
     void keepsTheLinesPace();
     void answersOnlyAtItsRate();
@@ -59,6 +61,60 @@ void AtExchange::answers()
     for (const auto& [model, said, answer, violations] : rows) {
         HandsetTalk talk({.model = model});
         QCOMPARE(talk.sayAll(said), answer);
+        QCOMPARE(talk.violations(), violations);
+    }
+}
+
+/// What is written reads back as it was, or is refused; and what of it no client should have sent.
+void AtExchange::keepsEntries()
+{
+    const QString oldest = u"WOODSTOCK"_s;
+    const QString newest = u"PICASSO"_s;
+    const Rows<QString, QByteArray, QByteArray, bool> rows{
+        {"date in families 2 to 4", newest, "1,A,1,1,12,000229120012", "1,A,1,1,12,000229120012,0,", false},
+        {"VIP", newest, "1,A,1,1,0,,1,10", "1,A,1,1,0,,1,10", false},
+        {"longest", newest, "16,Abcdefghijklmn\xdf\xfc,32,+1234567890123456789012345678901,0,",
+         "16,Abcdefghijklmn\xdf\xfc,32,+1234567890123456789012345678901,0,,0,", false},
+        {"number too long", newest, "1,A,33,123456789012345678901234567890123,0,", {}, false},
+        {"character that it can't show", newest, "1,[,1,1,0,", {}, false},
+        {"VIP in family 1", oldest, "1,A,1,1,0,,1,5", {}, true},
+        {"no such day", newest, "1,A,1,1,11,00023012005", {}, true},
+        {"enormous length", newest, "99999999999,A,1,1,0,", {}, true},
+    };
+    for (const auto& [model, entry, kept, malformed] : rows) {
+        HandsetTalk talk(emptyHandset(model));
+        const QByteArray answer = talk.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=" + entry + "\r\n"});
+        QCOMPARE(answer, "AT^WSWE=" + entry + "\r\r\n" + (kept.isEmpty() ? "ERROR\r\n" : "OK\r\n"));
+        QCOMPARE(talk.sayAll({model == oldest ? "AT\r" : "AT^WSSL\r", "AT^WSSL=\"TB\"\r", "AT^WSRE\r"}),
+                 "AT^WSRE\r\r\n" + (kept.isEmpty() ? "OK\r\n" : "^WSRE: " + kept + "\r\n\r\nOK\r\n"));
+        const QStringList complaint{u"malformed: AT^WSWE="_s + QString::fromLatin1(entry)};
+        QCOMPARE(talk.violations(), malformed ? complaint : QStringList());
+    }
+    HandsetTalk full({.model = newest, .seed = u"none"_s, .capacity = 1});
+    const QByteArray second = "AT^WSWE=1,B,1,2,0,\r\n";
+    QVERIFY(full.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=1,A,1,1,0,\r\n", second}).endsWith("\nERROR\r\n"));
+    QCOMPARE(full.port.handset().phone().phonebook.entries.size(), 1u);
+}
+
+void AtExchange::watchesTheStores()
+{
+    const QByteArray open = "AT^WSSL=\"TB\"\r";
+    Rows<QByteArrayList, QStringList> rows;
+    rows.add("entry ended by CR alone", {open, "AT^WSWE=4,Abel,3,123,0,\r", "AT^WSSL\r"},
+             {u"ended by CR alone: AT^WSWE=4,Abel,3,123,0,"_s});
+    rows.add("preparation in another family", {open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSSL\r"},
+             {u"ended by CR alone: AT^WSWE=1,A,1,1,0,"_s});
+    rows.add("other command in a store", {open, "AT+CGMR\r", "AT^WSSL\r"},
+             {u"AT+CGMR while a store is open"_s});
+    rows.add("close of the wrong family", {open, "AT\r"}, {u"line closed while the store \"TB\" is open"_s});
+    rows.add("nothing open", {"AT^WSRE\r", "AT^WSWE=4,Abel,3,123,0,\r\n"},
+             {u"AT^WSRE without an open store"_s, u"AT^WSWE=4,Abel,3,123,0, without an open store"_s,
+              u"ended by CR LF: AT^WSWE=4,Abel,3,123,0,"_s});
+
+    for (const auto& [said, violations] : rows) {
+        HandsetTalk talk(emptyHandset(u"PICASSO"_s));
+        talk.sayAll(said);
+        talk.port.Close();
         QCOMPARE(talk.violations(), violations);
     }
 }
