@@ -1,12 +1,12 @@
 // Files of contacts: what is saved can be read again, and what is not understood is refused as a whole.
 
 #include "cli/ContactFiles.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace kalmo::cli;
-using kalmo::phonedata::tVcfEntry;
 
 class tst_ContactFiles : public QObject
 {
@@ -14,7 +14,6 @@ class tst_ContactFiles : public QObject
 
 private Q_SLOTS:
     void savedAndRead();
-    void refusals_data();
     void refusals();
 };
 
@@ -42,34 +41,26 @@ void tst_ContactFiles::savedAndRead()
         3);
 }
 
-void tst_ContactFiles::refusals_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("key") << "[{\"home\": \"1\"}, {\"Home\": \"1\"}]"_ba
-                         << u"contact 2: unknown key \"Home\""_s;
-    QTest::newRow("no text") << "[{\"home\": 1}]"_ba << u"contact 1: \"home\" must be a text"_s;
-    QTest::newRow("nothing in it") << "{\"luid\": \"1\"}"_ba << u"contact 1: there is nothing in it"_s;
-    QTest::newRow("a line end") << "{\"home\": \"1\\nTEL:2\"}"_ba
-                                << u"contact 1: there is a control character in \"home\""_s;
-    QTest::newRow("foreign letters") << "{\"lastName\": \"Łukasz\"}"_ba
-                                     << u"contact 1: there is a letter in \"lastName\" that no phone has"_s;
-    QTest::newRow("a field too few")
-        << "\"A\",\"\",\"1\",\"\",\"\",\"\"\r\n"_ba
-        << u"line 1: expected seven fields: last name, first name, home, mobile, "
-           "work, e-mail, birthday"_s;
-    QTest::newRow("birthday") << "\"A\",\"\",\"1\",\"\",\"\",\"\",\"1970-03-21\"\r\n"_ba
-                              << u"line 1: the birthday is not of the form \"21.03.1970  12:30\""_s;
-}
-
 void tst_ContactFiles::refusals()
 {
-    QFETCH(QByteArray, bytes);
-    Contacts read;
-    QString error;
-    const bool isCsv = bytes.startsWith('"');
-    QVERIFY(!(isCsv ? readContactCsv(bytes, read, error) : readContactJson(bytes, read, error)));
-    QTEST(error, "error");
+    const kalmo::tests::Rows<QByteArray, QString> rows{
+        {"key", R"([{"home": "1"}, {"Home": "1"}])", u"contact 2: unknown key \"Home\""_s},
+        {"no text", R"([{"home": 1}])", u"contact 1: \"home\" must be a text"_s},
+        {"nothing in it", R"({"luid": "1"})", u"contact 1: there is nothing in it"_s},
+        {"a line end", R"({"home": "1\nTEL:2"})", u"contact 1: there is a control character in \"home\""_s},
+        {"foreign letters", R"({"lastName": "Łukasz"})",
+         u"contact 1: there is a letter in \"lastName\" that no phone has"_s},
+        {"a field too few", R"("A","","1","","","")",
+         u"line 1: expected seven fields: last name, first name, home, mobile, work, e-mail, birthday"_s},
+        {"birthday", R"("A","","1","","","","1970-03-21")",
+         u"line 1: the birthday is not of the form \"21.03.1970  12:30\""_s},
+    };
+    for (const auto& [bytes, wanted] : rows) {
+        Contacts read;
+        QString error;
+        QVERIFY(!(bytes.startsWith('"') ? readContactCsv : readContactJson)(bytes, read, error));
+        QCOMPARE(error, wanted);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_ContactFiles)

@@ -24,7 +24,7 @@ private Q_SLOTS:
     void refusalsAreRepeated();
     void repeatsAreReported();
     void aWaitOverMidnightDoesNotTimeOut();
-    void rawSendGoesOut();
+    void rawBytesGoOutAndIn();
     void rawReceive();
     void commandsNeedTextMode();
     void nestedExchangeStealsNothing();
@@ -119,7 +119,7 @@ void tst_Line::aWaitOverMidnightDoesNotTimeOut()
     QVERIFY(std::abs(test.clock.elapsed() - before - 1) < 0.01); // pauses keep their length
 }
 
-void tst_Line::rawSendGoesOut()
+void tst_Line::rawBytesGoOutAndIn()
 {
     TestContext test;
     ScriptedPort port(test);
@@ -136,6 +136,14 @@ void tst_Line::rawSendGoesOut()
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines[1].startsWith(u"TxDir (ASC): "_s + u" 00 01 02"_s));
     QCOMPARE(lines[2], u"Warning:: OutBufferOverflow TxDirectLen=9984 eComm.OutBufferSize=4096"_s);
+
+    port.say(QByteArray(10001, 'x'));
+    test.clock.DoEvents(1);
+    QByteArray received;
+    for (const int size : {10000, 10001}) { // the rest is left to the next read
+        QVERIFY(line.readWaiting(received));
+        QCOMPARE(received.size(), size);
+    }
 }
 
 void tst_Line::rawReceive()

@@ -8,16 +8,6 @@ using namespace kalmo;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
-class tst_Status : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void gauges();
-    void clock();
-    void settingTheClock();
-};
-
 namespace {
 
 void answer(ScriptedPort& port, const QByteArray& command, const QByteArray& payload)
@@ -26,6 +16,15 @@ void answer(ScriptedPort& port, const QByteArray& command, const QByteArray& pay
 }
 
 } // namespace
+
+class tst_Status : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void gauges();
+    void clock();
+};
 
 void tst_Status::gauges()
 {
@@ -48,13 +47,10 @@ void tst_Status::gauges()
 
 void tst_Status::clock()
 {
-    const auto moment = [](int y, int m, int d, int h, int n, int s) {
-        return QDateTime(QDate(y, m, d), QTime(h, n, s));
-    };
     const Rows<QByteArray, QDateTime> rows{
-        {"quoted", "+CCLK: \"26/11/21,12:30:05\"", moment(2026, 11, 21, 12, 30, 5)},
-        {"last century", "+CCLK: \"99/01/02,00:00:00\"", moment(1999, 1, 2, 0, 0, 0)},
-        {"runs over", "+CCLK: \"26/12/31,24:00:00\"", moment(2027, 1, 1, 0, 0, 0)},
+        {"quoted", "+CCLK: \"26/11/21,12:30:05\"", QDateTime(QDate(2026, 11, 21), QTime(12, 30, 5))},
+        {"last century", "+CCLK: \"99/01/02,00:00:00\"", QDate(1999, 1, 2).startOfDay()},
+        {"runs over", "+CCLK: \"26/12/31,24:00:00\"", QDate(2027, 1, 1).startOfDay()},
         {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
         {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
     };
@@ -69,10 +65,6 @@ void tst_Status::clock()
         if (time.isValid())
             QCOMPARE(read, time);
     }
-}
-
-void tst_Status::settingTheClock()
-{
     ScriptedLine scripted;
     auto& [test, port, line] = scripted;
     port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");

@@ -5,6 +5,7 @@
 #include "phonedata/VcardCommands.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -92,11 +93,9 @@ class tst_VcardStore : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyFamily_data();
     void everyFamily();
     void busyPhone();
     void partOfAList();
-    void failedWrites_data();
     void failedWrites();
     void unconfirmedChange();
     void noRoom();
@@ -108,50 +107,45 @@ private Q_SLOTS:
     void organizer();
 };
 
-void tst_VcardStore::everyFamily_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<handset::Options>("options");
-    QTest::addColumn<int>("counterReads"); // for a delete of three
-    QTest::newRow("5") << u"S68H"_s << handset::Options{.counterLine = true} << 1;
-    QTest::newRow("7") << u"Sinus 501"_s << handset::Options{.size = handset::SizeForm::Never} << 1;
-    QTest::newRow("8, small") << u"SL78H"_s << handset::Options{.maxPacket = 255} << 3;
-    QTest::newRow("11") << u"S850H"_s << handset::Options{} << 3;
-    QTest::newRow("12") << u"SL450HX"_s << handset::Options{.cards = handset::CardText::Raw} << 3;
-    QTest::newRow("13") << u"SL5 prof"_s << handset::Options{} << 3;
-}
-
 /// Reads, adds, changes, deletes: one evening of a user.
 void tst_VcardStore::everyFamily()
 {
-    QFETCH(QString, model);
-    QFETCH(handset::Options, options);
-    Contacts phone(model, options);
-    QVERIFY(phone.read());
-    phone.checkAllIsWell();
-    const int before = phone.list->count();
-    QVERIFY(phone.write({someone, {.lastName = u"B;C"_s, .mobile = u"1"_s}}));
-    QCOMPARE(phone.report.luids.size(), 2);
-    QCOMPARE(TestContext::contentOf(phone.report.backup).count('\n'), before + 1);
-    phone.checkAllIsWell();
+    const Rows<QString, handset::Options, int> rows{
+        {"5", u"S68H"_s, handset::Options{.counterLine = true}, 1},
+        {"7", u"Sinus 501"_s, handset::Options{.size = handset::SizeForm::Never}, 1},
+        {"8, small", u"SL78H"_s, handset::Options{.maxPacket = 255}, 3},
+        {"11", u"S850H"_s, handset::Options{}, 3},
+        {"12", u"SL450HX"_s, handset::Options{.cards = handset::CardText::Raw}, 3},
+        {"13", u"SL5 prof"_s, handset::Options{}, 3},
+    };
+    for (const auto& [model, options, counterReads] : rows) { // of these, for a delete of three
+        Contacts phone(model, options);
+        QVERIFY(phone.read());
+        phone.checkAllIsWell();
+        const int before = phone.list->count();
+        QVERIFY(phone.write({someone, {.lastName = u"B;C"_s, .mobile = u"1"_s}}));
+        QCOMPARE(phone.report.luids.size(), 2);
+        QCOMPARE(TestContext::contentOf(phone.report.backup).count('\n'), before + 1);
+        phone.checkAllIsWell();
 
-    tVcfEntry changed = vcfEntryFrom(phone.list->row(1));
-    changed.lastName = u"Äß"_s;
-    changed.birthday = writtenBirthday(QDate(1970, 3, 2), u"12:30"_s);
-    QCOMPARE(saveContact(*phone.store, changed, 1, phone.progress.all()), CommandResult::Done);
-    QCOMPARE(phone.held().find(changed.luid)->fields[u"birthday"_s].toString(), u"1970-03-02T12:30"_s);
-    phone.checkAllIsWell();
+        tVcfEntry changed = vcfEntryFrom(phone.list->row(1));
+        changed.lastName = u"Äß"_s;
+        changed.birthday = writtenBirthday(QDate(1970, 3, 2), u"12:30"_s);
+        QCOMPARE(saveContact(*phone.store, changed, 1, phone.progress.all()), CommandResult::Done);
+        QCOMPARE(phone.held().find(changed.luid)->fields[u"birthday"_s].toString(), u"1970-03-02T12:30"_s);
+        phone.checkAllIsWell();
 
-    for (const int row : {0, 2, before})
-        phone.list->setSelected(row, true);
-    phone.progress.panel.texts.clear();
-    QVERIFY(phone.store->VcfDeleteRows(phone.progress.all(), &phone.report));
-    QTEST(static_cast<int>(phone.progress.panel.texts.count(u"Empfange cc.log..."_s)), "counterReads");
-    QCOMPARE(phone.report.luids.size(), 3);
-    phone.checkAllIsWell();
-    QVERIFY(phone.read());
-    QCOMPARE(phone.list->count(), before - 1);
-    phone.checkAllIsWell();
+        for (const int row : {0, 2, before})
+            phone.list->setSelected(row, true);
+        phone.progress.panel.texts.clear();
+        QVERIFY(phone.store->VcfDeleteRows(phone.progress.all(), &phone.report));
+        QCOMPARE(phone.progress.panel.texts.count(u"Empfange cc.log..."_s), counterReads);
+        QCOMPARE(phone.report.luids.size(), 3);
+        phone.checkAllIsWell();
+        QVERIFY(phone.read());
+        QCOMPARE(phone.list->count(), before - 1);
+        phone.checkAllIsWell();
+    }
 }
 
 void tst_VcardStore::busyPhone()
@@ -202,50 +196,43 @@ void tst_VcardStore::partOfAList()
     }
 }
 
-void tst_VcardStore::failedWrites_data()
-{
-    QTest::addColumn<Faults>("faults");
-    QTest::addColumn<int>(
-        "told"); // code of the client's box, 0 for that of the store, 1 for none: it succeeds
-    QTest::addColumn<bool>("unconfirmed");
-
-    constexpr int put = 12; // connections, info.log, folders, cc.log come first
-    QTest::newRow("full") << Faults{.full = true} << 0xE0 << false;
-    QTest::newRow("refused") << Faults{.refuseAt = put, .refuseCode = 0xC9} << 0xC9 << false;
-    QTest::newRow("silent in the middle") << Faults{.lateBy = 60.3, .lateRequestAt = put} << -1 << false;
-    QTest::newRow("silent at the end") << Faults{.lateBy = 60.3, .lateRequestAt = put + 1} << -1 << true;
-    QTest::newRow("no LUID") << Faults{.noLuid = true} << 0 << true;
-    QTest::newRow("wrong length") << Faults{.wrongLuidLength = true} << 0 << true;
-    QTest::newRow("second connection refused") << Faults{.refuseAt = 2} << 0xC3 << false;
-    QTest::newRow("first connection refused") << Faults{.refuseAt = 1} << 0xC3 << false;
-    QTest::newRow("says to be done early") << Faults{.earlySuccess = true} << 1 << false;
-}
-
 void tst_VcardStore::failedWrites()
 {
-    QFETCH(Faults, faults);
-    QFETCH(int, told);
-    QFETCH(bool, unconfirmed);
-    Contacts phone(u"SL400H"_s, {.maxPacket = 255});
-    QVERIFY(phone.read());
-    const int before = phone.list->count();
-    phone.port.handset().setFaults(faults);
-    if (told != 1)
-        phone.test.dialogs.expect(told == 0 ? lostReference : errorBox(GetFriedlyErrMsg(told)));
-    tVcfEntry entry = someone; // of two frames
-    entry.email = QString(60, u'e');
-    entry.mobile = entry.work = QString(32, u'1');
-    QCOMPARE(phone.write({entry}), told == 1);
-    QCOMPARE(phone.report.unconfirmed, unconfirmed);
-    QCOMPARE(phone.list->count(), before + (unconfirmed || told == 1 ? 1 : 0));
-    QVERIFY(!phone.port.handset().isInDataMode());
-    if (unconfirmed) {
-        QVERIFY(phone.list->text(before, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
-        QCOMPARE(phone.store->lblVCFbelegt(), u"?"_s);
+    constexpr int put = 12; // connections, info.log, folders, cc.log come first
+    // Code of the client's box, 0 for that of the store, 1 for none: it succeeds; whether it is in doubt.
+    const Rows<Faults, int, bool> rows{
+        {"full", Faults{.full = true}, 0xE0, false},
+        {"refused", Faults{.refuseAt = put, .refuseCode = 0xC9}, 0xC9, false},
+        {"silent in the middle", Faults{.lateBy = 60.3, .lateRequestAt = put}, -1, false},
+        {"silent at the end", Faults{.lateBy = 60.3, .lateRequestAt = put + 1}, -1, true},
+        {"no LUID", Faults{.noLuid = true}, 0, true},
+        {"wrong length", Faults{.wrongLuidLength = true}, 0, true},
+        {"second connection refused", Faults{.refuseAt = 2}, 0xC3, false},
+        {"first connection refused", Faults{.refuseAt = 1}, 0xC3, false},
+        {"says to be done early", Faults{.earlySuccess = true}, 1, false},
+    };
+    for (const auto& [faults, told, unconfirmed] : rows) {
+        Contacts phone(u"SL400H"_s, {.maxPacket = 255});
+        QVERIFY(phone.read());
+        const int before = phone.list->count();
+        phone.port.handset().setFaults(faults);
+        if (told != 1)
+            phone.test.dialogs.expect(told == 0 ? lostReference : errorBox(GetFriedlyErrMsg(told)));
+        tVcfEntry entry = someone; // of two frames
+        entry.email = QString(60, u'e');
+        entry.mobile = entry.work = QString(32, u'1');
+        QCOMPARE(phone.write({entry}), told == 1);
+        QCOMPARE(phone.report.unconfirmed, unconfirmed);
+        QCOMPARE(phone.list->count(), before + (unconfirmed || told == 1 ? 1 : 0));
+        QVERIFY(!phone.port.handset().isInDataMode());
+        if (unconfirmed) {
+            QVERIFY(phone.list->text(before, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
+            QCOMPARE(phone.store->lblVCFbelegt(), u"?"_s);
+        }
+        phone.port.handset().setFaults({});
+        QVERIFY(phone.read());
+        phone.checkAllIsWell();
     }
-    phone.port.handset().setFaults({});
-    QVERIFY(phone.read());
-    phone.checkAllIsWell();
 }
 
 void tst_VcardStore::unconfirmedChange()
