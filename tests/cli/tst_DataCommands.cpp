@@ -3,7 +3,6 @@
 
 #include "app/SettingsKeys.h"
 #include "Shell.h"
-#include "support/HandsetPort.h"
 #include "support/Rows.h"
 
 #include <QJsonArray>
@@ -17,41 +16,13 @@ using handset::Faults;
 
 namespace {
 
-/// One handset, one storage folder, and as many runs of kalmoctl as it takes.
-struct Handset : CommandRunner
-{
-    explicit Handset(const handset::Options& options = {.model = u"SL450HX"_s}) : port(test.clock, options)
-    {
-        QDir::setCurrent(test.folder.path());
-    }
-    ~Handset() { QDir::setCurrent(u"/"_s); }
-
-    /// A run, behind which the cable that may have fallen out is plugged in again.
-    ExitStatus operator()(const QString& line)
-    {
-        printed.clear();
-        told.clear();
-        ExitStatus status = ExitFailed;
-        try {
-            status = run(port, line.split(u' '));
-        } catch (const ProgramEnded&) {
-        }
-        told.replace(test.folder.path(), u"HOME"_s);
-        printed.replace(test.folder.path(), u"HOME"_s);
-        port.Close();
-        test.clock.WaitSeconds(2);
-        return status;
-    }
-    QStringList localFiles() const
-    {
-        return QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-
-    HandsetPort port;
-};
-
 using Prepare = std::function<void(Handset&)>;
 using SetFault = std::function<void(Faults&, int)>;
+
+QStringList localFilesOf(const Handset& handset)
+{
+    return QDir(handset.test.folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
 
 /// What tells contacts apart, in order.
 QStringList namesIn(const QByteArray& json)
@@ -189,7 +160,7 @@ void tst_DataCommands::anyFaultAtAnyTime()
         const QStringList before = namesIn(undisturbed->printed.toUtf8());
         QVERIFY(before.size() > 10);
         QCOMPARE((*undisturbed)(u"--yes "_s + line), ExitDone);
-        const QStringList localFiles = undisturbed->localFiles();
+        const QStringList localFiles = localFilesOf(*undisturbed);
         (*undisturbed)(u"--json phonebook read"_s);
         const QStringList wanted = namesIn(undisturbed->printed.toUtf8());
 
@@ -200,7 +171,7 @@ void tst_DataCommands::anyFaultAtAnyTime()
             handset->port.handset().setFaults(faults);
             const ExitStatus status = (*handset)(u"--yes "_s + line);
             const QByteArray why = line.toUtf8() + QByteArray::number(at) + ": " + handset->told.toUtf8();
-            for (const QString& name : handset->localFiles()) {
+            for (const QString& name : localFilesOf(*handset)) {
                 const QString whole = undisturbed->test.path(name);
                 QVERIFY2(localFiles.contains(name) && TestContext::contentOf(handset->test.path(name)) ==
                                                           TestContext::contentOf(whole),

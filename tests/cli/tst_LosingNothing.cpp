@@ -3,7 +3,6 @@
 
 #include "phonedata/BackupFiles.h"
 #include "Shell.h"
-#include "support/HandsetPort.h"
 #include "support/Rows.h"
 
 #include <QTest>
@@ -18,42 +17,33 @@ namespace {
 
 using SetFault = std::function<void(Faults&, int)>;
 
-/// A phonebook with a reminder by `sound`, and one melody of the handset's own.
-QByteArray seedWith(const QByteArray& sound)
+/// A file of a phonebook with a reminder by `sound`, and of one melody of the handset's own.
+QString seedFile(const QByteArray& sound)
 {
-    return "{\"settings\": {\"melodies\": [{\"name\": \"Walzer\", \"kind\": \"MID\", \"size\": 99, \"id\": "
-           "12}]}, "
-           "\"phonebook\": [{\"name\": \"Mutter \\\"M\\\"\", \"number\": \"1\", \"anniversary\": \"24.12. "
-           "08:30\", "
-           "\"reminder\": \"" +
-           sound +
-           "\"}, {\"name\": \"Jörg\", \"number\": \"2\"}, {\"name\": \"Anja, B.\", \"number\": \"3\"}]}";
+    static const QTemporaryDir folder;
+    QFile file(folder.filePath(u"seed.json"_s));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
+            "phonebook": [{"name": "Mutter \u0022M\u0022", "number": "1", "anniversary": "24.12. 08:30",
+                           "reminder": ")" +
+                   sound + R"("}, {"name": "Jörg", "number": "2"},
+                          {"name": "Anja, B.", "number": "3"}]})");
+    return file.fileName();
 }
 
-/// One handset, one storage folder, and as many runs of kalmoctl as it takes.
-struct Attempt : CommandRunner
+/// A handset whose phonebook is written anew.
+struct Attempt : Handset
 {
     explicit Attempt(const QString& model)
-        : port(test.clock,
-               {.model = model, .seed = file(u"seed.json"_s, seedWith(model == u"GALICIA"_s ? "12" : "S"))}),
-          before(content())
+        : Handset({.model = model, .seed = seedFile(model == u"GALICIA"_s ? "12" : "S")}), before(content())
     {
     }
-    /// Writes a file to the phonebook.
-    ExitStatus write(const QString& path)
-    {
-        told.clear();
-        const ExitStatus status = run(port, {u"--yes"_s, u"phonebook"_s, u"write"_s, path});
-        port.Close();
-        test.clock.WaitSeconds(2); // a cable that fell out is plugged in again
-        return status;
-    }
+    ExitStatus write(const QString& path) { return (*this)(u"--yes phonebook write"_s, {path}); }
     QByteArray content()
     {
         return QJsonDocument(port.handset().phone().phonebook.json()).toJson(QJsonDocument::Compact);
     }
 
-    HandsetPort port;
     QByteArray before;
 };
 

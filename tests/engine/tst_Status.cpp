@@ -22,55 +22,52 @@ class tst_Status : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void gauges();
-    void clock();
-};
-
-void tst_Status::gauges()
-{
-    const Rows<QByteArray, QString, int, QByteArray, int> rows{
-        {"two digits", "+CSQ: 20,99", u"-- 73 dBm"_s, 64, "+CBC: 0,85", 85},
-        {"one digit", "+CSQ: 5,99", u"-- 103 dBm"_s, 16, "+CBC: 0,7", 7},
-        {"most", "+CSQ: 31,0", u"-- 51 dBm"_s, 99, "+CBC: 0,100", 100},
-        {"cut short", "+CSQ:", u"-- 113 dBm"_s, 0, "+CBC", 0},
-    };
-    for (const auto& [signal, text, gauge, battery, percent] : rows) {
-        ScriptedLine scripted;
-        answer(scripted.port, "AT+CSQ\r", signal);
-        answer(scripted.port, "AT+CBC\r", battery);
-        const link::SignalQuality quality = link::GetSignalQuality(scripted.line);
-        QCOMPARE(quality.text, text);
-        QCOMPARE(quality.gauge, gauge);
-        QCOMPARE(link::GetBattery(scripted.line), percent);
+    void gauges()
+    {
+        const Rows<QByteArray, QString, int, QByteArray, int> rows{
+            {"two digits", "+CSQ: 20,99", u"-- 73 dBm"_s, 64, "+CBC: 0,85", 85},
+            {"one digit", "+CSQ: 5,99", u"-- 103 dBm"_s, 16, "+CBC: 0,7", 7},
+            {"most", "+CSQ: 31,0", u"-- 51 dBm"_s, 99, "+CBC: 0,100", 100},
+            {"cut short", "+CSQ:", u"-- 113 dBm"_s, 0, "+CBC", 0},
+        };
+        for (const auto& [signal, text, gauge, battery, percent] : rows) {
+            ScriptedLine scripted;
+            answer(scripted.port, "AT+CSQ\r", signal);
+            answer(scripted.port, "AT+CBC\r", battery);
+            const link::SignalQuality quality = link::GetSignalQuality(scripted.line);
+            QCOMPARE(quality.text, text);
+            QCOMPARE(quality.gauge, gauge);
+            QCOMPARE(link::GetBattery(scripted.line), percent);
+        }
     }
-}
 
-void tst_Status::clock()
-{
-    const Rows<QByteArray, QDateTime> rows{
-        {"quoted", "+CCLK: \"26/11/21,12:30:05\"", QDateTime(QDate(2026, 11, 21), QTime(12, 30, 5))},
-        {"last century", "+CCLK: \"99/01/02,00:00:00\"", QDate(1999, 1, 2).startOfDay()},
-        {"runs over", "+CCLK: \"26/12/31,24:00:00\"", QDate(2027, 1, 1).startOfDay()},
-        {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
-        {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
-    };
-    for (const auto& [reply, time] : rows) {
+    void clock()
+    {
+        const Rows<QByteArray, QDateTime> rows{
+            {"quoted", "+CCLK: \"26/11/21,12:30:05\"", QDateTime(QDate(2026, 11, 21), QTime(12, 30, 5))},
+            {"last century", "+CCLK: \"99/01/02,00:00:00\"", QDate(1999, 1, 2).startOfDay()},
+            {"runs over", "+CCLK: \"26/12/31,24:00:00\"", QDate(2027, 1, 1).startOfDay()},
+            {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
+            {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
+        };
+        for (const auto& [reply, time] : rows) {
+            ScriptedLine scripted;
+            auto& [test, port, line] = scripted;
+            answer(port, "AT+CCLK?\r", reply);
+            if (!time.isValid())
+                test.dialogs.expectStart(u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s);
+            QDateTime read;
+            QCOMPARE(link::GetPhoneTime(line, read), time.isValid());
+            if (time.isValid())
+                QCOMPARE(read, time);
+        }
         ScriptedLine scripted;
         auto& [test, port, line] = scripted;
-        answer(port, "AT+CCLK?\r", reply);
-        if (!time.isValid())
-            test.dialogs.expectStart(u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s);
-        QDateTime read;
-        QCOMPARE(link::GetPhoneTime(line, read), time.isValid());
-        if (time.isValid())
-            QCOMPARE(read, time);
+        port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
+        test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
+        QVERIFY(link::SetPhoneTime(line));
     }
-    ScriptedLine scripted;
-    auto& [test, port, line] = scripted;
-    port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
-    test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
-    QVERIFY(link::SetPhoneTime(line));
-}
+};
 
 QTEST_GUILESS_MAIN(tst_Status)
 #include "tst_Status.moc"
