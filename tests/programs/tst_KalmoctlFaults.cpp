@@ -5,10 +5,6 @@
 
 #include <QTest>
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 using namespace Qt::StringLiterals;
 using namespace kalmo::tests;
 
@@ -56,24 +52,6 @@ private Q_SLOTS:
         const ProgramRun plain = programs.run(u"env"_s, {u"LC_ALL=C"_s, u"kalmoctl"_s, u"--version"_s});
         QCOMPARE(plain.out + plain.err,
                  u"kalmoctl 1.9.8\n"_s); // the toolkit's complaint about the locale is kept away
-    }
-
-    void fullDiskKeepsTheOldFile()
-    {
-        RunningPrograms programs;
-        QVERIFY(programs.startHandset({u"--model"_s, u"WOODSTOCK"_s}));
-        programs.makeFile(u"book.json"_s, "the old backup");
-        programs.beforeStart([] {
-            const rlimit little{256, 256}; // bytes of any file
-            setrlimit(RLIMIT_FSIZE, &little);
-            std::signal(SIGXFSZ, SIG_IGN); // then a write fails, as it does on a full disk
-        });
-        const ProgramRun run =
-            programs.kalmoctl({u"phonebook"_s, u"read"_s, u"-o"_s, programs.path(u"book.json"_s)});
-        QCOMPARE(run.err, u"kalmoctl: HOME/book.json could not be written: File too large.\n"_s);
-        QCOMPARE(run.status, 1);
-        QCOMPARE(programs.contentOf(u"book.json"_s), QByteArray("the old backup"));
-        QCOMPARE(programs.stopHandset(), QString());
     }
 
     void portInUse()

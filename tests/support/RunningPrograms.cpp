@@ -101,8 +101,6 @@ ProgramRun RunningPrograms::kalmoctl(const QStringList& arguments)
 void RunningPrograms::startKalmoctl(const QStringList& arguments)
 {
     m_kalmoctl = make();
-    if (m_beforeStart)
-        m_kalmoctl->setChildProcessModifier(m_beforeStart);
     m_kalmoctl->start(programFolder() + u"/kalmoctl"_s,
                       QStringList{u"--storage"_s, path(u"storage"_s), u"--port"_s, line()} + arguments);
 }

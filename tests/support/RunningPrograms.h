@@ -3,7 +3,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <memory>
 
 namespace kalmo::tests {
@@ -49,8 +48,6 @@ public:
     ProgramRun finishKalmoctl();
     /// A process id for signals to the kalmoctl that runs.
     qint64 kalmoctlId() const { return m_kalmoctl->processId(); }
-    /// Runs in each kalmoctl before it starts, to set limits.
-    void beforeStart(std::function<void()> action) { m_beforeStart = std::move(action); }
 
     /// Any other program in the same surroundings; "kalmoctl" and "kalmo-handset" are on its path.
     ProgramRun run(const QString& program, const QStringList& arguments);
@@ -67,7 +64,6 @@ private:
     std::unique_ptr<QProcess> m_handset;
     QString m_terminal;
     std::unique_ptr<QProcess> m_kalmoctl;
-    std::function<void()> m_beforeStart;
 };
 
 } // namespace kalmo::tests
