@@ -4,6 +4,7 @@
 #include "cli/Job.h"
 #include "support/ClassicScript.h"
 #include "support/FakeDesktop.h"
+#include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
 
 #include <QDir>
@@ -76,9 +77,41 @@ private:
     }
 };
 
+/// The same with an emulated handset at the port: one storage folder, and as many runs as it takes.
+struct Handset : CommandRunner
+{
+    explicit Handset(const handset::Options& options = {.model = u"SL450HX"_s}) : port(test.clock, options)
+    {
+        QDir::setCurrent(test.folder.path());
+    }
+    ~Handset() { QDir::setCurrent(u"/"_s); }
+
+    /// A run, behind which the cable that may have fallen out is plugged in again. `line` is taken apart at
+    /// its blanks, `path` is not.
+    ExitStatus operator()(const QString& line, const QStringList& path = {})
+    {
+        printed.clear();
+        told.clear();
+        ExitStatus status = ExitFailed;
+        try {
+            status = run(port, line.split(u' ') + path);
+        } catch (const ProgramEnded&) {
+        }
+        told.replace(test.folder.path(), u"HOME"_s);
+        printed.replace(test.folder.path(), u"HOME"_s);
+        port.Close();
+        test.clock.WaitSeconds(2);
+        return status;
+    }
+
+    HandsetPort port;
+};
+
 /// The same with a phone of paper at the port.
 struct Shell : CommandRunner
 {
+    using Prepare = std::function<void(Shell&)>; ///< what the phone of a row says, and the user
+
     Shell() : port(test), script(test, port) {}
 
     /// Words apart by blanks.

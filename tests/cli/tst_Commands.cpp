@@ -10,12 +10,6 @@ using namespace kalmo;
 using namespace kalmo::cli;
 using namespace kalmo::tests;
 
-namespace {
-
-using Prepare = std::function<void(Shell&)>;
-
-} // namespace
-
 class tst_Commands : public QObject
 {
     Q_OBJECT
@@ -35,7 +29,7 @@ void tst_Commands::results()
             return shell.script.expect("AT+CGMR\r", "4.2").expect("AT+CGSN\r", "0815");
         };
     };
-    Rows<QString, QString, Prepare> rows;
+    Rows<QString, QString, Shell::Prepare> rows;
     rows.add("ports", u"ports"_s,
              u"[{\"description\":\"Cable\",\"device\":\"/dev/ttyX\",\"hardwareId\":"
              "\"USB\\\\VID_067B&PID_2303\",\"maker\":\"Maker\",\"number\":1}]"_s,
@@ -61,6 +55,11 @@ void tst_Commands::results()
                  shell.script.expect("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
                  shell.read({"4,J\xF6rg,3,110,12,001224083033,1,2", "1,A,1,1,0,"});
              });
+    rows.add(
+        "providers", u"providers read"_s, uR"([{"name":"Nord, Ruf","number":"01031"}])"_s, [](Shell& shell) {
+            shell.found("WOODSTOCK").expect("AT^WSSL=\"NE\"\r");
+            shell.script.expect("AT^WSRE\r", "^WSRE: 9,Nord, Ruf,5,01031").expectAll({"AT^WSRE\r", "AT\r"});
+        });
     rows.add("ringtones", u"ringtones set alarm Walzer rising"_s,
              u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"appointment\":{\"tone\":\"Melodie "
              u"3\",\"volume\":3},"
@@ -86,7 +85,7 @@ void tst_Commands::results()
 
 void tst_Commands::texts()
 {
-    Rows<QString, QString, Prepare> rows;
+    Rows<QString, QString, Shell::Prepare> rows;
     rows.add("ports", u"ports"_s,
              u"Port  Device     Description  Maker  Hardware\n"
              "1     /dev/ttyX  Cable        Maker  USB\\VID_067B&PID_2303\n"_s,
@@ -124,13 +123,13 @@ void tst_Commands::texts()
 
 void tst_Commands::failures()
 {
-    const auto silence = Prepare([](Shell& shell) {
+    const auto silence = Shell::Prepare([](Shell& shell) {
         for (int rate = 0; rate < 3; ++rate) {
             for (int probe = 0; probe < 4; ++probe)
                 shell.port.expect(rate == 2 ? "ATZ\r\n" : "ATZ\r"); // the last one is for CR LF
         }
     });
-    Rows<QString, ExitStatus, QString, Prepare> rows;
+    Rows<QString, ExitStatus, QString, Shell::Prepare> rows;
     rows.add("port that does not open", u"find"_s, ExitFailed, u"kalmoctl: No port.\n"_s, [](Shell& shell) {
         shell.port.Close();
         shell.port.openable = false;

@@ -3,7 +3,7 @@
 
 #include "app/SettingsKeys.h"
 #include "Shell.h"
-#include "support/HandsetPort.h"
+#include "support/Rows.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -16,41 +16,13 @@ using handset::Faults;
 
 namespace {
 
-/// One handset, one storage folder, and as many runs of kalmoctl as it takes.
-struct Handset : CommandRunner
-{
-    explicit Handset(const handset::Options& options = {.model = u"SL450HX"_s}) : port(test.clock, options)
-    {
-        QDir::setCurrent(test.folder.path());
-    }
-    ~Handset() { QDir::setCurrent(u"/"_s); }
-
-    /// A run, behind which the cable that may have fallen out is plugged in again.
-    ExitStatus operator()(const QString& line)
-    {
-        printed.clear();
-        told.clear();
-        ExitStatus status = ExitFailed;
-        try {
-            status = run(port, line.split(u' '));
-        } catch (const ProgramEnded&) {
-        }
-        told.replace(test.folder.path(), u"HOME"_s);
-        printed.replace(test.folder.path(), u"HOME"_s);
-        port.Close();
-        test.clock.WaitSeconds(2);
-        return status;
-    }
-    QStringList localFiles() const
-    {
-        return QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-
-    HandsetPort port;
-};
-
 using Prepare = std::function<void(Handset&)>;
 using SetFault = std::function<void(Faults&, int)>;
+
+QStringList localFilesOf(const Handset& handset)
+{
+    return QDir(handset.test.folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
 
 /// What tells contacts apart, in order.
 QStringList namesIn(const QByteArray& json)
@@ -71,141 +43,90 @@ class tst_DataCommands : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void runs_data();
     void runs();
-    void anyFaultAtAnyTime_data();
     void anyFaultAtAnyTime();
-    void leftInDataMode_data();
     void leftInDataMode();
 };
 
-void tst_DataCommands::runs_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<Prepare>("prepare");
-    QTest::addColumn<ExitStatus>("status");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("told");
-    const auto nothing = Prepare([](Handset&) {});
-    const auto fault = [](auto Faults::*field, auto value) {
-        return Prepare([=](Handset& handset) {
-            Faults faults;
-            faults.*field = value;
-            handset.port.handset().setFaults(faults);
-        });
-    };
-
-    QTest::newRow("get goes on behind a failed one, and ends with the worst status")
-        << u"files get Nope/x Sounds\\Piep.wav Sounds Mobile:\\Liesmich.txt .. Sounds/../Piep.wav"_s
-        << nothing << ExitWrongUse
-        << u"[{\"name\":\"x\",\"path\":\"/Nope/"
-           u"x\",\"saved\":null,\"size\":null},{\"name\":\"Piep.wav\",\"path\":"
-           "\"/Sounds/Piep.wav\",\"saved\":\"HOME/Piep.wav\",\"size\":6444},{\"name\":\"Sounds\",\"path\":\"/"
-           "Sounds\",\"saved\":null,\"size\":null},{\"name\":\"Liesmich.txt\",\"path\":\"/"
-           "Liesmich.txt\",\"saved\":\"HOME/Liesmich.txt\",\"size\":64},{\"name\":\"..\",\"path\":\"/"
-           "..\",\"saved\":null,\"size\":null},{\"name\":\"Piep.wav\",\"path\":\"/Sounds/../"
-           "Piep.wav\",\"saved\":null,\"size\":null}]"_s
-        << u"kalmoctl: The phone could not be accessed: ReCode: 404 Data Not Found.\n"
-           "kalmoctl: there is no /Nope/x in the phone.\n"
-           "kalmoctl: /Sounds is a folder.\n"
-           "kalmoctl: /.. can't be the name of a file here.\n"
-           "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s;
-    QTest::newRow("a local file is replaced by consent only")
-        << u"files get Liesmich.txt"_s
-        << Prepare([](Handset& handset) { handset.file(u"Liesmich.txt"_s, "mine"); }) << ExitRefused
-        << u"[{\"name\":\"Liesmich.txt\",\"path\":\"/Liesmich.txt\",\"saved\":null,\"size\":null}]"_s
-        << u"kalmoctl: Replace HOME/Liesmich.txt?\n"
-           "Nobody can answer here; run this on a terminal, or say --yes.\n"
-           "kalmoctl: HOME/Liesmich.txt stays as it is.\n"_s;
-    QTest::newRow("put asks before it replaces in the phone, and goes on")
-        << u"files put liesmich.TXT nothing a;,b.txt"_s << Prepare([](Handset& handset) {
-               handset.file(u"liesmich.TXT"_s, "other");
-               handset.file(u"a;,b.txt"_s, "b");
-               handset.answers = {u"n"_s};
-           })
-        << ExitRefused
-        << u"[{\"name\":\"liesmich.TXT\",\"path\":\"/liesmich.TXT\",\"size\":5,\"written\":false},{\"name\":"
-           "\"nothing\",\"path\":\"/nothing\",\"size\":0,\"written\":false},{\"name\":\"ab.txt\",\"path\":\"/"
-           "ab.txt\",\"size\":1,\"written\":true}]"_s
-        << u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
-           "kalmoctl: there is no file nothing.\n"_s;
-    QTest::newRow("a full phone") << u"files put a.txt"_s << Prepare([=](Handset& handset) {
-        handset.file(u"a.txt"_s, "a");
-        fault(&Faults::full, true)(handset);
-    }) << ExitFailed << u"[{\"name\":\"a.txt\",\"path\":\"/a.txt\",\"size\":1,\"written\":false}]"_s
-                                  << u"kalmoctl: The phone could not be accessed: ReCode: Database Full, "
-                                     u"there is no room left in the phone.\n"
-                                     "kalmoctl: HOME/a.txt was not sent; the phone may hold a part of it as "
-                                     "/a.txt.\n"_s;
-    QTest::newRow("rm says what is left")
-        << u"--yes files rm Liesmich.txt Pictures"_s << nothing << ExitFailed
-        << u"[{\"deleted\":true,\"path\":\"/Liesmich.txt\"},{\"deleted\":"
-           "false,\"path\":\"/Pictures\"}]"_s
-        << u"kalmoctl: The phone could not be accessed: ReCode: 412 "
-           "Precondition failed (a folder has to be empty before it can be "
-           "deleted).\nkalmoctl: /Pictures was not deleted.\n"_s;
-    QTest::newRow("mv into a folder")
-        << u"files mv Liesmich.txt Sounds/"_s << nothing << ExitDone
-        << u"{\"from\":\"/Liesmich.txt\",\"to\":\"/Sounds/Liesmich.txt\"}"_s << QString();
-    QTest::newRow("mv replaces nothing")
-        << u"files mv Liesmich.txt Sounds/Gong.mid"_s << nothing << ExitFailed << QString()
-        << u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s;
-    QTest::newRow("attr shows what the phone lists then")
-        << u"files attr Sounds/Gong.mid rw"_s << nothing << ExitDone
-        << u"{\"groupPerm\":\"rwd\",\"kind\":\"file\",\"modified\":\"2001-01-01T00:00:00\",\"name\":\"Gong."
-           u"mid\","
-           "\"path\":\"/Sounds/Gong.mid\",\"size\":61,\"userPerm\":\"rwd\"}"_s
-        << QString();
-    QTest::newRow("interrupted between two files")
-        << u"files get Sounds/Piep.wav Liesmich.txt"_s << Prepare([](Handset& handset) {
-               handset.test.clock.after(10.2, [&handset] { handset.stop.checked = true; });
-           })
-        << ExitRefused
-        << u"[{\"name\":\"Piep.wav\",\"path\":\"/Sounds/Piep.wav\",\"saved\":null,\"size\":null},{\"name\":"
-           "\"Liesmich.txt\",\"path\":\"/Liesmich.txt\",\"saved\":null,\"size\":null}]"_s
-        << QString();
-    QTest::newRow("set of a contact that is not there")
-        << u"--yes phonebook set 99 c.json"_s
-        << Prepare([](Handset& handset) { handset.file(u"c.json"_s, "{\"home\": \"1\"}"); }) << ExitWrongUse
-        << QString() << u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s;
-    QTest::newRow("area codes that are none")
-        << u"areacodes set 00 49 0 O30"_s << nothing << ExitWrongUse << QString()
-        << u"kalmoctl: O30 is no area code: digits only.\n"_s;
-}
-
 void tst_DataCommands::runs()
 {
-    QFETCH(QString, line);
-    QFETCH(Prepare, prepare);
-    QFETCH(ExitStatus, status);
-    QFETCH(QString, told);
-    Handset handset;
-    prepare(handset);
-    QCOMPARE(handset(u"--json --quiet "_s + line), status);
-    QTEST(handset.value(), "value");
-    if (!told.isEmpty() || status == ExitDone)
-        QCOMPARE(handset.told, told);
-    QVERIFY(!handset.port.handset().isInDataMode());
-    QCOMPARE(handset.port.handset().violations(), QStringList());
-}
+    const auto nothing = [](Handset&) {};
+    Rows<QString, ExitStatus, QString, QString, Prepare> rows;
+    rows.add("get goes on behind a failed one, and ends with the worst status",
+             u"files get Nope/x Sounds\\Piep.wav Sounds Mobile:\\Liesmich.txt .. Sounds/../Piep.wav"_s,
+             ExitWrongUse,
+             u"[{'name':'x','path':'/Nope/x','saved':null,'size':null},"
+             "{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':'HOME/Piep.wav','size':6444},"
+             "{'name':'Sounds','path':'/Sounds','saved':null,'size':null},"
+             "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':'HOME/Liesmich.txt','size':64},"
+             "{'name':'..','path':'/..','saved':null,'size':null},"
+             "{'name':'Piep.wav','path':'/Sounds/../Piep.wav','saved':null,'size':null}]"_s,
+             u"kalmoctl: The phone could not be accessed: ReCode: 404 Data Not Found.\n"
+             "kalmoctl: there is no /Nope/x in the phone.\n"
+             "kalmoctl: /Sounds is a folder.\n"
+             "kalmoctl: /.. can't be the name of a file here.\n"
+             "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s,
+             nothing);
+    rows.add("a local file is replaced by consent only", u"files get Liesmich.txt"_s, ExitRefused,
+             u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
+             u"kalmoctl: Replace HOME/Liesmich.txt?\n"
+             "Nobody can answer here; run this on a terminal, or say --yes.\n"
+             "kalmoctl: HOME/Liesmich.txt stays as it is.\n"_s,
+             [](Handset& handset) { handset.file(u"Liesmich.txt"_s, "mine"); });
+    rows.add("put asks before it replaces in the phone, and goes on",
+             u"files put liesmich.TXT nothing a;,b.txt"_s, ExitRefused,
+             u"[{'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
+             "{'name':'nothing','path':'/nothing','size':0,'written':false},"
+             "{'name':'ab.txt','path':'/ab.txt','size':1,'written':true}]"_s,
+             u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
+             "kalmoctl: there is no file nothing.\n"_s,
+             [](Handset& handset) {
+                 handset.file(u"liesmich.TXT"_s, "other");
+                 handset.file(u"a;,b.txt"_s, "b");
+                 handset.answers = {u"n"_s};
+             });
+    rows.add("a full phone", u"files put a.txt"_s, ExitFailed,
+             u"[{'name':'a.txt','path':'/a.txt','size':1,'written':false}]"_s,
+             u"kalmoctl: The phone could not be accessed: ReCode: Database Full, there is no room left in "
+             "the phone.\nkalmoctl: HOME/a.txt was not sent; the phone may hold a part of it as /a.txt.\n"_s,
+             [](Handset& handset) {
+                 handset.file(u"a.txt"_s, "a");
+                 handset.port.handset().setFaults({.full = true});
+             });
+    rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
+             u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,
+             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed "
+             "(a folder has to be empty before it can be deleted).\nkalmoctl: /Pictures was not deleted.\n"_s,
+             nothing);
+    rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
+             u"{'from':'/Liesmich.txt','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
+    rows.add("mv replaces nothing", u"files mv Liesmich.txt Sounds/Gong.mid"_s, ExitFailed, {},
+             u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s, nothing);
+    rows.add("attr shows what the phone lists then", u"files attr Sounds/Gong.mid rw"_s, ExitDone,
+             u"{'groupPerm':'rwd','kind':'file','modified':'2001-01-01T00:00:00','name':'Gong.mid',"
+             "'path':'/Sounds/Gong.mid','size':61,'userPerm':'rwd'}"_s,
+             {}, nothing);
+    rows.add("interrupted between two files", u"files get Sounds/Piep.wav Liesmich.txt"_s, ExitRefused,
+             u"[{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':null,'size':null},"
+             "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
+             {}, [](Handset& handset) {
+                 handset.test.clock.after(10.2, [&handset] { handset.stop.checked = true; });
+             });
+    rows.add("set of a contact that is not there", u"--yes phonebook set 99 c.json"_s, ExitWrongUse, {},
+             u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
+             [](Handset& handset) { handset.file(u"c.json"_s, "{\"home\": \"1\"}"); });
+    rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
+             u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);
 
-void tst_DataCommands::anyFaultAtAnyTime_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<SetFault>("setFault");
-    for (const char* line : {"phonebook add new.json", "phonebook set 0001 one.json",
-                             "phonebook delete 0001 0002", "files get Sounds/Piep.wav Liesmich.txt"}) {
-        const auto row = [line](const char* name, const SetFault& set) {
-            QTest::addRow("%s, %s", line, name) << QString::fromLatin1(line) << set;
-        };
-        row("refusal", [](Faults& faults, int at) { faults.refuseAt = at; });
-        row("silence", [](Faults& faults, int at) { faults.silentFrom = at; });
-        row("a late answer", [](Faults& faults, int at) {
-            faults.lateRequestAt = at;
-            faults.lateBy = 40;
-        });
-        if (qstrncmp(line, "files", 5) == 0) // behind contacts the program ends where a test can't go on
-            row("the line drops", [](Faults& faults, int at) { faults.hangUpAfter = 60 * at; });
+    for (const auto& [line, status, value, told, prepare] : rows) {
+        Handset handset;
+        prepare(handset);
+        QCOMPARE(handset(u"--json --quiet "_s + line), status);
+        QCOMPARE(handset.value().replace(u'"', u'\''), value);
+        if (!told.isEmpty() || status == ExitDone)
+            QCOMPARE(handset.told, told);
+        QVERIFY(!handset.port.handset().isInDataMode());
+        QCOMPARE(handset.port.handset().violations(), QStringList());
     }
 }
 
@@ -213,103 +134,104 @@ void tst_DataCommands::anyFaultAtAnyTime_data()
 /// local file is wrong or cut off, and the phone is found again.
 void tst_DataCommands::anyFaultAtAnyTime()
 {
-    QFETCH(QString, line);
-    QFETCH(SetFault, setFault);
-    const auto make = [] {
-        auto handset = std::make_unique<Handset>(handset::Options{.model = u"S68H"_s});
-        handset->file(u"one.json"_s, R"({"lastName": "Neu", "home": "3"})");
-        handset->file(u"new.json"_s,
-                      R"([{"lastName": "Neu", "home": "3"}, {"lastName": "Zwei", "work": "4"}])");
-        return handset;
-    };
-    const auto undisturbed = make();
-    (*undisturbed)(u"--json phonebook read"_s);
-    const QStringList before = namesIn(undisturbed->printed.toUtf8());
-    QVERIFY(before.size() > 10);
-    QCOMPARE((*undisturbed)(u"--yes "_s + line), ExitDone);
-    const QStringList localFiles = undisturbed->localFiles();
-    (*undisturbed)(u"--json phonebook read"_s);
-    const QStringList wanted = namesIn(undisturbed->printed.toUtf8());
-
-    for (int at = 1; at <= 46; at += 3) {
-        const auto handset = make();
-        Faults faults;
-        setFault(faults, at);
-        handset->port.handset().setFaults(faults);
-        const ExitStatus status = (*handset)(u"--yes "_s + line);
-        const QByteArray why = QByteArray::number(at) + ": " + handset->told.toUtf8();
-        for (const QString& name : handset->localFiles()) {
-            const QString whole = undisturbed->test.path(name);
-            QVERIFY2(localFiles.contains(name) &&
-                         TestContext::contentOf(handset->test.path(name)) == TestContext::contentOf(whole),
-                     why.constData());
-        }
-        handset->port.handset().setFaults({});
-        if (handset->told.contains(u"kalmoctl recover"_s))
-            (*handset)(u"recover"_s);
-        QVERIFY2((*handset)(u"--json phonebook read"_s) == ExitDone,
-                 (why + handset->told.toUtf8()).constData());
-        const QStringList now = namesIn(handset->printed.toUtf8());
-        QVERIFY2(status != ExitDone || now == wanted, (why + now.join(u';').toUtf8()).constData());
-        QStringList kept = now;
-        for (const QString& name : handset->backups())
-            kept += namesIn(TestContext::contentOf(handset->test.storage + u"/Backup/"_s + name));
-        for (const QString& contact : before)
-            QVERIFY2(kept.contains(contact), (why + contact.toUtf8()).constData());
+    Rows<QString, SetFault> rows;
+    for (const QString& line :
+         {u"phonebook add new.json"_s, u"phonebook set 0001 one.json"_s, u"phonebook delete 0001 0002"_s,
+          u"files get Sounds/Piep.wav Liesmich.txt"_s}) {
+        rows.add("refusal", line, [](Faults& faults, int at) { faults.refuseAt = at; });
+        rows.add("silence", line, [](Faults& faults, int at) { faults.silentFrom = at; });
+        rows.add("a late answer", line, [](Faults& faults, int at) {
+            faults.lateRequestAt = at;
+            faults.lateBy = 40;
+        });
+        if (line.startsWith(u"files")) // behind contacts the program ends where a test can't go on
+            rows.add("the line drops", line, [](Faults& faults, int at) { faults.hangUpAfter = 60 * at; });
     }
-}
+    for (const auto& [line, setFault] : rows) {
+        const auto make = [] {
+            auto handset = std::make_unique<Handset>(handset::Options{.model = u"S68H"_s});
+            handset->file(u"one.json"_s, R"({"lastName": "Neu", "home": "3"})");
+            handset->file(u"new.json"_s,
+                          R"([{"lastName": "Neu", "home": "3"}, {"lastName": "Zwei", "work": "4"}])");
+            return handset;
+        };
+        const auto undisturbed = make();
+        (*undisturbed)(u"--json phonebook read"_s);
+        const QStringList before = namesIn(undisturbed->printed.toUtf8());
+        QVERIFY(before.size() > 10);
+        QCOMPARE((*undisturbed)(u"--yes "_s + line), ExitDone);
+        const QStringList localFiles = localFilesOf(*undisturbed);
+        (*undisturbed)(u"--json phonebook read"_s);
+        const QStringList wanted = namesIn(undisturbed->printed.toUtf8());
 
-void tst_DataCommands::leftInDataMode_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<bool>("remembered"); // whether it was this program that left it so
-    QTest::addColumn<bool>("deaf");
-    QTest::addColumn<ExitStatus>("status");
-    QTest::addColumn<QString>("told");
-    const QString lastRun =
-        u"The last run did not end its data session with SL450HX; taking the handset back to commands.\n"_s;
-    QTest::newRow("the next command takes it back") << u"find"_s << true << false << ExitDone << lastRun;
-    QTest::newRow("so does recover") << u"recover"_s << true << false << ExitDone << QString();
-    QTest::newRow("behind another program, too") << u"recover"_s << false << false << ExitDone << QString();
-    QTest::newRow("without a record nobody can know")
-        << u"find"_s << false << false << ExitNoPhone
-        << u"\"kalmoctl recover\" takes the handset back to commands.\n"_s;
-    QTest::newRow("where only the switch helps, it says so")
-        << u"find"_s << true << true << ExitNoPhone
-        << lastRun + u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
-                     "switch it off and on.\n"_s;
-    QTest::newRow("and recover says so")
-        << u"recover"_s << false << true << ExitNoPhone << u"Switch the handset off and on;"_s;
+        for (int at = 1; at <= 46; at += 3) {
+            const auto handset = make();
+            Faults faults;
+            setFault(faults, at);
+            handset->port.handset().setFaults(faults);
+            const ExitStatus status = (*handset)(u"--yes "_s + line);
+            const QByteArray why = line.toUtf8() + QByteArray::number(at) + ": " + handset->told.toUtf8();
+            for (const QString& name : localFilesOf(*handset)) {
+                const QString whole = undisturbed->test.path(name);
+                QVERIFY2(localFiles.contains(name) && TestContext::contentOf(handset->test.path(name)) ==
+                                                          TestContext::contentOf(whole),
+                         why.constData());
+            }
+            handset->port.handset().setFaults({});
+            if (handset->told.contains(u"kalmoctl recover"_s))
+                (*handset)(u"recover"_s);
+            QVERIFY2((*handset)(u"--json phonebook read"_s) == ExitDone,
+                     (why + handset->told.toUtf8()).constData());
+            const QStringList now = namesIn(handset->printed.toUtf8());
+            QVERIFY2(status != ExitDone || now == wanted, (why + now.join(u';').toUtf8()).constData());
+            QStringList kept = now;
+            for (const QString& name : handset->backups())
+                kept += namesIn(TestContext::contentOf(handset->test.storage + u"/Backup/"_s + name));
+            for (const QString& contact : before)
+                QVERIFY2(kept.contains(contact), (why + contact.toUtf8()).constData());
+        }
+    }
 }
 
 void tst_DataCommands::leftInDataMode()
 {
-    QFETCH(QString, line);
-    QFETCH(bool, remembered);
-    QFETCH(bool, deaf);
-    QFETCH(ExitStatus, status);
-    QFETCH(QString, told);
-    Handset handset;
-    QCOMPARE(handset(u"find"_s), ExitDone);
-    handset.port.Open({});
-    handset.port.WriteText("AT^SQWE=3\r\n");
-    handset.test.clock.WaitSeconds(1);
-    QVERIFY(handset.port.handset().isInDataMode());
-    app::put(handset.test.settings, app::keys::LastUnclosedObexDevice,
-             remembered ? u"SL450HX"_s : app::noValue());
-    app::put(handset.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
-    Faults faults;
-    faults.ignoresEscape = deaf;
-    handset.port.handset().setFaults(faults);
-
-    QCOMPARE(handset(line), status);
-    QVERIFY2(handset.told.contains(told), qPrintable(handset.told));
-    QCOMPARE(handset.port.handset().isInDataMode(), status != ExitDone);
-    if (deaf)
-        handset.port.handset().powerCycle();
-    if (status == ExitDone || deaf) {
+    const QString lastRun =
+        u"The last run did not end its data session with SL450HX; taking the handset back to commands.\n"_s;
+    // Whether it was this program that left it so, and whether only the switch helps.
+    const Rows<QString, bool, bool, ExitStatus, QString> rows{
+        {"the next command takes it back", u"find"_s, true, false, ExitDone, lastRun},
+        {"so does recover", u"recover"_s, true, false, ExitDone, {}},
+        {"behind another program, too", u"recover"_s, false, false, ExitDone, {}},
+        {"without a record nobody can know", u"find"_s, false, false, ExitNoPhone,
+         u"\"kalmoctl recover\" takes the handset back to commands.\n"_s},
+        {"where only the switch helps, it says so", u"find"_s, true, true, ExitNoPhone,
+         lastRun + u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
+                   "switch it off and on.\n"_s},
+        {"and recover says so", u"recover"_s, false, true, ExitNoPhone, u"Switch the handset off and on;"_s},
+    };
+    for (const auto& [line, remembered, deaf, status, told] : rows) {
+        Handset handset;
         QCOMPARE(handset(u"find"_s), ExitDone);
-        QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        handset.port.Open({});
+        handset.port.WriteText("AT^SQWE=3\r\n");
+        handset.test.clock.WaitSeconds(1);
+        QVERIFY(handset.port.handset().isInDataMode());
+        app::put(handset.test.settings, app::keys::LastUnclosedObexDevice,
+                 remembered ? u"SL450HX"_s : app::noValue());
+        app::put(handset.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
+        Faults faults;
+        faults.ignoresEscape = deaf;
+        handset.port.handset().setFaults(faults);
+
+        QCOMPARE(handset(line), status);
+        QVERIFY2(handset.told.contains(told), qPrintable(handset.told));
+        QCOMPARE(handset.port.handset().isInDataMode(), status != ExitDone);
+        if (deaf)
+            handset.port.handset().powerCycle();
+        if (status == ExitDone || deaf) {
+            QCOMPARE(handset(u"find"_s), ExitDone);
+            QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        }
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include "phonedata/BackupFiles.h"
 #include "Shell.h"
-#include "support/HandsetPort.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -17,42 +17,33 @@ namespace {
 
 using SetFault = std::function<void(Faults&, int)>;
 
-/// A phonebook with a reminder by `sound`, and one melody of the handset's own.
-QByteArray seedWith(const QByteArray& sound)
+/// A file of a phonebook with a reminder by `sound`, and of one melody of the handset's own.
+QString seedFile(const QByteArray& sound)
 {
-    return "{\"settings\": {\"melodies\": [{\"name\": \"Walzer\", \"kind\": \"MID\", \"size\": 99, \"id\": "
-           "12}]}, "
-           "\"phonebook\": [{\"name\": \"Mutter \\\"M\\\"\", \"number\": \"1\", \"anniversary\": \"24.12. "
-           "08:30\", "
-           "\"reminder\": \"" +
-           sound +
-           "\"}, {\"name\": \"Jörg\", \"number\": \"2\"}, {\"name\": \"Anja, B.\", \"number\": \"3\"}]}";
+    static const QTemporaryDir folder;
+    QFile file(folder.filePath(u"seed.json"_s));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
+            "phonebook": [{"name": "Mutter \u0022M\u0022", "number": "1", "anniversary": "24.12. 08:30",
+                           "reminder": ")" +
+                   sound + R"("}, {"name": "Jörg", "number": "2"},
+                          {"name": "Anja, B.", "number": "3"}]})");
+    return file.fileName();
 }
 
-/// One handset, one storage folder, and as many runs of kalmoctl as it takes.
-struct Attempt : CommandRunner
+/// A handset whose phonebook is written anew.
+struct Attempt : Handset
 {
     explicit Attempt(const QString& model)
-        : port(test.clock,
-               {.model = model, .seed = file(u"seed.json"_s, seedWith(model == u"GALICIA"_s ? "12" : "S"))}),
-          before(content())
+        : Handset({.model = model, .seed = seedFile(model == u"GALICIA"_s ? "12" : "S")}), before(content())
     {
     }
-    /// Writes a file to the phonebook.
-    ExitStatus write(const QString& path)
-    {
-        told.clear();
-        const ExitStatus status = run(port, {u"--yes"_s, u"phonebook"_s, u"write"_s, path});
-        port.Close();
-        test.clock.WaitSeconds(2); // a cable that fell out is plugged in again
-        return status;
-    }
+    ExitStatus write(const QString& path) { return (*this)(u"--yes phonebook write"_s, {path}); }
     QByteArray content()
     {
         return QJsonDocument(port.handset().phone().phonebook.json()).toJson(QJsonDocument::Compact);
     }
 
-    HandsetPort port;
     QByteArray before;
 };
 
@@ -63,64 +54,56 @@ class tst_LosingNothing : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anyFaultAtAnyTime_data();
     void anyFaultAtAnyTime();
 };
 
-void tst_LosingNothing::anyFaultAtAnyTime_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<SetFault>("setFault");
-    for (const char* model :
-         {"WOODSTOCK", "GALICIA"}) { // the second one prepares its store, and has melodies
-        const auto row = [model](const char* name, const SetFault& set) {
-            QTest::addRow("%s, %s", model, name) << QString::fromLatin1(model) << set;
-        };
-        row("the line drops", [](Faults& faults, int at) { faults.hangUpAt = at; });
-        row("a lost byte", [](Faults& faults, int at) { faults.loseByteAt = at; });
-        if (qstrcmp(model, "WOODSTOCK") == 0)
-            continue; // the store of the other one is the more delicate
-        row("silence", [](Faults& faults, int at) { faults.silentAfter = at; });
-        row("noise", [](Faults& faults, int at) { faults.noiseAt = at; });
-        for (const double seconds : {1.5, 9.0, 20.0}) { // beyond one after the other of the time limits
-            row(qPrintable(u"an answer %1 s late"_s.arg(seconds)), [seconds](Faults& faults, int at) {
-                faults.lateAt = at;
-                faults.lateBy = seconds;
-            });
-        }
-        row("an entry that can't be read", [](Faults& faults, int at) { faults.readErrorAt = at; });
-        row("an entry that is refused", [](Faults& faults, int at) { faults.writeErrorAt = at; });
-        row("an entry that is refused once", [](Faults& faults, int at) { faults.writeErrorOnceAt = at; });
-    }
-}
-
 void tst_LosingNothing::anyFaultAtAnyTime()
 {
-    QFETCH(QString, model);
-    QFETCH(SetFault, setFault);
+    const QString simple = u"WOODSTOCK"_s;
+    const QString delicate = u"GALICIA"_s; // prepares its store, and has melodies
+    const auto late = [](double seconds) {
+        return [seconds](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = seconds; };
+    };
+    const Rows<QString, SetFault> rows{
+        {"the line drops", simple, [](Faults& faults, int at) { faults.hangUpAt = at; }},
+        {"a lost byte", simple, [](Faults& faults, int at) { faults.loseByteAt = at; }},
+        {"the line drops", delicate, [](Faults& faults, int at) { faults.hangUpAt = at; }},
+        {"a lost byte", delicate, [](Faults& faults, int at) { faults.loseByteAt = at; }},
+        {"silence", delicate, [](Faults& faults, int at) { faults.silentAfter = at; }},
+        {"noise", delicate, [](Faults& faults, int at) { faults.noiseAt = at; }},
+        {"an answer beyond the first time limit", delicate, late(1.5)},
+        {"an answer beyond the second", delicate, late(9)},
+        {"an answer beyond all", delicate, late(20)},
+        {"an entry that can't be read", delicate, [](Faults& faults, int at) { faults.readErrorAt = at; }},
+        {"an entry that is refused", delicate, [](Faults& faults, int at) { faults.writeErrorAt = at; }},
+        {"an entry that is refused once", delicate,
+         [](Faults& faults, int at) { faults.writeErrorOnceAt = at; }},
+    };
     const QByteArray lines = "\"J\xF6rg\",\"2\"\r\n\"Neu\",\"4\"\r\n\"A\",\"1\"\r\n\"B\",\"2\"\r\n";
-    Attempt undisturbed(model);
-    QCOMPARE(undisturbed.write(undisturbed.file(u"new.tel"_s, lines)), ExitDone);
-    const QByteArray wanted = undisturbed.content();
-    const int commands = undisturbed.port.handset().phone().faults.commands;
-    QVERIFY(commands > 15);
+    for (const auto& [model, setFault] : rows) {
+        Attempt undisturbed(model);
+        QCOMPARE(undisturbed.write(undisturbed.file(u"new.tel"_s, lines)), ExitDone);
+        const QByteArray wanted = undisturbed.content();
+        const int commands = undisturbed.port.handset().phone().faults.commands;
+        QVERIFY(commands > 15);
 
-    for (int at = 1; at <= commands; ++at) {
-        Attempt attempt(model);
-        Faults faults;
-        setFault(faults, at);
-        attempt.port.handset().setFaults(faults);
-        const ExitStatus status = attempt.write(attempt.file(u"new.tel"_s, lines));
-        const QByteArray why = QByteArray::number(at) + ": " + attempt.told.toUtf8() + attempt.content();
-        // Only what was found right is called done.
-        QVERIFY2(status != ExitDone || attempt.content() == wanted, why.constData());
-        if (attempt.content() == attempt.before)
-            continue;
-        attempt.port.handset().setFaults({});
-        QVERIFY2(attempt.backups().size() == 1, why.constData());
-        const QString backup = attempt.test.storage + u"/Backup/"_s + attempt.backups().first();
-        QVERIFY2(attempt.write(backup) == ExitDone, why.constData());
-        QVERIFY2(attempt.content() == attempt.before, why.constData());
+        for (int at = 1; at <= commands; ++at) {
+            Attempt attempt(model);
+            Faults faults;
+            setFault(faults, at);
+            attempt.port.handset().setFaults(faults);
+            const ExitStatus status = attempt.write(attempt.file(u"new.tel"_s, lines));
+            const QByteArray why = QByteArray::number(at) + ": " + attempt.told.toUtf8() + attempt.content();
+            // Only what was found right is called done.
+            QVERIFY2(status != ExitDone || attempt.content() == wanted, why.constData());
+            if (attempt.content() == attempt.before)
+                continue;
+            attempt.port.handset().setFaults({});
+            QVERIFY2(attempt.backups().size() == 1, why.constData());
+            const QString backup = attempt.test.storage + u"/Backup/"_s + attempt.backups().first();
+            QVERIFY2(attempt.write(backup) == ExitDone, why.constData());
+            QVERIFY2(attempt.content() == attempt.before, why.constData());
+        }
     }
 }
 

@@ -53,87 +53,84 @@ class tst_Output : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void streams();
-    void questions();
-    void boxes();
+    void streams()
+    {
+        const Rows<bool, bool, QByteArray, QByteArray> rows{
+            {"for people", false, false, "text\n", "note\nkalmoctl: error\n"},
+            {"JSON, quiet", true, true, "[\n    \"\xc3\xb6\"\n]\n", "kalmoctl: error\n"},
+        };
+        for (const auto& [json, quiet, wantedOut, err] : rows) {
+            Streams streams;
+            Output out(streams.sink(), {.json = json, .quiet = quiet});
+            out.note(u"note\n"_s);
+            out.show(QJsonArray{u"ö"_s}, u"text\n"_s);
+            out.error(u"error"_s);
+            QCOMPARE(streams.out, wantedOut);
+            QCOMPARE(streams.err, err);
+            QVERIFY(out.isComplete());
+        }
+    }
+
+    void questions()
+    {
+        const QByteArray prompt = "Sure? [y/N] ";
+        Rows<bool, QStringList, bool, bool, QByteArray> rows;
+        rows.add("yes", false, {u" Yes "_s}, true, true, prompt);
+        rows.add("no", false, {u"n"_s}, false, false, prompt);
+        rows.add("just the return key", false, {{}}, false, false, prompt);
+        rows.add("neither, and asked again", false, {u"what"_s, u"y"_s}, true, true, prompt + prompt);
+        rows.add("end of the input", false, {}, false, false, prompt + "\n");
+        rows.add("nobody there", false, {u"-"_s}, false, false,
+                 "kalmoctl: Sure?\n"
+                 "Nobody can answer here; run this on a terminal, or say --yes.\n");
+        // A retry that is answered with yes without end would never end.
+        rows.add("--yes", true, {u"-"_s}, true, false, {});
+
+        for (const auto& [yes, answers, confirmed, retried, err] : rows) {
+            Streams streams;
+            Output out(streams.sink(), {.quiet = true});
+            const auto answering = [&] {
+                return answers == QStringList{u"-"_s} ? Questions::Reader() : reader(answers);
+            };
+            QCOMPARE(Questions(out, yes, answering()).confirm(u"Sure?"_s), confirmed);
+            QCOMPARE(streams.err, err);
+            QCOMPARE(Questions(out, yes, answering()).confirmRetry(u"Again?"_s), retried);
+        }
+    }
+
+    void boxes()
+    {
+        const auto box = [](Buttons buttons, Icon icon, const QString& english) {
+            return toolkit::Message{
+                .text = u"Größe?"_s, .buttons = buttons, .icon = icon, .english = english};
+        };
+        const Rows<toolkit::Message, Answer, Answer, QByteArray> rows{
+            {"error", box(Buttons::Ok, Icon::Exclamation, u"Size."_s), Answer::Ok, Answer::Ok,
+             "kalmoctl: Size.\n"},
+            {"no English text", box(Buttons::Ok, Icon::Critical, {}), Answer::Ok, Answer::Ok,
+             "kalmoctl: Gr\xc3\xb6\xc3\x9f"
+             "e?\n"},
+            {"yes or no", box(Buttons::YesNo, Icon::Question, u"Size?"_s), Answer::Yes, Answer::No,
+             "Size? [y/N] "},
+            {"go on", box(Buttons::OkCancel, Icon::Question, u"Size?"_s), Answer::Ok, Answer::Cancel,
+             "Size? [y/N] "},
+            {"again", box(Buttons::RetryCancel, Icon::Exclamation, u"Size?"_s), Answer::Retry, Answer::Cancel,
+             "Size? [y/N] "},
+        };
+        for (const auto& [message, toYes, toNo, err] : rows) {
+            const auto answerTo = [&message](const QString& word, Streams& streams) {
+                Output out(streams.sink(), {});
+                Questions questions(out, false, reader({word}));
+                return CliDialogs(out, questions).Show(message);
+            };
+            Streams streams;
+            Streams ignored;
+            QCOMPARE(answerTo(u"n"_s, streams), toNo);
+            QCOMPARE(answerTo(u"y"_s, ignored), toYes);
+            QCOMPARE(streams.err, err);
+        }
+    }
 };
-
-void tst_Output::streams()
-{
-    const Rows<bool, bool, QByteArray, QByteArray> rows{
-        {"for people", false, false, "text\n", "note\nkalmoctl: error\n"},
-        {"JSON, quiet", true, true, "[\n    \"\xc3\xb6\"\n]\n", "kalmoctl: error\n"},
-    };
-    for (const auto& [json, quiet, wantedOut, err] : rows) {
-        Streams streams;
-        Output out(streams.sink(), {.json = json, .quiet = quiet});
-        out.note(u"note\n"_s);
-        out.show(QJsonArray{u"ö"_s}, u"text\n"_s);
-        out.error(u"error"_s);
-        QCOMPARE(streams.out, wantedOut);
-        QCOMPARE(streams.err, err);
-        QVERIFY(out.isComplete());
-    }
-}
-
-void tst_Output::questions()
-{
-    const QByteArray prompt = "Sure? [y/N] ";
-    Rows<bool, QStringList, bool, bool, QByteArray> rows;
-    rows.add("yes", false, {u" Yes "_s}, true, true, prompt);
-    rows.add("no", false, {u"n"_s}, false, false, prompt);
-    rows.add("just the return key", false, {{}}, false, false, prompt);
-    rows.add("neither, and asked again", false, {u"what"_s, u"y"_s}, true, true, prompt + prompt);
-    rows.add("end of the input", false, {}, false, false, prompt + "\n");
-    rows.add("nobody there", false, {u"-"_s}, false, false,
-             "kalmoctl: Sure?\n"
-             "Nobody can answer here; run this on a terminal, or say --yes.\n");
-    // A retry that is answered with yes without end would never end.
-    rows.add("--yes", true, {u"-"_s}, true, false, {});
-
-    for (const auto& [yes, answers, confirmed, retried, err] : rows) {
-        Streams streams;
-        Output out(streams.sink(), {.quiet = true});
-        const auto answering = [&] {
-            return answers == QStringList{u"-"_s} ? Questions::Reader() : reader(answers);
-        };
-        QCOMPARE(Questions(out, yes, answering()).confirm(u"Sure?"_s), confirmed);
-        QCOMPARE(streams.err, err);
-        QCOMPARE(Questions(out, yes, answering()).confirmRetry(u"Again?"_s), retried);
-    }
-}
-
-void tst_Output::boxes()
-{
-    const auto box = [](Buttons buttons, Icon icon, const QString& english) {
-        return toolkit::Message{.text = u"Größe?"_s, .buttons = buttons, .icon = icon, .english = english};
-    };
-    const Rows<toolkit::Message, Answer, Answer, QByteArray> rows{
-        {"error", box(Buttons::Ok, Icon::Exclamation, u"Size."_s), Answer::Ok, Answer::Ok,
-         "kalmoctl: Size.\n"},
-        {"no English text", box(Buttons::Ok, Icon::Critical, {}), Answer::Ok, Answer::Ok,
-         "kalmoctl: Gr\xc3\xb6\xc3\x9f"
-         "e?\n"},
-        {"yes or no", box(Buttons::YesNo, Icon::Question, u"Size?"_s), Answer::Yes, Answer::No,
-         "Size? [y/N] "},
-        {"go on", box(Buttons::OkCancel, Icon::Question, u"Size?"_s), Answer::Ok, Answer::Cancel,
-         "Size? [y/N] "},
-        {"again", box(Buttons::RetryCancel, Icon::Exclamation, u"Size?"_s), Answer::Retry, Answer::Cancel,
-         "Size? [y/N] "},
-    };
-    for (const auto& [message, toYes, toNo, err] : rows) {
-        const auto answerTo = [&message](const QString& word, Streams& streams) {
-            Output out(streams.sink(), {});
-            Questions questions(out, false, reader({word}));
-            return CliDialogs(out, questions).Show(message);
-        };
-        Streams streams;
-        Streams ignored;
-        QCOMPARE(answerTo(u"n"_s, streams), toNo);
-        QCOMPARE(answerTo(u"y"_s, ignored), toYes);
-        QCOMPARE(streams.err, err);
-    }
-}
 
 QTEST_GUILESS_MAIN(tst_Output)
 #include "tst_Output.moc"

@@ -11,12 +11,6 @@ using namespace kalmo;
 using namespace kalmo::cli;
 using namespace kalmo::tests;
 
-namespace {
-
-using Prepare = std::function<void(Shell&)>;
-
-} // namespace
-
 class tst_WriteCommands : public QObject
 {
     Q_OBJECT
@@ -40,13 +34,13 @@ void tst_WriteCommands::writes()
         reading(shell);
         shell.erase().expect(changed);
     };
-    const auto nothing = Prepare([](Shell&) {});
+    const auto nothing = Shell::Prepare([](Shell&) {});
     const auto readingTwice = [](Shell& shell) {
         shell.found("WOODSTOCK");
         for (int time = 0; time < 2; ++time)
             shell.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r").expect("AT\r");
     };
-    Rows<QString, QByteArray, ExitStatus, QString, QString, Prepare> rows;
+    Rows<QString, QByteArray, ExitStatus, QString, QString, Shell::Prepare> rows;
     rows.add("all well", u"--yes"_s, file, ExitDone, u"{\"backup\":\"B\",\"verified\":2,\"written\":2}"_s,
              u"        Name  Number  Date          Reminder  VIP  Sound\n"
              "add     C     3\n"

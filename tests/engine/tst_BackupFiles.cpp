@@ -68,93 +68,88 @@ class tst_BackupFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void bytes();
-    void telEntries();
-    void prvEntries();
-    void fullDisk();
-    void namesOfBackups();
-};
-
-void tst_BackupFiles::bytes()
-{
-    QCOMPARE(telBytes({full, {.name = u"A,B"_s, .number = u"1\"2"_s}}),
-             fullLine + "\"A,B\",\"1\"2\",\"\",\"\",\"\",\"\"\r\n");
-    QCOMPARE(prvBytes({{u"\"Call\""_s, u"010\"13"_s}}), QByteArray("\"\x95"
-                                                                   "Call\x95\",\"010\"13\"\r\n"));
-}
-
-void tst_BackupFiles::telEntries()
-{
-    Rows<int, QByteArray, QStringList> rows;
-    rows.add("all fields; a quote in the name is lost", 2, fullLine,
-             {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3|Ja|Optisch"_s});
-    rows.add("oldest family has no VIP", 1, fullLine, {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3||"_s});
-    rows.add("other line ends, none at the end", 2, "\"A\",\"1\"\n\"B\",\"2\"\r\"C\",\"3\"",
-             {u"A|1||||"_s, u"B|2||||"_s, u"C|3||||"_s});
-    rows.add("more fields than there are columns", 2, "\"A\",\"1\",\"\",\"\",\"\",\"\",\"x\"\r\n",
-             {u"A|1||||"_s});
-    rows.add("comma within quotes", 2, "\"A, B\",\"1\"\r\n", {u"A, B|1||||"_s});
-
-    for (const auto& [phoneType, bytes, entries] : rows) {
-        QCOMPARE(inWords(phonedata::telEntries(bytes, phoneType)), entries);
+    void bytes()
+    {
+        QCOMPARE(telBytes({full, {.name = u"A,B"_s, .number = u"1\"2"_s}}),
+                 fullLine + "\"A,B\",\"1\"2\",\"\",\"\",\"\",\"\"\r\n");
+        QCOMPARE(prvBytes({{u"\"Call\""_s, u"010\"13"_s}}), QByteArray("\"\x95"
+                                                                       "Call\x95\",\"010\"13\"\r\n"));
     }
-}
 
-void tst_BackupFiles::prvEntries()
-{
-    const Rows<QByteArray, QStringList> rows{
-        {"a quote in the name survives",
-         "\"\x95"
-         "Call\x95\",\"01013\"\r\n",
-         {u"\"Call\"|01013"_s}},
-        {"comma within quotes", "\"A,B\",\"1\"\r\n\"C\",\"3\"\r\n", {u"A,B|1"_s, u"C|3"_s}},
-        {"field by field, over line ends", "\"A\"\r\n\"1\"\r\n\"B\",\r\n\"2\"", {u"A|1"_s, u"B|2"_s}},
-        {"quote never closed", "\"A,1\r\n", {u"A,1|"_s}},
-        {"nothing but line ends", "\r\n\r\n", {}},
-    };
-    for (const auto& [bytes, entries] : rows) {
-        QCOMPARE(inWords(phonedata::prvEntries(bytes)), entries);
-    }
-}
+    void telEntries()
+    {
+        Rows<int, QByteArray, QStringList> rows;
+        rows.add("all fields; a quote in the name is lost", 2, fullLine,
+                 {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3|Ja|Optisch"_s});
+        rows.add("oldest family has no VIP", 1, fullLine, {u"Jörg Jogi|+49*1|24.12  08:30|Melodie 3||"_s});
+        rows.add("other line ends, none at the end", 2, "\"A\",\"1\"\n\"B\",\"2\"\r\"C\",\"3\"",
+                 {u"A|1||||"_s, u"B|2||||"_s, u"C|3||||"_s});
+        rows.add("more fields than there are columns", 2, "\"A\",\"1\",\"\",\"\",\"\",\"\",\"x\"\r\n",
+                 {u"A|1||||"_s});
+        rows.add("comma within quotes", 2, "\"A, B\",\"1\"\r\n", {u"A, B|1||||"_s});
 
-void tst_BackupFiles::fullDisk()
-{
-    const Rows<int> rows{
-        {"none", 0},
-        {"for a part", 20},
-    };
-    for (const auto& [room] : rows) {
-        TestContext test;
-        test.sy.PhoneType = 2;
-        const auto list = makePhonebookRows();
-        list->add(toRow(full));
-        const QString path = test.makeFile(u"book.tel"_s, "old");
-        const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
-        test.dialogs.expectStart(u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path));
-        {
-            const SmallDisk disk(room);
-            QVERIFY(!SaveTel(test.context, *list, path));
-            test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
+        for (const auto& [phoneType, bytes, entries] : rows) {
+            QCOMPARE(inWords(phonedata::telEntries(bytes, phoneType)), entries);
         }
-        QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
-        QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
     }
-}
 
-void tst_BackupFiles::namesOfBackups()
-{
-    TestContext test;
-    const auto path = [&] { return backupPath(test.context, u"Backup von "_s, u".tel"_s); };
-    const QString base = test.storage + u"/Backup/Backup von 2026-11-21  12-00-00"_s;
-    QVERIFY(QDir().mkpath(test.storage + u"/Backup"_s));
-    QStringList names;
-    for (int number = 0; number < 3; ++number) {
-        names.append(path());
-        QFile file(names.last());
-        QVERIFY(file.open(QIODevice::WriteOnly));
+    void prvEntries()
+    {
+        const Rows<QByteArray, QStringList> rows{
+            {"a quote in the name survives",
+             "\"\x95"
+             "Call\x95\",\"01013\"\r\n",
+             {u"\"Call\"|01013"_s}},
+            {"comma within quotes", "\"A,B\",\"1\"\r\n\"C\",\"3\"\r\n", {u"A,B|1"_s, u"C|3"_s}},
+            {"field by field, over line ends", "\"A\"\r\n\"1\"\r\n\"B\",\r\n\"2\"", {u"A|1"_s, u"B|2"_s}},
+            {"quote never closed", "\"A,1\r\n", {u"A,1|"_s}},
+            {"nothing but line ends", "\r\n\r\n", {}},
+        };
+        for (const auto& [bytes, entries] : rows) {
+            QCOMPARE(inWords(phonedata::prvEntries(bytes)), entries);
+        }
     }
-    QCOMPARE(names, (QStringList{base + u".tel"_s, base + u" (2).tel"_s, base + u" (3).tel"_s}));
-}
+
+    void fullDisk()
+    {
+        const Rows<int> rows{
+            {"none", 0},
+            {"for a part", 20},
+        };
+        for (const auto& [room] : rows) {
+            TestContext test;
+            test.sy.PhoneType = 2;
+            const auto list = makePhonebookRows();
+            list->add(toRow(full));
+            const QString path = test.makeFile(u"book.tel"_s, "old");
+            const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
+            test.dialogs.expectStart(
+                u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path));
+            {
+                const SmallDisk disk(room);
+                QVERIFY(!SaveTel(test.context, *list, path));
+                test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
+            }
+            QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
+            QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
+        }
+    }
+
+    void namesOfBackups()
+    {
+        TestContext test;
+        const auto path = [&] { return backupPath(test.context, u"Backup von "_s, u".tel"_s); };
+        const QString base = test.storage + u"/Backup/Backup von 2026-11-21  12-00-00"_s;
+        QVERIFY(QDir().mkpath(test.storage + u"/Backup"_s));
+        QStringList names;
+        for (int number = 0; number < 3; ++number) {
+            names.append(path());
+            QFile file(names.last());
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        QCOMPARE(names, (QStringList{base + u".tel"_s, base + u" (2).tel"_s, base + u" (3).tel"_s}));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_BackupFiles)
 #include "tst_BackupFiles.moc"

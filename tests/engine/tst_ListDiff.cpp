@@ -45,58 +45,55 @@ class tst_ListDiff : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void diff();
-    void formInThePhone();
+    void diff()
+    {
+        Rows<QStringList, QStringList, QString> rows;
+        rows.add("another order", {u"A 1"_s, u"B 2"_s}, {u"B 2"_s, u"A 1"_s}, {});
+        rows.add("another date", {u"A 1 d"_s}, {u"A 1 e"_s}, u"A1d>A1e"_s);
+        rows.add("another number is another entry", {u"A 1"_s}, {u"A 2"_s}, u"+A2 -A1"_s);
+        rows.add("name and number don't run together", {u"A1 1"_s}, {u"A 11"_s}, u"+A11 -A11"_s);
+        rows.add("one double less", {u"A 1"_s, u"A 1"_s}, {u"A 1"_s}, u"-A1"_s);
+        rows.add("equal doubles find each other first", {u"A 1 d"_s, u"A 1 e"_s}, {u"A 1 e"_s, u"A 1 f"_s},
+                 u"A1d>A1f"_s);
+
+        for (const auto& [held, wanted, outcome] : rows) {
+            const ListDiff diff = diffLists(entries(held), entries(wanted));
+            QCOMPARE(inWords(diff), outcome);
+            QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
+        }
+    }
+
+    void formInThePhone()
+    {
+        const ClassicEntry full{.name = u"Jörg, \"J\""_s,
+                                .number = u"+49*1"_s,
+                                .date = u"24.12  08:30"_s,
+                                .dateSound = u"Melodie 3"_s,
+                                .vip = u"Ja"_s,
+                                .vipSound = u"Walzer"_s};
+        const auto with = [&](auto change) {
+            ClassicEntry entry = full;
+            change(entry);
+            return entry;
+        };
+        const Rows<Store, int, ClassicEntry, ClassicEntry> rows{
+            {"all is kept", Store::Phonebook, 2, full, full},
+            {"oldest family keeps no VIP, and names melodies otherwise", Store::Phonebook, 1, full,
+             with([](ClassicEntry& e) { e.vip = e.vipSound = QString(), e.dateSound = u"Melodie 2"_s; })},
+            {"characters that the code page lacks", Store::Phonebook, 3,
+             with([](ClassicEntry& e) { e.name = u"Łódź"_s; }),
+             with([](ClassicEntry& e) { e.name = u"?ód?"_s; })},
+            {"providers have a name and a number", Store::Providers, 2, full,
+             ClassicEntry{.name = full.name, .number = full.number}},
+        };
+        for (const auto& [store, phoneType, entry, held] : rows) {
+            TestContext test;
+            SoundList sounds;
+            sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
+            QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
+        }
+    }
 };
-
-void tst_ListDiff::diff()
-{
-    Rows<QStringList, QStringList, QString> rows;
-    rows.add("another order", {u"A 1"_s, u"B 2"_s}, {u"B 2"_s, u"A 1"_s}, {});
-    rows.add("another date", {u"A 1 d"_s}, {u"A 1 e"_s}, u"A1d>A1e"_s);
-    rows.add("another number is another entry", {u"A 1"_s}, {u"A 2"_s}, u"+A2 -A1"_s);
-    rows.add("name and number don't run together", {u"A1 1"_s}, {u"A 11"_s}, u"+A11 -A11"_s);
-    rows.add("one double less", {u"A 1"_s, u"A 1"_s}, {u"A 1"_s}, u"-A1"_s);
-    rows.add("equal doubles find each other first", {u"A 1 d"_s, u"A 1 e"_s}, {u"A 1 e"_s, u"A 1 f"_s},
-             u"A1d>A1f"_s);
-
-    for (const auto& [held, wanted, outcome] : rows) {
-        const ListDiff diff = diffLists(entries(held), entries(wanted));
-        QCOMPARE(inWords(diff), outcome);
-        QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
-    }
-}
-
-void tst_ListDiff::formInThePhone()
-{
-    const ClassicEntry full{.name = u"Jörg, \"J\""_s,
-                            .number = u"+49*1"_s,
-                            .date = u"24.12  08:30"_s,
-                            .dateSound = u"Melodie 3"_s,
-                            .vip = u"Ja"_s,
-                            .vipSound = u"Walzer"_s};
-    const auto with = [&](auto change) {
-        ClassicEntry entry = full;
-        change(entry);
-        return entry;
-    };
-    const Rows<Store, int, ClassicEntry, ClassicEntry> rows{
-        {"all is kept", Store::Phonebook, 2, full, full},
-        {"oldest family keeps no VIP, and names melodies otherwise", Store::Phonebook, 1, full,
-         with([](ClassicEntry& e) { e.vip = e.vipSound = QString(), e.dateSound = u"Melodie 2"_s; })},
-        {"characters that the code page lacks", Store::Phonebook, 3,
-         with([](ClassicEntry& e) { e.name = u"Łódź"_s; }),
-         with([](ClassicEntry& e) { e.name = u"?ód?"_s; })},
-        {"providers have a name and a number", Store::Providers, 2, full,
-         ClassicEntry{.name = full.name, .number = full.number}},
-    };
-    for (const auto& [store, phoneType, entry, held] : rows) {
-        TestContext test;
-        SoundList sounds;
-        sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
-        QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
-    }
-}
 
 QTEST_GUILESS_MAIN(tst_ListDiff)
 #include "tst_ListDiff.moc"

@@ -30,70 +30,66 @@ class tst_ListRows : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keysFollowTheirRows();
-    void sorting();
-    void selection();
-};
-
-void tst_ListRows::keysFollowTheirRows()
-{
-    ListRows rows(u"lvw"_s, {{u"Name"_s}});
-    rows.addAll({named(u"c"_s, u"3"_s), named(u"a"_s, u"1"_s), named(u"b"_s, u"2"_s)});
-    QCOMPARE(rows.indexOfKey(u"2"_s), 2);
-    rows.sortBy(0, Qt::AscendingOrder);
-    QCOMPARE(rows.indexOfKey(u"3"_s), 2);
-    rows.removeAt(0);
-    QCOMPARE(rows.indexOfKey(u"1"_s), -1);
-    QCOMPARE(rows.indexOfKey(u"3"_s), 1);
-    rows.setKey(1, u"temp_3"_s);
-    QCOMPARE(rows.indexOfKey(u"3"_s), -1);
-    QCOMPARE(rows.add(named(u"d"_s, u"3"_s)), 2);
-    QCOMPARE(rows.indexOfKey(u"3"_s), 2);
-    QCOMPARE(rows.indexOfKey(u"temp_3"_s), 1);
-    rows.clear();
-    QCOMPARE(rows.indexOfKey(u"3"_s), -1);
-}
-
-void tst_ListRows::sorting()
-{
-    Rows<QStringList, bool, Qt::SortOrder, QStringList> rows;
-    rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, false,
-             Qt::AscendingOrder, {u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s});
-    rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, true,
-             Qt::DescendingOrder, {u"aaaa"_s, u"ccc"_s, u"bb"_s, u"z"_s});
-
-    for (const auto& [added, byTag, order, sorted] : rows) {
-        ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
-        ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
-        oneByOne.sortBy(0, order);
-        for (const QString& name : added) {
-            for (ListRows* list : {&atOnce, &oneByOne})
-                list->add(named(name, {}, QString::number(name.size()).rightJustified(16, u'0')));
-        }
-        QCOMPARE(names(atOnce), added);
-        atOnce.sortBy(0, order);
-        QCOMPARE(names(atOnce), sorted);
-        QCOMPARE(names(oneByOne), sorted);
+    void keysFollowTheirRows()
+    {
+        ListRows rows(u"lvw"_s, {{u"Name"_s}});
+        rows.addAll({named(u"c"_s, u"3"_s), named(u"a"_s, u"1"_s), named(u"b"_s, u"2"_s)});
+        QCOMPARE(rows.indexOfKey(u"2"_s), 2);
+        rows.sortBy(0, Qt::AscendingOrder);
+        QCOMPARE(rows.indexOfKey(u"3"_s), 2);
+        rows.removeAt(0);
+        QCOMPARE(rows.indexOfKey(u"1"_s), -1);
+        QCOMPARE(rows.indexOfKey(u"3"_s), 1);
+        rows.setKey(1, u"temp_3"_s);
+        QCOMPARE(rows.indexOfKey(u"3"_s), -1);
+        QCOMPARE(rows.add(named(u"d"_s, u"3"_s)), 2);
+        QCOMPARE(rows.indexOfKey(u"3"_s), 2);
+        QCOMPARE(rows.indexOfKey(u"temp_3"_s), 1);
+        rows.clear();
+        QCOMPARE(rows.indexOfKey(u"3"_s), -1);
     }
-}
 
-void tst_ListRows::selection()
-{
-    ListRows rows(u"lvw"_s, {{u"Name"_s}});
-    rows.addAll({named(u"b"_s), named(u"c"_s), named(u"a"_s)});
-    rows.setCurrent(1);
-    rows.setSelected(2, true);
-    QCOMPARE(rows.selectedRows(), (QList<int>{1, 2}));
-    rows.sortBy(0, Qt::AscendingOrder);
-    QCOMPARE(rows.selectedRows(), (QList<int>{0, 2})); // a and c wherever they went
-    QCOMPARE(rows.current(), 2);
-    rows.setCurrent(1);
-    QCOMPARE(rows.selectedRows(), QList<int>{1});
-    rows.selectAll();
-    QCOMPARE(rows.selectedRows().size(), 3);
-    rows.removeAt(1);
-    QCOMPARE(rows.current(), -1);
-}
+    void sorting()
+    {
+        Rows<QStringList, bool, Qt::SortOrder, QStringList> rows;
+        rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, false,
+                 Qt::AscendingOrder, {u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s});
+        rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, true,
+                 Qt::DescendingOrder, {u"aaaa"_s, u"ccc"_s, u"bb"_s, u"z"_s});
+
+        for (const auto& [added, byTag, order, sorted] : rows) {
+            ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
+            ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
+            oneByOne.sortBy(0, order);
+            for (const QString& name : added) {
+                for (ListRows* list : {&atOnce, &oneByOne})
+                    list->add(named(name, {}, QString::number(name.size()).rightJustified(16, u'0')));
+            }
+            QCOMPARE(names(atOnce), added);
+            atOnce.sortBy(0, order);
+            QCOMPARE(names(atOnce), sorted);
+            QCOMPARE(names(oneByOne), sorted);
+        }
+    }
+
+    void selection()
+    {
+        ListRows rows(u"lvw"_s, {{u"Name"_s}});
+        rows.addAll({named(u"b"_s), named(u"c"_s), named(u"a"_s)});
+        rows.setCurrent(1);
+        rows.setSelected(2, true);
+        QCOMPARE(rows.selectedRows(), (QList<int>{1, 2}));
+        rows.sortBy(0, Qt::AscendingOrder);
+        QCOMPARE(rows.selectedRows(), (QList<int>{0, 2})); // a and c wherever they went
+        QCOMPARE(rows.current(), 2);
+        rows.setCurrent(1);
+        QCOMPARE(rows.selectedRows(), QList<int>{1});
+        rows.selectAll();
+        QCOMPARE(rows.selectedRows().size(), 3);
+        rows.removeAt(1);
+        QCOMPARE(rows.current(), -1);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ListRows)
 #include "tst_ListRows.moc"

@@ -44,253 +44,250 @@ class tst_ObexTransfer : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void gettingInManyFrames();
-    void gettingOddFrames();
-    void gettingFails();
-    void gettingIntoAFile();
-    void gettingWithoutEnd();
-    void putting();
-    void puttingFails();
-    void puttingIsCancelled();
-    void stopping();
-};
-
-void tst_ObexTransfer::gettingInManyFrames()
-{
-    const QByteArray object = objectOf(40);
-    inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
-        ObexClient client(test, port);
-        client.goOnline();
-        port.expect(getA, packet(0x90, lengthHeader(40) + header(0x48, object.first(10))));
-        port.expect(nextPart, packet(0x90, header(0x48, object.mid(10, 20))));
-        port.expect(nextPart, packet(0x90, header(0x48, {})));
-        port.expect(nextPart, packet(0xA0, header(0x49, object.mid(30))));
-        QByteArray data = "old";
-        int code = 0;
-        QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all(), {}, &code));
-        QCOMPARE(data, object);
-        QCOMPARE(code, 0xA0);
-        QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BytesRxed 10"_s,
-                                             u"BytesRxed 30"_s, u"BytesRxed 30"_s, u"BusyOff"_s}));
-        QCOMPARE(client.progress.bar.steps,
-                 (QStringList{u"0/100"_s, u"25/100"_s, u"75/100"_s, u"75/100"_s, u"hidden"_s}));
-        QCOMPARE(client.progress.panel.texts,
-                 (QStringList{u"Empfange a..."_s, u"Download a abgeschlossen."_s}));
-    });
-}
-
-void tst_ObexTransfer::gettingOddFrames()
-{
-    Rows<QByteArrayList, QByteArray, QStringList> rows;
-    rows.add("another header first stays in", {packet(0xA0, header(0x44, "t") + header(0x49, "xy"))},
-             header(0x44, "t") + header(0x49, "xy"), {});
-    rows.add("Length and End of Body", {packet(0xA0, lengthHeader(2) + header(0x49, "xy"))}, "xy",
-             {u"hiB"_s});
-    rows.add("announced far too much",
-             {packet(0x90, lengthHeader(0xFFFFFFFF) + header(0x48, "x")), packet(0xA0, header(0x49, "y"))},
-             "xy", {});
-    rows.add("surplus is data", {hex("A0 0007 49 0004 78") + "surplus"}, "xsurplus", {});
-    rows.add("a success without its final bit is passed over",
-             {packet(0x20, header(0x48, "lost")), {}, packet(0xA0, header(0x49, "xy"))}, "xy",
-             {u"hier fehlt was"_s});
-
-    for (const auto& [answers, wantedData, boxes] : rows) {
-        OnlineClient online;
-        auto& [test, port, client] = online;
-        for (int index = 0; index < answers.size(); ++index) {
-            if (answers[index].isEmpty()) {
-                port.say(answers[++index], 3); // comes without a request
-                continue;
-            }
-            port.expect(index == 0 ? getA : nextPart, answers[index]);
-        }
-        for (const QString& box : boxes)
-            test.dialogs.expect({.text = box});
-        QByteArray data;
-        QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all()));
-        QCOMPARE(data, wantedData);
-        QVERIFY(client.progress.bar.value <= 100);
-    }
-}
-
-void tst_ObexTransfer::gettingFails()
-{
-    const Rows<QByteArray, bool, int> rows{
-        {"not found", hex("C4 0003"), false, 0xC4},
-        {"a timeout is never silent", {}, true, -1},
-    };
-    for (const auto& [answer, silent, code] : rows) {
-        OnlineClient online;
-        auto& [test, port, client] = online;
-        const QString target = test.makeFile(u"target"_s, "untouched");
-        port.expect(getA, packet(0x90, header(0x48, "lost"))).expect(nextPart, answer);
-        test.dialogs.expect(errorBox(GetFriedlyErrMsg(code)));
-        QByteArray data;
-        int reCode = 0;
-        QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), target, &reCode, silent));
-        QCOMPARE(reCode, code);
-        QCOMPARE(data, ""_ba);
-        QCOMPARE(TestContext::contentOf(target), "untouched"_ba);
-        QCOMPARE(client.progress.panel.Text(), u"Download a nicht abgeschlossen."_s);
-        QVERIFY(!client.progress.bar.visible);
-        QCOMPARE(client.events.last(), u"BusyOff"_s);
-    }
-}
-
-void tst_ObexTransfer::gettingIntoAFile()
-{
-    OnlineClient online;
-    auto& [test, port, client] = online;
-    const auto answerX = [&] { port.expect(getA, packet(0xA0, header(0x49, "x"))); };
-    QByteArray data;
-    int code = 0;
-
-    const QString target = test.makeFile(u"target"_s, "old");
-    QVERIFY(QFile::setPermissions(target, QFileDevice::ReadOwner));
-    answerX();
-    QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all(), target));
-    QCOMPARE(TestContext::contentOf(target), "x"_ba);
-
-    answerX();
-    test.dialogs.expectStart(u"Die Datei /proc/version konnte nicht ersetzt bzw. gelöscht werden."_s,
-                             Buttons::RetryCancel, Answer::Cancel);
-    test.dialogs.expect(errorBox(u"Löschen einer Datei fehlgeschlagen."_s));
-    QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), u"/proc/version"_s, &code));
-    QCOMPARE(code, -4);
-    QCOMPARE(client.progress.panel.Text(), u"Download a nicht abgeschlossen."_s);
-
-    answerX();
-    test.dialogs.expect(errorBox(u"Die Datei konnte auf dem Computer nicht gespeichert werden."_s));
-    QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), test.path(u"no/folder/x"_s), &code));
-    QCOMPARE(code, obex::WriteFailed);
-    QCOMPARE(QDir(test.folder.path()).entryList({u"target*"_s}), (QStringList{u"target"_s}));
-}
-
-void tst_ObexTransfer::gettingWithoutEnd()
-{
-    OnlineClient online;
-    auto& [test, port, client] = online;
-    const QByteArray part = packet(0x90, header(0x48, QByteArray(0x7FF0, 'x')));
-    const qsizetype parts = 64 * 1024 * 1024 / 0x7FF0 + 1;
-    port.expect(getA, part);
-    for (qsizetype index = 1; index < parts; ++index)
-        port.expect(nextPart, part);
-    port.expect(abortRequest, done);
-    test.dialogs.expect(errorBox(u"Die Daten sind größer als 64 MB. Die Übertragung wurde abgebrochen."_s));
-    QByteArray data;
-    QVERIFY(!client.mmc->GetFile(u"a"_s, data, {}));
-    QCOMPARE(data.size(), 0);
-    QVERIFY(test.clock.elapsed() < 100); // no nap while the rest of a frame waits in the port
-}
-
-void tst_ObexTransfer::putting()
-{
-    // With MaxPacket 255 and the name "a": 219 bytes first, then 249 in each frame.
-    Rows<int, QList<int>, QStringList, bool> rows;
-    rows.add("empty", 0, {0}, {u"1/2"_s, u"2/2"_s}, false);
-    rows.add("first chunk", 219, {219}, {u"1/2"_s, u"2/2"_s}, false);
-    rows.add("a byte more", 220, {219, 1}, {u"1/3"_s, u"2/3"_s, u"3/3"_s}, false);
-    rows.add("three whole chunks draw a complaint", 717, {219, 249, 249},
-             {u"1/5"_s, u"2/5"_s, u"3/5"_s, u"4/5"_s}, true);
-
-    for (const auto& [size, chunks, steps, complains] : rows) {
-        const QByteArray object = objectOf(size);
+    void gettingInManyFrames()
+    {
+        const QByteArray object = objectOf(40);
         inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
             ObexClient client(test, port);
-            client.goOnline(255);
-            const QString path = test.makeFile(u"a,;"_s, object); // comma and semicolon never reach the phone
-            qsizetype sent = 0;
-            for (int index = 0; index < chunks.size(); ++index) {
-                const bool isLast = index == chunks.size() - 1;
-                const QByteArray headers = index == 0 ? nameA + lengthHeader(size) + noon : QByteArray();
-                port.expect(packet(isLast ? 0x82 : 0x02,
-                                   headers + header(isLast ? 0x49 : 0x48, object.mid(sent, chunks[index]))),
-                            isLast ? done : goOn);
-                sent += chunks[index];
-            }
-            QCOMPARE(sent, size);
-            if (complains)
-                test.dialogs.expectStart(
-                    u"Das Telefon hat behauptet, bereits die komplette Datei \"a\" erhalten zu haben, "
-                    "obwohl erst 4 von 5 Teilen übertragen wurden."_s);
-            QCOMPARE(client.mmc->PutFile(path, client.progress.all()), !complains);
-            QCOMPARE(client.progress.bar.steps, steps + QStringList{u"hidden"_s});
+            client.goOnline();
+            port.expect(getA, packet(0x90, lengthHeader(40) + header(0x48, object.first(10))));
+            port.expect(nextPart, packet(0x90, header(0x48, object.mid(10, 20))));
+            port.expect(nextPart, packet(0x90, header(0x48, {})));
+            port.expect(nextPart, packet(0xA0, header(0x49, object.mid(30))));
+            QByteArray data = "old";
+            int code = 0;
+            QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all(), {}, &code));
+            QCOMPARE(data, object);
+            QCOMPARE(code, 0xA0);
+            QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BytesRxed 10"_s,
+                                                 u"BytesRxed 30"_s, u"BytesRxed 30"_s, u"BusyOff"_s}));
+            QCOMPARE(client.progress.bar.steps,
+                     (QStringList{u"0/100"_s, u"25/100"_s, u"75/100"_s, u"75/100"_s, u"hidden"_s}));
             QCOMPARE(client.progress.panel.texts,
-                     (QStringList{u"Übertrage a,;..."_s, complains ? u"Übertragung a nicht abgeschlossen."_s
-                                                                   : u"Übertragung a abgeschlossen."_s}));
-            QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
+                     (QStringList{u"Empfange a..."_s, u"Download a abgeschlossen."_s}));
         });
     }
-}
 
-void tst_ObexTransfer::puttingFails()
-{
-    const Rows<QString, QByteArrayList, int> rows{
-        {"store full", u"a"_s, {goOn, hex("E0 0003")}, 0xE0},
-        {"timeout in the middle", u"a"_s, {goOn, goOn, {}}, -1},
-        {"name leaves no room", QString(111, u'x'), {}, int(obex::RequestTooLong)},
-        {"no such file", u"missing"_s, {}, int(obex::ReadFailed)},
-    };
-    for (const auto& [name, answers, code] : rows) {
-        OnlineClient online(255);
-        auto& [test, port, client] = online;
-        const QByteArray object = objectOf(717);
-        const QString path = name == u"missing"_s ? test.path(name) : test.makeFile(name, object);
-        const QByteArrayList frames{
-            packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
-            packet(0x02, header(0x48, object.mid(219, 249))), packet(0x82, header(0x49, object.mid(468)))};
-        for (int index = 0; index < answers.size(); ++index)
-            port.expect(frames[index], answers[index]);
-        test.dialogs.expect(errorBox(GetFriedlyErrMsg(code)));
-        QVERIFY(!client.mmc->PutFile(path, client.progress.all()));
-        QCOMPARE(client.progress.panel.Text(), u"Übertragung %1 nicht abgeschlossen."_s.arg(name));
-        QVERIFY(!client.progress.bar.visible);
-        QCOMPARE(client.events.filter(u"Busy"_s), (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
+    void gettingOddFrames()
+    {
+        Rows<QByteArrayList, QByteArray, QStringList> rows;
+        rows.add("another header first stays in", {packet(0xA0, header(0x44, "t") + header(0x49, "xy"))},
+                 header(0x44, "t") + header(0x49, "xy"), {});
+        rows.add("Length and End of Body", {packet(0xA0, lengthHeader(2) + header(0x49, "xy"))}, "xy",
+                 {u"hiB"_s});
+        rows.add(
+            "announced far too much",
+            {packet(0x90, lengthHeader(0xFFFFFFFF) + header(0x48, "x")), packet(0xA0, header(0x49, "y"))},
+            "xy", {});
+        rows.add("surplus is data", {hex("A0 0007 49 0004 78") + "surplus"}, "xsurplus", {});
+        rows.add("a success without its final bit is passed over",
+                 {packet(0x20, header(0x48, "lost")), {}, packet(0xA0, header(0x49, "xy"))}, "xy",
+                 {u"hier fehlt was"_s});
+
+        for (const auto& [answers, wantedData, boxes] : rows) {
+            OnlineClient online;
+            auto& [test, port, client] = online;
+            for (int index = 0; index < answers.size(); ++index) {
+                if (answers[index].isEmpty()) {
+                    port.say(answers[++index], 3); // comes without a request
+                    continue;
+                }
+                port.expect(index == 0 ? getA : nextPart, answers[index]);
+            }
+            for (const QString& box : boxes)
+                test.dialogs.expect({.text = box});
+            QByteArray data;
+            QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all()));
+            QCOMPARE(data, wantedData);
+            QVERIFY(client.progress.bar.value <= 100);
+        }
     }
-}
 
-void tst_ObexTransfer::puttingIsCancelled()
-{
-    OnlineClient online(255);
-    auto& [test, port, client] = online;
-    const QByteArray object = objectOf(717);
-    port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))), goOn);
-    port.expect(packet(0x02, header(0x48, object.mid(219, 249))), goOn).then([&] {
-        client.progress.cancel.checked = true;
-    });
-    port.expect(abortRequest, hex("C1 0003"));
-    test.dialogs.expect(errorBox(u"ReCode: 401 Unauthorized"_s)); // of the abort
-    test.dialogs.expect(errorBox(u"Vorzeitiger Abbruch durch den Benutzer."_s));
-    QVERIFY(!client.mmc->PutFile(test.makeFile(u"a"_s, object), client.progress.all()));
-    QCOMPARE(client.progress.panel.Text(), u"Übertragung a abgebrochen."_s);
-    QVERIFY(!client.progress.bar.visible);
-}
+    void gettingFails()
+    {
+        const Rows<QByteArray, bool, int> rows{
+            {"not found", hex("C4 0003"), false, 0xC4},
+            {"a timeout is never silent", {}, true, -1},
+        };
+        for (const auto& [answer, silent, code] : rows) {
+            OnlineClient online;
+            auto& [test, port, client] = online;
+            const QString target = test.makeFile(u"target"_s, "untouched");
+            port.expect(getA, packet(0x90, header(0x48, "lost"))).expect(nextPart, answer);
+            test.dialogs.expect(errorBox(GetFriedlyErrMsg(code)));
+            QByteArray data;
+            int reCode = 0;
+            QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), target, &reCode, silent));
+            QCOMPARE(reCode, code);
+            QCOMPARE(data, ""_ba);
+            QCOMPARE(TestContext::contentOf(target), "untouched"_ba);
+            QCOMPARE(client.progress.panel.Text(), u"Download a nicht abgeschlossen."_s);
+            QVERIFY(!client.progress.bar.visible);
+            QCOMPARE(client.events.last(), u"BusyOff"_s);
+        }
+    }
 
-void tst_ObexTransfer::stopping()
-{
-    const Rows<bool> rows{
-        {"between two frames", true},
-        {"phone is silent", false},
-    };
-    for (const auto& [phoneAnswers] : rows) {
-        OnlineClient online(255);
+    void gettingIntoAFile()
+    {
+        OnlineClient online;
         auto& [test, port, client] = online;
-        const QByteArray object = objectOf(717);
-        port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
-                    phoneAnswers ? goOn : ""_ba)
-            .then([&] { client.mmc->askToStop(); });
-        port.expect(abortRequest, phoneAnswers ? done : ""_ba);
-        const double before = test.clock.elapsed();
-        QVERIFY(!client.mmc->PutFile(test.makeFile(u"a"_s, object), client.progress.all())); // and no box
-        QVERIFY(test.clock.elapsed() - before < 5);
-        QCOMPARE(client.progress.panel.Text(), u"Übertragung a abgebrochen."_s);
+        const auto answerX = [&] { port.expect(getA, packet(0xA0, header(0x49, "x"))); };
         QByteArray data;
         int code = 0;
+
+        const QString target = test.makeFile(u"target"_s, "old");
+        QVERIFY(QFile::setPermissions(target, QFileDevice::ReadOwner));
+        answerX();
+        QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all(), target));
+        QCOMPARE(TestContext::contentOf(target), "x"_ba);
+
+        answerX();
+        test.dialogs.expectStart(u"Die Datei /proc/version konnte nicht ersetzt bzw. gelöscht werden."_s,
+                                 Buttons::RetryCancel, Answer::Cancel);
+        test.dialogs.expect(errorBox(u"Löschen einer Datei fehlgeschlagen."_s));
+        QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), u"/proc/version"_s, &code));
+        QCOMPARE(code, -4);
+        QCOMPARE(client.progress.panel.Text(), u"Download a nicht abgeschlossen."_s);
+
+        answerX();
+        test.dialogs.expect(errorBox(u"Die Datei konnte auf dem Computer nicht gespeichert werden."_s));
         QVERIFY(
-            !client.mmc->GetFile(u"a"_s, data, client.progress.all(), {}, &code)); // nothing more goes out
-        QCOMPARE(code, -3);
+            !client.mmc->GetFile(u"a"_s, data, client.progress.all(), test.path(u"no/folder/x"_s), &code));
+        QCOMPARE(code, obex::WriteFailed);
+        QCOMPARE(QDir(test.folder.path()).entryList({u"target*"_s}), (QStringList{u"target"_s}));
     }
-}
+
+    void gettingWithoutEnd()
+    {
+        OnlineClient online;
+        auto& [test, port, client] = online;
+        const QByteArray part = packet(0x90, header(0x48, QByteArray(0x7FF0, 'x')));
+        const qsizetype parts = 64 * 1024 * 1024 / 0x7FF0 + 1;
+        port.expect(getA, part);
+        for (qsizetype index = 1; index < parts; ++index)
+            port.expect(nextPart, part);
+        port.expect(abortRequest, done);
+        test.dialogs.expect(
+            errorBox(u"Die Daten sind größer als 64 MB. Die Übertragung wurde abgebrochen."_s));
+        QByteArray data;
+        QVERIFY(!client.mmc->GetFile(u"a"_s, data, {}));
+        QCOMPARE(data.size(), 0);
+        QVERIFY(test.clock.elapsed() < 100); // no nap while the rest of a frame waits in the port
+    }
+
+    void putting()
+    {
+        // With MaxPacket 255 and the name "a": 219 bytes first, then 249 in each frame.
+        Rows<int, QList<int>, QStringList, bool> rows;
+        rows.add("empty", 0, {0}, {u"1/2"_s, u"2/2"_s}, false);
+        rows.add("first chunk", 219, {219}, {u"1/2"_s, u"2/2"_s}, false);
+        rows.add("a byte more", 220, {219, 1}, {u"1/3"_s, u"2/3"_s, u"3/3"_s}, false);
+        rows.add("three whole chunks draw a complaint", 717, {219, 249, 249},
+                 {u"1/5"_s, u"2/5"_s, u"3/5"_s, u"4/5"_s}, true);
+
+        for (const auto& [size, chunks, steps, complains] : rows) {
+            const QByteArray object = objectOf(size);
+            inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
+                ObexClient client(test, port);
+                client.goOnline(255);
+                const QString path =
+                    test.makeFile(u"a,;"_s, object); // comma and semicolon never reach the phone
+                qsizetype sent = 0;
+                for (int index = 0; index < chunks.size(); ++index) {
+                    const bool isLast = index == chunks.size() - 1;
+                    const QByteArray headers = index == 0 ? nameA + lengthHeader(size) + noon : QByteArray();
+                    port.expect(
+                        packet(isLast ? 0x82 : 0x02,
+                               headers + header(isLast ? 0x49 : 0x48, object.mid(sent, chunks[index]))),
+                        isLast ? done : goOn);
+                    sent += chunks[index];
+                }
+                QCOMPARE(sent, size);
+                if (complains)
+                    test.dialogs.expectStart(
+                        u"Das Telefon hat behauptet, bereits die komplette Datei \"a\" erhalten zu haben, "
+                        "obwohl erst 4 von 5 Teilen übertragen wurden."_s);
+                QCOMPARE(client.mmc->PutFile(path, client.progress.all()), !complains);
+                QCOMPARE(client.progress.bar.steps, steps + QStringList{u"hidden"_s});
+                QCOMPARE(
+                    client.progress.panel.texts,
+                    (QStringList{u"Übertrage a,;..."_s, complains ? u"Übertragung a nicht abgeschlossen."_s
+                                                                  : u"Übertragung a abgeschlossen."_s}));
+                QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
+            });
+        }
+    }
+
+    void puttingFails()
+    {
+        const Rows<QString, QByteArrayList, int> rows{
+            {"store full", u"a"_s, {goOn, hex("E0 0003")}, 0xE0},
+            {"timeout in the middle", u"a"_s, {goOn, goOn, {}}, -1},
+            {"name leaves no room", QString(111, u'x'), {}, int(obex::RequestTooLong)},
+            {"no such file", u"missing"_s, {}, int(obex::ReadFailed)},
+        };
+        for (const auto& [name, answers, code] : rows) {
+            OnlineClient online(255);
+            auto& [test, port, client] = online;
+            const QByteArray object = objectOf(717);
+            const QString path = name == u"missing"_s ? test.path(name) : test.makeFile(name, object);
+            const QByteArrayList frames{
+                packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
+                packet(0x02, header(0x48, object.mid(219, 249))),
+                packet(0x82, header(0x49, object.mid(468)))};
+            for (int index = 0; index < answers.size(); ++index)
+                port.expect(frames[index], answers[index]);
+            test.dialogs.expect(errorBox(GetFriedlyErrMsg(code)));
+            QVERIFY(!client.mmc->PutFile(path, client.progress.all()));
+            QCOMPARE(client.progress.panel.Text(), u"Übertragung %1 nicht abgeschlossen."_s.arg(name));
+            QVERIFY(!client.progress.bar.visible);
+            QCOMPARE(client.events.filter(u"Busy"_s), (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
+        }
+    }
+
+    void puttingIsCancelled()
+    {
+        OnlineClient online(255);
+        auto& [test, port, client] = online;
+        const QByteArray object = objectOf(717);
+        port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))), goOn);
+        port.expect(packet(0x02, header(0x48, object.mid(219, 249))), goOn).then([&] {
+            client.progress.cancel.checked = true;
+        });
+        port.expect(abortRequest, hex("C1 0003"));
+        test.dialogs.expect(errorBox(u"ReCode: 401 Unauthorized"_s)); // of the abort
+        test.dialogs.expect(errorBox(u"Vorzeitiger Abbruch durch den Benutzer."_s));
+        QVERIFY(!client.mmc->PutFile(test.makeFile(u"a"_s, object), client.progress.all()));
+        QCOMPARE(client.progress.panel.Text(), u"Übertragung a abgebrochen."_s);
+        QVERIFY(!client.progress.bar.visible);
+    }
+
+    void stopping()
+    {
+        const Rows<bool> rows{
+            {"between two frames", true},
+            {"phone is silent", false},
+        };
+        for (const auto& [phoneAnswers] : rows) {
+            OnlineClient online(255);
+            auto& [test, port, client] = online;
+            const QByteArray object = objectOf(717);
+            port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
+                        phoneAnswers ? goOn : ""_ba)
+                .then([&] { client.mmc->askToStop(); });
+            port.expect(abortRequest, phoneAnswers ? done : ""_ba);
+            const double before = test.clock.elapsed();
+            QVERIFY(!client.mmc->PutFile(test.makeFile(u"a"_s, object), client.progress.all())); // and no box
+            QVERIFY(test.clock.elapsed() - before < 5);
+            QCOMPARE(client.progress.panel.Text(), u"Übertragung a abgebrochen."_s);
+            QByteArray data;
+            int code = 0;
+            QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), {},
+                                         &code)); // nothing more goes out
+            QCOMPARE(code, -3);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ObexTransfer)
 #include "tst_ObexTransfer.moc"

@@ -47,139 +47,135 @@ class tst_Start : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pathsByTheStoredValue();
-    void pathThatCannotBeMade();
-    void startsThatEnd();
-    void firstRunAndNewVersion();
-    void reminderOfAnUnclosedSession();
+    void pathsByTheStoredValue()
+    {
+        const Rows<QString, bool, QString, QString, QString> rows{
+            {"beside the program", u"$APPPATH"_s, false, u"program"_s, u"program"_s, u"$APPPATH"_s},
+            {"default", u"$DEFAULTPATH"_s, true, u"data/Merrow Works/Kalmo"_s, u"documents"_s,
+             u"$DEFAULTPATH"_s},
+            {"first run", {}, false, u"data/Merrow Works/Kalmo"_s, u"documents"_s, u"$DEFAULTPATH"_s},
+            {"chosen by the user", u"TMP/mine"_s, false, u"mine"_s, u"documents"_s, u"TMP/mine"_s},
+        };
+        for (const auto& [stored, settingsBesideProgram, storage, exports, storedAfter] : rows) {
+            TestContext test;
+            const QString tmp = test.folder.path();
+            test.sy.OsClass = 6;
+            test.platform.storagePath = QString(stored).replace(u"TMP"_s, tmp);
+            if (settingsBesideProgram) {
+                QDir(tmp).mkpath(u"program/config"_s);
+                test.makeFile(u"program/config/Kalmo.ini"_s, "[x]\n");
+            }
+            QCOMPARE(app::currentStoragePath(test.platform), test.path(storage));
+            QVERIFY(app::GetMyPaths(test.context));
+            QCOMPARE(test.sy.Paths.Storage, test.path(storage));
+            QCOMPARE(test.sy.DefUserExpRoot, test.path(exports));
+            QCOMPARE(test.platform.storagePath, QString(storedAfter).replace(u"TMP"_s, tmp));
+            QVERIFY(QDir(test.path(storage)).exists());
+            QVERIFY(!QFile::exists(test.path(storage) + u"/HddAccessTest.dat"_s));
+        }
+    }
+
+    void pathThatCannotBeMade()
+    {
+        const Rows<Answer, int, QString> rows{
+            {"not reset", Answer::No, 0, {}},
+            {"reset", Answer::Yes, 0, u"Speicherpfad zurückgesetzt."_s},
+            {"reset fails", Answer::Yes, 5, u"Der Standardpfad konnte nicht definiert werden (A8)."_s},
+        };
+        for (const auto& [reset, storing, told] : rows) {
+            TestContext test;
+            test.sy.OsClass = 6;
+            const QString path = test.makeFile(u"file"_s, "x") + u"/below a file"_s;
+            test.platform.storagePath = path;
+            expectMissing(test, path, Answer::Retry);
+            expectMissing(test, path, Answer::Cancel);
+            test.dialogs.expectStart(resetPath, Buttons::YesNo, reset);
+            test.platform.storagePathResult = storing;
+            if (reset == Answer::No) {
+                QVERIFY(!app::GetMyPaths(test.context));
+                QCOMPARE(test.platform.storagePath, path);
+                continue;
+            }
+            test.dialogs.expectStart(told);
+            QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::GetMyPaths(test.context));
+            QCOMPARE(test.platform.storagePath, storing == 0 ? u"$DEFAULTPATH"_s : path);
+        }
+    }
+
+    void startsThatEnd()
+    {
+        using Prepare = std::function<void(TestContext&, FakeSplash&)>;
+        Rows<QString, QStringList, Prepare> rows;
+        rows.add("second instance", u"/DBG"_s, {},
+                 [](TestContext& test, FakeSplash&) { test.platform.alone = false; });
+        rows.add("screen too low", {}, {}, [](TestContext& test, FakeSplash& splash) {
+            splash.size.pixelY = 599;
+            test.dialogs.expectStart(
+                u"Dieses Programm benötigt mindestens 800x600 Pixel Bildschirmauflösung."_s);
+        });
+        rows.add("settings deleted", u"/DELINI"_s, {u"clear"_s}, [](TestContext& test, FakeSplash&) {
+            test.platform.storagePath = test.storage;
+            test.makeFile(u"storage/config/Kalmo.ini"_s, "[x]\n");
+            test.dialogs.expectStart(u"Ini-Datei löschen, alle Einstellungen zurücksetzen?"_s, Buttons::YesNo,
+                                     Answer::Yes);
+            test.dialogs.expectStart(u"Programm bitte neu starten"_s);
+        });
+        rows.add("no folder", {}, {u"clear"_s}, [](TestContext& test, FakeSplash&) {
+            test.platform.storagePath = test.makeFile(u"file"_s, "x") + u"/below"_s;
+            expectMissing(test, test.platform.storagePath, Answer::Cancel);
+            test.dialogs.expectStart(resetPath, Buttons::YesNo, Answer::No);
+            test.dialogs.expectStart(u"Abbruch nach Überprüfung der Ordner"_s);
+        });
+
+        for (const auto& [arguments, calls, prepare] : rows) {
+            TestContext test;
+            FakeSplash splash;
+            prepare(test, splash);
+            QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::runStartSequence(test.context, splash, arguments));
+            QCOMPARE(splash.calls, calls);
+            QVERIFY(arguments != u"/DELINI"_s || !QFile::exists(app::iniPath(test.storage)));
+        }
+    }
+
+    void firstRunAndNewVersion()
+    {
+        const Rows<QByteArray, bool> rows{
+            {"first run", {}, false},
+            {"older version", "[frmEinstellungen]\nVersion=1.9.7\n", false},
+            {"this version", "[frmEinstellungen]\nVersion=1.9.8\n", true},
+        };
+        for (const auto& [ini, search] : rows) {
+            TestContext test;
+            FakeSplash splash;
+            splash.size = {9600, 9000, 640, 600}; // just enough
+            test.platform.storagePath = test.storage;
+            if (!ini.isEmpty())
+                test.makeFile(u"storage/config/Kalmo.ini"_s, ini);
+            const auto outcome = app::runStartSequence(test.context, splash, {});
+            QCOMPARE(outcome, search ? app::StartOutcome::Search : app::StartOutcome::Settings);
+            QCOMPARE(splash.calls, search ? untilSettings : untilSettings + QStringList{u"show settings"_s});
+            QCOMPARE(test.sy.PixelX, 640);
+            QCOMPARE(test.sy.PrgVersion, u"1.9.8"_s);
+            QVERIFY(QDir(test.storage + u"/Backup"_s).exists());
+        }
+    }
+
+    void reminderOfAnUnclosedSession()
+    {
+        TestContext test;
+        FakeSplash splash;
+        test.platform.storagePath = test.storage;
+        app::put(test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
+        app::runStartSequence(test.context, splash, {}); // goes to the settings: not yet
+        QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), u"SL450"_s);
+
+        app::put(test.settings, app::keys::Version, u"1.9.8"_s);
+        test.dialogs.expectStart(u"SL450 wurde beim letzten Betrieb nicht vollständig beendent."_s);
+        QCOMPARE(app::runStartSequence(test.context, splash, {}), app::StartOutcome::Search);
+        QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        QCOMPARE(app::runStartSequence(test.context, splash, {}), app::StartOutcome::Search);
+    }
 };
-
-void tst_Start::pathsByTheStoredValue()
-{
-    const Rows<QString, bool, QString, QString, QString> rows{
-        {"beside the program", u"$APPPATH"_s, false, u"program"_s, u"program"_s, u"$APPPATH"_s},
-        {"default", u"$DEFAULTPATH"_s, true, u"data/Merrow Works/Kalmo"_s, u"documents"_s, u"$DEFAULTPATH"_s},
-        {"first run", {}, false, u"data/Merrow Works/Kalmo"_s, u"documents"_s, u"$DEFAULTPATH"_s},
-        {"chosen by the user", u"TMP/mine"_s, false, u"mine"_s, u"documents"_s, u"TMP/mine"_s},
-    };
-    for (const auto& [stored, settingsBesideProgram, storage, exports, storedAfter] : rows) {
-        TestContext test;
-        const QString tmp = test.folder.path();
-        test.sy.OsClass = 6;
-        test.platform.storagePath = QString(stored).replace(u"TMP"_s, tmp);
-        if (settingsBesideProgram) {
-            QDir(tmp).mkpath(u"program/config"_s);
-            test.makeFile(u"program/config/Kalmo.ini"_s, "[x]\n");
-        }
-        QCOMPARE(app::currentStoragePath(test.platform), test.path(storage));
-        QVERIFY(app::GetMyPaths(test.context));
-        QCOMPARE(test.sy.Paths.Storage, test.path(storage));
-        QCOMPARE(test.sy.DefUserExpRoot, test.path(exports));
-        QCOMPARE(test.platform.storagePath, QString(storedAfter).replace(u"TMP"_s, tmp));
-        QVERIFY(QDir(test.path(storage)).exists());
-        QVERIFY(!QFile::exists(test.path(storage) + u"/HddAccessTest.dat"_s));
-    }
-}
-
-void tst_Start::pathThatCannotBeMade()
-{
-    const Rows<Answer, int, QString> rows{
-        {"not reset", Answer::No, 0, {}},
-        {"reset", Answer::Yes, 0, u"Speicherpfad zurückgesetzt."_s},
-        {"reset fails", Answer::Yes, 5, u"Der Standardpfad konnte nicht definiert werden (A8)."_s},
-    };
-    for (const auto& [reset, storing, told] : rows) {
-        TestContext test;
-        test.sy.OsClass = 6;
-        const QString path = test.makeFile(u"file"_s, "x") + u"/below a file"_s;
-        test.platform.storagePath = path;
-        expectMissing(test, path, Answer::Retry);
-        expectMissing(test, path, Answer::Cancel);
-        test.dialogs.expectStart(resetPath, Buttons::YesNo, reset);
-        test.platform.storagePathResult = storing;
-        if (reset == Answer::No) {
-            QVERIFY(!app::GetMyPaths(test.context));
-            QCOMPARE(test.platform.storagePath, path);
-            continue;
-        }
-        test.dialogs.expectStart(told);
-        QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::GetMyPaths(test.context));
-        QCOMPARE(test.platform.storagePath, storing == 0 ? u"$DEFAULTPATH"_s : path);
-    }
-}
-
-void tst_Start::startsThatEnd()
-{
-    using Prepare = std::function<void(TestContext&, FakeSplash&)>;
-    Rows<QString, QStringList, Prepare> rows;
-    rows.add("second instance", u"/DBG"_s, {},
-             [](TestContext& test, FakeSplash&) { test.platform.alone = false; });
-    rows.add("screen too low", {}, {}, [](TestContext& test, FakeSplash& splash) {
-        splash.size.pixelY = 599;
-        test.dialogs.expectStart(u"Dieses Programm benötigt mindestens 800x600 Pixel Bildschirmauflösung."_s);
-    });
-    rows.add("settings deleted", u"/DELINI"_s, {u"clear"_s}, [](TestContext& test, FakeSplash&) {
-        test.platform.storagePath = test.storage;
-        test.makeFile(u"storage/config/Kalmo.ini"_s, "[x]\n");
-        test.dialogs.expectStart(u"Ini-Datei löschen, alle Einstellungen zurücksetzen?"_s, Buttons::YesNo,
-                                 Answer::Yes);
-        test.dialogs.expectStart(u"Programm bitte neu starten"_s);
-    });
-    rows.add("no folder", {}, {u"clear"_s}, [](TestContext& test, FakeSplash&) {
-        test.platform.storagePath = test.makeFile(u"file"_s, "x") + u"/below"_s;
-        expectMissing(test, test.platform.storagePath, Answer::Cancel);
-        test.dialogs.expectStart(resetPath, Buttons::YesNo, Answer::No);
-        test.dialogs.expectStart(u"Abbruch nach Überprüfung der Ordner"_s);
-    });
-
-    for (const auto& [arguments, calls, prepare] : rows) {
-        TestContext test;
-        FakeSplash splash;
-        prepare(test, splash);
-        QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::runStartSequence(test.context, splash, arguments));
-        QCOMPARE(splash.calls, calls);
-        QVERIFY(arguments != u"/DELINI"_s || !QFile::exists(app::iniPath(test.storage)));
-    }
-}
-
-void tst_Start::firstRunAndNewVersion()
-{
-    const Rows<QByteArray, bool> rows{
-        {"first run", {}, false},
-        {"older version", "[frmEinstellungen]\nVersion=1.9.7\n", false},
-        {"this version", "[frmEinstellungen]\nVersion=1.9.8\n", true},
-    };
-    for (const auto& [ini, search] : rows) {
-        TestContext test;
-        FakeSplash splash;
-        splash.size = {9600, 9000, 640, 600}; // just enough
-        test.platform.storagePath = test.storage;
-        if (!ini.isEmpty())
-            test.makeFile(u"storage/config/Kalmo.ini"_s, ini);
-        const auto outcome = app::runStartSequence(test.context, splash, {});
-        QCOMPARE(outcome, search ? app::StartOutcome::Search : app::StartOutcome::Settings);
-        QCOMPARE(splash.calls, search ? untilSettings : untilSettings + QStringList{u"show settings"_s});
-        QCOMPARE(test.sy.PixelX, 640);
-        QCOMPARE(test.sy.PrgVersion, u"1.9.8"_s);
-        QVERIFY(QDir(test.storage + u"/Backup"_s).exists());
-    }
-}
-
-void tst_Start::reminderOfAnUnclosedSession()
-{
-    TestContext test;
-    FakeSplash splash;
-    test.platform.storagePath = test.storage;
-    app::put(test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
-    app::runStartSequence(test.context, splash, {}); // goes to the settings: not yet
-    QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), u"SL450"_s);
-
-    app::put(test.settings, app::keys::Version, u"1.9.8"_s);
-    test.dialogs.expectStart(u"SL450 wurde beim letzten Betrieb nicht vollständig beendent."_s);
-    QCOMPARE(app::runStartSequence(test.context, splash, {}), app::StartOutcome::Search);
-    QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
-    QCOMPARE(app::runStartSequence(test.context, splash, {}), app::StartOutcome::Search);
-}
 
 QTEST_GUILESS_MAIN(tst_Start)
 #include "tst_Start.moc"

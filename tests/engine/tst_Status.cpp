@@ -1,22 +1,16 @@
+// What a handset says of itself by single commands, and takes by them.
+
 #include "link/mdlStatus.h"
+#include "phonedata/AreaCodes.h"
 #include "support/Rows.h"
 #include "support/ScriptedLine.h"
 
 #include <QtTest>
 
 using namespace kalmo;
+using namespace kalmo::phonedata;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
-
-class tst_Status : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void gauges();
-    void clock();
-    void settingTheClock();
-};
 
 namespace {
 
@@ -27,58 +21,94 @@ void answer(ScriptedPort& port, const QByteArray& command, const QByteArray& pay
 
 } // namespace
 
-void tst_Status::gauges()
+class tst_Status : public QObject
 {
-    const Rows<QByteArray, QString, int, QByteArray, int> rows{
-        {"two digits", "+CSQ: 20,99", u"-- 73 dBm"_s, 64, "+CBC: 0,85", 85},
-        {"one digit", "+CSQ: 5,99", u"-- 103 dBm"_s, 16, "+CBC: 0,7", 7},
-        {"most", "+CSQ: 31,0", u"-- 51 dBm"_s, 99, "+CBC: 0,100", 100},
-        {"cut short", "+CSQ:", u"-- 113 dBm"_s, 0, "+CBC", 0},
-    };
-    for (const auto& [signal, text, gauge, battery, percent] : rows) {
-        ScriptedLine scripted;
-        answer(scripted.port, "AT+CSQ\r", signal);
-        answer(scripted.port, "AT+CBC\r", battery);
-        const link::SignalQuality quality = link::GetSignalQuality(scripted.line);
-        QCOMPARE(quality.text, text);
-        QCOMPARE(quality.gauge, gauge);
-        QCOMPARE(link::GetBattery(scripted.line), percent);
-    }
-}
+    Q_OBJECT
 
-void tst_Status::clock()
-{
-    const auto moment = [](int y, int m, int d, int h, int n, int s) {
-        return QDateTime(QDate(y, m, d), QTime(h, n, s));
-    };
-    const Rows<QByteArray, QDateTime> rows{
-        {"quoted", "+CCLK: \"26/11/21,12:30:05\"", moment(2026, 11, 21, 12, 30, 5)},
-        {"last century", "+CCLK: \"99/01/02,00:00:00\"", moment(1999, 1, 2, 0, 0, 0)},
-        {"runs over", "+CCLK: \"26/12/31,24:00:00\"", moment(2027, 1, 1, 0, 0, 0)},
-        {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
-        {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
-    };
-    for (const auto& [reply, time] : rows) {
+private Q_SLOTS:
+    void gauges()
+    {
+        const Rows<QByteArray, QString, int, QByteArray, int> rows{
+            {"two digits", "+CSQ: 20,99", u"-- 73 dBm"_s, 64, "+CBC: 0,85", 85},
+            {"one digit", "+CSQ: 5,99", u"-- 103 dBm"_s, 16, "+CBC: 0,7", 7},
+            {"most", "+CSQ: 31,0", u"-- 51 dBm"_s, 99, "+CBC: 0,100", 100},
+            {"cut short", "+CSQ:", u"-- 113 dBm"_s, 0, "+CBC", 0},
+        };
+        for (const auto& [signal, text, gauge, battery, percent] : rows) {
+            ScriptedLine scripted;
+            answer(scripted.port, "AT+CSQ\r", signal);
+            answer(scripted.port, "AT+CBC\r", battery);
+            const link::SignalQuality quality = link::GetSignalQuality(scripted.line);
+            QCOMPARE(quality.text, text);
+            QCOMPARE(quality.gauge, gauge);
+            QCOMPARE(link::GetBattery(scripted.line), percent);
+        }
+    }
+
+    void clock()
+    {
+        const Rows<QByteArray, QDateTime> rows{
+            {"quoted", "+CCLK: \"26/11/21,12:30:05\"", QDateTime(QDate(2026, 11, 21), QTime(12, 30, 5))},
+            {"last century", "+CCLK: \"99/01/02,00:00:00\"", QDate(1999, 1, 2).startOfDay()},
+            {"runs over", "+CCLK: \"26/12/31,24:00:00\"", QDate(2027, 1, 1).startOfDay()},
+            {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
+            {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
+        };
+        for (const auto& [reply, time] : rows) {
+            ScriptedLine scripted;
+            auto& [test, port, line] = scripted;
+            answer(port, "AT+CCLK?\r", reply);
+            if (!time.isValid())
+                test.dialogs.expectStart(u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s);
+            QDateTime read;
+            QCOMPARE(link::GetPhoneTime(line, read), time.isValid());
+            if (time.isValid())
+                QCOMPARE(read, time);
+        }
         ScriptedLine scripted;
         auto& [test, port, line] = scripted;
-        answer(port, "AT+CCLK?\r", reply);
-        if (!time.isValid())
-            test.dialogs.expectStart(u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s);
-        QDateTime read;
-        QCOMPARE(link::GetPhoneTime(line, read), time.isValid());
-        if (time.isValid())
-            QCOMPARE(read, time);
+        port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
+        test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
+        QVERIFY(link::SetPhoneTime(line));
     }
-}
 
-void tst_Status::settingTheClock()
-{
-    ScriptedLine scripted;
-    auto& [test, port, line] = scripted;
-    port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
-    test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
-    QVERIFY(link::SetPhoneTime(line));
-}
+    void readsAreaCodes()
+    {
+        const Rows<QByteArray, QString, bool, bool> rows{
+            {"set", "00,49,0,521", u"00,49,0,521"_s, true, true},
+            {"not all", "^SACO: 00,49,0,", u"00,49,0,"_s, false, true},
+            {"zeros", "^SACO:0,0,0,0", u"0,0,0,0"_s, false, true},
+            {"not used", ",,,", u",,,"_s, true, false},
+            {"error", "", {}, true, true},
+        };
+        for (const auto& [reply, wanted, isSet, isUsed] : rows) {
+            ScriptedLine scripted;
+            auto& [test, port, line] = scripted;
+            port.expect("AT^SACO?\r", "AT^SACO?\r\r\n" +
+                                          (reply.isEmpty() ? "+CME ERROR: 4\r\n" : reply + "\r\n\r\nOK\r\n"));
+            if (reply.isEmpty())
+                test.dialogs.expectStart(u"Die Vorwahleinstellungen konnten nicht ermittelt werden."_s);
+            QString answer = u"old"_s;
+            QCOMPARE(ReadAreaCodes(line, nullptr, answer), isSet);
+            QCOMPARE(answer, wanted);
+            QCOMPARE(usesAreaCodes(answer), isUsed);
+            QCOMPARE(parseAreaCodes(answer).has_value(), !reply.isEmpty());
+        }
+    }
+
+    void setsAreaCodes()
+    {
+        ScriptedLine scripted;
+        auto& [test, port, line] = scripted;
+        test.dialogs.expectStart(u"Mindestens eines der Eingabefelder A-D ist leer."_s);
+        QVERIFY(!SetAreaCodes(line, nullptr, {u"00"_s, u" "_s, u"0"_s, u"30"_s}, true)); // sends nothing
+        port.expect("AT^SACO=,,,\r", "AT^SACO=,,,\r\r\nOK\r\n");
+        QVERIFY(SetAreaCodes(line, nullptr, {}, false));
+        port.expect("AT^SACO=00,49,0,30\r", "\r\n+CME ERROR: 4\r\n");
+        test.dialogs.expectStart(u"Die Vorwahleinstellungen konnten nicht gesetzt werden."_s);
+        QVERIFY(!SetAreaCodes(line, nullptr, {u"00"_s, u"49"_s, u"0"_s, u"30"_s}, true));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_Status)
 #include "tst_Status.moc"

@@ -25,167 +25,158 @@ class tst_Texts : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyByteSurvives();
-    void charactersOutsideTheCodePage();
-    void hex();
-    void numbers();
-    void namesAndNumbersOfAPhone();
-    void decodesWithItsMistakes();
-    void encodingReadsBack();
-    void safeNames();
-    void replacesFiles();
-};
-
-void tst_Texts::everyByteSurvives()
-{
-    QByteArray all;
-    for (int value = 0; value < 256; ++value)
-        all.append(static_cast<char>(value));
-    const QString text = app::fromCp1252(all);
-    QCOMPARE(text.size(), 256);
-    QCOMPARE(app::toCp1252(text), all);
-    QCOMPARE(text[0x80], QChar(u'€'));
-    QCOMPARE(text[0x95], QChar(u'•'));
-    QCOMPARE(text[0x81], QChar(0x81));
-    QCOMPARE(text[0xFC], QChar(u'ü'));
-}
-
-void tst_Texts::charactersOutsideTheCodePage()
-{
-    const Rows<QString, QByteArray, bool> rows{
-        {"German", u"Größe"_s,
-         "Gr\xF6\xDF"
-         "e",
-         true},
-        {"Polish", u"Łódź"_s,
-         "?\xF3"
-         "d?",
-         false},
-        {"one question mark for a pair of surrogates", u"a😀b"_s, "a?b", false},
-        {"half a pair", u"a"_s + QChar(0xD83D), "a?", false},
-    };
-    for (const auto& [text, bytes, fits] : rows) {
-        QCOMPARE(app::toCp1252(text), bytes);
-        QCOMPARE(app::fitsCp1252(text), fits);
-    }
-}
-
-void tst_Texts::hex()
-{
-    const Rows<QString, QByteArray> rows{
-        {"pairs", u"4142"_s, "AB"},
-        {"blanks between", u"32 13 02"_s, "\x32\x13\x02"},
-        {"single last character", u"414"_s, "A"},
-        {"no hex", u"zz41"_s, QByteArray("\0A", 2)},
-        {"empty", {}, {}},
-    };
-    for (const auto& [text, bytes] : rows) {
-        QCOMPARE(app::TextFromHex(text), bytes);
-        QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
-        QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
-    }
-}
-
-void tst_Texts::numbers()
-{
-    const Rows<QString, double, bool> rows{
-        {"stops at the first other character", u"12 Einträge"_s, 12.0, false},
-        {"sign and point", u" -1.5"_s, -1.5, true},
-        {"none", u"?"_s, 0.0, false},
-        {"empty", {}, 0.0, false},
-        {"infinity is no number", u"inf"_s, 0.0, false},
-    };
-    for (const auto& [text, value, numeric] : rows) {
-        QCOMPARE(app::Val(text), value);
-        QCOMPARE(app::IsNumeric(text), numeric);
-        QCOMPARE(app::ValInt(u"99999999999999999999"_s), std::numeric_limits<qint32>::max());
-    }
-}
-
-void tst_Texts::namesAndNumbersOfAPhone()
-{
-    const Rows<QString, QString, QString> rows{
-        {"letter in a number", u"12a45"_s, u"12a45"_s, u"12"_s},
-        {"written for people", u"+49 (30) 123"_s, u"+49 (30) 123"_s, u"+49"_s},
-        {"plus inside", u"1+2"_s, u"1+2"_s, u"1"_s},
-        {"pause and recall", u"R0P12*#"_s, u"R0P12*#"_s, u"R0P12*#"_s},
-        {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
-        {"not in the code page", u"Łódź"_s, {}, {}},
-    };
-    for (const auto& [typed, name, number] : rows) {
-        QCOMPARE(phonedata::acceptedName(typed), name);
-        QCOMPARE(phonedata::acceptedNumber(typed), number);
-    }
-}
-
-/// The phone's small UTF-8, which is decoded by rules of its own.
-void tst_Texts::decodesWithItsMistakes()
-{
-    const Rows<const char*, const char*> rows{
-        {"u umlaut", "4D C3 BC 6C", "4D FC 6C"},
-        {"sharp s at the end", "C3 9F", "DF"},
-        {"low second byte", "C3 40 C3 00", "80 40"},
-        {"encoded twice, where the new C3 loses the C2", "C3 83 C2 BC", "FC"},
-        {"new lead at the end", "C3 83", "C3"},
-        {"second above 191 is lost", "41 C3 C4 BC 42", "41 FC 42"},
-        {"lead at the end", "41 C3", "41 C3"},
-        {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},
-        {"holes of the code page", "81 8D C3 A4 9D 80", "81 8D E4 9D 80"},
-    };
-    for (const auto& [bytes, text] : rows)
-        QCOMPARE(app::UFT8Dec(app::fromCp1252(QByteArray::fromHex(bytes))),
-                 app::fromCp1252(QByteArray::fromHex(text)));
-}
-
-void tst_Texts::encodingReadsBack()
-{
-    QCOMPARE(app::toCp1252(app::Utf8EncC3(u"aÄß€\u2013"_s)),
-             QByteArray::fromHex("61 C3 84 C3 9F C3 40 C3 56"));
-    QByteArray all;
-    for (int value = 0; value < 256; ++value) {
-        if (value != 0xC3 && value != 0x83)
+    void everyByteSurvives()
+    {
+        QByteArray all;
+        for (int value = 0; value < 256; ++value)
             all.append(static_cast<char>(value));
+        const QString text = app::fromCp1252(all);
+        QCOMPARE(text.size(), 256);
+        QCOMPARE(app::toCp1252(text), all);
+        QCOMPARE(text[0x80], QChar(u'€'));
+        QCOMPARE(text[0x95], QChar(u'•'));
+        QCOMPARE(text[0x81], QChar(0x81));
+        QCOMPARE(text[0xFC], QChar(u'ü'));
     }
-    QCOMPARE(app::UFT8Dec(app::Utf8EncC3(app::fromCp1252(all))), app::fromCp1252(all));
-}
 
-void tst_Texts::safeNames()
-{
-    for (const QString& fine : {u"Bild.jpg"_s, u"Grüße 1.txt"_s, u"a..b"_s, u".hidden"_s, u"CONTACT.vcf"_s,
-                                u"COM10.txt"_s, u"ohne"_s, QString(255, u'x')})
-        QCOMPARE(app::safeLocalName(fine), fine);
-    QCOMPARE(app::safeLocalName(u"/etc/passwd"_s), u"passwd"_s);
-    QCOMPARE(app::safeLocalName(u"..\\..\\Start\\x.exe"_s), u"x.exe"_s);
-    QCOMPARE(app::safeLocalName(u"a/b\\c/d.txt"_s), u"d.txt"_s);
-    const QStringList names =
-        u"|.|..|a/..|a\\|x/|a\nb|a\u0085b|tab\t.txt|C:x.txt|what?|x.|x |con|Nul.txt|COM1|conin$.txt|LPT²|"
-        "lpt9.tar.gz|exe\u202Egpj.jpg|a\0b"_s.split(u'|');
-    for (const QString& refused : names + QStringList{u"a|b"_s, QString(256, u'x'), QString(128, u'ü')})
-        QVERIFY2(app::safeLocalName(refused).isEmpty(), qPrintable(refused));
-}
+    void charactersOutsideTheCodePage()
+    {
+        const Rows<QString, QByteArray, bool> rows{
+            {"German", u"Größe"_s,
+             "Gr\xF6\xDF"
+             "e",
+             true},
+            {"Polish", u"Łódź"_s,
+             "?\xF3"
+             "d?",
+             false},
+            {"one question mark for a pair of surrogates", u"a😀b"_s, "a?b", false},
+            {"half a pair", u"a"_s + QChar(0xD83D), "a?", false},
+        };
+        for (const auto& [text, bytes, fits] : rows) {
+            QCOMPARE(app::toCp1252(text), bytes);
+            QCOMPARE(app::fitsCp1252(text), fits);
+        }
+    }
 
-void tst_Texts::replacesFiles()
-{
-    TestContext test;
-    const QString fresh = test.path(u"fresh.bin"_s);
-    QCOMPARE(app::replaceFile(test.context, fresh, "one"), ReplaceResult::Written);
-    QCOMPARE(TestContext::contentOf(fresh), "one"_ba);
+    void hex()
+    {
+        const Rows<QString, QByteArray> rows{
+            {"pairs", u"4142"_s, "AB"},
+            {"blanks between", u"32 13 02"_s, "\x32\x13\x02"},
+            {"single last character", u"414"_s, "A"},
+            {"no hex", u"zz41"_s, QByteArray("\0A", 2)},
+            {"empty", {}, {}},
+        };
+        for (const auto& [text, bytes] : rows) {
+            QCOMPARE(app::TextFromHex(text), bytes);
+            QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
+            QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
+        }
+    }
 
-    const QString old = test.makeFile(u"old.bin"_s, "old content");
-    QVERIFY(QFile::setPermissions(old, QFileDevice::ReadOwner));
-    QCOMPARE(app::replaceFile(test.context, old, "new"), ReplaceResult::Written);
-    QCOMPARE(TestContext::contentOf(old), "new"_ba);
-    QCOMPARE(QDir(test.folder.path()).entryList({u"*.bin*"_s}), (QStringList{u"fresh.bin"_s, u"old.bin"_s}));
+    void numbers()
+    {
+        const Rows<QString, double, bool> rows{
+            {"stops at the first other character", u"12 Einträge"_s, 12.0, false},
+            {"sign and point", u" -1.5"_s, -1.5, true},
+            {"none", u"?"_s, 0.0, false},
+            {"empty", {}, 0.0, false},
+            {"infinity is no number", u"inf"_s, 0.0, false},
+        };
+        for (const auto& [text, value, numeric] : rows) {
+            QCOMPARE(app::Val(text), value);
+            QCOMPARE(app::IsNumeric(text), numeric);
+            QCOMPARE(app::ValInt(u"99999999999999999999"_s), std::numeric_limits<qint32>::max());
+        }
+    }
 
-    QCOMPARE(app::replaceFile(test.context, test.path(u"no/such/folder.bin"_s), "x"),
-             ReplaceResult::NotWritten);
+    void namesAndNumbersOfAPhone()
+    {
+        const Rows<QString, QString, QString> rows{
+            {"letter in a number", u"12a45"_s, u"12a45"_s, u"12"_s},
+            {"written for people", u"+49 (30) 123"_s, u"+49 (30) 123"_s, u"+49"_s},
+            {"plus inside", u"1+2"_s, u"1+2"_s, u"1"_s},
+            {"pause and recall", u"R0P12*#"_s, u"R0P12*#"_s, u"R0P12*#"_s},
+            {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
+            {"not in the code page", u"Łódź"_s, {}, {}},
+        };
+        for (const auto& [typed, name, number] : rows) {
+            QCOMPARE(phonedata::acceptedName(typed), name);
+            QCOMPARE(phonedata::acceptedNumber(typed), number);
+        }
+    }
 
-    const QString fixed = u"/proc/version"_s; // nobody can replace it, whoever runs the test
-    const QString question = u"Die Datei /proc/version konnte nicht ersetzt bzw. gelöscht werden."_s;
-    test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Retry);
-    test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Cancel);
-    QCOMPARE(app::replaceFile(test.context, fixed, "x"), ReplaceResult::NotReplaced);
-}
+    /// The phone's small UTF-8, which is decoded by rules of its own.
+    void decodesWithItsMistakes()
+    {
+        const Rows<const char*, const char*> rows{
+            {"u umlaut", "4D C3 BC 6C", "4D FC 6C"},
+            {"sharp s at the end", "C3 9F", "DF"},
+            {"low second byte", "C3 40 C3 00", "80 40"},
+            {"encoded twice, where the new C3 loses the C2", "C3 83 C2 BC", "FC"},
+            {"new lead at the end", "C3 83", "C3"},
+            {"second above 191 is lost", "41 C3 C4 BC 42", "41 FC 42"},
+            {"lead at the end", "41 C3", "41 C3"},
+            {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},
+            {"holes of the code page", "81 8D C3 A4 9D 80", "81 8D E4 9D 80"},
+        };
+        for (const auto& [bytes, text] : rows)
+            QCOMPARE(app::UFT8Dec(app::fromCp1252(QByteArray::fromHex(bytes))),
+                     app::fromCp1252(QByteArray::fromHex(text)));
+    }
+
+    void encodingReadsBack()
+    {
+        QCOMPARE(app::toCp1252(app::Utf8EncC3(u"aÄß€\u2013"_s)),
+                 QByteArray::fromHex("61 C3 84 C3 9F C3 40 C3 56"));
+        QByteArray all;
+        for (int value = 0; value < 256; ++value) {
+            if (value != 0xC3 && value != 0x83)
+                all.append(static_cast<char>(value));
+        }
+        QCOMPARE(app::UFT8Dec(app::Utf8EncC3(app::fromCp1252(all))), app::fromCp1252(all));
+    }
+
+    void safeNames()
+    {
+        for (const QString& fine : {u"Bild.jpg"_s, u"Grüße 1.txt"_s, u"a..b"_s, u".hidden"_s,
+                                    u"CONTACT.vcf"_s, u"COM10.txt"_s, u"ohne"_s, QString(255, u'x')})
+            QCOMPARE(app::safeLocalName(fine), fine);
+        QCOMPARE(app::safeLocalName(u"/etc/passwd"_s), u"passwd"_s);
+        QCOMPARE(app::safeLocalName(u"..\\..\\Start\\x.exe"_s), u"x.exe"_s);
+        QCOMPARE(app::safeLocalName(u"a/b\\c/d.txt"_s), u"d.txt"_s);
+        const QStringList names =
+            u"|.|..|a/..|a\\|x/|a\nb|a\u0085b|tab\t.txt|C:x.txt|what?|x.|x |con|Nul.txt|COM1|conin$.txt|LPT²|"
+            "lpt9.tar.gz|exe\u202Egpj.jpg|a\0b"_s.split(u'|');
+        for (const QString& refused : names + QStringList{u"a|b"_s, QString(256, u'x'), QString(128, u'ü')})
+            QVERIFY2(app::safeLocalName(refused).isEmpty(), qPrintable(refused));
+    }
+
+    void replacesFiles()
+    {
+        TestContext test;
+        const QString fresh = test.path(u"fresh.bin"_s);
+        QCOMPARE(app::replaceFile(test.context, fresh, "one"), ReplaceResult::Written);
+        QCOMPARE(TestContext::contentOf(fresh), "one"_ba);
+
+        const QString old = test.makeFile(u"old.bin"_s, "old content");
+        QVERIFY(QFile::setPermissions(old, QFileDevice::ReadOwner));
+        QCOMPARE(app::replaceFile(test.context, old, "new"), ReplaceResult::Written);
+        QCOMPARE(TestContext::contentOf(old), "new"_ba);
+        QCOMPARE(QDir(test.folder.path()).entryList({u"*.bin*"_s}),
+                 (QStringList{u"fresh.bin"_s, u"old.bin"_s}));
+
+        QCOMPARE(app::replaceFile(test.context, test.path(u"no/such/folder.bin"_s), "x"),
+                 ReplaceResult::NotWritten);
+
+        const QString fixed = u"/proc/version"_s; // nobody can replace it, whoever runs the test
+        const QString question = u"Die Datei /proc/version konnte nicht ersetzt bzw. gelöscht werden."_s;
+        test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Retry);
+        test.dialogs.expectStart(question, Buttons::RetryCancel, Answer::Cancel);
+        QCOMPARE(app::replaceFile(test.context, fixed, "x"), ReplaceResult::NotReplaced);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_Texts)
 #include "tst_Texts.moc"

@@ -5,6 +5,7 @@
 #include "phonedata/VcardCommands.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -92,319 +93,297 @@ class tst_VcardStore : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyFamily_data();
-    void everyFamily();
-    void busyPhone();
-    void partOfAList();
-    void failedWrites_data();
-    void failedWrites();
-    void unconfirmedChange();
-    void noRoom();
-    void phoneWithoutLuids();
-    void stopsBetweenTwo();
-    void ownerGoes();
-    void deletes();
-    void refresh();
-    void organizer();
-};
+    /// Reads, adds, changes, deletes: one evening of a user.
+    void everyFamily()
+    {
+        const Rows<QString, handset::Options, int> rows{
+            {"5", u"S68H"_s, handset::Options{.counterLine = true}, 1},
+            {"7", u"Sinus 501"_s, handset::Options{.size = handset::SizeForm::Never}, 1},
+            {"8, small", u"SL78H"_s, handset::Options{.maxPacket = 255}, 3},
+            {"11", u"S850H"_s, handset::Options{}, 3},
+            {"12", u"SL450HX"_s, handset::Options{.cards = handset::CardText::Raw}, 3},
+            {"13", u"SL5 prof"_s, handset::Options{}, 3},
+        };
+        for (const auto& [model, options, counterReads] : rows) { // of these, for a delete of three
+            Contacts phone(model, options);
+            QVERIFY(phone.read());
+            phone.checkAllIsWell();
+            const int before = phone.list->count();
+            QVERIFY(phone.write({someone, {.lastName = u"B;C"_s, .mobile = u"1"_s}}));
+            QCOMPARE(phone.report.luids.size(), 2);
+            QCOMPARE(TestContext::contentOf(phone.report.backup).count('\n'), before + 1);
+            phone.checkAllIsWell();
 
-void tst_VcardStore::everyFamily_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<handset::Options>("options");
-    QTest::addColumn<int>("counterReads"); // for a delete of three
-    QTest::newRow("5") << u"S68H"_s << handset::Options{.counterLine = true} << 1;
-    QTest::newRow("7") << u"Sinus 501"_s << handset::Options{.size = handset::SizeForm::Never} << 1;
-    QTest::newRow("8, small") << u"SL78H"_s << handset::Options{.maxPacket = 255} << 3;
-    QTest::newRow("11") << u"S850H"_s << handset::Options{} << 3;
-    QTest::newRow("12") << u"SL450HX"_s << handset::Options{.cards = handset::CardText::Raw} << 3;
-    QTest::newRow("13") << u"SL5 prof"_s << handset::Options{} << 3;
-}
+            tVcfEntry changed = vcfEntryFrom(phone.list->row(1));
+            changed.lastName = u"Äß"_s;
+            changed.birthday = writtenBirthday(QDate(1970, 3, 2), u"12:30"_s);
+            QCOMPARE(saveContact(*phone.store, changed, 1, phone.progress.all()), CommandResult::Done);
+            QCOMPARE(phone.held().find(changed.luid)->fields[u"birthday"_s].toString(),
+                     u"1970-03-02T12:30"_s);
+            phone.checkAllIsWell();
 
-/// Reads, adds, changes, deletes: one evening of a user.
-void tst_VcardStore::everyFamily()
-{
-    QFETCH(QString, model);
-    QFETCH(handset::Options, options);
-    Contacts phone(model, options);
-    QVERIFY(phone.read());
-    phone.checkAllIsWell();
-    const int before = phone.list->count();
-    QVERIFY(phone.write({someone, {.lastName = u"B;C"_s, .mobile = u"1"_s}}));
-    QCOMPARE(phone.report.luids.size(), 2);
-    QCOMPARE(TestContext::contentOf(phone.report.backup).count('\n'), before + 1);
-    phone.checkAllIsWell();
-
-    tVcfEntry changed = vcfEntryFrom(phone.list->row(1));
-    changed.lastName = u"Äß"_s;
-    changed.birthday = writtenBirthday(QDate(1970, 3, 2), u"12:30"_s);
-    QCOMPARE(saveContact(*phone.store, changed, 1, phone.progress.all()), CommandResult::Done);
-    QCOMPARE(phone.held().find(changed.luid)->fields[u"birthday"_s].toString(), u"1970-03-02T12:30"_s);
-    phone.checkAllIsWell();
-
-    for (const int row : {0, 2, before})
-        phone.list->setSelected(row, true);
-    phone.progress.panel.texts.clear();
-    QVERIFY(phone.store->VcfDeleteRows(phone.progress.all(), &phone.report));
-    QTEST(static_cast<int>(phone.progress.panel.texts.count(u"Empfange cc.log..."_s)), "counterReads");
-    QCOMPARE(phone.report.luids.size(), 3);
-    phone.checkAllIsWell();
-    QVERIFY(phone.read());
-    QCOMPARE(phone.list->count(), before - 1);
-    phone.checkAllIsWell();
-}
-
-void tst_VcardStore::busyPhone()
-{
-    for (const int busy : {15, 16}) {
-        Contacts phone(u"SL400H"_s, {.faults = {.busy = busy}});
-        if (busy > 15)
-            phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xD0)));
-        QCOMPARE(phone.read(), busy <= 15);
-        QVERIFY(!phone.port.handset().isInDataMode());
+            for (const int row : {0, 2, before})
+                phone.list->setSelected(row, true);
+            phone.progress.panel.texts.clear();
+            QVERIFY(phone.store->VcfDeleteRows(phone.progress.all(), &phone.report));
+            QCOMPARE(phone.progress.panel.texts.count(u"Empfange cc.log..."_s), counterReads);
+            QCOMPARE(phone.report.luids.size(), 3);
+            phone.checkAllIsWell();
+            QVERIFY(phone.read());
+            QCOMPARE(phone.list->count(), before - 1);
+            phone.checkAllIsWell();
+        }
     }
-}
 
-/// A phone of paper that says to have two contacts, and more places than there can be, and sends one.
-void tst_VcardStore::partOfAList()
-{
-    const auto object = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
-    const QByteArray done = hex("A0 0003");
-    for (const Answer answer : {Answer::Yes, Answer::No}) {
-        TestContext test;
-        ScriptedPort port(test);
-        ObexClient client(test, port);
-        const auto list = makeVcfRows();
-        const auto store = std::make_shared<VcardStore>(client.mmc, *list);
-        port.expect("AT^SQWE=3\r\n", "OK\r\n");
-        port.expect(obex::connectFrame(obex::Target::FlexMemory), packet(0xA0, hex("10 00 04 00")));
-        port.expect(obex::enterFolderFrame(u"telecom"_s, false), done);
-        port.expect(obex::enterFolderFrame(u"pb"_s, false), done);
-        port.expect(obex::getFrame(u"info.log"_s), object("Total-Records:2\r\nMaximum-Records:800\r\n"));
-        port.expect(obex::oneLevelUpFrame(), done);
-        port.expect(obex::rootFrame(), done);
-        port.expect(obex::enterFolderFrame(u"telecom"_s, false), done);
-        port.expect(obex::getFrame(u"pb.vcf"_s), object("END:VCARD\r\n\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"));
-        port.expect(obex::disconnectFrame(), done);
-        port.expect("+++");
-        port.expect("AT^SQWE=0\r\n", "OK\r\n");
-        test.dialogs.expect(
-            question(
-                u"Warnung!\nDas Telefon meldet, daß es 2 Einträge im Telefonbuch gibt. Beim Auslesen wurden "
-                u"aber nur 2 Einträge übermittelt. Es wird empfohlen, den Einlesevorgang zu wiederholen.\n\n"
-                u"Sollen die eingelesenen Einträge trotzdem angezeigt werden?"_s,
-                u" - Lesefehler"_s),
-            answer);
-        const bool wanted = answer == Answer::Yes;
-        QCOMPARE(store->VcfReadList(client.progress.all()), wanted);
-        QCOMPARE(list->count(), wanted ? 1 : 0);
-        QCOMPARE(store->lblVCFkap() + store->lblVCFbelegt(), wanted ? u"5002"_s : u"??"_s);
+    void busyPhone()
+    {
+        for (const int busy : {15, 16}) {
+            Contacts phone(u"SL400H"_s, {.faults = {.busy = busy}});
+            if (busy > 15)
+                phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xD0)));
+            QCOMPARE(phone.read(), busy <= 15);
+            QVERIFY(!phone.port.handset().isInDataMode());
+        }
     }
-}
 
-void tst_VcardStore::failedWrites_data()
-{
-    QTest::addColumn<Faults>("faults");
-    QTest::addColumn<int>(
-        "told"); // code of the client's box, 0 for that of the store, 1 for none: it succeeds
-    QTest::addColumn<bool>("unconfirmed");
-
-    constexpr int put = 12; // connections, info.log, folders, cc.log come first
-    QTest::newRow("full") << Faults{.full = true} << 0xE0 << false;
-    QTest::newRow("refused") << Faults{.refuseAt = put, .refuseCode = 0xC9} << 0xC9 << false;
-    QTest::newRow("silent in the middle") << Faults{.lateBy = 60.3, .lateRequestAt = put} << -1 << false;
-    QTest::newRow("silent at the end") << Faults{.lateBy = 60.3, .lateRequestAt = put + 1} << -1 << true;
-    QTest::newRow("no LUID") << Faults{.noLuid = true} << 0 << true;
-    QTest::newRow("wrong length") << Faults{.wrongLuidLength = true} << 0 << true;
-    QTest::newRow("second connection refused") << Faults{.refuseAt = 2} << 0xC3 << false;
-    QTest::newRow("first connection refused") << Faults{.refuseAt = 1} << 0xC3 << false;
-    QTest::newRow("says to be done early") << Faults{.earlySuccess = true} << 1 << false;
-}
-
-void tst_VcardStore::failedWrites()
-{
-    QFETCH(Faults, faults);
-    QFETCH(int, told);
-    QFETCH(bool, unconfirmed);
-    Contacts phone(u"SL400H"_s, {.maxPacket = 255});
-    QVERIFY(phone.read());
-    const int before = phone.list->count();
-    phone.port.handset().setFaults(faults);
-    if (told != 1)
-        phone.test.dialogs.expect(told == 0 ? lostReference : errorBox(GetFriedlyErrMsg(told)));
-    tVcfEntry entry = someone; // of two frames
-    entry.email = QString(60, u'e');
-    entry.mobile = entry.work = QString(32, u'1');
-    QCOMPARE(phone.write({entry}), told == 1);
-    QCOMPARE(phone.report.unconfirmed, unconfirmed);
-    QCOMPARE(phone.list->count(), before + (unconfirmed || told == 1 ? 1 : 0));
-    QVERIFY(!phone.port.handset().isInDataMode());
-    if (unconfirmed) {
-        QVERIFY(phone.list->text(before, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
-        QCOMPARE(phone.store->lblVCFbelegt(), u"?"_s);
+    /// A phone of paper that says to have two contacts, and more places than there can be, and sends one.
+    void partOfAList()
+    {
+        const auto object = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
+        const QByteArray done = hex("A0 0003");
+        for (const Answer answer : {Answer::Yes, Answer::No}) {
+            TestContext test;
+            ScriptedPort port(test);
+            ObexClient client(test, port);
+            const auto list = makeVcfRows();
+            const auto store = std::make_shared<VcardStore>(client.mmc, *list);
+            port.expect("AT^SQWE=3\r\n", "OK\r\n");
+            port.expect(obex::connectFrame(obex::Target::FlexMemory), packet(0xA0, hex("10 00 04 00")));
+            port.expect(obex::enterFolderFrame(u"telecom"_s, false), done);
+            port.expect(obex::enterFolderFrame(u"pb"_s, false), done);
+            port.expect(obex::getFrame(u"info.log"_s), object("Total-Records:2\r\nMaximum-Records:800\r\n"));
+            port.expect(obex::oneLevelUpFrame(), done);
+            port.expect(obex::rootFrame(), done);
+            port.expect(obex::enterFolderFrame(u"telecom"_s, false), done);
+            port.expect(obex::getFrame(u"pb.vcf"_s),
+                        object("END:VCARD\r\n\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"));
+            port.expect(obex::disconnectFrame(), done);
+            port.expect("+++");
+            port.expect("AT^SQWE=0\r\n", "OK\r\n");
+            test.dialogs.expect(question(u"Warnung!\nDas Telefon meldet, daß es 2 Einträge im Telefonbuch "
+                                         u"gibt. Beim Auslesen wurden "
+                                         u"aber nur 2 Einträge übermittelt. Es wird empfohlen, den "
+                                         u"Einlesevorgang zu wiederholen.\n\n"
+                                         u"Sollen die eingelesenen Einträge trotzdem angezeigt werden?"_s,
+                                         u" - Lesefehler"_s),
+                                answer);
+            const bool wanted = answer == Answer::Yes;
+            QCOMPARE(store->VcfReadList(client.progress.all()), wanted);
+            QCOMPARE(list->count(), wanted ? 1 : 0);
+            QCOMPARE(store->lblVCFkap() + store->lblVCFbelegt(), wanted ? u"5002"_s : u"??"_s);
+        }
     }
-    phone.port.handset().setFaults({});
-    QVERIFY(phone.read());
-    phone.checkAllIsWell();
-}
 
-void tst_VcardStore::unconfirmedChange()
-{
-    const QString title = u" - Adressbuch bearbeiten"_s;
-    Contacts phone(u"S68H"_s);
-    QVERIFY(phone.read());
-    tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
-    entry.lastName = u"Neu"_s;
-    phone.port.handset().setFaults({.noLuid = true});
-    phone.test.dialogs.expect(lostReference);
-    phone.test.dialogs.expect(
-        box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, title));
-    QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Failed);
-    QCOMPARE(phone.list->row(3).key, u"temp_i"_s + entry.luid);
-    phone.test.dialogs.expect(
-        box(Icon::Information,
-            u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + readAgainAdvice()));
-    QVERIFY(mayEditContact(*phone.store, 2) && !mayEditContact(*phone.store, 3));
-    phone.port.handset().setFaults({});
-    phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
-    phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, title));
-    QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Done);
-    phone.checkAllIsWell();
-}
+    void failedWrites()
+    {
+        constexpr int put = 12; // connections, info.log, folders, cc.log come first
+        // Code of the client's box, 0 for that of the store, 1 for none: it succeeds; whether it is in doubt.
+        const Rows<Faults, int, bool> rows{
+            {"full", Faults{.full = true}, 0xE0, false},
+            {"refused", Faults{.refuseAt = put, .refuseCode = 0xC9}, 0xC9, false},
+            {"silent in the middle", Faults{.lateBy = 60.3, .lateRequestAt = put}, -1, false},
+            {"silent at the end", Faults{.lateBy = 60.3, .lateRequestAt = put + 1}, -1, true},
+            {"no LUID", Faults{.noLuid = true}, 0, true},
+            {"wrong length", Faults{.wrongLuidLength = true}, 0, true},
+            {"second connection refused", Faults{.refuseAt = 2}, 0xC3, false},
+            {"first connection refused", Faults{.refuseAt = 1}, 0xC3, false},
+            {"says to be done early", Faults{.earlySuccess = true}, 1, false},
+        };
+        for (const auto& [faults, told, unconfirmed] : rows) {
+            Contacts phone(u"SL400H"_s, {.maxPacket = 255});
+            QVERIFY(phone.read());
+            const int before = phone.list->count();
+            phone.port.handset().setFaults(faults);
+            if (told != 1)
+                phone.test.dialogs.expect(told == 0 ? lostReference : errorBox(GetFriedlyErrMsg(told)));
+            tVcfEntry entry = someone; // of two frames
+            entry.email = QString(60, u'e');
+            entry.mobile = entry.work = QString(32, u'1');
+            QCOMPARE(phone.write({entry}), told == 1);
+            QCOMPARE(phone.report.unconfirmed, unconfirmed);
+            QCOMPARE(phone.list->count(), before + (unconfirmed || told == 1 ? 1 : 0));
+            QVERIFY(!phone.port.handset().isInDataMode());
+            if (unconfirmed) {
+                QVERIFY(phone.list->text(before, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
+                QCOMPARE(phone.store->lblVCFbelegt(), u"?"_s);
+            }
+            phone.port.handset().setFaults({});
+            QVERIFY(phone.read());
+            phone.checkAllIsWell();
+        }
+    }
 
-void tst_VcardStore::noRoom()
-{
-    Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1});
-    phone.test.dialogs.expect(
-        box(Icon::Information,
-            u"Es stehen nicht genügend freie Speicherplätze zur Verfügung, um 2 Einträge zu speichern."_s));
-    QVERIFY(!phone.write({someone, someone, someone}));
-    phone.checkAllIsWell();
-    phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xE0)));
-    QVERIFY(!phone.write({someone, someone})); // one too many is left to the phone
-    QCOMPARE(phone.list->count(), 1);
-    phone.checkAllIsWell();
-    phone.test.dialogs.expect(
-        box(Icon::Information, u"Es ist kein freier Speicherplatz vorhanden."_s, u" - neuer Eintrag"_s));
-    QVERIFY(!mayAddContact(*phone.store));
-}
-
-/// An empty phone that says no LUIDs has no counter either: its entries are taken as they are.
-void tst_VcardStore::phoneWithoutLuids()
-{
-    Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .faults = {.noLuid = true}});
-    QVERIFY(phone.write({someone}));
-    QVERIFY(phone.list->text(0, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
-    phone.list->selectAll();
-    phone.test.dialogs.expect(box(Icon::Information, u"Der gewählte bzw. ein gewählter Eintrag verfügt über "
-                                                     u"keine gültige Referenznummer.\n"_s +
-                                                         readAgainAdvice()));
-    QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
-}
-
-void tst_VcardStore::stopsBetweenTwo()
-{
-    for (const bool byBox : {true, false}) {
-        Contacts phone(u"SL450HX"_s);
+    void unconfirmedChange()
+    {
+        const QString title = u" - Adressbuch bearbeiten"_s;
+        Contacts phone(u"S68H"_s);
         QVERIFY(phone.read());
-        connect(phone.list.get(), &toolkit::ListRows::inserted, this, [&] {
-            phone.progress.cancel.checked = byBox;
-            if (!byBox)
-                phone.client->askToStop();
-        });
-        QVERIFY(!phone.write({someone, someone}));
-        QCOMPARE(phone.report.luids.size(), 1);
+        tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
+        entry.lastName = u"Neu"_s;
+        phone.port.handset().setFaults({.noLuid = true});
+        phone.test.dialogs.expect(lostReference);
+        phone.test.dialogs.expect(
+            box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, title));
+        QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Failed);
+        QCOMPARE(phone.list->row(3).key, u"temp_i"_s + entry.luid);
+        phone.test.dialogs.expect(
+            box(Icon::Information,
+                u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + readAgainAdvice()));
+        QVERIFY(mayEditContact(*phone.store, 2) && !mayEditContact(*phone.store, 3));
+        phone.port.handset().setFaults({});
+        phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
+        phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, title));
+        QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Done);
         phone.checkAllIsWell();
     }
-}
 
-/// Window, list and store go in the middle of a write; the line is left clean all the same.
-void tst_VcardStore::ownerGoes()
-{
-    for (const double after : {0.5, 1.5, 2.0, 2.5, 3.0, 3.5, 4.5}) {
-        Contacts phone(u"SL450HX"_s);
-        phone.test.clock.after(after, [&] {
-            phone.client->abandon();
-            phone.client.reset();
-            phone.list.reset();
-            phone.store.reset();
-        });
-        phone.write(std::vector<tVcfEntry>(3, someone));
-        QVERIFY(!phone.store);
-        QVERIFY(!phone.port.handset().isInDataMode() && phone.line.mode() == link::LineMode::Text);
+    void noRoom()
+    {
+        Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1});
+        phone.test.dialogs.expect(box(
+            Icon::Information,
+            u"Es stehen nicht genügend freie Speicherplätze zur Verfügung, um 2 Einträge zu speichern."_s));
+        QVERIFY(!phone.write({someone, someone, someone}));
+        phone.checkAllIsWell();
+        phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xE0)));
+        QVERIFY(!phone.write({someone, someone})); // one too many is left to the phone
+        QCOMPARE(phone.list->count(), 1);
+        phone.checkAllIsWell();
+        phone.test.dialogs.expect(
+            box(Icon::Information, u"Es ist kein freier Speicherplatz vorhanden."_s, u" - neuer Eintrag"_s));
+        QVERIFY(!mayAddContact(*phone.store));
     }
-}
 
-void tst_VcardStore::deletes()
-{
-    Contacts phone(u"SL400H"_s);
-    QVERIFY(phone.read());
-    QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
-    phone.list->setSelected(0, true);
-    phone.list->setSelected(3, true);
-    const auto asked = question(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
-    phone.test.dialogs.expect(asked, Answer::No);
-    QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
-
-    phone.port.handset().setFaults({.refuseAt = 9}); // the second of them
-    phone.test.dialogs.expect(asked, Answer::Yes);
-    phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
-    phone.test.dialogs.expect(box(Icon::Information,
-                                  u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch "
-                                  u"erneut ein, um Inkonsistenzen zu vermeiden."_s));
-    QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all(), &phone.report), CommandResult::Failed);
-    QCOMPARE(phone.report.luids, QStringList{u"0004"_s});
-    QCOMPARE(phone.list->count(), 0);
-    QCOMPARE(phone.labels(), u"?/?"_s);
-    QVERIFY(phone.read());
-    phone.checkAllIsWell();
-}
-
-void tst_VcardStore::refresh()
-{
-    Contacts phone(u"SL78H"_s);
-    QStringList shown;
-    const auto dialog = [&](const QString& answer) { shown.append(answer); };
-    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
-    QVERIFY(shown.isEmpty());
-    QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
-    QVERIFY(phone.write({{.lastName = u"x"_s, .work = u"f0521"_s}}));
-    phone.test.dialogs.expect(
-        question(u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
-                 u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
-                 u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
-                 {}, Answer::Ok),
-        Answer::Yes);
-    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
-    QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
-}
-
-void tst_VcardStore::organizer()
-{
-    for (const IrmcKind kind : {KindAppointment, KindNote}) {
-        Contacts phone(u"SL37"_s);
-        const toolkit::Progress progress = phone.progress.all();
-        clsMmc& client = *phone.client;
-        const bool note = kind == KindNote;
-        const handset::IrmcStore& held =
-            phone.port.handset().phone().irmc[note ? handset::NoteStore : handset::CalendarStore];
-        QString text;
-        tVcfInfo info;
-        QVERIFY(client.Online(progress) && VcxRead(client, kind, text, progress));
-        QVERIFY(text.startsWith(note ? u"BEGIN:VNOTE" : u"BEGIN:VCALENDAR"));
-        QVERIFY(VcxGetInfo(client, kind, info, progress));
-        QCOMPARE(info.intBelegt, static_cast<qint16>(held.items().size()));
-        qint32 counter = 0;
-        QString luid;
-        QVERIFY(client.connect(progress, obex::Target::IrMC));
-        QVERIFY((note ? client.CDluidNT() : client.CDluidCAL()) && VcfGetCc(client, counter, progress));
-        const OrganizerItem item{held.text(held.items().front(), handset::CardText::Raw), {}};
-        QCOMPARE(VcxWrite(client, kind, item, counter, luid, progress), ItemResult::Written);
-        QVERIFY(held.find(luid) && counter == held.counter());
-        QVERIFY(VcxDel(client, kind, luid, counter, progress) == ItemResult::Written);
-        QVERIFY(!held.find(luid) && client.Offline(progress));
+    /// An empty phone that says no LUIDs has no counter either: its entries are taken as they are.
+    void phoneWithoutLuids()
+    {
+        Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .faults = {.noLuid = true}});
+        QVERIFY(phone.write({someone}));
+        QVERIFY(phone.list->text(0, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
+        phone.list->selectAll();
+        phone.test.dialogs.expect(
+            box(Icon::Information, u"Der gewählte bzw. ein gewählter Eintrag verfügt über "
+                                   u"keine gültige Referenznummer.\n"_s +
+                                       readAgainAdvice()));
+        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
     }
-}
+
+    void stopsBetweenTwo()
+    {
+        for (const bool byBox : {true, false}) {
+            Contacts phone(u"SL450HX"_s);
+            QVERIFY(phone.read());
+            connect(phone.list.get(), &toolkit::ListRows::inserted, this, [&] {
+                phone.progress.cancel.checked = byBox;
+                if (!byBox)
+                    phone.client->askToStop();
+            });
+            QVERIFY(!phone.write({someone, someone}));
+            QCOMPARE(phone.report.luids.size(), 1);
+            phone.checkAllIsWell();
+        }
+    }
+
+    /// Window, list and store go in the middle of a write; the line is left clean all the same.
+    void ownerGoes()
+    {
+        for (const double after : {0.5, 1.5, 2.0, 2.5, 3.0, 3.5, 4.5}) {
+            Contacts phone(u"SL450HX"_s);
+            phone.test.clock.after(after, [&] {
+                phone.client->abandon();
+                phone.client.reset();
+                phone.list.reset();
+                phone.store.reset();
+            });
+            phone.write(std::vector<tVcfEntry>(3, someone));
+            QVERIFY(!phone.store);
+            QVERIFY(!phone.port.handset().isInDataMode() && phone.line.mode() == link::LineMode::Text);
+        }
+    }
+
+    void deletes()
+    {
+        Contacts phone(u"SL400H"_s);
+        QVERIFY(phone.read());
+        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
+        phone.list->setSelected(0, true);
+        phone.list->setSelected(3, true);
+        const auto asked =
+            question(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
+        phone.test.dialogs.expect(asked, Answer::No);
+        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
+
+        phone.port.handset().setFaults({.refuseAt = 9}); // the second of them
+        phone.test.dialogs.expect(asked, Answer::Yes);
+        phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
+        phone.test.dialogs.expect(box(
+            Icon::Information, u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch "
+                               u"erneut ein, um Inkonsistenzen zu vermeiden."_s));
+        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all(), &phone.report), CommandResult::Failed);
+        QCOMPARE(phone.report.luids, QStringList{u"0004"_s});
+        QCOMPARE(phone.list->count(), 0);
+        QCOMPARE(phone.labels(), u"?/?"_s);
+        QVERIFY(phone.read());
+        phone.checkAllIsWell();
+    }
+
+    void refresh()
+    {
+        Contacts phone(u"SL78H"_s);
+        QStringList shown;
+        const auto dialog = [&](const QString& answer) { shown.append(answer); };
+        QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
+        QVERIFY(shown.isEmpty());
+        QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
+        QVERIFY(phone.write({{.lastName = u"x"_s, .work = u"f0521"_s}}));
+        phone.test.dialogs.expect(
+            question(
+                u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
+                u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
+                u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
+                {}, Answer::Ok),
+            Answer::Yes);
+        QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
+        QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
+    }
+
+    void organizer()
+    {
+        for (const IrmcKind kind : {KindAppointment, KindNote}) {
+            Contacts phone(u"SL37"_s);
+            const toolkit::Progress progress = phone.progress.all();
+            clsMmc& client = *phone.client;
+            const bool note = kind == KindNote;
+            const handset::IrmcStore& held =
+                phone.port.handset().phone().irmc[note ? handset::NoteStore : handset::CalendarStore];
+            QString text;
+            tVcfInfo info;
+            QVERIFY(client.Online(progress) && VcxRead(client, kind, text, progress));
+            QVERIFY(text.startsWith(note ? u"BEGIN:VNOTE" : u"BEGIN:VCALENDAR"));
+            QVERIFY(VcxGetInfo(client, kind, info, progress));
+            QCOMPARE(info.intBelegt, static_cast<qint16>(held.items().size()));
+            qint32 counter = 0;
+            QString luid;
+            QVERIFY(client.connect(progress, obex::Target::IrMC));
+            QVERIFY((note ? client.CDluidNT() : client.CDluidCAL()) && VcfGetCc(client, counter, progress));
+            const OrganizerItem item{held.text(held.items().front(), handset::CardText::Raw), {}};
+            QCOMPARE(VcxWrite(client, kind, item, counter, luid, progress), ItemResult::Written);
+            QVERIFY(held.find(luid) && counter == held.counter());
+            QVERIFY(VcxDel(client, kind, luid, counter, progress) == ItemResult::Written);
+            QVERIFY(!held.find(luid) && client.Offline(progress));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_VcardStore)
 #include "tst_VcardStore.moc"

@@ -46,124 +46,118 @@ class tst_VcfCodec : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void builds();
-    void parses();
-    void decodesLikeTheLoop();
-    void cardsOfAnObject();
-    void answers();
-    void files();
-};
-
-void tst_VcfCodec::builds()
-{
-    const struct
+    void builds()
     {
-        tVcfEntry entry;
-        bool encode;
-        QByteArray lines; // between the first and the last
-    } table[] = {
-        {fullEntry, false,
-         "N:M\xFCller\\;x;Hans\r\nEMAIL;INTERNET:a\\;b@example.org\r\nTEL;HOME:+49#*\r\nTEL;WORK:0521 1\r\n"
-         "TEL;CELL:0170\r\nX-IRMC-LUID:0007\r\nBDAY:1970-03-21T12:30\r\n"},
-        {{.lastName = u"Müller"_s, .firstName = u"Hans"_s},
-         true,
-         "N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:M=C3=BCller;Hans\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
-        {{.email = u"ü"_s, .lastName = u"A=B"_s},
-         true, // the e-mail is never encoded
-         "N:A=B;\r\nEMAIL;INTERNET:\xFC\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
-        {{.lastName = u"A\r\nB"_s}, false, "N:A  B;\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
-    };
-    for (const auto& row : table) {
-        const QByteArray card = VcfBuildItem(row.entry, row.encode);
-        QCOMPARE(card, "BEGIN:VCARD\r\n" + row.lines + "END:VCARD\r\n\r\n");
-        const tVcfEntry back = VcfParseItem(VcfStripCharset(app::fromCp1252(card)), 5);
-        QCOMPARE(back.lastName, QString(row.entry.lastName).replace(u"\r\n"_s, u"  "_s));
-        QCOMPARE(back.luid, row.entry.luid.isEmpty() ? u"005"_s : row.entry.luid);
-        QCOMPARE(back.work, row.entry.work);
-        QCOMPARE(vcfEntryFrom(toRow(back)), back);
+        const struct
+        {
+            tVcfEntry entry;
+            bool encode;
+            QByteArray lines; // between the first and the last
+        } table[] = {
+            {fullEntry, false,
+             "N:M\xFCller\\;x;Hans\r\nEMAIL;INTERNET:a\\;b@example.org\r\nTEL;HOME:+49#*\r\nTEL;WORK:0521 "
+             "1\r\n"
+             "TEL;CELL:0170\r\nX-IRMC-LUID:0007\r\nBDAY:1970-03-21T12:30\r\n"},
+            {{.lastName = u"Müller"_s, .firstName = u"Hans"_s},
+             true,
+             "N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:M=C3=BCller;Hans\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
+            {{.email = u"ü"_s, .lastName = u"A=B"_s},
+             true, // the e-mail is never encoded
+             "N:A=B;\r\nEMAIL;INTERNET:\xFC\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
+            {{.lastName = u"A\r\nB"_s}, false, "N:A  B;\r\nX-IRMC-LUID:\r\nBDAY:\r\n"},
+        };
+        for (const auto& row : table) {
+            const QByteArray card = VcfBuildItem(row.entry, row.encode);
+            QCOMPARE(card, "BEGIN:VCARD\r\n" + row.lines + "END:VCARD\r\n\r\n");
+            const tVcfEntry back = VcfParseItem(VcfStripCharset(app::fromCp1252(card)), 5);
+            QCOMPARE(back.lastName, QString(row.entry.lastName).replace(u"\r\n"_s, u"  "_s));
+            QCOMPARE(back.luid, row.entry.luid.isEmpty() ? u"005"_s : row.entry.luid);
+            QCOMPARE(back.work, row.entry.work);
+            QCOMPARE(vcfEntryFrom(toRow(back)), back);
+        }
     }
-}
 
-void tst_VcfCodec::parses()
-{
-    const std::pair<QString, QStringList> table[] = {
-        {u"N:Meier\r\nBDAY:1970-03-21T12:30\r\nX-IRMC-LUID:9"_s,
-         {u"Meier"_s, {}, {}, {}, {}, {}, u"21.03.1970  12:30"_s, u"9"_s}},
-        {u"N:a\\;b;c;;;\r\nEMAIL:x\\;y\r\nX-IRMC-LUID:9\r\n"_s,
-         {u"a;b"_s, u"c;;;"_s, {}, {}, {}, u"x;y"_s, {}, u"9"_s}},
-        {u"N:Mei=\r\ner\rx\r\nTEL;HOME:12"_s + QChar(0) + u"3\r\nX-IRMC-LUID:"_s,
-         {u"Meier"_s, {}, u"12"_s, {}, {}, {}, {}, u"042"_s}},
-    };
-    for (const auto& [lines, cells] : table) {
-        const toolkit::ListRow row = toRow(VcfParseItem(u"BEGIN:VCARD\r\n"_s + lines, 42));
-        for (int column = 0; column < cells.size(); ++column)
-            QCOMPARE(row.text(column), cells[column]);
-        QCOMPARE(row.key, u'i' + cells.last());
+    void parses()
+    {
+        const std::pair<QString, QStringList> table[] = {
+            {u"N:Meier\r\nBDAY:1970-03-21T12:30\r\nX-IRMC-LUID:9"_s,
+             {u"Meier"_s, {}, {}, {}, {}, {}, u"21.03.1970  12:30"_s, u"9"_s}},
+            {u"N:a\\;b;c;;;\r\nEMAIL:x\\;y\r\nX-IRMC-LUID:9\r\n"_s,
+             {u"a;b"_s, u"c;;;"_s, {}, {}, {}, u"x;y"_s, {}, u"9"_s}},
+            {u"N:Mei=\r\ner\rx\r\nTEL;HOME:12"_s + QChar(0) + u"3\r\nX-IRMC-LUID:"_s,
+             {u"Meier"_s, {}, u"12"_s, {}, {}, {}, {}, u"042"_s}},
+        };
+        for (const auto& [lines, cells] : table) {
+            const toolkit::ListRow row = toRow(VcfParseItem(u"BEGIN:VCARD\r\n"_s + lines, 42));
+            for (int column = 0; column < cells.size(); ++column)
+                QCOMPARE(row.text(column), cells[column]);
+            QCOMPARE(row.key, u'i' + cells.last());
+        }
     }
-}
 
-/// Made-up texts of few letters, so that sequences hide in each other and come about by replacing others.
-void tst_VcfCodec::decodesLikeTheLoop()
-{
-    QRandomGenerator random(1);
-    const QString letters = u"==343DdA"_s + QChar(0);
-    for (int count = 0; count < 20000; ++count) {
-        QString text(random.bounded(25), u'x');
-        for (QChar& letter : text)
-            letter = letters[random.bounded(letters.size())];
-        QCOMPARE(VcfQpDec(text), decodedStepByStep(text));
+    /// Made-up texts of few letters, so that sequences hide in each other and come about by replacing others.
+    void decodesLikeTheLoop()
+    {
+        QRandomGenerator random(1);
+        const QString letters = u"==343DdA"_s + QChar(0);
+        for (int count = 0; count < 20000; ++count) {
+            QString text(random.bounded(25), u'x');
+            for (QChar& letter : text)
+                letter = letters[random.bounded(letters.size())];
+            QCOMPARE(VcfQpDec(text), decodedStepByStep(text));
+        }
+        QCOMPARE(VcfQpDec(VcfQpEnc(u"M€éß"_s)), u"M€éß"_s);
+        QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=C3=BC\r\nEMAIL:a=41"_s),
+                 u"N:ü\r\nEMAIL:aA"_s);
+        QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8:Ã¼ =41"_s), u"N:Ã¼ =41"_s);
     }
-    QCOMPARE(VcfQpDec(VcfQpEnc(u"M€éß"_s)), u"M€éß"_s);
-    QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=C3=BC\r\nEMAIL:a=41"_s),
-             u"N:ü\r\nEMAIL:aA"_s);
-    QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8:Ã¼ =41"_s), u"N:Ã¼ =41"_s);
-}
 
-void tst_VcfCodec::cardsOfAnObject()
-{
-    const QString own = u"BEGIN:VCARD\r\nN:me\r\nEND:VCARD\r\n"_s;
-    const QString one = u"BEGIN:VCARD\r\nN:A\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"_s;
-    const VcfCards cards = parseCards(own + one + one + one.chopped(11));
-    QCOMPARE(cards.upperBound, 3); // the last piece has lost its end
-    QCOMPARE(cards.entries.size(), 3);
-    QCOMPARE(parseCards({}).upperBound, 0);
-}
+    void cardsOfAnObject()
+    {
+        const QString own = u"BEGIN:VCARD\r\nN:me\r\nEND:VCARD\r\n"_s;
+        const QString one = u"BEGIN:VCARD\r\nN:A\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"_s;
+        const VcfCards cards = parseCards(own + one + one + one.chopped(11));
+        QCOMPARE(cards.upperBound, 3); // the last piece has lost its end
+        QCOMPARE(cards.entries.size(), 3);
+        QCOMPARE(parseCards({}).upperBound, 0);
+    }
 
-void tst_VcfCodec::answers()
-{
-    const std::pair<QByteArray, std::optional<LuidAnswer>> table[] = {
-        {"4C000C01043132333402 0137", {{u"1234"_s, 7}}}, // and its tags don't count
-        {"4C000C99043132333499 0137", {{u"1234"_s, 7}}},
-        {"4C000E01043132333402 0137", {}},
-        {"48000C01043132333402 0137", {}},
-        {"4C0007 01FF3132", {{u"12"_s, 0}}},
-        {"", {}},
-    };
-    for (const auto& [bytes, answer] : table)
-        QCOMPARE(parseLuidAnswer(QByteArray::fromHex(bytes)), answer);
-    QCOMPARE(parseInfoLog("Total-Records:25\r\nMaximum-Records:250\r\nIEL:8\r\n"), (tVcfInfo{250, 25}));
-    QCOMPARE(parseInfoLog("Maximum-Records: 99999\r\nTotal-Records:7"), (tVcfInfo{32767, 7}));
-    QCOMPARE(parseInfoLog("Maximum-Records:250\r\n"), std::nullopt);
-}
+    void answers()
+    {
+        const std::pair<QByteArray, std::optional<LuidAnswer>> table[] = {
+            {"4C000C01043132333402 0137", {{u"1234"_s, 7}}}, // and its tags don't count
+            {"4C000C99043132333499 0137", {{u"1234"_s, 7}}},
+            {"4C000E01043132333402 0137", {}},
+            {"48000C01043132333402 0137", {}},
+            {"4C0007 01FF3132", {{u"12"_s, 0}}},
+            {"", {}},
+        };
+        for (const auto& [bytes, answer] : table)
+            QCOMPARE(parseLuidAnswer(QByteArray::fromHex(bytes)), answer);
+        QCOMPARE(parseInfoLog("Total-Records:25\r\nMaximum-Records:250\r\nIEL:8\r\n"), (tVcfInfo{250, 25}));
+        QCOMPARE(parseInfoLog("Maximum-Records: 99999\r\nTotal-Records:7"), (tVcfInfo{32767, 7}));
+        QCOMPARE(parseInfoLog("Maximum-Records:250\r\n"), std::nullopt);
+    }
 
-void tst_VcfCodec::files()
-{
-    TestContext test;
-    const auto list = makeVcfRows();
-    const QString path = test.path(u"new/liste.csv"_s);
-    QVERIFY(SaveVcfCsv(test.context, *list, path) && !QFile::exists(path)); // an empty list
-    list->add(toRow(fullEntry));
-    list->setText(0, VcfFirstName, u" \tHa\"ns "_s);
-    QVERIFY(VCF2BackupFile(test.context, *list, path));
-    QCOMPARE(TestContext::contentOf(path).split('\n').value(1),
-             "M\xFCller;x\tHa\"ns\t+49#*\t0170\t0521 1\ta;b@example.org\t21.03.1970  12:30\t0007\r");
-    QVERIFY(SaveVcfCsv(test.context, *list, path));
-    const QByteArrayList csv = TestContext::contentOf(path).split('\n');
-    QCOMPARE(csv[0], "\"Nachname\",\"Vorname\",\"Telefon\",\"Tel. (Mobil)\",\"Tel. (B\xFCro)\",\"Email\","
-                     "\"Jahrestag\"\r");
-    QCOMPARE(csv[1], "\"M\xFCller;x\",\" \tHa\"ns \",\"+49#*\",\"0170\",\"0521 1\",\"a;b@example.org\","
-                     "\"21.03.1970  12:30\"\r");
-}
+    void files()
+    {
+        TestContext test;
+        const auto list = makeVcfRows();
+        const QString path = test.path(u"new/liste.csv"_s);
+        QVERIFY(SaveVcfCsv(test.context, *list, path) && !QFile::exists(path)); // an empty list
+        list->add(toRow(fullEntry));
+        list->setText(0, VcfFirstName, u" \tHa\"ns "_s);
+        QVERIFY(VCF2BackupFile(test.context, *list, path));
+        QCOMPARE(TestContext::contentOf(path).split('\n').value(1),
+                 "M\xFCller;x\tHa\"ns\t+49#*\t0170\t0521 1\ta;b@example.org\t21.03.1970  12:30\t0007\r");
+        QVERIFY(SaveVcfCsv(test.context, *list, path));
+        const QByteArrayList csv = TestContext::contentOf(path).split('\n');
+        QCOMPARE(csv[0], "\"Nachname\",\"Vorname\",\"Telefon\",\"Tel. (Mobil)\",\"Tel. (B\xFCro)\",\"Email\","
+                         "\"Jahrestag\"\r");
+        QCOMPARE(csv[1], "\"M\xFCller;x\",\" \tHa\"ns \",\"+49#*\",\"0170\",\"0521 1\",\"a;b@example.org\","
+                         "\"21.03.1970  12:30\"\r");
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_VcfCodec)
 #include "tst_VcfCodec.moc"

@@ -15,176 +15,227 @@ class AtExchange : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answers();
-    void everyModelNamesItself();
-    void keepsTheLinesPace();
-    void answersOnlyAtItsRate();
-    void faults();
-    void dropsTheLine();
-};
+    void answers()
+    {
+        const QString classic = u"PICASSO"_s;
+        const QString first = u"WOODSTOCK"_s;
+        const QString newest = u"SL450HX"_s;
+        Rows<QString, QByteArrayList, QByteArray, QStringList> rows;
+        rows.add("payload", classic, {"AT+CGMM\r"}, "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\n", {});
+        rows.add("several lines", u"WOODY"_s, {"AT^WFFO=\"MEL\"\r"},
+                 "AT^WFFO=\"MEL\"\r\r\n^WFFO: 0,Morgenlied,0,MID,2316,11\r\n^WFFO: 1,Walzer,0,MID,4102,12\r\n"
+                 "^WFFO: 2,T\xfcrglocke,0,MID,640,13\r\n^WFFO: 3,Alter Wecker,0,MID,1288,14\r\n\r\nOK\r\n",
+                 {});
+        rows.add("unknown command", classic, {"AT+XYZ\r"}, "AT+XYZ\r\r\nERROR\r\n", {});
+        rows.add("bad value", classic, {"AT^WREX=5,7\r"}, "AT^WREX=5,7\r\r\nERROR\r\n", {});
+        rows.add("error with its number", classic, {"AT+CMEE=1\r", "AT^WREX=5,7\r"},
+                 "AT^WREX=5,7\r\r\n+CME ERROR: 21\r\n", {});
+        rows.add("ATZ puts the echo on", classic, {"ATE0\r", "ATZ\r", "AT\r"}, "AT\r\r\nOK\r\n", {});
+        rows.add("clock set", first, {"AT+CCLK=27/02/28,23:59:30\r", "AT+CCLK?\r"},
+                 "AT+CCLK?\r\r\n+CCLK: \"27/02/28,23:59:00\"\r\n\r\nOK\r\n", {});
+        rows.add("area codes set", newest, {"AT^SACO=00,43,0,1\r\n", "AT^SACO?\r\n"},
+                 "AT^SACO?\r\n\r\n00,43,0,1\r\n\r\nOK\r\n", {});
+        rows.add("line feed echoed", newest, {"AT+CGMM\r\n"}, "AT+CGMM\r\n\r\nShark\r\n\r\nOK\r\n", {});
+        rows.add("CR alone to a CR LF handset", newest, {"ATZ\r", "ATZ\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n", {});
+        rows.add("CR alone behind the search", newest, {"AT+CGMM\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n",
+                 {u"ended by CR alone: AT+CGMM"_s});
+        rows.add("CR LF to a CR handset", classic, {"AT+CGMR\r\n"}, "AT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
+                 {u"ended by CR LF: AT+CGMR"_s});
+        rows.add("escape that is late", classic, {"+++", "AT\r"}, "AT\r\r\nOK\r\n", {});
+        rows.add("no command", classic, {"\x81\x03", "AT\r"}, "AT\r\r\nOK\r\n", {u"no command: \x81\x03"_s});
+        rows.add("cleared line", classic, {"ATQ\x1B\rAT\r"}, "ATQ\x1B\rAT\r\r\nOK\r\n", {});
+        rows.add("impatience", classic, {"AT+CGMM\rAT+CGMR\r"},
+                 "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\nAT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
+                 {u"sent into the answer to AT+CGMM"_s});
 
-void AtExchange::answers()
-{
-    const QString classic = u"PICASSO"_s;
-    const QString first = u"WOODSTOCK"_s;
-    const QString newest = u"SL450HX"_s;
-    Rows<QString, QByteArrayList, QByteArray, QStringList> rows;
-    rows.add("payload", classic, {"AT+CGMM\r"}, "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\n", {});
-    rows.add("several lines", u"WOODY"_s, {"AT^WFFO=\"MEL\"\r"},
-             "AT^WFFO=\"MEL\"\r\r\n^WFFO: 0,Morgenlied,0,MID,2316,11\r\n^WFFO: 1,Walzer,0,MID,4102,12\r\n"
-             "^WFFO: 2,T\xfcrglocke,0,MID,640,13\r\n^WFFO: 3,Alter Wecker,0,MID,1288,14\r\n\r\nOK\r\n",
-             {});
-    rows.add("unknown command", classic, {"AT+XYZ\r"}, "AT+XYZ\r\r\nERROR\r\n", {});
-    rows.add("bad value", classic, {"AT^WREX=5,7\r"}, "AT^WREX=5,7\r\r\nERROR\r\n", {});
-    rows.add("error with its number", classic, {"AT+CMEE=1\r", "AT^WREX=5,7\r"},
-             "AT^WREX=5,7\r\r\n+CME ERROR: 21\r\n", {});
-    rows.add("ATZ puts the echo on", classic, {"ATE0\r", "ATZ\r", "AT\r"}, "AT\r\r\nOK\r\n", {});
-    rows.add("clock set", first, {"AT+CCLK=27/02/28,23:59:30\r", "AT+CCLK?\r"},
-             "AT+CCLK?\r\r\n+CCLK: \"27/02/28,23:59:00\"\r\n\r\nOK\r\n", {});
-    rows.add("area codes set", newest, {"AT^SACO=00,43,0,1\r\n", "AT^SACO?\r\n"},
-             "AT^SACO?\r\n\r\n00,43,0,1\r\n\r\nOK\r\n", {});
-    rows.add("line feed echoed", newest, {"AT+CGMM\r\n"}, "AT+CGMM\r\n\r\nShark\r\n\r\nOK\r\n", {});
-    rows.add("CR alone to a CR LF handset", newest, {"ATZ\r", "ATZ\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n", {});
-    rows.add("CR alone behind the search", newest, {"AT+CGMM\r", "AT\r\n"}, "AT\r\n\r\nOK\r\n",
-             {u"ended by CR alone: AT+CGMM"_s});
-    rows.add("CR LF to a CR handset", classic, {"AT+CGMR\r\n"}, "AT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
-             {u"ended by CR LF: AT+CGMR"_s});
-    rows.add("escape that is late", classic, {"+++", "AT\r"}, "AT\r\r\nOK\r\n", {});
-    rows.add("no command", classic, {"\x81\x03", "AT\r"}, "AT\r\r\nOK\r\n", {u"no command: \x81\x03"_s});
-    rows.add("cleared line", classic, {"ATQ\x1B\rAT\r"}, "ATQ\x1B\rAT\r\r\nOK\r\n", {});
-    rows.add("impatience", classic, {"AT+CGMM\rAT+CGMR\r"},
-             "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\nAT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
-             {u"sent into the answer to AT+CGMM"_s});
-
-    for (const auto& [model, said, answer, violations] : rows) {
-        HandsetTalk talk({.model = model});
-        QCOMPARE(talk.sayAll(said), answer);
-        QCOMPARE(talk.violations(), violations);
+        for (const auto& [model, said, answer, violations] : rows) {
+            HandsetTalk talk({.model = model});
+            QCOMPARE(talk.sayAll(said), answer);
+            QCOMPARE(talk.violations(), violations);
+        }
     }
-}
 
-/// The client's tables find each model by exactly what it answers.
-void AtExchange::everyModelNamesItself()
-{
-    for (const handset::Model& model : handset::allModels()) {
-        HandsetTalk talk(emptyHandset(model.name()));
-        const QByteArray end = model.family >= 11 ? "\r\n" : "\r";
-        const auto ask = [&](const QByteArray& command) {
-            const QByteArray answer = talk.say(command + end);
-            const QByteArray tail = "\r\n\r\nOK\r\n";
-            if (!answer.startsWith(command + end + "\r\n") || !answer.endsWith(tail))
-                return QString::fromLatin1(answer);
-            return QString::fromLatin1(answer.sliced(command.size() + end.size() + 2).chopped(tail.size()));
+    /// What is written reads back as it was, or is refused; and what of it no client should have sent.
+    void keepsEntries()
+    {
+        const QString oldest = u"WOODSTOCK"_s;
+        const QString newest = u"PICASSO"_s;
+        const Rows<QString, QByteArray, QByteArray, bool> rows{
+            {"date in families 2 to 4", newest, "1,A,1,1,12,000229120012", "1,A,1,1,12,000229120012,0,",
+             false},
+            {"VIP", newest, "1,A,1,1,0,,1,10", "1,A,1,1,0,,1,10", false},
+            {"longest", newest, "16,Abcdefghijklmn\xdf\xfc,32,+1234567890123456789012345678901,0,",
+             "16,Abcdefghijklmn\xdf\xfc,32,+1234567890123456789012345678901,0,,0,", false},
+            {"number too long", newest, "1,A,33,123456789012345678901234567890123,0,", {}, false},
+            {"character that it can't show", newest, "1,[,1,1,0,", {}, false},
+            {"VIP in family 1", oldest, "1,A,1,1,0,,1,5", {}, true},
+            {"no such day", newest, "1,A,1,1,11,00023012005", {}, true},
+            {"enormous length", newest, "99999999999,A,1,1,0,", {}, true},
         };
-        const auto stage = link::lookUpCgmm(ask("AT+CGMM"));
-        QVERIFY2(stage, qPrintable(model.cgmm));
-        const int family = stage->asksWppn ? link::lookUpWppn(ask("AT^WPPN")) : stage->phoneType;
-        QVERIFY2(family == model.family, qPrintable(model.name()));
-        QCOMPARE(talk.violations(), QStringList());
-    }
-    QCOMPARE(handset::allModels().size(), 53u);
-}
-
-/// A byte takes ten bits, and none comes early.
-void AtExchange::keepsTheLinesPace()
-{
-    for (const int baud : {19200, 115200}) {
-        HandsetTalk talk({.model = u"WOODY"_s, .rates = {baud}});
-        talk.port.SetSettings(QString::number(baud) + u",N,8,1"_s);
-        QCOMPARE(talk.say("AT^WFFO=\"MEL\"\r", 0.15), "AT^WFFO=\"MEL\"\r");
-        double begin = 0;
-        double end = 0;
-        qsizetype bytes = 0; // behind the first piece
-        while (talk.clock.elapsed() < 2) {
-            talk.clock.DoEvents();
-            const qsizetype more = talk.port.ReadText().size();
-            if (more == 0)
-                continue;
-            end = talk.clock.elapsed();
-            bytes += begin > 0 ? more : 0;
-            begin = begin > 0 ? begin : end;
+        for (const auto& [model, entry, kept, malformed] : rows) {
+            HandsetTalk talk(emptyHandset(model));
+            const QByteArray answer = talk.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=" + entry + "\r\n"});
+            QCOMPARE(answer, "AT^WSWE=" + entry + "\r\r\n" + (kept.isEmpty() ? "ERROR\r\n" : "OK\r\n"));
+            QCOMPARE(talk.sayAll({model == oldest ? "AT\r" : "AT^WSSL\r", "AT^WSSL=\"TB\"\r", "AT^WSRE\r"}),
+                     "AT^WSRE\r\r\n" + (kept.isEmpty() ? "OK\r\n" : "^WSRE: " + kept + "\r\n\r\nOK\r\n"));
+            const QStringList complaint{u"malformed: AT^WSWE="_s + QString::fromLatin1(entry)};
+            QCOMPARE(talk.violations(), malformed ? complaint : QStringList());
         }
-        const double wanted = static_cast<double>(bytes) * 10 / baud;
-        QVERIFY2(bytes > 50 && std::abs(end - begin - wanted) < wanted / 50,
-                 qPrintable(u"%1 bytes in %2 s"_s.arg(bytes).arg(end - begin)));
+        HandsetTalk full({.model = newest, .seed = u"none"_s, .capacity = 1});
+        const QByteArray second = "AT^WSWE=1,B,1,2,0,\r\n";
+        QVERIFY(full.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=1,A,1,1,0,\r\n", second}).endsWith("\nERROR\r\n"));
+        QCOMPARE(full.port.handset().phone().phonebook.entries.size(), 1u);
     }
-}
 
-void AtExchange::answersOnlyAtItsRate()
-{
-    const QByteArray ok = "ATZ\r\r\nOK\r\n";
-    const QByteArray garbage = "\xbe\xab\xa5\xf2";
-    const Rows<handset::Options, QByteArrayList> rows{
-        {"old", handset::Options{.model = u"PICASSO"_s}, {ok, {}, {}}},
-        {"new", handset::Options{.model = u"S68H"_s}, {{}, {}, ok}},
-        {"told", handset::Options{.rates = {19200, 57600}}, {ok, ok, {}}},
-        {"garbage",
-         handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage},
-         {garbage, ok, garbage}},
-    };
-    for (const auto& [options, wantedAnswers] : rows) {
-        HandsetTalk talk(options);
-        QByteArrayList answers;
-        for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
-            talk.port.SetSettings(rate + u",N,8,1"_s);
-            answers.append(talk.say("ATZ\r"));
+    void watchesTheStores()
+    {
+        const QByteArray open = "AT^WSSL=\"TB\"\r";
+        Rows<QByteArrayList, QStringList> rows;
+        rows.add("entry ended by CR alone", {open, "AT^WSWE=4,Abel,3,123,0,\r", "AT^WSSL\r"},
+                 {u"ended by CR alone: AT^WSWE=4,Abel,3,123,0,"_s});
+        rows.add("preparation in another family", {open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSSL\r"},
+                 {u"ended by CR alone: AT^WSWE=1,A,1,1,0,"_s});
+        rows.add("other command in a store", {open, "AT+CGMR\r", "AT^WSSL\r"},
+                 {u"AT+CGMR while a store is open"_s});
+        rows.add("close of the wrong family", {open, "AT\r"},
+                 {u"line closed while the store \"TB\" is open"_s});
+        rows.add("nothing open", {"AT^WSRE\r", "AT^WSWE=4,Abel,3,123,0,\r\n"},
+                 {u"AT^WSRE without an open store"_s, u"AT^WSWE=4,Abel,3,123,0, without an open store"_s,
+                  u"ended by CR LF: AT^WSWE=4,Abel,3,123,0,"_s});
+
+        for (const auto& [said, violations] : rows) {
+            HandsetTalk talk(emptyHandset(u"PICASSO"_s));
+            talk.sayAll(said);
+            talk.port.Close();
+            QCOMPARE(talk.violations(), violations);
         }
-        QCOMPARE(answers, wantedAnswers);
     }
-}
 
-void AtExchange::faults()
-{
-    const QByteArray ok = "AT\r\r\nOK\r\n";
-    const QByteArrayList thrice = {"AT\r", "AT\r", "AT\r"};
-    const QByteArray open = "AT^WSSL=\"NE\"\r";
-    const QByteArray opened = open + "\r\nOK\r\n";
-    const QByteArrayList writes = {open, "AT^WSWE=1,A,1,1\r", "AT^WSWE=1,B,1,2\r", "AT^WSWE=1,B,1,2\r"};
-    const QByteArray second = "AT^WSWE=1,B,1,2\r\r\n";
-    const QByteArray first = "AT^WSWE=1,A,1,1\r\r\nOK\r\n";
-    const QByteArrayList reads = {open, "AT^WSRE\r", "AT^WSRE\r", "AT^WSRE\r"};
-    const QByteArray error = "AT^WSRE\r\r\nERROR\r\n";
-    const QByteArray entry = "AT^WSRE\r\r\n^WSRE: 7,Nordruf,5,01031\r\n\r\nOK\r\n";
-    Rows<QStringList, QByteArrayList, QByteArrayList> rows;
-    rows.add("silence", {u"silent-after=2"_s}, thrice, {ok, ok, {}});
-    rows.add("late", {u"late-at=2"_s, u"late-by=1.5"_s}, thrice, {ok, "AT\r", "\r\nOK\r\n" + ok});
-    rows.add("noise", {u"noise-at=1"_s}, thrice, {QByteArray("AT\r\x7f\xf8\0\xff\r\nOK\r\n", 13), ok, ok});
-    rows.add("lost byte", {u"lose-byte-at=2"_s}, thrice, {ok, "AT\r\r\nO\r\n", ok});
-    rows.add("write once", {u"write-error-once=2"_s}, writes,
-             {opened, first, second + "ERROR\r\n", second + "OK\r\n"});
-    rows.add("read once", {u"read-error-once=1"_s}, reads,
-             {opened, error, entry,
-              "AT^WSRE\r\r\n^WSRE: 7,S\xfc"
-              "d-Tel,5,01052\r\n\r\nOK\r\n"});
-
-    for (const auto& [faults, said, wantedAnswers] : rows) {
-        handset::Options options;
-        for (const QString& fault : faults)
-            QCOMPARE(handset::setFault(options.faults, fault), std::nullopt);
-        HandsetTalk talk(options);
-        QByteArrayList answers;
-        for (const QByteArray& bytes : said)
-            answers.append(talk.say(bytes));
-        QCOMPARE(answers, wantedAnswers);
-        QCOMPARE(talk.violations(), QStringList());
+    /// The client's tables find each model by exactly what it answers.
+    void everyModelNamesItself()
+    {
+        for (const handset::Model& model : handset::allModels()) {
+            HandsetTalk talk(emptyHandset(model.name()));
+            const QByteArray end = model.family >= 11 ? "\r\n" : "\r";
+            const auto ask = [&](const QByteArray& command) {
+                const QByteArray answer = talk.say(command + end);
+                const QByteArray tail = "\r\n\r\nOK\r\n";
+                if (!answer.startsWith(command + end + "\r\n") || !answer.endsWith(tail))
+                    return QString::fromLatin1(answer);
+                return QString::fromLatin1(
+                    answer.sliced(command.size() + end.size() + 2).chopped(tail.size()));
+            };
+            const auto stage = link::lookUpCgmm(ask("AT+CGMM"));
+            QVERIFY2(stage, qPrintable(model.cgmm));
+            const int family = stage->asksWppn ? link::lookUpWppn(ask("AT^WPPN")) : stage->phoneType;
+            QVERIFY2(family == model.family, qPrintable(model.name()));
+            QCOMPARE(talk.violations(), QStringList());
+        }
+        QCOMPARE(handset::allModels().size(), 53u);
     }
-}
 
-void AtExchange::dropsTheLine()
-{
-    HandsetTalk talk({});
-    talk.port.handset().setFaults({.hangUpAt = 2});
-    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
-    talk.port.WriteText("AT\r");
-    talk.clock.WaitSeconds(0.1);
-    QVERIFY(!talk.port.IsOpen());
-    QCOMPARE(talk.port.Write("AT\r", 3), 0);
-    QVERIFY(!talk.port.Open({}));
-    QCOMPARE(talk.port.openErrorEnglish(), u"No port."_s);
-    talk.clock.WaitSeconds(1);
-    QVERIFY(talk.port.Open({}));
-    QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
-}
+    /// A byte takes ten bits, and none comes early.
+    void keepsTheLinesPace()
+    {
+        for (const int baud : {19200, 115200}) {
+            HandsetTalk talk({.model = u"WOODY"_s, .rates = {baud}});
+            talk.port.SetSettings(QString::number(baud) + u",N,8,1"_s);
+            QCOMPARE(talk.say("AT^WFFO=\"MEL\"\r", 0.15), "AT^WFFO=\"MEL\"\r");
+            double begin = 0;
+            double end = 0;
+            qsizetype bytes = 0; // behind the first piece
+            while (talk.clock.elapsed() < 2) {
+                talk.clock.DoEvents();
+                const qsizetype more = talk.port.ReadText().size();
+                if (more == 0)
+                    continue;
+                end = talk.clock.elapsed();
+                bytes += begin > 0 ? more : 0;
+                begin = begin > 0 ? begin : end;
+            }
+            const double wanted = static_cast<double>(bytes) * 10 / baud;
+            QVERIFY2(bytes > 50 && std::abs(end - begin - wanted) < wanted / 50,
+                     qPrintable(u"%1 bytes in %2 s"_s.arg(bytes).arg(end - begin)));
+        }
+    }
+
+    void answersOnlyAtItsRate()
+    {
+        const QByteArray ok = "ATZ\r\r\nOK\r\n";
+        const QByteArray garbage = "\xbe\xab\xa5\xf2";
+        const Rows<handset::Options, QByteArrayList> rows{
+            {"old", handset::Options{.model = u"PICASSO"_s}, {ok, {}, {}}},
+            {"new", handset::Options{.model = u"S68H"_s}, {{}, {}, ok}},
+            {"told", handset::Options{.rates = {19200, 57600}}, {ok, ok, {}}},
+            {"garbage",
+             handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage},
+             {garbage, ok, garbage}},
+        };
+        for (const auto& [options, wantedAnswers] : rows) {
+            HandsetTalk talk(options);
+            QByteArrayList answers;
+            for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
+                talk.port.SetSettings(rate + u",N,8,1"_s);
+                answers.append(talk.say("ATZ\r"));
+            }
+            QCOMPARE(answers, wantedAnswers);
+        }
+    }
+
+    void faults()
+    {
+        const QByteArray ok = "AT\r\r\nOK\r\n";
+        const QByteArrayList thrice = {"AT\r", "AT\r", "AT\r"};
+        const QByteArray open = "AT^WSSL=\"NE\"\r";
+        const QByteArray opened = open + "\r\nOK\r\n";
+        const QByteArrayList writes = {open, "AT^WSWE=1,A,1,1\r", "AT^WSWE=1,B,1,2\r", "AT^WSWE=1,B,1,2\r"};
+        const QByteArray second = "AT^WSWE=1,B,1,2\r\r\n";
+        const QByteArray first = "AT^WSWE=1,A,1,1\r\r\nOK\r\n";
+        const QByteArrayList reads = {open, "AT^WSRE\r", "AT^WSRE\r", "AT^WSRE\r"};
+        const QByteArray error = "AT^WSRE\r\r\nERROR\r\n";
+        const QByteArray entry = "AT^WSRE\r\r\n^WSRE: 7,Nordruf,5,01031\r\n\r\nOK\r\n";
+        Rows<QStringList, QByteArrayList, QByteArrayList> rows;
+        rows.add("silence", {u"silent-after=2"_s}, thrice, {ok, ok, {}});
+        rows.add("late", {u"late-at=2"_s, u"late-by=1.5"_s}, thrice, {ok, "AT\r", "\r\nOK\r\n" + ok});
+        rows.add("noise", {u"noise-at=1"_s}, thrice,
+                 {QByteArray("AT\r\x7f\xf8\0\xff\r\nOK\r\n", 13), ok, ok});
+        rows.add("lost byte", {u"lose-byte-at=2"_s}, thrice, {ok, "AT\r\r\nO\r\n", ok});
+        rows.add("write once", {u"write-error-once=2"_s}, writes,
+                 {opened, first, second + "ERROR\r\n", second + "OK\r\n"});
+        rows.add("read once", {u"read-error-once=1"_s}, reads,
+                 {opened, error, entry,
+                  "AT^WSRE\r\r\n^WSRE: 7,S\xfc"
+                  "d-Tel,5,01052\r\n\r\nOK\r\n"});
+
+        for (const auto& [faults, said, wantedAnswers] : rows) {
+            handset::Options options;
+            for (const QString& fault : faults)
+                QCOMPARE(handset::setFault(options.faults, fault), std::nullopt);
+            HandsetTalk talk(options);
+            QByteArrayList answers;
+            for (const QByteArray& bytes : said)
+                answers.append(talk.say(bytes));
+            QCOMPARE(answers, wantedAnswers);
+            QCOMPARE(talk.violations(), QStringList());
+        }
+    }
+
+    void dropsTheLine()
+    {
+        HandsetTalk talk({});
+        talk.port.handset().setFaults({.hangUpAt = 2});
+        QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
+        talk.port.WriteText("AT\r");
+        talk.clock.WaitSeconds(0.1);
+        QVERIFY(!talk.port.IsOpen());
+        QCOMPARE(talk.port.Write("AT\r", 3), 0);
+        QVERIFY(!talk.port.Open({}));
+        QCOMPARE(talk.port.openErrorEnglish(), u"No port."_s);
+        talk.clock.WaitSeconds(1);
+        QVERIFY(talk.port.Open({}));
+        QCOMPARE(talk.say("AT\r"), "AT\r\r\nOK\r\n");
+    }
+};
 
 QTEST_GUILESS_MAIN(AtExchange)
 #include "tst_AtExchange.moc"

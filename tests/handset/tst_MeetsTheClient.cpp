@@ -65,37 +65,10 @@ class MeetsTheClient : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isFound();
     void classicLists();
     void files();
     void endlessFolders();
 };
-
-void MeetsTheClient::isFound()
-{
-    const Rows<QString, int, QString, QString> rows{
-        {"1", u"WOODSTOCK"_s, 1, u"19200,N,8,1"_s, u"25.01"_s},
-        {"5, with a bell", u"To S600"_s, 5, u"115200,N,8,1"_s, u"40.12"_s},
-        {"7", u"Sinus 501"_s, 7, u"115200,N,8,1"_s, u"40.09"_s},
-        {"11, with a semicolon", u"M3 Ex Plus prof."_s, 11, u"115200,N,8,1"_s, u"83.110"_s},
-        {"13", u"SL750H PRO"_s, 13, u"115200,N,8,1"_s, u"94.125"_s},
-    };
-    for (const auto& [model, family, settings, version] : rows) {
-        Meeting meeting({.model = model});
-        QVERIFY(meeting.search());
-        const app::Sy& sy = meeting.test.sy;
-        QCOMPARE(sy.PhoneType, family);
-        QCOMPARE(sy.ComSettings, settings);
-        QCOMPARE(sy.PhoneSVN, version);
-        if (family == 1 || family >= 5)
-            QCOMPARE(link::GetBattery(meeting.line), family == 1 ? 85 : 70);
-        if (family != 1)
-            continue;
-        QDateTime moment;
-        QVERIFY(link::GetPhoneTime(meeting.line, moment));
-        QVERIFY(std::abs(moment.secsTo(meeting.test.clock.Now())) < 60);
-    }
-}
 
 /// What was read is written again, and the handset holds what it held.
 void MeetsTheClient::classicLists()
@@ -104,6 +77,14 @@ void MeetsTheClient::classicLists()
         Meeting meeting({.model = model});
         QVERIFY(meeting.search());
         const handset::Phone& phone = meeting.port.handset().phone();
+        QCOMPARE(meeting.test.sy.PhoneType, phone.family.number);
+        QCOMPARE(meeting.test.sy.ComSettings, u"19200,N,8,1"_s);
+        QDateTime moment;
+        if (phone.family.number == 1) {
+            QVERIFY(link::GetPhoneTime(meeting.line, moment));
+            QVERIFY(std::abs(moment.secsTo(meeting.test.clock.Now())) < 60);
+            QCOMPARE(link::GetBattery(meeting.line), 85);
+        }
         const QJsonArray providers = phone.providers.json();
         phonedata::PhoneMemory memory;
         const auto entries = phonedata::makePhonebookRows();
@@ -140,6 +121,8 @@ void MeetsTheClient::files()
     for (const auto& [model, maxPacket, listing] : rows) {
         Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});
         QVERIFY(meeting.search());
+        QCOMPARE(meeting.test.sy.PhoneType, meeting.port.handset().phone().family.number);
+        QCOMPARE(meeting.test.sy.ComSettings, u"115200,N,8,1"_s);
         const auto mmc = std::make_shared<obex::clsMmc>(meeting.line);
         const toolkit::Progress progress = meeting.progress.all();
         QVERIFY(mmc->Online(progress));
@@ -179,6 +162,8 @@ void MeetsTheClient::files()
         QVERIFY(!meeting.port.handset().isInDataMode());
         QString text;
         QVERIFY(link::GetSoftwareVersion(meeting.line, text));
+        QCOMPARE(text, meeting.test.sy.PhoneSVN);
+        QCOMPARE(link::GetBattery(meeting.line), 70);
     }
 }
 

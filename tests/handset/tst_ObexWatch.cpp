@@ -37,133 +37,129 @@ class ObexWatch : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void violations();
-    void faults();
-    void survivesAnything();
-    void findsTheWayBack();
-};
+    void violations()
+    {
+        const QByteArray rest = filled(0x82, {}, 100);
+        Rows<QByteArrayList, QStringList> rows;
+        rows.add("full frames", {filled(0x02, start("x", 652), 300), filled(0x02, {}, 300), rest}, {});
+        rows.add("wrong size announced", {filled(0x02, start("x", 359), 300), rest},
+                 {u"\"x\" of 358 bytes was announced with 359"_s});
+        rows.add("first frame too short", {filled(0x02, start("x", 357), 299), rest},
+                 {u"a part of \"x\" in a frame of 299 bytes, not 300"_s});
+        rows.add("frame above MaxPacket", {filled(0x02, start("x", 360), 302), rest},
+                 {u"a frame of 302 bytes, above MaxPacket 300"_s,
+                  u"a part of \"x\" in a frame of 302 bytes, not 300"_s});
+        rows.add("header longer than the frame", {obexFrame(0x83, hex("01000A0061"))},
+                 {u"the length of header 01 is not true"_s});
+        rows.add("malformed rights",
+                 {obexFrame(0x82, nameHeader("Liesmich.txt") + obexHeader(0x4C, "\x38\x08RWD,R"))},
+                 {u"malformed permissions: RWD,R"_s});
+        rows.add("parameter longer than its header",
+                 {obexFrame(0x82, nameHeader("x") + obexHeader(0x4C, "\x11\x05"
+                                                                     "12"))},
+                 {u"parameter 11 declares 5 bytes of 2"_s});
+        rows.add("PUT left in the middle",
+                 {filled(0x02, start("x", 1000), 300), obexFrame(0x83, nameHeader("x"))},
+                 {u"PUT of \"x\" left in the middle"_s});
+        rows.add(
+            "PUT of another in the middle",
+            {filled(0x02, start("x", 1000), 300), obexFrame(0x82, start("y", 1) + obexHeader(0x49, "y"))},
+            {u"PUT of \"x\" left in the middle"_s});
+        rows.add("Body in the last frame", {obexFrame(0x82, start("x", 1) + obexHeader(0x48, "x"))},
+                 {u"Body in a last frame"_s});
+        rows.add("headers in another order",
+                 {obexFrame(0x82, lengthHeader(1) + nameHeader("x") + obexHeader(0x49, "x"))},
+                 {u"headers of \"x\" in another order"_s});
+        rows.add("name without its end", {obexFrame(0x83, hex("0100050061"))}, {u"a name without its end"_s});
+        rows.add("next part of nothing", {obexFrame(0x83)}, {u"the next part of nothing was asked for"_s});
+        rows.add("request without a connection", {obexFrame(0x81), toRoot},
+                 {u"a request without a connection"_s});
+        rows.add("no request", {"\x1B\rAT\r"}, {u"no request: 1B 0D"_s});
 
-void ObexWatch::violations()
-{
-    const QByteArray rest = filled(0x82, {}, 100);
-    Rows<QByteArrayList, QStringList> rows;
-    rows.add("full frames", {filled(0x02, start("x", 652), 300), filled(0x02, {}, 300), rest}, {});
-    rows.add("wrong size announced", {filled(0x02, start("x", 359), 300), rest},
-             {u"\"x\" of 358 bytes was announced with 359"_s});
-    rows.add("first frame too short", {filled(0x02, start("x", 357), 299), rest},
-             {u"a part of \"x\" in a frame of 299 bytes, not 300"_s});
-    rows.add("frame above MaxPacket", {filled(0x02, start("x", 360), 302), rest},
-             {u"a frame of 302 bytes, above MaxPacket 300"_s,
-              u"a part of \"x\" in a frame of 302 bytes, not 300"_s});
-    rows.add("header longer than the frame", {obexFrame(0x83, hex("01000A0061"))},
-             {u"the length of header 01 is not true"_s});
-    rows.add("malformed rights",
-             {obexFrame(0x82, nameHeader("Liesmich.txt") + obexHeader(0x4C, "\x38\x08RWD,R"))},
-             {u"malformed permissions: RWD,R"_s});
-    rows.add("parameter longer than its header",
-             {obexFrame(0x82, nameHeader("x") + obexHeader(0x4C, "\x11\x05"
-                                                                 "12"))},
-             {u"parameter 11 declares 5 bytes of 2"_s});
-    rows.add("PUT left in the middle",
-             {filled(0x02, start("x", 1000), 300), obexFrame(0x83, nameHeader("x"))},
-             {u"PUT of \"x\" left in the middle"_s});
-    rows.add("PUT of another in the middle",
-             {filled(0x02, start("x", 1000), 300), obexFrame(0x82, start("y", 1) + obexHeader(0x49, "y"))},
-             {u"PUT of \"x\" left in the middle"_s});
-    rows.add("Body in the last frame", {obexFrame(0x82, start("x", 1) + obexHeader(0x48, "x"))},
-             {u"Body in a last frame"_s});
-    rows.add("headers in another order",
-             {obexFrame(0x82, lengthHeader(1) + nameHeader("x") + obexHeader(0x49, "x"))},
-             {u"headers of \"x\" in another order"_s});
-    rows.add("name without its end", {obexFrame(0x83, hex("0100050061"))}, {u"a name without its end"_s});
-    rows.add("next part of nothing", {obexFrame(0x83)}, {u"the next part of nothing was asked for"_s});
-    rows.add("request without a connection", {obexFrame(0x81), toRoot},
-             {u"a request without a connection"_s});
-    rows.add("no request", {"\x1B\rAT\r"}, {u"no request: 1B 0D"_s});
-
-    for (const auto& [requests, violations] : rows) {
-        ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
-        talk.ask(connectFolders);
-        for (const QByteArray& request : requests)
-            talk.ask(request);
-        QCOMPARE(talk.violations(), violations);
-    }
-}
-
-void ObexWatch::faults()
-{
-    const QByteArray small = obexFrame(0x82, start("x", 1) + obexHeader(0x49, "x"));
-    const QByteArrayList parts = {filled(0x02, start("x", 357 - 1), 300), filled(0x82, {}, 98)};
-    Rows<QStringList, QByteArrayList, QByteArrayList> rows;
-    rows.add("refused", {u"refuse-at=2"_s}, {toRoot, toRoot, toRoot}, {ok, obexFrame(0xC3), ok});
-    rows.add("silence in the middle", {u"silent-from=2"_s}, {toRoot, toRoot, toRoot}, {ok, {}, {}});
-    rows.add("early success", {u"early-success"_s}, parts, {ok, ok});
-    rows.add("full", {u"full"_s}, {small}, {obexFrame(0xE0)});
-    rows.add("no new folders when full", {u"full"_s}, {obexFrame(0x85, hex("0000") + nameHeader("Neu"))},
-             {obexFrame(0xE0)});
-    rows.add("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
-             {hex("A00001"), ok});
-
-    for (const auto& [faults, requests, wantedAnswers] : rows) {
-        ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
-        talk.ask(connectFolders);
-        handset::Faults set;
-        for (const QString& fault : faults)
-            QCOMPARE(handset::setFault(set, fault), std::nullopt);
-        talk.port.handset().setFaults(set);
-        QByteArrayList answers;
-        for (const QByteArray& request : requests)
-            answers.append(talk.ask(request));
-        QCOMPARE(answers, wantedAnswers);
-        QCOMPARE(talk.violations(), QStringList());
-    }
-}
-
-/// Bytes of any kind, cut anywhere: no crash, and the way back is always open.
-void ObexWatch::survivesAnything()
-{
-    const QByteArrayList frames = {connectFolders, listFolder, filled(0x02, start("x", 999), 255),
-                                   obexFrame(0x82, nameHeader("Sounds") + counterHeader("1")), toRoot};
-    for (int seed = 0; seed < 200; ++seed) {
-        ObexTalk talk({.model = seed % 2 == 0 ? u"S68H"_s : u"SL450HX"_s, .maxPacket = 255});
-        quint32 state = static_cast<quint32>(seed) * 2654435761u + 1;
-        const auto random = [&](qsizetype below) {
-            state = state * 1664525u + 1013904223u;
-            return static_cast<qsizetype>(state >> 8) % below;
-        };
-        for (int round = 0; round < 20; ++round) {
-            QByteArray bytes = frames[random(frames.size())];
-            for (qsizetype damage = random(4); damage > 0; --damage)
-                bytes[random(bytes.size())] = static_cast<char>(random(256));
-            talk.say(bytes.left(bytes.size() - (random(5) == 0 ? random(bytes.size()) : 0)), 0.2);
+        for (const auto& [requests, violations] : rows) {
+            ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
+            talk.ask(connectFolders);
+            for (const QByteArray& request : requests)
+                talk.ask(request);
+            QCOMPARE(talk.violations(), violations);
         }
-        talk.clock.WaitSeconds(30);
-        talk.say("+++", 1.4);
-        QVERIFY(!talk.port.handset().isInDataMode());
     }
-}
 
-void ObexWatch::findsTheWayBack()
-{
-    const QByteArray answer = "AT^SQWE=0\r\r\nOK\r\n";
-    const QByteArray newAnswer = "AT^SQWE=0\r\n\r\nOK\r\n";
-    Rows<QString, double, double, QByteArray, QByteArray, QStringList> rows;
-    rows.add("silent about it", u"S68H"_s, 1.0, 1.4, {}, answer, {});
-    rows.add("says OK", u"SL450HX"_s, 1.0, 1.4, "\r\nOK\r\n", newAnswer, {});
-    rows.add("no silence before", u"S68H"_s, 0.5, 1.4, {}, {}, {u"no silence before +++"_s});
-    rows.add("no silence behind", u"S68H"_s, 1.0, 0.7, {}, {},
-             {u"no silence behind +++"_s, u"no silence before +++"_s});
+    void faults()
+    {
+        const QByteArray small = obexFrame(0x82, start("x", 1) + obexHeader(0x49, "x"));
+        const QByteArrayList parts = {filled(0x02, start("x", 357 - 1), 300), filled(0x82, {}, 98)};
+        Rows<QStringList, QByteArrayList, QByteArrayList> rows;
+        rows.add("refused", {u"refuse-at=2"_s}, {toRoot, toRoot, toRoot}, {ok, obexFrame(0xC3), ok});
+        rows.add("silence in the middle", {u"silent-from=2"_s}, {toRoot, toRoot, toRoot}, {ok, {}, {}});
+        rows.add("early success", {u"early-success"_s}, parts, {ok, ok});
+        rows.add("full", {u"full"_s}, {small}, {obexFrame(0xE0)});
+        rows.add("no new folders when full", {u"full"_s}, {obexFrame(0x85, hex("0000") + nameHeader("Neu"))},
+                 {obexFrame(0xE0)});
+        rows.add("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
+                 {hex("A00001"), ok});
 
-    for (const auto& [model, before, behind, toEscape, toCommand, violations] : rows) {
-        ObexTalk talk({.model = model});
-        talk.ask(connectFolders);
-        QCOMPARE(talk.ask(obexFrame(0x81)), ok);
-        talk.clock.WaitSeconds(before);
-        QCOMPARE(talk.say("+++", behind), toEscape);
-        QCOMPARE(talk.say("AT^SQWE=0\r\n"), toCommand);
-        QCOMPARE(talk.violations(), violations);
+        for (const auto& [faults, requests, wantedAnswers] : rows) {
+            ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
+            talk.ask(connectFolders);
+            handset::Faults set;
+            for (const QString& fault : faults)
+                QCOMPARE(handset::setFault(set, fault), std::nullopt);
+            talk.port.handset().setFaults(set);
+            QByteArrayList answers;
+            for (const QByteArray& request : requests)
+                answers.append(talk.ask(request));
+            QCOMPARE(answers, wantedAnswers);
+            QCOMPARE(talk.violations(), QStringList());
+        }
     }
-}
+
+    /// Bytes of any kind, cut anywhere: no crash, and the way back is always open.
+    void survivesAnything()
+    {
+        const QByteArrayList frames = {connectFolders, listFolder, filled(0x02, start("x", 999), 255),
+                                       obexFrame(0x82, nameHeader("Sounds") + counterHeader("1")), toRoot};
+        for (int seed = 0; seed < 200; ++seed) {
+            ObexTalk talk({.model = seed % 2 == 0 ? u"S68H"_s : u"SL450HX"_s, .maxPacket = 255});
+            quint32 state = static_cast<quint32>(seed) * 2654435761u + 1;
+            const auto random = [&](qsizetype below) {
+                state = state * 1664525u + 1013904223u;
+                return static_cast<qsizetype>(state >> 8) % below;
+            };
+            for (int round = 0; round < 20; ++round) {
+                QByteArray bytes = frames[random(frames.size())];
+                for (qsizetype damage = random(4); damage > 0; --damage)
+                    bytes[random(bytes.size())] = static_cast<char>(random(256));
+                talk.say(bytes.left(bytes.size() - (random(5) == 0 ? random(bytes.size()) : 0)), 0.2);
+            }
+            talk.clock.WaitSeconds(30);
+            talk.say("+++", 1.4);
+            QVERIFY(!talk.port.handset().isInDataMode());
+        }
+    }
+
+    void findsTheWayBack()
+    {
+        const QByteArray answer = "AT^SQWE=0\r\r\nOK\r\n";
+        const QByteArray newAnswer = "AT^SQWE=0\r\n\r\nOK\r\n";
+        Rows<QString, double, double, QByteArray, QByteArray, QStringList> rows;
+        rows.add("silent about it", u"S68H"_s, 1.0, 1.4, {}, answer, {});
+        rows.add("says OK", u"SL450HX"_s, 1.0, 1.4, "\r\nOK\r\n", newAnswer, {});
+        rows.add("no silence before", u"S68H"_s, 0.5, 1.4, {}, {}, {u"no silence before +++"_s});
+        rows.add("no silence behind", u"S68H"_s, 1.0, 0.7, {}, {},
+                 {u"no silence behind +++"_s, u"no silence before +++"_s});
+
+        for (const auto& [model, before, behind, toEscape, toCommand, violations] : rows) {
+            ObexTalk talk({.model = model});
+            talk.ask(connectFolders);
+            QCOMPARE(talk.ask(obexFrame(0x81)), ok);
+            talk.clock.WaitSeconds(before);
+            QCOMPARE(talk.say("+++", behind), toEscape);
+            QCOMPARE(talk.say("AT^SQWE=0\r\n"), toCommand);
+            QCOMPARE(talk.violations(), violations);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(ObexWatch)
 #include "tst_ObexWatch.moc"

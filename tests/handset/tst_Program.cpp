@@ -1,17 +1,17 @@
-#include "handset/program/CommandLine.h"
 #include "support/Rows.h"
+#include "support/RunningPrograms.h"
 
-#include "support/RunningHandset.h"
-
-#include <QElapsedTimer>
 #include <QSerialPort>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
 
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int patience = 20000; // milliseconds, for a machine that is busy
 
 bool openPort(QSerialPort& port, const QString& path, int baud)
 {
@@ -31,7 +31,15 @@ QByteArray say(QSerialPort& port, const QByteArray& bytes, const QByteArray& end
     return received;
 }
 
-const std::pair<int, QString> ended{0, {}};
+/// What a program has taken so far, in hundredths of a second.
+int processorTime(qint64 id)
+{
+    QFile file(u"/proc/%1/stat"_s.arg(id));
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArrayList fields = file.readAll().split(' ');
+    return fields.value(13).toInt() + fields.value(14).toInt();
+}
 
 } // namespace
 
@@ -41,81 +49,78 @@ class ProgramTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void arguments();
-    void answersOnItsTerminal();
-    void outlivesItsClients();
-    void switchesOffAndOn();
-};
+    void arguments()
+    {
+        Rows<QStringList, int, QString, QString> rows;
+        rows.add("version", {u"--version"_s}, 0, u"kalmo-handset 1.9.8\n"_s, {});
+        rows.add("unknown option", {u"--colour"_s}, 2, {},
+                 u"kalmo-handset: Unknown argument \"--colour\"; --help lists what there is.\n"_s);
+        rows.add("no value", {u"--model"_s}, 2, {}, u"kalmo-handset: --model takes NAME.\n"_s);
+        rows.add("no rate", {u"--baud=12345"_s}, 2, {},
+                 u"kalmo-handset: --baud: A terminal can't have the rate \"12345\".\n"_s);
+        rows.add("no model", {u"--model=XYZ"_s}, 2, {}, u"kalmo-handset: There is no model \"XYZ\".\n"_s);
+        rows.add("no seed", {u"--seed=/none.json"_s}, 2, {},
+                 u"kalmo-handset: /none.json: No such file or directory\n"_s);
+        rows.add("link in the way", {u"--link=/"_s}, 1, {},
+                 u"kalmo-handset: / exists and is no symbolic link.\n"_s);
 
-void ProgramTest::arguments()
-{
-    Rows<QStringList, int, QString, QString> rows;
-    rows.add("version", {u"--version"_s}, 0, u"kalmo-handset 1.9.8\n"_s, {});
-    rows.add("unknown option", {u"--colour"_s}, 2, {},
-             u"kalmo-handset: Unknown argument \"--colour\"; --help lists what there is.\n"_s);
-    rows.add("no value", {u"--model"_s}, 2, {}, u"kalmo-handset: --model takes NAME.\n"_s);
-    rows.add("no rate", {u"--baud=12345"_s}, 2, {},
-             u"kalmo-handset: --baud: A terminal can't have the rate \"12345\".\n"_s);
-    rows.add("no model", {u"--model=XYZ"_s}, 2, {}, u"kalmo-handset: There is no model \"XYZ\".\n"_s);
-    rows.add("no seed", {u"--seed=/none.json"_s}, 2, {},
-             u"kalmo-handset: /none.json: No such file or directory\n"_s);
-    rows.add("link in the way", {u"--link=/"_s}, 1, {},
-             u"kalmo-handset: / exists and is no symbolic link.\n"_s);
-
-    for (const auto& [arguments, status, out, err] : rows) {
-        QProcess process;
-        process.start(handsetProgram(), arguments);
-        QVERIFY(process.waitForFinished(patience));
-        QCOMPARE(process.exitCode(), status);
-        QCOMPARE(QString::fromUtf8(process.readAllStandardError()), err);
-        QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()).left(out.size()), out);
+        for (const auto& [arguments, status, out, err] : rows) {
+            const ProgramRun run =
+                RunningPrograms().run(u"env"_s, QStringList{u"kalmo-handset"_s} + arguments);
+            QCOMPARE(run.status, status);
+            QCOMPARE(run.err, err);
+            QCOMPARE(run.out.left(out.size()), out);
+        }
     }
-}
 
-void ProgramTest::answersOnItsTerminal()
-{
-    RunningHandset handset({u"--model"_s, u"SL450HX"_s});
-    QCOMPARE(QFile::symLinkTarget(handset.link), handset.path);
-    QSerialPort port;
-    QVERIFY(openPort(port, handset.link, 115200));
-    QCOMPARE(say(port, "AT^WPPN\r\n"), "AT^WPPN\r\n\r\n^WPPN: 7,SL450HX\r\n\r\nOK\r\n");
-    port.setBaudRate(19200);
-    QCOMPARE(say(port, "ATZ\r\n", "OK\r\n", 300), "");
-    port.close();
-    QCOMPARE(handset.end(), ended);
-    QVERIFY(!QFileInfo(handset.link).isSymLink());
-}
-
-void ProgramTest::outlivesItsClients()
-{
-    RunningHandset handset({});
-    for (int client = 0; client < 3; ++client) {
+    void answersOnItsTerminal()
+    {
+        RunningPrograms programs;
+        QVERIFY(programs.startHandset({u"--model"_s, u"SL450HX"_s}));
+        QCOMPARE(QFile::symLinkTarget(programs.line()), programs.terminal());
         QSerialPort port;
-        QVERIFY(openPort(port, handset.link, 19200));
-        QCOMPARE(say(port, "ATE0\r"), "ATE0\r\r\nOK\r\n"); // the echo is on again for each
-        port.write("AT+CGMM\r");
-        port.waitForBytesWritten(patience);
+        QVERIFY(openPort(port, programs.line(), 115200));
+        QCOMPARE(say(port, "AT^WPPN\r\n"), "AT^WPPN\r\n\r\n^WPPN: 7,SL450HX\r\n\r\nOK\r\n");
+        port.setBaudRate(19200);
+        QCOMPARE(say(port, "ATZ\r\n", "OK\r\n", 300), "");
+        port.close();
+        QCOMPARE(programs.stopHandset(), QString());
+        QVERIFY(!QFileInfo(programs.line()).isSymLink());
     }
-    const int before = handset.processorTime();
-    QTest::qWait(500);
-    QVERIFY2(handset.processorTime() - before <= 5, "burns processor time without a client");
-    QCOMPARE(handset.end(), ended);
-}
 
-/// By SIGUSR1, which is what leads out of a data mode whose client has gone.
-void ProgramTest::switchesOffAndOn()
-{
-    RunningHandset handset({u"--model"_s, u"S68H"_s});
-    QSerialPort port;
-    QVERIFY(openPort(port, handset.link, 115200));
-    QCOMPARE(say(port, "AT^SQWE=3\r\n"), "AT^SQWE=3\r\r\nOK\r\n");
-    const QByteArray connectIrmc = QByteArray::fromHex("8000131000400646000C49524D432D53594E43");
-    QVERIFY(say(port, connectIrmc, "IRMC-SYNC").startsWith('\xA0'));
-    handset.powerCycle();
-    QTest::qWait(50); // a signal comes when it comes
-    QCOMPARE(say(port, "AT\r"), "AT\r\r\nOK\r\n");
-    QCOMPARE(handset.end(), ended);
-}
+    void outlivesItsClients()
+    {
+        RunningPrograms programs;
+        QVERIFY(programs.startHandset({}));
+        for (int client = 0; client < 3; ++client) {
+            QSerialPort port;
+            QVERIFY(openPort(port, programs.line(), 19200));
+            QCOMPARE(say(port, "ATE0\r"), "ATE0\r\r\nOK\r\n"); // the echo is on again for each
+            port.write("AT+CGMM\r");
+            port.waitForBytesWritten(patience);
+        }
+        const int before = processorTime(programs.handsetId());
+        QTest::qWait(500);
+        QVERIFY2(processorTime(programs.handsetId()) - before <= 5, "burns processor time without a client");
+        QCOMPARE(programs.stopHandset(), QString());
+    }
+
+    /// By SIGUSR1, which is what leads out of a data mode whose client has gone.
+    void switchesOffAndOn()
+    {
+        RunningPrograms programs;
+        QVERIFY(programs.startHandset({u"--model"_s, u"S68H"_s}));
+        QSerialPort port;
+        QVERIFY(openPort(port, programs.line(), 115200));
+        QCOMPARE(say(port, "AT^SQWE=3\r\n"), "AT^SQWE=3\r\r\nOK\r\n");
+        const QByteArray connectIrmc = QByteArray::fromHex("8000131000400646000C49524D432D53594E43");
+        QVERIFY(say(port, connectIrmc, "IRMC-SYNC").startsWith('\xA0'));
+        kill(static_cast<pid_t>(programs.handsetId()), SIGUSR1);
+        QTest::qWait(50); // a signal comes when it comes
+        QCOMPARE(say(port, "AT\r"), "AT\r\r\nOK\r\n");
+        QCOMPARE(programs.stopHandset(), QString());
+    }
+};
 
 QTEST_GUILESS_MAIN(ProgramTest)
 #include "tst_Program.moc"

@@ -5,10 +5,6 @@
 
 #include <QTest>
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 using namespace Qt::StringLiterals;
 using namespace kalmo::tests;
 
@@ -17,86 +13,64 @@ class tst_KalmoctlFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutAPhone();
-    void pipesAndLocales();
-    void fullDiskKeepsTheOldFile();
-    void portInUse();
-};
-
-void tst_KalmoctlFaults::withoutAPhone()
-{
-    const Rows<QString, int, QString> rows{
-        {"port that is not there", u"--port HOME/nothing find"_s, 1,
-         u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\n"_s},
-        {"port that is a file", u"--port HOME/hostile.tel find"_s, 1,
-         u"kalmoctl: HOME/hostile.tel is not a serial device.\n"_s},
-        {"storage that can't be made", u"--storage /proc/kalmo ports"_s, 2,
-         u"kalmoctl: the storage folder /proc/kalmo does not exist and can't be made.\n"_s},
-        {"log that can't be written", u"--log HOME ports"_s, 2,
-         u"kalmoctl: the log HOME can't be written: Is a directory.\n"_s},
-        {"hostile .json", u"--yes phonebook write HOME/hostile.json"_s, 2,
-         u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
-         "too deeply nested document.\n"_s},
-    };
-    for (const auto& [line, status, err] : rows) {
-        RunningPrograms programs;
-        programs.makeFile(u"storage/config/Kalmo.ini"_s,
-                          "[Ports\n=\x00\xff]\n" + QByteArray(1000000, '=') +
-                              "\n[frmEinstellungen]\nComPortNew=nan\nPrefDetectBaud=1e99\n");
-        programs.makeFile(u"hostile.tel"_s, "\"A\",\"1\"\r\n" + QByteArray(100000, '"') + "\xff\x00\x1b");
-        programs.makeFile(u"hostile.json"_s, QByteArray(1000000, '['));
-        const ProgramRun run = programs.kalmoctl(
-            QString(line).replace(u"HOME"_s, programs.path({})).replace(u"//"_s, u"/"_s).split(u' '));
-        QCOMPARE(run.err, err);
-        QCOMPARE(run.status, status);
-        QCOMPARE(run.out, QString());
+    void withoutAPhone()
+    {
+        const Rows<QString, int, QString> rows{
+            {"port that is not there", u"--port HOME/nothing find"_s, 1,
+             u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\n"_s},
+            {"port that is a file", u"--port HOME/hostile.tel find"_s, 1,
+             u"kalmoctl: HOME/hostile.tel is not a serial device.\n"_s},
+            {"storage that can't be made", u"--storage /proc/kalmo ports"_s, 2,
+             u"kalmoctl: the storage folder /proc/kalmo does not exist and can't be made.\n"_s},
+            {"log that can't be written", u"--log HOME ports"_s, 2,
+             u"kalmoctl: the log HOME can't be written: Is a directory.\n"_s},
+            {"hostile .json", u"--yes phonebook write HOME/hostile.json"_s, 2,
+             u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
+             "too deeply nested document.\n"_s},
+        };
+        for (const auto& [line, status, err] : rows) {
+            RunningPrograms programs;
+            programs.makeFile(u"storage/config/Kalmo.ini"_s,
+                              "[Ports\n=\x00\xff]\n" + QByteArray(1000000, '=') +
+                                  "\n[frmEinstellungen]\nComPortNew=nan\nPrefDetectBaud=1e99\n");
+            programs.makeFile(u"hostile.tel"_s, "\"A\",\"1\"\r\n" + QByteArray(100000, '"') + "\xff\x00\x1b");
+            programs.makeFile(u"hostile.json"_s, QByteArray(1000000, '['));
+            const ProgramRun run = programs.kalmoctl(
+                QString(line).replace(u"HOME"_s, programs.path({})).replace(u"//"_s, u"/"_s).split(u' '));
+            QCOMPARE(run.err, err);
+            QCOMPARE(run.status, status);
+            QCOMPARE(run.out, QString());
+        }
     }
-}
 
-void tst_KalmoctlFaults::pipesAndLocales()
-{
-    RunningPrograms programs;
-    const ProgramRun pipe =
-        programs.run(u"bash"_s, {u"-c"_s, u"kalmoctl --help | true; echo ${PIPESTATUS[0]}"_s});
-    QCOMPARE(pipe.out + pipe.err, u"0\n"_s);
-    const ProgramRun plain = programs.run(u"env"_s, {u"LC_ALL=C"_s, u"kalmoctl"_s, u"--version"_s});
-    QCOMPARE(plain.out + plain.err,
-             u"kalmoctl 1.9.8\n"_s); // the toolkit's complaint about the locale is kept away
-}
+    void pipesAndLocales()
+    {
+        RunningPrograms programs;
+        const ProgramRun pipe =
+            programs.run(u"bash"_s, {u"-c"_s, u"kalmoctl --help | true; echo ${PIPESTATUS[0]}"_s});
+        QCOMPARE(pipe.out + pipe.err, u"0\n"_s);
+        const ProgramRun plain = programs.run(u"env"_s, {u"LC_ALL=C"_s, u"kalmoctl"_s, u"--version"_s});
+        QCOMPARE(plain.out + plain.err,
+                 u"kalmoctl 1.9.8\n"_s); // the toolkit's complaint about the locale is kept away
+    }
 
-void tst_KalmoctlFaults::fullDiskKeepsTheOldFile()
-{
-    RunningPrograms programs;
-    QVERIFY(programs.startHandset({u"--model"_s, u"WOODSTOCK"_s}));
-    programs.makeFile(u"book.json"_s, "the old backup");
-    programs.beforeStart([] {
-        const rlimit little{256, 256}; // bytes of any file
-        setrlimit(RLIMIT_FSIZE, &little);
-        std::signal(SIGXFSZ, SIG_IGN); // then a write fails, as it does on a full disk
-    });
-    const ProgramRun run =
-        programs.kalmoctl({u"phonebook"_s, u"read"_s, u"-o"_s, programs.path(u"book.json"_s)});
-    QCOMPARE(run.err, u"kalmoctl: HOME/book.json could not be written: File too large.\n"_s);
-    QCOMPARE(run.status, 1);
-    QCOMPARE(programs.contentOf(u"book.json"_s), QByteArray("the old backup"));
-    QCOMPARE(programs.stopHandset(), QString());
-}
-
-void tst_KalmoctlFaults::portInUse()
-{
-    RunningPrograms programs;
-    QVERIFY(programs.startHandset({u"--model"_s, u"WOODY"_s}));
-    programs.startKalmoctl({u"--log"_s, programs.path(u"first.log"_s), u"find"_s});
-    QTRY_VERIFY(programs.contentOf(u"first.log"_s).contains("eComm.InBufferSize")); // now the port is open
-    const ProgramRun second =
-        programs.run(u"env"_s, {u"kalmoctl"_s, u"--storage"_s, programs.path(u"other"_s), u"--port"_s,
-                                programs.line(), u"find"_s});
-    QCOMPARE(second.err, u"kalmoctl: HOME/line is in use by another program, perhaps by Kalmo's window. "
-                         "Close that program.\n"_s);
-    QCOMPARE(second.status, 1);
-    QCOMPARE(programs.finishKalmoctl().status, 0);
-    QCOMPARE(programs.stopHandset(), QString());
-}
+    void portInUse()
+    {
+        RunningPrograms programs;
+        QVERIFY(programs.startHandset({u"--model"_s, u"WOODY"_s}));
+        programs.startKalmoctl({u"--log"_s, programs.path(u"first.log"_s), u"find"_s});
+        QTRY_VERIFY(
+            programs.contentOf(u"first.log"_s).contains("eComm.InBufferSize")); // now the port is open
+        const ProgramRun second =
+            programs.run(u"env"_s, {u"kalmoctl"_s, u"--storage"_s, programs.path(u"other"_s), u"--port"_s,
+                                    programs.line(), u"find"_s});
+        QCOMPARE(second.err, u"kalmoctl: HOME/line is in use by another program, perhaps by Kalmo's window. "
+                             "Close that program.\n"_s);
+        QCOMPARE(second.status, 1);
+        QCOMPARE(programs.finishKalmoctl().status, 0);
+        QCOMPARE(programs.stopHandset(), QString());
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_KalmoctlFaults)
 #include "tst_KalmoctlFaults.moc"

@@ -68,8 +68,10 @@ bool RunningPrograms::startHandset(const QStringList& arguments)
     m_handset = make();
     m_handset->start(programFolder() + u"/kalmo-handset"_s,
                      QStringList{u"--link"_s, line(), u"--state"_s, path(u"handset"_s)} + arguments);
-    if (m_handset->waitForReadyRead(longestRun))
+    if (m_handset->waitForReadyRead(longestRun)) {
+        m_terminal = QString::fromUtf8(m_handset->readLine()).trimmed();
         return true;
+    }
     qWarning("%s", m_handset->readAllStandardError().constData());
     return false;
 }
@@ -87,7 +89,7 @@ QString RunningPrograms::stopHandset()
 {
     m_handset->terminate();
     const ProgramRun run = finish(*m_handset);
-    return run.status == 0 ? QString() : u"status %1: %2"_s.arg(run.status).arg(run.err);
+    return run.status == 0 && run.err.isEmpty() ? QString() : u"status %1: %2"_s.arg(run.status).arg(run.err);
 }
 
 ProgramRun RunningPrograms::kalmoctl(const QStringList& arguments)
@@ -99,8 +101,6 @@ ProgramRun RunningPrograms::kalmoctl(const QStringList& arguments)
 void RunningPrograms::startKalmoctl(const QStringList& arguments)
 {
     m_kalmoctl = make();
-    if (m_beforeStart)
-        m_kalmoctl->setChildProcessModifier(m_beforeStart);
     m_kalmoctl->start(programFolder() + u"/kalmoctl"_s,
                       QStringList{u"--storage"_s, path(u"storage"_s), u"--port"_s, line()} + arguments);
 }

@@ -3,7 +3,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <memory>
 
 namespace kalmo::tests {
@@ -33,6 +32,9 @@ public:
 
     /// Starts a handset, and waits until it is ready. Its memory lies in "handset".
     bool startHandset(const QStringList& arguments);
+    /// Where its terminal is, as it printed that.
+    QString terminal() const { return m_terminal; }
+    qint64 handsetId() const { return m_handset->processId(); }
     /// Names in the handset's memory, "phonebook" for example, in its order.
     QStringList namesIn(const QString& section) const;
     /// Ends the handset; what it has to complain about, empty if the client did nothing wrong.
@@ -46,10 +48,8 @@ public:
     ProgramRun finishKalmoctl();
     /// A process id for signals to the kalmoctl that runs.
     qint64 kalmoctlId() const { return m_kalmoctl->processId(); }
-    /// Runs in each kalmoctl before it starts, to set limits.
-    void beforeStart(std::function<void()> action) { m_beforeStart = std::move(action); }
 
-    /// Any other program in the same surroundings; "kalmoctl" is on its path.
+    /// Any other program in the same surroundings; "kalmoctl" and "kalmo-handset" are on its path.
     ProgramRun run(const QString& program, const QStringList& arguments);
 
     /// The only backup, empty if there is none.
@@ -62,8 +62,8 @@ private:
 
     QTemporaryDir m_home;
     std::unique_ptr<QProcess> m_handset;
+    QString m_terminal;
     std::unique_ptr<QProcess> m_kalmoctl;
-    std::function<void()> m_beforeStart;
 };
 
 } // namespace kalmo::tests

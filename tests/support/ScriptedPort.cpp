@@ -1,7 +1,5 @@
 #include "support/ScriptedPort.h"
 
-#include "support/HexDiff.h"
-
 #include <QTest>
 
 #include <algorithm>
@@ -17,8 +15,7 @@ constexpr double betweenParts = 0.05;
 
 QString dump(const QByteArray& bytes)
 {
-    return hexDiff(bytes, {}).section(u'\n', 1, 1).section(u' ', 1) +
-           (bytes.size() > 16 ? u" ..."_s : QString());
+    return QString::fromLatin1(bytes.toHex(' '));
 }
 
 } // namespace
@@ -82,10 +79,9 @@ int ScriptedPort::take(const QByteArray& request)
         return size;
     if (m_script.empty() || m_script.front().request != request) {
         m_silent = true;
-        m_test.verdict.complain(m_script.empty()
-                                    ? u"request %1 was not expected: %2"_s.arg(m_requests).arg(dump(request))
-                                    : u"request %1: "_s.arg(m_requests) +
-                                          hexDiff(m_script.front().request, request));
+        const QString wanted = m_script.empty() ? u"nothing"_s : dump(m_script.front().request);
+        m_test.verdict.complain(
+            u"request %1:\n  came   %2\n  wanted %3"_s.arg(m_requests).arg(dump(request), wanted));
         return size;
     }
     const Step step = std::move(m_script.front());

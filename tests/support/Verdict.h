@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include <QTest>
 
 #include <utility>
 
@@ -12,7 +12,11 @@ class Verdict
 {
 public:
     Verdict() = default;
-    ~Verdict();
+    ~Verdict()
+    {
+        if (!isClean())
+            QTest::qFail(qPrintable(m_problems.join(QLatin1Char('\n'))), __FILE__, __LINE__);
+    }
     Q_DISABLE_COPY_MOVE(Verdict)
 
     void complain(const QString& problem) { m_problems.append(problem); }

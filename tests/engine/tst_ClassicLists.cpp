@@ -1,0 +1,143 @@
+// What classic handsets hold besides the phonebook: melodies and ringtone settings, and the provider list
+// where it differs.
+
+#include "phonedata/ProviderList.h"
+#include "phonedata/Ringtones.h"
+#include "support/ClassicPhone.h"
+#include "support/Rows.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::phonedata;
+using namespace kalmo::tests;
+
+namespace {
+
+const QByteArray melodyList = "^WFFO: 0,Walzer,x,MID,1200,33\r\n"
+                              "something else\r\n"
+                              "^WFFO: 1,J\xF6"
+                              "del,x,MMF,0,34";
+
+const std::vector<ProviderEntry> providers = {{u"Billig, AG"_s, u"01013"_s}, {u"Ohne Name"_s, u"01070"_s}};
+
+RingtoneJob jobFor(ClassicPhone& phone)
+{
+    return {phone.line, phone.memory, &phone.window, &phone.progress.panel};
+}
+
+} // namespace
+
+class tst_ClassicLists : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsMelodies()
+    {
+        ClassicPhone phone(3);
+        phone.memory.sounds.add({u"gone"_s, {}, 0, 1});
+        phone.script.expect("AT^WFFO=\"0\"\r", melodyList);
+        const auto rows = makeSoundRows();
+        rows->add({});
+        QVERIFY(ReadSoundList(jobFor(phone), *rows));
+
+        QStringList shown;
+        for (int index = 0; index < rows->count(); ++index) {
+            const toolkit::ListRow& row = rows->row(index);
+            const Melody& melody = phone.memory.sounds.row(index + 1);
+            shown.append(u"%1 %2 %3 %4: %5 %6"_s.arg(row.key, row.icon, row.text(0), row.text(1))
+                             .arg(melody.size)
+                             .arg(melody.id));
+        }
+        QCOMPARE(shown, (QStringList{u"A33 Sounds Walzer MID: 1200 33"_s, u"A34 Sounds Jödel MMF: 0 34"_s}));
+        QCOMPARE(phone.progress.panel.texts,
+                 (QStringList{u"Klingeltöne werden ein eingelesen..."_s, u"Bereit."_s}));
+        QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+    }
+
+    void readsSettings()
+    {
+        ClassicPhone phone(2);
+        phone.memory.sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
+        phone.script.expect("AT^WREX?\r", "^WREX: 33,6")
+            .expect("AT^WRIN?\r", "^WRIN: 2,1")
+            .expect("AT^WRAP?\r", "^WRAP: 77,5")
+            .expect("AT^WRAL?\r", "^WRAL: 10,3");
+        QStringList told;
+        QVERIFY(ReadSoundSettings(
+            jobFor(phone), [&](SoundEvent event, const SoundSetting& setting, const QString& tone) {
+                told.append(u"%1: %2, %3"_s.arg(captionOf(event), tone).arg(setting.volume));
+            }));
+        QCOMPARE(told, (QStringList{u"Externe Anrufe: Walzer, 6"_s, u"Interne Anrufe: Melodie 2, 1"_s,
+                                    u"Termine: Melodie 1, 5"_s, u"Wecker: Melodie 10, 3"_s}));
+        QCOMPARE(phone.script.timeline(), (QStringList{u"0.85 AT^WREX?"_s, u"1.04 AT^WRIN?"_s,
+                                                       u"1.23 AT^WRAP?"_s, u"1.42 AT^WRAL?"_s}));
+        QCOMPARE(phone.memory.soundSettings[0].soundId, 33);
+        QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+    }
+
+    void setsATone()
+    {
+        const Rows<SoundEvent, QString, int, QByteArray> rows{
+            {"external, rising", SoundEvent::External, u"Melodie 3"_s, 6, "AT^WREX=3,6\r"},
+            {"appointment", SoundEvent::Appointment, u"Walzer"_s, 2, "AT^WRAP=33,2\r"},
+        };
+        for (const auto& [event, tone, volume, command] : rows) {
+            ClassicPhone phone(4);
+            phone.memory.sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
+            phone.script.expect(command);
+            QVERIFY(SetSound(jobFor(phone), event, tone, volume));
+            QCOMPARE(phone.progress.panel.texts,
+                     (QStringList{u"Klingelton wird gesetzt..."_s, u"Bereit."_s}));
+        }
+    }
+
+    void repliesOfProviders()
+    {
+        const Rows<QByteArray, QString> rows{
+            {"without a blank", "^WSRE:4,Call,5,01013\r\n", u"Call|01013"_s},
+            {"no name", "^WSRE: ,,5,01013\r\n", u"Ohne Name|01013"_s},
+            {"more behind the number", "^WSRE: 4,Call,5,01013,0,\r\n", u"Call|01013"_s},
+            {"shorter than the prefix", "^WS", u"Ohne Name|"_s},
+        };
+        for (const auto& [reply, wantedEntry] : rows) {
+            const ProviderEntry entry = parseProviderReply(reply);
+            QCOMPARE(entry.name + u'|' + entry.number, wantedEntry);
+        }
+    }
+
+    /// Family 3: the provider list is not prepared, and the command that writes it ends in CR alone.
+    void providersKeepTheirPauses()
+    {
+        ClassicPhone phone(3, Store::Providers);
+        phone.script.expect("AT^WSSL=\"NE\"\r").expect("AT^WSRE\r", "^WSRE: 10,Billig, AG,5,01013");
+        phone.script.expect("AT^WSRE\r", "^WSRE: ,,5,01070").expectAll({"AT^WSRE\r", "AT^WSSL\r"});
+        QVERIFY(ReadPB_NE(phone.job()));
+        QCOMPARE(providerEntries(*phone.list), providers);
+        QCOMPARE(phone.memory.providers.entries, providers);
+        QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
+
+        phone.list->add(toRow(ProviderEntry{u"Jörg"_s, u"1"_s}));
+        phone.script.expectAll({"AT^WSEL=\"NE\"\r", "AT^WSSL\r", "AT^WSSL=\"NE\"\r",
+                                "AT^WSWE=10,Billig, AG,5,01013\r", "AT^WSWE=9,Ohne Name,5,01070\r",
+                                "AT^WSWE=4,J\xF6rg,1,1\r", "AT^WSSL\r"});
+        phone.progress.bar.steps.clear();
+        QVERIFY(WritePB_NE(phone.job()));
+        QCOMPARE(phone.memory.providers.entries.size(), 3U);
+        QCOMPARE(phone.window.states, (QList<bool>{true, false, true, false}));
+        QCOMPARE(phone.progress.bar.steps,
+                 (QStringList{u"0/3"_s, u"1/3"_s, u"2/3"_s, u"3/3"_s, u"hidden"_s}));
+        QCOMPARE(phone.progress.panel.texts.filter(u"Provider"_s),
+                 (QStringList{u"Lese Provider..."_s, u"Schreibe Provider...(1 von 3)"_s,
+                              u"Schreibe Provider...(2 von 3)"_s, u"Schreibe Provider...(3 von 3)"_s}));
+        QCOMPARE(phone.script.timeline().join(u'|'),
+                 u"0.00 AT^WSSL=\"NE\"|0.52 AT^WSRE|0.64 AT^WSRE|0.76 AT^WSRE|1.08 AT^WSSL|"
+                 "5.08 AT^WSEL=\"NE\"|5.10 AT^WSSL|8.60 AT^WSSL=\"NE\"|9.12 AT^WSWE=10,Billig, AG,5,01013|"
+                 "9.34 AT^WSWE=9,Ohne Name,5,01070|9.56 AT^WSWE=4,Jörg,1,1|10.28 AT^WSSL"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ClassicLists)
+#include "tst_ClassicLists.moc"
