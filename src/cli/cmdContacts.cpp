@@ -47,6 +47,11 @@ ExitStatus ContactChange::run(size_t count, const Check& check, const Change& ch
         ContactBook book(m_job, client);
         if (const ExitStatus read = book.read(); read != ExitDone)
             return read;
+        if (!book.isWhole()) {
+            m_job.out.error(book.mismatch() + u", in the second reading too.\n"
+                                              u"Nothing was changed in the phone."_s);
+            return ExitFailed;
+        }
         if (const ExitStatus checked = check(book); checked != ExitDone)
             return checked;
         if (!book.backUp(m_backup))

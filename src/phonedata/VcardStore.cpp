@@ -62,7 +62,7 @@ bool VcardStore::updateLabels(tVcfInfo& info, const Progress& progress)
 bool VcardStore::isComplete(int upperBound, int belegt)
 {
     // Behind the last card stands an empty piece, and ahead of the contacts the phone's own card.
-    if (upperBound <= 0 || upperBound - 1 == belegt || m_client->isAbandoned())
+    if (m_isLeftToOwner || upperBound <= 0 || upperBound - 1 == belegt || m_client->isAbandoned())
         return true;
     const Answer answer = context().dialogs.Show(
         {.text =
@@ -134,7 +134,7 @@ bool VcardStore::showCards(const QString& text, int belegt)
 /// Path of the backup; empty if there is none.
 QString VcardStore::backUp()
 {
-    if (!m_list || !m_backsUp || !app::isOn(context().settings, app::keys::AutoBackup))
+    if (!m_list || m_isLeftToOwner || !app::isOn(context().settings, app::keys::AutoBackup))
         return {};
     const QString path = backupPath(context(), u"Backup von "_s, u".csv"_s);
     return VCF2BackupFile(context(), *m_list, path) ? path : QString();

@@ -41,8 +41,9 @@ public:
     /// but the caller has a word to say of the command as a whole.
     bool VcfReadList(const toolkit::Progress& progress);
 
-    /// Makes no automatic backups, whatever the settings say: the owner makes his own ones ahead of changes.
-    void leaveBackupsToOwner() { m_backsUp = false; }
+    /// Makes no automatic backups, whatever the settings say, and asks nothing when not all contacts came: the
+    /// owner makes his own backups ahead of changes, and compares the list with lblVCFbelegt() himself.
+    void leaveToOwner() { m_isLeftToOwner = true; }
 
     /// What a write or a delete has done, for those who have to say it.
     struct Report
@@ -87,7 +88,7 @@ private:
 
     std::shared_ptr<obex::clsMmc> m_client;
     QPointer<toolkit::ListRows> m_list;
-    bool m_backsUp = true;
+    bool m_isLeftToOwner = false;
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");
 };
