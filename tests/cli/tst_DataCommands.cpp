@@ -124,19 +124,43 @@ void tst_DataCommands::runs_data()
                handset.answers = {u"n"_s};
            })
         << ExitRefused
-        << u"[{\"name\":\"liesmich.TXT\",\"path\":\"/liesmich.TXT\",\"size\":5,\"written\":false},{\"name\":"
-           "\"nothing\",\"path\":\"/nothing\",\"size\":0,\"written\":false},{\"name\":\"ab.txt\",\"path\":\"/"
+        << u"[{\"backup\":null,\"name\":\"liesmich.TXT\",\"path\":\"/liesmich.TXT\",\"size\":5,"
+           "\"written\":false},{\"backup\":null,\"name\":\"nothing\",\"path\":\"/nothing\",\"size\":0,"
+           "\"written\":false},{\"backup\":null,\"name\":\"ab.txt\",\"path\":\"/"
            "ab.txt\",\"size\":1,\"written\":true}]"_s
         << u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
            "kalmoctl: there is no file nothing.\n"_s;
-    QTest::newRow("a full phone") << u"files put a.txt"_s << Prepare([=](Handset& handset) {
-        handset.file(u"a.txt"_s, "a");
-        fault(&Faults::full, true)(handset);
-    }) << ExitFailed << u"[{\"name\":\"a.txt\",\"path\":\"/a.txt\",\"size\":1,\"written\":false}]"_s
-                                  << u"kalmoctl: The phone could not be accessed: ReCode: Database Full, "
-                                     u"there is no room left in the phone.\n"
-                                     "kalmoctl: HOME/a.txt was not sent; the phone may hold a part of it as "
-                                     "/a.txt.\n"_s;
+    QTest::newRow("a full phone")
+        << u"files put a.txt"_s << Prepare([=](Handset& handset) {
+               handset.file(u"a.txt"_s, "a");
+               fault(&Faults::full, true)(handset);
+           })
+        << ExitFailed
+        << u"[{\"backup\":null,\"name\":\"a.txt\",\"path\":\"/a.txt\",\"size\":1,\"written\":false}]"_s
+        << u"kalmoctl: The phone could not be accessed: ReCode: Database Full, "
+           u"there is no room left in the phone.\n"
+           "kalmoctl: HOME/a.txt was not sent; the phone may hold a part of it as "
+           "/a.txt.\n"_s;
+    QTest::newRow("put saves what it replaces, and says where it lies when it fails")
+        << u"--yes files put Liesmich.txt"_s << Prepare([=](Handset& handset) {
+               handset.file(u"Liesmich.txt"_s, "other");
+               handset.port.handset().setFaults({.full = true});
+           })
+        << ExitFailed
+        << u"[{\"backup\":\"HOME/storage/Backup/Liesmich 2026-11-21  "
+           u"12-00-09.txt\",\"name\":\"Liesmich.txt\",\"path\":\"/"
+           u"Liesmich.txt\",\"size\":5,\"written\":false}]"_s
+        << QString();
+    QTest::newRow("names that no file of the phone can have")
+        << u"files put ,; a\\b"_s << Prepare([](Handset& handset) {
+               handset.file(u",;"_s, "a");
+               handset.file(u"a\\b"_s, "b");
+           })
+        << ExitWrongUse
+        << u"[{\"backup\":null,\"name\":\"\",\"path\":\"/\",\"size\":1,\"written\":false},{\"backup\":null,"
+           u"\"name\":\"a\\\\b\",\"path\":\"/a\\\\b\",\"size\":1,\"written\":false}]"_s
+        << u"kalmoctl: nothing is left of the name ,; without its commas and semicolons.\n"
+           "kalmoctl: a\\b can't be the name of a file in the phone.\n"_s;
     QTest::newRow("rm says what is left")
         << u"--yes files rm Liesmich.txt Pictures"_s << nothing << ExitFailed
         << u"[{\"deleted\":true,\"path\":\"/Liesmich.txt\"},{\"deleted\":"
