@@ -106,7 +106,7 @@ void tst_DataCommands::runs_data()
            "..\",\"saved\":null,\"size\":null},{\"name\":\"Piep.wav\",\"path\":\"/Sounds/../"
            "Piep.wav\",\"saved\":null,\"size\":null}]"_s
         << u"kalmoctl: The phone could not be accessed: ReCode: 404 Data Not Found.\n"
-           "kalmoctl: there is no /Nope/x in the phone.\n"
+           "kalmoctl: /Nope/x can't be had: its folder could not be listed.\n"
            "kalmoctl: /Sounds is a folder.\n"
            "kalmoctl: /.. can't be the name of a file here.\n"
            "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s;
@@ -192,6 +192,12 @@ void tst_DataCommands::runs_data()
         << u"--yes phonebook set 99 c.json"_s
         << Prepare([](Handset& handset) { handset.file(u"c.json"_s, "{\"home\": \"1\"}"); }) << ExitWrongUse
         << QString() << u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s;
+    QTest::newRow("lines of a note stay together")
+        << u"notes read -o n.json"_s << Prepare([](Handset& handset) { handset.file(u"n.json"_s, "old"); })
+        << ExitDone
+        << u"[{\"luid\":\"0001\",\"text\":\"Einkauf:\\r\\nBrot; Käse; Äpfel\"},{\"luid\":\"0002\",\"text\":"
+           u"\"Schlüssel liegt bei Frau Groß\"}]"_s
+        << QString();
     QTest::newRow("area codes that are none")
         << u"areacodes set 00 49 0 O30"_s << nothing << ExitWrongUse << QString()
         << u"kalmoctl: O30 is no area code: digits only.\n"_s;
