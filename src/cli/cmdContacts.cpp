@@ -142,6 +142,11 @@ QList<int> rowsOf(Job& job, const toolkit::ListRows& list, const QStringList& lu
                 u"there is no contact %1 in the phone; nothing was changed in it."_s.arg(printable(luid)));
             return {};
         }
+        if (!phonedata::hasValidLuid(list.row(row))) {
+            job.out.error(u"the phone gives no reference for the contact shown as %1; nothing was changed in "
+                          u"it."_s.arg(printable(luid)));
+            return {};
+        }
         rows.append(row);
     }
     return rows;

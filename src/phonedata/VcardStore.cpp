@@ -301,7 +301,7 @@ CommandResult VcardStore::VcfDeleteSelected(const Progress& progress, Report* re
     if (selected.isEmpty())
         return CommandResult::Refused;
     for (const int row : selected) {
-        if (isNoValidLuid(m_list->text(row, VcfLuid))) {
+        if (!hasValidLuid(m_list->row(row))) {
             context().dialogs.Show(
                 {.text =
                      u"Der gewählte bzw. ein gewählter Eintrag verfügt über keine gültige Referenznummer.\n"_s +

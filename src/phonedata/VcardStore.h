@@ -41,8 +41,8 @@ public:
     /// but the caller has a word to say of the command as a whole.
     bool VcfReadList(const toolkit::Progress& progress);
 
-    /// Makes no automatic backups, whatever the settings say, and asks nothing when not all contacts came: the
-    /// owner makes his own backups ahead of changes, and compares the list with lblVCFbelegt() himself.
+    /// Makes no automatic backups, whatever the settings say, and asks nothing when not all contacts came:
+    /// the owner makes his own backups ahead of changes, and compares the list with lblVCFbelegt() himself.
     void leaveToOwner() { m_isLeftToOwner = true; }
 
     /// What a write or a delete has done, for those who have to say it.

@@ -99,6 +99,7 @@ void tst_VcfCodec::parses()
         for (int column = 0; column < cells.size(); ++column)
             QCOMPARE(row.text(column), cells[column]);
         QCOMPARE(row.key, u'i' + cells.last());
+        QCOMPARE(hasValidLuid(row), cells.last() != u"042");
     }
 }
 
