@@ -70,8 +70,7 @@ bool ContactBook::isWhole() const
 
 QString ContactBook::mismatch() const
 {
-    return u"the phone says that it holds %1, but sent %2"_s
-        .arg(m_store->lblVCFbelegt())
+    return u"the phone says that it holds %1, but sent %2"_s.arg(m_store->lblVCFbelegt())
         .arg(m_list->count());
 }
 

@@ -7,8 +7,8 @@ namespace kalmo::cli {
 /// What was read of the phone and goes into the file of `--output`.
 struct Reading
 {
-    size_t count = 0;                      ///< entries
-    bool isDoubtful = false;               ///< whether some may be missing or garbled
+    size_t count = 0;                       ///< entries
+    bool isDoubtful = false;                ///< whether some may be missing or garbled
     std::function<QByteArray()> bytes = {}; ///< of the file
 };
 
