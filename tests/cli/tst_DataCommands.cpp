@@ -198,6 +198,20 @@ void tst_DataCommands::runs_data()
         << u"[{\"luid\":\"0001\",\"text\":\"Einkauf:\\r\\nBrot; Käse; Äpfel\"},{\"luid\":\"0002\",\"text\":"
            u"\"Schlüssel liegt bei Frau Groß\"}]"_s
         << QString();
+    const auto miscounts = [=](int count) {
+        return Prepare([=](Handset& handset) {
+            handset.file(u"c.csv"_s, "old");
+            fault(&Faults::miscounts, count)(handset);
+        });
+    };
+    const QString miscounted =
+        u"kalmoctl: the phone says that it holds 26, but sent 25, in the second reading "
+        "too.\nNothing was changed in the phone.\n"_s;
+    QTest::newRow("no change behind two incomplete readings")
+        << u"--yes phonebook delete 0001"_s << miscounts(2) << ExitFailed << QString() << miscounted;
+    QTest::newRow("one behind which a whole one comes is no matter")
+        << u"--yes phonebook delete 99"_s << miscounts(1) << ExitWrongUse << QString()
+        << u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s;
     QTest::newRow("area codes that are none")
         << u"areacodes set 00 49 0 O30"_s << nothing << ExitWrongUse << QString()
         << u"kalmoctl: O30 is no area code: digits only.\n"_s;
