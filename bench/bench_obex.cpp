@@ -121,14 +121,16 @@ bool measureMemory()
     return client.Offline({});
 }
 
-/// Seconds that a general client takes for a run.
-double secondsOf(const QStringList& arguments)
+/// Seconds that a general client takes for a run; nothing if it failed.
+std::optional<double> secondsOf(const QStringList& arguments)
 {
     QProcess process;
     QElapsedTimer watch;
     watch.start();
     process.start(u"obexftp"_s, arguments);
-    process.waitForFinished(120000);
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit ||
+        process.exitCode() != 0)
+        return std::nullopt;
     return static_cast<double>(watch.nsecsElapsed()) / 1e9;
 }
 
@@ -144,11 +146,15 @@ void measureForeignClient()
     const HandsetProcess handset(device, handsetArguments(foreignPacket, foreignBaudRate) +
                                              QStringList{u"--profile"_s, u"general-sqwe"_s});
     const QString file = makeFile(folder, u"foreign.bin"_s, fileSize);
-    const double empty = secondsOf({u"-t"_s, device, u"-X"_s});
-    const double put = secondsOf({u"-t"_s, device, u"-p"_s, file});
+    const auto empty = secondsOf({u"-t"_s, device, u"-X"_s});
+    const auto put = secondsOf({u"-t"_s, device, u"-p"_s, file});
     // The last run left the handset in data mode, which the second one and this one both find.
-    const double again = secondsOf({u"-t"_s, device, u"-X"_s});
-    const double seconds = put - std::min(empty, again);
+    const auto again = secondsOf({u"-t"_s, device, u"-X"_s});
+    if (!empty || !put || !again) {
+        std::printf("obexftp failed and was not measured\n");
+        return;
+    }
+    const double seconds = *put - std::min(*empty, *again);
     const double frames = fileSize / (foreignPacket - 6.0);
     const double onTheLine = (fileSize + frames * (6 + 3)) * bitsPerByte / foreignBaudRate;
     std::printf("obexftp, put, frames of %d bytes at %d baud: about %.2f s\n", foreignPacket, foreignBaudRate,

@@ -31,6 +31,7 @@ struct Faults
     int refuseAt = 0;          ///< that request is refused
     int refuseCode = 0xC3;     ///< with this code
     int busy = 0;              ///< so many requests for a whole phonebook or calendar are answered with D0
+    int miscounts = 0;         ///< so many answers about a store's room name one entry more than it holds
     bool earlySuccess = false; ///< the first part of an object in several parts is answered like the last
     bool full = false;         ///< nothing more can be stored
     bool trickle = false;      ///< every byte comes by itself
@@ -53,6 +54,9 @@ struct Faults
     int writes = 0; ///< entries taken
     int requests = 0;
     qint64 dataBytes = 0;
+
+    /// Whether the answer that is due is one of the wrong ones.
+    bool takeMiscount() { return miscounts > 0 && miscounts-- > 0; }
 
     bool isSilent() const
     {

@@ -126,9 +126,9 @@ std::optional<QJsonObject> IrmcStore::parse(const QByteArray& text) const
     return m_index == ContactStore ? parseCard(text) : parseOrganizer(text, kind().begin);
 }
 
-QByteArray IrmcStore::infoLog() const
+QByteArray IrmcStore::infoLog(qsizetype surplus) const
 {
-    const QByteArray total = QByteArray::number(m_items.size());
+    const QByteArray total = QByteArray::number(m_items.size() + surplus);
     return "Total-Records:" + total + "\r\nLast-Used-Index:" + total +
            "\r\nMaximum-Records:" + QByteArray::number(m_capacity) + "\r\nIEL:8\r\nHD:NO\r\nSAT:CC\r\n";
 }

@@ -55,7 +55,8 @@ public:
     QByteArray wholeText(CardText form) const;
     /// What a client has sent; nothing if it is no item of this store.
     std::optional<QJsonObject> parse(const QByteArray& text) const;
-    QByteArray infoLog() const;
+    /// What it says of its room, with `surplus` entries more than there are.
+    QByteArray infoLog(qsizetype surplus = 0) const;
 
     QJsonObject json() const;
     /// Takes a section of the memory, or the list of items that a seed may have in its place.

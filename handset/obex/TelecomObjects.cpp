@@ -94,7 +94,7 @@ ObjectReply TelecomObjects::get(const QStringList& path)
         if (path == QStringList{store.kind().whole})
             return whole(store);
         if (path == QStringList{folder, u"info.log"_s})
-            return {.content = store.infoLog()};
+            return {.content = store.infoLog(m_phone.faults.takeMiscount() ? 1 : 0)};
         if (path == QStringList{folder, itemFolder, u"cc.log"_s})
             return {.content = counterText(store)};
     }

@@ -2,7 +2,7 @@
 
 #include "app/Files.h"
 #include "cli/DataWork.h"
-#include "cli/StoreWords.h"
+#include "cli/OutputFile.h"
 #include "cli/Tables.h"
 #include "phonedata/BackupFiles.h"
 
@@ -12,10 +12,19 @@ ContactBook::ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client)
     : m_job(job), m_list(phonedata::makeVcfRows()),
       m_store(std::make_shared<phonedata::VcardStore>(client, *m_list))
 {
-    m_store->leaveBackupsToOwner();
+    m_store->leaveToOwner();
 }
 
 ExitStatus ContactBook::read()
+{
+    const ExitStatus status = readOnce();
+    if (status != ExitDone || isWhole())
+        return status;
+    m_job.out.note(u"Reading once more: %1.\n"_s.arg(mismatch()));
+    return readOnce();
+}
+
+ExitStatus ContactBook::readOnce()
 {
     m_job.progress.phase(u"Reading the phonebook"_s);
     const bool done = m_store->VcfReadList({.bar = &m_job.progress, .cancel = &m_job.stop});
@@ -56,38 +65,40 @@ bool ContactBook::isWhole() const
 {
     bool isKnown = false;
     const int held = m_store->lblVCFbelegt().toInt(&isKnown);
-    return !isKnown || m_list->count() >= held;
+    return !isKnown || m_list->count() == held;
+}
+
+QString ContactBook::mismatch() const
+{
+    return u"the phone says that it holds %1, but sent %2"_s.arg(m_store->lblVCFbelegt())
+        .arg(m_list->count());
 }
 
 ExitStatus showContacts(Job& job)
 {
     Contacts contacts;
-    bool isWhole = false;
+    QString mismatch; // empty if all came
     const ExitStatus status = withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
         ContactBook book(job, client);
         const ExitStatus read = book.read();
         contacts = book.contacts();
-        isWhole = book.isWhole();
+        mismatch = book.isWhole() ? QString() : book.mismatch();
         return read;
     });
     if (status != ExitDone)
         return status;
     const QString path = job.invocation.value(u"--output"_s);
-    QString reason;
-    if (!path.isEmpty() && !app::writeWholeFile(path, contactFileBytes(path, contacts), &reason)) {
-        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+    const auto bytes = [&] { return contactFileBytes(path, contacts); };
+    if (!saveOutput(job, {contacts.size(), !mismatch.isEmpty(), bytes}))
         return ExitFailed;
-    }
     std::vector<QStringList> rows;
     for (const phonedata::tVcfEntry& contact : contacts)
         rows.push_back(contactCells(contact));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(contactJson(contacts), alignedTable(contactHeadings(), rows));
-    if (!path.isEmpty())
-        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(contacts.size()), path));
-    if (isWhole)
+    if (mismatch.isEmpty())
         return ExitDone;
-    job.out.error(u"the phone says that it holds more contacts than it sent. Read again."_s);
+    job.out.error(mismatch + u", in the second reading too. Read again."_s);
     return ExitFailed;
 }
 

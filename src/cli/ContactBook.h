@@ -12,7 +12,8 @@ class ContactBook
 public:
     ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client);
 
-    /// Reads it. Anything but ExitDone has been told.
+    /// Reads it, and once more if not as many contacts came as the phone says to hold. Anything but ExitDone
+    /// has been told; whether the second reading is whole is for the caller to ask.
     ExitStatus read();
 
     phonedata::VcardStore& store() { return *m_store; }
@@ -20,13 +21,17 @@ public:
     /// As last read or written.
     Contacts contacts() const;
 
-    /// Whether as many contacts came as the phone says to hold; a user may have wanted fewer all the same.
+    /// Whether as many contacts came as the phone says to hold, neither fewer nor more.
     bool isWhole() const;
+    /// A sentence without its point about a reading that is not whole.
+    QString mismatch() const;
 
     /// Saves what was read. False has been told. `path` stays empty for a phonebook that is empty.
     bool backUp(QString& path);
 
 private:
+    ExitStatus readOnce();
+
     Job& m_job;
     std::unique_ptr<toolkit::ListRows> m_list;
     std::shared_ptr<phonedata::VcardStore> m_store;

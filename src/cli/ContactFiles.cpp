@@ -2,6 +2,7 @@
 
 #include "app/CodePage.h"
 #include "cli/InputFile.h"
+#include "cli/Tables.h"
 #include "phonedata/VcfCodec.h"
 #include "phonedata/VcfFiles.h"
 
@@ -51,25 +52,53 @@ bool endsIn(const QString& path, QStringView ending)
     return path.endsWith(ending, Qt::CaseInsensitive);
 }
 
+bool isControl(QChar character)
+{
+    return character.category() == QChar::Other_Control;
+}
+
 /// What can't be in a contact at all, empty if there is nothing.
 QString faultOf(const tVcfEntry& contact)
 {
     for (const Field& field : fields) {
         const QString& text = contact.*(field.text);
         for (const QChar character : text) {
-            if (character.category() == QChar::Other_Control)
-                return u"there is a control character in \"%1\""_s.arg(field.key);
+            if (character == u'\r' || character == u'\n' || character.isNull())
+                return u"there is a line end or a NUL in \"%1\""_s.arg(field.key);
         }
         if (app::fromCp1252(app::toCp1252(text)) != text)
             return u"there is a letter in \"%1\" that no phone has"_s.arg(field.key);
     }
-    const bool isEmpty = contact == tVcfEntry{.luid = contact.luid};
-    return isEmpty ? u"there is nothing in it"_s : QString();
+    return {};
+}
+
+/// The birthday of a displayed one, which may lack the time, or have seconds.
+bool readBirthday(QString& text)
+{
+    static const QRegularExpression date(
+        u"^([0-9]{1,2})\\.([0-9]{2})\\.([0-9]{4})\\s*([0-9]{2}:[0-9]{2}(:[0-9]{2})?)?$"_s);
+    if (text.isEmpty())
+        return true;
+    const auto parts = date.match(text);
+    if (!parts.hasMatch())
+        return false;
+    text = u"%1-%2-%3"_s.arg(parts.captured(3), parts.captured(2), parts.captured(1).rightJustified(2, u'0'));
+    if (!parts.captured(4).isEmpty())
+        text += u'T' + parts.captured(4);
+    return true;
+}
+
+/// A contact whose birthday is displayed as a whole: by fixed places, which a day of one digit moves.
+tVcfEntry displayable(tVcfEntry contact)
+{
+    static const QRegularExpression shortDay(u"^[0-9]{4}-[0-9]{2}-[0-9](T|$)"_s);
+    if (shortDay.match(contact.birthday).hasMatch())
+        contact.birthday.insert(8, u'0');
+    return contact;
 }
 
 bool readCsvLine(const QString& line, tVcfEntry& contact, QString& error)
 {
-    static const QRegularExpression date(u"^([0-9]{2}\\.[0-9]{2}\\.[0-9]{4}(  [0-9]{2}:[0-9]{2})?)?$"_s);
     QStringList texts;
     if (!splitQuoted(line, texts) || texts.size() != csvFields) {
         error = u"expected seven fields: last name, first name, home, mobile, work, e-mail, birthday"_s;
@@ -77,13 +106,10 @@ bool readCsvLine(const QString& line, tVcfEntry& contact, QString& error)
     }
     for (qsizetype index = 0; index < csvFields; ++index)
         contact.*(fields[static_cast<size_t>(index)].text) = texts[index];
-    if (!date.match(contact.birthday).hasMatch()) {
+    if (!readBirthday(contact.birthday)) {
         error = u"the birthday is not of the form \"21.03.1970  12:30\""_s;
         return false;
     }
-    contact.birthday = phonedata::storedBirthday(contact.birthday);
-    if (contact.birthday.endsWith(u'T'))
-        contact.birthday.chop(1);
     error = faultOf(contact);
     return error.isEmpty();
 }
@@ -99,7 +125,7 @@ bool readJsonObject(const QJsonValue& value, tVcfEntry& contact, QString& error)
         const auto field = std::find_if(fields.begin(), fields.end(),
                                         [&](const Field& row) { return row.key == member.key(); });
         if (field == fields.end() || !member.value().isString()) {
-            error = field == fields.end() ? u"unknown key \"%1\""_s.arg(member.key().left(40))
+            error = field == fields.end() ? u"unknown key \"%1\""_s.arg(printable(member.key().left(40)))
                                           : u"\"%1\" must be a text"_s.arg(member.key());
             return false;
         }
@@ -154,6 +180,11 @@ QString contactName(const tVcfEntry& contact)
     return contact.luid;
 }
 
+bool holdsNothing(const tVcfEntry& contact)
+{
+    return contact == tVcfEntry{.luid = contact.luid};
+}
+
 bool hasContactEnding(const QString& path)
 {
     return endsIn(path, u".csv") || endsIn(path, u".json") || endsIn(path, u".vcf");
@@ -171,7 +202,7 @@ QByteArray contactFileBytes(const QString& path, const Contacts& contacts)
     }
     const auto list = phonedata::makeVcfRows();
     for (const tVcfEntry& contact : contacts)
-        list->add(phonedata::toRow(contact));
+        list->add(phonedata::toRow(displayable(contact)));
     return phonedata::vcfCsvBytes(*list);
 }
 
@@ -244,6 +275,8 @@ QStringList warningsAbout(const tVcfEntry& contact)
     QStringList warnings;
     for (const Field& field : fields) {
         const QString& text = contact.*(field.text);
+        if (std::any_of(text.begin(), text.end(), isControl))
+            warnings.append(u"there is a control character in \"%1\""_s.arg(field.key));
         if (field.longest != anyLength && text.size() > field.longest)
             warnings.append(u"\"%1\" is longer than %2 characters"_s.arg(text).arg(field.longest));
         if (field.isNumber && !number.match(text).hasMatch())

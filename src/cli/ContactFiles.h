@@ -21,6 +21,9 @@ QStringList contactCells(const phonedata::tVcfEntry& contact);
 /// "Hans Müller", or what else tells a contact from others.
 QString contactName(const phonedata::tVcfEntry& contact);
 
+/// Whether nothing but a LUID is in a contact; phones have such entries.
+bool holdsNothing(const phonedata::tVcfEntry& contact);
+
 /// Whether a file's ending is one that contacts are saved under: .csv, .json or .vcf.
 bool hasContactEnding(const QString& path);
 /// What a file of that ending holds for the contacts.

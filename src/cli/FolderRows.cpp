@@ -66,11 +66,6 @@ const tObxDirEntry* findEntry(const QList<tObxDirEntry>& entries, const QString&
     return found == entries.end() ? nullptr : &*found;
 }
 
-QString fileCount(qsizetype count)
-{
-    return count == 1 ? u"1 file"_s : u"%1 files"_s.arg(count);
-}
-
 QString sizeText(qint64 bytes)
 {
     if (bytes < 1000)

@@ -1,7 +1,7 @@
 #include "cli/ReadList.h"
 
-#include "app/Files.h"
 #include "cli/EntryJson.h"
+#include "cli/OutputFile.h"
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
@@ -83,23 +83,14 @@ ExitStatus showList(Job& job, Store store)
     ListRead read;
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;
-    // An older file may be the better copy.
-    const bool savesFile =
-        !path.isEmpty() && ((!read.entries.empty() && !read.isDoubtful) || !app::FileExists(path));
-    QString reason;
-    if (savesFile && !app::writeWholeFile(path, entryFileBytes(path, read.entries, store), &reason)) {
-        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+    const auto bytes = [&] { return entryFileBytes(path, read.entries, store); };
+    if (!saveOutput(job, {read.entries.size(), read.isDoubtful, bytes}))
         return ExitFailed;
-    }
     std::vector<QStringList> rows;
     for (const phonedata::ClassicEntry& entry : read.entries)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
-    if (savesFile)
-        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(read.entries.size()), path));
-    else if (!path.isEmpty())
-        job.out.note(u"%1 was there already and stays as it is.\n"_s.arg(path));
     if (!read.isDoubtful)
         return ExitDone;
     job.out.error(

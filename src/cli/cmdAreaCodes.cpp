@@ -13,7 +13,8 @@ using phonedata::AreaCodes;
 
 namespace {
 
-ExitStatus show(Job& job)
+/// Shows the phone's codes. Others than the wanted ones, if there are such, are a failure.
+ExitStatus show(Job& job, const AreaCodes* wanted = nullptr)
 {
     QString answer;
     const bool isSetUp = phonedata::ReadAreaCodes(job.line, nullptr, answer);
@@ -34,7 +35,10 @@ ExitStatus show(Job& job)
                                 {u"D, city code"_s, (*codes)[3]}}));
     if (!isSetUp)
         job.out.note(u"They are not set up, so numbers may come with wrong prefixes.\n"_s);
-    return ExitDone;
+    if (!wanted || *codes == *wanted)
+        return ExitDone;
+    job.out.error(u"the phone has other codes than it was to get."_s);
+    return ExitFailed;
 }
 
 } // namespace
@@ -64,7 +68,8 @@ ExitStatus runAreaCodesSet(Job& job)
     }
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    return phonedata::SetAreaCodes(job.line, nullptr, codes, emptyCodes == 0) ? show(job) : ExitFailed;
+    return phonedata::SetAreaCodes(job.line, nullptr, codes, emptyCodes == 0) ? show(job, &codes)
+                                                                              : ExitFailed;
 }
 
 } // namespace kalmo::cli

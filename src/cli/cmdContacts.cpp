@@ -47,6 +47,11 @@ ExitStatus ContactChange::run(size_t count, const Check& check, const Change& ch
         ContactBook book(m_job, client);
         if (const ExitStatus read = book.read(); read != ExitDone)
             return read;
+        if (!book.isWhole()) {
+            m_job.out.error(book.mismatch() + u", in the second reading too.\n"
+                                              u"Nothing was changed in the phone."_s);
+            return ExitFailed;
+        }
         if (const ExitStatus checked = check(book); checked != ExitDone)
             return checked;
         if (!book.backUp(m_backup))
@@ -62,34 +67,50 @@ ExitStatus ContactChange::run(size_t count, const Check& check, const Change& ch
 ExitStatus ContactChange::tell(bool done, size_t count, const Report& report)
 {
     const auto changed = static_cast<size_t>(report.luids.size());
-    m_job.out.show(
-        QJsonObject{{m_verb, static_cast<qint64>(changed)},
-                    {u"luids"_s, QJsonArray::fromStringList(report.luids)},
-                    {u"backup"_s, m_backup.isEmpty() ? QJsonValue() : QJsonValue(m_backup)}},
-        changed == 0 ? QString()
-                     : u"%1 %2: %3\n"_s.arg(entryCount(changed), m_verb, printable(report.luids.join(u' '))));
+    QJsonArray luids;
+    QStringList known;
+    for (const QString& luid : report.luids) {
+        const bool isKnown = !phonedata::isNoValidLuid(luid);
+        luids.append(isKnown ? QJsonValue(luid) : QJsonValue());
+        if (isKnown)
+            known.append(printable(luid));
+    }
+    const QString which = known.isEmpty() ? QString() : u": "_s + known.join(u' ');
+    m_job.out.show(QJsonObject{{m_verb, static_cast<qint64>(changed)},
+                               {u"luids"_s, luids},
+                               {u"backup"_s, m_backup.isEmpty() ? QJsonValue() : QJsonValue(m_backup)}},
+                   changed == 0 ? QString() : u"%1 %2%3\n"_s.arg(entryCount(changed), m_verb, which));
     if (done && changed == count)
         return ExitDone;
     QString text = u"%1 of %2 %3"_s.arg(QString::number(changed), entryCount(count), m_verb);
     if (report.unconfirmed)
         text += u"; of one more it is not known, so read the phonebook before you go on"_s;
+    else if (changed == count)
+        text += u"; what the phone holds now it has not said, so read the phonebook before you go on"_s;
     if (!m_backup.isEmpty())
         text += u".\nWhat the phone held before is in %1"_s.arg(m_backup);
     m_job.out.error(text + u'.');
     return brokenOff(m_job);
 }
 
-/// Reads the file that a command names. False has been told.
+/// Reads the file that a command names, but for contacts that hold nothing. False has been told.
 bool readFile(Job& job, const QString& path, Contacts& contacts)
 {
     QString error;
-    if (readContactFile(path, contacts, error))
-        return true;
-    job.out.error(error + u'.');
-    return false;
+    if (!readContactFile(path, contacts, error)) {
+        job.out.error(error + u'.');
+        return false;
+    }
+    const size_t passedOver = std::erase_if(contacts, holdsNothing);
+    if (contacts.empty())
+        job.out.error(u"%1: there is nothing in it but empty contacts."_s.arg(path));
+    else if (passedOver != 0)
+        job.out.note(u"%1 without anything in it passed over.\n"_s.arg(entryCount(passedOver)));
+    return !contacts.empty();
 }
 
-/// Asks about what a phone may cut or refuse, if there is something.
+/// Asks about what a phone may cut or refuse, if there is something. Where nobody is there to see the
+/// question it is noted.
 bool agreesToWarnings(Job& job, const Contacts& contacts)
 {
     QString text;
@@ -97,9 +118,10 @@ bool agreesToWarnings(Job& job, const Contacts& contacts)
         for (const QString& warning : warningsAbout(contact))
             text += u"%1: %2\n"_s.arg(printable(contactName(contact)), printable(warning));
     }
-    job.out.note(text);
+    if (!job.questions.someoneIsThere() && job.questions.canBeAnswered())
+        job.out.note(text);
     return text.isEmpty() ||
-           job.questions.confirm(u"The phone may cut or refuse this. Write all the same?"_s);
+           job.questions.confirm(text + u"The phone may cut or refuse this. Write all the same?"_s);
 }
 
 bool isUnanswerable(Job& job, const QString& question)
@@ -118,6 +140,11 @@ QList<int> rowsOf(Job& job, const toolkit::ListRows& list, const QStringList& lu
         if (row < 0) {
             job.out.error(
                 u"there is no contact %1 in the phone; nothing was changed in it."_s.arg(printable(luid)));
+            return {};
+        }
+        if (!phonedata::hasValidLuid(list.row(row))) {
+            job.out.error(u"the phone gives no reference for the contact shown as %1; nothing was changed in "
+                          u"it."_s.arg(printable(luid)));
             return {};
         }
         rows.append(row);
@@ -145,6 +172,10 @@ ExitStatus runPhonebookAdd(Job& job)
         const auto room = static_cast<size_t>(std::max(book.store().freePlaces(), 0));
         if (contacts.size() <= room)
             return ExitDone;
+        if (book.store().lblVCFkap() == u'?') {
+            job.out.error(u"the phone does not say how much room it has; nothing was changed in it."_s);
+            return ExitFailed;
+        }
         job.out.error(u"the phone has room for %1; nothing was changed in it."_s.arg(entryCount(room)));
         return ExitFailed;
     };

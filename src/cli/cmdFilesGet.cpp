@@ -84,18 +84,25 @@ Wanted Getter::plan(const QString& word)
 /// Finds the files in the listings of their folders.
 void Getter::look(clsMmc& client)
 {
-    QMap<QString, QList<tObxDirEntry>> listings;
+    QMap<QString, std::optional<QList<tObxDirEntry>>> listings; // nothing where the phone gave none
     for (Wanted& file : m_files) {
         if (file.status != ExitDone || !m_batch.goesOn())
             continue;
         const PhonePath folder = file.path.folder();
         if (!listings.contains(folder.shown())) {
             m_job.progress.phase(u"Listing %1"_s.arg(folder.shown()));
-            QList<tObxDirEntry>& listing = listings[folder.shown()];
-            if (enterFolder(client, folder))
-                client.Dir(listing, {.cancel = &m_job.stop});
+            QList<tObxDirEntry> listing;
+            const bool isListed = enterFolder(client, folder) && client.Dir(listing, {.cancel = &m_job.stop});
+            listings[folder.shown()] = isListed ? std::optional(listing) : std::nullopt;
         }
-        const tObxDirEntry* entry = findEntry(listings[folder.shown()], file.path.name());
+        const auto& listing = listings[folder.shown()];
+        if (!listing) {
+            file.status = ExitFailed;
+            file.error =
+                u"%1 can't be had: its folder could not be listed"_s.arg(printable(file.path.shown()));
+            continue;
+        }
+        const tObxDirEntry* entry = findEntry(*listing, file.path.name());
         if (entry && entry->isFile()) {
             file.name = entry->name;
             file.size = entry->size;

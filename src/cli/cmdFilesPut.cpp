@@ -1,10 +1,12 @@
 #include "app/Files.h"
+#include "app/SafeLocalName.h"
 #include "cli/BatchProgress.h"
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
 #include "cli/FileBatch.h"
 #include "cli/FolderRows.h"
 #include "cli/Tables.h"
+#include "phonedata/BackupFiles.h"
 
 #include <QFileInfo>
 #include <QJsonObject>
@@ -22,7 +24,9 @@ struct Outgoing
     QString local;
     PhonePath path;
     qint64 size = 0;
-    ExitStatus status = {}; ///< other than ExitDone where it can't be sent
+    std::optional<tObxDirEntry> replaced = {}; ///< the phone's file of that name
+    QString backup = {};                       ///< where that one is saved
+    ExitStatus status = {};                    ///< other than ExitDone where it can't be sent
     QString error = {};
 };
 
@@ -31,7 +35,16 @@ QJsonObject resultOf(const Outgoing& file, bool isWritten)
     return {{u"name"_s, file.path.name()},
             {u"path"_s, file.path.shown()},
             {u"size"_s, file.size},
+            {u"backup"_s, file.backup.isEmpty() ? QJsonValue() : QJsonValue(file.backup)},
             {u"written"_s, isWritten}};
+}
+
+/// What to say of a file that is not in the phone as a whole.
+QString unsent(const Outgoing& file)
+{
+    const QString text = u"%1 was not sent; the phone may hold a part of it as %2"_s.arg(
+        file.local, printable(file.path.shown()));
+    return file.backup.isEmpty() ? text : text + u".\nWhat the phone held before is in %1"_s.arg(file.backup);
 }
 
 class Putter
@@ -44,6 +57,8 @@ public:
 private:
     Outgoing plan(const QString& word);
     bool look(clsMmc& client);
+    void backUp(clsMmc& client, Outgoing& file);
+    bool put(clsMmc& client, const Outgoing& file, BatchProgress& progress);
     void putAll(clsMmc& client);
 
     Job& m_job;
@@ -59,7 +74,7 @@ Outgoing Putter::plan(const QString& word)
     name.remove(u',').remove(u';'); // as the engine sends it
     Outgoing file{.local = info.absoluteFilePath(), .path = m_target.below(name), .size = info.size()};
     const bool isTwin = std::any_of(m_files.begin(), m_files.end(), [&](const Outgoing& other) {
-        return other.path.name().compare(name, Qt::CaseInsensitive) == 0;
+        return other.status == ExitDone && other.path.name().compare(name, Qt::CaseInsensitive) == 0;
     });
     if (!app::FileExists(word))
         file.error = u"there is no file %1"_s.arg(word);
@@ -67,6 +82,10 @@ Outgoing Putter::plan(const QString& word)
         file.error = u"%1 is larger than any phone takes"_s.arg(word);
     else if (!info.isReadable())
         file.error = u"%1 can't be read"_s.arg(word);
+    else if (name.isEmpty())
+        file.error = u"nothing is left of the name %1 without its commas and semicolons"_s.arg(word);
+    else if (name.contains(u'\\') || name.contains(u'/'))
+        file.error = u"%1 can't be the name of a file in the phone"_s.arg(name);
     else if (isTwin)
         file.error = u"%1 would replace another one of these files, %2"_s.arg(word, file.path.shown());
     file.status = file.error.isEmpty() ? ExitDone : ExitWrongUse;
@@ -92,13 +111,56 @@ bool Putter::look(clsMmc& client)
         } else if (!m_job.questions.confirm(u"Replace %1 in the phone?"_s.arg(shown))) {
             file.status = ExitRefused;
             file.error = u"%1 stays as it is"_s.arg(shown);
+        } else {
+            file.replaced = *there;
         }
     }
     return true;
 }
 
+/// Saves the phone's file that is about to be replaced: it may be the only copy. Without that, or with less
+/// than the phone lists, the file is not sent.
+void Putter::backUp(clsMmc& client, Outgoing& file)
+{
+    const QString name = file.replaced->name;
+    m_job.progress.phase(u"Saving %1"_s.arg(printable(name)));
+    const QString safeName = app::safeLocalName(name);
+    const QFileInfo info(safeName.isEmpty() ? u"file"_s : safeName);
+    const QString ending = info.suffix().isEmpty() ? QString() : u'.' + info.suffix();
+    const QString path = phonedata::backupPath(m_job.context, info.completeBaseName() + u' ', ending);
+    QByteArray bytes;
+    const bool isSaved = client.GetFile(name, bytes, {.bar = &m_job.progress, .cancel = &m_job.stop}, path);
+    m_job.progress.clear();
+    if (isSaved && bytes.size() == file.replaced->size) {
+        file.backup = path;
+        m_job.out.note(u"What the phone held as %1 is saved in %2.\n"_s.arg(printable(name), path));
+        return;
+    }
+    file.status = ExitFailed;
+    file.error =
+        u"%1 could not be saved as a whole, so it was not replaced"_s.arg(printable(file.path.shown()));
+}
+
+/// Sends a file. One that replaces another is there only when the phone lists it with its size.
+bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress)
+{
+    if (!client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}))
+        return false;
+    QList<tObxDirEntry> entries;
+    if (!file.replaced)
+        return true;
+    if (!client.Dir(entries, {}))
+        return false;
+    const tObxDirEntry* there = findEntry(entries, file.path.name());
+    return there && there->isFile() && there->size == file.size;
+}
+
 void Putter::putAll(clsMmc& client)
 {
+    for (Outgoing& file : m_files) {
+        if (file.replaced && m_batch.goesOn())
+            backUp(client, file);
+    }
     qint64 total = 0;
     qsizetype count = 0;
     for (const Outgoing& file : m_files) {
@@ -116,13 +178,11 @@ void Putter::putAll(clsMmc& client)
             continue;
         }
         progress.next(file.path.name(), file.size);
-        if (client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}))
+        if (put(client, file, progress))
             m_batch.done(resultOf(file, true),
                          u"%1 sent to %2"_s.arg(file.local, printable(file.path.shown())));
         else
-            m_batch.failed(resultOf(file, false), ExitFailed,
-                           u"%1 was not sent; the phone may hold a part of it as %2"_s.arg(
-                               file.local, printable(file.path.shown())));
+            m_batch.failed(resultOf(file, false), ExitFailed, unsent(file));
     }
 }
 

@@ -1,30 +1,30 @@
 // Appointments, tasks and notes.
 
 #include "app/CodePage.h"
-#include "app/Files.h"
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
-#include "cli/StoreWords.h"
+#include "cli/OutputFile.h"
 #include "cli/Tables.h"
 #include "phonedata/IrmcItems.h"
-#include "phonedata/VcfCodec.h"
+#include "phonedata/VcfText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <array>
+#include <utility>
 
 namespace kalmo::cli {
 
 namespace {
 
-/// What a phone says of an item in one line of it.
+/// What a phone says of an item in one line of it, under that name.
 struct ItemField
 {
     QStringView key; ///< in JSON
     QStringView heading;
-    QStringView line;
+    QStringView name;
 };
 
 struct Organizer
@@ -41,29 +41,63 @@ constexpr Organizer calendar{phonedata::KindAppointment,
                              u"calendar",
                              u".vcs",
                              u"END:VCALENDAR",
-                             {{{u"luid", u"LUID", u"X-IRMC-LUID:"},
-                               {u"summary", u"Summary", u"SUMMARY:"},
-                               {u"start", u"Start", u"DTSTART:"},
-                               {u"end", u"End", u"DTEND:"},
-                               {u"due", u"Due", u"DUE:"},
-                               {u"repeat", u"Repeat", u"RRULE:"}}},
+                             {{{u"luid", u"LUID", u"X-IRMC-LUID"},
+                               {u"summary", u"Summary", u"SUMMARY"},
+                               {u"start", u"Start", u"DTSTART"},
+                               {u"end", u"End", u"DTEND"},
+                               {u"due", u"Due", u"DUE"},
+                               {u"repeat", u"Repeat", u"RRULE"}}},
                              6};
 constexpr Organizer notes{phonedata::KindNote,
                           u"notes",
                           u".vnt",
                           u"END:VNOTE",
-                          {{{u"luid", u"LUID", u"X-IRMC-LUID:"}, {u"text", u"Text", u"BODY:"}}},
+                          {{{u"luid", u"LUID", u"X-IRMC-LUID"}, {u"text", u"Text", u"BODY"}}},
                           2};
 
-ExitStatus readText(Job& job, const Organizer& organizer, QString& text)
+ExitStatus readBytes(Job& job, const Organizer& organizer, QByteArray& bytes)
 {
     return withDataChannel(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
         job.progress.phase(u"Reading the %1"_s.arg(organizer.name));
         const toolkit::Progress progress{.bar = &job.progress, .cancel = &job.stop};
-        const bool done = phonedata::VcxRead(*client, organizer.kind, text, progress);
+        const bool done = phonedata::VcxReadBytes(*client, organizer.kind, bytes, progress);
         job.progress.clear();
         return done ? ExitDone : brokenOff(job);
     });
+}
+
+/// Value of a line: what stands behind the colon, decoded if what stands before it says that it is encoded.
+QString valueOf(QStringView line)
+{
+    const qsizetype colon = line.indexOf(u':');
+    const QString value = line.sliced(colon + 1).toString();
+    const bool isEncoded = line.first(colon).contains(u"QUOTED-PRINTABLE", Qt::CaseInsensitive);
+    return isEncoded ? phonedata::VcfQpDec(value) : value;
+}
+
+/// The fields of all items in an object. Lines are parted before anything is decoded, since a value may hold
+/// line ends of its own.
+std::vector<QStringList> itemsIn(const QByteArray& object, const Organizer& organizer)
+{
+    const QString text = app::fromCp1252(object).remove(u"=\r\n"_s);
+    const QStringList none(static_cast<qsizetype>(organizer.fieldCount));
+    std::vector<QStringList> items;
+    QStringList item = none;
+    for (const QString& line : text.split(u"\r\n"_s)) {
+        if (line == organizer.itemEnd) {
+            items.push_back(std::exchange(item, none));
+            continue;
+        }
+        const QString name = line.section(u':', 0, 0).section(u';', 0, 0);
+        for (size_t index = 0; index < organizer.fieldCount; ++index) {
+            QString& value = item[static_cast<qsizetype>(index)];
+            if (name == organizer.fields[index].name && line.contains(u':') && value.isEmpty())
+                value = valueOf(line);
+        }
+    }
+    if (item != none) // cut off
+        items.push_back(item);
+    return items;
 }
 
 ExitStatus runOrganizer(Job& job, const Organizer& organizer)
@@ -74,36 +108,25 @@ ExitStatus runOrganizer(Job& job, const Organizer& organizer)
         job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, organizer.ending));
         return ExitWrongUse;
     }
-    QString text;
-    if (const ExitStatus status = readText(job, organizer, text); status != ExitDone)
+    QByteArray object;
+    if (const ExitStatus status = readBytes(job, organizer, object); status != ExitDone)
         return status;
     QStringList headings;
     for (size_t index = 0; index < organizer.fieldCount; ++index)
         headings.append(organizer.fields[index].heading.toString());
     QJsonArray array;
-    std::vector<QStringList> rows;
-    for (const QString& item : text.split(organizer.itemEnd.toString())) {
-        if (!item.contains(u"BEGIN:"_s))
-            continue;
-        QJsonObject object;
-        QStringList cells;
-        for (size_t index = 0; index < organizer.fieldCount; ++index) {
-            cells.append(phonedata::GetVcfValue(item, organizer.fields[index].line));
-            object.insert(organizer.fields[index].key, cells.last());
-        }
-        array.append(object);
-        rows.push_back(cells);
+    const std::vector<QStringList> rows = itemsIn(object, organizer);
+    for (const QStringList& cells : rows) {
+        QJsonObject item;
+        for (size_t index = 0; index < organizer.fieldCount; ++index)
+            item.insert(organizer.fields[index].key, cells[static_cast<qsizetype>(index)]);
+        array.append(item);
     }
-    QString reason;
-    const QByteArray bytes = isJson ? QJsonDocument(array).toJson() : app::toCp1252(text);
-    if (!path.isEmpty() && !app::writeWholeFile(path, bytes, &reason)) {
-        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+    const auto bytes = [&] { return isJson ? QJsonDocument(array).toJson() : object; };
+    if (!saveOutput(job, {.count = rows.size(), .bytes = bytes}))
         return ExitFailed;
-    }
     if (path.isEmpty() || job.out.isJson())
         job.out.show(array, alignedTable(headings, rows));
-    if (!path.isEmpty())
-        job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(rows.size()), path));
     return ExitDone;
 }
 

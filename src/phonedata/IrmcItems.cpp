@@ -91,7 +91,15 @@ bool VcfGetCc(clsMmc& client, qint32& counter, const Progress& progress)
 
 bool VcxRead(clsMmc& client, qint32 kind, QString& text, const Progress& progress)
 {
-    text.clear();
+    QByteArray bytes;
+    const bool done = VcxReadBytes(client, kind, bytes, progress);
+    text = VcfStripCharset(app::replacedAll(app::fromCp1252(bytes), u"=\r\n"));
+    return done;
+}
+
+bool VcxReadBytes(clsMmc& client, qint32 kind, QByteArray& bytes, const Progress& progress)
+{
+    bytes.clear();
     const clsMmc::Operation operation(client, u"VcxRead"_s, progress);
     if (!operation.isAllowed())
         return false;
@@ -104,16 +112,14 @@ bool VcxRead(clsMmc& client, qint32 kind, QString& text, const Progress& progres
         client.line().pause(pauseBetweenRounds);
         if (operation.progress().cancelled())
             code = obex::Cancelled;
-        QByteArray bytes;
-        if (code != obex::Cancelled && client.GetFile(object, bytes, operation.progress(), {}, &code, true)) {
-            text = VcfStripCharset(app::replacedAll(app::fromCp1252(bytes), u"=\r\n"));
+        if (code != obex::Cancelled && client.GetFile(object, bytes, operation.progress(), {}, &code, true))
             return true;
-        }
         if (isBusy(code))
             log(client, u"Warning:"_s,
                 u"VcxRead, File: "_s + object + u"#%1 ERROR=%2"_s.arg(round).arg(code) +
                     (round == mostRounds ? u" EXIT"_s : QString()));
     }
+    bytes.clear();
     if (code != obex::Timeout) // which GetFile has told already
         client.ErrMsg(code);
     return false;

@@ -23,9 +23,12 @@ bool VcxGetInfo(obex::clsMmc& client, qint32 kind, tVcfInfo& info, const toolkit
 /// The change counter of the current folder.
 bool VcfGetCc(obex::clsMmc& client, qint32& counter, const toolkit::Progress& progress);
 
-/// Reads all items of a kind as one text, decoded. A phone that is busy preparing it is asked up to 16 times.
+/// Reads all items of a kind as one text, decoded: what was a line end within a value is one between lines
+/// then. A phone that is busy preparing it is asked up to 16 times.
 /// The client is in "telecom" afterwards.
 bool VcxRead(obex::clsMmc& client, qint32 kind, QString& text, const toolkit::Progress& progress);
+/// The same as the bytes that the phone sent.
+bool VcxReadBytes(obex::clsMmc& client, qint32 kind, QByteArray& bytes, const toolkit::Progress& progress);
 
 /// What became of an item that was to be written or deleted.
 enum class ItemResult {

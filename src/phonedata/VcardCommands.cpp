@@ -72,7 +72,7 @@ bool mayEditContact(const VcardStore& store, int row)
     const ListRows* list = store.list();
     if (!list || row < 0 || row >= list->count())
         return false;
-    if (!isNoValidLuid(list->text(row, VcfLuid)))
+    if (hasValidLuid(list->row(row)))
         return true;
     tell(store,
          {.text = u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + readAgainAdvice(),

@@ -69,7 +69,7 @@ bool VcardStore::updateLabels(tVcfInfo& info, const Progress& progress)
 bool VcardStore::isComplete(int upperBound, int belegt)
 {
     // Behind the last card stands an empty piece, and ahead of the contacts the phone's own card.
-    if (upperBound <= 0 || upperBound - 1 == belegt || m_client->isAbandoned())
+    if (m_isLeftToOwner || upperBound <= 0 || upperBound - 1 == belegt || m_client->isAbandoned())
         return true;
     const Answer answer = context().dialogs.Show(
         {.text =
@@ -141,7 +141,7 @@ bool VcardStore::showCards(const QString& text, int belegt)
 /// Path of the backup; empty if there is none.
 QString VcardStore::backUp()
 {
-    if (!m_list || !m_backsUp || !app::isOn(context().settings, app::keys::AutoBackup))
+    if (!m_list || m_isLeftToOwner || !app::isOn(context().settings, app::keys::AutoBackup))
         return {};
     const QString path = backupPath(context(), u"Backup von "_s, u".csv"_s);
     return VCF2BackupFile(context(), *m_list, path) ? path : QString();
@@ -308,7 +308,7 @@ CommandResult VcardStore::VcfDeleteSelected(const Progress& progress, Report* re
     if (selected.isEmpty())
         return CommandResult::Refused;
     for (const int row : selected) {
-        if (isNoValidLuid(m_list->text(row, VcfLuid))) {
+        if (!hasValidLuid(m_list->row(row))) {
             context().dialogs.Show(
                 {.text =
                      u"Der gewählte bzw. ein gewählter Eintrag verfügt über keine gültige Referenznummer.\n"_s +

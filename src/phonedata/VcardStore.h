@@ -44,8 +44,9 @@ public:
     /// Empties the list and forgets the capacity: another phone may be on the line, with LUIDs of its own.
     void forget();
 
-    /// Makes no automatic backups, whatever the settings say: the owner makes his own ones ahead of changes.
-    void leaveBackupsToOwner() { m_backsUp = false; }
+    /// Makes no automatic backups, whatever the settings say, and asks nothing when not all contacts came:
+    /// the owner makes his own backups ahead of changes, and compares the list with lblVCFbelegt() himself.
+    void leaveToOwner() { m_isLeftToOwner = true; }
 
     /// What a write or a delete has done, for those who have to say it.
     struct Report
@@ -90,7 +91,7 @@ private:
 
     std::shared_ptr<obex::clsMmc> m_client;
     QPointer<toolkit::ListRows> m_list;
-    bool m_backsUp = true;
+    bool m_isLeftToOwner = false;
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");
 };

@@ -90,7 +90,8 @@ tVcfEntry VcfParseItem(const QString& card, int index)
                     .firstName = name.first,
                     .birthday = GetVcfValue(lines, u"BDAY:"),
                     .luid = GetVcfValue(lines, u"X-IRMC-LUID:")};
-    if (entry.luid.isEmpty())
+    entry.isStandIn = entry.luid.isEmpty();
+    if (entry.isStandIn)
         entry.luid = u"%1"_s.arg(index, 3, 10, QChar(u'0'));
     return entry;
 }

@@ -15,7 +15,7 @@ QString GetVcfValue(QStringView card, QStringView key);
 /// nothing but the name is ever encoded. Line ends within a value become blanks.
 QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames);
 
-/// The contact of one card. One without a LUID has its `index` in three digits instead.
+/// The contact of one card. One without a LUID has its `index` in three digits instead, as a stand-in.
 tVcfEntry VcfParseItem(const QString& card, int index);
 
 /// The cards of an object.

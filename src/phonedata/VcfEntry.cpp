@@ -11,6 +11,7 @@ using toolkit::ListRows;
 namespace {
 
 const QString noLuidMark = u"NOVALIDLUID"_s;
+const QString standInTag = u"StandIn"_s;
 
 } // namespace
 
@@ -41,7 +42,7 @@ ListRow toRow(const tVcfEntry& entry)
                       {entry.work},
                       {entry.email},
                       {.text = displayBirthday(entry.birthday), .tag = entry.birthday},
-                      {entry.luid}}};
+                      {.text = entry.luid, .tag = entry.isStandIn ? standInTag : QString()}}};
 }
 
 tVcfEntry vcfEntryFrom(const ListRow& row)
@@ -54,7 +55,8 @@ tVcfEntry vcfEntryFrom(const ListRow& row)
             .home = row.text(VcfHome),
             .firstName = row.text(VcfFirstName),
             .birthday = birthday.isEmpty() ? storedBirthday(row.text(VcfBirthday)) : birthday,
-            .luid = row.text(VcfLuid)};
+            .luid = row.text(VcfLuid),
+            .isStandIn = row.cells.value(VcfLuid).tag == standInTag};
 }
 
 QString displayBirthday(const QString& birthday)
@@ -85,6 +87,11 @@ QString noValidLuid(const QDateTime& moment)
 bool isNoValidLuid(const QString& luid)
 {
     return luid.isEmpty() || luid.contains(noLuidMark);
+}
+
+bool hasValidLuid(const ListRow& row)
+{
+    return !isNoValidLuid(row.text(VcfLuid)) && row.cells.value(VcfLuid).tag != standInTag;
 }
 
 } // namespace kalmo::phonedata

@@ -18,8 +18,9 @@ struct tVcfEntry
     QString mobile = {};
     QString home = {};
     QString firstName = {};
-    QString birthday = {}; ///< "1970-03-21T12:30" or empty
-    QString luid = {};     ///< the phone's reference; empty for a new entry
+    QString birthday = {};  ///< "1970-03-21T12:30" or empty
+    QString luid = {};      ///< the phone's reference; empty for a new entry
+    bool isStandIn = false; ///< whether `luid` only stands in for one that the phone has left empty
 
     bool hasNumber() const { return !home.isEmpty() || !mobile.isEmpty() || !work.isEmpty(); }
     bool operator==(const tVcfEntry&) const = default;
@@ -60,5 +61,7 @@ QString writtenBirthday(const QDate& date, const QString& time);
 QString noValidLuid(const QDateTime& moment);
 /// True for that, and for the empty text: the phone would take it for the order to make a new entry.
 bool isNoValidLuid(const QString& luid);
+/// Whether the phone can be told which entry a row is; the LUID cell of a stand-in says so in its tag.
+bool hasValidLuid(const toolkit::ListRow& row);
 
 } // namespace kalmo::phonedata

@@ -62,7 +62,7 @@ void tst_DataCommands::runs()
              "{'name':'..','path':'/..','saved':null,'size':null},"
              "{'name':'Piep.wav','path':'/Sounds/../Piep.wav','saved':null,'size':null}]"_s,
              u"kalmoctl: The phone could not be accessed: ReCode: 404 Data Not Found.\n"
-             "kalmoctl: there is no /Nope/x in the phone.\n"
+             "kalmoctl: /Nope/x can't be had: its folder could not be listed.\n"
              "kalmoctl: /Sounds is a folder.\n"
              "kalmoctl: /.. can't be the name of a file here.\n"
              "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s,
@@ -75,9 +75,9 @@ void tst_DataCommands::runs()
              [](Handset& handset) { handset.file(u"Liesmich.txt"_s, "mine"); });
     rows.add("put asks before it replaces in the phone, and goes on",
              u"files put liesmich.TXT nothing a;,b.txt"_s, ExitRefused,
-             u"[{'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
-             "{'name':'nothing','path':'/nothing','size':0,'written':false},"
-             "{'name':'ab.txt','path':'/ab.txt','size':1,'written':true}]"_s,
+             u"[{'backup':null,'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
+             "{'backup':null,'name':'nothing','path':'/nothing','size':0,'written':false},"
+             "{'backup':null,'name':'ab.txt','path':'/ab.txt','size':1,'written':true}]"_s,
              u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
              "kalmoctl: there is no file nothing.\n"_s,
              [](Handset& handset) {
@@ -86,12 +86,29 @@ void tst_DataCommands::runs()
                  handset.answers = {u"n"_s};
              });
     rows.add("a full phone", u"files put a.txt"_s, ExitFailed,
-             u"[{'name':'a.txt','path':'/a.txt','size':1,'written':false}]"_s,
+             u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'written':false}]"_s,
              u"kalmoctl: The phone could not be accessed: ReCode: Database Full, there is no room left in "
              "the phone.\nkalmoctl: HOME/a.txt was not sent; the phone may hold a part of it as /a.txt.\n"_s,
              [](Handset& handset) {
                  handset.file(u"a.txt"_s, "a");
                  handset.port.handset().setFaults({.full = true});
+             });
+    rows.add("put saves what it replaces, and says where it lies when it fails",
+             u"--yes files put Liesmich.txt"_s, ExitFailed,
+             u"[{'backup':'HOME/storage/Backup/Liesmich 2026-11-21  12-00-09.txt','name':'Liesmich.txt',"
+             "'path':'/Liesmich.txt','size':5,'written':false}]"_s,
+             {}, [](Handset& handset) {
+                 handset.file(u"Liesmich.txt"_s, "other");
+                 handset.port.handset().setFaults({.full = true});
+             });
+    rows.add("names that no file of the phone can have", u"files put ,; a\\b"_s, ExitWrongUse,
+             u"[{'backup':null,'name':'','path':'/','size':1,'written':false},"
+             "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'written':false}]"_s,
+             u"kalmoctl: nothing is left of the name ,; without its commas and semicolons.\n"
+             "kalmoctl: a\\b can't be the name of a file in the phone.\n"_s,
+             [](Handset& handset) {
+                 handset.file(u",;"_s, "a");
+                 handset.file(u"a\\b"_s, "b");
              });
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,
@@ -115,6 +132,20 @@ void tst_DataCommands::runs()
     rows.add("set of a contact that is not there", u"--yes phonebook set 99 c.json"_s, ExitWrongUse, {},
              u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
              [](Handset& handset) { handset.file(u"c.json"_s, "{\"home\": \"1\"}"); });
+    rows.add("lines of a note stay together", u"notes read"_s, ExitDone,
+             u"[{'luid':'0001','text':'Einkauf:\\r\\nBrot; Käse; Äpfel'},"
+             "{'luid':'0002','text':'Schlüssel liegt bei Frau Groß'}]"_s,
+             {}, nothing);
+    const auto miscounts = [](int count) {
+        return [=](Handset& handset) { handset.port.handset().setFaults({.miscounts = count}); };
+    };
+    rows.add("no change behind two incomplete readings", u"--yes phonebook delete 0001"_s, ExitFailed, {},
+             u"kalmoctl: the phone says that it holds 26, but sent 25, in the second reading too.\n"
+             "Nothing was changed in the phone.\n"_s,
+             miscounts(2));
+    rows.add("one behind which a whole one comes is no matter", u"--yes phonebook delete 99"_s, ExitWrongUse,
+             {}, u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
+             miscounts(1));
     rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
              u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);
 
