@@ -8,6 +8,9 @@
 
 namespace kalmo::link {
 
+/// Seconds that a phone may take to answer a question about itself.
+inline constexpr double queryTimeout = 1;
+
 /// Result of RxDirect.
 enum RxDirectCode { RxDirectTimeout = -1, RxDirectAnswered = 32 };
 

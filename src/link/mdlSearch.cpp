@@ -26,7 +26,6 @@ namespace {
 constexpr int lowestRate = 19200;
 constexpr int highRate = 115200;
 constexpr int highRateWithLf = -115200;
-constexpr double queryTimeout = 1;
 constexpr int probeSteps = 12;
 
 const QString repeatQuestion = u"Soll die Suche mit den gleichen Einstellungen wiederholt werden ?"_s;

@@ -16,7 +16,6 @@ using toolkit::Icon;
 
 namespace {
 
-constexpr double queryTimeout = 1;
 constexpr double clockTimeout = 2;
 
 bool query(Line& line, const QByteArray& command, QString& text)

@@ -162,6 +162,8 @@ public:
     /// frame is refused.
     int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
 
+    /// Writes a line of the debug log.
+    void log(const QString& tag, const QString& text) const;
     /// Shows what a code means.
     void ErrMsg(int code);
 
@@ -174,7 +176,6 @@ Q_SIGNALS:
     void LongTimeOutMsg(const QString& text);
 
 private:
-    void log(const QString& tag, const QString& text) const;
     bool isRefused(const QString& operation) const;
     bool gaveUp(double silence) const;
     int afterSilence(const QByteArray& buffer);

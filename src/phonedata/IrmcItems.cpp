@@ -19,11 +19,6 @@ namespace {
 constexpr int mostRounds = 16; // of asking a busy phone
 constexpr double pauseBetweenRounds = 0.5;
 
-void log(const clsMmc& client, const QString& tag, const QString& text)
-{
-    client.line().context().log.WriteDebugLog(tag, text);
-}
-
 bool goToRoot(clsMmc& client)
 {
     return client.DirAct() == obex::rootPath() || client.CdRoot();
@@ -58,16 +53,16 @@ bool VcfGetInfo(clsMmc& client, tVcfInfo& info, const Progress& progress)
     const clsMmc::Operation operation(client, u"VcfGetInfo"_s, progress);
     if (!operation.isAllowed())
         return false;
-    log(client, u"VcfGetInfo"_s, u"Enter Funktion"_s);
+    client.log(u"VcfGetInfo"_s, u"Enter Funktion"_s);
     const clsMmc::Busy busy(client);
     if (!readInfo(client, u"pb"_s, info, operation.progress()))
         return false;
     if (info.intKap > mostContacts) {
-        log(client, u"Warning"_s, u"tVcfInfo.intKap>500 - should not be possible. Set tVcfInfo.intKap=500"_s);
+        client.log(u"Warning"_s, u"tVcfInfo.intKap>500 - should not be possible. Set tVcfInfo.intKap=500"_s);
         info.intKap = mostContacts;
     }
-    log(client, u"tVcfInfo.intKap"_s, u"%1, %2"_s.arg(info.intKap).arg(info.intBelegt));
-    log(client, u"VcfGetInfo"_s, u"Exit Funktion"_s);
+    client.log(u"tVcfInfo.intKap"_s, u"%1, %2"_s.arg(info.intKap).arg(info.intBelegt));
+    client.log(u"VcfGetInfo"_s, u"Exit Funktion"_s);
     return true;
 }
 
@@ -115,9 +110,8 @@ bool VcxReadBytes(clsMmc& client, qint32 kind, QByteArray& bytes, const Progress
         if (code != obex::Cancelled && client.GetFile(object, bytes, operation.progress(), {}, &code, true))
             return true;
         if (isBusy(code))
-            log(client, u"Warning:"_s,
-                u"VcxRead, File: "_s + object + u"#%1 ERROR=%2"_s.arg(round).arg(code) +
-                    (round == mostRounds ? u" EXIT"_s : QString()));
+            client.log(u"Warning:"_s, u"VcxRead, File: "_s + object + u"#%1 ERROR=%2"_s.arg(round).arg(code) +
+                                          (round == mostRounds ? u" EXIT"_s : QString()));
     }
     bytes.clear();
     if (code != obex::Timeout) // which GetFile has told already

@@ -44,11 +44,6 @@ struct Item
     std::pair<QString, QString> luidError; ///< log tag and text for an answer without a LUID
 };
 
-void log(const clsMmc& client, const QString& tag, const QString& text)
-{
-    client.line().context().log.WriteDebugLog(tag, text);
-}
-
 void show(const clsMmc& client, const toolkit::Message& message)
 {
     if (!client.isAbandoned())
@@ -79,7 +74,7 @@ int sendFrames(clsMmc& client, PutFrames& frames, QByteArray& payload, const Pro
         if (obex::isSuccess(code) && frames.left() == 0)
             return Verdict::Done;
         if (obex::isSuccess(code))
-            log(client, u"ABNORMAL"_s, u"RE=%1 but chunks left. Keep on sending."_s.arg(code));
+            client.log(u"ABNORMAL"_s, u"RE=%1 but chunks left. Keep on sending."_s.arg(code));
         else if (code != obex::Continue)
             return Verdict::Failed;
         progress.step();
@@ -117,7 +112,7 @@ ItemResult takeAnswer(clsMmc& client, const Item& item, const QByteArray& payloa
         luid = noValidLuid(client.line().context().clock.Now());
     } else {
         progress.status(u"Übertragung fehlgeschlagen."_s);
-        log(client, item.luidError.first, item.luidError.second);
+        client.log(item.luidError.first, item.luidError.second);
         luid.clear();
         counter = 0;
         show(client,
@@ -166,9 +161,9 @@ ItemResult VcfWriteItem(clsMmc& client, const tVcfEntry& entry, qint32& counter,
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const QByteArray card = VcfBuildItem(entry, encodesNames(client.line().context()));
-    log(client, u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + entry.luid);
-    log(client, u"VCF"_s, app::fromCp1252(card));
-    log(client, u"End VCF - WriteItem >>>>>"_s, u"End"_s);
+    client.log(u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + entry.luid);
+    client.log(u"VCF"_s, app::fromCp1252(card));
+    client.log(u"End VCF - WriteItem >>>>>"_s, u"End"_s);
     const Item item{card, entry.luid, irmcKindInfo(KindContact), {u"LUID-ERROR"_s, u"VcFWrite"_s}};
     operation.progress().status(counted(u"Übertrage Eintrag "_s + item.kind.label, index, total));
     return putItem(client, item, counter, luid, operation.progress());
@@ -218,7 +213,7 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
         luid.clear();
         counter = 0;
         shown.status(u"Übertragung Eintrag "_s + info.label + u" fehlgeschlagen."_s);
-        log(client, u"LUID-ERROR"_s, u"VcxDel: "_s + info.label);
+        client.log(u"LUID-ERROR"_s, u"VcxDel: "_s + info.label);
         show(client, {.text = u"LUID konnte beim schreiben auf "_s + info.label +
                               u" nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s,
                       .title = app::productName(),

@@ -3,7 +3,6 @@
 namespace kalmo::toolkit {
 
 namespace {
-constexpr double secondsPerDay = 86400;
 // Timer() is a sum of floating-point steps: a pause must not be a whole step longer for a rounding error.
 constexpr double roundingError = 1e-6;
 } // namespace

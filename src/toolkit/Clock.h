@@ -4,6 +4,8 @@
 
 namespace kalmo::toolkit {
 
+inline constexpr double secondsPerDay = 86400;
+
 /// Time and yielding. Whatever waits in the program waits through this interface, so that a test can let
 /// hours pass in no time and look at every pause.
 class Clock

@@ -7,10 +7,6 @@
 
 namespace kalmo::toolkit {
 
-namespace {
-constexpr double secondsPerDay = 86400;
-}
-
 EventLoopClock::EventLoopClock() : m_startOfRun(QTime::currentTime().msecsSinceStartOfDay() / 1000.0)
 {
     m_sinceStart.start();

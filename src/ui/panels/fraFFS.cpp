@@ -94,7 +94,7 @@ QWidget* fraFFS::makePathRow()
 
 QToolBar* fraFFS::makeToolbar()
 {
-    struct Command
+    struct ToolButton
     {
         QString key;
         QString caption;
@@ -102,7 +102,7 @@ QToolBar* fraFFS::makeToolbar()
         QKeySequence shortcut;
         void (fraFFS::*run)();
     };
-    const Command commands[] = {
+    const ToolButton buttons[] = {
         {u"open"_s, u"PC -> Tel"_s, u"Datei / Ordner zum Telefon senden"_s, {}, &fraFFS::upload},
         {u"save"_s, u"PC <- Tel"_s, u"Datei / Ordner vom Telefon empfangen"_s, {}, &fraFFS::showSaveMenu},
         {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete,
@@ -114,14 +114,14 @@ QToolBar* fraFFS::makeToolbar()
     auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setIconSize(QSize(commandIcon, commandIcon));
-    for (const Command& command : commands) {
-        QAction* action = bar->addAction(icon(u"ffs-"_s + command.key), command.caption);
-        action->setObjectName(command.key);
-        action->setToolTip(command.toolTip);
-        action->setShortcut(command.shortcut);
+    for (const ToolButton& button : buttons) {
+        QAction* action = bar->addAction(icon(u"ffs-"_s + button.key), button.caption);
+        action->setObjectName(button.key);
+        action->setToolTip(button.toolTip);
+        action->setShortcut(button.shortcut);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);
-        connect(action, &QAction::triggered, this, command.run);
+        connect(action, &QAction::triggered, this, button.run);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }
     return bar;
