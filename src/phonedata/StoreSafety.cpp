@@ -31,8 +31,8 @@ constexpr qint64 trustedFor = 120; // seconds
 template <typename Content>
 bool isFresh(const StoreJob& job, const Content& content)
 {
-    return content.certainty != Certainty::Unknown &&
-           content.since.secsTo(job.context().clock.Now()) <= trustedFor;
+    const qint64 age = content.since.secsTo(job.context().clock.Now()); // below 0 if the clock was set back
+    return content.certainty != Certainty::Unknown && age >= 0 && age <= trustedFor;
 }
 
 /// Reads the store once more, beside the list that is about to be written. If that fails, what was known
