@@ -45,7 +45,8 @@ private:
 /// Each of these is true if the phone answered. While a store is open no other command is sent.
 bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);
-/// Erases a store and closes it; the result is that of closing. A list of some size takes minutes.
+/// Erases a store and closes it, which is tried after a failed erase too; true if both succeeded. A list of
+/// some size takes minutes.
 bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress);
 
 /// Outcome of asking for the next entry of an open store.

@@ -139,8 +139,7 @@ void frmPB::makeClassicPanels()
 ListPanel* frmPB::makeListPanel(const QString& name, const QString& caption, toolkit::ListRows& rows,
                                 bool plainASelects)
 {
-    ListPanel::Keys keys = {{Qt::Key_Delete, Command::Delete}};
-    auto* panel = new ListPanel(name, rows, {keys, plainASelects}, this);
+    auto* panel = new ListPanel(name, rows, plainASelects, this);
     panel->setCaption(caption);
     panel->view().setAccessibleName(caption);
     panel->view().setPlaceholder(notReadYet);
