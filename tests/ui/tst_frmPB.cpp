@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStackedLayout>
 #include <QTest>
 
 using namespace kalmo;
@@ -54,7 +55,11 @@ struct OpenWindow : TestProgram
 
     void press(const char* key) { child<QAction>(window, key).trigger(); }
     ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
-    QString front() { return child<ui::Reminders>(window, "reminders").front(); }
+    QString front()
+    {
+        const auto* place = child<ui::Reminders>(window, "reminders").findChild<QStackedLayout*>();
+        return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
+    }
     QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
     QString status() { return child<QLabel>(window, "sta_text").text(); }
     QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }

@@ -35,7 +35,7 @@ public:
     frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent = nullptr);
     ~frmPB() override;
 
-    void DisplayRefresh();
+    void DisplayRefresh(); ///< the programs do not use it yet
     void FFSMemAct();
     void FfsListRefresh();
 

@@ -12,7 +12,8 @@ namespace kalmo::ui {
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
 /// Gives the window back what was saved; what is missing or makes no sense, such as a place on a screen that
-/// is gone, leaves it as it is. A maximised window comes back maximised.
+/// is gone, leaves it as it is. A maximised window comes back maximised. The programs leave
+/// neither place nor size out yet.
 void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
                        bool skipSize = false);
 
