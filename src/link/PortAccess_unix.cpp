@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSerialPort>
 
 #include <cerrno>
 
@@ -52,11 +53,11 @@ PortFault portInUse(const QString& devicePath)
         u"%1 is in use by another program, perhaps by Kalmo's window. Close that program."_s.arg(devicePath)};
 }
 
-bool claimPort(qintptr handle)
+bool claimPort(const QSerialPort& port)
 {
     // The exclusive mode of a terminal does not bind the superuser, and a lock file goes by the name, of
     // which a device can have several. This binds all programs that ask.
-    return flock(static_cast<int>(handle), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    return flock(port.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 PortFault examinePort(const QString& devicePath, const QString& systemText)
