@@ -49,7 +49,7 @@ bool readCommandLine(Context& context, const QString& commandLine)
                               .icon = Icon::Question,
                               .defaultButton = Answer::No});
     if (answer != Answer::Yes)
-        context.ending.EndProgram();
+        context.ending.EndProgram(EXIT_SUCCESS);
     return true;
 }
 
@@ -66,7 +66,7 @@ void deleteSettings(Context& context)
     DeleteQuiet(iniPath(context.sy.Paths.Exe));
     DeleteQuiet(iniPath(context.sy.Paths.Storage));
     context.dialogs.Show({.text = u"Programm bitte neu starten"_s, .icon = Icon::Information});
-    context.ending.EndProgram();
+    context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 void fillSession(Context& context, const ScreenSize& screen)

@@ -21,7 +21,7 @@ QString absolute(const QString& path)
 
 } // namespace
 
-void Session::ImmediateEnding::end()
+void Session::ImmediateEnding::end(int)
 {
     std::_Exit(ExitFailed);
 }

@@ -22,7 +22,7 @@ public:
 private:
     class ImmediateEnding final : public toolkit::Ending
     {
-        [[noreturn]] void end() override;
+        [[noreturn]] void end(int status) override;
     };
 
     bool openStorage();

@@ -248,7 +248,7 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
     if (answer == Answer::No)
         return offerSettings();
     m_line.ClosePort();
-    m_context.ending.EndProgram();
+    m_context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 PhoneSearch::Next PhoneSearch::afterSilence()
@@ -330,7 +330,7 @@ PhoneSearch::Next PhoneSearch::offerSettings()
         {.text = app::ResText(app::TextChangeInterface), .buttons = Buttons::YesNo, .icon = Icon::Question});
     m_line.ClosePort();
     if (answer != Answer::Yes)
-        m_context.ending.EndProgram();
+        m_context.ending.EndProgram(EXIT_SUCCESS);
     return Next::Settings;
 }
 

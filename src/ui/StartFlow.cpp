@@ -180,7 +180,7 @@ void StartFlow::endByUser()
     m_program.context.ending.setLastWork(nullptr); // the user has given them up
     // In the middle of the search's own stack: it could only come back through its questions.
     m_program.line.ClosePort();
-    m_program.context.ending.EndProgram();
+    m_program.context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 app::ScreenSize StartFlow::screen() const

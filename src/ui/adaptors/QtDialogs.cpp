@@ -181,9 +181,9 @@ QString QtDialogs::PickFolder(const QString& title, const QString& start)
     return chosen.isEmpty() ? QString() : QDir(chosen).absolutePath();
 }
 
-void QtEnding::end()
+void QtEnding::end(int status)
 {
-    std::_Exit(EXIT_FAILURE);
+    std::_Exit(status);
 }
 
 } // namespace kalmo::ui

@@ -20,7 +20,7 @@ public:
 /// farewell: the system takes it back.
 class QtEnding final : public toolkit::Ending
 {
-    [[noreturn]] void end() override;
+    [[noreturn]] void end(int status) override;
 };
 
 } // namespace kalmo::ui
