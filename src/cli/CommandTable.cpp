@@ -5,11 +5,6 @@ namespace kalmo::cli {
 
 namespace {
 
-constexpr bool hasClock(int phoneType)
-{
-    return phoneType == 1;
-}
-
 constexpr QStringView classicHandset = u"a handset with a classic phonebook (families 1 to 4)";
 constexpr QStringView ringingHandset = u"a handset with ringtone settings (families 2 to 4)";
 

@@ -113,7 +113,7 @@ std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType)
         entry.number = field(1);
         entry.date = field(2);
         entry.dateSound = field(3);
-        if (link::hasRingtoneSettings(phoneType)) {
+        if (link::marksVip(phoneType)) {
             entry.vip = field(4);
             entry.vipSound = field(5);
         }

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int typeWithPreparation = 3;
 constexpr int leastRowsToPrepare = 3;
 
 /// Month, day, hour and minute stand in this order from `at` on, two digits each.
@@ -35,7 +34,7 @@ QString soundFromCode(const QString& code, const SoundList& sounds, app::DebugLo
     return name.isEmpty() ? u"Melodie "_s + code : name;
 }
 
-void parseDateOfType1(ClassicEntry& entry, const QString& text)
+void parseDate(ClassicEntry& entry, const QString& text)
 {
     const qsizetype comma = text.indexOf(u',');
     const QString date = comma < 0 ? QString() : text.mid(comma + 1);
@@ -112,10 +111,10 @@ ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const S
     ClassicEntry entry;
     entry.name = takeName(text);
     entry.number = takeField(text);
-    if (phoneType == 1)
-        parseDateOfType1(entry, text);
-    else
+    if (link::marksVip(phoneType))
         parseDateAndVip(entry, text, sounds, log);
+    else
+        parseDate(entry, text);
     return entry;
 }
 
@@ -154,15 +153,15 @@ bool ReadPB_TB(const StoreJob& job)
 QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const SoundList& sounds)
 {
     QByteArray command = "AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number);
-    const bool laterTypes = link::hasRingtoneSettings(phoneType);
+    const bool marksVip = link::marksVip(phoneType);
     if (entry.date.isEmpty()) {
         command += ",0,";
     } else {
-        const QString date = (laterTypes ? u"00"_s : QString()) + dateToWire(entry.date) +
+        const QString date = (marksVip ? u"00"_s : QString()) + dateToWire(entry.date) +
                              GetSoundCode(entry.dateSound, phoneType, sounds);
         command += ',' + lengthPrefixed(date);
     }
-    if (laterTypes && entry.vip == u"Ja"_s)
+    if (marksVip && entry.vip == u"Ja"_s)
         command += ",1," + app::toCp1252(GetSoundCode(entry.vipSound, phoneType, sounds));
     return command + "\r\n";
 }
@@ -179,7 +178,7 @@ bool WritePB_TB(const StoreJob& job)
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
     job.line.pause(1);
-    if (job.phoneType() == typeWithPreparation && count >= leastRowsToPrepare && !prepareStore(job))
+    if (link::needsPreparedPhonebook(job.phoneType()) && count >= leastRowsToPrepare && !prepareStore(job))
         return false;
 
     if (count > 0)

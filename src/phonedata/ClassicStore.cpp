@@ -2,6 +2,7 @@
 
 #include "app/CodePage.h"
 #include "app/mdlKonverter.h"
+#include "link/PhoneModels.h"
 
 #include <QLocale>
 
@@ -29,7 +30,7 @@ QByteArray wireName(Store store)
 
 QByteArray closeCommand(int phoneType)
 {
-    return phoneType <= 2 ? "AT\r" : "AT^WSSL\r";
+    return link::closesStoreByAt(phoneType) ? "AT\r" : "AT^WSSL\r";
 }
 
 /// Drops a length-prefixed field and the comma behind it; false if it is not as long as it says.
@@ -59,7 +60,7 @@ bool OpenStore(Line& line, Store store, const Progress& progress)
 bool CloseStore(Line& line, const Progress& progress)
 {
     const int phoneType = line.context().sy.PhoneType;
-    if (phoneType < 1 || phoneType > 4)
+    if (!link::isClassic(phoneType))
         return false;
     progress.status(u"Schließe Telefonbuch...(Dauer: "_s + QLocale().toString(closeTimeout) +
                     u" Sekunden)"_s);

@@ -38,8 +38,7 @@ const EventRow& rowOf(SoundEvent event)
 
 QByteArray listCommand(int phoneType)
 {
-    const QByteArray folder = phoneType == 2 ? "MEL" : phoneType == 3 ? "0" : "3";
-    return "AT^WFFO=\"" + folder + "\"\r";
+    return "AT^WFFO=\"" + link::melodyFolder(phoneType).toByteArray() + "\"\r";
 }
 
 bool fail(const RingtoneJob& job, const QByteArray& command, const QString& status)

@@ -173,7 +173,7 @@ void fraDIV::DisplayRefresh()
     if (!askIdentity() || !self)
         return;
     const int phoneType = m_parts.program.context.sy.PhoneType;
-    const bool hasGauges = !link::hasRingtoneSettings(phoneType);
+    const bool hasGauges = link::hasGauges(phoneType);
     if (hasGauges) {
         showSignal();
         if (!self)
@@ -184,7 +184,7 @@ void fraDIV::DisplayRefresh()
     }
     for (const Gauge& gauge : {m_signal, m_battery})
         m_device->setRowVisible(gauge.line, hasGauges);
-    if (phoneType == 1)
+    if (link::hasClock(phoneType))
         askClock();
     else
         showClockUnsupported();
@@ -262,7 +262,7 @@ void fraDIV::showClocks(bool isKnown, const QDateTime& phone)
 
 void fraDIV::showClockUnsupported()
 {
-    if (link::hasRingtoneSettings(m_parts.program.context.sy.PhoneType))
+    if (link::isClassic(m_parts.program.context.sy.PhoneType))
         m_fraUhr->setTitle(u"Uhr (Fernsteuerung nicht vom Tel. unterstützt)"_s);
     m_fraUhr->setEnabled(false);
     for (QLabel* hint : std::as_const(m_clockHints))
