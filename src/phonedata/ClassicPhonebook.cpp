@@ -120,7 +120,7 @@ ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const S
 
 bool ReadPB_TB(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     app::Context& context = job.context();
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
@@ -168,7 +168,7 @@ QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const
 
 bool WritePB_TB(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     const std::vector<ClassicEntry> entries = classicEntries(job.list);
     const int count = static_cast<int>(entries.size());
     job.memory.phonebook.forget();

@@ -22,26 +22,6 @@ struct StoreJob
     int phoneType() const { return context().sy.PhoneType; }
 };
 
-/// Blocks the window for as long as it lives.
-class BusyScope
-{
-public:
-    explicit BusyScope(toolkit::BusyWindow* window) : m_window(window)
-    {
-        if (m_window)
-            m_window->SetBusy(true);
-    }
-    ~BusyScope()
-    {
-        if (m_window)
-            m_window->SetBusy(false);
-    }
-    Q_DISABLE_COPY_MOVE(BusyScope)
-
-private:
-    toolkit::BusyWindow* m_window;
-};
-
 /// Each of these is true if the phone answered. While a store is open no other command is sent.
 bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);

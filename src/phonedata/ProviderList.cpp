@@ -40,7 +40,7 @@ ProviderEntry parseProviderReply(const QByteArray& reply)
 
 bool ReadPB_NE(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     if (!OpenStore(job.line, Store::Providers, job.progress))
         return false;
     job.progress.status(u"Lese Provider..."_s);
@@ -69,7 +69,7 @@ bool ReadPB_NE(const StoreJob& job)
 
 bool WritePB_NE(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     const std::vector<ProviderEntry> entries = providerEntries(job.list);
     const int count = static_cast<int>(entries.size());
     job.memory.providers.forget();

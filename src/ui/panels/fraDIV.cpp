@@ -3,7 +3,7 @@
 #include "app/mdlKonverter.h"
 #include "link/mdlStatus.h"
 #include "link/PhoneModels.h"
-#include "phonedata/ClassicStore.h"
+#include "toolkit/Progress.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
 
@@ -169,7 +169,7 @@ void fraDIV::DisplayRefresh()
 {
     const QPointer<fraDIV> self(this);
     toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const phonedata::BusyScope busy(&busyWindow);
+    const toolkit::BusyScope busy(&busyWindow);
     if (!askIdentity() || !self)
         return;
     const int phoneType = m_parts.program.context.sy.PhoneType;
@@ -275,7 +275,7 @@ void fraDIV::cmdUhrSync_Click()
 {
     const QPointer<fraDIV> self(this);
     toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const phonedata::BusyScope busy(&busyWindow);
+    const toolkit::BusyScope busy(&busyWindow);
     if (!link::SetPhoneTime(m_parts.program.line))
         return;
     m_parts.program.context.clock.WaitSeconds(0.5);
