@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
