@@ -96,13 +96,10 @@ QString unclosedSessionText(const QString& device)
 {
     return device + u" wurde beim letzten Betrieb nicht vollständig beendent.\n"
                     u"Wenn Sie das gleiche Telefon wieder angeschlossen haben, ziehen Sie es bitte JETZT für "
-                    u"fünf Sekunde "
-                    u"vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
+                    u"fünf Sekunde vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
                     u"Mit dieser Prozedur stellen Sie sicher, daß das Telefon wieder gefunden wird. Sollte "
-                    u"das Telefon "
-                    u"trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und wieder ein und "
-                    u"starten dann "
-                    u"Kalmo erneut."_s;
+                    u"das Telefon trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und "
+                    u"wieder ein und starten dann Kalmo erneut."_s;
 }
 
 StartOutcome runStartSequence(Context& context, StartView& view, const QString& commandLine)

@@ -231,13 +231,12 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
 {
     const int number = m_context.sy.ComNo;
     const Answer answer = m_context.dialogs.Show(
-        {.text =
-             u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
-             u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein "
-             u"anderes "
-             u"Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das Programm bitte.\n\n"_s
-                 .arg(number) +
-             m_line.port().openError() + u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
+        {.text = u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
+                 u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein "
+                 u"anderes Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das "
+                 u"Programm bitte.\n\n"_s.arg(number) +
+                 m_line.port().openError() +
+                 u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
          .title = u"Kalmo - Problem"_s,
          .buttons = Buttons::YesNoCancel,
          .icon = Icon::Question});
@@ -254,17 +253,14 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
 PhoneSearch::Next PhoneSearch::afterSilence()
 {
     const Answer answer = m_context.dialogs.Show(
-        {.text =
-             u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
-             u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel "
-             u"benutzt "
-             u"wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von Bluetooth und "
-             u"Datenkabel ist NICHT möglich!\n\n"
-             u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das "
-             u"Gigaset "
-             u"einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft oftmals.\n\n"_s.arg(
-                 m_context.sy.ComNo) +
-             repeatQuestion,
+        {.text = u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
+                 u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel "
+                 u"benutzt wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von "
+                 u"Bluetooth und Datenkabel ist NICHT möglich!\n\n"
+                 u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das "
+                 u"Gigaset einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft "
+                 u"oftmals.\n\n"_s.arg(m_context.sy.ComNo) +
+                 repeatQuestion,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
     return answer == Answer::Yes ? Next::NewPass : offerSettings();

@@ -43,8 +43,8 @@ const QStringList classicNote = {
 
 const QStringList vcardNote = {
     u"- Das Gigaset wandelt lokale Telefonnummern von sich aus in das internationale Format um. Werden "
-    u"falsche "
-    u"Vorwahlen angezeigt, sind die Einstellung im Gigaset falsch - siehe Programmhilfe für Einstellanleitung!"_s,
+    u"falsche Vorwahlen angezeigt, sind die Einstellung im Gigaset falsch - siehe Programmhilfe für "
+    u"Einstellanleitung!"_s,
     u"- Änderungen werden bei diesem Telefon sofort übernommen. Der Zugriff ist mitunter recht langsam. Das "
     u"liegt am Gigaset."_s,
 };
