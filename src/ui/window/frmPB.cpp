@@ -86,6 +86,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
 
 frmPB::~frmPB()
 {
+    Q_ASSERT(!m_sta->isBusy());
     if (m_mmc)
         m_mmc->abandon();
 }
