@@ -158,14 +158,9 @@ void tst_ClassicCommands::write()
     rows.add("unknown content is read first", CommandResult::Done,
              {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s},
              [](Desk& desk) { desk.probe().read().write(); });
-    const struct
-    {
-        const char* what;
-        qint64 age;
-        bool isReadAgain;
-    } ages[] = {
-        {"as old as is trusted", 120, false}, {"older", 121, true}, {"clock set back since", -60, true}};
-    for (const auto& [what, age, isReadAgain] : ages)
+    using Age = std::tuple<const char*, qint64, bool>;
+    for (const auto& [what, age, isReadAgain] :
+         {Age("trusted", 120, false), Age("too old", 121, true), Age("clock set back since", -60, true)})
         rows.add(what, CommandResult::Done,
                  {ofList, phoneCopy(isReadAgain ? u"12-00-04"_s : u"12-00-00"_s) + u": Held Too"_s},
                  [age, isReadAgain](Desk& desk) {
