@@ -1,6 +1,5 @@
 #include "cli/ContactBook.h"
 
-#include "app/Files.h"
 #include "cli/DataWork.h"
 #include "cli/OutputFile.h"
 #include "cli/Tables.h"
@@ -49,16 +48,11 @@ bool ContactBook::backUp(QString& path)
     path.clear();
     if (m_list->count() == 0)
         return true;
-    const QString place = phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s, u".json"_s);
-    QString reason;
-    if (app::writeWholeFile(place, contactJsonBytes(contacts()), &reason)) {
+    const QString place = phonedata::phoneCopyPath(m_job.context, u".json"_s);
+    const bool isSaved = savePhoneCopy(m_job, place, contactJsonBytes(contacts()));
+    if (isSaved)
         path = place;
-        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(place));
-        return true;
-    }
-    m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
-                    u"Nothing was changed in the phone."_s.arg(place, reason));
-    return false;
+    return isSaved;
 }
 
 bool ContactBook::isWhole() const

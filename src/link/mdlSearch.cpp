@@ -49,6 +49,12 @@ QList<int> rateList(int preferred)
     return rates;
 }
 
+int portNumber(const app::Context& context)
+{
+    const int given = context.sy.ComNoForThisRun;
+    return given > 0 ? given : app::getInt(context.settings, app::keys::ComPortNew);
+}
+
 PhoneSearch::PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop)
     : m_line(line), m_view(view), m_desktop(desktop), m_context(line.context())
 {
@@ -82,19 +88,13 @@ SearchOutcome PhoneSearch::SearchPhone()
     }
 }
 
-int PhoneSearch::portNumber() const
-{
-    const int given = m_context.sy.ComNoForThisRun;
-    return given > 0 ? given : app::getInt(m_context.settings, app::keys::ComPortNew);
-}
-
 PassResult PhoneSearch::runPass()
 {
     m_rates += rateList(app::getInt(m_context.settings, app::keys::PrefDetectBaud));
     for (;;) {
         m_view.setProgress(0, probeSteps);
         m_view.clearAborted();
-        m_context.sy.ComNo = portNumber();
+        m_context.sy.ComNo = portNumber(m_context);
         bool opened = false;
         const bool answered = tryRate(m_rates[m_next++], opened);
         if (!opened)

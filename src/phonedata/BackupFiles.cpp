@@ -183,4 +183,9 @@ QString backupPath(const app::Context& context, const QString& what, const QStri
     return path;
 }
 
+QString phoneCopyPath(const app::Context& context, const QString& extension)
+{
+    return backupPath(context, u"Inhalt des Telefons vom "_s, extension);
+}
+
 } // namespace kalmo::phonedata

@@ -121,8 +121,7 @@ bool secureContent(const StoreJob& job, Store store, const QByteArray& savedByte
             u"What the phone holds could not be read, so it is not backed up and writing loses it."_s);
     const QByteArray bytes = contentBytes(job.memory, store);
     if (!bytes.isEmpty() && bytes != savedBytes) {
-        const QString target =
-            backupPath(job.context(), u"Inhalt des Telefons vom "_s, backupExtension(store));
+        const QString target = phoneCopyPath(job.context(), backupExtension(store));
         QString reason;
         if (!app::writeWholeFile(target, bytes, &reason))
             return askToGoOn(

@@ -29,7 +29,6 @@ using phonedata::Store;
 
 namespace {
 
-constexpr int twipsPerPixel = 15;
 constexpr QSize smallestSize(11940 / twipsPerPixel, 6810 / twipsPerPixel);
 constexpr QSize firstSize(1240, 760);
 constexpr int treeWidth = 230;

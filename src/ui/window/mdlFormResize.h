@@ -6,6 +6,8 @@ class QWidget;
 
 namespace kalmo::ui {
 
+inline constexpr int twipsPerPixel = 15;
+
 /// Place and size of a window across runs, under its object name in the settings, in twips.
 
 /// Writes nothing for a minimised window. A maximised one keeps the place and size that it had before.
