@@ -20,7 +20,7 @@ private Q_SLOTS:
     {
         QFile file(QFINDTESTDATA("../../packaging/kalmoctl.1"));
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.peek(80).contains("Kalmo " + app::programVersion().toLatin1()));
+        QVERIFY(file.peek(80).contains("Kalmo " + kalmo::app::programVersion().toLatin1()));
         // Without the marks of the typesetter.
         QString text = QString::fromUtf8(file.readAll());
         text.remove(QRegularExpression(u"\\\\f[A-Z]|^\\.[A-Z]+ |\""_s, QRegularExpression::MultilineOption));
