@@ -121,6 +121,39 @@ bool writeNextEntry(Line& line, const QByteArray& command)
     return line.exchange(answer, command, writeTimeout, true);
 }
 
+bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
+                 bool& doubtful)
+{
+    QByteArray reply;
+    NextEntry next = NextEntry::Entry;
+    while (next != NextEntry::End) {
+        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, doubtful);
+        if (next == NextEntry::Failed)
+            return false;
+        take(reply);
+        job.line.pause(0.1);
+    }
+    return true;
+}
+
+int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful)
+{
+    const int count = static_cast<int>(commands.size());
+    if (count > 0)
+        job.progress.start(0, count);
+    for (int index = 0; index < count; ++index) {
+        job.progress.set(index + 1);
+        job.progress.status(status + u"(%1 von %2)"_s.arg(index + 1).arg(count));
+        if (index < job.list.count())
+            job.list.setCurrent(index);
+        if (job.progress.cancelled() || !writeNextEntry(job.line, commands[index]))
+            return index;
+        doubtful = doubtful || job.line.repeats() > 0;
+        job.line.pause(0.2);
+    }
+    return count;
+}
+
 QString takeField(QString& text)
 {
     const qsizetype comma = text.indexOf(u',');

@@ -4,6 +4,8 @@
 #include "phonedata/PhoneMemory.h"
 #include "toolkit/Progress.h"
 
+#include <functional>
+
 namespace kalmo::phonedata {
 
 /// The two stores of a classic handset, which are reached with the same commands.
@@ -42,6 +44,16 @@ bool lengthsAddUp(const QByteArray& reply, Store store);
 
 /// Sends a write command; true if the phone took the entry.
 bool writeNextEntry(link::Line& line, const QByteArray& command);
+
+/// Reads an open store to its end and hands on every reply, the empty one at the end too. False after a
+/// failure or where the user cancelled. `doubtful` as in readNextEntry.
+bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
+                 bool& doubtful);
+
+/// Sends the write commands of a list's entries into an open store, and shows `status` with the count. Gives
+/// how many the phone took: fewer than there are after a failure, or where the user cancelled. `doubtful` is
+/// set if a command had to be repeated, which the phone may have taken twice.
+int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful);
 
 /// Takes a length-prefixed field off the front of a text: digits, a comma, that many characters, a comma. A
 /// length that is not true gives what is there.
