@@ -48,11 +48,10 @@ struct Desk : ClassicPhone
         fill(wanted);
         memory.TbDirty = true;
     }
-    /// `age` in seconds: so long ago was it read.
-    void knows(Certainty how, qint64 age = 0)
+    void knows(Certainty how, qint64 secondsAgo = 0)
     {
         memory.phonebook.becomes(held, how);
-        memory.phonebook.since = line.context().clock.Now().addSecs(-age);
+        memory.phonebook.since = line.context().clock.Now().addSecs(-secondsAgo);
     }
 
     Desk& probe()

@@ -6,7 +6,6 @@
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
-#include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
 #include <QAction>
@@ -57,7 +56,7 @@ struct OpenWindow : TestProgram
     ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
     QString front()
     {
-        const auto* place = child<ui::Reminders>(window, "reminders").findChild<QStackedLayout*>();
+        const auto* place = child<QWidget>(window, "reminders").findChild<QStackedLayout*>();
         return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
     }
     QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
