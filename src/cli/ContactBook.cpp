@@ -1,5 +1,6 @@
 #include "cli/ContactBook.h"
 
+#include "app/Files.h"
 #include "cli/DataWork.h"
 #include "cli/OutputFile.h"
 #include "cli/Tables.h"
@@ -49,10 +50,15 @@ bool ContactBook::backUp(QString& path)
     if (m_list->count() == 0)
         return true;
     const QString place = phonedata::phoneCopyPath(m_job.context, u".json"_s);
-    const bool isSaved = savePhoneCopy(m_job, place, contactJsonBytes(contacts()));
-    if (isSaved)
+    QString reason;
+    if (app::writeWholeFile(place, contactJsonBytes(contacts()), &reason)) {
         path = place;
-    return isSaved;
+        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(place));
+        return true;
+    }
+    m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
+                    u"Nothing was changed in the phone."_s.arg(place, reason));
+    return false;
 }
 
 bool ContactBook::isWhole() const

@@ -23,16 +23,4 @@ bool saveOutput(Job& job, const Reading& reading)
     return true;
 }
 
-bool savePhoneCopy(Job& job, const QString& path, const QByteArray& bytes)
-{
-    QString reason;
-    if (app::writeWholeFile(path, bytes, &reason)) {
-        job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(path));
-        return true;
-    }
-    job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
-                  u"Nothing was changed in the phone."_s.arg(path, reason));
-    return false;
-}
-
 } // namespace kalmo::cli

@@ -16,7 +16,4 @@ struct Reading
 /// where the reading is empty or doubtful: it may be the better copy. Both are noted. False has been told.
 bool saveOutput(Job& job, const Reading& reading);
 
-/// Saves what the phone holds in the folder for backups, before it is changed. Both outcomes are told.
-bool savePhoneCopy(Job& job, const QString& path, const QByteArray& bytes);
-
 } // namespace kalmo::cli

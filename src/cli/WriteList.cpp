@@ -1,8 +1,8 @@
 #include "cli/WriteList.h"
 
+#include "app/Files.h"
 #include "cli/EntryWarnings.h"
 #include "cli/FindPhone.h"
-#include "cli/OutputFile.h"
 #include "cli/ReadList.h"
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
@@ -113,11 +113,17 @@ bool ListWriter::backUp()
 {
     if (m_held.entries.empty())
         return true;
-    const QString path = phonedata::phoneCopyPath(m_job.context, phonedata::backupExtension(m_store));
-    const bool isSaved = savePhoneCopy(m_job, path, entryFileBytes(path, m_held.entries, m_store));
-    if (isSaved)
+    const QString path = phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s,
+                                               phonedata::backupExtension(m_store));
+    QString reason;
+    if (app::writeWholeFile(path, entryFileBytes(path, m_held.entries, m_store), &reason)) {
         m_backup = path;
-    return isSaved;
+        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(path));
+        return true;
+    }
+    m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
+                    u"Nothing was changed in the phone."_s.arg(path, reason));
+    return false;
 }
 
 /// Only a person may say so: a backup that lacks an entry is none.
