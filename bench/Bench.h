@@ -35,7 +35,7 @@ public:
 
 class AbortingEnding : public toolkit::Ending
 {
-    void end() override { std::abort(); }
+    void end(int) override { std::abort(); }
 };
 
 class NoDevices : public link::DeviceList

@@ -83,6 +83,8 @@ const std::vector<FaultRow> faultTable = {
     {u"refuse-at"_s, u"N"_s, u"the N-th OBEX request is refused"_s, count(&Faults::refuseAt)},
     {u"refuse-code"_s, u"HEX"_s, u"with this code (C3)"_s, code(&Faults::refuseCode)},
     {u"busy"_s, u"N"_s, u"N requests for a whole phonebook are answered with D0"_s, count(&Faults::busy)},
+    {u"miscount"_s, u"N"_s, u"N answers about a store's room name one entry too many"_s,
+     count(&Faults::miscounts)},
     {u"early-success"_s,
      {},
      u"the first of several parts is answered like the last"_s,

@@ -46,7 +46,6 @@ private:
     void endedByCrAlone();
     QByteArray fromAttention(const QByteArray& line);
     void run(const QByteArray& line);
-    AtAnswer answerTo(const AtRequest& request);
     void checkPlace(const AtRequest& request, const AtCommand* command);
     void answer(const AtAnswer& answer);
     void checkEnding();

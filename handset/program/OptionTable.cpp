@@ -190,7 +190,9 @@ const std::vector<OptionRow> optionRows = {
     {u"link"_s, u"PATH"_s, u"makes a symbolic link to the terminal"_s, setLink},
     {u"until-closed"_s, {}, u"ends when the client closes its port"_s, endWithClient},
     {u"help"_s, {}, u"prints this"_s, print(helpText)},
-    {u"version"_s, {}, u"prints the version"_s, print([] { return u"kalmo-handset 1.9.8\n"_s; })},
+    {u"version"_s, {}, u"prints the version"_s, print([] {
+         return QStringLiteral("kalmo-handset " KALMO_VERSION "\n");
+     })},
 };
 
 } // namespace

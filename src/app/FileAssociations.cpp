@@ -20,8 +20,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
                  u"Auf Ihrem Rechner ist aktuell kein Programm zum Öffnen von *.3GP Videos oder *.AMR Daeien "
                  u"installiert.\n"
                  u"Bitte installieren Sie sich das passende Programm. Eine Auswahl finden Sie auf der "
-                 u"Orvane! "
-                 u"Homepage im Internet im Bereich Software > Download."_s,
+                 u"Orvane! Homepage im Internet im Bereich Software > Download."_s,
              .title = title,
              .icon = Icon::Information});
         return;
@@ -30,8 +29,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
         context.dialogs.Show(
             {.text =
                  u"Aus urheberrechtlichen Gründen können mit Kalmo keine Klingeltöne aus dem Telefon zurück "
-                 u"in "
-                 u"weit verbreitete Audioformate (*.wav oder *.mp3) umgewandelt werden.\n\n"
+                 u"in weit verbreitete Audioformate (*.wav oder *.mp3) umgewandelt werden.\n\n"
                  u"Sie können den Klingelton aber auf Ihrem Computer speichern und auf ein anderes Telefon "
                  u"übertragen, indem Sie oben die Knöpfe \"PC -> Tel\" bzw. \"PC <- Tel\" verwenden."_s,
              .title = title,
@@ -45,8 +43,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
                  u"Bitte installieren Sie ein Programm, das mit *."_s +
                  extension +
                  u" Dateien umgehen kann. Wenn ein solche Programm schon vorhanden sein sollte, wählen Sie "
-                 u"\"JA\" "
-                 u"und geben Sie den Pfad zu diesen Programm an.\n\n"
+                 u"\"JA\" und geben Sie den Pfad zu diesen Programm an.\n\n"
                  u"Programme zum Öffnen manuell wählen?"_s,
          .title = title,
          .buttons = Buttons::YesNo,
@@ -57,6 +54,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
 
 void OpenWithDialog(Context& context, Desktop& desktop, const QString& path)
 {
+    // On a system without that folder the chooser starts where it likes.
     const QString program =
         context.dialogs.OpenFile({.title = productName() + u" - Programm wählen"_s, .folder = u"/usr/bin"_s});
     if (program.isEmpty())

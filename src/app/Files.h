@@ -14,7 +14,7 @@ bool DirExists(const QString& path);
 void DeleteQuiet(const QString& path);
 
 /// Deletes a file, a read-only one too, and lets the user try again where that fails. True if the file is
-/// gone.
+/// gone. The programs do not use it yet.
 bool KillEx(Context& context, const QString& path);
 
 /// Deletes every file in a folder and tells of no error; folders within it stay.

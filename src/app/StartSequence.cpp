@@ -49,7 +49,7 @@ bool readCommandLine(Context& context, const QString& commandLine)
                               .icon = Icon::Question,
                               .defaultButton = Answer::No});
     if (answer != Answer::Yes)
-        context.ending.EndProgram();
+        context.ending.EndProgram(EXIT_SUCCESS);
     return true;
 }
 
@@ -66,7 +66,7 @@ void deleteSettings(Context& context)
     DeleteQuiet(iniPath(context.sy.Paths.Exe));
     DeleteQuiet(iniPath(context.sy.Paths.Storage));
     context.dialogs.Show({.text = u"Programm bitte neu starten"_s, .icon = Icon::Information});
-    context.ending.EndProgram();
+    context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 void fillSession(Context& context, const ScreenSize& screen)
@@ -96,13 +96,10 @@ QString unclosedSessionText(const QString& device)
 {
     return device + u" wurde beim letzten Betrieb nicht vollständig beendent.\n"
                     u"Wenn Sie das gleiche Telefon wieder angeschlossen haben, ziehen Sie es bitte JETZT für "
-                    u"fünf Sekunde "
-                    u"vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
+                    u"fünf Sekunde vom Datenkabel ab, stecken es wieder an und klicken erst dann auf OK.\n"
                     u"Mit dieser Prozedur stellen Sie sicher, daß das Telefon wieder gefunden wird. Sollte "
-                    u"das Telefon "
-                    u"trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und wieder ein und "
-                    u"starten dann "
-                    u"Kalmo erneut."_s;
+                    u"das Telefon trotzdem nicht gefunden werden, schalten Sie es bitte einmal aus und "
+                    u"wieder ein und starten dann Kalmo erneut."_s;
 }
 
 StartOutcome runStartSequence(Context& context, StartView& view, const QString& commandLine)

@@ -11,10 +11,8 @@ inline QString productName()
 {
     return u"Kalmo"_s;
 }
-inline QString programVersion()
-{
-    return u"1.9.8"_s;
-}
+/// "1.9.8": the version of the project in CMakeLists.txt.
+QString programVersion();
 inline QString versionDate()
 {
     return u"17.09.2026"_s;

@@ -49,7 +49,7 @@ bool ContactBook::backUp(QString& path)
     path.clear();
     if (m_list->count() == 0)
         return true;
-    const QString place = phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s, u".json"_s);
+    const QString place = phonedata::phoneCopyPath(m_job.context, u".json"_s);
     QString reason;
     if (app::writeWholeFile(place, contactJsonBytes(contacts()), &reason)) {
         path = place;

@@ -26,9 +26,9 @@ bool bringLineBack(Job& job)
         return true;
     if (!line.port().IsOpen()) {
         job.out.error(
-            u"%1 is gone in the middle of a data session. When the cable is back, \"kalmoctl "
-            u"recover\" takes the\nhandset back to commands; if that fails, switch it off and on."_s.arg(
-                job.portName()));
+            u"%1 is gone in the middle of a data session. When the cable is back, \"kalmoctl recover\" "
+            u"takes the\n"
+            u"handset back to commands; if that fails, switch it off and on."_s.arg(job.portName()));
         return false;
     }
     job.progress.phase(u"Taking the handset back to commands"_s);

@@ -62,7 +62,7 @@ QStringList warningsAbout(const ClassicEntry& entry, Store store, int phoneType,
     } else if (!entry.dateSound.isEmpty()) {
         warnings.append(u"a reminder needs a date"_s);
     }
-    if (!entry.vip.isEmpty() && !link::hasRingtoneSettings(phoneType))
+    if (!entry.vip.isEmpty() && !link::marksVip(phoneType))
         warnings.append(u"this phone marks no VIP entries"_s);
     else if (!entry.vip.isEmpty())
         warnOfSound(warnings, u"VIP call"_s, entry.vipSound, phoneType, sounds);

@@ -14,12 +14,6 @@ namespace kalmo::cli {
 
 namespace {
 
-int portNumber(const Job& job)
-{
-    const int given = job.context.sy.ComNoForThisRun;
-    return given > 0 ? given : app::getInt(job.context.settings, app::keys::ComPortNew);
-}
-
 /// Rates without their signs, each once, the last one that a phone answered at ahead of all.
 QList<int> distinctRates(const Job& job)
 {
@@ -37,23 +31,21 @@ bool isSessionUnclosed(const Job& job)
 {
     const app::Settings& settings = job.context.settings;
     return app::get(settings, app::keys::LastUnclosedObexDevice) != app::noValue() &&
-           app::get(settings, app::keys::LastUnclosedObexDeviceCOM) == QString::number(portNumber(job));
+           app::get(settings, app::keys::LastUnclosedObexDeviceCOM) ==
+               QString::number(link::portNumber(job.context));
 }
 
 bool recoverAtPort(Job& job, const QList<int>& rates)
 {
     link::Line& line = job.line;
-    job.context.sy.ComNo = portNumber(job);
+    job.context.sy.ComNo = link::portNumber(job.context);
     if (!line.port().IsOpen() && !line.port().Open(link::Line::ComPortName(job.context.sy.ComNo))) {
         job.out.error(line.port().openErrorEnglish());
         return false;
     }
     for (const int rate : rates) {
         job.progress.phase(u"Taking the handset back to commands at %1 baud"_s.arg(rate));
-        line.ConfigurePort();
-        line.port().SetSettings(u"%1,N,8,1"_s.arg(rate));
-        line.port().SetControlLines(true);
-        if (obex::recoverLine(line, {.cancel = &job.stop}))
+        if (obex::recoverLine(line, rate, {.cancel = &job.stop}))
             return true;
         if (job.stop.Checked() || !line.port().IsOpen())
             break;

@@ -3,52 +3,34 @@
 #include "app/Files.h"
 #include "app/StoragePaths.h"
 #include "app/Version.h"
-#include "link/PortChoice.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <cstdlib>
 
 namespace kalmo::cli {
 
-namespace {
-
-QString absolute(const QString& path)
-{
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
-} // namespace
-
-void Session::ImmediateEnding::end()
+void Session::ImmediateEnding::end(int)
 {
     std::_Exit(ExitFailed);
 }
 
 Session::Session(const Invocation& invocation, Output& out, Questions& questions)
     : m_invocation(invocation), m_out(out), m_questions(questions), m_dialogs(out, questions),
-      m_settings(m_sy),
-      m_log(m_sy, m_clock, {}), m_context{m_sy, m_clock, m_dialogs, m_ending, m_platform, m_settings, m_log},
-      m_ports(m_settings, m_devices), m_port(m_ports), m_line(m_context, m_port), m_progress(out)
+      m_machine(m_dialogs, m_ending), m_progress(out)
 {
-    m_sy.Paths.Exe = m_platform.ExePath();
-    m_sy.startDate = m_clock.Now().toString(Qt::ISODate);
-    m_sy.PrgVersion = app::programVersion();
-}
-
-Session::~Session()
-{
-    m_line.ClosePort();
+    m_machine.sy.Paths.Exe = m_machine.platform.ExePath();
+    m_machine.sy.startDate = m_machine.clock.Now().toString(Qt::ISODate);
+    m_machine.sy.PrgVersion = app::programVersion();
 }
 
 ExitStatus Session::run()
 {
     if (!openStorage() || !openLog() || !choosePort())
         return ExitWrongUse;
-    app::DetectOsClass(m_context);
-    Job job{m_invocation, m_context,   m_line,     m_ports, m_memory,
-            m_out,        m_questions, m_progress, m_stop,  m_desktop};
+    app::DetectOsClass(m_machine.context);
+    Job job{m_invocation, m_machine.context, m_machine.line, m_machine.ports, m_memory,
+            m_out,        m_questions,       m_progress,     m_stop,          m_machine.desktop};
     const ExitStatus status = m_invocation.command->run(job);
     m_progress.clear();
     return status == ExitDone && !m_out.isComplete() ? ExitFailed : status;
@@ -57,47 +39,37 @@ ExitStatus Session::run()
 bool Session::openStorage()
 {
     const QString given = m_invocation.value(u"--storage"_s);
-    const QString path = given.isEmpty() ? app::currentStoragePath(m_platform) : absolute(given);
-    m_sy.Paths.Storage = path;
-    m_sy.DefUserExpRoot = m_platform.SpecialFolder(app::Folder::Documents, false);
-    if (!app::EnsureDirExistsNoMsgBox(m_context, path)) {
+    const QString path =
+        given.isEmpty() ? app::currentStoragePath(m_machine.platform) : link::absolutePath(given);
+    m_machine.sy.Paths.Storage = path;
+    m_machine.sy.DefUserExpRoot = m_machine.platform.SpecialFolder(app::Folder::Documents, false);
+    if (!app::EnsureDirExistsNoMsgBox(m_machine.context, path)) {
         m_out.error(u"the storage folder %1 does not exist and can't be made."_s.arg(path));
         return false;
     }
     // A folder that can't be made is told by whoever needs it: reading a phone needs none.
     for (const QString& name : {u"config/temp"_s, u"Backup"_s})
-        app::EnsureDirExistsNoMsgBox(m_context, QDir(path).filePath(name));
+        app::EnsureDirExistsNoMsgBox(m_machine.context, QDir(path).filePath(name));
     return true;
 }
 
 bool Session::openLog()
 {
-    if (!m_invocation.has(u"--log"_s))
-        return true;
-    m_sy.logPath = absolute(m_invocation.value(u"--log"_s));
-    QFile file(m_sy.logPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        m_out.error(u"the log %1 can't be written: %2."_s.arg(m_sy.logPath, file.errorString()));
-        return false;
-    }
-    m_sy.debug = true;
-    m_sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
-    return true;
+    const QString path = m_invocation.value(u"--log"_s);
+    return !m_invocation.has(u"--log"_s) || isFine(m_machine.logTo(path, QIODevice::Truncate));
 }
 
 bool Session::choosePort()
 {
-    if (!m_invocation.has(u"--port"_s))
-        return true;
     const QString word = m_invocation.value(u"--port"_s);
-    const int number = link::portForThisRun(m_ports, word);
-    if (number == 0) {
-        m_out.error(
-            u"%1 is no port; say a number from 1 to %2, or a device."_s.arg(word).arg(link::largestPort));
-        return false;
-    }
-    m_sy.ComNoForThisRun = number;
-    return true;
+    return !m_invocation.has(u"--port"_s) || isFine(m_machine.usePort(word));
+}
+
+bool Session::isFine(const QString& error)
+{
+    if (!error.isEmpty())
+        m_out.error(error + u'.');
+    return error.isEmpty();
 }
 
 } // namespace kalmo::cli

@@ -7,9 +7,8 @@ using phonedata::Store;
 
 const StoreWords& wordsOf(Store store)
 {
-    static constexpr StoreWords phonebook{Store::Phonebook, u"phonebook", u"phonebook", u".tel", true};
-    static constexpr StoreWords providers{Store::Providers, u"list of providers", u"providers", u".prv",
-                                          false};
+    static constexpr StoreWords phonebook{u"phonebook", u"phonebook", u".tel", true};
+    static constexpr StoreWords providers{u"list of providers", u"providers", u".prv", false};
     return store == Store::Phonebook ? phonebook : providers;
 }
 

@@ -8,7 +8,6 @@ namespace kalmo::cli {
 /// the provider list have a name and a number only.
 struct StoreWords
 {
-    phonedata::Store store;
     QStringView name;     ///< "phonebook"
     QStringView commands; ///< first word of its commands
     QStringView ending;   ///< of the window's own files

@@ -9,6 +9,8 @@
 
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 using phonedata::tVcfEntry;

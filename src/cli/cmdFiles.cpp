@@ -7,6 +7,8 @@
 
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 using obex::clsMmc;

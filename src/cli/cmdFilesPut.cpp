@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 using obex::clsMmc;

@@ -32,8 +32,7 @@ bool readIdentity(link::Line& line, Status& status)
 bool readGauges(link::Line& line, int phoneType, Status& status)
 {
     bool complete = true;
-    const bool hasGauges = phoneType == 1 || link::hasVcards(phoneType);
-    if (hasGauges) {
+    if (link::hasGauges(phoneType)) {
         const link::SignalQuality signal = link::GetSignalQuality(line);
         if (!signal.text.isEmpty())
             status.signal = signal;
@@ -43,7 +42,7 @@ bool readGauges(link::Line& line, int phoneType, Status& status)
         complete = status.signal && status.battery;
     }
     QDateTime time;
-    if (phoneType == 1) {
+    if (link::hasClock(phoneType)) {
         if (link::GetPhoneTime(line, time))
             status.phoneTime = time;
         complete = complete && status.phoneTime;

@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Device path to its name below by-id, which is made of maker, product and serial number.
+/// Device path to its name below by-id, which is made of maker, product and serial number. Empty on a system
+/// without that folder.
 QHash<QString, QString> stableNames()
 {
     QHash<QString, QString> names;

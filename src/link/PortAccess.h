@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QSerialPort;
+
 namespace kalmo::link {
 
 /// Why a serial device can't be opened, for the user.
@@ -16,8 +18,8 @@ struct PortFault
 PortFault examinePort(const QString& devicePath, const QString& systemText);
 
 /// Claims a device that was just opened, so that no second Kalmo opens it. False if another one has it. The
-/// claim ends with the handle.
-bool claimPort(qintptr handle);
+/// claim ends when the port is closed.
+bool claimPort(const QSerialPort& port);
 
 /// What is said where claimPort() fails.
 PortFault portInUse(const QString& devicePath);

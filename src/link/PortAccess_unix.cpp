@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSerialPort>
 
 #include <cerrno>
 
@@ -27,19 +28,16 @@ PortFault notPermitted(const QString& path)
     if (group.isEmpty() || group == u"root"_s || !info.permission(QFile::ReadGroup | QFile::WriteGroup)) {
         return {
             u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört %2 und der Gruppe %3, die es auch "
-            u"nicht "
-            u"benutzen darf. Bitten Sie den Verwalter des Rechners um das Recht zum Lesen und Schreiben."_s
-                .arg(path, info.owner(), group),
+            u"nicht benutzen darf. Bitten Sie den Verwalter des Rechners um das Recht zum Lesen und "
+            u"Schreiben."_s.arg(path, info.owner(), group),
             u"No permission for %1: it belongs to %2, group %3, and the group may not use it either. Ask the "
             u"administrator for read and write access."_s.arg(path, info.owner(), group)};
     }
     return {u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört der Gruppe %2. Nehmen Sie Ihr "
-            u"Benutzerkonto "
-            u"in diese Gruppe auf (sudo usermod -aG %2 IhrName) und melden Sie sich danach neu an."_s.arg(
-                path, group),
+            u"Benutzerkonto in diese Gruppe auf (sudo usermod -aG %2 IhrName) und melden Sie sich danach neu "
+            u"an."_s.arg(path, group),
             u"No permission for %1: it belongs to the group %2. Join it (sudo usermod -aG %2 yourname) and "
-            u"log in "
-            u"again."_s.arg(path, group)};
+            u"log in again."_s.arg(path, group)};
 }
 
 } // namespace
@@ -52,11 +50,11 @@ PortFault portInUse(const QString& devicePath)
         u"%1 is in use by another program, perhaps by Kalmo's window. Close that program."_s.arg(devicePath)};
 }
 
-bool claimPort(qintptr handle)
+bool claimPort(const QSerialPort& port)
 {
     // The exclusive mode of a terminal does not bind the superuser, and a lock file goes by the name, of
     // which a device can have several. This binds all programs that ask.
-    return flock(static_cast<int>(handle), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    return flock(port.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 PortFault examinePort(const QString& devicePath, const QString& systemText)

@@ -30,7 +30,7 @@ bool QtSerialPort::Open(const QString& portName)
         m_fault = examinePort(path, m_port.errorString());
         return false;
     }
-    if (!claimPort(m_port.handle())) {
+    if (!claimPort(m_port)) {
         m_port.close();
         m_fault = portInUse(path);
         return false;

@@ -287,15 +287,12 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
     if (app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
         app::put(m_context.settings, LastUnclosedObexDevice, app::noValue());
     show({.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie "
-                  u"sicher, daß "
-                  u"der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden Sie sich "
-                  u"bitte an den "
-                  u"Programmautor."_s.arg(sent)
+                  u"sicher, daß der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden "
+                  u"Sie sich bitte an den Programmautor."_s.arg(sent)
                       .arg(bytes.size()),
           .icon = Icon::Exclamation,
           .english = u"The line took %1 of %2 bytes: it is gone. Switch the handset off and on before the "
-                     u"next try, or say "
-                     u"\"kalmoctl recover\" when the line is back."_s.arg(sent)
+                     u"next try, or say \"kalmoctl recover\" when the line is back."_s.arg(sent)
                          .arg(bytes.size())});
     m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
     ClosePort();

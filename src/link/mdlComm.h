@@ -15,7 +15,7 @@ inline constexpr double queryTimeout = 1;
 enum RxDirectCode { RxDirectTimeout = -1, RxDirectAnswered = 32 };
 
 /// What the phone at the other end takes the bytes for. Only the opening and the closing of the data channel
-/// change it.
+/// change it, and a newly opened port begins with text.
 enum class LineMode {
     Text,      ///< AT commands: Tx and Rx
     Switching, ///< on the way into or out of the data mode: TxDirect and RxDirect
@@ -86,7 +86,8 @@ public:
     void markDirty() { m_dirty = true; }
 
     /// Receives until "OK" or "ERROR" with a line end is in what came, or `timeout` seconds have passed (0
-    /// stands for 5.5). Gives everything received, uncut; empty after a timeout. `label` counts down.
+    /// stands for 5.5). Gives everything received, uncut; empty after a timeout. `label` counts down. As with
+    /// Rx, a wait that spans midnight does not time out.
     RxDirectCode RxDirect(QByteArray& received, double timeout, toolkit::StatusPanel* label = nullptr);
 
     /// Appends what waits in the port, at most 10000 bytes, to `buffer`. True if anything came.

@@ -48,6 +48,12 @@ QList<int> rateList(int preferred)
     return rates;
 }
 
+int portNumber(const app::Context& context)
+{
+    const int given = context.sy.ComNoForThisRun;
+    return given > 0 ? given : app::getInt(context.settings, app::keys::ComPortNew);
+}
+
 PhoneSearch::PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop)
     : m_line(line), m_view(view), m_desktop(desktop), m_context(line.context())
 {
@@ -81,19 +87,13 @@ SearchOutcome PhoneSearch::SearchPhone()
     }
 }
 
-int PhoneSearch::portNumber() const
-{
-    const int given = m_context.sy.ComNoForThisRun;
-    return given > 0 ? given : app::getInt(m_context.settings, app::keys::ComPortNew);
-}
-
 PassResult PhoneSearch::runPass()
 {
     m_rates += rateList(app::getInt(m_context.settings, app::keys::PrefDetectBaud));
     for (;;) {
         m_view.setProgress(0, probeSteps);
         m_view.clearAborted();
-        m_context.sy.ComNo = portNumber();
+        m_context.sy.ComNo = portNumber(m_context);
         bool opened = false;
         const bool answered = tryRate(m_rates[m_next++], opened);
         if (!opened)
@@ -230,13 +230,12 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
 {
     const int number = m_context.sy.ComNo;
     const Answer answer = m_context.dialogs.Show(
-        {.text =
-             u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
-             u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein "
-             u"anderes "
-             u"Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das Programm bitte.\n\n"_s
-                 .arg(number) +
-             m_line.port().openError() + u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
+        {.text = u"Der gewählte Anschluss (COM%1) konnte nicht geöffnet werden.\n"
+                 u"Entweder der Anschluss existiert auf Ihrem Computer nicht oder er wird bereits durch ein "
+                 u"anderes Programm benutzt. Wenn ein anderes Programm den Port benutzt, beenden Sie das "
+                 u"Programm bitte.\n\n"_s.arg(number) +
+                 m_line.port().openError() +
+                 u"\n\nMöchten Sie die Suche am gewählten Anschluss wiederholen?"_s,
          .title = u"Kalmo - Problem"_s,
          .buttons = Buttons::YesNoCancel,
          .icon = Icon::Question});
@@ -247,23 +246,20 @@ PhoneSearch::Next PhoneSearch::afterPortFailure()
     if (answer == Answer::No)
         return offerSettings();
     m_line.ClosePort();
-    m_context.ending.EndProgram();
+    m_context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 PhoneSearch::Next PhoneSearch::afterSilence()
 {
     const Answer answer = m_context.dialogs.Show(
-        {.text =
-             u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
-             u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel "
-             u"benutzt "
-             u"wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von Bluetooth und "
-             u"Datenkabel ist NICHT möglich!\n\n"
-             u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das "
-             u"Gigaset "
-             u"einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft oftmals.\n\n"_s.arg(
-                 m_context.sy.ComNo) +
-             repeatQuestion,
+        {.text = u"An COM %1 konnte kein Gigaset gefunden werde.\n\n"
+                 u"Bei Gigasets mit Bluetooth Funktion MUSS Bluetooth abgeschaltet sein, wenn ein Datenkabel "
+                 u"benutzt wird. Andernfalls wird das Telefon nicht gefunden! Gleichzeitiger Betrieb von "
+                 u"Bluetooth und Datenkabel ist NICHT möglich!\n\n"
+                 u"Wenn Sie sich sicher sind, daß der gewählte Anschluss der richtige ist, schalten Sie das "
+                 u"Gigaset einmal aus und wieder ein und ziehen Sie das Kabel einmal ab. Das hilft "
+                 u"oftmals.\n\n"_s.arg(m_context.sy.ComNo) +
+                 repeatQuestion,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
     return answer == Answer::Yes ? Next::NewPass : offerSettings();
@@ -329,7 +325,7 @@ PhoneSearch::Next PhoneSearch::offerSettings()
         {.text = app::ResText(app::TextChangeInterface), .buttons = Buttons::YesNo, .icon = Icon::Question});
     m_line.ClosePort();
     if (answer != Answer::Yes)
-        m_context.ending.EndProgram();
+        m_context.ending.EndProgram(EXIT_SUCCESS);
     return Next::Settings;
 }
 

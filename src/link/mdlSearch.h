@@ -27,6 +27,9 @@ enum class PassResult { Answered, PortNotOpened, NobodyAnswered };
 /// Rates to try, in order. The size is the baud rate, a negative one means commands that end in CR LF.
 QList<int> rateList(int preferred);
 
+/// Number of the port to look at: that of this run, else that of the settings.
+int portNumber(const app::Context& context);
+
 /// Finds the rate at which a phone answers, and its family.
 class PhoneSearch
 {
@@ -52,7 +55,6 @@ public:
 private:
     enum class Next { NewPass, Settings };
 
-    int portNumber() const;
     bool tryRate(int rate, bool& opened);
     void announceRate(int rate);
     Next afterPortFailure();

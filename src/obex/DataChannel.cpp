@@ -174,4 +174,12 @@ bool recoverLine(Line& line, const Progress& progress)
     return answers;
 }
 
+bool recoverLine(Line& line, int rate, const Progress& progress)
+{
+    line.ConfigurePort();
+    line.port().SetSettings(u"%1,N,8,1"_s.arg(rate));
+    line.port().SetControlLines(true);
+    return recoverLine(line, progress);
+}
+
 } // namespace kalmo::obex

@@ -28,5 +28,7 @@ bool closeDataChannel(link::Line& line, const toolkit::Progress& progress);
 /// long packet for a phone in data mode; after three rounds it ends an OBEX connection that may be open and
 /// tries once more. Up to half a minute; the cancel box ends it between two rounds. The port has to be open.
 bool recoverLine(link::Line& line, const toolkit::Progress& progress);
+/// The same for a port that was just opened, at a baud rate.
+bool recoverLine(link::Line& line, int rate, const toolkit::Progress& progress);
 
 } // namespace kalmo::obex

@@ -15,8 +15,9 @@ inline constexpr QStringView upKeyPrefix = u"CDU_";   ///< command row: one fold
 QString permissionText(int userPerm, int groupPerm);
 
 /// Fills a list with a folder's entries in the list's own order, and with the two command rows behind them. A
-/// file that nobody may touch gets no row; with `endings` neither does one that ends in none of them. The
-/// first column's tag puts folders ahead of files, the size's tag orders by bytes.
+/// file that nobody may touch gets no row; with `endings`, which the programs do not give yet, neither does
+/// one that ends in none of them. The first column's tag puts folders ahead of files, the size's tag orders
+/// by bytes.
 void DirInLvw(const QList<tObxDirEntry>& entries, toolkit::ListRows& list,
               const QStringList* endings = nullptr);
 

@@ -70,7 +70,8 @@ public:
     /// bytes.
     int MaxPacket() const { return m_maxPacket; }
 
-    /// Seconds of silence after which a wait ends; 25 unless somebody has set it.
+    /// Seconds of silence after which a wait ends; 25 unless somebody has set it. The programs do not ask
+    /// yet.
     double RxTimeOut() const { return m_rxTimeOut; }
     void setRxTimeOut(double seconds) { m_rxTimeOut = seconds; }
 
@@ -86,7 +87,7 @@ public:
     // --- folders
 
     /// Lists the current folder into `entries`, and into `list` as DirInLvw does it. `filter` as in
-    /// parseFolderListing. `decoded` gets the listing's text.
+    /// parseFolderListing; the programs give none yet. `decoded` gets the listing's text.
     bool Dir(QList<tObxDirEntry>& entries, const toolkit::Progress& progress,
              toolkit::ListRows* list = nullptr, const QStringList* filter = nullptr,
              QString* decoded = nullptr);
@@ -98,7 +99,8 @@ public:
     /// One folder up by the phone's own means. Where that is, the client does not know: CdRoot has to follow.
     bool CdNull();
     bool CdUp(); ///< by way of the root
-    /// Into the folder of single entries of the phonebook, the calendar, the notes.
+    /// Into the folder of single entries of the phonebook, the calendar, the notes. The programs do not use
+    /// the last two yet.
     bool CDluidPB();
     bool CDluidCAL();
     bool CDluidNT();
@@ -115,7 +117,7 @@ public:
     bool SetPermissionRWD(const QString& name);
 
     /// Capacities in bytes; 0 after a failure. `useCache` gives an earlier answer since Online other
-    /// than 0.
+    /// than 0. The programs do not ask for the memory card's yet.
     bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
@@ -126,12 +128,13 @@ public:
     bool GetFileSizeInActDir(const QString& name, qint32& size) const;
     bool GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment) const;
 
+    /// Remembers the current folder, and goes back to it. The programs do not use it yet.
     void DirActSave() { m_dirActSaved = m_dirAct; }
     bool DirActRestore();
 
     /// Adds up the files in a folder and all below it. True if the way back to `parent` was found, whatever
     /// happened on the way down. The cancel box ends the walk between two folders, and so do folders without
-    /// an end.
+    /// an end. The programs do not use it yet.
     bool GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
                            const toolkit::Progress& progress, const QString& parent);
 

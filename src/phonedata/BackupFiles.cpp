@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
@@ -113,7 +115,7 @@ std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType)
         entry.number = field(1);
         entry.date = field(2);
         entry.dateSound = field(3);
-        if (link::hasRingtoneSettings(phoneType)) {
+        if (link::marksVip(phoneType)) {
             entry.vip = field(4);
             entry.vipSound = field(5);
         }
@@ -179,6 +181,11 @@ QString backupPath(const app::Context& context, const QString& what, const QStri
     for (int number = 2; app::FileExists(path); ++number)
         path = folder.filePath(base + u" (%1)"_s.arg(number) + extension);
     return path;
+}
+
+QString phoneCopyPath(const app::Context& context, const QString& extension)
+{
+    return backupPath(context, u"Inhalt des Telefons vom "_s, extension);
 }
 
 } // namespace kalmo::phonedata

@@ -33,4 +33,7 @@ bool saveBackup(app::Context& context, const QString& path, const QByteArray& by
 /// is taken already, by a backup of the same second, gets a number behind it.
 QString backupPath(const app::Context& context, const QString& what, const QString& extension);
 
+/// The same for a copy of what the phone holds.
+QString phoneCopyPath(const app::Context& context, const QString& extension);
+
 } // namespace kalmo::phonedata

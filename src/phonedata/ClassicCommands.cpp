@@ -118,8 +118,7 @@ CommandResult writeCommand(const StoreJob& job, Store store)
     setDirty(job.memory, store, false);
     if (certaintyOf(job.memory, store) == Certainty::Doubtful)
         tell(job, u"Beim Schreiben war die Übertragung gestört. Es ist möglich, dass ein Eintrag doppelt im "
-                  u"Telefon "
-                  u"steht. Bitte lesen Sie die Liste noch einmal ein."_s);
+                  u"Telefon steht. Bitte lesen Sie die Liste noch einmal ein."_s);
     return CommandResult::Done;
 }
 

@@ -10,8 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int typeWithPreparation = 3;
-constexpr int leastRowsToPrepare = 3;
+constexpr size_t leastRowsToPrepare = 3;
 
 /// Month, day, hour and minute stand in this order from `at` on, two digits each.
 QString dateFromWire(const QString& text, qsizetype at)
@@ -35,7 +34,7 @@ QString soundFromCode(const QString& code, const SoundList& sounds, app::DebugLo
     return name.isEmpty() ? u"Melodie "_s + code : name;
 }
 
-void parseDateOfType1(ClassicEntry& entry, const QString& text)
+void parseDate(ClassicEntry& entry, const QString& text)
 {
     const qsizetype comma = text.indexOf(u',');
     const QString date = comma < 0 ? QString() : text.mid(comma + 1);
@@ -91,17 +90,6 @@ bool prepareStore(const StoreJob& job)
     return true;
 }
 
-bool abandonWrite(const StoreJob& job, std::vector<ClassicEntry> held, int written)
-{
-    held.resize(written);
-    job.memory.phonebook.becomes(std::move(held), Certainty::Known);
-    job.line.pause(0.5);
-    CloseStore(job.line, job.progress);
-    job.progress.status(u"Fertig"_s);
-    job.progress.hide();
-    return false;
-}
-
 } // namespace
 
 ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const SoundList& sounds,
@@ -112,16 +100,16 @@ ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const S
     ClassicEntry entry;
     entry.name = takeName(text);
     entry.number = takeField(text);
-    if (phoneType == 1)
-        parseDateOfType1(entry, text);
-    else
+    if (link::marksVip(phoneType))
         parseDateAndVip(entry, text, sounds, log);
+    else
+        parseDate(entry, text);
     return entry;
 }
 
 bool ReadPB_TB(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     app::Context& context = job.context();
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
@@ -130,21 +118,15 @@ bool ReadPB_TB(const StoreJob& job)
     job.list.clear();
 
     bool doubtful = false;
-    QByteArray reply;
-    NextEntry next = NextEntry::Entry;
-    while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed
-                                        : readNextEntry(job.line, Store::Phonebook, reply, doubtful);
-        if (next == NextEntry::Failed)
-            return abandonRead(job);
+    const auto take = [&](const QByteArray& reply) {
         if (context.log.isOn())
             context.log.WriteDebugLog(u"ReadPB_TB_Data="_s, app::fromCp1252(reply));
-        if (next == NextEntry::Entry)
+        if (!reply.isEmpty())
             job.list.add(toRow(parsePhonebookReply(reply, job.phoneType(), job.memory.sounds, context.log)));
-        context.log.WriteDebugLog(u"ReadPB_TB"_s,
-                                  next == NextEntry::Entry ? u"EntryDone"_s : u"EmptyEntrySkipped"_s);
-        job.line.pause(0.1);
-    }
+        context.log.WriteDebugLog(u"ReadPB_TB"_s, reply.isEmpty() ? u"EmptyEntrySkipped"_s : u"EntryDone"_s);
+    };
+    if (!readEntries(job, Store::Phonebook, take, doubtful))
+        return abandonRead(job);
     job.memory.phonebook.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
@@ -154,24 +136,23 @@ bool ReadPB_TB(const StoreJob& job)
 QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const SoundList& sounds)
 {
     QByteArray command = "AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number);
-    const bool laterTypes = link::hasRingtoneSettings(phoneType);
+    const bool marksVip = link::marksVip(phoneType);
     if (entry.date.isEmpty()) {
         command += ",0,";
     } else {
-        const QString date = (laterTypes ? u"00"_s : QString()) + dateToWire(entry.date) +
+        const QString date = (marksVip ? u"00"_s : QString()) + dateToWire(entry.date) +
                              GetSoundCode(entry.dateSound, phoneType, sounds);
         command += ',' + lengthPrefixed(date);
     }
-    if (laterTypes && entry.vip == u"Ja"_s)
+    if (marksVip && entry.vip == u"Ja"_s)
         command += ",1," + app::toCp1252(GetSoundCode(entry.vipSound, phoneType, sounds));
     return command + "\r\n";
 }
 
 bool WritePB_TB(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
-    const std::vector<ClassicEntry> entries = classicEntries(job.list);
-    const int count = static_cast<int>(entries.size());
+    const toolkit::BusyScope busy(job.window);
+    std::vector<ClassicEntry> entries = classicEntries(job.list);
     job.memory.phonebook.forget();
     if (!EraseStore(job.line, Store::Phonebook, job.progress))
         return false;
@@ -179,31 +160,24 @@ bool WritePB_TB(const StoreJob& job)
     if (!OpenStore(job.line, Store::Phonebook, job.progress))
         return false;
     job.line.pause(1);
-    if (job.phoneType() == typeWithPreparation && count >= leastRowsToPrepare && !prepareStore(job))
+    if (link::needsPreparedPhonebook(job.phoneType()) && entries.size() >= leastRowsToPrepare &&
+        !prepareStore(job))
         return false;
 
-    if (count > 0)
-        job.progress.start(0, count);
-    Certainty certainty = Certainty::Known;
-    for (int index = 0; index < count; ++index) {
-        job.progress.set(index + 1);
-        job.progress.status(u"Schreibe Telefonbuch...(%1 von %2)"_s.arg(index + 1).arg(count));
-        if (index < job.list.count())
-            job.list.setCurrent(index);
-        if (job.progress.cancelled() ||
-            !writeNextEntry(job.line,
-                            phonebookWriteCommand(entries[index], job.phoneType(), job.memory.sounds)))
-            return abandonWrite(job, entries, index);
-        if (job.line.repeats() > 0)
-            certainty = Certainty::Doubtful; // the phone may have taken it twice
-        job.line.pause(0.2);
-    }
-    job.memory.phonebook.becomes(entries, certainty);
-    job.line.pause(1);
+    QByteArrayList commands;
+    for (const ClassicEntry& entry : entries)
+        commands.append(phonebookWriteCommand(entry, job.phoneType(), job.memory.sounds));
+    bool doubtful = false;
+    const int written = writeEntries(job, commands, u"Schreibe Telefonbuch..."_s, doubtful);
+    const bool isWhole = written == commands.size();
+    entries.resize(written);
+    job.memory.phonebook.becomes(std::move(entries),
+                                 isWhole && doubtful ? Certainty::Doubtful : Certainty::Known);
+    job.line.pause(isWhole ? 1 : 0.5);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();
-    return closed;
+    return isWhole && closed;
 }
 
 } // namespace kalmo::phonedata

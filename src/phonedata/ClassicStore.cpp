@@ -2,6 +2,7 @@
 
 #include "app/CodePage.h"
 #include "app/mdlKonverter.h"
+#include "link/PhoneModels.h"
 
 #include <QLocale>
 
@@ -29,7 +30,7 @@ QByteArray wireName(Store store)
 
 QByteArray closeCommand(int phoneType)
 {
-    return phoneType <= 2 ? "AT\r" : "AT^WSSL\r";
+    return link::closesStoreByAt(phoneType) ? "AT\r" : "AT^WSSL\r";
 }
 
 /// Drops a length-prefixed field and the comma behind it; false if it is not as long as it says.
@@ -59,7 +60,7 @@ bool OpenStore(Line& line, Store store, const Progress& progress)
 bool CloseStore(Line& line, const Progress& progress)
 {
     const int phoneType = line.context().sy.PhoneType;
-    if (phoneType < 1 || phoneType > 4)
+    if (!link::isClassic(phoneType))
         return false;
     progress.status(u"Schließe Telefonbuch...(Dauer: "_s + QLocale().toString(closeTimeout) +
                     u" Sekunden)"_s);
@@ -118,6 +119,39 @@ bool writeNextEntry(Line& line, const QByteArray& command)
 {
     QByteArray answer;
     return line.exchange(answer, command, writeTimeout, true);
+}
+
+bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
+                 bool& doubtful)
+{
+    QByteArray reply;
+    NextEntry next = NextEntry::Entry;
+    while (next != NextEntry::End) {
+        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, doubtful);
+        if (next == NextEntry::Failed)
+            return false;
+        take(reply);
+        job.line.pause(0.1);
+    }
+    return true;
+}
+
+int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful)
+{
+    const int count = static_cast<int>(commands.size());
+    if (count > 0)
+        job.progress.start(0, count);
+    for (int index = 0; index < count; ++index) {
+        job.progress.set(index + 1);
+        job.progress.status(status + u"(%1 von %2)"_s.arg(index + 1).arg(count));
+        if (index < job.list.count())
+            job.list.setCurrent(index);
+        if (job.progress.cancelled() || !writeNextEntry(job.line, commands[index]))
+            return index;
+        doubtful = doubtful || job.line.repeats() > 0;
+        job.line.pause(0.2);
+    }
+    return count;
 }
 
 QString takeField(QString& text)

@@ -4,6 +4,8 @@
 #include "phonedata/PhoneMemory.h"
 #include "toolkit/Progress.h"
 
+#include <functional>
+
 namespace kalmo::phonedata {
 
 /// The two stores of a classic handset, which are reached with the same commands.
@@ -22,30 +24,11 @@ struct StoreJob
     int phoneType() const { return context().sy.PhoneType; }
 };
 
-/// Blocks the window for as long as it lives.
-class BusyScope
-{
-public:
-    explicit BusyScope(toolkit::BusyWindow* window) : m_window(window)
-    {
-        if (m_window)
-            m_window->SetBusy(true);
-    }
-    ~BusyScope()
-    {
-        if (m_window)
-            m_window->SetBusy(false);
-    }
-    Q_DISABLE_COPY_MOVE(BusyScope)
-
-private:
-    toolkit::BusyWindow* m_window;
-};
-
 /// Each of these is true if the phone answered. While a store is open no other command is sent.
 bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);
-/// Erases a store and closes it; the result is that of closing. A list of some size takes minutes.
+/// Erases a store and closes it, which is tried after a failed erase too; true if both succeeded. A list of
+/// some size takes minutes.
 bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress);
 
 /// Outcome of asking for the next entry of an open store.
@@ -61,6 +44,16 @@ bool lengthsAddUp(const QByteArray& reply, Store store);
 
 /// Sends a write command; true if the phone took the entry.
 bool writeNextEntry(link::Line& line, const QByteArray& command);
+
+/// Reads an open store to its end and hands on every reply, the empty one at the end too. False after a
+/// failure or where the user cancelled. `doubtful` as in readNextEntry.
+bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
+                 bool& doubtful);
+
+/// Sends the write commands of a list's entries into an open store, and shows `status` with the count. Gives
+/// how many the phone took: fewer than there are after a failure, or where the user cancelled. `doubtful` is
+/// set if a command had to be repeated, which the phone may have taken twice.
+int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful);
 
 /// Takes a length-prefixed field off the front of a text: digits, a comma, that many characters, a comma. A
 /// length that is not true gives what is there.

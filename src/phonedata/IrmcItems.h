@@ -17,7 +17,7 @@ inline constexpr int mostContacts = 500;
 /// Capacity of the phonebook. Starts from whatever folder and ends in the root. False, not told, for an
 /// "info.log" without the numbers.
 bool VcfGetInfo(obex::clsMmc& client, tVcfInfo& info, const toolkit::Progress& progress);
-/// The same for a store of the organizer.
+/// The same for a store of the organizer. The programs do not use it yet.
 bool VcxGetInfo(obex::clsMmc& client, qint32 kind, tVcfInfo& info, const toolkit::Progress& progress);
 
 /// The change counter of the current folder.
@@ -50,6 +50,7 @@ struct OrganizerItem
     QByteArray text;
     QString luid; ///< empty for a new item
 };
+/// Writes one, as VcfWriteItem does. The programs do not use it yet.
 ItemResult VcxWrite(obex::clsMmc& client, qint32 kind, const OrganizerItem& item, qint32& counter,
                     QString& luid, const toolkit::Progress& progress, int index = 0, int total = 0);
 

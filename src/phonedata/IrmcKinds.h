@@ -4,7 +4,7 @@
 
 namespace kalmo::phonedata {
 
-/// What the phone keeps below "telecom".
+/// What the phone keeps below "telecom". The programs do not deal with tasks yet.
 enum IrmcKind : qint32 { KindContact = 0, KindAppointment = 1, KindTask = 2, KindNote = 3 };
 
 struct IrmcKindInfo

@@ -16,16 +16,6 @@ bool abandonRead(const StoreJob& job)
     return false;
 }
 
-bool abandonWrite(const StoreJob& job, std::vector<ProviderEntry> held, int written)
-{
-    held.resize(written);
-    job.memory.providers.becomes(std::move(held), Certainty::Known);
-    CloseStore(job.line, job.progress);
-    job.progress.status(u"Fertig"_s);
-    job.progress.hide();
-    return false;
-}
-
 } // namespace
 
 ProviderEntry parseProviderReply(const QByteArray& reply)
@@ -40,7 +30,7 @@ ProviderEntry parseProviderReply(const QByteArray& reply)
 
 bool ReadPB_NE(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     if (!OpenStore(job.line, Store::Providers, job.progress))
         return false;
     job.progress.status(u"Lese Provider..."_s);
@@ -48,17 +38,12 @@ bool ReadPB_NE(const StoreJob& job)
     job.line.pause(0.5);
 
     bool doubtful = false;
-    QByteArray reply;
-    NextEntry next = NextEntry::Entry;
-    while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed
-                                        : readNextEntry(job.line, Store::Providers, reply, doubtful);
-        if (next == NextEntry::Failed)
-            return abandonRead(job);
-        if (next == NextEntry::Entry)
+    const auto take = [&job](const QByteArray& reply) {
+        if (!reply.isEmpty())
             job.list.add(toRow(parseProviderReply(reply)));
-        job.line.pause(0.1);
-    }
+    };
+    if (!readEntries(job, Store::Providers, take, doubtful))
+        return abandonRead(job);
     job.memory.providers.becomes(providerEntries(job.list),
                                  doubtful ? Certainty::Doubtful : Certainty::Known);
     job.line.pause(0.2);
@@ -69,9 +54,8 @@ bool ReadPB_NE(const StoreJob& job)
 
 bool WritePB_NE(const StoreJob& job)
 {
-    const BusyScope busy(job.window);
-    const std::vector<ProviderEntry> entries = providerEntries(job.list);
-    const int count = static_cast<int>(entries.size());
+    const toolkit::BusyScope busy(job.window);
+    std::vector<ProviderEntry> entries = providerEntries(job.list);
     job.memory.providers.forget();
     if (!EraseStore(job.line, Store::Providers, job.progress))
         return false;
@@ -81,28 +65,21 @@ bool WritePB_NE(const StoreJob& job)
     if (!opened)
         return false;
 
-    if (count > 0)
-        job.progress.start(0, count);
-    Certainty certainty = Certainty::Known;
-    for (int index = 0; index < count; ++index) {
-        job.progress.status(u"Schreibe Provider...(%1 von %2)"_s.arg(index + 1).arg(count));
-        job.progress.set(index + 1);
-        if (index < job.list.count())
-            job.list.setCurrent(index);
-        const QByteArray command = "AT^WSWE=" + lengthPrefixed(entries[index].name) + ',' +
-                                   lengthPrefixed(entries[index].number) + '\r';
-        if (job.progress.cancelled() || !writeNextEntry(job.line, command))
-            return abandonWrite(job, entries, index);
-        if (job.line.repeats() > 0)
-            certainty = Certainty::Doubtful; // the phone may have taken it twice
-        job.line.pause(0.2);
-    }
-    job.memory.providers.becomes(entries, certainty);
-    job.line.pause(0.5);
+    QByteArrayList commands;
+    for (const ProviderEntry& entry : entries)
+        commands.append("AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number) + '\r');
+    bool doubtful = false;
+    const int written = writeEntries(job, commands, u"Schreibe Provider..."_s, doubtful);
+    const bool isWhole = written == commands.size();
+    entries.resize(written);
+    job.memory.providers.becomes(std::move(entries),
+                                 isWhole && doubtful ? Certainty::Doubtful : Certainty::Known);
+    if (isWhole)
+        job.line.pause(0.5);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();
-    return closed;
+    return isWhole && closed;
 }
 
 } // namespace kalmo::phonedata

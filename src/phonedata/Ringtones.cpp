@@ -2,7 +2,8 @@
 
 #include "app/CodePage.h"
 #include "app/mdlKonverter.h"
-#include "phonedata/ClassicStore.h"
+#include "link/PhoneModels.h"
+#include "toolkit/Progress.h"
 
 #include <array>
 
@@ -38,8 +39,7 @@ const EventRow& rowOf(SoundEvent event)
 
 QByteArray listCommand(int phoneType)
 {
-    const QByteArray folder = phoneType == 2 ? "MEL" : phoneType == 3 ? "0" : "3";
-    return "AT^WFFO=\"" + folder + "\"\r";
+    return "AT^WFFO=\"" + link::melodyFolder(phoneType).toByteArray() + "\"\r";
 }
 
 bool fail(const RingtoneJob& job, const QByteArray& command, const QString& status)
@@ -73,7 +73,7 @@ std::unique_ptr<toolkit::ListRows> makeSoundRows()
 
 bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     toolkit::setStatus(job.panel, u"Klingeltöne werden ein eingelesen..."_s);
     list.clear();
     job.memory.sounds.clear();
@@ -97,7 +97,7 @@ bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list)
 
 bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     app::Context& context = job.context();
     toolkit::setStatus(job.panel, u"Klingeltöne werden eingelesen..."_s);
     context.clock.WaitSeconds(0.85);
@@ -121,7 +121,7 @@ bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
 
 bool SetSound(const RingtoneJob& job, SoundEvent event, const QString& toneName, int volume)
 {
-    const BusyScope busy(job.window);
+    const toolkit::BusyScope busy(job.window);
     toolkit::setStatus(job.panel, u"Klingelton wird gesetzt..."_s);
     const QString code = GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
     const QByteArray command = "AT" + rowOf(event).stem.toByteArray() + '=' + app::toCp1252(code) + ',' +

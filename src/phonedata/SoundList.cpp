@@ -16,12 +16,11 @@ constexpr int builtInCount = 10;
 struct CodeRow
 {
     QStringView name;
-    QStringView codeType1;
-    QStringView codeTypes2to4;
+    QStringView codeFromZero;
+    QStringView code;
 };
 
-// The codes of type 1 count from 0; when they are read back they count from 1. That is how these handsets are
-// told.
+// Those that count from 0 when they are written count from 1 when they are read.
 constexpr std::array<CodeRow, 11> codes = {{
     {u"Optisch", u"S", u"S"},
     {u"Melodie 1", u"0", u"1"},
@@ -74,11 +73,12 @@ QString GetSoundCode(const QString& name, int phoneType, const SoundList& sounds
 {
     if (!link::isClassic(phoneType))
         return {};
+    const bool fromZero = link::countsMelodiesFromZero(phoneType);
     for (const CodeRow& row : codes) {
         if (row.name == name)
-            return (phoneType == 1 ? row.codeType1 : row.codeTypes2to4).toString();
+            return (fromZero ? row.codeFromZero : row.code).toString();
     }
-    const Melody* melody = phoneType == 1 ? nullptr : sounds.withName(name);
+    const Melody* melody = link::hasRingtoneSettings(phoneType) ? sounds.withName(name) : nullptr;
     return melody ? QString::number(melody->id) : QString();
 }
 

@@ -31,8 +31,8 @@ constexpr qint64 trustedFor = 120; // seconds
 template <typename Content>
 bool isFresh(const StoreJob& job, const Content& content)
 {
-    return content.certainty != Certainty::Unknown &&
-           content.since.secsTo(job.context().clock.Now()) <= trustedFor;
+    const qint64 age = content.since.secsTo(job.context().clock.Now()); // below 0 if the clock was set back
+    return content.certainty != Certainty::Unknown && age >= 0 && age <= trustedFor;
 }
 
 /// Reads the store once more, beside the list that is about to be written. If that fails, what was known
@@ -121,8 +121,7 @@ bool secureContent(const StoreJob& job, Store store, const QByteArray& savedByte
             u"What the phone holds could not be read, so it is not backed up and writing loses it."_s);
     const QByteArray bytes = contentBytes(job.memory, store);
     if (!bytes.isEmpty() && bytes != savedBytes) {
-        const QString target =
-            backupPath(job.context(), u"Inhalt des Telefons vom "_s, backupExtension(store));
+        const QString target = phoneCopyPath(job.context(), backupExtension(store));
         QString reason;
         if (!app::writeWholeFile(target, bytes, &reason))
             return askToGoOn(

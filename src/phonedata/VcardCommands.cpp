@@ -3,7 +3,7 @@
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
 #include "link/PhoneModels.h"
-#include "phonedata/ClassicStore.h"
+#include "toolkit/Progress.h"
 
 namespace kalmo::phonedata {
 
@@ -126,7 +126,7 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolk
     const bool asksForCodes = link::hasAreaCodes(store.context().sy.PhoneType);
     QString answer;
     const auto readCodes = [&] {
-        const BusyScope busy(window);
+        const toolkit::BusyScope busy(window);
         return ReadAreaCodes(line, progress.panel, answer);
     };
     if (asksForCodes && !readCodes())

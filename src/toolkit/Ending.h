@@ -16,16 +16,17 @@ public:
     void setLastWork(std::function<void()> work) { m_lastWork = std::move(work); }
 
     /// Ends the process behind the last work; no window is asked and no unload logic runs. Tests throw here.
-    [[noreturn]] void EndProgram()
+    /// `status` is EXIT_SUCCESS where the user wished it so.
+    [[noreturn]] void EndProgram(int status = EXIT_FAILURE)
     {
         if (const auto work = std::exchange(m_lastWork, nullptr))
             work();
-        end();
+        end(status);
         std::abort(); // end() never comes back
     }
 
 protected:
-    virtual void end() = 0;
+    virtual void end(int status) = 0;
 
 private:
     std::function<void()> m_lastWork;

@@ -105,12 +105,6 @@ void ListRows::setCellTag(int index, int column, const QString& tag)
         makeSortKey(stored);
 }
 
-void ListRows::setColour(int index, int column, qint32 colour)
-{
-    m_rows[index]->row.cells[column].colour = colour;
-    Q_EMIT changed(index);
-}
-
 void ListRows::setKey(int index, const QString& key)
 {
     Stored& stored = *m_rows[index];
@@ -119,12 +113,6 @@ void ListRows::setKey(int index, const QString& key)
     stored.row.key = key;
     if (!key.isEmpty())
         m_byKey.insert(key, &stored);
-}
-
-void ListRows::setChecked(int index, bool checked)
-{
-    m_rows[index]->row.checked = checked;
-    Q_EMIT changed(index);
 }
 
 int ListRows::indexOfKey(const QString& key) const

@@ -12,9 +12,6 @@
 
 namespace kalmo::toolkit {
 
-/// Fore colours of list texts, as 24-bit values with red in the low byte.
-enum RowColour : qint32 { ColourDefault = -1, ColourRed = 255, ColourGreen = 32768 };
-
 struct ListColumn
 {
     QString title;
@@ -25,7 +22,6 @@ struct ListCell
 {
     QString text = {};
     QString tag = {};
-    qint32 colour = ColourDefault;
 };
 
 struct ListRow
@@ -34,7 +30,6 @@ struct ListRow
     QList<ListCell> cells = {}; ///< cell 0 is the row's text, the others are its sub-items
     QString tag = {};
     QString icon = {};
-    bool checked = false;
     bool selected = false;
 
     QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
@@ -66,9 +61,7 @@ public:
 
     void setText(int index, int column, const QString& text);
     void setCellTag(int index, int column, const QString& tag);
-    void setColour(int index, int column, qint32 colour);
     void setKey(int index, const QString& key);
-    void setChecked(int index, bool checked);
 
     /// Index of the row with this key, -1 if there is none. Takes no walk over the list.
     int indexOfKey(const QString& key) const;

@@ -41,6 +41,26 @@ public:
     virtual void SetBusy(bool busy) = 0;
 };
 
+/// Blocks a window, which may be absent, for as long as it lives.
+class BusyScope
+{
+public:
+    explicit BusyScope(BusyWindow* window) : m_window(window)
+    {
+        if (m_window)
+            m_window->SetBusy(true);
+    }
+    ~BusyScope()
+    {
+        if (m_window)
+            m_window->SetBusy(false);
+    }
+    Q_DISABLE_COPY_MOVE(BusyScope)
+
+private:
+    BusyWindow* m_window;
+};
+
 /// Sets a text where there is a panel for it; most operations take a panel that may be absent.
 inline void setStatus(StatusPanel* panel, const QString& text)
 {

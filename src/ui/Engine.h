@@ -1,8 +1,6 @@
 #pragma once
 
-#include "app/SystemPlatform.h"
-#include "link/QtSerialPort.h"
-#include "toolkit/EventLoopClock.h"
+#include "link/Machine.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/CommandLine.h"
 #include "ui/Program.h"
@@ -13,8 +11,7 @@ namespace kalmo::ui {
 class Engine
 {
 public:
-    Engine();
-    ~Engine();
+    Engine() = default;
     Q_DISABLE_COPY_MOVE(Engine)
 
     /// Takes over what the command line says for this run. What is wrong with it, in English; empty if
@@ -24,21 +21,11 @@ public:
     Program& program() { return m_program; }
 
 private:
-    app::Sy m_sy;
-    toolkit::EventLoopClock m_clock;
     QtDialogs m_dialogs;
     QtEnding m_ending;
-    app::SystemPlatform m_platform;
-    app::SystemDesktop m_desktop;
-    app::Settings m_settings;
-    app::DebugLog m_log;
-    app::Context m_context;
-    link::SystemDeviceList m_devices;
-    link::PortTable m_ports;
-    link::QtSerialPort m_port;
-    link::Line m_line;
+    link::Machine m_machine{m_dialogs, m_ending};
     phonedata::PhoneMemory m_memory;
-    Program m_program;
+    Program m_program{m_machine.context, m_machine.line, m_machine.desktop, m_machine.ports, m_memory};
 };
 
 } // namespace kalmo::ui

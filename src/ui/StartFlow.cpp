@@ -7,6 +7,7 @@
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/window/frmPB.h"
+#include "ui/window/mdlFormResize.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -20,13 +21,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int twipsPerPixel = 15;
-
 QString describePort(const Program& program)
 {
-    const app::Sy& sy = program.context.sy;
-    const int number = sy.ComNoForThisRun > 0 ? sy.ComNoForThisRun
-                                              : app::getInt(program.context.settings, app::keys::ComPortNew);
+    const int number = link::portNumber(program.context);
     const link::SerialDevice device = program.ports.present(number);
     const QString path = device.path.isEmpty() ? program.ports.devicePath(number) : device.path;
     const QString name = device.description.isEmpty() ? path : u"%1, %2"_s.arg(device.description, path);
@@ -96,20 +93,15 @@ void StartFlow::runSearch()
 void StartFlow::takeLineBack()
 {
     app::Context& context = m_program.context;
-    app::Sy& sy = context.sy;
     link::SPortAx& port = m_program.line.port();
-    sy.ComNo =
-        sy.ComNoForThisRun > 0 ? sy.ComNoForThisRun : app::getInt(context.settings, app::keys::ComPortNew);
-    if (!port.IsOpen() && !port.Open(link::Line::ComPortName(sy.ComNo)))
+    context.sy.ComNo = link::portNumber(context);
+    if (!port.IsOpen() && !port.Open(link::Line::ComPortName(context.sy.ComNo)))
         return; // the search asks about that
     m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
     m_start->clearAborted();
-    m_program.line.ConfigurePort();
     const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
-    port.SetSettings(u"%1,N,8,1"_s.arg(std::abs(rate)));
-    port.SetControlLines(true);
     AbortBox abort(*m_start);
-    obex::recoverLine(m_program.line, {.cancel = &abort});
+    obex::recoverLine(m_program.line, std::abs(rate), {.cancel = &abort});
     m_program.line.ClosePort(); // the search opens it with settings of its own
 }
 
@@ -180,7 +172,7 @@ void StartFlow::endByUser()
     m_program.context.ending.setLastWork(nullptr); // the user has given them up
     // In the middle of the search's own stack: it could only come back through its questions.
     m_program.line.ClosePort();
-    m_program.context.ending.EndProgram();
+    m_program.context.ending.EndProgram(EXIT_SUCCESS);
 }
 
 app::ScreenSize StartFlow::screen() const

@@ -1,5 +1,6 @@
 // The manual page and the completion know what the table of commands says.
 
+#include "app/Version.h"
 #include "cli/Help.h"
 
 #include <QFile>
@@ -19,6 +20,7 @@ private Q_SLOTS:
     {
         QFile file(QFINDTESTDATA("../../packaging/kalmoctl.1"));
         QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.peek(80).contains("Kalmo " + kalmo::app::programVersion().toLatin1()));
         // Without the marks of the typesetter.
         QString text = QString::fromUtf8(file.readAll());
         text.remove(QRegularExpression(u"\\\\f[A-Z]|^\\.[A-Z]+ |\""_s, QRegularExpression::MultilineOption));

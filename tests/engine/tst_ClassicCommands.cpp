@@ -48,7 +48,11 @@ struct Desk : ClassicPhone
         fill(wanted);
         memory.TbDirty = true;
     }
-    void knows(Certainty how) { memory.phonebook.becomes(held, how); }
+    void knows(Certainty how, qint64 secondsAgo = 0)
+    {
+        memory.phonebook.becomes(held, how);
+        memory.phonebook.since = line.context().clock.Now().addSecs(-secondsAgo);
+    }
 
     Desk& probe()
     {
@@ -153,6 +157,16 @@ void tst_ClassicCommands::write()
     rows.add("unknown content is read first", CommandResult::Done,
              {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s},
              [](Desk& desk) { desk.probe().read().write(); });
+    using Age = std::tuple<const char*, qint64, bool>;
+    for (const auto& [what, age, isReadAgain] :
+         {Age("trusted", 120, false), Age("too old", 121, true), Age("clock set back since", -60, true)})
+        rows.add(what, CommandResult::Done,
+                 {ofList, phoneCopy(isReadAgain ? u"12-00-04"_s : u"12-00-00"_s) + u": Held Too"_s},
+                 [age, isReadAgain](Desk& desk) {
+                     desk.knows(Certainty::Known, age);
+                     desk.probe();
+                     (isReadAgain ? desk.read() : desk).write();
+                 });
     rows.add("automatic backup off: what the phone holds is saved all the same", CommandResult::Done,
              {ofPhone}, [](Desk& desk) {
                  app::put(desk.test.settings, app::keys::AutoBackup, 0);

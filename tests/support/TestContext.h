@@ -18,7 +18,7 @@ struct ProgramEnded
 class ThrowingEnding : public toolkit::Ending
 {
 protected:
-    [[noreturn]] void end() override { throw ProgramEnded(); }
+    [[noreturn]] void end(int) override { throw ProgramEnded(); }
 };
 
 /// Everything that the engine works with, made of fakes: virtual time, scripted dialogs, a platform in

@@ -6,7 +6,6 @@
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
-#include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
 #include <QAction>
@@ -16,6 +15,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStackedLayout>
 #include <QTest>
 
 using namespace kalmo;
@@ -54,7 +54,11 @@ struct OpenWindow : TestProgram
 
     void press(const char* key) { child<QAction>(window, key).trigger(); }
     ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
-    QString front() { return child<ui::Reminders>(window, "reminders").front(); }
+    QString front()
+    {
+        const auto* place = child<QWidget>(window, "reminders").findChild<QStackedLayout*>();
+        return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
+    }
     QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
     QString status() { return child<QLabel>(window, "sta_text").text(); }
     QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }

@@ -115,12 +115,13 @@ QString endingOf(const QString& filter)
     return pattern.startsWith(u"*."_s) && !pattern.endsWith(u'*') ? pattern.sliced(2) : QString();
 }
 
-QString chooseFile(const FileRequest& request, QFileDialog::AcceptMode mode)
+QStringList chooseFiles(const FileRequest& request, QFileDialog::AcceptMode accept,
+                        QFileDialog::FileMode mode)
 {
     const PlainCursor cursor;
     QFileDialog dialog(QApplication::activeWindow(), request.title, request.folder);
-    dialog.setAcceptMode(mode);
-    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setAcceptMode(accept);
+    dialog.setFileMode(mode);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirmOverwrite);
     const QStringList filters = filtersOf(request);
     if (!filters.isEmpty()) {
@@ -131,9 +132,12 @@ QString chooseFile(const FileRequest& request, QFileDialog::AcceptMode mode)
     }
     if (!request.name.isEmpty())
         dialog.selectFile(request.name);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return QFileInfo(dialog.selectedFiles().constFirst()).absoluteFilePath();
+    QStringList paths;
+    if (dialog.exec() == QDialog::Accepted) {
+        for (const QString& file : dialog.selectedFiles())
+            paths.append(QFileInfo(file).absoluteFilePath());
+    }
+    return paths;
 }
 
 } // namespace
@@ -157,12 +161,17 @@ Answer QtDialogs::Show(const Message& message)
 
 QString QtDialogs::OpenFile(const FileRequest& request)
 {
-    return chooseFile(request, QFileDialog::AcceptOpen);
+    return chooseFiles(request, QFileDialog::AcceptOpen, QFileDialog::ExistingFile).value(0);
+}
+
+QStringList QtDialogs::OpenFiles(const FileRequest& request)
+{
+    return chooseFiles(request, QFileDialog::AcceptOpen, QFileDialog::ExistingFiles);
 }
 
 QString QtDialogs::SaveFile(const FileRequest& request)
 {
-    return chooseFile(request, QFileDialog::AcceptSave);
+    return chooseFiles(request, QFileDialog::AcceptSave, QFileDialog::AnyFile).value(0);
 }
 
 QString QtDialogs::PickFolder(const QString& title, const QString& start)
@@ -172,9 +181,9 @@ QString QtDialogs::PickFolder(const QString& title, const QString& start)
     return chosen.isEmpty() ? QString() : QDir(chosen).absolutePath();
 }
 
-void QtEnding::end()
+void QtEnding::end(int status)
 {
-    std::_Exit(EXIT_FAILURE);
+    std::_Exit(status);
 }
 
 } // namespace kalmo::ui

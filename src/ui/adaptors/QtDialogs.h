@@ -11,6 +11,7 @@ class QtDialogs final : public toolkit::Dialogs
 public:
     toolkit::Answer Show(const toolkit::Message& message) override;
     QString OpenFile(const toolkit::FileRequest& request) override;
+    QStringList OpenFiles(const toolkit::FileRequest& request) override;
     QString SaveFile(const toolkit::FileRequest& request) override;
     QString PickFolder(const QString& title, const QString& start) override;
 };
@@ -19,7 +20,7 @@ public:
 /// farewell: the system takes it back.
 class QtEnding final : public toolkit::Ending
 {
-    [[noreturn]] void end() override;
+    [[noreturn]] void end(int status) override;
 };
 
 } // namespace kalmo::ui

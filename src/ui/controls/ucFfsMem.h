@@ -23,6 +23,7 @@ public:
     /// Bytes. Setting one shows it, with a box where memory is low for the first time.
     void setMeTotal(qint64 bytes);
     void setMeFree(qint64 bytes);
+    /// The programs do not ask yet.
     qint64 MeTotal() const { return m_gauge.total(); }
     qint64 MeFree() const { return m_gauge.free(); }
 

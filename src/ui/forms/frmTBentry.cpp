@@ -21,7 +21,6 @@ using namespace phonedata;
 
 namespace {
 
-constexpr int microHandset = 1; // knows no VIP
 const QString vipMark = u"Ja"_s;
 
 /// Shows a text that the combo may not offer, such as the melody of another handset.
@@ -116,7 +115,7 @@ void frmTBentry::fillCombos()
     if (!link::isClassic(phoneType))
         return;
     QStringList sounds = builtInMelodies() + QStringList{u"Optisch"_s};
-    if (phoneType == microHandset) {
+    if (!link::marksVip(phoneType)) {
         m_cmbVipSnd->addItem(u"Nicht vom Gigaset micro unterstützt"_s);
         m_chkVip->setEnabled(false);
     } else {

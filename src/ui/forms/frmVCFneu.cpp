@@ -1,7 +1,6 @@
 #include "ui/forms/frmVCFneu.h"
 
 #include "app/Version.h"
-#include "phonedata/ClassicStore.h"
 #include "phonedata/EntryRules.h"
 #include "phonedata/PhoneCharacters.h"
 #include "phonedata/VcardCommands.h"

@@ -1,9 +1,7 @@
 #include "ui/lists/RowsModel.h"
 
-#include <QBrush>
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QPalette>
 
 namespace kalmo::ui {
 
@@ -13,19 +11,6 @@ namespace {
 
 constexpr int rowPadding = 8;              // pixels above and below a line together
 const QString titleMargin(2, QChar::Nbsp); // as far from the edge as the numbers below
-
-/// A list's colour in a shade that can be read on this background.
-QVariant brushFor(qint32 colour)
-{
-    if (colour == toolkit::ColourDefault)
-        return {};
-    const bool isDark = QGuiApplication::palette().color(QPalette::Base).lightness() < 128;
-    if (colour == toolkit::ColourRed)
-        return QBrush(isDark ? QColor(255, 120, 110) : QColor(190, 20, 20));
-    if (colour == toolkit::ColourGreen)
-        return QBrush(isDark ? QColor(110, 200, 120) : QColor(0, 115, 30));
-    return QBrush(QColor(colour & 255, colour >> 8 & 255, colour >> 16 & 255));
-}
 
 } // namespace
 
@@ -70,8 +55,6 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
         return row.text(index.column());
     case Qt::DecorationRole:
         return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row.icon) : QVariant();
-    case Qt::ForegroundRole:
-        return index.column() < row.cells.size() ? brushFor(row.cells[index.column()].colour) : QVariant();
     case Qt::SizeHintRole:
         return QSize(0, QFontMetrics(QGuiApplication::font()).height() + rowPadding);
     case Qt::TextAlignmentRole:

@@ -21,7 +21,7 @@ class RowsModel : public QAbstractTableModel
 public:
     explicit RowsModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
-    /// The rows have to outlive the model or its next rows.
+    /// The rows stay until the next rows or the model's end, or go just before it: nothing touches them then.
     void setRows(toolkit::ListRows* rows);
     toolkit::ListRows* rows() const { return m_rows; }
     void setIconSource(IconSource icons) { m_icons = std::move(icons); }

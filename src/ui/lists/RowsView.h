@@ -15,7 +15,8 @@ class RowsView : public QTreeView
 public:
     explicit RowsView(QWidget* parent = nullptr);
 
-    /// Shows these rows, which have to outlive the view or its next rows, and takes their name as its own.
+    /// Shows these rows and takes their name as its own. They stay until the next rows or the view's end; as
+    /// members of its parent they may go just before it.
     void setRows(toolkit::ListRows& rows);
     toolkit::ListRows* rows() const { return m_model->rows(); }
 

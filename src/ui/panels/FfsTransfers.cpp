@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;

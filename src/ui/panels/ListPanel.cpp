@@ -10,8 +10,9 @@ namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 
-ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, Ways ways, QWidget* parent)
-    : PanelFrame(name, parent), m_view(new RowsView(this)), m_note(new QLabel(this)), m_ways(std::move(ways))
+ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASelects, QWidget* parent)
+    : PanelFrame(name, parent), m_view(new RowsView(this)), m_note(new QLabel(this)),
+      m_plainASelects(plainASelects)
 {
     m_view->setRows(rows);
     m_view->setIconSource([](const QString& key) { return icon(key); });
@@ -58,14 +59,13 @@ bool ListPanel::eventFilter(QObject* watched, QEvent* event)
 
 bool ListPanel::handleKey(int key, Qt::KeyboardModifiers modifiers)
 {
-    if (key == Qt::Key_A && (m_ways.plainASelects || modifiers.testFlag(Qt::ControlModifier))) {
+    if (key == Qt::Key_A && (m_plainASelects || modifiers.testFlag(Qt::ControlModifier))) {
         m_view->selectAll();
         return true;
     }
-    const auto command = m_ways.keys.constFind(key);
-    if (command == m_ways.keys.cend())
+    if (key != Qt::Key_Delete)
         return false;
-    Q_EMIT commandWanted(*command);
+    Q_EMIT commandWanted(Command::Delete);
     return true;
 }
 

@@ -4,28 +4,17 @@
 #include "ui/panels/PanelFrame.h"
 #include "ui/window/ToolbarTable.h"
 
-#include <QMap>
-
 namespace kalmo::ui {
 
-/// A panel that shows one list, with a note below it: fraPBTB, fraPBNE, fraVCF. Double click and keys of the
-/// list ask for the commands of the toolbar.
+/// A panel that shows one list, with a note below it: fraPBTB, fraPBNE, fraVCF. A double click asks for the
+/// toolbar's command that edits, the key Entf, with whatever modifiers, for the one that deletes.
 class ListPanel : public PanelFrame
 {
     Q_OBJECT
 
 public:
-    /// Key presses that stand for a command; those with Ctrl have Qt::CTRL in them.
-    using Keys = QMap<int, Command>;
-
-    /// `plainASelects`: the letter A selects all rows, with or without Ctrl.
-    struct Ways
-    {
-        Keys keys;
-        bool plainASelects = false;
-    };
-
-    ListPanel(const QString& name, toolkit::ListRows& rows, Ways ways, QWidget* parent = nullptr);
+    /// `plainASelects`: the letter A selects all rows without Ctrl too.
+    ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASelects, QWidget* parent = nullptr);
 
     RowsView& view() const { return *m_view; }
     void setNote(const QStringList& lines, const QString& name);
@@ -43,7 +32,7 @@ private:
 
     RowsView* m_view;
     QLabel* m_note;
-    Ways m_ways;
+    bool m_plainASelects;
 };
 
 } // namespace kalmo::ui

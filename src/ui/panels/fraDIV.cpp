@@ -3,7 +3,7 @@
 #include "app/mdlKonverter.h"
 #include "link/mdlStatus.h"
 #include "link/PhoneModels.h"
-#include "phonedata/ClassicStore.h"
+#include "toolkit/Progress.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
 
@@ -169,11 +169,11 @@ void fraDIV::DisplayRefresh()
 {
     const QPointer<fraDIV> self(this);
     toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const phonedata::BusyScope busy(&busyWindow);
+    const toolkit::BusyScope busy(&busyWindow);
     if (!askIdentity() || !self)
         return;
     const int phoneType = m_parts.program.context.sy.PhoneType;
-    const bool hasGauges = !link::hasRingtoneSettings(phoneType);
+    const bool hasGauges = link::hasGauges(phoneType);
     if (hasGauges) {
         showSignal();
         if (!self)
@@ -184,7 +184,7 @@ void fraDIV::DisplayRefresh()
     }
     for (const Gauge& gauge : {m_signal, m_battery})
         m_device->setRowVisible(gauge.line, hasGauges);
-    if (phoneType == 1)
+    if (link::hasClock(phoneType))
         askClock();
     else
         showClockUnsupported();
@@ -262,7 +262,7 @@ void fraDIV::showClocks(bool isKnown, const QDateTime& phone)
 
 void fraDIV::showClockUnsupported()
 {
-    if (link::hasRingtoneSettings(m_parts.program.context.sy.PhoneType))
+    if (link::isClassic(m_parts.program.context.sy.PhoneType))
         m_fraUhr->setTitle(u"Uhr (Fernsteuerung nicht vom Tel. unterstützt)"_s);
     m_fraUhr->setEnabled(false);
     for (QLabel* hint : std::as_const(m_clockHints))
@@ -275,7 +275,7 @@ void fraDIV::cmdUhrSync_Click()
 {
     const QPointer<fraDIV> self(this);
     toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const phonedata::BusyScope busy(&busyWindow);
+    const toolkit::BusyScope busy(&busyWindow);
     if (!link::SetPhoneTime(m_parts.program.line))
         return;
     m_parts.program.context.clock.WaitSeconds(0.5);

@@ -24,7 +24,7 @@ class fraFFS : public PanelFrame
     Q_OBJECT
 
 public:
-    /// `progress` has to outlive the panel.
+    /// `progress` has to outlive the panel's operations.
     fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
            QWidget* parent = nullptr);
     ~fraFFS() override;

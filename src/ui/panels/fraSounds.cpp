@@ -1,7 +1,7 @@
 #include "ui/panels/fraSounds.h"
 
 #include "link/PhoneModels.h"
-#include "phonedata/ClassicStore.h"
+#include "toolkit/Progress.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
@@ -96,7 +96,7 @@ void fraSounds::load()
 {
     const QPointer<fraSounds> self(this);
     toolkit::Clock& clock = m_parts.program.context.clock;
-    const phonedata::BusyScope busy(&m_parts.busy);
+    const toolkit::BusyScope busy(&m_parts.busy);
     clock.WaitSeconds(pauseAhead);
     if (!self)
         return;
@@ -145,7 +145,7 @@ void fraSounds::choose(SoundEvent event)
         return;
     }
     const QPointer<fraSounds> self(this);
-    const phonedata::BusyScope busy(&m_parts.busy);
+    const toolkit::BusyScope busy(&m_parts.busy);
     phonedata::SetSound(job(), event, tone, volume);
     m_parts.program.context.clock.WaitSeconds(pauseBehindSetting);
     if (self)

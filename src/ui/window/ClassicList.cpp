@@ -122,7 +122,7 @@ void ClassicList::write()
 {
     const QPointer<ClassicList> self(this);
     m_isWriting = true;
-    const phonedata::BusyScope busy(&m_parts.busy);
+    const toolkit::BusyScope busy(&m_parts.busy);
     const CommandResult result = phonedata::writeCommand(job(), m_store);
     if (!self)
         return;

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <algorithm>
 #include <array>
 
 namespace kalmo::ui {

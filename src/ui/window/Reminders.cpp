@@ -70,11 +70,6 @@ void Reminders::hideKind(Kind kind)
     update();
 }
 
-QString Reminders::front() const
-{
-    return m_shown.isEmpty() ? QString() : m_place->widget(m_shown.last())->objectName();
-}
-
 void Reminders::update()
 {
     setVisible(!m_shown.isEmpty());

@@ -25,8 +25,6 @@ public:
     void showKind(Kind kind);
     void hideKind(Kind kind);
     void setShown(Kind kind, bool shown) { shown ? showKind(kind) : hideKind(kind); }
-    /// Name of the frame that is seen, empty where none is.
-    QString front() const;
 
 private:
     void addFrame(const QString& name, const QString& picture, const QString& caption, const QString& text);

@@ -1,9 +1,9 @@
 #include "ui/window/VcardList.h"
 
 #include "app/Files.h"
-#include "phonedata/ClassicStore.h"
 #include "phonedata/VcardCommands.h"
 #include "phonedata/VcfFiles.h"
+#include "toolkit/Progress.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/window/Notices.h"
@@ -132,7 +132,7 @@ void VcardList::editAreaCodes()
     const QPointer<VcardList> self(this);
     QString answer;
     {
-        const phonedata::BusyScope busy(&m_parts.busy);
+        const toolkit::BusyScope busy(&m_parts.busy);
         phonedata::ReadAreaCodes(m_parts.program.line, m_parts.progress.panel, answer);
     }
     if (self && !answer.isEmpty())

@@ -29,7 +29,6 @@ using phonedata::Store;
 
 namespace {
 
-constexpr int twipsPerPixel = 15;
 constexpr QSize smallestSize(11940 / twipsPerPixel, 6810 / twipsPerPixel);
 constexpr QSize firstSize(1240, 760);
 constexpr int treeWidth = 230;
@@ -43,8 +42,8 @@ const QStringList classicNote = {
 
 const QStringList vcardNote = {
     u"- Das Gigaset wandelt lokale Telefonnummern von sich aus in das internationale Format um. Werden "
-    u"falsche "
-    u"Vorwahlen angezeigt, sind die Einstellung im Gigaset falsch - siehe Programmhilfe für Einstellanleitung!"_s,
+    u"falsche Vorwahlen angezeigt, sind die Einstellung im Gigaset falsch - siehe Programmhilfe für "
+    u"Einstellanleitung!"_s,
     u"- Änderungen werden bei diesem Telefon sofort übernommen. Der Zugriff ist mitunter recht langsam. Das "
     u"liegt am Gigaset."_s,
 };
@@ -86,6 +85,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
 
 frmPB::~frmPB()
 {
+    Q_ASSERT(!m_sta->isBusy());
     if (m_mmc)
         m_mmc->abandon();
 }
@@ -139,8 +139,7 @@ void frmPB::makeClassicPanels()
 ListPanel* frmPB::makeListPanel(const QString& name, const QString& caption, toolkit::ListRows& rows,
                                 bool plainASelects)
 {
-    ListPanel::Keys keys = {{Qt::Key_Delete, Command::Delete}};
-    auto* panel = new ListPanel(name, rows, {keys, plainASelects}, this);
+    auto* panel = new ListPanel(name, rows, plainASelects, this);
     panel->setCaption(caption);
     panel->view().setAccessibleName(caption);
     panel->view().setPlaceholder(notReadYet);

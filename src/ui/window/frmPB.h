@@ -26,7 +26,9 @@ class StatusArea;
 
 /// The main window: the navigation on the left, one section's panel on the right, the commands above and the
 /// status bar below. It opens on the sponsors, and talks to the phone as the user goes from section to
-/// section. While it does, everything but the cancel button is blocked; closing it then waits for the end.
+/// section. While it does, everything but the cancel button is blocked, and closing waits for the end: the
+/// window outlives its operations, and with it the status area that they free and the parent of their
+/// dialogs.
 class frmPB : public QMainWindow
 {
     Q_OBJECT
@@ -35,7 +37,7 @@ public:
     frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent = nullptr);
     ~frmPB() override;
 
-    void DisplayRefresh();
+    void DisplayRefresh(); ///< the programs do not use it yet
     void FFSMemAct();
     void FfsListRefresh();
 

@@ -132,9 +132,11 @@ bool frmPB::passesGuard(const QString& key)
 
 void frmPB::SelectPreviousNode()
 {
+    const QPointer<frmPB> self(this);
     m_guard.GuardSuppressed = true;
     goTo(m_guard.previousNode());
-    m_guard.GuardSuppressed = false;
+    if (self)
+        m_guard.GuardSuppressed = false;
 }
 
 void frmPB::enterPhonebook()

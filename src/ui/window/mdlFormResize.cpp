@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <algorithm>
 #include <optional>
 
 namespace kalmo::ui {
@@ -12,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int twipsPerPixel = 15;
 constexpr int stateMinimized = 1;
 constexpr int stateMaximized = 2;
 

@@ -6,13 +6,16 @@ class QWidget;
 
 namespace kalmo::ui {
 
+inline constexpr int twipsPerPixel = 15;
+
 /// Place and size of a window across runs, under its object name in the settings, in twips.
 
 /// Writes nothing for a minimised window. A maximised one keeps the place and size that it had before.
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
 /// Gives the window back what was saved; what is missing or makes no sense, such as a place on a screen that
-/// is gone, leaves it as it is. A maximised window comes back maximised.
+/// is gone, leaves it as it is. A maximised window comes back maximised. The programs leave
+/// neither place nor size out yet.
 void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
                        bool skipSize = false);
 

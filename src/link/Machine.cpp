@@ -1,0 +1,51 @@
+#include "link/Machine.h"
+
+#include "link/PortChoice.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace kalmo::link {
+
+using namespace Qt::StringLiterals;
+
+Machine::Machine(toolkit::Dialogs& dialogs, toolkit::Ending& ending)
+    : settings(sy),
+      log(sy, clock, platform.SpecialFolder(app::Folder::Desktop, false)), context{sy,     clock,    dialogs,
+                                                                                   ending, platform, settings,
+                                                                                   log},
+      ports(settings, devices), port(ports), line(context, port)
+{
+}
+
+Machine::~Machine()
+{
+    line.ClosePort();
+}
+
+QString Machine::logTo(const QString& path, QIODevice::OpenModeFlag mode)
+{
+    sy.logPath = absolutePath(path);
+    QFile file(sy.logPath);
+    if (!file.open(QIODevice::WriteOnly | mode))
+        return u"the log %1 can't be written: %2"_s.arg(sy.logPath, file.errorString());
+    sy.debug = true;
+    sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
+    return {};
+}
+
+QString Machine::usePort(const QString& word)
+{
+    sy.ComNoForThisRun = portForThisRun(ports, word);
+    if (sy.ComNoForThisRun > 0)
+        return {};
+    return u"%1 is no port; say a number from 1 to %2, or a device"_s.arg(word, QString::number(largestPort));
+}
+
+QString absolutePath(const QString& path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+} // namespace kalmo::link
