@@ -294,6 +294,25 @@ private Q_SLOTS:
         }
     }
 
+    /// The cancel box is checked while a contact of two frames is under way.
+    void cancelSparesWhatIsUnderWay()
+    {
+        int stoppedBehind[4] = {};
+        for (double after = 1; after < 8; after += 0.1) {
+            Contacts phone(u"SL450HX"_s, {.maxPacket = 255});
+            QVERIFY(phone.read());
+            phone.test.clock.after(after, [&] { phone.progress.cancel.checked = true; });
+            tVcfEntry entry = someone;
+            entry.email = QString(60, u'e');
+            entry.mobile = entry.work = QString(32, u'1');
+            phone.write({entry, entry, entry});
+            QVERIFY(!phone.report.unconfirmed);
+            ++stoppedBehind[phone.report.luids.size()];
+            phone.checkAllIsWell();
+        }
+        QVERIFY(stoppedBehind[1] > 0 && stoppedBehind[2] > 0);
+    }
+
     /// Window, list and store go in the middle of a write; the line is left clean all the same.
     void ownerGoes()
     {

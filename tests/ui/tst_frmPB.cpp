@@ -1,5 +1,6 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
+#include "support/ObexClient.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/TestProgram.h"
@@ -92,6 +93,14 @@ bool isNamed(const QWidget& control)
     return text.isValid() && !qobject_cast<const QLineEdit*>(&control) && !text.toString().isEmpty();
 }
 
+/// Until the phone is to let go of the connection.
+int requestsOfAReading()
+{
+    OpenWindow open(u"SL400H"_s);
+    open.window.goTo(u"TB"_s);
+    return open.port.handset().phone().faults.requests - 1;
+}
+
 } // namespace
 
 class frmPBTest : public QObject
@@ -105,6 +114,7 @@ private Q_SLOTS:
     void classicListIsWritten();
     void backupsAreOpenedAndSaved();
     void closingAsksAndLeavesDataMode();
+    void everyWayOutClosesTheChannel();
     void closingWaitsForAWrite();
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
@@ -234,6 +244,30 @@ void frmPBTest::closingAsksAndLeavesDataMode()
     QVERIFY(!open.port.handset().isInDataMode());
     QVERIFY(!open.port.IsOpen());
     QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
+}
+
+/// A channel without a connection: the phone has refused to connect, or to let go.
+void frmPBTest::everyWayOutClosesTheChannel()
+{
+    for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
+        for (const bool isConnectRefused : {true, false}) {
+            OpenWindow open(u"SL400H"_s);
+            handset::Handset& phone = open.port.handset();
+            const int answered = isConnectRefused ? 0 : requestsOfAReading();
+            phone.setFaults({.refuseAt = answered + 1});
+            open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
+            open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
+            QVERIFY(phone.isInDataMode());
+            if (way == u"close"_s)
+                open.window.close();
+            else if (way == u"refresh"_s)
+                open.press("refresh");
+            else
+                open.window.goTo(way);
+            QCOMPARE(phone.isInDataMode(), way == u"refresh"_s && isConnectRefused); // the files come back
+            QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
+        }
+    }
 }
 
 void frmPBTest::closingWaitsForAWrite()
