@@ -122,6 +122,11 @@ void tst_DataCommands::runs()
              nothing);
     rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
              u"{'from':'/Liesmich.txt','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
+    rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,
+             ExitFailed, {},
+             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed.\n"
+             "kalmoctl: /Pictures was not moved to /Pictures/sub.\n"_s,
+             nothing);
     rows.add("mv replaces nothing", u"files mv Liesmich.txt Sounds/Gong.mid"_s, ExitFailed, {},
              u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s, nothing);
     rows.add("attr shows what the phone lists then", u"files attr Sounds/Gong.mid rw"_s, ExitDone,

@@ -93,14 +93,6 @@ bool isNamed(const QWidget& control)
     return text.isValid() && !qobject_cast<const QLineEdit*>(&control) && !text.toString().isEmpty();
 }
 
-/// Until the phone is to let go of the connection.
-int requestsOfAReading()
-{
-    OpenWindow open(u"SL400H"_s);
-    open.window.goTo(u"TB"_s);
-    return open.port.handset().phone().faults.requests - 1;
-}
-
 } // namespace
 
 class frmPBTest : public QObject
@@ -246,25 +238,23 @@ void frmPBTest::closingAsksAndLeavesDataMode()
     QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
 }
 
-/// A channel without a connection: the phone has refused to connect, or to let go.
 void frmPBTest::everyWayOutClosesTheChannel()
 {
+    OpenWindow calm(u"SL400H"_s);
+    calm.window.goTo(u"TB"_s);
+    const int lettingGo = calm.port.handset().phone().faults.requests;
     for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
-        for (const bool isConnectRefused : {true, false}) {
-            OpenWindow open(u"SL400H"_s);
-            handset::Handset& phone = open.port.handset();
-            const int answered = isConnectRefused ? 0 : requestsOfAReading();
-            phone.setFaults({.refuseAt = answered + 1});
+        for (const bool isConnectRefused : {true, false}) { // or to let go of the connection is
+            OpenWindow open(u"SL400H"_s, {.faults = {.refuseAt = isConnectRefused ? 1 : lettingGo}});
             open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
             open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
-            QVERIFY(phone.isInDataMode());
+            QVERIFY(open.port.handset().isInDataMode());
+            if (way == u"refresh"_s)
+                open.press("refresh");
             if (way == u"close"_s)
                 open.window.close();
-            else if (way == u"refresh"_s)
-                open.press("refresh");
-            else
-                open.window.goTo(way);
-            QCOMPARE(phone.isInDataMode(), way == u"refresh"_s && isConnectRefused); // the files come back
+            open.window.goTo(way); // where it is one of the nodes; the files come back behind a refresh
+            QCOMPARE(open.port.handset().isInDataMode(), way == u"refresh"_s && isConnectRefused);
             QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
         }
     }
