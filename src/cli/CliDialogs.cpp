@@ -9,6 +9,8 @@ using toolkit::Icon;
 
 Answer CliDialogs::Show(const toolkit::Message& message)
 {
+    if (message.forWindowOnly)
+        return Answer::Ok;
     const QString text = message.english.isEmpty() ? message.text : message.english;
     switch (message.buttons) {
     case Buttons::Ok:

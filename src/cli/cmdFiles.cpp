@@ -25,6 +25,14 @@ bool listFolder(Job& job, clsMmc& client, const PhonePath& folder, QList<tObxDir
     return enterFolder(client, folder) && client.Dir(entries, {.cancel = &job.stop});
 }
 
+/// How a command ends that the phone or the user broke off: says what was not done.
+ExitStatus undone(Job& job, const QString& what)
+{
+    if (!job.stop.Checked())
+        job.out.error(printable(what) + u'.');
+    return brokenOff(job);
+}
+
 bool isRefusedRoot(Job& job, const PhonePath& path)
 {
     if (path.isRoot())
@@ -74,7 +82,7 @@ ExitStatus runFilesLs(Job& job)
     return withDataChannel(job, [&](const Client& client) {
         QList<tObxDirEntry> entries;
         if (!listFolder(job, *client, folder, entries))
-            return brokenOff(job);
+            return undone(job, u"%1 could not be listed"_s.arg(folder.shown()));
         job.progress.clear();
         job.out.show(filesJson(entries), filesTable(entries));
         return ExitDone;
@@ -103,7 +111,7 @@ ExitStatus runFilesMkdir(Job& job)
     return withDataChannel(job, [&](const Client& client) {
         job.progress.phase(u"Making %1"_s.arg(path.shown()));
         if (!enterFolder(*client, PhonePath()) || !client->Cd(path.forEngine(), true))
-            return brokenOff(job);
+            return undone(job, u"%1 could not be made"_s.arg(path.shown()));
         job.progress.clear();
         job.out.show(QJsonObject{{u"path"_s, path.shown()}},
                      u"%1 is there.\n"_s.arg(printable(path.shown())));
@@ -118,11 +126,12 @@ ExitStatus runFilesMv(Job& job)
     const PhonePath to = endsInSlash(words[1]) ? PhonePath(words[1]).below(from.name()) : PhonePath(words[1]);
     if (isRefusedRoot(job, from) || isRefusedRoot(job, to))
         return ExitWrongUse;
+    const QString notMoved = u"%1 was not moved to %2"_s.arg(from.shown(), to.shown());
     return withDataChannel(job, [&](const Client& client) {
         job.progress.phase(u"Moving %1"_s.arg(from.shown()));
         QList<tObxDirEntry> entries;
         if (!listFolder(job, *client, to.folder(), entries))
-            return brokenOff(job);
+            return undone(job, notMoved);
         const tObxDirEntry* there = findEntry(entries, to.name());
         const bool isItself = there && there->path.compare(from.forEngine(), Qt::CaseInsensitive) == 0;
         if (there && !isItself) {
@@ -130,7 +139,7 @@ ExitStatus runFilesMv(Job& job)
             return ExitFailed;
         }
         if (!client->Rename(from.forEngine(), to.forEngine(), {}))
-            return brokenOff(job);
+            return undone(job, notMoved);
         job.progress.clear();
         job.out.show(QJsonObject{{u"from"_s, from.shown()}, {u"to"_s, to.shown()}},
                      u"%1 is %2 now.\n"_s.arg(printable(from.shown()), printable(to.shown())));
@@ -146,7 +155,7 @@ ExitStatus runFilesDf(Job& job)
         qint32 free = 0;
         if (!client->GetSpaceFree(free, {.cancel = &job.stop}) ||
             !client->GetSpaceTotal(total, {.cancel = &job.stop}))
-            return brokenOff(job);
+            return undone(job, u"the phone does not say how much room it has"_s);
         job.progress.clear();
         job.out.show(
             QJsonObject{{u"total"_s, total}, {u"free"_s, free}},
@@ -161,15 +170,19 @@ ExitStatus runFilesAttr(Job& job)
     const PhonePath path(words[0]);
     if (isRefusedRoot(job, path))
         return ExitWrongUse;
+    const QString notChanged = u"the permissions of %1 were not changed"_s.arg(path.shown());
     return withDataChannel(job, [&](const Client& client) {
         QList<tObxDirEntry> entries;
         if (!enterFolder(*client, path.folder()))
-            return brokenOff(job);
+            return undone(job, notChanged);
         job.progress.phase(u"Changing %1"_s.arg(path.shown()));
         const bool done = words[1] == u"ro"_s ? client->SetPermissionReadOnly(path.name())
                                               : client->SetPermissionRWD(path.name());
-        if (!done || !listFolder(job, *client, path.folder(), entries))
-            return brokenOff(job);
+        if (!done)
+            return undone(job, notChanged);
+        if (!listFolder(job, *client, path.folder(), entries))
+            return undone(job, u"%1 was changed, but %2 could not be listed"_s.arg(path.shown(),
+                                                                                   path.folder().shown()));
         const tObxDirEntry* entry = findEntry(entries, path.name());
         job.progress.clear();
         if (!entry) {

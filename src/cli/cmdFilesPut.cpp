@@ -42,10 +42,12 @@ QJsonObject resultOf(const Outgoing& file, bool isWritten)
 }
 
 /// What to say of a file that is not in the phone as a whole.
-QString unsent(const Outgoing& file)
+QString unsent(const Outgoing& file, bool mayHoldPart)
 {
-    const QString text = u"%1 was not sent; the phone may hold a part of it as %2"_s.arg(
-        file.local, printable(file.path.shown()));
+    const QString shown = printable(file.path.shown());
+    const QString text =
+        mayHoldPart ? u"%1 was not sent; the phone may hold a part of it as %2"_s.arg(file.local, shown)
+                    : u"%1 was not sent"_s.arg(file.local);
     return file.backup.isEmpty() ? text : text + u".\nWhat the phone held before is in %1"_s.arg(file.backup);
 }
 
@@ -60,7 +62,7 @@ private:
     Outgoing plan(const QString& word);
     bool look(clsMmc& client);
     void backUp(clsMmc& client, Outgoing& file);
-    bool put(clsMmc& client, const Outgoing& file, BatchProgress& progress);
+    bool put(clsMmc& client, const Outgoing& file, BatchProgress& progress, bool& mayHoldPart);
     void putAll(clsMmc& client);
 
     Job& m_job;
@@ -144,10 +146,11 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
 }
 
 /// Sends a file. One that replaces another is there only when the phone lists it with its size.
-bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress)
+bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, bool& mayHoldPart)
 {
-    if (!client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}))
+    if (!client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}, &mayHoldPart))
         return false;
+    mayHoldPart = true;
     QList<tObxDirEntry> entries;
     if (!file.replaced)
         return true;
@@ -180,11 +183,12 @@ void Putter::putAll(clsMmc& client)
             continue;
         }
         progress.next(file.path.name(), file.size);
-        if (put(client, file, progress))
+        bool mayHoldPart = false;
+        if (put(client, file, progress, mayHoldPart))
             m_batch.done(resultOf(file, true),
                          u"%1 sent to %2"_s.arg(file.local, printable(file.path.shown())));
         else
-            m_batch.failed(resultOf(file, false), ExitFailed, unsent(file));
+            m_batch.failed(resultOf(file, false), ExitFailed, unsent(file, mayHoldPart));
     }
 }
 

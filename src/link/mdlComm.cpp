@@ -277,7 +277,9 @@ void Line::TxDirect(const QByteArray& bytes)
                                .arg(m_port.OutBufferSize()));
     }
     const int sent = m_port.Write(bytes.constData(), static_cast<int>(bytes.size()));
-    if (sent != bytes.size())
+    if (!m_port.IsOpen())
+        m_context.log.WriteDebugLog(u"Warning:"_s, u"TxDirect: the port is gone"_s);
+    else if (sent != bytes.size())
         endAfterSendError(bytes, sent);
 }
 

@@ -76,8 +76,9 @@ public:
     /// earlier one.
     bool wasEchoed() const { return m_echoed; }
 
-    /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program. On a line that
-    /// was marked dirty it first waits until nothing has come for a while, and throws away what did.
+    /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program; on a port that
+    /// is gone it is logged, and whoever waits for the answer gets none at once. On a line that was marked
+    /// dirty it first waits until nothing has come for a while, and throws away what did.
     void TxDirect(const QByteArray& bytes);
 
     /// An answer was given up, and its bytes may still be on their way. Frames carry no number, so a late

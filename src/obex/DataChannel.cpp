@@ -118,6 +118,11 @@ ChannelOpening openDataChannel(Line& line, const Progress& progress)
         answered = ask(line, "AT^SQWE=3\r\n", progress.panel);
         if (answered)
             break;
+        if (!line.port().IsOpen()) {
+            rememberOpen(line);
+            progress.hide();
+            return ChannelOpening::Stuck;
+        }
         const bool retries = !progress.cancelled() && wantsToRetry(line);
         answered = hasSwitchedLate(line);
         if (!retries)
@@ -139,7 +144,7 @@ ChannelOpening openDataChannel(Line& line, const Progress& progress)
 bool closeDataChannel(Line& line, const Progress& progress)
 {
     line.setMode(LineMode::Switching);
-    for (int round = 0; round < closingRounds; ++round) {
+    for (int round = 0; round < closingRounds && line.port().IsOpen(); ++round) {
         progress.start(0, 4);
         progress.status(u"Datenkanal wird geschlossen..."_s);
         escape(line, progress);
@@ -159,7 +164,8 @@ bool recoverLine(Line& line, const Progress& progress)
     progress.start(0, (recoveryRounds + 1) * pausesAfterEscape);
     progress.status(u"Verbindung zum Telefon wird wiederhergestellt..."_s);
     bool answers = false;
-    for (int round = 0; round <= recoveryRounds && !answers && !progress.cancelled(); ++round) {
+    const auto goesOn = [&] { return line.port().IsOpen() && !progress.cancelled(); };
+    for (int round = 0; round <= recoveryRounds && !answers && goesOn(); ++round) {
         if (round == recoveryRounds) {
             line.TxDirect(disconnectFrame());
             line.pause(answerTimeout);

@@ -11,16 +11,17 @@ namespace kalmo::obex {
 enum class ChannelOpening {
     Opened,
     GivenUp, ///< the line takes AT commands
-    Stuck,   ///< as after a closeDataChannel that failed
+    Stuck,   ///< as after a closeDataChannel that failed, or with a port that is gone
 };
 
 /// Takes the phone into its data mode, as often as the user wants to try. An "ERROR" of the phone counts as
 /// an answer like any other. It ends without success if the user gave up, or if the cancel box is checked
-/// when the phone does not answer; a phone that has switched in spite of that is taken back.
+/// when the phone does not answer; a phone that has switched in spite of that is taken back. A port that goes
+/// away in the middle leaves the reminder: the phone may have switched.
 ChannelOpening openDataChannel(link::Line& line, const toolkit::Progress& progress);
 
-/// Takes the phone back to AT commands, in at most three rounds. False if it did not answer; the line then
-/// speaks nobody knows what, takes no AT command, and the reminder stays.
+/// Takes the phone back to AT commands, in at most three rounds. False if it did not answer or the port is
+/// gone; the line then speaks nobody knows what, takes no AT command, and the reminder stays.
 bool closeDataChannel(link::Line& line, const toolkit::Progress& progress);
 
 /// Takes a line that was left in data mode by somebody else back to AT commands, without a question. True if

@@ -2,6 +2,8 @@
 
 #include "toolkit/Progress.h"
 
+#include <utility>
+
 namespace kalmo::obex {
 
 /// Passes reports on to whoever wants them now. An operation holds the relay; when the owner of the real
@@ -12,6 +14,8 @@ public:
     toolkit::Progress progress() { return {&m_panel, &m_bar, &m_cancel}; }
 
     const toolkit::Progress& target() const { return m_target; }
+    /// While it is off, the cancel box reads as not checked.
+    bool setCancelOn(bool on) { return std::exchange(m_cancel.isOn, on); }
     /// Setting the relay's own reports as its target changes nothing.
     void setTarget(const toolkit::Progress& target)
     {
@@ -50,8 +54,9 @@ private:
     struct Cancel : toolkit::CancelBox
     {
         explicit Cancel(const toolkit::Progress& relayTarget) : target(relayTarget) {}
-        bool Checked() const override { return target.cancelled(); }
+        bool Checked() const override { return isOn && target.cancelled(); }
         const toolkit::Progress& target;
+        bool isOn = true;
     };
 
     toolkit::Progress m_target;

@@ -43,6 +43,7 @@ QByteArray PutFrames::first()
 
 QByteArray PutFrames::next()
 {
+    m_wasFinalOut = m_finalOut;
     if (m_rest.size() > m_nextChunk)
         return putFrame(false, {}, take(m_nextChunk));
     const QByteArrayView rest = m_rest;

@@ -21,6 +21,8 @@ public:
 
     QByteArray first();
     QByteArray next();
+    /// The frame that was taken last did not go out.
+    void setUnsent() { m_finalOut = m_wasFinalOut; }
 
     /// Bytes that no frame has taken yet. The final frame of AfterFinal::Repeat leaves its own here.
     qsizetype left() const { return m_rest.size(); }
@@ -36,6 +38,7 @@ private:
     qsizetype m_nextChunk;
     AfterFinal m_afterFinal;
     bool m_finalOut = false;
+    bool m_wasFinalOut = false; // ahead of the last frame
 };
 
 /// Bytes of a body that fit into each further frame.

@@ -53,7 +53,7 @@ constexpr auto responses = std::to_array<Row>({
      u"keine Dateien mehr enthält, bevor er gelöscht wird. Lässt sich eine einzelne Datei oder ein leerer "
      u"Ordner auf normalem Weg nicht löschen, machen Sie einen Rechtsklick auf die Datei und wählen Sie "
      u"\"Löschen erzwingen\".",
-     u"ReCode: 412 Precondition failed (a folder has to be empty before it can be deleted)"},
+     u"ReCode: 412 Precondition failed"},
     {0x4D, u"ReCode: 413 Requested entity too large"},
     {0x4E, u"ReCode: 414 Request URL too large"},
     {0x4F, u"ReCode: 415 Unsupported media type"},

@@ -10,6 +10,7 @@ enum ReCode : int {
     ContinueNotFinal = 0x10,
     Success = 0xA0,
     SuccessNotFinal = 0x20,
+    PreconditionFailed = 0xCC,
     InternalError = 0xD0,
 
     Timeout = -1,         ///< silence for as long as the client waits

@@ -35,15 +35,18 @@ bool clsMmc::isRefused(const QString& operation) const
     return m_line.isWaiting();
 }
 
-void clsMmc::ErrMsg(int code)
+void clsMmc::ErrMsg(int code, const QString& english)
 {
     const bool isOwnWish = code == Cancelled && m_stopAsked;
-    if (!m_abandoned && !isOwnWish) {
-        m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                             GetFriedlyErrMsg(code),
-                     .title = app::productName(),
-                     .icon = Icon::Exclamation,
-                     .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
+    const bool isLoss = code == Timeout && !m_line.port().IsOpen();
+    const bool isTold = isLoss && std::exchange(m_lossTold, true);
+    if (!m_abandoned && !isOwnWish && !isTold) {
+        m_line.show(
+            {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                     GetFriedlyErrMsg(code),
+             .title = app::productName(),
+             .icon = Icon::Exclamation,
+             .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code) + english)});
     }
     log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
 }
@@ -57,7 +60,8 @@ clsMmc::Operation::Operation(clsMmc& client, const QString& name, const Progress
     : m_client(client), m_keep(client.weak_from_this().lock()), m_outer(client.m_relay.target()),
       m_allowed(!client.isRefused(name))
 {
-    ++client.m_depth;
+    if (client.m_depth++ == 0)
+        client.m_lossTold = false;
     if (m_allowed && !client.m_abandoned)
         client.m_relay.setTarget(progress);
 }

@@ -32,7 +32,8 @@ class clsMmc : public QObject, public std::enable_shared_from_this<clsMmc>
     Q_OBJECT
 
 public:
-    class Operation; // clsMmcOperation.h, with Busy
+    class Operation; // clsMmcOperation.h, with those below
+    class Uncancelled;
     class Busy;
 
     enum OnlineState { Connecting = 0, Connected = 1, Disconnected = 2 };
@@ -144,14 +145,16 @@ public:
     /// not empty: a full local path, replaced whole or not at all. Silent shows no box but that of a timeout.
     bool GetFile(const QString& name, QByteArray& data, const toolkit::Progress& progress,
                  const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
-    /// Writes a local file into the current folder, without "," and ";" in its name.
-    bool PutFile(const QString& localPath, const toolkit::Progress& progress);
+    /// Writes a local file into the current folder, without "," and ";" in its name. `mayHoldPart` tells of a
+    /// failure whether the phone may have taken a part of the file.
+    bool PutFile(const QString& localPath, const toolkit::Progress& progress, bool* mayHoldPart = nullptr);
     /// Ends a transfer between two of its frames.
     bool Abort();
 
     // --- single requests, for what builds on the client
 
-    /// Hands a frame to the line. 0, or the local code that says why it did not go out.
+    /// Hands a frame to the line. 0, or the local code that says why it did not go out: `Timeout` for a port
+    /// that is gone, since no answer can come.
     int TxObx(const QByteArray& frame);
     /// Waits for one response and gives its code; -1 with an empty payload after `RxTimeOut` seconds of
     /// silence, or at once if the port is gone. From a fifth of that on LongTimeOutMsg counts down.
@@ -161,14 +164,16 @@ public:
 
     enum class PutVerdict { Next, Done, Failed };
     /// Sends an object frame by frame, and lets `judge` decide on each response's code. Gives the last code
-    /// and its payload, or -3 if the user cancelled it. A phone that keeps asking for more after the final
+    /// and its payload, or -3 if the user cancelled it. `frames` knows in the end
+    /// whether the final one went out. A phone that keeps asking for more after the final
     /// frame is refused.
     int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
 
     /// Writes a line of the debug log.
     void log(const QString& tag, const QString& text) const;
-    /// Shows what a code means.
-    void ErrMsg(int code);
+    /// Shows what a code means; `english` is what the English text says behind that. That the port is gone is
+    /// shown once in an operation, of its parts together.
+    void ErrMsg(int code, const QString& english = {});
 
     // Raised in the middle of operations: handlers show something, and start none.
 Q_SIGNALS:
@@ -193,6 +198,7 @@ private:
     int get(const QByteArray& frame, QByteArray& data);
     int ObxRx(QByteArray& data);
     void showBare(const QString& text, const QString& english);
+    void showLengthNote();
     void showTotal(qint64 received, qint64 total);
 
     bool changeFolder(const QString& path, bool allowCreation);
@@ -219,6 +225,7 @@ private:
     bool m_stopAsked = false;
     bool m_abandoned = false;
     bool m_inStep = true;
+    bool m_lossTold = false; // in the operation that runs
     bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
 
     OnlineState m_isOnline = Connecting;

@@ -74,7 +74,8 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
         *reCode = code;
     m_progress.status(isSuccess(code) ? u"Datei / Ordner gelöscht."_s : u"Datei / Ordner nicht gelöscht."_s);
     if (!isSuccess(code) && !silent)
-        ErrMsg(code);
+        ErrMsg(code, code == PreconditionFailed ? u" (a folder has to be empty before it can be deleted)"_s
+                                                : QString());
     return isSuccess(code);
 }
 

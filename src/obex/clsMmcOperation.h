@@ -35,6 +35,19 @@ private:
     bool m_allowed;
 };
 
+/// While one lives the cancel box has no say: what is under way is done whole or not at all.
+class clsMmc::Uncancelled
+{
+public:
+    explicit Uncancelled(clsMmc& client) : m_relay(client.m_relay), m_wasOn(m_relay.setCancelOn(false)) {}
+    ~Uncancelled() { m_relay.setCancelOn(m_wasOn); }
+    Q_DISABLE_COPY_MOVE(Uncancelled)
+
+private:
+    ProgressRelay& m_relay;
+    bool m_wasOn;
+};
+
 /// BusyOn now and BusyOff at the end, raised by the outermost only.
 class clsMmc::Busy
 {

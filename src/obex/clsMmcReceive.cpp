@@ -39,7 +39,7 @@ int clsMmc::TxObx(const QByteArray& frame)
         return RequestTooLong;
     if (m_stopAsked && !m_pastStop)
         return Cancelled;
-    if (!m_inStep && !m_pastStop)
+    if ((!m_inStep && !m_pastStop) || !m_line.port().IsOpen())
         return Timeout;
     m_line.TxDirect(frame);
     return 0;
@@ -112,6 +112,14 @@ void clsMmc::showBare(const QString& text, const QString& english)
         m_line.show({.text = text, .english = english});
 }
 
+/// Of no use to anybody but who looks for the reason of a fault.
+void clsMmc::showLengthNote()
+{
+    log(u"Warning:"_s, u"Length is followed by End of Body."_s);
+    if (!m_abandoned)
+        m_line.show({.text = u"hiB"_s, .forWindowOnly = true});
+}
+
 void clsMmc::showTotal(qint64 received, qint64 total)
 {
     if (total == 0)
@@ -138,7 +146,7 @@ int clsMmc::ObxRx(QByteArray& data)
             data.reserve(std::min<qint64>(total, mostReserved));
         }
         if (leading.endOfBodyBehindLength)
-            showBare(u"hiB"_s, u"Note: Length is followed by End of Body."_s);
+            showLengthNote();
         Q_EMIT BytesRxed(data.size());
         if (code == ContinueNotFinal || code == SuccessNotFinal) {
             showBare(u"hier fehlt was"_s, u"An unexpected response was passed over."_s);

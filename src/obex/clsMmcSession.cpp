@@ -48,6 +48,10 @@ bool clsMmc::Online(const Progress& progress, Target target)
     if (!operation.isAllowed() || m_stopAsked)
         return false;
     const Busy busy(*this);
+    if (!m_line.port().IsOpen()) {
+        ErrMsg(Timeout);
+        return false;
+    }
     StopBox stop(*this, m_progress);
     Progress stoppable = m_progress;
     stoppable.cancel = &stop;
@@ -181,7 +185,10 @@ bool clsMmc::closeChannel()
         m_channelState = ChannelClosed;
         return true;
     }
-    ErrMsg(ChannelStuck);
+    const bool isGone = !m_line.port().IsOpen();
+    if (isGone)
+        m_channelState = ChannelOpen;
+    ErrMsg(isGone ? Timeout : ChannelStuck);
     m_progress.status(u"Fehler beim Schließen des Datenkanals."_s);
     m_progress.hide();
     return false;

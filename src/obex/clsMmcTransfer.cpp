@@ -19,6 +19,7 @@ using toolkit::Progress;
 
 namespace {
 
+constexpr int stepsOfFirstFrame = 2;
 constexpr int mostFinalFrames = 10; // a phone that never has enough
 constexpr int timeNotSet = 75;      // in the log, where a time stamp could not be set
 
@@ -98,8 +99,10 @@ void clsMmc::stamp(const QString& name, const QString& targetFile)
                         moment.toString(Qt::ISODate));
 }
 
-bool clsMmc::PutFile(const QString& localPath, const Progress& progress)
+bool clsMmc::PutFile(const QString& localPath, const Progress& progress, bool* mayHoldPart)
 {
+    if (mayHoldPart)
+        *mayHoldPart = false;
     const Operation operation(*this, u"PutFile"_s, progress);
     if (!operation.mayBegin())
         return false;
@@ -115,6 +118,8 @@ bool clsMmc::PutFile(const QString& localPath, const Progress& progress)
     if (code == 0)
         code = sendFile(name, body, value, maximum);
     const bool stoppedEarly = isSuccess(code) && value != maximum;
+    if (mayHoldPart && !m_abandoned)
+        *mayHoldPart = stoppedEarly || code == Timeout || code == Cancelled || value > stepsOfFirstFrame;
     if (stoppedEarly) {
         tellEarlyStop(name, value, maximum);
         log(u"ExitEarly"_s,
@@ -145,7 +150,8 @@ int clsMmc::sendFile(const QString& name, const QByteArray& body, int& value, in
                      firstChunk, m_maxPacket, PutFrames::AfterFinal::Repeat);
     maximum = filePutSteps(body.size(), firstChunk, nextChunkSize(m_maxPacket));
     m_progress.start(value, maximum);
-    m_progress.set(++value);
+    value = stepsOfFirstFrame;
+    m_progress.set(value);
     QByteArray payload;
     return Put(frames, payload, [&](int code) {
         if (isSuccess(code))
@@ -182,8 +188,10 @@ void clsMmc::tellEarlyStop(const QString& name, int value, int maximum)
 
 int clsMmc::Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge)
 {
-    if (const int refusal = TxObx(frames.first()))
+    if (const int refusal = TxObx(frames.first())) {
+        frames.setUnsent();
         return refusal;
+    }
     for (int finalFrames = 0;;) {
         const int code = RxObxFra(payload);
         if (m_progress.cancelled() || code == Cancelled)
@@ -192,8 +200,13 @@ int clsMmc::Put(PutFrames& frames, QByteArray& payload, const std::function<PutV
             return code;
         if (frames.isFinalOut() && ++finalFrames > mostFinalFrames)
             return code;
-        if (TxObx(frames.next()) != 0)
-            break;
+        const int refusal = TxObx(frames.next());
+        if (refusal == 0)
+            continue;
+        frames.setUnsent();
+        if (refusal != Cancelled)
+            return refusal;
+        break;
     }
     Abort();
     return Cancelled;

@@ -143,21 +143,15 @@ ItemResult putItem(clsMmc& client, const Item& item, qint32& counter, QString& l
     return isNoAnswer(code) && frames.isFinalOut() ? ItemResult::Unconfirmed : ItemResult::Refused;
 }
 
-/// The cancel box has no say while an item is under way: it is written whole or not at all.
-Progress uncancelled(Progress progress)
-{
-    progress.cancel = nullptr;
-    return progress;
-}
-
 } // namespace
 
 ItemResult VcfWriteItem(clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
                         const Progress& progress, int index, int total)
 {
-    const clsMmc::Operation operation(client, u"VcfWriteItem"_s, uncancelled(progress));
+    const clsMmc::Operation operation(client, u"VcfWriteItem"_s, progress);
     if (!operation.isAllowed())
         return ItemResult::Refused;
+    const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const QByteArray card = VcfBuildItem(entry, encodesNames(client.line().context()));
@@ -172,9 +166,10 @@ ItemResult VcfWriteItem(clsMmc& client, const tVcfEntry& entry, qint32& counter,
 ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerItem, qint32& counter,
                     QString& luid, const Progress& progress, int index, int total)
 {
-    const clsMmc::Operation operation(client, u"VcxWrite"_s, uncancelled(progress));
+    const clsMmc::Operation operation(client, u"VcxWrite"_s, progress);
     if (!operation.isAllowed())
         return ItemResult::Refused;
+    const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const Item item{organizerItem.text,
@@ -188,15 +183,16 @@ ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerI
 ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, const Progress& progress,
                   int index, int total)
 {
-    const clsMmc::Operation operation(client, u"VcxDel"_s, uncancelled(progress));
+    const clsMmc::Operation operation(client, u"VcxDel"_s, progress);
     if (!operation.isAllowed())
         return ItemResult::Refused;
+    const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const Progress& shown = operation.progress();
     const IrmcKindInfo& info = irmcKindInfo(kind);
     shown.status(counted(u"Lösche Eintrag "_s + info.label, index, total));
-    const bool sent = !client.stopAsked();
+    const bool sent = !client.stopAsked() && client.line().port().IsOpen();
     QByteArray payload;
     const int code = client.request(obex::irmcDeleteFrame(luid + info.extension, counter), payload);
     if (code == obex::Continue) {

@@ -22,6 +22,11 @@ using toolkit::Icon;
 namespace {
 
 const tVcfEntry someone{.lastName = u"Zöllner"_s, .home = u"030 1"_s};
+const tVcfEntry ofTwoFrames{.email = QString(60, u'e'),
+                            .lastName = u"Zöllner"_s,
+                            .work = QString(32, u'1'),
+                            .mobile = QString(32, u'1'),
+                            .home = u"030 1"_s};
 
 toolkit::Message box(Icon icon, const QString& text, const QString& title = {})
 {
@@ -206,10 +211,7 @@ private Q_SLOTS:
             phone.port.handset().setFaults(faults);
             if (told != 1)
                 phone.test.dialogs.expect(told == 0 ? lostReference : errorBox(GetFriedlyErrMsg(told)));
-            tVcfEntry entry = someone; // of two frames
-            entry.email = QString(60, u'e');
-            entry.mobile = entry.work = QString(32, u'1');
-            QCOMPARE(phone.write({entry}), told == 1);
+            QCOMPARE(phone.write({ofTwoFrames}), told == 1);
             QCOMPARE(phone.report.unconfirmed, unconfirmed);
             QCOMPARE(phone.list->count(), before + (unconfirmed || told == 1 ? 1 : 0));
             QVERIFY(!phone.port.handset().isInDataMode());
@@ -280,18 +282,27 @@ private Q_SLOTS:
 
     void stopsBetweenTwo()
     {
-        for (const bool byBox : {true, false}) {
-            Contacts phone(u"SL450HX"_s);
+        Contacts phone(u"SL450HX"_s);
+        QVERIFY(phone.read());
+        connect(phone.list.get(), &toolkit::ListRows::inserted, this, [&] { phone.client->askToStop(); });
+        QVERIFY(!phone.write({someone, someone}));
+        QCOMPARE(phone.report.luids.size(), 1);
+        phone.checkAllIsWell();
+    }
+
+    void cancelSparesWhatIsUnderWay()
+    {
+        int stoppedBehind[4] = {};
+        for (double after = 1; after < 8; after += 0.1) {
+            Contacts phone(u"SL450HX"_s, {.maxPacket = 255});
             QVERIFY(phone.read());
-            connect(phone.list.get(), &toolkit::ListRows::inserted, this, [&] {
-                phone.progress.cancel.checked = byBox;
-                if (!byBox)
-                    phone.client->askToStop();
-            });
-            QVERIFY(!phone.write({someone, someone}));
-            QCOMPARE(phone.report.luids.size(), 1);
+            phone.test.clock.after(after, [&] { phone.progress.cancel.checked = true; });
+            phone.write({ofTwoFrames, ofTwoFrames, ofTwoFrames});
+            QVERIFY(!phone.report.unconfirmed);
+            ++stoppedBehind[phone.report.luids.size()];
             phone.checkAllIsWell();
         }
+        QVERIFY(stoppedBehind[1] > 0 && stoppedBehind[2] > 0);
     }
 
     /// Window, list and store go in the middle of a write; the line is left clean all the same.

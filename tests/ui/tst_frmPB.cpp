@@ -1,5 +1,6 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
+#include "support/ObexClient.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/TestProgram.h"
@@ -109,6 +110,7 @@ private Q_SLOTS:
     void classicListIsWritten();
     void backupsAreOpenedAndSaved();
     void closingAsksAndLeavesDataMode();
+    void everyWayOutClosesTheChannel();
     void closingWaitsForAWrite();
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
@@ -238,6 +240,28 @@ void frmPBTest::closingAsksAndLeavesDataMode()
     QVERIFY(!open.port.handset().isInDataMode());
     QVERIFY(!open.port.IsOpen());
     QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
+}
+
+void frmPBTest::everyWayOutClosesTheChannel()
+{
+    OpenWindow calm(u"SL400H"_s);
+    calm.window.goTo(u"TB"_s);
+    const int lettingGo = calm.port.handset().phone().faults.requests;
+    for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
+        for (const bool isConnectRefused : {true, false}) { // or to let go of the connection is
+            OpenWindow open(u"SL400H"_s, {.faults = {.refuseAt = isConnectRefused ? 1 : lettingGo}});
+            open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
+            open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
+            QVERIFY(open.port.handset().isInDataMode());
+            if (way == u"refresh"_s)
+                open.press("refresh");
+            if (way == u"close"_s)
+                open.window.close();
+            open.window.goTo(way); // where it is one of the nodes; the files come back behind a refresh
+            QCOMPARE(open.port.handset().isInDataMode(), way == u"refresh"_s && isConnectRefused);
+            QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
+        }
+    }
 }
 
 void frmPBTest::closingWaitsForAWrite()

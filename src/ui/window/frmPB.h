@@ -58,8 +58,9 @@ public:
     /// Puts lists that wait to be written into files in the folder for backups, and tells where. False if one
     /// could not be saved, which has been told.
     bool saveUnwritten();
-    /// Takes the phone back to AT commands, if it is in its data mode.
-    void closeChannel();
+    /// Takes the phone back to AT commands, if it is in its data mode. False if it stays there, which has
+    /// been told.
+    bool closeChannel();
 
     int ActiveSection() const { return m_guard.ActiveSection; }
     int ToolbarMode() const { return m_toolbarMode; }
@@ -101,6 +102,7 @@ private:
     void showPanel(QWidget* panel, const QString& node);
     void selectShownNode();
     bool isFilesInFront() const;
+    bool isInDataMode() const;
     void firstShown();
 
     // Commands

@@ -131,15 +131,17 @@ bool frmPB::saveUnwritten()
     return areSafe;
 }
 
-void frmPB::closeChannel()
+/// A channel may be open without a connection: the phone has refused it, or did not let go of it.
+bool frmPB::closeChannel()
 {
     const QPointer<frmPB> self(this);
     const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    const bool isClosed = mmc->IsOnline() != obex::clsMmc::Connected || mmc->Offline(m_parts.progress);
-    if (!self || !isClosed)
-        return;
-    m_reminders->hideKind(Reminders::CloseFfs);
-    m_reminders->showKind(Reminders::NoMenu);
+    const bool isClosed = !isInDataMode() || mmc->Offline(m_parts.progress);
+    if (self && isClosed) {
+        m_reminders->hideKind(Reminders::CloseFfs);
+        m_reminders->showKind(Reminders::NoMenu);
+    }
+    return isClosed;
 }
 
 void frmPB::cleanUp()

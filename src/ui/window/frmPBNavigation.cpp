@@ -54,7 +54,7 @@ void frmPB::tvwNavi_NodeClick(const QString& key)
     if (m_sta->isBusy() || (areFilesOpen && key == u"FFS"_s))
         return;
     const QPointer<frmPB> self(this);
-    if (m_guard.ActiveSection == SectionFiles)
+    if (m_guard.ActiveSection == SectionFiles || isInDataMode())
         leaveFiles();
     if (!self)
         return;
@@ -100,17 +100,18 @@ bool frmPB::isFilesInFront() const
     return m_fraFFS && m_panels->currentWidget() == m_fraFFS;
 }
 
+bool frmPB::isInDataMode() const
+{
+    return m_program.line.mode() == link::LineMode::Data;
+}
+
 /// The phone has to take AT commands again before anything else is asked of it.
 void frmPB::leaveFiles()
 {
     const QPointer<frmPB> self(this);
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    const bool isClosed = mmc->IsOnline() != obex::clsMmc::Connected || mmc->Offline(m_parts.progress);
-    if (!self)
-        return;
-    if (isClosed)
-        m_reminders->hideKind(Reminders::CloseFfs);
-    m_reminders->showKind(Reminders::NoMenu);
+    closeChannel();
+    if (self)
+        m_reminders->showKind(Reminders::NoMenu);
 }
 
 /// Asks before unsaved changes are passed over. False leads back to where the user was.
@@ -261,9 +262,10 @@ void frmPB::press(Command command)
         return;
     const QPointer<frmPB> self(this);
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
-    if (interruptsFiles)
+    const bool needsWayBack = needsLine(command) && isInDataMode();
+    if (interruptsFiles || needsWayBack)
         leaveFiles();
-    if (!self || (interruptsFiles && m_mmc->IsOnline() == obex::clsMmc::Connected))
+    if (!self || (needsWayBack && isInDataMode()))
         return;
     runCommand(command);
     if (self && interruptsFiles && !m_closeWanted)
