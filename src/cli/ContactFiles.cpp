@@ -278,7 +278,8 @@ QStringList warningsAbout(const tVcfEntry& contact)
         if (std::any_of(text.begin(), text.end(), isControl))
             warnings.append(u"there is a control character in \"%1\""_s.arg(field.key));
         if (field.longest != anyLength && text.size() > field.longest)
-            warnings.append(u"\"%1\" is longer than %2 characters"_s.arg(text).arg(field.longest));
+            warnings.append(
+                u"\"%1\" is longer than %2 characters"_s.arg(text, QString::number(field.longest)));
         if (field.isNumber && !number.match(text).hasMatch())
             warnings.append(u"\"%1\" is more than digits, #, *, + and ?"_s.arg(text));
     }

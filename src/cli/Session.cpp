@@ -92,8 +92,8 @@ bool Session::choosePort()
     const QString word = m_invocation.value(u"--port"_s);
     const int number = link::portForThisRun(m_ports, word);
     if (number == 0) {
-        m_out.error(
-            u"%1 is no port; say a number from 1 to %2, or a device."_s.arg(word).arg(link::largestPort));
+        m_out.error(u"%1 is no port; say a number from 1 to %2, or a device."_s.arg(
+            word, QString::number(link::largestPort)));
         return false;
     }
     m_sy.ComNoForThisRun = number;

@@ -52,10 +52,9 @@ QString Engine::take(const CommandLine& commandLine)
     m_sy.Paths.Storage =
         m_sy.StorageForThisRun.isEmpty() ? app::currentStoragePath(m_platform) : m_sy.StorageForThisRun;
     m_sy.ComNoForThisRun = link::portForThisRun(m_ports, commandLine.port);
-    return m_sy.ComNoForThisRun > 0
-               ? QString()
-               : u"%1 is no port; say a number from 1 to %2, or a device"_s.arg(commandLine.port)
-                     .arg(link::largestPort);
+    return m_sy.ComNoForThisRun > 0 ? QString()
+                                    : u"%1 is no port; say a number from 1 to %2, or a device"_s.arg(
+                                          commandLine.port, QString::number(link::largestPort));
 }
 
 } // namespace kalmo::ui
