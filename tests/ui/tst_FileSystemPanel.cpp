@@ -193,6 +193,18 @@ void FileSystemPanel::uploads()
     QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
     made.port.handset().setFaults({});
 
+    // Not behind a backup that is not what the phone lists.
+    upload("fünf");
+    made.press("open");
+    upload("sechs");
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.surplusAt = 1});
+    made.expect(u"Die Datei \"Eis.png\" wurde nicht ersetzt, weil ihre Sicherung nicht vollständig ist: Das "
+                u"Telefon gibt 5 Bytes an und hat 8 gesendet."_s);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
+    made.port.handset().setFaults({});
+
     upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
     made.press("open");
