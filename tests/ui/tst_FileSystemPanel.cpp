@@ -193,6 +193,12 @@ void FileSystemPanel::uploads()
     QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
     made.port.handset().setFaults({});
 
+    made.test.dialogs.expectOpenFile(
+        {.title = u"Datei auf zum Telefon übertragen"_s, .folder = made.test.folder.path()},
+        made.test.makeFile(u"€.png"_s, "x"));
+    made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.png"_s);
+    made.press("open");
+
     // Not behind a backup that is not what the phone lists.
     upload("fünf");
     made.press("open");
