@@ -85,8 +85,6 @@ void tst_DataCommands::runs()
              });
     rows.add("a name that would become another one", u"files mv Liesmich.txt Euro€.txt"_s, ExitWrongUse, {},
              u"kalmoctl: /Euro€.txt holds a letter that no name in the phone can have.\n"_s, nothing);
-    rows.add("a folder's name too", u"files mkdir Sounds/€uro"_s, ExitWrongUse, {},
-             u"kalmoctl: /Sounds/€uro holds a letter that no name in the phone can have.\n"_s, nothing);
     rows.add("put asks before it replaces in the phone, and goes on",
              u"files put liesmich.TXT nothing a;,b.txt"_s, ExitRefused,
              u"[{'backup':null,'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
