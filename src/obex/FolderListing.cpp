@@ -54,18 +54,21 @@ QString characterOf(QStringView entity)
     return isCharacter ? QStringView(QChar::fromUcs4(code)).toString() : QString();
 }
 
+constexpr QChar leftLead(0xC2);
+
 /// Whether a name goes on with one of the signs from A0 to BF hex, of whose two bytes UFT8Dec leaves the
 /// first.
 bool isLeftLead(QStringView rest)
 {
-    return rest.size() > 1 && rest[0] == QChar(0xC2) && rest[1] >= QChar(0xA0) && rest[1] <= QChar(0xBF);
+    return rest.size() > 1 && rest[0] == leftLead && rest[1] >= QChar(0xA0) && rest[1] <= QChar(0xBF);
 }
 
 /// A name as it has to be sent back to the phone.
 QString plainName(QStringView spelt)
 {
+    if (!spelt.contains(u'&') && !spelt.contains(leftLead)) // as nearly all are
+        return spelt.toString();
     QString name;
-    name.reserve(spelt.size());
     while (!spelt.isEmpty()) {
         const QChar first = spelt[0];
         const qsizetype end =
