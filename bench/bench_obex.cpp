@@ -49,11 +49,11 @@ QStringList handsetArguments(int maxPacket, int rate)
 }
 
 /// Prints one transfer: its rate beside that of its bytes on the line, and the processor time.
-void print(const QString& what, const Watch& watch, qint64 payload)
+void print(const QString& what, const Watch& watch, qint64 payload, int rate)
 {
     const double elapsed = watch.elapsed();
     const double processor = watch.processor();
-    const double onTheLine = watch.bytes() * bitsPerByte / baudRate;
+    const double onTheLine = watch.bytes() * bitsPerByte / rate;
     std::printf("%s: %.2f s, %.2f kB/s; the frames allow %.2f kB/s\n", qPrintable(what), elapsed,
                 static_cast<double>(payload) / elapsed / 1000,
                 static_cast<double>(payload) / onTheLine / 1000);
@@ -61,25 +61,27 @@ void print(const QString& what, const Watch& watch, qint64 payload)
     printRow(u"  processor time, as a share of the time elapsed"_s, processor / elapsed, mostProcessor);
 }
 
-bool measureTransfers(int maxPacket)
+bool measureTransfers(int maxPacket, int rate)
 {
     const QTemporaryDir folder;
     const QString device = folder.filePath(u"line"_s);
     const QString file = makeFile(folder, u"100kB.bin"_s, fileSize);
-    const HandsetProcess handset(device, handsetArguments(maxPacket, baudRate));
+    const HandsetProcess handset(device, handsetArguments(maxPacket, rate));
     Engine engine(folder.path(), phoneType);
     clsMmc client(engine.line);
-    if (!handset.isReady || !engine.open(device, baudRate) || !client.Online({}))
+    if (!handset.isReady || !engine.open(device, rate) || !client.Online({}))
         return false;
+    const QString frames =
+        u"frames of %1 bytes (announced: %2) at %3 baud"_s.arg(client.MaxPacket()).arg(maxPacket).arg(rate);
     const Watch put(engine.port);
     if (!client.PutFile(file, {}))
         return false;
-    print(u"put, frames of %1 bytes (announced: %2)"_s.arg(client.MaxPacket()).arg(maxPacket), put, fileSize);
+    print(u"put, %1"_s.arg(frames), put, fileSize, rate);
     QByteArray back;
     const Watch get(engine.port);
     if (!client.GetFile(QFileInfo(file).fileName(), back, {}) || back.size() != fileSize)
         return false;
-    print(u"get, frames of %1 bytes (announced: %2)"_s.arg(client.MaxPacket()).arg(maxPacket), get, fileSize);
+    print(u"get, %1"_s.arg(frames), get, fileSize, rate);
     return client.Offline({});
 }
 
@@ -121,17 +123,38 @@ bool measureMemory()
     return client.Offline({});
 }
 
-/// Seconds that a general client takes for a run; nothing if it failed.
-std::optional<double> secondsOf(const QStringList& arguments)
+QByteArray contentOf(const QString& path)
 {
-    QProcess process;
-    QElapsedTimer watch;
-    watch.start();
-    process.start(u"obexftp"_s, arguments);
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0)
-        return std::nullopt;
-    return static_cast<double>(watch.nsecsElapsed()) / 1e9;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A run of the general client, whose status says nothing: it is 255 after a success.
+struct ForeignRun
+{
+    ForeignRun(const QTemporaryDir& folder, const QStringList& arguments)
+    {
+        QProcess process;
+        QElapsedTimer watch;
+        process.setWorkingDirectory(folder.path());
+        watch.start();
+        process.start(u"obexftp"_s, QStringList{u"-t"_s, u"line"_s} + arguments);
+        process.waitForFinished(120000);
+        seconds = static_cast<double>(watch.nsecsElapsed()) / 1e9;
+        out = process.readAllStandardOutput();
+    }
+
+    double seconds = 0;
+    QByteArray out;
+};
+
+void printForeign(const char* what, double seconds)
+{
+    const double frames = fileSize / (foreignPacket - 6.0);
+    const double onTheLine = (fileSize + frames * (6 + 3)) * bitsPerByte / foreignBaudRate;
+    std::printf("obexftp, %s, frames of %d bytes at %d baud: about %.2f s\n", what, foreignPacket,
+                foreignBaudRate, seconds);
+    printRow(u"  rate, as a share of what the frames allow"_s, onTheLine / seconds, leastRate);
 }
 
 /// The same handset and another client: what is lost with ours is not lost in the handset.
@@ -142,24 +165,26 @@ void measureForeignClient()
         return;
     }
     const QTemporaryDir folder;
-    const QString device = folder.filePath(u"line"_s);
-    const HandsetProcess handset(device, handsetArguments(foreignPacket, foreignBaudRate) +
-                                             QStringList{u"--profile"_s, u"general-sqwe"_s});
-    const QString file = makeFile(folder, u"foreign.bin"_s, fileSize);
-    const auto empty = secondsOf({u"-t"_s, device, u"-X"_s});
-    const auto put = secondsOf({u"-t"_s, device, u"-p"_s, file});
-    // The last run left the handset in data mode, which the second one and this one both find.
-    const auto again = secondsOf({u"-t"_s, device, u"-X"_s});
-    if (!empty || !put || !again) {
+    const QString name = u"foreign.bin"_s;
+    const QString file = makeFile(folder, name, fileSize);
+    const QByteArray content = contentOf(file);
+    const HandsetProcess handset(
+        folder.filePath(u"line"_s),
+        handsetArguments(foreignPacket, foreignBaudRate) +
+            QStringList{u"--profile"_s, u"general-sqwe"_s, u"--state"_s, folder.filePath(u"state"_s)});
+    const ForeignRun first(folder, {u"-X"_s}); // leaves the handset in data mode, where the others find it
+    const ForeignRun put(folder, {u"-p"_s, name});
+    const bool isPut = contentOf(folder.filePath(u"state/files/"_s + name)) == content;
+    QFile::remove(file);
+    const ForeignRun get(folder, {u"-g"_s, name});
+    const bool isGot = contentOf(file) == content;
+    const ForeignRun empty(folder, {u"-X"_s});
+    if (!isPut || !isGot || empty.out.isEmpty()) {
         std::printf("obexftp failed and was not measured\n");
         return;
     }
-    const double seconds = *put - std::min(*empty, *again);
-    const double frames = fileSize / (foreignPacket - 6.0);
-    const double onTheLine = (fileSize + frames * (6 + 3)) * bitsPerByte / foreignBaudRate;
-    std::printf("obexftp, put, frames of %d bytes at %d baud: about %.2f s\n", foreignPacket, foreignBaudRate,
-                seconds);
-    printRow(u"  rate, as a share of what the frames allow"_s, onTheLine / seconds, leastRate);
+    printForeign("put", put.seconds - empty.seconds);
+    printForeign("get", get.seconds - empty.seconds);
 }
 
 } // namespace
@@ -167,13 +192,14 @@ void measureForeignClient()
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    std::printf("%d bytes at %d baud\n\n", fileSize, baudRate);
+    std::printf("%d bytes\n\n", fileSize);
     printHeading();
     bool done = true;
     for (const int maxPacket : {1024, 4096, 16390})
-        done = measureTransfers(maxPacket) && done;
-    done = measureMemory() && done;
+        done = measureTransfers(maxPacket, baudRate) && done;
+    done = measureTransfers(foreignPacket, foreignBaudRate) && done; // as the foreign client has it
     measureForeignClient();
+    done = measureMemory() && done;
     if (!done)
         std::fprintf(stderr, "not everything could be transferred\n");
     return done ? 0 : 1;

@@ -194,9 +194,8 @@ void ObexServer::checkFullFrame(const ObexPacket& request)
     const qsizetype wanted = largest > largestSigned ? forNegative : std::min(largest, longestRaw);
     const qsizetype size = request.size + (request.value(obex::Time).size() == 14 ? 1 : 0);
     if (size != wanted)
-        complain(u"a part of \"%1\" in a frame of %2 bytes, not %3"_s.arg(m_in.what)
-                     .arg(request.size)
-                     .arg(wanted));
+        complain(u"a part of \"%1\" in a frame of %2 bytes, not %3"_s.arg(
+            m_in.what, QString::number(request.size), QString::number(wanted)));
 }
 
 ObexServer::Answer ObexServer::finishReceiving()
@@ -204,8 +203,8 @@ ObexServer::Answer ObexServer::finishReceiving()
     const Incoming object = std::exchange(m_in, {});
     const qsizetype size = object.request.content.size();
     if (object.length && *object.length != size)
-        complain(
-            u"\"%1\" of %2 bytes was announced with %3"_s.arg(object.what).arg(size).arg(*object.length));
+        complain(u"\"%1\" of %2 bytes was announced with %3"_s.arg(object.what, QString::number(size),
+                                                                   QString::number(*object.length)));
     const bool isDelete = m_phone.isTolerant() && size == 0 && isTelecom(object.path);
     return answer(isDelete ? m_store.remove(object.path, object.request)
                            : m_store.put(object.path, object.request));

@@ -25,7 +25,7 @@ Problem toNumber(const QString& text, qint64 least, qint64 most, qint64& number)
     number = text.toLongLong(&ok);
     if (ok && number >= least && number <= most)
         return std::nullopt;
-    return u"\"%1\" is no number from %2 to %3."_s.arg(text).arg(least).arg(most);
+    return u"\"%1\" is no number from %2 to %3."_s.arg(text, QString::number(least), QString::number(most));
 }
 
 template <typename Number>

@@ -19,7 +19,7 @@ bool readJson(const QString& path, QJsonValue& content, QString& error)
     QJsonParseError fault;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &fault);
     if (document.isNull()) {
-        error = u"%1: %2 at byte %3"_s.arg(path, fault.errorString()).arg(fault.offset);
+        error = u"%1: %2 at byte %3"_s.arg(path, fault.errorString(), QString::number(fault.offset));
         return false;
     }
     content = document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());

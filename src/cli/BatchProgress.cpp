@@ -46,7 +46,8 @@ void BatchProgress::SetValue(int value)
 void BatchProgress::draw()
 {
     const qint64 done = m_passed + m_bytes;
-    QString text = u"%1 %2 (%3 of %4)"_s.arg(m_verb, m_name).arg(m_index).arg(m_count);
+    QString text =
+        u"%1 %2 (%3 of %4)"_s.arg(m_verb, m_name, QString::number(m_index), QString::number(m_count));
     if (m_total > 0)
         text += u": %1 % of %2"_s.arg(100 * done / m_total).arg(sizeText(m_total));
     const double seconds = m_clock.secondsSince(m_start);

@@ -6,6 +6,7 @@
 #include "phonedata/VcfCodec.h"
 #include "phonedata/VcfFiles.h"
 
+#include <QDate>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -87,6 +88,20 @@ bool readBirthday(QString& text)
     if (!parts.captured(4).isEmpty())
         text += u'T' + parts.captured(4);
     return true;
+}
+
+/// Whether it is none, that of zeros which phones have for none, or a day and time that there can be.
+bool isBirthday(const QString& text)
+{
+    static const QRegularExpression form(
+        u"^([0-9]{4}-[0-9]{2}-[0-9]{1,2})(?:T([0-9]{2}:[0-9]{2}(?::[0-9]{2})?))?$"_s);
+    const auto parts = form.match(text);
+    if (!parts.hasMatch())
+        return text.isEmpty();
+    const QString time = parts.captured(2);
+    return (QDate::fromString(parts.captured(1), u"yyyy-MM-d"_s).isValid() ||
+            parts.captured(1) == u"0000-00-00"_s) &&
+           (time.isEmpty() || QTime::fromString(time, QString(u"hh:mm:ss"_s).first(time.size())).isValid());
 }
 
 /// A contact whose birthday is displayed as a whole: by fixed places, which a day of one digit moves.
@@ -198,8 +213,8 @@ QByteArray contactFileBytes(const QString& path, const Contacts& contacts)
     if (endsIn(path, u".vcf")) {
         QByteArray cards;
         for (const tVcfEntry& contact : contacts)
-            cards += phonedata::VcfBuildItem(contact, true);
-        return cards.replace("BEGIN:VCARD\r\n", "BEGIN:VCARD\r\nVERSION:2.1\r\n"); // phones do without
+            cards += phonedata::vcfCardBytes(displayable(contact));
+        return cards;
     }
     const auto list = phonedata::makeVcfRows();
     for (const tVcfEntry& contact : contacts)
@@ -271,22 +286,24 @@ bool readContactFile(const QString& path, Contacts& contacts, QString& error)
 QStringList warningsAbout(const tVcfEntry& contact)
 {
     static const QRegularExpression number(u"^[0-9#*+?]*$"_s);
-    static const QRegularExpression date(
-        u"^([0-9]{4}-[0-9]{2}-[0-9]{1,2}(T[0-9]{2}:[0-9]{2}(:[0-9]{2})?)?)?$"_s);
     QStringList warnings;
     for (const Field& field : fields) {
         const QString& text = contact.*(field.text);
         if (std::any_of(text.begin(), text.end(), isControl))
             warnings.append(u"there is a control character in \"%1\""_s.arg(field.key));
         if (field.longest != anyLength && text.size() > field.longest)
-            warnings.append(u"\"%1\" is longer than %2 characters"_s.arg(text).arg(field.longest));
+            warnings.append(
+                u"\"%1\" is longer than %2 characters"_s.arg(text, QString::number(field.longest)));
         if (field.isNumber && !number.match(text).hasMatch())
             warnings.append(u"\"%1\" is more than digits, #, *, + and ?"_s.arg(text));
     }
     if (!contact.hasNumber())
         warnings.append(u"it has no telephone number"_s);
-    if (!date.match(contact.birthday).hasMatch())
+    if (!isBirthday(contact.birthday))
         warnings.append(u"\"%1\" is no birthday of the form 1970-03-21T12:30"_s.arg(contact.birthday));
+    const QString endangered = phonedata::endangeredCharacters(contact);
+    if (!endangered.isEmpty())
+        warnings.append(u"the phone may give back \"%1\" as something else"_s.arg(endangered));
     return warnings;
 }
 

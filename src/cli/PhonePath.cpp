@@ -1,6 +1,7 @@
 #include "cli/PhonePath.h"
 
 #include "obex/FolderListing.h"
+#include "obex/ObexFrames.h"
 
 namespace kalmo::cli {
 
@@ -34,6 +35,11 @@ QString PhonePath::shown() const
 QString PhonePath::forEngine() const
 {
     return obex::rootPath() + m_parts.join(u'\\');
+}
+
+bool PhonePath::canBeMade() const
+{
+    return obex::fitsNameBytes(shown());
 }
 
 bool endsInSlash(const QString& text)

@@ -21,6 +21,9 @@ public:
     /// "Mobile:\Pictures\a.bmp", as the engine has it.
     QString forEngine() const;
 
+    /// Whether a file or folder can be made by that path: the phone would get another one.
+    bool canBeMade() const;
+
     bool operator==(const PhonePath&) const = default;
 
 private:

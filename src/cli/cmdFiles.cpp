@@ -40,6 +40,15 @@ bool isRefusedRoot(Job& job, const PhonePath& path)
     return path.isRoot();
 }
 
+/// The same for what is to be made.
+bool isRefusedTarget(Job& job, const PhonePath& path)
+{
+    if (!path.canBeMade())
+        job.out.error(
+            u"%1 holds a letter that no name in the phone can have."_s.arg(printable(path.shown())));
+    return !path.canBeMade() || isRefusedRoot(job, path);
+}
+
 /// Deletes one; true if it is gone.
 bool removeOne(Job& job, clsMmc& client, const PhonePath& path)
 {
@@ -106,7 +115,7 @@ ExitStatus runFilesRm(Job& job)
 ExitStatus runFilesMkdir(Job& job)
 {
     const PhonePath path(job.invocation.arguments.first());
-    if (isRefusedRoot(job, path))
+    if (isRefusedTarget(job, path))
         return ExitWrongUse;
     return withDataChannel(job, [&](const Client& client) {
         job.progress.phase(u"Making %1"_s.arg(path.shown()));
@@ -124,7 +133,7 @@ ExitStatus runFilesMv(Job& job)
     const QStringList& words = job.invocation.arguments;
     const PhonePath from(words[0]);
     const PhonePath to = endsInSlash(words[1]) ? PhonePath(words[1]).below(from.name()) : PhonePath(words[1]);
-    if (isRefusedRoot(job, from) || isRefusedRoot(job, to))
+    if (isRefusedRoot(job, from) || isRefusedTarget(job, to))
         return ExitWrongUse;
     const QString notMoved = u"%1 was not moved to %2"_s.arg(from.shown(), to.shown());
     return withDataChannel(job, [&](const Client& client) {

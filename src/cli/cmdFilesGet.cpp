@@ -48,7 +48,7 @@ private:
     Wanted plan(const QString& word);
     void look(clsMmc& client);
     void getAll(clsMmc& client);
-    bool getOne(clsMmc& client, const Wanted& file, BatchProgress& progress);
+    bool getOne(clsMmc& client, Wanted& file, BatchProgress& progress);
 
     Job& m_job;
     FileBatch m_batch;
@@ -114,8 +114,10 @@ void Getter::look(clsMmc& client)
     }
 }
 
-bool Getter::getOne(clsMmc& client, const Wanted& file, BatchProgress& progress)
+/// Gets a file and saves it, if it came as large as the phone lists it.
+bool Getter::getOne(clsMmc& client, Wanted& file, BatchProgress& progress)
 {
+    file.error = u"%1 was not got"_s.arg(printable(file.path.shown()));
     const PhonePath before(client.DirAct());
     if (!enterFolder(client, file.path.folder()))
         return false;
@@ -123,7 +125,12 @@ bool Getter::getOne(clsMmc& client, const Wanted& file, BatchProgress& progress)
     if (file.path.folder() != before) // the time of a file is taken from the last listing
         client.Dir(entries, {.cancel = &m_job.stop});
     QByteArray bytes;
-    return client.GetFile(file.name, bytes, {.bar = &progress, .cancel = &m_job.stop}, file.local);
+    if (!client.GetFile(file.name, bytes, {.bar = &progress, .cancel = &m_job.stop}))
+        return false;
+    if (bytes.size() == file.size)
+        return client.SaveFile(file.name, bytes, file.local);
+    file.error += u": the phone lists %1 bytes, but sent %2"_s.arg(file.size).arg(bytes.size());
+    return false;
 }
 
 void Getter::getAll(clsMmc& client)
@@ -137,7 +144,7 @@ void Getter::getAll(clsMmc& client)
     BatchProgress progress(m_job.out, m_job.context.clock, u"Getting"_s, count, total);
     const QObject lifetime; // of the connection
     QObject::connect(&client, &clsMmc::BytesRxed, &lifetime, [&](qint64 bytes) { progress.setBytes(bytes); });
-    for (const Wanted& file : m_files) {
+    for (Wanted& file : m_files) {
         if (!m_batch.goesOn()) {
             m_batch.failed(resultOf(file, false), ExitFailed,
                            u"%1 was not got"_s.arg(printable(file.path.shown())));
@@ -152,8 +159,7 @@ void Getter::getAll(clsMmc& client)
             m_batch.done(resultOf(file, true),
                          u"%1 saved in %2"_s.arg(printable(file.path.shown()), file.local));
         else
-            m_batch.failed(resultOf(file, false), ExitFailed,
-                           u"%1 was not got"_s.arg(printable(file.path.shown())));
+            m_batch.failed(resultOf(file, false), ExitFailed, file.error);
     }
 }
 

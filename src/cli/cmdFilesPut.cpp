@@ -90,6 +90,8 @@ Outgoing Putter::plan(const QString& word)
         file.error = u"nothing is left of the name %1 without its commas and semicolons"_s.arg(word);
     else if (name.contains(u'\\') || name.contains(u'/'))
         file.error = u"%1 can't be the name of a file in the phone"_s.arg(name);
+    else if (!file.path.canBeMade())
+        file.error = u"%1 holds a letter that no name in the phone can have"_s.arg(file.path.shown());
     else if (isTwin)
         file.error = u"%1 would replace another one of these files, %2"_s.arg(word, file.path.shown());
     file.status = file.error.isEmpty() ? ExitDone : ExitWrongUse;

@@ -130,7 +130,8 @@ ExitStatus runRingtonesSet(Job& job)
     show(job, ringtones);
     if (wasSet && ringtones.tones[event] == tone && ringtones.volumes[event] == volume)
         return ExitDone;
-    job.out.error(u"the handset is not set to \"%1\" and volume %2."_s.arg(printable(tone)).arg(volume));
+    job.out.error(
+        u"the handset is not set to \"%1\" and volume %2."_s.arg(printable(tone), QString::number(volume)));
     return ExitFailed;
 }
 

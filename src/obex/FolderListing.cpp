@@ -4,6 +4,7 @@
 #include "app/TextReplace.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kalmo::obex {
 
@@ -14,7 +15,8 @@ namespace {
 constexpr QStringView folderKey = u"folder name=";
 constexpr QStringView fileKey = u"file name=";
 constexpr QStringView lineEnd = u"\r\n";
-constexpr qsizetype stampLength = 15; // "20021120T164606"
+constexpr qsizetype longestEntity = 10; // "&#1114111;"
+constexpr qsizetype stampLength = 15;   // "20021120T164606"
 
 /// What stands behind a key up to a quote and a blank, without the quotes around it.
 QStringView attribute(QStringView line, QStringView key)
@@ -31,6 +33,54 @@ QStringView attribute(QStringView line, QStringView key)
     if (value.endsWith(u'"'))
         value.chop(1);
     return value;
+}
+
+/// The character that an entity stands for, empty if it stands for none.
+QString characterOf(QStringView entity)
+{
+    constexpr std::array<std::pair<QStringView, QChar>, 5> named = {
+        {{u"amp", u'&'}, {u"lt", u'<'}, {u"gt", u'>'}, {u"quot", u'"'}, {u"apos", u'\''}}};
+    for (const auto& [word, character] : named) {
+        if (entity == word)
+            return character;
+    }
+    if (!entity.startsWith(u'#'))
+        return {};
+    const bool isHex = entity.startsWith(u"#x", Qt::CaseInsensitive);
+    bool ok = false;
+    const char32_t code = entity.sliced(isHex ? 2 : 1).toUInt(&ok, isHex ? 16 : 10);
+    const bool isCharacter =
+        ok && code >= U' ' && code <= QChar::LastValidCodePoint && !QChar::isSurrogate(code);
+    return isCharacter ? QStringView(QChar::fromUcs4(code)).toString() : QString();
+}
+
+constexpr QChar leftLead(0xC2);
+
+/// Whether a name goes on with one of the signs from A0 to BF hex, of whose two bytes UFT8Dec leaves the
+/// first.
+bool isLeftLead(QStringView rest)
+{
+    return rest.size() > 1 && rest[0] == leftLead && rest[1] >= QChar(0xA0) && rest[1] <= QChar(0xBF);
+}
+
+/// A name as it has to be sent back to the phone.
+QString plainName(QStringView spelt)
+{
+    if (!spelt.contains(u'&') && !spelt.contains(leftLead)) // as nearly all are
+        return spelt.toString();
+    QString name;
+    while (!spelt.isEmpty()) {
+        const QChar first = spelt[0];
+        const qsizetype end =
+            first == u'&' ? spelt.first(std::min(longestEntity, spelt.size())).indexOf(u';') : -1;
+        const QString character = end < 0 ? QString() : characterOf(spelt.sliced(1, end - 1));
+        if (!character.isEmpty())
+            name += character;
+        else if (!isLeftLead(spelt))
+            name += first;
+        spelt = spelt.sliced(character.isEmpty() ? 1 : end + 1);
+    }
+    return name;
 }
 
 int permission(QStringView letters)
@@ -55,7 +105,7 @@ tObxDirEntry entry(EntryKind kind, QStringView line, QStringView nameKey, const 
 {
     tObxDirEntry made;
     made.kind = kind;
-    made.name = attribute(line, nameKey).toString();
+    made.name = plainName(attribute(line, nameKey));
     made.path = pathIn(folder, made.name);
     made.modified = moment(attribute(line, u"modified="));
     made.userPerm = permission(attribute(line, u"user-perm="));

@@ -41,9 +41,9 @@ inline constexpr QStringView addFolders = u"$ADD_FOLDER";
 bool endsInOneOf(const QString& name, const QStringList& endings);
 
 /// Reads a listing, decoded as UFT8Dec does it, of the folder `folder`. This is no XML parser: a line is
-/// known by "folder name=" or "file name=", an attribute by its name. The folder "telecom" of the root is
-/// left out. With a `filter` only files that end in one of its items are taken, and folders only as
-/// `addFolders` says.
+/// known by "folder name=" or "file name=", an attribute by its name. A name is given as the phone takes it
+/// in requests: "&amp;" and its like are undone. The folder "telecom" of the root is left out. With a
+/// `filter` only files that end in one of its items are taken, and folders only as `addFolders` says.
 QList<tObxDirEntry> parseFolderListing(const QString& listing, const QString& folder,
                                        const QStringList* filter = nullptr);
 

@@ -2,6 +2,7 @@
 
 #include "app/mdlKonverter.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace kalmo::obex {
@@ -104,6 +105,11 @@ qint32 HexToLong(const QString& hex)
 QByteArray ObxTimeStamp(const QDateTime& moment)
 {
     return moment.toString(u"yyyyMMd'T'hhmmss"_s).toLatin1();
+}
+
+bool fitsNameBytes(const QString& name)
+{
+    return std::all_of(name.begin(), name.end(), [](QChar character) { return character.row() == 0; });
 }
 
 QByteArray nameBytes(const QString& name)

@@ -51,6 +51,10 @@ qint32 HexToLong(const QString& hex);
 /// short.
 QByteArray ObxTimeStamp(const QDateTime& moment);
 
+/// Whether the phone gets a name or a path as it is. Of a character beyond U+00FF the name bytes make another
+/// one.
+bool fitsNameBytes(const QString& name);
+
 /// The characters as UTF-16 little-endian and one 00. Behind the 00 that the Name header puts in front of it,
 /// a name of characters up to U+00FF reads as big-endian; others stand in this shifted order all the same.
 QByteArray nameBytes(const QString& name);

@@ -145,6 +145,8 @@ public:
     /// not empty: a full local path, replaced whole or not at all. Silent shows no box but that of a timeout.
     bool GetFile(const QString& name, QByteArray& data, const toolkit::Progress& progress,
                  const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
+    /// Stores what GetFile has read of a file of the current folder as GetFile does it.
+    bool SaveFile(const QString& name, const QByteArray& data, const QString& targetFile);
     /// Writes a local file into the current folder, without "," and ";" in its name. `mayHoldPart` tells of a
     /// failure whether the phone may have taken a part of the file.
     bool PutFile(const QString& localPath, const toolkit::Progress& progress, bool* mayHoldPart = nullptr);

@@ -71,6 +71,14 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
     return isSuccess(code);
 }
 
+bool clsMmc::SaveFile(const QString& name, const QByteArray& data, const QString& targetFile)
+{
+    const int code = store(name, targetFile, data);
+    if (!isSuccess(code))
+        ErrMsg(code);
+    return isSuccess(code);
+}
+
 int clsMmc::store(const QString& name, const QString& targetFile, const QByteArray& data)
 {
     const ReplaceResult result = app::replaceFile(m_context, targetFile, data);

@@ -78,6 +78,29 @@ QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames)
     return app::toCp1252(card);
 }
 
+QString endangeredCharacters(const tVcfEntry& entry)
+{
+    constexpr int firstSign = 0x80;
+    constexpr int lastSign = 0xBF;
+    QString found;
+    const auto note = [&found](QChar character) {
+        if (!found.contains(character))
+            found += character;
+    };
+    for (const QString& text : {entry.lastName, entry.firstName, entry.email}) {
+        if (text.contains(u'='))
+            note(u'=');
+        if (text.endsWith(u'\\'))
+            note(u'\\');
+    }
+    for (const QChar character : QString(entry.lastName + entry.firstName)) {
+        const int value = app::cp1252Value(character.unicode());
+        if (value >= firstSign && value <= lastSign)
+            note(character);
+    }
+    return found;
+}
+
 tVcfEntry VcfParseItem(const QString& card, int index)
 {
     const QString lines = app::replacedAll(card, u"=\r\n");

@@ -3,11 +3,11 @@
 #include "app/CodePage.h"
 #include "app/Files.h"
 #include "phonedata/BackupFiles.h"
-#include "phonedata/VcfEntry.h"
+#include "phonedata/VcfText.h"
 
 #include <QFileInfo>
 
-#include <functional>
+#include <algorithm>
 
 namespace kalmo::phonedata {
 
@@ -19,13 +19,59 @@ namespace {
 const QString csvHeading =
     u"\"Nachname\",\"Vorname\",\"Telefon\",\"Tel. (Mobil)\",\"Tel. (Büro)\",\"Email\",\"Jahrestag\""_s;
 constexpr int csvFields = VcfBirthday + 1;
+constexpr qsizetype longestQuotedLine = 76;
 
 QString tabbedCell(QString text)
 {
     return text.replace(u'\t', u' ').trimmed();
 }
 
+bool isPlain(char byte)
+{
+    return byte >= ' ' && byte <= '~' && byte != '=';
+}
+
+/// A line of a card whose value is quoted-printable where it has to be, folded so that none is longer
+/// than 76.
+QByteArray cardLine(const QByteArray& key, const QString& value)
+{
+    const QByteArray text = value.toUtf8();
+    if (std::all_of(text.begin(), text.end(), isPlain))
+        return key + ':' + text + "\r\n";
+    QByteArray card;
+    QByteArray line = key + ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:";
+    for (const char byte : text) {
+        const QByteArray part =
+            isPlain(byte) ? QByteArray(1, byte) : '=' + QByteArray(1, byte).toHex().toUpper();
+        if (line.size() + part.size() >= longestQuotedLine) {
+            card += line + "=\r\n";
+            line.clear();
+        }
+        line += part;
+    }
+    return card + line + "\r\n";
+}
+
 } // namespace
+
+QByteArray vcfCardBytes(const tVcfEntry& entry)
+{
+    const std::pair<QByteArray, QString> fields[] = {
+        {"EMAIL;INTERNET", entry.email},
+        {"TEL;HOME", entry.home},
+        {"TEL;WORK", entry.work},
+        {"TEL;CELL", entry.mobile},
+        {"BDAY", displayBirthday(entry.birthday).isEmpty() ? QString() : entry.birthday},
+        {"X-IRMC-LUID", entry.luid},
+    };
+    QByteArray card = "BEGIN:VCARD\r\nVERSION:2.1\r\n" +
+                      cardLine("N", VcfEsc(entry.lastName) + u';' + VcfEsc(entry.firstName));
+    for (const auto& [key, value] : fields) {
+        if (!value.isEmpty())
+            card += cardLine(key, VcfEsc(value));
+    }
+    return card + "END:VCARD\r\n\r\n";
+}
 
 QByteArray vcfCsvBytes(const ListRows& list)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Context.h"
+#include "phonedata/VcfEntry.h"
 #include "toolkit/ListRows.h"
 
 namespace kalmo::phonedata {
@@ -10,6 +11,10 @@ namespace kalmo::phonedata {
 /// told to the user, if the file can't be written.
 bool SaveVcfCsv(app::Context& context, const toolkit::ListRows& list, const QString& path);
 QByteArray vcfCsvBytes(const toolkit::ListRows& list);
+
+/// A contact as a card for other programs, by the rules of vCard 2.1 and not by those of the phones: what is
+/// not plain ASCII is quoted-printable UTF-8. What is empty has no line.
+QByteArray vcfCardBytes(const tVcfEntry& entry);
 
 /// The automatic backup of a list: its headings and all its columns, parted by tabs. False, told to the user,
 /// if it can't be written.

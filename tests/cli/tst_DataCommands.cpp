@@ -78,6 +78,18 @@ void tst_DataCommands::runs()
              "Nobody can answer here; run this on a terminal, or say --yes.\n"
              "kalmoctl: HOME/Liesmich.txt stays as it is.\n"_s,
              [](Handset& handset) { handset.file(u"Liesmich.txt"_s, "mine"); });
+    rows.add("a file that is not as large as listed", u"--yes files get Liesmich.txt"_s, ExitFailed,
+             u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
+             u"kalmoctl: /Liesmich.txt was not got: the phone lists 64 bytes, but sent 67.\n"_s,
+             [](Handset& handset) { handset.port.handset().setFaults({.surplusAt = 3}); });
+    rows.add("put knows again what listings spell otherwise", u"files put A&B.txt"_s, ExitRefused,
+             u"[{'backup':null,'name':'A&B.txt','path':'/A&B.txt','size':1,'written':false}]"_s, {},
+             [](Handset& handset) {
+                 handset.file(u"A&B.txt"_s, "a");
+                 QCOMPARE(handset(u"files put A&B.txt"_s), ExitDone);
+             });
+    rows.add("a name that would become another one", u"files mv Liesmich.txt Euro€.txt"_s, ExitWrongUse, {},
+             u"kalmoctl: /Euro€.txt holds a letter that no name in the phone can have.\n"_s, nothing);
     rows.add("put asks before it replaces in the phone, and goes on",
              u"files put liesmich.TXT nothing a;,b.txt"_s, ExitRefused,
              u"[{'backup':null,'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
@@ -106,14 +118,17 @@ void tst_DataCommands::runs()
                  handset.file(u"Liesmich.txt"_s, "other");
                  handset.port.handset().setFaults({.full = true});
              });
-    rows.add("names that no file of the phone can have", u"files put ,; a\\b"_s, ExitWrongUse,
+    rows.add("names that no file of the phone can have", u"files put ,; a\\b €"_s, ExitWrongUse,
              u"[{'backup':null,'name':'','path':'/','size':1,'written':false},"
-             "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'written':false}]"_s,
+             "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'written':false},"
+             "{'backup':null,'name':'€','path':'/€','size':1,'written':false}]"_s,
              u"kalmoctl: nothing is left of the name ,; without its commas and semicolons.\n"
-             "kalmoctl: a\\b can't be the name of a file in the phone.\n"_s,
+             "kalmoctl: a\\b can't be the name of a file in the phone.\n"
+             "kalmoctl: /€ holds a letter that no name in the phone can have.\n"_s,
              [](Handset& handset) {
                  handset.file(u",;"_s, "a");
                  handset.file(u"a\\b"_s, "b");
+                 handset.file(u"€"_s, "c");
              });
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,

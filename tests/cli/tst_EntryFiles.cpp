@@ -52,6 +52,7 @@ private Q_SLOTS:
     void files();
     void warnings();
     void contacts();
+    void contactWarnings();
     void refusedContacts();
 };
 
@@ -206,11 +207,37 @@ void tst_EntryFiles::contacts()
     const Contacts moved = {{.home = u"2"_s, .birthday = u"1970-03-1T12:30:05"_s}};
     QVERIFY(readContactCsv(contactFileBytes(u"x.csv"_s, moved), read, error));
     QCOMPARE(read[0].birthday, u"1970-03-01T12:30:05"_s);
-    QVERIFY(contactFileBytes(u"x.vcf"_s, saved).startsWith("BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENC"));
-    QCOMPARE(warningsAbout(saved[0]), QStringList());
-    QCOMPARE(
-        warningsAbout({.lastName = QString(17, u'x'), .home = u"0 1"_s, .birthday = u"tomorrow"_s}).size(),
-        3);
+    QCOMPARE(contactFileBytes(u"x.vcf"_s, {{.email = u"ä@b.de"_s,
+                                            .lastName = u"Café – Bar €"_s,
+                                            .home = u"1"_s,
+                                            .firstName = u"A=3B;ä"_s}}),
+             "BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:"
+             "Caf=C3=A9 =E2=80=93 Bar =E2=82=AC=\r\n;A=3D3B\\;=C3=A4\r\n"
+             "EMAIL;INTERNET;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C3=A4@b.de\r\nTEL;HOME:1\r\n"
+             "END:VCARD\r\n\r\n");
+}
+
+void tst_EntryFiles::contactWarnings()
+{
+    const QString noBirthday = u"\"%1\" is no birthday of the form 1970-03-21T12:30"_s;
+    const QString endangered = u"the phone may give back \"%1\" as something else"_s;
+    const Rows<tVcfEntry, QStringList> rows{
+        {"fine", {.lastName = u"Groß \\x"_s, .birthday = u"1972-02-29T23:59:59"_s}, {}},
+        {"as phones say none", {.birthday = u"0000-00-00"_s}, {}},
+        {"too long",
+         {.lastName = u"%2"_s.repeated(9)},
+         {u"\"%1\" is longer than 16 characters"_s.arg(u"%2"_s.repeated(9))}},
+        {"no number", {.work = u"0 1"_s}, {u"\"0 1\" is more than digits, #, *, + and ?"_s}},
+        {"no birthday", {.birthday = u"tomorrow"_s}, {noBirthday.arg(u"tomorrow"_s)}},
+        {"no such day", {.birthday = u"1970-13-41"_s}, {noBirthday.arg(u"1970-13-41"_s)}},
+        {"no such time", {.birthday = u"1970-03-1T24:00"_s}, {noBirthday.arg(u"1970-03-1T24:00"_s)}},
+        {"signs", {.lastName = u"Š\\"_s, .firstName = u"ß€"_s}, {endangered.arg(u"\\Š€"_s)}},
+        {"a code", {.email = u"€=@b.de"_s}, {endangered.arg(u"="_s)}},
+    };
+    for (auto [contact, warnings] : rows) {
+        contact.home = u"1"_s;
+        QCOMPARE(warningsAbout(contact), warnings);
+    }
 }
 
 void tst_EntryFiles::refusedContacts()

@@ -73,6 +73,10 @@ private Q_SLOTS:
         rows.add("a name with blanks, quotes and a way out", root,
                  u"<file name=\"..\\..\\x y\"z\" size=\"1\" user-perm=\"R\" group-perm=\"\"/>"_s,
                  {u"file ..\\..\\x y\"z | Mobile:\\..\\..\\x y\"z | 1 bytes | - | 1/0"_s});
+        rows.add("names as requests have them", root,
+                 fileTag(u"A&amp;B &#38;lt; &#x2E;q;&Z.&;"_s) + fileTag(u"Â§1 &quot;ÂÂ°Âx"_s),
+                 {u"file A&B &lt; .q;&Z.&; | Mobile:\\A&B &lt; .q;&Z.&; | 1 bytes | - | 1/0"_s,
+                  u"file §1 \"Â°Âx | Mobile:\\§1 \"Â°Âx | 1 bytes | - | 1/0"_s});
 
         for (const auto& [folder, listing, entries] : rows) {
             QCOMPARE(inWords(parseFolderListing(listing, folder)), entries);

@@ -193,6 +193,23 @@ void FileSystemPanel::uploads()
     QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
     made.port.handset().setFaults({});
 
+    made.test.dialogs.expectOpenFile(
+        {.title = u"Datei auf zum Telefon übertragen"_s, .folder = made.test.folder.path()},
+        made.test.makeFile(u"€.png"_s, "x"));
+    made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.png"_s);
+    made.press("open");
+
+    // Not behind a backup that is not what the phone lists.
+    upload("fünf");
+    made.press("open");
+    upload("sechs");
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.surplusAt = 1});
+    made.test.dialogs.expectStart(u"Die Datei \"Eis.png\" wurde nicht ersetzt, weil ihre Sicherung"_s);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
+    made.port.handset().setFaults({});
+
     upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
     made.press("open");

@@ -4,6 +4,7 @@
 #include "phonedata/EntryRules.h"
 #include "phonedata/PhoneCharacters.h"
 #include "phonedata/VcardCommands.h"
+#include "phonedata/VcfCodec.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
@@ -21,6 +22,7 @@ namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using namespace phonedata;
+using toolkit::Answer;
 
 namespace {
 
@@ -183,9 +185,10 @@ void frmVCFneu::chkGebu_Click(bool checked)
 
 void frmVCFneu::cmdSpeichern_Click()
 {
-    if (m_busy->isBusy() || aNumberIsWrong() || (entry().hasNumber() && birthdayIsWrong()))
-        return;
     const QPointer<frmVCFneu> self = this;
+    if (m_busy->isBusy() || aNumberIsWrong() ||
+        (entry().hasNumber() && (birthdayIsWrong() || !acceptsLosses())))
+        return;
     m_busy->SetBusy(true);
     const CommandResult result = saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, nullptr});
     if (!self)
@@ -244,6 +247,26 @@ bool frmVCFneu::birthdayIsWrong()
     if (wrong)
         wrong->setFocus();
     return wrong != nullptr;
+}
+
+/// Whether what the phone may give back otherwise is to be saved all the same. False if the form has gone,
+/// too.
+bool frmVCFneu::acceptsLosses()
+{
+    const QString characters = endangeredCharacters(entry());
+    if (characters.isEmpty())
+        return true;
+    const QPointer<frmVCFneu> self = this;
+    const Answer answer = m_program.context.dialogs.Show(
+        {.text = u"Das Telefon gibt diese Zeichen möglicherweise nicht so zurück, wie Sie sie eingegeben "
+                 u"haben: %1\n\nSoll der Eintrag trotzdem gespeichert werden?"_s.arg(characters),
+         .title = windowTitle(),
+         .buttons = toolkit::Buttons::YesNo,
+         .icon = toolkit::Icon::Question,
+         .defaultButton = Answer::No});
+    if (self && answer != Answer::Yes)
+        m_txtNachName->setFocus();
+    return self && answer == Answer::Yes;
 }
 
 tVcfEntry frmVCFneu::entry() const

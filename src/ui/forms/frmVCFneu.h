@@ -50,6 +50,7 @@ private:
     bool keepsTimeFocus();
     bool aNumberIsWrong();
     bool birthdayIsWrong();
+    bool acceptsLosses();
     phonedata::tVcfEntry entry() const;
     void tell(const QString& text) const;
 

@@ -119,9 +119,9 @@ bool canBeRead(const QString& path)
     return QFile(path).open(QIODevice::ReadOnly) && QFileInfo(path).size() <= obex::largestObject;
 }
 
-/// Copies a file of the phone to the folder for backups. The path of the copy, empty if there is none, which
-/// the user has been told.
-QString backUp(clsMmc& mmc, const Progress& progress, const QString& name)
+/// Copies a file of the phone to the folder for backups. The path of the copy, empty if there is none, or if
+/// it should be and isn't as large as the phone lists the file; that the user has been told.
+QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool isAsListed)
 {
     const QString localName = app::safeLocalName(name);
     if (localName.isEmpty()) {
@@ -136,14 +136,24 @@ QString backUp(clsMmc& mmc, const Progress& progress, const QString& name)
     if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
         return {};
     QByteArray data;
-    return mmc.GetFile(name, data, progress, copy) ? copy : QString();
+    if (!mmc.GetFile(name, data, progress, copy))
+        return {};
+    qint32 listed = 0;
+    if (!isAsListed || (mmc.GetFileSizeInActDir(name, listed) && data.size() == listed))
+        return copy;
+    tell(mmc,
+         u"Die Datei \"%1\" wurde nicht ersetzt, weil ihre Sicherung nicht vollständig ist: Das Telefon gibt "
+         u"%2 Bytes an und hat %3 gesendet."_s.arg(name, QString::number(listed),
+                                                   QString::number(data.size())),
+         Icon::Exclamation);
+    return {};
 }
 
 /// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that
 /// doesn't arrive.
-bool replace(clsMmc& mmc, const Progress& progress, const QString& path, const QString& name)
+bool replace(clsMmc& mmc, const Progress& progress, const QString& path, const QString& name, bool isAsListed)
 {
-    const QString copy = backUp(mmc, progress, name);
+    const QString copy = backUp(mmc, progress, name, isAsListed);
     if (copy.isEmpty())
         return false;
     if (!progress.cancelled() && mmc.Del(name, progress) && mmc.PutFile(path, progress))
@@ -166,14 +176,19 @@ Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QS
         return Step::Ended;
     }
     const QString name = nameInPhone(path);
-    const bool isInPhone = mmc.IsFileInActDir(name) || sent.contains(name, Qt::CaseInsensitive);
-    if (isInPhone && canBeRead(path)) {
+    if (!obex::fitsNameBytes(name)) {
+        tell(mmc, u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n"_s + name,
+             Icon::Exclamation);
+        return Step::LeftOut;
+    }
+    const bool isNew = sent.contains(name, Qt::CaseInsensitive); // since the last listing
+    if ((isNew || mmc.IsFileInActDir(name)) && canBeRead(path)) {
         const Answer answer =
             askToReplace(mmc, u"Die Datei \""_s + name +
                                   u"\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s);
         if (answer == Answer::No)
             return Step::LeftOut;
-        return answer == Answer::Yes && replace(mmc, progress, path, name) ? Step::Sent : Step::Ended;
+        return answer == Answer::Yes && replace(mmc, progress, path, name, !isNew) ? Step::Sent : Step::Ended;
     }
     // A file that can't be read costs nothing in the phone: the client looks first, and tells.
     return mmc.PutFile(path, progress) ? Step::Sent : Step::Ended;
