@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kalmo::cli {
@@ -44,14 +45,24 @@ Session::~Session()
 
 ExitStatus Session::run()
 {
-    if (!openStorage() || !openLog() || !choosePort())
+    if (!openStorage() || !choosePort() || !openLog())
         return ExitWrongUse;
     app::DetectOsClass(m_context);
     Job job{m_invocation, m_context,   m_line,     m_ports, m_memory,
             m_out,        m_questions, m_progress, m_stop,  m_desktop};
     const ExitStatus status = m_invocation.command->run(job);
     m_progress.clear();
-    return status == ExitDone && !m_out.isComplete() ? ExitFailed : status;
+    return finish(status);
+}
+
+/// Nothing that was to be written may lack without a word.
+ExitStatus Session::finish(ExitStatus status)
+{
+    const bool isLogged = m_log.fault().isEmpty();
+    if (!isLogged)
+        m_out.error(
+            u"the log %1 lacks lines that could not be written: %2."_s.arg(m_sy.logPath, m_log.fault()));
+    return status == ExitDone && (!isLogged || !m_out.isComplete()) ? ExitFailed : status;
 }
 
 bool Session::openStorage()
@@ -75,14 +86,29 @@ bool Session::openLog()
     if (!m_invocation.has(u"--log"_s))
         return true;
     m_sy.logPath = absolute(m_invocation.value(u"--log"_s));
+    if (namesOtherFile(m_sy.logPath)) {
+        m_out.error(u"%1 can't be the log as well."_s.arg(m_sy.logPath));
+        return false;
+    }
     QFile file(m_sy.logPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
         m_out.error(u"the log %1 can't be written: %2."_s.arg(m_sy.logPath, file.errorString()));
         return false;
     }
     m_sy.debug = true;
     m_sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
     return true;
+}
+
+/// Whether the command reads or writes that file.
+bool Session::namesOtherFile(const QString& path) const
+{
+    const QStringList words = m_invocation.arguments + QStringList{m_invocation.value(u"--output"_s)};
+    return std::any_of(words.begin(), words.end(), [&path](const QString& word) {
+        const QString target = QFileInfo(word).canonicalFilePath();
+        return !word.isEmpty() && (absolute(word) == path ||
+                                   (!target.isEmpty() && target == QFileInfo(path).canonicalFilePath()));
+    });
 }
 
 bool Session::choosePort()

@@ -27,6 +27,8 @@ private:
 
     bool openStorage();
     bool openLog();
+    bool namesOtherFile(const QString& path) const;
+    ExitStatus finish(ExitStatus status);
     bool choosePort();
 
     const Invocation& m_invocation;
