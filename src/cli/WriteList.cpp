@@ -37,6 +37,7 @@ private:
     bool wantsDoubtful();
     bool agrees(const ListDiff& diff);
     bool write();
+    ExitStatus tellUnchanged();
     ExitStatus tellFailure();
     ExitStatus verify();
     ExitStatus finish(ExitStatus status, std::optional<int> written, std::optional<int> verified,
@@ -118,11 +119,20 @@ ExitStatus ListWriter::replace(const ListDiff& diff)
     if (!backUp())
         return ExitFailed;
     m_job.out.note(diffText(diff, m_held.entries.size(), m_store));
-    if (!agrees(diff))
-        return fail(ExitRefused, u"nothing was changed in the phone."_s);
-    if (m_job.stop.Checked())
-        return fail(ExitRefused, u"interrupted; nothing was changed in the phone."_s);
+    if (!agrees(diff) || m_job.stop.Checked())
+        return tellUnchanged();
     return write() ? verify() : tellFailure();
+}
+
+ExitStatus ListWriter::tellUnchanged()
+{
+    QString text = u"nothing was changed in the phone."_s;
+    if (m_job.stop.Checked())
+        text.prepend(u"interrupted; "_s);
+    if (!m_backup.isEmpty())
+        text += u"\nWhat it holds is saved in %1."_s.arg(m_backup);
+    m_job.out.error(text);
+    return finish(ExitRefused, 0, std::nullopt, {});
 }
 
 bool ListWriter::backUp()
