@@ -20,7 +20,8 @@ bool isProbe(const QByteArray& line)
     return line == "ATZ" || line == "AT" || line.isEmpty();
 }
 
-/// Family 3 wants an entry written and erased before it takes a list of some length; that write ends in CR.
+/// Family 3 wants an entry written and erased before it takes a list of some length; that write ends in CR. A
+/// true entry of that text, which ends as all do, can't be told from it.
 bool isPreparation(const AtRequest& request, int family)
 {
     return family == 3 && request.argument == "1,A,1,1,0,";
@@ -32,7 +33,9 @@ Ending endingOf(const AtCommand* command, const AtRequest& request, const Phone&
         return Ending::Either;
     if (command->ending != Ending::ByStore)
         return command->ending;
-    return phone.phonebook.open && !isPreparation(request, phone.family.number) ? Ending::CrLf : Ending::Cr;
+    if (isPreparation(request, phone.family.number))
+        return Ending::Either;
+    return phone.phonebook.open ? Ending::CrLf : Ending::Cr;
 }
 
 } // namespace

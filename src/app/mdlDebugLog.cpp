@@ -61,9 +61,17 @@ void DebugLog::WriteLogHeader()
         m_sy.logPath = QDir(m_desktop).filePath(u"Kalmo_debugFile_"_s + stamp + u".log"_s);
     }
     m_clock.WaitSeconds(0.2);
+    write(header(m_sy), m_sy.logKeepsAll ? QIODevice::Append : QIODevice::Truncate);
+}
+
+void DebugLog::write(const QString& text, QIODevice::OpenMode how)
+{
+    const QByteArray bytes = text.toUtf8();
     QFile file(m_sy.logPath);
-    if (file.open(QIODevice::WriteOnly | (m_sy.logKeepsAll ? QIODevice::Append : QIODevice::Truncate)))
-        file.write(header(m_sy).toUtf8());
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly | how) && file.write(bytes) == bytes.size() && file.flush();
+    if (!isWritten && m_fault.isEmpty())
+        m_fault = file.errorString();
 }
 
 void DebugLog::WriteDebugLog(const QString& tag, QString text, bool keepRaw)
@@ -78,9 +86,7 @@ void DebugLog::WriteDebugLog(const QString& tag, QString text, bool keepRaw)
     const QString time = QString::number(m_clock.Timer(), 'f', 2).rightJustified(10, u'0');
     const QString line =
         u'@' + time + u": "_s + tag.rightJustified(tagWidth).right(tagWidth) + u":\t"_s + text + u'\n';
-    QFile file(m_sy.logPath);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append))
-        file.write(line.toUtf8());
+    write(line, QIODevice::Append);
 }
 
 } // namespace kalmo::app

@@ -3,10 +3,13 @@
 #include "app/Sy.h"
 #include "toolkit/Clock.h"
 
+#include <QIODevice>
+
 namespace kalmo::app {
 
 /// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with
-/// the phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown.
+/// the phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown here;
+/// fault() keeps the first.
 class DebugLog
 {
 public:
@@ -22,10 +25,16 @@ public:
     /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.
     void WriteDebugLog(const QString& tag, QString text, bool keepRaw = false);
 
+    /// The system's reason why something could not be written, empty if all was.
+    const QString& fault() const { return m_fault; }
+
 private:
+    void write(const QString& text, QIODevice::OpenMode how);
+
     Sy& m_sy;
     toolkit::Clock& m_clock;
     QString m_desktop;
+    QString m_fault;
 };
 
 } // namespace kalmo::app

@@ -212,7 +212,7 @@ const std::vector<Option>& globalOptions()
     static const std::vector<Option> options = {
         {u"--port", u"", u"N|DEVICE", u"number of the port, or the device itself"},
         {u"--storage", u"", u"DIR", u"folder for settings and backups, made if missing"},
-        {u"--log", u"", u"FILE", u"write every exchange with the phone to a file, which is replaced"},
+        {u"--log", u"", u"FILE", u"append every exchange with the phone to a file"},
         {u"--yes", u"-y", u"", u"answer every question with yes"},
         {u"--json", u"", u"", u"print the result as one JSON value"},
         {u"--quiet", u"-q", u"", u"print results and errors only"},

@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,18 @@ const QString jsonEnding = u".json"_s;
 bool endsIn(const QString& path, QStringView ending)
 {
     return path.endsWith(ending, Qt::CaseInsensitive);
+}
+
+/// Month, day, hour and minute are two characters each in what a phone gives, and may be cut off at any
+/// place. What a person mistypes is hardly ever of that form.
+bool canBeFromPhone(const QString& date)
+{
+    constexpr qsizetype separators = 4; // the point, two blanks, the colon
+    const qsizetype given = date.size() - separators;
+    const auto lengthOf = [given](qsizetype ahead) { return std::clamp<qsizetype>(given - ahead, 0, 2); };
+    const qsizetype blanks = lengthOf(2) + 1 + lengthOf(0);
+    return given <= 8 && date.mid(lengthOf(2), 1) == u"." && date.mid(blanks, 2) == u"  " &&
+           date.mid(blanks + 2 + lengthOf(4), 1) == u":";
 }
 
 bool readLine(const QString& line, Store store, ClassicEntry& entry, QString& error)
@@ -66,15 +80,33 @@ QByteArray entryFileBytes(const QString& path, const Entries& entries, Store sto
 
 QString faultOf(const ClassicEntry& entry)
 {
-    static const QRegularExpression breaking(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
-    static const QRegularExpression date(u"^[0-9]{2}\\.[0-9]{2}  [0-9]{2}:[0-9]{2}$"_s);
-    for (const QString& text : {entry.name, entry.number, entry.dateSound, entry.vipSound}) {
-        if (text.contains(breaking))
-            return u"there is a control character that can't be sent to a phone"_s;
+    for (const QString& text : {entry.name, entry.number, entry.date, entry.dateSound, entry.vipSound}) {
+        if (text.contains(u'\r') || text.contains(u'\n'))
+            return u"there is a line end that can't be sent to a phone"_s;
     }
-    if (!entry.date.isEmpty() && !date.match(entry.date).hasMatch())
+    if (!entry.date.isEmpty() && !canBeFromPhone(entry.date))
         return u"the date is not of the form \"24.12  08:30\""_s;
     return {};
+}
+
+ClassicEntry sendable(ClassicEntry entry)
+{
+    static const QRegularExpression breaking(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
+    static const QRegularExpression date(u"^[0-9]{2}\\.[0-9]{2}  [0-9]{2}:[0-9]{2}$"_s);
+    for (QString ClassicEntry::*field : {&ClassicEntry::name, &ClassicEntry::number})
+        (entry.*field).remove(breaking);
+    if (!date.match(entry.date).hasMatch())
+        entry.date = entry.dateSound = QString();
+    return entry;
+}
+
+bool bringsBack(const QString& path, const Entries& entries, Store store)
+{
+    const QByteArray bytes = entryFileBytes(path, entries, store);
+    Entries read;
+    QString error;
+    return (endsIn(path, jsonEnding) ? readEntryJson : readEntryLines)(bytes, store, read, error) &&
+           read == entries;
 }
 
 bool readEntryLines(const QByteArray& bytes, Store store, Entries& entries, QString& error)

@@ -21,8 +21,15 @@ bool readEntryFile(const QString& path, phonedata::Store store, Entries& entries
 bool readEntryLines(const QByteArray& bytes, phonedata::Store store, Entries& entries, QString& error);
 bool readEntryJson(const QByteArray& bytes, phonedata::Store store, Entries& entries, QString& error);
 
-/// What can't be in an entry at all, empty if there is nothing: line ends and other characters that would
-/// break the command, a date that is none.
+/// What can't be in an entry at all, empty if there is nothing: line ends, a date that no phone gives. What
+/// a phone gave, and would not take again, is no fault, so that every backup can be written.
 QString faultOf(const phonedata::ClassicEntry& entry);
+
+/// The entry without what can't be sent: characters that would break the command, a date that is none.
+phonedata::ClassicEntry sendable(phonedata::ClassicEntry entry);
+
+/// Whether what entryFileBytes() makes for the path is read as exactly these entries. A line can't hold every
+/// text that a phone can.
+bool bringsBack(const QString& path, const Entries& entries, phonedata::Store store);
 
 } // namespace kalmo::cli

@@ -44,6 +44,19 @@ bool isPossible(const QString& date)
     return QDate::isValid(leapYear, number(3), number(0)) && QTime::isValid(number(7), number(10), 0);
 }
 
+QStringList alterations(const ClassicEntry& entry, const ClassicEntry& held)
+{
+    QStringList warnings;
+    for (QString ClassicEntry::*field : {&ClassicEntry::name, &ClassicEntry::number, &ClassicEntry::date,
+                                         &ClassicEntry::dateSound, &ClassicEntry::vipSound}) {
+        const QString now = held.*field;
+        if (now != entry.*field)
+            warnings.append(u"the phone will hold %1 instead of \"%2\""_s.arg(
+                now.isEmpty() ? u"nothing"_s : u'"' + printable(now) + u'"', printable(entry.*field)));
+    }
+    return warnings;
+}
+
 } // namespace
 
 QStringList warningsAbout(const ClassicEntry& entry, Store store, int phoneType,
@@ -69,12 +82,15 @@ QStringList warningsAbout(const ClassicEntry& entry, Store store, int phoneType,
     return warnings;
 }
 
-QString warningLines(const Entries& entries, Store store, int phoneType, const phonedata::SoundList& sounds)
+QString warningLines(const Entries& entries, const Entries& held, Store store, int phoneType,
+                     const phonedata::SoundList& sounds)
 {
     QString text;
     int count = 0;
     for (size_t index = 0; index < entries.size(); ++index) {
-        for (const QString& warning : warningsAbout(entries[index], store, phoneType, sounds)) {
+        const QStringList warnings = warningsAbout(entries[index], store, phoneType, sounds) +
+                                     alterations(entries[index], held[index]);
+        for (const QString& warning : warnings) {
             if (++count <= mostLines)
                 text += u"Warning: entry %1 (%2): %3.\n"_s.arg(QString::number(index + 1),
                                                                printable(entries[index].name), warning);

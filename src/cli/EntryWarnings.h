@@ -8,8 +8,9 @@ namespace kalmo::cli {
 QStringList warningsAbout(const phonedata::ClassicEntry& entry, phonedata::Store store, int phoneType,
                           const phonedata::SoundList& sounds);
 
-/// A line for each warning about a list; of very many the first only, and how many more there are.
-QString warningLines(const Entries& entries, phonedata::Store store, int phoneType,
+/// A line for each warning about a list, and for each field that the phone will hold otherwise, as `held`
+/// says entry by entry; of very many the first only, and how many more there are.
+QString warningLines(const Entries& entries, const Entries& held, phonedata::Store store, int phoneType,
                      const phonedata::SoundList& sounds);
 
 } // namespace kalmo::cli

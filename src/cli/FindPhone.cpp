@@ -84,10 +84,8 @@ ExitStatus findPhone(Job& job)
         job.out.error(job.line.port().openErrorEnglish());
         return ExitFailed;
     }
-    if (job.stop.Checked()) {
-        job.out.error(u"interrupted."_s);
+    if (job.isInterrupted())
         return ExitRefused;
-    }
     if (pass == link::PassResult::NobodyAnswered)
         return tellSilence(job, rates);
     QString rawId;
@@ -95,6 +93,8 @@ ExitStatus findPhone(Job& job)
         return tellUnknown(job, rawId);
     search.takeOver();
     forgetUnclosedSession(job);
+    if (job.isInterrupted())
+        return ExitRefused;
     const Command* command = job.invocation.command;
     if (!command->fits || command->fits(job.phoneType()))
         return ExitDone;

@@ -30,8 +30,10 @@ bool looksLikeUtf8(const QByteArray& bytes)
 
 bool readInputFile(const QString& path, QByteArray& bytes, QString& error)
 {
-    if (!app::FileExists(path))
+    if (!QFileInfo::exists(path))
         error = u"there is no such file"_s;
+    else if (!app::FileExists(path))
+        error = u"it is no regular file"_s;
     else if (QFileInfo(path).size() > largestFile)
         error = u"it is larger than 16 MB"_s;
     else if (app::readWholeFile(path, bytes))

@@ -64,6 +64,8 @@ private:
         return false;
     }
     QString unknownCommand() const;
+    QString tooMuch(const QString& word) const;
+    bool nextIsOption() const;
     QString unknownOption(const QString& name) const;
 
     QStringList m_words;
@@ -119,12 +121,18 @@ bool Parser::readOption(const QString& word)
         m_words.insert(m_next, u'-' + word.mid(2)); // more switches in one word
     else if (attached)
         value = word.mid(isLong ? equals + 1 : 2);
-    else if (!option->value.isEmpty() && m_next < m_words.size())
+    else if (!option->value.isEmpty() && m_next < m_words.size() && !nextIsOption())
         value = m_words[m_next++];
     if (value.isEmpty() && !option->value.isEmpty())
         return fail(u"%1 needs a value: %1 %2"_s.arg(name, option->value));
     m_made.options.insert(option->name.toString(), value);
     return true;
+}
+
+/// Whether the next word is an option rather than the value of the one before it.
+bool Parser::nextIsOption() const
+{
+    return findOption(m_options, QStringView(m_words[m_next]).split(u'=').first()) != nullptr;
 }
 
 bool Parser::findCommand()
@@ -167,6 +175,19 @@ QString Parser::unknownCommand() const
     return text;
 }
 
+QString Parser::tooMuch(const QString& word) const
+{
+    const QString words = m_made.command->words.toString();
+    QStringList below; // of a longer command only the first word may have been understood
+    for (const Command& command : commandTable()) {
+        if (command.words.startsWith(words + u' '))
+            below.append(command.words.sliced(words.size() + 1).toString());
+    }
+    const QString near = closestTo(word, below);
+    const QString text = u"%1 is too much for %2"_s.arg(quoted(word), quoted(words));
+    return near.isEmpty() ? text : text + u"; did you mean %1?"_s.arg(quoted(words + u' ' + near));
+}
+
 QString Parser::unknownOption(const QString& name) const
 {
     QStringList names;
@@ -193,8 +214,7 @@ bool Parser::checkArguments()
     const auto expected = static_cast<qsizetype>(arguments.size());
     const bool takesMore = expected > 0 && arguments.back().count == Count::OneOrMore;
     if (m_made.arguments.size() > expected && !takesMore)
-        return fail(u"%1 is too much for %2"_s.arg(quoted(m_made.arguments[expected]),
-                                                   quoted(command.words.toString())));
+        return fail(tooMuch(m_made.arguments[expected]));
     for (qsizetype index = 0; index < expected; ++index) {
         const Argument& argument = arguments[index];
         if (index >= m_made.arguments.size())

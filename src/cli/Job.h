@@ -25,8 +25,13 @@ struct Job
     app::Desktop& desktop;
 
     int phoneType() const { return context.sy.PhoneType; }
-    /// The port in use, for messages: "COM3 (/dev/ttyUSB0)".
+    /// The port in use, for messages: "/dev/ttyUSB0 (COM3)"; without its number where the user named the
+    /// device.
     QString portName() const;
+
+    /// Whether the user has asked for an end, which is told then, together with what became of the phone. To
+    /// be looked at before each change and each further query.
+    bool isInterrupted(const QString& outcome = u"nothing was changed"_s);
 };
 
 /// Date and time as JSON has them: "2026-11-21T12:30:00".

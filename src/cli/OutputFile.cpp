@@ -3,15 +3,52 @@
 #include "app/Files.h"
 #include "cli/StoreWords.h"
 
+#include <QFileInfo>
+
 namespace kalmo::cli {
+
+namespace {
+
+/// Whether a file is there that the reading, which is empty, would be worse than.
+bool holdsMore(const QString& path, const Reading& reading)
+{
+    QByteArray older;
+    return app::FileExists(path) &&
+           (!app::readWholeFile(path, older) || (!older.isEmpty() && older != reading.bytes()));
+}
+
+} // namespace
+
+bool canSaveOutput(Job& job)
+{
+    const QString path = job.invocation.value(u"--output"_s);
+    if (path.isEmpty())
+        return true;
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    QString reason;
+    if (!folder.isDir())
+        reason = u"there is no folder %1"_s.arg(folder.filePath());
+    else if (QFileInfo(path).isDir())
+        reason = u"it is a folder"_s;
+    else if (!folder.isWritable())
+        reason = u"the folder %1 may not be written to"_s.arg(folder.filePath());
+    else
+        return true;
+    job.out.error(u"%1 can't be written: %2."_s.arg(path, reason));
+    return false;
+}
 
 bool saveOutput(Job& job, const Reading& reading)
 {
     const QString path = job.invocation.value(u"--output"_s);
     if (path.isEmpty())
         return true;
-    if ((reading.count == 0 || reading.isDoubtful) && app::FileExists(path)) {
-        job.out.note(u"%1 was there already and stays as it is.\n"_s.arg(path));
+    if (reading.count == 0 && holdsMore(path, reading)) {
+        job.out.error(u"the phone holds none, so the older file %1 stays as it is."_s.arg(path));
+        return false;
+    }
+    if (reading.isDoubtful && app::FileExists(path)) {
+        job.out.error(u"the older file %1 stays as it is."_s.arg(path));
         return true;
     }
     QString reason;

@@ -40,8 +40,11 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
     const auto list = phonedata::makeRows(store);
     job.progress.phase(u"Reading the %1"_s.arg(name));
     const bool knowsMelodies = learnMelodies(job, store);
-    QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(),
-                     [&] { job.progress.count(list->count()); });
+    int given = 0; // of a reading that fails the list keeps none
+    QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(), [&] {
+        given = list->count();
+        job.progress.count(given);
+    });
     bool done = false;
     {
         const StoreOpenScope open;
@@ -54,9 +57,12 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
         return ExitRefused;
     }
     if (!done) {
-        const bool isGone = !job.line.port().IsOpen();
-        job.out.error(isGone ? u"the %1 could not be read: %2 is gone."_s.arg(name, job.portName())
-                             : u"the %1 could not be read: the phone stopped answering."_s.arg(name));
+        QString cause = u"the phone did not give entry %1"_s.arg(given + 1);
+        if (!job.line.port().IsOpen())
+            cause = u"%1 is gone"_s.arg(job.portName());
+        else if (phonedata::certaintyOf(job.memory, store) != phonedata::Certainty::Unknown)
+            cause = u"the phone did not confirm the end"_s;
+        job.out.error(u"the %1 could not be read: %2."_s.arg(name, cause));
         return ExitFailed;
     }
     read.entries = phonedata::classicEntries(*list);
@@ -91,8 +97,13 @@ ExitStatus showList(Job& job, Store store)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
-    if (!read.isDoubtful)
+    if (!read.isDoubtful && (path.isEmpty() || read.entries.empty() || bringsBack(path, read.entries, store)))
         return ExitDone;
+    if (!read.isDoubtful) {
+        job.out.error(
+            u"%1 can't hold all texts as the phone does. Save them in a .json file too."_s.arg(path));
+        return ExitFailed;
+    }
     job.out.error(
         u"the line was disturbed in both readings, so an entry may be missing or garbled. Read again."_s);
     return ExitFailed;

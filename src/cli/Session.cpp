@@ -5,7 +5,9 @@
 #include "app/Version.h"
 
 #include <QDir>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kalmo::cli {
@@ -26,14 +28,24 @@ Session::Session(const Invocation& invocation, Output& out, Questions& questions
 
 ExitStatus Session::run()
 {
-    if (!openStorage() || !openLog() || !choosePort())
+    if (!openStorage() || !choosePort() || !openLog())
         return ExitWrongUse;
     app::DetectOsClass(m_machine.context);
     Job job{m_invocation, m_machine.context, m_machine.line, m_machine.ports, m_memory,
             m_out,        m_questions,       m_progress,     m_stop,          m_machine.desktop};
     const ExitStatus status = m_invocation.command->run(job);
     m_progress.clear();
-    return status == ExitDone && !m_out.isComplete() ? ExitFailed : status;
+    return finish(status);
+}
+
+/// Nothing that was to be written may lack without a word.
+ExitStatus Session::finish(ExitStatus status)
+{
+    const bool isLogged = m_machine.log.fault().isEmpty();
+    if (!isLogged)
+        m_out.error(u"the log %1 lacks lines that could not be written: %2."_s.arg(m_machine.sy.logPath,
+                                                                                   m_machine.log.fault()));
+    return status == ExitDone && (!isLogged || !m_out.isComplete()) ? ExitFailed : status;
 }
 
 bool Session::openStorage()
@@ -55,8 +67,21 @@ bool Session::openStorage()
 
 bool Session::openLog()
 {
-    const QString path = m_invocation.value(u"--log"_s);
-    return !m_invocation.has(u"--log"_s) || isFine(m_machine.logTo(path, QIODevice::Truncate));
+    if (!m_invocation.has(u"--log"_s))
+        return true;
+    const QString path = link::absolutePath(m_invocation.value(u"--log"_s));
+    return isFine(namesOtherFile(path) ? u"%1 can't be the log as well"_s.arg(path) : m_machine.logTo(path));
+}
+
+/// Whether the command reads or writes that file.
+bool Session::namesOtherFile(const QString& path) const
+{
+    const QStringList words = m_invocation.arguments + QStringList{m_invocation.value(u"--output"_s)};
+    return std::any_of(words.begin(), words.end(), [&path](const QString& word) {
+        const QString target = QFileInfo(word).canonicalFilePath();
+        return !word.isEmpty() && (link::absolutePath(word) == path ||
+                                   (!target.isEmpty() && target == QFileInfo(path).canonicalFilePath()));
+    });
 }
 
 bool Session::choosePort()

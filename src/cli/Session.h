@@ -24,6 +24,8 @@ private:
 
     bool openStorage();
     bool openLog();
+    bool namesOtherFile(const QString& path) const;
+    ExitStatus finish(ExitStatus status);
     bool choosePort();
     bool isFine(const QString& error);
 

@@ -5,7 +5,8 @@
 namespace kalmo::cli {
 
 /// Has Ctrl-C, a request to end and a lost terminal noted instead of ending the program, and a broken pipe
-/// ignored. The second request ends the program at once, unless a store of the phone is open.
+/// ignored. The second request ends the program at once, unless a store of the phone is open; the first says
+/// on a terminal that closing it may take its time.
 void catchStopSignals();
 
 /// Whether a stop was asked for. Read by the engine between two entries.

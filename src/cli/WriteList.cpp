@@ -31,14 +31,17 @@ public:
 
 private:
     bool readFile();
+    void foresee();
     ExitStatus replace(const ListDiff& diff);
     bool backUp();
     bool wantsDoubtful();
     bool agrees(const ListDiff& diff);
     bool write();
+    ExitStatus tellUnchanged();
     ExitStatus tellFailure();
     ExitStatus verify();
-    ExitStatus finish(ExitStatus status, int written, std::optional<int> verified, const QString& text);
+    ExitStatus finish(ExitStatus status, std::optional<int> written, std::optional<int> verified,
+                      const QString& text);
     ExitStatus fail(ExitStatus status, const QString& text)
     {
         m_job.out.error(text);
@@ -70,17 +73,31 @@ ExitStatus ListWriter::run()
         m_job.out.note(u"Nothing was changed in the phone.\n"_s);
         return read;
     }
-    for (const ClassicEntry& entry : m_fromFile)
-        m_wanted.push_back(
-            phonedata::asHeld(entry, m_store, m_job.phoneType(), m_job.memory.sounds, m_job.context.log));
-    m_warnings = warningLines(m_fromFile, m_store, m_job.phoneType(), m_job.memory.sounds);
-    m_job.out.note(m_warnings);
+    foresee();
+    // Whoever is asked has to see what about.
+    if (!dryRun && m_job.questions.someoneIsThere())
+        m_job.out.prompt(m_warnings);
+    else
+        m_job.out.note(m_warnings);
     const ListDiff diff = phonedata::diffLists(m_held.entries, m_wanted);
     if (dryRun) {
         m_job.out.show(diffJson(diff), diffText(diff, m_held.entries.size(), m_store));
         return m_held.isDoubtful ? fail(ExitFailed, disturbed + u'.') : ExitDone;
     }
     return replace(diff);
+}
+
+/// Finds out what the phone will hold, and warns of what that changes.
+void ListWriter::foresee()
+{
+    const int phoneType = m_job.phoneType();
+    m_wanted = m_fromFile;
+    if (m_held.entries == m_fromFile && !m_held.isDoubtful)
+        return; // nothing will be written that could change it
+    for (ClassicEntry& entry : m_wanted)
+        entry =
+            phonedata::asHeld(sendable(entry), m_store, phoneType, m_job.memory.sounds, m_job.context.log);
+    m_warnings = warningLines(m_fromFile, m_wanted, m_store, phoneType, m_job.memory.sounds);
 }
 
 bool ListWriter::readFile()
@@ -102,28 +119,43 @@ ExitStatus ListWriter::replace(const ListDiff& diff)
     if (!backUp())
         return ExitFailed;
     m_job.out.note(diffText(diff, m_held.entries.size(), m_store));
-    if (!agrees(diff))
-        return fail(ExitRefused, u"nothing was changed in the phone."_s);
-    if (m_job.stop.Checked())
-        return fail(ExitRefused, u"interrupted; nothing was changed in the phone."_s);
+    if (!agrees(diff) || m_job.stop.Checked())
+        return tellUnchanged();
     return write() ? verify() : tellFailure();
+}
+
+ExitStatus ListWriter::tellUnchanged()
+{
+    QString text = u"nothing was changed in the phone."_s;
+    if (m_job.stop.Checked())
+        text.prepend(u"interrupted; "_s);
+    if (!m_backup.isEmpty())
+        text += u"\nWhat it holds is saved in %1."_s.arg(m_backup);
+    m_job.out.error(text);
+    return finish(ExitRefused, 0, std::nullopt, {});
 }
 
 bool ListWriter::backUp()
 {
     if (m_held.entries.empty())
         return true;
-    const QString path = phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s,
-                                               phonedata::backupExtension(m_store));
-    QString reason;
-    if (app::writeWholeFile(path, entryFileBytes(path, m_held.entries, m_store), &reason)) {
-        m_backup = path;
-        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(path));
-        return true;
+    const auto pathOf = [this](const QString& extension) {
+        return phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s, extension);
+    };
+    QStringList paths{pathOf(phonedata::backupExtension(m_store))};
+    if (!bringsBack(paths.first(), m_held.entries, m_store))
+        paths.append(pathOf(u".json"_s)); // the window reads the other one, as far as it goes
+    for (const QString& path : paths) {
+        QString reason;
+        if (!app::writeWholeFile(path, entryFileBytes(path, m_held.entries, m_store), &reason)) {
+            m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
+                            u"Nothing was changed in the phone."_s.arg(path, reason));
+            return false;
+        }
     }
-    m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
-                    u"Nothing was changed in the phone."_s.arg(path, reason));
-    return false;
+    m_backup = paths.last();
+    m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(m_backup));
+    return true;
 }
 
 /// Only a person may say so: a backup that lacks an entry is none.
@@ -140,8 +172,8 @@ bool ListWriter::agrees(const ListDiff& diff)
     Questions& questions = m_job.questions;
     if (!m_warnings.isEmpty() &&
         !questions.confirm(
-            u"The phone may refuse an entry that it can't hold, and then lacks those behind it "
-            u"too. Write all the same?"_s))
+            u"The phone may change an entry that it can't hold, or refuse it, and then lacks those behind "
+            u"it too. Write all the same?"_s))
         return false;
     return questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
         entryCount(m_wanted.size()), QString::number(diff.add.size()), QString::number(diff.change.size()),
@@ -152,7 +184,7 @@ bool ListWriter::write()
 {
     const auto list = phonedata::makeRows(m_store);
     for (const ClassicEntry& entry : m_fromFile)
-        list->add(phonedata::toRow(entry));
+        list->add(phonedata::toRow(sendable(entry)));
     m_job.progress.phase(u"Erasing the %1, which can take minutes"_s.arg(m_words.name),
                          u"Writing the %1"_s.arg(m_words.name));
     const StoreOpenScope open;
@@ -180,7 +212,8 @@ ExitStatus ListWriter::tellFailure()
                                       .wanted = static_cast<int>(m_wanted.size()),
                                       .backup = m_backup});
     m_job.out.error(text);
-    return finish(m_job.stop.Checked() ? ExitRefused : ExitFailed, written, std::nullopt, {});
+    return finish(m_job.stop.Checked() ? ExitRefused : ExitFailed,
+                  isKnown ? std::optional(written) : std::nullopt, std::nullopt, {});
 }
 
 ExitStatus ListWriter::verify()
@@ -193,16 +226,21 @@ ExitStatus ListWriter::verify()
         return finish(status, written, std::nullopt, {});
     }
     const ListDiff diff = phonedata::diffLists(now.entries, m_wanted);
-    const int verified = written - static_cast<int>(diff.add.size() + diff.change.size());
+    const ListDiff fromFile = phonedata::diffLists(now.entries, m_fromFile);
+    const int verified = written - static_cast<int>(fromFile.add.size() + fromFile.change.size());
     if (diff.isEmpty())
         return finish(ExitDone, written, verified,
-                      u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size())));
+                      verified == written
+                          ? u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size()))
+                          : u"%1 written and read back; %2 of them differ from the file, as was warned.\n"_s
+                                .arg(entryCount(m_wanted.size()))
+                                .arg(written - verified));
     m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
                     mismatchText(diff, m_store) + backupHint(m_words, m_backup));
     return finish(ExitFailed, written, verified, {});
 }
 
-ExitStatus ListWriter::finish(ExitStatus status, int written, std::optional<int> verified,
+ExitStatus ListWriter::finish(ExitStatus status, std::optional<int> written, std::optional<int> verified,
                               const QString& text)
 {
     m_job.out.show(resultJson(written, verified, m_backup), text);

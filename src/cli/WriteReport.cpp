@@ -80,10 +80,11 @@ QString mismatchText(const ListDiff& diff, Store store)
     return rows.text();
 }
 
-QJsonValue resultJson(int written, std::optional<int> verified, const QString& backup)
+QJsonValue resultJson(std::optional<int> written, std::optional<int> verified, const QString& backup)
 {
-    return QJsonObject{{u"written"_s, written},
-                       {u"verified"_s, verified ? QJsonValue(*verified) : QJsonValue()},
+    const auto number = [](std::optional<int> count) { return count ? QJsonValue(*count) : QJsonValue(); };
+    return QJsonObject{{u"written"_s, number(written)},
+                       {u"verified"_s, number(verified)},
                        {u"backup"_s, backup.isEmpty() ? QJsonValue() : QJsonValue(backup)}};
 }
 

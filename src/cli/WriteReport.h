@@ -16,8 +16,9 @@ QString diffText(const phonedata::ListDiff& diff, size_t heldCount, phonedata::S
 /// How what the phone holds differs from what was written.
 QString mismatchText(const phonedata::ListDiff& diff, phonedata::Store store);
 
-/// The result of a write: entries that the phone took, those found again when it was read, the backup.
-QJsonValue resultJson(int written, std::optional<int> verified, const QString& backup);
+/// The result of a write: entries that the phone took, those found as the file has them when it was read, the
+/// backup. What is not known is null.
+QJsonValue resultJson(std::optional<int> written, std::optional<int> verified, const QString& backup);
 
 struct WriteFailure
 {

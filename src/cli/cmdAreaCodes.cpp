@@ -68,8 +68,11 @@ ExitStatus runAreaCodesSet(Job& job)
     }
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    return phonedata::SetAreaCodes(job.line, nullptr, codes, emptyCodes == 0) ? show(job, &codes)
-                                                                              : ExitFailed;
+    if (!phonedata::SetAreaCodes(job.line, nullptr, codes, emptyCodes == 0))
+        return ExitFailed;
+    if (job.isInterrupted(u"the area codes were set, but not read back"_s))
+        return ExitRefused;
+    return show(job, &codes);
 }
 
 } // namespace kalmo::cli

@@ -14,6 +14,8 @@ ExitStatus runClockSet(Job& job)
     if (!link::SetPhoneTime(job.line))
         return ExitFailed;
     job.context.clock.WaitSeconds(0.5);
+    if (job.isInterrupted(u"the clock was set, but not read back"_s))
+        return ExitRefused;
     QDateTime phoneTime;
     if (!link::GetPhoneTime(job.line, phoneTime)) {
         job.out.error(u"the clock could not be read back."_s);

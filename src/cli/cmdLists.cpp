@@ -3,6 +3,7 @@
 #include "cli/ContactFiles.h"
 #include "cli/EntryFiles.h"
 #include "cli/FindPhone.h"
+#include "cli/OutputFile.h"
 #include "cli/ReadList.h"
 #include "cli/WriteList.h"
 #include "link/PhoneModels.h"
@@ -32,6 +33,8 @@ ExitStatus runPhonebookRead(Job& job)
     const bool fitsContacts = hasContactEnding(path);
     if (isRefusedName(job, fitsClassic || fitsContacts, u".tel, .csv, .vcf"_s))
         return ExitWrongUse;
+    if (!canSaveOutput(job))
+        return ExitFailed;
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
     const bool isClassic = link::isClassic(job.phoneType());
@@ -50,6 +53,8 @@ ExitStatus runProvidersRead(Job& job)
     const bool fits = hasEntryEnding(job.invocation.value(u"--output"_s), Store::Providers);
     if (isRefusedName(job, fits, u".prv"_s))
         return ExitWrongUse;
+    if (!canSaveOutput(job))
+        return ExitFailed;
     const ExitStatus found = findPhone(job);
     return found == ExitDone ? showList(job, Store::Providers) : found;
 }

@@ -108,6 +108,8 @@ ExitStatus runOrganizer(Job& job, const Organizer& organizer)
         job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, organizer.ending));
         return ExitWrongUse;
     }
+    if (!canSaveOutput(job))
+        return ExitFailed;
     QByteArray object;
     if (const ExitStatus status = readBytes(job, organizer, object); status != ExitDone)
         return status;

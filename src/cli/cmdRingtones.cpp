@@ -37,7 +37,7 @@ bool readMelodies(Job& job)
 bool readSettings(Job& job, Ringtones& ringtones)
 {
     return phonedata::ReadSoundSettings(
-        {job.line, job.memory, nullptr, nullptr},
+        {job.line, job.memory, nullptr, nullptr, &job.stop},
         [&ringtones](SoundEvent event, const phonedata::SoundSetting& setting, const QString& tone) {
             ringtones.tones[static_cast<size_t>(event)] = tone;
             ringtones.volumes[static_cast<size_t>(event)] = setting.volume;
@@ -101,7 +101,10 @@ ExitStatus runRingtones(Job& job)
         return found;
     job.progress.phase(u"Reading the ringtones"_s);
     Ringtones ringtones;
-    if (!readMelodies(job) || !readSettings(job, ringtones))
+    const bool isComplete = readMelodies(job) && readSettings(job, ringtones);
+    if (job.isInterrupted())
+        return ExitRefused;
+    if (!isComplete)
         return ExitFailed;
     show(job, ringtones);
     return ExitDone;
@@ -121,11 +124,16 @@ ExitStatus runRingtonesSet(Job& job)
     const QString tone = toneNamed(job, words[1]);
     if (tone.isEmpty())
         return ExitWrongUse;
+    if (job.isInterrupted())
+        return ExitRefused;
     const bool wasSet = phonedata::SetSound({job.line, job.memory, nullptr, nullptr},
                                             static_cast<SoundEvent>(event), tone, volume);
     job.context.clock.WaitSeconds(1);
     Ringtones ringtones;
-    if (!readSettings(job, ringtones))
+    const bool isComplete = readSettings(job, ringtones);
+    if (job.isInterrupted(u"the ringtone was %1, but not read back"_s.arg(wasSet ? u"set" : u"not taken")))
+        return ExitRefused;
+    if (!isComplete)
         return ExitFailed;
     show(job, ringtones);
     if (wasSet && ringtones.tones[event] == tone && ringtones.volumes[event] == volume)

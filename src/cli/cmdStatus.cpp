@@ -6,6 +6,8 @@
 
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 namespace {
@@ -23,27 +25,38 @@ struct Status
     QDateTime pcTime;
 };
 
-bool readIdentity(link::Line& line, Status& status)
+bool readIdentity(Job& job, Status& status)
 {
-    return link::GetManufacturer(line, status.manufacturer) && link::GetPhoneModelText(line, status.model) &&
-           link::GetSoftwareVersion(line, status.version) && link::GetSerialNumber(line, status.serial);
+    struct Query
+    {
+        bool (*ask)(link::Line& line, QString& answer);
+        QString Status::*field;
+    };
+    constexpr Query queries[] = {{link::GetManufacturer, &Status::manufacturer},
+                                 {link::GetPhoneModelText, &Status::model},
+                                 {link::GetSoftwareVersion, &Status::version},
+                                 {link::GetSerialNumber, &Status::serial}};
+    return std::all_of(std::begin(queries), std::end(queries), [&](const Query& query) {
+        return !job.stop.Checked() && query.ask(job.line, status.*(query.field));
+    });
 }
 
-bool readGauges(link::Line& line, int phoneType, Status& status)
+bool readGauges(Job& job, Status& status)
 {
+    const int phoneType = job.phoneType();
     bool complete = true;
     if (link::hasGauges(phoneType)) {
-        const link::SignalQuality signal = link::GetSignalQuality(line);
+        const link::SignalQuality signal = link::GetSignalQuality(job.line);
         if (!signal.text.isEmpty())
             status.signal = signal;
         int percent = 0;
-        if (link::GetBattery(line, percent))
+        if (!job.stop.Checked() && link::GetBattery(job.line, percent))
             status.battery = percent;
         complete = status.signal && status.battery;
     }
     QDateTime time;
     if (link::hasClock(phoneType)) {
-        if (link::GetPhoneTime(line, time))
+        if (!job.stop.Checked() && link::GetPhoneTime(job.line, time))
             status.phoneTime = time;
         complete = complete && status.phoneTime;
     }
@@ -89,9 +102,12 @@ ExitStatus runStatus(Job& job)
         return found;
     job.progress.phase(u"Asking the handset"_s);
     Status status;
-    if (!readIdentity(job.line, status))
+    const bool isIdentified = readIdentity(job, status);
+    const bool complete = isIdentified && !job.stop.Checked() && readGauges(job, status);
+    if (job.isInterrupted())
+        return ExitRefused;
+    if (!isIdentified)
         return ExitFailed;
-    const bool complete = readGauges(job.line, job.phoneType(), status);
     status.pcTime = job.context.clock.Now();
     job.out.show(toJson(status), toText(status));
     return complete ? ExitDone : ExitFailed;

@@ -24,11 +24,11 @@ Machine::~Machine()
     line.ClosePort();
 }
 
-QString Machine::logTo(const QString& path, QIODevice::OpenModeFlag mode)
+QString Machine::logTo(const QString& path)
 {
     sy.logPath = absolutePath(path);
     QFile file(sy.logPath);
-    if (!file.open(QIODevice::WriteOnly | mode))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
         return u"the log %1 can't be written: %2"_s.arg(sy.logPath, file.errorString());
     sy.debug = true;
     sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most

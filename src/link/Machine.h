@@ -27,9 +27,9 @@ struct Machine
     QtSerialPort port;
     Line line;
 
-    /// Logs everything into a file from now on; `mode` says whether an old one is replaced. What is wrong
-    /// with it, in English; empty if nothing is.
-    QString logTo(const QString& path, QIODevice::OpenModeFlag mode);
+    /// Logs everything to the end of a file from now on. What is wrong with it, in English; empty if nothing
+    /// is.
+    QString logTo(const QString& path);
 
     /// Takes the port that a command line names. Needs the storage folder, as numbers of devices are
     /// settings. What is wrong with it, as above.

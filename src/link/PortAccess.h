@@ -14,8 +14,9 @@ struct PortFault
 };
 
 /// Looks at a device that failed to open: missing, not permitted (with the group that owns it and what to do
-/// about it) or busy. `systemText` is the system's own word for anything else.
-PortFault examinePort(const QString& devicePath, const QString& systemText);
+/// about it) or busy. `isRefused` says that the system refused it, which it does for want of a right and for
+/// a busy device alike; `systemText` is its own word for anything else, in the language of the locale.
+PortFault examinePort(const QString& devicePath, bool isRefused, const QString& systemText);
 
 /// Claims a device that was just opened, so that no second Kalmo opens it. False if another one has it. The
 /// claim ends when the port is closed.

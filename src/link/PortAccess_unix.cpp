@@ -57,7 +57,7 @@ bool claimPort(const QSerialPort& port)
     return flock(port.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
-PortFault examinePort(const QString& devicePath, const QString& systemText)
+PortFault examinePort(const QString& devicePath, bool isRefused, const QString& systemText)
 {
     const QByteArray native = QFile::encodeName(devicePath);
     if (access(native.constData(), F_OK) != 0)
@@ -67,9 +67,7 @@ PortFault examinePort(const QString& devicePath, const QString& systemText)
     if (QFileInfo(devicePath).isFile() || QFileInfo(devicePath).isDir())
         return {u"%1 ist keine serielle Schnittstelle."_s.arg(devicePath),
                 u"%1 is not a serial device."_s.arg(devicePath)};
-    if (systemText.contains(u"lock"_s, Qt::CaseInsensitive) ||
-        systemText.contains(u"busy"_s, Qt::CaseInsensitive) ||
-        systemText.contains(u"Permission"_s, Qt::CaseInsensitive))
+    if (isRefused)
         return portInUse(devicePath);
     return {u"Das Gerät %1 lässt sich nicht öffnen: %2"_s.arg(devicePath, systemText),
             u"%1 can't be opened: %2"_s.arg(devicePath, systemText)};

@@ -31,11 +31,13 @@ public:
     void useDevice(int number, const QString& path);
 
     /// Number of a device for this run; nothing is remembered. A device that has a number keeps it, another
-    /// one gets the lowest that no device ever had.
+    /// one gets the highest that no device ever had, so that it doesn't push those up that are remembered.
     int numberForThisRun(const QString& path);
+    bool isForThisRun(int number) const { return m_forThisRun.contains(number); }
 
 private:
     QMap<int, QString> remembered() const;
+    bool isFree(int number, const QMap<int, QString>& known) const;
     int lowestFree(const QMap<int, QString>& known) const;
     void refresh();
 

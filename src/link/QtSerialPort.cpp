@@ -27,7 +27,7 @@ bool QtSerialPort::Open(const QString& portName)
     }
     m_port.setPortName(path);
     if (!m_port.open(QIODevice::ReadWrite)) {
-        m_fault = examinePort(path, m_port.errorString());
+        m_fault = examinePort(path, m_port.error() == QSerialPort::PermissionError, m_port.errorString());
         return false;
     }
     if (!claimPort(m_port)) {

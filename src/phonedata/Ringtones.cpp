@@ -104,6 +104,8 @@ bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
     for (int index = 0; index < soundEventCount; ++index) {
         if (index > 0)
             context.clock.WaitSeconds(0.17);
+        if (job.cancel && job.cancel->Checked())
+            return false;
         const QByteArray stem = eventTable[index].stem.toByteArray();
         const QByteArray command = "AT" + stem + "?\r";
         QByteArray answer;

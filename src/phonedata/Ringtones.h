@@ -15,6 +15,7 @@ struct RingtoneJob
     PhoneMemory& memory;
     toolkit::BusyWindow* window;
     toolkit::StatusPanel* panel;
+    const toolkit::CancelBox* cancel = nullptr; ///< looked at between two settings that are read
 
     app::Context& context() const { return line.context(); }
 };
@@ -34,7 +35,7 @@ std::unique_ptr<toolkit::ListRows> makeSoundRows();
 bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list);
 
 /// Reads the four settings into `memory.soundSettings` and reports each one. Those read before a failure
-/// stay.
+/// stay. A read that is cancelled fails and is not told of.
 bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report);
 
 /// Sends one setting; true if the phone took it. `volume` is 1 to 6. The settings are to be read again

@@ -10,7 +10,7 @@ QString Engine::take(const CommandLine& commandLine)
     if (!commandLine.storage.isEmpty())
         sy.StorageForThisRun = link::absolutePath(commandLine.storage);
     if (!commandLine.log.isEmpty()) {
-        if (const QString error = m_machine.logTo(commandLine.log, QIODevice::Append); !error.isEmpty())
+        if (const QString error = m_machine.logTo(commandLine.log); !error.isEmpty())
             return error;
     }
     if (commandLine.port.isEmpty())

@@ -147,7 +147,7 @@ void tst_Commands::failures()
                  shell.script.expect("AT+CGMM\r", "GAM").expect("AT^WPPN\r", "^WPPN: 3,X99");
              });
     rows.add("read that stops half-way", u"phonebook read"_s, ExitFailed,
-             u"kalmoctl: the phonebook could not be read: the phone stopped answering.\n"_s,
+             u"kalmoctl: the phonebook could not be read: the phone did not give entry 2.\n"_s,
              [](Shell& shell) {
                  shell.found("WOODSTOCK").expect("AT^WSSL=\"TB\"\r").expect("AT^WSRE\r", "^WSRE: 1,A,1,1,0,");
                  shell.script.refuse("AT^WSRE\r").expect("AT\r");
@@ -158,11 +158,32 @@ void tst_Commands::failures()
                  shell.port.expect("AT^WSRE\r").then([&shell] { shell.port.Close(); }).expect("AT\r");
              });
     rows.add("file that can't be written", u"phonebook read -o /nowhere/x.tel"_s, ExitFailed,
-             u"kalmoctl: /nowhere/x.tel could not be written: No such file or directory.\n"_s,
+             u"kalmoctl: /nowhere/x.tel can't be written: there is no folder /nowhere.\n"_s, [](Shell&) {});
+    rows.add("nothing to save in the place of an older list", u"-q phonebook read -o old.tel"_s, ExitFailed,
+             u"kalmoctl: the phone holds none, so the older file old.tel stays as it is.\n"_s,
              [](Shell& shell) {
+                 shell.file(u"old.tel"_s, "\"A\",\"1\"\r\n");
+                 QDir::setCurrent(shell.test.folder.path());
                  shell.found("WOODSTOCK");
                  shell.read({});
              });
+    const auto stopped = [](const QByteArray& model, const QByteArrayList& commands) {
+        return Shell::Prepare([=](Shell& shell) {
+            shell.found(model);
+            for (const QByteArray& command : commands)
+                shell.script.expect(command);
+            shell.script.then([&shell] { shell.stop.checked = true; });
+        });
+    };
+    const auto interrupted = u"kalmoctl: interrupted; nothing was changed.\n"_s;
+    rows.add("stopped once it is found", u"clock set"_s, ExitRefused, interrupted, stopped("WOODSTOCK", {}));
+    rows.add("stopped between two queries", u"status"_s, ExitRefused, interrupted,
+             stopped("WOODSTOCK", {"AT+CGMI\r", "AT+CGMM\r"}));
+    rows.add("stopped ahead of a change", u"ringtones set alarm 9 4"_s, ExitRefused, interrupted,
+             stopped("PICASSO", {"AT^WFFO=\"3\"\r"}));
+    rows.add("stopped behind a change", u"ringtones set alarm 9 4"_s, ExitRefused,
+             u"kalmoctl: interrupted; the ringtone was set, but not read back.\n"_s,
+             stopped("PICASSO", {"AT^WFFO=\"3\"\r", "AT^WRAL=9,4\r"}));
     rows.add("melody that is not there", u"ringtones set alarm Walser 1"_s, ExitWrongUse,
              u"kalmoctl: this handset has no melody \"Walser\"; did you mean \"Walzer\"?\n"_s,
              [](Shell& shell) {

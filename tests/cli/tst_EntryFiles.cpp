@@ -67,8 +67,9 @@ void tst_EntryFiles::lines()
          u"line 1: the date is not of the form \"24.12  08:30\""_s},
         {"VIP", Store::Phonebook, "\"A\",\"1\",\"\",\"\",\"yes\"",
          u"line 1: VIP is neither \"Ja\" nor empty"_s},
-        {"escape character", Store::Phonebook, "\"A\x1b[2J\",\"1\"",
-         u"line 1: there is a control character that can't be sent to a phone"_s},
+        {"what a phone may have given, though it would not take it", Store::Phonebook,
+         "\"A\x1b[2J\",\"1\",\"x1.y2  FF:??\"\n\"B\",\"2\",\"24.12  0:\"",
+         u"A\x1b[2J|1|x1.y2  FF:??|||; B|2|24.12  0:|||"_s},
         {"UTF-8", Store::Phonebook, "\"J\xc3\xb6rg\",\"1\"",
          u"the text is UTF-8, but such files are Windows-1252; use a .json file"_s},
         {"nothing in it", Store::Phonebook, "\r\n",
@@ -104,7 +105,7 @@ void tst_EntryFiles::json()
          u"entry 1: unknown key \"date\""_s},
         {"line end that would end the command", Store::Phonebook,
          R"([{"name":"A\rAT^WSEL=\"TB\"\r","number":"1"}])",
-         u"entry 1: there is a control character that can't be sent to a phone"_s},
+         u"entry 1: there is a line end that can't be sent to a phone"_s},
     };
     for (const auto& [store, bytes, outcome] : rows) {
         Entries entries = both;
@@ -135,6 +136,10 @@ void tst_EntryFiles::everyFormBringsBackWhatWentIn()
         QVERIFY2(readEntryFile(path, store, entries, error), qPrintable(error));
         QCOMPARE(entries, wanted);
     }
+    for (const QString& name : {u"A•"_s, u"Ã¤"_s}) {
+        QVERIFY(!bringsBack(u"x.tel"_s, {{.name = name}}, Store::Phonebook));
+        QVERIFY(bringsBack(u"x.json"_s, {{.name = name}}, Store::Phonebook));
+    }
 }
 
 void tst_EntryFiles::files()
@@ -154,7 +159,7 @@ void tst_EntryFiles::files()
         errors,
         (QStringList{u"x.prv ends neither in .tel nor in .json"_s,
                      u"x.csv ends neither in .tel nor in .json"_s, u"missing.tel: there is no such file"_s,
-                     u"folder.tel: there is no such file"_s, u"large.json: it is larger than 16 MB"_s}));
+                     u"folder.tel: it is no regular file"_s, u"large.json: it is larger than 16 MB"_s}));
 }
 
 void tst_EntryFiles::warnings()

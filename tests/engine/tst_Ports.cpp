@@ -78,6 +78,7 @@ void tst_Ports::numbersStayWithTheirDevices()
     devices.list = {{u"/dev/ttyUSB3"_s, cable.stablePath, u"Cable"_s, {}, {}}, board};
     QCOMPARE(table.numbers(), (QList<int>{1, 2}));
     QCOMPARE(table.devicePath(1), u"/dev/ttyUSB3"_s);
+    QCOMPARE(table.numberForThisRun(u"/dev/pts/6"_s), 255); // which takes no number from those that stay
     QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 3);
     QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 3);
     QCOMPARE(table.devicePath(9), QString());
@@ -85,6 +86,8 @@ void tst_Ports::numbersStayWithTheirDevices()
     QCOMPARE(table.devicePath(9), u"/dev/pts/8"_s);
     devices.list = {{u"COM7"_s, {}, u"Numbered by the system"_s, {}, {}}};
     QCOMPARE(table.numbers(), QList<int>{7});
+    const auto busy = u"Das Gerät oder die Ressource ist belegt"_s; // in the language of whoever looks
+    QVERIFY(link::examinePort(u"/dev/null"_s, true, busy).english.contains(u"in use by another"_s));
 }
 
 QTEST_GUILESS_MAIN(tst_Ports)

@@ -109,6 +109,9 @@ private Q_SLOTS:
             talk.port.Close();
             QCOMPARE(talk.violations(), violations);
         }
+        HandsetTalk prepared(emptyHandset(u"GALICIA"_s)); // and an entry of the same text behind it
+        prepared.sayAll({open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSWE=1,A,1,1,0,\r\n", "AT^WSSL\r"});
+        QCOMPARE(prepared.violations(), QStringList());
     }
 
     /// The client's tables find each model by exactly what it answers.
