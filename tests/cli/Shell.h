@@ -20,7 +20,7 @@ class OneDevice : public link::DeviceList
 public:
     QList<link::SerialDevice> devices() override
     {
-        return {{u"/dev/ttyX"_s, {}, u"Cable"_s, u"Maker"_s, u"USB\\VID_067B&PID_2303"_s}};
+        return {{u"/dev/ttyX"_s, {}, u"Siemens USB Data Cable"_s, u"Maker"_s, u"USB\\VID_067B&PID_2303"_s}};
     }
 };
 

@@ -136,10 +136,6 @@ void tst_EntryFiles::everyFormBringsBackWhatWentIn()
         QVERIFY2(readEntryFile(path, store, entries, error), qPrintable(error));
         QCOMPARE(entries, wanted);
     }
-    for (const QString& name : {u"A•"_s, u"Ã¤"_s}) {
-        QVERIFY(!bringsBack(u"x.tel"_s, {{.name = name}}, Store::Phonebook));
-        QVERIFY(bringsBack(u"x.json"_s, {{.name = name}}, Store::Phonebook));
-    }
 }
 
 void tst_EntryFiles::files()

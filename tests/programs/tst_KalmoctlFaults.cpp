@@ -27,9 +27,8 @@ private Q_SLOTS:
             {"log that is the user's list", u"--log HOME/hostile.tel phonebook write HOME/hostile.tel"_s, 2,
              u"kalmoctl: HOME/hostile.tel can't be the log as well.\n"_s},
             {"log on a full disk", u"--port HOME/nothing --log /dev/full find"_s, 1,
-             u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\nkalmoctl: the log /dev/full "
-             u"lacks "
-             "lines that could not be written: No space left on device.\n"_s},
+             u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\n"
+             "kalmoctl: the log /dev/full lacks lines that could not be written: No space left on device.\n"_s},
             {"hostile .json", u"--yes phonebook write HOME/hostile.json"_s, 2,
              u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
              "too deeply nested document.\n"_s},
