@@ -137,7 +137,7 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
     QByteArray bytes;
     const bool isSaved = client.GetFile(name, bytes, {.bar = &m_job.progress, .cancel = &m_job.stop}, path);
     m_job.progress.clear();
-    if (isSaved && bytes.size() == file.replaced->size) {
+    if (isSaved && file.replaced->canHold(bytes.size())) {
         file.backup = path;
         m_job.out.note(u"What the phone held as %1 is saved in %2.\n"_s.arg(printable(name), path));
         return;
@@ -159,7 +159,7 @@ bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, 
     if (!client.Dir(entries, {}))
         return false;
     const tObxDirEntry* there = findEntry(entries, file.path.name());
-    return there && there->isFile() && there->size == file.size;
+    return there && there->isFile() && there->canHold(file.size);
 }
 
 void Putter::putAll(clsMmc& client)

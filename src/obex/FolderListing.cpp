@@ -98,7 +98,8 @@ QDateTime moment(QStringView stamp)
     };
     const QDate date(number(0, 4), number(4, 2), number(6, 2));
     const QTime time(number(9, 2), number(11, 2), number(13, 2));
-    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+    // A phone has no time zone; and the rules of the PC's would be looked up for each entry.
+    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
 tObxDirEntry entry(EntryKind kind, QStringView line, QStringView nameKey, const QString& folder)

@@ -18,12 +18,15 @@ struct tObxDirEntry
     EntryKind kind = EntryKind::Folder;
     QString name;
     QString path;       ///< "Mobile:\folder\name"
-    qint32 size = 0;    ///< bytes; files only
-    QDateTime modified; ///< invalid where the phone gave no date of the usual form
+    qint32 size = 0;    ///< bytes; files only; 0 also where the phone says nothing of it
+    QDateTime modified; ///< what the phone's clock showed; invalid where it gave no date of the usual form
     int userPerm = 0;   ///< sum of Permission
     int groupPerm = 0;
 
     bool isFile() const { return kind == EntryKind::File; }
+
+    /// Whether so many bytes can be all of the file.
+    bool canHold(qsizetype bytes) const { return size == 0 || bytes == size; }
 };
 
 /// The phone's root as its paths show it. It never goes over the wire.

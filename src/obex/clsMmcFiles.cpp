@@ -205,7 +205,7 @@ bool clsMmc::GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment
 {
     const tObxDirEntry* file = fileInActDir(name);
     if (file)
-        moment = file->modified;
+        moment = QDateTime(file->modified.date(), file->modified.time());
     return file != nullptr;
 }
 

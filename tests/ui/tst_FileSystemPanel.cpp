@@ -205,7 +205,8 @@ void FileSystemPanel::uploads()
     upload("sechs");
     made.ask(clash, Answer::Yes);
     made.port.handset().setFaults({.surplusAt = 1});
-    made.test.dialogs.expectStart(u"Die Datei \"Eis.png\" wurde nicht ersetzt, weil ihre Sicherung"_s);
+    made.test.dialogs.expectStart(
+        u"Die Datei \"Eis.png\" ist nicht vollständig angekommen: Das Telefon gibt "_s);
     made.press("open");
     QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
     made.port.handset().setFaults({});

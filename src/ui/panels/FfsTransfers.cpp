@@ -85,6 +85,34 @@ QString targetFor(const clsMmc& mmc, const QString& folder, const QString& local
     return answer == Answer::Yes ? target : QString();
 }
 
+/// A file of the phone on its way to the disk.
+struct Fetched
+{
+    QString name;
+    QString target;
+    QString consequence;    ///< what the user is told of a file that did not come whole
+    bool isAsListed = true; ///< not so for a file that is newer than the listing
+};
+
+/// Reads a file and saves it, if it came as large as the phone lists it.
+bool fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
+{
+    QByteArray data;
+    if (!mmc.GetFile(file.name, data, progress))
+        return false;
+    qint32 listed = 0;
+    if (file.isAsListed)
+        mmc.GetFileSizeInActDir(file.name, listed);
+    if (listed == 0 || data.size() == listed)
+        return mmc.SaveFile(file.name, data, file.target);
+    tell(mmc,
+         u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und hat %3 "
+         u"gesendet. %4"_s.arg(file.name, QString::number(listed), QString::number(data.size()),
+                               file.consequence),
+         Icon::Exclamation);
+    return false;
+}
+
 void download(clsMmc& mmc, const Progress& progress, const QStringList& names, const QString& folder,
               Outcome& outcome)
 {
@@ -97,8 +125,7 @@ void download(clsMmc& mmc, const Progress& progress, const QStringList& names, c
             continue;
         }
         const QString target = stop ? QString() : targetFor(mmc, folder, localName, stop);
-        QByteArray data;
-        if (!target.isEmpty() && mmc.GetFile(name, data, progress, target)) {
+        if (!target.isEmpty() && fetch(mmc, progress, {name, target, u"Sie wurde nicht gespeichert."_s})) {
             outcome.done.append(name);
             continue;
         }
@@ -119,8 +146,8 @@ bool canBeRead(const QString& path)
     return QFile(path).open(QIODevice::ReadOnly) && QFileInfo(path).size() <= obex::largestObject;
 }
 
-/// Copies a file of the phone to the folder for backups. The path of the copy, empty if there is none, or if
-/// it should be and isn't as large as the phone lists the file; that the user has been told.
+/// Copies a file of the phone to the folder for backups, as fetch() does it. The path of the copy, empty if
+/// there is none.
 QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool isAsListed)
 {
     const QString localName = app::safeLocalName(name);
@@ -135,18 +162,8 @@ QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool 
     const QString copy = phonedata::backupPath(context, localName.chopped(ending.size()) + u' ', ending);
     if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
         return {};
-    QByteArray data;
-    if (!mmc.GetFile(name, data, progress, copy))
-        return {};
-    qint32 listed = 0;
-    if (!isAsListed || (mmc.GetFileSizeInActDir(name, listed) && data.size() == listed))
-        return copy;
-    tell(mmc,
-         u"Die Datei \"%1\" wurde nicht ersetzt, weil ihre Sicherung nicht vollständig ist: Das Telefon gibt "
-         u"%2 Bytes an und hat %3 gesendet."_s.arg(name, QString::number(listed),
-                                                   QString::number(data.size())),
-         Icon::Exclamation);
-    return {};
+    const Fetched file{name, copy, u"Ohne Sicherung wird sie im Telefon nicht ersetzt."_s, isAsListed};
+    return fetch(mmc, progress, file) ? copy : QString();
 }
 
 /// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that

@@ -119,7 +119,10 @@ QToolBar* fraFFS::makeToolbar()
         action->setObjectName(button.key);
         action->setToolTip(button.toolTip);
         action->setShortcut(button.shortcut);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        // Deleting needs the focus in the panel; reading anew does not.
+        action->setShortcutContext(button.shortcut == QKeySequence(QKeySequence::Refresh)
+                                       ? Qt::WindowShortcut
+                                       : Qt::WidgetWithChildrenShortcut);
         addAction(action);
         connect(action, &QAction::triggered, this, button.run);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
