@@ -166,9 +166,8 @@ public:
 
     enum class PutVerdict { Next, Done, Failed };
     /// Sends an object frame by frame, and lets `judge` decide on each response's code. Gives the last code
-    /// and its payload, or -3 if the user cancelled it. `frames` knows in the end
-    /// whether the final one went out. A phone that keeps asking for more after the final
-    /// frame is refused.
+    /// and its payload, or -3 if the user cancelled it. `frames` knows in the end whether the final one went
+    /// out. A phone that keeps asking for more after the final frame is refused.
     int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
 
     /// Writes a line of the debug log.
@@ -194,6 +193,7 @@ private:
     bool disconnect();
     int receiveConnectAnswer(QByteArray& payload, bool isInStep);
     bool closeChannel();
+    int stuckOrGone() const;
     void takeConnectAnswer(const QByteArray& payload);
 
     /// Sends a GET and receives all of its response. The code as in RxObxFra, or what ended it on this side.

@@ -57,14 +57,14 @@ bool clsMmc::Online(const Progress& progress, Target target)
     stoppable.cancel = &stop;
     m_channelState = ChannelMoving;
     if (m_line.mode() != LineMode::Text && !recoverLine(m_line, stoppable)) {
-        ErrMsg(stop.Checked() ? Cancelled : ChannelStuck);
+        ErrMsg(stop.Checked() ? Cancelled : stuckOrGone());
         return false;
     }
     const ChannelOpening opening = openDataChannel(m_line, stoppable);
     m_hasConnection = false;
     if (opening != ChannelOpening::Opened) {
         if (opening == ChannelOpening::Stuck)
-            ErrMsg(ChannelStuck);
+            ErrMsg(stuckOrGone());
         else
             m_channelState = ChannelClosed;
         return false;
@@ -173,9 +173,16 @@ bool clsMmc::disconnect()
         m_progress.status(u"OBEX Verbindung geschlossen."_s);
         return true;
     }
+    m_hasConnection = false; // the next try leaves it to the phone: it closes the channel alone
     ErrMsg(code);
     m_progress.status(u"OBEX Verbindung nicht geschlossen."_s);
     return false;
+}
+
+/// Why the line does not change its mode: the phone does not answer, or there is none any more.
+int clsMmc::stuckOrGone() const
+{
+    return m_line.port().IsOpen() ? ChannelStuck : Timeout;
 }
 
 bool clsMmc::closeChannel()
@@ -185,10 +192,10 @@ bool clsMmc::closeChannel()
         m_channelState = ChannelClosed;
         return true;
     }
-    const bool isGone = !m_line.port().IsOpen();
-    if (isGone)
+    const int code = stuckOrGone();
+    if (code == Timeout)
         m_channelState = ChannelOpen;
-    ErrMsg(isGone ? Timeout : ChannelStuck);
+    ErrMsg(code);
     m_progress.status(u"Fehler beim Schließen des Datenkanals."_s);
     m_progress.hide();
     return false;

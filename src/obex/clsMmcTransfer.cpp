@@ -74,6 +74,8 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
 bool clsMmc::SaveFile(const QString& name, const QByteArray& data, const QString& targetFile)
 {
     const int code = store(name, targetFile, data);
+    if (code == DeleteFailed)
+        log(u"Exit"_s, u"Function=GetFile KillError"_s);
     if (!isSuccess(code))
         ErrMsg(code);
     return isSuccess(code);

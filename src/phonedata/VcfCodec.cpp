@@ -82,22 +82,25 @@ QString endangeredCharacters(const tVcfEntry& entry)
 {
     constexpr int firstSign = 0x80;
     constexpr int lastSign = 0xBF;
+    constexpr int lead = 0xC3;
     QString found;
     const auto note = [&found](QChar character) {
         if (!found.contains(character))
             found += character;
     };
-    for (const QString& text : {entry.lastName, entry.firstName, entry.email}) {
-        if (text.contains(u'='))
-            note(u'=');
-        if (text.endsWith(u'\\'))
-            note(u'\\');
+    const QString names = entry.lastName + entry.firstName;
+    for (const QChar character : QString(names + entry.email)) {
+        const int value = app::cp1252Value(character.unicode());
+        if (character == u'=' || value < 0 || value == lead)
+            note(character);
     }
-    for (const QChar character : QString(entry.lastName + entry.firstName)) {
+    for (const QChar character : names) {
         const int value = app::cp1252Value(character.unicode());
         if (value >= firstSign && value <= lastSign)
             note(character);
     }
+    if (entry.lastName.endsWith(u'\\'))
+        note(u'\\');
     return found;
 }
 

@@ -15,9 +15,9 @@ QString GetVcfValue(QStringView card, QStringView key);
 /// nothing but the name is ever encoded. Line ends within a value become blanks.
 QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames);
 
-/// Characters of a contact that phones may give back as others, for the sake of the spelling of cards: "=",
-/// which begins a code, "\\" ahead of the end of a field, and the signs of a name for which VcfQpEnc has no
-/// UTF-8.
+/// Characters of a contact that phones may give back as others, for the sake of the spelling of cards: those
+/// that have no byte in it; "=", which begins a code; C3, which UFT8Dec takes for the first of two bytes; the
+/// signs of a name for which VcfQpEnc has no UTF-8; and "\\" at the end of the last name.
 QString endangeredCharacters(const tVcfEntry& entry);
 
 /// The contact of one card. One without a LUID has its `index` in three digits instead, as a stand-in.

@@ -232,8 +232,9 @@ void tst_EntryFiles::contactWarnings()
         {"no birthday", {.birthday = u"tomorrow"_s}, {noBirthday.arg(u"tomorrow"_s)}},
         {"no such day", {.birthday = u"1970-13-41"_s}, {noBirthday.arg(u"1970-13-41"_s)}},
         {"no such time", {.birthday = u"1970-03-1T24:00"_s}, {noBirthday.arg(u"1970-03-1T24:00"_s)}},
-        {"signs", {.lastName = u"Š\\"_s, .firstName = u"ß€"_s}, {endangered.arg(u"\\Š€"_s)}},
-        {"a code", {.email = u"€=@b.de"_s}, {endangered.arg(u"="_s)}},
+        {"signs", {.lastName = u"Š\\"_s, .firstName = u"ß€"_s}, {endangered.arg(u"Š€\\"_s)}},
+        {"a code", {.email = u"€=@b.de\\"_s, .firstName = u"b\\"_s}, {endangered.arg(u"="_s)}},
+        {"letters", {.firstName = u"ŁÃ"_s}, {endangered.arg(u"ŁÃ"_s)}},
     };
     for (auto [contact, warnings] : rows) {
         contact.home = u"1"_s;

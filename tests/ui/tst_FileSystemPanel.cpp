@@ -127,6 +127,17 @@ void FileSystemPanel::downloads()
     made.save(0); // the folder of the last time
     QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
 
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        Panel larger(u"Sounds"_s);
+        larger.port.handset().setFaults({.surplusAt = 1});
+        larger.select({u"FIL_Piep.wav"_s});
+        larger.expectTarget();
+        larger.test.dialogs.expectStart(u"Die Datei \"Piep.wav\" ist nicht vollständig angekommen: "_s,
+                                        Buttons::YesNo, answer);
+        larger.save(1);
+        QCOMPARE(larger.saved().size(), answer == Answer::Yes ? 1 : 0);
+    }
+
     Panel hostile({}, {.faults = {.hostileNames = true}});
     hostile.select({u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
     hostile.expectTarget();

@@ -111,6 +111,7 @@ private Q_SLOTS:
     void backupsAreOpenedAndSaved();
     void closingAsksAndLeavesDataMode();
     void everyWayOutClosesTheChannel();
+    void aDeafPhoneHoldsNobodyUp();
     void closingWaitsForAWrite();
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
@@ -262,6 +263,23 @@ void frmPBTest::everyWayOutClosesTheChannel()
             QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
         }
     }
+}
+
+/// Each click tells once what is wrong, and the second one gets on.
+void frmPBTest::aDeafPhoneHoldsNobodyUp()
+{
+    OpenWindow open(u"SL400H"_s);
+    open.window.goTo(u"FFS"_s);
+    open.port.handset().setFaults({.silentFrom = 1});
+    for (const int code : {obex::Timeout, obex::ChannelStuck}) {
+        open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(code)));
+        open.window.goTo(u"DIV"_s);
+        QCOMPARE(open.panel(), u"fraDIV"_s);
+    }
+    open.window.goTo(u"SPONSOR"_s);
+    open.port.handset().setFaults({});
+    open.window.goTo(u"TB"_s);
+    QVERIFY(open.list("lvwVCF").rows()->count() > 0);
 }
 
 void frmPBTest::closingWaitsForAWrite()

@@ -90,26 +90,42 @@ struct Fetched
 {
     QString name;
     QString target;
-    QString consequence;    ///< what the user is told of a file that did not come whole
+    bool isBackup = false;  ///< which has to be whole
     bool isAsListed = true; ///< not so for a file that is newer than the listing
 };
 
-/// Reads a file and saves it, if it came as large as the phone lists it.
+/// Whether so many bytes are to be saved: as many as the phone lists, or as the user wants to have in spite
+/// of that.
+bool isWanted(const clsMmc& mmc, const Fetched& file, qsizetype bytes)
+{
+    qint32 listed = 0;
+    if (file.isAsListed)
+        mmc.GetFileSizeInActDir(file.name, listed);
+    if (listed == 0 || bytes == listed)
+        return true;
+    const QString text =
+        u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und "
+        u"hat %3 gesendet."_s.arg(file.name, QString::number(listed), QString::number(bytes));
+    if (file.isBackup) {
+        tell(mmc, text + u" Ohne Sicherung wird sie im Telefon nicht ersetzt."_s, Icon::Exclamation);
+        return false;
+    }
+    return !mmc.isAbandoned() &&
+           mmc.line().context().dialogs.Show({.text = text + u"\n\nSoll sie trotzdem gespeichert werden?"_s,
+                                              .buttons = Buttons::YesNo,
+                                              .icon = Icon::Question,
+                                              .defaultButton = Answer::No}) == Answer::Yes;
+}
+
 bool fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
 {
     QByteArray data;
     if (!mmc.GetFile(file.name, data, progress))
         return false;
-    qint32 listed = 0;
-    if (file.isAsListed)
-        mmc.GetFileSizeInActDir(file.name, listed);
-    if (listed == 0 || data.size() == listed)
-        return mmc.SaveFile(file.name, data, file.target);
-    tell(mmc,
-         u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und hat %3 "
-         u"gesendet. %4"_s.arg(file.name, QString::number(listed), QString::number(data.size()),
-                               file.consequence),
-         Icon::Exclamation);
+    if (isWanted(mmc, file, data.size()) && mmc.SaveFile(file.name, data, file.target))
+        return true;
+    if (!mmc.isAbandoned())
+        progress.status(u"Download "_s + file.name + u" nicht abgeschlossen."_s);
     return false;
 }
 
@@ -125,7 +141,7 @@ void download(clsMmc& mmc, const Progress& progress, const QStringList& names, c
             continue;
         }
         const QString target = stop ? QString() : targetFor(mmc, folder, localName, stop);
-        if (!target.isEmpty() && fetch(mmc, progress, {name, target, u"Sie wurde nicht gespeichert."_s})) {
+        if (!target.isEmpty() && fetch(mmc, progress, {name, target})) {
             outcome.done.append(name);
             continue;
         }
@@ -162,8 +178,7 @@ QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool 
     const QString copy = phonedata::backupPath(context, localName.chopped(ending.size()) + u' ', ending);
     if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
         return {};
-    const Fetched file{name, copy, u"Ohne Sicherung wird sie im Telefon nicht ersetzt."_s, isAsListed};
-    return fetch(mmc, progress, file) ? copy : QString();
+    return fetch(mmc, progress, {name, copy, true, isAsListed}) ? copy : QString();
 }
 
 /// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that

@@ -59,7 +59,8 @@ public:
     /// could not be saved, which has been told.
     bool saveUnwritten();
     /// Takes the phone back to AT commands, if it is in its data mode. False if it stays there, which has
-    /// been told.
+    /// been told. A phone that does not let go of its connection is asked once; after that its channel alone
+    /// is closed.
     bool closeChannel();
 
     int ActiveSection() const { return m_guard.ActiveSection; }
@@ -89,7 +90,8 @@ private:
     void giveRefreshKey();
 
     // Navigation
-    void leaveFiles();
+    bool leaveFiles();
+    bool regainLine();
     bool passesGuard(const QString& key);
     void SelectPreviousNode();
     void enterPhonebook();
@@ -142,6 +144,7 @@ private:
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;
     bool m_wasShown = false;
+    bool m_isStuck = false; ///< the click that is served could not bring the phone back to AT commands
     bool m_isClosing = false;
     bool m_closeWanted = false; // as soon as the running operation has ended
     bool m_isClosed = false;

@@ -131,17 +131,19 @@ bool frmPB::saveUnwritten()
     return areSafe;
 }
 
-/// A channel may be open without a connection: the phone has refused it, or did not let go of it.
+/// A channel may be open without a connection: the phone has refused it, or did not let go of it. Behind a
+/// port that is gone there is nothing to close, once the client knows.
 bool frmPB::closeChannel()
 {
     const QPointer<frmPB> self(this);
     const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    const bool isClosed = !isInDataMode() || mmc->Offline(m_parts.progress);
-    if (self && isClosed) {
-        m_reminders->hideKind(Reminders::CloseFfs);
-        m_reminders->showKind(Reminders::NoMenu);
-    }
-    return isClosed;
+    const bool isThere = m_program.line.port().IsOpen() || mmc->IsOnline() == obex::clsMmc::Connected;
+    const bool isClosed = !isInDataMode() || !isThere || mmc->Offline(m_parts.progress);
+    if (!self || !isClosed)
+        return false;
+    m_reminders->hideKind(Reminders::CloseFfs);
+    m_reminders->showKind(Reminders::NoMenu);
+    return true;
 }
 
 void frmPB::cleanUp()

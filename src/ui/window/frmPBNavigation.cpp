@@ -1,3 +1,4 @@
+#include "obex/DataChannel.h"
 #include "phonedata/ClassicCommands.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/panels/fraAd.h"
@@ -54,13 +55,14 @@ void frmPB::tvwNavi_NodeClick(const QString& key)
     if (m_sta->isBusy() || (areFilesOpen && key == u"FFS"_s))
         return;
     const QPointer<frmPB> self(this);
-    if (m_guard.ActiveSection == SectionFiles || isInDataMode())
-        leaveFiles();
+    const bool leaves = m_guard.ActiveSection == SectionFiles || isInDataMode();
+    const bool isStuck = leaves && !leaveFiles();
     if (!self)
         return;
     m_panels->hidePanel(m_fraFFS);
     if (!passesGuard(key))
         return;
+    m_isStuck = isStuck;
     if (key == u"TB"_s)
         enterPhonebook();
     else if (key == u"NE"_s)
@@ -77,10 +79,12 @@ void frmPB::tvwNavi_NodeClick(const QString& key)
         enterSettings();
     else if (key == u"BT"_s)
         openHelp(helpTopicBluetooth);
-    else if (key == u"VW"_s && m_contacts)
+    else if (key == u"VW"_s && m_contacts && regainLine())
         m_contacts->editAreaCodes();
-    if (self)
+    if (self) {
+        m_isStuck = false;
         selectShownNode();
+    }
 }
 
 void frmPB::showPanel(QWidget* panel, const QString& node)
@@ -106,12 +110,35 @@ bool frmPB::isInDataMode() const
 }
 
 /// The phone has to take AT commands again before anything else is asked of it.
-void frmPB::leaveFiles()
+bool frmPB::leaveFiles()
 {
     const QPointer<frmPB> self(this);
-    closeChannel();
+    const bool isClosed = closeChannel();
     if (self)
         m_reminders->showKind(Reminders::NoMenu);
+    return isClosed;
+}
+
+/// The phone takes AT commands, or is made to. False has been told.
+bool frmPB::regainLine()
+{
+    link::Line& line = m_program.line;
+    if (m_isStuck)
+        return false;
+    if (isInDataMode())
+        return leaveFiles();
+    if (line.mode() == link::LineMode::Text || !line.port().IsOpen())
+        return true;
+    const QPointer<frmPB> self(this);
+    m_sta->offerCancel(true);
+    const toolkit::BusyScope busy(&m_parts.busy);
+    const bool isBack = obex::recoverLine(line, m_parts.progress);
+    if (!self)
+        return false;
+    m_sta->offerCancel(false);
+    if (!isBack)
+        m_mmc->ErrMsg(obex::ChannelStuck);
+    return isBack;
 }
 
 /// Asks before unsaved changes are passed over. False leads back to where the user was.
@@ -262,10 +289,7 @@ void frmPB::press(Command command)
         return;
     const QPointer<frmPB> self(this);
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
-    const bool needsWayBack = needsLine(command) && isInDataMode();
-    if (interruptsFiles || needsWayBack)
-        leaveFiles();
-    if (!self || (needsWayBack && isInDataMode()))
+    if (needsLine(command) && !regainLine())
         return;
     runCommand(command);
     if (self && interruptsFiles && !m_closeWanted)

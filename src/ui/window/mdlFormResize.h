@@ -14,8 +14,8 @@ inline constexpr int twipsPerPixel = 15;
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
 /// Gives the window back what was saved; what is missing or makes no sense, such as a place on a screen that
-/// is gone, leaves it as it is. A maximised window comes back maximised. The programs leave
-/// neither place nor size out yet.
+/// is gone, leaves it as it is. A maximised window comes back maximised. The programs leave neither place nor
+/// size out yet.
 void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
                        bool skipSize = false);
 
