@@ -87,15 +87,18 @@ QString warningLines(const Entries& entries, const Entries& held, Store store, i
 {
     QString text;
     int count = 0;
-    for (size_t index = 0; index < entries.size(); ++index) {
-        const QStringList warnings = warningsAbout(entries[index], store, phoneType, sounds) +
-                                     alterations(entries[index], held[index]);
+    const auto warn = [&](size_t index, const QStringList& warnings) {
         for (const QString& warning : warnings) {
             if (++count <= mostLines)
                 text += u"Warning: entry %1 (%2): %3.\n"_s.arg(QString::number(index + 1),
                                                                printable(entries[index].name), warning);
         }
-    }
+    };
+    for (size_t index = 0; index < entries.size(); ++index)
+        warn(index, warningsAbout(entries[index], store, phoneType, sounds));
+    for (size_t index = 0; index < entries.size();
+         ++index) // which are many where a phone shifts its melodies
+        warn(index, alterations(entries[index], held[index]));
     if (count > mostLines)
         text += u"... and %1 more warnings.\n"_s.arg(count - mostLines);
     return text;

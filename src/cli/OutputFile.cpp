@@ -24,7 +24,8 @@ bool canSaveOutput(Job& job)
     const QString path = job.invocation.value(u"--output"_s);
     if (path.isEmpty())
         return true;
-    const QFileInfo folder(QFileInfo(path).absolutePath());
+    const QString target = QFileInfo(path).canonicalFilePath(); // empty for a new file
+    const QFileInfo folder(QFileInfo(target.isEmpty() ? path : target).absolutePath());
     QString reason;
     if (!folder.isDir())
         reason = u"there is no folder %1"_s.arg(folder.filePath());

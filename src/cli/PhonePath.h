@@ -21,7 +21,7 @@ public:
     /// "Mobile:\Pictures\a.bmp", as the engine has it.
     QString forEngine() const;
 
-    /// Whether a file or folder can be made by that path: the phone would get another one.
+    /// False where a file or folder made by that path would get another name in the phone.
     bool canBeMade() const;
 
     bool operator==(const PhonePath&) const = default;

@@ -47,6 +47,8 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
     });
     bool done = false;
     {
+        phonedata::forgetContent(job.memory,
+                                 store); // what is known of it afterwards is what this reading knows
         const StoreOpenScope open;
         done = phonedata::readStore(
             {job.line, job.memory, *list, nullptr, {.bar = &job.progress, .cancel = &job.stop}}, store);
@@ -57,7 +59,8 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
         return ExitRefused;
     }
     if (!done) {
-        QString cause = u"the phone did not give entry %1"_s.arg(given + 1);
+        QString cause =
+            given == 0 ? u"the phone gave no entry"_s : u"the phone did not give entry %1"_s.arg(given + 1);
         if (!job.line.port().IsOpen())
             cause = u"%1 is gone"_s.arg(job.portName());
         else if (phonedata::certaintyOf(job.memory, store) != phonedata::Certainty::Unknown)
@@ -90,13 +93,14 @@ ExitStatus showList(Job& job, Store store)
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;
     const auto bytes = [&] { return entryFileBytes(path, read.entries, store); };
-    if (!saveOutput(job, {read.entries.size(), read.isDoubtful, bytes}))
-        return ExitFailed;
+    const bool isSaved = saveOutput(job, {read.entries.size(), read.isDoubtful, bytes});
     std::vector<QStringList> rows;
     for (const phonedata::ClassicEntry& entry : read.entries)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
+    if (!isSaved)
+        return ExitFailed;
     if (!read.isDoubtful && (path.isEmpty() || read.entries.empty() || bringsBack(path, read.entries, store)))
         return ExitDone;
     if (!read.isDoubtful) {

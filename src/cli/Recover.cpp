@@ -55,13 +55,17 @@ bool recoverAtPort(Job& job, const QList<int>& rates)
 
 void recoverUnclosedSession(Job& job)
 {
+    link::Line& line = job.line;
     if (!isSessionUnclosed(job))
         return;
+    job.context.sy.ComNo = link::portNumber(job.context);
+    if (!line.port().IsOpen() && !line.port().Open(link::Line::ComPortName(job.context.sy.ComNo)))
+        return; // as the search will find out and tell
     const QString device = app::get(job.context.settings, app::keys::LastUnclosedObexDevice);
     job.out.note(
         u"The last run did not end its data session with %1; taking the handset back to commands.\n"_s.arg(
             device));
-    if (!recoverAtPort(job, distinctRates(job).first(1)) && job.line.port().IsOpen())
+    if (!recoverAtPort(job, distinctRates(job).first(1)) && line.port().IsOpen())
         job.out.note(u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
                      u"switch it off and on.\n"_s);
     job.progress.clear();

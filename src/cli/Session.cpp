@@ -76,7 +76,12 @@ bool Session::openLog()
 /// Whether the command reads or writes that file.
 bool Session::namesOtherFile(const QString& path) const
 {
-    const QStringList words = m_invocation.arguments + QStringList{m_invocation.value(u"--output"_s)};
+    const auto& arguments = m_invocation.command->arguments;
+    const bool takesFiles = std::any_of(arguments.begin(), arguments.end(),
+                                        [](const Argument& argument) { return argument.name == u"FILE"; });
+    QStringList words{m_invocation.value(u"--output"_s)};
+    if (takesFiles)
+        words += m_invocation.arguments;
     return std::any_of(words.begin(), words.end(), [&path](const QString& word) {
         const QString target = QFileInfo(word).canonicalFilePath();
         return !word.isEmpty() && (link::absolutePath(word) == path ||

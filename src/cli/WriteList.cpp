@@ -32,6 +32,7 @@ public:
 private:
     bool readFile();
     void foresee();
+    int countAsInFile(const Entries& held) const;
     ExitStatus replace(const ListDiff& diff);
     bool backUp();
     bool wantsDoubtful();
@@ -74,13 +75,9 @@ ExitStatus ListWriter::run()
         return read;
     }
     foresee();
-    // Whoever is asked has to see what about.
-    if (!dryRun && m_job.questions.someoneIsThere())
-        m_job.out.prompt(m_warnings);
-    else
-        m_job.out.note(m_warnings);
     const ListDiff diff = phonedata::diffLists(m_held.entries, m_wanted);
     if (dryRun) {
+        m_job.out.note(m_warnings);
         m_job.out.show(diffJson(diff), diffText(diff, m_held.entries.size(), m_store));
         return m_held.isDoubtful ? fail(ExitFailed, disturbed + u'.') : ExitDone;
     }
@@ -100,6 +97,13 @@ void ListWriter::foresee()
     m_warnings = warningLines(m_fromFile, m_wanted, m_store, phoneType, m_job.memory.sounds);
 }
 
+/// How many entries of the file these are exactly.
+int ListWriter::countAsInFile(const Entries& held) const
+{
+    const ListDiff diff = phonedata::diffLists(held, m_fromFile);
+    return static_cast<int>(m_fromFile.size() - diff.add.size() - diff.change.size());
+}
+
 bool ListWriter::readFile()
 {
     QString error;
@@ -111,9 +115,14 @@ bool ListWriter::readFile()
 
 ExitStatus ListWriter::replace(const ListDiff& diff)
 {
-    if (m_held.entries == m_wanted && !m_held.isDoubtful)
-        return finish(ExitDone, 0, static_cast<int>(m_wanted.size()),
-                      u"The phone already holds exactly these entries; nothing was written.\n"_s);
+    if (m_held.entries == m_wanted && !m_held.isDoubtful) {
+        m_job.out.note(m_warnings);
+        return finish(
+            ExitDone, 0, countAsInFile(m_held.entries),
+            m_held.entries == m_fromFile
+                ? u"The phone already holds exactly these entries; nothing was written.\n"_s
+                : u"The phone already holds these entries as far as it can; nothing was written.\n"_s);
+    }
     if (m_held.isDoubtful && !wantsDoubtful())
         return fail(ExitFailed, disturbed + u".\nNothing was changed in it."_s);
     if (!backUp())
@@ -139,12 +148,10 @@ bool ListWriter::backUp()
 {
     if (m_held.entries.empty())
         return true;
-    const auto pathOf = [this](const QString& extension) {
-        return phonedata::backupPath(m_job.context, u"Inhalt des Telefons vom "_s, extension);
-    };
-    QStringList paths{pathOf(phonedata::backupExtension(m_store))};
+    QStringList paths{phonedata::phoneCopyPath(m_job.context, phonedata::backupExtension(m_store))};
     if (!bringsBack(paths.first(), m_held.entries, m_store))
-        paths.append(pathOf(u".json"_s)); // the window reads the other one, as far as it goes
+        paths.append(phonedata::phoneCopyPath(
+            m_job.context, u".json"_s)); // the window reads the other one, as far as it goes
     for (const QString& path : paths) {
         QString reason;
         if (!app::writeWholeFile(path, entryFileBytes(path, m_held.entries, m_store), &reason)) {
@@ -170,6 +177,11 @@ bool ListWriter::wantsDoubtful()
 bool ListWriter::agrees(const ListDiff& diff)
 {
     Questions& questions = m_job.questions;
+    // Whoever is asked has to see what about.
+    if (questions.someoneIsThere())
+        m_job.out.prompt(m_warnings);
+    else
+        m_job.out.note(m_warnings);
     if (!m_warnings.isEmpty() &&
         !questions.confirm(
             u"The phone may change an entry that it can't hold, or refuse it, and then lacks those behind "
@@ -226,15 +238,13 @@ ExitStatus ListWriter::verify()
         return finish(status, written, std::nullopt, {});
     }
     const ListDiff diff = phonedata::diffLists(now.entries, m_wanted);
-    const ListDiff fromFile = phonedata::diffLists(now.entries, m_fromFile);
-    const int verified = written - static_cast<int>(fromFile.add.size() + fromFile.change.size());
+    const int verified = countAsInFile(now.entries);
     if (diff.isEmpty())
         return finish(ExitDone, written, verified,
                       verified == written
                           ? u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size()))
-                          : u"%1 written and read back; %2 of them differ from the file, as was warned.\n"_s
-                                .arg(entryCount(m_wanted.size()))
-                                .arg(written - verified));
+                          : u"%1 written and read back. Not as in the file, as was warned: %2.\n"_s.arg(
+                                entryCount(m_wanted.size()), entryCount(written - verified)));
     m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
                     mismatchText(diff, m_store) + backupHint(m_words, m_backup));
     return finish(ExitFailed, written, verified, {});

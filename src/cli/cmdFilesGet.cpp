@@ -70,6 +70,9 @@ Wanted Getter::plan(const QString& word)
     if (name.isEmpty())
         return refuse(ExitWrongUse, u"%1 can't be the name of a file here"_s.arg(shown));
     file.local = m_target.absoluteFilePath(name);
+    const QFileInfo log(m_job.context.sy.logPath);
+    if (log.exists() && QFileInfo(file.local).canonicalFilePath() == log.canonicalFilePath())
+        return refuse(ExitWrongUse, u"%1 is the log"_s.arg(file.local));
     if (m_taken.contains(file.local))
         return refuse(ExitWrongUse,
                       u"%1 would replace another one of these files, %2"_s.arg(shown, file.local));

@@ -147,7 +147,8 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
         u"%1 could not be saved as a whole, so it was not replaced"_s.arg(printable(file.path.shown()));
 }
 
-/// Sends a file. One that replaces another is there only when the phone lists it with its size.
+/// Sends a file. One that replaces another is there only when the phone lists it with its size, if it lists
+/// sizes at all.
 bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, bool& mayHoldPart)
 {
     if (!client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}, &mayHoldPart))
@@ -159,7 +160,7 @@ bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, 
     if (!client.Dir(entries, {}))
         return false;
     const tObxDirEntry* there = findEntry(entries, file.path.name());
-    return there && there->isFile() && there->canHold(file.size);
+    return there && there->isFile() && there->size == (file.replaced->size == 0 ? there->size : file.size);
 }
 
 void Putter::putAll(clsMmc& client)

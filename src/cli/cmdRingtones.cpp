@@ -131,7 +131,8 @@ ExitStatus runRingtonesSet(Job& job)
     job.context.clock.WaitSeconds(1);
     Ringtones ringtones;
     const bool isComplete = readSettings(job, ringtones);
-    if (job.isInterrupted(u"the ringtone was %1, but not read back"_s.arg(wasSet ? u"set" : u"not taken")))
+    if (job.isInterrupted(wasSet ? u"the ringtone was set, but not read back"_s
+                                 : u"the phone did not take the ringtone"_s))
         return ExitRefused;
     if (!isComplete)
         return ExitFailed;

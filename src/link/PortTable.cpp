@@ -124,6 +124,7 @@ int PortTable::numberForThisRun(const QString& path)
 {
     if (const int own = numberIn(path); own > 0)
         return own;
+    refresh(); // a device of this machine has a number, or gets one that lasts
     const auto known = remembered();
     int number = numberIn(known, path);
     if (number == 0) {

@@ -70,6 +70,14 @@ int entriesInPhone(const PhoneMemory& memory, Store store)
                                                       : memory.providers.entries.size());
 }
 
+void forgetContent(PhoneMemory& memory, Store store)
+{
+    if (store == Store::Phonebook)
+        memory.phonebook.forget();
+    else
+        memory.providers.forget();
+}
+
 bool readStore(const StoreJob& job, Store store)
 {
     const bool read = store == Store::Phonebook ? ReadPB_TB(job) : ReadPB_NE(job);

@@ -7,6 +7,7 @@ namespace kalmo::phonedata {
 /// How sure the program is of the content of a store.
 Certainty certaintyOf(const PhoneMemory& memory, Store store);
 int entriesInPhone(const PhoneMemory& memory, Store store);
+void forgetContent(PhoneMemory& memory, Store store);
 
 /// Reads or writes a store, whichever it is.
 bool readStore(const StoreJob& job, Store store);
