@@ -65,15 +65,10 @@ int PortTable::numberOf(const QString& path)
     return number;
 }
 
-bool PortTable::isFree(int number, const QMap<int, QString>& known) const
-{
-    return !known.contains(number) && !m_forThisRun.contains(number);
-}
-
 int PortTable::lowestFree(const QMap<int, QString>& known) const
 {
     for (int number = 1; number < mostNumbers; ++number) {
-        if (isFree(number, known))
+        if (!known.contains(number) && !m_forThisRun.contains(number))
             return number;
     }
     return 0;
@@ -127,11 +122,8 @@ int PortTable::numberForThisRun(const QString& path)
     refresh(); // a device of this machine has a number, or gets one that lasts
     const auto known = remembered();
     int number = numberIn(known, path);
-    if (number == 0) {
-        number = mostNumbers - 1;
-        while (number > 0 && !isFree(number, known))
-            --number;
-    }
+    if (number == 0)
+        number = lowestFree(known);
     if (number > 0)
         useDevice(number, path);
     return number;

@@ -30,14 +30,13 @@ public:
     /// For this run only: the number stands for this device.
     void useDevice(int number, const QString& path);
 
-    /// Number of a device for this run; nothing is remembered. A device that has a number keeps it, another
-    /// one gets the highest that no device ever had, so that it doesn't push those up that are remembered.
+    /// Number of a device for this run. One that is listed, or was, keeps its number; any other gets the
+    /// lowest that is free behind all of those, which is not remembered.
     int numberForThisRun(const QString& path);
     bool isForThisRun(int number) const { return m_forThisRun.contains(number); }
 
 private:
     QMap<int, QString> remembered() const;
-    bool isFree(int number, const QMap<int, QString>& known) const;
     int lowestFree(const QMap<int, QString>& known) const;
     void refresh();
 

@@ -66,6 +66,7 @@ void tst_Ports::numbersStayWithTheirDevices()
     {
         link::PortTable table(test.settings, devices);
         devices.list = {cable};
+        QCOMPARE(link::PortTable(test.settings, devices).numberForThisRun(u"/dev/pts/5"_s), 2);
         QCOMPARE(table.numbers(), QList<int>{1});
         devices.list = {board, cable};
         QCOMPARE(table.numbers(), (QList<int>{1, 2}));
@@ -78,9 +79,9 @@ void tst_Ports::numbersStayWithTheirDevices()
     devices.list = {{u"/dev/ttyUSB3"_s, cable.stablePath, u"Cable"_s, {}, {}}, board};
     QCOMPARE(table.numbers(), (QList<int>{1, 2}));
     QCOMPARE(table.devicePath(1), u"/dev/ttyUSB3"_s);
-    QCOMPARE(table.numberForThisRun(u"/dev/pts/6"_s), 255); // which takes no number from those that stay
-    QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 3);
-    QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 3);
+    QCOMPARE(table.numberForThisRun(u"/dev/pts/6"_s), 3);
+    QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 4);
+    QCOMPARE(table.numberOf(u"/dev/pts/7"_s), 4);
     QCOMPARE(table.devicePath(9), QString());
     table.useDevice(9, u"/dev/pts/8"_s);
     QCOMPARE(table.devicePath(9), u"/dev/pts/8"_s);
