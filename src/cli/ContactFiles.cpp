@@ -35,7 +35,7 @@ struct Field
 constexpr qsizetype anyLength = 0;
 
 /// In the order of the window's list, which is that of the .csv file as well.
-constexpr std::array<Field, 8> fields = {{
+constexpr std::array<Field, 8> contactFields = {{
     {u"lastName", u"Last name", &tVcfEntry::lastName, 16, false},
     {u"firstName", u"First name", &tVcfEntry::firstName, 16, false},
     {u"home", u"Home", &tVcfEntry::home, 32, true},
@@ -47,12 +47,7 @@ constexpr std::array<Field, 8> fields = {{
 }};
 
 const QString csvHeading = u"\"Nachname\",\"Vorname\","_s;
-constexpr qsizetype csvFields = fields.size() - 1; // all but the LUID
-
-bool endsIn(const QString& path, QStringView ending)
-{
-    return path.endsWith(ending, Qt::CaseInsensitive);
-}
+constexpr qsizetype csvFields = contactFields.size() - 1; // all but the LUID
 
 bool isControl(QChar character)
 {
@@ -60,9 +55,9 @@ bool isControl(QChar character)
 }
 
 /// What can't be in a contact at all, empty if there is nothing.
-QString faultOf(const tVcfEntry& contact)
+QString faultOfContact(const tVcfEntry& contact)
 {
-    for (const Field& field : fields) {
+    for (const Field& field : contactFields) {
         const QString& text = contact.*(field.text);
         for (const QChar character : text) {
             if (character == u'\r' || character == u'\n' || character.isNull())
@@ -121,12 +116,12 @@ bool readCsvLine(const QString& line, tVcfEntry& contact, QString& error)
         return false;
     }
     for (qsizetype index = 0; index < csvFields; ++index)
-        contact.*(fields[static_cast<size_t>(index)].text) = texts[index];
+        contact.*(contactFields[static_cast<size_t>(index)].text) = texts[index];
     if (!readBirthday(contact.birthday)) {
         error = u"the birthday is not of the form \"21.03.1970  12:30\""_s;
         return false;
     }
-    error = faultOf(contact);
+    error = faultOfContact(contact);
     return error.isEmpty();
 }
 
@@ -138,16 +133,17 @@ bool readJsonObject(const QJsonValue& value, tVcfEntry& contact, QString& error)
     }
     const QJsonObject object = value.toObject();
     for (auto member = object.begin(); member != object.end(); ++member) {
-        const auto field = std::find_if(fields.begin(), fields.end(),
+        const auto field = std::find_if(contactFields.begin(), contactFields.end(),
                                         [&](const Field& row) { return row.key == member.key(); });
-        if (field == fields.end() || !member.value().isString()) {
-            error = field == fields.end() ? u"unknown key \"%1\""_s.arg(printable(member.key().left(40)))
-                                          : u"\"%1\" must be a text"_s.arg(member.key());
+        if (field == contactFields.end() || !member.value().isString()) {
+            error = field == contactFields.end()
+                        ? u"unknown key \"%1\""_s.arg(printable(member.key().left(40)))
+                        : u"\"%1\" must be a text"_s.arg(member.key());
             return false;
         }
         contact.*(field->text) = member.value().toString();
     }
-    error = faultOf(contact);
+    error = faultOfContact(contact);
     return error.isEmpty();
 }
 
@@ -158,7 +154,7 @@ QJsonArray contactJson(const Contacts& contacts)
     QJsonArray array;
     for (const tVcfEntry& contact : contacts) {
         QJsonObject object;
-        for (const Field& field : fields)
+        for (const Field& field : contactFields)
             object.insert(field.key, contact.*(field.text));
         array.append(object);
     }
@@ -173,7 +169,7 @@ QByteArray contactJsonBytes(const Contacts& contacts)
 QStringList contactHeadings()
 {
     QStringList headings;
-    for (const Field& field : fields)
+    for (const Field& field : contactFields)
         headings.append(field.heading.toString());
     return headings;
 }
@@ -181,7 +177,7 @@ QStringList contactHeadings()
 QStringList contactCells(const tVcfEntry& contact)
 {
     QStringList cells;
-    for (const Field& field : fields)
+    for (const Field& field : contactFields)
         cells.append(contact.*(field.text));
     return cells;
 }
@@ -287,7 +283,7 @@ QStringList warningsAbout(const tVcfEntry& contact)
 {
     static const QRegularExpression number(u"^[0-9#*+?]*$"_s);
     QStringList warnings;
-    for (const Field& field : fields) {
+    for (const Field& field : contactFields) {
         const QString& text = contact.*(field.text);
         if (std::any_of(text.begin(), text.end(), isControl))
             warnings.append(u"there is a control character in \"%1\""_s.arg(field.key));

@@ -20,11 +20,6 @@ namespace {
 const QChar quoteStandIn = u'•'; // what the window saves for a quote within a name
 const QString jsonEnding = u".json"_s;
 
-bool endsIn(const QString& path, QStringView ending)
-{
-    return path.endsWith(ending, Qt::CaseInsensitive);
-}
-
 /// Month, day, hour and minute are two characters each in what a phone gives, and may be cut off at any
 /// place. What a person mistypes is hardly ever of that form.
 bool canBeFromPhone(const QString& date)

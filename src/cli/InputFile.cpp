@@ -28,6 +28,11 @@ bool looksLikeUtf8(const QByteArray& bytes)
 
 } // namespace
 
+bool endsIn(const QString& path, QStringView ending)
+{
+    return path.endsWith(ending, Qt::CaseInsensitive);
+}
+
 bool readInputFile(const QString& path, QByteArray& bytes, QString& error)
 {
     if (!QFileInfo::exists(path))

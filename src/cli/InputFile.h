@@ -5,6 +5,9 @@
 
 namespace kalmo::cli {
 
+/// Whether a file is of the kind that its name says, such as ".json".
+bool endsIn(const QString& path, QStringView ending);
+
 /// Whole content of a file of entries. False, with the fault in `error`, for one that isn't there, can't be
 /// read, or is too large to be one.
 bool readInputFile(const QString& path, QByteArray& bytes, QString& error);
