@@ -89,15 +89,14 @@ ExitStatus showContacts(Job& job)
         return status;
     const QString path = job.invocation.value(u"--output"_s);
     const auto bytes = [&] { return contactFileBytes(path, contacts); };
-    if (!saveOutput(job, {contacts.size(), !mismatch.isEmpty(), bytes}))
-        return ExitFailed;
+    const bool isSaved = saveOutput(job, {contacts.size(), !mismatch.isEmpty(), bytes});
     std::vector<QStringList> rows;
     for (const phonedata::tVcfEntry& contact : contacts)
         rows.push_back(contactCells(contact));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(contactJson(contacts), alignedTable(contactHeadings(), rows));
     if (mismatch.isEmpty())
-        return ExitDone;
+        return isSaved ? ExitDone : ExitFailed;
     job.out.error(mismatch + u", in the second reading too. Read again."_s);
     return ExitFailed;
 }

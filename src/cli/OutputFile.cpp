@@ -44,13 +44,13 @@ bool saveOutput(Job& job, const Reading& reading)
     const QString path = job.invocation.value(u"--output"_s);
     if (path.isEmpty())
         return true;
-    if (reading.count == 0 && holdsMore(path, reading)) {
-        job.out.error(u"the phone holds none, so the older file %1 stays as it is."_s.arg(path));
-        return false;
-    }
     if (reading.isDoubtful && app::FileExists(path)) {
         job.out.error(u"the older file %1 stays as it is."_s.arg(path));
         return true;
+    }
+    if (reading.count == 0 && holdsMore(path, reading)) {
+        job.out.error(u"the phone holds none, so the older file %1 stays as it is."_s.arg(path));
+        return false;
     }
     QString reason;
     if (!app::writeWholeFile(path, reading.bytes(), &reason)) {

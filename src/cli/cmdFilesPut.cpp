@@ -160,7 +160,8 @@ bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, 
     if (!client.Dir(entries, {}))
         return false;
     const tObxDirEntry* there = findEntry(entries, file.path.name());
-    return there && there->isFile() && there->size == (file.replaced->size == 0 ? there->size : file.size);
+    return there && there->isFile() &&
+           (there->size == file.size || (there->size == 0 && file.replaced->size == 0));
 }
 
 void Putter::putAll(clsMmc& client)

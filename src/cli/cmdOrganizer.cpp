@@ -125,11 +125,10 @@ ExitStatus runOrganizer(Job& job, const Organizer& organizer)
         array.append(item);
     }
     const auto bytes = [&] { return isJson ? QJsonDocument(array).toJson() : object; };
-    if (!saveOutput(job, {.count = rows.size(), .bytes = bytes}))
-        return ExitFailed;
+    const bool isSaved = saveOutput(job, {.count = rows.size(), .bytes = bytes});
     if (path.isEmpty() || job.out.isJson())
         job.out.show(array, alignedTable(headings, rows));
-    return ExitDone;
+    return isSaved ? ExitDone : ExitFailed;
 }
 
 } // namespace

@@ -84,23 +84,24 @@ QString endangeredCharacters(const tVcfEntry& entry)
     constexpr int lastSign = 0xBF;
     constexpr int lead = 0xC3;
     QString found;
-    const auto note = [&found](QChar character) {
-        if (!found.contains(character))
-            found += character;
+    const auto note = [&found](char32_t character) {
+        const auto letter = QChar::fromUcs4(character);
+        if (!found.contains(letter))
+            found += letter;
     };
     const QString names = entry.lastName + entry.firstName;
-    for (const QChar character : QString(names + entry.email)) {
-        const int value = app::cp1252Value(character.unicode());
-        if (character == u'=' || value < 0 || value == lead)
+    for (const char32_t character : QString(names + entry.email).toUcs4()) {
+        const int value = app::cp1252Value(character);
+        if (character == U'=' || value < 0 || value == lead)
             note(character);
     }
-    for (const QChar character : names) {
-        const int value = app::cp1252Value(character.unicode());
+    for (const char32_t character : names.toUcs4()) {
+        const int value = app::cp1252Value(character);
         if (value >= firstSign && value <= lastSign)
             note(character);
     }
     if (entry.lastName.endsWith(u'\\'))
-        note(u'\\');
+        note(U'\\');
     return found;
 }
 

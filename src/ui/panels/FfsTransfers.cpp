@@ -117,16 +117,19 @@ bool isWanted(const clsMmc& mmc, const Fetched& file, qsizetype bytes)
                                               .defaultButton = Answer::No}) == Answer::Yes;
 }
 
-bool fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
+enum class Step { Done, LeftOut, Ended };
+
+Step fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
 {
     QByteArray data;
-    if (!mmc.GetFile(file.name, data, progress))
-        return false;
-    if (isWanted(mmc, file, data.size()) && mmc.SaveFile(file.name, data, file.target))
-        return true;
+    if (!mmc.GetFile(file.name, data, progress) || mmc.isAbandoned())
+        return Step::Ended;
+    const bool wanted = isWanted(mmc, file, data.size());
+    if (wanted && mmc.SaveFile(file.name, data, file.target))
+        return Step::Done;
     if (!mmc.isAbandoned())
         progress.status(u"Download "_s + file.name + u" nicht abgeschlossen."_s);
-    return false;
+    return wanted ? Step::Ended : Step::LeftOut;
 }
 
 void download(clsMmc& mmc, const Progress& progress, const QStringList& names, const QString& folder,
@@ -141,12 +144,9 @@ void download(clsMmc& mmc, const Progress& progress, const QStringList& names, c
             continue;
         }
         const QString target = stop ? QString() : targetFor(mmc, folder, localName, stop);
-        if (!target.isEmpty() && fetch(mmc, progress, {name, target})) {
-            outcome.done.append(name);
-            continue;
-        }
-        outcome.notDone.append(name);
-        outcome.failed = outcome.failed || !target.isEmpty();
+        const Step step = target.isEmpty() ? Step::LeftOut : fetch(mmc, progress, {name, target});
+        (step == Step::Done ? outcome.done : outcome.notDone).append(name);
+        outcome.failed = outcome.failed || step == Step::Ended;
         stop = stop || outcome.failed;
     }
 }
@@ -178,7 +178,7 @@ QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool 
     const QString copy = phonedata::backupPath(context, localName.chopped(ending.size()) + u' ', ending);
     if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
         return {};
-    return fetch(mmc, progress, {name, copy, true, isAsListed}) ? copy : QString();
+    return fetch(mmc, progress, {name, copy, true, isAsListed}) == Step::Done ? copy : QString();
 }
 
 /// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that
@@ -196,8 +196,6 @@ bool replace(clsMmc& mmc, const Progress& progress, const QString& path, const Q
          Icon::Exclamation);
     return false;
 }
-
-enum class Step { Sent, LeftOut, Ended };
 
 Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QStringList& sent,
             std::optional<qint64> freeBytes)
@@ -220,10 +218,10 @@ Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QS
                                   u"\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s);
         if (answer == Answer::No)
             return Step::LeftOut;
-        return answer == Answer::Yes && replace(mmc, progress, path, name, !isNew) ? Step::Sent : Step::Ended;
+        return answer == Answer::Yes && replace(mmc, progress, path, name, !isNew) ? Step::Done : Step::Ended;
     }
     // A file that can't be read costs nothing in the phone: the client looks first, and tells.
-    return mmc.PutFile(path, progress) ? Step::Sent : Step::Ended;
+    return mmc.PutFile(path, progress) ? Step::Done : Step::Ended;
 }
 
 } // namespace
@@ -263,7 +261,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, c
     for (const QString& path : paths) {
         const Step step =
             outcome.failed ? Step::Ended : upload(*mmc, operation.progress(), path, outcome.done, freeBytes);
-        if (step == Step::Sent) {
+        if (step == Step::Done) {
             outcome.done.append(nameInPhone(path));
             if (freeBytes)
                 *freeBytes -= QFileInfo(path).size();

@@ -135,10 +135,15 @@ bool frmPB::regainLine()
     const bool isBack = obex::recoverLine(line, m_parts.progress);
     if (!self)
         return false;
-    m_sta->offerCancel(false);
-    if (!isBack)
-        m_mmc->ErrMsg(obex::ChannelStuck);
-    return isBack;
+    if (!isBack) {
+        const bool isStopped = m_parts.progress.cancelled() || m_mmc->stopAsked();
+        m_mmc->ErrMsg(isStopped               ? obex::Cancelled
+                      : !line.port().IsOpen() ? obex::Timeout
+                                              : obex::ChannelStuck);
+    }
+    if (self)
+        m_sta->offerCancel(false);
+    return self && isBack;
 }
 
 /// Asks before unsaved changes are passed over. False leads back to where the user was.
@@ -210,7 +215,7 @@ void frmPB::enterFiles()
     const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     showPanel(m_fraFFS, u"FFS"_s);
     m_guard.ActiveSection = SectionFiles;
-    if (!mmc->Online(m_parts.progress) || !self)
+    if (m_isStuck || !mmc->Online(m_parts.progress) || !self)
         return;
     m_reminders->showKind(Reminders::CloseFfs);
     m_reminders->hideKind(Reminders::NoMenu);
