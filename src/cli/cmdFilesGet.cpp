@@ -130,7 +130,7 @@ bool Getter::getOne(clsMmc& client, Wanted& file, BatchProgress& progress)
     QByteArray bytes;
     if (!client.GetFile(file.name, bytes, {.bar = &progress, .cancel = &m_job.stop}))
         return false;
-    if (file.size == 0 || bytes.size() == file.size)
+    if (obex::isWhole(bytes.size(), file.size))
         return client.SaveFile(file.name, bytes, file.local);
     file.error += u": the phone lists %1 bytes, but sent %2"_s.arg(file.size).arg(bytes.size());
     return false;

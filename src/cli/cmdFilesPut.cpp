@@ -135,9 +135,9 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
     const QString ending = info.suffix().isEmpty() ? QString() : u'.' + info.suffix();
     const QString path = phonedata::backupPath(m_job.context, info.completeBaseName() + u' ', ending);
     QByteArray bytes;
-    const bool isSaved = client.GetFile(name, bytes, {.bar = &m_job.progress, .cancel = &m_job.stop}, path);
+    const bool isRead = client.GetFile(name, bytes, {.bar = &m_job.progress, .cancel = &m_job.stop});
     m_job.progress.clear();
-    if (isSaved && file.replaced->canHold(bytes.size())) {
+    if (isRead && obex::isWhole(bytes.size(), file.replaced->size) && client.SaveFile(name, bytes, path)) {
         file.backup = path;
         m_job.out.note(u"What the phone held as %1 is saved in %2.\n"_s.arg(printable(name), path));
         return;

@@ -12,6 +12,13 @@ enum class EntryKind { Folder = 1, File = 2 };
 /// Bits of a permission.
 enum Permission : int { MayRead = 1, MayDelete = 2, MayWrite = 4 };
 
+/// Whether so many bytes can be all of a file that is listed with `listed` of them; 0 may mean that the phone
+/// says nothing of sizes.
+constexpr bool isWhole(qsizetype bytes, qint64 listed)
+{
+    return listed == 0 || bytes == listed;
+}
+
 /// One folder or file of the phone.
 struct tObxDirEntry
 {
@@ -24,9 +31,6 @@ struct tObxDirEntry
     int groupPerm = 0;
 
     bool isFile() const { return kind == EntryKind::File; }
-
-    /// Whether so many bytes can be all of the file.
-    bool canHold(qsizetype bytes) const { return size == 0 || bytes == size; }
 };
 
 /// The phone's root as its paths show it. It never goes over the wire.

@@ -101,7 +101,7 @@ bool isWanted(const clsMmc& mmc, const Fetched& file, qsizetype bytes)
     qint32 listed = 0;
     if (file.isAsListed)
         mmc.GetFileSizeInActDir(file.name, listed);
-    if (listed == 0 || bytes == listed)
+    if (obex::isWhole(bytes, listed))
         return true;
     const QString text =
         u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und "
