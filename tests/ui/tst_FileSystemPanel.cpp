@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
+#include <QToolBar>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -35,7 +36,11 @@ struct Panel : TestProgram
     }
     ~Panel() { mmc->Offline(progress.all()); }
 
-    void press(const char* key) { child<QAction>(panel, key).trigger(); }
+    void press(const char* key)
+    {
+        auto& bar = child<QToolBar>(panel, "tlbFFS");
+        QTest::keyClick(bar.widgetForAction(&child<QAction>(bar, key)), Qt::Key_Space);
+    }
     void enter(const QString& key)
     {
         Q_EMIT child<ui::RowsView>(panel, "lvwFFs").rowDoubleClicked(panel.lvwFFs().indexOfKey(key));
@@ -53,7 +58,14 @@ struct Panel : TestProgram
         return keys.join(u' ');
     }
     QStringList saved() const { return QDir(target).entryList(QDir::Files); }
-    void save(int item) { child<QMenu>(panel, "mnuFFSsave").actions().at(item)->trigger(); }
+    void save(int item)
+    {
+        press("save");
+        auto& menu = child<QMenu>(panel, "mnuFFSsave");
+        for (int row = 0; row <= item; ++row)
+            QTest::keyClick(&menu, Qt::Key_Down);
+        QTest::keyClick(&menu, Qt::Key_Return);
+    }
     void expectTarget()
     {
         test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, QString(), target);
@@ -87,6 +99,7 @@ private Q_SLOTS:
     void downloads();
     void deletes();
     void uploads();
+    void aSilenceEndsOneCommandOnly();
 };
 
 void FileSystemPanel::foldersAndFiles()
@@ -225,6 +238,20 @@ void FileSystemPanel::uploads()
     upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
     made.press("open");
+}
+
+void FileSystemPanel::aSilenceEndsOneCommandOnly()
+{
+    Panel made(u"Sounds"_s);
+    made.select({u"FIL_Piep.wav"_s});
+    made.port.handset().setFaults({.lateBy = 25.2, .lateRequestAt = 1});
+    made.expectTarget();
+    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                obex::GetFriedlyErrMsg(obex::Timeout));
+    made.save(1);
+    QCOMPARE(made.saved(), QStringList());
+    made.save(0);
+    QCOMPARE(made.saved(), QStringList{u"Piep.wav"_s});
 }
 
 QTEST_MAIN(FileSystemPanel)

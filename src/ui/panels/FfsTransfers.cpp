@@ -230,7 +230,7 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress,
                    const QString& folder)
 {
     const clsMmc::Operation operation(*mmc, u"Download"_s, progress);
-    if (!operation.isAllowed() || names.isEmpty())
+    if (names.isEmpty() || !operation.mayBegin())
         return false;
     const clsMmc::Busy busy(*mmc);
     Outcome outcome;
@@ -254,7 +254,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, c
                  std::optional<qint64> freeBytes)
 {
     const clsMmc::Operation operation(*mmc, u"Upload"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     const clsMmc::Busy busy(*mmc);
     Outcome outcome;
@@ -280,7 +280,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, c
 bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& names)
 {
     const clsMmc::Operation operation(*mmc, u"Löschen"_s, progress);
-    if (!operation.isAllowed())
+    if (!operation.mayBegin())
         return false;
     const clsMmc::Busy busy(*mmc);
     for (const QString& name : names) {

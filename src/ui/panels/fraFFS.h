@@ -62,8 +62,8 @@ private:
     QLineEdit* m_txtFFscDirAct;
     ucFfsMem* m_ucFfsMem;
     std::optional<qint64> m_freeBytes; // as the phone said last
+    QAction* m_saveIntoLast = nullptr; // before the menu: making the menu sets it
     QMenu* m_mnuFFSsave;
-    QAction* m_saveIntoLast = nullptr;
     QToolBar* m_tlbFFS;
 };
 
