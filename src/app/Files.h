@@ -34,6 +34,10 @@ bool WriteTest(Context& context, const QString& folder);
 /// False, with the system's reason in `error`, if that fails.
 bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
+/// Puts the names of the files in a folder on the disk, so that a file which was just written is still there
+/// after a power failure. Does nothing where the system does not offer that.
+void syncFolder(const QString& path);
+
 enum class ReplaceResult { Written, NotReplaced, NotWritten };
 
 /// Writes a file, in the place of an old one of that name if there is one, a read-only one too. The old

@@ -34,12 +34,13 @@ struct Sy
     int PixelX = 0; ///< screen size in pixels
     int PixelY = 0;
     QString PrgVersion;
-    int ComNo = 0;                  ///< number of the COM port in use
-    int ComNoForThisRun = 0;        ///< port given on the command line, 0 for the one of the settings
-    QString ComSettings;            ///< for example "19200,N,8,1"
-    int PhoneType = 0;              ///< 0 is no phone, 1 to 13 a family of handsets
-    QString PhoneID;                ///< the raw answer that identified the phone
-    QString PhoneSVN;               ///< the phone's software version, "9999" where it can't be read
+    int ComNo = 0;           ///< number of the COM port in use
+    int ComNoForThisRun = 0; ///< port given on the command line, 0 for the one of the settings
+    QString ComSettings;     ///< for example "19200,N,8,1"
+    int PhoneType = 0;       ///< 0 is no phone, 1 to 13 a family of handsets
+    QString PhoneID;         ///< the raw answer that identified the phone
+    QString PhoneSerial;     ///< serial number of the phone that was found, empty until it is asked for
+    QString PhoneSVN;        ///< the phone's software version, "9999" where it can't be read
     bool blnTxLfTerminator = false; ///< commands end in CR LF instead of CR
     QString StrStCom;               ///< remarks of the start-up for the log
     QString logPath;

@@ -195,6 +195,7 @@ bool PhoneSearch::IdentifyPhone(int& phoneType, QString& rawId)
 {
     phoneType = 0;
     rawId.clear();
+    m_context.sy.PhoneSerial.clear(); // another handset of the same model may be connected by now
     if (!ask("AT+CGMM\r", rawId))
         return false;
     const auto first = lookUpCgmm(rawId);

@@ -2,14 +2,11 @@
 
 #include "phonedata/BackupFiles.h"
 #include "support/Rows.h"
+#include "support/SmallDisk.h"
 #include "support/TestContext.h"
 
 #include <QDir>
 #include <QTest>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using namespace kalmo;
@@ -28,24 +25,6 @@ const ClassicEntry full{.name = u"Jörg \"Jogi\""_s,
                         .languageTag = u"not saved"_s};
 const QByteArray fullLine =
     "\"J\xF6rg \x95Jogi\x95\",\"+49*1\",\"24.12  08:30\",\"Melodie 3\",\"Ja\",\"Optisch\"\r\n";
-
-/// While one lives no file grows beyond so many bytes.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(int room)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit little{static_cast<rlim_t>(room), m_before.rlim_max};
-        std::signal(SIGXFSZ, SIG_IGN); // then a write fails, as it does on a full disk
-        setrlimit(RLIMIT_FSIZE, &little);
-    }
-    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-
-private:
-    rlimit m_before = {};
-};
 
 template <typename Entry>
 QStringList inWords(const std::vector<Entry>& entries)

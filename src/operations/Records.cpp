@@ -1,0 +1,163 @@
+#include "operations/Records.h"
+
+#include "app/Files.h"
+
+#include <QDir>
+#include <QLockFile>
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestNamePart = 60;
+constexpr int lockPatience = 2000; // milliseconds; another process holds the lock for one write at most
+constexpr qint64 largestNumber = 999'999'999;
+const QString recordEnding = u".record"_s;
+
+/// A model or serial number as part of a folder's name: letters, digits and a few signs, no dot in front.
+QString folderWord(const QString& text)
+{
+    QString word = text.left(longestNamePart);
+    for (QChar& c : word) {
+        const bool isPlain = c.unicode() < 128 && (c.isLetterOrNumber() || u"-+."_s.contains(c));
+        if (!isPlain)
+            c = u'_';
+    }
+    if (word.isEmpty() || word.startsWith(u'.'))
+        word.prepend(u'_');
+    return word;
+}
+
+/// The number in an id or the base name of a file, 0 if it is none.
+qint64 numberOf(const QString& text)
+{
+    const bool isDigits =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const qint64 number = isDigits && text.size() <= 9 ? text.toLongLong() : 0;
+    return QString::number(number) == text ? number : 0;
+}
+
+void setReason(QString* reason, const QString& text)
+{
+    if (reason)
+        *reason = text;
+}
+
+} // namespace
+
+Records::Records(const app::Context& context, PhoneIdentity phone)
+    : m_context(context), m_phone(std::move(phone)),
+      m_folder(QDir(context.sy.Paths.Storage)
+                   .filePath(u"Verlauf/%1_%2"_s.arg(folderWord(m_phone.model), folderWord(m_phone.serial))))
+{
+}
+
+std::optional<QString> Records::begin(RecordedList list, const QString& cause, int entries,
+                                      std::vector<RecordedPart> before, QString* reason)
+{
+    if (!QDir().mkpath(m_folder)) {
+        setReason(reason, u"%1: %2"_s.arg(m_folder, qt_error_string()));
+        return {};
+    }
+    QLockFile lock(lockPath());
+    if (!lock.tryLock(lockPatience)) {
+        setReason(reason, u"%1 can't be locked"_s.arg(m_folder));
+        return {};
+    }
+    removeLeftovers();
+    const auto taken = numbers();
+    const qint64 number = taken.empty() ? 1 : taken.front() + 1;
+    if (number > largestNumber) {
+        setReason(reason, u"%1 has no number left"_s.arg(m_folder));
+        return {};
+    }
+    const Record record{.id = QString::number(number),
+                        .time = m_context.clock.Now(),
+                        .phone = m_phone,
+                        .list = list,
+                        .cause = cause,
+                        .entries = entries,
+                        .before = std::move(before)};
+    QString error;
+    if (!app::writeWholeFile(pathOf(number), recordBytes(record), &error)) {
+        setReason(reason, u"%1: %2"_s.arg(pathOf(number), error));
+        return {};
+    }
+    app::syncFolder(m_folder);
+    removeOldest();
+    return record.id;
+}
+
+bool Records::finish(const QString& id, State state, const QJsonObject& details)
+{
+    QLockFile lock(lockPath());
+    auto record = read(id);
+    if (!record || !lock.tryLock(lockPatience))
+        return false;
+    record->state = state;
+    record->details = details;
+    return app::writeWholeFile(pathOf(numberOf(id)), recordBytes(*record));
+}
+
+std::vector<Record> Records::all() const
+{
+    std::vector<Record> records;
+    for (const qint64 number : numbers()) {
+        auto record = readRecordFile(pathOf(number), RecordDepth::HeaderOnly);
+        if (record && record->phone == m_phone && numberOf(record->id) == number)
+            records.push_back(std::move(*record));
+    }
+    return records;
+}
+
+std::optional<Record> Records::read(const QString& id) const
+{
+    const qint64 number = numberOf(id);
+    auto record = number > 0 ? readRecordFile(pathOf(number), RecordDepth::WithParts) : std::nullopt;
+    return record && record->phone == m_phone && record->id == id ? record : std::nullopt;
+}
+
+QString Records::pathOf(qint64 number) const
+{
+    return QDir(m_folder).filePath(QString::number(number) + recordEnding);
+}
+
+/// Two phones without a serial number on two ports share a folder.
+QString Records::lockPath() const
+{
+    return QDir(m_folder).filePath(u".lock"_s);
+}
+
+/// The numbers that files have, the largest first, broken files included: no number is given twice.
+std::vector<qint64> Records::numbers() const
+{
+    std::vector<qint64> found;
+    const QStringList names = QDir(m_folder).entryList({u'*' + recordEnding}, QDir::Files);
+    for (const QString& name : names) {
+        if (const qint64 number = numberOf(name.chopped(recordEnding.size())); number > 0)
+            found.push_back(number);
+    }
+    std::sort(found.begin(), found.end(), std::greater());
+    return found;
+}
+
+/// A kill in the middle of a write leaves the unfinished file under a temporary name.
+void Records::removeLeftovers() const
+{
+    const QStringList names = QDir(m_folder).entryList({u'*' + recordEnding + u".??????"_s}, QDir::Files);
+    for (const QString& name : names)
+        app::DeleteQuiet(QDir(m_folder).filePath(name));
+}
+
+void Records::removeOldest() const
+{
+    const auto found = numbers();
+    for (std::size_t i = mostRecords; i < found.size(); ++i)
+        app::DeleteQuiet(pathOf(found[i]));
+}
+
+} // namespace kalmo::operations

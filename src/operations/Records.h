@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/Context.h"
+#include "operations/RecordFile.h"
+
+namespace kalmo::operations {
+
+/// The records of one phone: before each change what the list held, after it what was done. They are files in
+/// the folder Verlauf/<model>_<serial> of the storage folder, one for each change. A file is always replaced
+/// whole, so a kill at any moment leaves either no record or a complete one.
+class Records
+{
+public:
+    /// The folder is made with the first record.
+    Records(const app::Context& context, PhoneIdentity phone);
+
+    /// Writes a record with the state Unknown. `entries` is the number of entries of the list before the
+    /// change, `before` the phone's own bytes. Returns its id once everything is on the disk. Without an id
+    /// nothing may be changed in the phone, and `reason` has the system's reason. The oldest records beyond
+    /// `mostRecords` are deleted.
+    std::optional<QString> begin(RecordedList list, const QString& cause, int entries,
+                                 std::vector<RecordedPart> before, QString* reason = nullptr);
+
+    /// Adds what the change did. Returns false if the file could not be written; the record then keeps the
+    /// state Unknown.
+    bool finish(const QString& id, State state, const QJsonObject& details = {});
+
+    /// All records of this phone, the newest first, without their parts. Files that are no record are
+    /// skipped.
+    std::vector<Record> all() const;
+
+    /// One record with its parts; nothing if there is no such record or it is broken.
+    std::optional<Record> read(const QString& id) const;
+
+    const PhoneIdentity& phone() const { return m_phone; }
+    QString folder() const { return m_folder; }
+
+    static constexpr int mostRecords = 100;
+
+private:
+    QString pathOf(qint64 number) const;
+    QString lockPath() const;
+    std::vector<qint64> numbers() const;
+    void removeLeftovers() const;
+    void removeOldest() const;
+
+    const app::Context& m_context;
+    PhoneIdentity m_phone;
+    QString m_folder;
+};
+
+} // namespace kalmo::operations
