@@ -20,7 +20,7 @@ struct NamedTarget
 constexpr NamedTarget targets[] = {
     {"responseFrames", fuzz::responseFrames}, {"folderListing", fuzz::folderListing},
     {"vcardText", fuzz::vcardText},           {"atAnswers", fuzz::atAnswers},
-    {"luidAnswers", fuzz::luidAnswers},
+    {"luidAnswers", fuzz::luidAnswers},       {"melody", fuzz::melody},
 };
 
 } // namespace

@@ -11,6 +11,7 @@ void folderListing(const QByteArray& bytes);
 void vcardText(const QByteArray& bytes);
 void atAnswers(const QByteArray& bytes);
 void luidAnswers(const QByteArray& bytes);
+void melody(const QByteArray& bytes);
 
 /// Ends the process unless `holds`, in every kind of build.
 inline void require(bool holds)

@@ -43,7 +43,8 @@ private Q_SLOTS:
 
     void manualsAreWellFormed()
     {
-        for (const QString& name : {u"kalmoctl.1"_s, u"kalmo.1"_s, u"kalmo-handset.1"_s, u"de/kalmo.1"_s}) {
+        for (const QString& name : {u"kalmoctl.1"_s, u"kalmo.1"_s, u"kalmo-handset.1"_s, u"de/kalmo.1"_s,
+                                    u"m9b.1"_s, u"g722demo.1"_s}) {
             QProcess man;
             man.start(u"man"_s, {u"--warnings"_s, u"-E"_s, u"UTF-8"_s, u"-l"_s, u"-Tutf8"_s, u"-Z"_s,
                                  QFINDTESTDATA(u"../../packaging/"_s + name)});

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace kalmo::plugins {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Content of a file of at most `largest` bytes; nothing if it can't be read or is larger.
+inline std::optional<Bytes> readFile(const std::string& path, std::size_t largest)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+    if (!file)
+        return {};
+    Bytes bytes;
+    std::uint8_t block[65536];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get())) {
+        if (bytes.size() + count > largest)
+            return {};
+        bytes.insert(bytes.end(), block, block + count);
+    }
+    if (std::ferror(file.get()) != 0)
+        return {};
+    return bytes;
+}
+
+/// Writes a file under a name of its own and gives it the right one once it is whole. False leaves no file
+/// behind and an old one of that name as it was.
+inline bool writeFile(const std::string& path, std::span<const std::uint8_t> bytes)
+{
+    const std::string part = path + ".part";
+    std::error_code error;
+    std::FILE* file = std::fopen(part.c_str(), "wb");
+    if (!file)
+        return false;
+    const bool taken = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    if (std::fclose(file) == 0 && taken) {
+        std::filesystem::rename(part, path, error);
+        if (!error)
+            return true;
+    }
+    std::filesystem::remove(part, error);
+    return false;
+}
+
+} // namespace kalmo::plugins
