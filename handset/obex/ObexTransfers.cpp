@@ -12,9 +12,7 @@ namespace {
 
 constexpr qsizetype bodyHead = 6; // of a frame and of the header of the body
 constexpr qsizetype lengthHeader = 5;
-constexpr qsizetype longestRaw = 10000;    // clients send no more at once, whatever they are allowed
-constexpr qsizetype largestSigned = 32767; // what is more they read as a negative number,
-constexpr qsizetype forNegative = 255;     // and keep to the least
+constexpr qsizetype longestRaw = 10000; // bytes that the line takes at once
 
 QByteArray capabilityText(const Phone& phone)
 {
@@ -190,8 +188,7 @@ ObexServer::Answer ObexServer::takePart(const ObexPacket& request)
 /// Frames before the last are filled to the byte. Only the time of days below 10 makes the first one shorter.
 void ObexServer::checkFullFrame(const ObexPacket& request)
 {
-    const qsizetype largest = m_phone.maxPacket();
-    const qsizetype wanted = largest > largestSigned ? forNegative : std::min(largest, longestRaw);
+    const qsizetype wanted = std::min<qsizetype>(m_phone.maxPacket(), longestRaw);
     const qsizetype size = request.size + (request.value(obex::Time).size() == 14 ? 1 : 0);
     if (size != wanted)
         complain(u"a part of \"%1\" in a frame of %2 bytes, not %3"_s.arg(

@@ -22,9 +22,10 @@ namespace {
 struct Wanted
 {
     PhonePath path;
-    QString local = {};     ///< absolute
-    QString name = {};      ///< as the phone spells it
-    qint64 size = 0;        ///< as the phone says
+    QString local = {}; ///< absolute
+    QString name = {};  ///< as the phone spells it
+    qint64 size = 0;    ///< as the phone says
+    QDateTime modified = {};
     ExitStatus status = {}; ///< other than ExitDone where it can't be had
     QString error = {};
 };
@@ -109,6 +110,7 @@ void Getter::look(clsMmc& client)
         if (entry && entry->isFile()) {
             file.name = entry->name;
             file.size = entry->size;
+            file.modified = entry->modified;
             continue;
         }
         file.status = ExitFailed;
@@ -121,17 +123,13 @@ void Getter::look(clsMmc& client)
 bool Getter::getOne(clsMmc& client, Wanted& file, BatchProgress& progress)
 {
     file.error = u"%1 was not got"_s.arg(printable(file.path.shown()));
-    const PhonePath before(client.DirAct());
     if (!enterFolder(client, file.path.folder()))
         return false;
-    QList<tObxDirEntry> entries;
-    if (file.path.folder() != before) // the time of a file is taken from the last listing
-        client.Dir(entries, {.cancel = &m_job.stop});
     QByteArray bytes;
     if (!client.GetFile(file.name, bytes, {.bar = &progress, .cancel = &m_job.stop}))
         return false;
     if (obex::isWhole(bytes.size(), file.size))
-        return client.SaveFile(file.name, bytes, file.local);
+        return client.SaveFile(bytes, file.local, file.modified);
     file.error += u": the phone lists %1 bytes, but sent %2"_s.arg(file.size).arg(bytes.size());
     return false;
 }

@@ -137,7 +137,8 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
     QByteArray bytes;
     const bool isRead = client.GetFile(name, bytes, {.bar = &m_job.progress, .cancel = &m_job.stop});
     m_job.progress.clear();
-    if (isRead && obex::isWhole(bytes.size(), file.replaced->size) && client.SaveFile(name, bytes, path)) {
+    if (isRead && obex::isWhole(bytes.size(), file.replaced->size) &&
+        client.SaveFile(bytes, path, file.replaced->modified)) {
         file.backup = path;
         m_job.out.note(u"What the phone held as %1 is saved in %2.\n"_s.arg(printable(name), path));
         return;
@@ -151,8 +152,13 @@ void Putter::backUp(clsMmc& client, Outgoing& file)
 /// sizes at all.
 bool Putter::put(clsMmc& client, const Outgoing& file, BatchProgress& progress, bool& mayHoldPart)
 {
-    if (!client.PutFile(file.local, {.bar = &progress, .cancel = &m_job.stop}, &mayHoldPart))
+    clsMmc::PutObject object{.name = file.path.name(), .bytes = {}, .modified = {}};
+    clsMmc::PutReport report;
+    if (!app::readWholeFile(file.local, object.bytes) ||
+        !client.PutBytes(object, {.bar = &progress, .cancel = &m_job.stop}, &report)) {
+        mayHoldPart = report.mayHoldPart;
         return false;
+    }
     mayHoldPart = true;
     QList<tObxDirEntry> entries;
     if (!file.replaced)

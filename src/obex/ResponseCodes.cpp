@@ -83,7 +83,7 @@ constexpr auto localCodes = std::to_array<Row>({
      u"wieder aufgerufen werden, um die Kommunikation mit dem Telefon erneut aufzubauen. Taucht der Fehler "
      u"danach immer noch sofort wieder auf, muß das Telefon einmal aus- und wieder eingeschaltet und %1 neu "
      u"gestartet werden.",
-     u"The phone did not answer in time. Try again; if it stays so, switch the phone off and on"},
+     u"The phone did not answer in time"},
     {Cancelled, u"Vorzeitiger Abbruch durch den Benutzer.", u"Cancelled"},
     {DeleteFailed, u"Löschen einer Datei fehlgeschlagen.", u"A local file could not be removed"},
     {UnknownProvider,
@@ -103,12 +103,24 @@ constexpr auto localCodes = std::to_array<Row>({
      u"The local file could not be read"},
     {WriteFailed, u"Die Datei konnte auf dem Computer nicht gespeichert werden.",
      u"The local file could not be written"},
+    {FolderUnknown,
+     u"Der aktuelle Ordner im Telefon ist nicht bekannt. Wechseln Sie zuerst in das Basisverzeichnis. Es "
+     u"wurde nichts gesendet.",
+     u"The phone's current folder is not known, nothing was sent"},
+    {NeverEnough,
+     u"Das Telefon fordert immer weitere Daten an, obwohl die Datei vollständig gesendet wurde. Die "
+     u"Übertragung wurde abgebrochen.",
+     u"The phone keeps asking for more after the end of the file, the transfer was aborted"},
+    {ChannelRefused,
+     u"Das Telefon hat den Datenkanal nicht geöffnet. Stellen Sie sicher, daß das Telefon in keinem "
+     u"Menüpunkt ist - ggf. die rote Taste mehrfach drücken - und wiederholen Sie die Aktion.",
+     u"The phone refused to open its data channel; leave all menus on the phone and try again"},
     {ChannelStuck,
      u"Das Telefon reagiert nicht mehr auf Fernsteuerbefehle. Das Telefon MUSS einmal aus- und wieder "
      u"eingeschaltet und %1 neu gestartet werden.\n"
      u"Häufigster Grund für diesen Fehler ist eine Unterbrechnung während der Kommunikation (Kabel "
      u"Abziehen, IrDA / Bluetooth Verbindungsabbrüche) - Bitte vermeiden Sie diese Unterbrechnungen.",
-     u"The phone no longer answers. It has to be switched off and on"},
+     u"The phone did not leave its data mode"},
 });
 
 const Row* find(int code)

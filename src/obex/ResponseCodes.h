@@ -22,6 +22,9 @@ enum ReCode : int {
     ChannelNotOpen = -8,  ///< the line carries AT commands, or another exchange is under way
     ReadFailed = -9,      ///< a local file can't be read
     WriteFailed = -10,    ///< a local file can't be written
+    FolderUnknown = -11,  ///< a change of the folder failed, and the phone may be in any
+    NeverEnough = -12,    ///< the phone asks for more after the final frame of a file
+    ChannelRefused = -13, ///< the phone stayed in its command mode
     ChannelStuck = -1212, ///< the data channel could not be closed
 };
 

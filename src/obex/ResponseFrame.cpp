@@ -60,9 +60,9 @@ LeadingHeader takeLeadingHeader(QByteArray& payload)
     return leading;
 }
 
-qint16 readMaxPacket(const QByteArray& payload)
+quint16 readMaxPacket(const QByteArray& payload)
 {
-    return static_cast<qint16>(byteAt(payload, 2) << 8 | byteAt(payload, 3));
+    return static_cast<quint16>(byteAt(payload, 2) << 8 | byteAt(payload, 3));
 }
 
 bool isConnectAnswer(const QByteArray& payload)

@@ -36,9 +36,8 @@ struct LeadingHeader
 /// stays, and what follows the leading one is data.
 LeadingHeader takeLeadingHeader(QByteArray& payload);
 
-/// Largest frame that the phone takes, with a sign, as the response to a connect says it; 0 for what is
-/// missing.
-qint16 readMaxPacket(const QByteArray& payload);
+/// Largest frame that the phone takes, in bytes, as the response to a connect says it; 0 for what is missing.
+quint16 readMaxPacket(const QByteArray& payload);
 /// Whether a payload can be that of the response to a connect: it alone begins with the version of the
 /// protocol.
 bool isConnectAnswer(const QByteArray& payload);

@@ -35,18 +35,34 @@ bool clsMmc::isRefused(const QString& operation) const
     return m_line.isWaiting();
 }
 
-void clsMmc::ErrMsg(int code, const QString& english)
+/// Returns false, and says so, where the client does not know its folder: a name would reach a file of that
+/// name in another one.
+bool clsMmc::isFolderKnown()
+{
+    if (!m_dirAct.isEmpty() || m_isOnline != Connected || m_stopAsked) // the last two send nothing anyway
+        return true;
+    m_wasLastSent = false;
+    ErrMsg(noted(FolderUnknown));
+    return false;
+}
+
+int clsMmc::noted(int code)
+{
+    m_lastCode = code;
+    return code;
+}
+
+void clsMmc::ErrMsg(int code)
 {
     const bool isOwnWish = code == Cancelled && m_stopAsked;
     const bool isLoss = code == Timeout && !m_line.port().IsOpen();
     const bool isTold = isLoss && std::exchange(m_lossTold, true);
-    if (!m_abandoned && !isOwnWish && !isTold) {
-        m_line.show(
-            {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                     GetFriedlyErrMsg(code),
-             .title = app::productName(),
-             .icon = Icon::Exclamation,
-             .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code) + english)});
+    if (!m_abandoned && !isOwnWish && !isTold && !m_quiet) {
+        m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                             GetFriedlyErrMsg(code),
+                     .title = app::productName(),
+                     .icon = Icon::Exclamation,
+                     .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
     }
     log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
 }
@@ -62,6 +78,10 @@ clsMmc::Operation::Operation(clsMmc& client, const QString& name, const Progress
 {
     if (client.m_depth++ == 0)
         client.m_lossTold = false;
+    if (!m_allowed) {
+        client.m_wasLastSent = false;
+        client.m_lastCode = ChannelNotOpen;
+    }
     if (m_allowed && !client.m_abandoned)
         client.m_relay.setTarget(progress);
 }

@@ -34,6 +34,7 @@ class clsMmc : public QObject, public std::enable_shared_from_this<clsMmc>
 public:
     class Operation; // clsMmcOperation.h, with those below
     class Uncancelled;
+    class Quiet;
     class Busy;
 
     enum OnlineState { Connecting = 0, Connected = 1, Disconnected = 2 };
@@ -65,7 +66,8 @@ public:
 
     OnlineState IsOnline() const { return m_isOnline; }
     Channel ChannelState() const { return m_channelState; }
-    /// "Mobile:\" or a folder below it; empty where it is not known.
+    /// "Mobile:\" or a folder below it; empty where it is not known. Then nothing goes out that names
+    /// something in the current folder, until CdRoot or CdUp.
     QString DirAct() const { return m_dirAct; }
     /// Largest frame that the phone accepts, as announced at the last connect and held between 255 and 10000
     /// bytes.
@@ -75,6 +77,12 @@ public:
     /// yet.
     double RxTimeOut() const { return m_rxTimeOut; }
     void setRxTimeOut(double seconds) { m_rxTimeOut = seconds; }
+
+    /// Result of the last request, as in ReCode: what an operation failed for.
+    int lastCode() const { return m_lastCode; }
+    /// Returns true if the frame of the last request went out. Without an answer to it the phone may have
+    /// done what it asks for.
+    bool wasLastSent() const { return m_wasLastSent; }
 
     /// Ends the running operation at the next safe point, with code -3 and without a box about it; a transfer
     /// is aborted. From then on nothing goes to the phone but what Offline needs, which also takes the wish
@@ -145,11 +153,26 @@ public:
     /// not empty: a full local path, replaced whole or not at all. Silent shows no box but that of a timeout.
     bool GetFile(const QString& name, QByteArray& data, const toolkit::Progress& progress,
                  const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
-    /// Stores what GetFile has read of a file of the current folder as GetFile does it.
-    bool SaveFile(const QString& name, const QByteArray& data, const QString& targetFile);
-    /// Writes a local file into the current folder, without "," and ";" in its name. `mayHoldPart` tells of a
-    /// failure whether the phone may have taken a part of the file.
-    bool PutFile(const QString& localPath, const toolkit::Progress& progress, bool* mayHoldPart = nullptr);
+    /// Stores the content of a file of the phone as GetFile does it. `modified` is the phone's time of it.
+    bool SaveFile(const QByteArray& data, const QString& targetFile, const QDateTime& modified);
+    /// Writes a local file into the current folder, without "," and ";" in its name.
+    bool PutFile(const QString& localPath, const toolkit::Progress& progress);
+
+    /// A file that PutBytes sends.
+    struct PutObject
+    {
+        QString name; ///< in the current folder; "," and ";" are left out
+        QByteArray bytes;
+        QDateTime modified; ///< time that the phone gets; invalid for now
+    };
+    /// Facts about an upload.
+    struct PutReport
+    {
+        bool mayHoldPart = false;  ///< it failed, and the phone may have taken a part of the file
+        bool stoppedEarly = false; ///< the phone said that it has all before the count of frames was reached
+    };
+    /// The same for bytes.
+    bool PutBytes(const PutObject& object, const toolkit::Progress& progress, PutReport* report = nullptr);
     /// Ends a transfer between two of its frames.
     bool Abort();
 
@@ -167,14 +190,14 @@ public:
     enum class PutVerdict { Next, Done, Failed };
     /// Sends an object frame by frame, and lets `judge` decide on each response's code. Gives the last code
     /// and its payload, or -3 if the user cancelled it. `frames` knows in the end whether the final one went
-    /// out. A phone that keeps asking for more after the final frame is refused.
+    /// out. The transfer to a phone that keeps asking for more after the final frame is aborted, with the
+    /// code NeverEnough.
     int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
 
     /// Writes a line of the debug log.
     void log(const QString& tag, const QString& text) const;
-    /// Shows what a code means; `english` is what the English text says behind that. That the port is gone is
-    /// shown once in an operation, of its parts together.
-    void ErrMsg(int code, const QString& english = {});
+    /// Shows what a code means. A lost port is reported once in an operation, for all its parts together.
+    void ErrMsg(int code);
 
     // Raised in the middle of operations: handlers show something, and start none.
 Q_SIGNALS:
@@ -186,12 +209,15 @@ Q_SIGNALS:
 
 private:
     bool isRefused(const QString& operation) const;
+    bool isFolderKnown();
+    int noted(int code);
     bool gaveUp(double silence) const;
     int afterSilence(const QByteArray& buffer);
     void setDirAct(const QString& folder);
 
     bool disconnect();
     int receiveConnectAnswer(QByteArray& payload, bool isInStep);
+    int leaveCommandMode();
     bool closeChannel();
     int stuckOrGone() const;
     void takeConnectAnswer(const QByteArray& payload);
@@ -212,9 +238,11 @@ private:
     const tObxDirEntry* fileInActDir(const QString& name) const;
     QString nameForPhone(const QString& name) const;
 
-    int store(const QString& name, const QString& targetFile, const QByteArray& data);
-    void stamp(const QString& name, const QString& targetFile);
-    int sendFile(const QString& name, const QByteArray& body, int& value, int& maximum);
+    int store(const QString& targetFile, const QByteArray& data, const QDateTime& modified);
+    void stamp(const QString& targetFile, const QDateTime& modified);
+    QDateTime listedTimeOf(const QString& name) const;
+    bool put(const QString& localPath, const PutObject& object, int readCode, PutReport& report);
+    int sendFile(const PutObject& object, int& value, int& maximum);
     void tellEarlyStop(const QString& name, int value, int maximum);
 
     link::Line& m_line;
@@ -229,6 +257,9 @@ private:
     bool m_inStep = true;
     bool m_lossTold = false; // in the operation that runs
     bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
+    bool m_quiet = false;
+    int m_lastCode = 0;
+    bool m_wasLastSent = false;
 
     OnlineState m_isOnline = Connecting;
     bool m_hasConnection = false; // on this channel, to whichever target

@@ -60,6 +60,8 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
         return false;
     if (reCode)
         *reCode = Cancelled;
+    if (!isFolderKnown())
+        return false;
     const QString sent = nameForPhone(name);
     if (force) {
         log(u"PostDel"_s, sent);
@@ -74,8 +76,7 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
         *reCode = code;
     m_progress.status(isSuccess(code) ? u"Datei / Ordner gelöscht."_s : u"Datei / Ordner nicht gelöscht."_s);
     if (!isSuccess(code) && !silent)
-        ErrMsg(code, code == PreconditionFailed ? u" (a folder has to be empty before it can be deleted)"_s
-                                                : QString());
+        ErrMsg(code);
     return isSuccess(code);
 }
 
@@ -89,7 +90,7 @@ bool clsMmc::Rename(const QString& oldPath, const QString& newPath, const Progre
     const QByteArray to = wirePath(newPath);
     QByteArray payload;
     const bool fits = std::max(from.size(), to.size()) <= mostPathBytes;
-    const int code = fits ? request(renameFrame(from, to), payload) : RequestTooLong;
+    const int code = fits ? request(renameFrame(from, to), payload) : noted(RequestTooLong);
     if (code == Success) {
         m_progress.status(u"Datei / Ordner umbennant."_s);
         return true;
@@ -102,7 +103,7 @@ bool clsMmc::Rename(const QString& oldPath, const QString& newPath, const Progre
 bool clsMmc::SetAttrib(const QString& name, const QString& group, const QString& user, bool silent)
 {
     const Operation operation(*this, u"SetAttrib"_s);
-    if (!operation.mayBegin())
+    if (!operation.mayBegin() || !isFolderKnown())
         return false;
     const Busy busy(*this);
     const QString text = u"\"%1\"\"%2\""_s.arg(user, group);

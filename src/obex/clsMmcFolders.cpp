@@ -71,7 +71,7 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
                  const QStringList* filter, QString* decoded)
 {
     const Operation operation(*this, u"Dir"_s, progress);
-    if (!operation.mayBegin())
+    if (!operation.mayBegin() || !isFolderKnown())
         return false;
     log(u"Enter"_s, u"Function=Dir ("_s + m_dirAct + u")="_s);
     const QPointer<ListRows> rows = list;
@@ -130,7 +130,7 @@ bool clsMmc::changeFolder(const QString& path, bool allowCreation)
 bool clsMmc::Cd(const QString& path, bool allowCreation)
 {
     const Operation operation(*this, u"Cd"_s);
-    if (!operation.mayBegin())
+    if (!operation.mayBegin() || !isFolderKnown())
         return false;
     log(u"Enter"_s, u"Cd ("_s + path + u')');
     Busy busy(*this);
@@ -145,7 +145,7 @@ bool clsMmc::Cd(const QString& path, bool allowCreation)
 bool clsMmc::Md(const QString& path)
 {
     const Operation operation(*this, u"Md"_s);
-    if (!operation.mayBegin())
+    if (!operation.mayBegin() || !isFolderKnown())
         return false;
     log(u"Enter"_s, u"Md ("_s + path + u')');
     const Busy busy(*this);

@@ -2,6 +2,8 @@
 
 #include "obex/clsMmc.h"
 
+#include <utility>
+
 namespace kalmo::obex {
 
 /// Seconds that most operations wait at their end.
@@ -46,6 +48,19 @@ public:
 private:
     ProgressRelay& m_relay;
     bool m_wasOn;
+};
+
+/// While one lives no box tells of a failure: the caller looks at lastCode() and reports it.
+class clsMmc::Quiet
+{
+public:
+    explicit Quiet(clsMmc& client) : m_client(client), m_was(std::exchange(client.m_quiet, true)) {}
+    ~Quiet() { m_client.m_quiet = m_was; }
+    Q_DISABLE_COPY_MOVE(Quiet)
+
+private:
+    clsMmc& m_client;
+    bool m_was;
 };
 
 /// BusyOn now and BusyOff at the end, raised by the outermost only.

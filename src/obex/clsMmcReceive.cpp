@@ -29,6 +29,7 @@ bool isExpectedInGet(int code)
 
 int clsMmc::TxObx(const QByteArray& frame)
 {
+    m_wasLastSent = false;
     if (isRefused(u"TxObx"_s))
         return ChannelNotOpen;
     if (m_line.mode() != link::LineMode::Data) {
@@ -41,6 +42,7 @@ int clsMmc::TxObx(const QByteArray& frame)
         return Cancelled;
     if ((!m_inStep && !m_pastStop) || !m_line.port().IsOpen())
         return Timeout;
+    m_wasLastSent = true;
     m_line.TxDirect(frame);
     return 0;
 }
@@ -49,7 +51,7 @@ int clsMmc::request(const QByteArray& frame, QByteArray& payload)
 {
     payload.clear();
     const int refusal = TxObx(frame);
-    return refusal != 0 ? refusal : RxObxFra(payload);
+    return noted(refusal != 0 ? refusal : RxObxFra(payload));
 }
 
 bool clsMmc::gaveUp(double silence) const
@@ -103,7 +105,7 @@ int clsMmc::get(const QByteArray& frame, QByteArray& data)
 {
     data.clear();
     const int refusal = TxObx(frame);
-    return refusal != 0 ? refusal : ObxRx(data);
+    return noted(refusal != 0 ? refusal : ObxRx(data));
 }
 
 void clsMmc::showBare(const QString& text, const QString& english)

@@ -91,13 +91,17 @@ bool clsMmc::connect(const Progress& progress, Target target)
     m_target = target;
     const bool wasInStep = std::exchange(m_inStep, true);
     QByteArray payload;
-    int code = TxObx(connectFrame(target));
+    const QByteArray frame = connectFrame(target);
+    int code = TxObx(frame);
     m_progress.step();
     if (code == 0)
         code = receiveConnectAnswer(payload, wasInStep);
     else
         m_inStep = wasInStep;
-    if (isSuccess(code)) {
+    // A phone in command mode echoes what it gets.
+    if (code == static_cast<uchar>(frame[0]) && payload.startsWith(frame.sliced(responseHeadSize)))
+        code = leaveCommandMode();
+    if (isSuccess(noted(code))) {
         takeConnectAnswer(payload);
         m_progress.status(displayName(target) + u" geöffnet."_s);
     } else {
@@ -126,7 +130,20 @@ bool clsMmc::getInStep()
         return true;
     const QString folder = withoutRoot(m_dirAct);
     const Operation operation(*this, u"getInStep"_s);
-    return operation.isAllowed() && connect(m_progress, m_target) && (folder.isEmpty() || Cd(folder, false));
+    const bool isBack =
+        operation.isAllowed() && connect(m_progress, m_target) && (folder.isEmpty() || Cd(folder, false));
+    m_wasLastSent = m_wasLastSent && isBack; // the operation that follows sends nothing
+    return isBack;
+}
+
+/// The phone has refused its data mode and still takes commands, of which the frame may be the start of one.
+int clsMmc::leaveCommandMode()
+{
+    m_channelState = ChannelMoving;
+    if (!recoverLine(m_line, m_progress))
+        return stuckOrGone();
+    m_channelState = ChannelClosed;
+    return ChannelRefused;
 }
 
 void clsMmc::takeConnectAnswer(const QByteArray& payload)

@@ -30,6 +30,12 @@ int readForUpload(const QString& path, QByteArray& body)
     return app::readWholeFile(path, body) ? 0 : ReadFailed;
 }
 
+/// A name as the phones can handle it.
+QString nameWithoutSeparators(QString name)
+{
+    return name.remove(u',').remove(u';');
+}
+
 } // namespace
 
 bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& progress,
@@ -43,13 +49,15 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
         return false;
     if (reCode)
         *reCode = Cancelled;
+    if (!name.contains(u'/') && !isFolderKnown())
+        return false;
     log(u"Enter"_s, u"Function=GetFile ("_s + name + u')');
     m_progress.status(u"Empfange "_s + name + u"..."_s);
     Busy busy(*this);
     QByteArray received;
     int code = get(getFrame(name), received);
     if (isSuccess(code) && !targetFile.isEmpty())
-        code = store(name, targetFile, received);
+        code = store(targetFile, received, listedTimeOf(name));
     if (!m_abandoned) {
         data = std::move(received);
         if (reCode)
@@ -71,33 +79,38 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
     return isSuccess(code);
 }
 
-bool clsMmc::SaveFile(const QString& name, const QByteArray& data, const QString& targetFile)
+bool clsMmc::SaveFile(const QByteArray& data, const QString& targetFile, const QDateTime& modified)
 {
-    const int code = store(name, targetFile, data);
+    const int code = store(targetFile, data, modified);
     if (code == DeleteFailed)
         log(u"Exit"_s, u"Function=GetFile KillError"_s);
-    if (!isSuccess(code))
+    if (!isSuccess(noted(code)))
         ErrMsg(code);
     return isSuccess(code);
 }
 
-int clsMmc::store(const QString& name, const QString& targetFile, const QByteArray& data)
+QDateTime clsMmc::listedTimeOf(const QString& name) const
+{
+    QDateTime moment;
+    return GetTimeStampFromFileInActDir(name, moment) ? moment : QDateTime();
+}
+
+int clsMmc::store(const QString& targetFile, const QByteArray& data, const QDateTime& modified)
 {
     const ReplaceResult result = app::replaceFile(m_context, targetFile, data);
     if (result == ReplaceResult::Written) {
-        stamp(name, targetFile);
+        stamp(targetFile, modified);
         return Success;
     }
     return result == ReplaceResult::NotReplaced ? DeleteFailed : WriteFailed;
 }
 
 /// Gives a downloaded file its age in the phone. A phone whose clock was never set says 2001 or earlier.
-void clsMmc::stamp(const QString& name, const QString& targetFile)
+void clsMmc::stamp(const QString& targetFile, const QDateTime& modified)
 {
-    QDateTime moment;
-    if (!GetTimeStampFromFileInActDir(name, moment) || moment <= QDateTime(QDate(2001, 1, 1), QTime(0, 0)))
+    if (!modified.isValid() || modified <= QDateTime(QDate(2001, 1, 1), QTime(0, 0)))
         return;
-    if (cFileSystemTimes(targetFile).SetDateCreated(moment))
+    if (cFileSystemTimes(targetFile).SetDateCreated(modified))
         return;
     if (!m_abandoned) {
         m_line.show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
@@ -106,43 +119,65 @@ void clsMmc::stamp(const QString& name, const QString& targetFile)
                      .english = u"The time stamp of %1 could not be set."_s.arg(targetFile)});
     }
     log(u"Error"_s, u"Proc: GetFile(SetTS), Err=%1 File="_s.arg(timeNotSet) + targetFile + u" TimeStamp="_s +
-                        moment.toString(Qt::ISODate));
+                        modified.toString(Qt::ISODate));
 }
 
-bool clsMmc::PutFile(const QString& localPath, const Progress& progress, bool* mayHoldPart)
+bool clsMmc::PutFile(const QString& localPath, const Progress& progress)
 {
-    if (mayHoldPart)
-        *mayHoldPart = false;
     const Operation operation(*this, u"PutFile"_s, progress);
-    if (!operation.mayBegin())
+    if (!operation.mayBegin() || !isFolderKnown())
         return false;
+    PutObject object{.name = QFileInfo(localPath).fileName(), .bytes = {}, .modified = {}};
+    const int readCode = readForUpload(localPath, object.bytes);
+    PutReport report;
+    return put(localPath, object, readCode, report);
+}
+
+bool clsMmc::PutBytes(const PutObject& object, const Progress& progress, PutReport* report)
+{
+    if (report)
+        *report = {};
+    const Operation operation(*this, u"PutBytes"_s, progress);
+    if (!operation.mayBegin() || !isFolderKnown())
+        return false;
+    const int readCode = object.bytes.size() > largestObject ? TooMuchData : 0;
+    PutReport facts;
+    const bool done = put(object.name, object, readCode, facts);
+    if (report && !m_abandoned)
+        *report = facts;
+    return done;
+}
+
+/// `readCode` is other than 0 where the bytes could not be read.
+bool clsMmc::put(const QString& localPath, const PutObject& object, int readCode, PutReport& report)
+{
     log(u"Enter"_s, u"PutFile ("_s + localPath + u')');
     Busy busy(*this);
-    QString name = QFileInfo(localPath).fileName();
-    m_progress.status(u"Übertrage "_s + name + u"..."_s);
-    name.remove(u',').remove(u';'); // the phones cannot handle them
-    QByteArray body;
+    m_wasLastSent = false;
+    m_progress.status(u"Übertrage "_s + object.name + u"..."_s);
+    const QString name = nameWithoutSeparators(object.name);
     int value = 1;
     int maximum = 1;
-    int code = readForUpload(localPath, body);
+    int code = readCode;
     if (code == 0)
-        code = sendFile(name, body, value, maximum);
-    const bool stoppedEarly = isSuccess(code) && value != maximum;
-    if (mayHoldPart && !m_abandoned)
-        *mayHoldPart = stoppedEarly || code == Timeout || code == Cancelled || value > stepsOfFirstFrame;
-    if (stoppedEarly) {
+        code = sendFile({name, object.bytes, object.modified}, value, maximum);
+    noted(code);
+    report.stoppedEarly = isSuccess(code) && value != maximum;
+    const bool isOpen = code == Timeout || code == Cancelled || code == NeverEnough;
+    report.mayHoldPart = report.stoppedEarly || value > stepsOfFirstFrame || (isOpen && m_wasLastSent);
+    if (report.stoppedEarly) {
         tellEarlyStop(name, value, maximum);
         log(u"ExitEarly"_s,
             u"PutFile ("_s + localPath + u")=%1;  PckMax=%2  PckDone=%3"_s.arg(code).arg(maximum).arg(value));
     }
     m_progress.hide();
-    const bool done = isSuccess(code) && !stoppedEarly;
+    const bool done = isSuccess(code) && !report.stoppedEarly;
     m_progress.status(u"Übertragung "_s + name +
                       (done                ? u" abgeschlossen."_s
                        : code == Cancelled ? u" abgebrochen."_s
                                            : u" nicht abgeschlossen."_s));
     busy.off();
-    if (stoppedEarly)
+    if (report.stoppedEarly)
         return false;
     log(u"Exit"_s, u"PutFile ("_s + localPath + u")="_s + QString::number(code));
     if (done)
@@ -152,13 +187,14 @@ bool clsMmc::PutFile(const QString& localPath, const Progress& progress, bool* m
     return done;
 }
 
-int clsMmc::sendFile(const QString& name, const QByteArray& body, int& value, int& maximum)
+int clsMmc::sendFile(const PutObject& object, int& value, int& maximum)
 {
-    const QString sent = nameForPhone(name);
+    const QString sent = nameForPhone(object.name);
+    const QDateTime time = object.modified.isValid() ? object.modified : m_context.clock.Now();
     const int firstChunk = std::max(fileFirstChunkSize(m_maxPacket, sent), 0);
-    PutFrames frames(nameHeader(sent) + lengthHeader(body) + timeHeader(m_context.clock.Now()), body,
+    PutFrames frames(nameHeader(sent) + lengthHeader(object.bytes) + timeHeader(time), object.bytes,
                      firstChunk, m_maxPacket, PutFrames::AfterFinal::Repeat);
-    maximum = filePutSteps(body.size(), firstChunk, nextChunkSize(m_maxPacket));
+    maximum = filePutSteps(object.bytes.size(), firstChunk, nextChunkSize(m_maxPacket));
     m_progress.start(value, maximum);
     value = stepsOfFirstFrame;
     m_progress.set(value);
@@ -186,8 +222,7 @@ void clsMmc::tellEarlyStop(const QString& name, int value, int maximum)
         u"%4 neu gestartet werden. Hilft auch diese Prozedur nicht, wenden Sie sich bitte an den "
         u"Programmautor."_s;
     const QString english =
-        u"The phone claims to have all of %1 after %2 of %3 parts. Delete it in the phone and send it "
-        u"again."_s;
+        u"The phone says that it has all of %1 after %2 of %3 parts; the size in its folder tells."_s;
     const QString sent = QString::number(value);
     const QString all = QString::number(maximum);
     m_line.show({.text = text.arg(name, sent, all, app::productName()),
@@ -200,26 +235,28 @@ int clsMmc::Put(PutFrames& frames, QByteArray& payload, const std::function<PutV
 {
     if (const int refusal = TxObx(frames.first())) {
         frames.setUnsent();
-        return refusal;
+        return noted(refusal);
     }
     for (int finalFrames = 0;;) {
         const int code = RxObxFra(payload);
         if (m_progress.cancelled() || code == Cancelled)
             break;
         if (judge(code) != PutVerdict::Next)
-            return code;
-        if (frames.isFinalOut() && ++finalFrames > mostFinalFrames)
-            return code;
+            return noted(code);
+        if (frames.isFinalOut() && ++finalFrames > mostFinalFrames) {
+            Abort(); // or the next request would count as part of this one
+            return noted(NeverEnough);
+        }
         const int refusal = TxObx(frames.next());
         if (refusal == 0)
             continue;
         frames.setUnsent();
         if (refusal != Cancelled)
-            return refusal;
+            return noted(refusal);
         break;
     }
     Abort();
-    return Cancelled;
+    return noted(Cancelled);
 }
 
 bool clsMmc::Abort()

@@ -97,7 +97,7 @@ PutFrames framesOf(const clsMmc& client, const Item& item, qint32 counter, const
 /// Whether a code leaves open what the phone has done with all that it got.
 bool isNoAnswer(int code)
 {
-    return code == obex::Timeout || code == obex::Cancelled || code == obex::Continue;
+    return code == obex::Timeout || code == obex::Cancelled || code == obex::NeverEnough;
 }
 
 /// Takes LUID and counter out of the answer to an item that the phone has taken.

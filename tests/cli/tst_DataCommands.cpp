@@ -132,8 +132,8 @@ void tst_DataCommands::runs()
              });
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,
-             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed "
-             "(a folder has to be empty before it can be deleted).\nkalmoctl: /Pictures was not deleted.\n"_s,
+             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed.\n"
+             "kalmoctl: /Pictures was not deleted.\n"_s,
              nothing);
     rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
              u"{'from':'/Liesmich.txt','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);

@@ -107,6 +107,28 @@ private Q_SLOTS:
         QCOMPARE(stateOf(client), connected);
     }
 
+    /// A phone that answers ERROR and stays in command mode gives the frame back as an echo.
+    void channelIsRefused()
+    {
+        const Rows<QByteArray> rows{{"comes back", "\r\nOK\r\n"}, {"stays deaf", {}}};
+        for (const auto& [answerToAt] : rows) {
+            OfflineClient offline;
+            auto& [test, port, client] = offline;
+            port.expect(openCommand, "\r\nERROR\r\n").expect(connectFolders, connectFolders);
+            const bool comesBack = !answerToAt.isEmpty();
+            for (int round = 0; round < (comesBack ? 1 : 4); ++round) {
+                if (round == 3)
+                    port.expect(disconnectRequest);
+                port.expect("+++").expect(closeCommand, "\r\nERROR\r\n").expect("AT\r\n", answerToAt);
+            }
+            test.dialogs.expect(
+                errorBox(GetFriedlyErrMsg(comesBack ? obex::ChannelRefused : obex::ChannelStuck)));
+            QVERIFY(!client.mmc->Online(client.progress.all()));
+            QCOMPARE(stateOf(client),
+                     comesBack ? givenUp : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
+        }
+    }
+
     void channelOpensWhileAsking()
     {
         const Rows<bool, bool> rows{
@@ -143,6 +165,7 @@ private Q_SLOTS:
         const Rows<QByteArray, int, int> rows{
             {"success", packet(0xA0, hex("10 00 27 10")), 0, 10000},
             {"more than a send takes", packet(0xA0, hex("10 00 40 06")), 0, 10000},
+            {"with the highest bit set", packet(0xA0, hex("10 00 9C 40")), 0, 10000},
             {"less than is allowed", packet(0xA0, hex("10 00 00 03")), 0, 255},
             {"refused", packet(0xC3, hex("10 00 04 00")), 0xC3, 255},
             {"silence", {}, -1, 255},

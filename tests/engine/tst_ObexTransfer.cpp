@@ -245,6 +245,28 @@ private Q_SLOTS:
         }
     }
 
+    /// The request after it must not count as a part of the file.
+    void puttingWithoutEndIsAborted()
+    {
+        OnlineClient online(255);
+        auto& [test, port, client] = online;
+        const QByteArray only = packet(0x82, nameA + lengthHeader(1) + noon + header(0x49, "x"));
+        const QByteArray again = packet(0x82, header(0x49, {}));
+        port.expect(only, goOn);
+        for (int frame = 0; frame < 10; ++frame)
+            port.expect(again, goOn);
+        port.expect(abortRequest, done);
+        test.dialogs.expect(errorBox(
+            u"Das Telefon fordert immer weitere Daten an, obwohl die Datei vollständig gesendet wurde. Die "
+            "Übertragung wurde abgebrochen."_s));
+        clsMmc::PutReport report;
+        QVERIFY(!client.mmc->PutBytes({u"a"_s, "x", {}}, client.progress.all(), &report));
+        QVERIFY(report.mayHoldPart);
+        port.expect(getA, packet(0xA0, header(0x49, "y")));
+        QByteArray data;
+        QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all()));
+    }
+
     void puttingIsCancelled()
     {
         OnlineClient online(255);

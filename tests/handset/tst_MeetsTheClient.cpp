@@ -116,7 +116,7 @@ void MeetsTheClient::files()
         {"10", u"SL400H"_s, 0, ListingForm::OneLine},
         {"11", u"S850H"_s, 0, ListingForm::HalfSpaced | ListingForm::Tight},
         {"12, more than the client sends", u"S820"_s, 16390, ListingForm::Plain},
-        {"13, negative in 16 bits", u"SL5 prof"_s, 65535, ListingForm::Plain},
+        {"13, more than 32767", u"SL5 prof"_s, 65535, ListingForm::Plain},
     };
     for (const auto& [model, maxPacket, listing] : rows) {
         Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});

@@ -125,7 +125,9 @@ Step fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
     if (!mmc.GetFile(file.name, data, progress) || mmc.isAbandoned())
         return Step::Ended;
     const bool wanted = isWanted(mmc, file, data.size());
-    if (wanted && mmc.SaveFile(file.name, data, file.target))
+    QDateTime modified;
+    mmc.GetTimeStampFromFileInActDir(file.name, modified);
+    if (wanted && mmc.SaveFile(data, file.target, modified))
         return Step::Done;
     if (!mmc.isAbandoned())
         progress.status(u"Download "_s + file.name + u" nicht abgeschlossen."_s);
