@@ -17,6 +17,7 @@ foreach(program IN LISTS programs)
     install(FILES "${CMAKE_BINARY_DIR}/links/${program}" DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endforeach()
 install(TARGETS m9b g722demo RUNTIME DESTINATION "${KALMO_PROGRAM_DIR}/Plugins")
+install(DIRECTORY "${CMAKE_SOURCE_DIR}/src/transfer/export/ExportVorlagen" DESTINATION "${KALMO_PROGRAM_DIR}")
 
 foreach(manual IN LISTS manuals)
     install(FILES "packaging/${manual}.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")

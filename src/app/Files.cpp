@@ -101,6 +101,25 @@ bool KillEx(Context& context, const QString& path)
     }
 }
 
+bool moveFile(const QString& from, const QString& to)
+{
+    return !QFileInfo::exists(to) && QDir().rename(from, to);
+}
+
+QString moveAside(Context& context, const QString& path)
+{
+    QString aside = path + u".alt"_s;
+    for (int number = 2; QFileInfo::exists(aside); ++number)
+        aside = path + u".alt%1"_s.arg(number);
+    for (;;) {
+        errno = 0;
+        if (moveFile(path, aside))
+            return aside;
+        if (!retriesAfter(context, path, errno))
+            return {};
+    }
+}
+
 void emptyFolder(const QString& path)
 {
     const auto files = QDir(path).entryInfoList(QDir::Files | QDir::Hidden | QDir::System);

@@ -17,6 +17,14 @@ void DeleteQuiet(const QString& path);
 /// gone. The programs do not use it yet.
 bool KillEx(Context& context, const QString& path);
 
+/// Gives a file another name within its folder. False if it stays, for one of that name that is there already
+/// too.
+bool moveFile(const QString& from, const QString& to);
+
+/// Moves a file out of the way, to a name beside it that is free, and lets the user try again where that
+/// fails, as with KillEx. Its new path; empty if it stays.
+QString moveAside(Context& context, const QString& path);
+
 /// Deletes every file in a folder and tells of no error; folders within it stay.
 void emptyFolder(const QString& path);
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace kalmo::transfer {
+
+/// What both office targets need to know of the list and its look.
+struct OfficeLook
+{
+    QString title;          ///< "Telefonbuch"
+    bool fitsWidths = true; ///< columns as wide as their longest text, or all alike
+};
+
+/// A text as XML can hold it: characters that it has none for, such as control characters, become U+FFFD.
+QString xmlText(const QString& text);
+
+} // namespace kalmo::transfer

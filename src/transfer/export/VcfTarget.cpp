@@ -1,0 +1,67 @@
+#include "transfer/export/VcfTarget.h"
+
+#include "phonedata/ClassicEntry.h"
+#include "phonedata/VcfEntry.h"
+#include "phonedata/VcfFiles.h"
+
+#include <QRegularExpression>
+
+namespace kalmo::transfer {
+
+using namespace Qt::StringLiterals;
+using phonedata::tVcfEntry;
+
+namespace {
+
+/// "--12-24" of "24.12  08:30"; empty for what is no date.
+QString dayWithoutYear(const QString& date)
+{
+    static const QRegularExpression day(u"^([0-9]{2})\\.([0-9]{2})(?: |$)"_s);
+    const auto parts = day.match(date);
+    return parts.hasMatch() ? u"--%1-%2"_s.arg(parts.captured(2), parts.captured(1)) : QString();
+}
+
+/// "1970-03-02T12:30" of "1970-03-2T12:30", as some phones have it.
+QString twoDigitDay(const QString& birthday)
+{
+    static const QRegularExpression shortDay(u"^[0-9]{4}-[0-9]{2}-[0-9](T|$)"_s);
+    return shortDay.match(birthday).hasMatch() ? QString(birthday).insert(8, u'0') : birthday;
+}
+
+bool holdsContacts(const toolkit::ListRows& list)
+{
+    return list.columns().size() > phonedata::VcfBirthday;
+}
+
+tVcfEntry contactOf(const toolkit::ListRow& row)
+{
+    tVcfEntry contact = phonedata::vcfEntryFrom(row);
+    contact.birthday = twoDigitDay(contact.birthday);
+    return contact;
+}
+
+tVcfEntry contactOfEntry(const toolkit::ListRow& row)
+{
+    const phonedata::ClassicEntry entry = phonedata::classicEntryFrom(row);
+    return {.lastName = entry.name, .home = entry.number, .birthday = dayWithoutYear(entry.date)};
+}
+
+} // namespace
+
+QByteArray vcfBytes(const toolkit::ListRows& list, const ExportChoice& choice)
+{
+    QByteArray cards;
+    for (int index = 0; index < list.count(); ++index) {
+        if (choice.onlySelected && !list.row(index).selected)
+            continue;
+        toolkit::ListRow row = list.row(index);
+        for (int column = 0; column < row.cells.size(); ++column) {
+            if (!choice.columns.contains(column))
+                row.cells[column] = {};
+        }
+        cards += phonedata::vcfCardBytes(holdsContacts(list) ? contactOf(row) : contactOfEntry(row));
+    }
+    return cards;
+}
+
+} // namespace kalmo::transfer

@@ -1,0 +1,449 @@
+// Exports from the window: what is asked and in which order, what is remembered, and that an old file is
+// never lost.
+
+#include "phonedata/ClassicEntry.h"
+#include "phonedata/VcfEntry.h"
+#include "support/RecordedProgress.h"
+#include "support/Rows.h"
+#include "support/SmallDisk.h"
+#include "support/TestContext.h"
+#include "transfer/export/Exporter.h"
+#include "transfer/export/HtmlTarget.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::transfer;
+using namespace kalmo::tests;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+using toolkit::Message;
+
+namespace {
+
+const Message succeeded{.text = u"Export erfolgreich abgeschlossen."_s, .icon = Icon::Information};
+
+/// A desktop that knows programs for some endings only.
+struct Programs : app::Desktop
+{
+    QStringList endings;
+    QStringList opened;
+
+    bool hasAssociation(const QString& path) const override
+    {
+        return QFileInfo::exists(path) && endings.contains(QFileInfo(path).suffix());
+    }
+    bool open(const QString& path) override
+    {
+        opened.append(path);
+        return true;
+    }
+    bool openWith(const QString& program, const QString& path) override
+    {
+        return open(program + u' ' + path);
+    }
+    bool openUrl(const QUrl&) override { return false; }
+};
+
+struct Export
+{
+    Export()
+    {
+        list->add(phonedata::toRow(phonedata::ProviderEntry{u"Anna, A"_s, u"0301"_s}));
+        list->add(phonedata::toRow(phonedata::ProviderEntry{u"Bert"_s, u"0302"_s}));
+        test.sy.DefUserExpRoot = test.path(u"Dokumente"_s);
+        test.sy.Paths.Exe = test.path(u"Programm"_s);
+        QDir().mkpath(templateFolder(test.sy));
+        test.makeFile(u"Programm/ExportVorlagen/ExportVorlage.html"_s, "[<$Table.Content$>]");
+        options = loadExportOptions(test.context, source);
+        options.opensFile = false;
+    }
+
+    bool run()
+    {
+        Exporter exporter({test.context, desktop, source, nullptr, progress.all()}, options);
+        const bool done = exporter.run();
+        options = exporter.options();
+        return done;
+    }
+    /// The question about a file that is there.
+    void expectQuestion(const QString& path, Answer answer)
+    {
+        test.dialogs.expect({.text = u"Die Datei \""_s + path +
+                                     u"\" existiert bereits. Soll die Datei überschrieben werden?"_s,
+                             .buttons = Buttons::OkCancel,
+                             .icon = Icon::Exclamation,
+                             .defaultButton = Answer::Cancel},
+                            answer);
+    }
+    /// Names in a folder of the temporary one.
+    QStringList in(const QString& folder) const
+    {
+        return QDir(test.path(folder)).entryList(QDir::Files, QDir::Name);
+    }
+
+    TestContext test;
+    Programs desktop;
+    RecordedProgress progress;
+    std::unique_ptr<toolkit::ListRows> list = phonedata::makeProviderRows();
+    ExportSource source{*list, u"Providerliste"_s};
+    ExportOptions options;
+};
+
+} // namespace
+
+class tst_Exporter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void defaults();
+    void remembersPerList();
+    void refusals();
+    void csv();
+    void endings();
+    void oldFileStaysOrGoes();
+    void oldFileComesBack();
+    void html();
+    void office();
+    void opensWhatWasMade();
+    void paths();
+};
+
+void tst_Exporter::defaults()
+{
+    Export made;
+    const ExportOptions options = loadExportOptions(made.test.context, made.source);
+    QCOMPARE(options.destination, Destination::Csv);
+    QCOMPARE(options.csvPath, made.test.path(u"Dokumente/Export/Providerliste.csv"_s));
+    QCOMPARE(options.htmlPath, made.test.path(u"Dokumente/Export/Providerliste.html"_s));
+    QCOMPARE(options.templatePath, made.test.path(u"Programm/ExportVorlagen/ExportVorlage.html"_s));
+    QCOMPARE(options.replacement, u" "_s);
+    QVERIFY(options.useHeader && options.fitsWidths && options.opensFile);
+    QVERIFY(!options.addEmptyLine && !options.closesAfterExport && !options.onlySelected);
+    const auto contacts = phonedata::makeVcfRows();
+    const ExportSource source{*contacts, u"Telefonbuch"_s, {phonedata::VcfLuid}, {phonedata::VcfEmail}};
+    QCOMPARE(loadExportOptions(made.test.context, source).columns, (QList<int>{0, 1, 2, 3, 4, 6}));
+}
+
+/// One list's settings are none of another's, and every one of them comes back.
+void tst_Exporter::remembersPerList()
+{
+    Export made;
+    ExportOptions saved{.destination = Destination::Html,
+                        .separator = CsvSeparator::Tab,
+                        .replacement = u" - "_s,
+                        .csvPath = u"/a/b.csv"_s,
+                        .templatePath = u"/a/t.html"_s,
+                        .htmlPath = u"/a/b.html"_s,
+                        .useHeader = false,
+                        .addEmptyLine = true,
+                        .fitsWidths = false,
+                        .closesAfterExport = true,
+                        .opensFile = false,
+                        .onlySelected = true,
+                        .columns = {1}};
+    SaveExportOptions(made.test.context, made.source, saved);
+    const ExportOptions loaded = loadExportOptions(made.test.context, made.source);
+    QCOMPARE(loaded.destination, saved.destination);
+    QCOMPARE(loaded.separator, saved.separator);
+    QCOMPARE(loaded.replacement, saved.replacement);
+    QCOMPARE(loaded.csvPath + loaded.templatePath + loaded.htmlPath, u"/a/b.csv/a/t.html/a/b.html"_s);
+    QVERIFY(!loaded.useHeader && !loaded.fitsWidths && !loaded.opensFile);
+    QVERIFY(loaded.addEmptyLine && loaded.closesAfterExport && loaded.onlySelected);
+    QCOMPARE(loaded.columns, saved.columns);
+    const app::Settings& settings = made.test.settings;
+    QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_optDest3"_s), u"true"_s);
+    QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_txtCsvReplace"_s), u"| - |"_s);
+    QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_Col_1_lvwCols"_s), u"false"_s);
+
+    const auto phonebook = phonedata::makePhonebookRows();
+    const ExportSource other{*phonebook, u"Telefonbuch"_s};
+    QCOMPARE(loadExportOptions(made.test.context, other).destination, Destination::Csv);
+    QCOMPARE(loadExportOptions(made.test.context, other).columns.size(), 6);
+
+    setLastDialogFolder(made.test.context, made.source, u"cmdlgPath"_s, made.test.storage + u'/');
+    QCOMPARE(lastDialogFolder(made.test.context, made.source, u"cmdlgPath"_s), made.test.storage);
+    QCOMPARE(lastDialogFolder(made.test.context, other, u"cmdlgPath"_s), QString());
+    setLastDialogFolder(made.test.context, made.source, u"cmdlgPath"_s, u"/gone"_s);
+    QCOMPARE(lastDialogFolder(made.test.context, made.source, u"cmdlgPath"_s), QString());
+}
+
+void tst_Exporter::refusals()
+{
+    const Rows<std::function<void(Export&)>, QString> rows = {
+        {"nothing in the list", [](Export& made) { made.list->clear(); },
+         u"Sie haben die Exportoption \"Alle Einträge exportieren\" gewählt.\nDie ausgewählte Liste enthält "
+         u"jedoch "
+         u"keine Einträge für den Export."_s},
+        {"nothing selected",
+         [](Export& made) {
+             made.options.onlySelected = true;
+             made.options.columns.clear();
+         },
+         u"Sie haben die Exportoption \"Nur die markierten Einträge exportieren\" gewählt.\nEs wurden jedoch "
+         u"keine "
+         u"Einträge markiert, die exportiert werden könnten."_s},
+        {"no column offered",
+         [](Export& made) {
+             made.source.hiddenColumns = {0, 1};
+         },
+         u"Es wurden keine Spalten gefunden, die exportiert werden könnten."_s},
+        {"no column ticked", [](Export& made) { made.options.columns.clear(); },
+         u"Es wurden keine Spalten zum Export ausgewählt. Bitte wählen Sie mindestens eine Spalte aus."_s},
+        {"no file", [](Export& made) { made.options.csvPath.clear(); },
+         u"Bitte wählen Sie eine Datei aus, in die exportiert werden soll."_s},
+        {"no page",
+         [](Export& made) {
+             made.options.destination = Destination::Html;
+             made.options.htmlPath.clear();
+         },
+         u"Bitte wählen Sie eine Ausgabedatei aus, in die exportiert werden soll."_s},
+        {"network", [](Export& made) { made.options.csvPath = u"\\\\server\\a.csv"_s; },
+         u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "
+         u"Ansonsten kann nur "
+         u"in lokale Dateien exportiert werden."_s},
+    };
+    for (const auto& [prepare, text] : rows) {
+        Export made;
+        prepare(made);
+        made.test.dialogs.expect({.text = text, .icon = Icon::Information});
+        QVERIFY(!made.run());
+        QCOMPARE(made.progress.panel.texts, QStringList());
+        QCOMPARE(made.test.settings.keys(u"frmExport"_s), QStringList());
+        QVERIFY(!QFileInfo::exists(made.test.path(u"Dokumente"_s)));
+    }
+}
+
+void tst_Exporter::csv()
+{
+    Export made;
+    made.options.onlySelected = true;
+    made.list->setSelected(0, true);
+    made.test.dialogs.expect(succeeded);
+    QVERIFY(made.run());
+    QCOMPARE(made.test.contentOf(made.options.csvPath), QByteArray("Name,Nummer\r\nAnna  A,0301\r\n"));
+    QCOMPARE(made.progress.panel.texts, (QStringList{u"Export läuft..."_s, succeeded.text}));
+    QCOMPARE(made.progress.bar.steps, (QStringList{u"0/2"_s, u"1/2"_s, u"2/2"_s, u"hidden"_s}));
+    QVERIFY(loadExportOptions(made.test.context, made.source).onlySelected);
+}
+
+void tst_Exporter::endings()
+{
+    const Rows<Destination, QString, QString> rows = {
+        {"none", Destination::Csv, u"a"_s, u"a.csv"_s},
+        {"as it is", Destination::Csv, u"a.CSV"_s, u"a.CSV"_s},
+        {"another", Destination::Csv, u"a.txt"_s, u"a.txt.csv"_s},
+        {"page", Destination::Html, u"a.HTM"_s, u"a.HTM"_s},
+        {"no page", Destination::Html, u"a.htm.bak"_s, u"a.htm.bak.html"_s},
+    };
+    for (const auto& [destination, name, expected] : rows) {
+        Export made;
+        made.options.destination = destination;
+        made.options.csvPath = made.options.htmlPath = made.test.path(u"ziel/"_s + name);
+        if (destination == Destination::Csv)
+            made.test.dialogs.expect(succeeded);
+        QVERIFY(made.run());
+        QCOMPARE(made.in(u"ziel"_s), QStringList(expected));
+        const QString path = destination == Destination::Csv ? made.options.csvPath : made.options.htmlPath;
+        QCOMPARE(path, made.test.path(u"ziel/"_s + expected));
+    }
+}
+
+void tst_Exporter::oldFileStaysOrGoes()
+{
+    Export made;
+    made.options.csvPath = made.test.makeFile(u"alt.csv"_s, "old");
+    QFile::setPermissions(made.options.csvPath, QFileDevice::ReadOwner);
+    made.expectQuestion(made.options.csvPath, Answer::Cancel);
+    QVERIFY(!made.run());
+    QCOMPARE(made.test.contentOf(made.options.csvPath), QByteArray("old"));
+
+    const QString link = made.test.path(u"link.csv"_s);
+    QVERIFY(QFile::link(made.options.csvPath, link));
+    made.options.csvPath = link;
+    made.expectQuestion(link, Answer::Ok);
+    made.test.dialogs.expect(succeeded);
+    const double before = made.test.clock.Timer();
+    QVERIFY(made.run());
+    QVERIFY(made.test.clock.Timer() - before >= 0.5);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(made.test.contentOf(made.test.path(u"alt.csv"_s)),
+             QByteArray("Name,Nummer\r\nAnna  A,0301\r\nBert,0302\r\n"));
+    QCOMPARE(made.in(u"."_s), (QStringList{u"alt.csv"_s, u"link.csv"_s}));
+}
+
+/// A full disk, a name that is none: whatever fails, the file that was there is there again.
+void tst_Exporter::oldFileComesBack()
+{
+    Export made;
+    made.options.csvPath = made.test.makeFile(u"alt.csv"_s, "old");
+    made.test.makeFile(u"alt.csv.alt"_s, "somebody else's");
+    made.test.startLog();
+    made.expectQuestion(made.options.csvPath, Answer::Ok);
+    made.test.dialogs.expect({.text =
+                                  u"Beim Export ist ein Fehler 27 aufgetreten.\nBitte wenden Sie sich an den "
+                                  u"Programmautor."_s, // EFBIG
+                              .icon = Icon::Information});
+    std::unique_ptr<SmallDisk> disk;
+    made.test.dialogs.whileShown([&disk] { disk.reset(); });
+    for (int row = 0; row < 200; ++row)
+        made.list->add(phonedata::toRow(phonedata::ProviderEntry{u"Berta"_s, u"0303030303030303"_s}));
+    disk = std::make_unique<SmallDisk>(2000);
+    QVERIFY(!made.run());
+    QCOMPARE(made.test.contentOf(made.options.csvPath), QByteArray("old"));
+    QCOMPARE(made.in(u"."_s).filter(u"alt.csv"_s), (QStringList{u"alt.csv"_s, u"alt.csv.alt"_s}));
+    QCOMPARE(made.progress.panel.Text(), u"Export abgebrochen"_s);
+    QVERIFY(!made.progress.bar.visible);
+    QVERIFY(made.test.logged().contains(u"Warning: Export2Csv:Error 27 Source: lvwNE Destination: "_s +
+                                        made.options.csvPath));
+
+    QDir().mkpath(made.test.path(u"ordner.csv"_s));
+    made.options.csvPath = made.test.path(u"ordner.csv"_s);
+    made.test.dialogs.expect(
+        {.text =
+             u"Die Exportdatei konnte nicht erstellt werden.\nBitte prüfen Sie, ob der Dateiname und der "
+             u"Exportpfad gültig sind und ob Sie Schreibrecht haben. Falls ja, wenden Sie sich bitte an den "
+             u"Programmautor."_s,
+         .icon = Icon::Information});
+    QVERIFY(!made.run());
+
+    made.options.csvPath = made.test.path(u"alt.csv/unter/a.csv"_s); // below a file
+    const QString folder = made.test.path(u"alt.csv/unter"_s);
+    made.test.dialogs.expectStart(u"Der Pfad"_s);
+    made.test.dialogs.expect(
+        {.text =
+             u"Der Ordner \""_s + folder +
+             u"\" konnte nicht angelegt werden.\nBitte wählen Sie ein Laufwerk und einen Ordner, in dem Sie "
+             u"Schreibrecht haben aus."_s,
+         .icon = Icon::Exclamation});
+    QVERIFY(!made.run());
+}
+
+/// The questions about the template come once the old page has been moved away, and it comes back after each.
+void tst_Exporter::html()
+{
+    const Rows<QString, QByteArray, QString> rows = {
+        {"the page itself", u"seite.html"_s, "[<$Table.Content$>]",
+         u"Als Exportvorlage und als Ausgabedatei kann nicht die gleiche Datei ausgewählt werden, weil die "
+         u"Vorlage "
+         u"überschrieben würde.\nBitte wählen Sie unterschiedliche Dateien aus."_s},
+        {"the page by another name", u"./seite.html"_s, "[<$Table.Content$>]",
+         u"Die ausgewählte Exportvorlage \"%1\" existiert nicht."_s},
+        {"none", u"fehlt.html"_s, {}, u"Die ausgewählte Exportvorlage \"%1\" existiert nicht."_s},
+        {"no place for the table", u"leer.html"_s, "<$Table.content$>",
+         u"Der Bezeichner \"<$Table.Content$>\" wurde in der Exportvorlage nicht gefunden - Export nicht möglich."_s},
+    };
+    for (const auto& [name, page, text] : rows) {
+        Export made;
+        made.options.destination = Destination::Html;
+        made.options.htmlPath = made.test.makeFile(u"seite.html"_s, "old");
+        made.options.templatePath = made.test.path(name);
+        if (!page.isEmpty())
+            made.test.makeFile(name, page);
+        const QByteArray before = made.test.contentOf(made.options.htmlPath);
+        made.expectQuestion(made.options.htmlPath, Answer::Ok);
+        made.test.dialogs.expect({.text = text.contains(u"%1"_s) ? text.arg(made.options.templatePath) : text,
+                                  .icon = Icon::Exclamation});
+        QVERIFY(!made.run());
+        QCOMPARE(made.test.contentOf(made.options.htmlPath), before);
+        QCOMPARE(made.in(u"."_s).filter(u".alt"_s), QStringList());
+        QCOMPARE(made.progress.panel.texts, QStringList());
+    }
+    Export made;
+    made.options.destination = Destination::Html;
+    made.options.useHeader = false;
+    made.options.columns = {1};
+    QVERIFY(made.run());
+    QVERIFY(made.test.contentOf(made.options.htmlPath).startsWith("[\t\t<tr class=\"tablestyle2\">\r\n"));
+    QCOMPARE(made.progress.panel.Text(), u"Export beendet."_s);
+}
+
+/// The office programs get a new file each time, which they can't overwrite; without one nothing stays
+/// behind.
+void tst_Exporter::office()
+{
+    Export made;
+    made.desktop.endings = {u"xlsx"_s};
+    made.options.destination = Destination::Excel;
+    const QString scratch = made.test.storage + u"/config/temp"_s;
+    QVERIFY(made.run());
+    QVERIFY(made.run());
+    QCOMPARE(made.desktop.opened,
+             (QStringList{scratch + u"/Providerliste.xlsx"_s, scratch + u"/Providerliste 2.xlsx"_s}));
+    QVERIFY(!QFile::permissions(made.desktop.opened.first()).testFlag(QFileDevice::WriteOwner));
+    QCOMPARE(made.progress.panel.texts.first(3),
+             (QStringList{u"Excel wird gestartet..."_s, u"Export läuft..."_s, succeeded.text}));
+
+    made.desktop.endings.clear();
+    made.test.dialogs.expect(
+        {.text =
+             u"Auf Excel konnte nicht zugegriffen werden.\nWenn bereits eine Excel Mappe geöffnet ist, "
+             u"prüfen Sie, "
+             u"ob diese auf Eingaben wartet und beenden Sie die Eingabe. (z.B. wenn eine Zelle zum Editieren "
+             u"ausgewählt wurde)"_s,
+         .icon = Icon::Exclamation});
+    QVERIFY(!made.run());
+    QCOMPARE(made.progress.panel.Text(), u"Export abgebrochen"_s);
+    made.options.destination = Destination::Word;
+    made.test.dialogs.expect(
+        {.text = u"Auf Word konnte nicht zugegriffen werden.\nWenn bereits ein Word Dokument "
+                 u"geöffnet ist, prüfen Sie, ob dieses auf Eingaben wartet und beenden Sie die "
+                 u"Eingabe."_s,
+         .icon = Icon::Exclamation});
+    QVERIFY(!made.run());
+    QCOMPARE(QDir(scratch).entryList(QDir::Files, QDir::Name),
+             (QStringList{u"Providerliste 2.xlsx"_s, u"Providerliste.xlsx"_s}));
+
+    // On a full disk no half workbook is opened.
+    made.desktop.endings = {u"xlsx"_s, u"docx"_s};
+    for (const auto destination : {Destination::Excel, Destination::Word}) {
+        made.options.destination = destination;
+        made.test.dialogs.expectStart(u"Beim Export ist ein Fehler"_s);
+        const SmallDisk disk(700);
+        QVERIFY(!made.run());
+    }
+    QCOMPARE(made.desktop.opened.size(), 2);
+}
+
+void tst_Exporter::opensWhatWasMade()
+{
+    Export made;
+    made.options.opensFile = true;
+    made.desktop.endings = {u"csv"_s};
+    made.test.dialogs.expect(succeeded);
+    QVERIFY(made.run());
+    QCOMPARE(made.desktop.opened, QStringList(made.options.csvPath));
+    made.options.destination = Destination::Html;
+    made.test.dialogs.expectOpenFile({.title = u"Kalmo - Programm wählen"_s, .folder = u"/usr/bin"_s},
+                                     u"/usr/bin/see"_s);
+    QVERIFY(made.run());
+    QCOMPARE(made.desktop.opened.last(), u"/usr/bin/see "_s + made.options.htmlPath);
+}
+
+void tst_Exporter::paths()
+{
+    const QString tooShort =
+        u"Bitte geben Sie einen gültigen Pfad- und Dateinamen ein oder verwenden Sie die Knopf "
+        u"neben dem Eingabelfeld, um eine Datei auszuwählen."_s;
+    const QString refused =
+        u"Der neue Ordner- bzw. Dateiname darf folgende Zeichen nicht enthalten\n/ : * ? < > "_s;
+    const Rows<QString, QString> rows = {
+        {"empty", {}, tooShort},
+        {"two characters", u"/a"_s, tooShort},
+        {"folders", u"/home/a/b.csv"_s, {}},
+        {"a drive", u"C:x.csv"_s, {}},
+        {"a colon", u"/a:b"_s, refused},
+        {"a question mark at the third place", u"/a?"_s, refused},
+        {"a bracket", u"/home/<b>"_s, refused},
+        {"what else a name may hold", u"/a|b\"c\\d"_s, {}},
+    };
+    for (const auto& [path, expected] : rows)
+        QCOMPARE(exportPathFault(path), expected);
+}
+
+QTEST_GUILESS_MAIN(tst_Exporter)
+#include "tst_Exporter.moc"
