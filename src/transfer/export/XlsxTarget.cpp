@@ -60,15 +60,17 @@ private:
             m_error = error;
     }
 
+    /// Each column is set once: the library forgets a range whose first column is set again.
     void setColumns(const ExportTable& table)
     {
-        note(worksheet_set_column(m_sheet, 0, lastTextColumn, narrowest, m_text));
-        for (int column = 0; m_look.fitsWidths && column < table.columnCount; ++column) {
-            const auto place = static_cast<lxw_col_t>(column);
-            const double width = static_cast<double>(table.widestText(column)) + widthOfBorder;
-            note(worksheet_set_column(m_sheet, place, place, std::clamp(width, narrowest, widest),
-                                      formatOf(place, m_text)));
+        lxw_col_t next = 0;
+        for (; m_look.fitsWidths && next < table.columnCount; ++next) {
+            const double width = static_cast<double>(table.widestText(next)) + widthOfBorder;
+            note(worksheet_set_column(m_sheet, next, next, std::clamp(width, narrowest, widest),
+                                      formatOf(next, m_text)));
         }
+        if (next <= lastTextColumn)
+            note(worksheet_set_column(m_sheet, next, lastTextColumn, narrowest, m_text));
     }
 
     void setPage(const ExportTable& table)
