@@ -1,12 +1,16 @@
 #include "cli/ContactBook.h"
 
 #include "app/Files.h"
+#include "cli/ContactWords.h"
 #include "cli/DataWork.h"
 #include "cli/OutputFile.h"
 #include "cli/Tables.h"
+#include "operations/ContactFiles.h"
 #include "phonedata/BackupFiles.h"
 
 namespace kalmo::cli {
+
+using operations::Contacts;
 
 ContactBook::ContactBook(Job& job, const std::shared_ptr<obex::clsMmc>& client)
     : m_job(job), m_list(phonedata::makeVcfRows()),
@@ -51,7 +55,10 @@ bool ContactBook::backUp(QString& path)
         return true;
     const QString place = phonedata::phoneCopyPath(m_job.context, u".json"_s);
     QString reason;
-    if (app::writeWholeFile(place, contactJsonBytes(contacts()), &reason)) {
+    if (app::writeWholeFile(
+            place,
+            operations::contactJsonBytes({.kind = operations::SavedKind::Contacts, .contacts = contacts()}),
+            &reason)) {
         path = place;
         m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(place));
         return true;
@@ -88,13 +95,16 @@ ExitStatus showContacts(Job& job)
     if (status != ExitDone)
         return status;
     const QString path = job.invocation.value(u"--output"_s);
-    const auto bytes = [&] { return contactFileBytes(path, contacts); };
+    const auto bytes = [&] {
+        return operations::savedListBytes(path,
+                                          {.kind = operations::SavedKind::Contacts, .contacts = contacts});
+    };
     const bool isSaved = saveOutput(job, {contacts.size(), !mismatch.isEmpty(), bytes});
     std::vector<QStringList> rows;
     for (const phonedata::tVcfEntry& contact : contacts)
         rows.push_back(contactCells(contact));
     if (path.isEmpty() || job.out.isJson())
-        job.out.show(contactJson(contacts), alignedTable(contactHeadings(), rows));
+        job.out.show(operations::contactJson(contacts), alignedTable(contactHeadings(), rows));
     if (mismatch.isEmpty())
         return isSaved ? ExitDone : ExitFailed;
     job.out.error(mismatch + u", in the second reading too. Read again."_s);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/ContactFiles.h"
 #include "cli/Job.h"
+#include "operations/SavedLists.h"
 #include "phonedata/VcardStore.h"
 
 namespace kalmo::cli {
@@ -19,7 +19,7 @@ public:
     phonedata::VcardStore& store() { return *m_store; }
     toolkit::ListRows& list() { return *m_list; }
     /// As last read or written.
-    Contacts contacts() const;
+    operations::Contacts contacts() const;
 
     /// Whether as many contacts came as the phone says to hold, neither fewer nor more.
     bool isWhole() const;

@@ -10,6 +10,7 @@
 namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
+using operations::Entries;
 using phonedata::ClassicEntry;
 using phonedata::Store;
 

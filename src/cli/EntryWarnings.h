@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/EntryFiles.h"
+#include "operations/SavedLists.h"
 
 namespace kalmo::cli {
 
@@ -10,7 +10,7 @@ QStringList warningsAbout(const phonedata::ClassicEntry& entry, phonedata::Store
 
 /// A line for each warning about a list, and for each field that the phone will hold otherwise, as `held`
 /// says entry by entry; of very many the first only, and how many more there are.
-QString warningLines(const Entries& entries, const Entries& held, phonedata::Store store, int phoneType,
-                     const phonedata::SoundList& sounds);
+QString warningLines(const operations::Entries& entries, const operations::Entries& held,
+                     phonedata::Store store, int phoneType, const phonedata::SoundList& sounds);
 
 } // namespace kalmo::cli

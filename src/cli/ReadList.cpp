@@ -1,11 +1,11 @@
 #include "cli/ReadList.h"
 
-#include "cli/EntryJson.h"
 #include "cli/OutputFile.h"
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
 #include "link/PhoneModels.h"
+#include "operations/EntryJson.h"
 #include "phonedata/Ringtones.h"
 #include "phonedata/StoreSafety.h"
 
@@ -92,16 +92,17 @@ ExitStatus showList(Job& job, Store store)
     ListRead read;
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;
-    const auto bytes = [&] { return entryFileBytes(path, read.entries, store); };
+    const operations::SavedList list{.kind = operations::savedKind(store), .entries = read.entries};
+    const auto bytes = [&] { return operations::savedListBytes(path, list); };
     const bool isSaved = saveOutput(job, {read.entries.size(), read.isDoubtful, bytes});
     std::vector<QStringList> rows;
     for (const phonedata::ClassicEntry& entry : read.entries)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
-        job.out.show(entryJson(read.entries, store), alignedTable(entryHeadings(store), rows));
+        job.out.show(operations::entryJson(list), alignedTable(entryHeadings(store), rows));
     if (!isSaved)
         return ExitFailed;
-    if (!read.isDoubtful && (path.isEmpty() || read.entries.empty() || bringsBack(path, read.entries, store)))
+    if (!read.isDoubtful && (path.isEmpty() || read.entries.empty() || operations::bringsBack(path, list)))
         return ExitDone;
     if (!read.isDoubtful) {
         job.out.error(

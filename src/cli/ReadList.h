@@ -1,13 +1,13 @@
 #pragma once
 
-#include "cli/EntryFiles.h"
 #include "cli/Job.h"
+#include "operations/SavedLists.h"
 
 namespace kalmo::cli {
 
 struct ListRead
 {
-    Entries entries = {};
+    operations::Entries entries = {};
     bool isDoubtful = false; ///< something may have been skipped or garbled, in the second reading too
 };
 

@@ -7,8 +7,8 @@ using phonedata::Store;
 
 const StoreWords& wordsOf(Store store)
 {
-    static constexpr StoreWords phonebook{u"phonebook", u"phonebook", u".tel", true};
-    static constexpr StoreWords providers{u"list of providers", u"providers", u".prv", false};
+    static constexpr StoreWords phonebook{u"phonebook", u"phonebook", true};
+    static constexpr StoreWords providers{u"list of providers", u"providers", false};
     return store == Store::Phonebook ? phonebook : providers;
 }
 

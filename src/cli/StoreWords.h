@@ -10,7 +10,6 @@ struct StoreWords
 {
     QStringView name;     ///< "phonebook"
     QStringView commands; ///< first word of its commands
-    QStringView ending;   ///< of the window's own files
     bool hasDates;        ///< dates, VIP marks and sounds besides name and number
 };
 

@@ -4,14 +4,18 @@
 #include "cli/EntryWarnings.h"
 #include "cli/FindPhone.h"
 #include "cli/ReadList.h"
+#include "cli/SavedListWords.h"
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/WriteReport.h"
+#include "operations/EntryLines.h"
 #include "phonedata/BackupFiles.h"
 #include "phonedata/StoreSafety.h"
 
 namespace kalmo::cli {
 
+using operations::Entries;
+using operations::sendable;
 using phonedata::ClassicEntry;
 using phonedata::ListDiff;
 using phonedata::Store;
@@ -106,11 +110,16 @@ int ListWriter::countAsInFile(const Entries& held) const
 
 bool ListWriter::readFile()
 {
-    QString error;
-    if (readEntryFile(m_job.invocation.arguments.first(), m_store, m_fromFile, error))
-        return true;
-    m_job.out.error(error + u'.');
-    return false;
+    const QString path = m_job.invocation.arguments.first();
+    const operations::SavedKind kind = operations::savedKind(m_store);
+    operations::SavedListFault fault;
+    const auto list = operations::readSavedList(path, kind, {}, fault);
+    if (!list) {
+        m_job.out.error(inWords(fault, path, kind) + u'.');
+        return false;
+    }
+    m_fromFile = list->entries;
+    return true;
 }
 
 ExitStatus ListWriter::replace(const ListDiff& diff)
@@ -148,13 +157,14 @@ bool ListWriter::backUp()
 {
     if (m_held.entries.empty())
         return true;
+    const operations::SavedList held{.kind = operations::savedKind(m_store), .entries = m_held.entries};
     QStringList paths{phonedata::phoneCopyPath(m_job.context, phonedata::backupExtension(m_store))};
-    if (!bringsBack(paths.first(), m_held.entries, m_store))
+    if (!operations::bringsBack(paths.first(), held))
         paths.append(phonedata::phoneCopyPath(
             m_job.context, u".json"_s)); // the window reads the other one, as far as it goes
     for (const QString& path : paths) {
         QString reason;
-        if (!app::writeWholeFile(path, entryFileBytes(path, m_held.entries, m_store), &reason)) {
+        if (!app::writeWholeFile(path, operations::savedListBytes(path, held), &reason)) {
             m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
                             u"Nothing was changed in the phone."_s.arg(path, reason));
             return false;

@@ -2,17 +2,24 @@
 
 #include "cli/Commands.h"
 #include "cli/ContactBook.h"
+#include "cli/ContactWords.h"
 #include "cli/DataWork.h"
 #include "cli/FindPhone.h"
+#include "cli/SavedListWords.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
+#include "operations/ContactFields.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
 
 namespace kalmo::cli {
 
+using operations::contactName;
+using operations::Contacts;
+using operations::SavedKind;
 using phonedata::tVcfEntry;
 using Report = phonedata::VcardStore::Report;
 
@@ -98,12 +105,16 @@ ExitStatus ContactChange::tell(bool done, size_t count, const Report& report)
 /// Reads the file that a command names, but for contacts that hold nothing. False has been told.
 bool readFile(Job& job, const QString& path, Contacts& contacts)
 {
-    QString error;
-    if (!readContactFile(path, contacts, error)) {
-        job.out.error(error + u'.');
+    operations::SavedListFault fault;
+    const auto list = operations::readSavedList(path, SavedKind::Contacts, {}, fault);
+    if (!list || list->contacts.empty()) {
+        if (list)
+            fault.kind = operations::FileFault::NothingInIt;
+        job.out.error(inWords(fault, path, SavedKind::Contacts) + u'.');
         return false;
     }
-    const size_t passedOver = std::erase_if(contacts, holdsNothing);
+    contacts = list->contacts;
+    const size_t passedOver = std::erase_if(contacts, operations::holdsNothing);
     if (contacts.empty())
         job.out.error(u"%1: there is nothing in it but empty contacts."_s.arg(path));
     else if (passedOver != 0)

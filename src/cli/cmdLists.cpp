@@ -1,26 +1,37 @@
 #include "cli/Commands.h"
 #include "cli/ContactBook.h"
-#include "cli/ContactFiles.h"
-#include "cli/EntryFiles.h"
 #include "cli/FindPhone.h"
 #include "cli/OutputFile.h"
 #include "cli/ReadList.h"
+#include "cli/SavedListWords.h"
 #include "cli/WriteList.h"
 #include "link/PhoneModels.h"
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
+using operations::endingsFor;
+using operations::findFormat;
+using operations::FormatUse;
+using operations::SavedKind;
 using phonedata::Store;
 
 namespace {
 
 /// Tells that a file can't be saved under that name, if it can't; nothing is read from a phone for it then.
-bool isRefusedName(Job& job, bool fits, const QString& endings)
+bool isRefusedName(Job& job, const QList<SavedKind>& kinds)
 {
     const QString path = job.invocation.value(u"--output"_s);
-    if (path.isEmpty() || fits)
+    const bool isFine = std::any_of(kinds.begin(), kinds.end(),
+                                    [&path](SavedKind kind) { return findFormat(path, kind) != nullptr; });
+    if (path.isEmpty() || isFine)
         return false;
-    job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, endings));
+    QStringList endings;
+    for (const SavedKind kind : kinds)
+        endings += endingsFor(kind, FormatUse::Writing);
+    endings.removeDuplicates();
+    job.out.error(u"%1 ends neither in %2."_s.arg(path, endingsInWords(endings)));
     return true;
 }
 
@@ -28,17 +39,14 @@ bool isRefusedName(Job& job, bool fits, const QString& endings)
 
 ExitStatus runPhonebookRead(Job& job)
 {
-    const QString path = job.invocation.value(u"--output"_s);
-    const bool fitsClassic = hasEntryEnding(path, Store::Phonebook);
-    const bool fitsContacts = hasContactEnding(path);
-    if (isRefusedName(job, fitsClassic || fitsContacts, u".tel, .csv, .vcf"_s))
+    if (isRefusedName(job, {SavedKind::Phonebook, SavedKind::Contacts}))
         return ExitWrongUse;
     if (!canSaveOutput(job))
         return ExitFailed;
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
     const bool isClassic = link::isClassic(job.phoneType());
-    if (isRefusedName(job, isClassic ? fitsClassic : fitsContacts, isClassic ? u".tel"_s : u".csv, .vcf"_s))
+    if (isRefusedName(job, {isClassic ? SavedKind::Phonebook : SavedKind::Contacts}))
         return ExitWrongUse;
     return isClassic ? showList(job, Store::Phonebook) : showContacts(job);
 }
@@ -50,8 +58,7 @@ ExitStatus runPhonebookWrite(Job& job)
 
 ExitStatus runProvidersRead(Job& job)
 {
-    const bool fits = hasEntryEnding(job.invocation.value(u"--output"_s), Store::Providers);
-    if (isRefusedName(job, fits, u".prv"_s))
+    if (isRefusedName(job, {SavedKind::Providers}))
         return ExitWrongUse;
     if (!canSaveOutput(job))
         return ExitFailed;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "operations/SavedLists.h"
+
+namespace kalmo::operations {
+
+/// The lines of a .tel or .prv file, as telBytes() and prvBytes() of phonedata write them.
+QByteArray entryLineBytes(const SavedList& list);
+
+/// Reads such lines. Strict: one faulty line refuses the file, and so does a file without an entry.
+bool readEntryLines(const QByteArray& bytes, const ReadingRules& rules, SavedList& list,
+                    SavedListFault& fault);
+
+/// A fault of the texts of one entry: a line end, a date that no phone gives. A text that a phone gave, but
+/// would not take again, is none, so that every backup can be written.
+FileFault faultOf(const phonedata::ClassicEntry& entry);
+
+/// The entry without all that can't be sent: characters that would break the command, a date that is none.
+phonedata::ClassicEntry sendable(phonedata::ClassicEntry entry);
+
+} // namespace kalmo::operations

@@ -1,0 +1,97 @@
+#include "operations/SavedLists.h"
+
+#include "operations/ContactFiles.h"
+#include "operations/EntryJson.h"
+#include "operations/EntryLines.h"
+#include "operations/SavedText.h"
+
+#include <array>
+
+namespace kalmo::operations {
+
+namespace {
+
+constexpr std::array<SavedListFormat, 7> formats = {{
+    {u".tel", SavedKind::Phonebook, entryLineBytes, readEntryLines, false},
+    {u".json", SavedKind::Phonebook, entryJsonBytes, readEntryJson, false},
+    {u".prv", SavedKind::Providers, entryLineBytes, readEntryLines, false},
+    {u".json", SavedKind::Providers, entryJsonBytes, readEntryJson, false},
+    {u".csv", SavedKind::Contacts, contactCsvBytes, readContactCsv, false},
+    {u".json", SavedKind::Contacts, contactJsonBytes, readContactJson, true},
+    {u".vcf", SavedKind::Contacts, contactCardBytes, nullptr, true},
+}};
+
+} // namespace
+
+qsizetype SavedList::count() const
+{
+    return kind == SavedKind::Contacts ? std::ssize(contacts) : std::ssize(entries);
+}
+
+SavedKind savedKind(phonedata::Store store)
+{
+    return store == phonedata::Store::Phonebook ? SavedKind::Phonebook : SavedKind::Providers;
+}
+
+std::span<const SavedListFormat> savedListFormats()
+{
+    return formats;
+}
+
+const SavedListFormat* findFormat(const QString& path, SavedKind kind)
+{
+    for (const SavedListFormat& format : formats) {
+        if (format.kind == kind && endsIn(path, format.ending))
+            return &format;
+    }
+    return nullptr;
+}
+
+QStringList endingsFor(SavedKind kind, FormatUse use)
+{
+    QStringList endings;
+    for (const SavedListFormat& format : formats) {
+        if (format.kind == kind && (use == FormatUse::Writing || format.read))
+            endings.append(format.ending.toString());
+    }
+    return endings;
+}
+
+QByteArray savedListBytes(const QString& path, const SavedList& list)
+{
+    const SavedListFormat* format = findFormat(path, list.kind);
+    return format ? format->write(list) : QByteArray();
+}
+
+std::optional<SavedList> readSavedList(const QString& path, SavedKind kind, const ReadingRules& rules,
+                                       SavedListFault& fault)
+{
+    const SavedListFormat* format = findFormat(path, kind);
+    if (!format || !format->read) {
+        fault = {.kind = FileFault::WrongEnding};
+        return {};
+    }
+    QByteArray bytes;
+    SavedList list{.kind = kind};
+    if (!readInputFile(path, bytes, fault) || !format->read(bytes, rules, list, fault))
+        return {};
+    return list;
+}
+
+bool bringsBack(const QString& path, const SavedList& list)
+{
+    const SavedListFormat* format = findFormat(path, list.kind);
+    SavedList read{.kind = list.kind};
+    SavedListFault fault;
+    if (!format || !format->read || !format->read(format->write(list), {}, read, fault))
+        return false;
+    SavedList wanted = list;
+    for (phonedata::tVcfEntry& contact : wanted.contacts) {
+        if (!format->keepsLuids)
+            contact.luid.clear();
+        contact.isStandIn = false;
+    }
+    return read == wanted;
+}
+
+} // namespace kalmo::operations
