@@ -8,10 +8,13 @@ using toolkit::ListRows;
 
 std::unique_ptr<ListRows> makePhonebookRows()
 {
-    return std::make_unique<ListRows>(
-        u"lvwTB"_s,
-        QList<toolkit::ListColumn>{
-            {u"Name"_s}, {u"Nummer"_s}, {u"Jahrestag"_s}, {u"Erinnerung"_s}, {u"VIP"_s}, {u"Sound"_s}});
+    return std::make_unique<ListRows>(u"lvwTB"_s,
+                                      QList<toolkit::ListColumn>{{u"Name"_s},
+                                                                 {u"Nummer"_s},
+                                                                 {u"Jahrestag"_s, toolkit::SortBy::Date},
+                                                                 {u"Erinnerung"_s},
+                                                                 {u"VIP"_s},
+                                                                 {u"Sound"_s}});
 }
 
 std::unique_ptr<ListRows> makeProviderRows()

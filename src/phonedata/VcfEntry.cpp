@@ -17,14 +17,15 @@ const QString standInTag = u"StandIn"_s;
 
 std::unique_ptr<ListRows> makeVcfRows()
 {
-    return std::make_unique<ListRows>(u"lvwVCF"_s, QList<toolkit::ListColumn>{{u"Nachname"_s},
-                                                                              {u"Vorname"_s},
-                                                                              {u"Tel. privat"_s},
-                                                                              {u"Tel. Handy"_s},
-                                                                              {u"Tel. geschäftlich"_s},
-                                                                              {u"Email"_s},
-                                                                              {u"Jahrestag"_s},
-                                                                              {u"LUID"_s}});
+    return std::make_unique<ListRows>(u"lvwVCF"_s,
+                                      QList<toolkit::ListColumn>{{u"Nachname"_s},
+                                                                 {u"Vorname"_s},
+                                                                 {u"Tel. privat"_s},
+                                                                 {u"Tel. Handy"_s},
+                                                                 {u"Tel. geschäftlich"_s},
+                                                                 {u"Email"_s},
+                                                                 {u"Jahrestag"_s, toolkit::SortBy::Date},
+                                                                 {u"LUID"_s}});
 }
 
 QString vcfKey(const QString& luid)

@@ -16,6 +16,21 @@ const QCollator& germanOrder()
     return collator;
 }
 
+/// Year, month, day and the rest, so that the text's order is the order of time.
+QString dateKey(const QString& text)
+{
+    const bool hasYear = text.size() > 5 && text[5] == u'.';
+    return hasYear ? text.mid(6, 4) + text.mid(3, 2) + text.left(2) + text.mid(10)
+                   : text.mid(3, 2) + text.left(2) + text.mid(5);
+}
+
+QString sortText(const ListCell& cell, SortBy sortsBy)
+{
+    if (sortsBy == SortBy::Date)
+        return dateKey(cell.text);
+    return sortsBy == SortBy::Tag && !cell.tag.isEmpty() ? cell.tag : cell.text;
+}
+
 } // namespace
 
 ListRows::ListRows(QString name, QList<ListColumn> columns, QObject* parent)
@@ -206,8 +221,7 @@ bool ListRows::isBefore(const Stored& left, const Stored& right) const
 void ListRows::makeSortKey(Stored& stored) const
 {
     const ListCell& cell = stored.row.cells[m_sortColumn];
-    const bool byTag = m_columns[m_sortColumn].sortsByTag && !cell.tag.isEmpty();
-    stored.sortKey = germanOrder().sortKey(byTag ? cell.tag : cell.text);
+    stored.sortKey = germanOrder().sortKey(sortText(cell, m_columns[m_sortColumn].sortsBy));
 }
 
 int ListRows::indexOf(const Stored* stored) const

@@ -12,10 +12,17 @@
 
 namespace kalmo::toolkit {
 
+enum class SortBy {
+    Text,
+    Tag, ///< the cells' tags, or their texts where they have none
+    Date ///< the date that the text begins with: day, month and a year if there is one ("24.12.2026  08:30")
+};
+
 struct ListColumn
 {
     QString title;
-    bool sortsByTag = false; ///< order by the cells' tags instead of their texts, for sizes and the like
+    SortBy sortsBy = SortBy::Text;
+    bool isNumber = false; ///< views align it right
 };
 
 struct ListCell

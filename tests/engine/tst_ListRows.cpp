@@ -1,5 +1,6 @@
 #include "support/Rows.h"
 #include "toolkit/ListRows.h"
+#include "toolkit/RowFilter.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -51,15 +52,24 @@ private Q_SLOTS:
 
     void sorting()
     {
-        Rows<QStringList, bool, Qt::SortOrder, QStringList> rows;
-        rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, false,
+        Rows<QStringList, SortBy, Qt::SortOrder, QStringList> rows;
+        rows.add("German, without case", {u"Zorn"_s, u"öde"_s, u"Otto"_s, u"ab"_s, u"Äb"_s}, SortBy::Text,
                  Qt::AscendingOrder, {u"ab"_s, u"Äb"_s, u"öde"_s, u"Otto"_s, u"Zorn"_s});
-        rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, true,
+        rows.add("by tag, that is by length here", {u"ccc"_s, u"bb"_s, u"aaaa"_s, u"z"_s}, SortBy::Tag,
                  Qt::DescendingOrder, {u"aaaa"_s, u"ccc"_s, u"bb"_s, u"z"_s});
 
-        for (const auto& [added, byTag, order, sorted] : rows) {
-            ListRows atOnce(u"lvw"_s, {{u"Name"_s, byTag}});
-            ListRows oneByOne(u"lvw"_s, {{u"Name"_s, byTag}});
+        rows.add("phone numbers as texts", {u"9"_s, u"0521"_s, u"110"_s}, SortBy::Text, Qt::AscendingOrder,
+                 {u"0521"_s, u"110"_s, u"9"_s});
+        rows.add("dates with a year",
+                 {u"01.02.2001  08:00"_s, u"31.01.2001  08:00"_s, u"05.05.1970  09:00"_s, u""_s},
+                 SortBy::Date, Qt::AscendingOrder,
+                 {u""_s, u"05.05.1970  09:00"_s, u"31.01.2001  08:00"_s, u"01.02.2001  08:00"_s});
+        rows.add("dates without one", {u"24.12  08:30"_s, u"03.05  09:00"_s, u"24.12  07:00"_s}, SortBy::Date,
+                 Qt::AscendingOrder, {u"03.05  09:00"_s, u"24.12  07:00"_s, u"24.12  08:30"_s});
+
+        for (const auto& [added, sortsBy, order, sorted] : rows) {
+            ListRows atOnce(u"lvw"_s, {{u"Name"_s, sortsBy}});
+            ListRows oneByOne(u"lvw"_s, {{u"Name"_s, sortsBy}});
             oneByOne.sortBy(0, order);
             for (const QString& name : added) {
                 for (ListRows* list : {&atOnce, &oneByOne})
@@ -70,6 +80,22 @@ private Q_SLOTS:
             QCOMPARE(names(atOnce), sorted);
             QCOMPARE(names(oneByOne), sorted);
         }
+    }
+
+    void searching()
+    {
+        const ListRow row{.cells = {{u"Müller"_s}, {u"Zoë"_s}, {u"+49 521 / 8899"_s}, {u"Große Straße"_s}}};
+        Rows<QString, bool> rows;
+        rows.add("nothing", u" "_s, true);
+        rows.add("part, in any case", u"üLL"_s, true);
+        rows.add("without accents", u"muller zoe"_s, true);
+        rows.add("as typed without umlauts", u"mueller"_s, true);
+        rows.add("sharp s", u"STRASSE"_s, true);
+        rows.add("words in several columns", u"8899 zoë"_s, true);
+        rows.add("one word is missing", u"zoë meier"_s, false);
+        rows.add("no word reaches over two cells", u"müllerzoë"_s, false);
+        for (const auto& [typed, matches] : rows)
+            QCOMPARE(RowFilter(typed).matches(row), matches);
     }
 
     void selection()

@@ -1,7 +1,16 @@
+#include "app/mdlRegIni.h"
+#include "ui/lists/ListLayout.h"
 #include "ui/lists/RowsView.h"
+#include "ui/lists/SearchLine.h"
 
+#include <QClipboard>
+#include <QDir>
 #include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
+#include <QStyleHints>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -52,6 +61,14 @@ struct ShownList
     ui::RowsView view;
 };
 
+/// Makes each letter begin a new word.
+struct PauseAfterEachLetter
+{
+    PauseAfterEachLetter() { QGuiApplication::styleHints()->setKeyboardInputInterval(0); }
+    ~PauseAfterEachLetter() { QGuiApplication::styleHints()->setKeyboardInputInterval(interval); }
+    const int interval = QGuiApplication::styleHints()->keyboardInputInterval();
+};
+
 } // namespace
 
 class RowsViewTest : public QObject
@@ -62,6 +79,10 @@ private Q_SLOTS:
     void headTurnsTheOrderAndKeepsTheSelection();
     void selectionIsOne();
     void rowsComeAndGo();
+    void searchHidesRows();
+    void lettersLeadToNames();
+    void selectedRowsAreCopied();
+    void layoutOutlivesTheView();
 };
 
 void RowsViewTest::headTurnsTheOrderAndKeepsTheSelection()
@@ -107,6 +128,95 @@ void RowsViewTest::rowsComeAndGo()
     list.rows.clear();
     QCOMPARE(list.shown(), QStringList());
     QCOMPARE(list.rows.current(), -1);
+}
+
+/// A command must not act on what a search hides.
+void RowsViewTest::searchHidesRows()
+{
+    ShownList list({u"Ötzi"_s, u"Bär"_s, u"Otter"_s});
+    ui::SearchLine line(list.view);
+    line.show();
+    auto& field = *line.findChild<QLineEdit*>(u"txtSearch"_s);
+    const auto& count = *line.findChild<QLabel*>(u"lblSearchCount"_s);
+    list.view.selectAll();
+    list.view.wantSearch();
+    QTest::keyClicks(&field, u"ot"_s);
+    QCOMPARE(count.text(), u"2 von 3"_s);
+    QCOMPARE(list.selected(), u"ÖtziOtter"_s);
+    list.rows.add({.cells = {{u"Otto"_s}}});
+    list.rows.add({.cells = {{u"Ina"_s}}});
+    list.rows.sortBy(0, Qt::AscendingOrder);
+    QCOMPARE(count.text(), u"3 von 5"_s);
+    list.rows.selectAll(false);
+    QTest::keyClick(&field, Qt::Key_Down);
+    QCOMPARE(list.selected(), u"Otter"_s);
+    list.view.selectAll();
+    QCOMPARE(list.selected(), u"OtterOttoÖtzi"_s);
+    QTest::keyClick(&field, Qt::Key_Escape);
+    QCOMPARE(field.text(), QString());
+    QCOMPARE(list.view.shownRows(), 5);
+    QTest::keyClicks(&field, u"zzz"_s);
+    QCOMPARE(list.selected(), QString());
+    list.view.reveal(0);
+    QCOMPARE(list.selected(), u"Bär"_s);
+    QCOMPARE(field.text(), QString());
+}
+
+void RowsViewTest::lettersLeadToNames()
+{
+    ShownList list({u"Adam"_s, u"Müller"_s, u"Mutter"_s, u"Meier"_s});
+    QTest::keyClicks(&list.view, u"mut"_s);
+    QCOMPARE(list.selected(), u"Mutter"_s);
+    const PauseAfterEachLetter pauses;
+    QTest::keyClicks(&list.view, u"m"_s);
+    QCOMPARE(list.selected(), u"Meier"_s);
+    QTest::keyClicks(&list.view, u"m"_s);
+    QCOMPARE(list.selected(), u"Müller"_s);
+    list.view.setFilter(u"e"_s);
+    QTest::keyClicks(&list.view, u"a"_s); // hidden
+    QCOMPARE(list.selected(), u"Müller"_s);
+}
+
+void RowsViewTest::selectedRowsAreCopied()
+{
+    ShownList list({u"a"_s, u"b\tc"_s, u"d"_s});
+    list.rows.setText(1, 1, u"0521"_s);
+    list.view.setRowFormat({.mediaType = u"text/vcard"_s, .bytesOf = [](const toolkit::ListRow& row) {
+                                return row.text(0).toUtf8() + ';';
+                            }});
+    list.rows.setCurrent(0);
+    list.rows.setSelected(1, true);
+    QTest::keySequence(&list.view, QKeySequence::Copy);
+    const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
+    QCOMPARE(copied.text(), u"a\t\nb c\t0521\n"_s);
+    QCOMPARE(copied.data(u"text/vcard"_s), QByteArray("a;b\tc;"));
+}
+
+void RowsViewTest::layoutOutlivesTheView()
+{
+    QTemporaryDir folder;
+    app::Sy sy;
+    sy.Paths.Storage = folder.path();
+    QDir(folder.path()).mkdir(u"config"_s);
+    app::Settings settings(sy);
+    {
+        ShownList list({u"b"_s, u"a"_s});
+        list.view.setColumnWidth(0, 123);
+        list.clickHead(0);
+        list.clickHead(0);
+        ui::saveListLayout(list.view, settings);
+    }
+    ShownList list({u"a"_s, u"b"_s});
+    ui::restoreListLayout(list.view, settings);
+    QCOMPARE(list.view.columnWidth(0), 123);
+    QCOMPARE(list.shown(), (QStringList{u"b"_s, u"a"_s}));
+    QCOMPARE(list.view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
+    for (const QString& broken : {u"123"_s, u"5|-3"_s, u"a|b"_s, u"99999999|50"_s}) {
+        settings.PutIniText(u"frmPB"_s, u"lvwTest_Columns"_s, broken);
+        settings.PutIniText(u"frmPB"_s, u"lvwTest_Order"_s, broken);
+        ui::restoreListLayout(list.view, settings);
+        QCOMPARE(list.view.columnWidth(0), 123);
+    }
 }
 
 QTEST_MAIN(RowsViewTest)

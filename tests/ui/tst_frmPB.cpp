@@ -10,6 +10,8 @@
 #include "ui/window/StatusArea.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -108,6 +110,7 @@ private Q_SLOTS:
     void sections();
     void noLeadsBack();
     void classicListIsWritten();
+    void listsAreSearched();
     void backupsAreOpenedAndSaved();
     void closingAsksAndLeavesDataMode();
     void everyWayOutClosesTheChannel();
@@ -196,6 +199,30 @@ void frmPBTest::classicListIsWritten()
     QCOMPARE(QDir(open.test.storage + u"/Backup"_s).entryList(QDir::Files).size(), 2);
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_A);
     QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), static_cast<qsizetype>(before - 1));
+}
+
+/// By the keys of the window: whatever has the focus, the list in front is searched, marked and copied.
+void frmPBTest::listsAreSearched()
+{
+    OpenWindow open(u"PICASSO"_s);
+    open.window.activateWindow();
+    QVERIFY(!child<QAction>(open.window, "editSearch").isEnabled()); // on the sponsors' panel
+    QTest::keyClick(&open.window, Qt::Key_1, Qt::AltModifier);
+    ui::RowsView& list = open.list("lvwTB");
+    const int all = list.rows()->count();
+    QVERIFY(list.hasFocus());
+    QCOMPARE(child<QLabel>(open.window, "fraPBTB_caption").text(), u"Telefonbuch - %1 Einträge"_s.arg(all));
+    QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(field);
+    QTest::keyClicks(field, list.rows()->text(1, 0));
+    QVERIFY(list.shownRows() < all);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(list.rows()->selectedRows(), QList<int>{1});
+    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith(list.rows()->text(1, 0) + u'\t'));
+    QTest::keyClick(&list, Qt::Key_Escape);
+    QCOMPARE(list.shownRows(), all);
 }
 
 void frmPBTest::backupsAreOpenedAndSaved()

@@ -79,7 +79,7 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
 /// Numbers stand to the right, and so does their title; all else as the view has it.
 QVariant RowsModel::alignmentOf(int column) const
 {
-    const bool isNumber = column > 0 && m_rows->columns()[column].sortsByTag;
+    const bool isNumber = column > 0 && m_rows->columns()[column].isNumber;
     return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
 }
 

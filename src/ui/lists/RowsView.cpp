@@ -1,10 +1,13 @@
 #include "ui/lists/RowsView.h"
 
+#include "ui/lists/RowsDelegate.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyledItemDelegate>
 
 namespace kalmo::ui {
 
@@ -37,24 +40,6 @@ void setSelected(ListRows& rows, const QItemSelection& selection, bool on)
     }
 }
 
-/// Keeps numbers, which end at the right edge of their column, off the texts of the next one.
-class RowsDelegate final : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        QStyleOptionViewItem inner = option;
-        if (index.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) {
-            const QStyle& style = *option.widget->style();
-            style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-            inner.rect.setRight(inner.rect.right() - option.fontMetrics.averageCharWidth() * 2);
-        }
-        QStyledItemDelegate::paint(painter, inner, index);
-    }
-};
-
 } // namespace
 
 RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(this))
@@ -77,6 +62,10 @@ RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(t
             [this](const QModelIndex& index) { Q_EMIT rowDoubleClicked(index.row()); });
     // After the base class has taken the new order in.
     connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSelection, Qt::DirectConnection);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { hideUnmatched(0, lastRow()); });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &RowsView::filtered);
 }
 
 void RowsView::setRows(ListRows& rows)
@@ -120,6 +109,10 @@ void RowsView::paintEvent(QPaintEvent* event)
 
 void RowsView::keyPressEvent(QKeyEvent* event)
 {
+    if (event->matches(QKeySequence::Copy)) { // the base class copies one cell
+        copySelected();
+        return;
+    }
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter && currentIndex().isValid()) {
         Q_EMIT rowDoubleClicked(currentIndex().row());
@@ -150,8 +143,12 @@ void RowsView::sortByHeader(int column)
     ListRows* list = rows();
     const bool turns = list->isSorted() && list->sortColumn() == column;
     const bool wasAscending = list->sortOrder() == Qt::AscendingOrder;
-    const Qt::SortOrder order = turns && wasAscending ? Qt::DescendingOrder : Qt::AscendingOrder;
-    list->sortBy(column, order);
+    sortBy(column, turns && wasAscending ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void RowsView::sortBy(int column, Qt::SortOrder order)
+{
+    rows()->sortBy(column, order);
     header()->setSortIndicatorShown(true);
     header()->setSortIndicator(column, order);
 }
@@ -171,6 +168,88 @@ void RowsView::showCurrent(int row)
 {
     if (row >= 0 && row < m_model->rowCount())
         scrollTo(m_model->index(row, 0));
+}
+
+void RowsView::setFilter(const QString& typed)
+{
+    const bool wasFiltered = isFiltered();
+    m_filter = toolkit::RowFilter(typed);
+    if (!isFiltered() && !wasFiltered)
+        return;
+    for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
+        setRowHidden(row, {}, false);
+    hideUnmatched(0, lastRow());
+    if (rows() && rows()->current() >= 0)
+        showCurrent(rows()->current());
+    Q_EMIT filtered();
+}
+
+/// Hides those of the rows that do not match. Rows that come new are shown.
+void RowsView::hideUnmatched(int first, int last)
+{
+    if (!isFiltered())
+        return;
+    const QScopedValueRollback syncing(m_syncing, true);
+    for (int row = first; row <= last; ++row) {
+        const bool isHidden = !m_filter.matches(rows()->row(row));
+        if (isHidden)
+            rows()->setSelected(row, false);
+        setRowHidden(row, {}, isHidden);
+    }
+    showSelection();
+    Q_EMIT filtered();
+}
+
+int RowsView::shownRows() const
+{
+    int shown = 0;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        shown += !isRowHidden(row, {});
+    return shown;
+}
+
+int RowsView::firstShown() const
+{
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (!isRowHidden(row, {}))
+            return row;
+    }
+    return -1;
+}
+
+void RowsView::enter()
+{
+    setFocus(Qt::OtherFocusReason);
+    if (!rows())
+        return;
+    const int current = rows()->current();
+    const bool isThere = current >= 0 && !isRowHidden(current, {});
+    if (const int row = isThere ? current : firstShown(); row >= 0 && rows()->selectedRows().isEmpty())
+        rows()->setCurrent(row);
+}
+
+void RowsView::reveal(int row)
+{
+    if (isRowHidden(row, {}))
+        setFilter({});
+    rows()->setCurrent(row);
+}
+
+void RowsView::copySelected() const
+{
+    if (!rows())
+        return;
+    if (auto copied = copiedRows(*rows(), m_format))
+        QGuiApplication::clipboard()->setMimeData(copied.release()); // which takes it over
+}
+
+void RowsView::keyboardSearch(const QString& letters)
+{
+    if (!rows() || letters.trimmed().isEmpty())
+        return;
+    const int row = m_typeAhead.find(*rows(), letters, [this](int each) { return !isRowHidden(each, {}); });
+    if (row >= 0)
+        rows()->setCurrent(row);
 }
 
 } // namespace kalmo::ui

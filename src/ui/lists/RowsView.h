@@ -1,6 +1,9 @@
 #pragma once
 
+#include "toolkit/RowFilter.h"
+#include "ui/lists/CopyRows.h"
 #include "ui/lists/RowsModel.h"
+#include "ui/lists/TypeAhead.h"
 
 #include <QTreeView>
 
@@ -26,9 +29,34 @@ public:
     /// Widths of the columns in average characters; those without one keep theirs.
     void setColumnCharacters(const QList<int>& characters);
 
+    /// Shows only the rows that match. Rows that are hidden are not selected any more, so that no command
+    /// acts on what the user does not see.
+    void setFilter(const QString& typed);
+    bool isFiltered() const { return !m_filter.isEmpty(); }
+    int shownRows() const;
+
+    /// Takes the focus, with the first shown row as the current one where there is none.
+    void enter();
+    /// Selects this row alone and scrolls to it; a filter that hides it ends.
+    void reveal(int row);
+
+    void setRowFormat(RowFormat format) { m_format = std::move(format); }
+    /// Puts the selected rows into the clipboard.
+    void copySelected() const;
+
+    /// For the program's command "Suchen".
+    void wantSearch() { Q_EMIT searchWanted(); }
+
+    /// Sorts by a column and shows that in its head.
+    void sortBy(int column, Qt::SortOrder order);
+
+    void keyboardSearch(const QString& letters) override;
+
 Q_SIGNALS:
     /// Also for the Enter key.
     void rowDoubleClicked(int row);
+    void searchWanted();
+    void filtered(); ///< other rows are shown than before
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,11 +66,17 @@ protected:
 
 private:
     void sortByHeader(int column);
+    void hideUnmatched(int first, int last);
+    int lastRow() const { return m_model->rowCount() - 1; }
+    int firstShown() const;
     void showSelection();
     void showCurrent(int row);
 
     RowsModel* m_model;
     QString m_placeholder;
+    toolkit::RowFilter m_filter;
+    TypeAhead m_typeAhead;
+    RowFormat m_format;
     bool m_syncing = false; // rows and view are being made equal
 };
 

@@ -11,8 +11,8 @@ namespace kalmo::ui {
 using namespace Qt::StringLiterals;
 
 ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASelects, QWidget* parent)
-    : PanelFrame(name, parent), m_view(new RowsView(this)), m_note(new QLabel(this)),
-      m_plainASelects(plainASelects)
+    : PanelFrame(name, parent), m_view(new RowsView(this)), m_search(new SearchLine(*m_view, this)),
+      m_note(new QLabel(this)), m_plainASelects(plainASelects)
 {
     m_view->setRows(rows);
     m_view->setIconSource([](const QString& key) { return icon(key); });
@@ -20,6 +20,7 @@ ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASe
     m_note->setWordWrap(true);
     m_note->setTextFormat(Qt::PlainText);
     keepNoteReadable();
+    content()->addWidget(m_search);
     content()->addWidget(m_view, 1);
     content()->addWidget(m_note);
     connect(m_view, &RowsView::rowDoubleClicked, this, [this] { Q_EMIT commandWanted(Command::Edit); });
@@ -61,6 +62,10 @@ bool ListPanel::handleKey(int key, Qt::KeyboardModifiers modifiers)
 {
     if (key == Qt::Key_A && (m_plainASelects || modifiers.testFlag(Qt::ControlModifier))) {
         m_view->selectAll();
+        return true;
+    }
+    if (key == Qt::Key_Escape && m_view->isFiltered()) {
+        m_search->clear();
         return true;
     }
     if (key != Qt::Key_Delete)

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "ui/lists/RowsView.h"
+#include "ui/lists/SearchLine.h"
 #include "ui/panels/PanelFrame.h"
 #include "ui/window/ToolbarTable.h"
 
 namespace kalmo::ui {
 
-/// A panel that shows one list, with a note below it: fraPBTB, fraPBNE, fraVCF. A double click asks for the
-/// toolbar's command that edits, the key Entf, with whatever modifiers, for the one that deletes.
+/// A panel that shows one list, with a search field above and a note below it: fraPBTB, fraPBNE, fraVCF. A
+/// double click asks for the toolbar's command that edits, the key Entf, with whatever modifiers, for the one
+/// that deletes.
 class ListPanel : public PanelFrame
 {
     Q_OBJECT
@@ -17,6 +19,7 @@ public:
     ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASelects, QWidget* parent = nullptr);
 
     RowsView& view() const { return *m_view; }
+    SearchLine& search() const { return *m_search; }
     void setNote(const QStringList& lines, const QString& name);
 
 Q_SIGNALS:
@@ -31,6 +34,7 @@ private:
     bool handleKey(int key, Qt::KeyboardModifiers modifiers);
 
     RowsView* m_view;
+    SearchLine* m_search;
     QLabel* m_note;
     bool m_plainASelects;
 };

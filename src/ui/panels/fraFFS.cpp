@@ -37,7 +37,8 @@ const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files a
 
 QList<toolkit::ListColumn> columns()
 {
-    return {{u"Name"_s, true}, {u"Typ"_s}, {u"Größe"_s, true}, {u"Attribut"_s}};
+    using toolkit::SortBy;
+    return {{u"Name"_s, SortBy::Tag}, {u"Typ"_s}, {u"Größe"_s, SortBy::Tag, true}, {u"Attribut"_s}};
 }
 
 /// What follows the four characters that say what a row is.

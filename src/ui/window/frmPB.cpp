@@ -8,6 +8,7 @@
 #include "ui/panels/fraFFS.h"
 #include "ui/panels/fraSounds.h"
 #include "ui/panels/ListPanel.h"
+#include "ui/window/AboutBox.h"
 #include "ui/window/mdlFormResize.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/Notices.h"
@@ -76,6 +77,9 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     setMinimumSize(smallestSize);
     resize(firstSize.boundedTo(screen()->availableSize()));
     RestoreFormLayout(*this, program.context.settings);
+    for (ListPanel* panel : listPanels())
+        makeContextMenu(*panel);
+    restoreLayouts();
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
@@ -128,6 +132,8 @@ void frmPB::makeClassicPanels()
     m_fraPBNE->view().setColumnCharacters({30, 34});
     m_targets[ModePhonebook] = m_phonebook;
     m_targets[ModeProviders] = m_providers;
+    countRows(*m_fraPBTB, u"Telefonbuch"_s);
+    countRows(*m_fraPBNE, u"Provider"_s);
     for (ClassicList* list : {m_phonebook, m_providers}) {
         connect(list, &ClassicList::becameDirty, this, [this] { m_reminders->showKind(Reminders::Save); });
         connect(list, &ClassicList::menuWanted, this, &frmPB::popUp);
@@ -189,6 +195,7 @@ void frmPB::makeMenuBar()
     commands->addSeparator();
     auto* quit = commands->addAction(u"Been&den"_s, this, &QWidget::close);
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
+    makeEditMenu();
     auto* sections = menuBar()->addMenu(u"&Gehe zu"_s);
     int number = 0;
     for (const NodeRow& row : navigationNodes(m_program.context.sy.PhoneType)) {
@@ -198,7 +205,10 @@ void frmPB::makeMenuBar()
         go->setShortcut(QKeySequence(u"Alt+%1"_s.arg(++number)));
         connect(go, &QAction::triggered, this, [this, key = row.key.toString()] { goTo(key); });
     }
-    menuBar()->addMenu(u"&Hilfe"_s)->addAction(m_actions[Command::Help]);
+    auto* help = menuBar()->addMenu(u"&Hilfe"_s);
+    help->addAction(m_actions[Command::Help]);
+    help->addSeparator();
+    help->addAction(u"Ü&ber Kalmo"_s, this, [this] { showAbout(*this); })->setObjectName(u"about"_s);
 }
 
 QMenu* frmPB::makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose)
@@ -228,19 +238,19 @@ void frmPB::makeMenus()
 
 void frmPB::layOut()
 {
-    auto* splitter = new QSplitter(this);
-    splitter->setObjectName(u"splitter"_s);
-    splitter->setChildrenCollapsible(false);
-    splitter->setHandleWidth(1);
-    splitter->addWidget(m_tvwNavi);
-    splitter->addWidget(m_panels);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({treeWidth, firstSize.width() - treeWidth});
+    m_splitter = new QSplitter(this);
+    m_splitter->setObjectName(u"splitter"_s);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setHandleWidth(1);
+    m_splitter->addWidget(m_tvwNavi);
+    m_splitter->addWidget(m_panels);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes({treeWidth, firstSize.width() - treeWidth});
     auto* central = new QWidget(this);
     auto* column = new QVBoxLayout(central);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(splitter, 1);
+    column->addWidget(m_splitter, 1);
     column->addWidget(m_reminders);
     setCentralWidget(central);
     setStatusBar(m_sta);

@@ -10,6 +10,7 @@
 #include <QMap>
 
 class QMenu;
+class QSplitter;
 class QToolBar;
 
 namespace kalmo::ui {
@@ -22,6 +23,7 @@ class ListPanel;
 class NaviTree;
 class PanelStack;
 class Reminders;
+class RowsView;
 class StatusArea;
 
 /// The main window: the navigation on the left, one section's panel on the right, the commands above and the
@@ -79,10 +81,18 @@ private:
     // Construction
     void makeToolbar();
     void makeMenuBar();
+    void makeEditMenu();
+    void makeContextMenu(ListPanel& panel);
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
     void makePanels();
     void makeClassicPanels();
+    QList<ListPanel*> listPanels() const;
+    RowsView* listInFront() const;
+    void offerEditing();
+    void restoreLayouts();
+    void saveLayouts();
+    void countRows(ListPanel& panel, const QString& name);
     ListPanel* makeListPanel(const QString& name, const QString& caption, toolkit::ListRows& rows,
                              bool plainASelects);
     void layOut();
@@ -124,6 +134,7 @@ private:
     SectionGuard m_guard;
     int m_toolbarMode = ModeSponsor;
     QMap<Command, QAction*> m_actions;
+    QList<QAction*> m_editActions;
     QMap<int, CommandTarget*> m_targets; // by ToolbarMode
     QToolBar* m_tlb;
     NaviTree* m_tvwNavi;
@@ -140,6 +151,7 @@ private:
     fraSounds* m_fraSounds = nullptr;
     fraDIV* m_fraDIV = nullptr;
     fraAd* m_fraAd = nullptr;
+    QSplitter* m_splitter = nullptr;
     QMenu* m_mnuOpen = nullptr;
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;

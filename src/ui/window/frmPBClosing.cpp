@@ -2,7 +2,6 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
 #include "ui/window/frmPB.h"
-#include "ui/window/mdlFormResize.h"
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
@@ -148,7 +147,7 @@ bool frmPB::closeChannel()
 
 void frmPB::cleanUp()
 {
-    SaveFormLayout(*this, m_program.context.settings);
+    saveLayouts();
     m_mmc->abandon();
     app::emptyFolder(QDir(m_program.context.sy.Paths.Storage).filePath(u"config/temp"_s));
     if (m_program.line.port().IsOpen())

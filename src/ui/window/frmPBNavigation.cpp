@@ -7,7 +7,6 @@
 #include "ui/panels/fraSounds.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/window/frmPB.h"
-#include "ui/window/mdlFormResize.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
 #include "ui/window/Reminders.h"
@@ -181,6 +180,7 @@ void frmPB::enterPhonebook()
         press(Command::Refresh);
     else if (m_phonebook && !m_phonebook->isRead())
         press(Command::Read);
+    (m_contacts ? m_fraVCF : m_fraPBTB)->view().setFocus();
 }
 
 void frmPB::enterProviders()
@@ -190,6 +190,7 @@ void frmPB::enterProviders()
     setMode(ModeProviders, SectionProviders);
     if (!m_providers->isRead())
         press(Command::Read);
+    m_fraPBNE->view().setFocus();
 }
 
 void frmPB::enterPanel(const QString& key, QWidget* panel, int mode, int section)
@@ -226,7 +227,7 @@ void frmPB::enterFiles()
 
 void frmPB::enterSettings()
 {
-    SaveFormLayout(*this, m_program.context.settings);
+    saveLayouts();
     hide();
     Q_EMIT settingsRequested();
 }

@@ -1,0 +1,38 @@
+#include "ui/lists/CopyRows.h"
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString lineOf(const toolkit::ListRow& row)
+{
+    QStringList cells;
+    for (const toolkit::ListCell& cell : row.cells)
+        cells.append(QString(cell.text).replace(u'\t', u' ').replace(u'\n', u' ').remove(u'\r'));
+    return cells.join(u'\t');
+}
+
+} // namespace
+
+std::unique_ptr<QMimeData> copiedRows(const toolkit::ListRows& rows, const RowFormat& format)
+{
+    const QList<int> selected = rows.selectedRows();
+    if (selected.isEmpty())
+        return nullptr;
+    QStringList lines;
+    QByteArray bytes;
+    for (const int row : selected) {
+        lines.append(lineOf(rows.row(row)));
+        if (format.bytesOf)
+            bytes += format.bytesOf(rows.row(row));
+    }
+    auto copied = std::make_unique<QMimeData>();
+    copied->setText(lines.join(u'\n') + u'\n');
+    if (!format.mediaType.isEmpty())
+        copied->setData(format.mediaType, bytes);
+    return copied;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,86 @@
+#include "ui/lists/ListLayout.h"
+
+#include "ui/lists/RowsView.h"
+
+#include <QHeaderView>
+#include <QSplitter>
+
+#include <algorithm>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString section = u"frmPB"_s;
+constexpr int narrowest = 16; // pixels that a column or a pane needs to be found again
+constexpr int widest = 10000;
+
+QString joined(const QList<int>& numbers)
+{
+    QStringList texts;
+    for (const int number : numbers)
+        texts.append(QString::number(number));
+    return texts.join(u'|');
+}
+
+/// So many numbers, none where there are others or something else.
+QList<int> readNumbers(const app::Settings& settings, const QString& key, qsizetype count)
+{
+    QList<int> numbers;
+    for (const QString& text : settings.GetIniText(section, key).split(u'|')) {
+        bool isNumber = false;
+        numbers.append(text.toInt(&isNumber));
+        if (!isNumber)
+            return {};
+    }
+    return numbers.size() == count ? numbers : QList<int>();
+}
+
+QList<int> readWidths(const app::Settings& settings, const QString& key, qsizetype count)
+{
+    const QList<int> widths = readNumbers(settings, key, count);
+    const bool makeSense =
+        std::ranges::all_of(widths, [](int width) { return width >= narrowest && width <= widest; });
+    return makeSense ? widths : QList<int>();
+}
+
+} // namespace
+
+void saveListLayout(const RowsView& view, app::Settings& settings)
+{
+    QList<int> widths;
+    for (int column = 0; column < view.header()->count(); ++column)
+        widths.append(view.columnWidth(column));
+    settings.PutIniText(section, view.objectName() + u"_Columns"_s, joined(widths));
+    const toolkit::ListRows* rows = view.rows();
+    if (rows && rows->isSorted())
+        settings.PutIniText(section, view.objectName() + u"_Order"_s,
+                            joined({rows->sortColumn(), rows->sortOrder() == Qt::AscendingOrder ? 0 : 1}));
+}
+
+void restoreListLayout(RowsView& view, const app::Settings& settings)
+{
+    const int count = view.header()->count();
+    const QList<int> widths = readWidths(settings, view.objectName() + u"_Columns"_s, count);
+    for (int column = 0; column < widths.size(); ++column)
+        view.setColumnWidth(column, widths[column]);
+    const QList<int> order = readNumbers(settings, view.objectName() + u"_Order"_s, 2);
+    if (!order.isEmpty() && order[0] >= 0 && order[0] < count)
+        view.sortBy(order[0], order[1] == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void saveSplitter(const QSplitter& splitter, app::Settings& settings)
+{
+    settings.PutIniText(section, splitter.objectName(), joined(splitter.sizes()));
+}
+
+void restoreSplitter(QSplitter& splitter, const app::Settings& settings)
+{
+    const QList<int> sizes = readWidths(settings, splitter.objectName(), splitter.count());
+    if (!sizes.isEmpty())
+        splitter.setSizes(sizes);
+}
+
+} // namespace kalmo::ui

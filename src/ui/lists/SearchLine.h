@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace kalmo::ui {
+
+class RowsView;
+
+/// The search field above a list. The list shows the rows that match as the user types; Escape shows all
+/// again. The keys Enter, Down and Escape lead back into the list.
+class SearchLine : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `view` outlives the field.
+    explicit SearchLine(RowsView& view, QWidget* parent = nullptr);
+
+    void startTyping(); ///< takes the focus and selects what was typed before
+    void clear();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool handleKey(int key);
+    void showCount();
+
+    RowsView& m_view;
+    QLineEdit* m_field;
+    QLabel* m_count;
+};
+
+} // namespace kalmo::ui

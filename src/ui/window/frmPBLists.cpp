@@ -1,0 +1,133 @@
+// The main window's handling of the list in front: searching, marking, copying, and what it remembers of
+// lists.
+
+#include "phonedata/VcfFiles.h"
+#include "ui/lists/ListLayout.h"
+#include "ui/panels/ListPanel.h"
+#include "ui/window/frmPB.h"
+#include "ui/window/mdlFormResize.h"
+#include "ui/window/PanelStack.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+#include <array>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The commands that a list's context menu offers.
+constexpr std::array contextCommands = {Command::New, Command::Edit, Command::Delete};
+
+RowFormat contactFormat()
+{
+    return {.mediaType = u"text/vcard"_s, .bytesOf = [](const toolkit::ListRow& row) {
+                return phonedata::vcfCardBytes(phonedata::vcfEntryFrom(row));
+            }};
+}
+
+} // namespace
+
+QList<ListPanel*> frmPB::listPanels() const
+{
+    QList<ListPanel*> panels;
+    for (ListPanel* panel : {m_fraVCF, m_fraPBTB, m_fraPBNE}) {
+        if (panel)
+            panels.append(panel);
+    }
+    return panels;
+}
+
+RowsView* frmPB::listInFront() const
+{
+    return m_panels->currentWidget()->findChild<RowsView*>();
+}
+
+void frmPB::makeEditMenu()
+{
+    struct Row
+    {
+        const char* name;
+        QStringView text;
+        QKeySequence key;
+        void (*run)(RowsView& view);
+    };
+    static const Row rows[] = {
+        {"editSelectAll", u"Alles &markieren", QKeySequence::SelectAll,
+         [](RowsView& view) { view.selectAll(); }},
+        {"editCopy", u"&Kopieren", QKeySequence::Copy, [](RowsView& view) { view.copySelected(); }},
+        {"editSearch", u"&Suchen", QKeySequence::Find, [](RowsView& view) { view.wantSearch(); }},
+    };
+    auto* menu = menuBar()->addMenu(u"&Bearbeiten"_s);
+    for (const Row& row : rows) {
+        QAction* action = menu->addAction(row.text.toString(), this, [this, run = row.run] {
+            if (RowsView* view = listInFront(); view && view->isEnabled())
+                run(*view);
+        });
+        action->setObjectName(QLatin1StringView(row.name));
+        action->setShortcut(row.key);
+        m_editActions.append(action);
+    }
+    connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::offerEditing);
+    offerEditing();
+}
+
+void frmPB::offerEditing()
+{
+    for (QAction* action : std::as_const(m_editActions))
+        action->setEnabled(m_panels->currentWidget() && listInFront());
+}
+
+void frmPB::makeContextMenu(ListPanel& panel)
+{
+    RowsView& view = panel.view();
+    const auto addGap = [&] {
+        auto* gap = new QAction(&view);
+        gap->setSeparator(true);
+        view.addAction(gap);
+    };
+    view.setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (const Command command : contextCommands)
+        view.addAction(m_actions[command]);
+    addGap();
+    view.addActions(m_editActions);
+    addGap();
+    view.addAction(m_actions[Command::Export]);
+    if (&panel == m_fraVCF)
+        view.setRowFormat(contactFormat());
+}
+
+void frmPB::restoreLayouts()
+{
+    for (ListPanel* panel : listPanels())
+        restoreListLayout(panel->view(), m_program.context.settings);
+    restoreSplitter(*m_splitter, m_program.context.settings);
+}
+
+void frmPB::saveLayouts()
+{
+    for (const ListPanel* panel : listPanels())
+        saveListLayout(panel->view(), m_program.context.settings);
+    saveSplitter(*m_splitter, m_program.context.settings);
+    SaveFormLayout(*this, m_program.context.settings);
+}
+
+/// Keeps the number of rows in the panel's caption: "Telefonbuch - 12 Einträge".
+void frmPB::countRows(ListPanel& panel, const QString& name)
+{
+    const toolkit::ListRows* rows = panel.view().rows();
+    const auto show = [&panel, name, rows] {
+        const int count = rows->count();
+        panel.setCaption(count == 0   ? name
+                         : count == 1 ? u"%1 - 1 Eintrag"_s.arg(name)
+                                      : u"%1 - %2 Einträge"_s.arg(name, QString::number(count)));
+    };
+    connect(rows, &toolkit::ListRows::inserted, &panel, show);
+    connect(rows, &toolkit::ListRows::removed, &panel, show);
+    connect(rows, &toolkit::ListRows::reset, &panel, show);
+}
+
+} // namespace kalmo::ui
