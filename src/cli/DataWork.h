@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cli/Job.h"
-#include "cli/PhonePath.h"
 #include "obex/clsMmc.h"
+#include "obex/PhonePath.h"
 
 namespace kalmo::cli {
+
+using obex::PhonePath;
 
 /// What is done while the phone is in its data mode. Its result has been shown, and what failed told.
 using DataWork = std::function<ExitStatus(const std::shared_ptr<obex::clsMmc>& client)>;

@@ -1,9 +1,9 @@
 #include "cli/FolderRows.h"
 
 #include "cli/Job.h"
-#include "cli/PhonePath.h"
 #include "cli/Tables.h"
 #include "obex/FolderRows.h"
+#include "obex/PhonePath.h"
 
 #include <QJsonObject>
 
@@ -17,7 +17,7 @@ namespace {
 
 QString shownPath(const tObxDirEntry& entry)
 {
-    return PhonePath(entry.path).shown();
+    return obex::PhonePath(entry.path).shown();
 }
 
 QString permissions(int bits)

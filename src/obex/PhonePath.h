@@ -2,19 +2,21 @@
 
 #include <QStringList>
 
-namespace kalmo::cli {
+namespace kalmo::obex {
 
-/// A file or folder of the phone, as the user says it: from the root, with slashes of either kind, with or
-/// without the root itself ("Mobile:\") at its start.
+/// A file or folder of the phone, by the names on the way from the root.
 class PhonePath
 {
 public:
+    /// Takes slashes of either kind, with or without the root itself ("Mobile:\") at the start.
     explicit PhonePath(const QString& text = {});
 
     bool isRoot() const { return m_parts.isEmpty(); }
     QString name() const { return m_parts.isEmpty() ? QString() : m_parts.last(); }
     PhonePath folder() const;
+    /// Something in this folder. `name` is one part, whatever it holds.
     PhonePath below(const QString& name) const;
+    const QStringList& parts() const { return m_parts; }
 
     /// "/Pictures/a.bmp", as results show it.
     QString shown() const;
@@ -24,13 +26,17 @@ public:
     /// False where a file or folder made by that path would get another name in the phone.
     bool canBeMade() const;
 
+    /// Returns true for "telecom" in the root and all below it, where the phone keeps contacts, appointments
+    /// and notes. Parts such as ".." count as the way that they may stand for.
+    bool isTelecom() const;
+
     bool operator==(const PhonePath&) const = default;
 
 private:
     QStringList m_parts;
 };
 
-/// Whether the user's words name a folder by a slash at their end.
+/// Returns true if the user's words name a folder by a slash at their end.
 bool endsInSlash(const QString& text);
 
-} // namespace kalmo::cli
+} // namespace kalmo::obex

@@ -1,16 +1,16 @@
-#include "cli/PhonePath.h"
+#include "obex/PhonePath.h"
 
 #include "obex/FolderListing.h"
 #include "obex/ObexFrames.h"
 
-namespace kalmo::cli {
+namespace kalmo::obex {
 
 using namespace Qt::StringLiterals;
 
 PhonePath::PhonePath(const QString& text)
 {
     const QString path = QString(text).replace(u'/', u'\\');
-    m_parts = obex::withoutRoot(path + u'\\').split(u'\\', Qt::SkipEmptyParts);
+    m_parts = withoutRoot(path + u'\\').split(u'\\', Qt::SkipEmptyParts);
 }
 
 PhonePath PhonePath::folder() const
@@ -34,12 +34,24 @@ QString PhonePath::shown() const
 
 QString PhonePath::forEngine() const
 {
-    return obex::rootPath() + m_parts.join(u'\\');
+    return rootPath() + m_parts.join(u'\\');
 }
 
 bool PhonePath::canBeMade() const
 {
-    return obex::fitsNameBytes(shown());
+    return fitsNameBytes(shown());
+}
+
+bool PhonePath::isTelecom() const
+{
+    QStringList way;
+    for (const QString& part : m_parts) {
+        if (part == u".."_s && !way.isEmpty())
+            way.removeLast();
+        else if (part != u"."_s && part != u".."_s)
+            way.append(part);
+    }
+    return !way.isEmpty() && way.first().compare(u"telecom"_s, Qt::CaseInsensitive) == 0;
 }
 
 bool endsInSlash(const QString& text)
@@ -47,4 +59,4 @@ bool endsInSlash(const QString& text)
     return text.endsWith(u'/') || text.endsWith(u'\\');
 }
 
-} // namespace kalmo::cli
+} // namespace kalmo::obex

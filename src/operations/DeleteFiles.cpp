@@ -1,0 +1,240 @@
+#include "operations/DeleteFiles.h"
+
+#include "operations/FileStates.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QMap>
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+using obex::PhonePath;
+
+namespace {
+
+class Deleter
+{
+public:
+    Deleter(FileAccess& access, const std::vector<FileToDelete>& files, const DeletePolicy& policy,
+            const DeleteEvents& events)
+        : m_access(access), m_files(files), m_policy(policy), m_events(events), m_results(files.size())
+    {
+    }
+
+    std::vector<FileOutcome> run(QString& recordId);
+
+private:
+    void saveAll();
+    void askAboutUnsaved();
+    bool record();
+    void deleteOne(size_t index);
+    void verify();
+    void finish();
+    bool isLeftOut(size_t index) const;
+
+    FileAccess& m_access;
+    const std::vector<FileToDelete>& m_files;
+    const DeletePolicy& m_policy;
+    const DeleteEvents& m_events;
+    std::vector<FileOutcome> m_results;
+    std::vector<FileState> m_states;
+    QString m_recordId;
+};
+
+bool Deleter::isLeftOut(size_t index) const
+{
+    return m_files[index].obstacle != FileObstacle::None || m_results[index].cause != Cause::None;
+}
+
+/// Reads what is to go. After a failure that ends the whole, nothing is deleted that is not read yet.
+void Deleter::saveAll()
+{
+    bool hasFailed = false;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        const FileToDelete& file = m_files[index];
+        if (file.obstacle != FileObstacle::None)
+            continue;
+        if (hasFailed || !m_access.goesOn()) {
+            m_results[index].cause = m_access.isStopped() ? Cause::Interrupted : Cause::NotSaved;
+            continue;
+        }
+        if (m_events.saving)
+            m_events.saving(file);
+        const auto state = readState(m_access, file.path, &*file.entry, m_results[index]);
+        if (state)
+            m_states.push_back(*state);
+        else
+            hasFailed = m_policy.stopsAtFailure && m_results[index].cause != Cause::PhoneRefused;
+    }
+    askAboutUnsaved();
+}
+
+void Deleter::askAboutUnsaved()
+{
+    const auto isUnsaved = [](const FileOutcome& result) { return result.cause == Cause::PhoneRefused; };
+    QStringList names;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        if (isUnsaved(m_results[index]))
+            names.append(m_files[index].path.name());
+    }
+    const bool mayLose = !names.isEmpty() && m_events.mayLose && m_events.mayLose(names);
+    for (FileOutcome& result : m_results) {
+        if (isUnsaved(result))
+            result.cause = mayLose ? Cause::None : Cause::NotSaved;
+    }
+}
+
+bool Deleter::record()
+{
+    if (m_states.empty())
+        return true; // nothing that could be put back
+    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, m_states, nullptr).value_or(QString());
+    return !m_recordId.isEmpty();
+}
+
+void Deleter::deleteOne(size_t index)
+{
+    const FileToDelete& file = m_files[index];
+    FileOutcome& result = m_results[index];
+    if (!m_access.enter(file.path.folder())) {
+        m_access.blame(result);
+        return;
+    }
+    result.isConfirmed =
+        m_access.client().Del(file.entry->name, m_access.progress(), nullptr, false, m_policy.force);
+    if (result.isConfirmed) {
+        result.state = State::Done;
+        return;
+    }
+    m_access.blame(result);
+    if (!m_access.client().wasLastSent() || result.cause == Cause::PhoneRefused)
+        return;
+    const auto listing = m_access.look(file.path.folder());
+    if (!listing) {
+        result.state = State::Unknown;
+    } else if (!findEntry(*listing, file.path.name())) {
+        result = {.state = State::Done, .isVerified = true};
+    }
+}
+
+/// A look into each folder: what the phone has confirmed must not be there any more.
+void Deleter::verify()
+{
+    QMap<QString, std::optional<FolderListing>> listings;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        FileOutcome& result = m_results[index];
+        const FileToDelete& file = m_files[index];
+        const PhonePath folder = file.path.folder();
+        if (!result.isConfirmed)
+            continue;
+        if (!listings.contains(folder.shown()))
+            listings[folder.shown()] = m_access.look(folder);
+        const auto& listing = listings[folder.shown()];
+        if (!listing)
+            continue;
+        result.isVerified = !findEntry(*listing, file.path.name());
+        if (!result.isVerified) {
+            result.state = State::Unchanged;
+            result.cause = Cause::Mismatch;
+        }
+    }
+}
+
+void Deleter::finish()
+{
+    if (m_recordId.isEmpty())
+        return;
+    QJsonArray items;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        items.append(QJsonObject{{u"path"_s, m_files[index].path.shown()},
+                                 {u"state"_s, wordOf(m_results[index].state)}});
+    }
+    Outcome sum = sumOf(m_results);
+    sum.recordId = m_recordId;
+    finishFilesRecord(m_access, sum, items);
+}
+
+std::vector<FileOutcome> Deleter::run(QString& recordId)
+{
+    saveAll();
+    const bool isRecorded = record();
+    bool hasFailed = false;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        FileOutcome& result = m_results[index];
+        if (isLeftOut(index))
+            continue;
+        if (hasFailed || !m_access.goesOn()) {
+            result.cause = hasFailed || m_access.isStopped() ? Cause::Interrupted : m_access.cause();
+            continue;
+        }
+        if (!isRecorded) {
+            result.cause = Cause::NotSaved;
+            continue;
+        }
+        if (m_events.deleting)
+            m_events.deleting(m_files[index]);
+        deleteOne(index);
+        hasFailed = m_policy.stopsAtFailure && result.state != State::Done;
+    }
+    verify();
+    finish();
+    for (size_t index = 0; index < m_files.size() && m_events.finished; ++index)
+        m_events.finished(m_files[index], m_results[index]);
+    recordId = m_recordId;
+    return m_results;
+}
+
+} // namespace
+
+std::vector<FileToDelete> planDelete(const std::vector<PhonePath>& paths)
+{
+    std::vector<FileToDelete> files;
+    for (const PhonePath& path : paths) {
+        FileToDelete file{.path = path};
+        const bool isTwin = std::any_of(files.begin(), files.end(), [&](const FileToDelete& other) {
+            return other.path.shown().compare(path.shown(), Qt::CaseInsensitive) == 0;
+        });
+        if (path.isRoot())
+            file.obstacle = FileObstacle::IsRoot;
+        else if (path.isTelecom())
+            file.obstacle = FileObstacle::BelowTelecom;
+        else if (isTwin)
+            file.obstacle = FileObstacle::Twin;
+        files.push_back(file);
+    }
+    return files;
+}
+
+void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files)
+{
+    QMap<QString, std::optional<FolderListing>> listings;
+    for (FileToDelete& file : files) {
+        if (file.obstacle != FileObstacle::None)
+            continue;
+        const PhonePath folder = file.path.folder();
+        if (!listings.contains(folder.shown()))
+            listings[folder.shown()] = access.goesOn() ? access.list(folder) : std::nullopt;
+        const auto& listing = listings[folder.shown()];
+        const obex::tObxDirEntry* entry = listing ? findEntry(*listing, file.path.name()) : nullptr;
+        if (entry)
+            file.entry = *entry;
+        else
+            file.obstacle = listing ? FileObstacle::NotThere : FileObstacle::FolderNotListed;
+    }
+}
+
+std::vector<FileOutcome> applyDelete(FileAccess& access, const std::vector<FileToDelete>& files,
+                                     const DeletePolicy& policy, const DeleteEvents& events,
+                                     QString* recordId)
+{
+    QString id;
+    std::vector<FileOutcome> results = Deleter(access, files, policy, events).run(id);
+    if (recordId)
+        *recordId = id;
+    return results;
+}
+
+} // namespace kalmo::operations

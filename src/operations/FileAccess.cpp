@@ -1,0 +1,143 @@
+#include "operations/FileAccess.h"
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using obex::clsMmc;
+using obex::PhonePath;
+using obex::tObxDirEntry;
+
+namespace {
+constexpr double patienceAfterSilence = 5; // seconds for the answer to a new connect
+}
+
+FileAccess::FileAccess(const std::shared_ptr<clsMmc>& client, const QString& name,
+                       const toolkit::Progress& progress)
+    : m_client(client), m_operation(*client, name, progress), m_busy(*client)
+{
+}
+
+bool FileAccess::isStopped() const
+{
+    return progress().cancelled() || m_client->stopAsked() || m_client->isAbandoned();
+}
+
+bool FileAccess::canSend()
+{
+    if (m_isLost || !m_operation.isAllowed() || !m_client->line().port().IsOpen() || m_client->stopAsked())
+        return false;
+    if (m_client->isInStep())
+        return true;
+    const clsMmc::Quiet quiet(*m_client);
+    const double patience = m_client->RxTimeOut();
+    m_client->setRxTimeOut(patienceAfterSilence);
+    m_client->getInStep();
+    m_client->setRxTimeOut(patience);
+    m_isLost = !m_client->isInStep();
+    return !m_isLost;
+}
+
+bool FileAccess::enter(const PhonePath& folder)
+{
+    if (!m_client->DirAct().isEmpty() && PhonePath(m_client->DirAct()) == folder)
+        return true;
+    return m_client->CdRoot() && (folder.isRoot() || m_client->Cd(folder.forEngine(), false));
+}
+
+std::optional<FolderListing> FileAccess::list(const PhonePath& folder)
+{
+    FolderListing entries;
+    if (!enter(folder) || !m_client->Dir(entries, progress()))
+        return std::nullopt;
+    return entries;
+}
+
+std::optional<FolderListing> FileAccess::look(const PhonePath& folder)
+{
+    if (!canSend())
+        return std::nullopt;
+    const clsMmc::Quiet quiet(*m_client);
+    FolderListing entries;
+    if (!enter(folder) || !m_client->Dir(entries, {}))
+        return std::nullopt;
+    return entries;
+}
+
+Cause FileAccess::cause() const
+{
+    const int code = m_client->lastCode();
+    if (!m_client->line().port().IsOpen())
+        return Cause::LineGone;
+    if (m_isLost)
+        return Cause::NoAnswer;
+    switch (code) {
+    case obex::Timeout:
+        return Cause::NoAnswer;
+    case obex::Cancelled:
+        return Cause::Interrupted;
+    case obex::ReadFailed:
+        return Cause::NotRead;
+    case obex::WriteFailed:
+    case obex::DeleteFailed:
+        return Cause::NotSaved;
+    case obex::NeverEnough:
+        return Cause::PhoneRefused;
+    default:
+        return code > 0 ? Cause::PhoneRefused : Cause::NotPossible;
+    }
+}
+
+void FileAccess::blame(FileOutcome& outcome) const
+{
+    outcome.cause = cause();
+    outcome.code = m_client->lastCode();
+}
+
+const tObxDirEntry* findEntry(const FolderListing& entries, const QString& name)
+{
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const tObxDirEntry& entry) {
+        return entry.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+bool showsWhole(const FolderListing& entries, const QString& name, qint64 bytes)
+{
+    const tObxDirEntry* entry = findEntry(entries, name);
+    if (!entry || !entry->isFile())
+        return false;
+    const bool listsSizes = std::any_of(entries.begin(), entries.end(),
+                                        [](const tObxDirEntry& other) { return other.size != 0; });
+    return entry->size == bytes || (entry->size == 0 && !listsSizes);
+}
+
+Outcome sumOf(const std::vector<FileOutcome>& files)
+{
+    Outcome sum;
+    sum.planned = static_cast<int>(files.size());
+    int done = 0;
+    int verified = 0;
+    bool isOldLost = false;
+    for (const FileOutcome& file : files) {
+        done += file.state == State::Done;
+        verified += file.isVerified;
+        sum.confirmed += file.isConfirmed;
+        sum.unknown += file.state == State::Unknown;
+        isOldLost = isOldLost || file.isOldLost;
+        if (sum.cause == Cause::None)
+            sum.cause = file.cause;
+        if (sum.savedIn.isEmpty())
+            sum.savedIn = file.savedIn;
+    }
+    sum.sent = std::max(done + sum.unknown, sum.confirmed);
+    if (verified > 0)
+        sum.verified = verified;
+    if (done == sum.planned)
+        sum.state = State::Done;
+    else if (done > 0 || sum.unknown > 0 || isOldLost)
+        sum.state = State::Unknown;
+    return sum;
+}
+
+} // namespace kalmo::operations

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "obex/clsMmcOperation.h"
+#include "obex/PhonePath.h"
+#include "operations/Outcome.h"
+
+namespace kalmo::operations {
+
+using FolderListing = QList<obex::tObxDirEntry>;
+
+/// Reason why a file or folder can't be dealt with as wanted. Nothing was sent for it then.
+enum class FileObstacle {
+    None,
+    IsRoot,          ///< the root stays as it is
+    BelowTelecom,    ///< contacts, appointments and notes, which have operations of their own
+    NoName,          ///< nothing is left of the name without "," and ";"
+    BadName,         ///< the name holds a separator
+    OtherName,       ///< the phone would get another name
+    Twin,            ///< another one of the same list goes to the same place
+    NoLocalFile,     ///< there is no such file on the computer
+    NotReadable,     ///< the computer's file can't be read
+    TooLarge,        ///< more bytes than any phone takes
+    IsFolder,        ///< a folder of the phone is in the place of a file
+    IsFile,          ///< the other way round
+    NotThere,        ///< the phone has nothing of that name
+    IsThere,         ///< the phone has something of that name
+    FolderNotListed, ///< the folder could not be listed
+    NoRoom,          ///< the phone's memory has too few bytes left
+    Kept,            ///< the user keeps what is there
+};
+
+/// Facts about one file or folder after an operation.
+struct FileOutcome
+{
+    State state = State::Unchanged;
+    Cause cause = Cause::None;
+    int code = 0;             ///< as in obex::ReCode where the phone or the line is the cause
+    bool isConfirmed = false; ///< the phone said yes
+    bool isVerified = false;  ///< a listing shows the change
+    bool mayHoldPart = false; ///< the phone may hold a part of a file that was sent
+    bool isOldLost = false;   ///< the file that was to be replaced is gone from the phone
+    QString savedIn = {};     ///< local copy of a file that was replaced
+};
+
+/// The connection that operations on files use: an OBEX client that is online to the file system. Lives as
+/// long as one command does, blocks the window for that time, and reports to `progress`.
+class FileAccess
+{
+public:
+    /// `name` is for the log.
+    FileAccess(const std::shared_ptr<obex::clsMmc>& client, const QString& name,
+               const toolkit::Progress& progress);
+
+    /// False in an event handler in the middle of another exchange, or if the phone does not answer, which
+    /// has been reported. Nothing may be done then.
+    bool mayBegin() const { return m_operation.mayBegin(); }
+
+    obex::clsMmc& client() const { return *m_client; }
+    const toolkit::Progress& progress() const { return m_operation.progress(); }
+
+    /// Returns true if more can be sent. After an answer that did not come the client connects anew once,
+    /// with little patience and without a box: a silent phone costs its timeout once, however many files
+    /// wait.
+    bool canSend();
+    /// The same, and false too once the user wants to stop: for what is not begun yet.
+    bool goesOn() { return !isStopped() && canSend(); }
+    bool isStopped() const;
+
+    /// Goes to a folder; sends nothing if the client is there. False has been reported.
+    bool enter(const obex::PhonePath& folder);
+    /// Goes to a folder and lists it. Nothing has been reported.
+    std::optional<FolderListing> list(const obex::PhonePath& folder);
+    /// The same after a failure, to learn what the phone holds: reports nothing, and does not look at the
+    /// cancel box.
+    std::optional<FolderListing> look(const obex::PhonePath& folder);
+
+    /// Fills in cause and code of what has just failed.
+    void blame(FileOutcome& outcome) const;
+    Cause cause() const;
+
+private:
+    std::shared_ptr<obex::clsMmc> m_client;
+    obex::clsMmc::Operation m_operation;
+    obex::clsMmc::Busy m_busy;
+    bool m_isLost = false; // the phone stays silent
+};
+
+/// Entry of a listing by its name, without regard to case as the phones take names; null if there is none.
+const obex::tObxDirEntry* findEntry(const FolderListing& entries, const QString& name);
+
+/// Returns true if a listing shows a file with so many bytes. Phones that list no sizes show 0 for all files.
+bool showsWhole(const FolderListing& entries, const QString& name, qint64 bytes);
+
+/// Adds the facts of single files up. Done only if all of them are; Unknown as soon as one is, or if some
+/// were changed and others not.
+Outcome sumOf(const std::vector<FileOutcome>& files);
+
+} // namespace kalmo::operations

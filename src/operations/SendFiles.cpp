@@ -1,0 +1,351 @@
+#include "operations/SendFiles.h"
+
+#include "app/Files.h"
+#include "app/SafeLocalName.h"
+#include "obex/ObexFrames.h"
+#include "operations/FileStates.h"
+#include "phonedata/BackupFiles.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+using obex::clsMmc;
+using obex::PhonePath;
+
+namespace {
+
+FileObstacle obstacleOf(const PlannedFile& planned)
+{
+    const QString name = planned.path.name();
+    const QString& local = planned.file.localPath;
+    if (!planned.file.bytes && !app::FileExists(local))
+        return FileObstacle::NoLocalFile;
+    if (planned.size > obex::largestObject)
+        return FileObstacle::TooLarge;
+    if (!planned.file.bytes && !QFile(local).open(QIODevice::ReadOnly))
+        return FileObstacle::NotReadable;
+    if (name.isEmpty())
+        return FileObstacle::NoName;
+    if (name.contains(u'\\') || name.contains(u'/'))
+        return FileObstacle::BadName;
+    if (planned.path.isTelecom())
+        return FileObstacle::BelowTelecom;
+    return planned.path.canBeMade() ? FileObstacle::None : FileObstacle::OtherName;
+}
+
+PlannedFile planOne(const PhonePath& folder, const FileToSend& file)
+{
+    QString name = file.name.isEmpty() ? QFileInfo(file.localPath).fileName() : file.name;
+    name.remove(u',').remove(u';');
+    const qint64 size = file.bytes ? file.bytes->size() : QFileInfo(file.localPath).size();
+    PlannedFile planned{.file = file, .path = folder.below(name), .size = size};
+    planned.obstacle = obstacleOf(planned);
+    return planned;
+}
+
+bool isTwin(const PlannedFile& one, const std::vector<PlannedFile>& others)
+{
+    return std::any_of(others.begin(), others.end(), [&](const PlannedFile& other) {
+        return other.isPossible() && other.path.name().compare(one.path.name(), Qt::CaseInsensitive) == 0;
+    });
+}
+
+/// The files of one plan on their way.
+class Sender
+{
+public:
+    Sender(FileAccess& access, const SendPlan& plan, const SendPolicy& policy, const SendEvents& events)
+        : m_access(access), m_plan(plan), m_policy(policy), m_events(events), m_results(plan.files.size()),
+          m_olds(plan.files.size())
+    {
+    }
+
+    std::vector<FileOutcome> run(QString& recordId);
+
+private:
+    bool saveOld(size_t index);
+    bool copyOld(size_t index);
+    bool record();
+    bool removeOld(size_t index);
+    void send(size_t index);
+    void judge(size_t index, const clsMmc::PutReport& report);
+    void bringBack(size_t index);
+    void finish();
+    bool isLeftOut(size_t index) const;
+
+    FileAccess& m_access;
+    const SendPlan& m_plan;
+    const SendPolicy& m_policy;
+    const SendEvents& m_events;
+    std::vector<FileOutcome> m_results;
+    std::vector<std::optional<FileState>> m_olds; // as the phone held them
+    QString m_recordId;
+};
+
+bool Sender::isLeftOut(size_t index) const
+{
+    return !m_plan.files[index].isPossible() || m_results[index].cause != Cause::None;
+}
+
+/// Reads what the phone holds in the file's place.
+bool Sender::saveOld(size_t index)
+{
+    const PlannedFile& file = m_plan.files[index];
+    if (file.replaced && m_events.saving)
+        m_events.saving(file);
+    m_olds[index] =
+        readState(m_access, file.path, file.replaced ? &*file.replaced : nullptr, m_results[index]);
+    return m_olds[index] && (!file.replaced || copyOld(index));
+}
+
+/// Puts a copy into the folder for backups, where the user finds it as a file like any other.
+bool Sender::copyOld(size_t index)
+{
+    app::Context& context = m_access.client().line().context();
+    const FileState& old = *m_olds[index];
+    const QString safeName = app::safeLocalName(old.path.name());
+    const QFileInfo parts(safeName.isEmpty() ? u"file"_s : safeName);
+    const QString ending = parts.suffix().isEmpty() ? QString() : u'.' + parts.suffix();
+    const QString copy =
+        phonedata::backupPath(context, parts.fileName().chopped(ending.size()) + u' ', ending);
+    const bool isSaved = app::EnsureDirExists(context, QFileInfo(copy).path()) &&
+                         m_access.client().SaveFile(old.bytes, copy, old.modified);
+    if (isSaved)
+        m_results[index].savedIn = copy;
+    else
+        m_results[index].cause = Cause::NotSaved;
+    return isSaved;
+}
+
+/// Nothing is changed in the phone before the record is on the disk.
+bool Sender::record()
+{
+    std::vector<FileState> states;
+    for (size_t index = 0; index < m_olds.size(); ++index) {
+        if (m_olds[index] && !isLeftOut(index))
+            states.push_back(*m_olds[index]);
+    }
+    if (states.empty())
+        return false;
+    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, states, nullptr).value_or(QString());
+    return !m_recordId.isEmpty();
+}
+
+/// Deletes the file that is to be replaced, since phones do not write over one. Without an answer the
+/// listing decides.
+bool Sender::removeOld(size_t index)
+{
+    const PlannedFile& file = m_plan.files[index];
+    FileOutcome& result = m_results[index];
+    if (m_access.client().Del(file.replaced->name, m_access.progress()))
+        return true;
+    m_access.blame(result);
+    if (!m_access.client().wasLastSent() || result.cause == Cause::PhoneRefused)
+        return false;
+    const auto listing = m_access.look(m_plan.folder);
+    const bool isGone = listing && !findEntry(*listing, file.path.name());
+    if (isGone)
+        bringBack(index);
+    else if (!listing)
+        result.state = State::Unknown;
+    return false;
+}
+
+void Sender::send(size_t index)
+{
+    const PlannedFile& file = m_plan.files[index];
+    FileOutcome& result = m_results[index];
+    QByteArray bytes;
+    if (file.file.bytes) {
+        bytes = *file.file.bytes;
+    } else if (!app::readWholeFile(file.file.localPath, bytes)) {
+        result.cause = Cause::NotRead;
+        result.code = obex::ReadFailed;
+        return;
+    }
+    if (!m_access.enter(m_plan.folder)) {
+        m_access.blame(result);
+        return;
+    }
+    if (file.replaced && !removeOld(index))
+        return;
+    clsMmc::PutReport report;
+    const clsMmc::PutObject object{.name = file.path.name(), .bytes = bytes, .modified = {}};
+    result.isConfirmed = m_access.client().PutBytes(object, m_access.progress(), &report);
+    if (!result.isConfirmed && !report.stoppedEarly)
+        m_access.blame(result);
+    judge(index, report);
+}
+
+/// Compares with the listing, which has the last word.
+void Sender::judge(size_t index, const clsMmc::PutReport& report)
+{
+    const PlannedFile& file = m_plan.files[index];
+    FileOutcome& result = m_results[index];
+    const QString name = file.path.name();
+    const bool isConfirmed = result.isConfirmed;
+    const auto listing = isConfirmed ? m_access.list(m_plan.folder) : m_access.look(m_plan.folder);
+    const bool isRefused = result.cause == Cause::PhoneRefused && !report.mayHoldPart;
+    if (listing && showsWhole(*listing, name, file.size) && !isRefused) {
+        result = {
+            .state = State::Done, .isConfirmed = isConfirmed, .isVerified = true, .savedIn = result.savedIn};
+        return;
+    }
+    const bool isThere = listing && findEntry(*listing, name);
+    result.mayHoldPart = listing ? isThere : report.mayHoldPart;
+    if (!listing) {
+        const bool mayBeThere = isConfirmed || report.mayHoldPart || report.stoppedEarly;
+        result.state = mayBeThere || file.replaced ? State::Unknown : State::Unchanged;
+        if (result.cause == Cause::None)
+            m_access.blame(result);
+        result.isOldLost = file.replaced.has_value();
+        return;
+    }
+    if (result.cause == Cause::None)
+        result.cause = Cause::Mismatch;
+    result.state = isThere ? State::Unknown : State::Unchanged;
+    if (file.replaced)
+        bringBack(index);
+}
+
+/// Puts the file back that was deleted for a new one which the phone did not take.
+void Sender::bringBack(size_t index)
+{
+    const FileState& old = *m_olds[index];
+    FileOutcome& result = m_results[index];
+    const QString name = old.path.name();
+    result.isOldLost = true;
+    result.state = State::Unknown;
+    if (!m_access.canSend())
+        return;
+    const clsMmc::Quiet quiet(m_access.client());
+    if (!m_access.enter(m_plan.folder) || (result.mayHoldPart && !m_access.client().Del(name, {})))
+        return;
+    m_access.client().PutBytes({name, old.bytes, old.modified}, {});
+    const auto listing = m_access.look(m_plan.folder);
+    if (!listing || !showsWhole(*listing, name, old.bytes.size()))
+        return;
+    result.isOldLost = false;
+    result.mayHoldPart = false;
+    result.state = State::Unchanged;
+}
+
+void Sender::finish()
+{
+    if (m_recordId.isEmpty())
+        return;
+    QJsonArray items;
+    for (size_t index = 0; index < m_results.size(); ++index) {
+        items.append(QJsonObject{{u"path"_s, m_plan.files[index].path.shown()},
+                                 {u"bytes"_s, m_plan.files[index].size},
+                                 {u"state"_s, wordOf(m_results[index].state)}});
+    }
+    Outcome sum = sumOf(m_results);
+    sum.recordId = m_recordId;
+    finishFilesRecord(m_access, sum, items);
+}
+
+std::vector<FileOutcome> Sender::run(QString& recordId)
+{
+    bool hasFailed = false;
+    for (size_t index = 0; index < m_olds.size(); ++index) {
+        if (!m_plan.files[index].isPossible() || hasFailed || !m_access.goesOn())
+            continue;
+        hasFailed = !saveOld(index) && m_policy.stopsAtFailure;
+    }
+    const bool isRecorded = record();
+    hasFailed = false;
+    for (size_t index = 0; index < m_results.size(); ++index) {
+        FileOutcome& result = m_results[index];
+        if (!isLeftOut(index)) {
+            if (hasFailed || !m_access.goesOn())
+                result.cause = hasFailed || m_access.isStopped() ? Cause::Interrupted : m_access.cause();
+            else if (!m_olds[index] || !isRecorded)
+                result.cause = Cause::NotSaved;
+            else {
+                if (m_events.sending)
+                    m_events.sending(m_plan.files[index]);
+                send(index);
+            }
+        }
+        const FileObstacle obstacle = m_plan.files[index].obstacle;
+        const bool isFailure = obstacle == FileObstacle::NoRoom ||
+                               (obstacle == FileObstacle::None && result.state != State::Done);
+        hasFailed = hasFailed || (m_policy.stopsAtFailure && isFailure);
+        if (m_events.finished)
+            m_events.finished(m_plan.files[index], result);
+    }
+    finish();
+    recordId = m_recordId;
+    return m_results;
+}
+
+} // namespace
+
+bool SendPlan::isAnyPossible() const
+{
+    return possible() > 0;
+}
+
+int SendPlan::possible() const
+{
+    return static_cast<int>(
+        std::count_if(files.begin(), files.end(), [](const PlannedFile& file) { return file.isPossible(); }));
+}
+
+SendPlan planSend(const PhonePath& folder, const std::vector<FileToSend>& files)
+{
+    SendPlan plan{.folder = folder, .files = {}};
+    for (const FileToSend& file : files) {
+        PlannedFile planned = planOne(folder, file);
+        if (planned.isPossible() && isTwin(planned, plan.files))
+            planned.obstacle = FileObstacle::Twin;
+        plan.files.push_back(planned);
+    }
+    return plan;
+}
+
+bool lookBeforeSending(FileAccess& access, SendPlan& plan, const SendPolicy& policy)
+{
+    const auto listing = access.list(plan.folder);
+    if (!listing)
+        return false;
+    std::optional<qint64> left = policy.freeBytes;
+    for (PlannedFile& file : plan.files) {
+        if (!file.isPossible())
+            continue;
+        const obex::tObxDirEntry* there = findEntry(*listing, file.path.name());
+        if (there && !there->isFile()) {
+            file.obstacle = FileObstacle::IsFolder;
+            continue;
+        }
+        const qint64 room = there && policy.countsRoomOfReplaced ? there->size : 0;
+        if (left && file.size > *left + room) {
+            file.obstacle = FileObstacle::NoRoom;
+            continue;
+        }
+        if (left)
+            *left -= file.size - room;
+        if (there)
+            file.replaced = *there;
+    }
+    return true;
+}
+
+std::vector<FileOutcome> applySend(FileAccess& access, const SendPlan& plan, const SendPolicy& policy,
+                                   const SendEvents& events, QString* recordId)
+{
+    QString id;
+    std::vector<FileOutcome> results = Sender(access, plan, policy, events).run(id);
+    if (recordId)
+        *recordId = id;
+    return results;
+}
+
+} // namespace kalmo::operations
