@@ -215,12 +215,11 @@ void frmPBTest::listsAreSearched()
     QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
     auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     QVERIFY(field);
-    QTest::keyClicks(field, list.rows()->text(1, 0));
-    QVERIFY(list.shownRows() < all);
+    QTest::keyClicks(field, u"vater buro"_s);
+    QCOMPARE(list.shownRows(), 1);
     QTest::keyClick(field, Qt::Key_Return);
-    QCOMPARE(list.rows()->selectedRows(), QList<int>{1});
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
-    QVERIFY(QGuiApplication::clipboard()->text().startsWith(list.rows()->text(1, 0) + u'\t'));
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"Vater Büro\t"_s));
     QTest::keyClick(&list, Qt::Key_Escape);
     QCOMPARE(list.shownRows(), all);
 }
