@@ -6,6 +6,7 @@
 
 namespace kalmo::cli {
 
+using obex::endsInSlash;
 using obex::PhonePath;
 
 /// What is done while the phone is in its data mode. Its result has been shown, and what failed told.
