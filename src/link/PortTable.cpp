@@ -43,7 +43,7 @@ PortTable::PortTable(app::Settings& settings, DeviceList& devices) : m_settings(
 
 QMap<int, QString> PortTable::remembered() const
 {
-    QMap<int, QString> paths;
+    QMap<int, QString> paths = m_unsaved;
     for (const QString& key : m_settings.keys(section)) {
         const QString path = m_settings.GetIniText(section, key);
         if (numberIn(key) > 0 && path != app::noValue() && !path.isEmpty())
@@ -57,12 +57,24 @@ int PortTable::numberOf(const QString& path)
     if (const int own = numberIn(path); own > 0)
         return own;
     const auto known = remembered();
-    if (const int number = numberIn(known, path); number > 0)
+    int number = numberIn(known, path);
+    if (number > 0 && !m_unsaved.contains(number))
         return number;
-    const int number = lowestFree(known);
+    if (number == 0)
+        number = lowestFree(known);
     if (number > 0)
-        m_settings.PutIniText(section, u"COM"_s + QString::number(number), path);
+        remember(number, path);
     return number;
+}
+
+void PortTable::remember(int number, const QString& path)
+{
+    const QString key = u"COM"_s + QString::number(number);
+    m_settings.PutIniText(section, key, path);
+    if (m_settings.GetIniText(section, key) == path)
+        m_unsaved.remove(number);
+    else
+        m_unsaved.insert(number, path);
 }
 
 int PortTable::lowestFree(const QMap<int, QString>& known) const
@@ -82,7 +94,7 @@ void PortTable::refresh()
         int number = numberIn(device.path);
         if (number == 0)
             number = known.key(device.lastingPath());
-        if (number == 0)
+        if (number == 0 || m_unsaved.contains(number))
             number = numberOf(device.lastingPath());
         if (number > 0)
             m_present.insert(number, device);

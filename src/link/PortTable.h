@@ -7,9 +7,9 @@
 
 namespace kalmo::link {
 
-/// Which device stands behind which COM number. A device gets the lowest free number when it is first seen
-/// and keeps it: section `Ports` of the settings maps "COM<n>" to its lasting path. Where the system numbers
-/// its ports itself, those numbers hold.
+/// Maps COM numbers to devices. A device gets the lowest free number when it is first seen and keeps it:
+/// section `Ports` of the settings maps "COM<n>" to its lasting path. A number that the settings do not take
+/// is kept in memory and offered to them again. Where the system numbers its ports itself, those numbers hold.
 class PortTable
 {
 public:
@@ -37,6 +37,7 @@ public:
 
 private:
     QMap<int, QString> remembered() const;
+    void remember(int number, const QString& path);
     int lowestFree(const QMap<int, QString>& known) const;
     void refresh();
 
@@ -44,6 +45,7 @@ private:
     DeviceList& m_devices;
     QMap<int, SerialDevice> m_present;
     QMap<int, QString> m_forThisRun;
+    QMap<int, QString> m_unsaved; // numbers given in this run that the settings did not take
 };
 
 } // namespace kalmo::link

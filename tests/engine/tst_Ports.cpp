@@ -31,6 +31,7 @@ class tst_Ports : public QObject
 private Q_SLOTS:
     void descriptions();
     void numbersStayWithTheirDevices();
+    void numbersHoldBeforeSettingsCanBeWritten();
 };
 
 void tst_Ports::descriptions()
@@ -88,6 +89,22 @@ void tst_Ports::numbersStayWithTheirDevices()
     devices.list = {{u"COM7"_s, {}, u"Numbered by the system"_s, {}, {}}};
     QCOMPARE(table.numbers(), QList<int>{7});
     QVERIFY(link::examinePort(u"/dev/null"_s, true, u"Belegt"_s).english.contains(u"in use by another"_s));
+}
+
+void tst_Ports::numbersHoldBeforeSettingsCanBeWritten()
+{
+    TestContext test;
+    FakeDevices devices;
+    devices.list = {{u"/dev/ttyS0"_s, {}, {}, {}, {}}, {u"/dev/ttyS1"_s, {}, {}, {}, {}}};
+    test.sy.Paths.Storage = test.makeFile(u"file"_s, "x"); // no folder, so nothing can be below it
+    link::PortTable table(test.settings, devices);
+    QCOMPARE(table.numberForThisRun(u"/dev/ttyS1"_s), 2);
+    QCOMPARE(table.numbers(), (QList<int>{1, 2}));
+    test.sy.Paths.Storage = test.storage; // the first start has made the folder
+    QCOMPARE(table.numbers(), (QList<int>{1, 2}));
+    QCOMPARE(table.devicePath(2), u"/dev/ttyS1"_s);
+    devices.list.removeFirst();
+    QCOMPARE(link::PortTable(test.settings, devices).numbers(), QList<int>{2});
 }
 
 QTEST_GUILESS_MAIN(tst_Ports)
