@@ -56,12 +56,21 @@ void DebugLog::WriteLogHeader()
 {
     if (!isOn())
         return;
-    if (m_sy.logPath.isEmpty()) {
-        const QString stamp = m_clock.Now().toString(u"dd-MM-yyyy  hh-mm-ss"_s);
-        m_sy.logPath = QDir(m_desktop).filePath(u"Kalmo_debugFile_"_s + stamp + u".log"_s);
-    }
+    if (m_sy.logPath.isEmpty())
+        chooseFile();
     m_clock.WaitSeconds(0.2);
     write(header(m_sy), m_sy.logKeepsAll ? QIODevice::Append : QIODevice::Truncate);
+}
+
+void DebugLog::chooseFile()
+{
+    const QString name =
+        u"Kalmo_debugFile_"_s + m_clock.Now().toString(u"dd-MM-yyyy  hh-mm-ss"_s) + u".log"_s;
+    m_sy.logPath = QDir(m_desktop).filePath(name);
+    QFile file(m_sy.logPath);
+    m_isElsewhere = m_desktop.isEmpty() || !QDir().mkpath(m_desktop) || !file.open(QIODevice::WriteOnly);
+    if (m_isElsewhere)
+        m_sy.logPath = QDir::temp().filePath(name);
 }
 
 void DebugLog::write(const QString& text, QIODevice::OpenMode how)

@@ -9,7 +9,8 @@ namespace kalmo::app {
 
 /// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with
 /// the phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown here;
-/// fault() keeps the first.
+/// fault() keeps the first. Where there is no desktop and none can be made, the log is in the folder for
+/// temporary files.
 class DebugLog
 {
 public:
@@ -25,16 +26,21 @@ public:
     /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.
     void WriteDebugLog(const QString& tag, QString text, bool keepRaw = false);
 
+    /// Returns true if the log is not in its own folder, which can't be written.
+    bool isElsewhere() const { return m_isElsewhere; }
+
     /// The system's reason why something could not be written, empty if all was.
     const QString& fault() const { return m_fault; }
 
 private:
+    void chooseFile();
     void write(const QString& text, QIODevice::OpenMode how);
 
     Sy& m_sy;
     toolkit::Clock& m_clock;
     QString m_desktop;
     QString m_fault;
+    bool m_isElsewhere = false;
 };
 
 } // namespace kalmo::app

@@ -12,6 +12,9 @@ Answer CliDialogs::Show(const toolkit::Message& message)
     if (message.forWindowOnly)
         return Answer::Ok;
     const QString text = message.english.isEmpty() ? message.text : message.english;
+    const auto isConfirmed = [&] {
+        return message.asksToRetry ? m_questions.confirmRetry(text) : m_questions.confirm(text);
+    };
     switch (message.buttons) {
     case Buttons::Ok:
         if (message.icon == Icon::Information)
@@ -20,14 +23,14 @@ Answer CliDialogs::Show(const toolkit::Message& message)
             m_out.error(text);
         return Answer::Ok;
     case Buttons::OkCancel:
-        return m_questions.confirm(text) ? Answer::Ok : Answer::Cancel;
+        return isConfirmed() ? Answer::Ok : Answer::Cancel;
     case Buttons::RetryCancel:
         return m_questions.confirmRetry(text) ? Answer::Retry : Answer::Cancel;
     case Buttons::YesNo:
     case Buttons::YesNoCancel:
         break;
     }
-    return m_questions.confirm(text) ? Answer::Yes : Answer::No;
+    return isConfirmed() ? Answer::Yes : Answer::No;
 }
 
 QString CliDialogs::OpenFile(const toolkit::FileRequest& request)

@@ -49,10 +49,19 @@ ExitStatus tellSilence(Job& job, const QString& rates)
     return ExitNoPhone;
 }
 
+ExitStatus tellLineGone(Job& job)
+{
+    job.out.error(
+        u"could not find out what handset is at %1: the line is gone. Is the cable plugged in?"_s.arg(
+            job.portName()));
+    return ExitFailed;
+}
+
 ExitStatus tellUnknown(Job& job, const QString& rawId)
 {
-    if (rawId.isEmpty()) {
-        job.out.error(u"something at %1 answers, but it does not say what it is."_s.arg(job.portName()));
+    if (rawId.isEmpty() || job.line.lastFailure() != link::RxFailure::None) {
+        job.out.error(u"could not find out what handset is at %1: it takes commands, but does not name its "
+                      u"model. Leave all menus on it and try again."_s.arg(job.portName()));
         return ExitNoPhone;
     }
     const QString key = rawId.contains(u"^WPPN"_s) ? u"BRUSSELS:"_s + rawId : rawId;
@@ -86,12 +95,15 @@ ExitStatus findPhone(Job& job)
     }
     if (job.isInterrupted())
         return ExitRefused;
+    const auto isGone = [&job] { return !job.line.port().IsOpen(); };
     if (pass == link::PassResult::NobodyAnswered)
-        return tellSilence(job, rates);
+        return search.lostLine() ? tellLineGone(job) : tellSilence(job, rates);
     QString rawId;
     if (!search.IdentifyPhone(job.context.sy.PhoneType, rawId))
-        return tellUnknown(job, rawId);
+        return isGone() ? tellLineGone(job) : tellUnknown(job, rawId);
     search.takeOver();
+    if (isGone())
+        return tellLineGone(job);
     forgetUnclosedSession(job);
     if (job.isInterrupted())
         return ExitRefused;

@@ -244,6 +244,21 @@ bool Parser::askForHelp()
 
 } // namespace
 
+QString inShellQuotes(QString word)
+{
+    return u'\'' + word.replace(u'\'', u"'\\''"_s) + u'\'';
+}
+
+QString Invocation::again(const QString& words) const
+{
+    QString line = u"kalmoctl "_s;
+    for (const QString& option : {u"--port"_s, u"--storage"_s}) {
+        if (has(option))
+            line += option + u' ' + inShellQuotes(value(option)) + u' ';
+    }
+    return line + words;
+}
+
 Invocation parseWords(const QStringList& words)
 {
     return Parser(words).parse();

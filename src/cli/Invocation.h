@@ -21,7 +21,14 @@ struct Invocation
 
     bool has(const QString& option) const { return options.contains(option); }
     QString value(const QString& option) const { return options.value(option); }
+
+    /// Another command for the same handset and the same storage, ready for a shell: "kalmoctl --port
+    /// '/dev/ttyUSB0' phonebook read".
+    QString again(const QString& words) const;
 };
+
+/// A word in single quotes, for a shell.
+QString inShellQuotes(QString word);
 
 /// Understands the words against the table. Options may stand anywhere up to "--"; their values follow as the
 /// next word or behind "=".

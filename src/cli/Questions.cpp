@@ -4,6 +4,12 @@ namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int mostRetries = 2; // that --yes answers with yes
+
+} // namespace
+
 Questions::Questions(Output& out, bool yes, Reader reader)
     : m_out(out), m_yes(yes), m_reader(std::move(reader))
 {
@@ -21,10 +27,21 @@ bool Questions::confirm(const QString& question)
 
 bool Questions::confirmRetry(const QString& question)
 {
-    if (someoneIsThere())
-        return ask(question);
-    m_out.error(question + u"\nNobody is there to say so; given up."_s);
-    return false;
+    if (m_yes)
+        return retriesByItself(question);
+    return confirm(question);
+}
+
+bool Questions::retriesByItself(const QString& question)
+{
+    const int retry = ++m_retries[question];
+    if (retry > mostRetries) {
+        m_retries.remove(question);
+        m_out.error(u"%1\nGave up after %2 retries."_s.arg(question).arg(mostRetries));
+        return false;
+    }
+    m_out.note(u"%1 Yes, retry %2 of %3.\n"_s.arg(question).arg(retry).arg(mostRetries));
+    return true;
 }
 
 void Questions::tellUnanswered(const QString& question)

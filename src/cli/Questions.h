@@ -2,6 +2,8 @@
 
 #include "cli/Output.h"
 
+#include <QHash>
+
 namespace kalmo::cli {
 
 /// Asks the user: on a terminal by a prompt; `--yes` answers every question; where neither is, nobody can
@@ -22,7 +24,8 @@ public:
     /// True for yes. What is no clear answer is asked again; the end of the input is a no.
     bool confirm(const QString& question);
 
-    /// The same for something to be tried again, to which `--yes` is no answer: it could go on for ever.
+    /// The same for something to be tried again. `--yes` answers each question twice with yes and then with
+    /// no, and says so: without an end it could go on for ever.
     bool confirmRetry(const QString& question);
 
     /// Tells that nobody can answer a question.
@@ -30,10 +33,12 @@ public:
 
 private:
     bool ask(const QString& question);
+    bool retriesByItself(const QString& question);
 
     Output& m_out;
     bool m_yes;
     Reader m_reader;
+    QHash<QString, int> m_retries; // how often --yes has answered a question
 };
 
 } // namespace kalmo::cli

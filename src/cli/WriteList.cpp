@@ -228,7 +228,8 @@ ExitStatus ListWriter::tellFailure()
         cause = u"interrupted"_s;
     else if (!m_job.line.port().IsOpen())
         cause = u"%1 is gone"_s.arg(m_job.portName());
-    const QString text = failureText({.words = m_words,
+    const QString text = failureText({.invocation = m_job.invocation,
+                                      .words = m_words,
                                       .cause = cause,
                                       .held = isKnown ? std::optional(written) : std::nullopt,
                                       .wanted = static_cast<int>(m_wanted.size()),
@@ -244,7 +245,7 @@ ExitStatus ListWriter::verify()
     ListRead now;
     if (const ExitStatus status = readList(m_job, m_store, now); status != ExitDone) {
         m_job.out.error(u"%1 written, but not read back to be compared.\n%2"_s.arg(
-            entryCount(m_wanted.size()), backupHint(m_words, m_backup)));
+            entryCount(m_wanted.size()), backupHint(m_job.invocation, m_words, m_backup)));
         return finish(status, written, std::nullopt, {});
     }
     const ListDiff diff = phonedata::diffLists(now.entries, m_wanted);
@@ -256,7 +257,7 @@ ExitStatus ListWriter::verify()
                           : u"%1 written and read back. Not as in the file, as was warned: %2.\n"_s.arg(
                                 entryCount(m_wanted.size()), entryCount(written - verified)));
     m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
-                    mismatchText(diff, m_store) + backupHint(m_words, m_backup));
+                    mismatchText(diff, m_store) + backupHint(m_job.invocation, m_words, m_backup));
     return finish(ExitFailed, written, verified, {});
 }
 

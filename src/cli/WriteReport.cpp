@@ -33,11 +33,6 @@ private:
     std::vector<QStringList> m_rows;
 };
 
-QString inShellQuotes(QString path)
-{
-    return u'\'' + path.replace(u'\'', u"'\\''"_s) + u'\'';
-}
-
 } // namespace
 
 QJsonValue diffJson(const ListDiff& diff)
@@ -96,15 +91,16 @@ QString failureText(const WriteFailure& failure)
             QString::number(*failure.held), entryCount(static_cast<size_t>(failure.wanted)));
     else
         text += u"What the phone holds now is not known.\n"_s;
-    return text + backupHint(failure.words, failure.backup);
+    return text + backupHint(failure.invocation, failure.words, failure.backup);
 }
 
-QString backupHint(const StoreWords& words, const QString& backup)
+QString backupHint(const Invocation& invocation, const StoreWords& words, const QString& backup)
 {
     if (backup.isEmpty())
         return {};
     return u"What it held before is in %1.\n"
-           u"To put it back: kalmoctl %2 write %3\n"_s.arg(backup, words.commands, inShellQuotes(backup));
+           u"To put it back: %2\n"_s.arg(
+               backup, invocation.again(u"%1 write %2"_s.arg(words.commands, inShellQuotes(backup))));
 }
 
 } // namespace kalmo::cli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/Invocation.h"
 #include "cli/StoreWords.h"
 #include "phonedata/ListDiff.h"
 
@@ -22,6 +23,7 @@ QJsonValue resultJson(std::optional<int> written, std::optional<int> verified, c
 
 struct WriteFailure
 {
+    const Invocation& invocation;
     const StoreWords& words;
     QString cause;
     std::optional<int> held; ///< entries that the phone holds now, if that is known
@@ -32,7 +34,7 @@ struct WriteFailure
 /// What a write that failed leaves behind, and how to go back.
 QString failureText(const WriteFailure& failure);
 
-/// Where the backup lies and how to put it back, in whole lines; empty if there is none.
-QString backupHint(const StoreWords& words, const QString& backup);
+/// Names the backup and the command that puts it back, in whole lines; empty if there is none.
+QString backupHint(const Invocation& invocation, const StoreWords& words, const QString& backup);
 
 } // namespace kalmo::cli

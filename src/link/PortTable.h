@@ -9,7 +9,8 @@ namespace kalmo::link {
 
 /// Maps COM numbers to devices. A device gets the lowest free number when it is first seen and keeps it:
 /// section `Ports` of the settings maps "COM<n>" to its lasting path. A number that the settings do not take
-/// is kept in memory and offered to them again. Where the system numbers its ports itself, those numbers hold.
+/// is kept in memory and offered to them again. Where the system numbers its ports itself, those numbers
+/// hold.
 class PortTable
 {
 public:

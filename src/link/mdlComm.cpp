@@ -178,6 +178,7 @@ bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
 bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
 {
     m_repeats = 0;
+    m_failure = RxFailure::NotSent;
     if (isRefused(u"Rx"_s, {LineMode::Text})) {
         answer.clear();
         return false;
@@ -189,9 +190,12 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
     for (;;) {
         yieldUpTo(start + timeout - m_context.clock.Timer());
         readWaiting(buffer);
-        if (buffer.contains("+CME ERROR:"))
+        if (buffer.contains("+CME ERROR:")) {
+            m_failure = RxFailure::Refused;
             return false;
+        }
         if (!m_port.IsOpen()) {
+            m_failure = RxFailure::Gone;
             answer.clear();
             return false;
         }
@@ -199,6 +203,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         if (!silent && buffer.size() >= tailLength)
             tail = buffer.last(tailLength);
         if (silent || isErrorTail(tail)) {
+            m_failure = silent ? RxFailure::Silent : RxFailure::Refused;
             if (!repeatAfterFailure(command, attempts)) {
                 answer.clear();
                 return false;
@@ -211,6 +216,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         if (isFinalTail(tail))
             break;
     }
+    m_failure = RxFailure::None;
     m_echoed = buffer.startsWith(command);
     answer = cutAnswer(buffer, command.size(), keepTail);
     if (m_context.log.isOn())
@@ -336,9 +342,14 @@ RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::Statu
 void Line::tellTransferError(const QByteArray& command)
 {
     const QString name = fromCp1252(command.trimmed());
+    QString reason = u"the phone did not answer"_s;
+    if (!m_port.IsOpen())
+        reason = u"the line to the phone is gone"_s;
+    else if (m_failure == RxFailure::Refused)
+        reason = u"the phone refused it"_s;
     m_context.dialogs.Show({.text = app::ResText(app::TextTransferError) + name,
                             .icon = Icon::Exclamation,
-                            .english = u"The phone did not answer the command %1."_s.arg(name)});
+                            .english = u"could not carry out %1: %2."_s.arg(name, reason)});
 }
 
 } // namespace kalmo::link

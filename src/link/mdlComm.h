@@ -22,6 +22,15 @@ enum class LineMode {
     Data,      ///< OBEX frames: TxDirect
 };
 
+/// Why the last exchange of AT commands failed.
+enum class RxFailure {
+    None,    ///< it did not
+    Silent,  ///< the phone did not answer, or not to the end, and may have done what it was told
+    Refused, ///< the phone's last word was an error
+    Gone,    ///< the port went away
+    NotSent, ///< another exchange or the data mode has the line
+};
+
 /// The only owner of the serial line. AT commands go through Tx and Rx, raw bytes through TxDirect and
 /// RxDirect. All of them poll the port and yield while they wait; one exchange is in progress at a time, and
 /// the callers see to that by blocking the window. A call that comes all the same, from an event handler
@@ -67,6 +76,8 @@ public:
 
     /// Tx and Rx in one.
     bool exchange(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
+
+    RxFailure lastFailure() const { return m_failure; }
 
     /// How often the last Rx had to send its command again. A repeated command may have been carried out
     /// twice.
@@ -120,6 +131,7 @@ private:
     LineMode m_mode = LineMode::Text;
     bool m_waiting = false;
     bool m_dirty = false;
+    RxFailure m_failure = RxFailure::None;
     int m_repeats = 0;
     bool m_echoed = false;
 };

@@ -89,6 +89,7 @@ SearchOutcome PhoneSearch::SearchPhone()
 
 PassResult PhoneSearch::runPass()
 {
+    m_lostLine = false;
     m_rates += rateList(app::getInt(m_context.settings, app::keys::PrefDetectBaud));
     for (;;) {
         m_view.setProgress(0, probeSteps);
@@ -100,6 +101,7 @@ PassResult PhoneSearch::runPass()
             return PassResult::PortNotOpened;
         if (answered)
             return PassResult::Answered;
+        m_lostLine = m_lostLine || !m_line.port().IsOpen();
         const bool aborted = m_view.aborted();
         if (m_next < m_rates.size() || aborted)
             m_line.ClosePort();

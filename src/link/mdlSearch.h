@@ -42,7 +42,10 @@ public:
     /// One pass over the rates, without a question. The port stays open at the rate that a phone answered at.
     PassResult runPass();
 
-    /// True when the phone answers at the rate in force.
+    /// Returns true if the port went away during a pass.
+    bool lostLine() const { return m_lostLine; }
+
+    /// Returns true if the phone answers at the rate in force.
     bool ProbeATZ();
 
     /// Sets the family and the raw answer that it came from. True if the family is known; a phone that does
@@ -72,6 +75,7 @@ private:
     app::Context& m_context;
     QList<int> m_rates; // grows by the same list with each pass
     qsizetype m_next = 0;
+    bool m_lostLine = false;
 };
 
 } // namespace kalmo::link

@@ -30,6 +30,15 @@ bool ask(Line& line, const QByteArray& command, toolkit::StatusPanel* panel)
     return line.RxDirect(answer, 0, panel) == link::RxDirectAnswered;
 }
 
+/// Returns true if the phone answered, whatever it said.
+bool asksForDataMode(Line& line, const Progress& progress)
+{
+    line.setMode(LineMode::Switching);
+    progress.start(0, 5);
+    progress.status(u"Datenkanal wird geöffnet..."_s);
+    return ask(line, "AT^SQWE=3\r\n", progress.panel);
+}
+
 bool wantsToRetry(Line& line)
 {
     const toolkit::Message question{
@@ -40,6 +49,7 @@ bool wantsToRetry(Line& line)
         .title = app::productName(),
         .buttons = Buttons::OkCancel,
         .icon = Icon::Question,
+        .asksToRetry = true,
         .english = u"The phone did not open its data channel. Leave all menus on the phone. Try again?"_s};
     return line.show(question) == Answer::Ok;
 }
@@ -71,27 +81,12 @@ void escape(Line& line, const Progress& progress)
     }
 }
 
-/// Whether the phone's answer came while the user read the question. A second command would be the start of a
-/// long packet then.
+/// Returns true if the phone's answer came while the user read the question.
 bool hasSwitchedLate(Line& line)
 {
     QByteArray late;
     line.readWaiting(late);
     return late.contains("OK\r\n");
-}
-
-ChannelOpening leaveUnopened(Line& line, const Progress& progress, bool hasSwitched)
-{
-    bool closed = true;
-    if (hasSwitched) {
-        rememberOpen(line);
-        closed = closeDataChannel(line, progress);
-    } else {
-        line.setMode(LineMode::Text);
-    }
-    progress.status(u"Fehler beim Öffnen des Datenkanals."_s);
-    progress.hide();
-    return closed ? ChannelOpening::GivenUp : ChannelOpening::Stuck;
 }
 
 /// One round of the way back, with a check that the phone takes AT commands.
@@ -107,26 +102,45 @@ bool recoveryRound(Line& line, const Progress& progress)
     return answer.contains("OK\r\n");
 }
 
+/// Takes the phone back after a command that it did not answer: only the answer may have been lost. Returns
+/// true if the phone takes AT commands.
+bool comesBack(Line& line, const Progress& progress, bool hasSwitched)
+{
+    rememberOpen(line);
+    if (hasSwitched)
+        return closeDataChannel(line, progress);
+    progress.start(0, pausesAfterEscape);
+    if (!recoveryRound(line, progress))
+        return false;
+    forget(line);
+    return true;
+}
+
+ChannelOpening leaveUnopened(const Progress& progress, ChannelOpening outcome)
+{
+    progress.status(u"Fehler beim Öffnen des Datenkanals."_s);
+    progress.hide();
+    return outcome;
+}
+
 } // namespace
 
 ChannelOpening openDataChannel(Line& line, const Progress& progress)
 {
-    line.setMode(LineMode::Switching);
-    for (bool answered = false; !answered;) {
-        progress.start(0, 5);
-        progress.status(u"Datenkanal wird geöffnet..."_s);
-        answered = ask(line, "AT^SQWE=3\r\n", progress.panel);
-        if (answered)
-            break;
+    while (!asksForDataMode(line, progress)) {
         if (!line.port().IsOpen()) {
             rememberOpen(line);
             progress.hide();
             return ChannelOpening::Stuck;
         }
         const bool retries = !progress.cancelled() && wantsToRetry(line);
-        answered = hasSwitchedLate(line);
+        const bool hasSwitched = hasSwitchedLate(line);
+        if (retries && hasSwitched)
+            break;
+        // In data mode another AT^SQWE=3 would be the head of a long packet.
+        const bool isBack = comesBack(line, progress, hasSwitched);
         if (!retries)
-            return leaveUnopened(line, progress, answered);
+            return leaveUnopened(progress, isBack ? ChannelOpening::GivenUp : ChannelOpening::Stuck);
     }
     line.setMode(LineMode::Data);
     rememberOpen(line);

@@ -11,13 +11,15 @@ namespace kalmo::obex {
 enum class ChannelOpening {
     Opened,
     GivenUp, ///< the line takes AT commands
-    Stuck,   ///< as after a closeDataChannel that failed, or with a port that is gone
+    Stuck,   ///< the phone may be in its data mode, as after a closeDataChannel that failed, or with a port
+             ///< that is gone
 };
 
 /// Takes the phone into its data mode, as often as the user wants to try. An "ERROR" of the phone counts as
 /// an answer like any other. It ends without success if the user gave up, or if the cancel box is checked
-/// when the phone does not answer; a phone that has switched in spite of that is taken back. A port that goes
-/// away in the middle leaves the reminder: the phone may have switched.
+/// when the phone does not answer. A phone that does not answer may have switched, so it is taken back before
+/// the next try and before the end. If it does not answer that either, or the port goes away, the reminder
+/// stays.
 ChannelOpening openDataChannel(link::Line& line, const toolkit::Progress& progress);
 
 /// Takes the phone back to AT commands, in at most three rounds. False if it did not answer or the port is

@@ -22,6 +22,7 @@ struct Message
     Icon icon = Icon::None;
     Answer defaultButton = Answer::Ok; ///< Ok stands for the first button where there is no button Ok
     bool forWindowOnly = false;        ///< nothing that somebody at a command line could do anything with
+    bool asksToRetry = false;          ///< a yes repeats what has failed
     QString english = {}; ///< the same for the command line; empty where the command line never shows it
 };
 

@@ -83,9 +83,6 @@ private Q_SLOTS:
         rows.add("nobody there", false, {u"-"_s}, false, false,
                  "kalmoctl: Sure?\n"
                  "Nobody can answer here; run this on a terminal, or say --yes.\n");
-        // A retry that is answered with yes without end would never end.
-        rows.add("--yes", true, {u"-"_s}, true, false, {});
-
         for (const auto& [yes, answers, confirmed, retried, err] : rows) {
             Streams streams;
             Output out(streams.sink(), {.quiet = true});
@@ -96,6 +93,19 @@ private Q_SLOTS:
             QCOMPARE(streams.err, err);
             QCOMPARE(Questions(out, yes, answering()).confirmRetry(u"Again?"_s), retried);
         }
+    }
+
+    void yesRetriesTwice()
+    {
+        Streams streams;
+        Output out(streams.sink(), {});
+        Questions questions(out, true, {});
+        QVERIFY(questions.confirm(u"Sure?"_s) && streams.err.isEmpty());
+        // A yes without end would keep the program for good.
+        for (const bool retried : {true, true, false, true})
+            QCOMPARE(questions.confirmRetry(u"Again?"_s), retried);
+        QCOMPARE(streams.err, "Again? Yes, retry 1 of 2.\nAgain? Yes, retry 2 of 2.\n"
+                              "kalmoctl: Again?\nGave up after 2 retries.\nAgain? Yes, retry 1 of 2.\n");
     }
 
     void boxes()

@@ -91,10 +91,12 @@ private Q_SLOTS:
     {
         OfflineClient offline;
         auto& [test, port, client] = offline;
-        port.expect(openCommand, "\r\nRING\r\n");
-        test.dialogs.expectStart(openFailed, Buttons::OkCancel, Answer::Ok);
-        port.expect(openCommand, "\r\nRING\r\n");
-        test.dialogs.expectStart(openFailed, Buttons::OkCancel, Answer::Cancel);
+        for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+            port.expect(openCommand, "\r\nRING\r\n");
+            test.dialogs.expectStart(openFailed, Buttons::OkCancel, answer);
+            // The phone may have switched, and its answer may be lost.
+            port.expect("+++").expect(closeCommand, "OK\r\n").expect("AT\r\n", "AT\r\r\nOK\r\n");
+        }
         QVERIFY(!client.mmc->Online(client.progress.all()));
         QCOMPARE(stateOf(client), givenUp);
         QCOMPARE(client.progress.panel.Text(), u"Fehler beim Öffnen des Datenkanals."_s);
@@ -127,6 +129,18 @@ private Q_SLOTS:
             QCOMPARE(stateOf(client),
                      comesBack ? givenUp : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
         }
+    }
+
+    void silentPhoneIsRemembered()
+    {
+        OfflineClient offline;
+        auto& [test, port, client] = offline;
+        port.expect(openCommand);
+        test.dialogs.expectStart(openFailed, Buttons::OkCancel, Answer::Cancel);
+        port.expect("+++").expect(closeCommand).expect("AT\r\n");
+        test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::ChannelStuck)));
+        QVERIFY(!client.mmc->Online(client.progress.all()));
+        QCOMPARE(stateOf(client), u"channel 0, online 0, line Switching, \"\", phone/7"_s);
     }
 
     void channelOpensWhileAsking()
@@ -342,7 +356,7 @@ private Q_SLOTS:
     void stopWhileOpening()
     {
         const Rows<bool> rows{
-            {"phone is silent: no question", false},
+            {"phone does not answer: no question, but it may have switched", false},
             {"phone has switched: back again", true},
         };
         for (const auto& [answers] : rows) {
@@ -351,6 +365,8 @@ private Q_SLOTS:
             port.expect(openCommand, answers ? "OK\r\n" : "").then([&] { client.mmc->askToStop(); });
             if (answers)
                 port.expect("+++").expect(closeCommand, "OK\r\n");
+            else
+                port.expect("+++").expect(closeCommand, "OK\r\n").expect("AT\r\n", "OK\r\n");
             QVERIFY(!client.mmc->Online(client.progress.all()));
             QCOMPARE(stateOf(client), givenUp);
             QVERIFY(!client.mmc->Online(client.progress.all())); // and nothing more until Offline

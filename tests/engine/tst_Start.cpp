@@ -160,6 +160,32 @@ private Q_SLOTS:
         }
     }
 
+    void debugLogWithoutADesktop()
+    {
+        const Rows<QString, bool> rows{
+            {"no folder yet", u"new/desktop"_s, false},
+            {"no folder can be made", u"file/desktop"_s, true},
+        };
+        for (const auto& [desktop, isElsewhere] : rows) {
+            TestContext test;
+            test.makeFile(u"file"_s, "x");
+            app::DebugLog log(test.sy, test.clock, test.path(desktop));
+            app::Context context{test.sy,       test.clock,    test.dialogs, test.ending,
+                                 test.platform, test.settings, log};
+            FakeSplash splash;
+            test.platform.storagePath = test.storage;
+            test.dialogs.expectStart(u"Debugger aktiv - Protokolldatei wird erstellt."_s);
+            if (isElsewhere)
+                test.dialogs.expectStart(
+                    u"Die Protokolldatei konnte nicht auf dem Desktop angelegt werden."_s);
+            app::runStartSequence(context, splash, u"/DBG"_s);
+            QCOMPARE(log.fault(), QString());
+            const QString folder = isElsewhere ? QDir::tempPath() : test.path(desktop);
+            QCOMPARE(QFileInfo(test.sy.logPath).path(), folder);
+            QVERIFY(QFile::remove(test.sy.logPath));
+        }
+    }
+
     void reminderOfAnUnclosedSession()
     {
         TestContext test;

@@ -29,8 +29,8 @@ QString failure(const QString& cause, qsizetype written, int wanted)
     return u"kalmoctl: the phonebook could not be written: %1.\n"
            "The phone now holds %2 of %3 entries, as far as it confirmed them.\n"
            "What it held before is in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
-           "To put it back: kalmoctl phonebook write 'HOME/storage/Backup/Inhalt des Telefons vom TIME.tel'\n"_s
-               .arg(cause)
+           "To put it back: kalmoctl --port 'HOME/line' --storage 'HOME/storage' phonebook write "
+           "'HOME/storage/Backup/Inhalt des Telefons vom TIME.tel'\n"_s.arg(cause)
                .arg(written)
                .arg(wanted);
 }

@@ -1,0 +1,103 @@
+// The way to a handset and into its data mode when the line or the handset fails.
+
+#include "app/SettingsKeys.h"
+#include "handset/Faults.h"
+#include "Shell.h"
+#include "support/Rows.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::cli;
+using namespace kalmo::tests;
+using handset::Faults;
+
+class tst_Finding : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void lineThatGoesAway();
+    void handsetThatDoesNotNameItsModel();
+    void handsetThatDoesNotOpenItsDataMode();
+    void lostAnswerToTheRequestForDataMode();
+};
+
+void tst_Finding::lineThatGoesAway()
+{
+    Handset handset;
+    QCOMPARE(handset(u"find"_s), ExitDone);
+    int commands = 0; // of a search that begins with the right rate
+    for (int at = 1; commands == 0; ++at) {
+        handset.port.handset().setFaults({.hangUpAt = at});
+        const ExitStatus status = handset(u"find"_s);
+        if (status == ExitDone) {
+            commands = at - 1;
+            continue;
+        }
+        const QByteArray row = "at command " + QByteArray::number(at) + ": " + handset.told.toUtf8();
+        QVERIFY2(status == ExitFailed && handset.printed.isEmpty(), row.constData());
+        QVERIFY2(handset.told.contains(u"the line is gone. Is the cable plugged in?\n"_s) ||
+                     handset.told.contains(u"does not exist"_s),
+                 row.constData());
+    }
+    QVERIFY(commands >= 5); // ATZ, model, name, error codes, version
+}
+
+void tst_Finding::handsetThatDoesNotNameItsModel()
+{
+    Shell shell;
+    shell.port.expect("ATZ\r").expect("ATZ\r", "ATZ\r\r\nOK\r\n");
+    shell.script.expect("AT+CGMM\r", "BRUSSELS");
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        shell.port.expect("AT^WPPN\r");
+        if (attempt < 2)
+            shell.port.expect("ATZ\r").expect("ATZ\r");
+    }
+    QCOMPARE(shell.run(u"find"_s), ExitNoPhone);
+    QCOMPARE(shell.told,
+             u"kalmoctl: could not carry out AT^WPPN: the phone did not answer.\n"
+             "kalmoctl: could not find out what handset is at /dev/ttyX (COM1): it takes commands, but does "
+             "not name its model. Leave all menus on it and try again.\n"_s);
+}
+
+void tst_Finding::handsetThatDoesNotOpenItsDataMode()
+{
+    const auto question =
+        u"The phone did not open its data channel. Leave all menus on the phone. Try again?"_s;
+    const Rows<int, ExitStatus, QString> rows{
+        {"one menu", 1, ExitDone, question + u" Yes, retry 1 of 2.\n"_s},
+        {"two menus", 2, ExitDone,
+         question + u" Yes, retry 1 of 2.\n"_s + question + u" Yes, retry 2 of 2.\n"_s},
+        {"a menu for good", 9, ExitFailed,
+         question + u" Yes, retry 1 of 2.\n"_s + question + u" Yes, retry 2 of 2.\nkalmoctl: "_s + question +
+             u"\nGave up after 2 retries.\n"_s},
+    };
+    for (const auto& [menus, status, told] : rows) {
+        Handset handset;
+        handset.port.handset().setFaults({.menuOpen = menus});
+        QCOMPARE(handset(u"--yes files df"_s), status);
+        QCOMPARE(handset.told, told);
+        QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+    }
+}
+
+void tst_Finding::lostAnswerToTheRequestForDataMode()
+{
+    for (const bool yes : {false, true}) {
+        Handset handset;
+        handset.port.handset().setFaults({});
+        QCOMPARE(handset(u"find"_s), ExitDone);
+        const int commands = handset.port.handset().phone().faults.commands;
+        handset.port.handset().setFaults({});
+        handset.port.handset().setFaults({.loseByteAt = commands + 1});
+        QCOMPARE(handset(yes ? u"--yes files df"_s : u"files df"_s), yes ? ExitDone : ExitFailed);
+        QVERIFY2(!handset.port.handset().isInDataMode(), qPrintable(handset.told));
+        QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        QCOMPARE(handset(u"find"_s), ExitDone);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_Finding)
+#include "tst_Finding.moc"
