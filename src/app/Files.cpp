@@ -47,7 +47,7 @@ bool retriesAfter(Context& context, const QString& path, int error)
                 u"Versuch wiederholen?"_s,
         .buttons = Buttons::RetryCancel,
         .icon = Icon::Exclamation,
-        .english = u"The file %1 could not be replaced. Try again?"_s.arg(path),
+        .english = u"Could not replace the file %1. Try again?"_s.arg(path),
     });
     return answer == Answer::Retry;
 }
@@ -136,7 +136,7 @@ bool EnsureDirExists(Context& context, const QString& path)
         .text = u"Der Pfad "_s + (error != 0 ? u'"' + path + u'"' : path) +
                 u" konnte nicht erstellt werden. Bitte wenden Sie sich an den Programmautor."_s,
         .icon = Icon::Critical,
-        .english = u"The folder %1 could not be made."_s.arg(path),
+        .english = u"could not make the folder %1."_s.arg(path),
     });
     return false;
 }
@@ -159,7 +159,7 @@ bool WriteTest(Context& context, const QString& folder)
     if (written && file.remove())
         return true;
     context.dialogs.Show({.text = u"In den Pfad "_s + folder + u" konnte nicht geschrieben werden."_s,
-                          .english = u"The folder %1 is not writable."_s.arg(folder)});
+                          .english = u"could not write to the folder %1."_s.arg(folder)});
     return false;
 }
 

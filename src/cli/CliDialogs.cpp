@@ -50,7 +50,7 @@ QString CliDialogs::PickFolder(const QString& title, const QString&)
 
 QString CliDialogs::nothingChosen(const QString& title)
 {
-    m_out.error(u"a file would have to be chosen here, which needs the window: "_s + title);
+    m_out.error(u"could not choose a file without the window: "_s + title);
     return {};
 }
 

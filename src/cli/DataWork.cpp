@@ -26,17 +26,16 @@ bool bringLineBack(Job& job)
         return true;
     if (!line.port().IsOpen()) {
         job.out.error(
-            u"%1 is gone in the middle of a data session. When the cable is back, \"kalmoctl recover\" "
-            u"takes the\n"
-            u"handset back to commands; if that fails, switch it off and on."_s.arg(job.portName()));
+            u"could not end the data session: %1 is gone. When the cable is back, \"%2\" takes the\n"
+            u"handset back to commands; if that fails, switch it off and on."_s.arg(
+                job.portName(), job.invocation.again(u"recover"_s)));
         return false;
     }
     job.progress.phase(u"Taking the handset back to commands"_s);
     if (obex::recoverLine(line, {}))
         return true;
-    job.out.error(
-        u"the handset did not leave its data mode, and takes no commands now. Switch it off and on.\n"
-        u"If it is not found then, pull its cable out for five seconds."_s);
+    job.out.error(u"could not take the handset back to commands: it does not answer. Switch it off and on.\n"
+                  u"If it is not found then, pull its cable out for five seconds."_s);
     return false;
 }
 

@@ -38,42 +38,43 @@ QString ratesTried(const app::Context& context)
 
 ExitStatus tellSilence(Job& job, const QString& rates)
 {
-    job.out.error(u"no handset answers at %1. Tried: %2 baud.\n"
-                  u"Is the handset switched on and firmly on its cable, is it the right port (\"kalmoctl "
+    job.out.error(u"could not find a handset at %1: nothing answers at %2 baud.\n"
+                  u"Is the handset switched on and firmly on its cable? Is it the right port (\"kalmoctl "
                   u"ports\" lists\n"
-                  u"them), and is Bluetooth off in the handset while it is on a cable? Switching the handset "
-                  u"off and on\n"
-                  u"and plugging the cable in anew often helps. If a program was broken off in the middle of "
-                  u"a transfer,\n"
-                  u"\"kalmoctl recover\" takes the handset back to commands."_s.arg(job.portName(), rates));
+                  u"them)? Is Bluetooth off in the handset while it is on a cable? Switching the handset off "
+                  u"and on\n"
+                  u"and plugging the cable in again often helps. If a program was stopped in the middle of a "
+                  u"transfer,\n"
+                  u"\"%3\" takes the handset back to commands."_s.arg(job.portName(), rates,
+                                                                      job.invocation.again(u"recover"_s)));
     return ExitNoPhone;
 }
 
 ExitStatus tellLineGone(Job& job)
 {
-    job.out.error(
-        u"could not find out what handset is at %1: the line is gone. Is the cable plugged in?"_s.arg(
-            job.portName()));
+    job.out.error(u"could not identify the handset at %1: the line is gone. Is the cable plugged in?"_s.arg(
+        job.portName()));
     return ExitFailed;
 }
 
 ExitStatus tellUnknown(Job& job, const QString& rawId)
 {
     if (rawId.isEmpty() || job.line.lastFailure() != link::RxFailure::None) {
-        job.out.error(u"could not find out what handset is at %1: it takes commands, but does not name its "
+        job.out.error(u"could not identify the handset at %1: it takes commands, but does not name its "
                       u"model. Leave all menus on it and try again."_s.arg(job.portName()));
         return ExitNoPhone;
     }
     const QString key = rawId.contains(u"^WPPN"_s) ? u"BRUSSELS:"_s + rawId : rawId;
     if (printable(rawId) != rawId) {
-        job.out.error(u"the device at %1 is no handset that Kalmo knows. It answers:\n  %2"_s.arg(
-            job.portName(), printable(rawId)));
+        job.out.error(
+            u"could not identify the device at %1: Kalmo does not know its model. It answers:\n  %2"_s.arg(
+                job.portName(), printable(rawId)));
         return ExitNoPhone;
     }
     job.out.error(
-        u"the device at %1 is no handset that Kalmo knows. It answers:\n"
+        u"could not identify the device at %1: Kalmo does not know its model. It answers:\n"
         u"  %2\n"
-        u"If it is much like a known one, its family (1 to 13) can be set in %3:\n"
+        u"If it works like a known model, set the family of that one (1 to 13) in %3:\n"
         u"  [Alias]\n"
         u"  %4=FAMILY"_s.arg(job.portName(), rawId, app::iniPath(job.context.sy.Paths.Storage), key));
     return ExitNoPhone;
@@ -110,7 +111,7 @@ ExitStatus findPhone(Job& job)
     const Command* command = job.invocation.command;
     if (!command->fits || command->fits(job.phoneType()))
         return ExitDone;
-    job.out.error(u"\"%1\" is for %2. This is one of family %3 (%4)."_s.arg(
+    job.out.error(u"could not run \"%1\": it needs %2. This one is of family %3 (%4)."_s.arg(
         command->words, command->needs, QString::number(job.phoneType()), job.context.sy.PhoneID));
     return ExitFailed;
 }

@@ -92,7 +92,7 @@ void Output::toOut(const QByteArray& bytes)
     if (fault == 0 || m_readerGone)
         return;
     m_complete = false;
-    error(u"the result could not be written: "_s + QString::fromLocal8Bit(std::strerror(fault)));
+    error(u"could not write the result: "_s + QString::fromLocal8Bit(std::strerror(fault)));
 }
 
 } // namespace kalmo::cli

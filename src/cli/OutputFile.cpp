@@ -35,7 +35,7 @@ bool canSaveOutput(Job& job)
         reason = u"the folder %1 may not be written to"_s.arg(folder.filePath());
     else
         return true;
-    job.out.error(u"%1 can't be written: %2."_s.arg(path, reason));
+    job.out.error(u"could not write %1: %2."_s.arg(path, reason));
     return false;
 }
 
@@ -45,16 +45,16 @@ bool saveOutput(Job& job, const Reading& reading)
     if (path.isEmpty())
         return true;
     if (reading.isDoubtful && app::FileExists(path)) {
-        job.out.error(u"the older file %1 stays as it is."_s.arg(path));
+        job.out.error(u"did not replace the older file %1."_s.arg(path));
         return true;
     }
     if (reading.count == 0 && holdsMore(path, reading)) {
-        job.out.error(u"the phone holds none, so the older file %1 stays as it is."_s.arg(path));
+        job.out.error(u"did not replace the older file %1: the phone holds no entries."_s.arg(path));
         return false;
     }
     QString reason;
     if (!app::writeWholeFile(path, reading.bytes(), &reason)) {
-        job.out.error(u"%1 could not be written: %2."_s.arg(path, reason));
+        job.out.error(u"could not write %1: %2."_s.arg(path, reason));
         return false;
     }
     job.out.note(u"%1 saved in %2.\n"_s.arg(entryCount(reading.count), path));

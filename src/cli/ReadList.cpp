@@ -55,7 +55,7 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
     }
     job.progress.clear();
     if (!done && job.stop.Checked()) {
-        job.out.error(u"interrupted while the %1 was read."_s.arg(name));
+        job.out.error(u"could not read the %1: interrupted."_s.arg(name));
         return ExitRefused;
     }
     if (!done) {
@@ -65,7 +65,7 @@ ExitStatus readOnce(Job& job, Store store, ListRead& read)
             cause = u"%1 is gone"_s.arg(job.portName());
         else if (phonedata::certaintyOf(job.memory, store) != phonedata::Certainty::Unknown)
             cause = u"the phone did not confirm the end"_s;
-        job.out.error(u"the %1 could not be read: %2."_s.arg(name, cause));
+        job.out.error(u"could not read the %1: %2."_s.arg(name, cause));
         return ExitFailed;
     }
     read.entries = phonedata::classicEntries(*list);
@@ -106,11 +106,12 @@ ExitStatus showList(Job& job, Store store)
         return ExitDone;
     if (!read.isDoubtful) {
         job.out.error(
-            u"%1 can't hold all texts as the phone does. Save them in a .json file too."_s.arg(path));
+            u"could not save all texts in %1 as the phone has them. Save them in a .json file too."_s.arg(
+                path));
         return ExitFailed;
     }
     job.out.error(
-        u"the line was disturbed in both readings, so an entry may be missing or garbled. Read again."_s);
+        u"could not read without a disturbance, so an entry may be missing or garbled. Read again."_s);
     return ExitFailed;
 }
 

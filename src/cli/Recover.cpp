@@ -98,8 +98,9 @@ ExitStatus runRecover(Job& job)
         job.out.error(u"interrupted."_s);
         return ExitRefused;
     }
-    job.out.error(u"nothing at %1 came back to commands. Switch the handset off and on; if it is not found "
-                  u"then, pull its\ncable out for five seconds."_s.arg(job.portName()));
+    job.out.error(
+        u"could not take a handset at %1 back to commands: nothing answers. Switch the handset off "
+        u"and on; if it is not\nfound then, pull its cable out for five seconds."_s.arg(job.portName()));
     return ExitNoPhone;
 }
 

@@ -43,8 +43,8 @@ ExitStatus Session::finish(ExitStatus status)
 {
     const bool isLogged = m_machine.log.fault().isEmpty();
     if (!isLogged)
-        m_out.error(u"the log %1 lacks lines that could not be written: %2."_s.arg(m_machine.sy.logPath,
-                                                                                   m_machine.log.fault()));
+        m_out.error(u"could not write all lines of the log %1: %2."_s.arg(m_machine.sy.logPath,
+                                                                          m_machine.log.fault()));
     return status == ExitDone && (!isLogged || !m_out.isComplete()) ? ExitFailed : status;
 }
 
@@ -56,7 +56,7 @@ bool Session::openStorage()
     m_machine.sy.Paths.Storage = path;
     m_machine.sy.DefUserExpRoot = m_machine.platform.SpecialFolder(app::Folder::Documents, false);
     if (!app::EnsureDirExistsNoMsgBox(m_machine.context, path)) {
-        m_out.error(u"the storage folder %1 does not exist and can't be made."_s.arg(path));
+        m_out.error(u"could not make the storage folder %1."_s.arg(path));
         return false;
     }
     // A folder that can't be made is told by whoever needs it: reading a phone needs none.
@@ -70,7 +70,8 @@ bool Session::openLog()
     if (!m_invocation.has(u"--log"_s))
         return true;
     const QString path = link::absolutePath(m_invocation.value(u"--log"_s));
-    return isFine(namesOtherFile(path) ? u"%1 can't be the log as well"_s.arg(path) : m_machine.logTo(path));
+    return isFine(namesOtherFile(path) ? u"could not log to %1: the command uses that file itself"_s.arg(path)
+                                       : m_machine.logTo(path));
 }
 
 /// Whether the command reads or writes that file.

@@ -31,7 +31,7 @@ bool isRefusedName(Job& job, const QList<SavedKind>& kinds)
     for (const SavedKind kind : kinds)
         endings += endingsFor(kind, FormatUse::Writing);
     endings.removeDuplicates();
-    job.out.error(u"%1 ends neither in %2."_s.arg(path, endingsInWords(endings)));
+    job.out.error(u"could not save in %1: its name ends neither in %2."_s.arg(path, endingsInWords(endings)));
     return true;
 }
 

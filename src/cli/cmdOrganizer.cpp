@@ -105,7 +105,8 @@ ExitStatus runOrganizer(Job& job, const Organizer& organizer)
     const QString path = job.invocation.value(u"--output"_s);
     const bool isJson = path.endsWith(u".json"_s, Qt::CaseInsensitive);
     if (!path.isEmpty() && !isJson && !path.endsWith(organizer.ending, Qt::CaseInsensitive)) {
-        job.out.error(u"%1 ends neither in %2 nor in .json."_s.arg(path, organizer.ending));
+        job.out.error(
+            u"could not save in %1: its name ends neither in %2 nor in .json."_s.arg(path, organizer.ending));
         return ExitWrongUse;
     }
     if (!canSaveOutput(job))

@@ -29,7 +29,7 @@ QString Machine::logTo(const QString& path)
     sy.logPath = absolutePath(path);
     QFile file(sy.logPath);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
-        return u"the log %1 can't be written: %2"_s.arg(sy.logPath, file.errorString());
+        return u"could not write the log %1: %2"_s.arg(sy.logPath, file.errorString());
     sy.debug = true;
     sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
     return {};
@@ -40,7 +40,8 @@ QString Machine::usePort(const QString& word)
     sy.ComNoForThisRun = portForThisRun(ports, word);
     if (sy.ComNoForThisRun > 0)
         return {};
-    return u"%1 is no port; say a number from 1 to %2, or a device"_s.arg(word, QString::number(largestPort));
+    return u"could not use the port %1: give a number from 1 to %2, or a device"_s.arg(
+        word, QString::number(largestPort));
 }
 
 QString absolutePath(const QString& path)

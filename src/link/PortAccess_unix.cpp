@@ -18,7 +18,7 @@ namespace {
 PortFault missing(const QString& path)
 {
     return {u"Das Gerät %1 ist nicht vorhanden. Prüfen Sie, ob das Kabel eingesteckt ist."_s.arg(path),
-            u"%1 does not exist. Is the cable plugged in?"_s.arg(path)};
+            u"could not open %1: it does not exist. Is the cable plugged in?"_s.arg(path)};
 }
 
 PortFault notPermitted(const QString& path)
@@ -30,13 +30,13 @@ PortFault notPermitted(const QString& path)
             u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört %2 und der Gruppe %3, die es auch "
             u"nicht benutzen darf. Bitten Sie den Verwalter des Rechners um das Recht zum Lesen und "
             u"Schreiben."_s.arg(path, info.owner(), group),
-            u"No permission for %1: it belongs to %2, group %3, and the group may not use it either. Ask the "
+            u"could not open %1: it belongs to %2, group %3, and the group may not use it either. Ask the "
             u"administrator for read and write access."_s.arg(path, info.owner(), group)};
     }
     return {u"Für das Gerät %1 fehlt Ihnen das Zugriffsrecht; es gehört der Gruppe %2. Nehmen Sie Ihr "
             u"Benutzerkonto in diese Gruppe auf (sudo usermod -aG %2 IhrName) und melden Sie sich danach neu "
             u"an."_s.arg(path, group),
-            u"No permission for %1: it belongs to the group %2. Join it (sudo usermod -aG %2 yourname) and "
+            u"could not open %1: it belongs to the group %2. Join it (sudo usermod -aG %2 yourname) and "
             u"log in again."_s.arg(path, group)};
 }
 
@@ -47,7 +47,8 @@ PortFault portInUse(const QString& devicePath)
     return {
         u"Das Gerät %1 wird bereits von einem anderen Programm benutzt. Beenden Sie dieses Programm."_s.arg(
             devicePath),
-        u"%1 is in use by another program, perhaps by Kalmo's window. Close that program."_s.arg(devicePath)};
+        u"could not open %1: another program uses it, perhaps Kalmo's window. Close that program."_s.arg(
+            devicePath)};
 }
 
 bool claimPort(const QSerialPort& port)
@@ -66,11 +67,11 @@ PortFault examinePort(const QString& devicePath, bool isRefused, const QString& 
         return notPermitted(devicePath);
     if (QFileInfo(devicePath).isFile() || QFileInfo(devicePath).isDir())
         return {u"%1 ist keine serielle Schnittstelle."_s.arg(devicePath),
-                u"%1 is not a serial device."_s.arg(devicePath)};
+                u"could not open %1: it is not a serial device."_s.arg(devicePath)};
     if (isRefused)
         return portInUse(devicePath);
     return {u"Das Gerät %1 lässt sich nicht öffnen: %2"_s.arg(devicePath, systemText),
-            u"%1 can't be opened: %2"_s.arg(devicePath, systemText)};
+            u"could not open %1: %2"_s.arg(devicePath, systemText)};
 }
 
 } // namespace kalmo::link

@@ -22,7 +22,8 @@ bool QtSerialPort::Open(const QString& portName)
         m_fault = {
             u"Für COM%1 ist kein Gerät bekannt. Stecken Sie das Datenkabel ein oder wählen Sie in den "
             u"Einstellungen einen anderen Anschluss."_s.arg(number),
-            u"No device is known for COM%1. Plug in the cable, or choose a port with --port."_s.arg(number)};
+            u"could not open COM%1: no device has that number. Plug in the cable, or choose a port with --port."_s
+                .arg(number)};
         return false;
     }
     m_port.setPortName(path);

@@ -145,7 +145,7 @@ void Line::PurgeQueue()
                                 u"SPortPurgeQueue_Manual - InCount="_s + QString::number(left));
     show({.text = u"SPortPurgeQueue mehrfach gescheitert. Bitte wenden Sie sich an den Programmautor."_s,
           .icon = Icon::Critical,
-          .english = u"The serial line does not fall silent."_s});
+          .english = u"could not empty the serial line: bytes keep coming."_s});
 }
 
 void Line::Tx(QByteArray text)
@@ -272,7 +272,7 @@ void Line::TxDirect(const QByteArray& bytes)
     if (bytes.size() > stagingSize) {
         show({.text = u"Obex Sendefehler. Bitte starten Sie Ihr Telefon und Kalmo neu. Taucht das "
                       u"Problem wieder auf, wenden Sie sich bitte an den Programmautor."_s,
-              .english = u"Internal error: a frame of %1 bytes is too large to send."_s.arg(bytes.size())});
+              .english = u"could not send a frame of %1 bytes: it is too large."_s.arg(bytes.size())});
         m_context.log.WriteDebugLog(u"Terminate"_s, u"StringToByteArray-Error:"_s + fromCp1252(bytes));
         ClosePort();
         m_context.ending.EndProgram();
@@ -299,8 +299,8 @@ void Line::endAfterSendError(const QByteArray& bytes, int sent)
                   u"Sie sich bitte an den Programmautor."_s.arg(sent)
                       .arg(bytes.size()),
           .icon = Icon::Exclamation,
-          .english = u"The line took %1 of %2 bytes: it is gone. Switch the handset off and on before the "
-                     u"next try, or say \"kalmoctl recover\" when the line is back."_s.arg(sent)
+          .english = u"could not send: the line took %1 of %2 bytes. Switch the handset off and on before "
+                     u"the next try, or run \"kalmoctl recover\" when the line is back."_s.arg(sent)
                          .arg(bytes.size())});
     m_context.log.WriteDebugLog(u"Terminate"_s, u"eComm TxLen: %1 Done:%2"_s.arg(bytes.size()).arg(sent));
     ClosePort();

@@ -144,9 +144,10 @@ bool GetPhoneTime(Line& line, QDateTime& dateTime)
     }
     if (parseClock(fromCp1252(answer), dateTime))
         return true;
-    line.context().dialogs.Show({.text = u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s,
-                                 .icon = Icon::Information,
-                                 .english = u"The phone's clock could not be read."_s});
+    line.context().dialogs.Show(
+        {.text = u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s,
+         .icon = Icon::Information,
+         .english = u"could not read the phone's clock: its answer holds no time."_s});
     return false;
 }
 

@@ -83,44 +83,44 @@ constexpr auto localCodes = std::to_array<Row>({
      u"wieder aufgerufen werden, um die Kommunikation mit dem Telefon erneut aufzubauen. Taucht der Fehler "
      u"danach immer noch sofort wieder auf, muß das Telefon einmal aus- und wieder eingeschaltet und %1 neu "
      u"gestartet werden.",
-     u"The phone did not answer in time"},
-    {Cancelled, u"Vorzeitiger Abbruch durch den Benutzer.", u"Cancelled"},
-    {DeleteFailed, u"Löschen einer Datei fehlgeschlagen.", u"A local file could not be removed"},
+     u"the phone did not answer in time"},
+    {Cancelled, u"Vorzeitiger Abbruch durch den Benutzer.", u"cancelled by the user"},
+    {DeleteFailed, u"Löschen einer Datei fehlgeschlagen.", u"a local file could not be removed"},
     {UnknownProvider,
      u"Der aktuelle Provider für den das Providerlogo zugewiesen werden soll ist Orvane! nocht nicht "
      u"bekannt. Bitte schließen Sie dieses Programmfester, stellen Sie sicher, daß das Handy im Netz "
      u"eingebucht ist und rufen Sie die Funktion noch einmal auf.",
-     u"The network's provider is not known"},
+     u"the network's provider is not known"},
     {TooMuchData, u"Die Daten sind größer als 64 MB. Die Übertragung wurde abgebrochen.",
-     u"The data is larger than 64 MB, the transfer was stopped"},
+     u"the data is larger than 64 MB; the transfer was stopped"},
     {RequestTooLong, u"Der Name oder Pfad ist zu lang für das Telefon. Es wurde nichts gesendet.",
-     u"The name or path is too long for the phone, nothing was sent"},
+     u"the name or path is too long for the phone; nothing was sent"},
     {ChannelNotOpen,
      u"Der Datenkanal zum Telefon ist nicht offen oder mit einer anderen Aktion beschäftigt. Es wurde "
      u"nichts gesendet.",
-     u"The data channel to the phone is not open or busy, nothing was sent"},
+     u"the data channel to the phone is not open or busy; nothing was sent"},
     {ReadFailed, u"Die Datei auf dem Computer konnte nicht gelesen werden.",
-     u"The local file could not be read"},
+     u"the local file could not be read"},
     {WriteFailed, u"Die Datei konnte auf dem Computer nicht gespeichert werden.",
-     u"The local file could not be written"},
+     u"the local file could not be written"},
     {FolderUnknown,
      u"Der aktuelle Ordner im Telefon ist nicht bekannt. Wechseln Sie zuerst in das Basisverzeichnis. Es "
      u"wurde nichts gesendet.",
-     u"The phone's current folder is not known, nothing was sent"},
+     u"the phone's current folder is not known; nothing was sent"},
     {NeverEnough,
      u"Das Telefon fordert immer weitere Daten an, obwohl die Datei vollständig gesendet wurde. Die "
      u"Übertragung wurde abgebrochen.",
-     u"The phone keeps asking for more after the end of the file, the transfer was aborted"},
+     u"the phone keeps asking for more after the end of the file; the transfer was aborted"},
     {ChannelRefused,
      u"Das Telefon hat den Datenkanal nicht geöffnet. Stellen Sie sicher, daß das Telefon in keinem "
      u"Menüpunkt ist - ggf. die rote Taste mehrfach drücken - und wiederholen Sie die Aktion.",
-     u"The phone refused to open its data channel; leave all menus on the phone and try again"},
+     u"the phone refused to open its data channel; leave all menus on the phone and try again"},
     {ChannelStuck,
      u"Das Telefon reagiert nicht mehr auf Fernsteuerbefehle. Das Telefon MUSS einmal aus- und wieder "
      u"eingeschaltet und %1 neu gestartet werden.\n"
      u"Häufigster Grund für diesen Fehler ist eine Unterbrechnung während der Kommunikation (Kabel "
      u"Abziehen, IrDA / Bluetooth Verbindungsabbrüche) - Bitte vermeiden Sie diese Unterbrechnungen.",
-     u"The phone did not leave its data mode"},
+     u"the phone did not leave its data mode"},
 });
 
 const Row* find(int code)

@@ -62,7 +62,7 @@ void clsMmc::ErrMsg(int code)
                              GetFriedlyErrMsg(code),
                      .title = app::productName(),
                      .icon = Icon::Exclamation,
-                     .english = u"The phone could not be accessed: %1."_s.arg(friendlyErrorEnglish(code))});
+                     .english = u"could not access the phone: %1."_s.arg(friendlyErrorEnglish(code))});
     }
     log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
 }

@@ -61,7 +61,7 @@ QString clsMmc::decodeListing(const QString& raw)
                          u"fehlerhafte Sonderzeichen enthalten. Bitte wenden Sie sich an den "
                          u"Programmautor."_s,
                      .title = app::productName(),
-                     .english = u"The listing ends in the middle of a letter."_s});
+                     .english = u"could not decode the whole listing: it ends in the middle of a letter."_s});
     }
     log(u"UFT8Dec: ExitError"_s, u"ErrNr=%1"_s.arg(letterIsMissing));
     return text;

@@ -116,7 +116,7 @@ void clsMmc::stamp(const QString& targetFile, const QDateTime& modified)
         m_line.show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
                      .title = app::productName(),
                      .icon = Icon::Exclamation,
-                     .english = u"The time stamp of %1 could not be set."_s.arg(targetFile)});
+                     .english = u"could not set the time of %1."_s.arg(targetFile)});
     }
     log(u"Error"_s, u"Proc: GetFile(SetTS), Err=%1 File="_s.arg(timeNotSet) + targetFile + u" TimeStamp="_s +
                         modified.toString(Qt::ISODate));

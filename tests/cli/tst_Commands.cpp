@@ -135,32 +135,33 @@ void tst_Commands::failures()
         shell.port.openable = false;
     });
     rows.add("no phone", u"find"_s, ExitNoPhone,
-             u"kalmoctl: no handset answers at /dev/ttyX (COM1). Tried: 19200, 115200, 115200 "
-             "with line feeds baud.\nIs the handset switched on"_s,
+             u"kalmoctl: could not find a handset at /dev/ttyX (COM1): nothing answers at 19200, 115200, "
+             "115200 with line feeds baud.\nIs the handset switched on"_s,
              silence);
     rows.add("unknown phone", u"find"_s, ExitNoPhone,
-             u"kalmoctl: the device at /dev/ttyX (COM1) is no handset that Kalmo knows. It answers:\n"
+             u"kalmoctl: could not identify the device at /dev/ttyX (COM1): Kalmo does not know its model. "
+             "It answers:\n"
              "  ^WPPN: 3,X99\n"
-             "If it is much like a known one, its family (1 to 13) can be set in "_s,
+             "If it works like a known model, set the family of that one (1 to 13) in "_s,
              [](Shell& shell) {
                  shell.port.expect("ATZ\r").expect("ATZ\r", "ATZ\r\r\nOK\r\n");
                  shell.script.expect("AT+CGMM\r", "GAM").expect("AT^WPPN\r", "^WPPN: 3,X99");
              });
     rows.add("read that stops half-way", u"phonebook read"_s, ExitFailed,
-             u"kalmoctl: the phonebook could not be read: the phone did not give entry 2.\n"_s,
+             u"kalmoctl: could not read the phonebook: the phone did not give entry 2.\n"_s,
              [](Shell& shell) {
                  shell.found("WOODSTOCK").expect("AT^WSSL=\"TB\"\r").expect("AT^WSRE\r", "^WSRE: 1,A,1,1,0,");
                  shell.script.refuse("AT^WSRE\r").expect("AT\r");
              });
     rows.add("cable that is pulled out", u"phonebook read"_s, ExitFailed,
-             u"kalmoctl: the phonebook could not be read: /dev/ttyX (COM1) is gone.\n"_s, [](Shell& shell) {
+             u"kalmoctl: could not read the phonebook: /dev/ttyX (COM1) is gone.\n"_s, [](Shell& shell) {
                  shell.found("WOODSTOCK").expect("AT^WSSL=\"TB\"\r");
                  shell.port.expect("AT^WSRE\r").then([&shell] { shell.port.Close(); }).expect("AT\r");
              });
     rows.add("file that can't be written", u"phonebook read -o /nowhere/x.tel"_s, ExitFailed,
-             u"kalmoctl: /nowhere/x.tel can't be written: there is no folder /nowhere.\n"_s, [](Shell&) {});
+             u"kalmoctl: could not write /nowhere/x.tel: there is no folder /nowhere.\n"_s, [](Shell&) {});
     rows.add("nothing to save in the place of an older list", u"-q phonebook read -o old.tel"_s, ExitFailed,
-             u"kalmoctl: the phone holds none, so the older file old.tel stays as it is.\n"_s,
+             u"kalmoctl: did not replace the older file old.tel: the phone holds no entries.\n"_s,
              [](Shell& shell) {
                  shell.file(u"old.tel"_s, "\"A\",\"1\"\r\n");
                  QDir::setCurrent(shell.test.folder.path());

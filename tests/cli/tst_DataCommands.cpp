@@ -66,7 +66,7 @@ void tst_DataCommands::runs()
              "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':'HOME/Liesmich.txt','size':64},"
              "{'name':'..','path':'/..','saved':null,'size':null},"
              "{'name':'Piep.wav','path':'/Sounds/../Piep.wav','saved':null,'size':null}]"_s,
-             u"kalmoctl: The phone could not be accessed: ReCode: 404 Data Not Found.\n"
+             u"kalmoctl: could not access the phone: ReCode: 404 Data Not Found.\n"
              "kalmoctl: /Nope/x can't be had: its folder could not be listed.\n"
              "kalmoctl: /Sounds is a folder.\n"
              "kalmoctl: /.. can't be the name of a file here.\n"
@@ -104,7 +104,7 @@ void tst_DataCommands::runs()
              });
     rows.add("a full phone", u"files put a.txt"_s, ExitFailed,
              u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'written':false}]"_s,
-             u"kalmoctl: The phone could not be accessed: ReCode: Database Full, there is no room left in "
+             u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in "
              "the phone.\nkalmoctl: HOME/a.txt was not sent.\n"_s,
              [](Handset& handset) {
                  handset.file(u"a.txt"_s, "a");
@@ -132,14 +132,14 @@ void tst_DataCommands::runs()
              });
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,
-             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed.\n"
+             u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
              "kalmoctl: /Pictures was not deleted.\n"_s,
              nothing);
     rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
              u"{'from':'/Liesmich.txt','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
     rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,
              ExitFailed, {},
-             u"kalmoctl: The phone could not be accessed: ReCode: 412 Precondition failed.\n"
+             u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
              "kalmoctl: /Pictures was not moved to /Pictures/sub.\n"_s,
              nothing);
     rows.add("mv replaces nothing", u"files mv Liesmich.txt Sounds/Gong.mid"_s, ExitFailed, {},

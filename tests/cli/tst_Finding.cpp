@@ -58,7 +58,7 @@ void tst_Finding::handsetThatDoesNotNameItsModel()
     QCOMPARE(shell.run(u"find"_s), ExitNoPhone);
     QCOMPARE(shell.told,
              u"kalmoctl: could not carry out AT^WPPN: the phone did not answer.\n"
-             "kalmoctl: could not find out what handset is at /dev/ttyX (COM1): it takes commands, but does "
+             "kalmoctl: could not identify the handset at /dev/ttyX (COM1): it takes commands, but does "
              "not name its model. Leave all menus on it and try again.\n"_s);
 }
 

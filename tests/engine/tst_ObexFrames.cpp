@@ -100,7 +100,7 @@ void tst_ObexFrames::codesInWords()
          u"ReCode: 500 Internal Server Error, please try again"_s},
         {"unknown", 0x7F, u"ReCode: unknown ReCode - &H7F"_s, u"ReCode: unknown ReCode - &H7F"_s},
         {"of the client", -4, u"Löschen einer Datei fehlgeschlagen."_s,
-         u"A local file could not be removed"_s},
+         u"a local file could not be removed"_s},
         {"unknown, below 0", -2, u"ReCode: unknown ReCode - &HFFFE"_s, u"ReCode: unknown ReCode - &HFFFE"_s},
     };
     for (const auto& [code, german, english] : rows) {

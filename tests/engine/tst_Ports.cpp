@@ -88,7 +88,8 @@ void tst_Ports::numbersStayWithTheirDevices()
     QCOMPARE(table.devicePath(9), u"/dev/pts/8"_s);
     devices.list = {{u"COM7"_s, {}, u"Numbered by the system"_s, {}, {}}};
     QCOMPARE(table.numbers(), QList<int>{7});
-    QVERIFY(link::examinePort(u"/dev/null"_s, true, u"Belegt"_s).english.contains(u"in use by another"_s));
+    QVERIFY(
+        link::examinePort(u"/dev/null"_s, true, u"Belegt"_s).english.contains(u"another program uses it"_s));
 }
 
 void tst_Ports::numbersHoldBeforeSettingsCanBeWritten()

@@ -38,7 +38,7 @@ private Q_SLOTS:
             {"interrupted: the data channel is closed",
              SIGINT,
              4,
-             u"kalmoctl: The phone could not be accessed: Cancelled.\n"
+             u"kalmoctl: could not access the phone: cancelled by the user.\n"
              "kalmoctl: HOME/big.bin was not sent; the phone may hold a part of it as /big.bin.\n"
              "kalmoctl: interrupted.\n"_s,
              {}},

@@ -17,18 +17,18 @@ private Q_SLOTS:
     {
         const Rows<QString, int, QString> rows{
             {"port that is not there", u"--port HOME/nothing find"_s, 1,
-             u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\n"_s},
+             u"kalmoctl: could not open HOME/nothing: it does not exist. Is the cable plugged in?\n"_s},
             {"port that is a file", u"--port HOME/hostile.tel find"_s, 1,
-             u"kalmoctl: HOME/hostile.tel is not a serial device.\n"_s},
+             u"kalmoctl: could not open HOME/hostile.tel: it is not a serial device.\n"_s},
             {"storage that can't be made", u"--storage /proc/kalmo ports"_s, 2,
-             u"kalmoctl: the storage folder /proc/kalmo does not exist and can't be made.\n"_s},
+             u"kalmoctl: could not make the storage folder /proc/kalmo.\n"_s},
             {"log that can't be written", u"--log HOME ports"_s, 2,
-             u"kalmoctl: the log HOME can't be written: Is a directory.\n"_s},
+             u"kalmoctl: could not write the log HOME: Is a directory.\n"_s},
             {"log that is the user's list", u"--log HOME/hostile.tel phonebook write HOME/hostile.tel"_s, 2,
-             u"kalmoctl: HOME/hostile.tel can't be the log as well.\n"_s},
+             u"kalmoctl: could not log to HOME/hostile.tel: the command uses that file itself.\n"_s},
             {"log on a full disk", u"--port HOME/nothing --log /dev/full find"_s, 1,
-             u"kalmoctl: HOME/nothing does not exist. Is the cable plugged in?\n"
-             "kalmoctl: the log /dev/full lacks lines that could not be written: No space left on device.\n"_s},
+             u"kalmoctl: could not open HOME/nothing: it does not exist. Is the cable plugged in?\n"
+             "kalmoctl: could not write all lines of the log /dev/full: No space left on device.\n"_s},
             {"hostile .json", u"--yes phonebook write HOME/hostile.json"_s, 2,
              u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
              "too deeply nested document.\n"_s},
@@ -69,8 +69,9 @@ private Q_SLOTS:
         const ProgramRun second =
             programs.run(u"env"_s, {u"kalmoctl"_s, u"--storage"_s, programs.path(u"other"_s), u"--port"_s,
                                     programs.line(), u"find"_s});
-        QCOMPARE(second.err, u"kalmoctl: HOME/line is in use by another program, perhaps by Kalmo's window. "
-                             "Close that program.\n"_s);
+        QCOMPARE(second.err,
+                 u"kalmoctl: could not open HOME/line: another program uses it, perhaps Kalmo's window. "
+                 "Close that program.\n"_s);
         QCOMPARE(second.status, 1);
         QCOMPARE(programs.finishKalmoctl().status, 0);
         QCOMPARE(programs.stopHandset(), QString());
