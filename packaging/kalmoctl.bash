@@ -23,7 +23,7 @@ _kalmoctl()
         --to) ;;
         *)
             case ${given[*]} in
-                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files recover' ;;
+                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
                 phonebook) words='read write add set delete' ;;
                 providers) words='read write' ;;

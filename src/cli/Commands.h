@@ -30,6 +30,7 @@ ExitStatus runFilesMkdir(Job& job);
 ExitStatus runFilesMv(Job& job);
 ExitStatus runFilesDf(Job& job);
 ExitStatus runFilesAttr(Job& job);
+ExitStatus runHistory(Job& job);
 ExitStatus runRecover(Job& job);
 
 } // namespace kalmo::cli

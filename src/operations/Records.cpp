@@ -41,6 +41,49 @@ qint64 numberOf(const QString& text)
     return QString::number(number) == text ? number : 0;
 }
 
+QString rootOf(const app::Context& context)
+{
+    return QDir(context.sy.Paths.Storage).filePath(u"Verlauf"_s);
+}
+
+/// The numbers of the files in a folder, the largest first, broken files included: no number is given twice.
+std::vector<qint64> numbersIn(const QString& folder)
+{
+    std::vector<qint64> found;
+    const QStringList names = QDir(folder).entryList({u'*' + recordEnding}, QDir::Files);
+    for (const QString& name : names) {
+        if (const qint64 number = numberOf(name.chopped(recordEnding.size())); number > 0)
+            found.push_back(number);
+    }
+    std::sort(found.begin(), found.end(), std::greater());
+    return found;
+}
+
+QString recordPath(const QString& folder, qint64 number)
+{
+    return QDir(folder).filePath(QString::number(number) + recordEnding);
+}
+
+/// The headers of a folder's records, the newest first.
+std::vector<Record> headersIn(const QString& folder)
+{
+    std::vector<Record> records;
+    for (const qint64 number : numbersIn(folder)) {
+        auto record = readRecordFile(recordPath(folder, number), RecordDepth::HeaderOnly);
+        if (record && numberOf(record->id) == number)
+            records.push_back(std::move(*record));
+    }
+    return records;
+}
+
+QStringList foldersIn(const QString& root)
+{
+    QStringList folders = QDir(root).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+    for (QString& folder : folders)
+        folder = QDir(root).filePath(folder);
+    return folders;
+}
+
 void setReason(QString* reason, const QString& text)
 {
     if (reason)
@@ -50,9 +93,8 @@ void setReason(QString* reason, const QString& text)
 } // namespace
 
 Records::Records(const app::Context& context, PhoneIdentity phone)
-    : m_context(context), m_phone(std::move(phone)),
-      m_folder(QDir(context.sy.Paths.Storage)
-                   .filePath(u"Verlauf/%1_%2"_s.arg(folderWord(m_phone.model), folderWord(m_phone.serial))))
+    : m_context(context), m_phone(std::move(phone)), m_root(rootOf(context)),
+      m_folder(QDir(m_root).filePath(u"%1_%2"_s.arg(folderWord(m_phone.model), folderWord(m_phone.serial))))
 {
 }
 
@@ -65,12 +107,11 @@ std::optional<QString> Records::begin(RecordedList list, const QString& cause, i
     }
     QLockFile lock(lockPath());
     if (!lock.tryLock(lockPatience)) {
-        setReason(reason, u"%1 can't be locked"_s.arg(m_folder));
+        setReason(reason, u"%1 can't be locked"_s.arg(m_root));
         return {};
     }
     removeLeftovers();
-    const auto taken = numbers();
-    const qint64 number = taken.empty() ? 1 : taken.front() + 1;
+    const qint64 number = nextNumber();
     if (number > largestNumber) {
         setReason(reason, u"%1 has no number left"_s.arg(m_folder));
         return {};
@@ -88,6 +129,7 @@ std::optional<QString> Records::begin(RecordedList list, const QString& cause, i
         return {};
     }
     app::syncFolder(m_folder);
+    app::syncFolder(m_root);
     removeOldest();
     return record.id;
 }
@@ -105,12 +147,20 @@ bool Records::finish(const QString& id, State state, const QJsonObject& details)
 
 std::vector<Record> Records::all() const
 {
+    std::vector<Record> records = headersIn(m_folder);
+    std::erase_if(records, [this](const Record& record) { return record.phone != m_phone; });
+    return records;
+}
+
+std::vector<Record> Records::ofAllPhones(const app::Context& context)
+{
     std::vector<Record> records;
-    for (const qint64 number : numbers()) {
-        auto record = readRecordFile(pathOf(number), RecordDepth::HeaderOnly);
-        if (record && record->phone == m_phone && numberOf(record->id) == number)
-            records.push_back(std::move(*record));
+    for (const QString& folder : foldersIn(rootOf(context))) {
+        auto some = headersIn(folder);
+        std::move(some.begin(), some.end(), std::back_inserter(records));
     }
+    std::sort(records.begin(), records.end(),
+              [](const Record& left, const Record& right) { return numberOf(left.id) > numberOf(right.id); });
     return records;
 }
 
@@ -123,26 +173,23 @@ std::optional<Record> Records::read(const QString& id) const
 
 QString Records::pathOf(qint64 number) const
 {
-    return QDir(m_folder).filePath(QString::number(number) + recordEnding);
+    return recordPath(m_folder, number);
 }
 
-/// Two phones without a serial number on two ports share a folder.
+/// Two programs with two phones may look for the next number at the same time.
 QString Records::lockPath() const
 {
-    return QDir(m_folder).filePath(u".lock"_s);
+    return QDir(m_root).filePath(u".lock"_s);
 }
 
-/// The numbers that files have, the largest first, broken files included: no number is given twice.
-std::vector<qint64> Records::numbers() const
+qint64 Records::nextNumber() const
 {
-    std::vector<qint64> found;
-    const QStringList names = QDir(m_folder).entryList({u'*' + recordEnding}, QDir::Files);
-    for (const QString& name : names) {
-        if (const qint64 number = numberOf(name.chopped(recordEnding.size())); number > 0)
-            found.push_back(number);
+    qint64 largest = 0;
+    for (const QString& folder : foldersIn(m_root)) {
+        const auto taken = numbersIn(folder);
+        largest = std::max(largest, taken.empty() ? 0 : taken.front());
     }
-    std::sort(found.begin(), found.end(), std::greater());
-    return found;
+    return largest + 1;
 }
 
 /// A kill in the middle of a write leaves the unfinished file under a temporary name.
@@ -155,7 +202,7 @@ void Records::removeLeftovers() const
 
 void Records::removeOldest() const
 {
-    const auto found = numbers();
+    const auto found = numbersIn(m_folder);
     for (std::size_t i = mostRecords; i < found.size(); ++i)
         app::DeleteQuiet(pathOf(found[i]));
 }

@@ -7,7 +7,8 @@ namespace kalmo::operations {
 
 /// The records of one phone: before each change what the list held, after it what was done. They are files in
 /// the folder Verlauf/<model>_<serial> of the storage folder, one for each change. A file is always replaced
-/// whole, so a kill at any moment leaves either no record or a complete one.
+/// whole, so a kill at any moment leaves either no record or a complete one. No two records of a storage
+/// folder have the same id, whatever their phones.
 class Records
 {
 public:
@@ -32,6 +33,9 @@ public:
     /// One record with its parts; nothing if there is no such record or it is broken.
     std::optional<Record> read(const QString& id) const;
 
+    /// The records of all phones in the storage folder, the newest first, without their parts.
+    static std::vector<Record> ofAllPhones(const app::Context& context);
+
     const PhoneIdentity& phone() const { return m_phone; }
     QString folder() const { return m_folder; }
 
@@ -40,12 +44,13 @@ public:
 private:
     QString pathOf(qint64 number) const;
     QString lockPath() const;
-    std::vector<qint64> numbers() const;
+    qint64 nextNumber() const;
     void removeLeftovers() const;
     void removeOldest() const;
 
     const app::Context& m_context;
     PhoneIdentity m_phone;
+    QString m_root;
     QString m_folder;
 };
 

@@ -169,8 +169,8 @@ private Q_SLOTS:
             QVERIFY(records.begin(RecordedList::Providers, u"write"_s, i, {}));
         const auto all = records.all();
         QCOMPARE(all.size(), std::size_t(Records::mostRecords));
-        QCOMPARE(all.front().id, u"103"_s);
-        QCOMPARE(all.back().id, u"4"_s);
+        QCOMPARE(all.front().id, u"104"_s);
+        QCOMPARE(all.back().id, u"5"_s);
         QCOMPARE(ids(other), QStringList{u"1"_s});
     }
 
@@ -232,6 +232,13 @@ private Q_SLOTS:
         QCOMPARE(ids(one), QStringList{u"1"_s});
         QCOMPARE(ids(two), QStringList{u"2"_s});
         QVERIFY(!one.read(u"2"_s));
+        Records third(test.context, {u"C"_s, u"1"_s});
+        QCOMPARE(begun(third), u"3"_s);
+        QCOMPARE(begun(one), u"4"_s);
+        QStringList all;
+        for (const Record& record : Records::ofAllPhones(test.context))
+            all.append(record.id + record.phone.model);
+        QCOMPARE(all, (QStringList{u"4A/B"_s, u"3C"_s, u"2A:B"_s, u"1A/B"_s}));
     }
 
     void theSerialNumberIsAskedForOnce()
