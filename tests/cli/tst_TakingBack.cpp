@@ -24,7 +24,7 @@ void tst_TakingBack::history()
 {
     Shell shell;
     QCOMPARE(shell.run(u"--json history"_s), ExitDone);
-    QCOMPARE(shell.printed.trimmed() + shell.told, u"[]Kalmo has not changed any phone yet.\n"_s);
+    QCOMPARE(shell.value() + shell.told, u"[]Kalmo has not changed any phone yet.\n"_s);
 
     Records one(shell.test.context, {u"SL450HX"_s, u"123"_s});
     Records two(shell.test.context, {u"C475\x1b"_s, u"unknown"_s});
