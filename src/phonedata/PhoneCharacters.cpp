@@ -21,21 +21,46 @@ constexpr std::array<Range, 22> nameRanges = {{
     {232, 233}, {236, 236}, {241, 242}, {246, 246}, {248, 248}, {252, 252},
 }};
 
+using CharacterSet = std::array<bool, 256>; ///< by value in the code page
+
+constexpr CharacterSet nameCharacters()
+{
+    CharacterSet set{};
+    for (const Range& range : nameRanges) {
+        for (int value = range.first; value <= range.last; ++value)
+            set[static_cast<size_t>(value)] = true;
+    }
+    return set;
+}
+
+constexpr CharacterSet numberCharacters()
+{
+    CharacterSet set{};
+    for (const char character :
+         {'\b', '#', '*', '+', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'P', 'R'})
+        set[static_cast<size_t>(character)] = true;
+    return set;
+}
+
+/// Importing asks this of every character of a file.
+bool isIn(const CharacterSet& set, QChar character)
+{
+    const int value = app::cp1252Value(character.unicode());
+    return value >= 0 && set[static_cast<size_t>(value)];
+}
+
 } // namespace
 
 bool IsNameChar(QChar character)
 {
-    const int value = app::cp1252Value(character.unicode());
-    for (const Range& range : nameRanges) {
-        if (value >= range.first && value <= range.last)
-            return true;
-    }
-    return false;
+    static constexpr CharacterSet set = nameCharacters();
+    return isIn(set, character);
 }
 
 bool IsNumberChar(QChar character)
 {
-    return QStringView(u"\b#*+0123456789PR").contains(character);
+    static constexpr CharacterSet set = numberCharacters();
+    return isIn(set, character);
 }
 
 QString acceptedName(const QString& text)

@@ -11,8 +11,7 @@ inline constexpr int longestNumber = 32; ///< characters of a number
 /// grave accent, and the usual accented letters.
 bool IsNameChar(QChar character);
 
-/// Whether a character may stand in a number: digits, "#", "*", "+", "P" for a pause, "R" for a recall. The
-/// programs do not use it yet.
+/// Whether a character may stand in a number: digits, "#", "*", "+", "P" for a pause, "R" for a recall.
 bool IsNumberChar(QChar character);
 
 /// The part of a text before its first character that a name can't have.

@@ -1,0 +1,179 @@
+// The rows of an address book.
+
+#include "transfer/import/BaseLetters.h"
+#include "transfer/import/PreviewSources.h"
+
+namespace kalmo::transfer {
+
+namespace {
+
+QString chosenName(const WabContact& contact, int position)
+{
+    return WabFieldByTag(contact, nameChoices()[static_cast<size_t>(position)].tag);
+}
+
+/// What stands in for a contact's name where the chosen fields are empty.
+QString standInName(const WabContact& contact)
+{
+    return contact.displayName.isEmpty() ? contact.company : contact.displayName;
+}
+
+QString exampleOf(const WabContact& contact)
+{
+    return standInName(contact).isEmpty() ? contact.email1 : standInName(contact);
+}
+
+class AddressPreview
+{
+public:
+    AddressPreview(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options)
+        : m_contacts(contacts), m_options(options)
+    {
+        m_preview.shape = shape;
+    }
+
+    Preview make(const Advance& advance);
+
+private:
+    void addEntries(const WabContact& contact);
+    void addContact(const WabContact& contact);
+    QString contactText(const WabContact& contact, size_t field);
+    QString entryName(const WabContact& contact, const SubNumberOptions& options);
+    QString fitting(const QString& name);
+    void addBirthday(const WabContact& contact, bool hasOwnRow);
+    void hintAtContact(const WabContact& contact);
+
+    const std::vector<WabContact>& m_contacts;
+    const ImportOptions& m_options;
+    Preview m_preview;
+    HintCounter m_hints;
+};
+
+Preview AddressPreview::make(const Advance& advance)
+{
+    constexpr int contactsPerReport = 256;
+    const auto total = static_cast<qsizetype>(m_contacts.size());
+    for (qsizetype index = 0; index < total && m_preview.isWhole; ++index) {
+        const WabContact& contact = m_contacts[static_cast<size_t>(index)];
+        if (m_preview.shape == Shape::Classic)
+            addEntries(contact);
+        else
+            addContact(contact);
+        hintAtContact(contact);
+        if (advance && index % contactsPerReport == 0)
+            m_preview.isWhole = advance(index, total);
+    }
+    m_preview.hints = m_hints.hints();
+    return std::move(m_preview);
+}
+
+void AddressPreview::addEntries(const WabContact& contact)
+{
+    const size_t before = m_preview.rows.size();
+    bool hasName = true;
+    for (size_t kind = 0; kind < subNumberCount; ++kind) {
+        const SubNumberOptions& options = m_options.addresses.numbers[kind];
+        const QString number = contact.*(subNumberKinds()[kind].field);
+        if (!options.process || number.isEmpty())
+            continue;
+        m_hints.lookAtNumber(number, m_options.numbers);
+        PreviewRow row;
+        row.cells[PreviewName] = entryName(contact, options);
+        row.cells[PreviewNumber] = numberOf(number, m_options.numbers);
+        hasName =
+            hasName && (m_options.addresses.fillNames || !chosenName(contact, options.field1).isEmpty() ||
+                        !chosenName(contact, options.field2).isEmpty());
+        m_preview.rows.push_back(std::move(row));
+    }
+    if (!hasName && !standInName(contact).isEmpty())
+        m_hints.add(HintKind::EmptyNames, exampleOf(contact));
+    if (m_options.addresses.birthdays && contact.birthday)
+        addBirthday(contact, m_preview.rows.size() > before);
+}
+
+/// The birthday goes to the row that was added last: where the contact has none of its own, to that of the
+/// contact before it, whose birthday it replaces. That is so on purpose; what it hits is hinted at.
+void AddressPreview::addBirthday(const WabContact& contact, bool hasOwnRow)
+{
+    if (m_preview.rows.empty() || (!hasOwnRow && m_options.addresses.ownBirthdays))
+        return;
+    if (!hasOwnRow)
+        m_hints.add(HintKind::MovedBirthdays, exampleOf(contact));
+    const QTime time = QTime(0, 0).addSecs(secondsOf(m_options.addresses.birthdayTime));
+    m_preview.rows.back().cells[PreviewBirthday] =
+        contact.birthday->toString(u"dd.MM"_s) + u"  "_s + time.toString(u"hh:mm"_s);
+}
+
+QString AddressPreview::entryName(const WabContact& contact, const SubNumberOptions& options)
+{
+    const bool isNameless =
+        chosenName(contact, options.field1).isEmpty() && chosenName(contact, options.field2).isEmpty();
+    if (m_options.addresses.fillNames && isNameless)
+        return fitting(standInName(contact).left(leadingNumber(options.count1)) + options.end);
+    return fitting(ComposeWabName(contact, options));
+}
+
+void AddressPreview::addContact(const WabContact& contact)
+{
+    PreviewRow row;
+    for (size_t field = 0; field < PreviewAnniversary; ++field)
+        row.cells[field] = contactText(contact, field);
+    if (row.cells[PreviewLastName].isEmpty() && row.cells[PreviewFirstName].isEmpty()) {
+        if (m_options.addresses.fillNames)
+            row.cells[PreviewLastName] = fitting(standInName(contact));
+        else if (!standInName(contact).isEmpty())
+            m_hints.add(HintKind::EmptyNames, exampleOf(contact));
+    }
+    if (m_options.addresses.vcardBirthdays && contact.birthday) {
+        row.cells[PreviewAnniversary] =
+            contact.birthday->toString(u"dd.MM.yyyy"_s) + u"  "_s + m_options.addresses.vcardBirthdayTime;
+        if (!contact.birthdayHasYear)
+            m_hints.add(HintKind::BirthdaysWithoutYear, exampleOf(contact));
+    }
+    m_preview.rows.push_back(std::move(row));
+}
+
+QString AddressPreview::contactText(const WabContact& contact, size_t field)
+{
+    const FieldKind kind = fieldsOf(Shape::Vcard)[field].kind;
+    const auto position = static_cast<size_t>(m_options.addresses.fields[field]);
+    const QString text = WabFieldByTag(contact, choicesOf(kind)[position].tag);
+    if (kind == FieldKind::Name)
+        return fitting(text);
+    if (kind != FieldKind::Number)
+        return text;
+    m_hints.lookAtNumber(text, m_options.numbers);
+    return numberOf(text, m_options.numbers);
+}
+
+/// A name is not filtered here; what the handsets lack of it is hinted at.
+QString AddressPreview::fitting(const QString& name)
+{
+    const QString text = m_options.baseLetters ? withBaseLetters(name) : name;
+    m_hints.lookAtName(text, FilterName(text));
+    return text;
+}
+
+void AddressPreview::hintAtContact(const WabContact& contact)
+{
+    if (contact.numbersWithoutPlace > 0)
+        m_hints.add(HintKind::NumbersWithoutPlace, contact.numbersWithoutPlace, exampleOf(contact));
+}
+
+} // namespace
+
+QString ComposeWabName(const WabContact& contact, const SubNumberOptions& options)
+{
+    const QString first = chosenName(contact, options.field1);
+    const QString second = chosenName(contact, options.field2);
+    return first.left(leadingNumber(options.count1)) + options.middle +
+           second.left(leadingNumber(options.count2)) + options.end;
+}
+
+Preview previewOfContacts(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options,
+                          const Advance& advance)
+{
+    return AddressPreview(contacts, shape, options).make(advance);
+}
+
+} // namespace kalmo::transfer

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace kalmo::transfer {
+
+using namespace Qt::StringLiterals;
+
+enum class Separator { Comma, Semicolon, Tab };
+enum class Reading {
+    Simple, ///< a line is a row, and is split at each separator with the filter text around it
+    Csv     ///< RFC 4180: quotes only where needed, doubled within a cell, line ends in cells
+};
+
+QChar separatorChar(Separator separator);
+
+/// How a text is laid out.
+struct TextLayout
+{
+    Separator separator = Separator::Semicolon;
+    QString filter = {}; ///< `txtCsvImportUmklammernd`: what encloses the cells, empty for nothing
+    Reading reading = Reading::Simple;
+
+    bool operator==(const TextLayout&) const = default;
+};
+
+/// What the first lines of a text say of its layout.
+struct DetectedLayout
+{
+    Separator separator = Separator::Semicolon;
+    bool quoted = false;
+};
+
+/// Guesses from the first four lines. The three tests for quotes are unlike on purpose: without separators
+/// and quotes a text counts as quoted.
+DetectedLayout DetectCsvSeparator(QStringView text);
+
+/// Number of places in `text` where `needle` starts.
+qsizetype CountOccurrences(QStringView text, QStringView needle);
+
+/// Takes the first line off a text. Lines end at CR LF, LF or CR.
+QStringView takeLine(QStringView& text);
+
+/// The headings of a text: the cells of its first line. By the simple reading every single character of the
+/// filter is taken out of the line, and a line without the separator has no headings.
+QStringList headingsOf(QStringView text, const TextLayout& layout);
+
+/// More columns than this are refused, so that no file takes memory without bound.
+inline constexpr qsizetype mostColumns = 16384;
+
+/// Walks the rows of a text, the first line included; empty lines are no rows. The cells of a row last until
+/// the next one.
+class RowCursor
+{
+public:
+    RowCursor(QStringView text, const TextLayout& layout);
+
+    bool next();
+    /// Number of columns, by the first row; what a row has beyond is dropped.
+    qsizetype columns() const { return m_columns; }
+    /// A cell of the row, with all filter texts taken out; empty where the row has none.
+    QString cell(qsizetype column) const;
+    /// True unless a quote stood where RFC 4180 has none. For the reading Csv.
+    bool isValid() const { return m_valid; }
+
+private:
+    bool nextSimple();
+    bool nextCsv();
+    bool takeCsvCell();
+    void takeQuotedCell();
+    void keep(QStringView cell);
+
+    QStringView m_rest;
+    QChar m_separator;
+    QString m_filter;
+    QString m_needle; // what the simple reading splits at
+    QChar m_quote;
+    Reading m_reading;
+    qsizetype m_columns = 0;
+    std::vector<QStringView> m_cells;
+    std::vector<QString> m_unquoted; // cells that are not found in the text as they are
+    bool m_valid = true;
+};
+
+/// Number of rows that the simple reading of that layout gives otherwise than RFC 4180 does; 0 for a text
+/// without quotes, or one that is not valid by it.
+int rowsBetterReadAsCsv(QStringView text, const TextLayout& layout);
+
+} // namespace kalmo::transfer

@@ -1,0 +1,250 @@
+#include "transfer/import/ImportHints.h"
+
+#include "phonedata/PhoneCharacters.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace kalmo::transfer {
+
+namespace {
+
+constexpr std::array<HintText, hintKindCount> hintTexts = {{
+    {u"reading", u"Nur manche Zellen stehen in Anführungszeichen, %1 Zeilen kommen falsch heraus.",
+     u"Als CSV lesen", u"%1 lines come out wrong because only some cells are in quotes", u"--reading csv"},
+    {u"encoding", u"Die Umlaute und Akzente in %1 Zeilen kommen falsch heraus: %2.", u"Als %3 lesen",
+     u"letters of %1 lines look like another encoding: %2", u"--encoding"},
+    {u"heading", u"Die Zeile mit den Überschriften würde mit importiert: %2.", u"Weglassen",
+     u"the line of headings would be imported: %2", u"--skip-heading"},
+    {u"columns", u"Keine Spalte mit Telefonnummern erkannt. Bitte wählen Sie die Spalten.", u"",
+     u"no column of numbers was recognised; name one", u""},
+    {u"zero", u"%1 Nummern mit „(0)“ würden falsch gewählt: %2.", u"„(0)“ entfernen",
+     u"%1 numbers with \"(0)\" would be dialled wrongly: %2", u"--drop-zero"},
+    {u"extensions", u"%1 Nummern enthalten eine Durchwahl, die mitgewählt wird: %2.", u"",
+     u"%1 numbers have an extension, which becomes part of the number: %2", u""},
+    {u"numbers", u"In %1 Zellen stehen mehrere Nummern, die zu einer würden: %2.", u"",
+     u"%1 cells hold more than one number, which become one: %2", u""},
+    {u"letters", u"%1 Namen verlieren Buchstaben, die das Telefon nicht hat: %2.", u"Grundbuchstaben nehmen",
+     u"%1 names lose letters that the phone lacks: %2", u"--base-letters"},
+    {u"dates", u"%1 Geburtstage nennen den Monat zuerst, andere werden mit dem Tag zuerst gelesen: %2.",
+     u"Überall Monat zuerst", u"%1 birthdays have the month first, others are read day first: %2",
+     u"--dates month-first"},
+    {u"birthdays", u"%1 Geburtstage sind nicht lesbar und fallen weg: %2.", u"",
+     u"%1 birthdays are not understood and left out: %2", u""},
+    {u"years", u"%1 Geburtstage haben kein Jahr und bekommen das laufende: %2.", u"",
+     u"%1 birthdays have no year and get the current one: %2", u""},
+    {u"names", u"%1 Kontakte haben keinen Namen in den gewählten Feldern: %2.", u"Anzeige oder Firma nehmen",
+     u"%1 contacts have no name in the chosen fields: %2", u"--fill-names"},
+    {u"moved", u"%1 Geburtstage landen beim falschen Kontakt: %2.", u"Diese weglassen",
+     u"%1 birthdays go to another contact's entry: %2", u"--own-birthdays"},
+    {u"places", u"%1 Nummern finden keinen Platz: %2.", u"", u"%1 numbers find no place: %2", u""},
+}};
+
+QStringView encodingWord(Encoding encoding)
+{
+    constexpr std::array<QStringView, 3> words = {u"ansi", u"utf-8", u"utf-16"};
+    return words[static_cast<size_t>(encoding)];
+}
+
+QString filledIn(QStringView text, const ImportHint& hint)
+{
+    // In one go: the example may hold a mark itself.
+    return text.toString().arg(QString::number(hint.count), hint.example);
+}
+
+bool isDialled(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
+qsizetype digitsIn(QStringView text)
+{
+    return std::count_if(text.begin(), text.end(), isDialled);
+}
+
+/// True if there are letters in front of digits at the end, as in "0221 123 ext. 4", or a mark of two
+/// numbers.
+bool isWorthALook(QStringView cell)
+{
+    return std::any_of(cell.begin(), cell.end(), [](QChar character) {
+        return character.isLetter() || QStringView(u";:,/\n").contains(character);
+    });
+}
+
+bool hasExtension(const QString& cell)
+{
+    static const QRegularExpression extension(
+        u"[0-9].*?(?:\\bext\\.?|\\bx|\\bdurchwahl|\\bdw\\.?|\\bapp(?:arat)?\\.?|;ext=)\\s*:?\\s*[0-9]+"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    return extension.match(cell).hasMatch();
+}
+
+bool hasLetters(QStringView cell)
+{
+    return std::any_of(cell.begin(), cell.end(), [](QChar character) { return character.isLetter(); });
+}
+
+/// True if two parts of a cell, parted by a mark, are long enough for a number each. What follows a slash has
+/// to begin as a number does: an area code may have five digits.
+bool holdsSeveralNumbers(QString cell)
+{
+    constexpr qsizetype shortestNumber = 5;
+    static const QRegularExpression words(u"\\b(?:oder|or|und|and)\\b"_s,
+                                          QRegularExpression::CaseInsensitiveOption);
+    if (hasLetters(cell))
+        cell.replace(words, u";"_s);
+    int numbers = 0;
+    qsizetype start = 0;
+    for (qsizetype place = 0; place <= cell.size(); ++place) {
+        if (place < cell.size() && !QStringView(u":;,/\n").contains(cell[place]))
+            continue;
+        const QStringView part = QStringView(cell).sliced(start, place - start).trimmed();
+        const bool followsSlash = start > 0 && cell[start - 1] == u'/';
+        const bool beginsAnew = !followsSlash || part.startsWith(u'0') || part.startsWith(u'+');
+        numbers += digitsIn(part) >= shortestNumber && beginsAnew ? 1 : 0;
+        start = place + 1;
+    }
+    return numbers > 1;
+}
+
+QString shown(QStringView cell)
+{
+    constexpr qsizetype mostShown = 40;
+    return cell.first(std::min(cell.size(), mostShown)).toString().simplified();
+}
+
+} // namespace
+
+const HintText& textOf(HintKind kind)
+{
+    return hintTexts[static_cast<size_t>(kind)];
+}
+
+QString optionOf(const ImportHint& hint)
+{
+    if (!hint.canBeMended)
+        return {};
+    const QString option = textOf(hint.kind).option.toString();
+    return hint.kind == HintKind::OtherEncoding ? option + u' ' + encodingWord(hint.encoding).toString()
+                                                : option;
+}
+
+QString germanOf(const ImportHint& hint)
+{
+    return filledIn(textOf(hint.kind).german, hint);
+}
+
+QString englishOf(const ImportHint& hint)
+{
+    return filledIn(textOf(hint.kind).english, hint);
+}
+
+ImportOptions mended(ImportOptions options, const ImportHint& hint)
+{
+    switch (hint.kind) {
+    case HintKind::ReadAsCsv:
+        options.text.layout.reading = Reading::Csv;
+        break;
+    case HintKind::OtherEncoding:
+        options.text.encoding = hint.encoding;
+        break;
+    case HintKind::Heading:
+        options.text.skipHeading = true;
+        break;
+    case HintKind::ZeroInBrackets:
+        options.numbers.dropZero = true;
+        break;
+    case HintKind::LostLetters:
+        options.baseLetters = true;
+        break;
+    case HintKind::MixedDates:
+        options.text.dateOrder = DateOrder::MonthFirst;
+        break;
+    case HintKind::EmptyNames:
+        options.addresses.fillNames = true;
+        break;
+    case HintKind::MovedBirthdays:
+        options.addresses.ownBirthdays = true;
+        break;
+    case HintKind::NoNumberColumn:
+    case HintKind::Extensions:
+    case HintKind::SeveralNumbers:
+    case HintKind::UnreadBirthdays:
+    case HintKind::BirthdaysWithoutYear:
+    case HintKind::NumbersWithoutPlace:
+        break;
+    }
+    return options;
+}
+
+void HintCounter::add(HintKind kind, int count, const QString& example)
+{
+    Counted& counted = m_counted[static_cast<size_t>(kind)];
+    if (counted.count == 0)
+        counted.example = shown(example);
+    counted.count += count;
+}
+
+void HintCounter::lookAtNumber(QStringView cell, const NumberRules& rules)
+{
+    if (!rules.dropZero && hasZeroInBrackets(cell))
+        add(HintKind::ZeroInBrackets, cell.toString());
+    if (!isWorthALook(cell))
+        return;
+    const QString text = cell.toString();
+    if ((hasLetters(cell) || cell.contains(u';')) && hasExtension(text))
+        add(HintKind::Extensions, text);
+    else if (holdsSeveralNumbers(text))
+        add(HintKind::SeveralNumbers, text);
+}
+
+void HintCounter::lookAtName(QStringView cell, const QString& kept)
+{
+    if (kept.size() == cell.size())
+        return;
+    const bool losesLetter = std::any_of(cell.begin(), cell.end(), [](QChar character) {
+        return (character.isLetter() || character.isSurrogate()) && !phonedata::IsNameChar(character);
+    });
+    if (losesLetter)
+        add(HintKind::LostLetters, cell.toString() + u" → "_s + kept);
+}
+
+void HintCounter::lookAtBirthday(QStringView cell, const BirthdayCell& birthday, const DateManner& manner)
+{
+    if (birthday.text.isEmpty() && digitsIn(cell) > 0)
+        add(HintKind::UnreadBirthdays, cell.toString());
+    if (manner.needsYear && !birthday.hasYear)
+        add(HintKind::BirthdaysWithoutYear, cell.toString());
+    if (manner.order == DateOrder::MonthFirst)
+        return;
+    if (birthday.hint == DateHint::MonthFirstOnly && m_monthFirst++ == 0)
+        m_monthFirstExample = cell.toString();
+    m_dayFirst += birthday.hint == DateHint::DayFirstOnly ? 1 : 0;
+    m_either += birthday.hint == DateHint::Either ? 1 : 0;
+}
+
+std::vector<ImportHint> HintCounter::hints() const
+{
+    std::vector<ImportHint> hints;
+    const bool isMisread = m_counted[static_cast<size_t>(HintKind::OtherEncoding)].count > 0;
+    for (size_t index = 0; index < hintKindCount; ++index) {
+        const auto kind = static_cast<HintKind>(index);
+        const Counted& counted = m_counted[index];
+        if (kind == HintKind::MixedDates && m_monthFirst > 0 && m_either + m_dayFirst > 0) {
+            // Where some are no date month first, neither order fits the whole column.
+            hints.push_back({.kind = kind,
+                             .count = m_monthFirst,
+                             .example = shown(m_monthFirstExample),
+                             .canBeMended = m_dayFirst == 0});
+        } else if (counted.count > 0 && (kind != HintKind::LostLetters || !isMisread)) {
+            hints.push_back({.kind = kind,
+                             .count = counted.count,
+                             .example = counted.example,
+                             .canBeMended = !textOf(kind).option.isEmpty()});
+        }
+    }
+    return hints;
+}
+
+} // namespace kalmo::transfer

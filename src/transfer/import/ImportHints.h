@@ -1,0 +1,99 @@
+#pragma once
+
+#include "transfer/import/ImportOptions.h"
+
+#include <array>
+#include <span>
+#include <vector>
+
+namespace kalmo::transfer {
+
+/// What is odd about a source, in the order in which it is shown.
+enum class HintKind : size_t {
+    ReadAsCsv,       ///< the file is valid by RFC 4180, which gives other cells
+    OtherEncoding,   ///< the letters look like another encoding
+    Heading,         ///< the heading line would be imported
+    NoNumberColumn,  ///< no column of numbers was recognised
+    ZeroInBrackets,  ///< "+49 (0) 221" would be dialled wrongly
+    Extensions,      ///< an extension becomes part of the number
+    SeveralNumbers,  ///< two numbers in one cell become one
+    LostLetters,     ///< the handsets lack letters of names
+    MixedDates,      ///< dates of which some are read day first and some month first
+    UnreadBirthdays, ///< a cell of birthdays that is none
+    BirthdaysWithoutYear,
+    EmptyNames,     ///< names of nothing but what is put around them
+    MovedBirthdays, ///< a birthday that goes to another contact's row
+    NumbersWithoutPlace
+};
+
+inline constexpr size_t hintKindCount = static_cast<size_t>(HintKind::NumbersWithoutPlace) + 1;
+
+/// What is said of a kind of hint.
+struct HintText
+{
+    QStringView key;     ///< in JSON
+    QStringView german;  ///< "%1" is the number of cases, "%2" an example
+    QStringView mending; ///< caption of the click that mends it, empty where only the user can
+    QStringView english;
+    QStringView option; ///< what mends it at the command line, empty where nothing does
+};
+
+const HintText& textOf(HintKind kind);
+
+struct ImportHint
+{
+    HintKind kind = HintKind::ReadAsCsv;
+    int count = 0;
+    QString example = {};
+    Encoding encoding = Encoding::Ansi; ///< the likely one, for OtherEncoding
+    bool canBeMended = false;
+
+    bool operator==(const ImportHint&) const = default;
+};
+
+/// The option that mends a hint at the command line, with its value; empty where none does.
+QString optionOf(const ImportHint& hint);
+/// The hint in a sentence.
+QString germanOf(const ImportHint& hint);
+QString englishOf(const ImportHint& hint);
+
+/// The options with which the hint would not come up again. Where the layout of a text changes, its columns
+/// have to be chosen anew.
+ImportOptions mended(ImportOptions options, const ImportHint& hint);
+
+/// Counts what is odd while a source is read.
+class HintCounter
+{
+public:
+    void add(HintKind kind, const QString& example) { add(kind, 1, example); }
+    void add(HintKind kind, int count, const QString& example);
+    /// Looks at a cell of numbers before it is filtered.
+    void lookAtNumber(QStringView cell, const NumberRules& rules);
+    /// Looks at what became of a cell of names.
+    void lookAtName(QStringView cell, const QString& kept);
+    struct DateManner
+    {
+        DateOrder order = DateOrder::DayFirst;
+        bool needsYear = false;
+    };
+    /// Looks at what became of a cell of birthdays.
+    void lookAtBirthday(QStringView cell, const BirthdayCell& birthday, const DateManner& manner);
+
+    /// What has been counted, in the order of the kinds.
+    std::vector<ImportHint> hints() const;
+
+private:
+    struct Counted
+    {
+        int count = 0;
+        QString example = {};
+    };
+
+    std::array<Counted, hintKindCount> m_counted;
+    int m_monthFirst = 0; // dates that are none day first
+    int m_dayFirst = 0;   // dates that are none month first
+    int m_either = 0;
+    QString m_monthFirstExample;
+};
+
+} // namespace kalmo::transfer

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "phonedata/ClassicEntry.h"
+#include "phonedata/VcfEntry.h"
+#include "toolkit/Dialogs.h"
+#include "transfer/import/Preview.h"
+
+namespace kalmo::transfer {
+
+/// What an import of entries comes to.
+enum class ClassicStep {
+    NothingChecked,
+    Incomplete, ///< a checked row lacks its name or its number
+    NumberTooLong,
+    NameTooLong, ///< the user is asked if names are to be cut
+    Ready
+};
+
+/// The first rule that holds for the checked rows (`ImportToClassicList`). A row without a name has its
+/// number turned red.
+ClassicStep nextClassicStep(Preview& preview);
+/// The box for a step that keeps the rows from being imported.
+toolkit::Message messageFor(ClassicStep step);
+/// Cuts the checked rows that are red to the length of a name, and turns them green.
+void shortenNames(Preview& preview);
+toolkit::Message messageOfShortening();
+
+/// The checked rows as entries. A birthday gets the sound "Optisch".
+std::vector<phonedata::ClassicEntry> checkedEntries(const Preview& preview);
+std::vector<phonedata::ProviderEntry> checkedProviders(const Preview& preview);
+toolkit::Message messageOfTakenEntries();
+
+/// What an import of contacts comes to.
+enum class VcardStep { NothingChecked, NoRoom, Ready };
+
+/// Unchecks the checked rows without a number, and returns how many there were.
+int uncheckNumberless(Preview& preview);
+/// The first rule that holds for the checked rows (`ImportToVcardStore`).
+VcardStep nextVcardStep(const Preview& preview, int freePlaces);
+toolkit::Message messageFor(VcardStep step, const Preview& preview, int freePlaces);
+toolkit::Message messageOfUnchecked(int count);
+/// The box for a row without a number that the user has checked.
+toolkit::Message messageOfRefusedCheck();
+
+/// The checked rows as contacts, each field cut to its length.
+std::vector<phonedata::tVcfEntry> checkedContacts(const Preview& preview);
+
+} // namespace kalmo::transfer

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "transfer/import/ImportOptions.h"
+
+#include <QStringList>
+
+#include <optional>
+
+namespace kalmo::transfer {
+
+/// Why a file can't be imported as a text.
+enum class TextFault {
+    None,
+    NoFirstLine, ///< empty, or its first line is
+    Binary,      ///< it holds NUL bytes and is no UTF-16
+    TooManyColumns,
+    TooLarge
+};
+
+inline constexpr qint64 largestText = 32 * 1024 * 1024;
+/// More lines than this are refused, so that no file takes memory without bound.
+inline constexpr qsizetype mostLines = 250'000;
+
+/// A text file as it is opened: how it is laid out, and what its columns are called.
+struct OpenedText
+{
+    TextFault fault = TextFault::None;
+    TextOptions options = {}; ///< with columns chosen by their headings
+    QStringList headings = {};
+};
+
+/// How a file is opened. What is not given is found out.
+struct TextRequest
+{
+    Encoding encoding = Encoding::Ansi;
+    std::optional<Separator> separator = {};
+    std::optional<QString> filter = {};
+    std::optional<Reading> reading = {};           ///< nothing takes Csv where that is the better one
+    std::array<QString, mostFields> headings = {}; ///< wanted ones, ahead of those that are usual
+};
+
+/// Opens a text file for a form. `path` says by its ending if it is a .tel backup, which has no headings of
+/// its own.
+OpenedText openText(const QString& path, QByteArrayView bytes, Shape shape, const TextRequest& request);
+
+/// Chooses the columns of a text anew, after its layout or encoding has changed.
+OpenedText reopenText(const QString& path, QByteArrayView bytes, Shape shape, const TextOptions& options);
+
+/// The headings of a text in the file of that path.
+QStringList headingsFor(const QString& path, const QString& text, Shape shape, const TextLayout& layout);
+
+/// True for a .tel backup, by its ending.
+bool isTelFile(const QString& path);
+
+/// The column of the first candidate, parted by "|", that a heading equals without regard to case; of equal
+/// headings the first.
+int columnOf(const QStringList& headings, QStringView candidates);
+
+} // namespace kalmo::transfer

@@ -1,0 +1,112 @@
+#include "transfer/import/clsWab.h"
+
+#include "app/Files.h"
+#include "transfer/import/VcardFile.h"
+#include "transfer/import/WabFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace kalmo::transfer {
+
+namespace {
+
+constexpr qint64 largestAddressBook = 64 * 1024 * 1024;
+
+QStringList cardFilesOf(const QString& folder)
+{
+    QStringList paths;
+    for (const QFileInfo& info : QDir(folder).entryInfoList({u"*.vcf"_s}, QDir::Files, QDir::Name))
+        paths.append(info.filePath());
+    return paths;
+}
+
+} // namespace
+
+bool clsWab::OpenWab(const QString& path)
+{
+    if (m_open)
+        return false;
+    const QFileInfo info(path);
+    m_fault = AddressBookFault::None;
+    m_isFolder = info.isDir();
+    m_files = m_isFolder ? cardFilesOf(path) : QStringList(path);
+    if (!info.exists())
+        m_fault = AddressBookFault::NotThere;
+    else if (m_files.isEmpty())
+        m_fault = AddressBookFault::NotAnAddressBook;
+    m_open = m_fault == AddressBookFault::None;
+    return m_open;
+}
+
+void clsWab::CloseWap()
+{
+    m_open = false;
+    m_files.clear();
+}
+
+bool clsWab::ReadAllContacts(QDate today)
+{
+    if (!m_open)
+        return false;
+    if (m_events.BusyStart)
+        m_events.BusyStart();
+    m_contacts.clear();
+    m_fault = AddressBookFault::None;
+    for (const QString& path : std::as_const(m_files)) {
+        if (!readFile(path, today))
+            break;
+    }
+    if (m_contacts.size() > mostContacts)
+        m_fault = AddressBookFault::TooManyContacts;
+    if (m_fault != AddressBookFault::None)
+        m_contacts.clear();
+    const int total = ContactCount();
+    for (int number = 1; number <= total; ++number) {
+        m_contacts[static_cast<size_t>(number) - 1].entryNumber = number;
+        if (m_events.Busy)
+            m_events.Busy(number, total);
+    }
+    if (m_events.BusyEnd)
+        m_events.BusyEnd();
+    return m_fault == AddressBookFault::None;
+}
+
+bool clsWab::readFile(const QString& path, QDate today)
+{
+    QByteArray bytes;
+    if (QFileInfo(path).size() > largestAddressBook)
+        m_fault = AddressBookFault::TooLarge;
+    else if (!app::FileExists(path) || !app::readWholeFile(path, bytes))
+        m_fault = AddressBookFault::NotReadable;
+    if (m_fault != AddressBookFault::None)
+        return false;
+    std::vector<WabContact> found;
+    if (!m_isFolder && isWabFile(bytes)) {
+        WabBook book = readWabFile(bytes);
+        found = std::move(book.contacts);
+        if (book.fault == WabFault::OldLayout)
+            m_fault = AddressBookFault::OldLayout;
+        else if (book.fault != WabFault::None)
+            m_fault = book.fault == WabFault::TooManyContacts ? AddressBookFault::TooManyContacts
+                                                              : AddressBookFault::NotAnAddressBook;
+    } else if (isVcardFile(bytes)) {
+        found = readVcardFile(bytes, today);
+    } else if (!m_isFolder) {
+        m_fault = AddressBookFault::NotAnAddressBook;
+    }
+    m_contacts.insert(m_contacts.end(), found.begin(), found.end());
+    return m_fault == AddressBookFault::None && m_contacts.size() <= mostContacts;
+}
+
+bool clsWab::GetContact(int number, WabContact& record) const
+{
+    if (number < 1 || number > ContactCount())
+        return false;
+    record = m_contacts[static_cast<size_t>(number) - 1];
+    return true;
+}
+
+} // namespace kalmo::transfer

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "transfer/import/WabContact.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace kalmo::transfer {
+
+/// Why an address book could not be opened or read.
+enum class AddressBookFault {
+    None,
+    NotThere,
+    NotReadable,
+    TooLarge,
+    NotAnAddressBook,
+    OldLayout, ///< a Windows Address Book of the layout that Windows 95 wrote
+    TooManyContacts
+};
+
+/// The contacts of an address book: of a Windows Address Book (.wab), a file of cards (.vcf), or a folder of
+/// such files. They are held until the next reading, after closing too.
+class clsWab
+{
+public:
+    /// What a reading reports, in this order. Each may be absent.
+    struct Events
+    {
+        std::function<void()> BusyStart = {};
+        std::function<void(int current, int total)> Busy = {};
+        std::function<void()> BusyEnd = {};
+    };
+
+    clsWab() = default;
+    explicit clsWab(Events events) : m_events(std::move(events)) {}
+
+    /// True once the book is open. A second call does nothing and returns false.
+    bool OpenWab(const QString& path);
+    void CloseWap();
+
+    /// Reads all contacts of the open book. False if it can't be read.
+    bool ReadAllContacts(QDate today);
+    int ContactCount() const { return static_cast<int>(m_contacts.size()); }
+    /// Copies the contact of a number from 1 on. False for any other number.
+    bool GetContact(int number, WabContact& record) const;
+    const std::vector<WabContact>& contacts() const { return m_contacts; }
+
+    /// Why the last call failed.
+    AddressBookFault fault() const { return m_fault; }
+
+private:
+    bool readFile(const QString& path, QDate today);
+
+    Events m_events;
+    bool m_open = false;
+    bool m_isFolder = false;
+    QStringList m_files;
+    std::vector<WabContact> m_contacts;
+    AddressBookFault m_fault = AddressBookFault::None;
+};
+
+} // namespace kalmo::transfer

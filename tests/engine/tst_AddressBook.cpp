@@ -1,0 +1,249 @@
+// Windows Address Books and files of cards, whole and broken.
+
+#include "support/AddressBooks.h"
+#include "transfer/import/clsWab.h"
+#include "transfer/import/VcardFile.h"
+#include "transfer/import/WabFile.h"
+
+#include <QDateTime>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo::tests;
+using namespace kalmo::transfer;
+
+namespace {
+
+const QDate today(2026, 11, 21);
+
+/// What is in a contact, a field in each word.
+QString described(const WabContact& contact)
+{
+    QStringList words;
+    const auto add = [&words](QStringView key, const QString& text) {
+        if (!text.isEmpty())
+            words.append(key.toString() + u'=' + text);
+    };
+    add(u"given", contact.givenName);
+    add(u"middle", contact.middleName);
+    add(u"surname", contact.surname);
+    add(u"display", contact.displayName);
+    add(u"nick", contact.nickname);
+    add(u"company", contact.company);
+    add(u"home", contact.homePhone);
+    add(u"mobile", contact.mobilePhone);
+    add(u"homeFax", contact.homeFax);
+    add(u"work", contact.businessPhone);
+    add(u"workFax", contact.businessFax);
+    add(u"mail", contact.email1);
+    add(u"mail2", contact.email2);
+    add(u"city", contact.homeCity + contact.businessCity);
+    if (contact.birthday)
+        add(u"birthday",
+            contact.birthday->toString(Qt::ISODate) + (contact.birthdayHasYear ? u""_s : u"?"_s));
+    if (contact.numbersWithoutPlace > 0)
+        add(u"lost", QString::number(contact.numbersWithoutPlace));
+    return words.join(u' ');
+}
+
+QString described(const std::vector<WabContact>& contacts)
+{
+    QStringList lines;
+    for (const WabContact& contact : contacts)
+        lines.append(described(contact));
+    return lines.join(u'\n');
+}
+
+QString readBook(const QByteArray& bytes)
+{
+    const WabBook book = readWabFile(bytes);
+    return book.fault == WabFault::None ? described(book.contacts) : u"fault"_s;
+}
+
+WabBuilder smallBook()
+{
+    WabBuilder book;
+    book.add({WabBuilder::wide(0x3A11, u"Müller"_s), WabBuilder::wide(0x3A09, u"030 1"_s)});
+    book.add({WabBuilder::narrow(0x3A11, "M\xFCll\x80"), WabBuilder::wide(0x3A1C, u"0170"_s)});
+    return book;
+}
+const QString smallBookText = u"surname=Müller home=030 1\nsurname=Müll€ mobile=0170"_s;
+
+QString readCard(const QByteArray& lines)
+{
+    return described(readVcardFile("BEGIN:VCARD\r\n" + lines + "\r\nEND:VCARD\r\n", today));
+}
+
+} // namespace
+
+class tst_AddressBook : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void wabProperties()
+    {
+        WabBuilder book;
+        book.add({WabBuilder::wide(0x3001, u"Anzeige"_s), WabBuilder::wide(0x3A06, u"Vor"_s),
+                  WabBuilder::wide(0x3A44, u"Mitte"_s), WabBuilder::wide(0x3A11, u"Nach"_s),
+                  WabBuilder::wide(0x3A4F, u"Ruf"_s), WabBuilder::wide(0x3A16, u"Firma"_s),
+                  WabBuilder::wide(0x3A09, u"1"_s), WabBuilder::wide(0x3A1C, u"2"_s),
+                  WabBuilder::wide(0x3A25, u"3"_s), WabBuilder::wide(0x3A08, u"4"_s),
+                  WabBuilder::wide(0x3A24, u"5"_s), WabBuilder::wide(0x3A21, u"6"_s),
+                  WabBuilder::wideList(0x8007, {u"x"_s, {}}), WabBuilder::wide(0x3A59, u"Ort"_s)});
+        QCOMPARE(readBook(book.bytes()),
+                 u"given=Vor middle=Mitte surname=Nach display=Anzeige nick=Ruf company=Firma "
+                 u"home=1 mobile=2 homeFax=3 work=4 workFax=5 city=Ort"_s);
+    }
+
+    void wabMails()
+    {
+        WabBuilder book;
+        const auto list = WabBuilder::wideList(0x3A56, {u"a"_s, u"b"_s, u"c"_s});
+        const auto one = WabBuilder::wide(0x3003, u"x"_s);
+        book.add({list});
+        book.add({list, one}); // overwrites the first
+        book.add({one, list});
+        book.add({WabBuilder::wideList(0x3A56, {u"only"_s})});
+        QCOMPARE(readBook(book.bytes()), u"mail=a mail2=b\nmail=x mail2=b\nmail=a mail2=b\nmail=only"_s);
+    }
+
+    void wabBirthdays()
+    {
+        WabBuilder book; // the test runs in the zone of Berlin: 23:30 UTC is the next day there
+        book.add({WabBuilder::time(
+            0x3A42, QDateTime(QDate(1970, 3, 20), QTime(23, 30), Qt::UTC).toMSecsSinceEpoch())});
+        book.add({{0x3A420040, QByteArray::fromHex("080000000000000000000000")}});
+        book.add({{0x3A420040, QByteArray::fromHex("08000000ffffffffffffffff")}});
+        QCOMPARE(readBook(book.bytes()), u"birthday=1970-03-21\n\n"_s);
+    }
+
+    void wabRecords()
+    {
+        WabBuilder book = smallBook();
+        const std::vector<WabBuilder::Property> name{WabBuilder::wide(0x3A11, u"no contact"_s)};
+        book.add(name, 2);
+        book.add(name, 3);
+        book.add(name, 1, 0);
+        book.repeat(0);
+        QCOMPARE(readBook(book.bytes()), smallBookText);
+        QCOMPARE(readBook(book.bytes(1000)), smallBookText);
+        QCOMPARE(readBook(WabBuilder().bytes()), QString());
+        QByteArray lost = book.bytes();
+        qToLittleEndian(quint32{0xFFFFFFFF}, lost.data() + 0x20); // the index: records are found one by one
+        QCOMPARE(readBook(lost), smallBookText);
+    }
+
+    void otherBooks()
+    {
+        QCOMPARE(readWabFile("").fault, WabFault::NotAnAddressBook);
+        QCOMPARE(readWabFile(QByteArray(500, 'x')).fault, WabFault::NotAnAddressBook);
+        const QByteArray old = QByteArray::fromHex("813284c18505d011b29000aa003cf676");
+        QCOMPARE(readWabFile(old).fault, WabFault::OldLayout);
+    }
+
+    /// Whatever a length or an offset says, the others come out, or none; nothing hangs.
+    void brokenBooks()
+    {
+        const QByteArray whole = smallBook().bytes(2);
+        for (qsizetype size = 0; size < whole.size(); ++size)
+            readWabFile(whole.first(size));
+        for (qsizetype place = 0x10; place + 4 <= whole.size(); ++place) {
+            for (const quint32 value :
+                 {0U, 1U, static_cast<quint32>(whole.size()), 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+                QByteArray broken = whole;
+                qToLittleEndian(value, broken.data() + place);
+                QVERIFY(readWabFile(broken).contacts.size() <= 2);
+            }
+        }
+        QByteArray secondBroken = whole;
+        qToLittleEndian(quint32{501},
+                        secondBroken.data() + secondBroken.lastIndexOf(QByteArray("\x02\0\0\0\x20", 5)));
+        QCOMPARE(readBook(secondBroken), u"surname=Müller home=030 1"_s);
+    }
+
+    void cards_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QString>("contact");
+        const auto row = [](const char* name, const QByteArray& lines, const QString& contact) {
+            QTest::newRow(name) << lines << contact;
+        };
+        row("2.1, quoted-printable",
+            "N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:M=C3=BCller;J=\r\n =C3=B6rg\r\nTEL;HOME;VOICE:030 "
+            "1\r\n"
+            "TEL;CELL:0170",
+            u"given=J örg surname=Müller home=030 1 mobile=0170"_s);
+        row("2.1, Latin 1", "N;CHARSET=ISO-8859-1;QUOTED-PRINTABLE:M=FCller;", u"surname=Müller"_s);
+        row("ANSI without a word", "N:M\xFCller;", u"surname=Müller"_s);
+        row("3.0, folded and grouped",
+            "VERSION:3.0\r\nN:Mei\r\n "
+            "er;Pe\r\n\tter;Paul\r\nitem1.TEL;TYPE=WORK,VOICE:1\r\nitem1.X-ABLabel:x\r\n"
+            "ORG:Firma\\, GmbH;Abteilung\r\nFN:P. Meier",
+            u"given=Peter middle=Paul surname=Meier display=P. Meier company=Firma, GmbH work=1"_s);
+        row("4.0", "TEL;VALUE=uri;TYPE=\"cell,voice\":tel:+49-170;ext=5\r\nBDAY:19700321\r\nKIND:individual",
+            u"mobile=+49-170 birthday=1970-03-21"_s);
+        row("fax", "TEL;WORK;FAX:1\r\nTEL;HOME;FAX:2\r\nTEL;FAX:3", u"homeFax=2 workFax=1 lost=1"_s);
+        row("preferred first", "TEL;HOME:1\r\nTEL;HOME;PREF:2\r\nTEL;TYPE=cell:3\r\nTEL;TYPE=cell;PREF=1:4",
+            u"home=2 mobile=4 lost=2"_s);
+        row("without a type", "TEL:1\r\nTEL;TYPE=VOICE:2\r\nTEL;WORK:3\r\nTEL:4",
+            u"home=1 mobile=2 work=3 lost=1"_s);
+        row("pager", "TEL;PAGER:1\r\nTEL;HOME:", u"lost=1"_s);
+        row("mails", "EMAIL;INTERNET:a@b\r\nEMAIL;PREF:c@d", u"mail=c@d mail2=a@b"_s);
+        row("birthdays", "BDAY:1970-03-21T12:30:00Z", u"birthday=1970-03-21"_s);
+        row("birthday without a year", "BDAY:--0321", u"birthday=2026-03-21?"_s);
+        row("birthday with the year left out", "BDAY;X-APPLE-OMIT-YEAR=1604:1604-03-21",
+            u"birthday=2026-03-21?"_s);
+        row("birthday that is a text", "BDAY;VALUE=text:circa 1800", u""_s);
+        row("photo", "PHOTO;ENCODING=b;TYPE=JPEG:AAAA\r\n TEL:5\r\nTEL:1", u"home=1"_s);
+        row("card within the card", "AGENT:\r\nBEGIN:VCARD\r\nTEL:9\r\nEND:VCARD\r\nTEL:1", u"home=1"_s);
+        row("group", "KIND:group\r\nTEL:1", u""_s);
+        row("card without an end", "TEL:1\r\nBEGIN:VCARD\r\nTEL:2", u"home=1\nhome=2"_s);
+        row("line end in a value", "N:A\\nB;C", u"given=C surname=A B"_s);
+    }
+    void cards()
+    {
+        QFETCH(const QByteArray, lines);
+        QTEST(readCard(lines), "contact");
+    }
+
+    void book()
+    {
+        QTemporaryDir folder;
+        const auto write = [&folder](const QString& name, const QByteArray& bytes) {
+            QFile file(folder.filePath(name));
+            return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+        };
+        QVERIFY(write(u"b.vcf"_s, "BEGIN:VCARD\nTEL:2\nEND:VCARD\n"));
+        QVERIFY(write(u"A.VCF"_s, "\xEF\xBB\xBF"
+                                  "BEGIN:VCARD\nTEL:1\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nEND:VCARD\n"));
+        QVERIFY(write(u"note.txt"_s, "BEGIN:VCARD\nTEL:3\nEND:VCARD\n"));
+        QVERIFY(write(u"book.wab"_s, smallBook().bytes()));
+
+        QStringList events;
+        clsWab wab(
+            {.BusyStart = [&events] { events.append(u"start"_s); },
+             .Busy = [&events](int current, int total) { events.append(u"%1/%2"_s.arg(current).arg(total)); },
+             .BusyEnd = [&events] { events.append(u"end"_s); }});
+        QVERIFY(!wab.ReadAllContacts(today)); // not open yet
+        QVERIFY(wab.OpenWab(folder.path()));
+        QVERIFY(!wab.OpenWab(folder.path()));
+        QVERIFY(wab.ReadAllContacts(today));
+        wab.CloseWap();
+        QCOMPARE(described(wab.contacts()), u"home=1\nhome=2"_s); // held after closing
+        QCOMPARE(events, (QStringList{u"start"_s, u"1/2"_s, u"2/2"_s, u"end"_s}));
+        WabContact contact;
+        QVERIFY(wab.GetContact(2, contact) && contact.entryNumber == 2);
+        QVERIFY(!wab.GetContact(3, contact) && !wab.GetContact(0, contact));
+        QVERIFY(wab.OpenWab(folder.filePath(u"book.wab"_s)) && wab.ReadAllContacts(today));
+        wab.CloseWap();
+        QCOMPARE(described(wab.contacts()), smallBookText);
+        QVERIFY(!wab.OpenWab(folder.filePath(u"none"_s)));
+        QCOMPARE(wab.fault(), AddressBookFault::NotThere);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_AddressBook)
+#include "tst_AddressBook.moc"

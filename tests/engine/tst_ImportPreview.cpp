@@ -1,0 +1,399 @@
+// What an import's preview shows of a source, what it hints at, and what goes into the phone's list.
+
+#include "support/TestContext.h"
+#include "transfer/import/ImportSteps.h"
+#include "transfer/import/PreviewSources.h"
+#include "transfer/import/TextSource.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::transfer;
+
+namespace {
+
+const QDate today(2026, 11, 21);
+
+QChar letterOf(Colour colour)
+{
+    return colour == Colour::Red ? u'r' : colour == Colour::Green ? u'g' : u'-';
+}
+
+/// A row as "[x] Meier|030 -r": check mark, cells, colours.
+QString described(const PreviewRow& row, Shape shape)
+{
+    QStringList cells;
+    QString colours;
+    for (size_t field = 0; field < fieldsOf(shape).size(); ++field) {
+        cells.append(row.cells[field]);
+        colours += letterOf(row.colours[field]);
+    }
+    return (row.checked ? u"[x] "_s : u"[ ] "_s) + cells.join(u'|') + u' ' + colours;
+}
+
+QStringList described(const Preview& preview)
+{
+    QStringList rows;
+    for (const PreviewRow& row : preview.rows)
+        rows.append(described(row, preview.shape));
+    return rows;
+}
+
+QStringList hintsOf(const Preview& preview)
+{
+    QStringList hints;
+    for (const ImportHint& hint : preview.hints)
+        hints.append(u"%1 %2 (%3) %4"_s
+                         .arg(textOf(hint.kind).key.toString(), QString::number(hint.count), hint.example,
+                              optionOf(hint))
+                         .trimmed());
+    return hints;
+}
+
+/// A text as the window opens it: as ANSI, by the simple reading.
+struct OpenedSource
+{
+    ImportSource source;
+    ImportOptions options = {};
+    OpenedText opened = {};
+};
+
+OpenedSource openSource(const QByteArray& bytes, Shape shape,
+                        TextRequest request = {.reading = Reading::Simple}, const QString& path = u"x.csv"_s)
+{
+    OpenedSource made{.source = {.path = path, .text = bytes}};
+    made.opened = openText(path, bytes, shape, request);
+    made.options.text = made.opened.options;
+    return made;
+}
+
+Preview previewOf(const QByteArray& bytes, Shape shape = Shape::Classic, const QString& path = u"x.csv"_s)
+{
+    const OpenedSource made = openSource(bytes, shape, {.reading = Reading::Simple}, path);
+    return RebuildPreview(made.source, shape, made.options, {}, today);
+}
+
+/// The preview after every hint that can be mended has been.
+Preview mendedPreviewOf(const QByteArray& bytes, Shape shape)
+{
+    OpenedSource made = openSource(bytes, shape);
+    Preview preview = RebuildPreview(made.source, shape, made.options, {}, today);
+    for (const ImportHint& hint : preview.hints) {
+        if (hint.canBeMended)
+            made.options = mended(made.options, hint);
+    }
+    made.options.text = reopenText(made.source.path, bytes, shape, made.options.text).options;
+    return RebuildPreview(made.source, shape, made.options, {}, today);
+}
+
+WabContact contact(const QString& surname, const QString& given, const QString& home,
+                   const QString& mobile = {})
+{
+    return {.givenName = given, .surname = surname, .homePhone = home, .mobilePhone = mobile};
+}
+
+Preview previewOf(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options = {})
+{
+    return RebuildPreview({.contacts = contacts}, shape, options, {}, today);
+}
+
+} // namespace
+
+class tst_ImportPreview : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void classicFile()
+    {
+        const QByteArray file = "Name;Nummer;Jahrestag\r\n"
+                                "Meier, \"Peter\" [privat];+49 (30) 1234;24.12.2005 08:30\r\n"
+                                "Sechzehn Zeichen;12345678901234567890123456789012\r\n"
+                                "Siebzehn Zeichen.;123456789012345678901234567890123\r\n"
+                                ";555\r\n"
+                                "\r\n"
+                                "Ohne Nummer;x\r\n";
+        // "Alle" at the end checks those again that are too long.
+        QCOMPARE(described(previewOf(file)),
+                 (QStringList{
+                     u"[ ] Name|| r--"_s,
+                     u"[x] Meier, \"Peter\" privat|0301234|24.12  08:30 r--"_s,
+                     u"[x] Sechzehn Zeichen|12345678901234567890123456789012| ---"_s,
+                     u"[x] Siebzehn Zeichen.|123456789012345678901234567890123| rr-"_s,
+                     u"[ ] |555| rr-"_s,
+                     u"[ ] Ohne Nummer|| r--"_s,
+                 }));
+    }
+
+    void backupFile()
+    {
+        const QByteArray file = "\"J\xF6rg\",\"12,3\",\"24.12  08:30\",\"Melodie 3\",\"Ja\",\"Optisch\"\r\n";
+        QCOMPARE(described(previewOf(file, Shape::Classic, u"a.TEL"_s)),
+                 QStringList(u"[x] Jörg|123|24.12  08:30 ---"_s));
+        QCOMPARE(described(previewOf(file, Shape::Vcard, u"a.tel"_s)),
+                 QStringList(u"[x] Jörg||123||||24.12.2026  08:30 -------"_s));
+        QVERIFY(isTelFile(u"/x.y/b.Tel"_s) && !isTelFile(u"tel"_s) && !isTelFile(u"a.telx"_s));
+    }
+
+    void contactFile()
+    {
+        const QByteArray file = "\"Nachname\",\"Vorname\",\"Telefon\",\"Tel. (Mobil)\",\"Tel. "
+                                "(B\xFCro)\",\"Email\",\"Jahrestag\"\r\n"
+                                "\"Meier, A.\",\"Peter\",\"+49 30\",\"\",\"\",\"a^@b.de\",\"24.12.2005\"\r\n"
+                                "\"Siebzehn Zeichen.\",\"\",\"\",\"\",\"\",\"\",\"\"\r\n";
+        const QString mail = QString(61, u'a');
+        QCOMPARE(described(previewOf(file + "\"A\",\"Siebzehn Zeichen.\",\"\",\"\",\"1\",\"" +
+                                         mail.toLatin1() + "\",\"\"\r\n",
+                                     Shape::Vcard)),
+                 (QStringList{
+                     u"[ ] Nachname|Vorname|R||R|Email| -------"_s.replace(u"R||R"_s, u"||"_s),
+                     u"[x] Meier, A.|Peter|+4930|||a@b.de|24.12.2005  12:00 -------"_s,
+                     u"[ ] Siebzehn Zeichen.|||||| r------"_s,
+                     u"[x] A|Siebzehn Zeichen.|||1|"_s + mail + u"| -r---r-"_s,
+                 }));
+    }
+
+    void existing()
+    {
+        const QByteArray file = "Name;Nummer\nStra\xDF"
+                                "e;1\nstrasse;1\nA ganz langer Name;2\n;\nB;3\n";
+        OpenedSource made = openSource(file, Shape::Classic);
+        const ExistingEntries list(
+            Shape::Classic, {{u"STRAßE"_s, u"1"_s}, {u"a GANZ langer name"_s, u"2"_s}, {u"x"_s, u"3"_s}});
+        QCOMPARE(described(RebuildPreview(made.source, Shape::Classic, made.options, list, today)),
+                 (QStringList{u"[ ] Name|| r--"_s, u"[ ] Straße|1| ggg"_s, u"[x] strasse|1| ---"_s,
+                              u"[ ] A ganz langer Name|2| ggg"_s, u"[ ] || r--"_s, u"[x] B|3| ---"_s}));
+        made.options.existingByNumber = true;
+        const Preview byNumber = RebuildPreview(made.source, Shape::Classic, made.options, list, today);
+        QCOMPARE(byNumber.existingCount(), 4);
+        made.options.markExisting = false;
+        QCOMPARE(RebuildPreview(made.source, Shape::Classic, made.options, list, today).existingCount(), 0);
+    }
+
+    /// The index finds what a walk over all pairs finds: three empty numbers equal three empty ones.
+    void existingContacts()
+    {
+        const std::vector<QStringList> held = {{u"Meier"_s, u"Peter"_s, u"1"_s, u""_s, u"2"_s, u"mail"_s},
+                                               {u"ohne"_s, u"Nummer"_s}};
+        const ExistingEntries list(Shape::Vcard, held);
+        const auto row = [](const QStringList& cells) {
+            PreviewRow made;
+            std::copy(cells.begin(), cells.end(), made.cells.begin());
+            return made;
+        };
+        QVERIFY(list.contains(row({u"MEIER"_s, u"peter"_s, u"1"_s, u""_s, u"2"_s}), false));
+        QVERIFY(!list.contains(row({u"Meier"_s, u""_s, u"1"_s, u""_s, u"2"_s}), false));
+        QVERIFY(list.contains(row({u""_s, u""_s, u"1"_s, u""_s, u"2"_s}), true));
+        QVERIFY(!list.contains(row({u""_s, u""_s, u"1"_s, u"2"_s, u""_s}), true)); // another field
+        QVERIFY(list.contains(row({u"x"_s}), true));
+        QVERIFY(!list.contains(row({u"x"_s}), false));
+    }
+
+    void composedNames_data()
+    {
+        QTest::addColumn<SubNumberOptions>("options");
+        QTest::addColumn<QString>("name");
+        const QString end = u" P"_s;
+        QTest::newRow("usual") << SubNumberOptions{.end = end} << u"Meier, P P"_s;
+        QTest::newRow("counts") << SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}
+                                << u"Mei, Pete"_s;
+        QTest::newRow("no number") << SubNumberOptions{.count1 = u"x"_s} << u", P"_s;
+        QTest::newRow("not used") << SubNumberOptions{.field2 = 6, .end = end} << u"Meier,  P"_s;
+        QTest::newRow("company") << SubNumberOptions{.field1 = 5, .middle = {}, .end = end} << u"FirmaP P"_s;
+    }
+    void composedNames()
+    {
+        WabContact peter = contact(u"Meier"_s, u"Peter"_s, u"1"_s);
+        peter.company = u"Firma"_s;
+        QFETCH(const SubNumberOptions, options);
+        QTEST(ComposeWabName(peter, options), "name");
+    }
+
+    void addressBook()
+    {
+        std::vector<WabContact> contacts = {contact(u"Meier"_s, u"Peter"_s, u"+49 30"_s, u"0170"_s),
+                                            contact(u"Ohne"_s, u"Nummer"_s, {}),
+                                            {.displayName = u"Łódź GmbH"_s, .businessFax = u"+49 (0) 221"_s}};
+        contacts[0].birthday = QDate(1970, 3, 21);
+        contacts[1].birthday = QDate(1980, 1, 2);
+        const Preview moved = previewOf(contacts, Shape::Classic);
+        QCOMPARE(described(moved),
+                 (QStringList{u"[x] Meier, P P|030| ---"_s, u"[x] Meier, P H|0170|02.01  10:00 ---"_s,
+                              u"[x] ,  F|00221| ---"_s}));
+        QCOMPARE(hintsOf(moved),
+                 (QStringList{u"zero 1 (+49 (0) 221) --drop-zero"_s, u"names 1 (Łódź GmbH) --fill-names"_s,
+                              u"moved 1 () --own-birthdays"_s}));
+        ImportOptions options;
+        options.addresses.ownBirthdays = options.addresses.fillNames = options.numbers.dropZero = true;
+        options.baseLetters = true;
+        options.addresses.numbers[1].process = false;
+        QCOMPARE(described(previewOf(contacts, Shape::Classic, options)),
+                 (QStringList{u"[x] Meier, P P|030|21.03  10:00 ---"_s, u"[x] Lodz GmbH F|0221| ---"_s}));
+        QCOMPARE(described(previewOf(contacts, Shape::Vcard)),
+                 (QStringList{u"[x] Meier|Peter|+4930|0170|||21.03.1970  10:00 -------"_s,
+                              u"[ ] Ohne|Nummer|||||02.01.1980  10:00 -------"_s, u"[ ] |||||| -------"_s}));
+        contacts.erase(contacts.begin()); // a birthday ahead of the first row has no place
+        QCOMPARE(described(previewOf(contacts, Shape::Classic)), QStringList(u"[x] ,  F|00221| ---"_s));
+    }
+
+    void hints_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<Shape>("shape");
+        QTest::addColumn<QStringList>("hints");
+        QTest::addColumn<QStringList>("mendedRows");
+        const QByteArray headings = "Name;Nummer\n";
+        const auto row = [](const char* name, const QByteArray& file, Shape shape, const QStringList& hints,
+                            const QStringList& rows) {
+            QTest::newRow(name) << file << shape << hints << rows;
+        };
+        row("quotes only where needed",
+            "\"Last Name\",\"First Name\",\"Home Phone\",\"Notes\"\n\"Meier\",\"Peter\",030,\"a\nb\"\n",
+            Shape::Vcard, {u"reading 1 () --reading csv"_s, u"heading 1 (Last Name) --skip-heading"_s},
+            {u"[x] Meier|Peter|030|||| -------"_s});
+        row("UTF-8", headings + "M\xC3\xBCller;1\nB\xC3\xA4r;2\n", Shape::Classic,
+            {u"encoding 2 (MÃ¼ller → Müller) --encoding utf-8"_s},
+            {u"[ ] Name|| r--"_s, u"[x] Müller|1| ---"_s, u"[x] Bär|2| ---"_s});
+        row("heading", "Name,Given Name,Phone 1 - Value\nPeter Meier,Peter,030 123\n", Shape::Vcard,
+            {u"heading 1 (Name) --skip-heading"_s}, {u"[x] Peter Meier|Peter|030123|||| -------"_s});
+        row("no column", "a;b\nPeter;1\n", Shape::Classic, {u"columns 1 ()"_s},
+            {u"[ ] || r--"_s, u"[ ] || r--"_s});
+        row("numbers",
+            headings + "A;+49 (0) 221 1\nB;0221 12345 ext. 7\nC;0221 12345, 0222 12345\nD;02211/12345\n",
+            Shape::Classic,
+            {u"zero 1 (+49 (0) 221 1) --drop-zero"_s, u"extensions 1 (0221 12345 ext. 7)"_s,
+             u"numbers 1 (0221 12345, 0222 12345)"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|02211| ---"_s, u"[x] B|0221123457| ---"_s,
+             u"[x] C|022112345022212345| ---"_s, u"[x] D|0221112345| ---"_s});
+        row("letters", headings + "Garc\xED\x61;1\n", Shape::Classic,
+            {u"letters 1 (García → Garca) --base-letters"_s}, {u"[ ] Name|| r--"_s, u"[x] Garcia|1| ---"_s});
+        row("dates", "Name;Nummer;Jahrestag\nA;1;05/04/2001\nB;2;12/24/2005\nC;3;?1\n", Shape::Classic,
+            {u"dates 1 (12/24/2005) --dates month-first"_s, u"birthdays 1 (?1)"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|1|04.05  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s,
+             u"[x] C|3| ---"_s});
+        row("dates of both orders", "Name;Nummer;Jahrestag\nA;1;25/04/2001\nB;2;12/24/2005\n", Shape::Classic,
+            {u"dates 1 (12/24/2005)"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|1|25.04  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s});
+        row("years", "Name;Telefon;Jahrestag\nA;1;24.12.\n", Shape::Vcard, {u"years 1 (24.12.)"_s},
+            {u"[ ] Name|||||| -------"_s, u"[x] A||1||||24.12.2026  12:00 -------"_s});
+    }
+    void hints()
+    {
+        QFETCH(const QByteArray, file);
+        QFETCH(const Shape, shape);
+        QFETCH(const QStringList, hints);
+        QCOMPARE(hintsOf(previewOf(file, shape)), hints);
+        QTEST(described(mendedPreviewOf(file, shape)), "mendedRows");
+    }
+
+    void opening()
+    {
+        const auto faultOf = [](const QByteArray& bytes) {
+            return openText(u"x.csv"_s, bytes, Shape::Classic, {}).fault;
+        };
+        QCOMPARE(faultOf(""), TextFault::NoFirstLine);
+        QCOMPARE(faultOf("\r\na;b"), TextFault::NoFirstLine);
+        QCOMPARE(faultOf(" \r\na;b"), TextFault::None);
+        QCOMPARE(faultOf(QByteArray("PK\3\4\0\0", 6)), TextFault::Binary);
+        QCOMPARE(faultOf(QByteArray(20000, ',')), TextFault::TooManyColumns);
+        QCOMPARE(faultOf(QByteArray(600'000, '\n').prepend('x')), TextFault::TooLarge);
+        const OpenedSource chosen = openSource(
+            "Nachname;VORNAME;Phone Number\n", Shape::Vcard,
+            {.encoding = Encoding::Utf8, .headings = {u"vorname"_s, u"<nicht verwenden>"_s, u"gone"_s}});
+        QCOMPARE(chosen.opened.options.columns, (std::array<int, mostFields>{1, 1, 2, -1, -1, -1, -1}));
+    }
+
+    void classicSteps()
+    {
+        Preview preview = previewOf("Name;Nummer;Jahrestag\nSiebzehn Zeichen.;1;24.12. 08:30\nB;2\n;3\n"
+                                    "C;123456789012345678901234567890123\n");
+        const auto step = [&preview] { return nextClassicStep(preview); };
+        preview.rows[3].checked = true;
+        QCOMPARE(step(), ClassicStep::Incomplete);
+        preview.rows[3].checked = false;
+        QCOMPARE(step(), ClassicStep::NumberTooLong);
+        deselectRows(preview, {4});
+        QCOMPARE(step(), ClassicStep::NameTooLong);
+        shortenNames(preview);
+        QCOMPARE(described(preview.rows[1], preview.shape), u"[x] Siebzehn Zeichen|1|24.12  08:30 g--"_s);
+        QCOMPARE(step(), ClassicStep::Ready);
+        const auto entries = checkedEntries(preview);
+        QCOMPARE(entries, (std::vector<phonedata::ClassicEntry>{{.name = u"Siebzehn Zeichen"_s,
+                                                                 .number = u"1"_s,
+                                                                 .date = u"24.12  08:30"_s,
+                                                                 .dateSound = u"Optisch"_s},
+                                                                {.name = u"B"_s, .number = u"2"_s}}));
+        QCOMPARE(checkedProviders(preview).front(),
+                 (phonedata::ProviderEntry{u"Siebzehn Zeichen"_s, u"1"_s}));
+        selectNone(preview);
+        QCOMPARE(step(), ClassicStep::NothingChecked);
+        selectRows(preview, {0, 2, 99});
+        QCOMPARE(preview.checkedCount(), 1); // the heading has no number
+    }
+
+    void vcardSteps()
+    {
+        Preview preview =
+            previewOf("Nachname;Vorname;Telefon;Jahrestag\nSiebzehn Zeichen.;B;1;29.02.2005 08:30\n"
+                      "A;B;2;24.12.2005 08:30\n",
+                      Shape::Vcard);
+        preview.rows[0].checked = true;
+        QCOMPARE(uncheckNumberless(preview), 1);
+        QCOMPARE(nextVcardStep(preview, 1), VcardStep::NoRoom);
+        QCOMPARE(nextVcardStep(preview, 2), VcardStep::Ready);
+        QCOMPARE(checkedContacts(preview),
+                 (std::vector<phonedata::tVcfEntry>{
+                     {.lastName = u"Siebzehn Zeichen"_s, .home = u"1"_s, .firstName = u"B"_s}, // no such day
+                     {.lastName = u"A"_s,
+                      .home = u"2"_s,
+                      .firstName = u"B"_s,
+                      .birthday = u"2005-12-24T08:30"_s}}));
+        selectNone(preview);
+        QCOMPARE(nextVcardStep(preview, 2), VcardStep::NothingChecked);
+    }
+
+    void cancelled()
+    {
+        QByteArray file = "Name;Nummer\n";
+        for (int row = 0; row < 2000; ++row)
+            file += "A;1\n";
+        const OpenedSource made = openSource(file, Shape::Classic);
+        qsizetype last = 0;
+        const Preview preview = RebuildPreview(made.source, Shape::Classic, made.options, {}, today,
+                                               [&last](qsizetype done, qsizetype) {
+                                                   last = done;
+                                                   return done < 1000;
+                                               });
+        QCOMPARE(last, 1024);
+        QVERIFY(!preview.isWhole && preview.rows.empty());
+    }
+
+    void rememberedOptions()
+    {
+        tests::TestContext test;
+        QCOMPARE(loadImportOptions(test.settings), RememberedChoices());
+        RememberedChoices choices;
+        choices.options.addresses.numbers[0].end = u" |x "_s;
+        choices.options.addresses.numbers[4] = {
+            .process = false, .field1 = 6, .count1 = u"07"_s, .middle = {}, .end = u" F"_s};
+        choices.options.addresses.birthdayTime = u"23:30"_s;
+        choices.options.addresses.fields[5] = 1;
+        choices.options.numbers.outsideLine = true;
+        choices.options.existingByNumber = true;
+        choices.classicHeadings[2] = u"Wann"_s;
+        choices.vcardHeadings[0] = u"never written"_s;
+        choices.options.text.defaultTime = u"08:00"_s; // starts anew each time
+        SaveImportOptions(test.settings, choices);
+        choices.options.addresses.numbers[0].end = u" x "_s; // every mark goes on reading
+        choices.options.text.defaultTime = u"12:00"_s;
+        choices.vcardHeadings[0].clear();
+        QCOMPARE(loadImportOptions(test.settings), choices);
+        test.settings.PutIniText(u"frmImportPb"_s, u"cmbField10"_s, u"99"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
+        QCOMPARE(loadImportOptions(test.settings), choices);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ImportPreview)
+#include "tst_ImportPreview.moc"
