@@ -1,0 +1,297 @@
+#include "operations/PutFilesBack.h"
+
+#include "operations/FolderChanges.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+using obex::clsMmc;
+using obex::PhonePath;
+using obex::tObxDirEntry;
+using Kind = FileState::Kind;
+
+namespace {
+
+bool isSamePlace(const PhonePath& one, const PhonePath& other)
+{
+    return one.shown().compare(other.shown(), Qt::CaseInsensitive) == 0;
+}
+
+bool holdsSame(const FileState& one, const FileState& other)
+{
+    return one.kind == other.kind && one.bytes == other.bytes && one.userPerm == other.userPerm &&
+           one.groupPerm == other.groupPerm;
+}
+
+/// Reads the phone for a plan.
+class Planner
+{
+public:
+    explicit Planner(FileAccess& access) : m_access(access) {}
+
+    bool add(const FileState& wanted);
+    PutBackPlan take() { return std::move(m_plan); }
+
+private:
+    /// The entry of a place: outer nothing if the phone does not say, inner nothing if it has none.
+    std::optional<std::optional<tObxDirEntry>> entryAt(const PhonePath& path);
+    bool comesBackWithFolder(const PhonePath& path) const;
+    bool addMoved(PlaceToPutBack place);
+
+    FileAccess& m_access;
+    PutBackPlan m_plan;
+};
+
+bool Planner::comesBackWithFolder(const PhonePath& path) const
+{
+    return std::any_of(m_plan.places.begin(), m_plan.places.end(), [&](const PlaceToPutBack& place) {
+        return place.step == PutBackStep::Add && place.wanted.kind == Kind::Folder &&
+               isSamePlace(place.wanted.path, path.folder());
+    });
+}
+
+std::optional<std::optional<tObxDirEntry>> Planner::entryAt(const PhonePath& path)
+{
+    const std::optional<tObxDirEntry> none;
+    if (comesBackWithFolder(path))
+        return none;
+    const auto listing = m_access.look(path.folder());
+    if (!listing) // a folder that the phone does not let in is gone
+        return m_access.cause() == Cause::PhoneRefused ? std::optional(none) : std::nullopt;
+    const tObxDirEntry* entry = findEntry(*listing, path.name());
+    return entry ? std::optional<tObxDirEntry>(*entry) : none;
+}
+
+bool Planner::addMoved(PlaceToPutBack place)
+{
+    const auto here = entryAt(place.wanted.path);
+    const auto there = entryAt(place.wanted.movedTo);
+    if (!here || !there)
+        return false;
+    place.now = {.path = place.wanted.movedTo, .kind = Kind::Moved, .movedTo = place.wanted.path};
+    const bool isSame = isSamePlace(place.wanted.path, place.wanted.movedTo);
+    if (there->has_value() && (!here->has_value() || isSame))
+        place.step = PutBackStep::Change;
+    else if (!here->has_value())
+        place.step = PutBackStep::Blocked;
+    else
+        place.step = there->has_value() ? PutBackStep::Blocked : PutBackStep::None;
+    m_plan.places.push_back(place);
+    return true;
+}
+
+bool Planner::add(const FileState& wanted)
+{
+    PlaceToPutBack place{.wanted = wanted};
+    if (wanted.kind == Kind::Moved)
+        return addMoved(place);
+    const auto entry = entryAt(wanted.path);
+    if (!entry)
+        return false;
+    FileOutcome outcome;
+    if (wanted.kind == Kind::Rights) {
+        place.now = {.path = wanted.path, .kind = Kind::Rights};
+        if (entry->has_value()) {
+            place.now.userPerm = (*entry)->userPerm;
+            place.now.groupPerm = (*entry)->groupPerm;
+        }
+        const bool isEqual = holdsSame(place.now, wanted);
+        place.step = !entry->has_value() ? PutBackStep::Blocked
+                     : isEqual           ? PutBackStep::None
+                                         : PutBackStep::Change;
+        m_plan.places.push_back(place);
+        return true;
+    }
+    const auto now = readState(m_access, wanted.path, entry->has_value() ? &**entry : nullptr, outcome);
+    if (!now)
+        return false;
+    place.now = *now;
+    if (now->kind == Kind::Nothing)
+        place.step = wanted.kind == Kind::Nothing ? PutBackStep::None : PutBackStep::Add;
+    else if (wanted.kind == Kind::Nothing)
+        place.step = PutBackStep::Remove;
+    else if (now->kind != wanted.kind)
+        place.step = PutBackStep::Blocked;
+    else
+        place.step =
+            wanted.kind == Kind::Folder || holdsSame(*now, wanted) ? PutBackStep::None : PutBackStep::Change;
+    m_plan.places.push_back(place);
+    return true;
+}
+
+/// Goes to a folder, which is made where it is gone.
+bool enterOrMake(FileAccess& access, const PhonePath& folder)
+{
+    {
+        const clsMmc::Quiet quiet(access.client());
+        if (access.enter(folder))
+            return true;
+    }
+    return access.client().CdRoot() && access.client().Cd(folder.forEngine(), true);
+}
+
+bool setRights(FileAccess& access, const FileState& wanted, const tObxDirEntry& entry)
+{
+    if (entry.userPerm == wanted.userPerm && entry.groupPerm == wanted.groupPerm)
+        return true;
+    return access.client().SetAttrib(entry.name, rightsText(wanted.groupPerm), rightsText(wanted.userPerm),
+                                     false);
+}
+
+bool hasRights(FileAccess& access, const FileState& wanted)
+{
+    const auto listing = access.look(wanted.path.folder());
+    const tObxDirEntry* entry = listing ? findEntry(*listing, wanted.path.name()) : nullptr;
+    return entry && entry->userPerm == wanted.userPerm && entry->groupPerm == wanted.groupPerm;
+}
+
+/// Sends a file with its old content, time and rights. True if the listing shows it.
+bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
+{
+    const FileState& wanted = place.wanted;
+    const QString name = wanted.path.name();
+    clsMmc& client = access.client();
+    if (!enterOrMake(access, wanted.path.folder()))
+        return false;
+    const bool isSame = place.now.kind == Kind::File && place.now.bytes == wanted.bytes;
+    if (!isSame) {
+        if (place.now.kind == Kind::File && !client.Del(name, access.progress(), nullptr, false, true))
+            return false;
+        outcome.isOldLost = place.now.kind == Kind::File;
+        clsMmc::PutReport report;
+        outcome.isConfirmed =
+            client.PutBytes({name, wanted.bytes, wanted.modified}, access.progress(), &report);
+        if (!outcome.isConfirmed && !report.stoppedEarly)
+            return false;
+    }
+    const auto listing = access.list(wanted.path.folder());
+    const tObxDirEntry* entry = listing ? findEntry(*listing, name) : nullptr;
+    if (!entry || !showsWhole(*listing, name, wanted.bytes.size()))
+        return false;
+    outcome.isOldLost = false;
+    return setRights(access, wanted, *entry) && hasRights(access, wanted);
+}
+
+bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
+{
+    const FileState& wanted = place.wanted;
+    clsMmc& client = access.client();
+    switch (wanted.kind) {
+    case Kind::File:
+        return putFile(access, place, outcome);
+    case Kind::Folder:
+        return enterOrMake(access, wanted.path);
+    case Kind::Nothing:
+        return access.enter(wanted.path.folder()) &&
+               client.Del(wanted.path.name(), access.progress(), nullptr, false, true);
+    case Kind::Moved:
+        outcome = applyMove(access, {.from = wanted.movedTo, .to = wanted.path}, {});
+        return outcome.state == State::Done;
+    case Kind::Rights:
+        return access.enter(wanted.path.folder()) &&
+               client.SetAttrib(wanted.path.name(), rightsText(wanted.groupPerm), rightsText(wanted.userPerm),
+                                false) &&
+               hasRights(access, wanted);
+    }
+    return false;
+}
+
+/// A look at a place after a failure: the phone may hold the wanted state all the same, or the former one.
+State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place)
+{
+    const auto listing = access.look(place.wanted.path.folder());
+    if (!listing || place.wanted.kind == Kind::Moved)
+        return State::Unknown;
+    const tObxDirEntry* entry = findEntry(*listing, place.wanted.path.name());
+    const auto shows = [&](const FileState& state) {
+        switch (state.kind) {
+        case Kind::Nothing:
+            return entry == nullptr;
+        case Kind::Folder:
+            return entry && !entry->isFile();
+        case Kind::File:
+            return entry && showsWhole(*listing, state.path.name(), state.bytes.size()) &&
+                   entry->userPerm == state.userPerm && entry->groupPerm == state.groupPerm;
+        case Kind::Rights:
+            return entry && entry->userPerm == state.userPerm && entry->groupPerm == state.groupPerm;
+        case Kind::Moved:
+            return false;
+        }
+        return false;
+    };
+    const bool isWanted = shows(place.wanted);
+    const bool isAsBefore = shows(place.now);
+    if (isWanted == isAsBefore) // files of one size
+        return State::Unknown;
+    return isWanted ? State::Done : State::Unchanged;
+}
+
+} // namespace
+
+int PutBackPlan::count(PutBackStep step) const
+{
+    return static_cast<int>(std::count_if(
+        places.begin(), places.end(), [step](const PlaceToPutBack& place) { return place.step == step; }));
+}
+
+std::optional<PutBackPlan> planPutBack(FileAccess& access, const Record& record)
+{
+    const auto states = statesIn(record);
+    if (record.list != RecordedList::Files || !states)
+        return std::nullopt;
+    Planner planner(access);
+    const bool isRead = std::all_of(states->rbegin(), states->rend(),
+                                    [&](const FileState& state) { return planner.add(state); });
+    return isRead ? std::optional(planner.take()) : std::nullopt;
+}
+
+Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString& recordCause)
+{
+    std::vector<const PlaceToPutBack*> places;
+    std::vector<FileState> before;
+    for (const PlaceToPutBack& place : plan.places) {
+        if (place.step == PutBackStep::None || place.step == PutBackStep::Blocked)
+            continue;
+        places.push_back(&place);
+        before.push_back(place.now);
+    }
+    Outcome nothingSent;
+    nothingSent.planned = static_cast<int>(places.size());
+    nothingSent.state = places.empty() ? State::Done : State::Unchanged;
+    if (places.empty())
+        return nothingSent;
+    const auto id = beginFilesRecord(access, recordCause, before, &nothingSent.reason);
+    if (!id) {
+        nothingSent.cause = Cause::NotSaved;
+        return nothingSent;
+    }
+    std::vector<FileOutcome> results;
+    QJsonArray items;
+    for (const PlaceToPutBack* place : places) {
+        FileOutcome outcome;
+        if (!access.goesOn()) {
+            outcome.cause = access.isStopped() ? Cause::Interrupted : access.cause();
+        } else if (putOne(access, *place, outcome)) {
+            outcome.state = State::Done;
+            outcome.isConfirmed = true;
+            outcome.isVerified = true;
+        } else {
+            access.blame(outcome);
+            outcome.state = stateAfterFailure(access, *place);
+        }
+        results.push_back(outcome);
+        items.append(
+            QJsonObject{{u"path"_s, place->wanted.path.shown()}, {u"state"_s, wordOf(outcome.state)}});
+    }
+    Outcome sum = sumOf(results);
+    sum.recordId = *id;
+    finishFilesRecord(access, sum, items);
+    return sum;
+}
+
+} // namespace kalmo::operations
