@@ -1,4 +1,5 @@
 #include "app/Version.h"
+#include "ui/controls/WheelGuard.h"
 #include "ui/Engine.h"
 #include "ui/icons/Icons.h"
 #include "ui/StartFlow.h"
@@ -68,6 +69,8 @@ int main(int argc, char** argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QTranslator buttons;
     speakGerman(buttons);
+
+    const ui::WheelGuard wheel;
 
     const ui::CommandLine commandLine = ui::parseCommandLine(QCoreApplication::arguments().mid(1));
     if (commandLine.kind == ui::CommandLine::Kind::WrongUse)

@@ -6,6 +6,7 @@
 #include "ui/TestProgram.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -32,7 +33,9 @@ class ClassicDialogs : public QObject
 private Q_SLOTS:
     void fields();
     void whatIsLoadedIsSaved();
-    void badTimeLeavesHalfARow();
+    void badTimeChangesNothing();
+    void escapeKeepsChanges();
+    void roomLeftIsShown();
 };
 
 void ClassicDialogs::fields()
@@ -93,36 +96,91 @@ void ClassicDialogs::whatIsLoadedIsSaved()
     QVERIFY(made.memory.NeDirty);
 }
 
-/// The checks of the date come after the old row has gone, and a further try takes the half row's place, not
-/// that of the neighbour to which the view has moved.
-void ClassicDialogs::badTimeLeavesHalfARow()
+/// A time or date that is none costs nothing in the list, whether the field is left or Enter pressed in it.
+void ClassicDialogs::badTimeChangesNothing()
 {
+    const QString badTime = u"Bitte geben Sie eine gültige Uhrzeit ein! (z.B. 12:30)"_s;
     TestProgram made(u"WOODY"_s);
-    const ClassicEntry bare{.name = u"A"_s, .number = u"1"_s};
-    const ClassicEntry other{.name = u"B"_s, .number = u"2"_s};
+    const Entries before = {{.name = u"A"_s, .number = u"1"_s, .date = u"01.02  10:00"_s},
+                            {.name = u"B"_s, .number = u"2"_s}};
     const auto list = phonedata::makePhonebookRows();
-    list->add(phonedata::toRow({.name = u"A"_s, .number = u"1"_s, .date = u"01.02  10:00"_s}));
-    list->add(phonedata::toRow(other));
-    list->add(phonedata::toRow(other));
-    ui::RowsView view;
-    view.setRows(*list);
+    for (const ClassicEntry& entry : before)
+        list->add(phonedata::toRow(entry));
     ui::frmTBentry form(made.program, *list);
-    const QSignalSpy changed(&form, &ui::frmTBentry::listChanged);
     form.loadRow(0);
     form.Form_Present(true);
-    child<QComboBox>(form, "cmbTime").setCurrentText(u"24:00"_s);
-    save(made, form, u"Bitte geben Sie eine gültige Uhrzeit ein! (z.B. 12:30)"_s);
-    QCOMPARE(phonedata::classicEntries(*list), Entries({other, other, bare}));
-    QVERIFY(made.memory.TbDirty && changed.size() == 1);
-
-    child<QComboBox>(form, "cmbTime").setCurrentText(u"23:59"_s);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    auto& time = child<QComboBox>(form, "cmbTime");
+    time.setFocus();
+    time.setCurrentText(u"24:00"_s);
+    made.test.dialogs.expect({.text = badTime, .icon = toolkit::Icon::Information});
+    QTest::keyClick(&time, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    QVERIFY(time.hasFocus());
+    save(made, form, badTime);
+    time.setCurrentText(u"23:59"_s);
     child<QLineEdit>(form, "txtbDate").clear();
     save(made, form, u"Bitte geben Sie ein gültiges Datum ein! (z.B. 13.11.)"_s);
-    QCOMPARE(phonedata::classicEntries(*list), Entries({other, other, bare}));
+    QCOMPARE(phonedata::classicEntries(*list), before);
+    QVERIFY(!made.memory.TbDirty);
     child<QLineEdit>(form, "txtbDate").setText(u"13.11."_s);
     save(made, form);
-    QCOMPARE(list->count(), 3);
+    QCOMPARE(list->count(), 2);
     QCOMPARE(phonedata::classicEntries(*list).back().date, u"13.11  23:59"_s);
+}
+
+/// Escape asks where something was changed, and only there.
+void ClassicDialogs::escapeKeepsChanges()
+{
+    TestProgram made(u"WOODY"_s);
+    const auto list = phonedata::makePhonebookRows();
+    list->add(phonedata::toRow(ClassicEntry{.name = u"A"_s, .number = u"1"_s}));
+    const auto expectQuestion = [&](toolkit::Answer answer) {
+        made.test.dialogs.expect({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
+                                          u"Sollen sie verworfen werden?"_s,
+                                  .title = u"Kalmo - Telefonbuch"_s,
+                                  .buttons = toolkit::Buttons::YesNo,
+                                  .icon = toolkit::Icon::Question,
+                                  .defaultButton = toolkit::Answer::No},
+                                 answer);
+    };
+    ui::frmTBentry form(made.program, *list);
+    form.loadRow(0);
+    form.show();
+    QTest::keyClick(&form, Qt::Key_Escape);
+    QVERIFY(!form.isVisible());
+    form.show();
+    auto& name = child<QLineEdit>(form, "txtName");
+    QTest::keyClicks(&name, u"nna"_s);
+    expectQuestion(toolkit::Answer::No);
+    QTest::keyClick(&name, Qt::Key_Escape);
+    QVERIFY(form.isVisible());
+    expectQuestion(toolkit::Answer::No);
+    form.close();
+    QVERIFY(form.isVisible());
+    QCOMPARE(name.text(), u"Anna"_s);
+    expectQuestion(toolkit::Answer::Yes);
+    QTest::keyClick(&name, Qt::Key_Escape);
+    QVERIFY(!form.isVisible());
+    QCOMPARE(list->text(0, 0), u"A"_s);
+}
+
+void ClassicDialogs::roomLeftIsShown()
+{
+    TestProgram made(u"WOODY"_s);
+    const auto list = phonedata::makePhonebookRows();
+    ui::frmTBentry form(made.program, *list);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    auto& name = child<QLineEdit>(form, "txtName");
+    const auto& left = child<QLabel>(form, "txtName_left");
+    name.setFocus();
+    QTest::keyClicks(&name, u"Anna"_s);
+    QCOMPARE(left.text(), u"noch 12 Zeichen"_s);
+    QVERIFY(left.isVisible() && left.geometry().right() < name.width());
+    child<QLineEdit>(form, "txtNr").setFocus();
+    QVERIFY(!left.isVisible());
 }
 
 QTEST_MAIN(ClassicDialogs)

@@ -1,15 +1,24 @@
-// The calendar with its reading of typed dates, and the memory gauge.
+// The calendar with its reading of typed dates, the memory gauge, and boxes that keep their choice.
 
+#include "ui/controls/ChoiceBox.h"
 #include "ui/controls/MemoryGauge.h"
 #include "ui/controls/ShortDate.h"
 #include "ui/controls/ucCalendar.h"
+#include "ui/controls/WheelGuard.h"
 #include "ui/TestProgram.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
+#include <qtestspontaneevent.h>
 #include <QToolButton>
+#include <QWheelEvent>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -25,6 +34,8 @@ private Q_SLOTS:
     void typedDates();
     void calendar();
     void gauge();
+    void wheelScrollsThePage();
+    void choicesAreNotSteps();
 };
 
 /// What was read is written in the short form, and that reads the same again.
@@ -123,6 +134,59 @@ void Controls::gauge()
         QCOMPARE(pictures, row.low ? u"warninghandywarninghandy"_s : u"handy"_s);
         QCOMPARE(gauge.setFree(row.free), Update::Shown); // it warns once
     }
+}
+
+/// A box without the focus passes the wheel on to what it lies in.
+void Controls::wheelScrollsThePage()
+{
+    const ui::WheelGuard guard;
+    QScrollArea page;
+    auto* content = new QWidget;
+    content->resize(100, 2000);
+    QComboBox boxes[2];
+    for (QComboBox& box : boxes) {
+        box.setParent(content);
+        box.addItems({u"a"_s, u"b"_s, u"c"_s});
+        box.setCurrentIndex(1);
+    }
+    boxes[1].move(0, 100);
+    page.setWidget(content);
+    page.resize(200, 300);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    boxes[1].setFocus();
+    for (QComboBox& box : boxes) {
+        const QPointF place = QRectF(box.rect()).center();
+        QWheelEvent turn(place, box.mapToGlobal(place), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                         Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&turn); // as from a mouse; others do not reach the page
+        qApp->notify(&box, &turn);
+    }
+    QCOMPARE(boxes[0].currentIndex(), 1);
+    QVERIFY(!boxes[0].hasFocus());
+    QVERIFY(page.verticalScrollBar()->value() > 0);
+    QCOMPARE(boxes[1].currentIndex(), 2); // the user has clicked that one
+    for (QComboBox& box : boxes)
+        box.setParent(nullptr);
+}
+
+void Controls::choicesAreNotSteps()
+{
+    ui::ChoiceBox box;
+    box.addItems({u"Melodie 1"_s, u"Melodie 2"_s, u"Optisch"_s});
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    box.setFocus();
+    const QSignalSpy chosen(&box, &QComboBox::activated);
+    for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        QTest::keyClick(box.view()->isVisible() ? static_cast<QWidget*>(box.view()) : &box, Qt::Key(key));
+    QCOMPARE(box.currentText(), u"Melodie 2"_s);
+    QCOMPARE(chosen.size(), 1);
+    QTest::keyClick(&box, Qt::Key_O);
+    QCOMPARE(box.currentText(), u"Melodie 2"_s);
+    QVERIFY(box.view()->isVisible());
+    QTest::keyClick(box.view(), Qt::Key_Escape);
+    QCOMPARE(chosen.size(), 1);
 }
 
 QTEST_MAIN(Controls)

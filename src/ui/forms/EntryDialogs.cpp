@@ -1,6 +1,7 @@
 #include "ui/forms/EntryDialogs.h"
 
 #include "ui/controls/Named.h"
+#include "ui/controls/RoomLeft.h"
 #include "ui/help/HelpWindow.h"
 
 #include <QDialogButtonBox>
@@ -35,6 +36,8 @@ QLabel* addField(QFormLayout& form, const QString& label, QWidget* field)
     shown->setBuddy(field);
     field->setMinimumWidth(field->fontMetrics().averageCharWidth() * fieldCharacters);
     form.addRow(shown, field);
+    if (auto* line = qobject_cast<QLineEdit*>(field))
+        new RoomLeft(*line);
     return shown;
 }
 

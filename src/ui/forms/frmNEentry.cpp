@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 
 #include <QVBoxLayout>
@@ -24,6 +25,7 @@ frmNEentry::frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* pare
     layout->addStretch();
     layout->addWidget(makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel));
     connect(m_cmdSpeicher, &QPushButton::clicked, this, &frmNEentry::cmdSpeicher_Click);
+    new ChangeGuard(*this, *m_cmdSpeicher, program.context);
 }
 
 void frmNEentry::loadRow(int row)
@@ -49,7 +51,8 @@ void frmNEentry::cmdSpeicher_Click()
     }
     if (m_edit && m_list.current() >= 0)
         m_list.removeAt(m_list.current());
-    m_list.add(phonedata::toRow(phonedata::ProviderEntry{m_txtName->text(), m_txtNr->text()}));
+    m_list.setCurrent(
+        m_list.add(phonedata::toRow(phonedata::ProviderEntry{m_txtName->text(), m_txtNr->text()})));
     m_program.memory.NeDirty = true;
     Q_EMIT listChanged();
     accept();

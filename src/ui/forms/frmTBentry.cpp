@@ -3,9 +3,11 @@
 #include "app/Version.h"
 #include "link/PhoneModels.h"
 #include "phonedata/EntryRules.h"
+#include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
 #include "ui/controls/ucCalendar.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/icons/Icons.h"
 
@@ -63,6 +65,8 @@ frmTBentry::frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* pare
     for (QWidget* control : std::as_const(m_dateControls))
         control->setEnabled(false);
     chkVip_Click(false);
+    new LeaveCheck(*m_cmbTime, m_cmdCancel, [this] { return refuseTime(); });
+    new ChangeGuard(*this, *m_cmdSpeicher, program.context);
 }
 
 QWidget* frmTBentry::makeDatePart()
@@ -174,34 +178,34 @@ void frmTBentry::chkVip_Click(bool checked)
     m_lblcmbVipSndPre->setEnabled(checked);
 }
 
-/// In this order, so that a bad time leaves the old row gone and the new one half filled in. That one becomes
-/// the current row, whatever a view has moved to, so that the next try takes its place and no other's.
 void frmTBentry::cmdSpeicher_Click()
 {
     if (m_txtName->text().isEmpty() || m_txtNr->text().isEmpty()) {
         tell(nameAndNumberMissing.toString(), m_txtName->text().isEmpty() ? *m_txtName : *m_txtNr);
         return;
     }
+    // Before the list is touched: the old row must not be gone for a time that is none.
+    if (m_chkUsebDate->isChecked() && (refuseTime() || !isDateGiven()))
+        return;
     if (m_edit && m_list.current() >= 0)
         m_list.removeAt(m_list.current());
-    const ClassicEntry entry{.name = m_txtName->text(), .number = m_txtNr->text()};
-    const int row = m_list.add(toRow(entry));
-    m_list.setCurrent(row);
-    m_program.memory.TbDirty = true; // from here on, even if the dialog is given up now
+    m_list.setCurrent(m_list.add(toRow(entry())));
+    m_program.memory.TbDirty = true;
     Q_EMIT listChanged();
-    if (m_chkUsebDate->isChecked() && !takeDate(row))
-        return;
-    takeVip(row);
-    m_list.setCellTag(row, NumberColumn, m_lblSprache->text());
     accept();
 }
 
-bool frmTBentry::takeDate(int row)
+/// Tells a time that is none. True if the field has to keep the focus.
+bool frmTBentry::refuseTime()
 {
-    if (!isTimeOfDay(m_cmbTime->currentText())) {
-        tell(u"Bitte geben Sie eine gültige Uhrzeit ein! (z.B. 12:30)"_s, *m_cmbTime);
+    if (isTimeOfDay(m_cmbTime->currentText()))
         return false;
-    }
+    tell(u"Bitte geben Sie eine gültige Uhrzeit ein! (z.B. 12:30)"_s, *m_cmbTime);
+    return true;
+}
+
+bool frmTBentry::isDateGiven()
+{
     if (m_txtbDate->text().isEmpty()) {
         tell(u"Bitte geben Sie ein gültiges Datum ein! (z.B. 13.11.)"_s, *m_txtbDate);
         return false;
@@ -210,17 +214,22 @@ bool frmTBentry::takeDate(int row)
         m_txtbDate->setFocus();
         return false;
     }
-    m_list.setText(row, DateColumn, anniversaryText(m_calDate->value(), m_cmbTime->currentText()));
-    m_list.setText(row, DateSoundColumn, m_cmbAlarm->currentText());
     return true;
 }
 
-void frmTBentry::takeVip(int row)
+ClassicEntry frmTBentry::entry() const
 {
-    if (!m_chkVip->isChecked())
-        return;
-    m_list.setText(row, VipColumn, vipMark);
-    m_list.setText(row, VipSoundColumn, m_cmbVipSnd->currentText());
+    ClassicEntry made{.name = m_txtName->text(), .number = m_txtNr->text()};
+    if (m_chkUsebDate->isChecked()) {
+        made.date = anniversaryText(m_calDate->value(), m_cmbTime->currentText());
+        made.dateSound = m_cmbAlarm->currentText();
+    }
+    if (m_chkVip->isChecked()) {
+        made.vip = vipMark;
+        made.vipSound = m_cmbVipSnd->currentText();
+    }
+    made.languageTag = m_lblSprache->text();
+    return made;
 }
 
 void frmTBentry::tell(const QString& text, QWidget& field)

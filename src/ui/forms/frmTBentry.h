@@ -40,8 +40,9 @@ private:
     void chkUsebDate_Click(bool checked);
     void chkVip_Click(bool checked);
     void cmdSpeicher_Click();
-    bool takeDate(int row);
-    void takeVip(int row);
+    bool refuseTime();
+    bool isDateGiven();
+    phonedata::ClassicEntry entry() const;
     void tell(const QString& text, QWidget& field);
 
     Program& m_program;

@@ -1,0 +1,64 @@
+#include "ui/forms/ChangeGuard.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+
+namespace {
+
+/// What the user can change, in the order of the widgets. Editable boxes hold a field of their own.
+QStringList valuesOf(const QDialog& dialog)
+{
+    QStringList values;
+    for (const auto* field : dialog.findChildren<QLineEdit*>())
+        values.append(field->text());
+    for (const auto* box : dialog.findChildren<QComboBox*>())
+        values.append(box->currentText());
+    for (const auto* button : dialog.findChildren<QAbstractButton*>()) {
+        if (button->isCheckable())
+            values.append(button->isChecked() ? u"1"_s : u"0"_s);
+    }
+    return values;
+}
+
+} // namespace
+
+ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& save, app::Context& context)
+    : QObject(&dialog), m_dialog(dialog), m_save(save), m_context(context)
+{
+    dialog.installEventFilter(this);
+}
+
+bool ChangeGuard::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::Show && m_before.isEmpty())
+        m_before = valuesOf(m_dialog);
+    const bool isEscape = event->type() == QEvent::KeyPress &&
+                          static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Cancel);
+    const bool isClose = event->type() == QEvent::Close && m_dialog.isVisible();
+    if ((!isEscape && !isClose) || mayGo())
+        return false;
+    event->ignore();
+    return true;
+}
+
+bool ChangeGuard::mayGo()
+{
+    if (!m_save.isEnabled() || valuesOf(m_dialog) == m_before)
+        return true;
+    return m_context.dialogs.Show({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
+                                           u"Sollen sie verworfen werden?"_s,
+                                   .title = m_dialog.windowTitle(),
+                                   .buttons = toolkit::Buttons::YesNo,
+                                   .icon = toolkit::Icon::Question,
+                                   .defaultButton = Answer::No}) == Answer::Yes;
+}
+
+} // namespace kalmo::ui
