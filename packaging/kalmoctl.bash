@@ -23,12 +23,13 @@ _kalmoctl()
         --to) ;;
         *)
             case ${given[*]} in
-                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history recover' ;;
+                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history undo recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
                 phonebook) words='read write add set delete' ;;
                 providers) words='read write' ;;
                 calendar | notes) words='read' ;;
                 files) words='ls get put rm mkdir mv df attr' ;;
+                'undo'*) options+=' --dry-run' ;;
                 'ringtones set') words='external internal appointment alarm' ;;
                 'ringtones set '*)
                     case ${#given[@]} in

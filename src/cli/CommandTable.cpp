@@ -198,6 +198,14 @@ const std::vector<Command> table = {
      .help = u"list the changes that can be taken back",
      .details = u"Before Kalmo changes a phone it records what the phone holds. Needs no phone.\n",
      .run = runHistory},
+    {.words = u"undo",
+     .help = u"put back what the phone held before a change",
+     .arguments =
+         {{u"ID", u"a change that history lists, the latest of this phone if missing", {}, Count::OneOrNone}},
+     .options = {dryRunOption},
+     .details = u"Reads what the phone holds now, says what changes, and asks. An undo is a change like any\n"
+                u"other: it is recorded, and can be undone.\n",
+     .run = runUndo},
     {.words = u"recover",
      .help = u"take a handset that was left in data mode back to commands",
      .details = u"For a handset that is not found since a transfer was broken off. Takes up to a minute.\n",

@@ -31,6 +31,7 @@ ExitStatus runFilesMv(Job& job);
 ExitStatus runFilesDf(Job& job);
 ExitStatus runFilesAttr(Job& job);
 ExitStatus runHistory(Job& job);
+ExitStatus runUndo(Job& job);
 ExitStatus runRecover(Job& job);
 
 } // namespace kalmo::cli

@@ -1,0 +1,213 @@
+// Putting back a former state.
+
+#include "cli/Commands.h"
+#include "cli/DataWork.h"
+#include "cli/FindPhone.h"
+#include "cli/Tables.h"
+#include "operations/Undo.h"
+
+#include <QJsonObject>
+
+namespace kalmo::cli {
+
+using operations::Cause;
+using operations::Outcome;
+using operations::Record;
+using operations::Records;
+using operations::State;
+using operations::Undo;
+using operations::UndoDiff;
+
+namespace {
+
+constexpr qsizetype mostLines = 20; // of a kind of change
+
+/// "the phonebook of 2026-11-21  12:00:00, before \"write\""
+QString nameOf(const Record& record)
+{
+    return u"%1 as of %2, before \"%3\""_s.arg(operations::wordOf(record.list),
+                                               record.time.toString(u"yyyy-MM-dd  hh:mm:ss"_s),
+                                               printable(record.cause));
+}
+
+void appendLines(QString& text, const QString& what, const QStringList& names)
+{
+    for (const QString& name : names.mid(0, mostLines))
+        text += u"%1 %2\n"_s.arg(what, printable(name));
+    if (names.size() > mostLines)
+        text += u"%1 %2 more\n"_s.arg(what).arg(names.size() - mostLines);
+}
+
+QString diffText(const UndoDiff& diff)
+{
+    QString text;
+    appendLines(text, u"add   "_s, diff.add);
+    appendLines(text, u"change"_s, diff.change);
+    appendLines(text, u"remove"_s, diff.remove);
+    return text;
+}
+
+QString causeInWords(Job& job, const Outcome& outcome)
+{
+    switch (outcome.cause) {
+    case Cause::Interrupted:
+        return u"interrupted"_s;
+    case Cause::PhoneRefused:
+        return u"the phone refused it"_s;
+    case Cause::NoAnswer:
+        return u"the phone did not answer"_s;
+    case Cause::LineGone:
+        return u"%1 is gone"_s.arg(job.portName());
+    case Cause::NotSaved:
+        return u"could not save what the phone holds now: %1"_s.arg(outcome.reason);
+    case Cause::Doubtful:
+        return u"the line was disturbed, so what the phone holds is not safely known"_s;
+    case Cause::NoRoom:
+        return u"the phone has no room"_s;
+    case Cause::Mismatch:
+        return u"the phone does not hold what was sent"_s;
+    case Cause::NotPossible:
+        return u"this record holds no state that can be put back"_s;
+    case Cause::None:
+    case Cause::RefusedByUser:
+    case Cause::NotRead:
+        break;
+    }
+    return u"could not read what the phone holds"_s;
+}
+
+/// One run of the command, with a phone that was found.
+class UndoCommand
+{
+public:
+    UndoCommand(Job& job, Undo& undo) : m_job(job), m_undo(undo) {}
+    ExitStatus run();
+
+private:
+    ExitStatus finish(const Outcome& outcome);
+    QJsonValue json(const Outcome& outcome) const;
+    ExitStatus fail(const Outcome& outcome);
+    QString hintText() const;
+
+    Job& m_job;
+    Undo& m_undo;
+};
+
+ExitStatus UndoCommand::run()
+{
+    m_job.progress.phase(u"Comparing with what the phone holds"_s);
+    const Outcome planned = m_undo.plan();
+    m_job.progress.clear();
+    if (planned.cause != Cause::None)
+        return fail(planned);
+    const UndoDiff& diff = m_undo.diff();
+    for (const QString& place : diff.blocked)
+        m_job.out.error(
+            u"could not put back %1: something else is in its place, or it is gone."_s.arg(printable(place)));
+    const ExitStatus status = diff.blocked.isEmpty() ? ExitDone : ExitFailed;
+    if (m_job.invocation.has(u"--dry-run"_s) || diff.isEmpty()) {
+        m_job.out.show(json({}), diff.isEmpty()
+                                     ? u"The phone already holds the %1.\n"_s.arg(nameOf(m_undo.record()))
+                                     : diffText(diff));
+        return status;
+    }
+    m_job.out.note(diffText(diff));
+    if (!m_job.questions.confirm(u"Put back the %1 (%2 new, %3 changed, %4 removed)?"_s.arg(
+            nameOf(m_undo.record()), QString::number(diff.add.size()), QString::number(diff.change.size()),
+            QString::number(diff.remove.size()))))
+        return ExitRefused;
+    if (m_job.isInterrupted())
+        return ExitRefused;
+    m_job.progress.phase(u"Putting back"_s);
+    const Outcome outcome = m_undo.apply();
+    m_job.progress.clear();
+    return std::max(status, finish(outcome));
+}
+
+ExitStatus UndoCommand::fail(const Outcome& outcome)
+{
+    m_job.out.error(causeInWords(m_job, outcome) + u".\nNothing was changed in the phone."_s);
+    return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
+}
+
+ExitStatus UndoCommand::finish(const Outcome& outcome)
+{
+    if (outcome.state == State::Done && outcome.cause == Cause::None) {
+        m_job.out.show(json(outcome), u"The %1 is put back.\n"_s.arg(nameOf(m_undo.record())));
+        return ExitDone;
+    }
+    if (outcome.cause == Cause::NotSaved && outcome.recordId.isEmpty()) {
+        m_job.out.show(json(outcome), {});
+        return fail(outcome);
+    }
+    const QString held = outcome.state == State::Unchanged
+                             ? u"The phone holds what it held before"_s
+                             : u"Confirmed: %1 of %2"_s.arg(outcome.confirmed).arg(outcome.planned);
+    m_job.out.error(u"%1. %2.\n"_s.arg(causeInWords(m_job, outcome), held) + hintText());
+    m_job.out.show(json(outcome), {});
+    return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
+}
+
+QString UndoCommand::hintText() const
+{
+    return u"To try again: %1."_s.arg(m_job.invocation.again(u"undo "_s + m_undo.record().id));
+}
+
+QJsonValue UndoCommand::json(const Outcome& outcome) const
+{
+    const UndoDiff& diff = m_undo.diff();
+    const bool isUnknown = outcome.state == State::Unknown;
+    return QJsonObject{
+        {u"restored"_s, isUnknown ? QJsonValue() : QJsonValue(outcome.confirmed)},
+        {u"add"_s, diff.add.size()},
+        {u"change"_s, diff.change.size()},
+        {u"remove"_s, diff.remove.size()},
+        {u"verified"_s, outcome.verified ? QJsonValue(*outcome.verified) : QJsonValue()},
+        {u"backup"_s, outcome.savedIn.isEmpty() ? QJsonValue() : QJsonValue(outcome.savedIn)},
+        {u"state"_s, operations::wordOf(outcome.state)},
+        {u"record"_s, outcome.recordId.isEmpty() ? QJsonValue() : QJsonValue(outcome.recordId)},
+    };
+}
+
+/// The record that the user names, or the latest. Without one the reason has been told.
+std::optional<Record> findRecord(Job& job, const Records& records, ExitStatus& status)
+{
+    const QString id = job.invocation.arguments.value(0);
+    const auto record = id.isEmpty() ? latestChange(records) : records.read(id);
+    status = id.isEmpty() ? ExitFailed : ExitWrongUse;
+    if (record)
+        return record;
+    QString text = u"could not find a change of this phone: none is recorded."_s;
+    if (!id.isEmpty())
+        text = u"could not find a change %1 of this phone. \"%2\" lists them."_s.arg(
+            printable(id), job.invocation.again(u"history"_s));
+    job.out.error(text);
+    return {};
+}
+
+} // namespace
+
+ExitStatus runUndo(Job& job)
+{
+    if (!job.invocation.has(u"--dry-run"_s) && !job.questions.canBeAnswered()) {
+        job.questions.tellUnanswered(u"Put back what the phone held before?"_s);
+        return ExitRefused;
+    }
+    if (const ExitStatus found = findPhone(job); found != ExitDone)
+        return found;
+    const Records records(job.context, operations::identifyPhone(job.line));
+    ExitStatus status = ExitDone;
+    const auto record = findRecord(job, records, status);
+    if (!record)
+        return status;
+    return withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
+        const auto undo = operations::makeUndo(
+            {job.line, job.memory, client, nullptr, {.bar = &job.progress, .cancel = &job.stop}}, *record);
+        if (undo)
+            return UndoCommand(job, *undo).run();
+        job.out.error(u"could not put back the %1: the record holds no such state."_s.arg(nameOf(*record)));
+        return ExitFailed;
+    });
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,31 @@
+#include "operations/Undo.h"
+
+#include "operations/UndoFiles.h"
+
+namespace kalmo::operations {
+
+std::optional<Record> latestChange(const Records& records)
+{
+    for (const Record& header : records.all()) {
+        auto record = header.state == State::Unchanged ? std::nullopt : records.read(header.id);
+        if (record)
+            return record;
+    }
+    return {};
+}
+
+std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record)
+{
+    switch (record.list) {
+    case RecordedList::Files:
+        return std::make_unique<UndoFiles>(job, std::move(record));
+    case RecordedList::Phonebook:
+    case RecordedList::Providers:
+    case RecordedList::Ringtones:
+    case RecordedList::AreaCodes:
+        break;
+    }
+    return nullptr;
+}
+
+} // namespace kalmo::operations

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+#include "operations/Records.h"
+#include "phonedata/PhoneMemory.h"
+
+#include <memory>
+
+namespace kalmo::operations {
+
+/// Everything that putting back a former state makes different, by names for people: entries, contacts, paths
+/// of files, events, area codes.
+struct UndoDiff
+{
+    QStringList add = {};
+    QStringList change = {};
+    QStringList remove = {};
+    QStringList blocked = {}; ///< can't be put back: something else is in the place, or it is gone for good
+
+    /// Nothing to do: the phone holds the former state, as far as it can be put back.
+    bool isEmpty() const { return add.isEmpty() && change.isEmpty() && remove.isEmpty(); }
+    bool operator==(const UndoDiff&) const = default;
+};
+
+/// Putting back the state that a list of the phone had before a recorded change: plan() reads what the phone
+/// holds now, the program shows the difference and asks, apply() changes the phone under a record of its own,
+/// with the cause "undo". A session of the data mode lasts from plan() to the end of this object.
+class Undo
+{
+public:
+    explicit Undo(Record record) : m_record(std::move(record)) {}
+    virtual ~Undo() = default;
+    Q_DISABLE_COPY_MOVE(Undo)
+
+    const Record& record() const { return m_record; }
+    const UndoDiff& diff() const { return m_diff; }
+
+    /// Cause::None if apply() may follow. Otherwise nothing was changed in the phone. Cause::Doubtful: the
+    /// reading may lack something, and apply() may follow only if the user wants that.
+    virtual Outcome plan() = 0;
+    /// `verified` and `confirmed` count what was put back.
+    virtual Outcome apply() = 0;
+
+protected:
+    UndoDiff m_diff;
+
+private:
+    Record m_record;
+};
+
+/// Everything that putting back works with.
+struct UndoJob
+{
+    link::Line& line;
+    phonedata::PhoneMemory& memory;
+    std::shared_ptr<obex::clsMmc> client;  ///< for lists that are reached in the data mode
+    toolkit::BusyWindow* window = nullptr; ///< blocked while the line is in use; may be absent
+    toolkit::Progress progress = {};
+};
+
+/// The latest record of a change that may have changed something; nothing without one.
+std::optional<Record> latestChange(const Records& records);
+
+/// The way back for a record. Null if the record holds no former state that can be put back.
+std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record);
+
+} // namespace kalmo::operations
