@@ -13,10 +13,16 @@ namespace {
 constexpr double longEnough = 1; // seconds before which a rate says nothing
 }
 
-BatchProgress::BatchProgress(Output& out, const toolkit::Clock& clock, const QString& verb, qsizetype count,
-                             qint64 total)
-    : m_out(out), m_clock(clock), m_verb(verb), m_count(count), m_total(total), m_start(clock.Timer())
+BatchProgress::BatchProgress(Output& out, const toolkit::Clock& clock, const QString& verb)
+    : m_out(out), m_clock(clock), m_verb(verb), m_start(clock.Timer())
 {
+}
+
+void BatchProgress::expect(qsizetype count, qint64 total)
+{
+    m_count = count;
+    m_total = total;
+    m_start = m_clock.Timer();
 }
 
 void BatchProgress::next(const QString& name, qint64 size)
@@ -45,6 +51,8 @@ void BatchProgress::SetValue(int value)
 
 void BatchProgress::draw()
 {
+    if (m_index == 0)
+        return;
     const qint64 done = m_passed + m_bytes;
     QString text =
         u"%1 %2 (%3 of %4)"_s.arg(m_verb, m_name, QString::number(m_index), QString::number(m_count));

@@ -11,12 +11,13 @@ namespace kalmo::cli {
 class BatchProgress final : public toolkit::ProgressBar
 {
 public:
-    /// `verb` is what is done, "Getting" for example; `total` the bytes of all `count` files.
-    BatchProgress(Output& out, const toolkit::Clock& clock, const QString& verb, qsizetype count,
-                  qint64 total);
+    /// `verb` is what is done, "Fetching" for example. Shows nothing before the first next().
+    BatchProgress(Output& out, const toolkit::Clock& clock, const QString& verb);
     ~BatchProgress() override { m_out.progress({}); }
     Q_DISABLE_COPY_MOVE(BatchProgress)
 
+    /// So many files are to be transferred, with so many bytes together.
+    void expect(qsizetype count, qint64 total);
     /// Begins with a file of so many bytes; the one before counts as passed, whatever came of it.
     void next(const QString& name, qint64 size);
     /// So many bytes of the file are there.
@@ -34,8 +35,8 @@ private:
     Output& m_out;
     const toolkit::Clock& m_clock;
     QString m_verb;
-    qsizetype m_count;
-    qint64 m_total;
+    qsizetype m_count = 0;
+    qint64 m_total = 0;
     double m_start;
     QString m_name;
     qsizetype m_index = 0;

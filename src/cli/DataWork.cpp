@@ -3,6 +3,7 @@
 #include "cli/FindPhone.h"
 #include "cli/Stop.h"
 #include "obex/DataChannel.h"
+#include "operations/PhoneIdentity.h"
 
 namespace kalmo::cli {
 
@@ -53,10 +54,12 @@ ExitStatus withClient(Job& job, const DataWork& work)
     return isBack || status != ExitDone ? status : ExitFailed;
 }
 
-ExitStatus withDataChannel(Job& job, const DataWork& work)
+ExitStatus withDataChannel(Job& job, Intent intent, const DataWork& work)
 {
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
+    if (intent == Intent::Changes)
+        operations::identifyPhone(job.line);
     return withClient(job, [&](const std::shared_ptr<clsMmc>& client) {
         job.progress.phase(u"Opening the data channel"_s);
         const bool isOnline = client->Online({.cancel = &job.stop});
@@ -74,13 +77,6 @@ ExitStatus brokenOff(Job& job)
         return ExitFailed;
     job.out.error(u"interrupted."_s);
     return ExitRefused;
-}
-
-bool enterFolder(clsMmc& client, const PhonePath& folder)
-{
-    if (!client.DirAct().isEmpty() && PhonePath(client.DirAct()) == folder)
-        return true;
-    return client.CdRoot() && (folder.isRoot() || client.Cd(folder.forEngine(), false));
 }
 
 } // namespace kalmo::cli

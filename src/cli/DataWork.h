@@ -17,14 +17,14 @@ using DataWork = std::function<ExitStatus(const std::shared_ptr<obex::clsMmc>& c
 /// channel itself.
 ExitStatus withClient(Job& job, const DataWork& work);
 
+/// A change leaves a record, which is kept under the phone's serial number.
+enum class Intent { Reads, Changes };
+
 /// The same with a phone that is still to be found, and work that wants an open connection to the file
 /// system.
-ExitStatus withDataChannel(Job& job, const DataWork& work);
+ExitStatus withDataChannel(Job& job, Intent intent, const DataWork& work);
 
 /// How work ends that the phone or the user broke off; tells the latter.
 ExitStatus brokenOff(Job& job);
-
-/// Goes to a folder, unless the client is there. False has been told.
-bool enterFolder(obex::clsMmc& client, const PhonePath& folder);
 
 } // namespace kalmo::cli

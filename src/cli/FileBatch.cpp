@@ -21,11 +21,6 @@ void FileBatch::failed(const QJsonObject& result, ExitStatus status, const QStri
     m_job.out.error(error + u'.');
 }
 
-bool FileBatch::goesOn() const
-{
-    return !m_job.stop.Checked() && m_job.line.port().IsOpen();
-}
-
 ExitStatus FileBatch::finish()
 {
     if (m_job.stop.Checked())

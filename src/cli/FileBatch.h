@@ -17,8 +17,6 @@ public:
     void done(const QJsonObject& result, const QString& note);
     void failed(const QJsonObject& result, ExitStatus status, const QString& error);
 
-    /// False once the user wants to stop or the port is gone; the files that are left are not tried then.
-    bool goesOn() const;
     /// Shows the results. The worst status of all.
     ExitStatus finish();
 

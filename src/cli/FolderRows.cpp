@@ -7,8 +7,6 @@
 
 #include <QJsonObject>
 
-#include <algorithm>
-
 namespace kalmo::cli {
 
 using obex::tObxDirEntry;
@@ -56,14 +54,6 @@ QString filesTable(const QList<tObxDirEntry>& entries)
                         entry.isFile() ? entry.name : entry.name + u'/'});
     }
     return alignedTable({u"Bytes"_s, u"Modified"_s, u"Rights"_s, u"Name"_s}, rows);
-}
-
-const tObxDirEntry* findEntry(const QList<tObxDirEntry>& entries, const QString& name)
-{
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const tObxDirEntry& entry) {
-        return entry.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == entries.end() ? nullptr : &*found;
 }
 
 QString sizeText(qint64 bytes)

@@ -14,9 +14,6 @@ QJsonArray filesJson(const QList<obex::tObxDirEntry>& entries);
 /// The same as a table.
 QString filesTable(const QList<obex::tObxDirEntry>& entries);
 
-/// Entry of a listing by its name; letters count as the phone takes them, without regard to case.
-const obex::tObxDirEntry* findEntry(const QList<obex::tObxDirEntry>& entries, const QString& name);
-
 /// "812 bytes", "12.3 kB", "4.5 MB".
 QString sizeText(qint64 bytes);
 

@@ -1,9 +1,13 @@
-// What is done to the phone's files and folders where they are.
+// kalmoctl files: what is done to the phone's files and folders where they are.
 
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
+#include "cli/FileBatch.h"
+#include "cli/FileWords.h"
 #include "cli/FolderRows.h"
 #include "cli/Tables.h"
+#include "operations/DeleteFiles.h"
+#include "operations/FolderChanges.h"
 
 #include <QJsonObject>
 
@@ -11,76 +15,113 @@
 
 namespace kalmo::cli {
 
-using obex::clsMmc;
 using obex::tObxDirEntry;
+using operations::Cause;
+using operations::FileAccess;
+using operations::FileObstacle;
+using operations::FileOutcome;
+using operations::FileToDelete;
+using operations::State;
 
 namespace {
 
-using Client = std::shared_ptr<clsMmc>;
-
-/// Lists the folder that a file or folder is in. False has been told.
-bool listFolder(Job& job, clsMmc& client, const PhonePath& folder, QList<tObxDirEntry>& entries)
+/// Work with the files of a phone that is to be found.
+ExitStatus withFiles(Job& job, Intent intent, const QString& phase,
+                     const std::function<ExitStatus(FileAccess&)>& work)
 {
-    job.progress.phase(u"Listing %1"_s.arg(folder.shown()));
-    return enterFolder(client, folder) && client.Dir(entries, {.cancel = &job.stop});
+    return withDataChannel(job, intent, [&](const std::shared_ptr<obex::clsMmc>& client) {
+        FileAccess access(client, job.invocation.command->words.toString(), {.cancel = &job.stop});
+        job.progress.phase(phase);
+        const ExitStatus status = work(access);
+        job.progress.clear();
+        return status;
+    });
 }
 
-/// How a command ends that the phone or the user broke off: says what was not done.
-ExitStatus undone(Job& job, const QString& what)
+/// How a command ends that the phone or the user broke off before anything was changed.
+ExitStatus undone(Job& job, const QString& error)
 {
+    job.progress.clear();
     if (!job.stop.Checked())
-        job.out.error(printable(what) + u'.');
+        job.out.error(printable(error) + u'.');
     return brokenOff(job);
 }
 
-bool isRefusedRoot(Job& job, const PhonePath& path)
+/// Reports an obstacle, if there is one.
+bool isRefused(Job& job, FileObstacle obstacle, const PhonePath& path, ExitStatus& status)
 {
-    if (path.isRoot())
-        job.out.error(u"that is the phone's root, which stays as it is."_s);
-    return path.isRoot();
-}
-
-/// The same for what is to be made.
-bool isRefusedTarget(Job& job, const PhonePath& path)
-{
-    if (!path.canBeMade())
-        job.out.error(
-            u"%1 holds a letter that no name in the phone can have."_s.arg(printable(path.shown())));
-    return !path.canBeMade() || isRefusedRoot(job, path);
-}
-
-/// Deletes one; true if it is gone.
-bool removeOne(Job& job, clsMmc& client, const PhonePath& path)
-{
-    job.progress.phase(u"Deleting %1"_s.arg(path.shown()));
-    if (!enterFolder(client, path.folder()))
+    if (obstacle == FileObstacle::None)
         return false;
-    return client.Del(path.name(), {}, nullptr, false, job.invocation.has(u"--force"_s));
+    job.progress.clear();
+    job.out.error(obstacleText(obstacle, printable(path.shown())) + u'.');
+    status = statusOf(obstacle);
+    return true;
 }
 
-ExitStatus removeAll(Job& job, clsMmc& client)
+/// Shows the result of one change: the value with the state, then the note or what failed.
+ExitStatus finished(Job& job, QJsonObject value, const FileOutcome& outcome, const QString& text,
+                    const QString& couldNot, const QString& unknown)
 {
-    ExitStatus worst = ExitDone;
-    QJsonArray results;
-    QString text;
-    for (const QString& word : job.invocation.arguments) {
-        const PhonePath path(word);
-        if (job.stop.Checked()) {
-            worst = brokenOff(job);
-            break;
-        }
-        const bool isGone = removeOne(job, client, path);
-        results.append(QJsonObject{{u"path"_s, path.shown()}, {u"deleted"_s, isGone}});
-        if (isGone) {
-            text += u"%1 deleted.\n"_s.arg(printable(path.shown()));
-            continue;
-        }
-        job.out.error(u"%1 was not deleted."_s.arg(printable(path.shown())));
-        worst = std::max(worst, ExitFailed);
-    }
     job.progress.clear();
-    job.out.show(results, text);
-    return worst;
+    value[u"state"_s] = operations::wordOf(outcome.state);
+    const bool isDone = outcome.state == State::Done;
+    if (isDone || job.out.isJson())
+        job.out.show(value, text);
+    if (!isDone)
+        job.out.error(failureText(couldNot, outcome, unknown) + u'.');
+    if (job.stop.Checked() && !isDone)
+        return brokenOff(job);
+    return isDone ? ExitDone : ExitFailed;
+}
+
+QString deleteFailure(const Job& job, const FileToDelete& file, const FileOutcome& outcome)
+{
+    const QString shown = printable(file.path.shown());
+    const QString couldNot = u"could not delete %1"_s.arg(shown);
+    if (outcome.cause == Cause::PhoneRefused && !file.entry->isFile())
+        return couldNot + u": the phone refused; a folder has to be empty"_s;
+    if (outcome.cause == Cause::PhoneRefused && !job.invocation.has(u"--force"_s))
+        return couldNot + u": the phone refused; --force deletes a protected file, too"_s;
+    if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
+        return couldNot + u": the phone said yes, but it is still there"_s;
+    return failureText(couldNot, outcome, u"it is not known whether it is gone"_s);
+}
+
+ExitStatus removeAll(Job& job, FileAccess& access, std::vector<FileToDelete> files)
+{
+    FileBatch batch(job);
+    operations::lookBeforeDeleting(access, files);
+    const operations::DeletePolicy policy{.force = job.invocation.has(u"--force"_s)};
+    const auto phase = [&](const QString& verb) {
+        return [&job, verb](const FileToDelete& file) {
+            job.progress.phase(verb.arg(printable(file.path.shown())));
+        };
+    };
+    const auto report = [&](const FileToDelete& file, const FileOutcome& outcome) {
+        const QString shown = printable(file.path.shown());
+        const bool isGone = outcome.state == State::Done;
+        const QJsonObject result{{u"path"_s, file.path.shown()},
+                                 {u"deleted"_s, isGone},
+                                 {u"state"_s, operations::wordOf(outcome.state)}};
+        if (isGone)
+            batch.done(result, u"%1 deleted"_s.arg(shown));
+        else if (file.obstacle != FileObstacle::None)
+            batch.failed(result, statusOf(file.obstacle), obstacleText(file.obstacle, shown));
+        else
+            batch.failed(result, ExitFailed, deleteFailure(job, file, outcome));
+    };
+    const auto mayLose = [&](const QStringList& names) {
+        job.progress.clear();
+        return job.questions.confirm(
+            u"The phone does not give %1, so it can't be put back later. Delete it all the same?"_s.arg(
+                printable(names.join(u", "_s))));
+    };
+    operations::applyDelete(access, files, policy,
+                            {.saving = phase(u"Saving %1"_s),
+                             .deleting = phase(u"Deleting %1"_s),
+                             .finished = report,
+                             .mayLose = mayLose});
+    return batch.finish();
 }
 
 } // namespace
@@ -88,43 +129,53 @@ ExitStatus removeAll(Job& job, clsMmc& client)
 ExitStatus runFilesLs(Job& job)
 {
     const PhonePath folder(job.invocation.arguments.value(0));
-    return withDataChannel(job, [&](const Client& client) {
-        QList<tObxDirEntry> entries;
-        if (!listFolder(job, *client, folder, entries))
-            return undone(job, u"%1 could not be listed"_s.arg(folder.shown()));
+    return withFiles(job, Intent::Reads, u"Listing %1"_s.arg(folder.shown()), [&](FileAccess& access) {
+        const auto entries = access.list(folder);
+        if (!entries)
+            return undone(job, u"could not list %1"_s.arg(folder.shown()));
         job.progress.clear();
-        job.out.show(filesJson(entries), filesTable(entries));
+        job.out.show(filesJson(*entries), filesTable(*entries));
         return ExitDone;
     });
 }
 
 ExitStatus runFilesRm(Job& job)
 {
-    const QStringList& words = job.invocation.arguments;
-    for (const QString& word : words) {
-        if (isRefusedRoot(job, PhonePath(word)))
-            return ExitWrongUse;
+    std::vector<PhonePath> paths;
+    for (const QString& word : job.invocation.arguments)
+        paths.push_back(PhonePath(word));
+    const std::vector<FileToDelete> files = operations::planDelete(paths);
+    ExitStatus status = ExitDone;
+    for (const FileToDelete& file : files) {
+        if (isRefused(job, file.obstacle, file.path, status))
+            return status;
     }
-    const QString what = words.size() == 1 ? printable(PhonePath(words.first()).shown())
-                                           : u"%1 files or folders"_s.arg(words.size());
-    if (!job.questions.confirm(u"Delete %1 in the phone? There is no way back."_s.arg(what)))
+    const QString what =
+        files.size() == 1 ? printable(paths.front().shown()) : u"%1 files or folders"_s.arg(files.size());
+    if (!job.questions.confirm(u"Delete %1 in the phone?"_s.arg(what)))
         return ExitRefused;
-    return withDataChannel(job, [&](const Client& client) { return removeAll(job, *client); });
+    return withFiles(job, Intent::Changes, u"Listing the phone's folders"_s,
+                     [&](FileAccess& access) { return removeAll(job, access, files); });
 }
 
 ExitStatus runFilesMkdir(Job& job)
 {
-    const PhonePath path(job.invocation.arguments.first());
-    if (isRefusedTarget(job, path))
-        return ExitWrongUse;
-    return withDataChannel(job, [&](const Client& client) {
-        job.progress.phase(u"Making %1"_s.arg(path.shown()));
-        if (!enterFolder(*client, PhonePath()) || !client->Cd(path.forEngine(), true))
-            return undone(job, u"%1 could not be made"_s.arg(path.shown()));
-        job.progress.clear();
-        job.out.show(QJsonObject{{u"path"_s, path.shown()}},
-                     u"%1 is there.\n"_s.arg(printable(path.shown())));
-        return ExitDone;
+    operations::NewFolder plan = operations::planNewFolder(PhonePath(job.invocation.arguments.first()));
+    const QString shown = plan.path.shown();
+    const QString couldNot = u"could not make %1"_s.arg(shown);
+    ExitStatus status = ExitDone;
+    if (isRefused(job, plan.obstacle, plan.path, status))
+        return status;
+    return withFiles(job, Intent::Changes, u"Making %1"_s.arg(shown), [&](FileAccess& access) {
+        if (!operations::lookBeforeMaking(access, plan))
+            return undone(job, couldNot);
+        if (isRefused(job, plan.obstacle, plan.path, status))
+            return status;
+        const FileOutcome outcome = operations::applyNewFolder(access, plan);
+        return finished(job, {{u"path"_s, shown}}, outcome, u"%1 is there.\n"_s.arg(printable(shown)),
+                        printable(couldNot),
+                        outcome.mayHoldPart ? u"some of the folders above it are there"_s
+                                            : u"it is not known whether it is there"_s);
     });
 }
 
@@ -133,38 +184,36 @@ ExitStatus runFilesMv(Job& job)
     const QStringList& words = job.invocation.arguments;
     const PhonePath from(words[0]);
     const PhonePath to = endsInSlash(words[1]) ? PhonePath(words[1]).below(from.name()) : PhonePath(words[1]);
-    if (isRefusedRoot(job, from) || isRefusedTarget(job, to))
-        return ExitWrongUse;
-    const QString notMoved = u"%1 was not moved to %2"_s.arg(from.shown(), to.shown());
-    return withDataChannel(job, [&](const Client& client) {
-        job.progress.phase(u"Moving %1"_s.arg(from.shown()));
-        QList<tObxDirEntry> entries;
-        if (!listFolder(job, *client, to.folder(), entries))
-            return undone(job, notMoved);
-        const tObxDirEntry* there = findEntry(entries, to.name());
-        const bool isItself = there && there->path.compare(from.forEngine(), Qt::CaseInsensitive) == 0;
-        if (there && !isItself) {
-            job.out.error(u"there is a %1 in the phone already."_s.arg(printable(to.shown())));
-            return ExitFailed;
-        }
-        if (!client->Rename(from.forEngine(), to.forEngine(), {}))
-            return undone(job, notMoved);
-        job.progress.clear();
-        job.out.show(QJsonObject{{u"from"_s, from.shown()}, {u"to"_s, to.shown()}},
-                     u"%1 is %2 now.\n"_s.arg(printable(from.shown()), printable(to.shown())));
-        return ExitDone;
+    operations::Move plan = operations::planMove(from, to);
+    const auto blamed = [&] {
+        const bool isTarget =
+            plan.obstacle == FileObstacle::IsThere || plan.obstacle == FileObstacle::OtherName;
+        return isTarget || (plan.obstacle == FileObstacle::BelowTelecom && to.isTelecom()) ? to : from;
+    };
+    const QString couldNot = u"could not move %1 to %2"_s.arg(from.shown(), to.shown());
+    ExitStatus status = ExitDone;
+    if (isRefused(job, plan.obstacle, blamed(), status))
+        return status;
+    return withFiles(job, Intent::Changes, u"Moving %1"_s.arg(from.shown()), [&](FileAccess& access) {
+        if (!operations::lookBeforeMoving(access, plan))
+            return undone(job, couldNot);
+        if (isRefused(job, plan.obstacle, blamed(), status))
+            return status;
+        return finished(job, {{u"from"_s, from.shown()}, {u"to"_s, to.shown()}},
+                        operations::applyMove(access, plan, u"files mv"_s),
+                        u"%1 is %2 now.\n"_s.arg(printable(from.shown()), printable(to.shown())),
+                        printable(couldNot), u"it is not known which of the two is there"_s);
     });
 }
 
 ExitStatus runFilesDf(Job& job)
 {
-    return withDataChannel(job, [&](const Client& client) {
-        job.progress.phase(u"Asking for the room"_s);
+    return withFiles(job, Intent::Reads, u"Asking for the room"_s, [&](FileAccess& access) {
         qint32 total = 0;
         qint32 free = 0;
-        if (!client->GetSpaceFree(free, {.cancel = &job.stop}) ||
-            !client->GetSpaceTotal(total, {.cancel = &job.stop}))
-            return undone(job, u"the phone does not say how much room it has"_s);
+        if (!access.client().GetSpaceFree(free, access.progress()) ||
+            !access.client().GetSpaceTotal(total, access.progress()))
+            return undone(job, u"could not learn how much room the phone has"_s);
         job.progress.clear();
         job.out.show(
             QJsonObject{{u"total"_s, total}, {u"free"_s, free}},
@@ -176,30 +225,22 @@ ExitStatus runFilesDf(Job& job)
 ExitStatus runFilesAttr(Job& job)
 {
     const QStringList& words = job.invocation.arguments;
-    const PhonePath path(words[0]);
-    if (isRefusedRoot(job, path))
-        return ExitWrongUse;
-    const QString notChanged = u"the permissions of %1 were not changed"_s.arg(path.shown());
-    return withDataChannel(job, [&](const Client& client) {
-        QList<tObxDirEntry> entries;
-        if (!enterFolder(*client, path.folder()))
-            return undone(job, notChanged);
-        job.progress.phase(u"Changing %1"_s.arg(path.shown()));
-        const bool done = words[1] == u"ro"_s ? client->SetPermissionReadOnly(path.name())
-                                              : client->SetPermissionRWD(path.name());
-        if (!done)
-            return undone(job, notChanged);
-        if (!listFolder(job, *client, path.folder(), entries))
-            return undone(job, u"%1 was changed, but %2 could not be listed"_s.arg(path.shown(),
-                                                                                   path.folder().shown()));
-        const tObxDirEntry* entry = findEntry(entries, path.name());
-        job.progress.clear();
-        if (!entry) {
-            job.out.error(u"the phone does not list %1 any more."_s.arg(printable(path.shown())));
-            return ExitFailed;
-        }
-        job.out.show(fileJson(*entry), filesTable({*entry}));
-        return ExitDone;
+    const auto wanted = words[1] == u"ro"_s ? operations::Rights::ReadOnly : operations::Rights::All;
+    operations::RightsChange plan = operations::planRights(PhonePath(words[0]), wanted);
+    const QString couldNot = u"could not change the permissions of %1"_s.arg(plan.path.shown());
+    ExitStatus status = ExitDone;
+    if (isRefused(job, plan.obstacle, plan.path, status))
+        return status;
+    return withFiles(job, Intent::Changes, u"Changing %1"_s.arg(plan.path.shown()), [&](FileAccess& access) {
+        if (!operations::lookBeforeRights(access, plan))
+            return undone(job, couldNot);
+        if (isRefused(job, plan.obstacle, plan.path, status))
+            return status;
+        std::optional<tObxDirEntry> after;
+        const FileOutcome outcome = operations::applyRights(access, plan, after);
+        const tObxDirEntry entry = after.value_or(*plan.before);
+        return finished(job, fileJson(entry), outcome, filesTable({entry}), printable(couldNot),
+                        u"it is not known which it has"_s);
     });
 }
 

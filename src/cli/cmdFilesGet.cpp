@@ -1,42 +1,37 @@
+// kalmoctl files get: saves files of the phone.
+
 #include "app/SafeLocalName.h"
 #include "cli/BatchProgress.h"
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
 #include "cli/FileBatch.h"
-#include "cli/FolderRows.h"
+#include "cli/FileWords.h"
 #include "cli/Tables.h"
+#include "operations/FetchFiles.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
-#include <QMap>
+
+#include <algorithm>
 
 namespace kalmo::cli {
 
 using obex::clsMmc;
-using obex::tObxDirEntry;
+using operations::FetchedFile;
+using operations::FileAccess;
+using operations::FileObstacle;
+using operations::FileToFetch;
 
 namespace {
 
-/// One file that is wanted, and where it goes.
-struct Wanted
+/// The place here of one file that is wanted.
+struct LocalPlace
 {
-    PhonePath path;
-    QString local = {}; ///< absolute
-    QString name = {};  ///< as the phone spells it
-    qint64 size = 0;    ///< as the phone says
-    QDateTime modified = {};
-    ExitStatus status = {}; ///< other than ExitDone where it can't be had
+    QString path = {};      ///< absolute
+    ExitStatus status = {}; ///< other than ExitDone where the file can't be saved there
     QString error = {};
 };
-
-QJsonObject resultOf(const Wanted& file, bool isSaved)
-{
-    return {{u"name"_s, file.path.name()},
-            {u"path"_s, file.path.shown()},
-            {u"size"_s, isSaved ? QJsonValue(QFileInfo(file.local).size()) : QJsonValue()},
-            {u"saved"_s, isSaved ? QJsonValue(file.local) : QJsonValue()}};
-}
 
 class Getter
 {
@@ -46,139 +41,126 @@ public:
     ExitStatus run();
 
 private:
-    Wanted plan(const QString& word);
-    void look(clsMmc& client);
-    void getAll(clsMmc& client);
-    bool getOne(clsMmc& client, Wanted& file, BatchProgress& progress);
+    LocalPlace placeFor(const PhonePath& path);
+    QJsonObject resultOf(size_t index, bool isSaved) const;
+    void getAll(FileAccess& access, BatchProgress& progress);
+    void getOne(FileAccess& access, size_t index);
 
     Job& m_job;
     FileBatch m_batch;
     QDir m_target;
     QStringList m_taken; // local paths that a file goes to
-    std::vector<Wanted> m_files;
+    std::vector<FileToFetch> m_files;
+    std::vector<LocalPlace> m_places; // of the same files
 };
 
-Wanted Getter::plan(const QString& word)
+LocalPlace Getter::placeFor(const PhonePath& path)
 {
-    Wanted file{.path = PhonePath(word)};
-    const QString shown = printable(file.path.shown());
-    const auto refuse = [&](ExitStatus status, const QString& error) {
-        file.status = status;
-        file.error = error;
-        return file;
-    };
-    const QString name = app::safeLocalName(file.path.name());
+    const QString shown = printable(path.shown());
+    const QString name = app::safeLocalName(path.name());
     if (name.isEmpty())
-        return refuse(ExitWrongUse, u"%1 can't be the name of a file here"_s.arg(shown));
-    file.local = m_target.absoluteFilePath(name);
+        return {{}, ExitWrongUse, u"%1 can't be the name of a file here"_s.arg(shown)};
+    LocalPlace place{.path = m_target.absoluteFilePath(name)};
+    const auto refuse = [&](ExitStatus status, const QString& error) {
+        place.status = status;
+        place.error = error;
+        return place;
+    };
     const QFileInfo log(m_job.context.sy.logPath);
-    if (log.exists() && QFileInfo(file.local).canonicalFilePath() == log.canonicalFilePath())
-        return refuse(ExitWrongUse, u"%1 is the log"_s.arg(file.local));
-    if (m_taken.contains(file.local))
+    if (log.exists() && QFileInfo(place.path).canonicalFilePath() == log.canonicalFilePath())
+        return refuse(ExitWrongUse, u"%1 is the log"_s.arg(place.path));
+    if (m_taken.contains(place.path))
         return refuse(ExitWrongUse,
-                      u"%1 would replace another one of these files, %2"_s.arg(shown, file.local));
-    if (QFileInfo(file.local).isDir())
-        return refuse(ExitWrongUse, u"%1 is a folder here"_s.arg(file.local));
-    if (QFileInfo::exists(file.local) && !m_job.questions.confirm(u"Replace %1?"_s.arg(file.local)))
-        return refuse(ExitRefused, u"%1 stays as it is"_s.arg(file.local));
-    m_taken.append(file.local);
-    return file;
+                      u"%1 would replace another one of these files, %2"_s.arg(shown, place.path));
+    if (QFileInfo(place.path).isDir())
+        return refuse(ExitWrongUse, u"%1 is a folder here"_s.arg(place.path));
+    if (QFileInfo::exists(place.path) && !m_job.questions.confirm(u"Replace %1?"_s.arg(place.path)))
+        return refuse(ExitRefused, u"%1 stays as it is"_s.arg(place.path));
+    m_taken.append(place.path);
+    return place;
 }
 
-/// Finds the files in the listings of their folders.
-void Getter::look(clsMmc& client)
+QJsonObject Getter::resultOf(size_t index, bool isSaved) const
 {
-    QMap<QString, std::optional<QList<tObxDirEntry>>> listings; // nothing where the phone gave none
-    for (Wanted& file : m_files) {
-        if (file.status != ExitDone || !m_batch.goesOn())
-            continue;
-        const PhonePath folder = file.path.folder();
-        if (!listings.contains(folder.shown())) {
-            m_job.progress.phase(u"Listing %1"_s.arg(folder.shown()));
-            QList<tObxDirEntry> listing;
-            const bool isListed = enterFolder(client, folder) && client.Dir(listing, {.cancel = &m_job.stop});
-            listings[folder.shown()] = isListed ? std::optional(listing) : std::nullopt;
-        }
-        const auto& listing = listings[folder.shown()];
-        if (!listing) {
-            file.status = ExitFailed;
-            file.error =
-                u"%1 can't be had: its folder could not be listed"_s.arg(printable(file.path.shown()));
-            continue;
-        }
-        const tObxDirEntry* entry = findEntry(*listing, file.path.name());
-        if (entry && entry->isFile()) {
-            file.name = entry->name;
-            file.size = entry->size;
-            file.modified = entry->modified;
-            continue;
-        }
-        file.status = ExitFailed;
-        file.error = entry ? u"%1 is a folder"_s.arg(printable(file.path.shown()))
-                           : u"there is no %1 in the phone"_s.arg(printable(file.path.shown()));
+    const PhonePath& path = m_files[index].path;
+    const QString& local = m_places[index].path;
+    return {{u"name"_s, path.name()},
+            {u"path"_s, path.shown()},
+            {u"size"_s, isSaved ? QJsonValue(QFileInfo(local).size()) : QJsonValue()},
+            {u"saved"_s, isSaved ? QJsonValue(local) : QJsonValue()}};
+}
+
+/// Fetches a file and saves it, if as many bytes came as the phone lists.
+void Getter::getOne(FileAccess& access, size_t index)
+{
+    const FileToFetch& file = m_files[index];
+    const QString shown = printable(file.path.shown());
+    const FetchedFile fetched = operations::fetchFile(access, file);
+    if (fetched.isWhole &&
+        access.client().SaveFile(fetched.bytes, m_places[index].path, file.entry->modified)) {
+        m_batch.done(resultOf(index, true), u"%1 saved in %2"_s.arg(shown, m_places[index].path));
+        return;
     }
+    QString reason = reasonText(fetched.isWhole ? access.cause() : fetched.outcome.cause);
+    if (fetched.isWhole)
+        reason = u"it could not be saved here"_s;
+    else if (fetched.outcome.isConfirmed)
+        reason = u"the phone lists %1 bytes, but sent %2"_s.arg(file.entry->size).arg(fetched.bytes.size());
+    m_batch.failed(resultOf(index, false), ExitFailed, u"could not fetch %1: %2"_s.arg(shown, reason));
 }
 
-/// Gets a file and saves it, if it came as large as the phone lists it.
-bool Getter::getOne(clsMmc& client, Wanted& file, BatchProgress& progress)
-{
-    file.error = u"%1 was not got"_s.arg(printable(file.path.shown()));
-    if (!enterFolder(client, file.path.folder()))
-        return false;
-    QByteArray bytes;
-    if (!client.GetFile(file.name, bytes, {.bar = &progress, .cancel = &m_job.stop}))
-        return false;
-    if (obex::isWhole(bytes.size(), file.size))
-        return client.SaveFile(bytes, file.local, file.modified);
-    file.error += u": the phone lists %1 bytes, but sent %2"_s.arg(file.size).arg(bytes.size());
-    return false;
-}
-
-void Getter::getAll(clsMmc& client)
+void Getter::getAll(FileAccess& access, BatchProgress& progress)
 {
     qint64 total = 0;
     qsizetype count = 0;
-    for (const Wanted& file : m_files) {
-        total += file.size;
-        count += file.status == ExitDone;
+    for (const FileToFetch& file : m_files) {
+        total += file.entry ? file.entry->size : 0;
+        count += file.entry.has_value();
     }
-    BatchProgress progress(m_job.out, m_job.context.clock, u"Getting"_s, count, total);
-    const QObject lifetime; // of the connection
-    QObject::connect(&client, &clsMmc::BytesRxed, &lifetime, [&](qint64 bytes) { progress.setBytes(bytes); });
-    for (Wanted& file : m_files) {
-        if (!m_batch.goesOn()) {
-            m_batch.failed(resultOf(file, false), ExitFailed,
-                           u"%1 was not got"_s.arg(printable(file.path.shown())));
-            continue;
+    progress.expect(count, total);
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        const FileToFetch& file = m_files[index];
+        const QString shown = printable(file.path.shown());
+        if (m_places[index].status != ExitDone) {
+            m_batch.failed(resultOf(index, false), m_places[index].status, m_places[index].error);
+        } else if (file.obstacle != FileObstacle::None) {
+            m_batch.failed(resultOf(index, false), statusOf(file.obstacle),
+                           obstacleText(file.obstacle, shown));
+        } else if (!access.goesOn()) {
+            const auto cause = access.isStopped() ? operations::Cause::Interrupted : access.cause();
+            m_batch.failed(resultOf(index, false), ExitFailed,
+                           u"could not fetch %1: %2"_s.arg(shown, reasonText(cause)));
+        } else {
+            progress.next(file.path.name(), file.entry->size);
+            getOne(access, index);
         }
-        if (file.status != ExitDone) {
-            m_batch.failed(resultOf(file, false), file.status, file.error);
-            continue;
-        }
-        progress.next(file.path.name(), file.size);
-        if (getOne(client, file, progress))
-            m_batch.done(resultOf(file, true),
-                         u"%1 saved in %2"_s.arg(printable(file.path.shown()), file.local));
-        else
-            m_batch.failed(resultOf(file, false), ExitFailed, file.error);
     }
 }
 
 ExitStatus Getter::run()
 {
-    bool isAnyPossible = false;
     for (const QString& word : m_job.invocation.arguments) {
-        m_files.push_back(plan(word));
-        isAnyPossible = isAnyPossible || m_files.back().status == ExitDone;
+        m_files.push_back({.path = PhonePath(word)});
+        m_places.push_back(placeFor(m_files.back().path));
+        if (m_places.back().status != ExitDone)
+            m_files.back().obstacle = FileObstacle::Kept; // not looked for
     }
+    const bool isAnyPossible = std::any_of(m_places.begin(), m_places.end(),
+                                           [](const LocalPlace& place) { return place.status == ExitDone; });
     if (!isAnyPossible) {
-        for (const Wanted& file : m_files)
-            m_batch.failed(resultOf(file, false), file.status, file.error);
+        for (size_t index = 0; index < m_files.size(); ++index)
+            m_batch.failed(resultOf(index, false), m_places[index].status, m_places[index].error);
         return m_batch.finish();
     }
-    return withDataChannel(m_job, [&](const std::shared_ptr<clsMmc>& client) {
-        look(*client);
-        getAll(*client);
+    return withDataChannel(m_job, Intent::Reads, [&](const std::shared_ptr<clsMmc>& client) {
+        BatchProgress progress(m_job.out, m_job.context.clock, u"Fetching"_s);
+        FileAccess access(client, u"files get"_s, {.bar = &progress, .cancel = &m_job.stop});
+        const QObject lifetime; // of the connection
+        QObject::connect(client.get(), &clsMmc::BytesRxed, &lifetime,
+                         [&](qint64 bytes) { progress.setBytes(bytes); });
+        m_job.progress.phase(u"Listing the phone's folders"_s);
+        operations::findFiles(access, m_files);
+        getAll(access, progress);
         return m_batch.finish();
     });
 }

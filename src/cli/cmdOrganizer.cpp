@@ -57,7 +57,7 @@ constexpr Organizer notes{phonedata::KindNote,
 
 ExitStatus readBytes(Job& job, const Organizer& organizer, QByteArray& bytes)
 {
-    return withDataChannel(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
+    return withDataChannel(job, Intent::Reads, [&](const std::shared_ptr<obex::clsMmc>& client) {
         job.progress.phase(u"Reading the %1"_s.arg(organizer.name));
         const toolkit::Progress progress{.bar = &job.progress, .cancel = &job.stop};
         const bool done = phonedata::VcxReadBytes(*client, organizer.kind, bytes, progress);

@@ -193,17 +193,16 @@ std::vector<FileToDelete> planDelete(const std::vector<PhonePath>& paths)
 {
     std::vector<FileToDelete> files;
     for (const PhonePath& path : paths) {
-        FileToDelete file{.path = path};
         const bool isTwin = std::any_of(files.begin(), files.end(), [&](const FileToDelete& other) {
             return other.path.shown().compare(path.shown(), Qt::CaseInsensitive) == 0;
         });
+        if (isTwin)
+            continue;
+        files.push_back({.path = path});
         if (path.isRoot())
-            file.obstacle = FileObstacle::IsRoot;
+            files.back().obstacle = FileObstacle::IsRoot;
         else if (path.isTelecom())
-            file.obstacle = FileObstacle::BelowTelecom;
-        else if (isTwin)
-            file.obstacle = FileObstacle::Twin;
-        files.push_back(file);
+            files.back().obstacle = FileObstacle::BelowTelecom;
     }
     return files;
 }

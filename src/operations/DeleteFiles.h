@@ -32,7 +32,7 @@ struct DeleteEvents
     std::function<bool(const QStringList& names)> mayLose = {};
 };
 
-/// Step one, without the phone: the root, what is below telecom, and what is named twice.
+/// Step one, without the phone: finds the root and what is below telecom. What is named twice comes once.
 std::vector<FileToDelete> planDelete(const std::vector<obex::PhonePath>& paths);
 
 /// Step two: lists each folder once and finds what is to go.

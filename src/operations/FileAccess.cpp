@@ -38,6 +38,13 @@ bool FileAccess::canSend()
     return !m_isLost;
 }
 
+std::optional<qint64> FileAccess::askForRoom()
+{
+    const clsMmc::Quiet quiet(*m_client);
+    qint32 bytes = 0;
+    return m_client->GetSpaceFree(bytes, progress()) ? std::optional<qint64>(bytes) : std::nullopt;
+}
+
 bool FileAccess::enter(const PhonePath& folder)
 {
     if (!m_client->DirAct().isEmpty() && PhonePath(m_client->DirAct()) == folder)

@@ -66,6 +66,9 @@ public:
     bool goesOn() { return !isStopped() && canSend(); }
     bool isStopped() const;
 
+    /// Bytes that the phone has left for files, nothing where it does not say. Nothing has been reported.
+    std::optional<qint64> askForRoom();
+
     /// Goes to a folder; sends nothing if the client is there. False has been reported.
     bool enter(const obex::PhonePath& folder);
     /// Goes to a folder and lists it. Nothing has been reported.

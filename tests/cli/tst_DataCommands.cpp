@@ -67,8 +67,8 @@ void tst_DataCommands::runs()
              "{'name':'..','path':'/..','saved':null,'size':null},"
              "{'name':'Piep.wav','path':'/Sounds/../Piep.wav','saved':null,'size':null}]"_s,
              u"kalmoctl: could not access the phone: ReCode: 404 Data Not Found.\n"
-             "kalmoctl: /Nope/x can't be had: its folder could not be listed.\n"
-             "kalmoctl: /Sounds is a folder.\n"
+             "kalmoctl: could not list the folder of /Nope/x.\n"
+             "kalmoctl: /Sounds is a folder in the phone.\n"
              "kalmoctl: /.. can't be the name of a file here.\n"
              "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s,
              nothing);
@@ -80,48 +80,56 @@ void tst_DataCommands::runs()
              [](Handset& handset) { handset.file(u"Liesmich.txt"_s, "mine"); });
     rows.add("a file that is not as large as listed", u"--yes files get Liesmich.txt"_s, ExitFailed,
              u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
-             u"kalmoctl: /Liesmich.txt was not got: the phone lists 64 bytes, but sent 67.\n"_s,
+             u"kalmoctl: could not fetch /Liesmich.txt: the phone lists 64 bytes, but sent 67.\n"_s,
              [](Handset& handset) { handset.port.handset().setFaults({.surplusAt = 3}); });
-    rows.add("put knows again what listings spell otherwise", u"files put A&B.txt"_s, ExitRefused,
-             u"[{'backup':null,'name':'A&B.txt','path':'/A&B.txt','size':1,'written':false}]"_s, {},
-             [](Handset& handset) {
-                 handset.file(u"A&B.txt"_s, "a");
-                 QCOMPARE(handset(u"files put A&B.txt"_s), ExitDone);
-             });
+    rows.add(
+        "put knows again what listings spell otherwise", u"files put A&B.txt"_s, ExitRefused,
+        u"[{'backup':null,'name':'A&B.txt','path':'/A&B.txt','size':1,'state':'unchanged','written':false}]"_s,
+        {}, [](Handset& handset) {
+            handset.file(u"A&B.txt"_s, "a");
+            QCOMPARE(handset(u"files put A&B.txt"_s), ExitDone);
+        });
     rows.add("a name that would become another one", u"files mv Liesmich.txt Euro€.txt"_s, ExitWrongUse, {},
              u"kalmoctl: /Euro€.txt holds a letter that no name in the phone can have.\n"_s, nothing);
-    rows.add("put asks before it replaces in the phone, and goes on",
-             u"files put liesmich.TXT nothing a;,b.txt"_s, ExitRefused,
-             u"[{'backup':null,'name':'liesmich.TXT','path':'/liesmich.TXT','size':5,'written':false},"
-             "{'backup':null,'name':'nothing','path':'/nothing','size':0,'written':false},"
-             "{'backup':null,'name':'ab.txt','path':'/ab.txt','size':1,'written':true}]"_s,
-             u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
-             "kalmoctl: there is no file nothing.\n"_s,
-             [](Handset& handset) {
-                 handset.file(u"liesmich.TXT"_s, "other");
-                 handset.file(u"a;,b.txt"_s, "b");
-                 handset.answers = {u"n"_s};
-             });
-    rows.add("a full phone", u"files put a.txt"_s, ExitFailed,
-             u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'written':false}]"_s,
-             u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in "
-             "the phone.\nkalmoctl: HOME/a.txt was not sent.\n"_s,
-             [](Handset& handset) {
-                 handset.file(u"a.txt"_s, "a");
-                 handset.port.handset().setFaults({.full = true});
-             });
+    rows.add(
+        "put asks before it replaces in the phone, and goes on", u"files put liesmich.TXT nothing a;,b.txt"_s,
+        ExitRefused,
+        u"[{'backup':null,'name':'liesmich.TXT','path':'/"
+        u"liesmich.TXT','size':5,'state':'unchanged','written':false},"
+        "{'backup':null,'name':'nothing','path':'/nothing','size':0,'state':'unchanged','written':false},"
+        "{'backup':null,'name':'ab.txt','path':'/ab.txt','size':1,'state':'done','written':true}]"_s,
+        u"Replace /liesmich.TXT in the phone? [y/N] kalmoctl: /liesmich.TXT stays as it is.\n"
+        "kalmoctl: there is no file nothing.\n"_s,
+        [](Handset& handset) {
+            handset.file(u"liesmich.TXT"_s, "other");
+            handset.file(u"a;,b.txt"_s, "b");
+            handset.answers = {u"n"_s};
+        });
+    rows.add(
+        "a full phone", u"files put a.txt"_s, ExitFailed,
+        u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'state':'unchanged','written':false}]"_s,
+        u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in "
+        "the phone.\nkalmoctl: could not send a.txt to /a.txt: the phone refused.\n"_s,
+        [](Handset& handset) {
+            handset.file(u"a.txt"_s, "a");
+            handset.port.handset().setFaults({.full = true});
+        });
     rows.add("put saves what it replaces, and says where it lies when it fails",
              u"--yes files put Liesmich.txt"_s, ExitFailed,
              u"[{'backup':'HOME/storage/Backup/Liesmich 2026-11-21  12-00-09.txt','name':'Liesmich.txt',"
-             "'path':'/Liesmich.txt','size':5,'written':false}]"_s,
-             {}, [](Handset& handset) {
+             "'path':'/Liesmich.txt','size':5,'state':'unknown','written':false}]"_s,
+             u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in the "
+             "phone.\nkalmoctl: could not send Liesmich.txt to /Liesmich.txt: the phone refused.\n"
+             "The phone's former /Liesmich.txt is gone; \"kalmoctl undo\" "
+             "puts it back, and a copy is in HOME/storage/Backup/Liesmich 2026-11-21  12-00-09.txt.\n"_s,
+             [](Handset& handset) {
                  handset.file(u"Liesmich.txt"_s, "other");
                  handset.port.handset().setFaults({.full = true});
              });
     rows.add("names that no file of the phone can have", u"files put ,; a\\b €"_s, ExitWrongUse,
-             u"[{'backup':null,'name':'','path':'/','size':1,'written':false},"
-             "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'written':false},"
-             "{'backup':null,'name':'€','path':'/€','size':1,'written':false}]"_s,
+             u"[{'backup':null,'name':'','path':'/','size':1,'state':'unchanged','written':false},"
+             "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'state':'unchanged','written':false},"
+             "{'backup':null,'name':'€','path':'/€','size':1,'state':'unchanged','written':false}]"_s,
              u"kalmoctl: nothing is left of the name ,; without its commas and semicolons.\n"
              "kalmoctl: a\\b can't be the name of a file in the phone.\n"
              "kalmoctl: /€ holds a letter that no name in the phone can have.\n"_s,
@@ -131,22 +139,52 @@ void tst_DataCommands::runs()
                  handset.file(u"€"_s, "c");
              });
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
-             u"[{'deleted':true,'path':'/Liesmich.txt'},{'deleted':false,'path':'/Pictures'}]"_s,
+             u"[{'deleted':true,'path':'/Liesmich.txt','state':'done'},"
+             "{'deleted':false,'path':'/Pictures','state':'unchanged'}]"_s,
              u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
-             "kalmoctl: /Pictures was not deleted.\n"_s,
+             "kalmoctl: could not delete /Pictures: the phone refused; a folder has to be empty.\n"_s,
              nothing);
-    rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
-             u"{'from':'/Liesmich.txt','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
-    rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,
-             ExitFailed, {},
+    for (const char* line : {"rm -y telecom/pb/luid/0001.vcf", "put a.txt --to Mobile:\\Telecom",
+                             "mkdir x/../telecom/new", "mv Liesmich.txt telecom/", "attr telecom ro"}) {
+        const QString words = QString::fromLatin1(line);
+        const bool isPut = words.startsWith(u"put"_s);
+        const QString path = words.startsWith(u"rm"_s)      ? u"/telecom/pb/luid/0001.vcf"_s
+                             : isPut                        ? u"/Telecom/a.txt"_s
+                             : words.startsWith(u"mkdir"_s) ? u"/x/../telecom/new"_s
+                             : words.startsWith(u"mv"_s)    ? u"/telecom/Liesmich.txt"_s
+                                                            : u"/telecom"_s;
+        rows.add(line, u"files "_s + words, ExitWrongUse,
+                 isPut ? u"[{'backup':null,'name':'a.txt','path':'/Telecom/a.txt','size':1,"
+                         "'state':'unchanged','written':false}]"_s
+                       : QString(),
+                 u"kalmoctl: %1 holds contacts, appointments or notes; change contacts with \"kalmoctl "
+                 "phonebook\".\n"_s.arg(path),
+                 [](Handset& handset) { handset.file(u"a.txt"_s, "a"); });
+    }
+    rows.add("a protected file", u"--yes files rm Sounds/Gong.mid"_s, ExitFailed,
+             u"[{'deleted':false,'path':'/Sounds/Gong.mid','state':'unchanged'}]"_s,
              u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
-             "kalmoctl: /Pictures was not moved to /Pictures/sub.\n"_s,
+             "kalmoctl: could not delete /Sounds/Gong.mid: the phone refused; --force deletes a protected "
+             "file, too.\n"_s,
+             nothing);
+    rows.add("by force", u"--yes files rm --force Sounds/Gong.mid"_s, ExitDone,
+             u"[{'deleted':true,'path':'/Sounds/Gong.mid','state':'done'}]"_s, {}, nothing);
+    rows.add("mkdir of what is there", u"files mkdir Pictures/"_s, ExitDone,
+             u"{'path':'/Pictures','state':'done'}"_s, {}, nothing);
+    rows.add("mkdir below a file", u"files mkdir Liesmich.txt/a"_s, ExitFailed, {},
+             u"kalmoctl: /Liesmich.txt/a has a file of the phone in its way.\n"_s, nothing);
+    rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
+             u"{'from':'/Liesmich.txt','state':'done','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
+    rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,
+             ExitFailed, u"{'from':'/Pictures','state':'unchanged','to':'/Pictures/sub'}"_s,
+             u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
+             "kalmoctl: could not move /Pictures to /Pictures/sub: the phone refused.\n"_s,
              nothing);
     rows.add("mv replaces nothing", u"files mv Liesmich.txt Sounds/Gong.mid"_s, ExitFailed, {},
              u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s, nothing);
     rows.add("attr shows what the phone lists then", u"files attr Sounds/Gong.mid rw"_s, ExitDone,
              u"{'groupPerm':'rwd','kind':'file','modified':'2001-01-01T00:00:00','name':'Gong.mid',"
-             "'path':'/Sounds/Gong.mid','size':61,'userPerm':'rwd'}"_s,
+             "'path':'/Sounds/Gong.mid','size':61,'state':'done','userPerm':'rwd'}"_s,
              {}, nothing);
     rows.add("interrupted between two files", u"files get Sounds/Piep.wav Liesmich.txt"_s, ExitRefused,
              u"[{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':null,'size':null},"

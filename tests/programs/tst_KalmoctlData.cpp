@@ -39,7 +39,7 @@ private Q_SLOTS:
              SIGINT,
              4,
              u"kalmoctl: could not access the phone: cancelled by the user.\n"
-             "kalmoctl: HOME/big.bin was not sent; the phone may hold a part of it as /big.bin.\n"
+             "kalmoctl: could not send HOME/big.bin to /big.bin: interrupted.\n"
              "kalmoctl: interrupted.\n"_s,
              {}},
             {"killed: the next run takes the handset back",

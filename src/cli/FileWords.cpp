@@ -1,0 +1,107 @@
+#include "cli/FileWords.h"
+
+#include <algorithm>
+
+namespace kalmo::cli {
+
+using operations::Cause;
+using operations::FileObstacle;
+using operations::FileOutcome;
+using operations::State;
+
+namespace {
+
+struct ObstacleRow
+{
+    FileObstacle obstacle;
+    ExitStatus status;
+    QStringView text; // %1 is the path in the phone, %2 the one here
+};
+
+constexpr ObstacleRow obstacles[] = {
+    {FileObstacle::IsRoot, ExitWrongUse, u"that is the phone's root, which stays as it is"},
+    {FileObstacle::BelowTelecom, ExitWrongUse,
+     u"%1 holds contacts, appointments or notes; change contacts with \"kalmoctl phonebook\""},
+    {FileObstacle::NoName, ExitWrongUse, u"nothing is left of the name %2 without its commas and semicolons"},
+    {FileObstacle::BadName, ExitWrongUse, u"%2 can't be the name of a file in the phone"},
+    {FileObstacle::OtherName, ExitWrongUse, u"%1 holds a letter that no name in the phone can have"},
+    {FileObstacle::Twin, ExitWrongUse, u"%2 would replace another one of these files, %1"},
+    {FileObstacle::NoLocalFile, ExitWrongUse, u"there is no file %2"},
+    {FileObstacle::NotReadable, ExitWrongUse, u"%2 can't be read"},
+    {FileObstacle::TooLarge, ExitWrongUse, u"%2 is larger than any phone takes"},
+    {FileObstacle::IsFolder, ExitFailed, u"%1 is a folder in the phone"},
+    {FileObstacle::IsFile, ExitFailed, u"%1 has a file of the phone in its way"},
+    {FileObstacle::NotThere, ExitFailed, u"there is no %1 in the phone"},
+    {FileObstacle::IsThere, ExitFailed, u"there is a %1 in the phone already"},
+    {FileObstacle::FolderNotListed, ExitFailed, u"could not list the folder of %1"},
+    {FileObstacle::NoRoom, ExitFailed, u"the phone has too little room left for %1"},
+    {FileObstacle::Kept, ExitRefused, u"%1 stays as it is"},
+};
+
+const ObstacleRow* find(FileObstacle obstacle)
+{
+    const auto row = std::find_if(std::begin(obstacles), std::end(obstacles),
+                                  [obstacle](const ObstacleRow& one) { return one.obstacle == obstacle; });
+    return row == std::end(obstacles) ? nullptr : row;
+}
+
+} // namespace
+
+QString obstacleText(FileObstacle obstacle, const QString& shown, const QString& local)
+{
+    const ObstacleRow* row = find(obstacle);
+    if (!row)
+        return {};
+    const QString text = row->text.toString();
+    if (!text.contains(u"%1"_s))
+        return text.contains(u"%2"_s) ? QString(text).replace(u"%2"_s, local) : text;
+    return text.contains(u"%2"_s) ? text.arg(shown, local) : text.arg(shown);
+}
+
+ExitStatus statusOf(FileObstacle obstacle)
+{
+    const ObstacleRow* row = find(obstacle);
+    return row ? row->status : ExitDone;
+}
+
+QString reasonText(Cause cause)
+{
+    switch (cause) {
+    case Cause::PhoneRefused:
+        return u"the phone refused"_s;
+    case Cause::NoAnswer:
+        return u"the phone did not answer"_s;
+    case Cause::LineGone:
+        return u"the line is gone"_s;
+    case Cause::Interrupted:
+    case Cause::RefusedByUser:
+        return u"interrupted"_s;
+    case Cause::NotSaved:
+        return u"what the phone holds could not be saved first"_s;
+    case Cause::NotRead:
+        return u"the file could not be read"_s;
+    case Cause::Mismatch:
+        return u"its size is not the one that the phone lists"_s;
+    case Cause::NoRoom:
+        return u"the phone has too little room left"_s;
+    case Cause::NotPossible:
+        return u"the phone can't do that"_s;
+    case Cause::None:
+    case Cause::Doubtful:
+        break;
+    }
+    return u"it was not tried"_s;
+}
+
+QString failureText(const QString& couldNot, const FileOutcome& outcome, const QString& unknown)
+{
+    const QString text = u"%1: %2"_s.arg(couldNot, reasonText(outcome.cause));
+    return outcome.state == State::Unknown ? text + u"; "_s + unknown : text;
+}
+
+ExitStatus statusOf(const FileOutcome& outcome)
+{
+    return outcome.state == State::Done ? ExitDone : ExitFailed;
+}
+
+} // namespace kalmo::cli
