@@ -165,6 +165,12 @@ bool WriteTest(Context& context, const QString& folder)
 
 bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error)
 {
+    const QFileInfo there(path);
+    if (there.exists() && !there.isFile() && !there.isDir()) { // a device would be replaced by a plain file
+        if (error)
+            *error = u"it is a device"_s;
+        return false;
+    }
     QSaveFile file(path);
     // commit() passes over bytes that a full disk did not take any more. Of the last of them a part may still
     // have been taken; what became of the rest, and why, only the next flush tells.

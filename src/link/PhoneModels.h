@@ -70,6 +70,11 @@ constexpr bool hasAreaCodes(int phoneType)
 {
     return phoneType >= 8 && phoneType <= 13;
 }
+/// Takes sounds, and pictures as JPEG. The other phones with files take melodies, and pictures as BMP.
+constexpr bool takesSounds(int phoneType)
+{
+    return phoneType >= 8 && phoneType <= 13;
+}
 /// Commands end with a line feed behind the carriage return.
 constexpr bool needsLfTerminator(int phoneType)
 {

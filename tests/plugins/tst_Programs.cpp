@@ -2,6 +2,7 @@
 
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/Tones.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -10,66 +11,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <spandsp.h>
-
-#include <cmath>
-#include <numbers>
-
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int rate = 16000;
-
 QString plugin(const QString& name)
 {
     return QCoreApplication::applicationDirPath() + u"/../bin/Plugins/"_s + name;
-}
-
-/// Samples of a sine at so many hertz; `level` in dB below full scale.
-std::vector<qint16> tone(double hertz, double level, int count)
-{
-    std::vector<qint16> samples;
-    for (int index = 0; index < count; ++index) {
-        const double phase = 2 * std::numbers::pi * hertz * index / rate;
-        samples.push_back(
-            static_cast<qint16>(std::lround(32767 * std::pow(10, level / 20) * std::sin(phase))));
-    }
-    return samples;
-}
-
-QByteArray bytesOf(const std::vector<qint16>& samples)
-{
-    return {reinterpret_cast<const char*>(samples.data()), static_cast<qsizetype>(2 * samples.size())};
-}
-
-/// What a handset hears of a stream of codes.
-std::vector<qint16> decoded(const QByteArray& codes)
-{
-    std::vector<qint16> samples(static_cast<size_t>(2 * codes.size()));
-    g722_decode_state_t* state = g722_decode_init(nullptr, 64000, 0);
-    g722_decode(state, samples.data(), reinterpret_cast<const quint8*>(codes.constData()),
-                static_cast<int>(codes.size()));
-    g722_decode_free(state);
-    return samples;
-}
-
-/// How far a tone of so many hertz is above all else, in dB.
-double clearness(const std::vector<qint16>& samples, double hertz)
-{
-    double sine = 0;
-    double cosine = 0;
-    double power = 0;
-    const auto count = static_cast<double>(samples.size());
-    for (size_t index = 0; index < samples.size(); ++index) {
-        const double phase = 2 * std::numbers::pi * hertz * static_cast<double>(index) / rate;
-        sine += samples[index] * std::sin(phase);
-        cosine += samples[index] * std::cos(phase);
-        power += static_cast<double>(samples[index]) * samples[index];
-    }
-    const double wanted = 2 * (sine * sine + cosine * cosine) / count / count;
-    return 10 * std::log10(wanted / (power / count - wanted));
 }
 
 } // namespace
@@ -155,14 +104,14 @@ private Q_SLOTS:
     {
         for (const auto& [level, least] :
              Rows<double, double>{{"loud", -6, 45}, {"soft", -20, 44}, {"faint", -40, 35}}) {
-            make(u"in"_s, bytesOf(tone(1000, level, 2 * rate)));
+            make(u"in"_s, bytesOf(tone(1000, level, 2 * soundRate)));
             QCOMPARE(run(plugin(u"g722demo"_s), {u"-enc"_s, u"in"_s, u"out"_s}), std::pair(0, QString()));
             const QByteArray words = content(u"out"_s);
             QByteArray codes;
             for (qsizetype index = 0; index < words.size(); index += 2)
                 codes.append(words[index]);
             std::vector<qint16> samples = decoded(codes);
-            samples.erase(samples.begin(), samples.begin() + rate); // the coder finds its steps first
+            samples.erase(samples.begin(), samples.begin() + soundRate); // the coder finds its steps first
             const double clear = clearness(samples, 1000);
             QVERIFY2(clear > least, qPrintable(QString::number(clear)));
         }

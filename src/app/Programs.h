@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/Context.h"
+#include "toolkit/Progress.h"
+
+#include <QStringList>
+
+class QProcess;
+
+namespace kalmo::app {
+
+/// Another program that is to be run directly, without a shell, a window or an input.
+struct ProgramCall
+{
+    QString file; ///< absolute path
+    QStringList arguments = {};
+    QString folder = {};    ///< its working folder, where its scratch files go too; empty for our own
+    double longest = 30;    ///< seconds after which it is ended
+    qint64 mostMemory = 0;  ///< bytes; 0 for no limit
+    qint64 largestFile = 0; ///< bytes that it may write into one file; 0 for no limit
+};
+
+enum class RunEnd { Done, Failed, NotStarted, Crashed, TooLong, Cancelled };
+
+struct RunResult
+{
+    RunEnd end = RunEnd::NotStarted; ///< Done: it ended by itself with status 0
+    QByteArray output = {};          ///< the first of what it wrote to standard output
+    QString error = {};              ///< the first of what it wrote to standard error
+};
+
+/// Runs a program and waits for its end, yielding meanwhile. It is ended when it takes too long, when the
+/// user cancels, and with our own process.
+RunResult RunAndWait(Context& context, const ProgramCall& call, const toolkit::CancelBox* cancel = nullptr);
+
+/// Sets the limits of a call for a process that is about to start, and ties it to ours. Does what the
+/// platform can.
+void confine(QProcess& process, const ProgramCall& call);
+
+/// Ends a confined process at once, with all that it has started, and waits for that.
+void endNow(QProcess& process);
+
+} // namespace kalmo::app

@@ -1,0 +1,126 @@
+#include "media/Failure.h"
+
+#include <QFileInfo>
+
+namespace kalmo::media {
+
+using namespace Qt::StringLiterals;
+using toolkit::Icon;
+using toolkit::Message;
+
+namespace {
+
+/// How a missing converter is told; each has its own old words.
+Message missing(const QString& program)
+{
+    const QString name = QFileInfo(program).fileName();
+    const QString english =
+        u"the converter %1 is missing; install the package \"%2\""_s.arg(name, packageOf(program));
+    if (name == u"m9b"_s) {
+        return {.text = u"Klingetonkonverter "_s + program +
+                        u" nicht gefunden. Bitte installieren Sie die Vollversion neu."_s,
+                .icon = Icon::Exclamation,
+                .english = english};
+    }
+    const QString kind = name == u"g722demo"_s ? u"g722"_s : name;
+    return {
+        .text =
+            u"Der %1 Konverter %2 wurde nicht gefunden.\nInstallieren Sie Kalmo als Vollinstallation neu."_s
+                .arg(kind, program),
+        .icon = Icon::Exclamation,
+        .english = english};
+}
+
+QString because(const Failure& failure)
+{
+    return failure.detail.isEmpty() ? u"."_s : u": "_s + failure.detail;
+}
+
+} // namespace
+
+Message messageFor(const Failure& failure)
+{
+    const QString& file = failure.file;
+    const QString name = QFileInfo(file).fileName();
+    switch (failure.fault) {
+    case Fault::NoSource:
+        return {.text = u"Datei "_s + file + u" existiert nicht."_s,
+                .icon = Icon::Exclamation,
+                .english = u"there is no file %1"_s.arg(file)};
+    case Fault::NotFit:
+        return {.text = u"Die Datei "_s + file +
+                        u" passt nicht in den gewählten Ordner und wurde nicht übertragen."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 is of a kind that the folder does not take"_s.arg(file)};
+    case Fault::NoFolder:
+        return {
+            .text =
+                u"In den gewählten Ordner können keine Dateien übertragen werden. Verwenden Sie folgende "
+                u"Ordner als Ziele:\n- Clip Pictures oder Pictures für Bilder\n- Sounds für Klingeltöne"_s,
+            .icon = Icon::Information,
+            .english = u"only Pictures, Clip Pictures and Sounds take converted files"_s};
+    case Fault::BadPicture:
+        return {.text =
+                    u"Die Datei "_s + name +
+                    u" ist fehlerhaft und kann nicht geladen werden. Sie sollten diese Datei überprüfen und "
+                    u"ggf. löschen."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be read as a picture%2"_s.arg(file, because(failure))};
+    case Fault::NoBitmap:
+        return {.text = u"Die Quelldatei "_s + file + u" existiert nicht. JPG Umwandlung nicht möglich."_s,
+                .icon = Icon::Exclamation,
+                .english = u"there is no file %1"_s.arg(file)};
+    case Fault::NoJpeg:
+        return {.text = u"JPG Umwandlung gescheitert (."_s + failure.detail + u")."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be coded as JPEG%2"_s.arg(file, because(failure))};
+    case Fault::BadSound:
+        return {.text = u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be converted to a sound for handsets%2"_s.arg(file, because(failure))};
+    case Fault::BadMelody:
+        return {.text = u"Die Konvertierung von "_s + file +
+                        u" ist gescheitert. Vermutlich haben Sie eine ungeeignete oder beschädigte Mididatei "
+                        u"ausgewählt."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be converted to a melody for handsets%2"_s.arg(file, because(failure))};
+    case Fault::LargeMelody:
+        return {.text = u"Die gewählte Datei "_s + file +
+                        u" ist größer als 32kB und kann nicht übertragen werden."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 is larger than 32000 bytes, the most that handsets take"_s.arg(file)};
+    case Fault::NoName:
+        return {.text = u"Die Datei "_s + file + u" hat keinen Namen, den das Telefon annimmt."_s,
+                .icon = Icon::Exclamation,
+                .english = u"nothing is left of the name %1 that a phone takes"_s.arg(file)};
+    case Fault::NoConverter:
+        return missing(failure.program);
+    case Fault::TooLong:
+        return {.text = u"Die Umwandlung von "_s + file + u" dauerte zu lange und wurde abgebrochen."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 took too long to convert"_s.arg(file)};
+    case Fault::NotWritten:
+        return {.text = u"Fehler beim Schreiben der Datei "_s + file,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be written%2"_s.arg(file, because(failure))};
+    case Fault::Cancelled:
+        break;
+    }
+    return {.text = u"Die Umwandlung wurde abgebrochen."_s,
+            .icon = Icon::Information,
+            .english = u"interrupted; %1 was not converted"_s.arg(file)};
+}
+
+QString packageOf(const QString& program)
+{
+    const QString name = QFileInfo(program).fileName();
+    return name == u"m9b"_s || name == u"g722demo"_s ? u"kalmo"_s : name;
+}
+
+bool isBadInput(Fault fault)
+{
+    return fault != Fault::NoConverter && fault != Fault::NotWritten && fault != Fault::TooLong &&
+           fault != Fault::Cancelled && fault != Fault::NoJpeg;
+}
+
+} // namespace kalmo::media

@@ -1,0 +1,139 @@
+#include "media/PictureConversion.h"
+
+#include "app/Files.h"
+#include "media/BitmapFile.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kalmo::media {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 mostPixels = 100'000'000; // of a file; cameras reach half of that
+constexpr int mostMegabytes = 512;         // that the toolkit may take for one picture
+constexpr double spare = 2;                // a picture is read so many times larger than it will be
+constexpr int lowestQuality = 10;
+constexpr int highestQuality = 100;
+
+LoadedPicture unfit(const QString& path, const QString& why)
+{
+    return {.failure = Failure{Fault::BadPicture, path, {}, why}};
+}
+
+/// The size that a picture has to be read in, so that scaling it down to `wanted` loses nothing.
+QSize readingSize(QSize size, QSize wanted)
+{
+    const double scale = spare * std::max(static_cast<double>(wanted.width()) / size.width(),
+                                          static_cast<double>(wanted.height()) / size.height());
+    if (scale >= 1)
+        return size;
+    return {std::max(1, static_cast<int>(std::lround(size.width() * scale))),
+            std::max(1, static_cast<int>(std::lround(size.height() * scale)))};
+}
+
+QImage onWhite(const QImage& image)
+{
+    if (!image.hasAlphaChannel())
+        return image.convertToFormat(QImage::Format_RGB32);
+    QImage opaque(image.size(), QImage::Format_RGB32);
+    opaque.fill(Qt::white);
+    QPainter painter(&opaque);
+    painter.drawImage(0, 0, image);
+    return opaque;
+}
+
+/// The middle of a picture in the shape of `size`.
+QRect middle(QSize picture, QSize size)
+{
+    QSize part = size.scaled(picture, Qt::KeepAspectRatio);
+    part = part.expandedTo({1, 1}).boundedTo(picture);
+    return {QPoint((picture.width() - part.width()) / 2, (picture.height() - part.height()) / 2), part};
+}
+
+QImage scaled(const QImage& image, QSize size)
+{
+    return image.size() == size ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace
+
+LoadedPicture loadPicture(const QString& path, QSize wanted)
+{
+    if (!app::FileExists(path))
+        return {.failure = Failure{Fault::NoSource, path}};
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true); // endings lie
+    reader.setAutoTransform(true);           // cameras lie on their side
+    QImageReader::setAllocationLimit(mostMegabytes);
+    const QSize size = reader.size();
+    if (!reader.canRead() || size.isEmpty())
+        return unfit(path, u"it is no picture that is known here"_s);
+    if (qint64{size.width()} * size.height() > mostPixels)
+        return unfit(path, u"it is too large"_s);
+    const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    reader.setScaledSize(readingSize(size, isTurned ? wanted.transposed() : wanted));
+    const QImage image = reader.read();
+    if (image.isNull())
+        return unfit(path, reader.errorString());
+    return {.image = onWhite(image), .original = isTurned ? size.transposed() : size};
+}
+
+QImage fitted(const QImage& image, QSize size, Fit fit)
+{
+    if (image.isNull() || size.isEmpty())
+        return {};
+    if (fit == Fit::Crop)
+        return scaled(image.copy(middle(image.size(), size)), size);
+    if (fit == Fit::Stretch)
+        return scaled(image, size);
+    QImage whole(size, QImage::Format_RGB32);
+    whole.fill(Qt::white);
+    const QSize inner = image.size().scaled(size, Qt::KeepAspectRatio).expandedTo({1, 1});
+    QPainter painter(&whole);
+    painter.drawImage((size.width() - inner.width()) / 2, (size.height() - inner.height()) / 2,
+                      scaled(image, inner));
+    return whole;
+}
+
+qint32 SaveBitmapToBmp(const QImage& picture, const QString& path, int depth)
+{
+    const QByteArray bytes = bitmapFile(picture, depth);
+    if (bytes.isEmpty())
+        return -2;
+    return app::writeWholeFile(path, bytes) ? 1 : -1;
+}
+
+QByteArray jpegBytes(const QImage& image, int quality)
+{
+    QBuffer buffer;
+    QImageWriter writer(&buffer, "jpg");
+    writer.setQuality(quality);
+    return writer.write(image) ? buffer.data() : QByteArray();
+}
+
+std::optional<Failure> ConvertBmpToJpg(const QString& source, const QString& target, int& quality)
+{
+    quality = std::clamp(quality, lowestQuality, highestQuality);
+    app::DeleteQuiet(target);
+    if (!app::FileExists(source))
+        return Failure{Fault::NoBitmap, source};
+    const QImage image(source);
+    const QByteArray bytes = image.isNull() ? QByteArray() : jpegBytes(image, quality);
+    if (bytes.isEmpty())
+        return Failure{Fault::NoJpeg, source};
+    QString reason;
+    if (!app::writeWholeFile(target, bytes, &reason))
+        return Failure{Fault::NoJpeg, source, {}, reason};
+    return {};
+}
+
+} // namespace kalmo::media

@@ -1,0 +1,174 @@
+#include "media/SoundConversion.h"
+
+#include "app/clsStringBuilder.h"
+#include "app/Files.h"
+#include "app/mdlKonverter.h"
+#include "app/WorkFolder.h"
+#include "media/Converters.h"
+#include "obex/ResponseCodes.h"
+
+#include <QFileInfo>
+
+namespace kalmo::media {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 mostMemory = 800LL << 20;
+constexpr int lowestRate = 1000; // samples a second; less is a damaged header, which would last for days
+constexpr int highestRate = 768000;
+constexpr qint64 bytesPerSecond = 32000; // of what the coder gets
+constexpr qint64 longestSeconds = obex::largestObject / codesPerSecond;
+
+bool isSound(const QString& path)
+{
+    return path.endsWith(u".wav"_s, Qt::CaseInsensitive) || path.endsWith(u".mp3"_s, Qt::CaseInsensitive);
+}
+
+app::ProgramCall soxCall(const QString& sox, const QStringList& arguments, const QString& folder = {})
+{
+    return {.file = sox,
+            .arguments = arguments,
+            .folder = folder,
+            .mostMemory = mostMemory,
+            .largestFile = 4 * longestSeconds * bytesPerSecond}; // its scratch file has wider samples
+}
+
+std::optional<Failure> checkInput(const app::Context& context, const QString& path)
+{
+    if (!app::FileExists(path))
+        return Failure{Fault::NoSource, path};
+    if (!isSound(path)) // a list of addresses would be followed
+        return Failure{Fault::BadSound, path, {}, u"only .wav and .mp3 are sounds"_s};
+    const QString sox = converterPath(context, u"sox"_s);
+    if (!isThere(sox))
+        return Failure{Fault::NoConverter, path, sox};
+    return {};
+}
+
+/// The later of two options for the same thing counts: the handset's form, from samples of 16 bits.
+QStringList rawArguments(const QString& source, const QString& raw, int trimSeconds)
+{
+    QStringList arguments{u"--no-glob"_s, source, u"-r"_s, u"32k"_s, u"-e"_s, u"signed"_s, u"-b8"_s,
+                          u"-c"_s,        u"1"_s, u"-r"_s, u"16k"_s, u"-b"_s, u"16"_s,     raw};
+    if (trimSeconds > 0)
+        arguments << u"trim"_s << u"0"_s << QString::number(trimSeconds);
+    return arguments << u"gain"_s << u"-n"_s << u"-1"_s;
+}
+
+/// The bar and the panel of a conversion, cleared at its end.
+class ProgressScope
+{
+public:
+    explicit ProgressScope(const toolkit::Progress& progress) : m_progress(progress)
+    {
+        m_progress.start(1, 4);
+        m_progress.status(u"Konvertiere Datei..."_s);
+    }
+    ~ProgressScope()
+    {
+        m_progress.status({});
+        m_progress.hide();
+    }
+    Q_DISABLE_COPY_MOVE(ProgressScope)
+
+private:
+    const toolkit::Progress& m_progress;
+};
+
+bool isAbsurd(const SoundFacts& facts, int trimSeconds)
+{
+    const double kept = trimSeconds > 0 ? std::min<double>(facts.seconds, trimSeconds) : facts.seconds;
+    return facts.rate < lowestRate || facts.rate > highestRate || kept > static_cast<double>(longestSeconds);
+}
+
+/// Has the encoder code the samples; its words, or what went wrong.
+std::optional<Failure> encode(app::Context& context, const app::WorkFolder& folder, const QString& source,
+                              const toolkit::CancelBox* cancel, QByteArray& words)
+{
+    const QString encoder = converterPath(context, u"g722demo"_s);
+    const app::RunResult run = app::RunAndWait(
+        context,
+        {.file = encoder, .arguments = {u"-enc"_s, u"sound.raw"_s, u"sound.722"_s}, .folder = folder.path()},
+        cancel);
+    if (auto failure = failureOf(run, Fault::BadSound, source, encoder))
+        return failure;
+    if (!app::readWholeFile(folder.filePath(u"sound.722"_s), words) || words.isEmpty())
+        return Failure{Fault::BadSound, source, encoder, u"it holds no sound"_s};
+    return {};
+}
+
+} // namespace
+
+std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
+                                      const toolkit::CancelBox* cancel)
+{
+    if (auto failure = checkInput(context, path))
+        return failure;
+    const QString sox = converterPath(context, u"sox"_s);
+    double answers[2] = {};
+    const QString questions[] = {u"-r"_s, u"-D"_s};
+    for (size_t index = 0; index < std::size(questions); ++index) {
+        const QString source = QFileInfo(path).absoluteFilePath();
+        const app::RunResult run =
+            app::RunAndWait(context, soxCall(sox, {u"--i"_s, questions[index], source}), cancel);
+        if (auto failure = failureOf(run, Fault::BadSound, path, sox))
+            return failure;
+        answers[index] = run.output.trimmed().toDouble();
+    }
+    facts = {.seconds = answers[1], .rate = app::toInt32(answers[0])};
+    return {};
+}
+
+std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& source, const QString& target,
+                                         const toolkit::Progress& progress, int trimSeconds)
+{
+    if (auto failure = checkInput(context, source))
+        return failure;
+    const QString encoder = converterPath(context, u"g722demo"_s);
+    if (!isThere(encoder))
+        return Failure{Fault::NoConverter, source, encoder};
+    const ProgressScope scope(progress);
+    SoundFacts facts;
+    if (auto failure = readSoundFacts(context, source, facts, progress.cancel))
+        return failure;
+    if (isAbsurd(facts, trimSeconds))
+        return Failure{Fault::BadSound, source, {}, u"its length or its rate makes no sense"_s};
+    const app::WorkFolder folder(context);
+    if (!folder.isValid())
+        return Failure{Fault::NotWritten, context.sy.Paths.Storage + u"/config/temp"_s};
+
+    const QString sox = converterPath(context, u"sox"_s);
+    const QStringList arguments =
+        rawArguments(QFileInfo(source).absoluteFilePath(), folder.filePath(u"sound.raw"_s), trimSeconds);
+    if (auto failure =
+            failureOf(app::RunAndWait(context, soxCall(sox, arguments, folder.path()), progress.cancel),
+                      Fault::BadSound, source, sox))
+        return failure;
+    progress.status(u"Konvertiere Datei..."_s);
+    progress.set(2);
+    QByteArray words;
+    if (auto failure = encode(context, folder, source, progress.cancel, words))
+        return failure;
+    progress.set(3);
+    progress.status(u"Lese Datei..."_s);
+    progress.status(u"Konvertiere Datei...3/3"_s);
+    const QByteArray codes = thinned(words);
+    progress.status(u"Schreibe Datei..."_s);
+    QString reason;
+    if (!app::writeWholeFile(target, codes, &reason))
+        return Failure{Fault::NotWritten, target, {}, reason};
+    return {};
+}
+
+QByteArray thinned(const QByteArray& words)
+{
+    app::clsStringBuilder codes;
+    codes.EnsureCapacity((words.size() + 1) / 2);
+    for (qsizetype index = 0; index < words.size(); index += 2)
+        codes.Append(QLatin1Char(words[index]));
+    return codes.ToString().toLatin1();
+}
+
+} // namespace kalmo::media

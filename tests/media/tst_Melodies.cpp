@@ -1,0 +1,173 @@
+// Melodies on their way to the handset, and the folders in which work is done.
+
+#include "app/clsStringBuilder.h"
+#include "app/WorkFolder.h"
+#include "media/MelodyConversion.h"
+#include "media/Player.h"
+#include "media/UploadFiles.h"
+#include "media/Workshop.h"
+#include "support/Melodies.h"
+#include "support/Rows.h"
+
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using app::clsStringBuilder;
+using media::Fault;
+
+namespace {
+
+const media::UploadOptions toMelodies{.phoneType = 5, .kind = media::UploadKind::Melodies};
+
+} // namespace
+
+class tst_Melodies : public QObject
+{
+    Q_OBJECT
+
+private:
+    static media::PreparedFile prepare(Workshop& shop, const QString& source)
+    {
+        return media::prepareFile(shop.context, source, toMelodies, shop.path(u"out"_s), {});
+    }
+
+private Q_SLOTS:
+    void converts()
+    {
+        Workshop shop;
+        const auto file = prepare(
+            shop, shop.makeFile(u"abcdefghijklmnopqrst.mid"_s, midiFile(1, {"00 FF 2F 00", scale(3)})));
+        QVERIFY(!file.failure);
+        QCOMPARE(file.path, shop.path(u"out/abcdefghijkl.mid"_s));
+        QCOMPARE(shop.contentOf(file.path).toHex(' '),
+                 midiFile(0, {"00C005 00903064 303000 003164 303100 003264 303200 00FF2F00"}).toHex(' '));
+        QCOMPARE(shop.leftovers(), QStringList());
+    }
+
+    void badMelodies()
+    {
+        const QByteArray good = midiFile(0, {scale(3)});
+        const Rows<QByteArray, QByteArray, Fault> rows{
+            {"no melody", "MThd", "exec m9b", Fault::BadMelody},
+            {"32000 bytes of something", QByteArray(32000, 'x'), "exec m9b", Fault::BadMelody},
+            {"32001 bytes", QByteArray(32001, 'x'), "exec m9b", Fault::LargeMelody},
+            {"the converter is silent", good, "exit 0", Fault::BadMelody},
+            {"crashes", good, "kill -SEGV $$", Fault::BadMelody},
+            {"hangs", good, "sleep 1000", Fault::TooLong},
+            {"fails behind its work", good, "cp \"$2\" \"$3\"; exit 1", Fault::BadMelody},
+            {"is missing", good, "", Fault::NoConverter},
+        };
+        for (const auto& [bytes, script, fault] : rows) {
+            Workshop shop;
+            if (!script.startsWith("exec"))
+                shop.replacePlugin(u"m9b"_s, script);
+            const auto file = prepare(shop, shop.makeFile(u"a.mid"_s, bytes));
+            QVERIFY(file.failure);
+            QCOMPARE(file.failure->fault, fault);
+            QVERIFY(!QFile::exists(shop.path(u"out/a.mid"_s)));
+            QCOMPARE(shop.leftovers(), QStringList());
+        }
+    }
+
+    /// Work folders of programs that run stay, those of programs that were killed go.
+    void workFoldersAreSwept()
+    {
+        Workshop shop;
+        const QString temp = shop.storage + u"/config/temp/"_s;
+        auto mine = std::make_unique<app::WorkFolder>(shop.context);
+        QVERIFY(mine->isValid());
+        QVERIFY(QDir().mkpath(temp + u"work-killed/deep"_s));
+        QVERIFY(QDir().mkpath(temp + u"work-AAAAAA"_s)); // has no lock yet
+        QProcess dead;
+        dead.start(u"true"_s, QStringList());
+        QVERIFY(dead.waitForStarted());
+        const qint64 id = dead.processId();
+        QVERIFY(dead.waitForFinished());
+        QFile lock(temp + u"work-killed/owner.lock"_s);
+        QVERIFY(lock.open(QIODevice::WriteOnly));
+        lock.write(QByteArray::number(id) + "\ntrue\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+        lock.close();
+        {
+            const app::WorkFolder other(shop.context);
+            QVERIFY(other.isValid() && other.path() != mine->path());
+            QCOMPARE(shop.leftovers().size(), 3);
+        }
+        QCOMPARE(shop.leftovers(), (QStringList{u"work-AAAAAA"_s, QFileInfo(mine->path()).fileName()}));
+        mine.reset();
+        QCOMPARE(shop.leftovers(), QStringList{u"work-AAAAAA"_s});
+    }
+
+    void playing()
+    {
+        Workshop shop;
+        shop.replacePlugin(u"sox"_s,
+                           "case \"$3\" in *long*) exec sleep 1000;; *good*) exit 0;; esac; exit 1");
+        media::Player player(shop.context);
+        QSignalSpy ended(&player, &media::Player::ended);
+        for (const auto& [name, played] :
+             Rows<QString, bool>{{"plays", u"good.wav"_s, true}, {"fails", u"bad.mp3"_s, false}}) {
+            QVERIFY(player.PlayFile(shop.makeFile(name, "x")));
+            QVERIFY(ended.wait());
+            QCOMPARE(ended.takeFirst().value(0).toBool(), played);
+            QVERIFY(!player.isPlaying());
+        }
+        QVERIFY(player.PlayFile(shop.makeFile(u"long.wav"_s, "x")));
+        QVERIFY(player.isPlaying());
+        QVERIFY(player.PlayFile(shop.makeFile(u"good.wav"_s, "x"))); // in its place
+        QVERIFY(ended.wait());
+        QCOMPARE(ended.size(), 1);
+        QVERIFY(player.PlayFile(shop.makeFile(u"long.wav"_s, "x")));
+        player.StopPlay();
+        QVERIFY(!player.isPlaying());
+        QVERIFY(!player.PlayFile(shop.path(u"none.wav"_s)));
+        QVERIFY(!player.PlayFile(shop.makeFile(u"broken.mid"_s, "MThd"))); // its player would be silent
+    }
+
+    void longTexts()
+    {
+        clsStringBuilder text;
+        QCOMPARE(text.Capacity(), 8192);
+        QCOMPARE(text.BufferBump(), 2048); // a quarter
+        text.Append(QString(4096, u'a'));
+        QCOMPARE(text.Capacity(), 8192);
+        text.Append(u'b');
+        QCOMPARE(text.Capacity(), 10240);
+        text.setBufferBump(7); // not with this method
+        QCOMPARE(text.BufferBump(), 2560);
+        text.setSizingMethod(0);
+        QCOMPARE(text.BufferBump(), 2048);
+        text.setBufferBump(7);
+        QCOMPARE(text.BufferBump(), 8);
+        text.setCapacity(9);
+        QCOMPARE(text.Capacity(), 16);
+        QCOMPARE(text.ToString(), u"aaaaaaaa"_s);
+        text.setLength(-1);
+        text.setLength(2);
+        QCOMPARE(text.Insert(1, u"xyz"), std::nullopt);
+        QCOMPARE(text.ToString(), u"axyza"_s);
+        QCOMPARE(text.Remove(1, 2), std::nullopt);
+        QCOMPARE(text.ToString(), u"aza"_s);
+        QCOMPARE(text.setChars(2, u'!'), std::nullopt);
+        QChar last;
+        QCOMPARE(text.Chars(2, last), std::nullopt);
+        QCOMPARE(last, QChar(u'!'));
+        text.setLength(4);
+        QCOMPARE(text.ToString(), QString(u"az!"_s + QChar()));
+
+        const QString range = u"Argument(s) out of range."_s;
+        using Error = clsStringBuilder::Error;
+        QCOMPARE(*text.Chars(4, last),
+                 (Error{u"Tried reading character past end of buffer."_s, u"CStringBuilder.Chars"_s}));
+        QCOMPARE(*text.setChars(-1, last),
+                 (Error{u"Tried assigning character past end of buffer."_s, u"CStringBuilder.Chars"_s}));
+        QCOMPARE(*text.Insert(5, u"x"), (Error{range, u"CStringBuilder.Insert"_s}));
+        QCOMPARE(*text.Remove(3, 2), (Error{range, u"CStringBuilder.Remove"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Melodies)
+#include "tst_Melodies.moc"
