@@ -128,13 +128,11 @@ void tst_Help::blocksNested()
     busy.SetBusy(true);
     busy.SetBusy(false);
     QVERIFY(!first->isEnabled() && QGuiApplication::overrideCursor());
-    delete first;
     busy.SetBusy(false);
     busy.SetBusy(false); // one too many
-    QVERIFY(second->isEnabled() && !disabled->isEnabled() && !QGuiApplication::overrideCursor());
+    QVERIFY(first->isEnabled() && second->isEnabled() && !disabled->isEnabled() &&
+            !QGuiApplication::overrideCursor());
     QCOMPARE(window.focusWidget(), second);
-    busy.SetBusy(true);
-    QVERIFY(!second->isEnabled());
 }
 
 void tst_Help::turnsTheSponsors()

@@ -61,16 +61,11 @@ void CancelCheck::reset()
     setChecked(false);
 }
 
-WindowBusy::WindowBusy(const QList<QWidget*>& widgets)
-{
-    for (QWidget* widget : widgets)
-        m_widgets.append(widget);
-}
+WindowBusy::WindowBusy(const QList<QWidget*>& widgets) : m_widgets(widgets) {}
 
 WindowBusy::~WindowBusy()
 {
-    if (m_depth > 0)
-        release();
+    Q_ASSERT(!isBusy());
 }
 
 void WindowBusy::SetBusy(bool busy)
@@ -88,8 +83,8 @@ void WindowBusy::block()
 {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_focus = nullptr;
-    for (const QPointer<QWidget>& widget : std::as_const(m_widgets)) {
-        if (!widget || !widget->isEnabled())
+    for (QWidget* widget : std::as_const(m_widgets)) {
+        if (!widget->isEnabled())
             continue;
         if (!m_focus)
             m_focus = widget->window()->focusWidget();
@@ -100,12 +95,9 @@ void WindowBusy::block()
 
 void WindowBusy::release()
 {
-    m_depth = 0;
     QGuiApplication::restoreOverrideCursor();
-    for (const QPointer<QWidget>& widget : std::exchange(m_disabled, {})) {
-        if (widget)
-            widget->setEnabled(true);
-    }
+    for (QWidget* widget : std::exchange(m_disabled, {}))
+        widget->setEnabled(true);
     if (m_focus && m_focus->isEnabled())
         m_focus->setFocus();
 }

@@ -3,7 +3,6 @@
 #include "toolkit/Progress.h"
 
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QToolButton>
 
@@ -53,7 +52,7 @@ public:
 };
 
 /// The widgets that are blocked while the phone is busy, with the wait cursor over the program. Calls nest.
-/// The keyboard goes back to where it was. Widgets may die in between.
+/// The keyboard goes back to where it was. Whoever destroys this or the widgets sees to it that nothing runs.
 class WindowBusy : public toolkit::BusyWindow
 {
 public:
@@ -68,9 +67,9 @@ private:
     void block();
     void release();
 
-    QList<QPointer<QWidget>> m_widgets;
-    QList<QPointer<QWidget>> m_disabled; // those that this object disabled itself
-    QPointer<QWidget> m_focus;
+    QList<QWidget*> m_widgets;
+    QList<QWidget*> m_disabled; // those that this object disabled itself
+    QWidget* m_focus = nullptr;
     int m_depth = 0;
 };
 

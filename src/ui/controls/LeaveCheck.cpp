@@ -24,8 +24,8 @@ bool isLeaving(const QEvent& event)
 
 } // namespace
 
-LeaveCheck::LeaveCheck(QWidget& field, const QWidget* exit, std::function<bool()> keepsFocus)
-    : QObject(&field), m_field(field), m_exit(exit), m_keepsFocus(std::move(keepsFocus))
+LeaveCheck::LeaveCheck(QWidget& field, const QWidget* exit, std::function<bool()> rejects)
+    : QObject(&field), m_field(field), m_exit(exit), m_rejects(std::move(rejects))
 {
     field.installEventFilter(this);
 }
@@ -42,9 +42,7 @@ void LeaveCheck::check()
     const bool givesUp = m_exit && QApplication::focusWidget() == m_exit;
     if (givesUp || !m_field.isVisible() || !m_field.isEnabled() || m_field.hasFocus())
         return;
-    const QPointer<LeaveCheck> self = this;
-    const bool keep = m_keepsFocus();
-    if (keep && self)
+    if (m_rejects())
         m_field.setFocus();
 }
 

@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 #include <QTextCharFormat>
@@ -183,10 +182,8 @@ void ucCalendar::moveToCombos()
 
 void ucCalendar::choose(QDate date)
 {
-    const QPointer<ucCalendar> self = this;
     m_context.clock.WaitSeconds(pauseBeforeChosen);
-    if (self)
-        Q_EMIT dateChosen(date);
+    Q_EMIT dateChosen(date);
 }
 
 bool ucCalendar::isInRange(QDate date) const

@@ -48,15 +48,15 @@ ucFfsMem::ucFfsMem(app::Context& context, QWidget* parent)
 
 void ucFfsMem::setMeTotal(qint64 bytes)
 {
-    show(m_gauge.setTotal(bytes));
+    draw(m_gauge.setTotal(bytes));
 }
 
 void ucFfsMem::setMeFree(qint64 bytes)
 {
-    show(m_gauge.setFree(bytes));
+    draw(m_gauge.setFree(bytes));
 }
 
-void ucFfsMem::show(MemoryGauge::Update update)
+void ucFfsMem::draw(MemoryGauge::Update update)
 {
     if (update == MemoryGauge::Update::None)
         return;

@@ -28,7 +28,7 @@ public:
     qint64 MeFree() const { return m_gauge.free(); }
 
 private:
-    void show(MemoryGauge::Update update);
+    void draw(MemoryGauge::Update update);
     void showPicture();
     void tmrWarning_Timer();
     void warn();

@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 namespace kalmo::ui {
@@ -297,6 +298,9 @@ void frmEinstellungen::writeSettings()
 
 void frmEinstellungen::save()
 {
+    if (m_isSaving) // closing the data channel takes a while
+        return;
+    const QScopedValueRollback saving(m_isSaving, true);
     app::Context& context = m_program.context;
     const int before = app::getInt(context.settings, ComPortNew);
     const int chosen = link::portItemNumber(cmbCom->currentText());
@@ -315,7 +319,7 @@ void frmEinstellungen::save()
 
 void frmEinstellungen::reject()
 {
-    if (!cmdAbbruch->isEnabled())
+    if (!cmdAbbruch->isEnabled() || m_isSaving)
         return;
     ReadSettingsToForm();
     hide();
@@ -325,7 +329,7 @@ void frmEinstellungen::reject()
 void frmEinstellungen::closeEvent(QCloseEvent* event)
 {
     event->ignore(); // whoever listens hides the form, ends the program, or asks first
-    if (cmdAbbruch->isEnabled())
+    if (cmdAbbruch->isEnabled() || m_isSaving)
         reject();
     else
         Q_EMIT closedByUser();

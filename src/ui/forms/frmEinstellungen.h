@@ -65,6 +65,7 @@ private:
     link::ComDescriptions m_descriptions;
     QString m_storage; // the folder that is shown
     std::function<bool(bool otherPort)> m_mayLeave;
+    bool m_isSaving = false;
     QComboBox* cmbCom = nullptr;
     QLabel* lblPortHinweis = nullptr;
     QLabel* lblSpeicherpfad = nullptr;

@@ -99,7 +99,7 @@ void frmVCFneu::addText(QFormLayout& form, const QString& label, QLineEdit* fiel
 void frmVCFneu::addNumber(QFormLayout& form, const QString& label, QLineEdit* field)
 {
     addField(form, label, field);
-    new LeaveCheck(*field, m_cmdAbbruch, [this, field] { return keepsNumberFocus(*field); });
+    new LeaveCheck(*field, m_cmdAbbruch, [this, field] { return rejectNumber(*field); });
 }
 
 void frmVCFneu::addBirthday(QFormLayout& form)
@@ -118,7 +118,7 @@ void frmVCFneu::addBirthday(QFormLayout& form)
     form.addRow(dateLabel, date);
     m_lblcmbGebuTimePre = named(addField(form, u"Uhr&zeit"_s, m_cmbGebuTime), u"lblcmbGebuTimePre"_s);
     bindDateField(*m_calGebu, *m_txtGebu, *m_cmdGebuEdit, m_cmdAbbruch);
-    new LeaveCheck(*m_cmbGebuTime, m_cmdAbbruch, [this] { return keepsTimeFocus(); });
+    new LeaveCheck(*m_cmbGebuTime, m_cmdAbbruch, [this] { return rejectTime(); });
 }
 
 QWidget* frmVCFneu::makeStatusBar()
@@ -185,15 +185,10 @@ void frmVCFneu::chkGebu_Click(bool checked)
 
 void frmVCFneu::cmdSpeichern_Click()
 {
-    const QPointer<frmVCFneu> self = this;
-    if (m_busy->isBusy() || aNumberIsWrong() ||
-        (entry().hasNumber() && (birthdayIsWrong() || !acceptsLosses())))
+    if (m_busy->isBusy() || rejectAnyNumber() ||
+        (entry().hasNumber() && (rejectBirthday() || !askAboutLosses())))
         return;
-    m_busy->SetBusy(true);
-    const CommandResult result = saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, nullptr});
-    if (!self)
-        return;
-    m_busy->SetBusy(false);
+    const CommandResult result = send();
     if (result == CommandResult::Refused) {
         m_txtTelPrivat->setFocus();
         return;
@@ -203,7 +198,13 @@ void frmVCFneu::cmdSpeichern_Click()
         accept();
 }
 
-bool frmVCFneu::keepsNumberFocus(QLineEdit& field)
+CommandResult frmVCFneu::send()
+{
+    const toolkit::BusyScope busy(m_busy.get());
+    return saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, nullptr});
+}
+
+bool frmVCFneu::rejectNumber(QLineEdit& field)
 {
     const QString compact = field.text().remove(u' ');
     const QString accepted = acceptedContactNumber(compact);
@@ -216,7 +217,7 @@ bool frmVCFneu::keepsNumberFocus(QLineEdit& field)
     return true;
 }
 
-bool frmVCFneu::keepsTimeFocus()
+bool frmVCFneu::rejectTime()
 {
     if (isTimeOfDay(m_cmbGebuTime->currentText()))
         return false;
@@ -224,11 +225,12 @@ bool frmVCFneu::keepsTimeFocus()
     return true;
 }
 
-/// What leaving the fields would have told, for those who press Enter within one.
-bool frmVCFneu::aNumberIsWrong()
+/// Checks the numbers as leaving their fields does: Enter within a field leaves none. Returns true if one is
+/// wrong, which then has the focus.
+bool frmVCFneu::rejectAnyNumber()
 {
     for (QLineEdit* number : {m_txtTelPrivat, m_txtTelHandy, m_txtTelGeschaeft}) {
-        if (!keepsNumberFocus(*number))
+        if (!rejectNumber(*number))
             continue;
         number->setFocus();
         return true;
@@ -236,27 +238,25 @@ bool frmVCFneu::aNumberIsWrong()
     return false;
 }
 
-/// The same for the date and its time.
-bool frmVCFneu::birthdayIsWrong()
+/// Does the same for the date and its time.
+bool frmVCFneu::rejectBirthday()
 {
     if (!m_chkGebu->isChecked() || m_txtGebu->text().isEmpty())
         return false;
     QWidget* wrong = m_calGebu->Validate2TxtBox(*m_txtGebu) ? static_cast<QWidget*>(m_txtGebu)
-                     : keepsTimeFocus()                     ? m_cmbGebuTime
+                     : rejectTime()                         ? m_cmbGebuTime
                                                             : nullptr;
     if (wrong)
         wrong->setFocus();
     return wrong != nullptr;
 }
 
-/// Whether what the phone may give back otherwise is to be saved all the same. False if the form has gone,
-/// too.
-bool frmVCFneu::acceptsLosses()
+/// Asks about characters that the phone may give back otherwise. Returns true if they are to be saved.
+bool frmVCFneu::askAboutLosses()
 {
     const QString characters = endangeredCharacters(entry());
     if (characters.isEmpty())
         return true;
-    const QPointer<frmVCFneu> self = this;
     const Answer answer = m_program.context.dialogs.Show(
         {.text = u"Das Telefon gibt diese Zeichen möglicherweise nicht so zurück, wie Sie sie eingegeben "
                  u"haben: %1\n\nSoll der Eintrag trotzdem gespeichert werden?"_s.arg(characters),
@@ -264,9 +264,9 @@ bool frmVCFneu::acceptsLosses()
          .buttons = toolkit::Buttons::YesNo,
          .icon = toolkit::Icon::Question,
          .defaultButton = Answer::No});
-    if (self && answer != Answer::Yes)
+    if (answer != Answer::Yes)
         m_txtNachName->setFocus();
-    return self && answer == Answer::Yes;
+    return answer == Answer::Yes;
 }
 
 tVcfEntry frmVCFneu::entry() const

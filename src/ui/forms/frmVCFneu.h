@@ -1,5 +1,6 @@
 #pragma once
 
+#include "phonedata/CommandResult.h"
 #include "phonedata/VcardStore.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/Program.h"
@@ -46,11 +47,12 @@ private:
     void loadBirthday(const QString& birthday);
     void chkGebu_Click(bool checked);
     void cmdSpeichern_Click();
-    bool keepsNumberFocus(QLineEdit& field);
-    bool keepsTimeFocus();
-    bool aNumberIsWrong();
-    bool birthdayIsWrong();
-    bool acceptsLosses();
+    phonedata::CommandResult send();
+    bool rejectNumber(QLineEdit& field);
+    bool rejectTime();
+    bool rejectAnyNumber();
+    bool rejectBirthday();
+    bool askAboutLosses();
     phonedata::tVcfEntry entry() const;
     void tell(const QString& text) const;
 

@@ -97,7 +97,7 @@ QGroupBox* frmVorwahl::makeFields()
         QLabel* label = wrapped(mnemonic, captionCharacters);
         label->setBuddy(field);
         field->setFixedWidth(field->fontMetrics().averageCharWidth() * codeCharacters);
-        new LeaveCheck(*field, m_cmdCancel, [this, field] { return keepsFocus(*field); });
+        new LeaveCheck(*field, m_cmdCancel, [this, field] { return rejectCode(*field); });
         grid->addWidget(label, index, 0);
         grid->addWidget(field, index, 1);
         m_txtVw[index] = field;
@@ -135,24 +135,24 @@ void frmVorwahl::cmdSpeicher_Click()
     phonedata::AreaCodes codes;
     for (size_t index = 0; index < codes.size(); ++index) {
         codes[index] = m_txtVw[index]->text();
-        if (m_chkUseVw->isChecked() && keepsFocus(*m_txtVw[index])) {
+        if (m_chkUseVw->isChecked() && rejectCode(*m_txtVw[index])) {
             m_txtVw[index]->setFocus();
             return;
         }
     }
     if (m_busy->isBusy())
         return;
-    const QPointer<frmVorwahl> self = this;
-    m_busy->SetBusy(true);
-    const bool taken = phonedata::SetAreaCodes(m_program.line, m_sta, codes, m_chkUseVw->isChecked());
-    if (!self)
-        return;
-    m_busy->SetBusy(false);
-    if (taken)
+    if (sendCodes(codes))
         accept();
 }
 
-bool frmVorwahl::keepsFocus(const QLineEdit& field) const
+bool frmVorwahl::sendCodes(const phonedata::AreaCodes& codes)
+{
+    const toolkit::BusyScope busy(m_busy.get());
+    return phonedata::SetAreaCodes(m_program.line, m_sta, codes, m_chkUseVw->isChecked());
+}
+
+bool frmVorwahl::rejectCode(const QLineEdit& field) const
 {
     if (phonedata::isAreaCode(field.text()))
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "phonedata/AreaCodes.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/Program.h"
 
@@ -34,7 +35,8 @@ private:
     QGroupBox* makeFields();
     void chkUseVw_Click(bool checked);
     void cmdSpeicher_Click();
-    bool keepsFocus(const QLineEdit& field) const;
+    bool rejectCode(const QLineEdit& field) const;
+    bool sendCodes(const phonedata::AreaCodes& codes);
 
     Program& m_program;
     QCheckBox* m_chkUseVw;

@@ -12,7 +12,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -153,7 +152,7 @@ void fraDIV::setPicture(const Gauge& gauge, const QString& name)
 }
 
 /// What the phone didn't say has no picture either: one would be taken for a value.
-void fraDIV::show(const Gauge& gauge, bool isKnown, const QString& value)
+void fraDIV::showValue(const Gauge& gauge, bool isKnown, const QString& value)
 {
     gauge.picture->setVisible(isKnown);
     gauge.value->setText(isKnown ? value : u"?"_s);
@@ -167,20 +166,14 @@ void fraDIV::run(Command command)
 
 void fraDIV::DisplayRefresh()
 {
-    const QPointer<fraDIV> self(this);
-    toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const toolkit::BusyScope busy(&busyWindow);
-    if (!askIdentity() || !self)
+    const toolkit::BusyScope busy(&m_parts.busy);
+    if (!askIdentity())
         return;
     const int phoneType = m_parts.program.context.sy.PhoneType;
     const bool hasGauges = link::hasGauges(phoneType);
     if (hasGauges) {
         showSignal();
-        if (!self)
-            return;
         showBattery();
-        if (!self)
-            return;
     }
     for (const Gauge& gauge : {m_signal, m_battery})
         m_device->setRowVisible(gauge.line, hasGauges);
@@ -188,8 +181,7 @@ void fraDIV::DisplayRefresh()
         askClock();
     else
         showClockUnsupported();
-    if (self)
-        m_parts.progress.status(u"Bereit."_s);
+    m_parts.progress.status(u"Bereit."_s);
 }
 
 /// Steps 1 to 4, each of which ends the refresh where it fails.
@@ -199,7 +191,7 @@ bool fraDIV::askIdentity()
     {
         QStringView step;
         bool (*ask)(link::Line& line, QString& text);
-        QPointer<QLabel> label;
+        QLabel* label;
     };
     const Query queries[] = {
         {u"Abfrage Hersteller...", link::GetManufacturer, m_lblHersteller},
@@ -208,11 +200,9 @@ bool fraDIV::askIdentity()
         {u"Abfrage Seriennummer...", link::GetSerialNumber, m_lblSerNr},
     };
     for (const Query& query : queries) {
-        if (!query.label)
-            return false;
         m_parts.progress.status(query.step.toString());
         QString text;
-        if (!query.ask(m_parts.program.line, text) || !query.label)
+        if (!query.ask(m_parts.program.line, text))
             return false;
         query.label->setText(text);
     }
@@ -221,37 +211,29 @@ bool fraDIV::askIdentity()
 
 void fraDIV::showSignal()
 {
-    const QPointer<fraDIV> self(this);
     m_parts.progress.status(u"Abfrage Feldstärke..."_s);
     const link::SignalQuality quality = link::GetSignalQuality(m_parts.program.line);
-    if (!self)
-        return;
     if (const int picture = pictureOf(signalSteps, quality.gauge); picture >= 0)
         setPicture(m_signal, u"signal%1"_s.arg(picture));
-    show(m_signal, !quality.text.isEmpty(), quality.text);
+    showValue(m_signal, !quality.text.isEmpty(), quality.text);
 }
 
 void fraDIV::showBattery()
 {
-    const QPointer<fraDIV> self(this);
     m_parts.progress.status(u"Abfrage Akku..."_s);
     int percent = 0;
     const bool isKnown = link::GetBattery(m_parts.program.line, percent);
-    if (!self)
-        return;
     if (const int picture = pictureOf(batterySteps, percent); picture >= 0)
         setPicture(m_battery, u"battery%1"_s.arg(picture));
-    show(m_battery, isKnown, u"%1%"_s.arg(percent));
+    showValue(m_battery, isKnown, u"%1%"_s.arg(percent));
 }
 
 void fraDIV::askClock()
 {
-    const QPointer<fraDIV> self(this);
     m_parts.progress.status(u"Abfrage Uhrzeit..."_s);
     QDateTime phone;
     const bool isKnown = link::GetPhoneTime(m_parts.program.line, phone);
-    if (self)
-        showClocks(isKnown, phone);
+    showClocks(isKnown, phone);
 }
 
 void fraDIV::showClocks(bool isKnown, const QDateTime& phone)
@@ -273,16 +255,12 @@ void fraDIV::showClockUnsupported()
 
 void fraDIV::cmdUhrSync_Click()
 {
-    const QPointer<fraDIV> self(this);
-    toolkit::BusyWindow& busyWindow = m_parts.busy;
-    const toolkit::BusyScope busy(&busyWindow);
+    const toolkit::BusyScope busy(&m_parts.busy);
     if (!link::SetPhoneTime(m_parts.program.line))
         return;
     m_parts.program.context.clock.WaitSeconds(0.5);
-    if (self)
-        askClock();
-    if (self)
-        m_parts.progress.status(u"Bereit."_s);
+    askClock();
+    m_parts.progress.status(u"Bereit."_s);
 }
 
 } // namespace kalmo::ui

@@ -40,7 +40,7 @@ private:
     Gauge makeGauge(const QString& captionName, const QString& caption, const QString& pictureName,
                     const QString& valueName);
     void setPicture(const Gauge& gauge, const QString& name);
-    void show(const Gauge& gauge, bool isKnown, const QString& value);
+    void showValue(const Gauge& gauge, bool isKnown, const QString& value);
     bool askIdentity();
     void showSignal();
     void showBattery();

@@ -10,7 +10,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPointer>
 #include <QVBoxLayout>
 
 namespace kalmo::ui {
@@ -94,19 +93,13 @@ void fraSounds::run(Command command)
 
 void fraSounds::load()
 {
-    const QPointer<fraSounds> self(this);
     toolkit::Clock& clock = m_parts.program.context.clock;
     const toolkit::BusyScope busy(&m_parts.busy);
     clock.WaitSeconds(pauseAhead);
-    if (!self)
-        return;
     phonedata::ReadSoundList(job(), *m_sounds);
-    if (!self)
-        return;
     fillTones(); // the built-in ones at least, which the settings can name without the list
     clock.WaitSeconds(pauseBetween);
-    if (self)
-        readSettings();
+    readSettings();
 }
 
 void fraSounds::fillTones()
@@ -124,12 +117,9 @@ void fraSounds::fillTones()
 
 void fraSounds::readSettings()
 {
-    const QPointer<fraSounds> self(this);
     phonedata::ReadSoundSettings(
-        job(), [self](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
-            if (!self)
-                return;
-            const Event& widgets = self->m_events[static_cast<size_t>(event)];
+        job(), [this](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
+            const Event& widgets = m_events[static_cast<size_t>(event)];
             widgets.volume->setCurrentIndex(setting.volume - 1);
             widgets.tone->setCurrentText(toneName);
         });
@@ -144,12 +134,10 @@ void fraSounds::choose(SoundEvent event)
         readSettings();
         return;
     }
-    const QPointer<fraSounds> self(this);
     const toolkit::BusyScope busy(&m_parts.busy);
     phonedata::SetSound(job(), event, tone, volume);
     m_parts.program.context.clock.WaitSeconds(pauseBehindSetting);
-    if (self)
-        readSettings();
+    readSettings();
 }
 
 } // namespace kalmo::ui

@@ -8,7 +8,6 @@
 #include "ui/window/Notices.h"
 
 #include <QDir>
-#include <QPointer>
 
 namespace kalmo::ui {
 
@@ -110,9 +109,8 @@ phonedata::StoreJob ClassicList::job() const
 
 void ClassicList::read()
 {
-    const QPointer<ClassicList> self(this);
     const CommandResult result = phonedata::readCommand(job(), m_store);
-    if (!self || result != CommandResult::Done)
+    if (result != CommandResult::Done)
         return;
     m_isRead = true;
     Q_EMIT becameClean();
@@ -120,12 +118,9 @@ void ClassicList::read()
 
 void ClassicList::write()
 {
-    const QPointer<ClassicList> self(this);
     m_isWriting = true;
     const toolkit::BusyScope busy(&m_parts.busy);
     const CommandResult result = phonedata::writeCommand(job(), m_store);
-    if (!self)
-        return;
     m_isWriting = false;
     if (result == CommandResult::Done)
         Q_EMIT becameClean();

@@ -28,18 +28,18 @@ bool hasProviders(int phoneType)
 }
 
 constexpr std::array<NodeRow, 12> nodeTable = {{
-    {u"PHONE", u"Telefon", u"tel", u"", always},
-    {u"TB", u"Telefonbuch", u"tb", u"PHONE", always},
-    {u"VW", u"Vorwahlen", u"Vw", u"TB", link::hasAreaCodes},
-    {u"FFS", u"Dateisystem", u"ffs", u"PHONE", link::hasFileSystem},
-    {u"NE", u"Provider", u"ne", u"PHONE", hasProviders},
-    {u"SOUND", u"Klingeltöne", u"Sounds", u"PHONE", link::hasRingtoneSettings},
-    {u"DIV", u"Diverses", u"div", u"PHONE", always},
-    {u"SETUP", u"Kalmo Einstellungen", u"setup", u"", always},
-    {u"SPONSOR", u"Sponsoren", u"sponsor", u"", always},
-    {u"SPONSOR_ORV", u"Orvane", u"sponsor", u"SPONSOR", always},
-    {u"SPONSOR_NORVA", u"Norva", u"sponsor", u"SPONSOR", always},
-    {u"BT", u"Bluetooth Hinweis", u"BT", u"", always},
+    {nodes::Phone, u"Telefon", u"tel", u"", always},
+    {nodes::Phonebook, u"Telefonbuch", u"tb", nodes::Phone, always},
+    {nodes::AreaCodes, u"Vorwahlen", u"Vw", nodes::Phonebook, link::hasAreaCodes},
+    {nodes::Files, u"Dateisystem", u"ffs", nodes::Phone, link::hasFileSystem},
+    {nodes::Providers, u"Provider", u"ne", nodes::Phone, hasProviders},
+    {nodes::Sounds, u"Klingeltöne", u"Sounds", nodes::Phone, link::hasRingtoneSettings},
+    {nodes::Diverse, u"Diverses", u"div", nodes::Phone, always},
+    {nodes::Settings, u"Kalmo Einstellungen", u"setup", u"", always},
+    {nodes::Sponsors, u"Sponsoren", u"sponsor", u"", always},
+    {nodes::SponsorOrvane, u"Orvane", u"sponsor", nodes::Sponsors, always},
+    {nodes::SponsorNorva, u"Norva", u"sponsor", nodes::Sponsors, always},
+    {nodes::Bluetooth, u"Bluetooth Hinweis", u"BT", u"", always},
 }};
 
 } // namespace

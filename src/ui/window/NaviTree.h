@@ -4,6 +4,22 @@
 
 namespace kalmo::ui {
 
+/// Keys of the nodes.
+namespace nodes {
+inline constexpr QStringView Phone = u"PHONE";
+inline constexpr QStringView Phonebook = u"TB";
+inline constexpr QStringView AreaCodes = u"VW";
+inline constexpr QStringView Files = u"FFS";
+inline constexpr QStringView Providers = u"NE";
+inline constexpr QStringView Sounds = u"SOUND";
+inline constexpr QStringView Diverse = u"DIV";
+inline constexpr QStringView Settings = u"SETUP";
+inline constexpr QStringView Sponsors = u"SPONSOR";
+inline constexpr QStringView SponsorOrvane = u"SPONSOR_ORV";
+inline constexpr QStringView SponsorNorva = u"SPONSOR_NORVA";
+inline constexpr QStringView Bluetooth = u"BT";
+} // namespace nodes
+
 /// What a node of the navigation shows. Nodes of the table's order; a child comes after its parent.
 struct NodeRow
 {

@@ -61,16 +61,16 @@ void Reminders::showKind(Kind kind)
 {
     m_shown.removeAll(kind);
     m_shown.append(kind);
-    update();
+    showFront();
 }
 
 void Reminders::hideKind(Kind kind)
 {
     m_shown.removeAll(kind);
-    update();
+    showFront();
 }
 
-void Reminders::update()
+void Reminders::showFront()
 {
     setVisible(!m_shown.isEmpty());
     if (!m_shown.isEmpty())

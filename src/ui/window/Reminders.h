@@ -28,7 +28,7 @@ public:
 
 private:
     void addFrame(const QString& name, const QString& picture, const QString& caption, const QString& text);
-    void update();
+    void showFront();
 
     QStackedLayout* m_place;
     QList<Kind> m_shown; // the last one is in front

@@ -1,6 +1,7 @@
 #include "ui/window/SectionGuard.h"
 
 #include "app/SettingsKeys.h"
+#include "ui/window/NaviTree.h"
 
 #include <array>
 
@@ -23,13 +24,13 @@ struct GuardRow
 constexpr std::array<int, 2> never = {-1, -1};
 
 constexpr std::array<GuardRow, 7> guardTable = {{
-    {u"TB", {SectionProviders, -1}, never},
-    {u"NE", never, {SectionPhonebook, -1}},
-    {u"DIV", {SectionPhonebook, SectionProviders}, {SectionPhonebook, SectionProviders}},
-    {u"SOUND", {SectionPhonebook, SectionProviders}, {SectionPhonebook, SectionProviders}},
-    {u"SPONSOR", {SectionProviders, -1}, {SectionPhonebook, -1}},
+    {nodes::Phonebook, {SectionProviders, -1}, never},
+    {nodes::Providers, never, {SectionPhonebook, -1}},
+    {nodes::Diverse, {SectionPhonebook, SectionProviders}, {SectionPhonebook, SectionProviders}},
+    {nodes::Sounds, {SectionPhonebook, SectionProviders}, {SectionPhonebook, SectionProviders}},
+    {nodes::Sponsors, {SectionProviders, -1}, {SectionPhonebook, -1}},
     {u"SPONSOR_", {SectionProviders, -1}, {SectionPhonebook, -1}},
-    {u"SETUP", {SectionProviders, -1}, {SectionPhonebook, -1}},
+    {nodes::Settings, {SectionProviders, -1}, {SectionPhonebook, -1}},
 }};
 
 struct WayBack
@@ -39,10 +40,10 @@ struct WayBack
 };
 
 constexpr std::array<WayBack, 4> waysBack = {{
-    {SectionPhonebook, u"TB"},
-    {SectionProviders, u"NE"},
+    {SectionPhonebook, nodes::Phonebook},
+    {SectionProviders, nodes::Providers},
     {SectionSponsor, u"ORVANE"}, // no node of the tree: from there the selection stays where it is
-    {SectionDiverse, u"DIV"},
+    {SectionDiverse, nodes::Diverse},
 }};
 
 const GuardRow* guardOf(const QString& key)

@@ -3,27 +3,38 @@
 #include "link/PhoneModels.h"
 #include "ui/window/SectionGuard.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace kalmo::ui {
 
 namespace {
 
-/// What one section offers: the commands whose letters stand in `offered`, in the order read, write, edit,
-/// delete, new, open, save, refresh, export, import.
-struct EnablingRow
+using Commands = std::initializer_list<Command>;
+
+/// A list that is edited here and written as a whole.
+constexpr Commands wholeList = {Command::Read, Command::Write,  Command::New,
+                                Command::Edit, Command::Delete, Command::Open,
+                                Command::Save, Command::Export, Command::Import};
+/// A list whose every change goes to the phone at once.
+constexpr Commands singleEntries = {Command::New,  Command::Edit, Command::Delete, Command::Refresh,
+                                    Command::Open, Command::Save, Command::Export, Command::Import};
+constexpr Commands queries = {Command::Refresh};
+
+Commands offeredIn(int mode, int phoneType)
 {
-    int mode;
-    int kind; ///< 0 for all families, 1 for classic ones, 2 for those with vCards
-    QStringView offered;
-};
-
-constexpr EnablingRow enablingTable[] = {
-    {ModePhonebook, 1, u"TTTTTTTFTT"}, {ModePhonebook, 2, u"FFTTTTTTTT"}, {ModeProviders, 0, u"TTTTTTTFTT"},
-    {ModeSounds, 0, u"FFFFFFFTFF"},    {ModeDiverse, 0, u"FFFFFFFTFF"},   {ModeSponsor, 0, u"FFFFFFFFFF"},
-};
-
-constexpr Command enablingOrder[] = {Command::Read,   Command::Write, Command::Edit, Command::Delete,
-                                     Command::New,    Command::Open,  Command::Save, Command::Refresh,
-                                     Command::Export, Command::Import};
+    switch (mode) {
+    case ModePhonebook:
+        return link::hasVcards(phoneType) ? singleEntries : wholeList;
+    case ModeProviders:
+        return wholeList;
+    case ModeSounds:
+    case ModeDiverse:
+        return queries;
+    default:
+        return {};
+    }
+}
 
 } // namespace
 
@@ -48,16 +59,8 @@ const QList<CommandRow>& commandTable()
 
 bool isOffered(Command command, int mode, int phoneType)
 {
-    const int kind = link::hasVcards(phoneType) ? 2 : 1;
-    for (const EnablingRow& row : enablingTable) {
-        if (row.mode != mode || (row.kind != 0 && row.kind != kind))
-            continue;
-        for (qsizetype place = 0; place < row.offered.size(); ++place) {
-            if (enablingOrder[place] == command)
-                return row.offered[place] == u'T';
-        }
-    }
-    return command == Command::Help;
+    const Commands offered = offeredIn(mode, phoneType);
+    return command == Command::Help || std::find(offered.begin(), offered.end(), command) != offered.end();
 }
 
 const PopupMenu& mnuOpen()

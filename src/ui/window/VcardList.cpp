@@ -8,8 +8,6 @@
 #include "ui/forms/frmVorwahl.h"
 #include "ui/window/Notices.h"
 
-#include <QPointer>
-
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -66,16 +64,9 @@ void VcardList::run(Command command)
 
 void VcardList::refresh()
 {
-    const QPointer<VcardList> self(this);
-    // The store outlives the window if that goes in the middle.
-    const std::shared_ptr<phonedata::VcardStore> store = m_store;
-    const auto editAreaCodes = [self](const QString& answer) {
-        if (self)
-            self->showAreaCodeDialog(answer);
-    };
-    phonedata::refreshContacts(*store, m_parts.progress, &m_parts.busy, editAreaCodes);
-    if (self)
-        m_isRead = true;
+    const auto editAreaCodes = [this](const QString& answer) { showAreaCodeDialog(answer); };
+    phonedata::refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
+    m_isRead = true;
 }
 
 void VcardList::forget()
@@ -107,8 +98,7 @@ void VcardList::deleteSelected()
 {
     if (m_rows->selectedRows().isEmpty())
         return;
-    const std::shared_ptr<phonedata::VcardStore> store = m_store;
-    store->VcfDeleteSelected(m_parts.progress);
+    m_store->VcfDeleteSelected(m_parts.progress);
 }
 
 void VcardList::save()
@@ -129,25 +119,22 @@ void VcardList::save()
 
 void VcardList::editAreaCodes()
 {
-    const QPointer<VcardList> self(this);
     QString answer;
     {
         const toolkit::BusyScope busy(&m_parts.busy);
         phonedata::ReadAreaCodes(m_parts.program.line, m_parts.progress.panel, answer);
     }
-    if (self && !answer.isEmpty())
+    if (!answer.isEmpty())
         showAreaCodeDialog(answer);
 }
 
 void VcardList::showAreaCodeDialog(const QString& answer)
 {
-    const QPointer<QWidget> window = m_parts.window;
-    window->hide();
-    frmVorwahl form(m_parts.program, window);
+    m_parts.window->hide();
+    frmVorwahl form(m_parts.program, m_parts.window);
     form.Form_Present(answer);
     form.exec();
-    if (window)
-        window->show();
+    m_parts.window->show();
 }
 
 } // namespace kalmo::ui

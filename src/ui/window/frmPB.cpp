@@ -84,14 +84,13 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
     new SecretWords(this, [this] { return m_sta->isBusy(); });
-    goTo(u"SPONSOR"_s);
+    goTo(nodes::Sponsors.toString());
 }
 
 frmPB::~frmPB()
 {
-    Q_ASSERT(!m_sta->isBusy());
-    if (m_mmc)
-        m_mmc->abandon();
+    Q_ASSERT(!m_sta->isBusy() && !m_program.line.isWaiting());
+    m_mmc->abandon();
 }
 
 void frmPB::makePanels()
@@ -199,7 +198,7 @@ void frmPB::makeMenuBar()
     auto* sections = menuBar()->addMenu(u"&Gehe zu"_s);
     int number = 0;
     for (const NodeRow& row : navigationNodes(m_program.context.sy.PhoneType)) {
-        if (row.key == u"PHONE"_s || row.parent == u"SPONSOR"_s)
+        if (row.key == nodes::Phone || row.parent == nodes::Sponsors)
             continue;
         QAction* go = sections->addAction(icon(row.icon.toString()), row.caption.toString());
         go->setShortcut(QKeySequence(u"Alt+%1"_s.arg(++number)));

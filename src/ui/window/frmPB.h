@@ -28,9 +28,11 @@ class StatusArea;
 
 /// The main window: the navigation on the left, one section's panel on the right, the commands above and the
 /// status bar below. It opens on the sponsors, and talks to the phone as the user goes from section to
-/// section. While it does, everything but the cancel button is blocked, and closing waits for the end: the
-/// window outlives its operations, and with it the status area that they free and the parent of their
-/// dialogs.
+/// section. While it does, everything but the cancel button is blocked, and closing waits for the end.
+///
+/// It outlives its operations, and so does everything that it owns: panels, lists, dialogs, the client.
+/// StartFlow alone destroys it, and only while nothing runs. So after an operation, a wait or a box nobody
+/// checks that the window is still there. The destructors of the window and of WindowBusy assert it.
 class frmPB : public QMainWindow
 {
     Q_OBJECT
@@ -104,12 +106,17 @@ private:
     bool regainLine();
     bool passesGuard(const QString& key);
     void SelectPreviousNode();
-    void enterPhonebook();
-    void enterProviders();
+    void enterSection(const QString& key);
+    void enterPhonebook(const QString& key);
+    void enterProviders(const QString& key);
+    void enterDiverse(const QString& key);
+    void enterSounds(const QString& key);
     void enterPanel(const QString& key, QWidget* panel, int mode, int section);
     void enterSponsor(const QString& key);
-    void enterFiles();
-    void enterSettings();
+    void enterFiles(const QString& key);
+    void enterSettings(const QString& key);
+    void enterAreaCodes(const QString& key);
+    void showBluetoothHelp(const QString& key);
     void setMode(int mode, int section);
     void showPanel(QWidget* panel, const QString& node);
     void selectShownNode();

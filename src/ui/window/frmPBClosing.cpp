@@ -9,7 +9,6 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QTimer>
 
 namespace kalmo::ui {
@@ -57,10 +56,7 @@ void frmPB::closeEvent(QCloseEvent* event)
     if (!mayLoseChanges(closingText))
         return;
     m_isClosing = true;
-    const QPointer<frmPB> self(this);
     closeChannel();
-    if (!self)
-        return;
     cleanUp();
     m_isClosed = true;
     hide();
@@ -134,11 +130,9 @@ bool frmPB::saveUnwritten()
 /// port that is gone there is nothing to close, once the client knows.
 bool frmPB::closeChannel()
 {
-    const QPointer<frmPB> self(this);
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    const bool isThere = m_program.line.port().IsOpen() || mmc->IsOnline() == obex::clsMmc::Connected;
-    const bool isClosed = !isInDataMode() || !isThere || mmc->Offline(m_parts.progress);
-    if (!self || !isClosed)
+    const bool isThere = m_program.line.port().IsOpen() || m_mmc->IsOnline() == obex::clsMmc::Connected;
+    const bool isClosed = !isInDataMode() || !isThere || m_mmc->Offline(m_parts.progress);
+    if (!isClosed)
         return false;
     m_reminders->hideKind(Reminders::CloseFfs);
     m_reminders->showKind(Reminders::NoMenu);

@@ -13,8 +13,9 @@
 #include "ui/window/StatusArea.h"
 
 #include <QMenu>
-#include <QPointer>
 #include <QToolBar>
+
+#include <algorithm>
 
 namespace kalmo::ui {
 
@@ -51,39 +52,37 @@ void frmPB::goTo(const QString& key)
 void frmPB::tvwNavi_NodeClick(const QString& key)
 {
     const bool areFilesOpen = isFilesInFront() && m_mmc->IsOnline() == obex::clsMmc::Connected;
-    if (m_sta->isBusy() || (areFilesOpen && key == u"FFS"_s))
+    if (m_sta->isBusy() || (areFilesOpen && key == nodes::Files))
         return;
-    const QPointer<frmPB> self(this);
     const bool leaves = m_guard.ActiveSection == SectionFiles || isInDataMode();
     const bool isStuck = leaves && !leaveFiles();
-    if (!self)
-        return;
     m_panels->hidePanel(m_fraFFS);
     if (!passesGuard(key))
         return;
     m_isStuck = isStuck;
-    if (key == u"TB"_s)
-        enterPhonebook();
-    else if (key == u"NE"_s)
-        enterProviders();
-    else if (key == u"DIV"_s)
-        enterPanel(key, m_fraDIV, ModeDiverse, SectionDiverse);
-    else if (key == u"SOUND"_s)
-        enterPanel(key, m_fraSounds, ModeSounds, m_guard.ActiveSection);
-    else if (key.startsWith(u"SPONSOR"_s))
-        enterSponsor(key);
-    else if (key == u"FFS"_s)
-        enterFiles();
-    else if (key == u"SETUP"_s)
-        enterSettings();
-    else if (key == u"BT"_s)
-        openHelp(helpTopicBluetooth);
-    else if (key == u"VW"_s && m_contacts && regainLine())
-        m_contacts->editAreaCodes();
-    if (self) {
-        m_isStuck = false;
-        selectShownNode();
-    }
+    enterSection(key);
+    m_isStuck = false;
+    selectShownNode();
+}
+
+void frmPB::enterSection(const QString& key)
+{
+    struct Entrance
+    {
+        QStringView node;
+        void (frmPB::*enter)(const QString& key);
+    };
+    static constexpr Entrance entrances[] = {
+        {nodes::Phonebook, &frmPB::enterPhonebook},  {nodes::Providers, &frmPB::enterProviders},
+        {nodes::Diverse, &frmPB::enterDiverse},      {nodes::Sounds, &frmPB::enterSounds},
+        {nodes::Sponsors, &frmPB::enterSponsor},     {nodes::SponsorOrvane, &frmPB::enterSponsor},
+        {nodes::SponsorNorva, &frmPB::enterSponsor}, {nodes::Files, &frmPB::enterFiles},
+        {nodes::Settings, &frmPB::enterSettings},    {nodes::Bluetooth, &frmPB::showBluetoothHelp},
+        {nodes::AreaCodes, &frmPB::enterAreaCodes},
+    };
+    const auto found = std::ranges::find(entrances, QStringView(key), &Entrance::node);
+    if (found != std::end(entrances))
+        (this->*found->enter)(key);
 }
 
 void frmPB::showPanel(QWidget* panel, const QString& node)
@@ -111,10 +110,8 @@ bool frmPB::isInDataMode() const
 /// The phone has to take AT commands again before anything else is asked of it.
 bool frmPB::leaveFiles()
 {
-    const QPointer<frmPB> self(this);
     const bool isClosed = closeChannel();
-    if (self)
-        m_reminders->showKind(Reminders::NoMenu);
+    m_reminders->showKind(Reminders::NoMenu);
     return isClosed;
 }
 
@@ -128,21 +125,17 @@ bool frmPB::regainLine()
         return leaveFiles();
     if (line.mode() == link::LineMode::Text || !line.port().IsOpen())
         return true;
-    const QPointer<frmPB> self(this);
     m_sta->offerCancel(true);
     const toolkit::BusyScope busy(&m_parts.busy);
     const bool isBack = obex::recoverLine(line, m_parts.progress);
-    if (!self)
-        return false;
     if (!isBack) {
         const bool isStopped = m_parts.progress.cancelled() || m_mmc->stopAsked();
         m_mmc->ErrMsg(isStopped               ? obex::Cancelled
                       : !line.port().IsOpen() ? obex::Timeout
                                               : obex::ChannelStuck);
     }
-    if (self)
-        m_sta->offerCancel(false);
-    return self && isBack;
+    m_sta->offerCancel(false);
+    return isBack;
 }
 
 /// Asks before unsaved changes are passed over. False leads back to where the user was.
@@ -164,17 +157,15 @@ bool frmPB::passesGuard(const QString& key)
 
 void frmPB::SelectPreviousNode()
 {
-    const QPointer<frmPB> self(this);
     m_guard.GuardSuppressed = true;
     goTo(m_guard.previousNode());
-    if (self)
-        m_guard.GuardSuppressed = false;
+    m_guard.GuardSuppressed = false;
 }
 
-void frmPB::enterPhonebook()
+void frmPB::enterPhonebook(const QString& key)
 {
     m_reminders->setShown(Reminders::Save, m_program.memory.TbDirty);
-    showPanel(m_contacts ? m_fraVCF : m_fraPBTB, u"TB"_s);
+    showPanel(m_contacts ? m_fraVCF : m_fraPBTB, key);
     setMode(ModePhonebook, SectionPhonebook);
     if (m_contacts && !m_contacts->isRead())
         press(Command::Refresh);
@@ -183,14 +174,24 @@ void frmPB::enterPhonebook()
     (m_contacts ? m_fraVCF : m_fraPBTB)->view().setFocus();
 }
 
-void frmPB::enterProviders()
+void frmPB::enterProviders(const QString& key)
 {
     m_reminders->setShown(Reminders::Save, m_program.memory.NeDirty);
-    showPanel(m_fraPBNE, u"NE"_s);
+    showPanel(m_fraPBNE, key);
     setMode(ModeProviders, SectionProviders);
     if (!m_providers->isRead())
         press(Command::Read);
     m_fraPBNE->view().setFocus();
+}
+
+void frmPB::enterDiverse(const QString& key)
+{
+    enterPanel(key, m_fraDIV, ModeDiverse, SectionDiverse);
+}
+
+void frmPB::enterSounds(const QString& key)
+{
+    enterPanel(key, m_fraSounds, ModeSounds, m_guard.ActiveSection);
 }
 
 void frmPB::enterPanel(const QString& key, QWidget* panel, int mode, int section)
@@ -210,26 +211,35 @@ void frmPB::enterSponsor(const QString& key)
     setMode(ModeSponsor, SectionSponsor);
 }
 
-void frmPB::enterFiles()
+void frmPB::enterFiles(const QString& key)
 {
-    const QPointer<frmPB> self(this);
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
-    showPanel(m_fraFFS, u"FFS"_s);
+    showPanel(m_fraFFS, key);
     m_guard.ActiveSection = SectionFiles;
-    if (m_isStuck || !mmc->Online(m_parts.progress) || !self)
+    if (m_isStuck || !m_mmc->Online(m_parts.progress))
         return;
     m_reminders->showKind(Reminders::CloseFfs);
     m_reminders->hideKind(Reminders::NoMenu);
     FFSMemAct();
-    if (self && !mmc->stopAsked())
+    if (!m_mmc->stopAsked())
         FfsListRefresh();
 }
 
-void frmPB::enterSettings()
+void frmPB::enterSettings(const QString&)
 {
     saveLayouts();
     hide();
     Q_EMIT settingsRequested();
+}
+
+void frmPB::showBluetoothHelp(const QString&)
+{
+    openHelp(helpTopicBluetooth);
+}
+
+void frmPB::enterAreaCodes(const QString&)
+{
+    if (m_contacts && regainLine())
+        m_contacts->editAreaCodes();
 }
 
 void frmPB::setMode(int mode, int section)
@@ -293,13 +303,12 @@ void frmPB::press(Command command)
     // A key of a list may ask for what its section does not offer now.
     if (m_sta->isBusy() || !m_actions[command]->isEnabled())
         return;
-    const QPointer<frmPB> self(this);
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
     if (needsLine(command) && !regainLine())
         return;
     runCommand(command);
-    if (self && interruptsFiles && !m_closeWanted)
-        enterFiles();
+    if (interruptsFiles && !m_closeWanted)
+        enterFiles(nodes::Files.toString());
 }
 
 void frmPB::runCommand(Command command)
@@ -307,12 +316,10 @@ void frmPB::runCommand(Command command)
     CommandTarget* target = m_targets.value(m_toolbarMode);
     if (!target)
         return;
-    const QPointer<frmPB> self(this);
     // Of the commands without OBEX reading alone can be stopped: a store half written is half lost.
     m_sta->offerCancel(command == Command::Read);
     target->run(command);
-    if (self)
-        m_sta->offerCancel(false);
+    m_sta->offerCancel(false);
 }
 
 /// The panel of files has a command of its own on that key, and two would cancel each other out.
