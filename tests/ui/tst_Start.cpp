@@ -223,6 +223,11 @@ void tst_Start::savesEverySetting()
     QCOMPARE(checks(), u"1101"_s);
 
     const QSignalSpy saved(&form, &ui::frmEinstellungen::saved);
+    form.setLeaveQuestion([&](bool) { // closing the data channel yields, and the user presses again
+        child<QPushButton>(form, "cmdOK").click();
+        form.close();
+        return form.isVisible();
+    });
     child<QCheckBox>(form, "chkAutoBackup").click();
     ports.setCurrentText(u"COM 1"_s);
     child<QPushButton>(form, "cmdOK").click();
