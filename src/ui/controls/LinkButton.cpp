@@ -1,5 +1,7 @@
 #include "ui/controls/LinkButton.h"
 
+#include "ui/controls/ReadableColour.h"
+
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
@@ -29,7 +31,10 @@ void LinkButton::paintEvent(QPaintEvent*)
     QFont font = painter.font();
     font.setUnderline(underMouse() && isEnabled());
     painter.setFont(font);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Link));
+    // Some desktops have dark windows and leave the links as dark as on white.
+    painter.setPen(isEnabled()
+                       ? readableOn(palette().color(QPalette::Link), palette().color(QPalette::Window))
+                       : palette().color(QPalette::Disabled, QPalette::Link));
     painter.drawText(rect().adjusted(margin, 0, 0, 0),
                      static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic), text());
     if (!hasFocus())

@@ -23,7 +23,9 @@ QString wordsFor(qsizetype left)
 RoomLeft::RoomLeft(QLineEdit& field) : QObject(&field), m_field(field), m_label(new QLabel(&field))
 {
     m_label->setObjectName(field.objectName() + u"_left"_s);
-    m_label->setForegroundRole(QPalette::PlaceholderText);
+    QFont font = m_label->font();
+    font.setItalic(true);
+    m_label->setFont(font);
     m_label->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_label->hide();
     field.installEventFilter(this);

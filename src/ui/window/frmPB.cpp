@@ -253,7 +253,8 @@ void frmPB::layOut()
     column->addWidget(m_reminders);
     setCentralWidget(central);
     setStatusBar(m_sta);
-    m_sta->setBlocked({central, m_tlb, menuBar()});
+    // The reminders below stay readable just while the phone is busy.
+    m_sta->setBlocked({m_splitter, m_tlb, menuBar()});
     m_sta->setText(u"Bereit."_s);
     m_tvwNavi->setFocus();
 }

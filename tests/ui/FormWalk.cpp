@@ -1,0 +1,206 @@
+#include "ui/FormWalk.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QHash>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTest>
+#include <QToolButton>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace kalmo::tests {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double leastContrast = 4.5;
+
+QString described(const QWidget& widget)
+{
+    return u"%1 %2"_s.arg(QString::fromLatin1(widget.metaObject()->className()), widget.objectName());
+}
+
+QString textOf(const QWidget& widget)
+{
+    if (const auto* box = qobject_cast<const QGroupBox*>(&widget))
+        return box->title();
+    const bool showsText =
+        qobject_cast<const QLabel*>(&widget) || qobject_cast<const QAbstractButton*>(&widget);
+    return showsText ? widget.property("text").toString() : QString();
+}
+
+QList<QWidget*> shownWidgets(const QWidget& form)
+{
+    QList<QWidget*> shown;
+    for (QWidget* widget : form.findChildren<QWidget*>()) {
+        if (widget->isVisibleTo(&form) && widget->window() == &form)
+            shown.append(widget);
+    }
+    return shown;
+}
+
+bool takesTab(const QWidget& widget)
+{
+    return widget.isEnabled() && widget.focusPolicy() & Qt::TabFocus && !widget.focusProxy();
+}
+
+/// Radio buttons share one stop, and inner parts of a control belong to it.
+bool isOwnStop(const QWidget& widget)
+{
+    return takesTab(widget) && !widget.inherits("QRadioButton") && !widget.objectName().startsWith(u"qt_"_s);
+}
+
+double luminance(QRgb colour)
+{
+    const auto part = [](int value) {
+        const double share = value / 255.0;
+        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(qRed(colour)) + 0.7152 * part(qGreen(colour)) + 0.0722 * part(qBlue(colour));
+}
+
+double contrast(QRgb one, QRgb other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// The strongest contrast with the commonest colour of a picture: that of a letter's core with its ground.
+double strongestContrast(const QImage& picture)
+{
+    std::vector<QRgb> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        pixels.insert(pixels.end(), line, line + picture.width());
+    }
+    std::sort(pixels.begin(), pixels.end());
+    std::vector<std::pair<std::ptrdiff_t, QRgb>> colours; // how often, and which
+    for (auto first = pixels.begin(); first != pixels.end();) {
+        const auto last = std::upper_bound(first, pixels.end(), *first);
+        colours.emplace_back(last - first, *first);
+        first = last;
+    }
+    if (colours.empty())
+        return 1;
+    const QRgb ground = std::max_element(colours.begin(), colours.end())->second;
+    double strongest = 1;
+    for (const auto& [count, colour] : colours)
+        strongest = std::max(strongest, contrast(colour, ground));
+    return strongest;
+}
+
+/// Goes once around by Tab or Shift+Tab and returns what had the focus.
+QSet<QWidget*> stops(QWidget& form, Qt::KeyboardModifiers modifiers)
+{
+    QSet<QWidget*> reached;
+    for (int step = 0; step < 500; ++step) {
+        QWidget* focus = QApplication::focusWidget();
+        if (!focus || reached.contains(focus))
+            return reached;
+        reached.insert(focus);
+        QTest::keyClick(&form, modifiers ? Qt::Key_Backtab : Qt::Key_Tab, modifiers);
+    }
+    return reached;
+}
+
+} // namespace
+
+QStringList unnamedControls(const QWidget& form)
+{
+    QStringList faults;
+    for (QWidget* widget : shownWidgets(form)) {
+        if (!isOwnStop(*widget))
+            continue;
+        const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
+        if (!seen || seen->role() == QAccessible::NoRole)
+            faults.append(u"no role: "_s + described(*widget));
+        else if (seen->text(QAccessible::Name).trimmed().isEmpty())
+            faults.append(u"no name: "_s + described(*widget));
+    }
+    return faults;
+}
+
+QStringList sharedMnemonics(const QWidget& form)
+{
+    QHash<QString, QString> claimed;
+    QStringList faults;
+    const auto claim = [&](const QString& text, const QString& who) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (key.isEmpty())
+            return;
+        if (claimed.contains(key))
+            faults.append(u"%1: %2 and %3"_s.arg(key, claimed[key], who));
+        claimed[key] = who;
+    };
+    for (const QWidget* widget : shownWidgets(form)) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if (widget->isEnabled() && (!label || label->buddy()))
+            claim(textOf(*widget), described(*widget));
+        if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) {
+            for (const QAction* menu : bar->actions())
+                claim(menu->text(), menu->text());
+        }
+    }
+    return faults;
+}
+
+QStringList unreachableControls(QWidget& form)
+{
+    QStringList faults;
+    for (const auto modifiers : {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::ShiftModifier)}) {
+        const QSet<QWidget*> reached = stops(form, modifiers);
+        for (QWidget* widget : shownWidgets(form)) {
+            if (isOwnStop(*widget) && !reached.contains(widget))
+                faults.append(
+                    u"%1 does not reach %2"_s.arg(modifiers ? u"Shift+Tab"_s : u"Tab"_s, described(*widget)));
+        }
+    }
+    return faults;
+}
+
+QStringList paleTexts(QWidget& form)
+{
+    QStringList faults;
+    const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    for (const QWidget* widget : shownWidgets(form)) {
+        const bool isField =
+            qobject_cast<const QLineEdit*>(widget) && !widget->property("text").toString().isEmpty();
+        if (!widget->isEnabled() || (!isField && textOf(*widget).trimmed().isEmpty()))
+            continue;
+        const QRect place(widget->mapTo(&form, QPoint(0, 0)) * picture.devicePixelRatio(),
+                          widget->size() * picture.devicePixelRatio());
+        const double measured = strongestContrast(picture.copy(place.intersected(picture.rect())));
+        if (measured < leastContrast)
+            faults.append(u"%1: %2 \"%3\""_s.arg(QString::number(measured, 'f', 1), described(*widget),
+                                                 textOf(*widget)));
+    }
+    return faults;
+}
+
+QStringList cutTexts(const QWidget& form)
+{
+    QStringList faults;
+    for (const QWidget* widget : shownWidgets(form)) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if (textOf(*widget).isEmpty() || qobject_cast<const QGroupBox*>(widget) ||
+            widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
+            continue;
+        const bool wraps = label && label->wordWrap();
+        const QSize needed =
+            wraps ? QSize(0, label->heightForWidth(label->width())) : widget->minimumSizeHint();
+        if (widget->width() < needed.width() || widget->height() < needed.height())
+            faults.append(u"cut: %1 \"%2\""_s.arg(described(*widget), textOf(*widget)));
+    }
+    return faults;
+}
+
+} // namespace kalmo::tests

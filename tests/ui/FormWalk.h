@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+namespace kalmo::tests {
+
+/// Each of these walks a form that is shown, and returns one line for each fault, none where the form is
+/// fine.
+
+/// Controls that take keys and have no name, or no role, for the accessibility bus.
+QStringList unnamedControls(const QWidget& form);
+
+/// Letters that two labels, buttons or menus claim by Alt at the same time.
+QStringList sharedMnemonics(const QWidget& form);
+
+/// Controls that the Tab key does not reach, in either direction. The form must be the active window.
+QStringList unreachableControls(QWidget& form);
+
+/// Texts whose contrast with what they are painted on is below 4.5, the ratio that WCAG 2.1 asks for.
+/// Controls that are disabled are passed over, as there.
+QStringList paleTexts(QWidget& form);
+
+/// Labels and buttons that have less room than their text needs, and controls that lie over each other.
+QStringList cutTexts(const QWidget& form);
+
+} // namespace kalmo::tests

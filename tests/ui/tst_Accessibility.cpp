@@ -1,0 +1,156 @@
+// Every form, for those who use a keyboard, a screen reader, large letters or dark colours.
+
+#include "phonedata/VcardStore.h"
+#include "ui/forms/frmEinstellungen.h"
+#include "ui/forms/frmNEentry.h"
+#include "ui/forms/frmTBentry.h"
+#include "ui/forms/frmVCFneu.h"
+#include "ui/forms/frmVorwahl.h"
+#include "ui/FormWalk.h"
+#include "ui/help/HelpWindow.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QTest>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A program with one of its forms, and what keeps it alive.
+struct Shown
+{
+    explicit Shown(const QString& model) : made(model)
+    {
+        made.test.clock.runToolkitEvents(true);
+        mmc = std::make_shared<obex::clsMmc>(made.line);
+    }
+
+    TestProgram made;
+    std::shared_ptr<obex::clsMmc> mmc;
+    std::unique_ptr<toolkit::ListRows> rows;
+    std::unique_ptr<QWidget> form;
+};
+
+using Maker = void (*)(Shown& shown);
+
+template <typename Form>
+void makeClassicForm(Shown& shown)
+{
+    shown.rows =
+        std::is_same_v<Form, ui::frmTBentry> ? phonedata::makePhonebookRows() : phonedata::makeProviderRows();
+    shown.form = std::make_unique<Form>(shown.made.program, *shown.rows);
+    for (auto* box : shown.form->template findChildren<QCheckBox*>())
+        box->setChecked(true);
+}
+
+void makeContactForm(Shown& shown)
+{
+    shown.rows = phonedata::makeVcfRows();
+    auto store = std::make_shared<phonedata::VcardStore>(shown.mmc, *shown.rows);
+    shown.form = std::make_unique<ui::frmVCFneu>(shown.made.program, std::move(store));
+    child<QCheckBox>(*shown.form, "chkGebu").setChecked(true);
+}
+
+void makeAreaCodes(Shown& shown)
+{
+    auto form = std::make_unique<ui::frmVorwahl>(shown.made.program);
+    form->Form_Present(u"\"00\",\"49\",\"0\",\"30\""_s);
+    shown.form = std::move(form);
+}
+
+void makeSettings(Shown& shown)
+{
+    shown.form = std::make_unique<ui::frmEinstellungen>(shown.made.program);
+}
+
+void makeHelp(Shown& shown)
+{
+    shown.form = std::make_unique<ui::HelpWindow>();
+}
+
+void makeWindow(Shown& shown)
+{
+    shown.form = std::make_unique<ui::frmPB>(shown.made.program, shown.mmc);
+}
+
+struct Row
+{
+    const char* name;
+    QString model;
+    Maker make;
+    QString section = {}; ///< of the main window
+};
+
+const Row forms[] = {
+    {"classic entry", u"PICASSO"_s, makeClassicForm<ui::frmTBentry>},
+    {"provider", u"PICASSO"_s, makeClassicForm<ui::frmNEentry>},
+    {"contact", u"SL450HX"_s, makeContactForm},
+    {"area codes", u"SL450HX"_s, makeAreaCodes},
+    {"settings", u"SL450HX"_s, makeSettings},
+    {"help", u"SL450HX"_s, makeHelp},
+    {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},
+    {"classic phonebook", u"PICASSO"_s, makeWindow, u"TB"_s},
+    {"providers", u"PICASSO"_s, makeWindow, u"NE"_s},
+    {"ringtones", u"PICASSO"_s, makeWindow, u"SOUND"_s},
+    {"device data", u"PICASSO"_s, makeWindow, u"DIV"_s},
+    {"contacts", u"SL450HX"_s, makeWindow, u"TB"_s},
+    {"files", u"SL450HX"_s, makeWindow, u"FFS"_s},
+};
+
+QPalette darkColours()
+{
+    QPalette dark(QColor(49, 54, 59), QColor(42, 46, 50));
+    dark.setColor(QPalette::Base, QColor(35, 38, 41));
+    dark.setColor(QPalette::Text, QColor(252, 252, 252));
+    dark.setColor(QPalette::Highlight, QColor(61, 139, 205));
+    return dark;
+}
+
+} // namespace
+
+class Accessibility : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyForm_data();
+    void everyForm();
+};
+
+void Accessibility::everyForm_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<bool>("isDark");
+    for (int row = 0; row < static_cast<int>(std::size(forms)); ++row) {
+        for (const bool isDark : {false, true})
+            QTest::addRow("%s, %s", forms[row].name, isDark ? "dark" : "light") << row << isDark;
+    }
+}
+
+void Accessibility::everyForm()
+{
+    QFETCH(int, row);
+    QFETCH(bool, isDark);
+    QApplication::setPalette(isDark ? darkColours() : QPalette());
+    Shown shown(forms[row].model);
+    forms[row].make(shown);
+    QWidget& form = *shown.form;
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    if (auto* window = qobject_cast<ui::frmPB*>(&form))
+        window->goTo(forms[row].section);
+    if (!QApplication::focusWidget())
+        form.setFocus();
+    QStringList faults = paleTexts(form);
+    if (!isDark) // the rest does not depend on colours
+        faults += unnamedControls(form) + sharedMnemonics(form) + unreachableControls(form) + cutTexts(form);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+}
+
+QTEST_MAIN(Accessibility)
+#include "tst_Accessibility.moc"
