@@ -5,11 +5,14 @@ _kalmoctl()
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local options='--port --storage --log --yes -y --json --quiet -q --help -h --version'
     local words= files= index
+    local importValues='@(--for|--against|--separator|--quote|--reading|--encoding|--name|--number|--last-name|--first-name|--home|--mobile|--work|--email|--birthday|--time|--dates|--country|--outside-line|--outside-line-min|--numbers|--compose)'
+    local importSwitches='--keep-country --drop-zero --skip-heading --base-letters --no-birthdays --own-birthdays --fill-names --existing-by-number --no-existing --all --shorten --skip-too-long'
     local -a given=() # what stands ahead of the cursor and is neither an option nor its value
 
     for ((index = 1; index < COMP_CWORD; ++index)); do
         case ${COMP_WORDS[index]} in
             --port | --storage | --log | --output | -o | --to) ((++index)) ;;
+            $importValues) ((++index)) ;;
             -*) ;;
             *) given+=("${COMP_WORDS[index]}") ;;
         esac
@@ -21,9 +24,16 @@ _kalmoctl()
         --storage) files=folders ;;
         --log | --output | -o) files=all ;;
         --to) ;;
+        --for) words='classic vcard' ;;
+        --against) files='tel|csv|json' ;;
+        --separator) words='comma semicolon tab' ;;
+        --reading) words='auto simple csv' ;;
+        --encoding) words='auto ansi utf-8 utf-16' ;;
+        --dates) words='day-first month-first' ;;
+        $importValues) ;;
         *)
             case ${given[*]} in
-                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history undo recover' ;;
+                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history undo preview recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
                 phonebook) words='read write add set delete' ;;
                 providers) words='read write' ;;
@@ -45,6 +55,7 @@ _kalmoctl()
                 'phonebook write') options+=' --dry-run' files='tel|json' ;;
                 'providers write') options+=' --dry-run' files='prv|json' ;;
                 'phonebook write '* | 'providers write '*) options+=' --dry-run' ;;
+                preview*) options+=" ${importValues//[@()|]/ } $importSwitches" files='csv|txt|tel|wab|vcf' ;;
                 'phonebook add') files='csv|json' ;;
                 'phonebook set '*) [[ ${#given[@]} != 3 ]] || files='csv|json' ;;
             esac

@@ -38,12 +38,24 @@ struct Argument
     Count count = Count::One;
 };
 
+enum class EmptyValue { Refused, Allowed };
+
 struct Option
 {
-    QStringView name;   ///< "--output"
-    QStringView letter; ///< "-o", empty where there is none
-    QStringView value;  ///< what help calls its value; empty for a switch
-    QStringView help;
+    QStringView name;        ///< "--output"
+    QStringView letter = {}; ///< "-o", empty where there is none
+    QStringView value = {};  ///< what help calls its value; empty for a switch
+    QStringView help = {};
+    std::vector<QStringView> choices = {}; ///< the only values that are allowed; empty for any text
+    EmptyValue emptyValue = EmptyValue::Refused;
+};
+
+/// Options that several commands share, too many to name each in a line of usage.
+struct OptionGroup
+{
+    QStringView name;    ///< stands in usage for all options of the command
+    QStringView heading; ///< in help: "Import options"
+    std::vector<Option> options;
 };
 
 /// One command: all that parsing, help and completion know of it, and the function that runs it.
@@ -53,6 +65,7 @@ struct Command
     QStringView help;  ///< one line
     std::vector<Argument> arguments = {};
     std::vector<Option> options = {};
+    const OptionGroup* group = nullptr;    ///< further options
     QStringView details = {};              ///< more help, in whole lines
     bool (*fits)(int phoneType) = nullptr; ///< families of handsets that the command is for; null is all
     QStringView needs = {};                ///< the same in words: "a handset with ..."
@@ -60,6 +73,12 @@ struct Command
 };
 
 const std::vector<Command>& commandTable();
+
+/// The options of a command, those of its group too.
+std::vector<Option> optionsOf(const Command& command);
+
+/// Options of the commands that import.
+const OptionGroup& importOptionGroup();
 
 /// Options that every command has.
 const std::vector<Option>& globalOptions();

@@ -206,6 +206,16 @@ const std::vector<Command> table = {
      .details = u"Reads what the phone holds now, says what changes, and asks. An undo is a change like any\n"
                 u"other: it is recorded, and can be undone.\n",
      .run = runUndo},
+    {.words = u"preview",
+     .help = u"show what an import of a file would bring",
+     .arguments = {{u"FILE",
+                    u"a .csv, .txt or .tel file, or an address book: .wab, .vcf or a folder of .vcf"}},
+     .options =
+         {{u"--for", u"", u"KIND", u"the phonebook that it is for: classic or vcard", {u"classic", u"vcard"}},
+          {u"--against", u"", u"FILE", u"a saved list that stands in for the phone's"}},
+     .group = &importOptionGroup(),
+     .details = u"Needs no phone. Rows with an x would be imported.\n",
+     .run = runPreview},
     {.words = u"recover",
      .help = u"take a handset that was left in data mode back to commands",
      .details = u"For a handset that is not found since a transfer was broken off. Takes up to a minute.\n",

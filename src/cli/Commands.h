@@ -32,6 +32,7 @@ ExitStatus runFilesDf(Job& job);
 ExitStatus runFilesAttr(Job& job);
 ExitStatus runHistory(Job& job);
 ExitStatus runUndo(Job& job);
+ExitStatus runPreview(Job& job);
 ExitStatus runRecover(Job& job);
 
 } // namespace kalmo::cli

@@ -54,8 +54,10 @@ QString commandHelp(const Command& command)
         text += u'\n' + command.details.toString();
     if (!command.needs.isEmpty())
         text += u"\nFor %1.\n"_s.arg(command.needs);
-    return text + section(u"Arguments"_s, arguments) + section(u"Options"_s, optionLines(command.options)) +
-           section(u"Options of every command"_s, optionLines(globalOptions()));
+    text += section(u"Arguments"_s, arguments) + section(u"Options"_s, optionLines(command.options));
+    if (command.group)
+        text += section(command.group->heading.toString(), optionLines(command.group->options));
+    return text + section(u"Options of every command"_s, optionLines(globalOptions()));
 }
 
 } // namespace
@@ -65,6 +67,8 @@ QString usageOf(const Command& command)
     QString text = command.words.toString();
     for (const Argument& argument : command.arguments)
         text += u' ' + shape(argument);
+    if (command.group)
+        return text + u" ["_s + command.group->name.toString() + u"]..."_s;
     for (const Option& option : command.options) {
         const QString name = (option.letter.isEmpty() ? option.name : option.letter).toString();
         text += u" ["_s + name + (option.value.isEmpty() ? QString() : u' ' + option.value.toString()) + u']';

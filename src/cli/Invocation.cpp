@@ -17,8 +17,10 @@ QString quoted(const QString& word)
 std::vector<Option> allOptions()
 {
     std::vector<Option> options = globalOptions();
-    for (const Command& command : commandTable())
-        options.insert(options.end(), command.options.begin(), command.options.end());
+    for (const Command& command : commandTable()) {
+        const std::vector<Option> own = optionsOf(command);
+        options.insert(options.end(), own.begin(), own.end());
+    }
     return options;
 }
 
@@ -30,9 +32,8 @@ const Option* findOption(const std::vector<Option>& options, QStringView word)
     return found == options.end() ? nullptr : &*found;
 }
 
-bool isAllowed(const Argument& argument, QStringView word)
+bool isAllowed(const std::vector<QStringView>& choices, QStringView word)
 {
-    const auto& choices = argument.choices;
     return choices.empty() || std::find(choices.begin(), choices.end(), word) != choices.end();
 }
 
@@ -121,11 +122,15 @@ bool Parser::readOption(const QString& word)
         m_words.insert(m_next, u'-' + word.mid(2)); // more switches in one word
     else if (attached)
         value = word.mid(isLong ? equals + 1 : 2);
-    else if (!option->value.isEmpty() && m_next < m_words.size() && !nextIsOption())
+    const bool follows = !attached && !option->value.isEmpty() && m_next < m_words.size() && !nextIsOption();
+    if (follows)
         value = m_words[m_next++];
-    if (value.isEmpty() && !option->value.isEmpty())
+    const bool isMissing =
+        option->emptyValue == EmptyValue::Allowed ? !attached && !follows : value.isEmpty();
+    if (isMissing && !option->value.isEmpty())
         return fail(u"%1 needs a value: %1 %2"_s.arg(name, option->value));
     m_made.options.insert(option->name.toString(), value);
+    m_made.repeated[option->name.toString()].append(value);
     return true;
 }
 
@@ -200,9 +205,14 @@ QString Parser::unknownOption(const QString& name) const
 
 bool Parser::checkOptions()
 {
+    const std::vector<Option> own = optionsOf(*m_made.command);
     for (auto given = m_made.options.cbegin(); given != m_made.options.cend(); ++given) {
-        if (!findOption(globalOptions(), given.key()) && !findOption(m_made.command->options, given.key()))
+        const Option* option = findOption(own, given.key());
+        if (!option && !findOption(globalOptions(), given.key()))
             return fail(u"%1 has no option %2"_s.arg(quoted(m_made.command->words.toString()), given.key()));
+        if (option && !isAllowed(option->choices, given.value()))
+            return fail(u"%1 is no value for %2; choose one of %3"_s.arg(
+                quoted(given.value()), given.key(), namesOf(option->choices).join(u", "_s)));
     }
     return true;
 }
@@ -222,7 +232,7 @@ bool Parser::checkArguments()
                    fail(u"%1 needs %2: %3"_s.arg(quoted(command.words.toString()), argument.name,
                                                  argument.help));
         const QString& given = m_made.arguments[index];
-        if (!isAllowed(argument, given))
+        if (!isAllowed(argument.choices, given))
             return fail(u"%1 is no %2; choose one of %3"_s.arg(quoted(given), argument.name,
                                                                namesOf(argument.choices).join(u", "_s)));
     }
@@ -257,6 +267,14 @@ QString Invocation::again(const QString& words) const
             line += option + u' ' + inShellQuotes(value(option)) + u' ';
     }
     return line + words;
+}
+
+std::vector<Option> optionsOf(const Command& command)
+{
+    std::vector<Option> options = command.options;
+    if (command.group)
+        options.insert(options.end(), command.group->options.begin(), command.group->options.end());
+    return options;
 }
 
 Invocation parseWords(const QStringList& words)

@@ -17,10 +17,13 @@ struct Invocation
     QString topic = {};               ///< help about commands that begin with these words
     QStringList arguments = {};
     QMap<QString, QString> options = {}; ///< by full name, "--port"; a switch has an empty value
-    QString error = {};                  ///< what is wrong with the use
+    QMap<QString, QStringList> repeated = {};
+    QString error = {}; ///< what is wrong with the use
 
     bool has(const QString& option) const { return options.contains(option); }
     QString value(const QString& option) const { return options.value(option); }
+    /// All values of an option that was given more than once; value() is the last of them.
+    QStringList values(const QString& option) const { return repeated.value(option); }
 
     /// Another command for the same handset and the same storage, ready for a shell: "kalmoctl --port
     /// '/dev/ttyUSB0' phonebook read".

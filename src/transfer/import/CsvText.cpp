@@ -9,12 +9,6 @@ namespace {
 constexpr int guessedLines = 4;
 constexpr QChar csvQuote = u'"';
 
-/// RFC 4180 knows one quote; a filter of one character stands in for it.
-QChar quoteOf(const TextLayout& layout)
-{
-    return layout.reading == Reading::Csv && layout.filter.size() == 1 ? layout.filter.front() : csvQuote;
-}
-
 bool isLineEnd(QChar character)
 {
     return character == u'\n' || character == u'\r';
@@ -42,6 +36,11 @@ QChar separatorChar(Separator separator)
         break;
     }
     return u'\t';
+}
+
+QChar csvQuoteOf(const TextLayout& layout)
+{
+    return layout.filter.size() == 1 ? layout.filter.front() : csvQuote;
 }
 
 QStringView takeLine(QStringView& text)
@@ -103,7 +102,7 @@ QStringList headingsOf(QStringView text, const TextLayout& layout)
 RowCursor::RowCursor(QStringView text, const TextLayout& layout)
     : m_rest(text), m_separator(separatorChar(layout.separator)),
       m_filter(layout.reading == Reading::Simple ? layout.filter : QString()),
-      m_needle(m_filter + m_separator + m_filter), m_quote(quoteOf(layout)), m_reading(layout.reading)
+      m_needle(m_filter + m_separator + m_filter), m_quote(csvQuoteOf(layout)), m_reading(layout.reading)
 {
 }
 

@@ -41,6 +41,9 @@ DetectedLayout DetectCsvSeparator(QStringView text);
 /// Number of places in `text` where `needle` starts.
 qsizetype CountOccurrences(QStringView text, QStringView needle);
 
+/// The quote of the reading Csv: RFC 4180 knows one, and a filter of one character stands in for it.
+QChar csvQuoteOf(const TextLayout& layout);
+
 /// Takes the first line off a text. Lines end at CR LF, LF or CR.
 QStringView takeLine(QStringView& text);
 

@@ -1,6 +1,7 @@
 #include "transfer/import/ImportHints.h"
 
 #include "phonedata/PhoneCharacters.h"
+#include "transfer/import/BaseLetters.h"
 
 #include <QRegularExpression>
 
@@ -11,46 +12,41 @@ namespace kalmo::transfer {
 namespace {
 
 constexpr std::array<HintText, hintKindCount> hintTexts = {{
-    {u"reading", u"Nur manche Zellen stehen in Anführungszeichen, %1 Zeilen kommen falsch heraus.",
-     u"Als CSV lesen", u"%1 lines come out wrong because only some cells are in quotes", u"--reading csv"},
-    {u"encoding", u"Die Umlaute und Akzente in %1 Zeilen kommen falsch heraus: %2.", u"Als %3 lesen",
-     u"letters of %1 lines look like another encoding: %2", u"--encoding"},
-    {u"heading", u"Die Zeile mit den Überschriften würde mit importiert: %2.", u"Weglassen",
-     u"the line of headings would be imported: %2", u"--skip-heading"},
-    {u"columns", u"Keine Spalte mit Telefonnummern erkannt. Bitte wählen Sie die Spalten.", u"",
-     u"no column of numbers was recognised; name one", u""},
-    {u"zero", u"%1 Nummern mit „(0)“ würden falsch gewählt: %2.", u"„(0)“ entfernen",
-     u"%1 numbers with \"(0)\" would be dialled wrongly: %2", u"--drop-zero"},
-    {u"extensions", u"%1 Nummern enthalten eine Durchwahl, die mitgewählt wird: %2.", u"",
-     u"%1 numbers have an extension, which becomes part of the number: %2", u""},
-    {u"numbers", u"In %1 Zellen stehen mehrere Nummern, die zu einer würden: %2.", u"",
-     u"%1 cells hold more than one number, which become one: %2", u""},
-    {u"letters", u"%1 Namen verlieren Buchstaben, die das Telefon nicht hat: %2.", u"Grundbuchstaben nehmen",
-     u"%1 names lose letters that the phone lacks: %2", u"--base-letters"},
-    {u"dates", u"%1 Geburtstage nennen den Monat zuerst, andere werden mit dem Tag zuerst gelesen: %2.",
-     u"Überall Monat zuerst", u"%1 birthdays have the month first, others are read day first: %2",
+    {u"reading", u"Zeilen kommen falsch heraus, weil nur manche Zellen in Anführungszeichen stehen",
+     u"Als CSV lesen", u"lines come out wrong because only some cells are in quotes", u"--reading csv"},
+    {u"encoding", u"Umlaute und Akzente kommen falsch heraus", u"Als %1 lesen", u"letters come out wrong",
+     u"--encoding"},
+    {u"heading", u"Die Überschriften würden als Eintrag importiert", u"Erste Zeile weglassen",
+     u"the line of headings would be imported", u"--skip-heading"},
+    {u"columns", u"Keine Spalte mit Telefonnummern erkannt, bitte wählen Sie die Spalten", u"",
+     u"no column of numbers was recognised; name one by --number or --home, --mobile, --work", u""},
+    {u"zero", u"Nummern mit „(0)“ würden falsch gewählt", u"„(0)“ entfernen",
+     u"numbers with \"(0)\" would be dialled wrongly", u"--drop-zero"},
+    {u"extensions", u"Nummern mit Durchwahl werden zu einer langen Nummer", u"",
+     u"extensions become part of the number", u""},
+    {u"numbers", u"Mehrere Nummern in einer Zelle werden zu einer", u"",
+     u"several numbers in one cell become one", u""},
+    {u"letters", u"Namen verlieren Buchstaben, die das Telefon nicht hat", u"Grundbuchstaben nehmen",
+     u"names lose letters that the phone lacks", u"--base-letters"},
+    {u"dates", u"Geburtstage nennen den Monat zuerst, andere werden mit dem Tag zuerst gelesen",
+     u"Überall Monat zuerst", u"birthdays have the month first, while others are read day first",
      u"--dates month-first"},
-    {u"birthdays", u"%1 Geburtstage sind nicht lesbar und fallen weg: %2.", u"",
-     u"%1 birthdays are not understood and left out: %2", u""},
-    {u"years", u"%1 Geburtstage haben kein Jahr und bekommen das laufende: %2.", u"",
-     u"%1 birthdays have no year and get the current one: %2", u""},
-    {u"names", u"%1 Kontakte haben keinen Namen in den gewählten Feldern: %2.", u"Anzeige oder Firma nehmen",
-     u"%1 contacts have no name in the chosen fields: %2", u"--fill-names"},
-    {u"moved", u"%1 Geburtstage landen beim falschen Kontakt: %2.", u"Diese weglassen",
-     u"%1 birthdays go to another contact's entry: %2", u"--own-birthdays"},
-    {u"places", u"%1 Nummern finden keinen Platz: %2.", u"", u"%1 numbers find no place: %2", u""},
+    {u"birthdays", u"Geburtstage sind nicht lesbar und fallen weg", u"",
+     u"birthdays are not understood and left out", u""},
+    {u"years", u"Geburtstage ohne Jahr bekommen das laufende", u"",
+     u"birthdays without a year get the current one", u""},
+    {u"names", u"Kontakte haben keinen Namen in den gewählten Feldern", u"Anzeige oder Firma nehmen",
+     u"contacts have no name in the chosen fields", u"--fill-names"},
+    {u"moved", u"Geburtstage landen bei einem anderen Kontakt", u"Diese weglassen",
+     u"birthdays go to another contact's entry", u"--own-birthdays"},
+    {u"places", u"Nummern finden keinen Platz und fallen weg", u"", u"numbers find no place and are left out",
+     u""},
 }};
 
 QStringView encodingWord(Encoding encoding)
 {
     constexpr std::array<QStringView, 3> words = {u"ansi", u"utf-8", u"utf-16"};
     return words[static_cast<size_t>(encoding)];
-}
-
-QString filledIn(QStringView text, const ImportHint& hint)
-{
-    // In one go: the example may hold a mark itself.
-    return text.toString().arg(QString::number(hint.count), hint.example);
 }
 
 bool isDialled(QChar character)
@@ -132,12 +128,24 @@ QString optionOf(const ImportHint& hint)
 
 QString germanOf(const ImportHint& hint)
 {
-    return filledIn(textOf(hint.kind).german, hint);
+    const QString example = hint.example.isEmpty() ? QString() : u", z. B. "_s + hint.example;
+    return textOf(hint.kind).german.toString() + u" ("_s + QString::number(hint.count) + u" ×"_s + example +
+           u')';
 }
 
 QString englishOf(const ImportHint& hint)
 {
-    return filledIn(textOf(hint.kind).english, hint);
+    const QString example = hint.example.isEmpty() ? QString() : u", such as "_s + hint.example;
+    return textOf(hint.kind).english.toString() + u" ("_s + QString::number(hint.count) + example + u')';
+}
+
+QString mendingOf(const ImportHint& hint)
+{
+    if (!hint.canBeMended)
+        return {};
+    const QString caption = textOf(hint.kind).mending.toString();
+    const bool namesEncoding = hint.kind == HintKind::OtherEncoding;
+    return namesEncoding ? caption.arg(encodingWord(hint.encoding).toString().toUpper()) : caption;
 }
 
 ImportOptions mended(ImportOptions options, const ImportHint& hint)
@@ -206,8 +214,10 @@ void HintCounter::lookAtName(QStringView cell, const QString& kept)
     const bool losesLetter = std::any_of(cell.begin(), cell.end(), [](QChar character) {
         return (character.isLetter() || character.isSurrogate()) && !phonedata::IsNameChar(character);
     });
-    if (losesLetter)
-        add(HintKind::LostLetters, cell.toString() + u" → "_s + kept);
+    if (!losesLetter)
+        return;
+    add(HintKind::LostLetters, cell.toString() + u" → "_s + kept);
+    m_lettersHaveBase = m_lettersHaveBase || FilterName(withBaseLetters(cell)).size() > kept.size();
 }
 
 void HintCounter::lookAtBirthday(QStringView cell, const BirthdayCell& birthday, const DateManner& manner)
@@ -241,7 +251,8 @@ std::vector<ImportHint> HintCounter::hints() const
             hints.push_back({.kind = kind,
                              .count = counted.count,
                              .example = counted.example,
-                             .canBeMended = !textOf(kind).option.isEmpty()});
+                             .canBeMended = !textOf(kind).option.isEmpty() &&
+                                            (kind != HintKind::LostLetters || m_lettersHaveBase)});
         }
     }
     return hints;

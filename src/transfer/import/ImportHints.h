@@ -53,9 +53,11 @@ struct ImportHint
 
 /// The option that mends a hint at the command line, with its value; empty where none does.
 QString optionOf(const ImportHint& hint);
-/// The hint in a sentence.
+/// The hint in words, with the number of cases and an example, without a full stop.
 QString germanOf(const ImportHint& hint);
 QString englishOf(const ImportHint& hint);
+/// Caption of the click that mends a hint, empty where only the user can.
+QString mendingOf(const ImportHint& hint);
 
 /// The options with which the hint would not come up again. Where the layout of a text changes, its columns
 /// have to be chosen anew.
@@ -94,6 +96,7 @@ private:
     int m_dayFirst = 0;   // dates that are none month first
     int m_either = 0;
     QString m_monthFirstExample;
+    bool m_lettersHaveBase = false; // of those that are lost
 };
 
 } // namespace kalmo::transfer

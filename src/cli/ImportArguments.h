@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cli/Invocation.h"
+#include "transfer/import/ImportOptions.h"
+#include "transfer/import/TextSource.h"
+
+namespace kalmo::cli {
+
+/// The two kinds of sources: their options differ.
+enum class SourceKind { Text, AddressBook };
+
+/// Each returns what is wrong with the options, empty if nothing is.
+
+/// An option of the other form of phonebook, or of the other kind of source.
+QString faultOfOptions(const Invocation& invocation, transfer::Shape shape, SourceKind kind);
+
+/// What holds for every source: numbers, comparing, letters.
+QString takeCommonOptions(const Invocation& invocation, transfer::ImportOptions& options);
+
+/// How a text file is opened.
+transfer::TextRequest textRequest(const Invocation& invocation, QByteArrayView bytes);
+/// Columns, dates and heading of an opened file.
+QString takeTextOptions(const Invocation& invocation, transfer::Shape shape, const QStringList& headings,
+                        transfer::TextOptions& options);
+
+/// How an address book becomes rows.
+QString takeAddressOptions(const Invocation& invocation, transfer::Shape shape,
+                           transfer::AddressOptions& options);
+
+} // namespace kalmo::cli

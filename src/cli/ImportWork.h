@@ -1,0 +1,37 @@
+#pragma once
+
+#include "cli/Job.h"
+#include "phonedata/VcfEntry.h"
+#include "transfer/import/Preview.h"
+
+namespace kalmo::cli {
+
+/// A file that is to be imported, with what the options say of it.
+struct ImportWork
+{
+    transfer::Shape shape = transfer::Shape::Classic;
+    transfer::ImportSource source = {};
+    transfer::ImportOptions options = {};
+    bool takesExisting = false;
+    bool shortensNames = false;
+    bool skipsTooLong = false;
+};
+
+/// Reads the file and the options. Nothing, with what is wrong told, for a bad file or option: the command
+/// then ends with ExitWrongUse.
+std::optional<ImportWork> importWork(Job& job, const QString& path, transfer::Shape shape);
+
+/// What the options make of the file: checked rows are those to be imported.
+transfer::Preview makePreview(const ImportWork& work, const transfer::ExistingEntries& existing, QDate today,
+                              const transfer::Advance& advance);
+
+/// The list to compare with.
+transfer::ExistingEntries existingEntries(const std::vector<phonedata::ClassicEntry>& entries);
+transfer::ExistingEntries existingEntries(const std::vector<phonedata::tVcfEntry>& contacts);
+
+/// The preview as JSON and as a table; what is odd goes to the notes.
+QJsonObject previewJson(const transfer::Preview& preview);
+QString previewTable(const transfer::Preview& preview);
+void noteHints(Job& job, const transfer::Preview& preview);
+
+} // namespace kalmo::cli
