@@ -1,7 +1,6 @@
 // How long contacts and folder listings keep the user waiting once their bytes are there.
 
 #include "app/CodePage.h"
-#include "app/TextReplace.h"
 #include "app/Utf8Small.h"
 #include "handset/irmc/ContactCard.h"
 #include "handset/state/GeneratedEntries.h"
@@ -35,10 +34,9 @@ QByteArray phonebook(int count, handset::CardText form)
 /// From the phone's bytes to the rows of the list, as the store does it.
 bool decode(const QByteArray& bytes, int count)
 {
-    const QString text = phonedata::VcfStripCharset(app::replacedAll(app::fromCp1252(bytes), u"=\r\n"));
     std::vector<toolkit::ListRow> rows;
-    for (const phonedata::tVcfEntry& entry : phonedata::parseCards(text).entries)
-        rows.push_back(phonedata::toRow(entry));
+    for (const phonedata::ContactCard& card : phonedata::parseCards(bytes).cards)
+        rows.push_back(phonedata::toRow(card.entry));
     const auto list = phonedata::makeVcfRows();
     list->addAll(std::move(rows));
     return list->count() == count;

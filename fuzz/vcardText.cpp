@@ -12,13 +12,15 @@ void vcardText(const QByteArray& bytes)
 {
     const QString text = app::fromCp1252(bytes);
     require(VcfUnesc(VcfEsc(text)).size() <= text.size());
-    const VcfCards cards = parseCards(VcfStripCharset(text));
-    require(cards.entries.size() <= cards.upperBound + 1);
-    for (const tVcfEntry& entry : cards.entries) {
+    const VcfCards cards = parseCards(bytes);
+    require(std::ssize(cards.cards) <= cards.upperBound + 1);
+    for (const auto& [entry, raw] : cards.cards) {
+        require(bytes.contains(raw));
         require(vcfEntryFrom(toRow(entry)).luid == entry.luid);
         const QByteArray card = VcfBuildItem(entry, false);
         require(card.count("\r\n") <= 10); // no value adds a line
-        if (!card.contains("=\r\n"))       // a value that ends in "=" takes the next line for its own
+        if (!card.contains("=\r\n") &&
+            app::fitsCp1252(entry.mobile)) // a value that ends in "=" takes the next line for its own
             require(VcfParseItem(app::fromCp1252(card), 1).mobile == entry.mobile);
     }
 }

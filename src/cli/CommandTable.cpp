@@ -21,6 +21,12 @@ constexpr QStringView writeDetails =
     u"the list in the phone is erased and written anew, read back and compared. If writing\n"
     u"fails half-way, writing the backup restores what was there.\n";
 
+constexpr QStringView phonebookWriteDetails =
+    u"The phonebook is read first and saved as a backup in the storage folder. A classic\n"
+    u"phonebook is then erased and written anew. One of vCards is made equal to the file:\n"
+    u"contacts are matched by LUID, by equal content, by name, and those that are the same\n"
+    u"are left alone. In the end the phonebook is read back and compared.\n";
+
 constexpr QStringView changeDetails =
     u"What the phone holds is read first and saved as a backup in the storage folder, from\n"
     u"which \"phonebook add\" and \"phonebook set\" can restore a contact.\n";
@@ -49,7 +55,7 @@ const std::vector<Command> table = {
      .run = runPhonebookRead},
     {.words = u"phonebook add",
      .help = u"add the contacts of a file",
-     .arguments = {{u"FILE", u"a .csv or .json file"}},
+     .arguments = {{u"FILE", u"a .csv, .json or .vcf file"}},
      .details = changeDetails,
      .fits = link::hasVcards,
      .needs = vcardHandset,
@@ -57,7 +63,7 @@ const std::vector<Command> table = {
     {.words = u"phonebook set",
      .help = u"replace a contact by the one in a file",
      .arguments = {{u"LUID", u"the phone's reference of the contact, as read shows it"},
-                   {u"FILE", u"a .csv or .json file with one contact"}},
+                   {u"FILE", u"a .csv, .json or .vcf file with one contact"}},
      .details = changeDetails,
      .fits = link::hasVcards,
      .needs = vcardHandset,
@@ -71,11 +77,9 @@ const std::vector<Command> table = {
      .run = runPhonebookDelete},
     {.words = u"phonebook write",
      .help = u"replace the phonebook by the entries of a file",
-     .arguments = {{u"FILE", u"a .tel or .json file"}},
+     .arguments = {{u"FILE", u"a .tel or .json file; for vCards a .json, .csv or .vcf file"}},
      .options = {dryRunOption},
-     .details = writeDetails,
-     .fits = link::isClassic,
-     .needs = classicHandset,
+     .details = phonebookWriteDetails,
      .run = runPhonebookWrite},
     {.words = u"providers read",
      .help = u"show the list of call-by-call providers, or save it in a file",

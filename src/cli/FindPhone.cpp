@@ -84,6 +84,12 @@ ExitStatus tellUnknown(Job& job, const QString& rawId)
 
 ExitStatus findPhone(Job& job)
 {
+    const Command* command = job.invocation.command;
+    return findPhone(job, command->fits, command->needs);
+}
+
+ExitStatus findPhone(Job& job, bool (*fits)(int phoneType), QStringView needs)
+{
     recoverUnclosedSession(job);
     SearchProgress view(job);
     link::PhoneSearch search(job.line, view, job.desktop);
@@ -108,11 +114,10 @@ ExitStatus findPhone(Job& job)
     forgetUnclosedSession(job);
     if (job.isInterrupted())
         return ExitRefused;
-    const Command* command = job.invocation.command;
-    if (!command->fits || command->fits(job.phoneType()))
+    if (!fits || fits(job.phoneType()))
         return ExitDone;
     job.out.error(u"could not run \"%1\": it needs %2. This one is of family %3 (%4)."_s.arg(
-        command->words, command->needs, QString::number(job.phoneType()), job.context.sy.PhoneID));
+        job.invocation.command->words, needs, QString::number(job.phoneType()), job.context.sy.PhoneID));
     return ExitFailed;
 }
 

@@ -79,6 +79,12 @@ QString faultOfEntry(const SavedListFault& fault, SavedKind kind)
         return u"the date is not of the form \"24.12  08:30\""_s;
     case FileFault::Birthday:
         return u"the birthday is not of the form \"21.03.1970  12:30\""_s;
+    case FileFault::CardWithoutEnd:
+        return u"the card has no END:VCARD"_s;
+    case FileFault::OtherVersion:
+        return u"it is no vCard of version 2.1"_s;
+    case FileFault::FieldTwice:
+        return u"there is a second line \"%1\", but a phone holds one"_s.arg(key);
     default:
         return {};
     }

@@ -8,6 +8,7 @@
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/WriteReport.h"
+#include "link/PhoneModels.h"
 #include "operations/EntryLines.h"
 #include "phonedata/BackupFiles.h"
 #include "phonedata/StoreSafety.h"
@@ -72,7 +73,8 @@ ExitStatus ListWriter::run()
         m_job.questions.tellUnanswered(u"Replace the %1 in the phone?"_s.arg(m_words.name));
         return ExitRefused;
     }
-    if (const ExitStatus found = findPhone(m_job); found != ExitDone)
+    const QStringView needs = u"a handset with a classic phonebook (families 1 to 4) for such entries";
+    if (const ExitStatus found = findPhone(m_job, link::isClassic, needs); found != ExitDone)
         return found;
     if (const ExitStatus read = readList(m_job, m_store, m_held); read != ExitDone) {
         m_job.out.note(u"Nothing was changed in the phone.\n"_s);

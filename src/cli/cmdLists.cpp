@@ -1,9 +1,10 @@
 #include "cli/Commands.h"
-#include "cli/ContactBook.h"
 #include "cli/FindPhone.h"
 #include "cli/OutputFile.h"
+#include "cli/ReadContacts.h"
 #include "cli/ReadList.h"
 #include "cli/SavedListWords.h"
+#include "cli/WriteContacts.h"
 #include "cli/WriteList.h"
 #include "link/PhoneModels.h"
 
@@ -51,9 +52,21 @@ ExitStatus runPhonebookRead(Job& job)
     return isClassic ? showList(job, Store::Phonebook) : showContacts(job);
 }
 
+/// Both kinds of phonebooks are saved in .json files: the one that the file was read further as counts.
 ExitStatus runPhonebookWrite(Job& job)
 {
-    return runWrite(job, Store::Phonebook);
+    const QString path = job.invocation.arguments.first();
+    operations::SavedListFault asContacts;
+    operations::SavedListFault asEntries;
+    if (!findFormat(path, SavedKind::Contacts))
+        return runWrite(job, Store::Phonebook);
+    const bool areContacts = operations::readSavedList(path, SavedKind::Contacts, {}, asContacts).has_value();
+    const bool areEntries = operations::readSavedList(path, SavedKind::Phonebook, {}, asEntries).has_value();
+    if (areEntries ||
+        (!areContacts && findFormat(path, SavedKind::Phonebook) && asContacts.number <= asEntries.number))
+        return runWrite(job, Store::Phonebook);
+    const auto contacts = readContacts(job, path);
+    return contacts ? writeContacts(job, *contacts) : ExitWrongUse;
 }
 
 ExitStatus runProvidersRead(Job& job)

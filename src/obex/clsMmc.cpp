@@ -55,7 +55,7 @@ int clsMmc::noted(int code)
 void clsMmc::ErrMsg(int code)
 {
     const bool isOwnWish = code == Cancelled && m_stopAsked;
-    const bool isLoss = code == Timeout && !m_line.port().IsOpen();
+    const bool isLoss = code == Timeout && (m_showsTimeoutsOnce || !m_line.port().IsOpen());
     const bool isTold = isLoss && std::exchange(m_lossTold, true);
     if (!m_abandoned && !isOwnWish && !isTold && !m_quiet) {
         m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
@@ -77,7 +77,7 @@ clsMmc::Operation::Operation(clsMmc& client, const QString& name, const Progress
       m_allowed(!client.isRefused(name))
 {
     if (client.m_depth++ == 0)
-        client.m_lossTold = false;
+        client.m_lossTold = client.m_showsTimeoutsOnce = false;
     if (!m_allowed) {
         client.m_wasLastSent = false;
         client.m_lastCode = ChannelNotOpen;

@@ -66,6 +66,7 @@ public:
 
     OnlineState IsOnline() const { return m_isOnline; }
     Channel ChannelState() const { return m_channelState; }
+    Target target() const { return m_target; } ///< of the last connect
     /// "Mobile:\" or a folder below it; empty where it is not known. Then nothing goes out that names
     /// something in the current folder, until CdRoot or CdUp.
     QString DirAct() const { return m_dirAct; }
@@ -198,6 +199,9 @@ public:
     void log(const QString& tag, const QString& text) const;
     /// Shows what a code means. A lost port is reported once in an operation, for all its parts together.
     void ErrMsg(int code);
+    /// From now on to the end of the running operation, timeouts are shown once as well: the phone has
+    /// confirmed a change, and more than one box would hide that.
+    void showTimeoutsOnce() { m_showsTimeoutsOnce = true; }
 
     // Raised in the middle of operations: handlers show something, and start none.
 Q_SIGNALS:
@@ -255,8 +259,9 @@ private:
     bool m_stopAsked = false;
     bool m_abandoned = false;
     bool m_inStep = true;
-    bool m_lossTold = false; // in the operation that runs
-    bool m_pastStop = false; // what goes out now has to in spite of the wish to stop
+    bool m_lossTold = false;          // in the operation that runs
+    bool m_showsTimeoutsOnce = false; // the same
+    bool m_pastStop = false;          // what goes out now has to in spite of the wish to stop
     bool m_quiet = false;
     int m_lastCode = 0;
     bool m_wasLastSent = false;

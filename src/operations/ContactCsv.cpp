@@ -1,4 +1,4 @@
-// Contacts in the .csv file of the window, and as cards.
+// Contacts in the .csv file of the window.
 
 #include "operations/ContactFields.h"
 #include "operations/ContactFiles.h"
@@ -79,14 +79,6 @@ bool readContactCsv(const QByteArray& bytes, const ReadingRules&, SavedList& lis
     if (list.contacts.empty())
         fault = {.kind = FileFault::NothingInIt};
     return !list.contacts.empty();
-}
-
-QByteArray contactCardBytes(const SavedList& list)
-{
-    QByteArray cards;
-    for (const tVcfEntry& contact : list.contacts)
-        cards += phonedata::vcfCardBytes(withLongDay(contact));
-    return cards;
 }
 
 } // namespace kalmo::operations

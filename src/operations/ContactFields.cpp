@@ -37,7 +37,9 @@ SavedListFault faultOf(const tVcfEntry& contact)
         const QString& text = contact.*(field.text);
         if (text.contains(u'\r') || text.contains(u'\n') || text.contains(QChar()))
             return {.kind = FileFault::LineEnd, .detail = field.key.toString()};
-        if (!app::fitsCp1252(text))
+        // A name or e-mail with any letter can be written as UTF-8.
+        const bool isAnyText = !field.isNumber && field.longest != anyLength;
+        if (!isAnyText && !app::fitsCp1252(text))
             return {.kind = FileFault::ForeignLetter, .detail = field.key.toString()};
     }
     return {};

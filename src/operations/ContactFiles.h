@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/SavedLists.h"
+#include "phonedata/VcardStore.h"
 
 #include <QJsonArray>
 
@@ -19,7 +20,11 @@ QByteArray contactCsvBytes(const SavedList& list);
 bool readContactCsv(const QByteArray& bytes, const ReadingRules& rules, SavedList& list,
                     SavedListFault& fault);
 
-/// Cards for other programs.
+/// Cards of vCard 2.1 for other programs. Those of a reading keep the lines that a contact has no field for.
 QByteArray contactCardBytes(const SavedList& list);
+QByteArray contactCardBytes(const phonedata::ContactReading& reading);
+/// Reads such cards. Lines that a contact has no field for are left out: the phone keeps its own ones.
+bool readContactCards(const QByteArray& bytes, const ReadingRules& rules, SavedList& list,
+                      SavedListFault& fault);
 
 } // namespace kalmo::operations

@@ -35,14 +35,15 @@ struct Outcome
 {
     State state = State::Unchanged;
     Cause cause = Cause::None;
-    int planned = 0;             ///< items that were to be changed
-    int sent = 0;                ///< of those, items whose bytes all went out
-    int confirmed = 0;           ///< of those, items that the phone confirmed
-    int unknown = 0;             ///< items that were sent and got no answer
-    std::optional<int> verified; ///< items that reading back found as wanted; nothing where it did not happen
-    QString savedIn;             ///< path of the automatic backup, empty without one
-    QString recordId;            ///< id of the record, empty if nothing was sent
-    QString reason;              ///< the system's or the phone's own words for `cause`, may be empty
+    int planned = 0;   ///< items that were to be changed
+    int sent = 0;      ///< of those, items whose bytes all went out
+    int confirmed = 0; ///< of those, items that the phone confirmed
+    int unknown = 0;   ///< items that were sent and got no answer
+    std::optional<int> verified =
+        {};                ///< items that reading back found as wanted; nothing where it did not happen
+    QString savedIn = {};  ///< path of the automatic backup, empty without one
+    QString recordId = {}; ///< id of the record, empty if nothing was sent
+    QString reason = {};   ///< the system's or the phone's own words for `cause`, may be empty
 
     bool isDone() const { return state == State::Done; }
 };

@@ -34,6 +34,9 @@ enum class FileFault {
     ForeignLetter, ///< `detail` is the key
     Date,
     Birthday,
+    CardWithoutEnd,
+    OtherVersion, ///< of vCard; only 2.1 is read
+    FieldTwice,   ///< `detail` is the key of the line
 };
 
 /// Reason and place of a refusal.

@@ -11,6 +11,11 @@ namespace kalmo::operations {
 
 namespace {
 
+QByteArray writeCards(const SavedList& list)
+{
+    return contactCardBytes(list);
+}
+
 constexpr std::array<SavedListFormat, 7> formats = {{
     {u".tel", SavedKind::Phonebook, entryLineBytes, readEntryLines, false},
     {u".json", SavedKind::Phonebook, entryJsonBytes, readEntryJson, false},
@@ -18,7 +23,7 @@ constexpr std::array<SavedListFormat, 7> formats = {{
     {u".json", SavedKind::Providers, entryJsonBytes, readEntryJson, false},
     {u".csv", SavedKind::Contacts, contactCsvBytes, readContactCsv, false},
     {u".json", SavedKind::Contacts, contactJsonBytes, readContactJson, true},
-    {u".vcf", SavedKind::Contacts, contactCardBytes, nullptr, true},
+    {u".vcf", SavedKind::Contacts, writeCards, readContactCards, true},
 }};
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "obex/clsMmc.h"
 #include "phonedata/IrmcAnswers.h"
 #include "phonedata/IrmcKinds.h"
-#include "phonedata/VcfEntry.h"
+#include "phonedata/VcfCards.h"
 
 namespace kalmo::phonedata {
 
@@ -30,19 +30,28 @@ bool VcxRead(obex::clsMmc& client, qint32 kind, QString& text, const toolkit::Pr
 /// The same as the bytes that the phone sent.
 bool VcxReadBytes(obex::clsMmc& client, qint32 kind, QByteArray& bytes, const toolkit::Progress& progress);
 
-/// What became of an item that was to be written or deleted.
+/// Result of writing or deleting one item.
 enum class ItemResult {
-    Written,
-    Refused,     ///< the phone has not done it
-    Unconfirmed, ///< the phone has got all of the request, but has not said what became of it
+    Written,     ///< the phone confirmed it; a deleted item is gone
+    Refused,     ///< all bytes went out, and the phone refused them
+    NotSent,     ///< not all bytes went out, so the phone has not done it
+    Unconfirmed, ///< all bytes went out, and the phone did not confirm them
 };
 
+/// Text of a contact's card for the phone that is connected. `before` is the card that the phone holds for
+/// it, null for none; VcfBuildItem says what it is for.
+QByteArray cardFor(const app::Context& context, const tVcfEntry& entry, const ContactCard* before);
+
 /// Writes one contact, which is a new one without a LUID. `counter` is the change counter that the phone is
-/// expected to have, and afterwards the one that it says to have. `luid` is what the phone calls the entry
-/// from now on, or noValidLuid() where its kind says nothing. `index` of `total` is for the panel; 0 for
-/// none.
+/// expected to have, and afterwards the one that the phone reports. `luid` returns the phone's name for the
+/// entry from now on, or noValidLuid() for a phone that reports none. `index` of `total` is for the panel; 0
+/// for none.
 ItemResult VcfWriteItem(obex::clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
                         const toolkit::Progress& progress, int index = 0, int total = 0);
+/// The same with the text of the card.
+ItemResult writeCard(obex::clsMmc& client, const QByteArray& card, const QString& luidInPhone,
+                     qint32& counter, QString& luid, const toolkit::Progress& progress, int index = 0,
+                     int total = 0);
 
 /// One item of the organizer, in the text in which it goes over the wire.
 struct OrganizerItem

@@ -131,7 +131,7 @@ ItemResult putItem(clsMmc& client, const Item& item, qint32& counter, QString& l
 {
     luid.clear();
     if (client.stopAsked())
-        return ItemResult::Refused;
+        return ItemResult::NotSent;
     PutFrames frames = framesOf(client, item, counter, progress);
     QByteArray payload;
     const int code = sendFrames(client, frames, payload, progress);
@@ -140,25 +140,38 @@ ItemResult putItem(clsMmc& client, const Item& item, qint32& counter, QString& l
         return takeAnswer(client, item, payload, counter, luid, progress);
     progress.status(u"Übertragung fehlgeschlagen."_s);
     client.ErrMsg(code);
-    return isNoAnswer(code) && frames.isFinalOut() ? ItemResult::Unconfirmed : ItemResult::Refused;
+    if (!frames.isFinalOut())
+        return ItemResult::NotSent;
+    return isNoAnswer(code) ? ItemResult::Unconfirmed : ItemResult::Refused;
 }
 
 } // namespace
 
+QByteArray cardFor(const app::Context& context, const tVcfEntry& entry, const ContactCard* before)
+{
+    return VcfBuildItem(entry, encodesNames(context), before);
+}
+
 ItemResult VcfWriteItem(clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
                         const Progress& progress, int index, int total)
 {
+    const QByteArray card = cardFor(client.line().context(), entry, nullptr);
+    return writeCard(client, card, entry.luid, counter, luid, progress, index, total);
+}
+
+ItemResult writeCard(clsMmc& client, const QByteArray& card, const QString& luidInPhone, qint32& counter,
+                     QString& luid, const Progress& progress, int index, int total)
+{
     const clsMmc::Operation operation(client, u"VcfWriteItem"_s, progress);
     if (!operation.isAllowed())
-        return ItemResult::Refused;
+        return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
-    const QByteArray card = VcfBuildItem(entry, encodesNames(client.line().context()));
-    client.log(u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + entry.luid);
+    client.log(u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + luidInPhone);
     client.log(u"VCF"_s, app::fromCp1252(card));
     client.log(u"End VCF - WriteItem >>>>>"_s, u"End"_s);
-    const Item item{card, entry.luid, irmcKindInfo(KindContact), {u"LUID-ERROR"_s, u"VcFWrite"_s}};
+    const Item item{card, luidInPhone, irmcKindInfo(KindContact), {u"LUID-ERROR"_s, u"VcFWrite"_s}};
     operation.progress().status(counted(u"Übertrage Eintrag "_s + item.kind.label, index, total));
     return putItem(client, item, counter, luid, operation.progress());
 }
@@ -168,7 +181,7 @@ ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerI
 {
     const clsMmc::Operation operation(client, u"VcxWrite"_s, progress);
     if (!operation.isAllowed())
-        return ItemResult::Refused;
+        return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
@@ -185,14 +198,14 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
 {
     const clsMmc::Operation operation(client, u"VcxDel"_s, progress);
     if (!operation.isAllowed())
-        return ItemResult::Refused;
+        return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
     const Patience patience(client);
     const clsMmc::Busy busy(client);
     const Progress& shown = operation.progress();
     const IrmcKindInfo& info = irmcKindInfo(kind);
     shown.status(counted(u"Lösche Eintrag "_s + info.label, index, total));
-    const bool sent = !client.stopAsked() && client.line().port().IsOpen();
+    const bool sent = !client.stopAsked() && client.isInStep() && client.line().port().IsOpen();
     QByteArray payload;
     const int code = client.request(obex::irmcDeleteFrame(luid + info.extension, counter), payload);
     if (code == obex::Continue) {
@@ -202,7 +215,9 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
     if (!obex::isSuccess(code)) {
         shown.status(u"Löschen Eintrag "_s + info.label + u" fehlgeschlagen."_s);
         client.ErrMsg(code);
-        return isNoAnswer(code) && sent ? ItemResult::Unconfirmed : ItemResult::Refused;
+        if (!sent || code == obex::ChannelNotOpen || code == obex::RequestTooLong)
+            return ItemResult::NotSent;
+        return isNoAnswer(code) ? ItemResult::Unconfirmed : ItemResult::Refused;
     }
     const auto answer = parseLuidAnswer(payload);
     if (!answer && !link::deletesSilently(client.line().context().sy.PhoneType)) {

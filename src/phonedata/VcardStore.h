@@ -1,9 +1,7 @@
 #pragma once
 
-#include "obex/clsMmc.h"
-#include "phonedata/CommandResult.h"
-#include "phonedata/IrmcAnswers.h"
-#include "phonedata/VcfEntry.h"
+#include "obex/clsMmcOperation.h"
+#include "phonedata/IrmcItems.h"
 
 #include <QPointer>
 
@@ -12,9 +10,36 @@
 
 namespace kalmo::phonedata {
 
-/// The vCard phonebook of a phone and the list that shows it. Every change goes to the phone at once, after a
-/// backup of the list; each operation takes a session of its own and leaves the line to AT commands again,
-/// whatever happens in between. The client's BusyOn and BusyOff stand around each of them as a whole.
+/// A reading of the phonebook.
+struct ContactReading
+{
+    VcfCards cards;
+    std::optional<tVcfInfo> info; ///< nothing where "info.log" could not be read
+
+    /// Returns true if as many cards came as the phone counts, or if it does not say how many there are.
+    bool isWhole() const { return !info || cards.isWhole(info->intBelegt); }
+};
+
+/// A contact to be written.
+struct ContactWrite
+{
+    tVcfEntry entry;      ///< a new one without a LUID
+    QByteArray card = {}; ///< text of its card; empty for one that is built of the entry
+};
+
+/// Result of a write or a delete.
+struct ContactReport
+{
+    QStringList luids = {};   ///< of the entries that the phone confirmed, in that order
+    int sent = 0;             ///< entries whose bytes all went out
+    bool unconfirmed = false; ///< the last of them was neither confirmed nor refused
+    bool refused = false;     ///< the last of them was refused by the phone
+    QString backup = {};      ///< path of the automatic backup, empty for none
+};
+
+/// The vCard phonebook of a phone and the list that shows it. Every change goes to the phone at once. Each
+/// operation takes a session of its own and leaves the line to AT commands again in any case, unless it runs
+/// within a Session. The client's BusyOn and BusyOff are raised around each of them as a whole.
 ///
 /// Held by std::shared_ptr: an operation keeps the store until it has ended. The list may go in the middle of
 /// one; its owner then abandons the client.
@@ -23,6 +48,8 @@ class VcardStore : public QObject, public std::enable_shared_from_this<VcardStor
     Q_OBJECT
 
 public:
+    class Session;
+
     /// `list` is lvwVCF, as makeVcfRows() makes it.
     VcardStore(std::shared_ptr<obex::clsMmc> client, toolkit::ListRows& list);
     ~VcardStore() override;
@@ -37,66 +64,91 @@ public:
     /// Their difference, where what is no number counts as 0.
     int freePlaces() const;
 
-    /// Reads the phonebook into the list. False leaves the list empty; the phone's failures have been told,
-    /// but the caller has a word to say of the command as a whole.
+    /// Reads the phonebook into the list. False leaves the list empty; the phone's failures have been shown,
+    /// but not that the command as a whole has failed.
     bool VcfReadList(const toolkit::Progress& progress);
 
     /// Empties the list and forgets the capacity: another phone may be on the line, with LUIDs of its own.
     void forget();
 
-    /// Makes no automatic backups, whatever the settings say, and asks nothing when not all contacts came:
-    /// the owner makes his own backups ahead of changes, and compares the list with lblVCFbelegt() himself.
-    void leaveToOwner() { m_isLeftToOwner = true; }
-
-    /// What a write or a delete has done, for those who have to say it.
-    struct Report
-    {
-        QStringList luids = {};   ///< of the entries that the phone has taken or deleted, in that order
-        bool unconfirmed = false; ///< of one entry more it is not known
-        QString backup = {};      ///< path of the automatic backup, empty for none
-    };
-
     /// Writes entries one by one, until the first that fails, and adds a row for each: entries without a LUID
-    /// are new. Of an entry that the phone has not confirmed the list says so: a new one gets a row without a
-    /// valid LUID, a changed one loses its LUID in the row that it has. The cancel box ends it between two.
+    /// are new. The row of an entry that the phone has not confirmed shows that: a new one gets a row without
+    /// a valid LUID, a changed one loses its LUID in the row that it has. The cancel box ends it between two.
+    /// Outside a Session the automatic backup is made first.
     bool VcfWriteList(const std::vector<tVcfEntry>& entries, const toolkit::Progress& progress,
-                      Report* report = nullptr);
+                      ContactReport* report = nullptr);
+    /// The same, where an entry may come with the text of its card.
+    bool writeContacts(const std::vector<ContactWrite>& writes, const toolkit::Progress& progress,
+                       ContactReport* report = nullptr);
 
     /// Deletes the selected rows in the phone, from the last to the first, and removes their rows. The cancel
-    /// box ends it between two.
-    bool VcfDeleteRows(const toolkit::Progress& progress, Report* report = nullptr);
-    /// The command: refuses rows without a valid LUID, asks, deletes. After a failure the list is empty.
-    CommandResult VcfDeleteSelected(const toolkit::Progress& progress, Report* report = nullptr);
+    /// box ends it between two. Outside a Session the automatic backup is made first.
+    bool VcfDeleteRows(const toolkit::Progress& progress, ContactReport* report = nullptr);
+    /// The same for contacts by their LUIDs, in that order.
+    bool deleteContacts(const QStringList& luids, const toolkit::Progress& progress,
+                        ContactReport* report = nullptr);
+
+    /// Reads the phonebook and the capacity; the list stays as it is. Nothing after a failure, which has been
+    /// shown.
+    std::optional<ContactReading> readCards(const toolkit::Progress& progress);
+    /// Makes the list show a reading. Rows that show the same already stay where they are.
+    void showReading(const ContactReading& reading);
+
+    /// The automatic backup: the list as a table, if the settings want it. Path of the file, empty for none.
+    QString backUp();
 
 Q_SIGNALS:
     /// lblVCFkap or lblVCFbelegt may have changed.
     void capacityChanged();
 
 private:
+    using Work = std::function<bool(const toolkit::Progress& shown)>;
+    bool inSession(const QString& name, const toolkit::Progress& progress, obex::Target target,
+                   const Work& work);
+    bool changeInSession(const QString& name, const toolkit::Progress& progress, ContactReport& report,
+                         const Work& work);
     void setLabels(const QString& kap, const QString& belegt);
     void forgetCapacity() { setLabels(QStringLiteral("?"), QStringLiteral("?")); }
     bool updateLabels(tVcfInfo& info, const toolkit::Progress& progress);
-    bool inSession(const QString& name, const toolkit::Progress& progress, Report* change,
-                   const std::function<bool(const toolkit::Progress& shown)>& work);
-    bool showCards(const QString& text, int belegt);
-    bool isComplete(int upperBound, int belegt);
-    QString backUp();
-    bool hasRoomFor(int upperBound, const toolkit::Progress& progress);
-    bool writeEntries(const std::vector<tVcfEntry>& entries, const toolkit::Progress& progress,
-                      Report& report);
-    bool writeEntry(tVcfEntry entry, const toolkit::Progress& progress, int index, int total, Report& report);
+    bool acceptCount(const ContactReading& reading);
+    bool reserveRoom(int upperBound, const toolkit::Progress& progress);
+    bool writeAll(const std::vector<ContactWrite>& writes, const toolkit::Progress& progress,
+                  ContactReport& report);
+    bool writeOne(const ContactWrite& write, const toolkit::Progress& progress, int index, int total,
+                  ContactReport& report);
+    void noteWritten(tVcfEntry entry, const QString& luid);
     void showWritten(const tVcfEntry& entry);
     void showUnconfirmed(tVcfEntry entry);
-    bool deleteEntries(const toolkit::Progress& progress, Report& report);
+    bool deleteAll(const QStringList& luids, const toolkit::Progress& progress, ContactReport& report);
+    void removeRow(const QString& luid);
+    void removeLastRow(const QString& luid);
 
     std::shared_ptr<obex::clsMmc> m_client;
     QPointer<toolkit::ListRows> m_list;
-    bool m_isLeftToOwner = false;
+    VcfCards m_cards; // of the last reading, without those that were changed since
+    Session* m_session = nullptr;
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");
 };
 
-/// What a user can do about an entry without a valid LUID.
-QString readAgainAdvice();
+/// One session with the phone around several operations of a store. Ends it and gives the line back to AT
+/// commands when it goes.
+class VcardStore::Session
+{
+public:
+    Session(VcardStore& store, const QString& name, const toolkit::Progress& progress);
+    ~Session();
+    Q_DISABLE_COPY_MOVE(Session)
+
+    /// Opens the data channel and connects. A failure has been shown.
+    bool open();
+    const toolkit::Progress& progress() const { return m_operation.progress(); }
+
+private:
+    std::shared_ptr<VcardStore> m_keep;
+    VcardStore& m_store;
+    obex::clsMmc::Operation m_operation;
+    obex::clsMmc::Busy m_busy;
+};
 
 } // namespace kalmo::phonedata

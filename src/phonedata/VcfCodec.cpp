@@ -4,6 +4,8 @@
 #include "app/TextReplace.h"
 #include "phonedata/VcfText.h"
 
+#include <algorithm>
+
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
@@ -13,23 +15,6 @@ namespace {
 const QString lineEnd = u"\r\n"_s;
 const QChar hiddenSemicolon = u'•'; // code 149
 
-struct NameParts
-{
-    QString last;
-    QString first;
-};
-
-/// Parts a name at the first ";" that is not escaped. All further ones stay in the first name.
-NameParts splitName(const QString& text)
-{
-    const QString value = app::replacedAll(text, u"\\;", QStringView(&hiddenSemicolon, 1));
-    const qsizetype semicolon = value.indexOf(u';');
-    const auto shown = [](QString part) { return part.replace(hiddenSemicolon, u';'); };
-    if (semicolon < 0)
-        return {shown(value), {}};
-    return {shown(value.first(semicolon)), shown(value.sliced(semicolon + 1))};
-}
-
 /// A value for one line of a card: it must not add lines of its own.
 QString lineValue(QString value)
 {
@@ -38,18 +23,65 @@ QString lineValue(QString value)
     return VcfEsc(value);
 }
 
-QString nameLine(const tVcfEntry& entry, bool encode)
+/// A value as UTF-8 in quoted-printable, for letters that Windows-1252 lacks. ";" stays: it separates the
+/// parts of a name.
+QByteArray utf8Value(const QString& value)
 {
-    const QString last = encode ? VcfQpEnc(entry.lastName) : entry.lastName;
-    const QString first = encode ? VcfQpEnc(entry.firstName) : entry.firstName;
-    const bool encoded = last != entry.lastName || first != entry.firstName;
-    return (encoded ? u"N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:"_s : u"N:"_s) + lineValue(last) + u';' +
-           lineValue(first) + lineEnd;
+    const QByteArray bytes = lineValue(value).toUtf8();
+    QByteArray out;
+    for (const char byte : bytes) {
+        const bool isPlain = byte >= ' ' && byte <= '~' && byte != '=';
+        out += isPlain ? QByteArray(1, byte) : '=' + QByteArray(1, byte).toHex().toUpper();
+    }
+    return out;
 }
 
-QString lineUnlessEmpty(const QString& key, const QString& value)
+constexpr char quotedUtf8Marks[] = ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8";
+
+CardLine nameLine(const tVcfEntry& entry, bool encode)
 {
-    return value.isEmpty() ? QString() : key + lineValue(value) + lineEnd;
+    if (!app::fitsCp1252(entry.lastName) || !app::fitsCp1252(entry.firstName))
+        return {"N", quotedUtf8Marks, utf8Value(entry.lastName) + ';' + utf8Value(entry.firstName)};
+    const QString last = encode ? VcfQpEnc(entry.lastName) : entry.lastName;
+    const QString first = encode ? VcfQpEnc(entry.firstName) : entry.firstName;
+    const bool isEncoded = last != entry.lastName || first != entry.firstName;
+    return {"N", isEncoded ? quotedUtf8Marks : "", app::toCp1252(lineValue(last) + u';' + lineValue(first))};
+}
+
+CardLine emailLine(const QString& email)
+{
+    if (!app::fitsCp1252(email))
+        return {"EMAIL;INTERNET", quotedUtf8Marks, utf8Value(email)};
+    return {"EMAIL;INTERNET", {}, app::toCp1252(lineValue(email))};
+}
+
+CardLine plainLine(const QByteArray& key, const QString& value)
+{
+    return {key, {}, app::toCp1252(lineValue(value))};
+}
+
+/// A field's line in the order of a card.
+struct BuiltLine
+{
+    CardLine line;         ///< with the key that is written
+    QByteArray keyInPhone; ///< the key that the phone gives it
+    bool isChanged = true; ///< compared with the card in the phone
+    bool isAlways = false; ///< written even if it is empty
+};
+
+std::vector<BuiltLine> builtLines(const tVcfEntry& entry, bool encodeNames, const tVcfEntry& before)
+{
+    const bool sameName = entry.lastName == before.lastName && entry.firstName == before.firstName;
+    const bool sameBirthday = haveSameContent({.birthday = entry.birthday}, {.birthday = before.birthday});
+    return {
+        {nameLine(entry, encodeNames), "N", !sameName, true},
+        {emailLine(entry.email), "EMAIL", entry.email != before.email},
+        {plainLine("TEL;HOME", entry.home), "TEL;HOME", entry.home != before.home},
+        {plainLine("TEL;WORK", entry.work), "TEL;WORK", entry.work != before.work},
+        {plainLine("TEL;CELL", entry.mobile), "TEL;CELL", entry.mobile != before.mobile},
+        {plainLine("X-IRMC-LUID", entry.luid), "X-IRMC-LUID", true, true},
+        {plainLine("BDAY", entry.birthday), "BDAY", !sameBirthday, true},
+    };
 }
 
 } // namespace
@@ -67,15 +99,34 @@ QString GetVcfValue(QStringView card, QStringView key)
     return rest.first(end).toString();
 }
 
-QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames)
+std::pair<QString, QString> splitName(const QString& value)
 {
-    const QString card =
-        u"BEGIN:VCARD"_s + lineEnd + nameLine(entry, encodeNames) +
-        lineUnlessEmpty(u"EMAIL;INTERNET:"_s, entry.email) + lineUnlessEmpty(u"TEL;HOME:"_s, entry.home) +
-        lineUnlessEmpty(u"TEL;WORK:"_s, entry.work) + lineUnlessEmpty(u"TEL;CELL:"_s, entry.mobile) +
-        u"X-IRMC-LUID:"_s + lineValue(entry.luid) + lineEnd + u"BDAY:"_s + lineValue(entry.birthday) +
-        lineEnd + u"END:VCARD"_s + lineEnd + lineEnd;
-    return app::toCp1252(card);
+    const QString text = app::replacedAll(value, u"\\;", QStringView(&hiddenSemicolon, 1));
+    const qsizetype semicolon = text.indexOf(u';');
+    const auto shown = [](QString part) { return part.replace(hiddenSemicolon, u';'); };
+    if (semicolon < 0)
+        return {shown(text), {}};
+    return {shown(text.first(semicolon)), shown(text.sliced(semicolon + 1))};
+}
+
+QByteArray VcfBuildItem(const tVcfEntry& entry, bool encodeNames, const ContactCard* before)
+{
+    const bool isInPhone = before && !before->raw.isEmpty();
+    const std::vector<CardLine> held = isInPhone ? cardLines(before->raw) : std::vector<CardLine>();
+    QByteArray card = "BEGIN:VCARD\r\n";
+    for (BuiltLine& built : builtLines(entry, encodeNames, isInPhone ? before->entry : tVcfEntry{})) {
+        const auto kept = std::find_if(held.begin(), held.end(),
+                                       [&](const CardLine& line) { return line.key == built.keyInPhone; });
+        if (!built.isChanged && kept != held.end()) {
+            built.line.marks = kept->marks;
+            built.line.value = kept->value;
+        }
+        if (built.isAlways || !built.line.value.isEmpty())
+            card += built.line.bytes();
+    }
+    for (const CardLine& line : isInPhone ? otherLines(before->raw) : std::vector<CardLine>())
+        card += line.bytes();
+    return card + "END:VCARD\r\n\r\n";
 }
 
 QString endangeredCharacters(const tVcfEntry& entry)
@@ -84,55 +135,44 @@ QString endangeredCharacters(const tVcfEntry& entry)
     constexpr int lastSign = 0xBF;
     constexpr int lead = 0xC3;
     QString found;
-    const auto note = [&found](char32_t character) {
-        const auto letter = QChar::fromUcs4(character);
-        if (!found.contains(letter))
-            found += letter;
+    const auto noteAll = [&found](const QString& text, const auto& isEndangered) {
+        for (const char32_t character : text.toUcs4()) {
+            const auto letter = QChar::fromUcs4(character);
+            if (isEndangered(character, app::cp1252Value(character)) && !found.contains(letter))
+                found += letter;
+        }
     };
+    const auto isMisread = [](char32_t character, int value) { return character == U'=' || value == lead; };
     const QString names = entry.lastName + entry.firstName;
-    for (const char32_t character : QString(names + entry.email).toUcs4()) {
-        const int value = app::cp1252Value(character);
-        if (character == U'=' || value < 0 || value == lead)
-            note(character);
-    }
-    for (const char32_t character : names.toUcs4()) {
-        const int value = app::cp1252Value(character);
-        if (value >= firstSign && value <= lastSign)
-            note(character);
-    }
+    const bool namesAreUtf8 = !app::fitsCp1252(names);
+    if (!namesAreUtf8)
+        noteAll(names, isMisread);
+    if (app::fitsCp1252(entry.email))
+        noteAll(entry.email, isMisread);
+    if (!namesAreUtf8)
+        noteAll(names, [](char32_t, int value) { return value >= firstSign && value <= lastSign; });
+    noteAll(entry.home + entry.mobile + entry.work, [](char32_t, int value) { return value < 0; });
     if (entry.lastName.endsWith(u'\\'))
-        note(U'\\');
+        found += u'\\';
     return found;
 }
 
 tVcfEntry VcfParseItem(const QString& card, int index)
 {
     const QString lines = app::replacedAll(card, u"=\r\n");
-    const NameParts name = splitName(GetVcfValue(lines, u"N:"));
+    const auto [lastName, firstName] = splitName(GetVcfValue(lines, u"N:"));
     tVcfEntry entry{.email = VcfUnesc(GetVcfValue(lines, u"EMAIL:")),
-                    .lastName = name.last,
+                    .lastName = lastName,
                     .work = VcfUnesc(GetVcfValue(lines, u"TEL;WORK:")),
                     .mobile = VcfUnesc(GetVcfValue(lines, u"TEL;CELL:")),
                     .home = VcfUnesc(GetVcfValue(lines, u"TEL;HOME:")),
-                    .firstName = name.first,
+                    .firstName = firstName,
                     .birthday = GetVcfValue(lines, u"BDAY:"),
                     .luid = GetVcfValue(lines, u"X-IRMC-LUID:")};
     entry.isStandIn = entry.luid.isEmpty();
     if (entry.isStandIn)
         entry.luid = u"%1"_s.arg(index, 3, 10, QChar(u'0'));
     return entry;
-}
-
-VcfCards parseCards(const QString& text)
-{
-    VcfCards cards;
-    const QStringList pieces = text.split(u"END:VCARD\r\n"_s);
-    cards.upperBound = static_cast<int>(pieces.size()) - 1;
-    for (const QString& piece : pieces) {
-        if (piece.contains(u"X-IRMC-LUID"))
-            cards.entries.append(VcfParseItem(piece, static_cast<int>(cards.entries.size()) + 1));
-    }
-    return cards;
 }
 
 } // namespace kalmo::phonedata

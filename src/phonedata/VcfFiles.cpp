@@ -54,7 +54,7 @@ QByteArray cardLine(const QByteArray& key, const QString& value)
 
 } // namespace
 
-QByteArray vcfCardBytes(const tVcfEntry& entry)
+QByteArray vcfCardBytes(const tVcfEntry& entry, const std::vector<CardLine>& others)
 {
     const std::pair<QByteArray, QString> fields[] = {
         {"EMAIL;INTERNET", entry.email},
@@ -70,6 +70,8 @@ QByteArray vcfCardBytes(const tVcfEntry& entry)
         if (!value.isEmpty())
             card += cardLine(key, VcfEsc(value));
     }
+    for (const CardLine& line : others)
+        card += cardLine(line.key, utf8Text(line).value_or(app::fromCp1252(line.value)));
     return card + "END:VCARD\r\n\r\n";
 }
 

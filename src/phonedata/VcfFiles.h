@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Context.h"
-#include "phonedata/VcfEntry.h"
+#include "phonedata/VcfCards.h"
 #include "toolkit/ListRows.h"
 
 namespace kalmo::phonedata {
@@ -14,7 +14,8 @@ QByteArray vcfCsvBytes(const toolkit::ListRows& list);
 
 /// A contact as a card for other programs, by the rules of vCard 2.1 and not by those of the phones: what is
 /// not plain ASCII is quoted-printable UTF-8. What is empty has no line.
-QByteArray vcfCardBytes(const tVcfEntry& entry);
+/// `others` are lines that tVcfEntry has no field for; they follow, in correct spelling too.
+QByteArray vcfCardBytes(const tVcfEntry& entry, const std::vector<CardLine>& others = {});
 
 /// The automatic backup of a list: its headings and all its columns, parted by tabs. False, told to the user,
 /// if it can't be written.

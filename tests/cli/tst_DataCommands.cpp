@@ -202,10 +202,12 @@ void tst_DataCommands::runs()
     const auto miscounts = [](int count) {
         return [=](Handset& handset) { handset.port.handset().setFaults({.miscounts = count}); };
     };
-    rows.add("no change behind two incomplete readings", u"--yes phonebook delete 0001"_s, ExitFailed, {},
-             u"kalmoctl: the phone says that it holds 26, but sent 25, in the second reading too.\n"
-             "Nothing was changed in the phone.\n"_s,
-             miscounts(2));
+    rows.add(
+        "no change behind two incomplete readings", u"--yes phonebook delete 0001"_s, ExitFailed, {},
+        u"kalmoctl: could not read the whole phonebook: the phone says that it holds 26, but sent 25, in the "
+        "second reading too.\n"
+        "Nothing was changed in the phone.\n"_s,
+        miscounts(2));
     rows.add("one behind which a whole one comes is no matter", u"--yes phonebook delete 99"_s, ExitWrongUse,
              {}, u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
              miscounts(1));

@@ -2,7 +2,7 @@
 // way that an operation can end, and that the line is back at AT commands after all of them.
 
 #include "phonedata/IrmcItems.h"
-#include "phonedata/VcardCommands.h"
+#include "phonedata/VcardStore.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
@@ -88,7 +88,7 @@ struct Contacts
     std::unique_ptr<toolkit::ListRows> list;
     std::shared_ptr<VcardStore> store;
     RecordedProgress progress;
-    VcardStore::Report report;
+    ContactReport report;
 };
 
 } // namespace
@@ -122,7 +122,7 @@ private Q_SLOTS:
             tVcfEntry changed = vcfEntryFrom(phone.list->row(1));
             changed.lastName = u"Äß"_s;
             changed.birthday = writtenBirthday(QDate(1970, 3, 2), u"12:30"_s);
-            QCOMPARE(saveContact(*phone.store, changed, 1, phone.progress.all()), CommandResult::Done);
+            QVERIFY(phone.write({changed}));
             QCOMPARE(phone.held().find(changed.luid)->fields[u"birthday"_s].toString(),
                      u"1970-03-02T12:30"_s);
             phone.checkAllIsWell();
@@ -225,30 +225,6 @@ private Q_SLOTS:
         }
     }
 
-    void unconfirmedChange()
-    {
-        const QString title = u" - Adressbuch bearbeiten"_s;
-        Contacts phone(u"S68H"_s);
-        QVERIFY(phone.read());
-        tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
-        entry.lastName = u"Neu"_s;
-        phone.port.handset().setFaults({.noLuid = true});
-        phone.test.dialogs.expect(lostReference);
-        phone.test.dialogs.expect(
-            box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, title));
-        QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Failed);
-        QCOMPARE(phone.list->row(3).key, u"temp_i"_s + entry.luid);
-        phone.test.dialogs.expect(
-            box(Icon::Information,
-                u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + readAgainAdvice()));
-        QVERIFY(mayEditContact(*phone.store, 2) && !mayEditContact(*phone.store, 3));
-        phone.port.handset().setFaults({});
-        phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
-        phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, title));
-        QCOMPARE(saveContact(*phone.store, entry, 3, phone.progress.all()), CommandResult::Done);
-        phone.checkAllIsWell();
-    }
-
     void noRoom()
     {
         Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1});
@@ -261,9 +237,6 @@ private Q_SLOTS:
         QVERIFY(!phone.write({someone, someone})); // one too many is left to the phone
         QCOMPARE(phone.list->count(), 1);
         phone.checkAllIsWell();
-        phone.test.dialogs.expect(
-            box(Icon::Information, u"Es ist kein freier Speicherplatz vorhanden."_s, u" - neuer Eintrag"_s));
-        QVERIFY(!mayAddContact(*phone.store));
     }
 
     /// An empty phone that says no LUIDs has no counter either: its entries are taken as they are.
@@ -272,12 +245,6 @@ private Q_SLOTS:
         Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .faults = {.noLuid = true}});
         QVERIFY(phone.write({someone}));
         QVERIFY(phone.list->text(0, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
-        phone.list->selectAll();
-        phone.test.dialogs.expect(
-            box(Icon::Information, u"Der gewählte bzw. ein gewählter Eintrag verfügt über "
-                                   u"keine gültige Referenznummer.\n"_s +
-                                       readAgainAdvice()));
-        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
     }
 
     void stopsBetweenTwo()
@@ -320,52 +287,6 @@ private Q_SLOTS:
             QVERIFY(!phone.store);
             QVERIFY(!phone.port.handset().isInDataMode() && phone.line.mode() == link::LineMode::Text);
         }
-    }
-
-    void deletes()
-    {
-        Contacts phone(u"SL400H"_s);
-        QVERIFY(phone.read());
-        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
-        phone.list->setSelected(0, true);
-        phone.list->setSelected(3, true);
-        const auto asked =
-            question(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
-        phone.test.dialogs.expect(asked, Answer::No);
-        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all()), CommandResult::Refused);
-
-        phone.port.handset().setFaults({.refuseAt = 9}); // the second of them
-        phone.test.dialogs.expect(asked, Answer::Yes);
-        phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
-        phone.test.dialogs.expect(box(
-            Icon::Information, u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch "
-                               u"erneut ein, um Inkonsistenzen zu vermeiden."_s));
-        QCOMPARE(phone.store->VcfDeleteSelected(phone.progress.all(), &phone.report), CommandResult::Failed);
-        QCOMPARE(phone.report.luids, QStringList{u"0004"_s});
-        QCOMPARE(phone.list->count(), 0);
-        QCOMPARE(phone.labels(), u"?/?"_s);
-        QVERIFY(phone.read());
-        phone.checkAllIsWell();
-    }
-
-    void refresh()
-    {
-        Contacts phone(u"SL78H"_s);
-        QStringList shown;
-        const auto dialog = [&](const QString& answer) { shown.append(answer); };
-        QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
-        QVERIFY(shown.isEmpty());
-        QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
-        QVERIFY(phone.write({{.lastName = u"x"_s, .work = u"f0521"_s}}));
-        phone.test.dialogs.expect(
-            question(
-                u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
-                u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
-                u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
-                {}, Answer::Ok),
-            Answer::Yes);
-        QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
-        QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
     }
 
     void organizer()

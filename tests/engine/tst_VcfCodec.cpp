@@ -115,11 +115,11 @@ private Q_SLOTS:
 
     void cardsOfAnObject()
     {
-        const QString own = u"BEGIN:VCARD\r\nN:me\r\nEND:VCARD\r\n"_s;
-        const QString one = u"BEGIN:VCARD\r\nN:A\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"_s;
+        const QByteArray own = "BEGIN:VCARD\r\nN:me\r\nEND:VCARD\r\n";
+        const QByteArray one = "BEGIN:VCARD\r\nN:A\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n";
         const VcfCards cards = parseCards(own + one + one + one.chopped(11));
         QCOMPARE(cards.upperBound, 3); // the last piece has lost its end
-        QCOMPARE(cards.entries.size(), 3);
+        QCOMPARE(cards.cards.size(), 3U);
         QCOMPARE(parseCards({}).upperBound, 0);
     }
 

@@ -1,9 +1,9 @@
 #include "ui/window/VcardList.h"
 
 #include "app/Files.h"
-#include "phonedata/VcardCommands.h"
 #include "phonedata/VcfFiles.h"
 #include "toolkit/Progress.h"
+#include "ui/forms/ContactCommands.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/window/Notices.h"
@@ -65,7 +65,7 @@ void VcardList::run(Command command)
 void VcardList::refresh()
 {
     const auto editAreaCodes = [this](const QString& answer) { showAreaCodeDialog(answer); };
-    phonedata::refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
+    refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
     m_isRead = true;
 }
 
@@ -77,7 +77,7 @@ void VcardList::forget()
 
 void VcardList::add()
 {
-    if (!phonedata::mayAddContact(*m_store))
+    if (!allowNewContact(*m_store))
         return;
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
     form.exec();
@@ -87,7 +87,7 @@ void VcardList::edit()
 {
     const QList<int> selected = m_rows->selectedRows();
     const int row = m_rows->current() >= 0 ? m_rows->current() : selected.value(0, -1);
-    if (row < 0 || !phonedata::mayEditContact(*m_store, row))
+    if (row < 0 || !allowChange(*m_store, row))
         return;
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
     form.loadRow(row);
@@ -98,7 +98,7 @@ void VcardList::deleteSelected()
 {
     if (m_rows->selectedRows().isEmpty())
         return;
-    m_store->VcfDeleteSelected(m_parts.progress);
+    VcfDeleteSelected(*m_store, m_parts.progress);
 }
 
 void VcardList::save()

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "cli/Job.h"
+#include "operations/ContactEdit.h"
+
+#include <QJsonObject>
+
+namespace kalmo::cli {
+
+/// A command that changes contacts.
+struct ContactCommand
+{
+    QString verb;  ///< "written" or "deleted"; the key of their number in JSON too
+    QString cause; ///< key word of the record
+};
+
+/// Makes the plan once the phone has been read. Nothing to end the command with `status`, which has been
+/// reported.
+using MakePlan = std::function<std::optional<operations::ContactPlan>(const operations::ContactEdit& edit,
+                                                                      ExitStatus& status)>;
+
+/// Reports the result of a change: JSON and text, and what went wrong.
+using Report =
+    std::function<ExitStatus(const operations::ContactEdit& edit, const operations::ContactOutcome& outcome)>;
+
+/// Finds the phone, reads its contacts, carries out the plan and reports.
+ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan,
+                          const Report& report);
+/// The same with the usual report: the LUIDs of the contacts, and those that were not changed.
+ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan);
+
+/// Reads the file that a command names, without contacts that hold nothing. Nothing after a fault, which has
+/// been reported.
+std::optional<operations::Contacts> readContacts(Job& job, const QString& path);
+
+/// Lines of warnings about contacts that a phone may cut or refuse; empty if there are none.
+QString warningLines(const operations::Contacts& contacts);
+
+/// Asks about warnings. Where nobody is there to see the question they are noted. Returns true if the change
+/// may go on.
+bool confirmWarnings(Job& job, const QString& warnings);
+
+/// "kalmoctl: could not change all contacts: ..." with the place of the backup, for a change that is not
+/// Done.
+QString failureText(Job& job, const ContactCommand& command, const operations::ContactOutcome& outcome);
+
+/// The facts that each report in JSON has: `backup` and `state`.
+QJsonObject commonJson(const operations::Outcome& facts);
+
+/// Exit status of a change.
+ExitStatus statusOf(const operations::Outcome& facts);
+
+} // namespace kalmo::cli

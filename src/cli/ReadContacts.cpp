@@ -1,0 +1,93 @@
+#include "cli/ReadContacts.h"
+
+#include "cli/ContactWords.h"
+#include "cli/DataWork.h"
+#include "cli/OutputFile.h"
+#include "cli/Tables.h"
+#include "operations/ContactFiles.h"
+#include "operations/ContactPlan.h"
+#include "operations/SavedText.h"
+
+namespace kalmo::cli {
+
+using operations::Contacts;
+using phonedata::ContactReading;
+
+namespace {
+
+/// Reads the phonebook, and once more if not as many contacts came as the phone counts. Nothing after a
+/// failure, which has been reported.
+std::optional<ContactReading> readTwice(Job& job, const std::shared_ptr<obex::clsMmc>& client)
+{
+    const auto list = phonedata::makeVcfRows();
+    const auto store = std::make_shared<phonedata::VcardStore>(client, *list);
+    const toolkit::Progress progress{.bar = &job.progress, .cancel = &job.stop};
+    job.progress.phase(u"Reading the phonebook"_s);
+    phonedata::VcardStore::Session session(*store, u"VcfReadList"_s, progress);
+    auto reading = session.open() ? store->readCards(progress) : std::nullopt;
+    if (reading && !reading->isWhole()) {
+        job.progress.clear();
+        job.out.note(u"Reading once more: %1.\n"_s.arg(countMismatch(*reading)));
+        job.progress.phase(u"Reading the phonebook"_s);
+        reading = store->readCards(progress);
+    }
+    job.progress.clear();
+    if (!reading && !job.stop.Checked())
+        job.out.error(u"could not read the phonebook."_s);
+    return reading;
+}
+
+/// Returns true if the file of `--output` can hold all letters of the contacts.
+bool holdsAllLetters(const QString& path, const Contacts& contacts)
+{
+    operations::SavedList list{.kind = operations::SavedKind::Contacts, .contacts = contacts};
+    return path.isEmpty() || !operations::endsIn(path, u".csv") || operations::bringsBack(path, list);
+}
+
+ExitStatus showReading(Job& job, const ContactReading& reading)
+{
+    const Contacts contacts = operations::contactsOf(reading);
+    const QString path = job.invocation.value(u"--output"_s);
+    const auto bytes = [&] {
+        return operations::endsIn(path, u".vcf")
+                   ? operations::contactCardBytes(reading)
+                   : operations::savedListBytes(
+                         path, {.kind = operations::SavedKind::Contacts, .contacts = contacts});
+    };
+    const bool isSaved = saveOutput(job, {contacts.size(), !reading.isWhole(), bytes});
+    std::vector<QStringList> rows;
+    for (const phonedata::tVcfEntry& contact : contacts)
+        rows.push_back(contactCells(contact));
+    if (path.isEmpty() || job.out.isJson())
+        job.out.show(operations::contactJson(contacts), alignedTable(contactHeadings(), rows));
+    if (!reading.isWhole()) {
+        job.out.error(countMismatch(reading) + u", in the second reading too. Read again."_s);
+        return ExitFailed;
+    }
+    if (!isSaved)
+        return ExitFailed;
+    if (contacts.empty() || holdsAllLetters(path, contacts))
+        return ExitDone;
+    job.out.error(u"%1 can't hold all texts as the phone does. Save them in a .json file too."_s.arg(path));
+    return ExitFailed;
+}
+
+} // namespace
+
+QString countMismatch(const ContactReading& reading)
+{
+    return u"the phone says that it holds %1, but sent %2"_s.arg(reading.info ? reading.info->intBelegt : 0)
+        .arg(std::max(reading.cards.upperBound - 1, 0));
+}
+
+ExitStatus showContacts(Job& job)
+{
+    std::optional<ContactReading> reading;
+    const ExitStatus status = withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
+        reading = readTwice(job, client);
+        return reading ? ExitDone : brokenOff(job);
+    });
+    return status == ExitDone ? showReading(job, *reading) : status;
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,184 @@
+#include "cli/WriteContacts.h"
+
+#include "cli/ContactWords.h"
+#include "cli/StoreWords.h"
+#include "cli/Tables.h"
+#include "operations/ContactFields.h"
+
+namespace kalmo::cli {
+
+using operations::ContactEdit;
+using operations::ContactOutcome;
+using operations::ContactPlan;
+using operations::Contacts;
+
+namespace {
+
+const ContactCommand command{u"written"_s, u"write"_s};
+
+QJsonObject planJson(const ContactPlan& plan)
+{
+    return {{u"add"_s, static_cast<qint64>(plan.add.size())},
+            {u"change"_s, static_cast<qint64>(plan.change.size())},
+            {u"remove"_s, static_cast<qint64>(plan.remove.size())}};
+}
+
+/// The differences as a table. `words` are those for what the file has, what the phone has instead, and what
+/// only the phone has.
+QString differences(const ContactPlan& plan, const std::array<QString, 4>& words)
+{
+    std::vector<QStringList> rows;
+    const auto add = [&rows](const QString& word, const phonedata::tVcfEntry& contact) {
+        rows.push_back(QStringList{word} + contactCells(contact));
+    };
+    for (const phonedata::ContactWrite& write : plan.add)
+        add(words[0], write.entry);
+    for (const ContactPlan::Change& change : plan.change) {
+        add(words[1], change.to.entry);
+        add(words[2], change.from);
+    }
+    for (const phonedata::tVcfEntry& contact : plan.remove)
+        add(words[3], contact);
+    return rows.empty() ? QString() : alignedTable(QStringList{QString()} + contactHeadings(), rows);
+}
+
+QString planText(const ContactPlan& plan)
+{
+    return differences(plan, {u"add"_s, u"change"_s, u"  from"_s, u"remove"_s}) +
+           u"%1 to add, %2 to change, %3 to remove; %4 stay as they are.\n"_s.arg(plan.add.size())
+               .arg(plan.change.size())
+               .arg(plan.remove.size())
+               .arg(plan.same);
+}
+
+/// Warnings about the contacts that will be written.
+QString warningsAboutPlan(const ContactPlan& plan)
+{
+    Contacts written;
+    for (const ContactPlan::Change& change : plan.change)
+        written.push_back(change.to.entry);
+    for (const phonedata::ContactWrite& write : plan.add)
+        written.push_back(write.entry);
+    QString text = warningLines(written);
+    for (const phonedata::tVcfEntry& contact : plan.stuck)
+        text += u"%1: the phone gives no reference for it, so it can't be removed\n"_s.arg(
+            printable(operations::contactName(contact)));
+    return text;
+}
+
+/// One run of the command.
+class ContactWriter
+{
+public:
+    ContactWriter(Job& job, const Contacts& wanted)
+        : m_job(job), m_wanted(wanted), m_isDryRun(job.invocation.has(u"--dry-run"_s))
+    {
+    }
+
+    ExitStatus run();
+
+private:
+    std::optional<ContactPlan> plan(const ContactEdit& edit, ExitStatus& status);
+    bool confirm(const ContactEdit& edit, const ContactPlan& plan, ExitStatus& status);
+    ExitStatus report(const ContactEdit& edit, const ContactOutcome& outcome);
+    void show(const operations::Outcome& facts, int written, std::optional<int> verified,
+              const QString& text);
+
+    Job& m_job;
+    const Contacts& m_wanted;
+    bool m_isDryRun;
+};
+
+ExitStatus ContactWriter::run()
+{
+    if (!m_isDryRun && !m_job.questions.canBeAnswered()) {
+        m_job.questions.tellUnanswered(u"Replace the phonebook in the phone?"_s);
+        return ExitRefused;
+    }
+    return changeContacts(
+        m_job, command, [this](const ContactEdit& edit, ExitStatus& status) { return plan(edit, status); },
+        [this](const ContactEdit& edit, const ContactOutcome& outcome) { return report(edit, outcome); });
+}
+
+std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStatus& status)
+{
+    const ContactPlan plan = operations::planEqual(edit.held(), m_wanted);
+    const QString warnings = warningsAboutPlan(plan);
+    if (m_isDryRun) {
+        m_job.out.note(warnings);
+        m_job.out.show(planJson(plan), planText(plan));
+        return std::nullopt;
+    }
+    if (plan.isEmpty())
+        return plan;
+    m_job.out.note(planText(plan));
+    status = ExitRefused;
+    if (!confirmWarnings(m_job, warnings) || !confirm(edit, plan, status))
+        return std::nullopt;
+    return plan;
+}
+
+bool ContactWriter::confirm(const ContactEdit& edit, const ContactPlan& plan, ExitStatus& status)
+{
+    const auto room = edit.freePlaces();
+    if (!plan.add.empty() && (!room || !plan.fits(*room))) {
+        status = ExitFailed;
+        m_job.out.error(
+            room ? u"the phone has room for %1 more once those are removed; nothing was changed in it."_s.arg(
+                       entryCount(static_cast<size_t>(*room) + plan.remove.size()))
+                 : u"the phone does not say how much room it has; nothing was changed in it."_s);
+        return false;
+    }
+    return m_job.questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
+        entryCount(m_wanted.size()), QString::number(plan.add.size()), QString::number(plan.change.size()),
+        QString::number(plan.remove.size())));
+}
+
+void ContactWriter::show(const operations::Outcome& facts, int written, std::optional<int> verified,
+                         const QString& text)
+{
+    QJsonObject json = commonJson(facts);
+    json[u"written"_s] = written;
+    json[u"verified"_s] = verified ? QJsonValue(*verified) : QJsonValue();
+    m_job.out.show(json, text);
+}
+
+ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& outcome)
+{
+    using operations::Cause;
+    const operations::Outcome& facts = outcome.facts;
+    if (facts.planned == 0) {
+        show(facts, 0, static_cast<int>(m_wanted.size()),
+             u"The phone already holds exactly these entries; nothing was written.\n"_s);
+        return ExitDone;
+    }
+    if (facts.cause == Cause::NotSaved) {
+        m_job.out.error(failureText(m_job, command, outcome));
+        return ExitFailed;
+    }
+    if (!edit.heldAfter()) {
+        show(facts, facts.confirmed, std::nullopt, {});
+        m_job.out.error(failureText(m_job, command, outcome));
+        return statusOf(facts);
+    }
+    const ContactPlan left = operations::planEqual(*edit.heldAfter(), m_wanted);
+    if (left.isEmpty() && left.stuck.empty() && facts.isDone()) {
+        show(facts, facts.confirmed, left.same,
+             u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size())));
+        return ExitDone;
+    }
+    show(facts, facts.confirmed, left.same, {});
+    m_job.out.error(
+        failureText(m_job, command, outcome) + u"\nThis differs from the file:\n"_s +
+        differences(left, {u"missing"_s, u"in the file"_s, u"  holds"_s, u"not in the file"_s}).chopped(1));
+    return facts.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
+}
+
+} // namespace
+
+ExitStatus writeContacts(Job& job, const Contacts& wanted)
+{
+    return ContactWriter(job, wanted).run();
+}
+
+} // namespace kalmo::cli

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "cli/ContactChange.h"
+
+namespace kalmo::cli {
+
+/// "phonebook write" for a handset with vCards: makes the phone hold exactly the contacts of the file.
+ExitStatus writeContacts(Job& job, const operations::Contacts& wanted);
+
+} // namespace kalmo::cli

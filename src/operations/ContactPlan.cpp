@@ -1,0 +1,219 @@
+#include "operations/ContactPlan.h"
+
+#include <algorithm>
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+using phonedata::ContactCard;
+using phonedata::ContactReading;
+using phonedata::ContactWrite;
+using phonedata::tVcfEntry;
+
+namespace {
+
+bool isReachable(const tVcfEntry& entry)
+{
+    return !entry.isStandIn && !phonedata::isNoValidLuid(entry.luid);
+}
+
+bool haveSameName(const tVcfEntry& left, const tVcfEntry& right)
+{
+    const bool hasName = !left.lastName.isEmpty() || !left.firstName.isEmpty();
+    return hasName && left.lastName == right.lastName && left.firstName == right.firstName;
+}
+
+/// Returns true if two cards hold the same: byte for byte where both are known in bytes.
+bool haveSameCard(const ContactCard& left, const ContactCard& right)
+{
+    if (left.raw.isEmpty() || right.raw.isEmpty())
+        return phonedata::haveSameContent(left.entry, right.entry);
+    return phonedata::withLuid(left.raw, {}) == phonedata::withLuid(right.raw, {});
+}
+
+/// Finds for each wanted card the one in the phone that is to become it.
+class Matching
+{
+public:
+    Matching(const std::vector<ContactCard>& held, const std::vector<ContactCard>& wanted)
+        : m_held(held), m_wanted(wanted), m_isTaken(held.size(), false), m_partner(wanted.size(), nullptr)
+    {
+        match(
+            [](const ContactCard& in, const ContactCard& want) { return in.entry.luid == want.entry.luid; });
+        match(haveSameCard);
+        match([](const ContactCard& in, const ContactCard& want) {
+            return haveSameName(in.entry, want.entry);
+        });
+    }
+
+    ContactPlan plan() const
+    {
+        ContactPlan plan;
+        for (size_t index = 0; index < m_wanted.size(); ++index)
+            plan.same += addTo(plan, m_wanted[index], m_partner[index]) ? 0 : 1;
+        for (size_t index = 0; index < m_held.size(); ++index) {
+            if (!m_isTaken[index] && isReachable(m_held[index].entry))
+                plan.remove.push_back(m_held[index].entry);
+        }
+        return plan;
+    }
+
+private:
+    template <typename Fits>
+    void match(const Fits& fits)
+    {
+        for (size_t want = 0; want < m_wanted.size(); ++want) {
+            for (size_t in = 0; in < m_held.size() && !m_partner[want]; ++in) {
+                if (m_isTaken[in] || !isReachable(m_held[in].entry) || !fits(m_held[in], m_wanted[want]))
+                    continue;
+                m_partner[want] = &m_held[in];
+                m_isTaken[in] = true;
+            }
+        }
+    }
+
+    /// False for a card that the phone holds already.
+    static bool addTo(ContactPlan& plan, const ContactCard& wanted, const ContactCard* partner)
+    {
+        if (partner && haveSameCard(*partner, wanted))
+            return false;
+        ContactWrite write{wanted.entry};
+        write.entry.isStandIn = false;
+        write.entry.luid = partner ? partner->entry.luid : QString();
+        if (!wanted.raw.isEmpty())
+            write.card = phonedata::withLuid(wanted.raw, write.entry.luid);
+        if (partner)
+            plan.change.push_back({partner->entry, std::move(write)});
+        else
+            plan.add.push_back(std::move(write));
+        return true;
+    }
+
+    const std::vector<ContactCard>& m_held;
+    const std::vector<ContactCard>& m_wanted;
+    std::vector<bool> m_isTaken;               // of m_held
+    std::vector<const ContactCard*> m_partner; // of m_wanted, in m_held
+};
+
+/// Returns true if the phone's own card is among the cards: it is the first of one too many.
+bool hasOwnCard(const ContactReading& held)
+{
+    return held.info && std::ssize(held.cards.cards) == held.info->intBelegt + 1;
+}
+
+std::vector<ContactCard> cardsWithoutOwn(const ContactReading& held)
+{
+    std::vector<ContactCard> cards = held.cards.cards;
+    if (hasOwnCard(held))
+        cards.erase(cards.begin());
+    return cards;
+}
+
+/// Cards of the phone that no plan can remove.
+Contacts unreachable(const std::vector<ContactCard>& cards)
+{
+    Contacts entries;
+    for (const ContactCard& card : cards) {
+        if (!isReachable(card.entry))
+            entries.push_back(card.entry);
+    }
+    return entries;
+}
+
+ContactPlan planFor(const ContactReading& held, const std::vector<ContactCard>& wanted)
+{
+    const std::vector<ContactCard> cards = cardsWithoutOwn(held);
+    ContactPlan plan = Matching(cards, wanted).plan();
+    plan.stuck = unreachable(cards);
+    return plan;
+}
+
+const ContactCard* findReachable(const ContactReading& held, const QString& luid, LuidPlan& plan)
+{
+    const ContactCard* card = held.cards.find(luid);
+    if (!card)
+        plan.missing = luid;
+    else if (!isReachable(card->entry))
+        plan.noValid = luid;
+    return plan.isSound() ? card : nullptr;
+}
+
+} // namespace
+
+int ContactPlan::removedFirst(int freePlaces) const
+{
+    const auto lacking = static_cast<int>(add.size()) - std::max(freePlaces, 0);
+    return std::clamp(lacking, 0, static_cast<int>(remove.size()));
+}
+
+bool ContactPlan::fits(int freePlaces) const
+{
+    return std::ssize(add) <= std::max(freePlaces, 0) + std::ssize(remove);
+}
+
+Contacts contactsOf(const ContactReading& reading)
+{
+    Contacts contacts;
+    for (const ContactCard& card : reading.cards.cards)
+        contacts.push_back(card.entry);
+    return contacts;
+}
+
+ContactPlan planAdd(Contacts contacts)
+{
+    ContactPlan plan;
+    for (tVcfEntry& contact : contacts) {
+        contact.luid.clear();
+        plan.add.push_back({std::move(contact)});
+    }
+    return plan;
+}
+
+LuidPlan planChange(const ContactReading& held, const tVcfEntry& contact)
+{
+    LuidPlan result;
+    if (const ContactCard* card = findReachable(held, contact.luid, result))
+        result.plan.change.push_back({card->entry, {contact}});
+    return result;
+}
+
+LuidPlan planDelete(const ContactReading& held, const QStringList& luids)
+{
+    LuidPlan result;
+    for (const QString& luid : luids) {
+        const ContactCard* card = findReachable(held, luid, result);
+        if (!card)
+            return result;
+        result.plan.remove.push_back(card->entry);
+    }
+    return result;
+}
+
+ContactPlan planEqual(const ContactReading& held, const Contacts& wanted)
+{
+    std::vector<ContactCard> cards;
+    const bool startsWithOwn = hasOwnCard(held) && !wanted.empty() && !wanted.front().luid.isEmpty() &&
+                               wanted.front().luid == held.cards.cards.front().entry.luid;
+    for (const tVcfEntry& entry : wanted)
+        cards.push_back({entry});
+    if (startsWithOwn) // a saved list holds it like the others
+        cards.erase(cards.begin());
+    return planFor(held, cards);
+}
+
+ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& wanted)
+{
+    std::vector<ContactCard> cards = wanted.cards;
+    const bool startsWithOwn =
+        hasOwnCard(held) && !cards.empty() && cards.front().entry.luid == held.cards.cards.front().entry.luid;
+    if (startsWithOwn)
+        cards.erase(cards.begin());
+    // Of a card that came without a LUID the phone never had one to be found by.
+    for (ContactCard& card : cards) {
+        if (card.entry.isStandIn)
+            card.entry.luid.clear();
+    }
+    return planFor(held, cards);
+}
+
+} // namespace kalmo::operations

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "phonedata/AreaCodes.h"
+#include "phonedata/CommandResult.h"
+#include "phonedata/VcardStore.h"
+
+namespace kalmo::ui {
+
+/// The commands of the vCard phonebook, with their questions and messages.
+
+/// Returns true if there is a free place for a new contact. Shows the user that there is none.
+bool allowNewContact(const phonedata::VcardStore& store);
+
+/// Returns true if the row of a contact has a valid LUID. Shows the user that it has none.
+bool allowChange(const phonedata::VcardStore& store, int row);
+
+/// Saves a contact, in the place of that of `row` or as a new one with -1. Refused means that it has no
+/// number. The user has been shown every result but Done. After a failure the old row is still there, under
+/// its key with "temp_" before it.
+phonedata::CommandResult saveContact(phonedata::VcardStore& store, const phonedata::tVcfEntry& entry, int row,
+                                     const toolkit::Progress& progress);
+
+/// Refuses rows without a valid LUID, asks, and deletes the selected ones. After a failure the list is empty.
+phonedata::CommandResult VcfDeleteSelected(phonedata::VcardStore& store, const toolkit::Progress& progress);
+
+/// The command "Neu Laden": area code check, read, check for wrong numbers. `editAreaCodes` shows the dialog
+/// for the codes; `window`, which may be absent, is blocked while they are queried.
+phonedata::CommandResult refreshContacts(phonedata::VcardStore& store, const toolkit::Progress& progress,
+                                         toolkit::BusyWindow* window,
+                                         const phonedata::AreaCodeDialog& editAreaCodes);
+
+} // namespace kalmo::ui

@@ -1,0 +1,240 @@
+// The commands of the vCard phonebook in the window, with the boxes that they show, against the emulated
+// handset.
+
+#include "operations/Records.h"
+#include "support/ObexClient.h"
+#include "support/Rows.h"
+#include "ui/forms/ContactCommands.h"
+#include "ui/TestProgram.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::phonedata;
+using namespace kalmo::tests;
+using namespace kalmo::ui;
+using obex::GetFriedlyErrMsg;
+using toolkit::Answer;
+using toolkit::Icon;
+
+namespace {
+
+toolkit::Message box(Icon icon, const QString& text, const QString& title = {})
+{
+    return {.text = text, .title = u"Kalmo"_s + title, .icon = icon};
+}
+
+toolkit::Message question(const QString& text, const QString& title, Answer byDefault = Answer::No)
+{
+    return {.text = text,
+            .title = u"Kalmo"_s + title,
+            .buttons = toolkit::Buttons::YesNo,
+            .icon = Icon::Question,
+            .defaultButton = byDefault};
+}
+
+const auto lostReference =
+    box(Icon::Critical,
+        u"LUID konnte beim Schreiben nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s);
+const QString editTitle = u" - Adressbuch bearbeiten"_s;
+const QString advice =
+    u"Dies kann aufgrund eines Fehler im Gigaset, der bisher von der Firma Gigaset nicht behoben wurde unter "
+    u"ungünstigen Umständen vorkommen. Bitte lesen Sie das Telefonbuch einmal komplett neu ein "
+    u"(Schaltfläche \"Neu Laden\"). Danach können Sie den betroffenen Eintrag beliebig ändern oder löschen."_s;
+const tVcfEntry someone{.lastName = u"Zöllner"_s, .home = u"030 1"_s};
+
+struct Contacts : TestProgram
+{
+    explicit Contacts(const QString& model, const handset::Options& options = {})
+        : TestProgram(model, options)
+    {
+        store->VcfReadList(progress.all());
+    }
+
+    CommandResult save(const tVcfEntry& entry, int row = -1)
+    {
+        return saveContact(*store, entry, row, progress.all());
+    }
+    CommandResult remove() { return VcfDeleteSelected(*store, progress.all()); }
+    QStringList luids() const
+    {
+        QStringList all;
+        for (int row = 0; row < list->count(); ++row)
+            all.append(list->text(row, VcfLuid));
+        all.sort();
+        return all;
+    }
+    /// The list holds exactly the contacts of the phone, and the line takes AT commands.
+    bool isInOrder()
+    {
+        QStringList held;
+        for (const auto& item : port.handset().phone().irmc[handset::ContactStore].items())
+            held.append(item.luid);
+        held.sort();
+        return luids() == held && !port.handset().isInDataMode();
+    }
+    std::vector<operations::Record> records() const
+    {
+        return operations::Records(test.context, operations::knownIdentity(test.sy)).all();
+    }
+
+    std::unique_ptr<toolkit::ListRows> list = makeVcfRows();
+    std::shared_ptr<VcardStore> store =
+        std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(line), *list);
+};
+
+} // namespace
+
+class tst_ContactCommands : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void allows();
+    void savesAndRecords();
+    void savesNothingWithoutRecord();
+    void unconfirmedChange();
+    void otherThanEntered();
+    void deletes();
+    void refreshes();
+};
+
+void tst_ContactCommands::allows()
+{
+    Contacts full(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1, .faults = {.noLuid = true}});
+    QVERIFY(allowNewContact(*full.store));
+    QCOMPARE(full.save(someone), CommandResult::Done); // a phone without LUIDs
+    full.test.dialogs.expect(
+        box(Icon::Information, u"Es ist kein freier Speicherplatz vorhanden."_s, u" - neuer Eintrag"_s));
+    QVERIFY(!allowNewContact(*full.store));
+    full.list->selectAll();
+    full.test.dialogs.expect(
+        box(Icon::Information, u"Der gewählte bzw. ein gewählter Eintrag verfügt über keine gültige "
+                               u"Referenznummer.\n"_s +
+                                   advice));
+    QCOMPARE(full.remove(), CommandResult::Refused);
+    full.test.dialogs.expect(box(
+        Icon::Information, u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + advice));
+    QVERIFY(!allowChange(*full.store, 0));
+    full.test.dialogs.expect(box(Icon::Information, u"Bitte geben Sie mindestens eine Telefonnummer ein."_s,
+                                 u" - Eintrag speichern"_s));
+    QCOMPARE(full.save({.lastName = u"x"_s}), CommandResult::Refused);
+}
+
+void tst_ContactCommands::savesAndRecords()
+{
+    Contacts phone(u"SL450HX"_s);
+    const QByteArray before = phone.port.handset().phone().irmc[handset::ContactStore].wholeText(
+        phone.port.handset().phone().cardText());
+    phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
+    phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, editTitle));
+    QCOMPARE(phone.save(someone), CommandResult::Done);
+    QVERIFY(phone.isInOrder());
+    const auto records = phone.records();
+    QCOMPARE(records.size(), 1U);
+    QCOMPARE(records[0].cause, u"add"_s);
+    QCOMPARE(records[0].state, operations::State::Done);
+    const operations::Records all(phone.test.context, records[0].phone);
+    QCOMPARE(all.read(records[0].id)->part(u"pb.vcf"_s)->bytes, before);
+}
+
+void tst_ContactCommands::savesNothingWithoutRecord()
+{
+    Contacts phone(u"SL450HX"_s);
+    const QString blocked = phone.test.storage + u"/Verlauf"_s;
+    QFile file(blocked);
+    QVERIFY(file.open(QIODevice::WriteOnly)); // where the folder would be
+    phone.test.dialogs.expectStart(u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: "_s);
+    phone.test.dialogs.expect(
+        box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, editTitle));
+    QCOMPARE(phone.save(someone), CommandResult::Failed);
+    QVERIFY(phone.isInOrder());
+}
+
+void tst_ContactCommands::unconfirmedChange()
+{
+    Contacts phone(u"S68H"_s);
+    tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
+    entry.lastName = u"Neu"_s;
+    phone.port.handset().setFaults({.noLuid = true});
+    phone.test.dialogs.expect(lostReference);
+    phone.test.dialogs.expect(
+        box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, editTitle));
+    QCOMPARE(phone.save(entry, 3), CommandResult::Failed);
+    QCOMPARE(phone.list->row(3).key, u"temp_i"_s + entry.luid);
+    phone.test.dialogs.expect(box(
+        Icon::Information, u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + advice));
+    QVERIFY(allowChange(*phone.store, 2) && !allowChange(*phone.store, 3));
+    phone.port.handset().setFaults({});
+    QCOMPARE(phone.save(entry, 3), CommandResult::Done);
+    QVERIFY(phone.isInOrder());
+}
+
+/// A "=" in one name is read as a code because another name makes the phone use codes.
+void tst_ContactCommands::otherThanEntered()
+{
+    Contacts phone(u"S68H"_s);
+    QCOMPARE(phone.save({.lastName = u"Ayşe"_s, .home = u"1"_s}), CommandResult::Done);
+    phone.test.dialogs.expectStart(
+        u"Das Telefon hat den Eintrag anders gespeichert, als Sie ihn eingegeben haben."
+        u"\n\nEingegeben: A=41, 1, 01.01.2000  \nGespeichert: AA, 1, 01.01.2000  00:00"_s);
+    QCOMPARE(phone.save({.lastName = u"A=41"_s, .home = u"1"_s, .birthday = u"2000-01-01"_s}),
+             CommandResult::Done);
+    QCOMPARE(phone.list->text(phone.list->count() - 1, VcfLastName), u"AA"_s);
+    QCOMPARE(phone.list->text(phone.list->count() - 2, VcfLastName), u"Ayşe"_s);
+    QVERIFY(phone.isInOrder());
+}
+
+void tst_ContactCommands::deletes()
+{
+    Contacts phone(u"SL400H"_s);
+    QCOMPARE(phone.remove(), CommandResult::Refused);
+    phone.list->setSelected(0, true);
+    phone.list->setSelected(3, true);
+    const auto asked = question(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
+    phone.test.dialogs.expect(asked, Answer::No);
+    QCOMPARE(phone.remove(), CommandResult::Refused);
+
+    const QStringList before = phone.luids();
+    phone.port.handset().setFaults({.refuseAt = 17}); // the second of them
+    phone.test.dialogs.expect(asked, Answer::Yes);
+    phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
+    phone.test.dialogs.expect(box(Icon::Information,
+                                  u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch "
+                                  u"erneut ein, um Inkonsistenzen zu vermeiden."_s));
+    QCOMPARE(phone.remove(), CommandResult::Failed);
+    QCOMPARE(phone.list->count(), 0);
+    QCOMPARE(phone.store->lblVCFkap() + phone.store->lblVCFbelegt(), u"??"_s);
+    QVERIFY(phone.store->VcfReadList(phone.progress.all()));
+    QVERIFY(phone.isInOrder());
+    QCOMPARE(phone.luids(), before.filter(QRegularExpression(u"^(?!0004)"_s)));
+    phone.list->setSelected(0, true);
+    phone.test.dialogs.expect(
+        question(u"1 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s), Answer::Yes);
+    QCOMPARE(phone.remove(), CommandResult::Done);
+    QVERIFY(phone.isInOrder());
+    QCOMPARE(phone.records().size(), 2U);
+}
+
+void tst_ContactCommands::refreshes()
+{
+    Contacts phone(u"SL78H"_s);
+    QStringList shown;
+    const auto dialog = [&](const QString& answer) { shown.append(answer); };
+    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
+    QVERIFY(shown.isEmpty());
+    QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
+    QCOMPARE(phone.save({.lastName = u"x"_s, .work = u"f0521"_s}), CommandResult::Done);
+    phone.test.dialogs.expect(
+        question(u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
+                 u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
+                 u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
+                 {}, Answer::Ok),
+        Answer::Yes);
+    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
+    QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
+}
+
+QTEST_GUILESS_MAIN(tst_ContactCommands)
+#include "tst_ContactCommands.moc"
