@@ -18,9 +18,15 @@ struct NamedTarget
 };
 
 constexpr NamedTarget targets[] = {
-    {"responseFrames", fuzz::responseFrames}, {"folderListing", fuzz::folderListing},
-    {"vcardText", fuzz::vcardText},           {"atAnswers", fuzz::atAnswers},
-    {"luidAnswers", fuzz::luidAnswers},       {"melody", fuzz::melody},
+    {"responseFrames", fuzz::responseFrames},
+    {"folderListing", fuzz::folderListing},
+    {"vcardText", fuzz::vcardText},
+    {"atAnswers", fuzz::atAnswers},
+    {"luidAnswers", fuzz::luidAnswers},
+    {"melody", fuzz::melody},
+    {"importedText", fuzz::importedText},
+    {"cardFiles", fuzz::cardFiles},
+    {"wabFiles", fuzz::wabFiles},
 };
 
 } // namespace

@@ -12,6 +12,9 @@ void vcardText(const QByteArray& bytes);
 void atAnswers(const QByteArray& bytes);
 void luidAnswers(const QByteArray& bytes);
 void melody(const QByteArray& bytes);
+void importedText(const QByteArray& bytes);
+void cardFiles(const QByteArray& bytes);
+void wabFiles(const QByteArray& bytes);
 
 /// Ends the process unless `holds`, in every kind of build.
 inline void require(bool holds)
