@@ -2,6 +2,7 @@
 
 #include "app/Files.h"
 #include "obex/clsMmc.h"
+#include "operations/Records.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/fraFFS.h"
 #include "ui/TestProgram.h"
@@ -47,6 +48,8 @@ struct Panel : TestProgram
     }
     void select(const QStringList& keys)
     {
+        for (int row = 0; row < panel.lvwFFs().count(); ++row)
+            panel.lvwFFs().setSelected(row, false);
         for (const QString& key : keys)
             panel.lvwFFs().setSelected(panel.lvwFFs().indexOfKey(key), true);
     }
@@ -71,9 +74,9 @@ struct Panel : TestProgram
         test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, QString(), target);
     }
     void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
-    void expectRefusal()
+    void expectRefusal(int request)
     {
-        port.handset().setFaults({.refuseAt = 2});
+        port.handset().setFaults({.refuseAt = request});
         expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
                u"ReCode: 403 Forbidden - operation is understood but refused"_s);
     }
@@ -111,7 +114,7 @@ void FileSystemPanel::foldersAndFiles()
     made.enter(u"CDU_"_s);
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
-    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{made.panel.lvwFFs().indexOfKey(u"ROT_"_s)});
+    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Liesmich.txt"_s));
     made.press("show");
     const QString copy = made.test.storage + u"/config/temp/Liesmich.txt"_s;
@@ -135,14 +138,14 @@ void FileSystemPanel::downloads()
     QCOMPARE(made.saved().size(), 3);
 
     QVERIFY(QDir(made.target).removeRecursively() && QDir().mkpath(made.target));
-    made.expectRefusal();
+    made.expectRefusal(3); // after the listing and the first file
     made.expect(in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
     made.save(0); // the folder of the last time
     QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
 
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         Panel larger(u"Sounds"_s);
-        larger.port.handset().setFaults({.surplusAt = 1});
+        larger.port.handset().setFaults({.surplusAt = 2});
         larger.select({u"FIL_Piep.wav"_s});
         larger.expectTarget();
         larger.test.dialogs.expectStart(u"Die Datei \"Piep.wav\" ist nicht vollständig angekommen: "_s,
@@ -164,14 +167,27 @@ void FileSystemPanel::downloads()
 void FileSystemPanel::deletes()
 {
     Panel made(u"Sounds"_s);
+    const QStringList names{u"Piep.wav"_s, u"Gong.mid"_s, u"Tonleiter.mid"_s};
+    made.port.handset().setFaults({});
+    QByteArray content;
+    for (const QString& name : names)
+        QVERIFY(made.mmc->GetFile(name, content, made.progress.all()));
+    const int reading = 1 + made.port.handset().phone().faults.requests; // and the listing
     made.select({u"FIL_Piep.wav"_s, u"FIL_Gong.mid"_s, u"FIL_Tonleiter.mid"_s, u"CDU_"_s});
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
         if (answer == Answer::Yes)
-            made.expectRefusal(); // of the second, from the last on
+            made.expectRefusal(reading + 2); // of the second, from the last on
         made.press("del");
     }
     QCOMPARE(made.shown(), u"FIL_Gong.mid FIL_Piep.wav ROT_ CDU_"_s);
+
+    // All that was to go is in the record, so that it can come back.
+    const operations::Records records(made.test.context, operations::knownIdentity(made.test.sy));
+    QCOMPARE(records.all().size(), 1u);
+    const auto record = records.read(records.all().front().id);
+    QVERIFY(record && record->part(u"Sounds/Tonleiter.mid"_s));
+    QCOMPARE(record->part(u"Sounds/Tonleiter.mid"_s)->bytes, content);
 }
 
 void FileSystemPanel::uploads()
@@ -228,9 +244,9 @@ void FileSystemPanel::uploads()
     made.press("open");
     upload("sechs");
     made.ask(clash, Answer::Yes);
-    made.port.handset().setFaults({.surplusAt = 1});
-    made.test.dialogs.expectStart(
-        u"Die Datei \"Eis.png\" ist nicht vollständig angekommen: Das Telefon gibt "_s);
+    made.port.handset().setFaults({.surplusAt = 3}); // after a listing in two frames
+    made.expect(u"Die Datei \"Eis.png\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung "
+                u"wird sie nicht ersetzt."_s);
     made.press("open");
     QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
     made.port.handset().setFaults({});

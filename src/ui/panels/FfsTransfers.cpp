@@ -1,12 +1,9 @@
 #include "ui/panels/FfsTransfers.h"
 
-#include "app/Files.h"
-#include "app/SafeLocalName.h"
-#include "obex/clsMmcOperation.h"
-#include "phonedata/BackupFiles.h"
+#include "operations/DeleteFiles.h"
+#include "ui/panels/FileBoxes.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -14,284 +11,184 @@ namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using obex::clsMmc;
+using obex::PhonePath;
+using operations::Cause;
+using operations::FileAccess;
+using operations::FileObstacle;
+using operations::FileOutcome;
+using operations::FileToDelete;
+using operations::PlannedFile;
+using operations::State;
 using toolkit::Answer;
-using toolkit::Buttons;
 using toolkit::Icon;
-using toolkit::Progress;
 
 namespace {
 
-constexpr int mostNamesTold = 10;
-constexpr int longestNameTold = 60; // characters
-
-/// Names for a box, which has to fit on a screen.
-QString someOf(const QStringList& names)
+/// Text about a file that can't be sent; %1 is its name.
+struct ObstacleRow
 {
-    QStringList lines;
-    for (const QString& name : names.first(std::min<qsizetype>(names.size(), mostNamesTold)))
-        lines.append(name.size() > longestNameTold ? name.first(longestNameTold) + u'…' : name);
-    if (names.size() > mostNamesTold)
-        lines.append(u"und %1 weitere"_s.arg(names.size() - mostNamesTold));
-    return lines.join(u'\n');
-}
-
-void tell(const clsMmc& mmc, const QString& text, Icon icon)
-{
-    if (!mmc.isAbandoned())
-        mmc.line().context().dialogs.Show({.text = text, .icon = icon});
-}
-
-Answer askToReplace(const clsMmc& mmc, const QString& text)
-{
-    if (mmc.isAbandoned())
-        return Answer::Cancel;
-    return mmc.line().context().dialogs.Show(
-        {.text = text, .buttons = Buttons::YesNoCancel, .icon = Icon::Question, .defaultButton = Answer::No});
-}
-
-/// What became of each file of a job.
-struct Outcome
-{
-    QStringList done;
-    QStringList notDone;
-    QStringList impossible; ///< names that this computer doesn't take
-    bool failed = false;
+    FileObstacle obstacle;
+    QStringView text;
 };
 
-QString reportOf(const Outcome& outcome, const QString& doneTitle, const QString& notDoneTitle)
-{
-    QStringList parts;
-    if (!outcome.done.isEmpty())
-        parts.append(doneTitle + u'\n' + someOf(outcome.done));
-    if (!outcome.notDone.isEmpty())
-        parts.append(notDoneTitle + u'\n' + someOf(outcome.notDone));
-    if (!outcome.impossible.isEmpty()) {
-        parts.append(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:\n"_s +
-                     someOf(outcome.impossible));
-    }
-    return parts.join(u"\n\n"_s);
-}
+constexpr QStringView noSuchName = u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n%1";
 
-/// Where the file goes, empty if it is to be left out. Cancel sets `stop`.
-QString targetFor(const clsMmc& mmc, const QString& folder, const QString& localName, bool& stop)
-{
-    const QString target = QDir(folder).filePath(localName);
-    if (!QFileInfo::exists(target))
-        return target;
-    const Answer answer =
-        askToReplace(mmc, u"Die Datei \"%1\" ist im Ordner %2 schon vorhanden.\nDatei überschreiben?"_s.arg(
-                              localName, QDir::toNativeSeparators(folder)));
-    stop = answer == Answer::Cancel;
-    return answer == Answer::Yes ? target : QString();
-}
-
-/// A file of the phone on its way to the disk.
-struct Fetched
-{
-    QString name;
-    QString target;
-    bool isBackup = false;  ///< which has to be whole
-    bool isAsListed = true; ///< not so for a file that is newer than the listing
+constexpr ObstacleRow obstacles[] = {
+    {FileObstacle::NoRoom, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."},
+    {FileObstacle::NoName, noSuchName},
+    {FileObstacle::BadName, noSuchName},
+    {FileObstacle::OtherName, noSuchName},
+    {FileObstacle::Twin, u"Nicht übertragen, weil eine andere gewählte Datei im Telefon genauso heißt:\n%1"},
+    {FileObstacle::IsFolder, u"Nicht übertragen, weil im Telefon ein Ordner so heißt:\n%1"},
+    {FileObstacle::BelowTelecom,
+     u"Nicht übertragen, weil das Telefon in diesem Ordner Kontakte und Termine speichert:\n%1"},
 };
 
-/// Whether so many bytes are to be saved: as many as the phone lists, or as the user wants to have in spite
-/// of that.
-bool isWanted(const clsMmc& mmc, const Fetched& file, qsizetype bytes)
+void tellObstacle(clsMmc& mmc, const PlannedFile& file)
 {
-    qint32 listed = 0;
-    if (file.isAsListed)
-        mmc.GetFileSizeInActDir(file.name, listed);
-    if (obex::isWhole(bytes, listed))
-        return true;
-    const QString text =
-        u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und "
-        u"hat %3 gesendet."_s.arg(file.name, QString::number(listed), QString::number(bytes));
-    if (file.isBackup) {
-        tell(mmc, text + u" Ohne Sicherung wird sie im Telefon nicht ersetzt."_s, Icon::Exclamation);
-        return false;
+    if (file.obstacle == FileObstacle::TooLarge)
+        mmc.ErrMsg(obex::TooMuchData);
+    if (file.obstacle == FileObstacle::NoLocalFile || file.obstacle == FileObstacle::NotReadable)
+        mmc.ErrMsg(obex::ReadFailed);
+    for (const ObstacleRow& row : obstacles) {
+        if (row.obstacle == file.obstacle)
+            tell(mmc, row.text.toString().replace(u"%1"_s, file.path.name()), Icon::Exclamation);
     }
-    return !mmc.isAbandoned() &&
-           mmc.line().context().dialogs.Show({.text = text + u"\n\nSoll sie trotzdem gespeichert werden?"_s,
-                                              .buttons = Buttons::YesNo,
-                                              .icon = Icon::Question,
-                                              .defaultButton = Answer::No}) == Answer::Yes;
 }
 
-enum class Step { Done, LeftOut, Ended };
-
-Step fetch(clsMmc& mmc, const Progress& progress, const Fetched& file)
+/// Says what the client has not said: what is true of the file after a failure.
+void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& outcome)
 {
-    QByteArray data;
-    if (!mmc.GetFile(file.name, data, progress) || mmc.isAbandoned())
-        return Step::Ended;
-    const bool wanted = isWanted(mmc, file, data.size());
-    QDateTime modified;
-    mmc.GetTimeStampFromFileInActDir(file.name, modified);
-    if (wanted && mmc.SaveFile(data, file.target, modified))
-        return Step::Done;
-    if (!mmc.isAbandoned())
-        progress.status(u"Download "_s + file.name + u" nicht abgeschlossen."_s);
-    return wanted ? Step::Ended : Step::LeftOut;
+    const QString name = file.path.name();
+    if (outcome.state == State::Done && !outcome.isConfirmed) {
+        tell(mmc,
+             u"Die Datei \"%1\" ist vollständig im Telefon: Es führt sie mit %2 Bytes."_s.arg(
+                 name, QString::number(file.size)),
+             Icon::Information);
+    } else if (outcome.isOldLost) {
+        tell(mmc,
+             u"Die Datei \"%1\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei liegt hier:\n%2"_s.arg(
+                 name, QDir::toNativeSeparators(outcome.savedIn)),
+             Icon::Exclamation);
+    } else if (outcome.cause == Cause::Mismatch && outcome.savedIn.isEmpty() && file.replaced) {
+        tell(mmc,
+             u"Die Datei \"%1\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung wird sie "
+             u"nicht ersetzt."_s.arg(name),
+             Icon::Exclamation);
+    } else if (outcome.cause == Cause::NotSaved) {
+        tell(mmc,
+             u"Die Datei \"%1\" wurde nicht übertragen, weil der bisherige Stand auf diesem Computer nicht "
+             u"gesichert werden konnte."_s.arg(name),
+             Icon::Exclamation);
+    } else if (outcome.state == State::Unknown) {
+        tell(mmc,
+             outcome.mayHoldPart
+                 ? u"Das Telefon enthält vielleicht nur einen Teil der Datei \"%1\"."_s.arg(name)
+                 : u"Es ist nicht bekannt, ob die Datei \"%1\" im Telefon ist."_s.arg(name),
+             Icon::Exclamation);
+    } else if (file.replaced && outcome.state == State::Unchanged && !outcome.savedIn.isEmpty()) {
+        tell(mmc, u"Die Datei \"%1\" wurde nicht ersetzt. Im Telefon ist die bisherige Datei."_s.arg(name),
+             Icon::Exclamation);
+    }
 }
 
-void download(clsMmc& mmc, const Progress& progress, const QStringList& names, const QString& folder,
-              Outcome& outcome)
+/// Asks about each file that would be replaced. False if the user cancels.
+bool askAboutReplaced(const clsMmc& mmc, operations::SendPlan& plan)
 {
-    bool stop = false;
-    for (const QString& name : names) {
-        stop = stop || progress.cancelled();
-        const QString localName = app::safeLocalName(name);
-        if (localName.isEmpty()) {
-            outcome.impossible.append(name);
+    for (PlannedFile& file : plan.files) {
+        if (file.obstacle == FileObstacle::NoRoom)
+            return true; // ends the upload
+        if (!file.isPossible() || !file.replaced)
             continue;
-        }
-        const QString target = stop ? QString() : targetFor(mmc, folder, localName, stop);
-        const Step step = target.isEmpty() ? Step::LeftOut : fetch(mmc, progress, {name, target});
-        (step == Step::Done ? outcome.done : outcome.notDone).append(name);
-        outcome.failed = outcome.failed || step == Step::Ended;
-        stop = stop || outcome.failed;
-    }
-}
-
-/// The name that the phone will have the file by.
-QString nameInPhone(const QString& path)
-{
-    return QFileInfo(path).fileName().remove(u',').remove(u';');
-}
-
-bool canBeRead(const QString& path)
-{
-    return QFile(path).open(QIODevice::ReadOnly) && QFileInfo(path).size() <= obex::largestObject;
-}
-
-/// Copies a file of the phone to the folder for backups, as fetch() does it. The path of the copy, empty if
-/// there is none.
-QString backUp(clsMmc& mmc, const Progress& progress, const QString& name, bool isAsListed)
-{
-    const QString localName = app::safeLocalName(name);
-    if (localName.isEmpty()) {
-        tell(mmc, u"Nicht ersetzt, weil eine Sicherung auf diesem Computer nicht so heißen kann:\n"_s + name,
-             Icon::Exclamation);
-        return {};
-    }
-    const QFileInfo parts(localName);
-    const QString ending = parts.suffix().isEmpty() ? QString() : u'.' + parts.suffix();
-    app::Context& context = mmc.line().context();
-    const QString copy = phonedata::backupPath(context, localName.chopped(ending.size()) + u' ', ending);
-    if (!app::EnsureDirExists(context, QFileInfo(copy).path()))
-        return {};
-    return fetch(mmc, progress, {name, copy, true, isAsListed}) == Step::Done ? copy : QString();
-}
-
-/// The phone can't write over a file: the old one has to go first, and must not be lost with a new one that
-/// doesn't arrive.
-bool replace(clsMmc& mmc, const Progress& progress, const QString& path, const QString& name, bool isAsListed)
-{
-    const QString copy = backUp(mmc, progress, name, isAsListed);
-    if (copy.isEmpty())
-        return false;
-    if (!progress.cancelled() && mmc.Del(name, progress) && mmc.PutFile(path, progress))
-        return true;
-    tell(mmc,
-         u"Die Datei \"%1\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei liegt hier:\n%2"_s.arg(
-             name, QDir::toNativeSeparators(copy)),
-         Icon::Exclamation);
-    return false;
-}
-
-Step upload(clsMmc& mmc, const Progress& progress, const QString& path, const QStringList& sent,
-            std::optional<qint64> freeBytes)
-{
-    if (freeBytes && QFileInfo(path).size() > *freeBytes) {
-        tell(mmc, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s,
-             Icon::Exclamation);
-        return Step::Ended;
-    }
-    const QString name = nameInPhone(path);
-    if (!obex::fitsNameBytes(name)) {
-        tell(mmc, u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n"_s + name,
-             Icon::Exclamation);
-        return Step::LeftOut;
-    }
-    const bool isNew = sent.contains(name, Qt::CaseInsensitive); // since the last listing
-    if ((isNew || mmc.IsFileInActDir(name)) && canBeRead(path)) {
         const Answer answer =
-            askToReplace(mmc, u"Die Datei \""_s + name +
+            askToReplace(mmc, u"Die Datei \""_s + file.path.name() +
                                   u"\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s);
+        if (answer == Answer::Cancel)
+            return false;
         if (answer == Answer::No)
-            return Step::LeftOut;
-        return answer == Answer::Yes && replace(mmc, progress, path, name, !isNew) ? Step::Done : Step::Ended;
+            file.obstacle = FileObstacle::Kept;
     }
-    // A file that can't be read costs nothing in the phone: the client looks first, and tells.
-    return mmc.PutFile(path, progress) ? Step::Done : Step::Ended;
+    return true;
+}
+
+QStringList lines(const QString& title, const QStringList& names)
+{
+    return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
+}
+
+QString deletedText(const QStringList& unsaved, const QStringList& open)
+{
+    const QStringList parts =
+        lines(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, unsaved) +
+        lines(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s, open);
+    return parts.join(u"\n\n"_s);
 }
 
 } // namespace
 
-bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& names,
-                   const QString& folder)
+bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& to,
+                 const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes)
 {
-    const clsMmc::Operation operation(*mmc, u"Download"_s, progress);
-    if (names.isEmpty() || !operation.mayBegin())
+    FileAccess access(mmc, u"Upload"_s, progress);
+    operations::SendPlan plan = operations::planSend(to, files);
+    const operations::SendPolicy policy{
+        .stopsAtFailure = true, .freeBytes = freeBytes, .countsRoomOfReplaced = false};
+    const bool isLookNeeded = plan.isAnyPossible();
+    if (!access.mayBegin() || (isLookNeeded && !operations::lookBeforeSending(access, plan, policy)) ||
+        !askAboutReplaced(*mmc, plan))
         return false;
-    const clsMmc::Busy busy(*mmc);
-    Outcome outcome;
-    download(*mmc, operation.progress(), names, folder, outcome);
-    const QString folderShown = QDir::toNativeSeparators(folder);
-    const bool plain = outcome.impossible.isEmpty() && (names.size() == 1 || outcome.notDone.isEmpty());
-    if (!plain) {
-        tell(*mmc,
-             reportOf(outcome, u"Gespeichert im Ordner %1:"_s.arg(folderShown), u"Nicht gespeichert:"_s),
-             Icon::Exclamation);
-    } else if (!outcome.done.isEmpty()) {
-        operation.progress().status(outcome.done.size() == 1
-                                        ? u"%1 gespeichert im Ordner %2."_s.arg(outcome.done[0], folderShown)
-                                        : u"%1 Dateien gespeichert im Ordner %2."_s.arg(
-                                              QString::number(outcome.done.size()), folderShown));
-    }
-    return !outcome.failed;
-}
-
-bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& paths,
-                 std::optional<qint64> freeBytes)
-{
-    const clsMmc::Operation operation(*mmc, u"Upload"_s, progress);
-    if (!operation.mayBegin())
-        return false;
-    const clsMmc::Busy busy(*mmc);
-    Outcome outcome;
-    for (const QString& path : paths) {
-        const Step step =
-            outcome.failed ? Step::Ended : upload(*mmc, operation.progress(), path, outcome.done, freeBytes);
-        if (step == Step::Done) {
-            outcome.done.append(nameInPhone(path));
-            if (freeBytes)
-                *freeBytes -= QFileInfo(path).size();
-        } else {
-            outcome.notDone.append(QFileInfo(path).fileName());
+    QStringList done;
+    QStringList notDone;
+    bool hasFailed = false;
+    const auto finished = [&](const PlannedFile& file, const FileOutcome& outcome) {
+        const bool isDone = outcome.state == State::Done;
+        (isDone ? done : notDone).append(file.path.name());
+        if (!hasFailed) { // those after it were not tried
+            tellObstacle(*mmc, file);
+            tellUpload(*mmc, file, outcome);
         }
-        outcome.failed = step == Step::Ended;
+        hasFailed = hasFailed || file.obstacle == FileObstacle::NoRoom || (file.isPossible() && !isDone);
+    };
+    operations::applySend(access, plan, policy, {.finished = finished});
+    if (hasFailed && files.size() > 1) {
+        const QStringList parts =
+            lines(u"Zum Telefon übertragen:"_s, done) + lines(u"Nicht übertragen:"_s, notDone);
+        tell(*mmc, parts.join(u"\n\n"_s), Icon::Exclamation);
     }
-    if (outcome.failed && paths.size() > 1) {
-        tell(*mmc, reportOf(outcome, u"Zum Telefon übertragen:"_s, u"Nicht übertragen:"_s),
-             Icon::Exclamation);
-    }
-    return !outcome.failed;
+    return !hasFailed;
 }
 
-bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const Progress& progress, const QStringList& names)
+bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& in,
+                   const QStringList& names)
 {
-    const clsMmc::Operation operation(*mmc, u"Löschen"_s, progress);
-    if (!operation.mayBegin())
+    FileAccess access(mmc, u"Löschen"_s, progress);
+    if (!access.mayBegin())
         return false;
-    const clsMmc::Busy busy(*mmc);
-    for (const QString& name : names) {
-        if (!mmc->Del(name, operation.progress()))
-            return false;
-        if (operation.progress().cancelled())
-            break;
-    }
-    return true;
+    std::vector<PhonePath> paths;
+    for (const QString& name : names)
+        paths.push_back(in.below(name));
+    std::vector<FileToDelete> files = operations::planDelete(paths);
+    operations::lookBeforeDeleting(access, files);
+    QStringList unsaved;
+    QStringList open;
+    bool isAllDone = true;
+    const auto finished = [&](const FileToDelete& file, const FileOutcome& outcome) {
+        if (outcome.cause == Cause::NotSaved || (outcome.cause == Cause::Mismatch && !outcome.isConfirmed))
+            unsaved.append(file.path.name());
+        if (outcome.state == State::Unknown)
+            open.append(file.path.name());
+        isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
+    };
+    const auto mayLose = [&](const QStringList& unreadable) {
+        return ask(*mmc,
+                   u"Das Telefon gibt den Inhalt nicht heraus, eine Sicherung ist nicht möglich:\n%1\n\n"
+                   u"Trotzdem löschen?"_s.arg(someOf(unreadable)));
+    };
+    operations::applyDelete(access, files, {.stopsAtFailure = true},
+                            {.finished = finished, .mayLose = mayLose});
+    if (!unsaved.isEmpty() || !open.isEmpty())
+        tell(*mmc, deletedText(unsaved, open), Icon::Exclamation);
+    return isAllDone;
 }
 
 } // namespace kalmo::ui

@@ -1,29 +1,28 @@
 #pragma once
 
-#include "obex/clsMmc.h"
+#include "operations/SendFiles.h"
 
 #include <QStringList>
 
-#include <optional>
-
 namespace kalmo::ui {
 
-/// What the file system panel does with several files at once. Each keeps the client until it has ended, asks
-/// and tells by the dialogs, and stops at the first failure, which the client has told.
+/// What the file system panel does with several files at once: it asks, has the operation done, and says what
+/// came of it. Each keeps the client until it has ended, and stops at the first failure. True if all was
+/// done that the user wanted.
 
-/// Reads files of the phone's current folder into a local one, which no name can leave. A local file of that
-/// name is replaced only if the user wants it. What was not saved is told where that isn't plain.
+/// Reads files of a folder of the phone into a local one, which no name can leave. A local file of that name
+/// is replaced only if the user wants it.
 bool downloadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                   const QStringList& names, const QString& folder);
+                   const obex::PhonePath& from, const QStringList& names, const QString& folder);
 
-/// Sends local files into the phone's current folder, as they are. A file that the phone has already is
-/// replaced only if the user wants it, and is copied to the folder for backups first. `freeBytes` is what the
-/// phone has room for; where that is not known, the phone itself has to refuse.
+/// Sends files into a folder of the phone. One that the phone has already is replaced only if the user wants
+/// it. `freeBytes` is what the phone has room for; where that is not known, the phone itself has to refuse.
 bool uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                 const QStringList& paths, std::optional<qint64> freeBytes);
+                 const obex::PhonePath& to, const std::vector<operations::FileToSend>& files,
+                 std::optional<qint64> freeBytes);
 
-/// Deletes files and empty folders in the phone.
+/// Deletes files and empty folders of a folder in the phone, in this order.
 bool deleteEntries(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                   const QStringList& names);
+                   const obex::PhonePath& in, const QStringList& names);
 
 } // namespace kalmo::ui

@@ -170,8 +170,25 @@ bool fraFFS::readFreeBytes()
 
 void fraFFS::FfsListRefresh()
 {
+    m_listed.reset();
+    if (m_mmc->IsOnline() == obex::clsMmc::Connected && m_mmc->DirAct().isEmpty()) {
+        obex::DirInLvw({}, m_rows);
+        m_progress.status(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
+        return;
+    }
+    const QPointer<fraFFS> self = this;
+    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     QList<obex::tObxDirEntry> entries;
-    m_mmc->Dir(entries, m_progress, &m_rows);
+    if (mmc->Dir(entries, m_progress, &m_rows) && self)
+        m_listed = obex::PhonePath(mmc->DirAct());
+}
+
+/// False, and says so, if the list shows no folder that something could be done in.
+bool fraFFS::isFolderListed()
+{
+    if (!m_listed)
+        m_mmc->ErrMsg(obex::FolderUnknown);
+    return m_listed.has_value();
 }
 
 void fraFFS::refresh()
@@ -202,7 +219,7 @@ void fraFFS::openRow(int row)
         FfsListRefresh(); // after a failure too: the client is where it came to
     if (!self)
         return;
-    m_rows.setCurrent(m_rows.indexOfKey(obex::rootKeyPrefix.toString())); // Enter leads back
+    m_rows.setCurrent(0);
     m_lvwFFs->setFocus();
 }
 
@@ -232,7 +249,11 @@ void fraFFS::openFile(const QString& name)
     app::DeleteQuiet(path);
     QByteArray content;
     app::Desktop& desktop = m_program.desktop;
-    if (!m_mmc->GetFile(name, content, m_progress, path))
+    if (!isFolderListed())
+        return;
+    operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
+    if (!access.mayBegin() || !access.enter(*m_listed) ||
+        !access.client().GetFile(name, content, access.progress(), path))
         return;
     if (!desktop.hasAssociation(path) || !desktop.open(path)) {
         app::NoAssociationDialog(context, desktop, path,
@@ -244,6 +265,8 @@ void fraFFS::upload()
 {
     app::Context& context = m_program.context;
     const QPointer<fraFFS> self = this;
+    if (!isFolderListed())
+        return;
     const QStringList paths = context.dialogs.OpenFiles(
         {.title = u"Datei auf zum Telefon übertragen"_s, .folder = app::GetLastInitDir(context, lastUpload)});
     if (paths.isEmpty() || !self)
@@ -253,7 +276,10 @@ void fraFFS::upload()
         readFreeBytes();
     if (!self)
         return;
-    uploadFiles(m_mmc, m_progress, paths, m_freeBytes);
+    std::vector<operations::FileToSend> files;
+    for (const QString& path : paths)
+        files.push_back({.localPath = path});
+    uploadFiles(m_mmc, m_progress, *m_listed, files, m_freeBytes);
     if (self)
         refresh();
 }
@@ -283,13 +309,15 @@ void fraFFS::saveInto(QString folder)
 {
     if (folder.isEmpty())
         folder = QDir::currentPath();
-    downloadFiles(m_mmc, m_progress, selectedNames(true), QDir::cleanPath(folder));
+    const QStringList names = selectedNames(true);
+    if (!names.isEmpty() && isFolderListed())
+        downloadFiles(m_mmc, m_progress, *m_listed, names, QDir::cleanPath(folder));
 }
 
 void fraFFS::deleteSelected()
 {
     const QStringList names = selectedNames(false);
-    if (names.isEmpty())
+    if (names.isEmpty() || !isFolderListed())
         return;
     const QPointer<fraFFS> self = this;
     const Answer answer = m_program.context.dialogs.Show(
@@ -299,7 +327,8 @@ void fraFFS::deleteSelected()
          .defaultButton = Answer::No});
     if (answer != Answer::Yes || !self)
         return;
-    const bool deleted = deleteEntries(m_mmc, m_progress, QStringList(names.rbegin(), names.rend()));
+    const bool deleted =
+        deleteEntries(m_mmc, m_progress, *m_listed, QStringList(names.rbegin(), names.rend()));
     if (!self)
         return;
     if (deleted) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "obex/clsMmc.h"
+#include "obex/PhonePath.h"
 #include "toolkit/ListRows.h"
 #include "ui/panels/PanelFrame.h"
 #include "ui/Program.h"
@@ -31,7 +32,8 @@ public:
 
     /// Reads the phone's capacities and shows them.
     void FFSMemAct();
-    /// Lists the phone's current folder.
+    /// Lists the phone's current folder. Where the client does not know it, only the ways out stay in the
+    /// list.
     void FfsListRefresh();
 
     toolkit::ListRows& lvwFFs() { return m_rows; }
@@ -45,6 +47,7 @@ private:
     void openSelected();
     void openRow(int row);
     bool changeFolder(const QString& key);
+    bool isFolderListed();
     bool readFreeBytes();
     void openFile(const QString& name);
     void upload();
@@ -61,8 +64,9 @@ private:
     RowsView* m_lvwFFs;
     QLineEdit* m_txtFFscDirAct;
     ucFfsMem* m_ucFfsMem;
-    std::optional<qint64> m_freeBytes; // as the phone said last
-    QAction* m_saveIntoLast = nullptr; // before the menu: making the menu sets it
+    std::optional<qint64> m_freeBytes;       // as the phone said last
+    std::optional<obex::PhonePath> m_listed; // the folder whose content is in the list
+    QAction* m_saveIntoLast = nullptr;       // before the menu: making the menu sets it
     QMenu* m_mnuFFSsave;
     QToolBar* m_tlbFFS;
 };

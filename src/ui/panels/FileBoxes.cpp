@@ -1,0 +1,50 @@
+#include "ui/panels/FileBoxes.h"
+
+#include <algorithm>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+constexpr int mostNamesShown = 10;
+constexpr int longestNameShown = 60; // characters
+} // namespace
+
+QString someOf(const QStringList& names)
+{
+    QStringList lines;
+    for (const QString& name : names.first(std::min<qsizetype>(names.size(), mostNamesShown)))
+        lines.append(name.size() > longestNameShown ? name.first(longestNameShown) + u'…' : name);
+    if (names.size() > mostNamesShown)
+        lines.append(u"und %1 weitere"_s.arg(names.size() - mostNamesShown));
+    return lines.join(u'\n');
+}
+
+void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
+{
+    if (!mmc.isAbandoned())
+        mmc.line().context().dialogs.Show({.text = text, .icon = icon});
+}
+
+Answer askToReplace(const obex::clsMmc& mmc, const QString& text)
+{
+    if (mmc.isAbandoned())
+        return Answer::Cancel;
+    return mmc.line().context().dialogs.Show(
+        {.text = text, .buttons = Buttons::YesNoCancel, .icon = Icon::Question, .defaultButton = Answer::No});
+}
+
+bool ask(const obex::clsMmc& mmc, const QString& text)
+{
+    return !mmc.isAbandoned() &&
+           mmc.line().context().dialogs.Show({.text = text,
+                                              .buttons = Buttons::YesNo,
+                                              .icon = Icon::Question,
+                                              .defaultButton = Answer::No}) == Answer::Yes;
+}
+
+} // namespace kalmo::ui

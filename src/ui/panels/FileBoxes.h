@@ -1,0 +1,22 @@
+#pragma once
+
+#include "obex/clsMmc.h"
+
+#include <QStringList>
+
+namespace kalmo::ui {
+
+/// Boxes of the file system panel. None is shown once the client's owner has gone.
+
+/// Names for a box, which has to fit on a screen: one a line, the first ten.
+QString someOf(const QStringList& names);
+
+void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
+
+/// Yes, No or Cancel, with No as the default; Cancel where nobody is there.
+toolkit::Answer askToReplace(const obex::clsMmc& mmc, const QString& text);
+
+/// Yes or No, with No as the default. True for yes.
+bool ask(const obex::clsMmc& mmc, const QString& text);
+
+} // namespace kalmo::ui
