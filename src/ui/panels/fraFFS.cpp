@@ -17,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -146,26 +145,20 @@ QMenu* fraFFS::makeSaveMenu()
 
 void fraFFS::FFSMemAct()
 {
-    const QPointer<fraFFS> self = this;
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     qint32 bytes = 0;
-    if (readFreeBytes() && self && mmc->GetSpaceTotal(bytes, m_progress) && self)
+    if (readFreeBytes() && m_mmc->GetSpaceTotal(bytes, m_progress))
         m_ucFfsMem->setMeTotal(bytes);
 }
 
-/// False if the phone doesn't say, or if the panel has gone meanwhile.
+/// False if the phone doesn't say.
 bool fraFFS::readFreeBytes()
 {
-    const QPointer<fraFFS> self = this;
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     qint32 bytes = 0;
-    const bool isKnown = mmc->GetSpaceFree(bytes, m_progress);
-    if (!self)
-        return false;
+    const bool isKnown = m_mmc->GetSpaceFree(bytes, m_progress);
     m_freeBytes = isKnown ? std::optional<qint64>(bytes) : std::nullopt;
     if (isKnown)
         m_ucFfsMem->setMeFree(bytes);
-    return isKnown && self;
+    return isKnown;
 }
 
 void fraFFS::FfsListRefresh()
@@ -176,11 +169,9 @@ void fraFFS::FfsListRefresh()
         m_progress.status(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
         return;
     }
-    const QPointer<fraFFS> self = this;
-    const std::shared_ptr<obex::clsMmc> mmc = m_mmc;
     QList<obex::tObxDirEntry> entries;
-    if (mmc->Dir(entries, m_progress, &m_rows) && self)
-        m_listed = obex::PhonePath(mmc->DirAct());
+    if (m_mmc->Dir(entries, m_progress, &m_rows))
+        m_listed = obex::PhonePath(m_mmc->DirAct());
 }
 
 /// False, and says so, if the list shows no folder that something could be done in.
@@ -193,10 +184,8 @@ bool fraFFS::isFolderListed()
 
 void fraFFS::refresh()
 {
-    const QPointer<fraFFS> self = this;
     FFSMemAct();
-    if (self)
-        FfsListRefresh();
+    FfsListRefresh();
 }
 
 void fraFFS::openSelected()
@@ -213,12 +202,8 @@ void fraFFS::openRow(int row)
         openFile(nameIn(key));
         return;
     }
-    const QPointer<fraFFS> self = this;
     changeFolder(key);
-    if (self)
-        FfsListRefresh(); // after a failure too: the client is where it came to
-    if (!self)
-        return;
+    FfsListRefresh(); // after a failure too: the client is where it came to
     m_rows.setCurrent(0);
     m_lvwFFs->setFocus();
 }
@@ -251,10 +236,12 @@ void fraFFS::openFile(const QString& name)
     app::Desktop& desktop = m_program.desktop;
     if (!isFolderListed())
         return;
-    operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
-    if (!access.mayBegin() || !access.enter(*m_listed) ||
-        !access.client().GetFile(name, content, access.progress(), path))
-        return;
+    {
+        operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
+        if (!access.mayBegin() || !access.enter(*m_listed) ||
+            !access.client().GetFile(name, content, access.progress(), path))
+            return;
+    }
     if (!desktop.hasAssociation(path) || !desktop.open(path)) {
         app::NoAssociationDialog(context, desktop, path,
                                  app::productName() + u" - fehlende Dateiassoziation"_s);
@@ -264,24 +251,20 @@ void fraFFS::openFile(const QString& name)
 void fraFFS::upload()
 {
     app::Context& context = m_program.context;
-    const QPointer<fraFFS> self = this;
     if (!isFolderListed())
         return;
     const QStringList paths = context.dialogs.OpenFiles(
         {.title = u"Datei auf zum Telefon übertragen"_s, .folder = app::GetLastInitDir(context, lastUpload)});
-    if (paths.isEmpty() || !self)
+    if (paths.isEmpty())
         return;
     app::SetLastInitDir(context, lastUpload, paths.first());
     if (!m_freeBytes)
         readFreeBytes();
-    if (!self)
-        return;
     std::vector<operations::FileToSend> files;
     for (const QString& path : paths)
         files.push_back({.localPath = path});
     uploadFiles(m_mmc, m_progress, *m_listed, files, m_freeBytes);
-    if (self)
-        refresh();
+    refresh();
 }
 
 void fraFFS::showSaveMenu()
@@ -295,10 +278,9 @@ void fraFFS::showSaveMenu()
 void fraFFS::pickFolderAndSave()
 {
     app::Context& context = m_program.context;
-    const QPointer<fraFFS> self = this;
     const QString folder =
         context.dialogs.PickFolder(u"Zielordner für Download auswählen"_s, savedFolder(context.settings));
-    if (folder.isEmpty() || !self)
+    if (folder.isEmpty())
         return;
     app::put(context.settings, app::keys::LastSaveFolder, folder);
     saveInto(folder);
@@ -319,25 +301,21 @@ void fraFFS::deleteSelected()
     const QStringList names = selectedNames(false);
     if (names.isEmpty() || !isFolderListed())
         return;
-    const QPointer<fraFFS> self = this;
     const Answer answer = m_program.context.dialogs.Show(
         {.text = QString::number(names.size()) + u" ausgewählte Dateien wirklich löschen?"_s,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question,
          .defaultButton = Answer::No});
-    if (answer != Answer::Yes || !self)
+    if (answer != Answer::Yes)
         return;
     const bool deleted =
         deleteEntries(m_mmc, m_progress, *m_listed, QStringList(names.rbegin(), names.rend()));
-    if (!self)
-        return;
     if (deleted) {
         refresh();
         return;
     }
     FfsListRefresh();
-    if (self)
-        FFSMemAct();
+    FFSMemAct();
 }
 
 /// From the first row to the last, without the rows that are commands.

@@ -25,7 +25,7 @@ class fraFFS : public PanelFrame
     Q_OBJECT
 
 public:
-    /// `progress` has to outlive the panel's operations.
+    /// `progress` outlives the panel.
     fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
            QWidget* parent = nullptr);
     ~fraFFS() override;

@@ -1,4 +1,5 @@
 #include "obex/DataChannel.h"
+#include "operations/PhoneIdentity.h"
 #include "phonedata/ClassicCommands.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/panels/fraAd.h"
@@ -215,7 +216,13 @@ void frmPB::enterFiles(const QString& key)
 {
     showPanel(m_fraFFS, key);
     m_guard.ActiveSection = SectionFiles;
-    if (m_isStuck || !m_mmc->Online(m_parts.progress))
+    if (m_isStuck)
+        return;
+    if (m_program.line.mode() == link::LineMode::Text) { // for the records of what is changed in the section
+        const toolkit::BusyScope busy(&m_parts.busy);
+        operations::identifyPhone(m_program.line);
+    }
+    if (!m_mmc->Online(m_parts.progress))
         return;
     m_reminders->showKind(Reminders::CloseFfs);
     m_reminders->hideKind(Reminders::NoMenu);
