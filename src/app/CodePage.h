@@ -5,18 +5,18 @@
 
 namespace kalmo::app {
 
-/// The one road between bytes and text: code page Windows-1252, with its five unassigned values (129, 141,
-/// 143, 144, 157) mapped to the control characters of the same number, so that all 256 values survive both
-/// ways.
+/// The one conversion between bytes and text: code page Windows-1252. Its five unassigned values (129, 141,
+/// 143, 144, 157) are mapped to the control characters of the same number, so that all 256 values survive
+/// both ways.
 QString fromCp1252(QByteArrayView bytes);
 
-/// A character that the code page doesn't have becomes "?", one byte for each character.
+/// Replaces a character that the code page doesn't have by "?", one byte for each character.
 QByteArray toCp1252(QStringView text);
 
 /// Value of a character in the code page, -1 if it has none.
 int cp1252Value(char32_t character);
 
-/// Whether every character of the text has a value in the code page.
+/// Returns true if every character of the text has a value in the code page.
 bool fitsCp1252(QStringView text);
 
 } // namespace kalmo::app

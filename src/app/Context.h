@@ -10,7 +10,7 @@
 
 namespace kalmo::app {
 
-/// What every part of the engine works with. Made once in main; tests make one of fakes.
+/// The services that every part of the engine works with. Made once in main; tests make one of fakes.
 struct Context
 {
     Sy& sy;

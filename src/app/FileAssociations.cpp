@@ -54,7 +54,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
 
 void OpenWithDialog(Context& context, Desktop& desktop, const QString& path)
 {
-    // On a system without that folder the chooser starts where it likes.
+    // Without that folder the chooser starts at its own default.
     const QString program =
         context.dialogs.OpenFile({.title = productName() + u" - Programm wählen"_s, .folder = u"/usr/bin"_s});
     if (program.isEmpty())

@@ -4,7 +4,7 @@
 
 namespace kalmo::app {
 
-/// Tells the user that no program is set for a file, with advice by its extension, and lets him choose one
+/// Informs the user that no program is set for a file, with advice by its extension, and lets him choose one
 /// where that can help.
 void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path, const QString& title);
 

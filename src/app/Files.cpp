@@ -36,7 +36,7 @@ bool removeFile(const QString& path, int& error)
     return removed;
 }
 
-/// Logs why a file is in the way and asks whether to try again.
+/// Logs why a file could not be replaced and asks whether to try again.
 bool retriesAfter(Context& context, const QString& path, int error)
 {
     context.log.WriteDebugLog(u"KillEx"_s, u"Error #%1 file=%2"_s.arg(error).arg(path));
@@ -52,8 +52,7 @@ bool retriesAfter(Context& context, const QString& path, int error)
     return answer == Answer::Retry;
 }
 
-/// Makes a folder chain and logs a failure. `error` is the system's number, 0 if it has nothing to do with
-/// it.
+/// Makes a folder chain and logs a failure. `error` is the system's number, 0 if the system reported none.
 bool makeFolders(Context& context, const QString& operation, const QString& path, int& error)
 {
     error = 0;
@@ -172,8 +171,8 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error
         return false;
     }
     QSaveFile file(path);
-    // commit() passes over bytes that a full disk did not take any more. Of the last of them a part may still
-    // have been taken; what became of the rest, and why, only the next flush tells.
+    // commit() ignores bytes that a full disk did not take. Of the last bytes a part may have been written.
+    // Only the next flush reports the rest as an error.
     const auto flushed = [&file] { return file.flush() || file.flush(); };
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && flushed() && file.commit())
         return true;

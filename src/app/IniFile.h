@@ -9,8 +9,8 @@
 namespace kalmo::app {
 
 /// An ini file in memory: sections, keys and values as the Windows profile functions see them. Names are
-/// compared without regard to case, the first of several equal ones counts, blanks around a value and one
-/// pair of quotes around it are dropped. Lines that are not understood, comments and the order of everything
+/// compared without regard to case, and the first of several equal ones counts. Blanks around a value and one
+/// pair of quotes around it are dropped. Comments, lines that are not understood and the order of all lines
 /// are kept.
 class IniFile
 {
@@ -28,7 +28,7 @@ private:
     struct Line
     {
         QString raw;
-        QString section; // the section that the line stands in, or opens
+        QString section; // section of the line, or the one that it opens
         QString key;     // empty unless the line is "key=value"
         QString value;
     };

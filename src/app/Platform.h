@@ -10,17 +10,17 @@ namespace kalmo::app {
 /// Special folders by their shell numbers.
 enum class Folder { Documents = 5, Desktop = 16, LocalAppData = 28 };
 
-/// What the program needs of the operating system besides files: one small interface, so that tests neither
-/// touch the user's settings nor start programs.
+/// The operating system, apart from files. The interface is small, so that tests neither touch the user's
+/// settings nor start programs.
 class Platform
 {
 public:
     virtual ~Platform() = default;
 
-    /// Folder that the program lies in.
+    /// Folder of the program itself.
     virtual QString ExePath() const = 0;
     virtual OsVersion osVersion() const = 0;
-    /// Whether the version numbers are those of the system that the classes 1 to 5 are told apart by.
+    /// Returns true if the version numbers are those that the classes 1 to 5 are made from.
     virtual bool hasClassicVersionNumbers() const = 0;
 
     /// Path of a special folder, empty on failure. `create` makes a folder that is not there yet.
@@ -31,7 +31,8 @@ public:
     /// 0 on success, an error code otherwise.
     virtual int setStoragePathValue(const QString& value) = 0;
 
-    /// True if this process is the only instance of the window, and stays so; asking again changes nothing.
+    /// Returns true if this process is the only instance of the window, and claims that for its lifetime. A
+    /// second call changes nothing.
     virtual bool claimSingleInstance() = 0;
 };
 
@@ -40,7 +41,7 @@ class Desktop
 {
 public:
     virtual ~Desktop() = default;
-    virtual bool hasAssociation(const QString& path) const = 0; ///< whether a program is set for such a file
+    virtual bool hasAssociation(const QString& path) const = 0; ///< true if a program is set for such a file
     virtual bool open(const QString& path) = 0;                 ///< with the program that is set for it
     virtual bool openWith(const QString& program, const QString& path) = 0;
     virtual bool openUrl(const QUrl& url) = 0; ///< in the user's browser

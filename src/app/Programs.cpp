@@ -14,7 +14,7 @@ constexpr double slice = 0.05;        // seconds between two looks
 constexpr int patience = 2;           // milliseconds in which the process alone is looked after
 constexpr qsizetype mostKept = 65536; // bytes of each stream
 
-/// Takes what has come, and forgets what is too much.
+/// Takes the bytes that have come, up to the limit.
 void keep(QByteArray& kept, const QByteArray& come)
 {
     kept.append(come.first(std::min(come.size(), mostKept - kept.size())));

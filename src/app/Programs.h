@@ -9,13 +9,13 @@ class QProcess;
 
 namespace kalmo::app {
 
-/// Another program that is to be run directly, without a shell, a window or an input.
+/// Another program that is run directly, without a shell, a window or an input.
 struct ProgramCall
 {
     QString file; ///< absolute path
     QStringList arguments = {};
     QString folder = {};    ///< its working folder, where its scratch files go too; empty for our own
-    double longest = 30;    ///< seconds after which it is ended
+    double longest = 30;    ///< seconds; a program that takes longer is ended
     qint64 mostMemory = 0;  ///< bytes; 0 for no limit
     qint64 largestFile = 0; ///< bytes that it may write into one file; 0 for no limit
 };
@@ -25,19 +25,19 @@ enum class RunEnd { Done, Failed, NotStarted, Crashed, TooLong, Cancelled };
 struct RunResult
 {
     RunEnd end = RunEnd::NotStarted; ///< Done: it ended by itself with status 0
-    QByteArray output = {};          ///< the first of what it wrote to standard output
-    QString error = {};              ///< the first of what it wrote to standard error
+    QByteArray output = {};          ///< the first bytes of its standard output
+    QString error = {};              ///< the first bytes of its standard error
 };
 
-/// Runs a program and waits for its end, yielding meanwhile. It is ended when it takes too long, when the
-/// user cancels, and with our own process.
+/// Runs a program and waits for its end, yielding meanwhile. It is ended if it takes too long, if the user
+/// cancels, and with our own process.
 RunResult RunAndWait(Context& context, const ProgramCall& call, const toolkit::CancelBox* cancel = nullptr);
 
-/// Sets the limits of a call for a process that is about to start, and ties it to ours. Does what the
+/// Sets the limits of a call for a process that is about to start, and ties it to ours, as far as the
 /// platform can.
 void confine(QProcess& process, const ProgramCall& call);
 
-/// Ends a confined process at once, with all that it has started, and waits for that.
+/// Ends a confined process and everything that it has started at once, and waits for their end.
 void endNow(QProcess& process);
 
 } // namespace kalmo::app

@@ -1,3 +1,5 @@
+// The parts of Programs that need Unix: limits and end of a process.
+
 #include "app/Programs.h"
 
 #include <QProcess>
@@ -30,7 +32,7 @@ void confine(QProcess& process, const ProgramCall& call)
     process.setChildProcessModifier([memory = call.mostMemory, file = call.largestFile] {
         limit(RLIMIT_AS, memory);
         limit(RLIMIT_FSIZE, file);
-        setpgid(0, 0); // a group of its own: Ctrl-C in a terminal is for us, who cancel in our own way
+        setpgid(0, 0); // Ctrl-C in a terminal reaches only us, and we cancel in our own way
 #ifdef __linux__
         prctl(PR_SET_PDEATHSIG, SIGKILL);
 #endif

@@ -32,7 +32,7 @@ void testScreen(Context& context, const ScreenSize& screen)
     context.ending.EndProgram();
 }
 
-/// True if the user wants all settings deleted.
+/// Returns true if the user wants all settings deleted.
 bool readCommandLine(Context& context, const QString& commandLine)
 {
     const QString argument = commandLine.trimmed().toUpper();

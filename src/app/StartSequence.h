@@ -12,7 +12,7 @@ struct ScreenSize
     int pixelY = 0;
 };
 
-/// What the start sequence asks of the splash.
+/// The operations of the splash that the start sequence needs.
 class StartView
 {
 public:
@@ -32,10 +32,10 @@ enum class StartOutcome {
 };
 
 /// The start of the program, from the test for a second instance to the point where the search may begin.
-/// `commandLine` is all arguments as one text. Whatever forbids the start ends the program.
+/// `commandLine` holds all arguments as one text. Ends the program if it may not start.
 StartOutcome runStartSequence(Context& context, StartView& view, const QString& commandLine);
 
-/// Text that tells of a data session which did not end; `device` is the phone's name.
+/// Text about a data session that did not end. `device` is the phone's name.
 QString unclosedSessionText(const QString& device);
 
 } // namespace kalmo::app

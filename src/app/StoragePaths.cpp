@@ -39,7 +39,8 @@ void usePath(Sy& sy, const QString& storage, const QString& exports)
     sy.DefUserExpRoot = exports;
 }
 
-/// The first run of all: beside the program if settings lie there already, else in the user's own folder.
+/// Chooses the path at the very first run: beside the program if settings are there already, else in the
+/// user's own folder.
 bool chooseFirstPath(Context& context)
 {
     Sy& sy = context.sy;

@@ -22,10 +22,10 @@ struct OsVersion
 /// The session record: made once in main, read by everybody, written by few.
 struct Sy
 {
-    bool debug = false; ///< whether the debug log is written
+    bool debug = false; ///< true while the debug log is written
     StoragePathsRecord Paths;
     QString StorageForThisRun; ///< folder given on the command line, empty for the one that is set
-    QString DefUserExpRoot;    ///< root that exports are offered under
+    QString DefUserExpRoot;    ///< root folder that exports are offered in
     QString startDate;
     OsVersion osVersion;
     int OsClass = 0; ///< 1 to 6; 1 to 3 are systems without folders per user
@@ -40,11 +40,11 @@ struct Sy
     int PhoneType = 0;       ///< 0 is no phone, 1 to 13 a family of handsets
     QString PhoneID;         ///< the raw answer that identified the phone
     QString PhoneSerial;     ///< serial number of the phone that was found, empty until it is asked for
-    QString PhoneSVN;        ///< the phone's software version, "9999" where it can't be read
+    QString PhoneSVN;        ///< the phone's software version, "9999" if it can't be read
     bool blnTxLfTerminator = false; ///< commands end in CR LF instead of CR
     QString StrStCom;               ///< remarks of the start-up for the log
     QString logPath;
-    bool logKeepsAll = false; ///< a new header goes behind what was logged before, not in its place
+    bool logKeepsAll = false; ///< a new header is appended to the log and does not replace it
 };
 
 } // namespace kalmo::app

@@ -64,7 +64,7 @@ bool SystemPlatform::claimSingleInstance()
     if (folder.isEmpty())
         folder = QDir::tempPath();
     auto lock = std::make_unique<QLockFile>(QDir(folder).filePath(u"kalmo-instance.lock"_s));
-    lock->setStaleLockTime(0); // the lock is held for hours; only a dead owner makes it stale
+    lock->setStaleLockTime(0); // the lock is held for hours; it is stale only if its owner is dead
     if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError)
         return false;
     m_instance = std::move(lock);

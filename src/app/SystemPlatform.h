@@ -8,7 +8,7 @@ class QLockFile;
 
 namespace kalmo::app {
 
-/// The operating system that the program runs on. The value `StoragePath` lies in the user's native settings.
+/// The operating system that the program runs on. The value `StoragePath` is in the user's native settings.
 class SystemPlatform final : public Platform
 {
 public:

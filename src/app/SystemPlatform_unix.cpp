@@ -1,3 +1,5 @@
+// The parts of SystemPlatform that need Unix.
+
 #include "app/SystemPlatform.h"
 
 #include <QDeadlineTimer>
@@ -12,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestQuestion = 1500; // milliseconds for all of it: the window stands still meanwhile
+constexpr int longestQuestion = 1500; // milliseconds for all of it: the window is frozen meanwhile
 
 QString outputOf(const QString& program, const QStringList& arguments, const QDeadlineTimer& end)
 {

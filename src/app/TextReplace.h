@@ -4,8 +4,7 @@
 
 namespace kalmo::app {
 
-/// A text with `by` in place of each `part`, in time in proportion to the text. Parts that only come about by
-/// that stay.
+/// Replaces each `part` of a text by `by`, in linear time. Parts that only the replacement creates stay.
 QString replacedAll(const QString& text, QStringView part, QStringView by = {});
 
 } // namespace kalmo::app

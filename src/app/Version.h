@@ -6,7 +6,7 @@ namespace kalmo::app {
 
 using namespace Qt::StringLiterals;
 
-/// The product word, as titles and texts use it.
+/// The product word of titles and texts.
 inline QString productName()
 {
     return u"Kalmo"_s;
@@ -18,7 +18,7 @@ inline QString versionDate()
     return u"17.09.2026"_s;
 }
 
-/// Host of the program's own pages on the web.
+/// Host of the program's own web pages.
 inline QString webSite()
 {
     return u"www.kalmo.example"_s;

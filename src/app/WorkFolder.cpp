@@ -20,7 +20,7 @@ QString tempPath(const Context& context)
 std::unique_ptr<QLockFile> lockOf(const QString& folder)
 {
     auto lock = std::make_unique<QLockFile>(folder + u"/owner.lock"_s);
-    lock->setStaleLockTime(0); // only a dead owner makes it stale
+    lock->setStaleLockTime(0); // it is stale only if its owner is dead
     return lock;
 }
 

@@ -8,8 +8,9 @@
 
 namespace kalmo::app {
 
-/// A folder for the work files of one run, below "config/temp", so that two programs don't meet. It goes with
-/// this object. One that a killed program left behind goes when the next is made, or by `sweep`.
+/// A folder for the work files of one run, below "config/temp", so that two programs don't meet. The
+/// destructor deletes it. A folder that a killed program left there is deleted when the next one is made, or
+/// by `sweep`.
 class WorkFolder
 {
 public:
@@ -17,7 +18,7 @@ public:
     ~WorkFolder();
     Q_DISABLE_COPY_MOVE(WorkFolder)
 
-    /// False where none could be made, for want of room or rights.
+    /// Returns false if none could be made, for want of room or rights.
     bool isValid() const { return m_lock != nullptr; }
     QString path() const { return m_path; }
     QString filePath(const QString& name) const { return m_path + u'/' + name; }

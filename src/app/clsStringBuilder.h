@@ -23,12 +23,12 @@ public:
 
     /// Step in bytes by which the capacity grows.
     qsizetype BufferBump() const;
-    /// Counts with `SizingMethod` 0 and above 0 only; an odd number is raised by 1.
+    /// Used only with `SizingMethod` 0, and only above 0. An odd number is raised by 1.
     void setBufferBump(qsizetype bytes);
 
     /// Bytes that fit without growing.
     qsizetype Capacity() const { return m_capacity; }
-    /// Rounds up to a whole multiple of the step. A text that is longer is cut.
+    /// Rounds up to a whole multiple of the step. A longer text is cut.
     void setCapacity(qsizetype bytes);
     void EnsureCapacity(qsizetype characters);
 

@@ -9,7 +9,7 @@ namespace kalmo::app {
 
 /// The debug log: a plain text file on the user's desktop with the facts of the start and every exchange with
 /// the phone. Off unless `Sy::debug` is set; then each call costs one test. File errors are never shown here;
-/// fault() keeps the first. Where there is no desktop and none can be made, the log is in the folder for
+/// fault() keeps the first. If there is no desktop and none can be made, the log is in the folder for
 /// temporary files.
 class DebugLog
 {
@@ -19,8 +19,7 @@ public:
 
     bool isOn() const { return m_sy.debug; }
 
-    /// Writes the log anew with nothing but the header block. Only the start-up does this: it wipes all
-    /// lines.
+    /// Replaces the log by the header block alone. Only the start-up does this, since it deletes all lines.
     void WriteLogHeader();
 
     /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.
@@ -29,7 +28,7 @@ public:
     /// Returns true if the log is not in its own folder, which can't be written.
     bool isElsewhere() const { return m_isElsewhere; }
 
-    /// The system's reason why something could not be written, empty if all was.
+    /// The system's reason for the first write that failed, empty if none did.
     const QString& fault() const { return m_fault; }
 
 private:

@@ -16,11 +16,11 @@ QString HexFromTextPlain(const QByteArray& bytes);
 /// is no hex number gives the byte 0. The programs do not use it yet.
 QByteArray TextFromHex(const QString& hex);
 
-/// Size in kilobytes with one decimal and the unit, for example "1,4kB"; no size above 0 shows as 0.0. The
-/// decimal mark is the locale's.
+/// Size in kilobytes with one decimal and the unit, for example "1,4kB". A size above 0 is never shown as
+/// 0.0. The decimal mark is the locale's.
 QString FormatSizeKB(qint64 bytes);
 
-/// Date and time in the parts of "yyyy-mm-dd  hh-nn-ss", as backups carry them in their names.
+/// Date and time in the form "yyyy-mm-dd  hh-nn-ss", for the names of backups.
 QString FormatDateStamp(const QDateTime& moment);
 
 /// "dd.mm.yyyy  hh:nn:ss", as the window shows a clock.
@@ -30,7 +30,7 @@ QString FormatClock(const QDateTime& moment);
 void GetDateParts(const QDateTime& moment, QString& year, QString& month, QString& day, QString& hour,
                   QString& minute, QString& second);
 
-/// The leading number of a text, 0 where there is none: "12 kB" gives 12. Blanks are passed over.
+/// The leading number of a text, 0 if there is none: "12 kB" gives 12. Blanks before it are ignored.
 double Val(QStringView text);
 
 /// The same as a whole number, held within the range of 32 bits.
@@ -39,7 +39,7 @@ qint32 ValInt(QStringView text);
 /// A number held within the range of 32 bits, without its fraction.
 qint32 toInt32(double number);
 
-/// Whether the whole text is a number.
+/// Returns true if the whole text is a number.
 bool IsNumeric(QStringView text);
 
 } // namespace kalmo::app

@@ -16,12 +16,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the profile functions' buffer of 256 characters holds besides its terminator.
+// The profile functions have a buffer of 256 characters, with a terminator.
 constexpr int longestValue = 255;
 
 constexpr int lockTimeout = 2000; // milliseconds
 
-/// Nothing if there is a file that can't be read, or not to its end.
+/// Gives nothing if the file can't be read to its end.
 std::optional<IniFile> load(const QString& path)
 {
     QFile file(path);
@@ -75,8 +75,7 @@ void Settings::PutIniText(const QString& section, const QString& key, const QStr
                           const QString& file)
 {
     const QString path = pathOf(file);
-    // Two programs that set a key each must not lose one. Where no lock can be had, neither can the file be
-    // written.
+    // Two programs that set a key each must not lose one. Without a lock the file can't be written either.
     QLockFile lock(path + u".lock"_s);
     lock.tryLock(lockTimeout);
     std::optional<IniFile> ini = load(path);

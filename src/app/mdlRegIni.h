@@ -7,7 +7,7 @@
 
 namespace kalmo::app {
 
-/// The mark of a key that is not set: what a missing key reads as, and what is written to clear one.
+/// The mark of a key that is not set: reading a missing key gives it, and writing it clears a key.
 QString noValue();
 
 /// Path of the settings file under a storage root.

@@ -8,7 +8,7 @@ namespace kalmo::app {
 enum TextId {
     TextSettingsCaption = 1011,
     TextSearching = 1036,
-    TextTransferError = 2002, ///< the command that failed is put behind it
+    TextTransferError = 2002, ///< the name of the command that failed follows it
     TextChangeInterface = 2010,
     TextCancel = 3004,
     TextSave = 3005,

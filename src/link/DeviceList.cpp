@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Device path to its name below by-id, which is made of maker, product and serial number. Empty on a system
+/// Maps device paths to names below by-id, which hold maker, product and serial number. Empty on a system
 /// without that folder.
 QHash<QString, QString> stableNames()
 {

@@ -15,7 +15,7 @@ struct SerialDevice
     QString maker;
     QString hardwareId; ///< for example "USB\VID_067B&PID_2303"; empty if the bus has none
 
-    /// The name that the device is remembered by.
+    /// The name that the settings store.
     QString lastingPath() const { return stablePath.isEmpty() ? path : stablePath; }
 };
 

@@ -31,7 +31,7 @@ QString Machine::logTo(const QString& path)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
         return u"could not write the log %1: %2"_s.arg(sy.logPath, file.errorString());
     sy.debug = true;
-    sy.logKeepsAll = true; // how a phone was looked for is what a log is asked for most
+    sy.logKeepsAll = true; // most logs are wanted because of the search
     return {};
 }
 

@@ -7,8 +7,8 @@
 
 namespace kalmo::link {
 
-/// One run of a program on this machine: everything that the engine works with but the user and the way out,
-/// which each program has of its own.
+/// One run of a program on this machine: everything that the engine works with, except the user and the way
+/// out. Those each program has of its own.
 struct Machine
 {
     Machine(toolkit::Dialogs& dialogs, toolkit::Ending& ending);
@@ -27,16 +27,15 @@ struct Machine
     QtSerialPort port;
     Line line;
 
-    /// Logs everything to the end of a file from now on. What is wrong with it, in English; empty if nothing
-    /// is.
+    /// Logs everything to the end of a file from now on. Returns the error, in English, or an empty text.
     QString logTo(const QString& path);
 
     /// Takes the port that a command line names. Needs the storage folder, as numbers of devices are
-    /// settings. What is wrong with it, as above.
+    /// settings. Returns the error, in English, or an empty text.
     QString usePort(const QString& word);
 };
 
-/// A path of a command line as an absolute one.
+/// Makes a path of a command line absolute.
 QString absolutePath(const QString& path);
 
 } // namespace kalmo::link

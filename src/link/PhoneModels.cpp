@@ -41,7 +41,7 @@ struct WppnRow
     QStringView answer;
 };
 
-// The control character in one name and the semicolon in another are what the table says: a phone that
+// The control character in one name and the semicolon in another are in the table on purpose. A phone that
 // answers otherwise needs an alias.
 constexpr WppnRow wppnTable[] = {
     {6, u"^WPPN: 4,SL37"},

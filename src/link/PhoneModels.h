@@ -7,26 +7,26 @@
 
 namespace kalmo::link {
 
-// Families of handsets, by `PhoneType`. There is no record of capabilities: what a phone can do follows from
-// the number of its family, and nowhere else are these numbers compared.
+// Families of handsets, by `PhoneType`. There is no record of capabilities: the number of its family says
+// what a phone can do. These functions compare the number; the lists of families in the command table and in
+// the help text repeat it in words.
 
 /// Phonebook and provider list are reached by AT commands.
 constexpr bool isClassic(int phoneType)
 {
     return phoneType >= 1 && phoneType <= 4;
 }
-/// Has melodies of its own, and each event's tone can be chosen among them.
+/// Has melodies of its own, and the tone of each event can be set.
 constexpr bool hasRingtoneSettings(int phoneType)
 {
     return phoneType >= 2 && phoneType <= 4;
 }
-/// Entries of the phonebook can be marked as VIP, with a tone of their own. Dates then have "00" ahead of
-/// them.
+/// Entries of the phonebook can be marked as VIP and have a tone of their own. Their dates begin with "00".
 constexpr bool marksVip(int phoneType)
 {
     return phoneType >= 2 && phoneType <= 4;
 }
-/// The codes of melodies that are written are one less than those that are read.
+/// The code of a melody that is written is one less than the code that is read.
 constexpr bool countsMelodiesFromZero(int phoneType)
 {
     return phoneType == 1;
@@ -36,7 +36,7 @@ constexpr bool closesStoreByAt(int phoneType)
 {
     return phoneType == 1 || phoneType == 2;
 }
-/// A dummy entry has to be written and erased before a longer phonebook is written.
+/// Needs a dummy entry written and erased before a longer phonebook is written.
 constexpr bool needsPreparedPhonebook(int phoneType)
 {
     return phoneType == 3;
@@ -56,7 +56,7 @@ constexpr bool hasVcards(int phoneType)
 {
     return phoneType >= 5 && phoneType <= 13;
 }
-/// Says how strong the radio signal is and how full the battery.
+/// Reports the strength of the radio signal and the charge of the battery.
 constexpr bool hasGauges(int phoneType)
 {
     return phoneType == 1 || hasVcards(phoneType);
@@ -65,7 +65,7 @@ constexpr bool hasFileSystem(int phoneType)
 {
     return hasVcards(phoneType) && phoneType != 7;
 }
-/// Rewrites every number by its own settings of area codes, those that it sends too.
+/// Rewrites every number by its own area codes, also those that it sends.
 constexpr bool hasAreaCodes(int phoneType)
 {
     return phoneType >= 8 && phoneType <= 13;
@@ -75,22 +75,22 @@ constexpr bool takesSounds(int phoneType)
 {
     return phoneType >= 8 && phoneType <= 13;
 }
-/// Commands end with a line feed behind the carriage return.
+/// Commands end with a line feed after the carriage return.
 constexpr bool needsLfTerminator(int phoneType)
 {
     return phoneType >= 11 && phoneType <= 13;
 }
-/// Names of files go out with their whole path, and deletes need the file's attributes set first.
+/// Sends names of files with their whole path. Deletes need the file's attributes set first.
 constexpr bool usesAbsoluteNames(int phoneType)
 {
     return needsLfTerminator(phoneType);
 }
-/// Names in vCards go out as UTF-8 whatever the settings say.
+/// Writes names in vCards as UTF-8 whatever the settings say.
 constexpr bool needsUtf8Contacts(int phoneType)
 {
     return needsLfTerminator(phoneType);
 }
-/// A delete is answered without the change counter, which then has to be read again.
+/// Answers a delete without the change counter, which then has to be read again.
 constexpr bool deletesSilently(int phoneType)
 {
     return phoneType >= 8 && phoneType <= 13;
@@ -99,20 +99,21 @@ constexpr bool deletesSilently(int phoneType)
 /// Result of looking up the answer to "AT+CGMM".
 struct FirstStage
 {
-    int phoneType = 0;     ///< 0 where the second stage or an alias must decide
-    bool asksWppn = false; ///< the model says itself by "AT^WPPN"
+    int phoneType = 0;     ///< 0 if the second stage or an alias decides
+    bool asksWppn = false; ///< the answer to "AT^WPPN" names the model
 };
 
-/// The first table; nothing for a model that it doesn't list.
+/// Looks up the first table. Gives nothing for a model that it doesn't list.
 std::optional<FirstStage> lookUpCgmm(const QString& answer);
 
-/// The second table: family of an answer to "AT^WPPN", 0 if it isn't listed.
+/// Looks up the second table: family of an answer to "AT^WPPN", 0 if it isn't listed.
 int lookUpWppn(const QString& answer);
 
 /// Models whose name is shown together with their answer to "AT^WPPN".
 bool showsWppn(const QString& cgmmAnswer);
 
-/// True when `raw` has the form "^WPPN: <n>,<name>" with n characters of name, which goes to `modelName`.
+/// Returns true if `raw` has the form "^WPPN: <n>,<name>" with n characters of name, and puts the name into
+/// `modelName`.
 bool ParseWppn(const QString& raw, QString& modelName);
 
 } // namespace kalmo::link

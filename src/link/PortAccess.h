@@ -6,23 +6,23 @@ class QSerialPort;
 
 namespace kalmo::link {
 
-/// Why a serial device can't be opened, for the user.
+/// Reason why a serial device can't be opened, for the user.
 struct PortFault
 {
     QString german;
     QString english;
 };
 
-/// Looks at a device that failed to open: missing, not permitted (with the group that owns it and what to do
-/// about it) or busy. `isRefused` says that the system refused it, which it does for want of a right and for
-/// a busy device alike; `systemText` is its own word for anything else, in the language of the locale.
+/// Examines a device that failed to open: missing, not permitted (with the group that owns it and advice) or
+/// busy. `isRefused` is true if the system refused it, for want of a right or because the device is busy.
+/// `systemText` is the system's text for any other reason, in the language of the locale.
 PortFault examinePort(const QString& devicePath, bool isRefused, const QString& systemText);
 
-/// Claims a device that was just opened, so that no second Kalmo opens it. False if another one has it. The
-/// claim ends when the port is closed.
+/// Claims a device that was just opened, so that no second Kalmo opens it. Returns false if another one has
+/// it. Closing the port ends the claim.
 bool claimPort(const QSerialPort& port);
 
-/// What is said where claimPort() fails.
+/// The reason to show after claimPort() failed.
 PortFault portInUse(const QString& devicePath);
 
 } // namespace kalmo::link

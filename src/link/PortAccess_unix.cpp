@@ -1,3 +1,5 @@
+// Access to serial devices on Unix: rights, groups and the lock.
+
 #include "link/PortAccess.h"
 
 #include <QFile>
@@ -53,8 +55,8 @@ PortFault portInUse(const QString& devicePath)
 
 bool claimPort(const QSerialPort& port)
 {
-    // The exclusive mode of a terminal does not bind the superuser, and a lock file goes by the name, of
-    // which a device can have several. This binds all programs that ask.
+    // This lock binds all programs that ask for it. The exclusive mode of a terminal does not bind the
+    // superuser. A lock file is tied to a name, and a device can have several names.
     return flock(port.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A device's name without its folder will do, where devices are files in one.
+/// Accepts a device's name without its folder, where devices are files.
 QString devicePath(const QString& word)
 {
     const bool isName = !word.contains(u'/') && QFileInfo::exists(u"/dev/"_s + word);

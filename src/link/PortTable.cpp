@@ -25,7 +25,7 @@ bool sameDevice(const QString& left, const QString& right)
     return !target.isEmpty() && target == QFileInfo(right).canonicalFilePath();
 }
 
-/// Number that stands for a device in a table, 0 if none does.
+/// Number of a device in a table, 0 if it has none.
 int numberIn(const QMap<int, QString>& known, const QString& path)
 {
     for (auto entry = known.cbegin(); entry != known.cend(); ++entry) {

@@ -25,14 +25,14 @@ public:
     /// Path to open for a number, empty if no device ever had it. The device need not be present.
     QString devicePath(int number);
 
-    /// Number of a device path, which is given one if it has none.
+    /// Number of a device path. A path without a number is given one.
     int numberOf(const QString& path);
 
-    /// For this run only: the number stands for this device.
+    /// Gives the number to this device, for this run only.
     void useDevice(int number, const QString& path);
 
-    /// Number of a device for this run. One that is listed, or was, keeps its number; any other gets the
-    /// lowest that is free behind all of those, which is not remembered.
+    /// Number of a device for this run. A device that is or was listed keeps its number. Any other gets the
+    /// lowest that is free above all of those, which is not stored.
     int numberForThisRun(const QString& path);
     bool isForThisRun(int number) const { return m_forThisRun.contains(number); }
 

@@ -75,7 +75,8 @@ void QtSerialPort::WriteText(const QByteArray& text)
 
 int QtSerialPort::InCount() const
 {
-    // What the event loop has not fetched yet counts too: it is older than what will be sent next.
+    // Bytes that the event loop has not fetched yet count too: they are older than the bytes that will be
+    // sent next.
     if (IsOpen() && m_port.bytesAvailable() == 0)
         m_port.waitForReadyRead(0);
     return IsOpen() ? static_cast<int>(m_port.bytesAvailable()) : 0;
@@ -117,7 +118,7 @@ void QtSerialPort::SetSettings(const QString& settings)
 
 void QtSerialPort::SetControlLines(bool on)
 {
-    // A pseudo terminal has no control lines; that is no reason to give the port up.
+    // A pseudo terminal has no control lines, which is no fault of the port.
     const QSignalBlocker blocker(m_port);
     m_port.setDataTerminalReady(on);
     m_port.setRequestToSend(on);
@@ -142,8 +143,8 @@ void QtSerialPort::onError(QSerialPort::SerialPortError error)
     if (!fatal || m_lost || !m_port.isOpen())
         return;
     m_lost = true;
-    // Closed from the event loop, since the error comes from inside of the port; left open, a device that is
-    // gone would keep the loop awake.
+    // The port is closed from the event loop, since the error comes from inside of it. Left open, a device
+    // that is gone would keep the loop awake.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -41,7 +41,7 @@ private:
     void onError(QSerialPort::SerialPortError error);
 
     PortTable& m_table;
-    mutable QSerialPort m_port; // asking it what has come makes it look
+    mutable QSerialPort m_port; // mutable: counting the bytes fetches them
     PortFault m_fault;
     QList<int> m_numbers;
     int m_outBufferSize = outBufferSize;

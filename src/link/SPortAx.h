@@ -15,20 +15,20 @@ class SPortAx
 public:
     virtual ~SPortAx() = default;
 
-    /// Opens the device behind a port name such as "COM3" or "\\.\COM12". False if it is missing, busy or not
-    /// permitted; openError() then tells why.
+    /// Opens the device of a port name such as "COM3" or "\\.\COM12". Returns false if it is missing, busy or
+    /// not permitted; openError() then gives the reason.
     virtual bool Open(const QString& portName) = 0;
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
-    /// Why the last Open() failed, in words for the user; empty if it did not.
+    /// Reason why the last Open() failed, for the user. Empty if it did not.
     virtual QString openError() const = 0;
     virtual QString openErrorEnglish() const = 0;
 
     /// Copies up to `count` waiting bytes and returns how many.
     virtual int Read(char* buffer, int count) = 0;
-    /// Sends raw bytes and returns how many were taken; fewer than `count` means that the line is gone.
+    /// Sends raw bytes and returns how many were taken. Fewer than `count` means that the line is gone.
     virtual int Write(const char* bytes, int count) = 0;
-    /// Everything that waits in the receive queue, which is empty afterwards.
+    /// Returns everything that waits in the receive queue, and empties it.
     virtual QByteArray ReadText() = 0;
     virtual void WriteText(const QByteArray& text) = 0;
 

@@ -149,7 +149,7 @@ int portItemNumber(const QString& text)
 
 namespace {
 
-/// Writes the steps of the port list down, in the form of the occasion.
+/// Logs the steps of the port list, in the form of the occasion.
 class Steps
 {
 public:

@@ -43,14 +43,14 @@ private:
     std::array<Slot, 256> m_slots;
 };
 
-/// The device list of the present ports, in the form that the descriptions are made of.
+/// The device list of the present ports, as the descriptions need it.
 QList<DeviceEntry> deviceEntries(PortTable& ports);
 
-/// Adds a number to an ascending list, before the first larger one; a number that is there already is left
+/// Adds a number to an ascending list, before the first larger one. A number that is there already is left
 /// out.
 void AddPortSorted(QList<int>& numbers, int number);
 
-/// The port list without the port object: the numbers that the port table knows.
+/// The port list without the port object: the numbers of the port table.
 class clsComEnum
 {
 public:
@@ -64,16 +64,16 @@ private:
     QStringList m_names;
 };
 
-/// True when the port object can list its ports.
+/// Returns true if the port object can list its ports.
 bool TestPortObject(SPortAx& port);
 
-/// One line of the port box: "COM 3    (Name)", with four blanks behind a number of one digit and two
+/// One line of the port box: "COM 3    (Name)", with four blanks after a number of one digit and two
 /// otherwise.
 QString portItemText(int number, const QString& name);
 /// The number in such a line.
 int portItemNumber(const QString& text);
 
-/// Who asks for the port list, which decides how the steps are logged.
+/// Occasion of a port list, which decides how its steps are logged.
 enum class PortListFor { Start, Rebuild };
 
 /// Lists the ports with their descriptions: lines for the port box, in ascending order of their numbers.

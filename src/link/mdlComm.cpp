@@ -24,11 +24,11 @@ constexpr int mostAttempts = 3;
 constexpr int purgeRounds = 10;
 constexpr qsizetype tailLength = 5;
 constexpr double defaultDirectTimeout = 5.5;
-constexpr double longestNap = 0.1;   // a stop that a signal asks for wakes nobody
+constexpr double longestNap = 0.1;   // a signal that asks for a stop wakes nobody
 constexpr double settledAfter = 0.3; // seconds of silence, more than a pause within one answer
 constexpr double longestSettling = 3;
 
-/// Without a sign, and without a digit at all for 0.
+/// Formats without a sign, and 0 without a digit.
 QString wholeSeconds(double seconds)
 {
     const int rounded = static_cast<int>(std::round(std::abs(seconds)));
@@ -86,7 +86,7 @@ bool Line::readWaiting(QByteArray& buffer)
 void Line::yieldUpTo(double seconds)
 {
     const QScopedValueRollback waiting(m_waiting, true);
-    // What has come already is not to be waited for.
+    // Bytes that have come already need no wait.
     m_context.clock.DoEvents(m_port.InCount() > 0 ? 0 : std::clamp(seconds, 0.0, longestNap));
 }
 
@@ -229,9 +229,9 @@ QByteArray Line::cutAnswer(const QByteArray& buffer, qsizetype commandLength, bo
     const qsizetype length = buffer.size();
     const qsizetype tailCut = keepTail ? 6 : 8; // "\r\nOK\r\n", and with it the payload's own line end
     const QByteArray head = buffer.first(std::max<qsizetype>(length - tailCut, 0));
-    const qsizetype behindEcho = commandLength + 2; // the echo and CR LF
+    const qsizetype behindEcho = commandLength + 2; // of the echo and CR LF
     QByteArray payload = head.mid(std::min(behindEcho, head.size()), std::max<qsizetype>(length - 8, 0));
-    // The phone echoes the added line feed too, which the command's length doesn't count.
+    // The phone echoes the added line feed too, but the command's length doesn't count it.
     if (m_context.sy.blnTxLfTerminator && payload.startsWith('\n'))
         payload.remove(0, 1);
     return payload;
@@ -266,7 +266,7 @@ void Line::TxDirect(const QByteArray& bytes)
     PurgeQueue();
     if (m_context.log.isOn()) {
         m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, fromCp1252(bytes));
-        // The dump carries the ASC tag too; only the receiving side has a tag of its own for hex.
+        // The dump has the ASC tag too. Only the receiving side has a tag of its own for hex.
         m_context.log.WriteDebugLog(u"TxDir (ASC)"_s, HexFromText(bytes));
     }
     if (bytes.size() > stagingSize) {

@@ -14,28 +14,27 @@ inline constexpr double queryTimeout = 1;
 /// Result of RxDirect.
 enum RxDirectCode { RxDirectTimeout = -1, RxDirectAnswered = 32 };
 
-/// What the phone at the other end takes the bytes for. Only the opening and the closing of the data channel
-/// change it, and a newly opened port begins with text.
+/// The meaning that the phone gives to the bytes. Only the opening and the closing of the data channel change
+/// it. A newly opened port begins with text.
 enum class LineMode {
     Text,      ///< AT commands: Tx and Rx
-    Switching, ///< on the way into or out of the data mode: TxDirect and RxDirect
+    Switching, ///< between the two: TxDirect and RxDirect
     Data,      ///< OBEX frames: TxDirect
 };
 
 /// Why the last exchange of AT commands failed.
 enum class RxFailure {
-    None,    ///< it did not
-    Silent,  ///< the phone did not answer, or not to the end, and may have done what it was told
-    Refused, ///< the phone's last word was an error
+    None,    ///< the exchange did not fail
+    Silent,  ///< no answer, or not a whole one; the phone may have carried the command out
+    Refused, ///< the phone answered with an error last
     Gone,    ///< the port went away
-    NotSent, ///< another exchange or the data mode has the line
+    NotSent, ///< another exchange or the data mode uses the line
 };
 
 /// The only owner of the serial line. AT commands go through Tx and Rx, raw bytes through TxDirect and
-/// RxDirect. All of them poll the port and yield while they wait; one exchange is in progress at a time, and
-/// the callers see to that by blocking the window. A call that comes all the same, from an event handler
-/// during such a yield or in a mode that is not its own, sends nothing, fails at once and is logged as a
-/// warning.
+/// RxDirect. All of them poll the port and yield while they wait. One exchange is in progress at a time; the
+/// callers block the window for that. A call from an event handler during such a yield, or in a mode that is
+/// not its own, sends nothing, fails at once and is logged as a warning.
 class Line
 {
 public:
@@ -50,72 +49,71 @@ public:
     LineMode mode() const { return m_mode; }
     void setMode(LineMode mode) { m_mode = mode; }
 
-    /// True for whoever runs in an event handler in the middle of somebody else's exchange, and so has to
-    /// leave the line alone.
+    /// Returns true during an exchange. An event handler that finds it true must not use the line.
     bool isWaiting() const { return m_waiting; }
 
-    /// Prepares a port that was just opened: its queues, and nothing left in them. The line is in text mode
-    /// then.
+    /// Prepares a port that was just opened: sets the size of its queues and empties them. The line is in
+    /// text mode then.
     void ConfigurePort();
     void ClosePort();
 
-    /// Throws away what has been received. Tells the user if bytes keep coming.
+    /// Discards everything received. Informs the user if bytes keep coming.
     void PurgeQueue();
 
-    /// Sends one AT line, "AT+CGMR\r" for example, with a line feed behind it where the phone wants one. Old
-    /// bytes are thrown away first, so that they can't be taken for the answer.
+    /// Sends one AT line, "AT+CGMR\r" for example, and a line feed after it if the phone wants one. Discards
+    /// old bytes first, so that they can't be taken for the answer.
     void Tx(QByteArray text);
 
-    /// Waits for the answer to `command`, which has just been sent with Tx, and cuts out what stands between
-    /// the echo and the final result. `keepTail` leaves the payload its last line end, as the list commands
-    /// need it. The command is sent up to three times, with a recovery in between, when the answer is not
-    /// whole within `timeout` seconds or is an error. False after the third, or at once for "+CME ERROR:",
-    /// which leaves `answer` as it was, and for a port that is gone: nothing can come any more. A wait that
-    /// spans midnight does not time out.
+    /// Waits for the answer to `command`, which has just been sent with Tx, and gives the part between the
+    /// echo and the final result. `keepTail` leaves the payload its last line end, as the list commands need
+    /// it. If the answer is an error, or not whole within `timeout` seconds, the line is recovered and the
+    /// command sent again, up to three times in all. Returns false after the third, at once for "+CME ERROR:"
+    /// (which leaves `answer` as it was), and at once for a port that is gone. A wait that spans midnight
+    /// does not time out.
     bool Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
 
-    /// Tx and Rx in one.
+    /// Does Tx and Rx.
     bool exchange(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
 
     RxFailure lastFailure() const { return m_failure; }
 
-    /// How often the last Rx had to send its command again. A repeated command may have been carried out
-    /// twice.
+    /// Number of times that the last Rx sent its command again. The phone may have carried out a repeated
+    /// command twice.
     int repeats() const { return m_repeats; }
 
-    /// Whether the last answer began with the echo of its command. If not, it may be the late answer to an
-    /// earlier one.
+    /// Returns true if the last answer began with the echo of its command. An answer without it may be a late
+    /// one to an earlier command.
     bool wasEchoed() const { return m_echoed; }
 
-    /// Sends raw bytes, at most 10000. A send that fails tells the user and ends the program; on a port that
-    /// is gone it is logged, and whoever waits for the answer gets none at once. On a line that was marked
-    /// dirty it first waits until nothing has come for a while, and throws away what did.
+    /// Sends raw bytes, at most 10000. If the port does not take all of them, informs the user and ends the
+    /// program. A port that is gone is only logged, and the wait for the answer ends at once. On a line that
+    /// was marked dirty it first waits for silence and discards what came.
     void TxDirect(const QByteArray& bytes);
 
-    /// An answer was given up, and its bytes may still be on their way. Frames carry no number, so a late
-    /// answer can only be told from the next one by the silence between them: one that comes after that
-    /// silence, when the next request is out, is beyond recognition.
+    /// Marks the line after an answer was given up: its bytes may still be on their way. Frames carry no
+    /// number, so only the silence between them tells a late answer from the next one. A late answer that
+    /// comes after that silence can't be recognised.
     void markDirty() { m_dirty = true; }
 
-    /// Receives until "OK" or "ERROR" with a line end is in what came, or `timeout` seconds have passed (0
-    /// stands for 5.5). Gives everything received, uncut; empty after a timeout. `label` counts down. As with
-    /// Rx, a wait that spans midnight does not time out.
+    /// Receives until the bytes hold "OK" or "ERROR" with a line end, or `timeout` seconds have passed (0
+    /// means 5.5). Gives everything received, uncut, and nothing after a timeout. `label` counts down. As
+    /// with Rx, a wait that spans midnight does not time out.
     RxDirectCode RxDirect(QByteArray& received, double timeout, toolkit::StatusPanel* label = nullptr);
 
-    /// Appends what waits in the port, at most 10000 bytes, to `buffer`. True if anything came.
+    /// Appends the bytes that wait in the port, at most 10000, to `buffer`. Returns true if there were any.
     bool readWaiting(QByteArray& buffer);
 
-    /// Yields once, for as long as a receive loop may sleep between two looks at the clock and the user.
+    /// Yields once, at most for the time that a receive loop may sleep between two looks at the clock and the
+    /// user.
     void yieldUpTo(double seconds);
 
     /// A pause that is part of an exchange.
     void pause(double seconds);
 
-    /// Shows a box in the middle of an exchange. Whoever is called while it stands there has to leave the
-    /// line alone.
+    /// Shows a box in the middle of an exchange. Event handlers must not use the line while it is open.
     toolkit::Answer show(const toolkit::Message& message);
 
-    /// Tells the user that a command failed, by text 2002 and the command.
+    /// Informs the user that a command failed, by text 2002 and the command.
     void tellTransferError(const QByteArray& command);
 
 private:

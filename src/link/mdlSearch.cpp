@@ -168,7 +168,7 @@ bool PhoneSearch::ProbeATZ()
         const QByteArray received = m_line.port().ReadText();
         remark(u"RX:"_s + fromCp1252(received));
         waitStep();
-        // An OK in the last round comes too late: what counts is how far the progress went.
+        // Kept on purpose: an OK in the last round does not count, since the progress decides.
         if (received.contains("OK") || progress >= probeSteps)
             return progress < probeSteps;
     }

@@ -6,7 +6,7 @@
 
 namespace kalmo::link {
 
-/// What the search shows while it runs.
+/// The displays and the abort flag of the search.
 class SearchView
 {
 public:
@@ -19,15 +19,16 @@ public:
 
 enum class SearchOutcome {
     PhoneFound, ///< the session's fields are set; show the main window
-    Settings,   ///< the user wants other settings; cancelling them is no way on
+    Settings,   ///< the user wants other settings; the settings form can't be cancelled then
 };
 
 enum class PassResult { Answered, PortNotOpened, NobodyAnswered };
 
-/// Rates to try, in order. The size is the baud rate, a negative one means commands that end in CR LF.
+/// Rates to try, in order. The absolute value is the baud rate. A negative value means commands that end in
+/// CR LF.
 QList<int> rateList(int preferred);
 
-/// Number of the port to look at: that of this run, else that of the settings.
+/// Number of the port to search at: the one given for this run, else the one in the settings.
 int portNumber(const app::Context& context);
 
 /// Finds the rate at which a phone answers, and its family.
@@ -36,10 +37,10 @@ class PhoneSearch
 public:
     PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop);
 
-    /// The whole search with its questions. Ends the program where the user wants that.
+    /// Runs the whole search with its questions. Ends the program if the user wants that.
     SearchOutcome SearchPhone();
 
-    /// One pass over the rates, without a question. The port stays open at the rate that a phone answered at.
+    /// Tries each rate once, without a question. The port stays open at the rate that a phone answered at.
     PassResult runPass();
 
     /// Returns true if the port went away during a pass.
@@ -48,11 +49,11 @@ public:
     /// Returns true if the phone answers at the rate in force.
     bool ProbeATZ();
 
-    /// Sets the family and the raw answer that it came from. True if the family is known; a phone that does
-    /// not answer is told to the user.
+    /// Sets the family and the raw answer that it came from. Returns true if the family is known. Informs the
+    /// user if the phone does not answer.
     bool IdentifyPhone(int& phoneType, QString& rawId);
 
-    /// After a successful identification: line mode, preferred rate, error codes, software version.
+    /// Completes a successful identification: line mode, preferred rate, error codes, software version.
     void takeOver();
 
 private:
@@ -73,7 +74,7 @@ private:
     SearchView& m_view;
     app::Desktop& m_desktop;
     app::Context& m_context;
-    QList<int> m_rates; // grows by the same list with each pass
+    QList<int> m_rates; // each pass appends the same list again
     qsizetype m_next = 0;
     bool m_lostLine = false;
 };

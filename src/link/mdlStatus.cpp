@@ -29,7 +29,8 @@ bool query(Line& line, const QByteArray& command, QString& text)
     return true;
 }
 
-/// What came instead of an answer. The bare answer is usually empty, and an empty box would tell nothing.
+/// Shows the answer of a failed query. It is usually empty, and an empty box would say nothing; then it shows
+/// the transfer error.
 void tellAnswer(Line& line, const QByteArray& command, const QByteArray& answer)
 {
     if (answer.isEmpty())
@@ -38,7 +39,7 @@ void tellAnswer(Line& line, const QByteArray& command, const QByteArray& answer)
         line.context().dialogs.Show({.text = fromCp1252(answer), .english = fromCp1252(answer)});
 }
 
-/// Date of a year, month and day that may run over, as 14 in place of a month.
+/// Date of a year, month and day that may be out of range, for example 14 as a month.
 QDate dateFrom(int year, int month, int day)
 {
     if (year >= 0 && year < 100)
@@ -59,7 +60,7 @@ bool parseClock(const QString& answer, QDateTime& dateTime)
         return static_cast<int>(std::clamp(Val(part), -32768.0, 32767.0));
     };
     const qint64 seconds = (number(time[0]) * 60LL + number(time[1])) * 60 + number(time[2]);
-    // The phone knows no summer time: an hour that is left out here may well be on its display.
+    // The phone knows no summer time: it may show an hour that the PC's clock leaves out.
     const QDateTime shown =
         QDateTime(dateFrom(number(date[0]), number(date[1]), number(date[2])), QTime(0, 0), Qt::UTC)
             .addSecs(seconds);

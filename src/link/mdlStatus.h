@@ -6,30 +6,31 @@
 
 namespace kalmo::link {
 
-/// Queries of the status panel. Each returns false when the phone did not answer, and has told the user then.
+/// Queries of the status panel. Each returns false if the phone did not answer, after it has informed the
+/// user.
 bool GetManufacturer(Line& line, QString& text);
 bool GetSoftwareVersion(Line& line, QString& text);
 bool GetSerialNumber(Line& line, QString& text);
 
-/// The model's name, for newer models with what they call themselves in square brackets.
+/// The model's name. For newer models the answer to "AT^WPPN" follows in square brackets.
 bool GetPhoneModelText(Line& line, QString& text);
 
 struct SignalQuality
 {
     QString text;  ///< level such as "-- 73 dBm", empty on failure
-    int gauge = 0; ///< 0 to 99 for regular answers, as the phone says for others
+    int gauge = 0; ///< 0 to 99 for regular answers; other answers are not limited
 };
 SignalQuality GetSignalQuality(Line& line);
 
 /// Charge in percent, 0 on failure.
 int GetBattery(Line& line);
-/// The same for those who must tell an empty battery from no answer, which is false.
+/// Does the same, but returns false if there is no answer, so that 0 means an empty battery.
 bool GetBattery(Line& line, int& percent);
 
-/// The phone's clock. Two-digit years from 30 on are of the last century.
+/// Reads the phone's clock. Two-digit years from 30 on are of the last century.
 bool GetPhoneTime(Line& line, QDateTime& dateTime);
 
-/// Sets the phone's clock to the PC's local time and tells the user of the success.
+/// Sets the phone's clock to the PC's local time and informs the user of the success.
 bool SetPhoneTime(Line& line);
 
 } // namespace kalmo::link

@@ -16,14 +16,14 @@ enum class Answer { Ok, Cancel, Yes, No, Retry };
 /// One message box.
 struct Message
 {
-    QString text = {}; ///< what the window shows, in German
+    QString text = {}; ///< text of the window, in German
     QString title = u"Kalmo"_s;
     Buttons buttons = Buttons::Ok;
     Icon icon = Icon::None;
     Answer defaultButton = Answer::Ok; ///< Ok stands for the first button where there is no button Ok
-    bool forWindowOnly = false;        ///< nothing that somebody at a command line could do anything with
-    bool asksToRetry = false;          ///< a yes repeats what has failed
-    QString english = {}; ///< the same for the command line; empty where the command line never shows it
+    bool forWindowOnly = false; ///< the command line leaves it out: nobody there could do anything with it
+    bool asksToRetry = false;   ///< a yes repeats what has failed
+    QString english = {}; ///< text of the command line, in English; empty if the command line never shows it
 };
 
 /// One entry of a file dialog's type list, for example {"CSV Datei (*.csv)", {"*.csv"}}.
@@ -43,7 +43,7 @@ struct FileRequest
     bool confirmOverwrite = false; ///< for saving: ask before an existing file is chosen
 };
 
-/// Whatever asks or tells the user.
+/// Asks and informs the user.
 class Dialogs
 {
 public:
@@ -56,7 +56,7 @@ public:
     /// Absolute path of the chosen file, empty when the user cancelled.
     virtual QString OpenFile(const FileRequest& request) = 0;
     virtual QString SaveFile(const FileRequest& request) = 0;
-    /// Several files of one folder; one where nothing better can be offered.
+    /// Several files of one folder. An implementation without such a chooser gives one.
     virtual QStringList OpenFiles(const FileRequest& request)
     {
         const QString file = OpenFile(request);

@@ -6,23 +6,24 @@
 
 namespace kalmo::toolkit {
 
-/// The one way out for what ends the program on the spot.
+/// The one way out for everything that ends the program on the spot.
 class Ending
 {
 public:
     virtual ~Ending() = default;
 
-    /// What has to be brought to safety before the process ends, wherever that is decided. It runs once.
+    /// Sets the work that saves what would be lost when the process ends. It runs once, wherever the end is
+    /// decided.
     void setLastWork(std::function<void()> work) { m_lastWork = std::move(work); }
 
-    /// Ends the process behind the last work; no window is asked and no unload logic runs. Tests throw here.
-    /// `status` is EXIT_SUCCESS where the user wished it so.
+    /// Does the last work and ends the process. No window is asked and no unload logic runs. Tests throw
+    /// here. `status` is EXIT_SUCCESS if the user wished the end.
     [[noreturn]] void EndProgram(int status = EXIT_FAILURE)
     {
         if (const auto work = std::exchange(m_lastWork, nullptr))
             work();
         end(status);
-        std::abort(); // end() never comes back
+        std::abort(); // end() never returns
     }
 
 protected:

@@ -42,8 +42,8 @@ struct ListRow
     QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
 };
 
-/// The rows of a list: the storage itself, of which the list widget is a view. Rows have an order, which a
-/// sort changes for good; while sorting is on, a row that is added goes to its place, otherwise to the end.
+/// The rows of a list. This is the storage; the list widget is a view of it. Rows have an order, and a sort
+/// changes it for good. While sorting is on, a new row goes to its sorted place, otherwise to the end.
 class ListRows : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ public:
 
     /// Adds one row, fills it up to the list's number of columns, and returns its index.
     int add(ListRow row);
-    /// Adds many at once; the views hear of it once.
+    /// Adds many rows and informs the views once.
     void addAll(std::vector<ListRow> rows);
     void removeAt(int index);
     void clear();
@@ -70,11 +70,11 @@ public:
     void setCellTag(int index, int column, const QString& tag);
     void setKey(int index, const QString& key);
 
-    /// Index of the row with this key, -1 if there is none. Takes no walk over the list.
+    /// Index of the row with this key, -1 if there is none. Takes constant time.
     int indexOfKey(const QString& key) const;
 
-    /// Orders the rows by a column, texts as German readers expect them and without regard to case, and keeps
-    /// rows that are added later in that order until setSorted(false).
+    /// Orders the rows by a column until setSorted(false), rows that are added later too. Texts are in German
+    /// order, without regard to case.
     void sortBy(int column, Qt::SortOrder order);
     void setSorted(bool on);
     bool isSorted() const { return m_sortColumn >= 0; }
@@ -88,7 +88,7 @@ public:
     /// The row that the user works on, -1 if there is none. Making a row current selects it alone.
     int current() const;
     void setCurrent(int index);
-    /// For views: the user moved the cursor, which need not select.
+    /// For views: the user moved the cursor, which does not have to select.
     void noteCurrent(int index);
 
 Q_SIGNALS:
@@ -106,7 +106,7 @@ private:
     struct Stored
     {
         ListRow row;
-        mutable int index = 0; // right while m_numbered
+        mutable int index = 0; // valid while m_numbered is true
         std::optional<QCollatorSortKey> sortKey;
     };
 
@@ -124,9 +124,9 @@ private:
     QHash<QString, Stored*> m_byKey;
     Stored* m_current = nullptr;
     int m_sortColumn = -1;     // -1 while sorting is off
-    int m_lastSortColumn = -1; // what the header shows
+    int m_lastSortColumn = -1; // the column that the header shows
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
-    mutable bool m_numbered = true; // whether each row knows its index
+    mutable bool m_numbered = true; // true while each row knows its index
 };
 
 } // namespace kalmo::toolkit

@@ -25,7 +25,7 @@ public:
     virtual void SetVisible(bool visible) = 0;
 };
 
-/// Tells a running operation that the user wants it to stop.
+/// Answers a running operation when it asks whether the user wants it to stop.
 class CancelBox
 {
 public:
@@ -61,14 +61,14 @@ private:
     BusyWindow* m_window;
 };
 
-/// Sets a text where there is a panel for it; most operations take a panel that may be absent.
+/// Sets a text if there is a panel for it. Most operations take a panel that may be absent.
 inline void setStatus(StatusPanel* panel, const QString& text)
 {
     if (panel)
         panel->SetText(text);
 }
 
-/// What a long operation reports to. Each of them may be absent.
+/// The displays of a long operation. Each of them may be absent.
 struct Progress
 {
     StatusPanel* panel = nullptr;
