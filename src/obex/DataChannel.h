@@ -4,9 +4,9 @@
 
 namespace kalmo::obex {
 
-/// The switching of the line between AT commands and OBEX frames; nothing else changes the line's mode. While
-/// the phone takes frames, the keys of section `Reminder` say so, for a next start after a session that did
-/// not end.
+/// Switches the line between AT commands and OBEX frames; nothing else changes the line's mode. While the
+/// phone takes frames, the keys of section `Reminder` say so. After a session that did not end, the next
+/// start reads them.
 
 enum class ChannelOpening {
     Opened,
@@ -16,22 +16,22 @@ enum class ChannelOpening {
 };
 
 /// Takes the phone into its data mode, as often as the user wants to try. An "ERROR" of the phone counts as
-/// an answer like any other. It ends without success if the user gave up, or if the cancel box is checked
-/// when the phone does not answer. A phone that does not answer may have switched, so it is taken back before
-/// the next try and before the end. If it does not answer that either, or the port goes away, the reminder
-/// stays.
+/// an answer like any other. Fails if the user gave up, or if the cancel box is checked when the phone does
+/// not answer. A phone that does not answer may have switched, so it is taken back before the next try and
+/// before the end. If it does not answer that either, or the port goes away, the reminder stays.
 ChannelOpening openDataChannel(link::Line& line, const toolkit::Progress& progress);
 
-/// Takes the phone back to AT commands, in at most three rounds. False if it did not answer or the port is
-/// gone; the line then speaks nobody knows what, takes no AT command, and the reminder stays.
+/// Takes the phone back to AT commands, in at most three rounds. Returns false if it did not answer or the
+/// port is gone. The mode of the line is not known then, it takes no AT command, and the reminder stays.
 bool closeDataChannel(link::Line& line, const toolkit::Progress& progress);
 
-/// Takes a line that was left in data mode by somebody else back to AT commands, without a question. True if
+/// Takes a line that somebody else left in data mode back to AT commands, without a question. Returns true if
 /// the phone answers "AT" with OK. Starts with silence and "+++", since "AT" itself would be the head of a
-/// long packet for a phone in data mode; after three rounds it ends an OBEX connection that may be open and
-/// tries once more. Up to half a minute; the cancel box ends it between two rounds. The port has to be open.
+/// long packet for a phone in data mode. After three rounds it ends an OBEX connection that may be open and
+/// tries once more. Takes up to half a minute; the cancel box ends it between two rounds. The port has to be
+/// open.
 bool recoverLine(link::Line& line, const toolkit::Progress& progress);
-/// The same for a port that was just opened, at a baud rate.
+/// Does the same for a port that was just opened, at a baud rate.
 bool recoverLine(link::Line& line, int rate, const toolkit::Progress& progress);
 
 } // namespace kalmo::obex

@@ -4,7 +4,7 @@
 
 namespace kalmo::obex {
 
-/// What a file's ending says of it: the text of the list's second column, and the name of an icon.
+/// Type of a file by its ending: the text of the list's second column, and the name of an icon.
 struct FileTypeInfo
 {
     QString text;

@@ -18,7 +18,7 @@ constexpr QStringView lineEnd = u"\r\n";
 constexpr qsizetype longestEntity = 10; // "&#1114111;"
 constexpr qsizetype stampLength = 15;   // "20021120T164606"
 
-/// What stands behind a key up to a quote and a blank, without the quotes around it.
+/// The text after a key up to a quote and a blank, without the quotes around it.
 QStringView attribute(QStringView line, QStringView key)
 {
     const qsizetype place = line.indexOf(key);
@@ -35,7 +35,7 @@ QStringView attribute(QStringView line, QStringView key)
     return value;
 }
 
-/// The character that an entity stands for, empty if it stands for none.
+/// The character that an entity means, empty if it means none.
 QString characterOf(QStringView entity)
 {
     constexpr std::array<std::pair<QStringView, QChar>, 5> named = {
@@ -56,17 +56,17 @@ QString characterOf(QStringView entity)
 
 constexpr QChar leftLead(0xC2);
 
-/// Whether a name goes on with one of the signs from A0 to BF hex, of whose two bytes UFT8Dec leaves the
-/// first.
+/// Returns true if a name goes on with one of the signs from A0 to BF hex. UFT8Dec leaves the first of their
+/// two bytes.
 bool isLeftLead(QStringView rest)
 {
     return rest.size() > 1 && rest[0] == leftLead && rest[1] >= QChar(0xA0) && rest[1] <= QChar(0xBF);
 }
 
-/// A name as it has to be sent back to the phone.
+/// Converts a name to the form that requests have.
 QString plainName(QStringView spelt)
 {
-    if (!spelt.contains(u'&') && !spelt.contains(leftLead)) // as nearly all are
+    if (!spelt.contains(u'&') && !spelt.contains(leftLead)) // true for nearly all names
         return spelt.toString();
     QString name;
     while (!spelt.isEmpty()) {
@@ -98,7 +98,7 @@ QDateTime moment(QStringView stamp)
     };
     const QDate date(number(0, 4), number(4, 2), number(6, 2));
     const QTime time(number(9, 2), number(11, 2), number(13, 2));
-    // A phone has no time zone; and the rules of the PC's would be looked up for each entry.
+    // A phone has no time zone, and looking up the PC's rules for each entry would be slow.
     return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 

@@ -34,8 +34,8 @@ enum Tag : uchar {
 constexpr uchar mayCreate = 0x00;
 constexpr uchar mustExist = 0x02;
 constexpr uchar upAndMustExist = 0x03;
-constexpr uchar attributeLength = 8;   // whatever the text's length
-constexpr uchar cardPathLength = 0x13; // one more than follows
+constexpr uchar attributeLength = 8;   // whatever the length of the text
+constexpr uchar cardPathLength = 0x13; // one more than the bytes that follow
 
 QByteArray bytes(std::initializer_list<uchar> values)
 {
@@ -139,7 +139,7 @@ QByteArray applicationHeader(const QByteArray& parameters)
 
 QByteArray connectFrame(Target target)
 {
-    // The Target of folder browsing is the id that the makers of the phones gave it.
+    // The Target of folder browsing is the id that the makers of the phones chose.
     const QByteArray service =
         target == Target::IrMC ? "IRMC-SYNC"_ba : QByteArray::fromHex("6B01CB31 4106 11D4 9A77 0050DA3F471F");
     return frame(Connect, QByteArray::fromHex("10 00 40 06") + header(HeaderId::TargetId, service));

@@ -33,30 +33,30 @@ enum class Memory { Phone, Card };
 enum class Space { Total = 1, Free = 2 };
 
 inline constexpr int smallestPacket = 255;  ///< bytes of a frame; no side may announce less
-inline constexpr int largestPacket = 10000; ///< the most that goes out in one send
+inline constexpr int largestPacket = 10000; ///< the most that one send takes
 
-inline constexpr int mostPathBytes = 255; ///< what the one-byte length of a path in a rename frame can hold
+inline constexpr int mostPathBytes = 255; ///< limit of the one-byte length of a path in a rename frame
 
-/// The size of `data` plus `add` as two bytes; of a larger number the low 16 bits.
+/// The size of `data` plus `add` as two bytes. Of a larger number only the low 16 bits are used.
 QByteArray LenBE16(const QByteArray& data, int add);
-/// The same as four bytes.
+/// Does the same with four bytes.
 QByteArray LenBE32(const QByteArray& data, int add);
 
 /// Each byte as two upper-case hex digits.
 QString StrToHex(const QByteArray& bytes);
-/// Value of a hex text of any length. What 32 bits with a sign can't hold becomes the largest they can.
+/// Value of a hex text of any length. A value beyond 32 bits with a sign becomes the largest one.
 qint32 HexToLong(const QString& hex);
 
-/// Local time as "20021120T164606". The day has no leading zero, so that on days 1 to 9 the text is one
-/// short.
+/// Local time as "20021120T164606". Kept on purpose: the day has no leading zero, so that on days 1 to 9 the
+/// text is one short.
 QByteArray ObxTimeStamp(const QDateTime& moment);
 
-/// Whether the phone gets a name or a path as it is. Of a character beyond U+00FF the name bytes make another
-/// one.
+/// Returns true if the phone gets a name or a path unchanged. The name bytes turn a character beyond U+00FF
+/// into another one.
 bool fitsNameBytes(const QString& name);
 
-/// The characters as UTF-16 little-endian and one 00. Behind the 00 that the Name header puts in front of it,
-/// a name of characters up to U+00FF reads as big-endian; others stand in this shifted order all the same.
+/// The characters as UTF-16 little-endian and one 00. The Name header puts another 00 before them, so that
+/// characters up to U+00FF read as big-endian. Others have this shifted order on purpose.
 QByteArray nameBytes(const QString& name);
 
 QByteArray nameHeader(const QString& name);
@@ -74,13 +74,13 @@ QByteArray rootFrame();
 QByteArray oneLevelUpFrame();
 QByteArray enterFolderFrame(const QString& name, bool allowCreation);
 QByteArray deleteFrame(const QString& name);
-/// `text` as in "RWD""R" with its quotes. Its length is always given as 8, whatever it is.
+/// `text` as in "RWD""R" with its quotes. Kept on purpose: its length is always given as 8.
 QByteArray setAttribFrame(const QString& name, const QByteArray& text);
-/// A path as a rename frame holds it, given from the root with "/" between its parts. At most `mostPathBytes`
-/// of it can be sent.
+/// A path for a rename frame, given from the root with "/" between its parts. At most `mostPathBytes` of it
+/// can be sent.
 QByteArray renamePath(const QString& path);
 QByteArray renameFrame(const QByteArray& oldPath, const QByteArray& newPath);
-/// The card's path is announced one byte longer than it is, as the phones are used to.
+/// Kept on purpose: the card's path is announced one byte longer than it is, as the phones expect it.
 QByteArray spaceFrame(Memory memory, Space space);
 
 /// The change counter that a write or delete of an IrMC object expects, as application parameters.

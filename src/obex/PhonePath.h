@@ -4,7 +4,7 @@
 
 namespace kalmo::obex {
 
-/// A file or folder of the phone, by the names on the way from the root.
+/// A file or folder of the phone, by the names on the path from the root.
 class PhonePath
 {
 public:
@@ -14,20 +14,20 @@ public:
     bool isRoot() const { return m_parts.isEmpty(); }
     QString name() const { return m_parts.isEmpty() ? QString() : m_parts.last(); }
     PhonePath folder() const;
-    /// Something in this folder. `name` is one part, whatever it holds.
+    /// Something in this folder. `name` is one part, even if it holds a separator.
     PhonePath below(const QString& name) const;
     const QStringList& parts() const { return m_parts; }
 
     /// "/Pictures/a.bmp", as results show it.
     QString shown() const;
-    /// "Mobile:\Pictures\a.bmp", as the engine has it.
+    /// "Mobile:\Pictures\a.bmp", as the client takes it.
     QString forEngine() const;
 
-    /// False where a file or folder made by that path would get another name in the phone.
+    /// Returns false if a file or folder made by that path would get another name in the phone.
     bool canBeMade() const;
 
     /// Returns true for "telecom" in the root and all below it, where the phone keeps contacts, appointments
-    /// and notes. Parts such as ".." count as the way that they may stand for.
+    /// and notes. Parts such as ".." count as the path that they may mean.
     bool isTelecom() const;
 
     bool operator==(const PhonePath&) const = default;

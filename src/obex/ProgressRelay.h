@@ -6,8 +6,8 @@
 
 namespace kalmo::obex {
 
-/// Passes reports on to whoever wants them now. An operation holds the relay; when the owner of the real
-/// panel goes in the middle of it, the relay forgets him, and the operation goes on reporting to nobody.
+/// Passes reports on to their present receiver. An operation holds the relay. If the owner of the real panel
+/// gives up the operation, the relay drops the panel, and the operation goes on without reports.
 class ProgressRelay
 {
 public:

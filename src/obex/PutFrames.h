@@ -9,22 +9,23 @@ namespace kalmo::obex {
 class PutFrames
 {
 public:
-    /// What to send when the phone asks for more although the final frame has gone out.
+    /// The frame to send when the phone asks for more after the final frame.
     enum class AfterFinal {
         Repeat,     ///< the same frame again, as for files
         EmptyFrame, ///< a final frame that holds nothing, as for IrMC objects
     };
 
-    /// `headers` stand in the first frame ahead of the body, of which it takes at most `firstChunk` bytes; a
-    /// number below 0 counts as 0. Each further frame is filled up to `maxPacket`.
+    /// The first frame holds `headers` and at most `firstChunk` bytes of the body; a number below 0 counts as
+    /// 0. Each further frame is filled up to `maxPacket`.
     PutFrames(QByteArray headers, QByteArray body, int firstChunk, int maxPacket, AfterFinal afterFinal);
 
     QByteArray first();
     QByteArray next();
-    /// The frame that was taken last did not go out.
+    /// Takes back the last frame, which was not sent.
     void setUnsent() { m_finalOut = m_wasFinalOut; }
 
-    /// Bytes that no frame has taken yet. The final frame of AfterFinal::Repeat leaves its own here.
+    /// Bytes that no frame has taken yet. After the final frame of AfterFinal::Repeat its own bytes are
+    /// counted.
     qsizetype left() const { return m_rest.size(); }
     bool isFinalOut() const { return m_finalOut; }
 
@@ -38,24 +39,23 @@ private:
     qsizetype m_nextChunk;
     AfterFinal m_afterFinal;
     bool m_finalOut = false;
-    bool m_wasFinalOut = false; // ahead of the last frame
+    bool m_wasFinalOut = false; // before the last frame
 };
 
 /// Bytes of a body that fit into each further frame.
 int nextChunkSize(int maxPacket);
 
-/// Bytes of a file that fit into the first frame behind Name, Length and Time. Reckoned with the longest time
-/// text.
+/// Bytes of a file that fit into the first frame after Name, Length and Time, for the longest time text.
 int fileFirstChunkSize(int maxPacket, const QString& name);
-/// Bytes of an IrMC object that fit into the first frame behind Name, Length and the application parameters.
+/// Bytes of an IrMC object that fit into the first frame after Name, Length and the application parameters.
 int irmcFirstChunkSize(int maxPacket, const QString& name, const QByteArray& parameters);
 
-/// Maximum of the progress bar for a file of `size` bytes, whose value starts at 1 and moves on with each
-/// frame. For a file of the first chunk and two or more whole further ones it is one more than there are
-/// frames, so that such a file draws the warning of a transfer that stopped early.
+/// Maximum of the progress bar for a file of `size` bytes. The bar's value starts at 1 and rises with each
+/// frame. Kept on purpose: for a file of the first chunk and two or more whole further ones the maximum is
+/// one more than there are frames, so that such a file looks like a transfer that stopped early.
 int filePutSteps(qsizetype size, int firstChunk, int nextChunk);
-/// Maximum of the progress bar for an IrMC object, whose value starts at 1 and moves on with each request for
-/// more.
+/// Maximum of the progress bar for an IrMC object. The bar's value starts at 1 and rises with each request
+/// for more.
 int irmcPutSteps(qsizetype size, int firstChunk, int nextChunk);
 
 } // namespace kalmo::obex

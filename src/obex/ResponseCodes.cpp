@@ -12,7 +12,7 @@ namespace {
 
 constexpr int finalBit = 0x80;
 
-/// In the texts %1 stands for the program's name. An empty English text is the same as the German one.
+/// %1 in the texts is the program's name. If the English text is empty the German one holds for both.
 struct Row
 {
     int code; // of a response without its final bit

@@ -4,7 +4,8 @@
 
 namespace kalmo::obex {
 
-/// Result of a request: the first byte of the phone's response, or below 0 what happened on this side.
+/// Result of a request: the first byte of the phone's response, or a number below 0 for an event on this
+/// side.
 enum ReCode : int {
     Continue = 0x90,
     ContinueNotFinal = 0x10,
@@ -13,10 +14,10 @@ enum ReCode : int {
     PreconditionFailed = 0xCC,
     InternalError = 0xD0,
 
-    Timeout = -1,         ///< silence for as long as the client waits
+    Timeout = -1,         ///< no answer within the client's timeout
     Cancelled = -3,       ///< by the user
-    DeleteFailed = -4,    ///< a local file is in the way
-    UnknownProvider = -5, ///< kept in the table, nothing returns it
+    DeleteFailed = -4,    ///< a local file could not be deleted
+    UnknownProvider = -5, ///< nothing returns it; kept in the table
     TooMuchData = -6,     ///< more than `largestObject`
     RequestTooLong = -7,  ///< the phone takes no frame of that size, or no path of that length
     ChannelNotOpen = -8,  ///< the line carries AT commands, or another exchange is under way
@@ -29,18 +30,18 @@ enum ReCode : int {
 };
 
 /// Largest object that is read from a phone or sent to one, in bytes. The phones hold a few megabytes; a
-/// phone that never stops sending must not eat the computer's memory.
+/// phone that never stops sending must not fill the computer's memory.
 inline constexpr qint64 largestObject = 64LL * 1024 * 1024;
 
-/// Whether a response says that the phone did what it was asked.
+/// Returns true if a response reports success.
 constexpr bool isSuccess(int code)
 {
     return code == Success || code == SuccessNotFinal;
 }
 
-/// What a code means, for the user. The final bit of a response makes no difference.
+/// Text of a code for the user. The final bit of a response makes no difference.
 QString GetFriedlyErrMsg(int code);
-/// The same in English.
+/// Does the same in English, as a part of a sentence.
 QString friendlyErrorEnglish(int code);
 
 /// A code as its 16 bits in hex, without leading zeros.

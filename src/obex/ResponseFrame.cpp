@@ -8,7 +8,7 @@ namespace kalmo::obex {
 
 namespace {
 
-constexpr qsizetype headSize = 3; // of a header with a length
+constexpr qsizetype headSize = 3; // of a header that has a length
 constexpr qsizetype lengthHeaderSize = 5;
 constexpr qsizetype connectAnswerSize = 4; // version, flags, largest frame
 

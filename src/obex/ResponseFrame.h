@@ -12,19 +12,19 @@ inline constexpr int responseHeadSize = 3; ///< code and length
 struct ResponseFrame
 {
     int code = 0;
-    QByteArray payload; ///< all that was received behind the head, bytes beyond the declared length included
-    bool lengthIsSound = true; ///< false for a declared length below that of the head
+    QByteArray payload;        ///< all bytes after the head, also those beyond the declared length
+    bool lengthIsSound = true; ///< false if the declared length is below that of the head
 };
 
-/// Whether `buffer` holds a whole response. The length is a 16-bit number with a sign, so that one below 3 or
-/// above 32767 is reached as soon as the head is there: such a frame ends with what has come by then, and
-/// what comes of it later has to be thrown away.
+/// Returns true if `buffer` holds a whole response. The length is a 16-bit number with a sign, so a length
+/// below 3 or above 32767 is reached with the head alone. Such a frame ends with the bytes that have come by
+/// then, and its later bytes have to be discarded.
 bool isWholeFrame(const QByteArray& buffer);
 
 /// Cuts a whole response.
 ResponseFrame takeFrame(QByteArray buffer);
 
-/// What a leading header said.
+/// Content of a leading header.
 struct LeadingHeader
 {
     std::optional<quint32> totalSize; ///< value of a Length header
@@ -32,17 +32,17 @@ struct LeadingHeader
 };
 
 /// Takes the leading header off the payload of a GET's response: of Body, End of Body and Application
-/// Parameters the head, of Length all of it together with the head of a Body behind it. Any other header
-/// stays, and what follows the leading one is data.
+/// Parameters the head, of Length the whole header and the head of a Body after it. Any other header stays.
+/// The bytes after the leading header are data.
 LeadingHeader takeLeadingHeader(QByteArray& payload);
 
-/// Largest frame that the phone takes, in bytes, as the response to a connect says it; 0 for what is missing.
+/// Largest frame that the phone takes, in bytes, from the response to a connect. 0 if it is missing.
 quint16 readMaxPacket(const QByteArray& payload);
-/// Whether a payload can be that of the response to a connect: it alone begins with the version of the
-/// protocol.
+/// Returns true if a payload can be that of the response to a connect: it alone begins with the version of
+/// the protocol.
 bool isConnectAnswer(const QByteArray& payload);
 
-/// Number in the application parameters of a response, behind tag and length.
+/// Number in the application parameters of a response, after tag and length.
 qint32 readSpaceAnswer(const QByteArray& payload);
 
 } // namespace kalmo::obex

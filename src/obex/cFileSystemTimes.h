@@ -11,7 +11,8 @@ class cFileSystemTimes
 public:
     explicit cFileSystemTimes(QString file) : m_file(std::move(file)) {}
 
-    /// Sets the time of creation, given as local time. False if the system has one and it could not be set.
+    /// Sets the time of creation, given as local time. Returns false if the system has one and it could not
+    /// be set.
     bool SetDateCreated(const QDateTime& moment) const;
 
 private:

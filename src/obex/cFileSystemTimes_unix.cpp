@@ -1,3 +1,5 @@
+// The times of files on Unix.
+
 #include "obex/cFileSystemTimes.h"
 
 namespace kalmo::obex {

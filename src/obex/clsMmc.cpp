@@ -35,8 +35,8 @@ bool clsMmc::isRefused(const QString& operation) const
     return m_line.isWaiting();
 }
 
-/// Returns false, and says so, where the client does not know its folder: a name would reach a file of that
-/// name in another one.
+/// Returns false, and informs the user, if the client does not know its folder: a name would reach a file of
+/// that name in another folder.
 bool clsMmc::isFolderKnown()
 {
     if (!m_dirAct.isEmpty() || m_isOnline != Connected || m_stopAsked) // the last two send nothing anyway

@@ -19,14 +19,13 @@ class ListRows;
 namespace kalmo::obex {
 
 /// The OBEX client: the session with a phone, its file system, transfers. One request and one response at a
-/// time, on the caller's stack; each wait yields to the event loop. Operations return false when they failed
-/// and have told the user then, unless it says otherwise. Each takes what it reports to, of which any part
-/// may be absent.
+/// time, on the caller's stack; each wait yields to the event loop. Operations return false if they failed,
+/// after they have informed the user, unless the comment says otherwise. Each takes the displays that it
+/// reports to, and any of them may be absent.
 ///
 /// An operation that an event handler starts in the middle of another exchange on the same line does nothing,
-/// fails and is logged. An owner that may go in the middle of an operation holds its client by
-/// std::shared_ptr and calls abandon() before it lets go: the operation keeps the client until it has ended.
-/// What is built of several operations does the same with an Operation of its own.
+/// fails and is logged. Owners share the client by std::shared_ptr, and an operation keeps it until its end.
+/// Code that consists of several operations does the same with an Operation of its own.
 class clsMmc : public QObject, public std::enable_shared_from_this<clsMmc>
 {
     Q_OBJECT
@@ -40,7 +39,7 @@ public:
     enum OnlineState { Connecting = 0, Connected = 1, Disconnected = 2 };
     enum Channel { ChannelMoving = 0, ChannelOpen = 1, ChannelClosed = 2 };
 
-    /// `line` has to have its port open when the first operation starts.
+    /// The port of `line` has to be open when the first operation starts.
     explicit clsMmc(link::Line& line);
     ~clsMmc() override;
 
@@ -48,49 +47,49 @@ public:
 
     // --- session
 
-    /// Opens the data channel and connects to `target`. After a failed connect the channel stays open. A line
-    /// that an earlier session left in another state than AT commands is taken back to them first.
+    /// Opens the data channel and connects to `target`. After a failed connect the channel stays open. If an
+    /// earlier session left the line in another state than AT commands, the phone is taken back to them
+    /// first.
     bool Online(const toolkit::Progress& progress, Target target = Target::FlexMemory);
-    /// Disconnects and closes the data channel. If the phone does not let go of the connection, the channel
-    /// stays open. A connection that never came about is not disconnected.
+    /// Disconnects and closes the data channel. If the phone does not end the connection, the channel stays
+    /// open. A connection that the phone refused is not disconnected.
     bool Offline(const toolkit::Progress& progress);
     /// Connects to a target on an open channel, which may be connected to the other one.
     bool connect(const toolkit::Progress& progress, Target target);
 
-    /// False once a wait has ended without the phone's answer. It may still come, and frames carry no number,
-    /// so that it would be taken for the answer to the next request: until getInStep() nothing goes out but
-    /// what Offline needs. Every operation that is not part of another one gets in step first.
+    /// Returns false after a wait that ended without the phone's answer. That answer may still come, and
+    /// frames carry no number, so that it would be taken for the answer to the next request. Until
+    /// getInStep() only the frames of Offline are sent. Every operation that is not part of another one gets
+    /// in step first.
     bool isInStep() const { return m_inStep; }
-    /// Connects anew, which has an answer that is like no other, and goes back to the current folder.
+    /// Connects again, since the answer to that is like no other, and goes back to the current folder.
     bool getInStep();
 
     OnlineState IsOnline() const { return m_isOnline; }
     Channel ChannelState() const { return m_channelState; }
     Target target() const { return m_target; } ///< of the last connect
-    /// "Mobile:\" or a folder below it; empty where it is not known. Then nothing goes out that names
-    /// something in the current folder, until CdRoot or CdUp.
+    /// "Mobile:\" or a folder below it. Empty if the folder is not known. Then nothing that names something
+    /// in the current folder is sent until CdRoot or CdUp.
     QString DirAct() const { return m_dirAct; }
-    /// Largest frame that the phone accepts, as announced at the last connect and held between 255 and 10000
+    /// Largest frame that the phone accepts, as announced at the last connect and limited to 255 to 10000
     /// bytes.
     int MaxPacket() const { return m_maxPacket; }
 
-    /// Seconds of silence after which a wait ends; 25 unless somebody has set it. The programs do not ask
-    /// yet.
+    /// Timeout of a response in seconds. The default is 25. The programs do not ask yet.
     double RxTimeOut() const { return m_rxTimeOut; }
     void setRxTimeOut(double seconds) { m_rxTimeOut = seconds; }
 
-    /// Result of the last request, as in ReCode: what an operation failed for.
+    /// Result of the last request, as in ReCode: the reason of a failure.
     int lastCode() const { return m_lastCode; }
-    /// Returns true if the frame of the last request went out. Without an answer to it the phone may have
-    /// done what it asks for.
+    /// Returns true if the frame of the last request was sent. The phone may have carried it out even if it
+    /// did not answer.
     bool wasLastSent() const { return m_wasLastSent; }
 
-    /// Ends the running operation at the next safe point, with code -3 and without a box about it; a transfer
-    /// is aborted. From then on nothing goes to the phone but what Offline needs, which also takes the wish
-    /// back.
+    /// Ends the running operation at the next safe point, with code -3 and without a box about it. A transfer
+    /// is aborted. From then on only the frames of Offline are sent, which also resets this.
     void askToStop() { m_stopAsked = true; }
     bool stopAsked() const { return m_stopAsked; }
-    /// The owner goes: asks to stop, and from now on nothing is reported to him and no box is shown.
+    /// Ends the owner's interest: asks to stop, and from now on nothing is reported and no box is shown.
     void abandon();
     bool isAbandoned() const { return m_abandoned; }
 
@@ -102,15 +101,16 @@ public:
              toolkit::ListRows* list = nullptr, const QStringList* filter = nullptr,
              QString* decoded = nullptr);
 
-    /// Goes down a path from the current folder, part by part; a leading "Mobile:\" is passed over. After a
+    /// Goes down a path from the current folder, part by part. A leading "Mobile:\" is ignored. After a
     /// failure the client is in the last folder that it reached.
     bool Cd(const QString& path, bool allowCreation);
     bool CdRoot();
-    /// One folder up by the phone's own means. Where that is, the client does not know: CdRoot has to follow.
+    /// Goes one folder up by the phone's own request. The client does not know the new folder, so CdRoot has
+    /// to follow.
     bool CdNull();
-    bool CdUp(); ///< by way of the root
-    /// Into the folder of single entries of the phonebook, the calendar, the notes. The programs do not use
-    /// the last two yet.
+    bool CdUp(); ///< goes to the root and down again
+    /// Goes to the folder of single entries of the phonebook, the calendar, the notes. The programs do not
+    /// use the last two yet.
     bool CDluidPB();
     bool CDluidCAL();
     bool CDluidNT();
@@ -119,39 +119,40 @@ public:
     /// Deletes a file or an empty folder. `force` makes it deletable first. A silent failure shows no box.
     bool Del(const QString& name, const toolkit::Progress& progress, int* reCode = nullptr,
              bool silent = false, bool force = false);
-    /// Paths from the root. Moving is renaming.
+    /// Take paths from the root. Moving is renaming.
     bool Rename(const QString& oldPath, const QString& newPath, const toolkit::Progress& progress);
     /// Permissions as letters, "RWD" for all.
     bool SetAttrib(const QString& name, const QString& group, const QString& user, bool silent);
     bool SetPermissionReadOnly(const QString& name);
     bool SetPermissionRWD(const QString& name);
 
-    /// Capacities in bytes; 0 after a failure. `useCache` gives an earlier answer since Online other
-    /// than 0. The programs do not ask for the memory card's yet.
+    /// Capacities in bytes, 0 after a failure. With `useCache` an earlier answer since Online is returned if
+    /// it is not 0. The programs do not ask for the memory card's yet.
     bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFreeMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
 
-    /// Look into the last listing, without regard to case. Nothing is shown.
+    /// Search the last listing, without regard to case. Show nothing.
     bool IsFileInActDir(const QString& name) const;
     bool GetFileSizeInActDir(const QString& name, qint32& size) const;
     bool GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment) const;
 
-    /// Remembers the current folder, and goes back to it. The programs do not use it yet.
+    /// Store the current folder, and go back to it. The programs do not use them yet.
     void DirActSave() { m_dirActSaved = m_dirAct; }
     bool DirActRestore();
 
-    /// Adds up the files in a folder and all below it. True if the way back to `parent` was found, whatever
-    /// happened on the way down. The cancel box ends the walk between two folders, and so do folders without
-    /// an end. The programs do not use it yet.
+    /// Adds up the files in a folder and all below it. Returns true if the client is back in `parent`, even
+    /// after a failure on the way down. The cancel box ends the walk between two folders; a limit ends it for
+    /// folders without an end. The programs do not use it yet.
     bool GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
                            const toolkit::Progress& progress, const QString& parent);
 
     // --- transfer
 
-    /// Reads a file of the current folder, at most `largestObject` bytes, into `targetFile` too if that is
-    /// not empty: a full local path, replaced whole or not at all. Silent shows no box but that of a timeout.
+    /// Reads a file of the current folder, at most `largestObject` bytes. If `targetFile` is not empty the
+    /// content is stored there too; it is a full local path, and the file is replaced whole or not at all. A
+    /// silent failure shows no box, except for a timeout.
     bool GetFile(const QString& name, QByteArray& data, const toolkit::Progress& progress,
                  const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
     /// Stores the content of a file of the phone as GetFile does it. `modified` is the phone's time of it.
@@ -164,49 +165,50 @@ public:
     {
         QString name; ///< in the current folder; "," and ";" are left out
         QByteArray bytes;
-        QDateTime modified; ///< time that the phone gets; invalid for now
+        QDateTime modified; ///< time for the phone; invalid for the present time
     };
     /// Facts about an upload.
     struct PutReport
     {
-        bool mayHoldPart = false;  ///< it failed, and the phone may have taken a part of the file
-        bool stoppedEarly = false; ///< the phone said that it has all before the count of frames was reached
+        bool mayHoldPart = false;  ///< it failed, and the phone may hold a part of the file
+        bool stoppedEarly = false; ///< the phone reported success before the count of frames was reached
     };
-    /// The same for bytes.
+    /// Does the same for bytes.
     bool PutBytes(const PutObject& object, const toolkit::Progress& progress, PutReport* report = nullptr);
     /// Ends a transfer between two of its frames.
     bool Abort();
 
     // --- single requests, for what builds on the client
 
-    /// Hands a frame to the line. 0, or the local code that says why it did not go out: `Timeout` for a port
-    /// that is gone, since no answer can come.
+    /// Sends a frame. Returns 0, or the local code for the reason why it was not sent. For a port that is
+    /// gone that is `Timeout`, since no answer can come.
     int TxObx(const QByteArray& frame);
-    /// Waits for one response and gives its code; -1 with an empty payload after `RxTimeOut` seconds of
-    /// silence, or at once if the port is gone. From a fifth of that on LongTimeOutMsg counts down.
+    /// Waits for one response and returns its code. After `RxTimeOut` seconds of silence, or at once if the
+    /// port is gone, the code is -1 and the payload empty. After a fifth of that time LongTimeOutMsg starts
+    /// to count down.
     int RxObxFra(QByteArray& payload);
-    /// Both in one.
+    /// Does both.
     int request(const QByteArray& frame, QByteArray& payload);
 
     enum class PutVerdict { Next, Done, Failed };
-    /// Sends an object frame by frame, and lets `judge` decide on each response's code. Gives the last code
-    /// and its payload, or -3 if the user cancelled it. `frames` knows in the end whether the final one went
-    /// out. The transfer to a phone that keeps asking for more after the final frame is aborted, with the
-    /// code NeverEnough.
+    /// Sends an object frame by frame, and lets `judge` decide on each response's code. Returns the last code
+    /// and gives its payload, or -3 if the user cancelled it. After it `frames` tells if the final frame was
+    /// sent. If the phone keeps asking for more after the final frame, the transfer is aborted with the code
+    /// NeverEnough.
     int Put(PutFrames& frames, QByteArray& payload, const std::function<PutVerdict(int code)>& judge);
 
     /// Writes a line of the debug log.
     void log(const QString& tag, const QString& text) const;
-    /// Shows what a code means. A lost port is reported once in an operation, for all its parts together.
+    /// Shows the text of a code. A lost port is reported once in an operation, for all its parts together.
     void ErrMsg(int code);
     /// From now on to the end of the running operation, timeouts are shown once as well: the phone has
     /// confirmed a change, and more than one box would hide that.
     void showTimeoutsOnce() { m_showsTimeoutsOnce = true; }
 
-    // Raised in the middle of operations: handlers show something, and start none.
+    // Signals in the middle of operations. Handlers may show something, but start no operation.
 Q_SIGNALS:
     void DirChange(const QString& folder);
-    void BusyOn(); ///< raised once, however operations are nested
+    void BusyOn(); ///< emitted once, however operations are nested
     void BusyOff();
     void BytesRxed(qint64 count);
     void LongTimeOutMsg(const QString& text);
@@ -226,7 +228,8 @@ private:
     int stuckOrGone() const;
     void takeConnectAnswer(const QByteArray& payload);
 
-    /// Sends a GET and receives all of its response. The code as in RxObxFra, or what ended it on this side.
+    /// Sends a GET and receives all of its response. Returns the code as RxObxFra does, or the local code
+    /// that ended it.
     int get(const QByteArray& frame, QByteArray& data);
     int ObxRx(QByteArray& data);
     void showBare(const QString& text, const QString& english);
@@ -259,9 +262,9 @@ private:
     bool m_stopAsked = false;
     bool m_abandoned = false;
     bool m_inStep = true;
-    bool m_lossTold = false;          // in the operation that runs
+    bool m_lossTold = false;          // by the operation that runs
     bool m_showsTimeoutsOnce = false; // the same
-    bool m_pastStop = false;          // what goes out now has to in spite of the wish to stop
+    bool m_pastStop = false;          // frames are sent even after a request to stop
     bool m_quiet = false;
     int m_lastCode = 0;
     bool m_wasLastSent = false;

@@ -1,4 +1,4 @@
-// What is done to single files and folders, and the phone's capacities.
+// Operations on single files and folders, and the phone's capacities.
 
 #include "link/PhoneModels.h"
 #include "obex/clsMmcOperation.h"
@@ -34,7 +34,7 @@ constexpr std::array<SpaceQueryRow, 4> spaceQueries = {{
     {Memory::Card, Space::Free, u"GetSpaceFreeMmc", u"Freier Speicherplatz MMC", true},
 }};
 
-/// As a rename frame wants it: from the root, with "/".
+/// A path for a rename frame: from the root, with "/".
 QByteArray wirePath(QString path)
 {
     path.replace(u"\\\\"_s, u"\\"_s);

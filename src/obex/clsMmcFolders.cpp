@@ -18,13 +18,13 @@ using toolkit::Progress;
 
 namespace {
 
-// A phone whose folders hold themselves has to come to an end.
+// A limit for a phone whose folders contain themselves.
 constexpr int deepestFolder = 32;
 constexpr int mostFolders = 1000;
-constexpr int letterIsMissing = 5; // in the log, where a text ends in the middle of a letter
+constexpr int letterIsMissing = 5; // for the log, if a text ends in the middle of a letter
 
-/// Whether the name leads into a folder of the current one: "" and "\\" lead nowhere, and what holds a "\\"
-/// elsewhere.
+/// Returns true if the name leads into a folder of the current one. "", "\\" and names with a "\\" elsewhere
+/// do not.
 bool isOnePart(const QString& name)
 {
     return !name.isEmpty() && !name.contains(u'\\');
@@ -37,13 +37,13 @@ QStringList partsOf(const QString& path)
 
 } // namespace
 
-/// Where a walk through folders stands. What it has counted is handed out at its end.
+/// State of a walk through folders. Its sums are stored at its end.
 struct clsMmc::FolderWalk
 {
     qint64 totalSize = 0;
     int fileCount = 0;
     int folders = 0;
-    bool ended = false; // before its end: nothing more is looked at
+    bool ended = false; // the walk has ended: nothing more is read
 };
 
 QString clsMmc::decodeListing(const QString& raw)
@@ -102,7 +102,7 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
         m_progress.status(u"Verzeichnis ausgelesen."_s);
     } else {
         if (rows && !m_abandoned)
-            DirInLvw({}, *rows); // the ways out stay, whatever the folder holds
+            DirInLvw({}, *rows); // the command rows stay, even if the folder can't be listed
         m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
         ErrMsg(code);
     }
@@ -112,7 +112,7 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
     return isSuccess(code);
 }
 
-/// Goes down part by part. The part is added to the path only when the phone has let the client in.
+/// Goes down part by part. A part is added to the path only after the phone has changed to it.
 bool clsMmc::changeFolder(const QString& path, bool allowCreation)
 {
     for (const QString& part : partsOf(path)) {

@@ -9,35 +9,36 @@ namespace kalmo::obex {
 /// Seconds that most operations wait at their end.
 inline constexpr double shortPause = 0.01;
 
-/// Stands at the start of each operation of the client, and of each that is built of several of them. Keeps
-/// the client until it ends, and passes on what it reports for as long as there is somebody to hear it.
+/// Begins each operation of the client, and each that consists of several of them. Keeps the client until the
+/// end, and passes its reports on as long as there is a receiver.
 class clsMmc::Operation
 {
 public:
-    /// For what reports to nobody, or to whom the operation around it reports.
+    /// For an operation without reports, or with those of the operation around it.
     Operation(clsMmc& client, const QString& name);
     Operation(clsMmc& client, const QString& name, const toolkit::Progress& progress);
     ~Operation();
     Q_DISABLE_COPY_MOVE(Operation)
 
-    /// False in an event handler in the middle of another exchange: the operation must not begin.
+    /// Returns false in an event handler in the middle of another exchange. The operation must not begin
+    /// then.
     bool isAllowed() const { return m_allowed; }
 
-    /// The same for what sends requests on a connection; the outermost operation gets in step first. False
-    /// has been told then.
+    /// Returns true if the operation may send requests on a connection. The outermost operation gets in step
+    /// first. Informs the user if it returns false.
     bool mayBegin() const { return m_allowed && (m_client.m_depth > 1 || m_client.getInStep()); }
 
-    /// Where to report. The caller's own progress may be gone after any yield.
+    /// Receiver of the reports. The caller's own progress may be gone after any yield.
     const toolkit::Progress& progress() const { return m_client.m_progress; }
 
 private:
     clsMmc& m_client;
-    std::shared_ptr<clsMmc> m_keep; // null where the owner holds the client otherwise
+    std::shared_ptr<clsMmc> m_keep; // null if the owner holds the client otherwise
     toolkit::Progress m_outer;
     bool m_allowed;
 };
 
-/// While one lives the cancel box has no say: what is under way is done whole or not at all.
+/// While one exists the cancel box has no effect: the running request is carried out whole or not at all.
 class clsMmc::Uncancelled
 {
 public:
@@ -50,7 +51,7 @@ private:
     bool m_wasOn;
 };
 
-/// While one lives no box tells of a failure: the caller looks at lastCode() and reports it.
+/// While one exists no box reports a failure: the caller looks at lastCode() and reports it.
 class clsMmc::Quiet
 {
 public:
@@ -63,7 +64,7 @@ private:
     bool m_was;
 };
 
-/// BusyOn now and BusyOff at the end, raised by the outermost only.
+/// Emits BusyOn now and BusyOff at the end, the outermost one only.
 class clsMmc::Busy
 {
 public:
@@ -71,7 +72,7 @@ public:
     ~Busy() { off(); }
     Q_DISABLE_COPY_MOVE(Busy)
 
-    void off(); ///< before the end
+    void off(); ///< before the end of the operation
 
 private:
     clsMmc& m_client;

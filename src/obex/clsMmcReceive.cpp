@@ -15,10 +15,10 @@ using app::HexFromText;
 
 namespace {
 
-constexpr double countdownPart = 5;   // the countdown starts when this part of RxTimeOut has passed
-constexpr double patienceForStop = 2; // seconds of silence when somebody wants to leave
-constexpr int mostStrayFrames = 5;    // a box is shown for each
-constexpr qint64 mostReserved = 16 * 1024 * 1024; // an announced size is a claim
+constexpr double countdownPart = 5;               // share of RxTimeOut after which the countdown starts
+constexpr double patienceForStop = 2;             // seconds of silence after a request to stop
+constexpr int mostStrayFrames = 5;                // each of them shows a box
+constexpr qint64 mostReserved = 16 * 1024 * 1024; // an announced size may be wrong
 
 bool isExpectedInGet(int code)
 {
@@ -86,7 +86,7 @@ int clsMmc::RxObxFra(QByteArray& payload)
         const bool isGone = !m_line.port().IsOpen() && !isWholeFrame(buffer);
         if (silence > m_rxTimeOut || gaveUp(silence) || isGone)
             return afterSilence(buffer);
-        const bool goesOn = isWholeFrame(buffer) || m_line.port().InCount() > 0; // nothing to wait for
+        const bool goesOn = isWholeFrame(buffer) || m_line.port().InCount() > 0; // no answer can come
         m_line.yieldUpTo(goesOn ? 0 : m_rxTimeOut - silence);
     }
     if (m_context.log.isOn()) {
@@ -114,7 +114,7 @@ void clsMmc::showBare(const QString& text, const QString& english)
         m_line.show({.text = text, .english = english});
 }
 
-/// Of no use to anybody but who looks for the reason of a fault.
+/// Logs details that help only in the search for the cause of a fault.
 void clsMmc::showLengthNote()
 {
     log(u"Warning:"_s, u"Length is followed by End of Body."_s);

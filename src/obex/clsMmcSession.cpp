@@ -16,7 +16,7 @@ using toolkit::Progress;
 
 namespace {
 
-/// The user's cancel box, or the wish that the operation may end.
+/// The user's cancel box, or a request to stop.
 struct StopBox : toolkit::CancelBox
 {
     StopBox(const clsMmc& askedClient, const Progress& progress) : client(askedClient), box(progress.cancel)
@@ -98,7 +98,7 @@ bool clsMmc::connect(const Progress& progress, Target target)
         code = receiveConnectAnswer(payload, wasInStep);
     else
         m_inStep = wasInStep;
-    // A phone in command mode echoes what it gets.
+    // A phone in command mode echoes all bytes.
     if (code == static_cast<uchar>(frame[0]) && payload.startsWith(frame.sliced(responseHeadSize)))
         code = leaveCommandMode();
     if (isSuccess(noted(code))) {
@@ -112,7 +112,7 @@ bool clsMmc::connect(const Progress& progress, Target target)
     return isSuccess(code);
 }
 
-/// Out of step, passes over late answers to earlier requests.
+/// If the client is out of step, ignores late answers to earlier requests.
 int clsMmc::receiveConnectAnswer(QByteArray& payload, bool isInStep)
 {
     int code = RxObxFra(payload);
@@ -126,7 +126,7 @@ int clsMmc::receiveConnectAnswer(QByteArray& payload, bool isInStep)
 
 bool clsMmc::getInStep()
 {
-    if (m_inStep || m_isOnline != Connected || m_stopAsked) // nothing would go out
+    if (m_inStep || m_isOnline != Connected || m_stopAsked) // nothing would be sent
         return true;
     const QString folder = withoutRoot(m_dirAct);
     const Operation operation(*this, u"getInStep"_s);
@@ -136,7 +136,7 @@ bool clsMmc::getInStep()
     return isBack;
 }
 
-/// The phone has refused its data mode and still takes commands, of which the frame may be the start of one.
+/// The phone has refused its data mode and takes commands. It may have taken the frame as the start of one.
 int clsMmc::leaveCommandMode()
 {
     m_channelState = ChannelMoving;
@@ -183,20 +183,20 @@ bool clsMmc::disconnect()
     m_progress.status(u"OBEX Verbindung wird geschlossen..."_s);
     QByteArray payload;
     const int code = request(disconnectFrame(), payload);
-    const bool mayBeLate = !m_inStep && code >= 0; // then the phone's own answer comes behind it
+    const bool mayBeLate = !m_inStep && code >= 0; // the phone's own answer follows it then
     if (isSuccess(code) || mayBeLate) {
         m_isOnline = Disconnected;
         m_hasConnection = false;
         m_progress.status(u"OBEX Verbindung geschlossen."_s);
         return true;
     }
-    m_hasConnection = false; // the next try leaves it to the phone: it closes the channel alone
+    m_hasConnection = false; // the next try does not wait for the phone: it closes the channel alone
     ErrMsg(code);
     m_progress.status(u"OBEX Verbindung nicht geschlossen."_s);
     return false;
 }
 
-/// Why the line does not change its mode: the phone does not answer, or there is none any more.
+/// Code for a line that does not change its mode: the phone does not answer, or the port is gone.
 int clsMmc::stuckOrGone() const
 {
     return m_line.port().IsOpen() ? ChannelStuck : Timeout;

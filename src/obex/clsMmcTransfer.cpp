@@ -20,8 +20,8 @@ using toolkit::Progress;
 namespace {
 
 constexpr int stepsOfFirstFrame = 2;
-constexpr int mostFinalFrames = 10; // a phone that never has enough
-constexpr int timeNotSet = 75;      // in the log, where a time stamp could not be set
+constexpr int mostFinalFrames = 10; // frames for a phone that keeps asking for more
+constexpr int timeNotSet = 75;      // for the log, if a time stamp could not be set
 
 int readForUpload(const QString& path, QByteArray& body)
 {
@@ -30,7 +30,7 @@ int readForUpload(const QString& path, QByteArray& body)
     return app::readWholeFile(path, body) ? 0 : ReadFailed;
 }
 
-/// A name as the phones can handle it.
+/// A name that the phones can handle.
 QString nameWithoutSeparators(QString name)
 {
     return name.remove(u',').remove(u';');
@@ -105,7 +105,8 @@ int clsMmc::store(const QString& targetFile, const QByteArray& data, const QDate
     return result == ReplaceResult::NotReplaced ? DeleteFailed : WriteFailed;
 }
 
-/// Gives a downloaded file its age in the phone. A phone whose clock was never set says 2001 or earlier.
+/// Sets a downloaded file's time to that in the phone. A phone whose clock was never set says 2001 or
+/// earlier.
 void clsMmc::stamp(const QString& targetFile, const QDateTime& modified)
 {
     if (!modified.isValid() || modified <= QDateTime(QDate(2001, 1, 1), QTime(0, 0)))
@@ -244,7 +245,7 @@ int clsMmc::Put(PutFrames& frames, QByteArray& payload, const std::function<PutV
         if (judge(code) != PutVerdict::Next)
             return noted(code);
         if (frames.isFinalOut() && ++finalFrames > mostFinalFrames) {
-            Abort(); // or the next request would count as part of this one
+            Abort(); // otherwise the next request would count as part of this one
             return noted(NeverEnough);
         }
         const int refusal = TxObx(frames.next());
@@ -273,7 +274,7 @@ bool clsMmc::Abort()
     }
     QByteArray payload;
     if (code == 0)
-        code = RxObxFra(payload); // whoever has asked to stop waits no longer for this answer than for others
+        code = RxObxFra(payload); // after a request to stop the timeout is short here as elsewhere
     if (code != Success && !m_stopAsked)
         ErrMsg(code);
     log(u"Exit"_s, u"Abort="_s + QString::number(code));
