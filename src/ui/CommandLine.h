@@ -4,7 +4,7 @@
 
 namespace kalmo::ui {
 
-/// What the program was called with.
+/// The command line of the program.
 struct CommandLine
 {
     enum class Kind { Run, Help, Version, WrongUse };
@@ -13,11 +13,11 @@ struct CommandLine
     QString storage; ///< folder for this run
     QString port;    ///< port for this run, a number or a device
     QString log;     ///< file that every exchange is logged to
-    QString rest;    ///< everything else as one text: "/DBG" and "/DELINI"
-    QString error;   ///< what is wrong, for WrongUse
+    QString rest;    ///< all other arguments as one text: "/DBG" and "/DELINI"
+    QString error;   ///< the error, for WrongUse
 };
 
-/// Reads the arguments behind the program's name. The last of an option given twice counts.
+/// Reads the arguments after the program's name. If an option is given twice the last one counts.
 CommandLine parseCommandLine(const QStringList& arguments);
 
 QString commandLineHelp();

@@ -15,7 +15,7 @@ QString Engine::take(const CommandLine& commandLine)
     }
     if (commandLine.port.isEmpty())
         return {};
-    // The start sequence looks for the folder once more, with its questions.
+    // The start sequence determines the folder once more, with its questions.
     sy.Paths.Storage =
         sy.StorageForThisRun.isEmpty() ? app::currentStoragePath(m_machine.platform) : sy.StorageForThisRun;
     return m_machine.usePort(commandLine.port);

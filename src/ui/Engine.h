@@ -14,8 +14,8 @@ public:
     Engine() = default;
     Q_DISABLE_COPY_MOVE(Engine)
 
-    /// Takes over what the command line says for this run. What is wrong with it, in English; empty if
-    /// nothing is.
+    /// Takes over the options of the command line for this run. Returns the error, in English, or an empty
+    /// text.
     QString take(const CommandLine& commandLine);
 
     Program& program() { return m_program; }

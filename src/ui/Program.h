@@ -7,7 +7,7 @@
 
 namespace kalmo::ui {
 
-/// What every form works with. Made once in main.
+/// The services that every form works with. Made once in main.
 struct Program
 {
     app::Context& context;

@@ -30,13 +30,13 @@ QString describePort(const Program& program)
     return name.isEmpty() ? QString() : u"COM %1: %2"_s.arg(number).arg(name);
 }
 
-/// What the phone says of itself, and its family: enough to tell whether a window fits it.
+/// The phone's identification and family, to find out if a window fits it.
 QString phoneOf(const app::Sy& sy)
 {
     return QString::number(sy.PhoneType) + u' ' + sy.PhoneID;
 }
 
-/// The splash's wish to stop, for an operation that looks at a cancel box.
+/// The splash's abort flag as a cancel box.
 struct AbortBox : toolkit::CancelBox
 {
     explicit AbortBox(const link::SearchView& searchView) : view(searchView) {}
@@ -89,7 +89,7 @@ void StartFlow::runSearch()
         m_settings->present(false);
 }
 
-/// At the rate that a phone answered at last. If that does not help, the search says what does.
+/// Tries the rate that a phone answered at last. If that does not help, the search gives advice.
 void StartFlow::takeLineBack()
 {
     app::Context& context = m_program.context;
@@ -102,10 +102,11 @@ void StartFlow::takeLineBack()
     const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
     AbortBox abort(*m_start);
     obex::recoverLine(m_program.line, std::abs(rate), {.cancel = &abort});
-    m_program.line.ClosePort(); // the search opens it with settings of its own
+    m_program.line.ClosePort(); // the search opens it with its own settings
 }
 
-/// A window for another kind of phone goes, once the lists in it are safe. False if the user keeps it.
+/// Destroys a window for another kind of phone, after the lists in it are safe. Returns false if the user
+/// keeps it.
 bool StartFlow::dropsOtherWindow()
 {
     if (!m_main || m_mainPhone == phoneOf(m_program.context.sy))
@@ -121,7 +122,7 @@ bool StartFlow::dropsOtherWindow()
 void StartFlow::showMainWindow()
 {
     if (m_main) {
-        // Another phone may hang at the cable by now, even one of the same kind.
+        // Another phone may be connected by now, even one of the same kind.
         m_main->forgetPhone();
     } else {
         m_program.memory = {};
@@ -154,7 +155,7 @@ void StartFlow::onCancelled()
         m_main->show();
 }
 
-/// Before the settings close the port. With another one the window goes, and the lists in it.
+/// Runs before the settings close the port. With another port the window is destroyed, and so are its lists.
 bool StartFlow::mayLeavePhone(bool otherPort)
 {
     if (!m_main)
@@ -169,8 +170,8 @@ void StartFlow::endByUser()
 {
     if (m_main && !m_main->mayLoseChanges(frmPB::closingText))
         return;
-    m_program.context.ending.setLastWork(nullptr); // the user has given them up
-    // In the middle of the search's own stack: it could only come back through its questions.
+    m_program.context.ending.setLastWork(nullptr); // the user has agreed to lose them
+    // The search is on the stack and would return only through its questions.
     m_program.line.ClosePort();
     m_program.context.ending.EndProgram(EXIT_SUCCESS);
 }
@@ -204,7 +205,7 @@ void StartFlow::ReadSettingsToForm()
         connect(m_settings.get(), &frmEinstellungen::closedByUser, this, &StartFlow::endByUser);
     }
     m_settings->ReadSettingsToForm();
-    // The start sequence forgets that behind its reminder.
+    // The start sequence deletes this value after its reminder.
     m_wasInterrupted =
         app::get(m_program.context.settings, app::keys::LastUnclosedObexDevice) != app::noValue();
 }

@@ -13,14 +13,14 @@ class frmEinstellungen;
 class frmPB;
 class frmStart;
 
-/// Leads through the windows: splash with start sequence and search, settings, main window, and from the
-/// settings back to the splash.
+/// Controls the sequence of windows: splash with start sequence and search, settings, main window, and from
+/// the settings back to the splash.
 class StartFlow : public QObject, public app::StartView
 {
     Q_OBJECT
 
 public:
-    /// `startArguments` is what the start sequence reads: "/DBG" or "/DELINI".
+    /// `startArguments` are the arguments of the start sequence: "/DBG" or "/DELINI".
     StartFlow(Program& program, QString startArguments);
     ~StartFlow() override;
 

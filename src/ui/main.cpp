@@ -1,3 +1,5 @@
+// The window program: command line, language, start.
+
 #include "app/Version.h"
 #include "ui/controls/WheelGuard.h"
 #include "ui/Engine.h"
@@ -45,7 +47,7 @@ bool answersAtOnce(int argc, char** argv)
     return true;
 }
 
-/// The texts are German in every locale; dates and numbers follow the user's, where there is one.
+/// The texts are German in every locale. Dates and numbers follow the user's locale.
 void speakGerman(QTranslator& buttons)
 {
     if (QLocale::system().language() == QLocale::C)

@@ -52,7 +52,7 @@ CancelCheck::CancelCheck(QWidget* parent) : QToolButton(parent)
     setToolTip(u"Den laufenden Vorgang abbrechen"_s);
     setAccessibleName(u"Vorgang abbrechen"_s);
     setFocusPolicy(Qt::StrongFocus);
-    // A request to stop can't be taken back: the operation may have seen it already.
+    // A request to stop can't be taken back: the operation may have acted on it already.
     connect(this, &QToolButton::toggled, this, [this](bool checked) { setEnabled(!checked); });
 }
 

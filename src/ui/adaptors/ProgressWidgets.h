@@ -8,7 +8,8 @@
 
 namespace kalmo::ui {
 
-/// A status text that never widens its window: what doesn't fit is elided and shown as a tool tip.
+/// A status text that never widens its window. A text that doesn't fit is elided, and a tool tip shows the
+/// whole.
 class StatusLabel : public QLabel, public toolkit::StatusPanel
 {
     Q_OBJECT
@@ -51,8 +52,8 @@ public:
     void reset();
 };
 
-/// The widgets that are blocked while the phone is busy, with the wait cursor over the program. Calls nest.
-/// The keyboard goes back to where it was. Whoever destroys this or the widgets sees to it that nothing runs.
+/// Blocks widgets while the phone is busy, with the wait cursor over the program. Calls nest. At the end the
+/// keyboard focus returns to its widget. Neither this object nor a widget may be destroyed while busy.
 class WindowBusy : public toolkit::BusyWindow
 {
 public:

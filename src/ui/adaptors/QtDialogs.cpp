@@ -53,7 +53,7 @@ constexpr AnswerRow answerTable[] = {
     {Answer::No, QMessageBox::No}, {Answer::Retry, QMessageBox::Retry},
 };
 
-/// While a box waits for the user the program is not busy, whatever runs behind it.
+/// While a box waits for the user the cursor is plain, even in the middle of an operation.
 class PlainCursor
 {
 public:
@@ -101,14 +101,14 @@ QStringList filtersOf(const FileRequest& request)
     QStringList filters;
     for (const toolkit::FileType& type : request.types) {
         const QString patterns = u'(' + type.patterns.join(u' ') + u')';
-        // Most descriptions name their patterns already.
+        // Most descriptions contain their patterns already.
         filters.append(type.description.endsWith(patterns) ? type.description
                                                            : type.description + u' ' + patterns);
     }
     return filters;
 }
 
-/// The ending that belongs to a filter, "csv" for "CSV Datei (*.csv)"; empty where any is right.
+/// The file name extension of a filter, "csv" for "CSV Datei (*.csv)". Empty if any is accepted.
 QString endingOf(const QString& filter)
 {
     const QString pattern = filter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
@@ -151,7 +151,7 @@ Answer QtDialogs::Show(const Message& message)
     if (message.icon != Icon::None)
         box.setIconPixmap(pixmap(pictureOf(message.icon), pictureSize, box.devicePixelRatioF()));
     for (QAbstractButton* button : box.buttons())
-        button->setIcon({}); // the toolkit's own are of another style
+        button->setIcon({}); // the toolkit's own icons have another style
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.setDefaultButton(defaultOf(row, message.defaultButton));

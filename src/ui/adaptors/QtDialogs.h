@@ -16,8 +16,7 @@ public:
     QString PickFolder(const QString& title, const QString& start) override;
 };
 
-/// Ends the process at once. Whoever holds something outside of the process, such as the port, needs no
-/// farewell: the system takes it back.
+/// Ends the process at once. Resources outside of the process, such as the port, are released by the system.
 class QtEnding final : public toolkit::Ending
 {
     [[noreturn]] void end(int status) override;

@@ -4,8 +4,8 @@
 
 namespace kalmo::ui {
 
-/// What the memory gauge shows, computed from the phone's total and free bytes. It guards against the phone's
-/// file system breaking down for lack of space.
+/// Computes the memory gauge from the phone's total and free bytes. It warns before the phone's file system
+/// breaks down for lack of space.
 class MemoryGauge
 {
 public:
@@ -13,11 +13,11 @@ public:
     static constexpr qint64 lowBytes = 40000;
     static constexpr int lowPercent = 5;
 
-    /// What an update has come to.
+    /// Result of an update.
     enum class Update {
-        None, ///< free is above the total, so the new total has not arrived yet: all stays as it was
+        None, ///< free is above the total, so the new total has not arrived yet: nothing changes
         Shown,
-        FirstWarning, ///< memory is low for the first time in this gauge's life: the user is to be warned
+        FirstWarning, ///< memory is low for the first time in this gauge's life; the user has to be warned
     };
     Update setTotal(qint64 bytes);
     Update setFree(qint64 bytes);
@@ -30,12 +30,12 @@ public:
     QString barText() const { return m_barText; }
     bool lowMemory() const { return m_lowMemory; }
 
-    /// One beat of the warning, every two seconds. False ends the blinking.
+    /// One step of the warning, every two seconds. Returns false when the blinking ends.
     bool blink();
     /// Key of the picture beside the bar: "handy" or "warning".
     QString picture() const;
 
-    /// What a click on the picture says in low memory.
+    /// Text for a click on the picture while memory is low.
     static QString warningText();
 
 private:
@@ -49,7 +49,7 @@ private:
     QString m_barText;
     bool m_lowMemory = false;
     bool m_warned = false;
-    bool m_blinkPhase = false; // which picture is next
+    bool m_blinkPhase = false; // number of the next picture
     bool m_showsWarning = false;
 };
 

@@ -4,7 +4,7 @@
 
 namespace kalmo::ui {
 
-/// Gives a widget the name that tests and accessibility tools find it by, and what a screen reader says.
+/// Gives a widget its object name, for tests and accessibility tools, and its spoken name.
 template <typename Widget>
 Widget* named(Widget* widget, const QString& name, const QString& spoken = {})
 {

@@ -9,7 +9,7 @@ namespace kalmo::ui {
 
 namespace {
 
-/// Keeps to what `accepted` makes of the text; the cursor goes to the end of what is left.
+/// Reduces a field to the result of `accepted`. The cursor goes to its end.
 void restrictTo(QLineEdit& field, QString (*accepted)(const QString&))
 {
     QObject::connect(&field, &QLineEdit::textChanged, &field, [&field, accepted](const QString& text) {

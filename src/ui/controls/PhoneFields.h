@@ -4,7 +4,7 @@
 
 namespace kalmo::ui {
 
-/// A handset's name field: what it can't hold is cut off, with all that stands behind it.
+/// A handset's name field. The first character that it can't hold and everything after it are cut off.
 class NameField : public QLineEdit
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ public:
     explicit NameField(QWidget* parent = nullptr);
 };
 
-/// The same for a number. "p" and "r" are typed as "P" and "R".
+/// Does the same for a number. "p" and "r" are typed as "P" and "R".
 class NumberField : public QLineEdit
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// A number of a contact: keys that can't stand in one do nothing. What is pasted is looked at later.
+/// A number of a contact. Keys for characters that it can't contain do nothing. Pasted text is checked later.
 class ContactNumberField : public QLineEdit
 {
     Q_OBJECT

@@ -4,7 +4,7 @@
 
 namespace kalmo::ui {
 
-/// A caption with a rule behind it, which opens a group of controls.
+/// A caption followed by a line, which opens a group of controls.
 class RuledCaption : public QWidget
 {
     Q_OBJECT

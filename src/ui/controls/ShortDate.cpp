@@ -19,7 +19,7 @@ int fullYear(int year)
     return year < firstYearOfTwoDigits % 100 ? 2000 + year : 1900 + year;
 }
 
-/// The letters d, M and y in the order of a pattern.
+/// The order of the letters d, M and y in a pattern.
 QString orderOf(const QString& pattern)
 {
     QString order;

@@ -4,8 +4,8 @@
 
 namespace kalmo::ui {
 
-/// Keeps the mouse wheel from changing a box that the user has not clicked: over one without the focus it
-/// scrolls the page, and it does not give the focus. Watches all widgets of the program while it lives.
+/// Keeps the mouse wheel from changing a box that the user has not clicked. Over a box without the focus it
+/// scrolls the page and does not give the focus. Watches all widgets of the program during its lifetime.
 class WheelGuard : public QObject
 {
     Q_OBJECT

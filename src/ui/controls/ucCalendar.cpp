@@ -26,7 +26,7 @@ namespace {
 
 constexpr int firstYear = 1900;
 constexpr int lastYear = 2099;
-constexpr double pauseBeforeChosen = 0.1; // seconds in which the chosen day is seen
+constexpr double pauseBeforeChosen = 0.1; // seconds for which the chosen day is shown
 
 } // namespace
 
@@ -36,20 +36,20 @@ ucCalendar::ucCalendar(app::Context& context, QWidget* parent)
       m_cmbMonth(named(new QComboBox(this), u"cmbMonth"_s, u"Monat"_s)),
       m_cmbYear(named(new QComboBox(this), u"cmbYear"_s, u"Jahr"_s))
 {
-    setFrameStyle(QFrame::Box | QFrame::Plain); // it lies on a dialog of its own colour
+    setFrameStyle(QFrame::Box | QFrame::Plain); // the dialog below has a colour of its own
     setAccessibleName(u"Kalender"_s);
     fillCombos();
     layOut();
     m_mvw->setNavigationBarVisible(false);
     m_mvw->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
-        m_mvw->setWeekdayTextFormat(day, {}); // red can't be read on a dark ground
+        m_mvw->setWeekdayTextFormat(day, {}); // red is not readable on a dark ground
     m_mvw->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
     m_mvw->setSelectedDate(m_savedValue);
     updateCombos();
     connect(m_mvw, &QCalendarWidget::clicked, this, &ucCalendar::choose);
     connect(m_mvw, &QCalendarWidget::activated, this, [this](QDate date) {
-        if (isVisible()) // a click can be both
+        if (isVisible()) // a click can emit both
             choose(date);
     });
     connect(m_mvw, &QCalendarWidget::currentPageChanged, this, &ucCalendar::updateCombos);

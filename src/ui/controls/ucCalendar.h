@@ -11,8 +11,8 @@ class QLineEdit;
 
 namespace kalmo::ui {
 
-/// The calendar that drops down from a date field, and the one place where typed dates are checked. It opens
-/// as a popup, so that a click beside it cancels it.
+/// The calendar that drops down from a date field. It also checks all typed dates. It opens as a popup, so
+/// that a click beside it cancels it.
 class ucCalendar : public QFrame
 {
     Q_OBJECT
@@ -20,24 +20,25 @@ class ucCalendar : public QFrame
 public:
     explicit ucCalendar(app::Context& context, QWidget* parent = nullptr);
 
-    /// Goes back to the last date that was set by Today, setValue or Validate2TxtBox, and raises cancelled.
+    /// Returns to the last date that was set by Today, setValue or Validate2TxtBox, and emits cancelled.
     void Cancel();
     void Today();
 
     QDate value() const;
-    /// A date that the calendar doesn't reach is told, and changes nothing.
+    /// Informs the user of a date out of range, which changes nothing.
     void setValue(QDate date);
 
     void Value2TxtBox(QLineEdit& textBox) const;
-    /// Takes the date of a text box and writes it back in the short form. True, told to the user and with the
-    /// text selected, if it is none or out of reach: the box has to keep the focus.
+    /// Takes the date of a text box and writes it back in the short form. Returns true if it is no date or
+    /// out of range, after it has informed the user and selected the text. The box has to keep the focus
+    /// then.
     bool Validate2TxtBox(QLineEdit& textBox);
 
     /// Drops down from a text box.
     void openBelow(const QWidget& textBox);
 
 Q_SIGNALS:
-    void dateChosen(const QDate& date); ///< a tenth of a second after a day was clicked
+    void dateChosen(const QDate& date); ///< emitted a tenth of a second after a click on a day
     void cancelled();
 
 protected:
@@ -61,8 +62,8 @@ private:
     QComboBox* m_cmbYear;
 };
 
-/// Makes one of a date's text box, the button that opens the calendar, and the calendar itself. Leaving the
-/// box checks it, unless it is empty or the user goes to `exit`, the button that gives the dialog up.
+/// Connects a date's text box, the button that opens the calendar, and the calendar. Leaving the box checks
+/// it, unless it is empty or the user goes to `exit`, the button that gives the dialog up.
 void bindDateField(ucCalendar& calendar, QLineEdit& textBox, QAbstractButton& button, const QWidget* exit);
 
 } // namespace kalmo::ui

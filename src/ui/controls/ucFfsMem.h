@@ -11,8 +11,8 @@ class QToolButton;
 
 namespace kalmo::ui {
 
-/// The gauge of the phone's free memory: a bar with a text, red and with a blinking picture when memory runs
-/// low, of which it warns once.
+/// The gauge of the phone's free memory: a bar with a text. If memory is low it is red, its picture blinks,
+/// and it warns once.
 class ucFfsMem : public QWidget
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ class ucFfsMem : public QWidget
 public:
     explicit ucFfsMem(app::Context& context, QWidget* parent = nullptr);
 
-    /// Bytes. Setting one shows it, with a box where memory is low for the first time.
+    /// Bytes. Setting one shows it. A box warns if memory is low for the first time.
     void setMeTotal(qint64 bytes);
     void setMeFree(qint64 bytes);
     /// The programs do not ask yet.

@@ -4,7 +4,7 @@
 
 namespace kalmo::ui {
 
-/// The head of a dialog: a picture, what the dialog is for, and a line of help below it, if there is any.
+/// The head of a dialog: a picture, the purpose of the dialog, and perhaps a line of help below it.
 class ucHeadline : public QFrame
 {
     Q_OBJECT

@@ -13,7 +13,8 @@ using toolkit::Answer;
 
 namespace {
 
-/// What the user can change, in the order of the widgets. Editable boxes hold a field of their own.
+/// The values that the user can change, in the order of the widgets. Editable boxes contain a field of their
+/// own.
 QStringList valuesOf(const QDialog& dialog)
 {
     QStringList values;

@@ -10,14 +10,14 @@ class QDialog;
 
 namespace kalmo::ui {
 
-/// Asks before Escape or the window's own button throws away what the user has changed in a dialog. What the
-/// fields hold when the dialog is shown counts as unchanged. Belongs to the dialog.
+/// Asks before Escape or the window's close button discards the user's changes in a dialog. The values at the
+/// time when the dialog is shown count as unchanged. Belongs to the dialog.
 class ChangeGuard : public QObject
 {
     Q_OBJECT
 
 public:
-    /// While `save` is disabled the dialog is busy, and nothing is asked.
+    /// While `save` is disabled the dialog is busy, and there is no question.
     ChangeGuard(QDialog& dialog, const QAbstractButton& save, app::Context& context);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

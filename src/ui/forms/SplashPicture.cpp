@@ -62,7 +62,7 @@ void SplashPicture::drawBackground(QPainter& painter) const
     shade.setColorAt(1, bottomColor);
     painter.fillRect(rect(), shade);
     painter.setBrush(Qt::NoBrush);
-    // The waves of a base station that stands beyond the upper right corner.
+    // The waves of a base station beyond the upper right corner.
     for (int wave = 1; wave <= waves; ++wave) {
         QColor color = waveColor;
         color.setAlphaF(0.42F - 0.07F * static_cast<float>(wave));

@@ -328,7 +328,7 @@ void frmEinstellungen::reject()
 
 void frmEinstellungen::closeEvent(QCloseEvent* event)
 {
-    event->ignore(); // whoever listens hides the form, ends the program, or asks first
+    event->ignore(); // the listener hides the form, ends the program, or asks first
     if (cmdAbbruch->isEnabled() || m_isSaving)
         reject();
     else

@@ -15,7 +15,7 @@ class QVBoxLayout;
 
 namespace kalmo::ui {
 
-/// The settings: port, backups and storage, messages. Made once, it stays for the whole run, hidden most of
+/// The settings: port, backups and storage, messages. Made once, it exists for the whole run, hidden most of
 /// the time.
 class frmEinstellungen : public QDialog
 {
@@ -26,19 +26,20 @@ public:
 
     /// Fills the controls from the settings file.
     void ReadSettingsToForm();
-    /// Shows the form. Without a way back only saving leads on, and closing it ends the program.
+    /// Shows the form. Without a way back the user has to save, and closing the form ends the program.
     void present(bool withWayBack);
 
-    /// Asked before anything is saved, with what saved() says then. False leaves all as it is.
+    /// Sets a question that is asked before anything is saved, with the argument of saved(). If it returns
+    /// false nothing is saved.
     void setLeaveQuestion(std::function<bool(bool otherPort)> mayLeave) { m_mayLeave = std::move(mayLeave); }
 
     void reject() override;
 
 Q_SIGNALS:
-    /// The settings were saved. `otherPort`: the phone of before is behind another port.
+    /// The settings were saved. `otherPort`: the phone is at another port now.
     void saved(bool otherPort);
     void cancelled();
-    /// Closed by the user where there is no way back.
+    /// The user closed the form, and there is no way back.
     void closedByUser();
 
 protected:

@@ -10,8 +10,7 @@ class QPushButton;
 
 namespace kalmo::ui {
 
-/// Edits one row of the provider list. It writes into the list only: the phone learns of it by the next
-/// "Schreiben".
+/// Edits one row of the provider list. It writes into the list only; "Schreiben" sends the list to the phone.
 class frmNEentry : public QDialog
 {
     Q_OBJECT
@@ -19,9 +18,9 @@ class frmNEentry : public QDialog
 public:
     frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* parent = nullptr);
 
-    /// Shows what a row of the list holds, and makes it the current one.
+    /// Shows a row of the list, and makes it the current one.
     void loadRow(int row);
-    /// Whether the list's current row is to be replaced; exec() follows.
+    /// `existing`: saving replaces the list's current row. exec() follows.
     void Form_Present(bool edit);
 
 Q_SIGNALS:

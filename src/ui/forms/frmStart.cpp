@@ -123,7 +123,7 @@ void frmStart::abortSearch()
 
 void frmStart::closeEvent(QCloseEvent* event)
 {
-    event->ignore(); // whoever listens ends the program, or asks first
+    event->ignore(); // the listener ends the program, or asks first
     Q_EMIT closedByUser();
 }
 

@@ -10,7 +10,7 @@ class QPushButton;
 
 namespace kalmo::ui {
 
-/// The splash, which is the window of the search too.
+/// The splash, which is also the window of the search.
 class frmStart : public QWidget, public link::SearchView
 {
     Q_OBJECT
@@ -18,11 +18,11 @@ class frmStart : public QWidget, public link::SearchView
 public:
     explicit frmStart(QWidget* parent = nullptr);
 
-    /// Puts the window in the middle of the screen.
+    /// Centres the window on the screen.
     void present();
-    /// What the window is called, and that the start goes on.
+    /// Sets the window's title, and shows that the start goes on.
     void layOutSplash(const QString& caption);
-    /// What is behind the port that is searched: a name, or empty.
+    /// Shows the device of the port that is searched: a name, or empty.
     void showPort(const QString& text);
 
     void setStatus(const QString& text) override;
@@ -31,7 +31,7 @@ public:
     void clearAborted() override;
 
 Q_SIGNALS:
-    /// The user closed the window: he wants the program to end.
+    /// The user closed the window, which ends the program.
     void closedByUser();
 
 protected:

@@ -25,7 +25,7 @@ namespace {
 
 const QString vipMark = u"Ja"_s;
 
-/// Shows a text that the combo may not offer, such as the melody of another handset.
+/// Shows a text that the combo may not contain, such as the melody of another handset.
 void showText(QComboBox& combo, const QString& text)
 {
     if (text.isEmpty())
@@ -145,7 +145,7 @@ void frmTBentry::loadRow(int row)
             m_calDate->setValue(date);
             m_calDate->Value2TxtBox(*m_txtbDate);
         } else {
-            m_txtbDate->setText(entry.date); // for the user to mend
+            m_txtbDate->setText(entry.date); // the user has to correct it
         }
         m_cmbTime->setCurrentText(anniversaryTime(entry.date));
         showText(*m_cmbAlarm, entry.dateSound);
@@ -184,7 +184,7 @@ void frmTBentry::cmdSpeicher_Click()
         tell(nameAndNumberMissing.toString(), m_txtName->text().isEmpty() ? *m_txtName : *m_txtNr);
         return;
     }
-    // Before the list is touched: the old row must not be gone for a time that is none.
+    // Checked before the list changes: a wrong time must not cost the old row.
     if (m_chkUsebDate->isChecked() && (refuseTime() || !isDateGiven()))
         return;
     if (m_edit && m_list.current() >= 0)
@@ -195,7 +195,7 @@ void frmTBentry::cmdSpeicher_Click()
     accept();
 }
 
-/// Tells a time that is none. True if the field has to keep the focus.
+/// Reports a wrong time. Returns true if the field has to keep the focus.
 bool frmTBentry::refuseTime()
 {
     if (isTimeOfDay(m_cmbTime->currentText()))

@@ -16,8 +16,8 @@ namespace kalmo::ui {
 
 class ucCalendar;
 
-/// Edits one row of the classic phonebook. It writes into the list only: the phone learns of it by the next
-/// "Schreiben".
+/// Edits one row of the classic phonebook. It writes into the list only; "Schreiben" sends the list to the
+/// phone.
 class frmTBentry : public QDialog
 {
     Q_OBJECT
@@ -25,9 +25,9 @@ class frmTBentry : public QDialog
 public:
     frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* parent = nullptr);
 
-    /// Shows what a row of the list holds, and makes it the current one.
+    /// Shows a row of the list, and makes it the current one.
     void loadRow(int row);
-    /// Whether the list's current row is to be replaced; exec() follows.
+    /// `existing`: saving replaces the list's current row. exec() follows.
     void Form_Present(bool edit);
 
 Q_SIGNALS:

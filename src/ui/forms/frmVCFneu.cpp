@@ -157,7 +157,7 @@ void frmVCFneu::loadBirthday(const QString& birthday)
         m_calGebu->setValue(date);
         m_calGebu->Value2TxtBox(*m_txtGebu);
     } else {
-        m_txtGebu->setText(day); // for the user to mend
+        m_txtGebu->setText(day); // the user has to correct it
     }
     m_cmbGebuTime->setCurrentText(end < 0 ? QString() : birthday.mid(end + 1));
 }

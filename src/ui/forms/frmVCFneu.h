@@ -29,13 +29,13 @@ public:
     frmVCFneu(Program& program, std::shared_ptr<phonedata::VcardStore> store, QWidget* parent = nullptr);
     ~frmVCFneu() override;
 
-    /// Shows the contact of a row of the store's list, which a save replaces.
+    /// Shows the contact of a row of the store's list. Saving replaces it.
     void loadRow(int row);
 
     void reject() override;
 
 Q_SIGNALS:
-    /// True after a contact was saved, false when the dialog was given up or a save has failed.
+    /// True after a contact was saved, false if the user gave the dialog up or a save failed.
     void listChanged(bool changed);
 
 private:

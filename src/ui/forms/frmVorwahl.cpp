@@ -42,7 +42,7 @@ constexpr int codeCharacters = 12; // that a field shows
 constexpr int captionCharacters = 74;
 constexpr int introductionCharacters = 92;
 
-/// A text of that width or more, with all the height that it takes then.
+/// A text of that width or more, with the height that it needs then.
 QLabel* wrapped(const QString& text, int characters)
 {
     auto* label = new QLabel(text);

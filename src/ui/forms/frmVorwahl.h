@@ -17,7 +17,7 @@ class QPushButton;
 
 namespace kalmo::ui {
 
-/// Views and sets the four area codes with which a phone rewrites its numbers.
+/// Shows and sets the four area codes with which a phone rewrites its numbers.
 class frmVorwahl : public QDialog
 {
     Q_OBJECT

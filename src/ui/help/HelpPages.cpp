@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <QTextDocumentFragment>
 
-// Outside of any namespace, as the macro wants it. The linker would leave the pages out otherwise.
+// Outside of any namespace, as the macro needs it. Without it the linker leaves the pages out.
 static void loadPages()
 {
     Q_INIT_RESOURCE(help);

@@ -9,7 +9,7 @@ inline constexpr int helpTopicStart = 0;
 inline constexpr int helpTopicBluetooth = 1001;
 inline constexpr int helpTopicPort = 1002;
 
-/// A heading within a page, and what stands below it.
+/// A heading within a page, and the text below it.
 struct HelpSection
 {
     QString title;

@@ -193,7 +193,7 @@ void HelpWindow::search(const QString& text)
 void HelpWindow::showFirstHit()
 {
     QTreeWidgetItemIterator item(tvwIndex, QTreeWidgetItemIterator::NotHidden);
-    // A page that has the words has them in one of its sections, which is nearer.
+    // The words of a page are all in its sections, which are the better results.
     if (*item && (*item)->isExpanded())
         ++item;
     if (*item)

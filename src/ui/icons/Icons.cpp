@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <array>
 
-// Outside of any namespace, as the macro wants it. The linker would leave the drawings out otherwise.
+// Outside of any namespace, as the macro needs it. Without it the linker leaves the drawings out.
 static void loadDrawings()
 {
     Q_INIT_RESOURCE(icons);
@@ -58,7 +58,7 @@ QColor inkOf(QIcon::Mode mode)
     return palette.color(QPalette::WindowText);
 }
 
-/// A drawing whose lines ask for `currentColor`, which is replaced by the palette's.
+/// A drawing whose lines use `currentColor`, which is replaced by the palette's colour.
 QPixmap render(const QString& file, const QSize& size, QIcon::Mode mode)
 {
     const QColor ink = inkOf(mode);

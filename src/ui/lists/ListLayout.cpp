@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString section = u"frmPB"_s;
-constexpr int narrowest = 16; // pixels that a column or a pane needs to be found again
+constexpr int narrowest = 16; // least pixels of a column or a pane, so that the user can find it
 constexpr int widest = 10000;
 
 QString joined(const QList<int>& numbers)
@@ -25,7 +25,7 @@ QString joined(const QList<int>& numbers)
     return texts.join(u'|');
 }
 
-/// So many numbers, none where there are others or something else.
+/// So many numbers. Gives none if the text holds more, fewer or something else.
 QList<int> readNumbers(const app::Settings& settings, const QString& key, qsizetype count)
 {
     QList<int> numbers;

@@ -24,7 +24,7 @@ bool RowsDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
 {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    // The base class knows the width that the whole cell wants, its picture and margins included.
+    // The base class knows the width that the whole cell needs, with its picture and margins.
     const bool isCut = QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width() ||
                        option.fontMetrics.horizontalAdvance(index.data().toString()) > option.rect.width();
     if (isCut)

@@ -4,8 +4,8 @@
 
 namespace kalmo::ui {
 
-/// Paints the cells of a list: keeps numbers, which end at the right edge of their column, off the texts of
-/// the next one, and shows a text that is cut off whole in a tool tip.
+/// Paints the cells of a list. It keeps numbers, which end at the right edge of their column, away from the
+/// texts of the next one. A tool tip shows the whole of a text that is cut off.
 class RowsDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -76,7 +76,7 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
     return alignmentOf(section).isNull() ? title : title + titleMargin;
 }
 
-/// Numbers stand to the right, and so does their title; all else as the view has it.
+/// Numbers are aligned right, and so is their title. All else is up to the view.
 QVariant RowsModel::alignmentOf(int column) const
 {
     const bool isNumber = column > 0 && m_rows->columns()[column].isNumber;

@@ -13,7 +13,7 @@ namespace kalmo::ui {
 /// Gives the picture of a row's icon key.
 using IconSource = std::function<QIcon(const QString& key)>;
 
-/// Shows a list's rows to a view. The rows stay where they are: nothing is copied.
+/// Shows a list's rows to a view without copying them.
 class RowsModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -21,7 +21,8 @@ class RowsModel : public QAbstractTableModel
 public:
     explicit RowsModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
-    /// The rows stay until the next rows or the model's end, or go just before it: nothing touches them then.
+    /// The rows have to exist until the next rows are set. As members of the view's parent they may be
+    /// destroyed just before the model.
     void setRows(toolkit::ListRows* rows);
     toolkit::ListRows* rows() const { return m_rows; }
     void setIconSource(IconSource icons) { m_icons = std::move(icons); }

@@ -60,7 +60,7 @@ RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(t
     connect(header(), &QHeaderView::sectionClicked, this, &RowsView::sortByHeader);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT rowDoubleClicked(index.row()); });
-    // After the base class has taken the new order in.
+    // After the base class has taken over the new order.
     connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSelection, Qt::DirectConnection);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] { hideUnmatched(0, lastRow()); });
     connect(m_model, &QAbstractItemModel::rowsInserted, this,
@@ -101,7 +101,7 @@ void RowsView::paintEvent(QPaintEvent* event)
     if (m_placeholder.isEmpty() || m_model->rowCount() > 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // disabled too: it is there to be read
+    painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // readable when disabled too
     const int margin = fontMetrics().height() * 2;
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_placeholder);
@@ -109,7 +109,7 @@ void RowsView::paintEvent(QPaintEvent* event)
 
 void RowsView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->matches(QKeySequence::Copy)) { // the base class copies one cell
+    if (event->matches(QKeySequence::Copy)) { // the base class copies one cell only
         copySelected();
         return;
     }
@@ -184,7 +184,7 @@ void RowsView::setFilter(const QString& typed)
     Q_EMIT filtered();
 }
 
-/// Hides those of the rows that do not match. Rows that come new are shown.
+/// Hides those of the rows that do not match. New rows are shown.
 void RowsView::hideUnmatched(int first, int last)
 {
     if (!isFiltered())
@@ -240,7 +240,7 @@ void RowsView::copySelected() const
     if (!rows())
         return;
     if (auto copied = copiedRows(*rows(), m_format))
-        QGuiApplication::clipboard()->setMimeData(copied.release()); // which takes it over
+        QGuiApplication::clipboard()->setMimeData(copied.release()); // which takes ownership
 }
 
 void RowsView::keyboardSearch(const QString& letters)

@@ -10,7 +10,7 @@
 namespace kalmo::ui {
 
 /// A list on screen: a view of ListRows, which keep texts, order, selection and the current row. A click on a
-/// column's head sorts by it, and the next one turns the order round.
+/// column's head sorts by it, and the next one reverses the order.
 class RowsView : public QTreeView
 {
     Q_OBJECT
@@ -18,26 +18,26 @@ class RowsView : public QTreeView
 public:
     explicit RowsView(QWidget* parent = nullptr);
 
-    /// Shows these rows and takes their name as its own. They stay until the next rows or the view's end; as
-    /// members of its parent they may go just before it.
+    /// Shows these rows and takes their name as its own. The rows have to exist until the next rows are set.
+    /// As members of the view's parent they may be destroyed just before it.
     void setRows(toolkit::ListRows& rows);
     toolkit::ListRows* rows() const { return m_model->rows(); }
 
     void setIconSource(IconSource icons) { m_model->setIconSource(std::move(icons)); }
-    /// What stands in the place of the rows while there are none.
+    /// Text that is shown while there are no rows.
     void setPlaceholder(const QString& text);
-    /// Widths of the columns in average characters; those without one keep theirs.
+    /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
-    /// Shows only the rows that match. Rows that are hidden are not selected any more, so that no command
-    /// acts on what the user does not see.
+    /// Shows only the rows that match. A hidden row is not selected any more, so that no command acts on rows
+    /// that the user does not see.
     void setFilter(const QString& typed);
     bool isFiltered() const { return !m_filter.isEmpty(); }
     int shownRows() const;
 
-    /// Takes the focus, with the first shown row as the current one where there is none.
+    /// Takes the focus. If there is no current row the first shown row becomes the current one.
     void enter();
-    /// Selects this row alone and scrolls to it; a filter that hides it ends.
+    /// Selects this row alone and scrolls to it. A filter that hides it is removed.
     void reveal(int row);
 
     void setRowFormat(RowFormat format) { m_format = std::move(format); }

@@ -65,7 +65,7 @@ bool SearchLine::handleKey(int key)
 
 void SearchLine::showCount()
 {
-    if (!m_view.isFiltered()) { // the list may have ended the search itself
+    if (!m_view.isFiltered()) { // the list may have removed the filter itself
         m_field->clear();
         m_count->clear();
         return;

@@ -39,7 +39,7 @@ void ListPanel::changeEvent(QEvent* event)
         keepNoteReadable();
 }
 
-/// While the phone is busy too, when the window is disabled.
+/// Also while the phone is busy, when the window is disabled.
 void ListPanel::keepNoteReadable()
 {
     QPalette colours;

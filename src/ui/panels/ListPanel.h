@@ -8,8 +8,8 @@
 namespace kalmo::ui {
 
 /// A panel that shows one list, with a search field above and a note below it: fraPBTB, fraPBNE, fraVCF. A
-/// double click asks for the toolbar's command that edits, the key Entf, with whatever modifiers, for the one
-/// that deletes.
+/// double click emits the toolbar's command that edits, the key Entf, with any modifiers, the one that
+/// deletes.
 class ListPanel : public PanelFrame
 {
     Q_OBJECT

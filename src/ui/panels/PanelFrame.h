@@ -7,7 +7,7 @@ class QVBoxLayout;
 
 namespace kalmo::ui {
 
-/// A content panel of the main window: a caption and, below it, what the panel is about.
+/// A content panel of the main window: a caption and the content below it.
 class PanelFrame : public QFrame
 {
     Q_OBJECT

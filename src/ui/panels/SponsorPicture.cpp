@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
-// Outside of any namespace, as the macro wants it. The linker would leave the drawings out otherwise.
+// Outside of any namespace, as the macro needs it. Without it the linker leaves the drawings out.
 static void loadSponsors()
 {
     Q_INIT_RESOURCE(sponsors);
@@ -29,7 +29,7 @@ QSize SponsorPicture::sizeHint() const
 
 void SponsorPicture::paintEvent(QPaintEvent*)
 {
-    // Never larger than twice what it was drawn for: it fills a window, not a wall.
+    // At most twice as large as it was drawn for, even in a large window.
     const QSize size = m_drawing.defaultSize().scaled(this->size().boundedTo(m_drawing.defaultSize() * 2),
                                                       Qt::KeepAspectRatio);
     const QRect place(QPoint(0, 0), size);

@@ -5,7 +5,7 @@
 
 namespace kalmo::ui {
 
-/// A drawing that can be pressed, in its own proportions and as large as there is room.
+/// A drawing that can be pressed. It keeps its proportions and fills the room that there is.
 class SponsorPicture : public QAbstractButton
 {
     Q_OBJECT

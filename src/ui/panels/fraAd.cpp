@@ -16,7 +16,7 @@ namespace {
 
 struct Sponsor
 {
-    QStringView node; ///< that shows this one and no other
+    QStringView node; ///< node that shows this sponsor and no other
     QStringView name;
     QStringView file;
     QStringView link;

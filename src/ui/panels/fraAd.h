@@ -10,7 +10,7 @@ namespace kalmo::ui {
 
 class SponsorPicture;
 
-/// Shows one sponsor's picture, which leads to his pages.
+/// Shows one sponsor's picture, which links to his pages.
 class fraAd : public PanelFrame
 {
     Q_OBJECT
@@ -18,8 +18,8 @@ class fraAd : public PanelFrame
 public:
     fraAd(app::Settings& settings, app::Desktop& desktop, QWidget* parent = nullptr);
 
-    /// The picture that belongs to a node of the tree: a fixed one, or the next in turn, which is remembered
-    /// for the runs to come.
+    /// Shows the picture of a node of the tree: a fixed one, or the next in turn. The settings keep the turn
+    /// for the next runs.
     void showNode(const QString& nodeKey);
 
 private:

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int pictureSize = 26;
 
-/// The picture for a value: that of the first row whose upper bound is not below it.
+/// The picture for a range of values.
 struct Step
 {
     int least;
@@ -35,7 +35,7 @@ struct Step
 constexpr Step signalSteps[] = {{1, 19, 1}, {20, 39, 2}, {40, 59, 3}, {60, 79, 4}, {80, 100, 5}};
 constexpr Step batterySteps[] = {{0, 20, 0}, {21, 40, 1}, {41, 60, 2}, {61, 80, 3}, {81, 100, 4}};
 
-/// Number of the picture, -1 where the value has none.
+/// Number of the picture, -1 if the value has none.
 template <typename Steps>
 int pictureOf(const Steps& steps, int value)
 {
@@ -151,7 +151,7 @@ void fraDIV::setPicture(const Gauge& gauge, const QString& name)
     gauge.picture->setProperty("picture", name);
 }
 
-/// What the phone didn't say has no picture either: one would be taken for a value.
+/// Without an answer there is no picture either: it would be taken for a value.
 void fraDIV::showValue(const Gauge& gauge, bool isKnown, const QString& value)
 {
     gauge.picture->setVisible(isKnown);
@@ -184,7 +184,7 @@ void fraDIV::DisplayRefresh()
     m_parts.progress.status(u"Bereit."_s);
 }
 
-/// Steps 1 to 4, each of which ends the refresh where it fails.
+/// Steps 1 to 4. If one fails the refresh ends.
 bool fraDIV::askIdentity()
 {
     struct Query

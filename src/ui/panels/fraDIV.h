@@ -12,7 +12,7 @@ class QPushButton;
 
 namespace kalmo::ui {
 
-/// What the phone says of itself: maker, model, version, serial number, signal, battery, clock.
+/// Shows the phone's data: maker, model, version, serial number, signal, battery, clock.
 class fraDIV : public PanelFrame, public CommandTarget
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ public:
 
     void run(Command command) override;
 
-    /// Asks the phone for everything and shows it. A query that fails ends it, with the step still in the
-    /// status bar; the user has been told.
+    /// Asks the phone for everything and shows it. If a query fails the refresh ends, with the step still in
+    /// the status bar and the user informed.
     void DisplayRefresh();
 
 private:

@@ -75,7 +75,7 @@ void fraSounds::addEvent(QGridLayout& grid, SoundEvent event)
     grid.addWidget(widgets.tone, row, 1);
     grid.addWidget(new QLabel(u"Lautstärke"_s), row, 2);
     grid.addWidget(widgets.volume, row, 3);
-    // `activated` is the user's choice alone: filling and setting the combos sends nothing.
+    // `activated` is emitted for the user's choice alone: filling and setting the combos sends nothing.
     for (QComboBox* combo : {widgets.tone, widgets.volume})
         connect(combo, &QComboBox::activated, this, [this, event] { choose(event); });
 }
@@ -97,7 +97,7 @@ void fraSounds::load()
     const toolkit::BusyScope busy(&m_parts.busy);
     clock.WaitSeconds(pauseAhead);
     phonedata::ReadSoundList(job(), *m_sounds);
-    fillTones(); // the built-in ones at least, which the settings can name without the list
+    fillTones(); // the built-in ones at least: the settings can refer to them without the list
     clock.WaitSeconds(pauseBetween);
     readSettings();
 }
@@ -130,7 +130,7 @@ void fraSounds::choose(SoundEvent event)
     const Event& widgets = m_events[static_cast<size_t>(event)];
     const QString tone = widgets.tone->currentText();
     const int volume = widgets.volume->currentIndex() + 1;
-    if (tone.isEmpty() || volume < 1) { // never read: there is nothing to send for the other half
+    if (tone.isEmpty() || volume < 1) { // never read: the value for the other half is not known
         readSettings();
         return;
     }

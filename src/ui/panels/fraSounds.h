@@ -13,8 +13,8 @@ class QGridLayout;
 
 namespace kalmo::ui {
 
-/// The ringtones of handsets of types 2 to 4. What the user chooses goes to the phone at once, and the panel
-/// then shows what the phone has made of it.
+/// The ringtones of handsets of types 2 to 4. The user's choice goes to the phone at once, and the panel then
+/// shows the phone's settings.
 class fraSounds : public PanelFrame, public CommandTarget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
     void run(Command command) override;
 
-    /// Reads the phone's melodies and what each event is set to.
+    /// Reads the phone's melodies and the settings of each event.
     void load();
 
 private:

@@ -20,7 +20,7 @@ using toolkit::Icon;
 
 namespace {
 
-/// What the two lists are called where the user reads of them.
+/// The names of the two lists in texts for the user.
 struct Words
 {
     QStringView openTitle;
@@ -51,7 +51,7 @@ int rowToEdit(const toolkit::ListRows& rows)
     return rows.current() >= 0 ? rows.current() : selected.value(0, -1);
 }
 
-/// Whether a file held more than lines that merely look like entries.
+/// Returns true if a file held more than lines that merely look like entries.
 bool holdsAnEntry(const toolkit::ListRows& rows)
 {
     for (int row = 0; row < rows.count(); ++row) {
@@ -180,7 +180,7 @@ bool ClassicList::mayPassOverChanges(const QString& text)
                                                                .defaultButton = Answer::No}) == Answer::Yes;
 }
 
-/// The file is read beside the list: one that can't be read costs nothing.
+/// The file is read into another list, so that an unreadable file changes nothing.
 void ClassicList::openBackup(int choice)
 {
     app::Context& context = m_parts.program.context;

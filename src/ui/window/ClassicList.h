@@ -7,8 +7,8 @@
 
 namespace kalmo::ui {
 
-/// The commands on a list of a classic handset, the phonebook or the provider list. What is edited stays in
-/// the list until it is written.
+/// The commands on a list of a classic handset, the phonebook or the provider list. Edits stay in the list
+/// until it is written.
 class ClassicList : public QObject, public CommandTarget
 {
     Q_OBJECT
@@ -21,9 +21,10 @@ public:
     phonedata::Store store() const { return m_store; }
     bool isDirty() const;
 
-    /// Whether the list was read from the phone in this run: `TbRead`, `NeRead`.
+    /// Returns true if the list was read from the phone in this run: `TbRead`, `NeRead`.
     bool isRead() const { return m_isRead; }
-    /// Whether the phone's list is being replaced now. Stopping that loses what is not written yet.
+    /// Returns true while the phone's list is being replaced. A stop would lose the rows that are not written
+    /// yet.
     bool isWriting() const { return m_isWriting; }
 
     void run(Command command) override;

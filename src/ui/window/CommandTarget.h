@@ -8,8 +8,8 @@ class QWidget;
 
 namespace kalmo::ui {
 
-/// What the parts of the main window share: the program, what an operation blocks and reports to, and the
-/// window that dialogs belong to.
+/// Shared by the parts of the main window: the program, the widgets that an operation blocks and reports to,
+/// and the window that dialogs belong to.
 struct WindowParts
 {
     Program& program;
@@ -18,13 +18,13 @@ struct WindowParts
     QWidget* window;
 };
 
-/// What the toolbar's commands act on: a list or a panel.
+/// The list or panel that the toolbar's commands act on.
 class CommandTarget
 {
 public:
     virtual ~CommandTarget() = default;
 
-    /// Carries a command out, and does nothing for one that it doesn't know.
+    /// Carries a command out. Does nothing for a command that it doesn't know.
     virtual void run(Command command) = 0;
 };
 

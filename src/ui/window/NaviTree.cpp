@@ -77,7 +77,7 @@ NaviTree::NaviTree(int phoneType, QWidget* parent) : QTreeWidget(parent)
             [this](const QTreeWidgetItem* item) { Q_EMIT nodeClicked(item->data(0, keyRole).toString()); });
 }
 
-/// So that no caption is cut off. The tree itself knows the widths only of what it has painted.
+/// Wide enough for each caption. The tree itself knows the widths only of items that it has painted.
 int NaviTree::widestNode() const
 {
     int widest = 0;

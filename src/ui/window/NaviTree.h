@@ -20,7 +20,7 @@ inline constexpr QStringView SponsorNorva = u"SPONSOR_NORVA";
 inline constexpr QStringView Bluetooth = u"BT";
 } // namespace nodes
 
-/// What a node of the navigation shows. Nodes of the table's order; a child comes after its parent.
+/// A node of the navigation. The table's order is that of the tree; a child comes after its parent.
 struct NodeRow
 {
     QStringView key;
@@ -33,8 +33,8 @@ struct NodeRow
 /// The nodes that a family of handsets gets.
 QList<NodeRow> navigationNodes(int phoneType);
 
-/// `tvwNavi`. A click on a node, or Enter on the current one, calls for its section; moving the cursor alone
-/// does not, since many sections start by talking to the phone.
+/// `tvwNavi`. A click on a node, or Enter on the current one, emits nodeClicked. Moving the cursor alone does
+/// not, since many sections begin with a long exchange with the phone.
 class NaviTree : public QTreeWidget
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ class NaviTree : public QTreeWidget
 public:
     explicit NaviTree(int phoneType, QWidget* parent = nullptr);
 
-    /// Makes a node the current one without calling for its section. False if there is none of that key.
+    /// Makes a node the current one without entering its section. Returns false if there is none of that key.
     bool selectNode(const QString& key);
     QString currentKey() const;
 

@@ -5,10 +5,10 @@
 
 namespace kalmo::ui {
 
-/// Says that something comes with a later version: "Der Export von Listen", for example.
+/// Informs the user that a function comes with a later version: "Der Export von Listen", for example.
 void tellLaterVersion(app::Context& context, const QString& what);
 
-/// True, told to the user, if there is nothing to save.
+/// Returns true if there is nothing to save, after it has informed the user.
 bool tellIfEmpty(app::Context& context, const toolkit::ListRows& rows);
 
 } // namespace kalmo::ui

@@ -4,8 +4,8 @@
 
 namespace kalmo::ui {
 
-/// The place that the content panels share. A panel that is shown lies on top of the others; the file
-/// system's alone can be taken away again, and what was shown before it comes back.
+/// The place that the content panels share. One panel is shown at a time. The panel of the file system can be
+/// hidden again, which shows the one before it.
 class PanelStack : public QStackedWidget
 {
     Q_OBJECT

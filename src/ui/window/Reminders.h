@@ -7,8 +7,8 @@ class QStackedLayout;
 
 namespace kalmo::ui {
 
-/// The small frames at the foot of the window. They share one place, where the one that was shown last is
-/// seen, of those that are not hidden again.
+/// The small frames at the foot of the window. They share one place: of those that are shown, the one that
+/// was shown last is in front.
 class Reminders : public QFrame
 {
     Q_OBJECT

@@ -42,7 +42,7 @@ bool SecretWords::eventFilter(QObject* watched, QEvent* event)
 
 void SecretWords::typed(const QString& text)
 {
-    // Without a text it is Shift, on the way to a question mark.
+    // Without a text it is Shift, before a question mark.
     if (text.isEmpty() || m_isBusy())
         return;
     if (tmrCredits.isActive()) {

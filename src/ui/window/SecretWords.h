@@ -9,14 +9,14 @@ class QWidget;
 
 namespace kalmo::ui {
 
-/// Listens to what is typed in a window, wherever its focus is. One word shows frmFun in the window's place;
-/// another has the window's caption say thanks, running, until the next key leaves it empty.
+/// Watches the keys typed in a window, wherever its focus is. One word shows frmFun in the window's place.
+/// Another shows moving thanks in the window's caption until the next key empties it.
 class SecretWords : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Belongs to the window and listens from now on, except while the window is busy.
+    /// Belongs to the window and watches from now on, except while the window is busy.
     SecretWords(QWidget* window, std::function<bool()> isBusy);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -12,11 +12,11 @@ using phonedata::Store;
 
 namespace {
 
-/// In which active sections a node asks about each list. The provider list comes first; the phonebook is
-/// asked about only where that list has no changes.
+/// The active sections in which a node asks about each list. The provider list comes first; the phonebook is
+/// asked about only if that list has no changes.
 struct GuardRow
 {
-    QStringView key; ///< with its children where it ends in "_"
+    QStringView key; ///< also stands for its children if it ends in "_"
     std::array<int, 2> providersIn;
     std::array<int, 2> phonebookIn;
 };

@@ -8,7 +8,7 @@
 
 namespace kalmo::ui {
 
-/// Values of `ActiveSection`, by which the guards and the way back go.
+/// Values of `ActiveSection`, which decide about the guards and the way back.
 enum Section {
     SectionNone = 0,
     SectionPhonebook = 1,
@@ -18,7 +18,7 @@ enum Section {
     SectionFiles = 6,
 };
 
-/// Values of `ToolbarMode`: what the toolbar's commands act on.
+/// Values of `ToolbarMode`: the target of the toolbar's commands.
 enum ToolbarMode {
     ModeDiverse = 0,
     ModePhonebook = 1,
@@ -27,8 +27,8 @@ enum ToolbarMode {
     ModeSounds = 5,
 };
 
-/// Where in the window the user is, and whether a click on another node would pass over unsaved changes.
-/// Without any widget, so that all of its rules can be tested.
+/// Knows the active section, and if a click on another node needs a question about unsaved changes. It has no
+/// widget, so that all of its rules can be tested.
 class SectionGuard
 {
 public:
@@ -40,10 +40,10 @@ public:
     int ActiveSection = SectionNone;
     bool GuardSuppressed = false; ///< true while the window goes back to the previous node
 
-    /// The list whose changes the user has to be asked about before the node of that key is entered.
+    /// The list that the user has to be asked about before the node of that key is entered.
     std::optional<phonedata::Store> promptFor(const QString& nodeKey) const;
 
-    /// Key of the node that stands for the active section; empty where no way leads back.
+    /// Key of the node of the active section, empty if no way leads back.
     QString previousNode() const;
 
 private:

@@ -23,7 +23,7 @@ StatusArea::StatusArea(QWidget* parent)
     addWidget(m_text, 1);
     addPermanentWidget(m_bar);
     addPermanentWidget(m_cancel);
-    // The bar would grow and shrink with the button otherwise.
+    // Otherwise the bar would grow and shrink with the button.
     setMinimumHeight(m_cancel->sizeHint().height() + 6);
 }
 

@@ -17,23 +17,22 @@ class StatusArea : public QStatusBar, public toolkit::BusyWindow
 public:
     explicit StatusArea(QWidget* parent = nullptr);
 
-    /// What is blocked while the phone is busy.
+    /// Sets the widgets that are blocked while the phone is busy.
     void setBlocked(const QList<QWidget*>& widgets);
 
     toolkit::Progress progress() { return {m_text, m_bar, m_cancel}; }
 
     /// Blocks and frees; calls nest.
     void SetBusy(bool busy) override;
-    /// Whether what runs, or is about to, looks at the cancel box. The button is there while such an
-    /// operation keeps the window busy, and not pressed at first; the end of the operation takes the offer
-    /// back.
+    /// Offers the button that cancels. It is shown while the operation keeps the window busy, and not pressed
+    /// at first. The end of the operation takes the offer back.
     void offerCancel(bool offered);
     bool isBusy() const { return m_busy && m_busy->isBusy(); }
 
-    /// Asks the running operation to stop; nothing happens where none runs that could.
+    /// Asks the running operation to stop. Does nothing if none runs that looks at the cancel box.
     void cancel();
 
-    /// Panel "sta" while bytes come in: what stands there up to its dots, and the count behind it.
+    /// Panel "sta" while bytes come in: its text up to the dots, followed by the count.
     void showBytes(qint64 count);
     void setText(const QString& text) { m_text->SetText(text); }
 

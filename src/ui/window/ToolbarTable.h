@@ -21,15 +21,15 @@ struct CommandRow
 /// All commands in the toolbar's order.
 const QList<CommandRow>& commandTable();
 
-/// Whether a section that sets the enabling offers the command; `mode` is the `ToolbarMode` that it sets.
-/// Help is always offered.
+/// Returns true if a section that sets the enabling offers the command; `mode` is the `ToolbarMode` that it
+/// sets. Help is always offered.
 bool isOffered(Command command, int mode, int phoneType);
 
 /// One line of a popup menu; a separator where the text is empty.
 struct MenuRow
 {
     QStringView text;
-    int choice; ///< what it stands for, -1 for giving up
+    int choice; ///< number of the choice, -1 to give up
 };
 
 struct PopupMenu

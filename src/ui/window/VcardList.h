@@ -15,17 +15,17 @@ public:
     ~VcardList() override;
 
     toolkit::ListRows& rows() const { return *m_rows; }
-    /// Whether the list was read in this run, with whatever success: `TbRead`.
+    /// Returns true after the list was read in this run, even if the reading failed: `TbRead`.
     bool isRead() const { return m_isRead; }
     /// "Telefonbuch - 250 Speicherplätze, 12 belegt"
     QString caption() const;
 
     void run(Command command) override;
 
-    /// Forgets the phone's contacts, so that no LUID of one phone is ever used on another.
+    /// Discards the phone's contacts, so that no LUID of one phone is ever used on another.
     void forget();
 
-    /// Asks the phone for its area codes and shows the dialog for them, in place of the window.
+    /// Asks the phone for its area codes and shows their dialog in place of the window.
     void editAreaCodes();
 
 Q_SIGNALS:
@@ -41,7 +41,7 @@ private:
     void showAreaCodeDialog(const QString& answer);
 
     WindowParts m_parts;
-    std::unique_ptr<toolkit::ListRows> m_rows; // ahead of the store, which shows it
+    std::unique_ptr<toolkit::ListRows> m_rows; // before the store, which shows it
     std::shared_ptr<phonedata::VcardStore> m_store;
     bool m_isRead = false;
 };

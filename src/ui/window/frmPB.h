@@ -45,26 +45,27 @@ public:
     void FFSMemAct();
     void FfsListRefresh();
 
-    /// Enters the section of a node, after the questions that have to be asked. Call it for the node that is
-    /// selected in the tree.
+    /// Enters the section of a node, after the necessary questions. Call it for the node that is selected in
+    /// the tree.
     void tvwNavi_NodeClick(const QString& key);
     /// Selects a node and enters its section.
     void goTo(const QString& key);
 
-    /// A search has found a phone again, of the same model: what came from the one of before is read anew
-    /// when the window is shown next. Lists that wait to be written stay.
+    /// A search has found a phone of the same model again. The data of the phone before it is read again when
+    /// the window is shown next. Lists that wait to be written stay.
     void forgetPhone();
 
-    /// Asks about each list that waits to be written; `text` makes the question for one. True if they may go.
+    /// Asks about each list that waits to be written; `text` makes the question for one. Returns true if they
+    /// may be lost.
     bool mayLoseChanges(const std::function<QString(phonedata::Store)>& text);
     /// The question before the program ends.
     static QString closingText(phonedata::Store store);
-    /// Puts lists that wait to be written into files in the folder for backups, and tells where. False if one
-    /// could not be saved, which has been told.
+    /// Writes lists that wait to be written into files in the folder for backups, and names them. Returns
+    /// false if one could not be saved, after it has informed the user.
     bool saveUnwritten();
-    /// Takes the phone back to AT commands, if it is in its data mode. False if it stays there, which has
-    /// been told. A phone that does not let go of its connection is asked once; after that its channel alone
-    /// is closed.
+    /// Takes the phone back to AT commands if it is in its data mode. Returns false if it stays there, after
+    /// it has informed the user. If the phone does not end its connection the next call closes only the
+    /// channel.
     bool closeChannel();
 
     int ActiveSection() const { return m_guard.ActiveSection; }
@@ -72,7 +73,7 @@ public:
 
 Q_SIGNALS:
     void settingsRequested(); ///< the window has hidden itself
-    void closedByUser();      ///< nothing is open any more: the program may end
+    void closedByUser();      ///< nothing is open any more; the program may end
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -163,9 +164,9 @@ private:
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;
     bool m_wasShown = false;
-    bool m_isStuck = false; ///< the click that is served could not bring the phone back to AT commands
+    bool m_isStuck = false; ///< during this click the phone could not be brought back to AT commands
     bool m_isClosing = false;
-    bool m_closeWanted = false; // as soon as the running operation has ended
+    bool m_closeWanted = false; // when the running operation has ended
     bool m_isClosed = false;
 };
 

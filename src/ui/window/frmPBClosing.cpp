@@ -1,3 +1,5 @@
+// The end of the main window: questions about unwritten lists, the data channel, the work folder.
+
 #include "app/Files.h"
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
@@ -63,18 +65,18 @@ void frmPB::closeEvent(QCloseEvent* event)
     Q_EMIT closedByUser();
 }
 
-/// Something runs: it ends as soon as that loses nothing, and the window closes then.
+/// An operation runs. It ends as soon as that loses nothing, and the window closes then.
 void frmPB::stopForClosing()
 {
     m_closeWanted = true;
     m_mmc->askToStop();
     const auto isWriting = [](const ClassicList* list) { return list && list->isWriting(); };
     if (isWriting(m_phonebook) || isWriting(m_providers))
-        return; // half a list in the phone would be worse than a moment's patience
+        return; // half a list in the phone would be worse than the wait
     m_sta->cancel();
 }
 
-/// Not over a box that tells how the operation has ended.
+/// Waits while a box shows how the operation has ended.
 void frmPB::closeIfWanted()
 {
     if (!m_closeWanted || m_sta->isBusy())
@@ -126,8 +128,8 @@ bool frmPB::saveUnwritten()
     return areSafe;
 }
 
-/// A channel may be open without a connection: the phone has refused it, or did not let go of it. Behind a
-/// port that is gone there is nothing to close, once the client knows.
+/// A channel may be open without a connection, if the phone has refused it or did not end it. If the port is
+/// gone there is nothing to close.
 bool frmPB::closeChannel()
 {
     const bool isThere = m_program.line.port().IsOpen() || m_mmc->IsOnline() == obex::clsMmc::Connected;

@@ -1,5 +1,4 @@
-// The main window's handling of the list in front: searching, marking, copying, and what it remembers of
-// lists.
+// The main window's handling of the list in front: searching, marking, copying, and saving its layout.
 
 #include "phonedata/VcfFiles.h"
 #include "ui/lists/ListLayout.h"

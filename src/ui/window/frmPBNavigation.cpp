@@ -1,3 +1,5 @@
+// The main window's navigation: entering and leaving sections, and their commands.
+
 #include "obex/DataChannel.h"
 #include "operations/PhoneIdentity.h"
 #include "phonedata/ClassicCommands.h"
@@ -26,7 +28,7 @@ using toolkit::Answer;
 
 namespace {
 
-/// Whether a command may talk to the phone in AT commands, or opens a data session of its own.
+/// Returns true if a command may talk to the phone in AT commands, or opens a data session of its own.
 bool needsLine(Command command)
 {
     switch (command) {
@@ -92,7 +94,7 @@ void frmPB::showPanel(QWidget* panel, const QString& node)
     m_panels->showPanel(panel);
 }
 
-/// Several nodes show nothing in the window, and leaving the files brings back what was shown before.
+/// Several nodes show no panel, and leaving the files shows the panel before them.
 void frmPB::selectShownNode()
 {
     m_tvwNavi->selectNode(m_nodes.value(m_panels->currentWidget()));
@@ -108,7 +110,7 @@ bool frmPB::isInDataMode() const
     return m_program.line.mode() == link::LineMode::Data;
 }
 
-/// The phone has to take AT commands again before anything else is asked of it.
+/// The phone has to take AT commands before anything else is asked of it.
 bool frmPB::leaveFiles()
 {
     const bool isClosed = closeChannel();
@@ -116,7 +118,8 @@ bool frmPB::leaveFiles()
     return isClosed;
 }
 
-/// The phone takes AT commands, or is made to. False has been told.
+/// Returns true if the phone takes AT commands, after it was taken back to them if necessary. Informs the
+/// user if not.
 bool frmPB::regainLine()
 {
     link::Line& line = m_program.line;
@@ -139,7 +142,8 @@ bool frmPB::regainLine()
     return isBack;
 }
 
-/// Asks before unsaved changes are passed over. False leads back to where the user was.
+/// Asks before unsaved changes are left. If the user refuses, goes back to the former section and returns
+/// false.
 bool frmPB::passesGuard(const QString& key)
 {
     const auto store = m_guard.promptFor(key);
@@ -262,7 +266,7 @@ void frmPB::showEvent(QShowEvent* event)
     QMainWindow::showEvent(event);
     if (std::exchange(m_wasShown, true))
         return;
-    // Outside of the event: reading takes seconds, and the window is to be seen meanwhile.
+    // Outside of the event: reading takes seconds, and the window has to be seen meanwhile.
     QMetaObject::invokeMethod(this, &frmPB::firstShown, Qt::QueuedConnection);
 }
 
@@ -307,7 +311,7 @@ void frmPB::press(Command command)
         openHelp();
         return;
     }
-    // A key of a list may ask for what its section does not offer now.
+    // A key of a list may send a command that its section does not offer now.
     if (m_sta->isBusy() || !m_actions[command]->isEnabled())
         return;
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
@@ -323,13 +327,13 @@ void frmPB::runCommand(Command command)
     CommandTarget* target = m_targets.value(m_toolbarMode);
     if (!target)
         return;
-    // Of the commands without OBEX reading alone can be stopped: a store half written is half lost.
+    // Of the commands without OBEX only reading can be stopped: a store half written is half lost.
     m_sta->offerCancel(command == Command::Read);
     target->run(command);
     m_sta->offerCancel(false);
 }
 
-/// The panel of files has a command of its own on that key, and two would cancel each other out.
+/// The panel of files has a command of its own on that key, and Qt activates neither of two.
 void frmPB::giveRefreshKey()
 {
     const bool isFiles = isFilesInFront();

@@ -26,7 +26,7 @@ QString pair(int first, int second)
     return u"%1|%2"_s.arg(first * twipsPerPixel).arg(second * twipsPerPixel);
 }
 
-/// Two numbers of pixels; nothing where no "|" stands between them.
+/// Two numbers of pixels. Gives nothing without a "|" between them.
 std::optional<QPoint> readPair(const app::Settings& settings, const QString& section, const QString& key)
 {
     const QStringList parts = settings.GetIniText(section, key).split(u'|');
@@ -39,7 +39,7 @@ std::optional<QPoint> readPair(const app::Settings& settings, const QString& sec
     return QPoint(first / twipsPerPixel, second / twipsPerPixel);
 }
 
-/// Whether enough of the window's head would be on a screen to move it.
+/// Returns true if enough of the window's head would be on a screen to move it.
 bool isReachable(const QPoint& place, int width)
 {
     const QRect head(place, QSize(width, 40));

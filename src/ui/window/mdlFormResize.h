@@ -13,9 +13,9 @@ inline constexpr int twipsPerPixel = 15;
 /// Writes nothing for a minimised window. A maximised one keeps the place and size that it had before.
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
-/// Gives the window back what was saved; what is missing or makes no sense, such as a place on a screen that
-/// is gone, leaves it as it is. A maximised window comes back maximised. The programs leave neither place nor
-/// size out yet.
+/// Restores the saved place and size of the window. A value that is missing or invalid, such as a place on a
+/// screen that is gone, changes nothing. A maximised window comes back maximised. The programs leave neither
+/// place nor size out yet.
 void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
                        bool skipSize = false);
 
