@@ -1,7 +1,7 @@
-// How fast files go over the line, and what that costs. The emulated handset stands at the other end of a
-// pseudo terminal, paces its bytes to the line's rate and takes no time of its own. The payload's rate is
-// held to what the line allows when every byte of every frame is counted, in both directions, one after the
-// other as the protocol wants it.
+// Measures how fast files go over the line, and the processor time that they take. The emulated handset is at
+// the other end of a pseudo terminal, paces its bytes to the line's rate and takes no time of its own. The
+// payload's rate is compared with the line's limit when every byte of every frame is counted, in both
+// directions, one after the other as the protocol wants it.
 
 #include "Bench.h"
 #include "obex/clsMmc.h"

@@ -1,6 +1,6 @@
-// How much a long phonebook costs: the processor while it is read, and the time beyond what the protocol
-// itself takes. The emulated handset stands at the other end of a pseudo terminal and paces its bytes to the
-// line's rate: once answering at once, and once in the time that it takes to think.
+// Measures the cost of a long phonebook: the processor time of reading it, and the time beyond that of the
+// protocol itself. The emulated handset is at the other end of a pseudo terminal and paces its bytes to the
+// line's rate. It answers at once in one run, and after its usual delay in the other.
 
 #include "Bench.h"
 #include "handset/at/AtCommand.h"
@@ -19,7 +19,7 @@ constexpr int phoneType = 4;
 constexpr double mostProcessor = 0.02;
 constexpr double mostElapsed = 1.05;
 
-/// Pauses that the reading of a store consists of, in seconds: behind opening, behind each reply, in closing.
+/// Pauses in the reading of a store, in seconds: after opening, after each reply, in closing.
 double pausesOfReading(int count)
 {
     return 0.5 + (count + 1) * 0.1 + 3.5;

@@ -33,7 +33,7 @@ double millisecondsOf(const QElapsedTimer& watch)
     return static_cast<double>(watch.nsecsElapsed()) / 1e6;
 }
 
-/// Whether the window system shows a window of that name.
+/// Returns true if the window system shows a window of that name.
 bool isOnScreen(const QString& name)
 {
     QProcess search;

@@ -1,3 +1,5 @@
+// Fuzzes answers to AT commands.
+
 #include "fuzz/Targets.h"
 
 #include "app/CodePage.h"

@@ -1,3 +1,5 @@
+// Fuzzes folder listings.
+
 #include "fuzz/Targets.h"
 
 #include "app/CodePage.h"

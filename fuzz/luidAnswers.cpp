@@ -1,3 +1,5 @@
+// Fuzzes answers with LUID and counter.
+
 #include "fuzz/Targets.h"
 
 #include "phonedata/IrmcAnswers.h"

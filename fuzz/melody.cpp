@@ -1,3 +1,5 @@
+// Fuzzes melodies.
+
 #include "fuzz/Targets.h"
 
 #include "plugins/m9b/Melody.h"

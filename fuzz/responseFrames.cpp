@@ -1,3 +1,5 @@
+// Fuzzes OBEX responses.
+
 #include "fuzz/Targets.h"
 
 #include "obex/ResponseFrame.h"

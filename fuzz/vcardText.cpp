@@ -1,3 +1,5 @@
+// Fuzzes vCards.
+
 #include "fuzz/Targets.h"
 
 #include "app/CodePage.h"

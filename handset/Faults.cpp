@@ -25,7 +25,7 @@ auto count(int Faults::*field)
     };
 }
 
-/// Like count, but may be less than nothing.
+/// Does the same, but the number may be negative.
 auto number(int Faults::*field)
 {
     return [field](Faults& faults, const QString& value) {

@@ -6,20 +6,20 @@
 
 namespace kalmo::handset {
 
-/// What goes wrong, and when. Everything counts from 1 and happens the same way each time; 0 stands for
-/// never.
+/// Faults of a handset, and when they happen. Everything counts from 1 and happens the same way each time; 0
+/// means never.
 struct Faults
 {
     int silentAfter = 0; ///< answers so many commands, and nothing more
     int hangUpAt = 0;    ///< the line drops instead of the answer to that command
-    int lateAt = 0;      ///< that command is answered late
+    int lateAt = 0;      ///< the answer to that command is late
     double lateBy = 2;   ///< seconds more than usual
-    int noiseAt = 0;     ///< a few bytes of noise stand before the answer to that command
+    int noiseAt = 0;     ///< a few bytes of noise come before the answer to that command
     int loseByteAt = 0;  ///< the answer to that command lacks its middle byte
     bool noEcho = false;
-    int readErrorAt = 0;      ///< the n-th entry that is read is refused, each time it is asked for
+    int readErrorAt = 0;      ///< the n-th entry that is read is refused each time
     int readErrorOnceAt = 0;  ///< the same, once
-    int writeErrorAt = 0;     ///< the n-th entry that is written is refused, each time it is sent
+    int writeErrorAt = 0;     ///< the n-th entry that is written is refused each time
     int writeErrorOnceAt = 0; ///< the same, once
 
     int menuOpen = 0;           ///< so many requests for data mode stay unanswered
@@ -31,31 +31,31 @@ struct Faults
     int refuseAt = 0;          ///< that request is refused
     int refuseCode = 0xC3;     ///< with this code
     int busy = 0;              ///< so many requests for a whole phonebook or calendar are answered with D0
-    int miscounts = 0;         ///< so many answers about a store's room name one entry more than it holds
+    int miscounts = 0;         ///< so many answers about a store's room report one entry more than it holds
     bool earlySuccess = false; ///< the first part of an object in several parts is answered like the last
     bool full = false;         ///< nothing more can be stored
-    bool trickle = false;      ///< every byte comes by itself
+    bool trickle = false;      ///< every byte comes alone
     int wrongLengthAt = 0;     ///< the answer to that request declares a wrong length
     int wrongLengthBy = 5;     ///< bytes too many, or too few
     int lateRequestAt = 0;     ///< that request is answered late, by `lateBy`
-    int surplusAt = 0;         ///< a few bytes stand behind the answer to that request
+    int surplusAt = 0;         ///< a few bytes follow the answer to that request
     bool hostileNames =
-        false; ///< from the start, the root holds dangerous names, and a folder that holds itself
+        false; ///< from the start, the root holds dangerous names, and a folder that contains itself
     bool hostileLuids = false;    ///< from the start, the first contacts have dangerous LUIDs
     bool noLuid = false;          ///< writes are answered without LUID and counter
-    bool wrongLuidLength = false; ///< they say a wrong length before them
+    bool wrongLuidLength = false; ///< they report a wrong length before them
 
-    /// Whether a client may lose the thread through no fault of its own.
+    /// Returns true if a client may lose track through no fault of its own.
     bool confuse() const { return earlySuccess || wrongLengthAt > 0 || surplusAt > 0 || lateRequestAt > 0; }
 
-    // What has happened so far.
+    // Counters.
     int commands = 0;
     int reads = 0;  ///< entries given
     int writes = 0; ///< entries taken
     int requests = 0;
     qint64 dataBytes = 0;
 
-    /// Whether the answer that is due is one of the wrong ones.
+    /// Returns true if the answer that is due is one of the wrong ones.
     bool takeMiscount() { return miscounts > 0 && miscounts-- > 0; }
 
     bool isSilent() const
@@ -64,10 +64,10 @@ struct Faults
     }
 };
 
-/// Sets the fault of that name, "write-error=3" for example. What is wrong with the text, if it is wrong.
+/// Sets the fault of that name, "write-error=3" for example. Returns the error, if there is one.
 std::optional<QString> setFault(Faults& faults, const QString& text);
 
-/// The names that setFault takes, one line each.
+/// The names that setFault takes, one in each line.
 QString faultList();
 
 } // namespace kalmo::handset

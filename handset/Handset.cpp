@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a receiver at another rate makes of bytes.
+/// The bytes that a receiver at another rate reads.
 QByteArray garbled(QByteArray bytes)
 {
     for (char& byte : bytes)
@@ -76,7 +76,8 @@ void Handset::depart(const QByteArray& bytes)
         m_wire.send(bytes);
 }
 
-/// Counts what goes over the line in data mode. True, and the line is gone, if that is more than it bears.
+/// Counts the bytes on the line in data mode. Returns true, and drops the line, if they are more than the
+/// fault allows.
 bool Handset::dropsLine(qsizetype bytes)
 {
     Faults& faults = m_phone->faults;

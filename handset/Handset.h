@@ -14,17 +14,17 @@ public:
     Handset(std::unique_ptr<Phone> phone, TimeSource& time, Wire& wire);
     Q_DISABLE_COPY_MOVE(Handset)
 
-    /// Bytes from the client, as it hands them to its port; they then take their time on the line.
+    /// Bytes from the client, as it hands them to its port. They then need their time on the line.
     void receive(const QByteArray& bytes);
-    /// The client's rate, in baud. Until it is told, the handset's own.
+    /// The client's rate, in baud. The default is the handset's own.
     void setBaudRate(int baud);
     /// The client has closed its port, or is gone.
     void lineClosed();
 
-    /// Switches the handset off and on again. Whatever was wrong with it is over, and so is data mode.
+    /// Switches the handset off and on again, which ends all faults and the data mode.
     void powerCycle();
 
-    /// Starts counting anew.
+    /// Counts from 1 again.
     void setFaults(const Faults& faults);
 
     const QStringList& violations() const { return m_phone->violations.all(); }

@@ -17,9 +17,9 @@ public:
 
     /// Baud rate from now on; 0 or less leaves it.
     void setRate(int baud);
-    /// What was pushed as one piece also comes out in one, when its last byte has passed the line.
+    /// A piece that was pushed as one comes out as one, when its last byte has passed the line.
     void keepPiecesWhole(bool on) { m_whole = on; }
-    /// Each byte comes out by itself, also of a piece that would stay whole.
+    /// Sends each byte alone, even of a piece that would stay whole.
     void deliverBytewise(bool on) { m_bytewise = on; }
     /// Runs each time that the last byte has come out.
     void whenDrained(std::function<void()> action) { m_drained = std::move(action); }

@@ -4,7 +4,7 @@
 
 #include <QFileInfo>
 
-// Outside of any namespace, as the macro wants it.
+// Outside of any namespace, as the macro needs it.
 static void loadSamples()
 {
     Q_INIT_RESOURCE(samples);
@@ -35,7 +35,7 @@ QString seedFile(const QString& seed, int family)
     return vcardFamilies.contains(family) ? u":/samples/vcard.json"_s : u":/samples/classic.json"_s;
 }
 
-/// What a handset starts with, and the folder that its files are relative to.
+/// Content of a new handset, and the folder that its files are relative to.
 struct Content
 {
     QJsonObject sections = {};

@@ -13,7 +13,7 @@
 
 namespace kalmo::handset {
 
-/// All that a handset is and knows, whatever line it hangs on.
+/// State and knowledge of a handset, independent of its line.
 struct Phone
 {
     Options options;
@@ -30,7 +30,7 @@ struct Phone
     FileMemory fileMemory;
     StateFolder memory;
 
-    /// Says on disk what has changed. Nothing to do for a handset that forgets.
+    /// Writes the changes to disk. Does nothing for a handset that forgets.
     void keepSettings();
     void keep(const ClassicStore& store);
     void keep(const IrmcStore& store);
@@ -42,15 +42,15 @@ struct Phone
 
     QList<int> rates() const;
     LineEnd lineEnd() const;
-    /// Whether commands are echoed until the client says otherwise.
+    /// Returns true if commands are echoed until the client changes that.
     bool echoesAtFirst() const { return !isTolerant(); }
     int maxPacket() const { return options.maxPacket > 0 ? options.maxPacket : family.data.maxPacket; }
     bool isTolerant() const { return options.profile != Profile::Own; }
     CardText cardText() const;
 };
 
-/// The handset that the options describe, with what it remembers. Null and the reason in `error` where there
-/// is no such model, or where its memory or seed can't be read.
+/// The handset that the options describe, with its memory. Null, with the reason in `error`, if there is no
+/// such model, or if its memory or seed can't be read.
 std::unique_ptr<Phone> makePhone(const Options& options, QString& error);
 
 } // namespace kalmo::handset

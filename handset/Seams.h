@@ -7,7 +7,7 @@
 
 namespace kalmo::handset {
 
-/// The handset's sense of time. Everything that takes time in it goes through here.
+/// The handset's time. Everything in it that takes time uses this.
 class TimeSource
 {
 public:
@@ -15,9 +15,9 @@ public:
 
     /// Seconds since some moment before the handset was made; never falls back.
     virtual double now() const = 0;
-    /// Local date and time, which the handset's clock is set off against.
+    /// Local date and time. The handset's clock is an offset to it.
     virtual QDateTime dateTime() const = 0;
-    /// Has `action` run once, `seconds` from now. Never runs it from inside of this call.
+    /// Runs `action` once, `seconds` from now, and never inside of this call.
     virtual void after(double seconds, std::function<void()> action) = 0;
 };
 
@@ -29,7 +29,7 @@ public:
 
     /// Bytes for the client, already paced to the line's rate.
     virtual void send(const QByteArray& bytes) = 0;
-    /// The line drops, as if the cable had been pulled out.
+    /// The line drops, as if the cable was pulled out.
     virtual void hangUp() = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace kalmo::handset {
 
-/// Timers that can all be forgotten at once, and are when this goes.
+/// Timers that can all be cancelled at once. The destructor cancels them.
 class Timers
 {
 public:
@@ -23,7 +23,7 @@ public:
         });
     }
 
-    /// Nothing that was asked for so far will run.
+    /// Cancels all timers.
     void forgetAll() { m_alive = std::make_shared<int>(0); }
 
 private:

@@ -4,11 +4,11 @@
 
 namespace kalmo::handset {
 
-/// What the client did that the protocol doesn't allow, in the order in which it happened.
+/// The client's violations of the protocol, in the order in which they happened.
 class Violations
 {
 public:
-    /// With a tolerant handset nothing is one.
+    /// A tolerant handset records nothing.
     explicit Violations(bool tolerant = false) : m_tolerant(tolerant) {}
 
     void record(const QString& what)

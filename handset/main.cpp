@@ -1,3 +1,5 @@
+// The program kalmo-handset.
+
 #include "handset/program/Program.h"
 
 #include <QCoreApplication>

@@ -22,7 +22,7 @@ AtRequest parseBasic(const QByteArray& body)
     return {.name = body.first(1).toUpper(), .argument = body.sliced(1)};
 }
 
-/// "+CCLK=...": a prefix, a word, and how it is meant.
+/// "+CCLK=...": a prefix, a word, and the form of the command.
 AtRequest parseExtended(const QByteArray& body)
 {
     qsizetype end = 1;
@@ -38,7 +38,7 @@ AtRequest parseExtended(const QByteArray& body)
         request.form = Form::Set;
         request.argument = rest.sliced(1);
     } else if (!rest.isEmpty()) {
-        request.name = body; // nothing that a table could know
+        request.name = body; // no table has such a command
     }
     return request;
 }

@@ -21,15 +21,15 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(Forms)
 
 struct AtRequest
 {
-    QByteArray name = {}; ///< what stands behind "AT", in capitals: "Z", "+CGMM", "^WSRE"
+    QByteArray name = {}; ///< the text after "AT", in capitals: "Z", "+CGMM", "^WSRE"
     Form form = Form::Run;
-    QByteArray argument = {}; ///< what stands behind "=", or the digits of a basic command such as "E0"
+    QByteArray argument = {}; ///< the text after "=", or the digits of a basic command such as "E0"
 
     /// As it came, for messages.
     QByteArray text() const;
 };
 
-/// Takes a command line apart; `line` begins with "AT" and has no line end.
+/// Parses a command line. `line` begins with "AT" and has no line end.
 AtRequest parseAtLine(const QByteArray& line);
 
 /// Numbers of "+CME ERROR:", from 3GPP TS 27.007, 9.2.
@@ -45,9 +45,9 @@ enum CmeError {
 struct AtAnswer
 {
     enum Result { Ok, Error, Connect, Silence } result = Ok;
-    QByteArray payload = {}; ///< without a line end behind it; its own line ends are CR LF
+    QByteArray payload = {}; ///< without its last line end; its inner line ends are CR LF
     CmeError why = NotSupported;
-    double seconds = 0; ///< that the command takes on top of its usual time
+    double seconds = 0; ///< that the command needs in addition to its usual time
     enum Then { StayInCommandMode, EnterDataMode } then = StayInCommandMode;
 
     static AtAnswer ok(const QByteArray& payload = {}, double seconds = 0)
@@ -57,7 +57,7 @@ struct AtAnswer
     static AtAnswer error(CmeError why) { return {.result = Error, .why = why}; }
 };
 
-/// What an AT command works with.
+/// The state that AT commands work on.
 struct AtContext
 {
     Phone& phone;
@@ -66,11 +66,11 @@ struct AtContext
     int& cmeLevel; ///< 0: "ERROR"; 1 and 2: "+CME ERROR:" with its number
 };
 
-/// How a command's line has to end in families that want CR.
+/// Line end of a command in families that want CR.
 enum class Ending {
     Cr,
     CrLf,
-    Either,  ///< sent before the client knows with whom it speaks
+    Either,  ///< sent before the client knows the model
     ByStore, ///< CR LF for entries of the phonebook, else CR
 };
 
@@ -93,10 +93,10 @@ std::span<const AtCommand> soundCommands();
 std::span<const AtCommand> modeCommands();
 /// Reads or sets the clock; general clients expect that of every handset.
 AtAnswer clockCommand(AtContext& context, const AtRequest& request);
-/// What general clients ask for besides, in the profile; nothing in the handset's own.
+/// Further commands of general clients, for the profile; none in the handset's own.
 std::span<const AtCommand> generalCommands(Profile profile);
 
-/// The row for a request, null where the handset has no such command.
+/// The row for a request, null if the handset has no such command.
 const AtCommand* findCommand(const AtRequest& request, const Phone& phone);
 
 } // namespace kalmo::handset

@@ -14,14 +14,14 @@ constexpr double unknownCommandSeconds = 0.02;
 constexpr char escape = 0x1B;
 constexpr QByteArrayView noise("\x7f\xf8\x00\xff", 4);
 
-/// Sent to anybody, before the client knows how its lines have to end.
+/// Sent before the client knows how lines have to end.
 bool isProbe(const QByteArray& line)
 {
     return line == "ATZ" || line == "AT" || line.isEmpty();
 }
 
-/// Family 3 wants an entry written and erased before it takes a list of some length; that write ends in CR. A
-/// true entry of that text, which ends as all do, can't be told from it.
+/// Family 3 needs an entry written and erased before it takes a list of some length; that write ends in CR. A
+/// true entry of that text ends as all others do, so both line ends are accepted.
 bool isPreparation(const AtRequest& request, int family)
 {
     return family == 3 && request.argument == "1,A,1,1,0,";
@@ -78,7 +78,7 @@ void AtLayer::takePending()
     }
 }
 
-/// A line feed right behind the CR that has started a command belongs to that command.
+/// A line feed right after the CR that has started a command belongs to that command.
 void AtLayer::lookBehindCr()
 {
     if (m_pending.isEmpty() || m_running.cameWithLf || !m_pending.startsWith('\n'))
@@ -126,7 +126,7 @@ QByteArray AtLayer::fromAttention(const QByteArray& line)
 {
     const qsizetype start = line.toUpper().indexOf("AT");
     QByteArray before = start < 0 ? line : line.first(start);
-    // An escape to command mode that is there already is no fault.
+    // "+++" in command mode is no fault.
     before.replace("+++", "");
     if (!before.trimmed().isEmpty())
         complain(u"no command: "_s + fromCp1252(before));

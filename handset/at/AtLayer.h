@@ -10,12 +10,12 @@ namespace kalmo::handset {
 class AtLayer
 {
 public:
-    /// What the layer does to the line.
+    /// The layer's actions on the line.
     struct Line
     {
         std::function<void(const QByteArray&)> send;
         std::function<void()> hangUp;
-        std::function<void()> enterDataMode; ///< after the answer has gone out
+        std::function<void()> enterDataMode; ///< after the answer has been sent
     };
 
     AtLayer(Phone& phone, TimeSource& time, Line line);
@@ -23,13 +23,13 @@ public:
     void receive(const QByteArray& bytes);
     /// The last byte sent has passed the line.
     void outputDrained();
-    /// As after switching on.
+    /// Resets to the state after switching on.
     void reset();
 
 private:
     enum class State { Reading, Running, Answering };
 
-    /// What was found out about the end of a line that is being run.
+    /// Facts about the end of a line that is being run.
     struct Running
     {
         AtRequest request = {};

@@ -1,3 +1,5 @@
+// Commands that every device has.
+
 #include "handset/at/AtCommand.h"
 
 #include "app/CodePage.h"

@@ -1,3 +1,5 @@
+// Commands of clients for any phone, for the general profiles.
+
 #include "handset/at/AtCommand.h"
 
 namespace kalmo::handset {
@@ -9,13 +11,13 @@ AtAnswer nothing(AtContext&, const AtRequest&)
     return AtAnswer::ok();
 }
 
-/// A maker for whom general clients know the way by AT^SQWE.
+/// A maker with whom general clients use AT^SQWE.
 AtAnswer knownMaker(AtContext&, const AtRequest&)
 {
     return AtAnswer::ok("SIEMENS");
 }
 
-/// And one for whom they try AT+CPROT.
+/// A maker with whom they try AT+CPROT.
 AtAnswer anyMaker(AtContext&, const AtRequest&)
 {
     return AtAnswer::ok("Emulated");

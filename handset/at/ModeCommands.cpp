@@ -1,10 +1,12 @@
+// Commands that switch to data mode.
+
 #include "handset/at/AtCommand.h"
 
 namespace kalmo::handset {
 
 namespace {
 
-/// Into data mode by 3; 0 changes nothing, as whoever asks is in command mode.
+/// 3 switches to data mode. 0 changes nothing, since the handset is in command mode.
 AtAnswer switchMode(AtContext& context, const AtRequest& request)
 {
     if (request.form == Form::Read)

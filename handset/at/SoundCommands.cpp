@@ -1,3 +1,5 @@
+// Commands about ringtones and melodies.
+
 #include "handset/at/AtCommand.h"
 
 #include "app/CodePage.h"

@@ -1,3 +1,5 @@
+// Commands about signal, battery, clock and area codes.
+
 #include "handset/at/AtCommand.h"
 
 #include "app/CodePage.h"
@@ -22,7 +24,7 @@ AtAnswer battery(AtContext& context, const AtRequest&)
     return AtAnswer::ok("+CBC: 0," + QByteArray::number(context.phone.settings.battery));
 }
 
-/// The handset shows no seconds: they always read 00.
+/// The handset shows no seconds: they are always 00.
 AtAnswer readClock(AtContext& context, const AtRequest&)
 {
     const QDateTime now = context.time.dateTime().addSecs(context.phone.settings.clockAhead);
@@ -58,7 +60,7 @@ AtAnswer setAreaCodes(AtContext& context, const AtRequest& request)
     return AtAnswer::ok();
 }
 
-/// Mostly the answer has no prefix: the four codes stand alone.
+/// Usually the answer has no prefix: the four codes are alone.
 AtAnswer areaCodes(AtContext& context, const AtRequest& request)
 {
     if (request.form == Form::Set)

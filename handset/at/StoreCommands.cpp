@@ -1,3 +1,5 @@
+// Commands about the phonebook and the provider list of classic handsets.
+
 #include "handset/at/AtCommand.h"
 
 #include "app/CodePage.h"
@@ -21,7 +23,7 @@ ClassicStore* storeNamed(Phone& phone, const QByteArray& argument)
     return nullptr;
 }
 
-/// The open store; null, and a violation, if none is.
+/// The open store. If none is open, records a violation and returns null.
 ClassicStore* neededStore(AtContext& context, const AtRequest& request)
 {
     ClassicStore* store = context.phone.openStore();
@@ -84,7 +86,7 @@ bool writeFails(Faults& faults)
     return entry == faults.writeErrorAt;
 }
 
-/// Answers nothing at all when the last entry has been read.
+/// Does not answer at all after the last entry has been read.
 AtAnswer readNext(AtContext& context, const AtRequest& request)
 {
     Phone& phone = context.phone;

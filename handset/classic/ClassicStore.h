@@ -17,9 +17,9 @@ struct ClassicStore
     bool open = false;
     size_t next = 0; ///< the entry that is read next
 
-    /// How the commands call it.
+    /// Its name in commands.
     QByteArray wireName() const { return kind == StoreKind::Phonebook ? "TB" : "NE"; }
-    /// How the memory calls it.
+    /// Its name in the memory.
     QString section() const;
 
     QJsonArray json() const;

@@ -20,7 +20,7 @@ struct Range
     uchar last;
 };
 
-// What the display of these handsets has no picture for.
+// Characters that the display of these handsets can't show.
 constexpr Range refusedInNames[] = {
     {0, 31},    {91, 94},   {96, 96},   {123, 160}, {162, 162}, {166, 166}, {168, 190}, {192, 195},
     {200, 200}, {202, 208}, {210, 213}, {215, 215}, {217, 219}, {221, 222}, {225, 227}, {231, 231},
@@ -44,7 +44,7 @@ bool canDial(const QByteArray& number)
                        [&](char character) { return dialable.contains(character); });
 }
 
-/// Takes "<length>,<value>" and the comma behind it off the front.
+/// Takes "<length>,<value>" and the comma after it off the front.
 std::optional<QByteArray> takeField(QByteArray& text)
 {
     const qsizetype comma = text.indexOf(',');
@@ -60,7 +60,7 @@ std::optional<QByteArray> takeField(QByteArray& text)
     return value;
 }
 
-/// The first family has no year in its dates, the others two digits that stand for none.
+/// The first family has no year in its dates. The others have two digits, which mean none.
 qsizetype yearDigits(int family)
 {
     return family == 1 ? 0 : 2;
@@ -80,7 +80,7 @@ bool takeDate(QByteArray date, int family, ClassicEntry& entry)
     const auto number = [&](int at) { return date.mid(at, 2).toInt(); };
     const bool digits =
         std::all_of(date.begin(), date.begin() + 8, [](char c) { return c >= '0' && c <= '9'; });
-    // 2000 was a leap year, so 29 February passes.
+    // 2000 was a leap year, so 29 February is accepted.
     if (!digits || !QDate(2000, number(0), number(2)).isValid() || !QTime(number(4), number(6)).isValid())
         return false;
     if (!isSound(date.sliced(8)))
@@ -90,7 +90,7 @@ bool takeDate(QByteArray date, int family, ClassicEntry& entry)
     return true;
 }
 
-/// What may stand behind the date: nothing, or "1,<sound>" for a VIP.
+/// The text after the date: nothing, or "1,<sound>" for a VIP.
 bool takeVip(const QByteArray& text, ClassicEntry& entry)
 {
     if (text.isEmpty())

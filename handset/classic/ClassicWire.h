@@ -12,7 +12,7 @@ inline constexpr int longestNumber = 32;
 
 enum class StoreKind { Phonebook, Providers };
 
-/// What is wrong with an entry that came over the wire.
+/// Fault of an entry that came over the wire.
 enum class EntryFault {
     None,
     Malformed,    ///< not the form that the command has
@@ -27,11 +27,11 @@ struct ParsedEntry
     ClassicEntry entry = {};
 };
 
-/// Takes apart what stands behind "AT^WSWE=": length-prefixed name and number, in the phonebook the date as
-/// well and with families 2 to 4 the mark and sound of a VIP. Lengths count bytes.
+/// Parses the text after "AT^WSWE=": length-prefixed name and number, in the phonebook the date as well, and
+/// with families 2 to 4 the mark and sound of a VIP. Lengths count bytes.
 ParsedEntry parseEntry(const QByteArray& argument, StoreKind kind, int family);
 
-/// What stands behind "^WSRE:" and its blank. A nameless entry starts with ",,".
+/// The text after "^WSRE:" and its blank. An entry without a name starts with ",,".
 QByteArray entryText(const ClassicEntry& entry, StoreKind kind, int family);
 
 } // namespace kalmo::handset

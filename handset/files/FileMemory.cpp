@@ -36,7 +36,7 @@ std::optional<QByteArray> contentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
 }
 
-/// Nothing for a file that is no longer there.
+/// Gives nothing for a file that is no longer there.
 std::optional<FileNode> nodeFrom(const QJsonObject& row, const QString& base)
 {
     FileNode node{.name = row[u"name"_s].toString(),

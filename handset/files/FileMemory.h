@@ -14,7 +14,7 @@ class FileMemory
 {
 public:
     /// Fills the tree. `rows` is the section, `base` the folder that its "source" entries are relative to.
-    /// Files that lie below "files/" and are in no row are taken in as well.
+    /// Files below "files/" that are in no row are added too.
     void load(FileTree& tree, const QJsonArray& rows, const QString& base, const StateFolder& memory);
 
     /// Brings the disk up to date. Files that have not changed are not written again.
@@ -26,8 +26,7 @@ private:
     QHash<QString, QByteArray> m_onDisk; // content by path below the memory's folder
 };
 
-/// Path of a file below the memory's folder: every component is a name that no system can take for anything
-/// else.
+/// Path of a file below the memory's folder. Every component is a plain name on every system.
 QString storedPath(const QStringList& path);
 
 } // namespace kalmo::handset

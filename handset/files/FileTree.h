@@ -20,7 +20,7 @@ struct FileNode
     QString user = QStringLiteral("RWD"); ///< rights: of R, W and D those that there are
     QString group = QStringLiteral("RWD");
     std::vector<std::unique_ptr<FileNode>> children = {};
-    bool holdsItself = false; ///< a folder that is among its own children, for what a fault brings
+    bool holdsItself = false; ///< a folder that is among its own children, for a fault
 
     FileNode* child(const QString& childName);
     bool canRead() const { return user.contains(u'R'); }
@@ -30,7 +30,7 @@ struct FileNode
     qint64 size() const;
 };
 
-/// What became of a change.
+/// Result of a change.
 enum class FileResult { Done, NotFound, Refused, NotEmpty, Exists, Full };
 
 /// The handset's file system. A path is the list of the names on the way from the root.
@@ -46,7 +46,7 @@ public:
     /// Null if there is none; the root for an empty path.
     FileNode* find(const QStringList& path);
 
-    /// Makes a folder and those above it that lack. An existing one is as good.
+    /// Makes a folder and all above it. An existing one is a success.
     FileResult makeFolder(const QStringList& path, const QDateTime& now);
     /// Makes a file, or replaces one that may be written.
     FileResult put(const QStringList& path, const QByteArray& content, const QDateTime& modified);
@@ -54,9 +54,9 @@ public:
     FileResult move(const QStringList& from, const QStringList& to);
     FileResult setRights(const QStringList& path, const QString& user, const QString& group);
 
-    /// A name that a folder may have. Names from outside may have any.
+    /// Returns true for a name that a folder may have. Names from outside may have any.
     static bool isGoodName(const QString& name);
-    /// Puts a node of any name into a folder, for what a memory or a fault brings.
+    /// Puts a node of any name into a folder, for a memory or a fault.
     static FileNode& add(FileNode& folder, FileNode node);
 
 private:

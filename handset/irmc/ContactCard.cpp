@@ -17,7 +17,7 @@ namespace {
 struct FieldRow
 {
     QString field;
-    QByteArray line; // how the handset spells its line
+    QByteArray line; // spelling of its line by the handset
     QByteArray key;  // how a line from outside begins, and a parameter that it has
     QByteArray parameter;
     qsizetype longest;
@@ -36,7 +36,7 @@ const std::vector<FieldRow>& fieldTable()
 constexpr qsizetype longestName = 16;
 constexpr qsizetype longestLine = 76; // of folded text
 
-/// One line of a card, taken apart.
+/// One line of a card, parsed.
 struct CardLine
 {
     QByteArray key;
@@ -111,7 +111,7 @@ QString escaped(QString text)
     return text.replace(u';', u"\\;"_s);
 }
 
-/// A birthday in full digits, empty for one of zeros; nothing if it is none.
+/// A birthday in full digits, empty for one of zeros. Gives nothing if it is none.
 std::optional<QString> birthday(const QString& text)
 {
     if (text.startsWith(u"0000-00-00"))

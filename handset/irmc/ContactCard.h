@@ -15,18 +15,17 @@ enum class CardText {
     Utf8,            ///< UTF-8 as it is, and the line says so
 };
 
-/// A contact as the memory holds it: "lastName", "firstName", "home", "work", "mobile", "email", "birthday"
-/// ("1970-03-21T12:30"); what is empty lacks.
+/// A contact in the memory: "lastName", "firstName", "home", "work", "mobile", "email", "birthday"
+/// ("1970-03-21T12:30"). Empty fields are left out.
 using Contact = QJsonObject;
 
 /// The card (vCard 2.1) of a contact. Without a LUID it is the card of the handset itself.
 QByteArray cardText(const Contact& contact, const QString& luid, CardText text);
 
-/// Reads a card that a client has sent; nothing if it is none, or if its birthday is no date.
+/// Parses a card that a client has sent. Gives nothing if it is none, or if its birthday is no date.
 std::optional<Contact> parseCard(const QByteArray& text);
 
-/// Whether the handset has room for the fields: 16 characters for each name, 32 for a number, 60 for the
-/// e-mail.
+/// Returns true if the fields fit: 16 characters for each name, 32 for a number, 60 for the e-mail.
 bool fits(const Contact& contact);
 
 } // namespace kalmo::handset

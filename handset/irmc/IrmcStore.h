@@ -9,15 +9,15 @@
 
 namespace kalmo::handset {
 
-/// What the three stores of a handset are called.
+/// Names of the three stores of a handset.
 struct IrmcKind
 {
     QString section;   ///< of the memory
     QString folder;    ///< below "telecom"
     QString whole;     ///< object that holds all items
     QString extension; ///< of one item, with its point
-    QByteArray begin;  ///< how an item begins
-    QByteArray end;    ///< line before which an item of the organizer says its LUID
+    QByteArray begin;  ///< first line of an item
+    QByteArray end;    ///< line before which the LUID of an item of the organizer is written
 };
 
 enum IrmcStoreIndex { ContactStore, CalendarStore, NoteStore, irmcStores };
@@ -26,7 +26,7 @@ const std::array<IrmcKind, irmcStores>& irmcKinds();
 
 struct IrmcItem
 {
-    QString luid;       ///< lasts as long as the item; the handset gives it
+    QString luid;       ///< constant for the life of the item; the handset gives it
     int changed = 0;    ///< counter of its last change
     QJsonObject fields; ///< a Contact, or "lines" of an object of the organizer
 };
@@ -43,23 +43,23 @@ public:
     const std::vector<IrmcItem>& items() const { return m_items; }
     const IrmcItem* find(const QString& luid) const;
 
-    /// Adds an item under a new LUID, which it gives back; empty if the store is full.
+    /// Adds an item under a new LUID, which it returns; empty if the store is full.
     QString add(const QJsonObject& fields);
-    /// The first items take these LUIDs, for what a fault brings.
+    /// Gives the first items these LUIDs, for a fault.
     void giveLuids(const QStringList& luids);
     void change(const QString& luid, const QJsonObject& fields);
     void remove(const QString& luid);
 
-    /// An item as it goes over the wire, and all of them; the contacts begin with the handset's own card.
+    /// An item as it goes over the wire, and all of them. The contacts begin with the handset's own card.
     QByteArray text(const IrmcItem& item, CardText form) const;
     QByteArray wholeText(CardText form) const;
-    /// What a client has sent; nothing if it is no item of this store.
+    /// Parses an item from a client. Gives nothing if it is no item of this store.
     std::optional<QJsonObject> parse(const QByteArray& text) const;
-    /// What it says of its room, with `surplus` entries more than there are.
+    /// The store's report about its room, with `surplus` entries more than there are.
     QByteArray infoLog(qsizetype surplus = 0) const;
 
     QJsonObject json() const;
-    /// Takes a section of the memory, or the list of items that a seed may have in its place.
+    /// Takes a section of the memory, or the list of items that a seed may have instead.
     void load(const QJsonValue& json);
 
 private:

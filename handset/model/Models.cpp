@@ -13,7 +13,7 @@ struct ModelRow
     QStringView wppn = {};
 };
 
-// The bell in one name and the semicolon in another are what those handsets really send.
+// Those handsets really send the bell in one name and the semicolon in another.
 constexpr ModelRow modelTable[] = {
     {1, u"WOODSTOCK"},
     {2, u"WOODY"},

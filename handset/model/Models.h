@@ -7,14 +7,14 @@
 
 namespace kalmo::handset {
 
-/// How a device names itself.
+/// The names that a device reports.
 struct Model
 {
     int family = 0;    ///< 0 for a device that is no handset
     QString cgmm;      ///< answer to "AT+CGMM"
-    QString wppn = {}; ///< answer to "AT^WPPN", "^WPPN: 4,S68H" for example; empty where that is an error
+    QString wppn = {}; ///< answer to "AT^WPPN", "^WPPN: 4,S68H" for example; empty if that is an error
 
-    /// What a person calls it: the name in the second answer, or the first answer.
+    /// A name for people: the one in the second answer, or the first answer.
     QString name() const;
 };
 

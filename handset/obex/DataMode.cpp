@@ -37,7 +37,7 @@ DataModeLayer::DataModeLayer(Phone& phone, TimeSource& time, Line line)
                 .escape =
                     [this] {
                         if (m_phone.faults.ignoresEscape)
-                            m_orphaned = true; // the client takes the handset to be in command mode
+                            m_orphaned = true; // the client believes that the handset is in command mode
                         else
                             m_line.enterCommandMode();
                     },
@@ -92,7 +92,7 @@ void DataModeLayer::takeRequests()
     run(request);
 }
 
-/// What doesn't begin like a request is taken for one all the same, and the handset waits for the rest of it.
+/// Bytes that don't begin like a request are treated as one, and the handset waits for the rest of it.
 void DataModeLayer::checkStart()
 {
     if (m_startChecked || m_buffer.size() < 2)
@@ -119,7 +119,7 @@ void DataModeLayer::run(const QByteArray& request)
     const ObexServer::Answer answer = m_server.handle(parsePacket(request));
     m_leaves = answer.disconnected && m_phone.options.profile == Profile::GeneralCprot;
     const bool late = m_phone.faults.requests == m_phone.faults.lateRequestAt;
-    m_disturbed = late; // whoever speaks before a late answer can't know better
+    m_disturbed = late; // a client that speaks before a late answer can't know better
     const double own = m_phone.options.atOnce ? 0 : answer.seconds;
     m_timers.after(own + (late ? m_phone.faults.lateBy : 0), [this, frame = answer.frame] {
         m_state = State::Answering;

@@ -6,7 +6,7 @@
 namespace kalmo::handset {
 
 /// The handset in data mode: cuts requests out of the bytes that come, answers them one at a time, and
-/// listens for the way back to command mode. It does not notice when a client is gone.
+/// watches for the way back to command mode. It does not notice that a client is gone.
 class DataModeLayer
 {
 public:
@@ -21,9 +21,9 @@ public:
     void receive(const QByteArray& bytes);
     /// The last byte sent has passed the line.
     void outputDrained();
-    /// The client that is served has gone. Whoever comes next can't know in which mode the handset is.
+    /// The client is gone. The next one can't know the mode of the handset.
     void clientLeft();
-    /// As when data mode has just begun.
+    /// Resets to the start of data mode.
     void reset();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace kalmo::handset {
 
-/// Looks for the way out of data mode: silence, "+++", silence. All other bytes pass through.
+/// Watches for the way out of data mode: silence, "+++", silence. All other bytes pass through.
 class EscapeWatch
 {
 public:
@@ -12,7 +12,7 @@ public:
     {
         std::function<void(const QByteArray&)> pass;
         std::function<void()> escape;
-        std::function<void()> spoilt; ///< the pluses came in time, but other bytes right behind them
+        std::function<void()> spoilt; ///< the pluses came in time, but other bytes right after them
     };
 
     /// `guard` is the length of each silence in seconds.

@@ -1,3 +1,5 @@
+// The text of folder listings.
+
 #include "handset/obex/Objects.h"
 
 namespace kalmo::handset {

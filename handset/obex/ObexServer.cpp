@@ -15,7 +15,7 @@ constexpr double requestSeconds = 0.02;
 constexpr quint32 connection = 1;
 constexpr quint8 version = 0x10;
 constexpr qsizetype leastPacket = 255;
-constexpr qsizetype packetForSmallClients = 480; // some read an answer at one go, and no more
+constexpr qsizetype packetForSmallClients = 480; // some clients read an answer at once, and no more
 
 enum SetPathFlags : quint8 { UpOne = 0x01, DontCreate = 0x02 };
 
@@ -63,7 +63,7 @@ ObexServer::Answer ObexServer::handle(const ObexPacket& request)
     return dispatch(request);
 }
 
-/// A request of another kind ends what was under way.
+/// A request of another kind ends an unfinished transfer.
 void ObexServer::dropTransfers(const ObexPacket& request)
 {
     const quint8 kind = request.opcode == obex::Abort ? obex::Abort : request.opcode & ~obex::FinalBit;
@@ -75,7 +75,7 @@ void ObexServer::dropTransfers(const ObexPacket& request)
     m_out = {};
 }
 
-/// What has come of an object is there.
+/// Stores the part of an object that has come.
 void ObexServer::leaveIncoming()
 {
     if (m_in.what.isEmpty())
@@ -153,7 +153,7 @@ ObexServer::Answer ObexServer::setPath(const ObexPacket& request)
     const auto name = request.name();
     if (name && !name->isEmpty())
         return enter(*name, (flags & DontCreate) == 0);
-    if (name || (flags & UpOne) == 0) { // an empty name is the way to the root
+    if (name || (flags & UpOne) == 0) { // an empty name means the root
         m_folder.clear();
         return answer(obex::Success);
     }
@@ -188,7 +188,7 @@ bool ObexServer::mayBePath(const QString& name) const
            (m_phone.family.data.absoluteNames && name.startsWith(u'/'));
 }
 
-/// An object of the current folder whose name looks like a path, by its name alone or behind that of the
+/// An object of the current folder whose name looks like a path, by its name alone or after that of the
 /// folder.
 std::optional<QStringList> ObexServer::asItStands(const QString& name)
 {
@@ -211,7 +211,7 @@ std::optional<QStringList> ObexServer::locate(const QString& name, bool changes)
             return path;
         if (!mayBePath(name))
             return std::nullopt;
-        // Clients put "/" only in front of the folder and behind it.
+        // Clients put "/" only before and after the folder.
         const bool mixed = m_phone.family.data.absoluteNames && name.startsWith(u'/');
         const QStringList parts =
             mixed ? name.split(separator, Qt::SkipEmptyParts) : name.split(u'/', Qt::SkipEmptyParts);

@@ -12,13 +12,13 @@ public:
     {
         QByteArray frame;
         double seconds = 0;        ///< that it takes
-        bool disconnected = false; ///< the client has said goodbye
+        bool disconnected = false; ///< the client has disconnected
     };
 
     ObexServer(Phone& phone, const TimeSource& time) : m_phone(phone), m_store(phone, time) {}
 
     Answer handle(const ObexPacket& request);
-    /// As before the first CONNECT.
+    /// Resets to the state before the first CONNECT.
     void reset();
 
 private:
@@ -28,14 +28,14 @@ private:
         return answer(reply.code, reply.headers, reply.seconds);
     }
 
-    /// An object on its way out.
+    /// An object that is being sent.
     struct Outgoing
     {
-        QString what = {}; ///< empty while there is none
+        QString what = {}; ///< empty if there is none
         QByteArray body = {};
         qsizetype sent = 0;
     };
-    /// An object on its way in.
+    /// An object that is being received.
     struct Incoming
     {
         QString what = {};
@@ -67,8 +67,8 @@ private:
     void checkFullFrame(const ObexPacket& request);
     std::vector<ObexParameter> parametersOf(const ObexPacket& request);
     std::optional<QByteArray> expectedCounter(const ObexPacket& request);
-    /// Path of an object by its name; nothing for a name that can't be one. `changes` where it is put or
-    /// deleted.
+    /// Path of an object by its name. Gives nothing for a name that can't be one. `changes` is true for a put
+    /// or a delete.
     std::optional<QStringList> locate(const QString& name, bool changes);
     bool mayBePath(const QString& name) const;
     std::optional<QStringList> asItStands(const QString& name);

@@ -1,3 +1,5 @@
+// PUT and GET of the OBEX server.
+
 #include "handset/obex/ObexServer.h"
 
 #include <QRegularExpression>
@@ -42,7 +44,7 @@ QDateTime headerTime(const QByteArray& text)
     return QDateTime(QDate(number(1), number(2), number(3)), QTime(number(4), number(5), number(6)));
 }
 
-/// The first frame of an object says its headers in one order.
+/// The first frame of an object has its headers in one order.
 bool isInOrder(const ObexPacket& request)
 {
     constexpr quint8 order[] = {obex::Name,       obex::Length, obex::Time,

@@ -5,14 +5,14 @@
 
 namespace kalmo::handset {
 
-/// All that can be reached over OBEX: the file system, and the folder "telecom" in its root. Paths begin at
-/// the root.
+/// All objects that OBEX reaches: the file system, and the folder "telecom" in its root. Paths begin at the
+/// root.
 class ObjectStore
 {
 public:
     ObjectStore(Phone& phone, const TimeSource& time) : m_phone(phone), m_time(time), m_telecom(phone) {}
 
-    /// Under the IrMC target there is nothing but "telecom", and changes are answered with LUID and counter.
+    /// With the IrMC target only "telecom" is there, and changes are answered with LUID and counter.
     void setIrmc(bool on) { m_irmc = on; }
     bool isIrmc() const { return m_irmc; }
 
@@ -21,14 +21,14 @@ public:
     ObjectReply list(const QStringList& path);
     ObjectReply makeFolder(const QStringList& path);
     ObjectReply get(const QStringList& path);
-    /// Whether there is room for an object of that size, before it comes and while it does.
+    /// Returns true if there is room for an object of that size, before and during its transfer.
     quint8 room(const QStringList& path, qint64 size);
     ObjectReply put(const QStringList& path, ChangeRequest request);
     ObjectReply remove(const QStringList& path, ChangeRequest request);
     ObjectReply move(const QStringList& from, const QStringList& to);
     /// `text` is user and group rights, each in quotes: "RWD""R".
     ObjectReply setRights(const QStringList& path, const QByteArray& text);
-    /// Bytes of memory, as `query` asks for them: 1 all, 2 free, and a path behind that for the memory card.
+    /// Bytes of memory. `query` is 1 for all, 2 for free, and a path after that for the memory card.
     ObjectReply memory(const QByteArray& query);
 
 private:
@@ -41,7 +41,7 @@ private:
     bool m_irmc = false;
 };
 
-/// Whether the path leads to "telecom" or below.
+/// Returns true if the path leads to "telecom" or below.
 bool isTelecom(const QStringList& path);
 
 } // namespace kalmo::handset

@@ -5,7 +5,7 @@
 
 namespace kalmo::handset {
 
-/// What a request about an object comes to.
+/// Result of a request about an object.
 struct ObjectReply
 {
     quint8 code = obex::Success;
@@ -27,16 +27,16 @@ struct ListingRow
     QString group = QStringLiteral("R");
 };
 
-/// What comes with an object that is put, or deleted.
+/// Facts that come with an object that is put or deleted.
 struct ChangeRequest
 {
     QByteArray content = {};
     QDateTime modified = {};
     std::optional<QByteArray> expectedCounter = {}; ///< change counter of the client, in digits
-    bool answersLuid = false; ///< under the IrMC target a change is answered with LUID and counter
+    bool answersLuid = false; ///< with the IrMC target a change is answered with LUID and counter
 };
 
-/// The objects of the phonebook and the organizer, below the folder "telecom". Paths begin behind that name.
+/// The objects of the phonebook and the organizer, below the folder "telecom". Paths begin after that name.
 class TelecomObjects
 {
 public:

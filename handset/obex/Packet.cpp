@@ -41,7 +41,7 @@ qsizetype fixedSize(quint8 opcode)
     return opcode == obex::SetPath ? 2 : 0;
 }
 
-/// Takes one header off the front; null where its length is not true.
+/// Takes one header off the front. Null if its length is wrong.
 std::optional<ObexHeader> takeHeader(QByteArray& rest)
 {
     ObexHeader taken{static_cast<quint8>(rest.front())};
@@ -113,7 +113,7 @@ ObexPacket parsePacket(const QByteArray& frame)
         }
         if (id == obex::Name && taken->value.size() % 2 != 0)
             packet.faults.append(u"a name of %1 bytes"_s.arg(taken->value.size()));
-        // A last character beyond U+00FF may stand the wrong way round before its one zero.
+        // The bytes of a last character beyond U+00FF may be swapped before its one zero.
         else if (id == obex::Name && !taken->value.isEmpty() && !taken->value.endsWith('\0'))
             packet.faults.append(u"a name without its end"_s);
         packet.headers.push_back(std::move(*taken));

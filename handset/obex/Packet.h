@@ -53,20 +53,20 @@ struct ObexHeader
     QByteArray value = {};
 };
 
-/// A request, taken apart.
+/// A request, parsed.
 struct ObexPacket
 {
     quint8 opcode = 0;
     qsizetype size = 0;    ///< bytes of the whole frame
-    QByteArray fixed = {}; ///< what stands before the headers: four bytes of CONNECT, two of SETPATH
+    QByteArray fixed = {}; ///< the bytes before the headers: four of CONNECT, two of SETPATH
     std::vector<ObexHeader> headers = {};
-    QStringList faults = {}; ///< what is wrong with the frame itself
+    QStringList faults = {}; ///< faults of the frame itself
 
     const ObexHeader* find(quint8 id) const;
     bool has(quint8 id) const { return find(id) != nullptr; }
     QByteArray value(quint8 id) const;
     /// The name as text; nothing if there is no such header. The header's 16-bit characters come high byte
-    /// first, and the zero at their end may lack.
+    /// first, and the zero at their end may be missing.
     std::optional<QString> name() const;
     quint32 number(quint8 id) const;
 };
@@ -74,13 +74,13 @@ struct ObexPacket
 /// Bytes that a frame declares to have; 0 while fewer than three are known.
 qsizetype declaredSize(const QByteArray& bytes);
 
-/// Takes one whole frame apart. Whatever it holds, something comes of it; the rest stands in `faults`.
+/// Parses one whole frame. Any content gives a request; `faults` holds the errors.
 ObexPacket parsePacket(const QByteArray& frame);
 
-/// A header with its length in front, and one that has a number for its value.
+/// A header with its length, and one that has a number for its value.
 QByteArray header(quint8 id, const QByteArray& value);
 QByteArray header(quint8 id, quint32 number);
-/// A frame: code, length, what stands before the headers, headers.
+/// A frame: code, length, the bytes before the headers, headers.
 QByteArray frame(quint8 code, const QByteArray& rest = {});
 
 /// 16-bit characters, high byte first, without the zeros at the end.
@@ -105,9 +105,8 @@ enum ObexTag : quint8 {
     TagPermissions = 0x38,
 };
 
-/// Takes the header's value apart. Two of the requests declare lengths that are not true, which belongs to
-/// the protocol: a memory query for the card, and permissions. A wrong length in any other is added to
-/// `faults`.
+/// Parses the header's value. Two of the requests declare wrong lengths by protocol: a memory query for the
+/// card, and permissions. A wrong length in any other is added to `faults`.
 std::vector<ObexParameter> parseParameters(const QByteArray& value, QStringList& faults);
 
 QByteArray parameter(quint8 tag, const QByteArray& value);

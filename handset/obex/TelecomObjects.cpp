@@ -1,3 +1,5 @@
+// The objects below the folder "telecom".
+
 #include "handset/obex/Objects.h"
 
 #include "app/CodePage.h"
@@ -104,7 +106,7 @@ ObjectReply TelecomObjects::get(const QStringList& path)
                 : ObjectReply{.code = obex::NotFound};
 }
 
-/// Why a store can't be changed now: somebody else has changed it since the client has read its counter.
+/// Reason why a store can't be changed now: another client has changed it since this one read its counter.
 std::optional<quint8> TelecomObjects::refusal(const IrmcStore& store, const ChangeRequest& request) const
 {
     if (!request.answersLuid)

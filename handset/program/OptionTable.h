@@ -7,7 +7,7 @@
 
 namespace kalmo::handset {
 
-/// Takes one value; what is wrong with it, if it is wrong.
+/// Takes one value. Returns the error, if there is one.
 using Setter = std::function<std::optional<QString>(CommandLine&, const QString& value)>;
 
 /// One option of the command line.

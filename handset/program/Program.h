@@ -19,7 +19,7 @@ class Program : public QObject, private Wire
 public:
     Program(CommandLine line, QTextStream& out, QTextStream& err);
 
-    /// Prints what was asked for, or runs the handset in the event loop until it has to end. Gives the exit
+    /// Prints the requested text, or runs the handset in the event loop until it has to end. Returns the exit
     /// status.
     int run();
 

@@ -17,12 +17,12 @@ public:
     PseudoTerminal();
     ~PseudoTerminal() override;
 
-    /// Makes the terminal, with a symbolic link to it unless `link` is empty. A link of that name is
-    /// replaced, anything else is not. False, and the reason in `error`, if that fails. `baud` is what the
-    /// line is set to until a client sets it.
+    /// Makes the terminal, with a symbolic link to it unless `link` is empty. An old link of that name is
+    /// replaced, anything else is not. Returns false, with the reason in `error`, if that fails. `baud` is
+    /// the rate of the line until a client sets its own.
     bool open(const QString& link, int baud, QString& error);
 
-    /// Whether a client can set that rate.
+    /// Returns true if a client can set that rate.
     static bool hasRate(int baud);
 
     /// Path of the client's end.
@@ -30,10 +30,10 @@ public:
 
     /// The rate that the client has set; 0 for one that has no name.
     int baudRate() const;
-    /// Bytes for the client. Thrown away where there is none.
+    /// Bytes for the client. Discarded if there is none.
     void write(const QByteArray& bytes);
-    /// Takes the terminal away from the client, as if a cable were pulled out, and puts a new one in its
-    /// place after `seconds`.
+    /// Takes the terminal away from the client, as if a cable was pulled out, and makes a new one after
+    /// `seconds`.
     void hangUp(double seconds);
 
 Q_SIGNALS:

@@ -1,3 +1,5 @@
+// The pseudo terminal on Unix.
+
 #include "handset/program/PseudoTerminal.h"
 
 #include <QFile>
@@ -40,7 +42,7 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-/// Nothing is echoed, translated or held back, and the rate stands until the client sets its own.
+/// Nothing is echoed, translated or buffered, and the rate holds until the client sets its own.
 bool makeRaw(int terminal, int baud)
 {
     termios settings{};
@@ -128,7 +130,7 @@ void PseudoTerminal::release()
         return;
     ::close(m_master);
     m_master = -1;
-    // Another handset may have taken the link over.
+    // Another handset may own the link by now.
     if (!m_link.isEmpty() && QFile::symLinkTarget(m_link) == m_path)
         QFile::remove(m_link);
 }
@@ -186,7 +188,7 @@ void PseudoTerminal::clientLeft()
     if (freeFromLastClient()) {
         m_search.start();
     } else {
-        // Not from within the notifier that would go with it.
+        // Not inside of the notifier that this destroys.
         QTimer::singleShot(0, this, [this] {
             release();
             remake();
@@ -195,8 +197,8 @@ void PseudoTerminal::clientLeft()
     Q_EMIT closed();
 }
 
-/// A client that was killed while it had the terminal to itself leaves it locked for all that come after, and
-/// what it did not read is still there. False if only a new terminal helps.
+/// A client that was killed while it held the terminal exclusively leaves it locked, with the bytes that it
+/// did not read. Returns false if only a new terminal helps.
 bool PseudoTerminal::freeFromLastClient()
 {
     if (hasClient())

@@ -10,8 +10,8 @@
 
 namespace kalmo::handset {
 
-/// Time as it passes. The toolkit's timers know whole milliseconds only, in which eleven bytes go over a fast
-/// line; here an action runs as exactly as the system can.
+/// Real time. The toolkit's timers know whole milliseconds only, in which eleven bytes pass a fast line. Here
+/// an action runs as exactly as the system can.
 class RealTime : public TimeSource
 {
 public:

@@ -1,3 +1,5 @@
+// Exact timers on Unix.
+
 #include "handset/program/RealTime.h"
 
 #include <algorithm>
@@ -9,7 +11,7 @@
 namespace kalmo::handset {
 
 namespace {
-constexpr double soonest = 1e-9; // nothing at all would disarm the timer
+constexpr double soonest = 1e-9; // zero would disarm the timer
 } // namespace
 
 RealTime::RealTime() : m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
@@ -49,7 +51,7 @@ void RealTime::runDue()
 {
     quint64 expirations = 0;
     if (read(m_timer, &expirations, sizeof expirations) < 0)
-        return; // armed anew in the meantime
+        return; // armed again in the meantime
     const double present = now();
     while (!m_actions.empty() && m_actions.begin()->first <= present) {
         const auto action = std::move(m_actions.extract(m_actions.begin()).mapped());

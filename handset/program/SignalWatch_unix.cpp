@@ -1,3 +1,5 @@
+// Signals on Unix.
+
 #include "handset/program/SignalWatch.h"
 
 #include <csignal>
@@ -10,7 +12,7 @@ namespace {
 
 constexpr int watched[] = {SIGTERM, SIGINT, SIGUSR1};
 
-int signalPipe[2] = {-1, -1}; // a signal handler has nothing but globals
+int signalPipe[2] = {-1, -1}; // a signal handler can reach only globals
 
 void passOn(int number)
 {

@@ -23,14 +23,14 @@ struct Melody
     QString name;
     QString kind; ///< "MID" for example
     int size = 0; ///< bytes
-    int id = 0;   ///< from 11 on; below are the melodies that every handset has
+    int id = 0;   ///< from 11 on; 1 to 10 are the melodies of every handset
 };
 
-/// What the handset remembers besides its lists.
+/// The handset's memory besides its lists.
 struct Settings
 {
     QString serialNumber = QStringLiteral("004999010640000");
-    int signal = 20;       ///< as "AT+CSQ" counts, 0 to 31
+    int signal = 20;       ///< in the units of "AT+CSQ", 0 to 31
     int battery = 85;      ///< percent
     qint64 clockAhead = 0; ///< seconds by which the handset's clock is ahead
     QStringList areaCodes = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"), {}};

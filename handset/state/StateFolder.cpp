@@ -69,8 +69,8 @@ void StateFolder::removeFile(const QString& path)
 void StateFolder::replace(const QString& path, const QByteArray& content)
 {
     QSaveFile file(m_path + u'/' + path);
-    // commit() passes over bytes that a full disk did not take; of the last ones a part may have been taken,
-    // and what became of the rest only a second flush tells.
+    // commit() ignores bytes that a full disk did not take. Of the last bytes a part may have been written.
+    // Only a second flush reports the rest as an error.
     const auto flushed = [&file] { return file.flush() || file.flush(); };
     if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && flushed() &&
         file.commit())

@@ -10,18 +10,18 @@ namespace kalmo::handset {
 class StateFolder
 {
 public:
-    /// An empty path stands for a memory that keeps nothing.
+    /// With an empty path the memory keeps nothing.
     explicit StateFolder(const QString& path = {}) : m_path(path) {}
 
     const QString& path() const { return m_path; }
 
-    /// Makes the folder and reads what is there; `sections` stays empty in a new folder. False, and the
-    /// reason in `error`, if that fails or if a file isn't JSON.
+    /// Makes the folder and reads its content; `sections` stays empty in a new folder. Returns false, with
+    /// the reason in `error`, if that fails or if a file isn't JSON.
     bool load(QJsonObject& sections, QString& error) const;
 
-    /// Replaces a section's file, whole or not at all. The first failure is kept in problem().
+    /// Replaces a section's file, whole or not at all. problem() keeps the first failure.
     void save(const QString& section, const QJsonValue& content);
-    /// The same for a file of the handset's own, by its path below the memory's folder.
+    /// Does the same for a file of the handset's own, by its path below the memory's folder.
     void saveFile(const QString& path, const QByteArray& content);
     void removeFile(const QString& path);
     const QString& problem() const { return m_problem; }
@@ -33,7 +33,8 @@ private:
     QString m_problem;
 };
 
-/// Reads a JSON file that holds an object or an array. False, and the reason in `error`, if it can't.
+/// Reads a JSON file that holds an object or an array. Returns false, with the reason in `error`, if it
+/// can't.
 bool readJson(const QString& path, QJsonValue& content, QString& error);
 
 } // namespace kalmo::handset
