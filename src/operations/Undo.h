@@ -35,6 +35,10 @@ public:
     const Record& record() const { return m_record; }
     const UndoDiff& diff() const { return m_diff; }
 
+    /// The difference to what this run knows of the phone already, without a request to it. Nothing where
+    /// that is not known.
+    virtual std::optional<UndoDiff> compareWithKnown() const { return {}; }
+
     /// Cause::None if apply() may follow. Otherwise nothing was changed in the phone. Cause::Doubtful: the
     /// reading may lack something, and apply() may follow only if the user wants that.
     virtual Outcome plan() = 0;

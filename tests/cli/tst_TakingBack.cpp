@@ -2,6 +2,7 @@
 
 #include "operations/Records.h"
 #include "Shell.h"
+#include "support/HandsetMemory.h"
 #include "support/Rows.h"
 
 #include <QTest>
@@ -18,6 +19,7 @@ class tst_TakingBack : public QObject
 
 private Q_SLOTS:
     void history();
+    void everyChangeIsTakenBack();
 };
 
 void tst_TakingBack::history()
@@ -46,6 +48,88 @@ void tst_TakingBack::history()
         "\"serial\":\"unknown\",\"state\":\"unknown\",\"time\":\"2026-11-21T12:00:00\"},"
         "{\"cause\":\"write\",\"entries\":2,\"id\":\"1\",\"list\":\"phonebook\",\"phone\":\"SL450HX\","
         "\"serial\":\"123\",\"state\":\"done\",\"time\":\"2026-11-21T12:00:00\"}]"_s);
+}
+
+/// Each change is undone, the undo too, and that once more.
+void tst_TakingBack::everyChangeIsTakenBack()
+{
+    struct Change
+    {
+        QString model;
+        QStringList before; ///< commands ahead of the change
+        QString command;    ///< HERE stands for the folder of the test
+        QString list;
+        QString cause;
+    };
+    const Rows<Change> rows{
+        {"a new file",
+         {u"SL450HX"_s, {}, u"files put HERE/new.bmp --to Pictures"_s, u"files"_s, u"files put"_s}},
+        {"a file replaced",
+         {u"SL450HX"_s,
+          {u"files put HERE/new.bmp --to Pictures"_s, u"files put HERE/other/new.bmp --to Pictures"_s},
+          u"files put HERE/new.bmp --to Pictures"_s,
+          u"files"_s,
+          u"files put"_s}},
+        {"files deleted",
+         {u"SL450HX"_s,
+          {u"files put HERE/new.bmp HERE/empty.txt"_s, u"files attr new.bmp ro"_s},
+          u"files rm --force new.bmp empty.txt"_s,
+          u"files"_s,
+          u"files rm"_s}},
+        {"folders made", {u"SL450HX"_s, {}, u"files mkdir Neu/darin"_s, u"files"_s, u"files mkdir"_s}},
+        {"a folder deleted",
+         {u"SL450HX"_s, {u"files mkdir Neu/darin"_s}, u"files rm Neu/darin"_s, u"files"_s, u"files rm"_s}},
+        {"moved",
+         {u"SL450HX"_s,
+          {u"files put HERE/new.bmp"_s, u"files mkdir Neu"_s},
+          u"files mv new.bmp Neu/old.bmp"_s,
+          u"files"_s,
+          u"files mv"_s}},
+        {"protected",
+         {u"SL450HX"_s,
+          {u"files put HERE/new.bmp"_s},
+          u"files attr new.bmp ro"_s,
+          u"files"_s,
+          u"files attr"_s}},
+    };
+    for (const auto& [change] : rows) {
+        Handset handset({.model = change.model, .atOnce = true});
+        QDir(handset.test.folder.path()).mkdir(u"other"_s);
+        handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
+        handset.file(u"other/new.bmp"_s, "BM other");
+        handset.file(u"empty.txt"_s, "x");
+        const auto run = [&](const QString& line) {
+            const QString words = QString(line).replace(u"HERE"_s, handset.test.folder.path());
+            const ExitStatus status = handset(u"--yes "_s + words);
+            if (status != ExitDone)
+                qWarning("%s: %s", qPrintable(line), qPrintable(handset.told));
+            return status;
+        };
+        const auto memory = [&] { return memoryOf(handset.port.handset().phone()); };
+        for (const QString& line : change.before)
+            QCOMPARE(run(line), ExitDone);
+        const QStringList before = memory();
+        QCOMPARE(run(change.command), ExitDone);
+        const QStringList after = memory();
+        QVERIFY(after != before);
+
+        QCOMPARE(run(u"--json history"_s), ExitDone);
+        const QJsonObject record =
+            QJsonDocument::fromJson(handset.printed.toUtf8()).array().first().toObject();
+        QCOMPARE(record[u"list"_s].toString(), change.list);
+        QCOMPARE(record[u"cause"_s].toString(), change.cause);
+        QCOMPARE(record[u"state"_s].toString(), u"done"_s);
+        QCOMPARE(record[u"serial"_s].toString(), handset.port.handset().phone().settings.serialNumber);
+
+        QCOMPARE(run(u"undo --dry-run"_s), ExitDone);
+        QCOMPARE(memory(), after);
+        QCOMPARE(run(u"undo"_s), ExitDone);
+        QCOMPARE(memory(), before);
+        QCOMPARE(run(u"undo"_s), ExitDone);
+        QCOMPARE(memory(), after);
+        QCOMPARE(run(u"undo "_s + record[u"id"_s].toString()), ExitDone);
+        QCOMPARE(memory(), before);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_TakingBack)

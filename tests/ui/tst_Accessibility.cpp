@@ -1,6 +1,7 @@
 // Every form, for those who use a keyboard, a screen reader, large letters or dark colours.
 
 #include "phonedata/VcardStore.h"
+#include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
@@ -63,6 +64,16 @@ void makeAreaCodes(Shown& shown)
     shown.form = std::move(form);
 }
 
+void makeFormerStates(Shown& shown)
+{
+    operations::Records records(shown.made.test.context, operations::identifyPhone(shown.made.line));
+    for (const auto list : {operations::RecordedList::Phonebook, operations::RecordedList::Files})
+        records.begin(list, u"undo"_s, 250, {});
+    shown.form = std::make_unique<ui::FormerStatesDialog>(
+        shown.made.program, operations::UndoJob{shown.made.line, shown.made.memory, shown.mmc},
+        operations::RecordedList::Phonebook);
+}
+
 void makeSettings(Shown& shown)
 {
     shown.form = std::make_unique<ui::frmEinstellungen>(shown.made.program);
@@ -91,6 +102,7 @@ const Row forms[] = {
     {"provider", u"PICASSO"_s, makeClassicForm<ui::frmNEentry>},
     {"contact", u"SL450HX"_s, makeContactForm},
     {"area codes", u"SL450HX"_s, makeAreaCodes},
+    {"former states", u"SL450HX"_s, makeFormerStates},
     {"settings", u"SL450HX"_s, makeSettings},
     {"help", u"SL450HX"_s, makeHelp},
     {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},

@@ -186,11 +186,17 @@ void frmPB::makeToolbar()
 
 void frmPB::makeMenuBar()
 {
+    m_formerStates = new QAction(u"F&rühere Stände..."_s, this);
+    m_formerStates->setObjectName(u"formerStates"_s);
+    m_formerStates->setShortcut(QKeySequence(u"Ctrl+H"_s));
+    connect(m_formerStates, &QAction::triggered, this, &frmPB::showFormerStates);
     auto* commands = menuBar()->addMenu(u"&Liste"_s);
     for (const CommandRow& row : commandTable()) {
         if (row.command != Command::Help)
             commands->addAction(m_actions[row.command]);
     }
+    commands->addSeparator();
+    commands->addAction(m_formerStates);
     commands->addSeparator();
     auto* quit = commands->addAction(u"Been&den"_s, this, &QWidget::close);
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "obex/clsMmc.h"
+#include "operations/RecordFile.h"
 #include "ui/Program.h"
 #include "ui/window/ClassicList.h"
 #include "ui/window/SectionGuard.h"
@@ -129,6 +130,8 @@ private:
     void press(Command command);
     void runCommand(Command command);
     void popUp(Command command);
+    void showFormerStates();
+    operations::RecordedList recordedListInFront() const;
 
     // Closing
     void stopForClosing();
@@ -143,6 +146,7 @@ private:
     int m_toolbarMode = ModeSponsor;
     QMap<Command, QAction*> m_actions;
     QList<QAction*> m_editActions;
+    QAction* m_formerStates = nullptr;
     QMap<int, CommandTarget*> m_targets; // by ToolbarMode
     QToolBar* m_tlb;
     NaviTree* m_tvwNavi;

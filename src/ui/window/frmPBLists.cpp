@@ -1,11 +1,14 @@
 // The main window's handling of the list in front: searching, marking, copying, and saving its layout.
 
 #include "phonedata/VcfFiles.h"
+#include "ui/forms/FormerStatesDialog.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
+#include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
+#include "ui/window/StatusArea.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -95,8 +98,40 @@ void frmPB::makeContextMenu(ListPanel& panel)
     view.addActions(m_editActions);
     addGap();
     view.addAction(m_actions[Command::Export]);
+    view.addAction(m_formerStates);
     if (&panel == m_fraVCF)
         view.setRowFormat(contactFormat());
+}
+
+/// The list whose states are shown first.
+operations::RecordedList frmPB::recordedListInFront() const
+{
+    if (isFilesInFront())
+        return operations::RecordedList::Files;
+    switch (m_toolbarMode) {
+    case ModeProviders:
+        return operations::RecordedList::Providers;
+    case ModeSounds:
+        return operations::RecordedList::Ringtones;
+    default:
+        return operations::RecordedList::Phonebook;
+    }
+}
+
+void frmPB::showFormerStates()
+{
+    const bool interruptsFiles = isFilesInFront();
+    const operations::RecordedList list = recordedListInFront();
+    if (m_sta->isBusy() || !regainLine())
+        return;
+    {
+        const toolkit::BusyScope busy(&m_parts.busy);
+        operations::identifyPhone(m_program.line);
+    }
+    FormerStatesDialog dialog(m_program, {m_program.line, m_program.memory, m_mmc}, list, this);
+    dialog.exec();
+    if (interruptsFiles && !m_closeWanted)
+        enterFiles(nodes::Files.toString());
 }
 
 void frmPB::restoreLayouts()

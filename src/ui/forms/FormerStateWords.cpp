@@ -1,0 +1,111 @@
+#include "ui/forms/FormerStateWords.h"
+
+#include <array>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using operations::Cause;
+using operations::RecordedList;
+
+namespace {
+
+struct CauseRow
+{
+    QStringView cause;
+    QStringView text;
+};
+
+constexpr std::array causeRows = {
+    CauseRow{u"write", u"Liste geschrieben"},
+    CauseRow{u"append", u"Einträge angefügt"},
+    CauseRow{u"add", u"Kontakt angelegt"},
+    CauseRow{u"set", u"Geändert"},
+    CauseRow{u"change", u"Kontakt geändert"},
+    CauseRow{u"delete", u"Kontakt gelöscht"},
+    CauseRow{u"import", u"Import"},
+    CauseRow{u"undo", u"Früherer Stand zurückgeholt"},
+    CauseRow{u"files put", u"Datei gesendet"},
+    CauseRow{u"files rm", u"Datei gelöscht"},
+    CauseRow{u"files mv", u"Datei verschoben"},
+    CauseRow{u"files mkdir", u"Ordner angelegt"},
+    CauseRow{u"files attr", u"Rechte geändert"},
+};
+
+} // namespace
+
+QString inWords(RecordedList list)
+{
+    switch (list) {
+    case RecordedList::Phonebook:
+        return u"Telefonbuch"_s;
+    case RecordedList::Providers:
+        return u"Provider"_s;
+    case RecordedList::Files:
+        return u"Dateien"_s;
+    case RecordedList::Ringtones:
+        return u"Klingeltöne"_s;
+    case RecordedList::AreaCodes:
+        break;
+    }
+    return u"Vorwahlen"_s;
+}
+
+QString causeInWords(const QString& cause)
+{
+    for (const CauseRow& row : causeRows) {
+        if (row.cause == cause)
+            return row.text.toString();
+    }
+    return cause;
+}
+
+QString differenceInWords(const operations::UndoDiff& diff)
+{
+    QStringList parts;
+    const auto add = [&parts](const QStringList& names, const QString& text) {
+        if (!names.isEmpty())
+            parts.append(u"%1 %2"_s.arg(QString::number(names.size()), text));
+    };
+    add(diff.add, u"neu"_s);
+    add(diff.change, u"geändert"_s);
+    add(diff.remove, u"weniger"_s);
+    add(diff.blocked, u"nicht möglich"_s);
+    return parts.isEmpty() ? u"keine"_s : parts.join(u", "_s);
+}
+
+QString reasonInWords(const operations::Outcome& outcome)
+{
+    switch (outcome.cause) {
+    case Cause::Interrupted:
+        return u"Der Vorgang wurde abgebrochen."_s;
+    case Cause::PhoneRefused:
+        return u"Das Telefon hat die Änderung abgelehnt."_s;
+    case Cause::NoAnswer:
+        return u"Das Telefon antwortet nicht."_s;
+    case Cause::LineGone:
+        return u"Die Verbindung zum Telefon ist unterbrochen."_s;
+    case Cause::NotSaved:
+        return u"Der jetzige Stand konnte nicht gesichert werden: %1"_s.arg(outcome.reason);
+    case Cause::Doubtful:
+        return u"Die Verbindung war gestört. Bitte versuchen Sie es noch einmal."_s;
+    case Cause::NoRoom:
+        return u"Im Telefon ist nicht genügend Platz."_s;
+    case Cause::Mismatch:
+        return u"Das Telefon hat nicht alles so übernommen, wie es gesendet wurde."_s;
+    case Cause::NotPossible:
+        return u"Dieser Stand kann nicht zurückgeholt werden."_s;
+    case Cause::None:
+    case Cause::RefusedByUser:
+    case Cause::NotRead:
+        break;
+    }
+    return u"Der jetzige Stand konnte nicht gelesen werden."_s;
+}
+
+QString momentInWords(const QDateTime& moment)
+{
+    return moment.toString(u"dd.MM.yyyy  hh:mm"_s);
+}
+
+} // namespace kalmo::ui

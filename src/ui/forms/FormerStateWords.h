@@ -1,0 +1,19 @@
+#pragma once
+
+#include "operations/Undo.h"
+
+namespace kalmo::ui {
+
+/// The German words for records and for putting them back.
+
+QString inWords(operations::RecordedList list);
+/// "Liste geschrieben" for "write"; a key word without a row stays as it is.
+QString causeInWords(const QString& cause);
+/// "3 neu, 1 geändert, 2 weniger", "keine" for no difference.
+QString differenceInWords(const operations::UndoDiff& diff);
+/// The reason why a former state could not be compared or put back, as a whole sentence.
+QString reasonInWords(const operations::Outcome& outcome);
+/// "21.11.2026  12:30"
+QString momentInWords(const QDateTime& moment);
+
+} // namespace kalmo::ui

@@ -1,0 +1,169 @@
+// The dialog of former states: its rows, a comparison with the phone, and putting back, by keys.
+
+#include "operations/FolderChanges.h"
+#include "support/HandsetMemory.h"
+#include "ui/forms/FormerStatesDialog.h"
+#include "ui/lists/RowsView.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using operations::RecordedList;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+QStringList rowsOf(const toolkit::ListRows& rows)
+{
+    QStringList lines;
+    for (int row = 0; row < rows.count(); ++row) {
+        QStringList cells;
+        for (const toolkit::ListCell& cell : rows.row(row).cells)
+            cells.append(cell.text);
+        lines.append(cells.join(u'|'));
+    }
+    return lines;
+}
+
+void press(QDialog& dialog, const char* button)
+{
+    QTest::keyClick(&child<QPushButton>(dialog, button), Qt::Key_Space);
+}
+
+/// A handset in which a folder was made, by an operation that left its record.
+struct ChangedPhone : TestProgram
+{
+    ChangedPhone() : TestProgram(u"SL450HX"_s, {.atOnce = true}), mmc(std::make_shared<obex::clsMmc>(line))
+    {
+        QDir(test.storage).mkpath(u"Backup"_s);
+        test.clock.runToolkitEvents(true);
+        test.sy.PhoneID = u"SL450HX"_s;
+        operations::identifyPhone(line);
+        empty = memoryOf(port.handset().phone());
+        mmc->Online({});
+        {
+            operations::FileAccess access(mmc, u"test"_s, {});
+            auto plan = operations::planNewFolder(obex::PhonePath(u"Neu"_s));
+            operations::lookBeforeMaking(access, plan);
+            operations::applyNewFolder(access, plan);
+        }
+        mmc->Offline({});
+        changed = memoryOf(port.handset().phone());
+    }
+
+    QStringList held() { return memoryOf(port.handset().phone()); }
+    toolkit::Message question(const QString& difference) const
+    {
+        return {.text =
+                    u"Der Stand vom 21.11.2026  12:00 (Dateien) wird zurückgeholt.\nUnterschiede zu jetzt: "
+                    u"%1.\n\nDer jetzige Stand wird vorher aufgehoben und kann ebenfalls zurückgeholt "
+                    u"werden.\nJetzt zurückholen?"_s.arg(difference),
+                .buttons = Buttons::YesNo,
+                .icon = Icon::Question,
+                .defaultButton = Answer::No};
+    }
+
+    std::shared_ptr<obex::clsMmc> mmc;
+    QStringList empty;
+    QStringList changed;
+};
+
+} // namespace
+
+class tst_FormerStates : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aStateIsComparedAndPutBack();
+    void aLostLineIsTold();
+    void theMenuOpensIt();
+};
+
+void tst_FormerStates::aStateIsComparedAndPutBack()
+{
+    ChangedPhone made;
+    QVERIFY(made.changed != made.empty);
+    ui::FormerStatesDialog dialog(made.program, {made.line, made.memory, made.mmc}, RecordedList::Files);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto& list = child<ui::RowsView>(dialog, "lvwFormerStates");
+    auto& differences = child<ui::RowsView>(dialog, "lvwDifferences");
+    QCOMPARE(rowsOf(*list.rows()),
+             QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|nach Vergleich"_s});
+    QCOMPARE(list.rows()->selectedRows(), QList{0});
+
+    QTest::keyClick(&list, Qt::Key_Return);
+    QCOMPARE(rowsOf(*list.rows()), QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|1 weniger"_s});
+    QCOMPARE(rowsOf(*differences.rows()), QStringList{u"wird entfernt|/Neu"_s});
+    QCOMPARE(made.held(), made.changed);
+
+    made.test.dialogs.expect(made.question(u"1 weniger"_s), Answer::No);
+    press(dialog, "cmdPutBack");
+    QCOMPARE(made.held(), made.changed);
+    QVERIFY(dialog.changedLists().isEmpty());
+
+    made.test.dialogs.expect(made.question(u"1 weniger"_s), Answer::Yes);
+    press(dialog, "cmdPutBack");
+    QCOMPARE(made.held(), made.empty);
+    QCOMPARE(dialog.changedLists(), QSet{RecordedList::Files});
+    QCOMPARE(rowsOf(*list.rows()).first(),
+             u"21.11.2026  12:00|Dateien|Früherer Stand zurückgeholt|1|nach Vergleich"_s);
+
+    made.test.dialogs.expect(made.question(u"1 neu"_s), Answer::Yes); // the undo is the newest now
+    press(dialog, "cmdPutBack");
+    QCOMPARE(made.held(), made.changed);
+
+    QTest::keyClick(&list, Qt::Key_End);
+    QTest::keyClick(&list, Qt::Key_Up); // the undo, which is the state already
+    press(dialog, "cmdPutBack");
+    QCOMPARE(child<QLabel>(dialog, "lblDifferences").text(), u"Das Telefon enthält diesen Stand bereits."_s);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+}
+
+void tst_FormerStates::aLostLineIsTold()
+{
+    ChangedPhone made;
+    ui::FormerStatesDialog dialog(made.program, {made.line, made.memory, made.mmc}, RecordedList::Phonebook);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    made.port.handset().setFaults({.hangUpAt = 1});
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:"_s);
+    press(dialog, "cmdCompare");
+    QCOMPARE(child<QLabel>(dialog, "lblDifferences").text(),
+             u"Die Verbindung zum Telefon ist unterbrochen."_s);
+    press(dialog, "cmdClose");
+    QVERIFY(!dialog.isVisible());
+}
+
+void tst_FormerStates::theMenuOpensIt()
+{
+    ChangedPhone made;
+    ui::frmPB window(made.program, made.mmc);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QStringList seen;
+    QTimer::singleShot(0, &window, [&] {
+        auto* dialog = qobject_cast<ui::FormerStatesDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        seen = rowsOf(*child<ui::RowsView>(*dialog, "lvwFormerStates").rows());
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
+    QCOMPARE(seen, QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|nach Vergleich"_s});
+}
+
+QTEST_MAIN(tst_FormerStates)
+#include "tst_FormerStates.moc"
