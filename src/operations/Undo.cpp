@@ -1,8 +1,11 @@
 #include "operations/Undo.h"
 
+#include "operations/UndoContacts.h"
 #include "operations/UndoFiles.h"
 
 namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
 
 std::optional<Record> latestChange(const Records& records)
 {
@@ -20,6 +23,9 @@ std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record)
     case RecordedList::Files:
         return std::make_unique<UndoFiles>(job, std::move(record));
     case RecordedList::Phonebook:
+        if (record.part(u"pb.vcf"_s))
+            return std::make_unique<UndoContacts>(job, std::move(record));
+        break;
     case RecordedList::Providers:
     case RecordedList::Ringtones:
     case RecordedList::AreaCodes:

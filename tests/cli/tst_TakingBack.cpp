@@ -91,6 +91,13 @@ void tst_TakingBack::everyChangeIsTakenBack()
           u"files attr new.bmp ro"_s,
           u"files"_s,
           u"files attr"_s}},
+        {"a contact added", {u"SL450HX"_s, {}, u"phonebook add HERE/one.json"_s, u"phonebook"_s, u"add"_s}},
+        {"a contact changed",
+         {u"SL450HX"_s, {}, u"phonebook set 0002 HERE/one.json"_s, u"phonebook"_s, u"change"_s}},
+        {"contacts deleted",
+         {u"SL450HX"_s, {}, u"phonebook delete 0001 0003"_s, u"phonebook"_s, u"delete"_s}},
+        {"all contacts replaced, family 13",
+         {u"CL660HX"_s, {}, u"phonebook write HERE/one.json"_s, u"phonebook"_s, u"write"_s}},
     };
     for (const auto& [change] : rows) {
         Handset handset({.model = change.model, .atOnce = true});
@@ -98,6 +105,8 @@ void tst_TakingBack::everyChangeIsTakenBack()
         handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
         handset.file(u"other/new.bmp"_s, "BM other");
         handset.file(u"empty.txt"_s, "x");
+        handset.file(u"one.json"_s,
+                     R"([{"lastName":"Łukasz; =41","home":"1","birthday":"1970-03-21T12:30"}])");
         const auto run = [&](const QString& line) {
             const QString words = QString(line).replace(u"HERE"_s, handset.test.folder.path());
             const ExitStatus status = handset(u"--yes "_s + words);
