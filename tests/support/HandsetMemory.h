@@ -35,8 +35,14 @@ inline QStringList memoryOf(const handset::Phone& phone)
         };
     const qsizetype ordered = lines.size();
     addFiles(phone.files.root(), {});
-    for (const handset::IrmcItem& item : phone.irmc[handset::ContactStore].items())
-        lines.append(QString::fromUtf8(QJsonDocument(item.fields).toJson(QJsonDocument::Compact)));
+    for (const handset::IrmcItem& item : phone.irmc[handset::ContactStore].items()) {
+        QJsonObject fields;
+        for (auto field = item.fields.begin(); field != item.fields.end(); ++field) {
+            if (field.value() != QString()) // which is as good as none
+                fields.insert(field.key(), field.value());
+        }
+        add(QStringLiteral("contact"), fields);
+    }
     std::sort(lines.begin() + ordered, lines.end());
     return lines;
 }
