@@ -11,7 +11,7 @@ _kalmoctl()
 
     for ((index = 1; index < COMP_CWORD; ++index)); do
         case ${COMP_WORDS[index]} in
-            --port | --storage | --log | --output | -o | --to) ((++index)) ;;
+            --port | --storage | --log | --output | -o | --to | --trim | --quality | --family) ((++index)) ;;
             $importValues) ((++index)) ;;
             -*) ;;
             *) given+=("${COMP_WORDS[index]}") ;;
@@ -23,7 +23,9 @@ _kalmoctl()
         --port) files=devices ;;
         --storage) files=folders ;;
         --log | --output | -o) files=all ;;
-        --to) ;;
+        --to | --trim) ;;
+        --quality) words='60 80 100' ;;
+        --family) words='5 6 8 9 10 11 12 13' ;;
         --for) words='classic vcard' ;;
         --against) files='tel|csv|json' ;;
         --separator) words='comma semicolon tab' ;;
@@ -33,7 +35,7 @@ _kalmoctl()
         $importValues) ;;
         *)
             case ${given[*]} in
-                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files history undo preview recover' ;;
+                '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files media history undo preview recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
                 phonebook) words='read write add set delete' ;;
                 providers) words='read write' ;;
@@ -48,7 +50,13 @@ _kalmoctl()
                     esac
                     ;;
                 'files get'*) options+=' --output -o' ;;
-                'files put'*) options+=' --to' files=all ;;
+                'files put'*) options+=' --to --convert --trim --quality' files=all ;;
+                media) words='sound melody picture' ;;
+                'media sound') options+=' --trim --force' files='wav|mp3' ;;
+                'media sound '*) options+=' --trim --force' files=all ;;
+                'media melody') options+=' --force' files='mid' ;;
+                'media melody '*) options+=' --force' files=all ;;
+                'media picture'*) options+=' --family --clip --quality --force' files=all ;;
                 'files rm'*) options+=' --force' ;;
                 'files attr '*) [[ ${#given[@]} != 3 ]] || words='ro rw' ;;
                 'phonebook read' | 'providers read' | 'calendar read' | 'notes read') options+=' --output -o' ;;

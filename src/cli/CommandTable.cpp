@@ -14,6 +14,11 @@ constexpr QStringView filingHandset = u"a handset with a file system (families 5
 
 const Option outputOption{u"--output", u"-o", u"FILE", u"save the entries in a file instead of showing them"};
 const Option organizerOption{u"--output", u"-o", u"FILE", u"save them in a file instead of showing them"};
+const Option trimOption{u"--trim", u"", u"SECONDS", u"keep the start of a sound only; 0 for all"};
+const Option qualityOption{
+    u"--quality", u"", u"Q", u"quality of a JPEG: 60, 80 or 100; 80 without it", {u"60", u"80", u"100"}};
+80 without it "};
+    const Option forceOption{u"--force", u"", u"", u"replace OUT without a question"};
 const Option dryRunOption{u"--dry-run", u"", u"", u"only say what would be added, changed and removed"};
 
 constexpr QStringView writeDetails =
@@ -37,6 +42,9 @@ constexpr QStringView batchDetails =
     u"Paths of the phone start at its root: Pictures/a.bmp, or Mobile:\\Pictures\\a.bmp.\n"
     u"A file that is there already is replaced after a question. After one that fails the\n"
     u"rest is tried all the same; the exit status is the highest that one of them has.\n";
+
+constexpr QStringView mediaDetails =
+    u"Needs no handset; \"files put --convert\" does the same on the way to one.\n";
 
 const std::vector<Command> table = {
     {.words = u"ports", .help = u"list the serial ports of this machine", .run = runPorts},
@@ -157,7 +165,10 @@ const std::vector<Command> table = {
     {.words = u"files put",
      .help = u"send files to the phone",
      .arguments = {{u"FILE", u"local file", {}, Count::OneOrMore}},
-     .options = {{u"--to", u"", u"FOLDER", u"folder of the phone, instead of its root"}},
+     .options = {{u"--to", u"", u"FOLDER", u"folder of the phone, instead of its root"},
+                 {u"--convert", u"", u"", u"bring pictures and sounds into the phone's form first"},
+                 trimOption,
+                 qualityOption},
      .details = batchDetails,
      .fits = link::hasFileSystem,
      .needs = filingHandset,
@@ -220,6 +231,31 @@ const std::vector<Command> table = {
      .group = &importOptionGroup(),
      .details = u"Needs no phone. Rows with an x would be imported.\n",
      .run = runPreview},
+    {.words = u"media sound",
+     .help = u"make a ringtone of a WAV or MP3 file",
+     .arguments = {{u"IN", u"a .wav or .mp3 file"}, {u"OUT", u"file for the result, .L22 or .722"}},
+     .options = {trimOption, forceOption},
+     .details = mediaDetails,
+     .run = runMediaSound},
+    {.words = u"media melody",
+     .help = u"make a ringtone of a MIDI file",
+     .arguments = {{u"IN", u"a .mid file of at most 32000 bytes"}, {u"OUT", u"file for the result"}},
+     .options = {forceOption},
+     .details = mediaDetails,
+     .run = runMediaMelody},
+    {.words = u"media picture",
+     .help = u"bring a picture into the size of a family of handsets",
+     .arguments = {{u"IN", u"a picture"}, {u"OUT", u"file for the result, .jpg or .bmp"}},
+     .options = {{u"--family",
+                  u"",
+                  u"N",
+                  u"family of the handset, 5, 6 or 8 to 13",
+                  {u"5", u"6", u"8", u"9", u"10", u"11", u"12", u"13"}},
+                 {u"--clip", u"", u"", u"for the folder of clip pictures"},
+                 qualityOption,
+                 forceOption},
+     .details = mediaDetails,
+     .run = runMediaPicture},
     {.words = u"recover",
      .help = u"take a handset that was left in data mode back to commands",
      .details = u"For a handset that is not found since a transfer was broken off. Takes up to a minute.\n",

@@ -33,6 +33,9 @@ ExitStatus runFilesAttr(Job& job);
 ExitStatus runHistory(Job& job);
 ExitStatus runUndo(Job& job);
 ExitStatus runPreview(Job& job);
+ExitStatus runMediaSound(Job& job);
+ExitStatus runMediaMelody(Job& job);
+ExitStatus runMediaPicture(Job& job);
 ExitStatus runRecover(Job& job);
 
 } // namespace kalmo::cli

@@ -8,17 +8,25 @@ namespace {
 
 using Lines = std::vector<std::pair<QString, QString>>;
 
-/// Two columns with a heading, or nothing if there are no lines.
+constexpr qsizetype widestColumn = 46; // characters
+
+/// Two columns with a heading, or nothing if there are no lines. What is too long for the left one has a line
+/// of its own.
 QString section(const QString& heading, const Lines& lines)
 {
     if (lines.empty())
         return {};
     qsizetype width = 0;
-    for (const auto& line : lines)
-        width = std::max(width, line.first.size());
+    for (const auto& line : lines) {
+        if (line.first.size() <= widestColumn)
+            width = std::max(width, line.first.size());
+    }
     QString text = u'\n' + heading + u":\n"_s;
     for (const auto& [left, right] : lines)
-        text += u"  "_s + left.leftJustified(width + 2) + right + u'\n';
+        text +=
+            u"  "_s +
+            (left.size() <= width ? left.leftJustified(width + 2) : left + u'\n' + QString(width + 4, u' ')) +
+            right + u'\n';
     return text;
 }
 

@@ -2,13 +2,17 @@
 
 #include "cli/BatchProgress.h"
 #include "cli/Commands.h"
+#include "cli/ConvertedFiles.h"
 #include "cli/DataWork.h"
 #include "cli/FileBatch.h"
 #include "cli/FileWords.h"
 #include "cli/Tables.h"
 #include "operations/SendFiles.h"
 
+#include <QFileInfo>
 #include <QJsonObject>
+
+#include <algorithm>
 
 namespace kalmo::cli {
 
@@ -21,14 +25,31 @@ using operations::State;
 
 namespace {
 
+/// One file, as JSON has it; a converted one carries the name of its source and that in the phone.
 QJsonObject resultOf(const PlannedFile& file, const FileOutcome& outcome)
 {
-    return {{u"name"_s, file.path.name()},
-            {u"path"_s, file.path.shown()},
-            {u"size"_s, file.size},
-            {u"backup"_s, outcome.savedIn.isEmpty() ? QJsonValue() : QJsonValue(outcome.savedIn)},
-            {u"written"_s, outcome.state == State::Done},
-            {u"state"_s, operations::wordOf(outcome.state)}};
+    QJsonObject result{{u"name"_s, file.path.name()},
+                       {u"path"_s, file.path.shown()},
+                       {u"size"_s, file.size},
+                       {u"backup"_s, outcome.savedIn.isEmpty() ? QJsonValue() : QJsonValue(outcome.savedIn)},
+                       {u"written"_s, outcome.state == State::Done},
+                       {u"state"_s, operations::wordOf(outcome.state)}};
+    if (!file.file.bytes)
+        return result;
+    result.insert(u"name"_s, QFileInfo(file.file.localPath).fileName());
+    result.insert(u"sentAs"_s, file.path.name());
+    return result;
+}
+
+QJsonObject resultOf(const ConvertedFiles::Unfit& file)
+{
+    return {{u"name"_s, QFileInfo(file.source).fileName()},
+            {u"path"_s, QJsonValue()},
+            {u"size"_s, QFileInfo(file.source).size()},
+            {u"backup"_s, QJsonValue()},
+            {u"written"_s, false},
+            {u"state"_s, operations::wordOf(State::Unchanged)},
+            {u"sentAs"_s, QJsonValue()}};
 }
 
 QString failure(const PlannedFile& file, const FileOutcome& outcome)
@@ -57,17 +78,23 @@ public:
     }
 
     ExitStatus run();
+    /// The same with files that are converted for the phone first.
+    ExitStatus runConverting(const MediaOptions& options);
 
 private:
     static std::vector<operations::FileToSend> filesOf(const Job& job);
     void report(const PlannedFile& file, const FileOutcome& outcome);
     bool look(FileAccess& access);
     void sendAll(FileAccess& access, BatchProgress& progress);
+    ExitStatus sendOver(const std::shared_ptr<obex::clsMmc>& client);
+    bool hasRoomForAll();
+    void askToReplace();
 
     Job& m_job;
     FileBatch m_batch;
     SendPlan m_plan;
     operations::SendPolicy m_policy;
+    bool m_stopsWithoutRoom = false; // nothing is sent unless everything fits
 };
 
 std::vector<operations::FileToSend> Putter::filesOf(const Job& job)
@@ -93,7 +120,7 @@ void Putter::report(const PlannedFile& file, const FileOutcome& outcome)
         m_batch.failed(result, ExitFailed, failure(file, outcome));
 }
 
-/// Looks at what would be replaced in the phone, and asks. False if the folder could not be listed.
+/// Looks at what would be replaced in the phone. False if the folder could not be listed.
 bool Putter::look(FileAccess& access)
 {
     m_job.progress.phase(u"Listing %1"_s.arg(m_plan.folder.shown()));
@@ -101,13 +128,32 @@ bool Putter::look(FileAccess& access)
     if (!operations::lookBeforeSending(access, m_plan, m_policy))
         return false;
     m_job.progress.clear();
+    return true;
+}
+
+/// False, and every file has been told, if there is a file that the phone has no room for.
+bool Putter::hasRoomForAll()
+{
+    if (std::ranges::none_of(m_plan.files,
+                             [](const PlannedFile& file) { return file.obstacle == FileObstacle::NoRoom; }))
+        return true;
+    for (const PlannedFile& file : m_plan.files) {
+        if (file.isPossible())
+            m_batch.failed(resultOf(file, {}), ExitFailed, u"%1 was not sent"_s.arg(file.file.localPath));
+        else
+            report(file, {});
+    }
+    return false;
+}
+
+void Putter::askToReplace()
+{
     for (PlannedFile& file : m_plan.files) {
         const QString shown = printable(file.path.shown());
         if (file.isPossible() && file.replaced &&
             !m_job.questions.confirm(u"Replace %1 in the phone?"_s.arg(shown)))
             file.obstacle = FileObstacle::Kept;
     }
-    return true;
 }
 
 void Putter::sendAll(FileAccess& access, BatchProgress& progress)
@@ -133,12 +179,39 @@ ExitStatus Putter::run()
             report(file, {});
         return m_batch.finish();
     }
+    return withDataChannel(m_job, Intent::Changes,
+                           [&](const std::shared_ptr<obex::clsMmc>& client) { return sendOver(client); });
+}
+
+ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
+{
+    BatchProgress progress(m_job.out, m_job.context.clock, u"Sending"_s);
+    FileAccess access(client, u"files put"_s, {.bar = &progress, .cancel = &m_job.stop});
+    if (!look(access))
+        return brokenOff(m_job);
+    if (m_stopsWithoutRoom && !hasRoomForAll())
+        return m_batch.finish();
+    askToReplace();
+    sendAll(access, progress);
+    return m_batch.finish();
+}
+
+ExitStatus Putter::runConverting(const MediaOptions& options)
+{
     return withDataChannel(m_job, Intent::Changes, [&](const std::shared_ptr<obex::clsMmc>& client) {
-        BatchProgress progress(m_job.out, m_job.context.clock, u"Sending"_s);
-        FileAccess access(client, u"files put"_s, {.bar = &progress, .cancel = &m_job.stop});
-        if (!look(access))
+        const auto converted = convertFiles(m_job, options);
+        if (!converted)
+            return ExitWrongUse;
+        for (const ConvertedFiles::Unfit& file : converted->unfit)
+            m_batch.failed(resultOf(file), statusOf(file.failure), textOf(file.failure));
+        if (m_job.stop.Checked())
             return brokenOff(m_job);
-        sendAll(access, progress);
+        m_plan = operations::planSend(converted->folder, converted->files);
+        m_stopsWithoutRoom = true;
+        if (converted->hasConverters && m_plan.isAnyPossible())
+            return sendOver(client);
+        for (const PlannedFile& file : m_plan.files)
+            report(file, {});
         return m_batch.finish();
     });
 }
@@ -147,7 +220,16 @@ ExitStatus Putter::run()
 
 ExitStatus runFilesPut(Job& job)
 {
-    return Putter(job).run();
+    const bool converts = job.invocation.has(u"--convert"_s);
+    const auto options = mediaOptions(job);
+    if (!options)
+        return ExitWrongUse;
+    if (!converts && (job.invocation.has(u"--trim"_s) || job.invocation.has(u"--quality"_s))) {
+        job.out.error(u"--trim and --quality go with --convert."_s);
+        return ExitWrongUse;
+    }
+    Putter putter(job);
+    return converts ? putter.runConverting(*options) : putter.run();
 }
 
 } // namespace kalmo::cli

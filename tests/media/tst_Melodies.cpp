@@ -64,7 +64,7 @@ private Q_SLOTS:
         for (const auto& [bytes, script, fault] : rows) {
             Workshop shop;
             if (!script.startsWith("exec"))
-                shop.replacePlugin(u"m9b"_s, script);
+                shop.plugins.replace(u"m9b"_s, script);
             const auto file = prepare(shop, shop.makeFile(u"a.mid"_s, bytes));
             QVERIFY(file.failure);
             QCOMPARE(file.failure->fault, fault);
@@ -104,8 +104,8 @@ private Q_SLOTS:
     void playing()
     {
         Workshop shop;
-        shop.replacePlugin(u"sox"_s,
-                           "case \"$3\" in *long*) exec sleep 1000;; *good*) exit 0;; esac; exit 1");
+        shop.plugins.replace(u"sox"_s,
+                             "case \"$3\" in *long*) exec sleep 1000;; *good*) exit 0;; esac; exit 1");
         media::Player player(shop.context);
         QSignalSpy ended(&player, &media::Player::ended);
         for (const auto& [name, played] :

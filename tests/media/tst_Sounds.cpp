@@ -18,24 +18,6 @@ using media::Fault;
 
 namespace {
 
-QByteArray little(quint32 value, int count)
-{
-    QByteArray bytes;
-    for (int index = 0; index < count; ++index)
-        bytes.append(static_cast<char>(value >> 8 * index & 0xFF));
-    return bytes;
-}
-
-/// A WAV file of 16-bit samples of one channel.
-QByteArray wav(const std::vector<qint16>& samples, quint32 rate = soundRate)
-{
-    const QByteArray data = bytesOf(samples);
-    const auto size = static_cast<quint32>(data.size());
-    return "RIFF" + little(36 + size, 4) + "WAVEfmt " + little(16, 4) + little(1, 2) + little(1, 2) +
-           little(rate, 4) + little(2 * rate, 4) + little(2, 2) + little(16, 2) + "data" + little(size, 4) +
-           data;
-}
-
 /// The second half of what a handset hears: a coder finds its steps first.
 std::vector<qint16> heard(const QByteArray& codes)
 {
@@ -180,7 +162,7 @@ private Q_SLOTS:
         };
         for (const auto& [name, script, fault] : rows) {
             Workshop shop;
-            shop.replacePlugin(name, script);
+            shop.plugins.replace(name, script);
             QCOMPARE(faultOf(convert(shop, shop.makeFile(u"in.mp3"_s, wav(tone(1000, -6, soundRate))))),
                      fault);
             QVERIFY(!QFile::exists(shop.path(u"out.L22"_s)));
@@ -191,7 +173,7 @@ private Q_SLOTS:
     void cancels()
     {
         Workshop shop;
-        shop.replacePlugin(u"g722demo"_s, "exec sleep 1000");
+        shop.plugins.replace(u"g722demo"_s, "exec sleep 1000");
         SwitchedCancel cancel;
         cancel.checked = true;
         QCOMPARE(faultOf(convert(shop, shop.makeFile(u"in.wav"_s, wav(tone(1000, -6, 100))), 0,

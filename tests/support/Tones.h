@@ -29,6 +29,24 @@ inline QByteArray bytesOf(const std::vector<qint16>& samples)
     return {reinterpret_cast<const char*>(samples.data()), static_cast<qsizetype>(2 * samples.size())};
 }
 
+inline QByteArray little(quint32 value, int count)
+{
+    QByteArray bytes;
+    for (int index = 0; index < count; ++index)
+        bytes.append(static_cast<char>(value >> 8 * index & 0xFF));
+    return bytes;
+}
+
+/// A WAV file of 16-bit samples of one channel.
+inline QByteArray wav(const std::vector<qint16>& samples, quint32 rate = soundRate)
+{
+    const QByteArray data = bytesOf(samples);
+    const auto size = static_cast<quint32>(data.size());
+    return "RIFF" + little(36 + size, 4) + "WAVEfmt " + little(16, 4) + little(1, 2) + little(1, 2) +
+           little(rate, 4) + little(2 * rate, 4) + little(2, 2) + little(16, 2) + "data" + little(size, 4) +
+           data;
+}
+
 /// What a handset hears of a stream of codes.
 inline std::vector<qint16> decoded(const QByteArray& codes)
 {
