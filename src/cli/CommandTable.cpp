@@ -17,8 +17,7 @@ const Option organizerOption{u"--output", u"-o", u"FILE", u"save them in a file 
 const Option trimOption{u"--trim", u"", u"SECONDS", u"keep the start of a sound only; 0 for all"};
 const Option qualityOption{
     u"--quality", u"", u"Q", u"quality of a JPEG: 60, 80 or 100; 80 without it", {u"60", u"80", u"100"}};
-80 without it "};
-    const Option forceOption{u"--force", u"", u"", u"replace OUT without a question"};
+const Option forceOption{u"--force", u"", u"", u"replace OUT without a question"};
 const Option dryRunOption{u"--dry-run", u"", u"", u"only say what would be added, changed and removed"};
 
 constexpr QStringView writeDetails =

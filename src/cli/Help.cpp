@@ -8,7 +8,7 @@ namespace {
 
 using Lines = std::vector<std::pair<QString, QString>>;
 
-constexpr qsizetype widestColumn = 46; // characters
+constexpr qsizetype widestColumn = 33; // characters
 
 /// Two columns with a heading, or nothing if there are no lines. What is too long for the left one has a line
 /// of its own.
