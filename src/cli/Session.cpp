@@ -79,8 +79,9 @@ bool Session::namesOtherFile(const QString& path) const
 {
     static const QStringList fileArguments{u"FILE"_s, u"IN"_s, u"OUT"_s};
     const auto& arguments = m_invocation.command->arguments;
-    const bool takesFiles = std::any_of(arguments.begin(), arguments.end(),
-                                        [](const Argument& argument) { return fileArguments.contains(argument.name); });
+    const bool takesFiles = std::any_of(arguments.begin(), arguments.end(), [](const Argument& argument) {
+        return fileArguments.contains(argument.name);
+    });
     QStringList words{m_invocation.value(u"--output"_s)};
     if (takesFiles)
         words += m_invocation.arguments;
