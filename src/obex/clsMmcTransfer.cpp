@@ -212,7 +212,7 @@ int clsMmc::sendFile(const PutObject& object, int& value, int& maximum)
 
 void clsMmc::tellEarlyStop(const QString& name, int value, int maximum)
 {
-    if (m_abandoned)
+    if (m_abandoned || m_quiet)
         return;
     const QString text =
         u"Das Telefon hat behauptet, bereits die komplette Datei \"%1\" erhalten zu haben, obwohl erst %2 "

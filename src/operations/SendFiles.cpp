@@ -229,6 +229,7 @@ void Sender::bringBack(size_t index)
         return;
     m_access.client().PutBytes({name, old.bytes, old.modified}, {});
     const auto listing = m_access.look(m_plan.folder);
+    result.mayHoldPart = !listing || findEntry(*listing, name);
     if (!listing || !showsWhole(*listing, name, old.bytes.size()))
         return;
     result.isOldLost = false;

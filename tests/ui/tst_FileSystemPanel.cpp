@@ -25,8 +25,9 @@ namespace {
 
 struct Panel : TestProgram
 {
-    explicit Panel(const QString& folder = {}, const handset::Options& options = {})
-        : TestProgram(u"S68H"_s, options), mmc(std::make_shared<obex::clsMmc>(line)),
+    explicit Panel(const QString& folder = {}, const handset::Options& options = {},
+                   const QString& model = u"S68H"_s)
+        : TestProgram(model, options), mmc(std::make_shared<obex::clsMmc>(line)),
           panel(program, mmc, progress.all())
     {
         mmc->Online(progress.all());
@@ -103,6 +104,8 @@ private Q_SLOTS:
     void deletes();
     void uploads();
     void aSilenceEndsOneCommandOnly();
+    void nothingIsDoneInAnUnknownFolder();
+    void theListingDecidesAboutAnEarlyEnd();
 };
 
 void FileSystemPanel::foldersAndFiles()
@@ -268,6 +271,60 @@ void FileSystemPanel::aSilenceEndsOneCommandOnly()
     QCOMPARE(made.saved(), QStringList());
     made.save(0);
     QCOMPARE(made.saved(), QStringList{u"Piep.wav"_s});
+}
+
+/// The phones of families 11 to 13 would take the name for one in the root.
+void FileSystemPanel::nothingIsDoneInAnUnknownFolder()
+{
+    Panel made(u"Sounds"_s, {}, u"S820"_s);
+    made.select({u"FIL_Piep.wav"_s});
+    made.port.handset().setFaults({.refuseAt = 1});
+    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
+                u"ReCode: 403 Forbidden - operation is understood but refused"_s);
+    made.enter(u"CDU_"_s);
+    QCOMPARE(made.shown(), u"ROT_ CDU_"_s);
+    const QString unknown = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                            obex::GetFriedlyErrMsg(obex::FolderUnknown);
+    made.expect(unknown);
+    made.press("open");
+    made.press("del"); // nothing is selected that could go
+    made.press("save");
+    QTest::keyClick(&child<QMenu>(made.panel, "mnuFFSsave"), Qt::Key_Escape);
+    QCOMPARE(made.port.handset().phone().faults.requests, 1);
+    made.enter(u"ROT_"_s);
+    QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
+}
+
+/// First chunk and two whole further ones: the count of frames looks like an upload that ended early.
+void FileSystemPanel::theListingDecidesAboutAnEarlyEnd()
+{
+    for (const bool isCutOff : {false, true}) {
+        Panel made(u"Pictures"_s, {.maxPacket = 300});
+        const QString path = made.test.makeFile(u"Eis.png"_s, QByteArray(252 + 2 * 294, 'e'));
+        for (const bool replaces : {false, true}) {
+            made.test.dialogs.expectOpenFile(
+                {.title = u"Datei auf zum Telefon übertragen"_s,
+                 .folder = app::GetLastInitDir(made.test.context, u"UploadToPhone"_s)},
+                path);
+            if (replaces)
+                made.ask(u"Die Datei \"Eis.png\" befindet sich bereits auf dem Mobiltelefon.\nDatei "
+                         u"überschreiben?"_s,
+                         Answer::Yes);
+            made.port.handset().setFaults({.earlySuccess = isCutOff && replaces});
+            made.test.dialogs.expectStart(
+                u"Das Telefon hat behauptet, bereits die komplette Datei \"Eis.png\" erhalten zu haben"_s);
+            if (isCutOff && replaces) // the old file, in as many frames, can't come back either
+                made.test.dialogs.expectStart(u"Die Datei \"Eis.png\" wurde nicht ersetzt, das Telefon "
+                                              u"enthält vielleicht einen Teil davon. "
+                                              "Eine Kopie der bisherigen Datei liegt hier:"_s);
+            else
+                made.test.dialogs.expect(
+                    {.text =
+                         u"Die Datei \"Eis.png\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
+                     .icon = Icon::Information});
+            made.press("open");
+        }
+    }
 }
 
 QTEST_MAIN(FileSystemPanel)

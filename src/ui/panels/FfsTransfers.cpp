@@ -67,8 +67,10 @@ void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& o
              Icon::Information);
     } else if (outcome.isOldLost) {
         tell(mmc,
-             u"Die Datei \"%1\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei liegt hier:\n%2"_s.arg(
-                 name, QDir::toNativeSeparators(outcome.savedIn)),
+             u"Die Datei \"%1\" wurde nicht ersetzt%2. Eine Kopie der bisherigen Datei liegt hier:\n%3"_s.arg(
+                 name,
+                 outcome.mayHoldPart ? u", das Telefon enthält vielleicht einen Teil davon"_s : QString(),
+                 QDir::toNativeSeparators(outcome.savedIn)),
              Icon::Exclamation);
     } else if (outcome.cause == Cause::Mismatch && outcome.savedIn.isEmpty() && file.replaced) {
         tell(mmc,
