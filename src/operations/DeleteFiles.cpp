@@ -31,6 +31,7 @@ private:
     void askAboutUnsaved();
     bool record();
     void deleteOne(size_t index);
+    bool takeBackForce(const FileToDelete& file, const obex::tObxDirEntry& entry);
     void verify();
     void finish();
     bool isLeftOut(size_t index) const;
@@ -67,23 +68,28 @@ void Deleter::saveAll()
         if (state)
             m_states.push_back(*state);
         else
-            hasFailed = m_policy.stopsAtFailure && m_results[index].cause != Cause::PhoneRefused;
+            hasFailed = m_policy.stopsAtFailure && (file.entry->userPerm & obex::MayRead) != 0;
     }
     askAboutUnsaved();
 }
 
 void Deleter::askAboutUnsaved()
 {
-    const auto isUnsaved = [](const FileOutcome& result) { return result.cause == Cause::PhoneRefused; };
+    const auto isUnreadable = [&](size_t index) {
+        return m_results[index].cause == Cause::PhoneRefused &&
+               (m_files[index].entry->userPerm & obex::MayRead) == 0;
+    };
     QStringList names;
     for (size_t index = 0; index < m_files.size(); ++index) {
-        if (isUnsaved(m_results[index]))
+        if (isUnreadable(index))
             names.append(m_files[index].path.name());
     }
     const bool mayLose = !names.isEmpty() && m_events.mayLose && m_events.mayLose(names);
-    for (FileOutcome& result : m_results) {
-        if (isUnsaved(result))
-            result.cause = mayLose ? Cause::None : Cause::NotSaved;
+    for (size_t index = 0; index < m_files.size(); ++index) {
+        if (isUnreadable(index) && mayLose)
+            m_results[index].cause = Cause::None;
+        else if (m_results[index].cause == Cause::PhoneRefused || m_results[index].cause == Cause::Mismatch)
+            m_results[index].cause = Cause::NotSaved;
     }
 }
 
@@ -110,14 +116,26 @@ void Deleter::deleteOne(size_t index)
         return;
     }
     m_access.blame(result);
-    if (!m_access.client().wasLastSent() || result.cause == Cause::PhoneRefused)
+    const bool isCertain = !m_access.client().wasLastSent() || result.cause == Cause::PhoneRefused;
+    if (isCertain && !m_policy.force)
         return;
     const auto listing = m_access.look(file.path.folder());
-    if (!listing) {
+    const obex::tObxDirEntry* entry = listing ? findEntry(*listing, file.path.name()) : nullptr;
+    if (!listing)
         result.state = State::Unknown;
-    } else if (!findEntry(*listing, file.path.name())) {
+    else if (!entry)
         result = {.state = State::Done, .isVerified = true};
-    }
+    else if (!takeBackForce(file, *entry))
+        result.state = State::Unknown;
+}
+
+/// Gives a file that could not be deleted the rights back that force has changed.
+bool Deleter::takeBackForce(const FileToDelete& file, const obex::tObxDirEntry& entry)
+{
+    const obex::clsMmc::Quiet quiet(m_access.client());
+    const FileState before{
+        .path = file.path, .userPerm = file.entry->userPerm, .groupPerm = file.entry->groupPerm};
+    return restoreRights(m_access, before, entry);
 }
 
 /// A look into each folder: what the phone has confirmed must not be there any more.

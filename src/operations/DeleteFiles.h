@@ -27,8 +27,8 @@ struct DeleteEvents
     std::function<void(const FileToDelete&)> saving = {}; ///< its bytes are read for the record
     std::function<void(const FileToDelete&)> deleting = {};
     std::function<void(const FileToDelete&, const FileOutcome&)> finished = {};
-    /// Asks about files whose bytes the phone does not give: returns true if they may be deleted without a
-    /// record of them.
+    /// Asks about files that the phone does not allow to read: returns true if they may be deleted without a
+    /// record of their bytes.
     std::function<bool(const QStringList& names)> mayLose = {};
 };
 

@@ -104,6 +104,14 @@ QString rightsText(int permissions)
     return text;
 }
 
+bool restoreRights(FileAccess& access, const FileState& wanted, const tObxDirEntry& entry)
+{
+    if (entry.userPerm == wanted.userPerm && entry.groupPerm == wanted.groupPerm)
+        return true;
+    return access.client().SetAttrib(entry.name, rightsText(wanted.groupPerm), rightsText(wanted.userPerm),
+                                     false);
+}
+
 std::optional<FileState> readState(FileAccess& access, const PhonePath& path, const tObxDirEntry* entry,
                                    FileOutcome& outcome)
 {

@@ -28,6 +28,10 @@ struct FileState
 /// Permissions as a request has them: "RWD".
 QString rightsText(int permissions);
 
+/// Gives a file or folder of the current folder the rights that it had, if it has others. False has been
+/// reported by the client.
+bool restoreRights(FileAccess& access, const FileState& wanted, const obex::tObxDirEntry& entry);
+
 /// State of a place by its entry in the listing of its folder, null where the phone has none. Reads the
 /// file's bytes. Nothing if they can't be read, or if fewer or more came than the phone lists; the former has
 /// been reported by the client, and the reason is in `outcome`.

@@ -135,14 +135,6 @@ bool enterOrMake(FileAccess& access, const PhonePath& folder)
     return access.client().CdRoot() && access.client().Cd(folder.forEngine(), true);
 }
 
-bool setRights(FileAccess& access, const FileState& wanted, const tObxDirEntry& entry)
-{
-    if (entry.userPerm == wanted.userPerm && entry.groupPerm == wanted.groupPerm)
-        return true;
-    return access.client().SetAttrib(entry.name, rightsText(wanted.groupPerm), rightsText(wanted.userPerm),
-                                     false);
-}
-
 bool hasRights(FileAccess& access, const FileState& wanted)
 {
     const auto listing = access.look(wanted.path.folder());
@@ -174,7 +166,7 @@ bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outco
     if (!entry || !showsWhole(*listing, name, wanted.bytes.size()))
         return false;
     outcome.isOldLost = false;
-    return setRights(access, wanted, *entry) && hasRights(access, wanted);
+    return restoreRights(access, wanted, *entry) && hasRights(access, wanted);
 }
 
 bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)

@@ -232,6 +232,8 @@ void Sender::bringBack(size_t index)
     result.mayHoldPart = !listing || findEntry(*listing, name);
     if (!listing || !showsWhole(*listing, name, old.bytes.size()))
         return;
+    if (!restoreRights(m_access, old, *findEntry(*listing, name)))
+        return;
     result.isOldLost = false;
     result.mayHoldPart = false;
     result.state = State::Unchanged;

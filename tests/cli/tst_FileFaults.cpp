@@ -1,0 +1,200 @@
+// Changes to files with a fault at every request: what the phone holds, what kalmoctl says and what the
+// record keeps agree, and undo brings the first state back.
+
+#include "Shell.h"
+#include "support/SmallDisk.h"
+
+#include <QJsonArray>
+#include <QTest>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::cli;
+using namespace kalmo::tests;
+using handset::Faults;
+
+namespace {
+
+using Tree = std::map<QString, QString>; // by lower-case path, content with rights and time
+
+void addTo(Tree& tree, const handset::FileNode& folder, const QString& path)
+{
+    for (const auto& node : folder.children) {
+        const QString place = path + u'/' + node->name.toLower();
+        const QString content = node->isFolder ? u"folder"_s : QString::fromLatin1(node->content.toHex());
+        const QString time = node->isFolder ? QString() : node->modified.toString(Qt::ISODate);
+        tree[place] = content + u' ' + node->user + u'/' + node->group + u' ' + time;
+        addTo(tree, *node, place);
+    }
+}
+
+Tree treeOf(const Handset& handset)
+{
+    Tree tree;
+    addTo(tree, const_cast<Handset&>(handset).port.handset().phone().files.root(), {});
+    return tree;
+}
+
+QString at(const Tree& tree, const QString& path)
+{
+    const auto found = tree.find(path.toLower());
+    return found == tree.end() ? u"-"_s : found->second.section(u' ', 0, 1);
+}
+
+std::unique_ptr<Handset> makeHandset(const QString& model)
+{
+    auto handset = std::make_unique<Handset>(handset::Options{.model = model, .maxPacket = 1000});
+    handset->file(u"Liesmich.txt"_s, QByteArray(2500, 'n'));
+    handset->file(u"neu.txt"_s, QByteArray(1500, 'n'));
+    return handset;
+}
+
+/// The places that a result is about, with the state that it says of them.
+std::map<QString, QString> statesIn(const QString& printed)
+{
+    std::map<QString, QString> states;
+    const QJsonDocument document = QJsonDocument::fromJson(printed.toUtf8());
+    const QJsonArray items = document.isArray() ? document.array() : QJsonArray{document.object()};
+    for (const QJsonValue& item : items) {
+        for (const QString& key : {u"path"_s, u"from"_s, u"to"_s}) {
+            if (item.toObject().contains(key))
+                states[item[key].toString()] = item[u"state"_s].toString();
+        }
+    }
+    return states;
+}
+
+} // namespace
+
+class tst_FileFaults : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anyFaultAtAnyRequest_data();
+    void anyFaultAtAnyRequest();
+    void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
+    void aFullDiskChangesNothing();
+    void aSilentPhoneCostsItsTimeoutOnce();
+
+private:
+    void check(const QString& model, const QString& line, const Faults& faults, const Tree& before,
+               const Tree& wanted, const QByteArray& why);
+};
+
+void tst_FileFaults::anyFaultAtAnyRequest_data()
+{
+    QTest::addColumn<QString>("line");
+    for (const char* line : {"put neu.txt --to Sounds", "put Liesmich.txt", "rm Liesmich.txt Sounds/Piep.wav",
+                             "rm --force Sounds/Gong.mid", "mkdir Pictures/a/b", "mv Liesmich.txt Sounds/",
+                             "attr Sounds/Gong.mid rw"})
+        QTest::newRow(line) << u"files "_s + QString::fromLatin1(line);
+}
+
+void tst_FileFaults::anyFaultAtAnyRequest()
+{
+    QFETCH(QString, line);
+    const std::pair<const char*, std::function<void(Faults&, int)>> kinds[] = {
+        {"refusal", [](Faults& faults, int request) { faults.refuseAt = request; }},
+        {"silence", [](Faults& faults, int request) { faults.silentFrom = request; }},
+        {"late answer",
+         [](Faults& faults, int request) {
+             faults.lateRequestAt = request;
+             faults.lateBy = 25.2;
+         }},
+        {"line gone", [](Faults& faults, int request) { faults.hangUpAfter = 400 * request; }},
+    };
+    for (const QString& model : {u"S68H"_s, u"S820"_s}) {
+        const auto calm = makeHandset(model);
+        const Tree before = treeOf(*calm);
+        calm->port.handset().setFaults({});
+        QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
+        const Tree wanted = treeOf(*calm);
+        QVERIFY(wanted != before);
+        const int requests = calm->port.handset().phone().faults.requests;
+        for (const Tree& state : {before, wanted}) { // there and back again
+            QCOMPARE((*calm)(u"--json --yes undo"_s), ExitDone);
+            QVERIFY2(treeOf(*calm) == state, qPrintable(calm->printed));
+        }
+        QCOMPARE(calm->port.handset().violations(), QStringList());
+        for (const auto& [kind, set] : kinds) {
+            if (model != u"S68H"_s && kind != kinds[0].first)
+                continue; // its names have another form, all else is the same
+            for (int request = 1; request <= requests; ++request) {
+                Faults faults;
+                set(faults, request);
+                const QByteArray why =
+                    kind + QByteArray(" at ") + QByteArray::number(request) + ", " + model.toUtf8() + ": ";
+                check(model, line, faults, before, wanted, why);
+                if (QTest::currentTestFailed())
+                    return;
+            }
+        }
+    }
+}
+
+void tst_FileFaults::check(const QString& model, const QString& line, const Faults& faults,
+                           const Tree& before, const Tree& wanted, const QByteArray& why)
+{
+    const auto handset = makeHandset(model);
+    handset->port.handset().setFaults(faults);
+    const ExitStatus status = (*handset)(u"--json --yes "_s + line);
+    const Tree now = treeOf(*handset);
+    const QByteArray said = why + handset->printed.toUtf8() + handset->told.toUtf8();
+    bool isAllDone = true;
+    for (const auto& [path, state] : statesIn(handset->printed)) {
+        isAllDone = isAllDone && state == u"done"_s;
+        if (state == u"done"_s)
+            QVERIFY2(at(now, path) == at(wanted, path), said.constData());
+        else if (state == u"unchanged"_s)
+            QVERIFY2(at(now, path) == at(before, path), said.constData());
+        else
+            QVERIFY2(state == u"unknown"_s, said.constData());
+    }
+    const bool hasResult = !statesIn(handset->printed).empty();
+    QVERIFY2(status != ExitDone || (hasResult && isAllDone), said.constData());
+    QVERIFY2(status == ExitDone || !handset->told.isEmpty(), said.constData());
+    if (now == before)
+        return;
+    handset->port.handset().setFaults({});
+    QVERIFY2((*handset)(u"--json --yes undo"_s) == ExitDone, (said + handset->told.toUtf8()).constData());
+    const Tree back = treeOf(*handset);
+    QVERIFY2(back == before, (said + "undo: " + handset->printed.toUtf8()).constData());
+}
+
+void tst_FileFaults::aFullDiskChangesNothing()
+{
+    QFETCH(QString, line);
+    const auto handset = makeHandset(u"S68H"_s);
+    const Tree before = treeOf(*handset);
+    {
+        const SmallDisk disk(200); // less than the least record
+        QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
+    }
+    for (const auto& [path, state] : statesIn(handset->printed))
+        QCOMPARE(path + u' ' + state, path + u" unchanged"_s);
+    QVERIFY2(handset->told.contains(u"could not be saved first"_s), qPrintable(handset->told));
+    QVERIFY(treeOf(*handset) == before);
+}
+
+void tst_FileFaults::aSilentPhoneCostsItsTimeoutOnce()
+{
+    const auto secondsOf = [](const QString& line) {
+        const auto handset = makeHandset(u"S68H"_s);
+        handset->port.handset().setFaults({.silentFrom = 4}); // the first file's content
+        const double before = handset->test.clock.elapsed();
+        (*handset)(u"--json --yes "_s + line);
+        return handset->test.clock.elapsed() - before;
+    };
+    for (const QString& command : {u"files get "_s, u"files rm "_s}) {
+        const double one = secondsOf(command + u"Sounds/Piep.wav"_s);
+        const double four =
+            secondsOf(command + u"Sounds/Piep.wav Sounds/Gong.mid Sounds/Tonleiter.mid Sounds/x"_s);
+        QVERIFY2(one > 25 && four < one + 6, qPrintable(u"%1 and %2"_s.arg(one).arg(four)));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_FileFaults)
+#include "tst_FileFaults.moc"
