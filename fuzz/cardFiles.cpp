@@ -1,3 +1,5 @@
+// Fuzzes files of cards.
+
 #include "fuzz/Targets.h"
 
 #include "transfer/import/Preview.h"

@@ -1,3 +1,5 @@
+// Fuzzes text files of an import.
+
 #include "fuzz/Targets.h"
 
 #include "transfer/import/Preview.h"

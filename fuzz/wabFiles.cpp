@@ -1,3 +1,5 @@
+// Fuzzes Windows Address Books.
+
 #include "fuzz/Targets.h"
 
 #include "transfer/import/WabFile.h"

@@ -16,11 +16,11 @@ public:
     ~BatchProgress() override { m_out.progress({}); }
     Q_DISABLE_COPY_MOVE(BatchProgress)
 
-    /// So many files are to be transferred, with so many bytes together.
+    /// A batch of so many files with so many bytes together.
     void expect(qsizetype count, qint64 total);
-    /// Begins with a file of so many bytes; the one before counts as passed, whatever came of it.
+    /// Begins a file of so many bytes. The file before it counts as done, even if it failed.
     void next(const QString& name, qint64 size);
-    /// So many bytes of the file are there.
+    /// Reports the bytes of the file that have been transferred.
     void setBytes(qint64 bytes);
 
     int Value() const override { return m_value; }

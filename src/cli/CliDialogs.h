@@ -5,8 +5,8 @@
 
 namespace kalmo::cli {
 
-/// What the engine tells and asks, on a terminal: messages on standard error, questions as prompts. A message
-/// without an English text comes out as it is.
+/// Shows the engine's messages and questions on a terminal: messages on standard error, questions as prompts.
+/// A message without an English text is shown in German.
 class CliDialogs final : public toolkit::Dialogs
 {
 public:

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 struct Job;
 
-/// How the program ends.
+/// Exit status of the program.
 enum ExitStatus {
     ExitDone = 0,
     ExitFailed = 1,   ///< the phone or the line failed, or a file could not be written
@@ -19,7 +19,7 @@ enum ExitStatus {
     ExitRefused = 4,  ///< the user said no, or interrupted
 };
 
-/// What `--help` and the manual say of an exit status.
+/// Meaning of an exit status, for `--help` and the manual.
 struct ExitMeaning
 {
     ExitStatus status;
@@ -27,7 +27,7 @@ struct ExitMeaning
 };
 const std::vector<ExitMeaning>& exitMeanings();
 
-/// How many words an argument stands for. Only the last argument of a command may be other than One.
+/// Number of words for an argument. Only the last argument of a command may be other than One.
 enum class Count { One, OneOrNone, OneOrMore };
 
 struct Argument

@@ -1,3 +1,5 @@
+// The table of all commands.
+
 #include "cli/Commands.h"
 #include "link/PhoneModels.h"
 

@@ -9,12 +9,12 @@ namespace kalmo::cli {
 using obex::endsInSlash;
 using obex::PhonePath;
 
-/// What is done while the phone is in its data mode. Its result has been shown, and what failed told.
+/// Work during the phone's data mode. It shows its own result and failures.
 using DataWork = std::function<ExitStatus(const std::shared_ptr<obex::clsMmc>& client)>;
 
-/// Has the work done, by a phone that has been found. Whatever comes of it, the phone is taken back to AT
-/// commands; if that can't be done it is told and fails the command. The work opens and closes the data
-/// channel itself.
+/// Runs the work with a phone that has been found, and takes the phone back to AT commands in any case. If
+/// that fails it reports the failure, and the command fails. The work opens and closes the data channel
+/// itself.
 ExitStatus withClient(Job& job, const DataWork& work);
 
 /// A change leaves a record, which is kept under the phone's serial number.
@@ -24,7 +24,7 @@ enum class Intent { Reads, Changes };
 /// system.
 ExitStatus withDataChannel(Job& job, Intent intent, const DataWork& work);
 
-/// How work ends that the phone or the user broke off; tells the latter.
+/// Exit status of work that failed or that the user interrupted. Reports an interruption.
 ExitStatus brokenOff(Job& job);
 
 } // namespace kalmo::cli

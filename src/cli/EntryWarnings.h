@@ -4,7 +4,7 @@
 
 namespace kalmo::cli {
 
-/// What a phone can't hold of an entry, each in a few words.
+/// Warnings about the parts of an entry that a phone can't hold.
 QStringList warningsAbout(const phonedata::ClassicEntry& entry, phonedata::Store store, int phoneType,
                           const phonedata::SoundList& sounds);
 

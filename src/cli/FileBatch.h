@@ -6,8 +6,8 @@
 
 namespace kalmo::cli {
 
-/// What comes of several files that are transferred one after the other: a failed one does not keep the rest
-/// from being tried.
+/// Results of several files that are transferred one after the other. After a failure the rest is tried all
+/// the same.
 class FileBatch
 {
 public:

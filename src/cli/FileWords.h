@@ -7,14 +7,14 @@
 
 namespace kalmo::cli {
 
-/// What is said about files of the phone after an operation.
+/// Words about files of the phone after an operation.
 
 /// Sentence, without its full stop, for a file that can't be dealt with as wanted. `shown` is its path in the
 /// phone, `local` its path here.
 QString obstacleText(operations::FileObstacle obstacle, const QString& shown, const QString& local = {});
 ExitStatus statusOf(operations::FileObstacle obstacle);
 
-/// Words behind "could not VERB OBJECT: ".
+/// Words after "could not VERB OBJECT: ".
 QString reasonText(operations::Cause cause);
 
 /// The same with what is known of the phone: `unknown` is the sentence for a change that may have happened,

@@ -91,7 +91,7 @@ std::optional<int> columnNamed(const QString& word, const QStringList& headings)
     return std::nullopt;
 }
 
-/// What the command line calls the fields of a contact: those of numbers have words of their own.
+/// Names of a contact's fields on the command line. Those of numbers differ from the engine's.
 std::optional<int> addressFieldNamed(const QString& word, FieldKind kind)
 {
     const auto choices = transfer::choicesOf(kind);

@@ -14,16 +14,16 @@ enum class SourceKind { Text, AddressBook };
 /// An option of the other form of phonebook, or of the other kind of source.
 QString faultOfOptions(const Invocation& invocation, transfer::Shape shape, SourceKind kind);
 
-/// What holds for every source: numbers, comparing, letters.
+/// Options for every source: numbers, comparing, letters.
 QString takeCommonOptions(const Invocation& invocation, transfer::ImportOptions& options);
 
-/// How a text file is opened.
+/// Options for a text file.
 transfer::TextRequest textRequest(const Invocation& invocation, QByteArrayView bytes);
 /// Columns, dates and heading of an opened file.
 QString takeTextOptions(const Invocation& invocation, transfer::Shape shape, const QStringList& headings,
                         transfer::TextOptions& options);
 
-/// How an address book becomes rows.
+/// Options for an address book.
 QString takeAddressOptions(const Invocation& invocation, transfer::Shape shape,
                            transfer::AddressOptions& options);
 

@@ -69,7 +69,7 @@ public:
     bool read();
 
     ImportWork work;
-    QString fault; ///< behind "could not import FILE: " unless it is one of the options
+    QString fault; ///< follows "could not import FILE: " unless it is one of the options
 
     bool isOptionFault = false;
 

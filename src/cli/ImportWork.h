@@ -17,11 +17,11 @@ struct ImportWork
     bool skipsTooLong = false;
 };
 
-/// Reads the file and the options. Nothing, with what is wrong told, for a bad file or option: the command
-/// then ends with ExitWrongUse.
+/// Reads the file and the options. Gives nothing, after it has reported the error, for a bad file or option.
+/// The command then ends with ExitWrongUse.
 std::optional<ImportWork> importWork(Job& job, const QString& path, transfer::Shape shape);
 
-/// What the options make of the file: checked rows are those to be imported.
+/// Applies the options to the file. The checked rows are to be imported.
 transfer::Preview makePreview(const ImportWork& work, const transfer::ExistingEntries& existing, QDate today,
                               const transfer::Advance& advance);
 

@@ -13,7 +13,7 @@ QString quoted(const QString& word)
     return u'"' + word + u'"';
 }
 
-/// Every option that there is, so that an option may stand ahead of the command that it belongs to.
+/// All options, so that an option may come before the command that it belongs to.
 std::vector<Option> allOptions()
 {
     std::vector<Option> options = globalOptions();
@@ -134,7 +134,7 @@ bool Parser::readOption(const QString& word)
     return true;
 }
 
-/// Whether the next word is an option rather than the value of the one before it.
+/// Returns true if the next word is an option rather than the value of the one before it.
 bool Parser::nextIsOption() const
 {
     return findOption(m_options, QStringView(m_words[m_next]).split(u'=').first()) != nullptr;
@@ -169,7 +169,7 @@ QString Parser::unknownCommand() const
     }
     if (m_positional.size() == 1 && !below.isEmpty())
         return u"%1 needs a second word: %2"_s.arg(quoted(m_positional.first()), below.join(u" or "_s));
-    // Words behind the command's own would only blur the likeness.
+    // Words after the command's own would only blur the likeness.
     QString text;
     for (qsizetype count = std::min<qsizetype>(m_positional.size(), 2); count > 0; --count) {
         const QString words = m_positional.first(count).join(u' ');

@@ -7,7 +7,7 @@
 
 namespace kalmo::cli {
 
-/// What the words behind the program's name ask for.
+/// The parsed words of the command line.
 struct Invocation
 {
     enum class Kind { Run, Help, Version, WrongUse };
@@ -33,8 +33,8 @@ struct Invocation
 /// A word in single quotes, for a shell.
 QString inShellQuotes(QString word);
 
-/// Understands the words against the table. Options may stand anywhere up to "--"; their values follow as the
-/// next word or behind "=".
+/// Parses the words by the table. Options may be anywhere up to "--". Their values follow as the next word or
+/// after "=".
 Invocation parseWords(const QStringList& words);
 
 } // namespace kalmo::cli

@@ -10,7 +10,7 @@
 
 namespace kalmo::cli {
 
-/// What a command works with.
+/// The services that a command works with.
 struct Job
 {
     const Invocation& invocation;
@@ -29,8 +29,8 @@ struct Job
     /// device.
     QString portName() const;
 
-    /// Whether the user has asked for an end, which is told then, together with what became of the phone. To
-    /// be looked at before each change and each further query.
+    /// Returns true if the user has asked for a stop, after it has reported that and the outcome. To be
+    /// called before each change and each further query.
     bool isInterrupted(const QString& outcome = u"nothing was changed"_s);
 };
 

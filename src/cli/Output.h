@@ -9,7 +9,7 @@
 
 namespace kalmo::cli {
 
-/// What the program prints: one result on standard output, all else on standard error.
+/// Prints one result on standard output, all else on standard error.
 class Output
 {
 public:
@@ -37,7 +37,7 @@ public:
     /// Whole lines for standard error that the user may do without.
     void note(const QString& text);
 
-    /// What went wrong, in one line or several. Puts the program's name before it.
+    /// Prints an error in one line or several, after the program's name.
     void error(const QString& text);
 
     /// A question or another piece of a line for standard error.
@@ -46,8 +46,8 @@ public:
     /// Shows a line of progress in place of the one before; an empty one takes it away.
     void progress(const QString& line);
 
-    /// Whether all that was meant for standard output got there. A reader that went away is no failure;
-    /// anything else has been told.
+    /// Returns true if the whole result reached standard output. A reader that went away is no failure. Any
+    /// other failure has been reported.
     bool isComplete() const { return m_complete; }
 
 private:

@@ -9,7 +9,7 @@ namespace kalmo::cli {
 
 namespace {
 
-/// Whether a file is there that the reading, which is empty, would be worse than.
+/// Returns true if a file is there that an empty reading must not replace.
 bool holdsMore(const QString& path, const Reading& reading)
 {
     QByteArray older;

@@ -4,7 +4,7 @@
 
 namespace kalmo::cli {
 
-/// What was read of the phone and goes into the file of `--output`.
+/// A reading of the phone for the file of `--output`.
 struct Reading
 {
     size_t count = 0;                       ///< entries
@@ -12,13 +12,13 @@ struct Reading
     std::function<QByteArray()> bytes = {}; ///< of the file
 };
 
-/// Whether the folder of `--output`, if the user wants a file, can take one. False has been told, before a
-/// phone is read in vain.
+/// Returns true if the folder of `--output` can take a file, or the user wants none. Reports the failure
+/// before a phone is read in vain.
 bool canSaveOutput(Job& job);
 
-/// Saves what was read in the file of `--output`, if the user wants one. An older file of that name stays
-/// where the reading is empty or doubtful: it may be the better copy. False has been told; so has an older
-/// file that stays for a doubt, which the caller tells too.
+/// Saves a reading in the file of `--output`, if the user wants one. If the reading is empty or doubtful an
+/// older file of that name stays, since it may be the better copy. Returns false after it has reported a
+/// failure. For a doubtful reading the caller reports the failure.
 bool saveOutput(Job& job, const Reading& reading);
 
 } // namespace kalmo::cli

@@ -77,7 +77,7 @@ QJsonObject rowJson(const PreviewRow& row, Shape shape)
     return object;
 }
 
-/// A remark behind a row of the table.
+/// A remark after a row of the table.
 QString remark(const PreviewRow& row, Shape shape)
 {
     if (row.exists)

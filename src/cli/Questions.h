@@ -6,19 +6,19 @@
 
 namespace kalmo::cli {
 
-/// Asks the user: on a terminal by a prompt; `--yes` answers every question; where neither is, nobody can
-/// answer, and that is told and taken for a no.
+/// Asks the user by a prompt on a terminal. `--yes` answers every question. Without both nobody can answer;
+/// that is reported and counts as no.
 class Questions
 {
 public:
-    /// Reads one line; nothing if there is no more. An empty function stands for no terminal.
+    /// Reads one line. Gives nothing if there is no more. An empty function means that there is no terminal.
     using Reader = std::function<std::optional<QString>()>;
 
     Questions(Output& out, bool yes, Reader reader);
 
-    /// Whether confirm() can end in a yes at all.
+    /// Returns true if confirm() can return true at all.
     bool canBeAnswered() const { return m_yes || m_reader; }
-    /// Whether somebody sits there.
+    /// Returns true if a user can answer at a terminal.
     bool someoneIsThere() const { return !m_yes && m_reader; }
 
     /// True for yes. What is no clear answer is asked again; the end of the input is a no.

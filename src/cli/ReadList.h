@@ -11,8 +11,8 @@ struct ListRead
     bool isDoubtful = false; ///< something may have been skipped or garbled, in the second reading too
 };
 
-/// Reads a store of the phone, with the handset's own melodies ahead of it where they name sounds, and all of
-/// it once more if the first reading is doubtful. Anything but ExitDone has been told.
+/// Reads a store of the phone. The handset's own melodies are read before it if they name sounds. A doubtful
+/// reading is repeated once. Reports each failure.
 ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);
 
 /// Reads a store of a phone that has been found, and shows or saves it.

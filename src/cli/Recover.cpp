@@ -14,7 +14,7 @@ namespace kalmo::cli {
 
 namespace {
 
-/// Rates without their signs, each once, the last one that a phone answered at ahead of all.
+/// Rates without their signs, each once, beginning with the one that a phone answered at last.
 QList<int> distinctRates(const Job& job)
 {
     QList<int> rates;

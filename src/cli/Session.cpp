@@ -38,7 +38,7 @@ ExitStatus Session::run()
     return finish(status);
 }
 
-/// Nothing that was to be written may lack without a word.
+/// Reports output that could not be written.
 ExitStatus Session::finish(ExitStatus status)
 {
     const bool isLogged = m_machine.log.fault().isEmpty();
@@ -59,7 +59,7 @@ bool Session::openStorage()
         m_out.error(u"could not make the storage folder %1."_s.arg(path));
         return false;
     }
-    // A folder that can't be made is told by whoever needs it: reading a phone needs none.
+    // If such a folder can't be made, the command that needs it reports that. Reading a phone needs none.
     for (const QString& name : {u"config/temp"_s, u"Backup"_s})
         app::EnsureDirExistsNoMsgBox(m_machine.context, QDir(path).filePath(name));
     return true;
@@ -74,7 +74,7 @@ bool Session::openLog()
                                        : m_machine.logTo(path));
 }
 
-/// Whether the command reads or writes that file.
+/// Returns true if the command reads or writes that file.
 bool Session::namesOtherFile(const QString& path) const
 {
     static const QStringList fileArguments{u"FILE"_s, u"IN"_s, u"OUT"_s};

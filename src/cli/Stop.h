@@ -9,7 +9,7 @@ namespace kalmo::cli {
 /// on a terminal that closing it may take its time.
 void catchStopSignals();
 
-/// Whether a stop was asked for. Read by the engine between two entries.
+/// True after a request to stop. The engine reads it between two entries.
 class StopBox final : public toolkit::CancelBox
 {
 public:

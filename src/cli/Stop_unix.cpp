@@ -1,3 +1,5 @@
+// Signals that ask for a stop, on Unix.
+
 #include "cli/Command.h"
 #include "cli/Stop.h"
 #include "cli/Terminal.h"

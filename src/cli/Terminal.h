@@ -21,7 +21,7 @@ QByteArray localeEncoding();
 /// Writes all of it; 0, or the system's error number.
 int writeTo(Stream stream, const QByteArray& bytes);
 
-/// Whether an error of writeTo() means that the reader has gone away.
+/// Returns true if an error of writeTo() means that the reader has gone away.
 bool isBrokenPipe(int error);
 
 /// One line from standard input without its end; nothing at its end or when a signal came.

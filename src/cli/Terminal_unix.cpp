@@ -1,3 +1,5 @@
+// The terminal on Unix.
+
 #include "cli/Terminal.h"
 
 #include <cerrno>

@@ -1,3 +1,5 @@
+// The commands about area codes.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/Tables.h"

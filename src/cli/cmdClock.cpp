@@ -1,3 +1,5 @@
+// The command clock set.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/Tables.h"

@@ -38,7 +38,7 @@ ExitStatus withFiles(Job& job, Intent intent, const QString& phase,
     });
 }
 
-/// How a command ends that the phone or the user broke off before anything was changed.
+/// Exit status of a command that failed or was interrupted before anything was changed.
 ExitStatus undone(Job& job, const QString& error)
 {
     job.progress.clear();

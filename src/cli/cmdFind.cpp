@@ -1,3 +1,5 @@
+// The command find.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/Tables.h"

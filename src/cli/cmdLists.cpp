@@ -1,3 +1,5 @@
+// The commands that read and write lists.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/OutputFile.h"

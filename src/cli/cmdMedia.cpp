@@ -21,7 +21,7 @@ struct Road
     QString target;
 };
 
-/// What the user may change yet: an OUT that is there. Anything but ExitDone has been told.
+/// Checks an existing OUT, which the user may keep. Reports each failure.
 ExitStatus check(Job& job, const Road& road)
 {
     const QFileInfo target(road.target);

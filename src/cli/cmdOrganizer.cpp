@@ -19,7 +19,7 @@ namespace kalmo::cli {
 
 namespace {
 
-/// What a phone says of an item in one line of it, under that name.
+/// A line of an item, by its name.
 struct ItemField
 {
     QStringView key; ///< in JSON
@@ -66,7 +66,7 @@ ExitStatus readBytes(Job& job, const Organizer& organizer, QByteArray& bytes)
     });
 }
 
-/// Value of a line: what stands behind the colon, decoded if what stands before it says that it is encoded.
+/// Value of a line: the text after the colon, decoded if the part before it declares an encoding.
 QString valueOf(QStringView line)
 {
     const qsizetype colon = line.indexOf(u':');

@@ -1,3 +1,5 @@
+// The command ports.
+
 #include "cli/Commands.h"
 #include "cli/Job.h"
 #include "cli/Tables.h"

@@ -1,4 +1,4 @@
-// What an import would bring, without a phone.
+// The command that shows the result of an import without a phone.
 
 #include "cli/Commands.h"
 #include "cli/ImportWork.h"
@@ -12,7 +12,8 @@ using transfer::Shape;
 
 namespace {
 
-/// The list to compare with, empty if no file is named for it. Nothing for a bad one, which is told.
+/// The list to compare with, empty if no file is named for it. Gives nothing for a bad file, after it has
+/// reported that.
 std::optional<transfer::ExistingEntries> listToCompare(Job& job, Shape shape)
 {
     if (!job.invocation.has(u"--against"_s))

@@ -1,3 +1,5 @@
+// The commands about ringtones.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/Suggestion.h"

@@ -1,3 +1,5 @@
+// The command status.
+
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
 #include "cli/Tables.h"
@@ -12,7 +14,7 @@ namespace kalmo::cli {
 
 namespace {
 
-/// What the panel of the window shows; nothing where the family has none, or did not answer.
+/// The content of the window's status panel. A field is empty if the family has none, or did not answer.
 struct Status
 {
     QString manufacturer;

@@ -169,7 +169,7 @@ QJsonValue UndoCommand::json(const Outcome& outcome) const
     };
 }
 
-/// The record that the user names, or the latest. Without one the reason has been told.
+/// The record that the user names, or the latest. Reports the reason if there is none.
 std::optional<Record> findRecord(Job& job, const Records& records, ExitStatus& status)
 {
     const QString id = job.invocation.arguments.value(0);

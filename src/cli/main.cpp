@@ -1,3 +1,5 @@
+// The program kalmoctl.
+
 #include "app/Version.h"
 #include "cli/Help.h"
 #include "cli/Session.h"
