@@ -77,6 +77,9 @@ public:
 
     RxFailure lastFailure() const { return m_failure; }
 
+    /// Returns true if the last request got no answer, of whichever kind it was.
+    bool isSilent() const { return m_dirty || m_failure == RxFailure::Silent; }
+
     /// Number of times that the last Rx sent its command again. The phone may have carried out a repeated
     /// command twice.
     int repeats() const { return m_repeats; }

@@ -6,10 +6,12 @@
 #include "phonedata/ClassicCommands.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
+#include "ui/forms/frmWelcome.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QScreen>
 #include <QTimer>
 
@@ -61,17 +63,24 @@ StartFlow::~StartFlow()
     m_program.context.ending.setLastWork(nullptr);
 }
 
-void StartFlow::begin()
+void StartFlow::showSplash()
 {
     m_start = std::make_unique<frmStart>();
     connect(m_start.get(), &frmStart::closedByUser, this, &StartFlow::endByUser);
     m_start->present();
+}
+
+void StartFlow::begin()
+{
+    showSplash();
     QTimer::singleShot(0, this, &StartFlow::runSequence);
 }
 
 void StartFlow::runSequence()
 {
-    if (app::runStartSequence(m_program.context, *this, m_startArguments) == app::StartOutcome::Search)
+    const bool isDemo = m_demo.isRunning(); // whose user has not seen the settings, and need not
+    if (app::runStartSequence(m_program.context, *this, m_startArguments) == app::StartOutcome::Search ||
+        isDemo)
         runSearch();
 }
 
@@ -129,6 +138,7 @@ void StartFlow::showMainWindow()
         m_main = std::make_unique<frmPB>(m_program, std::make_shared<obex::clsMmc>(m_program.line));
         m_mainPhone = phoneOf(m_program.context.sy);
         connect(m_main.get(), &frmPB::settingsRequested, this, &StartFlow::openSettings);
+        connect(m_main.get(), &frmPB::searchRequested, this, &StartFlow::searchAgain);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
     m_main->show();
@@ -138,6 +148,13 @@ void StartFlow::openSettings()
 {
     m_main->hide();
     m_settings->present(true);
+}
+
+/// Where the search ends without a phone the settings follow, and from there the window can be had again.
+void StartFlow::searchAgain()
+{
+    m_program.line.ClosePort();
+    begin();
 }
 
 void StartFlow::onSaved(bool otherPort)
@@ -214,6 +231,39 @@ void StartFlow::showSettings()
 {
     m_start->hide();
     m_settings->present(false);
+    if (app::get(m_program.context.settings, app::keys::Version) == app::noValue())
+        welcome();
+}
+
+/// A newcomer finds a phone here, or goes on to the settings below.
+void StartFlow::welcome()
+{
+    m_welcome = std::make_unique<frmWelcome>(m_program, m_settings.get());
+    connect(m_welcome.get(), &frmWelcome::portChosen, this, [this](int number) {
+        m_welcome->hide();
+        m_settings->usePort(number);
+    });
+    connect(m_welcome.get(), &frmWelcome::demoWanted, this, &StartFlow::startDemo);
+    m_welcome->open();
+}
+
+void StartFlow::startDemo()
+{
+    app::Context& context = m_program.context;
+    const QString link = QDir(context.sy.Paths.Storage).filePath(u"config/handset"_s);
+    QString error;
+    if (!m_demo.start(context.sy.Paths.Exe, link, error)) {
+        context.dialogs.Show(
+            {.text = u"Das nachgebildete Telefon konnte nicht gestartet werden: %1"_s.arg(error),
+             .icon = toolkit::Icon::Exclamation});
+        return;
+    }
+    m_welcome->hide();
+    context.sy.ComNoForThisRun = m_program.ports.numberForThisRun(link);
+    m_program.ports.useDevice(context.sy.ComNoForThisRun, link);
+    m_settings->hide(); // the user has not confirmed them, and is welcomed again by the next start
+    showSplash();
+    QTimer::singleShot(0, this, &StartFlow::runSearch);
 }
 
 } // namespace kalmo::ui

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/StartSequence.h"
+#include "ui/DemoHandset.h"
 #include "ui/Program.h"
 
 #include <QObject>
@@ -12,6 +13,7 @@ namespace kalmo::ui {
 class frmEinstellungen;
 class frmPB;
 class frmStart;
+class frmWelcome;
 
 /// Controls the sequence of windows: splash with start sequence and search, settings, main window, and from
 /// the settings back to the splash.
@@ -34,12 +36,16 @@ public:
     void showSettings() override;
 
 private:
+    void showSplash();
     void runSequence();
+    void welcome();
+    void startDemo();
     void runSearch();
     void takeLineBack();
     bool dropsOtherWindow();
     void showMainWindow();
     void openSettings();
+    void searchAgain();
     void onSaved(bool otherPort);
     void onCancelled();
     bool mayLeavePhone(bool otherPort);
@@ -49,7 +55,9 @@ private:
     QString m_startArguments;
     std::unique_ptr<frmStart> m_start;
     std::unique_ptr<frmEinstellungen> m_settings;
+    std::unique_ptr<frmWelcome> m_welcome;
     std::unique_ptr<frmPB> m_main;
+    DemoHandset m_demo;
     bool m_wasInterrupted = false; // the last run left a phone in its data mode
     QString m_mainPhone;           // the phone that the main window was made for
 };

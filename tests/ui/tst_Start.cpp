@@ -5,6 +5,7 @@
 #include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
+#include "ui/forms/frmWelcome.h"
 #include "ui/lists/RowsView.h"
 #include "ui/StartFlow.h"
 #include "ui/TestProgram.h"
@@ -17,6 +18,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTreeWidget>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -69,6 +71,7 @@ private Q_SLOTS:
     void goesFromTheFirstStartToTheMainWindowAndBack();
     void keepsTheMainWindowForTheSamePhoneOnly();
     void losesNoListThatWaitsToBeWritten();
+    void newcomerFindsThePhone();
     void stopsTheSearchByKey();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
@@ -189,6 +192,37 @@ void tst_Start::losesNoListThatWaitsToBeWritten()
     QVERIFY_THROWS_EXCEPTION(ProgramEnded, run.test.ending.EndProgram());
     QCOMPARE(TestContext::contentOf(file).count("\r\n"),
              static_cast<qsizetype>(child<ui::RowsView>(*window, "lvwTB").rows()->count()));
+}
+
+/// At the first start every port is looked at, and the phone that was found is connected by one click.
+void tst_Start::newcomerFindsThePhone()
+{
+    struct OneDevice : link::DeviceList
+    {
+        QList<link::SerialDevice> devices() override
+        {
+            return {{u"/dev/ttyUSB7"_s, {}, u"Datenkabel"_s, {}, {}}};
+        }
+    } oneDevice;
+    Run run;
+    link::PortTable ports{run.test.settings, oneDevice};
+    ui::Program program{run.test.context, run.line, run.desktop, ports, run.memory};
+    ui::StartFlow flow(program, {});
+    flow.begin();
+    auto* welcome = run.waitFor<ui::frmWelcome>();
+    QVERIFY(welcome);
+    auto& connectButton = child<QPushButton>(*welcome, "cmdConnect");
+    QVERIFY(!connectButton.isEnabled());
+    QTest::keyClick(&child<QPushButton>(*welcome, "cmdSearch"), Qt::Key_Space);
+    const auto& found = child<QTreeWidget>(*welcome, "lvwFound");
+    QCOMPARE(found.topLevelItemCount(), 1);
+    QCOMPARE(found.topLevelItem(0)->text(1), u"Datenkabel"_s);
+    QCOMPARE(found.topLevelItem(0)->text(2), u"OTHER"_s);
+    QVERIFY(!run.port.IsOpen());
+    QTest::mouseClick(&connectButton, Qt::LeftButton);
+    QVERIFY(run.waitFor<ui::frmPB>() && !shown<ui::frmWelcome>() && !shown<ui::frmEinstellungen>());
+    QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew),
+             found.topLevelItem(0)->data(0, Qt::UserRole).toInt());
 }
 
 void tst_Start::stopsTheSearchByKey()

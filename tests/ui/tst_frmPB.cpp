@@ -20,6 +20,7 @@
 #include <QSignalSpy>
 #include <QStackedLayout>
 #include <QTest>
+#include <QToolButton>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -110,6 +111,7 @@ private Q_SLOTS:
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
     void filesComeBackBehindCommands();
+    void connectionIsShown();
     void secretWordsAreHeard();
     void ringtonesAreSet();
     void focusGoesDownwards();
@@ -386,6 +388,27 @@ void frmPBTest::filesComeBackBehindCommands()
     open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
     QVERIFY(open.port.handset().isInDataMode());
+}
+
+/// The status bar says which phone is there, and offers a search where it is not.
+void frmPBTest::connectionIsShown()
+{
+    OpenWindow open(u"SL450HX"_s);
+    open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
+    open.window.goTo(u"DIV"_s);
+    const auto& text = child<QLabel>(open.window, "lblConnection");
+    auto& search = child<QToolButton>(open.window, "cmdReconnect");
+    QCOMPARE(text.text(), u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
+    QVERIFY(search.isHidden());
+    open.port.Close();
+    open.test.dialogs.expect({.text = u"Es ist ein Übertragungsfehler aufgetreten. ... Fehlercode: AT+CGMI"_s,
+                              .icon = Icon::Exclamation});
+    open.window.goTo(u"DIV"_s);
+    QVERIFY(text.text().endsWith(u"getrennt"_s));
+    const QSignalSpy wanted(&open.window, &ui::frmPB::searchRequested);
+    QTest::mouseClick(&search, Qt::LeftButton);
+    QCOMPARE(wanted.size(), 1);
+    QVERIFY(!open.window.isVisible());
 }
 
 void frmPBTest::secretWordsAreHeard()

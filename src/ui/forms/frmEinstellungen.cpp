@@ -253,6 +253,12 @@ void frmEinstellungen::present(bool withWayBack)
     cmbCom->setFocus();
 }
 
+void frmEinstellungen::usePort(int number)
+{
+    selectPort(number);
+    save();
+}
+
 void frmEinstellungen::RebuildCmbCom()
 {
     const int chosen = link::portItemNumber(cmbCom->currentText());

@@ -29,6 +29,9 @@ public:
     /// Shows the form. Without a way back the user has to save, and closing the form ends the program.
     void present(bool withWayBack);
 
+    /// Chooses a port and saves the settings, as the user would.
+    void usePort(int number);
+
     /// Sets a question that is asked before anything is saved, with the argument of saved(). If it returns
     /// false nothing is saved.
     void setLeaveQuestion(std::function<bool(bool otherPort)> mayLeave) { m_mayLeave = std::move(mayLeave); }

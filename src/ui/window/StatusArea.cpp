@@ -1,5 +1,7 @@
 #include "ui/window/StatusArea.h"
 
+#include "ui/window/ConnectionLight.h"
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -8,9 +10,9 @@ namespace {
 constexpr int barWidth = 220;
 }
 
-StatusArea::StatusArea(QWidget* parent)
+StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     : QStatusBar(parent), m_text(new StatusLabel(this)), m_bar(new ProgressStrip(this)),
-      m_cancel(new CancelCheck(this))
+      m_cancel(new CancelCheck(this)), m_connection(new ConnectionLight(line, this))
 {
     setObjectName(u"sta"_s);
     setAccessibleName(u"Statusleiste"_s);
@@ -23,6 +25,8 @@ StatusArea::StatusArea(QWidget* parent)
     addWidget(m_text, 1);
     addPermanentWidget(m_bar);
     addPermanentWidget(m_cancel);
+    addPermanentWidget(m_connection);
+    connect(m_connection, &ConnectionLight::searchWanted, this, &StatusArea::searchWanted);
     // Otherwise the bar would grow and shrink with the button.
     setMinimumHeight(m_cancel->sizeHint().height() + 6);
 }
@@ -39,8 +43,11 @@ void StatusArea::SetBusy(bool busy)
         m_cancel->reset();
     m_busy->SetBusy(busy);
     offerCancel(m_offersCancel && (isBusy() || !wasBusy));
-    if (wasBusy && !isBusy())
-        Q_EMIT becameIdle();
+    m_connection->setEnabled(!isBusy());
+    if (!wasBusy || isBusy())
+        return;
+    m_connection->refresh();
+    Q_EMIT becameIdle();
 }
 
 void StatusArea::offerCancel(bool offered)

@@ -6,7 +6,13 @@
 
 #include <memory>
 
+namespace kalmo::link {
+class Line;
+}
+
 namespace kalmo::ui {
+
+class ConnectionLight;
 
 /// The status bar `sta` with its panels "sta" and "prg", the button that cancels, and the blocking of the
 /// window around it. The bar itself stays enabled, so that an operation can be cancelled.
@@ -15,7 +21,7 @@ class StatusArea : public QStatusBar, public toolkit::BusyWindow
     Q_OBJECT
 
 public:
-    explicit StatusArea(QWidget* parent = nullptr);
+    explicit StatusArea(const link::Line& line, QWidget* parent = nullptr);
 
     /// Sets the widgets that are blocked while the phone is busy.
     void setBlocked(const QList<QWidget*>& widgets);
@@ -38,11 +44,13 @@ public:
 
 Q_SIGNALS:
     void becameIdle();
+    void searchWanted(); ///< the user wants the phone to be looked for again
 
 private:
     StatusLabel* m_text;
     ProgressStrip* m_bar;
     CancelCheck* m_cancel;
+    ConnectionLight* m_connection;
     std::unique_ptr<WindowBusy> m_busy;
     bool m_offersCancel = false;
 };

@@ -60,7 +60,7 @@ QString nameOf(const QKeySequence& key)
 
 frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent)
     : QMainWindow(parent), m_program(program), m_mmc(std::move(mmc)),
-      m_sta(new StatusArea(this)), m_parts{program, *m_sta, m_sta->progress(), this},
+      m_sta(new StatusArea(program.line, this)), m_parts{program, *m_sta, m_sta->progress(), this},
       m_guard(program.memory, program.context.settings), m_tlb(new QToolBar(u"Befehle"_s, this)),
       m_tvwNavi(new NaviTree(program.context.sy.PhoneType, this)), m_panels(new PanelStack(this)),
       m_reminders(new Reminders(this))
@@ -81,6 +81,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
         makeContextMenu(*panel);
     restoreLayouts();
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
+    connect(m_sta, &StatusArea::searchWanted, this, &frmPB::wantSearch);
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
     new SecretWords(this, [this] { return m_sta->isBusy(); });

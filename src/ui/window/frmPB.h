@@ -74,6 +74,7 @@ public:
 
 Q_SIGNALS:
     void settingsRequested(); ///< the window has hidden itself
+    void searchRequested();   ///< the window has hidden itself
     void closedByUser();      ///< nothing is open any more; the program may end
 
 protected:
@@ -118,6 +119,7 @@ private:
     void enterFiles(const QString& key);
     void enterSettings(const QString& key);
     void enterAreaCodes(const QString& key);
+    void wantSearch();
     void showBluetoothHelp(const QString& key);
     void setMode(int mode, int section);
     void showPanel(QWidget* panel, const QString& node);

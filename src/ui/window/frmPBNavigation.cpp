@@ -253,6 +253,17 @@ void frmPB::enterAreaCodes(const QString&)
         m_contacts->editAreaCodes();
 }
 
+/// The same phone, looked for again at the same port.
+void frmPB::wantSearch()
+{
+    if (m_sta->isBusy())
+        return;
+    saveLayouts();
+    closeChannel();
+    hide();
+    Q_EMIT searchRequested();
+}
+
 void frmPB::setMode(int mode, int section)
 {
     m_toolbarMode = mode;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "link/mdlSearch.h"
+
+namespace kalmo::link {
+
+/// What a look at one port has found.
+struct FoundAtPort
+{
+    enum class Kind {
+        Phone,     ///< one of a known family
+        Other,     ///< something that answers AT commands and is no known phone
+        Nothing,   ///< nobody answered
+        NotOpened, ///< `error` says why
+    };
+
+    int number = 0;
+    Kind kind = Kind::Nothing;
+    QString model = {}; ///< what it calls itself; empty if nobody answered
+    QString error = {};
+};
+
+/// Looks for a phone at one port, at each rate in turn, which takes some seconds. Asks the user nothing,
+/// closes the port again, and leaves the session's port as it was.
+FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int number);
+
+} // namespace kalmo::link

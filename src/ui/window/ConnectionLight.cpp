@@ -1,0 +1,83 @@
+#include "ui/window/ConnectionLight.h"
+
+#include "operations/PhoneIdentity.h"
+#include "ui/icons/Icons.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTimer>
+#include <QToolButton>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds refreshEvery(1000);
+constexpr int pictureSize = 16;
+
+struct Words
+{
+    QStringView picture;
+    QStringView text;
+    QStringView advice;
+};
+
+/// In the order of the states.
+constexpr Words words[] = {
+    {u"handy", u"verbunden", u"Das Telefon antwortet."},
+    {u"warning", u"antwortet nicht",
+     u"Das Telefon hat die letzte Frage nicht beantwortet. Ist es eingeschaltet und in keinem Menü?"},
+    {u"critical", u"getrennt", u"Der Anschluss ist nicht mehr da. Stecken Sie das Kabel wieder ein."},
+};
+
+} // namespace
+
+ConnectionLight::ConnectionLight(const link::Line& line, QWidget* parent)
+    : QWidget(parent), m_line(line), m_picture(new QLabel(this)), m_text(new QLabel(this)),
+      m_search(new QToolButton(this))
+{
+    setObjectName(u"connection"_s);
+    m_text->setObjectName(u"lblConnection"_s);
+    m_text->setTextFormat(Qt::PlainText);
+    m_search->setObjectName(u"cmdReconnect"_s);
+    m_search->setText(u"&Erneut verbinden"_s);
+    m_search->setToolTip(u"Das Telefon an diesem Anschluss neu suchen. Ungespeicherte Listen bleiben."_s);
+    m_search->setFocusPolicy(Qt::StrongFocus);
+    connect(m_search, &QToolButton::clicked, this, &ConnectionLight::searchWanted);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_picture), static_cast<QWidget*>(m_text), static_cast<QWidget*>(m_search)})
+        row->addWidget(part);
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &ConnectionLight::refresh);
+    timer->start(refreshEvery);
+    refresh();
+}
+
+ConnectionLight::State ConnectionLight::state() const
+{
+    if (!m_line.port().IsOpen())
+        return State::Gone;
+    return m_line.isSilent() ? State::Silent : State::Connected;
+}
+
+void ConnectionLight::refresh()
+{
+    const app::Sy& sy = m_line.context().sy;
+    const Words& now = words[static_cast<size_t>(state())];
+    const QString text =
+        u"%1 · COM%2 · %3"_s.arg(operations::knownIdentity(sy).model, QString::number(sy.ComNo), now.text);
+    if (text == m_text->text())
+        return;
+    m_picture->setPixmap(icon(now.picture.toString()).pixmap(pictureSize));
+    m_text->setText(text);
+    setToolTip(now.advice.toString());
+    setAccessibleName(text);
+    setAccessibleDescription(now.advice.toString());
+    m_search->setVisible(state() != State::Connected);
+}
+
+} // namespace kalmo::ui

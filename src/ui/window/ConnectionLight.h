@@ -1,0 +1,38 @@
+#pragma once
+
+#include "link/mdlComm.h"
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace kalmo::ui {
+
+/// The right end of the status bar: which phone is at which port, and whether it answers. Offers a new search
+/// where it does not.
+class ConnectionLight : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `line` outlives the widget.
+    explicit ConnectionLight(const link::Line& line, QWidget* parent = nullptr);
+
+    /// Shows the line's present state. A timer calls it too, for ports that go away while nothing runs.
+    void refresh();
+
+Q_SIGNALS:
+    void searchWanted();
+
+private:
+    enum class State { Connected, Silent, Gone };
+    State state() const;
+
+    const link::Line& m_line;
+    QLabel* m_picture;
+    QLabel* m_text;
+    QToolButton* m_search;
+};
+
+} // namespace kalmo::ui
