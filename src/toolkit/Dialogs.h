@@ -41,6 +41,7 @@ struct FileRequest
     QString name = {};   ///< file name that it proposes
     std::vector<FileType> types = {};
     bool confirmOverwrite = false; ///< for saving: ask before an existing file is chosen
+    QString acceptLabel = {};      ///< of the button that takes the file; empty for the usual one
 };
 
 /// Asks and informs the user.

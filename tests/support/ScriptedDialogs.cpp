@@ -71,9 +71,10 @@ QString inWords(QStringView kind, const FileRequest& request)
     QStringList types;
     for (const toolkit::FileType& type : request.types)
         types.append(type.description + u' ' + type.patterns.join(u';'));
-    return u"%1 [%2] folder \"%3\", name \"%4\", types %5%6"_s.arg(
+    const QString accept = request.acceptLabel.isEmpty() ? QString() : u", button "_s + request.acceptLabel;
+    return u"%1 [%2] folder \"%3\", name \"%4\", types %5%6%7"_s.arg(
         kind, request.title, request.folder, request.name, types.join(u" | "_s),
-        request.confirmOverwrite ? u", asks before it overwrites"_s : QString());
+        request.confirmOverwrite ? u", asks before it overwrites"_s : QString(), accept);
 }
 
 QString folderInWords(const QString& title, const QString& start)

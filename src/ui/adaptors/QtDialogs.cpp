@@ -101,9 +101,10 @@ QStringList filtersOf(const FileRequest& request)
     QStringList filters;
     for (const toolkit::FileType& type : request.types) {
         const QString patterns = u'(' + type.patterns.join(u' ') + u')';
+        const QString listed = u'(' + type.patterns.join(u';') + u')'; // the toolkit parts them by blanks
         // Most descriptions contain their patterns already.
-        filters.append(type.description.endsWith(patterns) ? type.description
-                                                           : type.description + u' ' + patterns);
+        const QString description = QString(type.description).replace(listed, patterns);
+        filters.append(description.endsWith(patterns) ? description : description + u' ' + patterns);
     }
     return filters;
 }
@@ -123,6 +124,8 @@ QStringList chooseFiles(const FileRequest& request, QFileDialog::AcceptMode acce
     dialog.setAcceptMode(accept);
     dialog.setFileMode(mode);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirmOverwrite);
+    if (!request.acceptLabel.isEmpty())
+        dialog.setLabelText(QFileDialog::Accept, request.acceptLabel);
     const QStringList filters = filtersOf(request);
     if (!filters.isEmpty()) {
         dialog.setNameFilters(filters);

@@ -58,7 +58,7 @@ QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr)
     return frame;
 }
 
-QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel)
+QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel, int helpTopic)
 {
     auto* box = new QDialogButtonBox;
     box->addButton(save, QDialogButtonBox::AcceptRole);
@@ -67,7 +67,7 @@ QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* canc
     QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
     dialog.setWindowModality(Qt::WindowModal);
     auto* help = new QShortcut(QKeySequence::HelpContents, &dialog);
-    QObject::connect(help, &QShortcut::activated, &dialog, [] { openHelp(); });
+    QObject::connect(help, &QShortcut::activated, &dialog, [helpTopic] { openHelp(helpTopic); });
     return box;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/help/HelpPages.h"
+
 #include <QDialog>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -24,8 +26,9 @@ void showWhole(QLineEdit& field, const QString& text);
 QGroupBox* makeNameAndNumber(QLineEdit* txtName, QLineEdit* txtNr);
 
 /// The two buttons at the foot of a dialog, for Enter and Escape. The second closes it. The dialog blocks its
-/// window only, so that the help can be read beside it; F1 opens that.
-QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel);
+/// window only, so that the help can be read beside it; F1 opens that at the topic.
+QWidget* makeSaveAndCancel(QDialog& dialog, QPushButton* save, QPushButton* cancel,
+                           int helpTopic = helpTopicStart);
 
 /// Asks for name and number if one of them is missing.
 inline constexpr QStringView nameAndNumberMissing = u"Bitte geben Sie Namen und Nummer ein!";

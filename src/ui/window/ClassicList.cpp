@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
+#include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
 #include "ui/window/Notices.h"
@@ -91,7 +92,7 @@ void ClassicList::run(Command command)
     case Command::Save:
         return save();
     case Command::Export:
-        return tellLaterVersion(m_parts.program.context, u"Der Export von Listen"_s);
+        return exportList();
     case Command::Open:
     case Command::Import:
         Q_EMIT menuWanted(command);
@@ -234,6 +235,13 @@ void ClassicList::save()
     if (m_store == Store::Phonebook ? phonedata::SaveTel(context, *m_rows, path)
                                     : phonedata::SavePrv(context, *m_rows, path))
         context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+}
+
+void ClassicList::exportList()
+{
+    frmExport form(m_parts.program, m_parts.window);
+    form.formPresent(*m_rows, m_store == Store::Phonebook ? u"Telefonbuch"_s : u"Providerliste"_s);
+    form.exec();
 }
 
 } // namespace kalmo::ui

@@ -43,6 +43,7 @@ private:
     void edit(bool existing);
     void deleteSelected();
     void save();
+    void exportList();
     void setDirty();
     bool mayPassOverChanges(const QString& text);
     phonedata::StoreJob job() const;

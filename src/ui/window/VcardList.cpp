@@ -4,6 +4,7 @@
 #include "phonedata/VcfFiles.h"
 #include "toolkit/Progress.h"
 #include "ui/forms/ContactCommands.h"
+#include "ui/forms/frmExport.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/window/Notices.h"
@@ -51,7 +52,7 @@ void VcardList::run(Command command)
              .icon = Icon::Information});
         return;
     case Command::Export:
-        return tellLaterVersion(m_parts.program.context, u"Der Export von Listen"_s);
+        return exportList();
     case Command::Import:
         Q_EMIT menuWanted(command);
         return;
@@ -115,6 +116,13 @@ void VcardList::save()
     app::SetLastInitDir(context, m_rows->name(), path);
     if (phonedata::SaveVcfCsv(context, *m_rows, path))
         context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+}
+
+void VcardList::exportList()
+{
+    frmExport form(m_parts.program, m_parts.window);
+    form.formPresent(*m_rows, u"Telefonbuch"_s, {phonedata::VcfLuid});
+    form.exec();
 }
 
 void VcardList::editAreaCodes()

@@ -38,6 +38,7 @@ private:
     void edit();
     void deleteSelected();
     void save();
+    void exportList();
     void showAreaCodeDialog(const QString& answer);
 
     WindowParts m_parts;

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "transfer/export/ExportOptions.h"
+#include "ui/adaptors/ProgressWidgets.h"
+#include "ui/Program.h"
+
+#include <QDialog>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QRadioButton;
+class QStackedWidget;
+class QVBoxLayout;
+
+namespace kalmo::ui {
+
+/// Exports a list: which columns and rows, where to, and in what form. What is chosen here is remembered for
+/// each list by itself.
+class frmExport : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmExport(Program& program, QWidget* parent = nullptr);
+    ~frmExport() override;
+
+    /// Takes the list, which has to outlive the form, and shows its columns and the remembered options.
+    /// Columns count from 0.
+    void formPresent(const toolkit::ListRows& list, const QString& title,
+                     const QList<int>& hiddenColumns = {}, const QList<int>& untickedColumns = {},
+                     transfer::CsvSeparator defaultSeparator = transfer::CsvSeparator::Comma);
+
+    void done(int result) override;
+
+private:
+    enum class Purpose { CsvFile, HtmlFile, Template };
+    /// One of the three file dialogs.
+    struct FileChoice
+    {
+        QString dialog; ///< name that its folder is remembered under
+        QString title;  ///< behind the product's name
+        Purpose purpose;
+    };
+
+    // Construction, in a file of its own
+    QWidget* makeColumns();
+    QWidget* makeRows();
+    QWidget* makeDestination();
+    void addDestinations(QVBoxLayout& layout);
+    QWidget* makeCsv();
+    QWidget* makeHtml();
+    QWidget* makeFoot();
+    QWidget* makeStatus();
+    void checkFields();
+    QWidget* makePathRow(QLineEdit* field, QPushButton* button, const QString& spoken);
+
+    void connectControls();
+    void showOptions(const transfer::ExportOptions& options);
+    transfer::ExportOptions chosenOptions() const;
+    void fillColumns(const QList<int>& ticked);
+    transfer::Destination destination() const;
+    transfer::CsvSeparator separator() const;
+    void optDest_Click();
+    void cmdSelAllCols_Click();
+    void cmdExport_Click();
+    void chooseFile(QLineEdit& field, const FileChoice& choice);
+    bool keepsFocus(const QString& fault) const;
+    bool replacementKeepsFocus() const;
+    bool pathKeepsFocus(const QLineEdit& field) const;
+
+    Program& m_program;
+    std::optional<transfer::ExportSource> m_source;
+    QVBoxLayout* m_head;
+    QListWidget* m_lvwCols;
+    QPushButton* m_cmdSelAllCols;
+    QCheckBox* m_chkUseHeader;
+    QCheckBox* m_chkAddEmptyCol;
+    std::array<QRadioButton*, 2> m_optRows;
+    std::array<QRadioButton*, 4> m_optDest;
+    QStackedWidget* m_fileOptions;
+    QWidget* m_picDestCsv = nullptr;
+    QWidget* m_picDestHtml = nullptr;
+    QComboBox* m_cmbCsvSep;
+    QLineEdit* m_txtCsvPath;
+    QPushButton* m_cmdPathSet;
+    QLineEdit* m_txtCsvReplace;
+    QLineEdit* m_txtHtmlDestPath;
+    QPushButton* m_cmdSelHtmlDestPath;
+    QLineEdit* m_txtHtmlTemplatePath;
+    QPushButton* m_cmdSelHtmlTemplate;
+    QCheckBox* m_chkOptimizeColWidth;
+    QCheckBox* m_chkCloseAfterExport;
+    QCheckBox* m_chkAutoOpenExportFile;
+    QPushButton* m_cmdExport;
+    QPushButton* m_cmdAbbruch;
+    StatusLabel* m_sta;
+    ProgressStrip* m_prg;
+    std::unique_ptr<WindowBusy> m_busy;
+};
+
+} // namespace kalmo::ui
