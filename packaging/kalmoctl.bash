@@ -11,7 +11,7 @@ _kalmoctl()
 
     for ((index = 1; index < COMP_CWORD; ++index)); do
         case ${COMP_WORDS[index]} in
-            --port | --storage | --log | --output | -o | --to | --trim | --quality | --family) ((++index)) ;;
+            --port | --storage | --log | --output | -o | --to | --trim | --quality | --family | --from | --columns | --rows | --replace | --template) ((++index)) ;;
             $importValues) ((++index)) ;;
             -*) ;;
             *) given+=("${COMP_WORDS[index]}") ;;
@@ -23,12 +23,17 @@ _kalmoctl()
         --port) files=devices ;;
         --storage) files=folders ;;
         --log | --output | -o) files=all ;;
-        --to | --trim) ;;
+        --to | --trim | --columns | --rows | --replace) ;;
         --quality) words='60 80 100' ;;
         --family) words='5 6 8 9 10 11 12 13' ;;
+        --from) files='tel|prv|json|csv|vcf' ;;
+        --template) files='html|htm' ;;
         --for) words='classic vcard' ;;
         --against) files='tel|csv|json' ;;
-        --separator) words='comma semicolon tab' ;;
+        --separator)
+            words='comma semicolon tab'
+            [[ ${given[*]} != *export* ]] || words+=' comma-quoted semicolon-quoted'
+            ;;
         --reading) words='auto simple csv' ;;
         --encoding) words='auto ansi utf-8 utf-16' ;;
         --dates) words='day-first month-first' ;;
@@ -37,8 +42,8 @@ _kalmoctl()
             case ${given[*]} in
                 '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files media history undo preview recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
-                phonebook) words='read write add set delete' ;;
-                providers) words='read write' ;;
+                phonebook) words='read write export add set delete' ;;
+                providers) words='read write export' ;;
                 calendar | notes) words='read' ;;
                 files) words='ls get put rm mkdir mv df attr' ;;
                 'undo'*) options+=' --dry-run' ;;
@@ -64,6 +69,10 @@ _kalmoctl()
                 'providers write') options+=' --dry-run' files='prv|json' ;;
                 'phonebook write '* | 'providers write '*) options+=' --dry-run' ;;
                 preview*) options+=" ${importValues//[@()|]/ } $importSwitches" files='csv|txt|tel|wab|vcf' ;;
+                'phonebook export' | 'providers export')
+                    options+=' --from --columns --rows --no-header --empty-line --separator --replace --template --fixed-width --force'
+                    files='csv|xlsx|docx|html|htm|vcf'
+                    ;;
                 'phonebook add') files='csv|json' ;;
                 'phonebook set '*) [[ ${#given[@]} != 3 ]] || files='csv|json' ;;
             esac

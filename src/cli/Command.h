@@ -80,6 +80,9 @@ std::vector<Option> optionsOf(const Command& command);
 /// Options of the commands that import.
 const OptionGroup& importOptionGroup();
 
+/// Options of the commands that export.
+const OptionGroup& exportOptionGroup();
+
 /// Options that every command has.
 const std::vector<Option>& globalOptions();
 

@@ -33,6 +33,10 @@ constexpr QStringView phonebookWriteDetails =
     u"contacts are matched by LUID, by equal content, by name, and those that are the same\n"
     u"are left alone. In the end the phonebook is read back and compared.\n";
 
+constexpr QStringView exportDetails =
+    u"FILE ends in .csv, .xlsx, .docx, .html, .htm or .vcf. A file that is there already is\n"
+    u"replaced after a question, and stays if anything fails.\n";
+
 constexpr QStringView changeDetails =
     u"What the phone holds is read first and saved as a backup in the storage folder, from\n"
     u"which \"phonebook add\" and \"phonebook set\" can restore a contact.\n";
@@ -90,6 +94,12 @@ const std::vector<Command> table = {
      .options = {dryRunOption},
      .details = phonebookWriteDetails,
      .run = runPhonebookWrite},
+    {.words = u"phonebook export",
+     .help = u"make a table, a page or cards of the phonebook",
+     .arguments = {{u"FILE", u"file to make; its ending says of what kind"}},
+     .group = &exportOptionGroup(),
+     .details = exportDetails,
+     .run = runPhonebookExport},
     {.words = u"providers read",
      .help = u"show the list of call-by-call providers, or save it in a file",
      .options = {outputOption},
@@ -105,6 +115,14 @@ const std::vector<Command> table = {
      .fits = link::isClassic,
      .needs = classicHandset,
      .run = runProvidersWrite},
+    {.words = u"providers export",
+     .help = u"make a table, a page or cards of the list of providers",
+     .arguments = {{u"FILE", u"file to make; its ending says of what kind"}},
+     .group = &exportOptionGroup(),
+     .details = exportDetails,
+     .fits = link::isClassic,
+     .needs = classicHandset,
+     .run = runProvidersExport},
     {.words = u"ringtones",
      .help = u"show ringtones, volumes and the handset's own melodies",
      .fits = link::hasRingtoneSettings,

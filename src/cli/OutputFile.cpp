@@ -22,8 +22,11 @@ bool holdsMore(const QString& path, const Reading& reading)
 bool canSaveOutput(Job& job)
 {
     const QString path = job.invocation.value(u"--output"_s);
-    if (path.isEmpty())
-        return true;
+    return path.isEmpty() || canWriteFile(job, path);
+}
+
+bool canWriteFile(Job& job, const QString& path)
+{
     const QString target = QFileInfo(path).canonicalFilePath(); // empty for a new file
     const QFileInfo folder(QFileInfo(target.isEmpty() ? path : target).absolutePath());
     QString reason;

@@ -15,6 +15,8 @@ struct Reading
 /// Returns true if the folder of `--output` can take a file, or the user wants none. Reports the failure
 /// before a phone is read in vain.
 bool canSaveOutput(Job& job);
+/// The same for any file.
+bool canWriteFile(Job& job, const QString& path);
 
 /// Saves a reading in the file of `--output`, if the user wants one. If the reading is empty or doubtful an
 /// older file of that name stays, since it may be the better copy. Returns false after it has reported a

@@ -1,5 +1,6 @@
 #include "transfer/export/VcfTarget.h"
 
+#include "operations/ContactFields.h"
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
 #include "phonedata/VcfFiles.h"
@@ -21,13 +22,6 @@ QString dayWithoutYear(const QString& date)
     return parts.hasMatch() ? u"--%1-%2"_s.arg(parts.captured(2), parts.captured(1)) : QString();
 }
 
-/// "1970-03-02T12:30" of "1970-03-2T12:30", as some phones have it.
-QString twoDigitDay(const QString& birthday)
-{
-    static const QRegularExpression shortDay(u"^[0-9]{4}-[0-9]{2}-[0-9](T|$)"_s);
-    return shortDay.match(birthday).hasMatch() ? QString(birthday).insert(8, u'0') : birthday;
-}
-
 bool holdsContacts(const toolkit::ListRows& list)
 {
     return list.columns().size() > phonedata::VcfBirthday;
@@ -35,9 +29,7 @@ bool holdsContacts(const toolkit::ListRows& list)
 
 tVcfEntry contactOf(const toolkit::ListRow& row)
 {
-    tVcfEntry contact = phonedata::vcfEntryFrom(row);
-    contact.birthday = twoDigitDay(contact.birthday);
-    return contact;
+    return operations::withLongDay(phonedata::vcfEntryFrom(row));
 }
 
 tVcfEntry contactOfEntry(const toolkit::ListRow& row)
