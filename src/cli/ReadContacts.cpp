@@ -80,13 +80,18 @@ QString countMismatch(const ContactReading& reading)
         .arg(std::max(reading.cards.upperBound - 1, 0));
 }
 
-ExitStatus showContacts(Job& job)
+ExitStatus readPhoneContacts(Job& job, std::optional<ContactReading>& reading)
 {
-    std::optional<ContactReading> reading;
-    const ExitStatus status = withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
+    return withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
         reading = readTwice(job, client);
         return reading ? ExitDone : brokenOff(job);
     });
+}
+
+ExitStatus showContacts(Job& job)
+{
+    std::optional<ContactReading> reading;
+    const ExitStatus status = readPhoneContacts(job, reading);
     return status == ExitDone ? showReading(job, *reading) : status;
 }
 

@@ -8,6 +8,10 @@ namespace kalmo::cli {
 /// "the phone says that it holds 26, but sent 25", for a reading that is not whole.
 QString countMismatch(const phonedata::ContactReading& reading);
 
+/// Reads the contacts of a phone that has been found, and once more if not as many came as the phone counts.
+/// With ExitDone there is a reading; anything else has been reported.
+ExitStatus readPhoneContacts(Job& job, std::optional<phonedata::ContactReading>& reading);
+
 /// Reads the contacts of a phone that has been found, and shows or saves them.
 ExitStatus showContacts(Job& job);
 

@@ -2,16 +2,16 @@
 
 #include "app/Files.h"
 #include "cli/Commands.h"
-#include "cli/ContactBook.h"
-#include "cli/DataWork.h"
 #include "cli/ExportOrder.h"
 #include "cli/FindPhone.h"
 #include "cli/OutputFile.h"
+#include "cli/ReadContacts.h"
 #include "cli/ReadList.h"
 #include "cli/SavedListWords.h"
 #include "cli/StoreWords.h"
 #include "link/PhoneModels.h"
 #include "operations/ContactFields.h"
+#include "operations/ContactPlan.h"
 #include "transfer/export/DocxTarget.h"
 #include "transfer/export/Exporter.h"
 #include "transfer/export/ExportFile.h"
@@ -69,14 +69,14 @@ ExitStatus readEntries(Job& job, Store store, ExportList& source)
 
 ExitStatus readContacts(Job& job, ExportList& source)
 {
-    return withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
-        ContactBook book(job, client);
-        const ExitStatus read = book.read();
-        source.list = {.kind = SavedKind::Contacts, .contacts = book.contacts()};
-        if (!book.isWhole())
-            source.doubt = book.mismatch() + u", in the second reading too"_s;
-        return read;
-    });
+    std::optional<phonedata::ContactReading> reading;
+    const ExitStatus status = readPhoneContacts(job, reading);
+    if (status != ExitDone)
+        return status;
+    source.list = {.kind = SavedKind::Contacts, .contacts = operations::contactsOf(*reading)};
+    if (!reading->isWhole())
+        source.doubt = countMismatch(*reading) + u", in the second reading too"_s;
+    return ExitDone;
 }
 
 ExitStatus readPhone(Job& job, Store store, ExportList& source)

@@ -3,6 +3,7 @@
 #include "phonedata/VcardStore.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
+#include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
 #include "ui/forms/frmVCFneu.h"
@@ -14,6 +15,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QRadioButton>
 #include <QTest>
 
 using namespace kalmo;
@@ -55,6 +57,16 @@ void makeContactForm(Shown& shown)
     auto store = std::make_shared<phonedata::VcardStore>(shown.mmc, *shown.rows);
     shown.form = std::make_unique<ui::frmVCFneu>(shown.made.program, std::move(store));
     child<QCheckBox>(*shown.form, "chkGebu").setChecked(true);
+}
+
+template <int destination>
+void makeExport(Shown& shown)
+{
+    auto form = std::make_unique<ui::frmExport>(shown.made.program);
+    shown.rows = phonedata::makeVcfRows();
+    form->formPresent(*shown.rows, u"Telefonbuch"_s);
+    child<QRadioButton>(*form, qPrintable(u"optDest%1"_s.arg(destination))).setChecked(true);
+    shown.form = std::move(form);
 }
 
 void makeAreaCodes(Shown& shown)
@@ -101,6 +113,9 @@ const Row forms[] = {
     {"classic entry", u"PICASSO"_s, makeClassicForm<ui::frmTBentry>},
     {"provider", u"PICASSO"_s, makeClassicForm<ui::frmNEentry>},
     {"contact", u"SL450HX"_s, makeContactForm},
+    {"export to CSV", u"SL450HX"_s, makeExport<2>},
+    {"export to HTML", u"SL450HX"_s, makeExport<3>},
+    {"export to Word", u"SL450HX"_s, makeExport<1>},
     {"area codes", u"SL450HX"_s, makeAreaCodes},
     {"former states", u"SL450HX"_s, makeFormerStates},
     {"settings", u"SL450HX"_s, makeSettings},
