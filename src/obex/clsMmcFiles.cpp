@@ -124,6 +124,7 @@ bool clsMmc::SetPermissionReadOnly(const QString& name)
 bool clsMmc::SetPermissionRWD(const QString& name)
 {
     const bool done = SetAttrib(name, u"RWD"_s, u"RWD"_s, false);
+    // Kept on purpose: the log has the name of the other function here.
     log(u"SetPermissionReadOnly ("_s, name + u")="_s + (done ? u"True"_s : u"False"_s));
     return done;
 }

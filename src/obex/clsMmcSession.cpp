@@ -167,7 +167,7 @@ bool clsMmc::Offline(const Progress& progress)
     {
         const QScopedValueRollback inSpite(m_pastStop, true);
         if (!m_hasConnection || disconnect()) {
-            m_line.pause(0.75);
+            m_line.pause(0.75); // two pauses on purpose: both belong to the protocol
             m_line.pause(0.25);
             closed = closeChannel();
         }
