@@ -86,8 +86,8 @@ struct Handset : CommandRunner
     }
     ~Handset() { QDir::setCurrent(u"/"_s); }
 
-    /// A run, behind which the cable that may have fallen out is plugged in again. `line` is taken apart at
-    /// its blanks, `path` is not.
+    /// One run of a command. After it the cable is plugged in again, if it was out. `line` is split at its
+    /// blanks, `path` is not.
     ExitStatus operator()(const QString& line, const QStringList& path = {})
     {
         printed.clear();
@@ -107,7 +107,7 @@ struct Handset : CommandRunner
     HandsetPort port;
 };
 
-/// The same with a phone of paper at the port.
+/// The same with a scripted phone at the port.
 struct Shell : CommandRunner
 {
     using Prepare = std::function<void(Shell&)>; ///< what the phone of a row says, and the user

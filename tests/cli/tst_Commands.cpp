@@ -1,4 +1,5 @@
-// The commands against a phone of paper: all that they print, how they end, and what they never send.
+// The commands against a scripted phone: all their output, their exit status, and the commands that they
+// never send.
 
 #include "Shell.h"
 #include "support/Rows.h"
@@ -74,13 +75,13 @@ void tst_Commands::results()
                  shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
              });
 
-    for (const auto& [line, value, prepare] : rows) {
+    rows.each([&](const auto& line, const auto& value, const auto& prepare) {
         Shell shell;
         prepare(shell);
         QCOMPARE(shell.run(u"--json --quiet "_s + line), ExitDone);
         QCOMPARE(shell.value(), value);
         QCOMPARE(shell.told, QString());
-    }
+    });
 }
 
 void tst_Commands::texts()
@@ -112,13 +113,13 @@ void tst_Commands::texts()
                  shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
              });
 
-    for (const auto& [line, printed, prepare] : rows) {
+    rows.each([&](const auto& line, const auto& printed, const auto& prepare) {
         Shell shell;
         prepare(shell);
         QCOMPARE(shell.run(line), ExitDone);
         QCOMPARE(shell.printed, printed);
         QCOMPARE(shell.told, QString());
-    }
+    });
 }
 
 void tst_Commands::failures()
@@ -188,12 +189,12 @@ void tst_Commands::failures()
                  shell.found("PICASSO").expect("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
              });
 
-    for (const auto& [line, status, told, prepare] : rows) {
+    rows.each([&](const auto& line, const auto& status, const auto& told, const auto& prepare) {
         Shell shell;
         prepare(shell);
         QCOMPARE(shell.run(line), status);
         QCOMPARE(shell.told.first(qMin(told.size(), shell.told.size())), told);
-    }
+    });
 }
 
 void tst_Commands::readsAgainWhatIsDoubtful()
@@ -202,7 +203,7 @@ void tst_Commands::readsAgainWhatIsDoubtful()
         {"the second reading is sure", false, ExitDone},
         {"the second is doubtful too", true, ExitFailed},
     };
-    for (const auto& [againDoubtful, status] : rows) {
+    rows.each([&](const auto& againDoubtful, const auto& status) {
         Shell shell;
         shell.found("WOODSTOCK").expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r").expect("AT\r");
         if (againDoubtful)
@@ -215,7 +216,7 @@ void tst_Commands::readsAgainWhatIsDoubtful()
         QCOMPARE(shell.run(u"phonebook read"_s), status);
         QVERIFY(shell.printed.contains(u"\nA "_s));
         QCOMPARE(shell.told.contains(u"an entry may be missing or garbled"_s), againDoubtful);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_Commands)

@@ -1,5 +1,5 @@
-// Files and contacts against the emulated handset: what comes of batches, that nothing is lost whatever goes
-// wrong, and that a handset which was left in data mode is taken back.
+// Files and contacts against the emulated handset: batches, faults at any time that must lose nothing, and a
+// handset that was left in data mode.
 
 #include "app/SettingsKeys.h"
 #include "Shell.h"
@@ -214,16 +214,17 @@ void tst_DataCommands::runs()
     rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
              u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);
 
-    for (const auto& [line, status, value, told, prepare] : rows) {
-        Handset handset;
-        prepare(handset);
-        QCOMPARE(handset(u"--json --quiet "_s + line), status);
-        QCOMPARE(handset.value().replace(u'"', u'\''), value);
-        if (!told.isEmpty() || status == ExitDone)
-            QCOMPARE(handset.told, told);
-        QVERIFY(!handset.port.handset().isInDataMode());
-        QCOMPARE(handset.port.handset().violations(), QStringList());
-    }
+    rows.each(
+        [&](const auto& line, const auto& status, const auto& value, const auto& told, const auto& prepare) {
+            Handset handset;
+            prepare(handset);
+            QCOMPARE(handset(u"--json --quiet "_s + line), status);
+            QCOMPARE(handset.value().replace(u'"', u'\''), value);
+            if (!told.isEmpty() || status == ExitDone)
+                QCOMPARE(handset.told, told);
+            QVERIFY(!handset.port.handset().isInDataMode());
+            QCOMPARE(handset.port.handset().violations(), QStringList());
+        });
 }
 
 /// Whatever goes wrong: what the phone held is in the phone or in the backup, what is called done is done, no
@@ -242,7 +243,7 @@ void tst_DataCommands::anyFaultAtAnyTime()
         });
         rows.add("the line drops", line, [](Faults& faults, int at) { faults.hangUpAfter = 80 * at; });
     }
-    for (const auto& [line, setFault] : rows) {
+    rows.each([&](const auto& line, const auto& setFault) {
         const auto make = [] {
             auto handset = std::make_unique<Handset>(handset::Options{.model = u"S68H"_s});
             handset->file(u"one.json"_s, R"({"lastName": "Neu", "home": "3"})");
@@ -291,14 +292,14 @@ void tst_DataCommands::anyFaultAtAnyTime()
             for (const QString& contact : before)
                 QVERIFY2(kept.contains(contact), (why + contact.toUtf8()).constData());
         }
-    }
+    });
 }
 
 void tst_DataCommands::leftInDataMode()
 {
     const QString lastRun =
         u"The last run did not end its data session with SL450HX; taking the handset back to commands.\n"_s;
-    // Whether it was this program that left it so, and whether only the switch helps.
+    // True if this program left it so, and true if only the switch helps.
     const Rows<QString, bool, bool, ExitStatus, QString> rows{
         {"the next command takes it back", u"find"_s, true, false, ExitDone, lastRun},
         {"so does recover", u"recover"_s, true, false, ExitDone, {}},
@@ -310,7 +311,8 @@ void tst_DataCommands::leftInDataMode()
                    "switch it off and on.\n"_s},
         {"and recover says so", u"recover"_s, false, true, ExitNoPhone, u"Switch the handset off and on;"_s},
     };
-    for (const auto& [line, remembered, deaf, status, told] : rows) {
+    rows.each([&](const auto& line, const auto& remembered, const auto& deaf, const auto& status,
+                  const auto& told) {
         Handset handset;
         QCOMPARE(handset(u"find"_s), ExitDone);
         handset.port.Open({});
@@ -333,7 +335,7 @@ void tst_DataCommands::leftInDataMode()
             QCOMPARE(handset(u"find"_s), ExitDone);
             QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
         }
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_DataCommands)

@@ -74,13 +74,13 @@ void tst_Finding::handsetThatDoesNotOpenItsDataMode()
          question + u" Yes, retry 1 of 2.\n"_s + question + u" Yes, retry 2 of 2.\nkalmoctl: "_s + question +
              u"\nGave up after 2 retries.\n"_s},
     };
-    for (const auto& [menus, status, told] : rows) {
+    rows.each([&](const auto& menus, const auto& status, const auto& told) {
         Handset handset;
         handset.port.handset().setFaults({.menuOpen = menus});
         QCOMPARE(handset(u"--yes files df"_s), status);
         QCOMPARE(handset.told, told);
         QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
-    }
+    });
 }
 
 void tst_Finding::lostAnswerToTheRequestForDataMode()

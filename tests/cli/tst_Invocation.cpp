@@ -74,9 +74,9 @@ void tst_Invocation::words()
         {"not one of the choices", u"ringtones set sms 3 3"_s,
          u"wrong: \"sms\" is no EVENT; choose one of external, internal, appointment, alarm"_s},
     };
-    for (const auto& [line, meaning] : rows) {
+    rows.each([&](const auto& line, const auto& meaning) {
         QCOMPARE(inWords(parseWords(line.split(u' ', Qt::SkipEmptyParts))), meaning);
-    }
+    });
 }
 
 void tst_Invocation::helpTellsWhatIsAsked()

@@ -31,7 +31,7 @@ QString seedFile(const QByteArray& sound)
     return file.fileName();
 }
 
-/// A handset whose phonebook is written anew.
+/// A handset whose phonebook is replaced.
 struct Attempt : Handset
 {
     explicit Attempt(const QString& model)
@@ -80,7 +80,7 @@ void tst_LosingNothing::anyFaultAtAnyTime()
          [](Faults& faults, int at) { faults.writeErrorOnceAt = at; }},
     };
     const QByteArray lines = "\"J\xF6rg\",\"2\"\r\n\"Neu\",\"4\"\r\n\"A\",\"1\"\r\n\"B\",\"2\"\r\n";
-    for (const auto& [model, setFault] : rows) {
+    rows.each([&](const auto& model, const auto& setFault) {
         Attempt undisturbed(model);
         QCOMPARE(undisturbed.write(undisturbed.file(u"new.tel"_s, lines)), ExitDone);
         const QByteArray wanted = undisturbed.content();
@@ -104,7 +104,7 @@ void tst_LosingNothing::anyFaultAtAnyTime()
             QVERIFY2(attempt.write(backup) == ExitDone, why.constData());
             QVERIFY2(attempt.content() == attempt.before, why.constData());
         }
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_LosingNothing)

@@ -59,7 +59,7 @@ private Q_SLOTS:
             {"for people", false, false, "text\n", "note\nkalmoctl: error\n"},
             {"JSON, quiet", true, true, "[\n    \"\xc3\xb6\"\n]\n", "kalmoctl: error\n"},
         };
-        for (const auto& [json, quiet, wantedOut, err] : rows) {
+        rows.each([&](const auto& json, const auto& quiet, const auto& wantedOut, const auto& err) {
             Streams streams;
             Output out(streams.sink(), {.json = json, .quiet = quiet});
             out.note(u"note\n"_s);
@@ -68,7 +68,7 @@ private Q_SLOTS:
             QCOMPARE(streams.out, wantedOut);
             QCOMPARE(streams.err, err);
             QVERIFY(out.isComplete());
-        }
+        });
     }
 
     void questions()
@@ -83,7 +83,8 @@ private Q_SLOTS:
         rows.add("nobody there", false, {u"-"_s}, false, false,
                  "kalmoctl: Sure?\n"
                  "Nobody can answer here; run this on a terminal, or say --yes.\n");
-        for (const auto& [yes, answers, confirmed, retried, err] : rows) {
+        rows.each([&](const auto& yes, const auto& answers, const auto& confirmed, const auto& retried,
+                      const auto& err) {
             Streams streams;
             Output out(streams.sink(), {.quiet = true});
             const auto answering = [&] {
@@ -92,7 +93,7 @@ private Q_SLOTS:
             QCOMPARE(Questions(out, yes, answering()).confirm(u"Sure?"_s), confirmed);
             QCOMPARE(streams.err, err);
             QCOMPARE(Questions(out, yes, answering()).confirmRetry(u"Again?"_s), retried);
-        }
+        });
     }
 
     void yesRetriesTwice()
@@ -127,7 +128,7 @@ private Q_SLOTS:
             {"again", box(Buttons::RetryCancel, Icon::Exclamation, u"Size?"_s), Answer::Retry, Answer::Cancel,
              "Size? [y/N] "},
         };
-        for (const auto& [message, toYes, toNo, err] : rows) {
+        rows.each([&](const auto& message, const auto& toYes, const auto& toNo, const auto& err) {
             const auto answerTo = [&message](const QString& word, Streams& streams) {
                 Output out(streams.sink(), {});
                 Questions questions(out, false, reader({word}));
@@ -138,7 +139,7 @@ private Q_SLOTS:
             QCOMPARE(answerTo(u"n"_s, streams), toNo);
             QCOMPARE(answerTo(u"y"_s, ignored), toYes);
             QCOMPARE(streams.err, err);
-        }
+        });
     }
 };
 

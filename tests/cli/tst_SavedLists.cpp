@@ -92,8 +92,9 @@ void tst_SavedLists::lines()
         {"nothing in it", SavedKind::Phonebook, "\r\n",
          u"x: there is no entry in it; to erase the list, write a .json file that holds []"_s},
     };
-    for (const auto& [kind, bytes, outcome] : rows)
+    rows.each([&](const auto& kind, const auto& bytes, const auto& outcome) {
         QCOMPARE(readInWords(u".tel"_s, kind, bytes), outcome);
+    });
 }
 
 void tst_SavedLists::json()
@@ -120,8 +121,9 @@ void tst_SavedLists::json()
          R"([{"name":"A\rAT^WSEL=\"TB\"\r","number":"1"}])",
          u"x: entry 1: there is a line end that can't be sent to a phone"_s},
     };
-    for (const auto& [kind, bytes, outcome] : rows)
+    rows.each([&](const auto& kind, const auto& bytes, const auto& outcome) {
         QCOMPARE(readInWords(u".json"_s, kind, bytes), outcome);
+    });
 }
 
 void tst_SavedLists::lenientLines()
@@ -138,9 +140,10 @@ void tst_SavedLists::lenientLines()
         {"providers", SavedKind::Providers, withVip, "\"A,\x95\",1\n", u"A,\"|1||||"_s},
         {"nothing in it", SavedKind::Phonebook, withVip, {}, {}},
     };
-    for (const auto& [kind, rules, bytes, outcome] : rows)
+    rows.each([&](const auto& kind, const auto& rules, const auto& bytes, const auto& outcome) {
         QCOMPARE(readInWords(kind == SavedKind::Phonebook ? u".tel"_s : u".prv"_s, kind, bytes, rules),
                  outcome);
+    });
 }
 
 /// Each row of the table of formats: the bytes come back, and the ending is found in any case.
@@ -223,9 +226,9 @@ void tst_SavedLists::warnings()
              {u"\"31.02  08:30\" is no day and time"_s});
     rows.add("oldest family", 1, {fine}, {u"this phone marks no VIP entries"_s});
 
-    for (const auto& [phoneType, entries, warnings] : rows) {
+    rows.each([&](const auto& phoneType, const auto& entries, const auto& warnings) {
         QCOMPARE(warningsAbout(entries.front(), Store::Phonebook, phoneType, {}), warnings);
-    }
+    });
 }
 
 void tst_SavedLists::contacts()
@@ -267,10 +270,10 @@ void tst_SavedLists::contactWarnings()
         {"a code", {.email = u"€=@b.de\\"_s, .firstName = u"b\\"_s}, {endangered.arg(u"="_s)}},
         {"letters", {.firstName = u"ŁÃ"_s}, {endangered.arg(u"ŁÃ"_s)}},
     };
-    for (auto [contact, warnings] : rows) {
+    rows.each([&](auto contact, const auto& warnings) {
         contact.home = u"1"_s;
         QCOMPARE(warningsAbout(contact), warnings);
-    }
+    });
 }
 
 void tst_SavedLists::refusedContacts()
@@ -287,12 +290,12 @@ void tst_SavedLists::refusedContacts()
         {"birthday", R"("A","","1","","","","1970-03-21")",
          u"x: line 1: the birthday is not of the form \"21.03.1970  12:30\""_s},
     };
-    for (const auto& [bytes, wanted] : rows) {
+    rows.each([&](const auto& bytes, const auto& wanted) {
         QString error;
         QVERIFY(
             !readBytes(bytes.startsWith('"') ? u".csv"_s : u".json"_s, SavedKind::Contacts, bytes, error));
         QCOMPARE(error, wanted);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_SavedLists)

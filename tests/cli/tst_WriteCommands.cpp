@@ -163,7 +163,8 @@ void tst_WriteCommands::writes()
                  shell.script.expect(added).expect("AT\r").refuse("AT^WSSL=\"TB\"\r");
              });
 
-    for (const auto& [options, bytes, status, value, told, prepare] : rows) {
+    rows.each([&](const auto& options, const auto& bytes, const auto& status, const auto& value,
+                  const auto& told, const auto& prepare) {
         Shell shell;
         prepare(shell);
         const QString path = shell.file(u"book.tel"_s, bytes);
@@ -174,7 +175,7 @@ void tst_WriteCommands::writes()
         if (backup.endsWith(u".tel"_s) && value.contains(u"\"B\""_s))
             QCOMPARE(TestContext::contentOf(backup),
                      QByteArray("\"A\",\"1\",\"\",\"\",\"\",\"\"\r\n\"B\",\"2\",\"\",\"\",\"\",\"\"\r\n"));
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_WriteCommands)

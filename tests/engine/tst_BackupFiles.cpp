@@ -67,9 +67,9 @@ private Q_SLOTS:
                  {u"A|1||||"_s});
         rows.add("comma within quotes", 2, "\"A, B\",\"1\"\r\n", {u"A, B|1||||"_s});
 
-        for (const auto& [phoneType, bytes, entries] : rows) {
+        rows.each([&](const auto& phoneType, const auto& bytes, const auto& entries) {
             QCOMPARE(inWords(phonedata::telEntries(bytes, phoneType)), entries);
-        }
+        });
     }
 
     void prvEntries()
@@ -84,9 +84,9 @@ private Q_SLOTS:
             {"quote never closed", "\"A,1\r\n", {u"A,1|"_s}},
             {"nothing but line ends", "\r\n\r\n", {}},
         };
-        for (const auto& [bytes, entries] : rows) {
+        rows.each([&](const auto& bytes, const auto& entries) {
             QCOMPARE(inWords(phonedata::prvEntries(bytes)), entries);
-        }
+        });
     }
 
     void fullDisk()
@@ -95,7 +95,7 @@ private Q_SLOTS:
             {"none", 0},
             {"for a part", 20},
         };
-        for (const auto& [room] : rows) {
+        rows.each([&](const auto& room) {
             TestContext test;
             test.sy.PhoneType = 2;
             const auto list = makePhonebookRows();
@@ -111,7 +111,7 @@ private Q_SLOTS:
             }
             QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
             QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
-        }
+        });
     }
 
     void namesOfBackups()

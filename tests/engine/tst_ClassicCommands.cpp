@@ -219,15 +219,15 @@ void tst_ClassicCommands::write()
                               phoneCopy(u"12-00-00"_s)));
     });
 
-    for (const auto& [result, backups, prepare] : rows) {
+    rows.each([&](const auto& result, const auto& backups, const auto& prepare) {
         Desk desk;
         prepare(desk);
         const auto listed = classicEntries(*desk.list);
         QCOMPARE(writeCommand(desk.job(), Store::Phonebook), result);
         QCOMPARE(desk.backups(), backups);
         QCOMPARE(desk.memory.TbDirty, result != CommandResult::Done);
-        QCOMPARE(classicEntries(*desk.list), listed); // the list on screen stays as it is, whatever happens
-    }
+        QCOMPARE(classicEntries(*desk.list), listed); // the list on screen never changes
+    });
 }
 
 void tst_ClassicCommands::read()
@@ -253,7 +253,8 @@ void tst_ClassicCommands::read()
                  desk.test.dialogs.expectStart(u"Beim Lesen war die Übertragung gestört."_s);
              });
 
-    for (const auto& [store, question, answer, result, staysDirty, prepare] : rows) {
+    rows.each([&](const auto& store, const auto& question, const auto& answer, const auto& result,
+                  const auto& staysDirty, const auto& prepare) {
         Desk desk;
         setDirty(desk.memory, Store::Phonebook, false);
         setDirty(desk.memory, store, !question.isEmpty());
@@ -266,7 +267,7 @@ void tst_ClassicCommands::read()
         prepare(desk);
         QCOMPARE(readCommand(desk.job(), store), result);
         QCOMPARE(isDirty(desk.memory, store), staysDirty);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_ClassicCommands)

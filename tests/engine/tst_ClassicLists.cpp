@@ -84,14 +84,14 @@ private Q_SLOTS:
             {"external, rising", SoundEvent::External, u"Melodie 3"_s, 6, "AT^WREX=3,6\r"},
             {"appointment", SoundEvent::Appointment, u"Walzer"_s, 2, "AT^WRAP=33,2\r"},
         };
-        for (const auto& [event, tone, volume, command] : rows) {
+        rows.each([&](const auto& event, const auto& tone, const auto& volume, const auto& command) {
             ClassicPhone phone(4);
             phone.memory.sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
             phone.script.expect(command);
             QVERIFY(SetSound(jobFor(phone), event, tone, volume));
             QCOMPARE(phone.progress.panel.texts,
                      (QStringList{u"Klingelton wird gesetzt..."_s, u"Bereit."_s}));
-        }
+        });
     }
 
     void repliesOfProviders()
@@ -102,10 +102,10 @@ private Q_SLOTS:
             {"more behind the number", "^WSRE: 4,Call,5,01013,0,\r\n", u"Call|01013"_s},
             {"shorter than the prefix", "^WS", u"Ohne Name|"_s},
         };
-        for (const auto& [reply, wantedEntry] : rows) {
+        rows.each([&](const auto& reply, const auto& wantedEntry) {
             const ProviderEntry entry = parseProviderReply(reply);
             QCOMPARE(entry.name + u'|' + entry.number, wantedEntry);
-        }
+        });
     }
 
     /// Family 3: the provider list is not prepared, and the command that writes it ends in CR alone.

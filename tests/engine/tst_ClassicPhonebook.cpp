@@ -78,10 +78,10 @@ void tst_ClassicPhonebook::reply()
         {"length beyond all numbers", 2, "^WSRE: 99999999999999999999,Anna\r\n", u"Anna||||||"_s},
         {"no field at all", 2, "xyz\r\n", u"Ohne Name||||||"_s},
     };
-    for (const auto& [phoneType, reply, entry] : rows) {
+    rows.each([&](const auto& phoneType, const auto& reply, const auto& entry) {
         TestContext test;
         QCOMPARE(inWords(parsePhonebookReply(reply, phoneType, ownMelodies(), test.log)), entry);
-    }
+    });
 }
 
 void tst_ClassicPhonebook::writeCommand()
@@ -102,9 +102,9 @@ void tst_ClassicPhonebook::writeCommand()
         {"VIP", 3, vip, "AT^WSWE=4,Anna,3,110,0,,1,33\r\n"},
         {"oldest family has no VIP", 1, vip, "AT^WSWE=4,Anna,3,110,0,\r\n"},
     };
-    for (const auto& [phoneType, entry, command] : rows) {
+    rows.each([&](const auto& phoneType, const auto& entry, const auto& command) {
         QCOMPARE(phonebookWriteCommand(entry, phoneType, ownMelodies()), command);
-    }
+    });
 }
 
 void tst_ClassicPhonebook::readKeepsItsPauses()
@@ -113,7 +113,7 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
         {"2", 2, "AT\r"},
         {"4", 4, "AT^WSSL\r"},
     };
-    for (const auto& [phoneType, close] : rows) {
+    rows.each([&](const auto& phoneType, const auto& close) {
         ClassicPhone phone(phoneType);
         phone.fill(std::vector<ClassicEntry>{{.name = u"old"_s}});
         phone.script.expect(openStore)
@@ -134,7 +134,7 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
         QCOMPARE(phone.memory.phonebook.entries, annaAndBert);
         QCOMPARE(phone.memory.phonebook.certainty, Certainty::Known);
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
-    }
+    });
 }
 
 void tst_ClassicPhonebook::failedReadLeavesNothing()
@@ -144,7 +144,7 @@ void tst_ClassicPhonebook::failedReadLeavesNothing()
         {"the user stops it", true, true},
         {"the store does not open", false, false},
     };
-    for (const auto& [opens, isCancelled] : rows) {
+    rows.each([&](const auto& opens, const auto& isCancelled) {
         ClassicPhone phone(2);
         phone.memory.phonebook.becomes(annaAndBert, Certainty::Known);
         phone.fill(annaAndBert);
@@ -164,7 +164,7 @@ void tst_ClassicPhonebook::failedReadLeavesNothing()
         QCOMPARE(classicEntries(*phone.list), opens ? std::vector<ClassicEntry>() : annaAndBert);
         QCOMPARE(phone.memory.phonebook.certainty, opens ? Certainty::Unknown : Certainty::Known);
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
-    }
+    });
 }
 
 void tst_ClassicPhonebook::disturbedLineMakesDoubtful()
@@ -179,14 +179,14 @@ void tst_ClassicPhonebook::disturbedLineMakesDoubtful()
     rows.add("an earlier command is answered",
              [](ClassicPhone& phone) { phone.port.expect(readNext, "ATZ\r\r\nOK\r\n"); });
 
-    for (const auto& [prepare] : rows) {
+    rows.each([&](const auto& prepare) {
         ClassicPhone phone(2);
         phone.script.expect(openStore);
         prepare(phone);
         phone.script.expect("AT\r");
         QVERIFY(ReadPB_TB(phone.job()));
         QCOMPARE(phone.memory.phonebook.certainty, Certainty::Doubtful);
-    }
+    });
 }
 
 void tst_ClassicPhonebook::writeKeepsItsPauses()
@@ -233,7 +233,7 @@ void tst_ClassicPhonebook::failedWriteSaysWhatIsThere()
         phone.script.then([&phone] { phone.progress.cancel.checked = true; }).expect("AT^WSSL\r");
     });
 
-    for (const auto& [certainty, entries, prepare] : rows) {
+    rows.each([&](const auto& certainty, const auto& entries, const auto& prepare) {
         ClassicPhone phone(3);
         phone.memory.phonebook.becomes(annaAndBert, Certainty::Known);
         phone.fill(annaAndBert);
@@ -247,7 +247,7 @@ void tst_ClassicPhonebook::failedWriteSaysWhatIsThere()
         QCOMPARE(phone.list->count(), 3);
         QVERIFY(!phone.progress.bar.visible);
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
-    }
+    });
 }
 
 void tst_ClassicPhonebook::lengths()
@@ -266,9 +266,9 @@ void tst_ClassicPhonebook::lengths()
         {"byte of a provider's number lost", Store::Providers, "^WSRE: 4,Call,5,0103\r\n", false},
         {"length beyond all numbers", Store::Providers, "^WSRE: 99999999999,Call,5,01013\r\n", false},
     };
-    for (const auto& [store, reply, addUp] : rows) {
+    rows.each([&](const auto& store, const auto& reply, const auto& addUp) {
         QCOMPARE(lengthsAddUp(reply, store), addUp);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_ClassicPhonebook)

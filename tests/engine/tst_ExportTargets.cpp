@@ -82,8 +82,9 @@ void tst_ExportTargets::takesColumnsAndRows()
         {"empty line", {{1}, true, true, true}, u"B/-/b2/b4"_s},
     };
     const auto list = letters();
-    for (const auto& [choice, expected] : rows)
+    rows.each([&](const auto& choice, const auto& expected) {
         QCOMPARE(inWords(makeExportTable(*list, choice)), expected);
+    });
     list->sortBy(0, Qt::DescendingOrder);
     QCOMPARE(inWords(makeExportTable(*list, {.columns = {0}, .useHeader = false})), u"a4/a3/a2/a1"_s);
     QCOMPARE(makeExportTable(*list, {.columns = {0, 1}, .addEmptyLine = true}).lineCount(), 6);
@@ -108,8 +109,9 @@ void tst_ExportTargets::cellsOfCsv()
         {"tab", u"\ta\tb "_s, Tab, u" "_s, u"a b"_s},
         {"other blanks stay", u"\ta "_s, Comma, u" "_s, u"\ta"_s},
     };
-    for (const auto& [text, separator, replacement, expected] : rows)
+    rows.each([&](const auto& text, const auto& separator, const auto& replacement, const auto& expected) {
         QCOMPARE(CsvCell(text, separator, replacement), expected);
+    });
 }
 
 void tst_ExportTargets::replacementsOfSeparators()
@@ -145,8 +147,9 @@ void tst_ExportTargets::linesOfCsv()
         {"letters that the code page lacks", tableOf({}, {{u"Łukasz"_s, u"Jörg €"_s}}), Tab,
          "?ukasz\tJ\xF6rg \x80\r\n"},
     };
-    for (const auto& [table, separator, expected] : rows)
+    rows.each([&](const auto& table, const auto& separator, const auto& expected) {
         QCOMPARE(csvBytes(table, separator, u" "_s), expected);
+    });
 }
 
 /// Only the marks change, and what comes in is not looked at again.
@@ -171,8 +174,9 @@ void tst_ExportTargets::templates()
         {"nothing is escaped", "<$Table.Content$>", u"<b> & \"Jörg\" €"_s, rowOf("<b> & \"J\xF6rg\" \x80")},
         {"every byte stays", bytes + "<$Table.Content$>" + bytes, u"a"_s, bytes + rowOfA + bytes},
     };
-    for (const auto& [page, cell, expected] : rows)
+    rows.each([&](const auto& page, const auto& cell, const auto& expected) {
         QCOMPARE(filledTemplate(page, u"K - L"_s, tableOf({}, {{cell}})), expected);
+    });
 }
 
 void tst_ExportTargets::stripes()
@@ -262,8 +266,7 @@ void tst_ExportTargets::texts()
         {"half a pair", QString(u'a') + QChar(0xD83D), u"a\uFFFD"_s},
         {"no character", QString(QChar(0xFFFE)), u"\uFFFD"_s},
     };
-    for (const auto& [text, expected] : rows)
-        QCOMPARE(xmlText(text), expected);
+    rows.each([&](const auto& text, const auto& expected) { QCOMPARE(xmlText(text), expected); });
 }
 
 QTEST_GUILESS_MAIN(tst_ExportTargets)

@@ -207,7 +207,7 @@ void tst_Exporter::refusals()
          u"Ansonsten kann nur "
          u"in lokale Dateien exportiert werden."_s},
     };
-    for (const auto& [prepare, text] : rows) {
+    rows.each([&](const auto& prepare, const auto& text) {
         Export made;
         prepare(made);
         made.test.dialogs.expect({.text = text, .icon = Icon::Information});
@@ -215,7 +215,7 @@ void tst_Exporter::refusals()
         QCOMPARE(made.progress.panel.texts, QStringList());
         QCOMPARE(made.test.settings.keys(u"frmExport"_s), QStringList());
         QVERIFY(!QFileInfo::exists(made.test.path(u"Dokumente"_s)));
-    }
+    });
 }
 
 void tst_Exporter::csv()
@@ -240,7 +240,7 @@ void tst_Exporter::endings()
         {"page", Destination::Html, u"a.HTM"_s, u"a.HTM"_s},
         {"no page", Destination::Html, u"a.htm.bak"_s, u"a.htm.bak.html"_s},
     };
-    for (const auto& [destination, name, expected] : rows) {
+    rows.each([&](const auto& destination, const auto& name, const auto& expected) {
         Export made;
         made.options.destination = destination;
         made.options.csvPath = made.options.htmlPath = made.test.path(u"ziel/"_s + name);
@@ -250,7 +250,7 @@ void tst_Exporter::endings()
         QCOMPARE(made.in(u"ziel"_s), QStringList(expected));
         const QString path = destination == Destination::Csv ? made.options.csvPath : made.options.htmlPath;
         QCOMPARE(path, made.test.path(u"ziel/"_s + expected));
-    }
+    });
 }
 
 void tst_Exporter::oldFileStaysOrGoes()
@@ -276,7 +276,7 @@ void tst_Exporter::oldFileStaysOrGoes()
     QCOMPARE(made.in(u"."_s), (QStringList{u"alt.csv"_s, u"link.csv"_s}));
 }
 
-/// A full disk, a name that is none: whatever fails, the file that was there is there again.
+/// A full disk, a name that is none: after every failure the old file is there again.
 void tst_Exporter::oldFileComesBack()
 {
     Export made;
@@ -337,7 +337,7 @@ void tst_Exporter::html()
         {"no place for the table", u"leer.html"_s, "<$Table.content$>",
          u"Der Bezeichner \"<$Table.Content$>\" wurde in der Exportvorlage nicht gefunden - Export nicht möglich."_s},
     };
-    for (const auto& [name, page, text] : rows) {
+    rows.each([&](const auto& name, const auto& page, const auto& text) {
         Export made;
         made.options.destination = Destination::Html;
         made.options.htmlPath = made.test.makeFile(u"seite.html"_s, "old");
@@ -352,7 +352,7 @@ void tst_Exporter::html()
         QCOMPARE(made.test.contentOf(made.options.htmlPath), before);
         QCOMPARE(made.in(u"."_s).filter(u".alt"_s), QStringList());
         QCOMPARE(made.progress.panel.texts, QStringList());
-    }
+    });
     Export made;
     made.options.destination = Destination::Html;
     made.options.useHeader = false;
@@ -362,8 +362,7 @@ void tst_Exporter::html()
     QCOMPARE(made.progress.panel.Text(), u"Export beendet."_s);
 }
 
-/// The office programs get a new file each time, which they can't overwrite; without one nothing stays
-/// behind.
+/// The office programs get a new file each time, which they can't overwrite. Without one no file is left.
 void tst_Exporter::office()
 {
     Export made;
@@ -441,8 +440,7 @@ void tst_Exporter::paths()
         {"a bracket", u"/home/<b>"_s, refused},
         {"what else a name may hold", u"/a|b\"c\\d"_s, {}},
     };
-    for (const auto& [path, expected] : rows)
-        QCOMPARE(exportPathFault(path), expected);
+    rows.each([&](const auto& path, const auto& expected) { QCOMPARE(exportPathFault(path), expected); });
 }
 
 QTEST_GUILESS_MAIN(tst_Exporter)

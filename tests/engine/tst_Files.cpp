@@ -26,7 +26,7 @@ private Q_SLOTS:
             {"there already", u"storage"_s, true}, {"a file is in the way", u"file/x"_s, false},
             {"too short", u"/x"_s, false},
         };
-        for (const auto& [path, made] : rows) {
+        rows.each([&](const auto& path, const auto& made) {
             TestContext test;
             test.makeFile(u"file"_s, "x");
             const QString full = path.startsWith(u'/') ? path : test.path(path);
@@ -36,7 +36,7 @@ private Q_SLOTS:
             if (!made)
                 test.dialogs.expectStart(u"Der Pfad "_s + shown + u" konnte nicht erstellt werden."_s);
             QCOMPARE(app::EnsureDirExists(test.context, full), made);
-        }
+        });
     }
 
     void readOnlyFilesAreDeleted()
@@ -78,13 +78,13 @@ private Q_SLOTS:
             {"UTF-8 with mark", "\xEF\xBB\xBF[S]\nk=\xC3\xBC\n", u"ü"_s},
             {"Windows-1252", "[S]\nk=\xFC\n", u"ü"_s},
         };
-        for (const auto& [file, value] : rows) {
+        rows.each([&](const auto& file, const auto& value) {
             TestContext test;
             if (!file.isEmpty())
                 test.makeFile(u"storage/config/Kalmo.ini"_s, file);
             QCOMPARE(test.settings.GetIniText(u"S"_s, u"k"_s), value);
             QCOMPARE(test.settings.GetIniText(u"S"_s, u"missing"_s, {}, u"fallback"_s), u"fallback"_s);
-        }
+        });
     }
 
     void otherSettingsAreKept()
@@ -118,13 +118,13 @@ private Q_SLOTS:
             {"lone quotes", "[S]\nk=\"\n"},
             {"broken UTF-8", "[S]\n\xC3\x28=\xFF\xFE\n"},
         };
-        for (const auto& [bytes] : rows) {
+        rows.each([&](const auto& bytes) {
             app::IniFile file = app::IniFile::parse(bytes);
             file.setValue(u"S"_s, u"new"_s, u"1"_s);
             const app::IniFile again = app::IniFile::parse(file.toBytes());
             QCOMPARE(again.value(u"S"_s, u"new"_s), std::optional(u"1"_s));
             QCOMPARE(again.toBytes(), file.toBytes());
-        }
+        });
     }
 
     void headOfTheLog()
@@ -193,12 +193,12 @@ private Q_SLOTS:
              "@0043200.00:                   Rx:\ta #vbCRLF# b #vbCR# c #vblf# d\n"},
             {"raw", u"Rx"_s, u"a\nb"_s, true, "@0043200.00:                   Rx:\ta\nb\n"},
         };
-        for (const auto& [tag, text, raw, line] : rows) {
+        rows.each([&](const auto& tag, const auto& text, const auto& raw, const auto& line) {
             TestContext test;
             test.startLog();
             test.log.WriteDebugLog(tag, text, raw);
             QCOMPARE(TestContext::contentOf(test.sy.logPath), line);
-        }
+        });
     }
 };
 

@@ -1,3 +1,5 @@
+// The serial line: AT exchanges, raw exchanges and their timeouts.
+
 #include "support/RecordedProgress.h"
 #include "support/Rows.h"
 #include "support/ScriptedLine.h"
@@ -37,7 +39,7 @@ private Q_SLOTS:
             {"no echo: payload is lost to it", "AT+CGMM\r", "\r\nWOODSTOCK\r\n\r\nOK\r\n", "K", Plain},
             {"extended error: answer untouched", "AT+X\r", "AT+X\r\r\n+CME ERROR: 3\r\n", "before", Fails},
         };
-        for (const auto& [command, answer, payload, mode] : rows) {
+        rows.each([&](const auto& command, const auto& answer, const auto& payload, const auto& mode) {
             inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
                 test.sy.blnTxLfTerminator = mode == LineFeed;
                 port.expect(mode == LineFeed && !command.endsWith('\n') ? command + '\n' : command, answer);
@@ -48,7 +50,7 @@ private Q_SLOTS:
                 QCOMPARE(received, payload);
                 QCOMPARE(line.repeats(), 0);
             });
-        }
+        });
     }
 
     void refusalsAreRepeated()
@@ -58,7 +60,7 @@ private Q_SLOTS:
             {"a word that ends in ORD", "AT+X\r\r\nRECORD\r\n"},
             {"silence", {}}, // three seconds of waiting and two recoveries of 0.8 seconds
         };
-        for (const auto& [refusal] : rows) {
+        rows.each([&](const auto& refusal) {
             inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
                 for (int attempt = 0; attempt < 3; ++attempt) {
                     if (attempt > 0)
@@ -72,7 +74,7 @@ private Q_SLOTS:
                 QVERIFY2(refusal.isEmpty() == (std::abs(test.clock.elapsed() - 4.6) < 0.02),
                          qPrintable(QString::number(test.clock.elapsed())));
             });
-        }
+        });
     }
 
     void repeatsAreReported()
@@ -144,7 +146,7 @@ private Q_SLOTS:
             {"silence", {}, -1},
             {"no end", "AT^SQWE=3\r\r\nOK", -1},
         };
-        for (const auto& [answer, code] : rows) {
+        rows.each([&](const auto& answer, const auto& code) {
             inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
                 port.expect("AT^SQWE=3\r\n", answer);
                 link::Line line(test.context, port);
@@ -160,7 +162,7 @@ private Q_SLOTS:
                     QVERIFY(std::abs(test.clock.elapsed() - start - 5.5) < 0.02);
                 QCOMPARE(panel.texts.value(1), u"Datenkanal wird geöffnet... 6 Sekunden max. Restzeit"_s);
             });
-        }
+        });
     }
 
     /// While the phone takes frames, an AT command would be a frame of many kilobytes.
@@ -176,7 +178,7 @@ private Q_SLOTS:
             QCOMPARE(answer, QByteArray());
             QVERIFY(test.logged().contains(u"Warning:: Tx refused, the line carries data"_s));
             QCOMPARE(test.clock.elapsed(), 0.0); // no recovery
-            line.ConfigurePort();                // a port that was opened anew starts with AT commands again
+            line.ConfigurePort();                // a port that was opened again starts with AT commands
             QCOMPARE(line.mode(), link::LineMode::Text);
             line.TxDirect("AT^SQWE=3\r\n"); // among which raw bytes have no place
             QCOMPARE(line.RxDirect(answer, 1), link::RxDirectTimeout);

@@ -56,11 +56,11 @@ private Q_SLOTS:
         rows.add("equal doubles find each other first", {u"A 1 d"_s, u"A 1 e"_s}, {u"A 1 e"_s, u"A 1 f"_s},
                  u"A1d>A1f"_s);
 
-        for (const auto& [held, wanted, outcome] : rows) {
+        rows.each([&](const auto& held, const auto& wanted, const auto& outcome) {
             const ListDiff diff = diffLists(entries(held), entries(wanted));
             QCOMPARE(inWords(diff), outcome);
             QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
-        }
+        });
     }
 
     void formInThePhone()
@@ -86,12 +86,12 @@ private Q_SLOTS:
             {"providers have a name and a number", Store::Providers, 2, full,
              ClassicEntry{.name = full.name, .number = full.number}},
         };
-        for (const auto& [store, phoneType, entry, held] : rows) {
+        rows.each([&](const auto& store, const auto& phoneType, const auto& entry, const auto& held) {
             TestContext test;
             SoundList sounds;
             sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
             QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
-        }
+        });
     }
 };
 

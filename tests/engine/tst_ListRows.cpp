@@ -1,3 +1,5 @@
+// The rows of a list: keys, order, selection.
+
 #include "support/Rows.h"
 #include "toolkit/ListRows.h"
 #include "toolkit/RowFilter.h"
@@ -67,7 +69,7 @@ private Q_SLOTS:
         rows.add("dates without one", {u"24.12  08:30"_s, u"03.05  09:00"_s, u"24.12  07:00"_s}, SortBy::Date,
                  Qt::AscendingOrder, {u"03.05  09:00"_s, u"24.12  07:00"_s, u"24.12  08:30"_s});
 
-        for (const auto& [added, sortsBy, order, sorted] : rows) {
+        rows.each([&](const auto& added, const auto& sortsBy, const auto& order, const auto& sorted) {
             ListRows atOnce(u"lvw"_s, {{u"Name"_s, sortsBy}});
             ListRows oneByOne(u"lvw"_s, {{u"Name"_s, sortsBy}});
             oneByOne.sortBy(0, order);
@@ -79,7 +81,7 @@ private Q_SLOTS:
             atOnce.sortBy(0, order);
             QCOMPARE(names(atOnce), sorted);
             QCOMPARE(names(oneByOne), sorted);
-        }
+        });
     }
 
     void searching()
@@ -94,8 +96,9 @@ private Q_SLOTS:
         rows.add("words in several columns", u"8899 zoë"_s, true);
         rows.add("one word is missing", u"zoë meier"_s, false);
         rows.add("no word reaches over two cells", u"müllerzoë"_s, false);
-        for (const auto& [typed, matches] : rows)
+        rows.each([&](const auto& typed, const auto& matches) {
             QCOMPARE(RowFilter(typed).matches(row), matches);
+        });
     }
 
     void selection()

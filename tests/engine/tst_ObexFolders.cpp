@@ -172,7 +172,7 @@ void tst_ObexFolders::operations()
     rows.add("attributes, silently", {{attributes("a", "\"W\"\"\""), refused}}, failsSilently, {},
              [](ObexClient& c) { return c.mmc->SetAttrib(u"a"_s, {}, u"W"_s, true); });
 
-    for (const auto& [exchanges, failure, folders, run] : rows) {
+    rows.each([&](const auto& exchanges, const auto& failure, const auto& folders, const auto& run) {
         OnlineClient online;
         auto& [test, port, client] = online;
         for (const auto& [request, answer] : exchanges)
@@ -186,7 +186,7 @@ void tst_ObexFolders::operations()
         QCOMPARE(went.join(u'|').remove(u"Mobile:"_s), folders);
         QCOMPARE(client.mmc->DirAct(), went.isEmpty() ? u"Mobile:\\"_s : went.last());
         QCOMPARE(client.events.count(u"BusyOn"_s), client.events.count(u"BusyOff"_s));
-    }
+    });
 }
 
 void tst_ObexFolders::namesThatDoNotFit()

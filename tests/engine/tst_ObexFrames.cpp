@@ -41,9 +41,7 @@ void tst_ObexFrames::requests()
          hex("02 00 1B 01 00 07 00 61 00 00 C3 00 00 00 03 4C 00 08 11 03 31 32 33 48 00 04 78")},
         {"IrMC delete", irmcDeleteFrame(u"a"_s, 7), hex("82 00 10 01 00 07 00 61 00 00 4C 00 06 11 01 37")},
     };
-    for (const auto& [frame, bytes] : rows) {
-        QCOMPARE(frame.toHex(' '), bytes.toHex(' '));
-    }
+    rows.each([&](const auto& frame, const auto& bytes) { QCOMPARE(frame.toHex(' '), bytes.toHex(' ')); });
 }
 
 void tst_ObexFrames::wholeFrames()
@@ -57,15 +55,15 @@ void tst_ObexFrames::wholeFrames()
         {"length -1", hex("A0 FF FF"), true, hex(""), false},
         {"longest", hex("A0 7F FF 01"), false, hex(""), true},
     };
-    for (const auto& [buffer, isWhole, payload, isSound] : rows) {
+    rows.each([&](const auto& buffer, const auto& isWhole, const auto& payload, const auto& isSound) {
         QCOMPARE(isWholeFrame(buffer), isWhole);
         if (!isWhole)
-            continue;
+            return;
         const ResponseFrame frame = takeFrame(buffer);
         QCOMPARE(frame.code, static_cast<int>(static_cast<uchar>(buffer[0])));
         QCOMPARE(frame.payload, payload);
         QCOMPARE(frame.lengthIsSound, isSound);
-    }
+    });
 }
 
 void tst_ObexFrames::leadingHeaders()
@@ -81,12 +79,12 @@ void tst_ObexFrames::leadingHeaders()
         {"cut length", hex("C3 00 01"), hex(""), -1, false},
         {"time stays", hex("44 00 05 01 02"), hex("44 00 05 01 02"), -1, false},
     };
-    for (auto [payload, data, total, endOfBody] : rows) {
+    rows.each([&](QByteArray payload, const auto& data, const auto& total, const auto& endOfBody) {
         const LeadingHeader leading = takeLeadingHeader(payload);
         QCOMPARE(payload, data);
         QCOMPARE(leading.totalSize ? static_cast<qint64>(*leading.totalSize) : -1, total);
         QCOMPARE(leading.endOfBodyBehindLength, endOfBody);
-    }
+    });
 }
 
 void tst_ObexFrames::codesInWords()
@@ -103,10 +101,10 @@ void tst_ObexFrames::codesInWords()
          u"a local file could not be removed"_s},
         {"unknown, below 0", -2, u"ReCode: unknown ReCode - &HFFFE"_s, u"ReCode: unknown ReCode - &HFFFE"_s},
     };
-    for (const auto& [code, german, english] : rows) {
+    rows.each([&](const auto& code, const auto& german, const auto& english) {
         QCOMPARE(GetFriedlyErrMsg(code), german);
         QCOMPARE(friendlyErrorEnglish(code), english);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_ObexFrames)

@@ -78,9 +78,9 @@ private Q_SLOTS:
                  {u"file A&B &lt; .q;&Z.&; | Mobile:\\A&B &lt; .q;&Z.&; | 1 bytes | - | 1/0"_s,
                   u"file §1 \"Â°Âx | Mobile:\\§1 \"Â°Âx | 1 bytes | - | 1/0"_s});
 
-        for (const auto& [folder, listing, entries] : rows) {
+        rows.each([&](const auto& folder, const auto& listing, const auto& entries) {
             QCOMPARE(inWords(parseFolderListing(listing, folder)), entries);
-        }
+        });
     }
 
     void filters()
@@ -91,14 +91,14 @@ private Q_SLOTS:
             {"with folders", {u"$ADD_FOLDER"_s, u".mid"_s}, {u"sub"_s, u"b.mid"_s}},
             {"folders only if said first", {u".mid"_s, u"$ADD_FOLDER"_s}, {u"b.mid"_s}},
         };
-        for (const auto& [filter, wantedNames] : rows) {
+        rows.each([&](const auto& filter, const auto& wantedNames) {
             QStringList names;
             const QString listing =
                 u"<folder name=\"sub\"/>"_s + fileTag(u"a.TXT"_s) + fileTag(u"b.mid"_s) + fileTag(u"c.bmp"_s);
             for (const tObxDirEntry& entry : parseFolderListing(listing, root, &filter))
                 names.append(entry.name);
             QCOMPARE(names, wantedNames);
-        }
+        });
     }
 
     void hugeListing() // anything but a linear walk would not come to an end
@@ -111,7 +111,10 @@ private Q_SLOTS:
     void rows()
     {
         QLocale::setDefault(QLocale::c());
-        ListRows list(u"FFS"_s, {{u"Name"_s, true}, {u"Typ"_s}, {u"Größe"_s, true}, {u"Attribut"_s}});
+        ListRows list(u"FFS"_s, {{u"Name"_s, kalmo::toolkit::SortBy::Tag},
+                                 {u"Typ"_s},
+                                 {u"Größe"_s, kalmo::toolkit::SortBy::Tag},
+                                 {u"Attribut"_s}});
         list.add({.key = u"old"_s});
         const auto entry = [](EntryKind kind, const QString& name, qint32 size, int user, int group) {
             return tObxDirEntry{kind, name, {}, size, {}, user, group};

@@ -1,5 +1,5 @@
-// Into data mode, into a connection, and back: what goes over the line, what the user sees, and where the
-// client stands after each way that it can fail.
+// Into data mode, into a connection, and back: the bytes on the line, the texts for the user, and the
+// client's state after each failure.
 
 #include "app/SettingsKeys.h"
 #include "obex/DataChannel.h"
@@ -113,7 +113,7 @@ private Q_SLOTS:
     void channelIsRefused()
     {
         const Rows<QByteArray> rows{{"comes back", "\r\nOK\r\n"}, {"stays deaf", {}}};
-        for (const auto& [answerToAt] : rows) {
+        rows.each([&](const auto& answerToAt) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
             port.expect(openCommand, "\r\nERROR\r\n").expect(connectFolders, connectFolders);
@@ -128,7 +128,7 @@ private Q_SLOTS:
             QVERIFY(!client.mmc->Online(client.progress.all()));
             QCOMPARE(stateOf(client),
                      comesBack ? givenUp : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
-        }
+        });
     }
 
     void silentPhoneIsRemembered()
@@ -150,7 +150,7 @@ private Q_SLOTS:
             {"user gives up", false, true},
             {"user gives up, and the phone stays in data mode", false, false},
         };
-        for (const auto& [retries, comesBack] : rows) {
+        rows.each([&](const auto& retries, const auto& comesBack) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
             port.expect(openCommand);
@@ -171,7 +171,7 @@ private Q_SLOTS:
             QCOMPARE(stateOf(client), retries     ? connected
                                       : comesBack ? givenUp
                                                   : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
-        }
+        });
     }
 
     void connectAnswers()
@@ -185,7 +185,7 @@ private Q_SLOTS:
             {"silence", {}, -1, 255},
             {"half an answer", hex("A0 00 07 10"), -1, 255},
         };
-        for (const auto& [answer, errorCode, maxPacket] : rows) {
+        rows.each([&](const auto& answer, const auto& errorCode, const auto& maxPacket) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
             test.startLog();
@@ -202,7 +202,7 @@ private Q_SLOTS:
             const bool clamped =
                 errorCode == 0 && !answer.endsWith(hex("27 10")) && !answer.endsWith(hex("00 FF"));
             QCOMPARE(test.logged().filter(u"MaxPacket="_s).size(), clamped ? 1 : 0);
-        }
+        });
     }
 
     void disconnectFails()
@@ -211,7 +211,7 @@ private Q_SLOTS:
             {"refused", hex("C3 00 03"), 0xC3},
             {"unplugged", {}, -1},
         };
-        for (const auto& [answer, errorCode] : rows) {
+        rows.each([&](const auto& answer, const auto& errorCode) {
             OnlineClient online;
             auto& [test, port, client] = online;
             port.expect(disconnectRequest, answer);
@@ -223,7 +223,7 @@ private Q_SLOTS:
             const double took = test.clock.elapsed() - before;
             QVERIFY2(errorCode == -1 ? took > 25 && took < 25.2 : took < 1,
                      qPrintable(QString::number(took)));
-        }
+        });
     }
 
     void channelDoesNotClose()
@@ -252,7 +252,7 @@ private Q_SLOTS:
             {"third round", 2},
             {"never", 4},
         };
-        for (const auto& [silentRounds] : rows) {
+        rows.each([&](const auto& silentRounds) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
             app::put(test.settings, app::keys::LastUnclosedObexDevice, u"phone"_s);
@@ -272,7 +272,7 @@ private Q_SLOTS:
             QCOMPARE(stateOf(client),
                      recovered ? untouched : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
             QVERIFY(!client.progress.bar.visible);
-        }
+        });
     }
 
     void lateAnswerIsThrownAway()
@@ -359,7 +359,7 @@ private Q_SLOTS:
             {"phone does not answer: no question, but it may have switched", false},
             {"phone has switched: back again", true},
         };
-        for (const auto& [answers] : rows) {
+        rows.each([&](const auto& answers) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
             port.expect(openCommand, answers ? "OK\r\n" : "").then([&] { client.mmc->askToStop(); });
@@ -370,7 +370,7 @@ private Q_SLOTS:
             QVERIFY(!client.mmc->Online(client.progress.all()));
             QCOMPARE(stateOf(client), givenUp);
             QVERIFY(!client.mmc->Online(client.progress.all())); // and nothing more until Offline
-        }
+        });
     }
 
     void lineThatIsGoneEndsTheProgram()

@@ -84,7 +84,7 @@ private Q_SLOTS:
                  {packet(0x20, header(0x48, "lost")), {}, packet(0xA0, header(0x49, "xy"))}, "xy",
                  {u"hier fehlt was"_s});
 
-        for (const auto& [answers, wantedData, boxes] : rows) {
+        rows.each([&](const auto& answers, const auto& wantedData, const auto& boxes) {
             OnlineClient online;
             auto& [test, port, client] = online;
             for (int index = 0; index < answers.size(); ++index) {
@@ -100,7 +100,7 @@ private Q_SLOTS:
             QVERIFY(client.mmc->GetFile(u"a"_s, data, client.progress.all()));
             QCOMPARE(data, wantedData);
             QVERIFY(client.progress.bar.value <= 100);
-        }
+        });
     }
 
     void gettingFails()
@@ -109,7 +109,7 @@ private Q_SLOTS:
             {"not found", hex("C4 0003"), false, 0xC4},
             {"a timeout is never silent", {}, true, -1},
         };
-        for (const auto& [answer, silent, code] : rows) {
+        rows.each([&](const auto& answer, const auto& silent, const auto& code) {
             OnlineClient online;
             auto& [test, port, client] = online;
             const QString target = test.makeFile(u"target"_s, "untouched");
@@ -124,7 +124,7 @@ private Q_SLOTS:
             QCOMPARE(client.progress.panel.Text(), u"Download a nicht abgeschlossen."_s);
             QVERIFY(!client.progress.bar.visible);
             QCOMPARE(client.events.last(), u"BusyOff"_s);
-        }
+        });
     }
 
     void gettingIntoAFile()
@@ -185,7 +185,7 @@ private Q_SLOTS:
         rows.add("three whole chunks draw a complaint", 717, {219, 249, 249},
                  {u"1/5"_s, u"2/5"_s, u"3/5"_s, u"4/5"_s}, true);
 
-        for (const auto& [size, chunks, steps, complains] : rows) {
+        rows.each([&](const auto& size, const auto& chunks, const auto& steps, const auto& complains) {
             const QByteArray object = objectOf(size);
             inEveryDelivery([&](TestContext& test, ScriptedPort& port) {
                 ObexClient client(test, port);
@@ -215,7 +215,7 @@ private Q_SLOTS:
                                                                   : u"Übertragung a abgeschlossen."_s}));
                 QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
             });
-        }
+        });
     }
 
     void puttingFails()
@@ -226,7 +226,7 @@ private Q_SLOTS:
             {"name leaves no room", QString(111, u'x'), {}, int(obex::RequestTooLong)},
             {"no such file", u"missing"_s, {}, int(obex::ReadFailed)},
         };
-        for (const auto& [name, answers, code] : rows) {
+        rows.each([&](const auto& name, const auto& answers, const auto& code) {
             OnlineClient online(255);
             auto& [test, port, client] = online;
             const QByteArray object = objectOf(717);
@@ -242,7 +242,7 @@ private Q_SLOTS:
             QCOMPARE(client.progress.panel.Text(), u"Übertragung %1 nicht abgeschlossen."_s.arg(name));
             QVERIFY(!client.progress.bar.visible);
             QCOMPARE(client.events.filter(u"Busy"_s), (QStringList{u"BusyOn"_s, u"BusyOff"_s}));
-        }
+        });
     }
 
     /// The request after it must not count as a part of the file.
@@ -290,7 +290,7 @@ private Q_SLOTS:
             {"between two frames", true},
             {"phone is silent", false},
         };
-        for (const auto& [phoneAnswers] : rows) {
+        rows.each([&](const auto& phoneAnswers) {
             OnlineClient online(255);
             auto& [test, port, client] = online;
             const QByteArray object = objectOf(717);
@@ -307,7 +307,7 @@ private Q_SLOTS:
             QVERIFY(!client.mmc->GetFile(u"a"_s, data, client.progress.all(), {},
                                          &code)); // nothing more goes out
             QCOMPARE(code, -3);
-        }
+        });
     }
 };
 

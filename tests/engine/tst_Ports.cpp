@@ -49,13 +49,13 @@ void tst_Ports::descriptions()
         {"modem by its port", QList{modem(u"COM5"_s)}, 5,
          u"Siemens USB Kabel DCA-140, DCA-540, DSC-600 #2"_s},
     };
-    for (const auto& [devices, number, description] : rows) {
+    rows.each([&](const auto& devices, const auto& number, const auto& description) {
         link::ComDescriptions table;
         table.RefreshComDesc(devices);
         QCOMPARE(table.GetComDescription(number), description);
         table.RefreshComDesc({});
         QCOMPARE(table.GetComDescription(number), QString());
-    }
+    });
 }
 
 void tst_Ports::numbersStayWithTheirDevices()

@@ -1,3 +1,5 @@
+// The search for a handset and its identification.
+
 #include "app/SettingsKeys.h"
 #include "link/mdlSearch.h"
 #include "link/PhoneModels.h"
@@ -90,14 +92,14 @@ void tst_Search::probe()
         {"second round", 3, 3, true, 0.7 + 0.65 + 0.15 + 0.16 + 0.17 + 0.18 + 0.19},
         {"third round comes too late", 4, 4, false, 0.7 + 0.65 + 0.85 + 0.19 + 0.2 + 0.21 + 0.22 + 0.23},
     };
-    for (const auto& [sent, answeredFrom, found, seconds] : rows) {
+    rows.each([&](const auto& sent, const auto& answeredFrom, const auto& found, const auto& seconds) {
         Search s;
         s.port.Open(u"COM1"_s);
         s.expectProbe(sent, answeredFrom);
         QCOMPARE(s.search.ProbeATZ(), found);
         QVERIFY2(std::abs(s.test.clock.elapsed() - seconds) < 0.01,
                  qPrintable(QString::number(s.test.clock.elapsed())));
-    }
+    });
 }
 
 void tst_Search::families()
@@ -109,7 +111,8 @@ void tst_Search::families()
         {"alias at the second stage", "BRUSSELS", "^WPPN: 3,XYZ", u"BRUSSELS:^WPPN: 3,XYZ"_s, u"13"_s, 13},
         {"alias out of range", "FOO", notAsked, u"FOO"_s, u"14"_s, 0},
     };
-    for (const auto& [cgmm, wppn, aliasKey, alias, phoneType] : rows) {
+    rows.each([&](const auto& cgmm, const auto& wppn, const auto& aliasKey, const auto& alias,
+                  const auto& phoneType) {
         Search s;
         s.port.Open(u"COM1"_s);
         s.test.settings.PutIniText(u"Alias"_s, aliasKey, alias);
@@ -122,7 +125,7 @@ void tst_Search::families()
         QCOMPARE(found, phoneType);
         QCOMPARE(rawId, QString::fromLatin1(wppn.isNull() ? cgmm : wppn));
         QCOMPARE(s.test.sy.PhoneID, rawId);
-    }
+    });
 }
 
 void tst_Search::triesEachRate()
@@ -179,7 +182,7 @@ void tst_Search::portThatCannotBeOpened()
         {"cancel", {Answer::Cancel}, true},
         {"again, then settings", {Answer::Yes, Answer::No, Answer::Yes}, false},
     };
-    for (const auto& [answers, ends] : rows) {
+    rows.each([&](const auto& answers, const auto& ends) {
         Search s;
         s.port.openable = false;
         bool inProblem = true;
@@ -193,7 +196,7 @@ void tst_Search::portThatCannotBeOpened()
             QVERIFY_THROWS_EXCEPTION(ProgramEnded, s.search.SearchPhone());
         else
             QCOMPARE(s.search.SearchPhone(), link::SearchOutcome::Settings);
-    }
+    });
 }
 
 void tst_Search::unknownPhones()
@@ -205,7 +208,7 @@ void tst_Search::unknownPhones()
         {"not that model", "^WPPN: 5,SL999", isIt, Answer::No, foreign.arg(u"^WPPN: 5,SL999"_s)},
         {"lying length", "^WPPN: 9,SL999", foreign.arg(u"^WPPN: 9,SL999"_s), Answer::No, {}},
     };
-    for (const auto& [wppn, question, answer, next] : rows) {
+    rows.each([&](const auto& wppn, const auto& question, const auto& answer, const auto& next) {
         Search s;
         s.expectProbe(2, 2);
         s.expectQuery("AT+CGMM\r", "BRUSSELS");
@@ -218,12 +221,12 @@ void tst_Search::unknownPhones()
             QCOMPARE(
                 s.desktop.opened,
                 u"https://www.kalmo.example/modell.php?Modell=[SL999]&Details=[%5EWPPN%3A%205%2CSL999]"_s);
-            continue;
+            return;
         }
         s.test.dialogs.expectStart(changeInterface, Buttons::YesNo, Answer::Yes);
         QCOMPARE(s.search.SearchPhone(), link::SearchOutcome::Settings);
         QCOMPARE(s.test.sy.PhoneType, 0);
-    }
+    });
 }
 
 void tst_Search::modelNames()
@@ -237,11 +240,11 @@ void tst_Search::modelNames()
         {"semicolon", u"^WPPN; 16,M3 Ex Plus prof."_s, {}},
         {"modem", u"ACME 56k"_s, {}},
     };
-    for (const auto& [raw, name] : rows) {
+    rows.each([&](const auto& raw, const auto& name) {
         QString parsed;
         QCOMPARE(link::ParseWppn(raw, parsed), !name.isNull());
         QCOMPARE(parsed, name);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_Search)

@@ -56,7 +56,8 @@ private Q_SLOTS:
             {"first run", {}, false, u"data/Merrow Works/Kalmo"_s, u"documents"_s, u"$DEFAULTPATH"_s},
             {"chosen by the user", u"TMP/mine"_s, false, u"mine"_s, u"documents"_s, u"TMP/mine"_s},
         };
-        for (const auto& [stored, settingsBesideProgram, storage, exports, storedAfter] : rows) {
+        rows.each([&](const auto& stored, const auto& settingsBesideProgram, const auto& storage,
+                      const auto& exports, const auto& storedAfter) {
             TestContext test;
             const QString tmp = test.folder.path();
             test.sy.OsClass = 6;
@@ -72,7 +73,7 @@ private Q_SLOTS:
             QCOMPARE(test.platform.storagePath, QString(storedAfter).replace(u"TMP"_s, tmp));
             QVERIFY(QDir(test.path(storage)).exists());
             QVERIFY(!QFile::exists(test.path(storage) + u"/HddAccessTest.dat"_s));
-        }
+        });
     }
 
     void pathThatCannotBeMade()
@@ -82,7 +83,7 @@ private Q_SLOTS:
             {"reset", Answer::Yes, 0, u"Speicherpfad zurückgesetzt."_s},
             {"reset fails", Answer::Yes, 5, u"Der Standardpfad konnte nicht definiert werden (A8)."_s},
         };
-        for (const auto& [reset, storing, told] : rows) {
+        rows.each([&](const auto& reset, const auto& storing, const auto& told) {
             TestContext test;
             test.sy.OsClass = 6;
             const QString path = test.makeFile(u"file"_s, "x") + u"/below a file"_s;
@@ -94,12 +95,12 @@ private Q_SLOTS:
             if (reset == Answer::No) {
                 QVERIFY(!app::GetMyPaths(test.context));
                 QCOMPARE(test.platform.storagePath, path);
-                continue;
+                return;
             }
             test.dialogs.expectStart(told);
             QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::GetMyPaths(test.context));
             QCOMPARE(test.platform.storagePath, storing == 0 ? u"$DEFAULTPATH"_s : path);
-        }
+        });
     }
 
     void startsThatEnd()
@@ -127,14 +128,14 @@ private Q_SLOTS:
             test.dialogs.expectStart(u"Abbruch nach Überprüfung der Ordner"_s);
         });
 
-        for (const auto& [arguments, calls, prepare] : rows) {
+        rows.each([&](const auto& arguments, const auto& calls, const auto& prepare) {
             TestContext test;
             FakeSplash splash;
             prepare(test, splash);
             QVERIFY_THROWS_EXCEPTION(ProgramEnded, app::runStartSequence(test.context, splash, arguments));
             QCOMPARE(splash.calls, calls);
             QVERIFY(arguments != u"/DELINI"_s || !QFile::exists(app::iniPath(test.storage)));
-        }
+        });
     }
 
     void firstRunAndNewVersion()
@@ -144,7 +145,7 @@ private Q_SLOTS:
             {"older version", "[frmEinstellungen]\nVersion=1.9.7\n", false},
             {"this version", "[frmEinstellungen]\nVersion=1.9.8\n", true},
         };
-        for (const auto& [ini, search] : rows) {
+        rows.each([&](const auto& ini, const auto& search) {
             TestContext test;
             FakeSplash splash;
             splash.size = {9600, 9000, 640, 600}; // just enough
@@ -157,7 +158,7 @@ private Q_SLOTS:
             QCOMPARE(test.sy.PixelX, 640);
             QCOMPARE(test.sy.PrgVersion, u"1.9.8"_s);
             QVERIFY(QDir(test.storage + u"/Backup"_s).exists());
-        }
+        });
     }
 
     void debugLogWithoutADesktop()
@@ -166,7 +167,7 @@ private Q_SLOTS:
             {"no folder yet", u"new/desktop"_s, false},
             {"no folder can be made", u"file/desktop"_s, true},
         };
-        for (const auto& [desktop, isElsewhere] : rows) {
+        rows.each([&](const auto& desktop, const auto& isElsewhere) {
             TestContext test;
             test.makeFile(u"file"_s, "x");
             app::DebugLog log(test.sy, test.clock, test.path(desktop));
@@ -183,7 +184,7 @@ private Q_SLOTS:
             const QString folder = isElsewhere ? QDir::tempPath() : test.path(desktop);
             QCOMPARE(QFileInfo(test.sy.logPath).path(), folder);
             QVERIFY(QFile::remove(test.sy.logPath));
-        }
+        });
     }
 
     void reminderOfAnUnclosedSession()

@@ -34,7 +34,8 @@ private Q_SLOTS:
             {"most", "+CSQ: 31,0", u"-- 51 dBm"_s, 99, "+CBC: 0,100", 100},
             {"cut short", "+CSQ:", u"-- 113 dBm"_s, 0, "+CBC", 0},
         };
-        for (const auto& [signal, text, gauge, battery, percent] : rows) {
+        rows.each([&](const auto& signal, const auto& text, const auto& gauge, const auto& battery,
+                      const auto& percent) {
             ScriptedLine scripted;
             answer(scripted.port, "AT+CSQ\r", signal);
             answer(scripted.port, "AT+CBC\r", battery);
@@ -42,7 +43,7 @@ private Q_SLOTS:
             QCOMPARE(quality.text, text);
             QCOMPARE(quality.gauge, gauge);
             QCOMPARE(link::GetBattery(scripted.line), percent);
-        }
+        });
     }
 
     void clock()
@@ -54,7 +55,7 @@ private Q_SLOTS:
             {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
             {"parts missing", "+CCLK: \"26/11,12\"", QDateTime()},
         };
-        for (const auto& [reply, time] : rows) {
+        rows.each([&](const auto& reply, const auto& time) {
             ScriptedLine scripted;
             auto& [test, port, line] = scripted;
             answer(port, "AT+CCLK?\r", reply);
@@ -64,7 +65,7 @@ private Q_SLOTS:
             QCOMPARE(link::GetPhoneTime(line, read), time.isValid());
             if (time.isValid())
                 QCOMPARE(read, time);
-        }
+        });
         ScriptedLine scripted;
         auto& [test, port, line] = scripted;
         port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
@@ -81,7 +82,7 @@ private Q_SLOTS:
             {"not used", ",,,", u",,,"_s, true, false},
             {"error", "", {}, true, true},
         };
-        for (const auto& [reply, wanted, isSet, isUsed] : rows) {
+        rows.each([&](const auto& reply, const auto& wanted, const auto& isSet, const auto& isUsed) {
             ScriptedLine scripted;
             auto& [test, port, line] = scripted;
             port.expect("AT^SACO?\r", "AT^SACO?\r\r\n" +
@@ -93,7 +94,7 @@ private Q_SLOTS:
             QCOMPARE(answer, wanted);
             QCOMPARE(usesAreaCodes(answer), isUsed);
             QCOMPARE(parseAreaCodes(answer).has_value(), !reply.isEmpty());
-        }
+        });
     }
 
     void setsAreaCodes()

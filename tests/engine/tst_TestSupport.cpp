@@ -31,7 +31,7 @@ void tst_TestSupport::portFailsOnAWrongScript()
         {"one too many", {"A"}, {"A", "B"}, {u"request 2:\n  came   42\n  wanted nothing"_s}},
         {"script left over", {"A", "B"}, {"A"}, {u"1 expected requests never came, the next one: 42"_s}},
     };
-    for (const auto& [expected, sent, complaints] : rows) {
+    rows.each([&](const auto& expected, const auto& sent, const auto& complaints) {
         TestContext test;
         ScriptedPort port(test);
         for (const QByteArray& request : expected)
@@ -40,7 +40,7 @@ void tst_TestSupport::portFailsOnAWrongScript()
             port.Write(request.constData(), static_cast<int>(request.size()));
         port.finish();
         QCOMPARE(test.verdict.take(), complaints);
-    }
+    });
 }
 
 void tst_TestSupport::everyDeliveryIsTried()
@@ -70,7 +70,7 @@ void tst_TestSupport::dialogsFailOnAWrongBox()
         {"buttons", {.text = u"Weg?"_s, .buttons = Buttons::YesNoCancel, .defaultButton = Answer::No}, false},
         {"default button", {.text = u"Weg?"_s, .buttons = Buttons::YesNo}, false},
     };
-    for (const auto& [shown, fits] : rows) {
+    rows.each([&](const auto& shown, const auto& fits) {
         TestContext test;
         test.dialogs.expect(wanted, Answer::Yes);
         QCOMPARE(test.dialogs.Show(shown), Answer::Yes);
@@ -78,7 +78,7 @@ void tst_TestSupport::dialogsFailOnAWrongBox()
         test.dialogs.expectStart(u"Weg?"_s, Buttons::YesNo, Answer::No); // which leaves the default open
         test.dialogs.Show(shown);
         QCOMPARE(test.verdict.take().isEmpty(), shown.text == wanted.text && shown.buttons == wanted.buttons);
-    }
+    });
 }
 
 void tst_TestSupport::verdictFailsTheTest()

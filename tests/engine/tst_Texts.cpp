@@ -53,10 +53,10 @@ private Q_SLOTS:
             {"one question mark for a pair of surrogates", u"a😀b"_s, "a?b", false},
             {"half a pair", u"a"_s + QChar(0xD83D), "a?", false},
         };
-        for (const auto& [text, bytes, fits] : rows) {
+        rows.each([&](const auto& text, const auto& bytes, const auto& fits) {
             QCOMPARE(app::toCp1252(text), bytes);
             QCOMPARE(app::fitsCp1252(text), fits);
-        }
+        });
     }
 
     void hex()
@@ -68,11 +68,11 @@ private Q_SLOTS:
             {"no hex", u"zz41"_s, QByteArray("\0A", 2)},
             {"empty", {}, {}},
         };
-        for (const auto& [text, bytes] : rows) {
+        rows.each([&](const auto& text, const auto& bytes) {
             QCOMPARE(app::TextFromHex(text), bytes);
             QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
             QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
-        }
+        });
     }
 
     void numbers()
@@ -84,11 +84,11 @@ private Q_SLOTS:
             {"empty", {}, 0.0, false},
             {"infinity is no number", u"inf"_s, 0.0, false},
         };
-        for (const auto& [text, value, numeric] : rows) {
+        rows.each([&](const auto& text, const auto& value, const auto& numeric) {
             QCOMPARE(app::Val(text), value);
             QCOMPARE(app::IsNumeric(text), numeric);
             QCOMPARE(app::ValInt(u"99999999999999999999"_s), std::numeric_limits<qint32>::max());
-        }
+        });
     }
 
     void namesAndNumbersOfAPhone()
@@ -101,10 +101,10 @@ private Q_SLOTS:
             {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
             {"not in the code page", u"Łódź"_s, {}, {}},
         };
-        for (const auto& [typed, name, number] : rows) {
+        rows.each([&](const auto& typed, const auto& name, const auto& number) {
             QCOMPARE(phonedata::acceptedName(typed), name);
             QCOMPARE(phonedata::acceptedNumber(typed), number);
-        }
+        });
     }
 
     /// The phone's small UTF-8, which is decoded by rules of its own.
@@ -121,9 +121,10 @@ private Q_SLOTS:
             {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},
             {"holes of the code page", "81 8D C3 A4 9D 80", "81 8D E4 9D 80"},
         };
-        for (const auto& [bytes, text] : rows)
+        rows.each([&](const auto& bytes, const auto& text) {
             QCOMPARE(app::UFT8Dec(app::fromCp1252(QByteArray::fromHex(bytes))),
                      app::fromCp1252(QByteArray::fromHex(text)));
+        });
     }
 
     void encodingReadsBack()

@@ -109,7 +109,8 @@ private Q_SLOTS:
             {"12", u"SL450HX"_s, handset::Options{.cards = handset::CardText::Raw}, 3},
             {"13", u"SL5 prof"_s, handset::Options{}, 3},
         };
-        for (const auto& [model, options, counterReads] : rows) { // of these, for a delete of three
+        rows.each([&](const auto& model, const auto& options,
+                      const auto& counterReads) { // of these, for a delete of three
             Contacts phone(model, options);
             QVERIFY(phone.read());
             phone.checkAllIsWell();
@@ -137,7 +138,7 @@ private Q_SLOTS:
             QVERIFY(phone.read());
             QCOMPARE(phone.list->count(), before - 1);
             phone.checkAllIsWell();
-        }
+        });
     }
 
     void busyPhone()
@@ -151,7 +152,7 @@ private Q_SLOTS:
         }
     }
 
-    /// A phone of paper that says to have two contacts, and more places than there can be, and sends one.
+    /// A scripted phone that claims two contacts, and more places than there can be, and sends one.
     void partOfAList()
     {
         const auto object = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
@@ -204,7 +205,7 @@ private Q_SLOTS:
             {"first connection refused", Faults{.refuseAt = 1}, 0xC3, false},
             {"says to be done early", Faults{.earlySuccess = true}, 1, false},
         };
-        for (const auto& [faults, told, unconfirmed] : rows) {
+        rows.each([&](const auto& faults, const auto& told, const auto& unconfirmed) {
             Contacts phone(u"SL400H"_s, {.maxPacket = 255});
             QVERIFY(phone.read());
             const int before = phone.list->count();
@@ -222,7 +223,7 @@ private Q_SLOTS:
             phone.port.handset().setFaults({});
             QVERIFY(phone.read());
             phone.checkAllIsWell();
-        }
+        });
     }
 
     void noRoom()

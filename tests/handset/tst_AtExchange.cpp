@@ -1,3 +1,5 @@
+// The emulated handset in command mode.
+
 #include "handset/model/Models.h"
 #include "link/PhoneModels.h"
 #include "support/HandsetTalk.h"
@@ -9,7 +11,7 @@ using namespace kalmo;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
-/// What goes over the wire in command mode, byte for byte, and what a client that does it wrong is told.
+/// The bytes on the wire in command mode, and the violations of a client that does it wrong.
 class AtExchange : public QObject
 {
     Q_OBJECT
@@ -48,11 +50,11 @@ private Q_SLOTS:
                  "AT+CGMM\r\r\nPICASSO\r\n\r\nOK\r\nAT+CGMR\r\r\n31.07\r\n\r\nOK\r\n",
                  {u"sent into the answer to AT+CGMM"_s});
 
-        for (const auto& [model, said, answer, violations] : rows) {
+        rows.each([&](const auto& model, const auto& said, const auto& answer, const auto& violations) {
             HandsetTalk talk({.model = model});
             QCOMPARE(talk.sayAll(said), answer);
             QCOMPARE(talk.violations(), violations);
-        }
+        });
     }
 
     /// What is written reads back as it was, or is refused; and what of it no client should have sent.
@@ -72,7 +74,7 @@ private Q_SLOTS:
             {"no such day", newest, "1,A,1,1,11,00023012005", {}, true},
             {"enormous length", newest, "99999999999,A,1,1,0,", {}, true},
         };
-        for (const auto& [model, entry, kept, malformed] : rows) {
+        rows.each([&](const auto& model, const auto& entry, const auto& kept, const auto& malformed) {
             HandsetTalk talk(emptyHandset(model));
             const QByteArray answer = talk.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=" + entry + "\r\n"});
             QCOMPARE(answer, "AT^WSWE=" + entry + "\r\r\n" + (kept.isEmpty() ? "ERROR\r\n" : "OK\r\n"));
@@ -80,7 +82,7 @@ private Q_SLOTS:
                      "AT^WSRE\r\r\n" + (kept.isEmpty() ? "OK\r\n" : "^WSRE: " + kept + "\r\n\r\nOK\r\n"));
             const QStringList complaint{u"malformed: AT^WSWE="_s + QString::fromLatin1(entry)};
             QCOMPARE(talk.violations(), malformed ? complaint : QStringList());
-        }
+        });
         HandsetTalk full({.model = newest, .seed = u"none"_s, .capacity = 1});
         const QByteArray second = "AT^WSWE=1,B,1,2,0,\r\n";
         QVERIFY(full.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=1,A,1,1,0,\r\n", second}).endsWith("\nERROR\r\n"));
@@ -103,12 +105,12 @@ private Q_SLOTS:
                  {u"AT^WSRE without an open store"_s, u"AT^WSWE=4,Abel,3,123,0, without an open store"_s,
                   u"ended by CR LF: AT^WSWE=4,Abel,3,123,0,"_s});
 
-        for (const auto& [said, violations] : rows) {
+        rows.each([&](const auto& said, const auto& violations) {
             HandsetTalk talk(emptyHandset(u"PICASSO"_s));
             talk.sayAll(said);
             talk.port.Close();
             QCOMPARE(talk.violations(), violations);
-        }
+        });
         HandsetTalk prepared(emptyHandset(u"GALICIA"_s)); // and an entry of the same text behind it
         prepared.sayAll({open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSWE=1,A,1,1,0,\r\n", "AT^WSSL\r"});
         QCOMPARE(prepared.violations(), QStringList());
@@ -174,7 +176,7 @@ private Q_SLOTS:
              handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage},
              {garbage, ok, garbage}},
         };
-        for (const auto& [options, wantedAnswers] : rows) {
+        rows.each([&](const auto& options, const auto& wantedAnswers) {
             HandsetTalk talk(options);
             QByteArrayList answers;
             for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
@@ -182,7 +184,7 @@ private Q_SLOTS:
                 answers.append(talk.say("ATZ\r"));
             }
             QCOMPARE(answers, wantedAnswers);
-        }
+        });
     }
 
     void faults()
@@ -210,7 +212,7 @@ private Q_SLOTS:
                   "AT^WSRE\r\r\n^WSRE: 7,S\xfc"
                   "d-Tel,5,01052\r\n\r\nOK\r\n"});
 
-        for (const auto& [faults, said, wantedAnswers] : rows) {
+        rows.each([&](const auto& faults, const auto& said, const auto& wantedAnswers) {
             handset::Options options;
             for (const QString& fault : faults)
                 QCOMPARE(handset::setFault(options.faults, fault), std::nullopt);
@@ -220,7 +222,7 @@ private Q_SLOTS:
                 answers.append(talk.say(bytes));
             QCOMPARE(answers, wantedAnswers);
             QCOMPARE(talk.violations(), QStringList());
-        }
+        });
     }
 
     void dropsTheLine()

@@ -1,3 +1,5 @@
+// Kalmo's engine against the emulated handset.
+
 #include "link/mdlSearch.h"
 #include "link/mdlStatus.h"
 #include "link/PhoneModels.h"
@@ -118,7 +120,7 @@ void MeetsTheClient::files()
         {"12, more than the client sends", u"S820"_s, 16390, ListingForm::Plain},
         {"13, more than 32767", u"SL5 prof"_s, 65535, ListingForm::Plain},
     };
-    for (const auto& [model, maxPacket, listing] : rows) {
+    rows.each([&](const auto& model, const auto& maxPacket, const auto& listing) {
         Meeting meeting({.model = model, .maxPacket = maxPacket, .memoryCard = 5000000, .listing = listing});
         QVERIFY(meeting.search());
         QCOMPARE(meeting.test.sy.PhoneType, meeting.port.handset().phone().family.number);
@@ -164,7 +166,7 @@ void MeetsTheClient::files()
         QVERIFY(link::GetSoftwareVersion(meeting.line, text));
         QCOMPARE(text, meeting.test.sy.PhoneSVN);
         QCOMPARE(link::GetBattery(meeting.line), 70);
-    }
+    });
 }
 
 /// A folder that holds itself, and names that lead nowhere or elsewhere, bring the client's walk to an end.

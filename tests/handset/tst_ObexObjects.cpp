@@ -1,3 +1,5 @@
+// Objects of the emulated handset over OBEX.
+
 #include "support/ObexTalk.h"
 #include "support/Rows.h"
 
@@ -75,11 +77,11 @@ void ObexObjects::refusals()
         {"no card", older, QByteArray::fromHex("83001A4C001732130110005C004D004D00430061007200640000"), 0xC4},
         {"opcode of nobody", older, obexFrame(0x87), 0xD1},
     };
-    for (const auto& [model, request, code] : rows) {
+    rows.each([&](const auto& model, const auto& request, const auto& code) {
         ObexTalk talk({.model = model});
         talk.ask(connectFolders);
         QCOMPARE(talk.ask(request).toHex(' '), obexFrame(code).toHex(' '));
-    }
+    });
 }
 
 void ObexObjects::keepsFiles()
@@ -129,12 +131,12 @@ void ObexObjects::changes()
         {"not there", obexFrame(0x82, nameHeader("0099.vcf") + counterHeader("25")), obexFrame(0xC4), {}},
         {"no counter", putContact({}, text), told("0026", "26"), {u"a change without the change counter"_s}},
     };
-    for (const auto& [request, answer, violations] : rows) {
+    rows.each([&](const auto& request, const auto& answer, const auto& violations) {
         ObexTalk talk({.model = u"SL450HX"_s});
         openContacts(talk);
         QCOMPARE(talk.ask(request), answer);
         QCOMPARE(talk.violations(), violations);
-    }
+    });
 }
 
 void ObexObjects::readsCards()
@@ -153,13 +155,13 @@ void ObexObjects::readsCards()
         {"general client", "N:A;\r\nTEL;CELL;VOICE:1\r\nTEL;TYPE=WORK:2\r\nNOTE:x\r\n",
          "N:A;\r\nTEL;CELL:1\r\nTEL;WORK:2\r\n"},
     };
-    for (const auto& [lines, stored] : rows) {
+    rows.each([&](const auto& lines, const auto& stored) {
         ObexTalk talk(emptyHandset(u"S68H"_s));
         openContacts(talk);
         QCOMPARE(talk.ask(putContact("0", card(lines))), told("0001", "1"));
         QCOMPARE(talk.fetchFile("0001.vcf"),
                  "BEGIN:VCARD\r\nVERSION:2.1\r\n" + stored + "X-IRMC-LUID:0001\r\nEND:VCARD\r\n");
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(ObexObjects)

@@ -1,3 +1,5 @@
+// Violations and faults of the emulated handset in data mode.
+
 #include "support/ObexTalk.h"
 #include "support/Rows.h"
 
@@ -76,13 +78,13 @@ private Q_SLOTS:
                  {u"a request without a connection"_s});
         rows.add("no request", {"\x1B\rAT\r"}, {u"no request: 1B 0D"_s});
 
-        for (const auto& [requests, violations] : rows) {
+        rows.each([&](const auto& requests, const auto& violations) {
             ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
             talk.ask(connectFolders);
             for (const QByteArray& request : requests)
                 talk.ask(request);
             QCOMPARE(talk.violations(), violations);
-        }
+        });
     }
 
     void faults()
@@ -99,7 +101,7 @@ private Q_SLOTS:
         rows.add("length too small", {u"wrong-length-at=1"_s, u"wrong-length-by=-2"_s}, {toRoot, toRoot},
                  {hex("A00001"), ok});
 
-        for (const auto& [faults, requests, wantedAnswers] : rows) {
+        rows.each([&](const auto& faults, const auto& requests, const auto& wantedAnswers) {
             ObexTalk talk({.model = u"S68H"_s, .maxPacket = 300});
             talk.ask(connectFolders);
             handset::Faults set;
@@ -111,7 +113,7 @@ private Q_SLOTS:
                 answers.append(talk.ask(request));
             QCOMPARE(answers, wantedAnswers);
             QCOMPARE(talk.violations(), QStringList());
-        }
+        });
     }
 
     /// Bytes of any kind, cut anywhere: no crash, and the way back is always open.
@@ -149,7 +151,8 @@ private Q_SLOTS:
         rows.add("no silence behind", u"S68H"_s, 1.0, 0.7, {}, {},
                  {u"no silence behind +++"_s, u"no silence before +++"_s});
 
-        for (const auto& [model, before, behind, toEscape, toCommand, violations] : rows) {
+        rows.each([&](const auto& model, const auto& before, const auto& behind, const auto& toEscape,
+                      const auto& toCommand, const auto& violations) {
             ObexTalk talk({.model = model});
             talk.ask(connectFolders);
             QCOMPARE(talk.ask(obexFrame(0x81)), ok);
@@ -157,7 +160,7 @@ private Q_SLOTS:
             QCOMPARE(talk.say("+++", behind), toEscape);
             QCOMPARE(talk.say("AT^SQWE=0\r\n"), toCommand);
             QCOMPARE(talk.violations(), violations);
-        }
+        });
     }
 };
 

@@ -1,3 +1,5 @@
+// The program kalmo-handset on a pseudo terminal.
+
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"
 
@@ -64,13 +66,13 @@ private Q_SLOTS:
         rows.add("link in the way", {u"--link=/"_s}, 1, {},
                  u"kalmo-handset: / exists and is no symbolic link.\n"_s);
 
-        for (const auto& [arguments, status, out, err] : rows) {
+        rows.each([&](const auto& arguments, const auto& status, const auto& out, const auto& err) {
             const ProgramRun run =
                 RunningPrograms().run(u"env"_s, QStringList{u"kalmo-handset"_s} + arguments);
             QCOMPARE(run.status, status);
             QCOMPARE(run.err, err);
             QCOMPARE(run.out.left(out.size()), out);
-        }
+        });
     }
 
     void answersOnItsTerminal()

@@ -1,3 +1,5 @@
+// Clients for any phone against the emulated handset.
+
 #include "support/RunningPrograms.h"
 
 #include <QDir>

@@ -61,7 +61,7 @@ private Q_SLOTS:
             {"fails behind its work", good, "cp \"$2\" \"$3\"; exit 1", Fault::BadMelody},
             {"is missing", good, "", Fault::NoConverter},
         };
-        for (const auto& [bytes, script, fault] : rows) {
+        rows.each([&](const auto& bytes, const auto& script, const auto& fault) {
             Workshop shop;
             if (!script.startsWith("exec"))
                 shop.plugins.replace(u"m9b"_s, script);
@@ -70,7 +70,7 @@ private Q_SLOTS:
             QCOMPARE(file.failure->fault, fault);
             QVERIFY(!QFile::exists(shop.path(u"out/a.mid"_s)));
             QCOMPARE(shop.leftovers(), QStringList());
-        }
+        });
     }
 
     /// Work folders of programs that run stay, those of programs that were killed go.

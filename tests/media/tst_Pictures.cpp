@@ -82,7 +82,7 @@ private Q_SLOTS:
             {"12, clip", 12, UploadKind::ClipPictures, u"plain.jpg JPEG 240x160 RGB"_s, 0},
             {"13, clip", 13, UploadKind::ClipPictures, u"plain.jpg JPEG 240x172 RGB"_s, 0},
         };
-        for (const auto& [phoneType, kind, form, bits] : rows) {
+        rows.each([&](const auto& phoneType, const auto& kind, const auto& form, const auto& bits) {
             Workshop shop;
             const auto file = prepare(shop, made(u"plain.jpg"_s), {.phoneType = phoneType, .kind = kind});
             QVERIFY(!file.failure && !file.remark);
@@ -93,7 +93,7 @@ private Q_SLOTS:
                 QCOMPARE(bytes.size(), 54 + size.width() * size.height() * bits / 8);
                 QCOMPARE(bytes.mid(28, 6), QByteArray(1, static_cast<char>(bits)) + QByteArray(5, '\0'));
             }
-        }
+        });
     }
 
     void eachKindOfPicture()
@@ -112,13 +112,13 @@ private Q_SLOTS:
             {"upright", u"turned.jpg"_s, quarters},
             {"transparent is white", u"clear.png"_s, {Qt::red, Qt::white, Qt::white, Qt::white}},
         };
-        for (const auto& [name, colours] : rows) {
+        rows.each([&](const auto& name, const auto& colours) {
             Workshop shop;
             const auto file =
                 prepare(shop, made(name), {.phoneType = 9, .kind = UploadKind::Pictures, .quality = 100});
             QVERIFY2(!file.failure, qPrintable(file.failure ? file.failure->detail : QString()));
             QCOMPARE(look(file.path, colours), u"JPEG 128x160 RGB"_s);
-        }
+        });
         Workshop shop; // the second frame is black
         const auto film = prepare(shop, made(u"film.gif"_s), {.phoneType = 9, .kind = UploadKind::Pictures});
         QVERIFY(QImage(film.path).pixelColor(100, 130).lightness() > 200);
@@ -135,13 +135,13 @@ private Q_SLOTS:
             {"cropped", Fit::Crop, {Qt::red, Qt::red, Qt::green, Qt::blue, Qt::red}},
             {"inside", Fit::Inside, {Qt::white, Qt::white, Qt::white, Qt::white, Qt::red}},
         };
-        for (const auto& [fit, colours] : rows) {
+        rows.each([&](const auto& fit, const auto& colours) {
             const QImage image = media::fitted(picture.image, {128, 160}, fit);
             QCOMPARE(image.size(), QSize(128, 160));
             const QPoint points[] = {{2, 2}, {60, 2}, {125, 2}, {2, 157}, {2, 77}};
             for (qsizetype index = 0; index < colours.size(); ++index)
                 QCOMPARE(image.pixelColor(points[index]), colours[index]);
-        }
+        });
         for (const Fit fit : {Fit::Stretch, Fit::Crop, Fit::Inside}) {
             QImage line(10000, 1, QImage::Format_RGB32);
             line.fill(Qt::red);
@@ -163,11 +163,11 @@ private Q_SLOTS:
         QVERIFY(0 < sizes[0] && sizes[0] < sizes[1] && sizes[1] < sizes[2]);
         const Rows<int, int> rows{{"too low", -5, 10}, {"too high", 101, 100}, {"between", 60, 60}};
         QVERIFY(media::SaveBitmapToBmp(QImage(made(u"plain.png"_s)), shop.path(u"a.bmp"_s), 32) > 0);
-        for (const auto& [given, clamped] : rows) {
+        rows.each([&](const auto& given, const auto& clamped) {
             int quality = given;
             QVERIFY(!media::ConvertBmpToJpg(shop.path(u"a.bmp"_s), shop.path(u"a.jpg"_s), quality));
             QCOMPARE(quality, clamped);
-        }
+        });
     }
 
     void badPictures()
@@ -183,13 +183,13 @@ private Q_SLOTS:
             {"another kind", u"a.txt"_s, "hello", Fault::NotFit},
             {"no name", u",;.png"_s, Workshop::contentOf(made(u"small.png"_s)), Fault::NoName},
         };
-        for (const auto& [name, bytes, fault] : rows) {
+        rows.each([&](const auto& name, const auto& bytes, const auto& fault) {
             Workshop shop;
             const auto file =
                 prepare(shop, shop.makeFile(name, bytes), {.phoneType = 9, .kind = UploadKind::Pictures});
             QVERIFY(file.failure);
             QCOMPARE(file.failure->fault, fault);
-        }
+        });
         Workshop shop;
         const media::UploadOptions options{.phoneType = 9, .kind = UploadKind::Pictures};
         QCOMPARE(prepare(shop, shop.path(u"none.jpg"_s), options).failure->fault, Fault::NoSource);

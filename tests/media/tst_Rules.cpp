@@ -29,11 +29,11 @@ private Q_SLOTS:
             {"a folder below", u"Mobile:\\Pictures\\2026"_s, 8, UploadKind::None, {}},
             {"another one", u"Mobile:\\Videos"_s, 8, UploadKind::None, {}},
         };
-        for (const auto& [folder, phoneType, kind, filter] : rows) {
+        rows.each([&](const auto& folder, const auto& phoneType, const auto& kind, const auto& filter) {
             QCOMPARE(uploadKind(folder, phoneType), kind);
             const auto types = fileTypes(kind);
             QCOMPARE(types.empty() ? QString() : types[0].description, filter);
-        }
+        });
     }
 
     void endingsDecide()
@@ -46,11 +46,11 @@ private Q_SLOTS:
             {"mid", u"a.Mid"_s, {0, 0, 0, 1}},         {"none", u"mp3"_s, {0, 0, 0, 0}},
             {"program", u"a.jpg.exe"_s, {0, 0, 0, 0}},
         };
-        for (const auto& [path, fits] : rows) {
+        rows.each([&](const auto& path, const auto& fits) {
             const QList<int> found{isFit(path, UploadKind::Pictures), isFit(path, UploadKind::ClipPictures),
                                    isFit(path, UploadKind::Sounds), isFit(path, UploadKind::Melodies)};
             QCOMPARE(found, fits);
-        }
+        });
     }
 
     void picturesHaveTheFamilysSize()
@@ -61,12 +61,13 @@ private Q_SLOTS:
             {"10", 10, {128, 160}, {128, 86}, true, 32},  {"11", 11, {128, 160}, {128, 86}, true, 32},
             {"12", 12, {240, 320}, {240, 160}, true, 32}, {"13", 13, {240, 320}, {240, 172}, true, 32},
         };
-        for (const auto& [phoneType, picture, clip, jpeg, depth] : rows) {
+        rows.each([&](const auto& phoneType, const auto& picture, const auto& clip, const auto& jpeg,
+                      const auto& depth) {
             QCOMPARE(pictureSize(phoneType, UploadKind::Pictures), picture);
             QCOMPARE(pictureSize(phoneType, UploadKind::ClipPictures), clip);
             QCOMPARE(takesJpeg(phoneType), jpeg);
             QCOMPARE(bitmapDepth(phoneType), depth);
-        }
+        });
     }
 
     void namesAreCut()
@@ -82,10 +83,10 @@ private Q_SLOTS:
             {"half a letter at the cut", u"/a/abcdefghijk😀x.mid"_s, u"mid"_s, u"abcdefghijk.mid"_s,
              u"abcdefghijk.mid"_s},
         };
-        for (const auto& [source, extension, name, sent] : rows) {
+        rows.each([&](const auto& source, const auto& extension, const auto& name, const auto& sent) {
             QCOMPARE(convertedName(source, extension), name);
             QCOMPARE(nameAsSent(name), sent);
-        }
+        });
     }
 };
 

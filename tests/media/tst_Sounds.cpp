@@ -80,7 +80,7 @@ private Q_SLOTS:
             {"blanks and umlauts", u"Kü che.x.WAV"_s, 1, 1},
             {"as long as names get", QString(250, u'x') + u".wav"_s, 1, 1},
         };
-        for (const auto& [name, trim, seconds] : rows) {
+        rows.each([&](const auto& name, const auto& trim, const auto& seconds) {
             Workshop shop;
             shop.makeFile(u"a1.wav"_s, wav(tone(440, -6, 10 * soundRate)));
             const QString source = shop.makeFile(name, wav(tone(1000, -6, 3 * soundRate)));
@@ -89,7 +89,7 @@ private Q_SLOTS:
             QCOMPARE(codes.size(), seconds * media::codesPerSecond);
             QVERIFY(clearness(heard(codes), 1000) > 40);
             QCOMPARE(shop.leftovers(), QStringList());
-        }
+        });
     }
 
     void mp3()
@@ -133,12 +133,12 @@ private Q_SLOTS:
              Fault::BadSound},
             {"a list of addresses", u"in.m3u"_s, "http://localhost:9/x.wav\n", Fault::BadSound},
         };
-        for (const auto& [name, bytes, fault] : rows) {
+        rows.each([&](const auto& name, const auto& bytes, const auto& fault) {
             Workshop shop;
             QCOMPARE(faultOf(convert(shop, shop.makeFile(name, bytes))), fault);
             QVERIFY(!QFile::exists(shop.path(u"out.L22"_s)));
             QCOMPARE(shop.leftovers(), QStringList());
-        }
+        });
         Workshop shop;
         QCOMPARE(faultOf(convert(shop, shop.path(u"none.wav"_s))), Fault::NoSource);
         QCOMPARE(faultOf(convert(shop, shop.path({}))), Fault::NoSource);
@@ -160,14 +160,14 @@ private Q_SLOTS:
              Fault::NoConverter},
             {"never stops talking", u"sox"_s, "yes >&2", Fault::TooLong},
         };
-        for (const auto& [name, script, fault] : rows) {
+        rows.each([&](const auto& name, const auto& script, const auto& fault) {
             Workshop shop;
             shop.plugins.replace(name, script);
             QCOMPARE(faultOf(convert(shop, shop.makeFile(u"in.mp3"_s, wav(tone(1000, -6, soundRate))))),
                      fault);
             QVERIFY(!QFile::exists(shop.path(u"out.L22"_s)));
             QCOMPARE(shop.leftovers(), QStringList());
-        }
+        });
     }
 
     void cancels()

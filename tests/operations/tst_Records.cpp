@@ -133,12 +133,12 @@ private Q_SLOTS:
             {"of another phone", swapped("02979 0123456", "02979-0123456"), false},
             {"as it was", whole, true},
         };
-        for (const auto& [bytes, isListed] : rows) {
+        rows.each([&](const auto& bytes, const auto& isListed) {
             test.makeFile(u"storage/Verlauf/SL450HX_02979_0123456/2.record"_s, bytes);
             QCOMPARE(ids(records), isListed ? (QStringList{u"2"_s, u"1"_s}) : QStringList{u"1"_s});
             QCOMPARE(records.read(u"2"_s).has_value(), isListed);
             QCOMPARE(records.finish(u"2"_s, State::Unknown), isListed);
-        }
+        });
         // A changed byte shows only when the parts are read.
         test.makeFile(u"storage/Verlauf/SL450HX_02979_0123456/2.record"_s, whole.chopped(1) + "x");
         QCOMPARE(ids(records).size(), 2);
@@ -211,13 +211,13 @@ private Q_SLOTS:
              {QString(5000, u'm'), QString(5000, u's')},
              QString(60, u'm') + u'_' + QString(60, u's')},
         };
-        for (const auto& [hostile, name] : rows) {
+        rows.each([&](const auto& hostile, const auto& name) {
             TestContext test;
             Records records(test.context, hostile);
             QCOMPARE(begun(records), u"1"_s);
             QCOMPARE(namesIn(test.storage + u"/Verlauf"_s), QStringList{name});
             QCOMPARE(records.all().front().phone, hostile);
-        }
+        });
     }
 
     /// A folder may serve two phones whose names differ in other signs only.
@@ -253,7 +253,8 @@ private Q_SLOTS:
             {"line gone", u"C475"_s, {.hangUpAt = 1}, u"C475"_s, false, 1},
             {"silent", u"C475"_s, {.silentAfter = 1}, u"C475"_s, false, 1},
         };
-        for (const auto& [phoneId, faults, model, isKnown, commands] : rows) {
+        rows.each([&](const auto& phoneId, const auto& faults, const auto& model, const auto& isKnown,
+                      const auto& commands) {
             TestContext test;
             HandsetPort port(test.clock, {.model = u"PICASSO"_s, .atOnce = true, .faults = faults});
             link::Line line(test.context, port);
@@ -263,7 +264,7 @@ private Q_SLOTS:
             QCOMPARE(identifyPhone(line), (PhoneIdentity{model, serial}));
             QCOMPARE(identifyPhone(line).serial, serial);
             QCOMPARE(port.handset().phone().faults.commands, commands);
-        }
+        });
     }
 };
 

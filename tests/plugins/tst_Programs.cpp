@@ -75,11 +75,11 @@ private Q_SLOTS:
             {"nowhere to write", u"g722demo"_s, u"-enc good.raw none/out"_s, 1,
              u"g722demo: none/out can't be written\n"_s},
         };
-        for (const auto& [program, words, status, error] : rows) {
+        rows.each([&](const auto& program, const auto& words, const auto& status, const auto& error) {
             const QStringList arguments = words.split(u' ', Qt::SkipEmptyParts);
             QCOMPARE(run(plugin(program), arguments), std::pair(status, error));
             QCOMPARE(QDir(m_folder.path()).entryList({u"out*"_s, u"*.part"_s}, QDir::Files), QStringList());
-        }
+        });
     }
 
     /// One code for two samples, each in a word; a lone sample and a lone byte are left out.

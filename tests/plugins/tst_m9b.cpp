@@ -74,12 +74,12 @@ private Q_SLOTS:
                  QByteArray::fromHex("28000000") + midiFile(0, {note + end}) + QByteArray(9, '\0'),
              note + end},
         };
-        for (const auto& [file, track] : rows) {
+        rows.each([&](const auto& file, const auto& track) {
             const m9b::Result result = convert(file);
             QCOMPARE(result.error, std::string());
             QCOMPARE(bytesOf(result).toHex(' '), midiFile(0, {track}).toHex(' '));
             QCOMPARE(bytesOf(convert(bytesOf(result))).toHex(' '), bytesOf(result).toHex(' '));
-        }
+        });
     }
 
     void refuses()
@@ -119,8 +119,7 @@ private Q_SLOTS:
             {"a silence that no file holds", midiFile(0, {note + " FF FF FF 7F FF 01 00 01 90 3C 40" + end}),
              "the MIDI file holds a silence that is too long"},
         };
-        for (const auto& [file, error] : rows)
-            QCOMPARE(convert(file).error, error);
+        rows.each([&](const auto& file, const auto& error) { QCOMPARE(convert(file).error, error); });
     }
 
     void limitsTheSize()

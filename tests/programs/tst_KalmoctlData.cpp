@@ -1,4 +1,4 @@
-// Files as users handle them, and what is left behind when a run is broken off. In real time.
+// Files as users handle them, and the state after a run that was stopped. In real time.
 
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"
@@ -49,7 +49,7 @@ private Q_SLOTS:
              u"The last run did not end its data session with ^WPPN: 7,SL450HX; taking the handset back to "
              "commands.\n"_s},
         };
-        for (const auto& [signal, status, err, nextErr] : rows) {
+        rows.each([&](const auto& signal, const auto& status, const auto& err, const auto& nextErr) {
             RunningPrograms programs;
             QVERIFY(programs.startHandset({u"--model"_s, u"SL450HX"_s}));
             const QString big = programs.makeFile(u"big.bin"_s, QByteArray(400000, 'x'));
@@ -64,7 +64,7 @@ private Q_SLOTS:
             QCOMPARE(next.status, 0);
             QVERIFY2(!next.out.contains(u"big.bin"_s), qPrintable(next.out));
             QCOMPARE(programs.stopHandset(), QString());
-        }
+        });
     }
 };
 

@@ -33,7 +33,7 @@ private Q_SLOTS:
              u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
              "too deeply nested document.\n"_s},
         };
-        for (const auto& [line, status, err] : rows) {
+        rows.each([&](const auto& line, const auto& status, const auto& err) {
             RunningPrograms programs;
             programs.makeFile(u"storage/config/Kalmo.ini"_s,
                               "[Ports\n=\x00\xff]\n" + QByteArray(1000000, '=') +
@@ -45,7 +45,7 @@ private Q_SLOTS:
             QCOMPARE(run.err, err);
             QCOMPARE(run.status, status);
             QCOMPARE(run.out, QString());
-        }
+        });
     }
 
     void pipesAndLocales()

@@ -10,8 +10,8 @@ namespace kalmo::tests {
 
 class Verdict;
 
-/// A serial port with the emulated handset behind it, on virtual time. It is open from the start, at the
-/// handset's own rate.
+/// A serial port with the emulated handset at its other end, on virtual time. It is open from the start, at
+/// the handset's own rate.
 class HandsetPort : public link::SPortAx, private handset::TimeSource, private handset::Wire
 {
 public:

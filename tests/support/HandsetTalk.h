@@ -4,7 +4,7 @@
 
 namespace kalmo::tests {
 
-/// A client without any manners: says whatever the test wants to an emulated handset, and listens.
+/// A client without any rules: sends everything that the test wants to an emulated handset, and listens.
 class HandsetTalk
 {
 public:

@@ -4,7 +4,7 @@
 
 namespace kalmo::tests {
 
-/// Length of what stands behind it and of itself, as OBEX writes it.
+/// Length of the bytes after it and of itself, as OBEX writes it.
 inline QByteArray big16(qsizetype number)
 {
     return QByteArray(1, static_cast<char>(number >> 8)) + static_cast<char>(number);

@@ -9,7 +9,7 @@ namespace kalmo::tests {
 class RecordedPanel : public toolkit::StatusPanel
 {
 public:
-    QStringList texts; ///< all that was ever shown, the last one is what stands there now
+    QStringList texts; ///< all texts that were ever shown; the last one is shown now
 
     QString Text() const override { return texts.isEmpty() ? QString() : texts.last(); }
     void SetText(const QString& text) override { texts.append(text); }

@@ -7,8 +7,8 @@
 
 namespace kalmo::tests {
 
-/// A table of named rows, for `for (const auto& [reply, text] : rows)`: the loop gives what stands behind the
-/// name. It ends with the first row that fails the test, and that row is named then.
+/// A table of named rows. `rows.each([&](const auto& reply, const auto& text) {...})` runs the body for each
+/// row with the cells after its name. A row that fails is named, and the others run all the same.
 template <typename... Columns>
 class Rows
 {
@@ -22,39 +22,45 @@ public:
 
     Rows() = default;
     Rows(std::initializer_list<Row> rows) : m_rows(rows) {}
-    ~Rows()
-    {
-        if (m_current < m_rows.size() && QTest::currentTestFailed())
-            qWarning("failed in the row \"%s\"", m_rows[m_current].name);
-    }
     Q_DISABLE_COPY_MOVE(Rows)
     void add(const char* name, Columns... columns) { m_rows.emplace_back(name, std::move(columns)...); }
 
-    struct End
+    template <typename Body>
+    void each(const Body& body) const
     {
-    };
+        for (const Row& row : m_rows) {
+            const bool hasFailed = QTest::currentTestFailed();
+            if (hasFailed) // nothing tells the failures of two rows apart but this
+                qWarning("after that, in the row \"%s\":", row.name);
+            runRow(body, row);
+            if (!hasFailed && QTest::currentTestFailed())
+                qWarning("failed in the row \"%s\"", row.name);
+        }
+    }
+
     struct Iterator
     {
-        const Rows& rows;
-        const std::tuple<Columns...>& operator*() const { return rows.m_rows[rows.m_current].cells; }
-        void operator++() { ++rows.m_current; }
-        bool operator!=(End) const
-        {
-            if (rows.m_current > 0 && QTest::currentTestFailed())
-                return --rows.m_current, false;
-            return rows.m_current < rows.m_rows.size();
-        }
+        const Row* row;
+        const std::tuple<Columns...>& operator*() const { return row->cells; }
+        void operator++() { ++row; }
+        bool operator!=(const Iterator& other) const { return row != other.row; }
     };
-    Iterator begin() const
-    {
-        m_current = 0;
-        return {*this};
-    }
-    End end() const { return {}; }
+    Iterator begin() const { return {m_rows.data()}; }
+    Iterator end() const { return {m_rows.data() + m_rows.size()}; }
 
 private:
+    template <typename Body>
+    static void runRow(const Body& body, const Row& row)
+    {
+        try {
+            std::apply(body, row.cells);
+        } catch (...) {
+            qWarning("thrown in the row \"%s\"", row.name);
+            throw;
+        }
+    }
+
     std::vector<Row> m_rows;
-    mutable std::size_t m_current = 0;
 };
 
 } // namespace kalmo::tests

@@ -30,7 +30,7 @@ public:
     QByteArray contentOf(const QString& name) const;
     QString line() const { return path(QStringLiteral("line")); } ///< the handset's end of the cable
 
-    /// Starts a handset, and waits until it is ready. Its memory lies in "handset".
+    /// Starts a handset, and waits until it is ready. Its memory is in "handset".
     bool startHandset(const QStringList& arguments);
     /// Where its terminal is, as it printed that.
     QString terminal() const { return m_terminal; }

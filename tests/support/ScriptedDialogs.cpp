@@ -57,7 +57,7 @@ QString inWords(const Message& message)
                                                      message.text);
 }
 
-/// Whether buttons and start of the text of a box are those of another.
+/// Returns true if the buttons and the start of the text of two boxes are equal.
 bool startsLike(const QString& shown, const QString& start)
 {
     const auto buttons = [](const QString& box) {

@@ -5,7 +5,7 @@
 
 namespace kalmo::tests {
 
-/// The line with a phone of paper at its end.
+/// The line with a scripted phone at its end.
 struct ScriptedLine
 {
     TestContext test;

@@ -18,10 +18,9 @@ struct Delivery
     QString name() const;
 };
 
-/// A serial port with a phone of paper behind it: the script says which bytes come next, each write being one
-/// request, and what is answered to them after how long. Any other byte, a request too many and a script that
-/// was not used up fail the test, with a hex dump of the difference. After the first wrong request the port
-/// is silent.
+/// A serial port with a scripted phone at its other end. The script holds the requests, one for each write,
+/// and their answers with a delay. Any other byte, a request too many and a script that was not used up fail
+/// the test, with a hex dump of the difference. After the first wrong request the port is silent.
 class ScriptedPort : public link::SPortAx
 {
 public:

@@ -136,7 +136,7 @@ void Controls::gauge()
     }
 }
 
-/// A box without the focus passes the wheel on to what it lies in.
+/// A box without the focus passes the wheel on to its parent.
 void Controls::wheelScrollsThePage()
 {
     const ui::WheelGuard guard;

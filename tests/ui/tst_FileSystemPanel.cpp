@@ -1,4 +1,4 @@
-// The file system panel against the emulated handset: what becomes of the files in the phone and on the disk.
+// The file system panel against the emulated handset: its effects on the files in the phone and on the disk.
 
 #include "app/Files.h"
 #include "obex/clsMmc.h"
@@ -242,7 +242,7 @@ void FileSystemPanel::uploads()
     made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.png"_s);
     made.press("open");
 
-    // Not behind a backup that is not what the phone lists.
+    // Nothing is replaced if its backup does not match the phone's listing.
     upload("fünf");
     made.press("open");
     upload("sechs");

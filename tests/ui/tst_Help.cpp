@@ -1,3 +1,5 @@
+// The help window, sponsors, icons, boxes and the blocking of a window.
+
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/help/HelpWindow.h"
@@ -22,7 +24,7 @@ using namespace Qt::StringLiterals;
 using toolkit::Answer;
 using toolkit::Buttons;
 
-/// What stands around the program's own work: help, sponsors, icons, boxes.
+/// The parts around the program's own work: help, sponsors, icons, boxes.
 class tst_Help : public QObject
 {
     Q_OBJECT

@@ -1,3 +1,5 @@
+// The view of a list: order, selection, search and keys.
+
 #include "app/mdlRegIni.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/lists/RowsView.h"

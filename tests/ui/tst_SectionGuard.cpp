@@ -1,3 +1,5 @@
+// Questions before a section with unsaved changes is left, and the commands of each section.
+
 #include "app/SettingsKeys.h"
 #include "support/TestContext.h"
 #include "ui/window/SectionGuard.h"

@@ -1,3 +1,5 @@
+// The way from the command line through splash and settings to the main window.
+
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
@@ -269,7 +271,7 @@ void tst_Start::savesEverySetting()
     QCOMPARE(saved.first().first().toBool(), true);
     QCOMPARE(app::getInt(given.test.settings, app::keys::ComPortNew), 1);
     QCOMPARE(app::get(given.test.settings, app::keys::Version), u"1.9.8"_s);
-    QCOMPARE(given.test.sy.ComNoForThisRun, 0); // the user has chosen anew
+    QCOMPARE(given.test.sy.ComNoForThisRun, 0); // the user has chosen another one
     QVERIFY(!given.port.IsOpen() && !form.isVisible());
     form.ReadSettingsToForm();
     QCOMPARE(checks(), u"0101"_s);

@@ -1,3 +1,5 @@
+// The main window against the emulated handset.
+
 #include "phonedata/BackupFiles.h"
 #include "phonedata/ClassicCommands.h"
 #include "support/ObexClient.h"
@@ -194,7 +196,7 @@ void frmPBTest::classicListIsWritten()
     QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), static_cast<qsizetype>(before - 1));
 }
 
-/// By the keys of the window: whatever has the focus, the list in front is searched, marked and copied.
+/// By the keys of the window: with the focus anywhere, the list in front is searched, marked and copied.
 void frmPBTest::listsAreSearched()
 {
     OpenWindow open(u"PICASSO"_s);
