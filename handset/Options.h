@@ -70,6 +70,7 @@ struct Options
     std::optional<CardText> cards = {};     ///< nothing for the way of the family
     std::optional<bool> answersEscape = {}; ///< answers "+++"; nothing for the default of the family
     bool counterLine = false;               ///< a line end after the number in "cc.log"
+    bool ownCardLuid = false;               ///< the handset's own card has a LUID line like a contact's
     bool areaCodePrefix = false;            ///< "^SACO: " before the area codes
     bool atOnce = false; ///< answers without a delay of its own, so that only the line's is left
 

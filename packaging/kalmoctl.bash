@@ -65,7 +65,7 @@ _kalmoctl()
                 'files rm'*) options+=' --force' ;;
                 'files attr '*) [[ ${#given[@]} != 3 ]] || words='ro rw' ;;
                 'phonebook read' | 'providers read' | 'calendar read' | 'notes read') options+=' --output -o' ;;
-                'phonebook write') options+=' --dry-run' files='tel|json' ;;
+                'phonebook write') options+=' --dry-run' files='tel|json|csv|vcf' ;;
                 'providers write') options+=' --dry-run' files='prv|json' ;;
                 'phonebook write '* | 'providers write '*) options+=' --dry-run' ;;
                 preview*) options+=" ${importValues//[@()|]/ } $importSwitches" files='csv|txt|tel|wab|vcf' ;;
@@ -73,8 +73,8 @@ _kalmoctl()
                     options+=' --from --columns --rows --no-header --empty-line --separator --replace --template --fixed-width --force'
                     files='csv|xlsx|docx|html|htm|vcf'
                     ;;
-                'phonebook add') files='csv|json' ;;
-                'phonebook set '*) [[ ${#given[@]} != 3 ]] || files='csv|json' ;;
+                'phonebook add') files='csv|json|vcf' ;;
+                'phonebook set '*) [[ ${#given[@]} != 3 ]] || files='csv|json|vcf' ;;
             esac
             ;;
     esac

@@ -113,9 +113,9 @@ QByteArray IrmcStore::text(const IrmcItem& item, CardText form) const
     return m_index == ContactStore ? cardText(item.fields, item.luid, form) : organizerText(item, kind().end);
 }
 
-QByteArray IrmcStore::wholeText(CardText form) const
+QByteArray IrmcStore::wholeText(CardText form, const QString& ownLuid) const
 {
-    QByteArray out = m_index == ContactStore ? cardText({}, {}, form) : QByteArray();
+    QByteArray out = m_index == ContactStore ? cardText({}, ownLuid, form) : QByteArray();
     for (const IrmcItem& item : m_items)
         out += text(item, form);
     return out;

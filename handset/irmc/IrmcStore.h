@@ -50,9 +50,10 @@ public:
     void change(const QString& luid, const QJsonObject& fields);
     void remove(const QString& luid);
 
-    /// An item as it goes over the wire, and all of them. The contacts begin with the handset's own card.
+    /// An item as it goes over the wire, and all of them. The contacts begin with the handset's own card,
+    /// which may have a LUID line.
     QByteArray text(const IrmcItem& item, CardText form) const;
-    QByteArray wholeText(CardText form) const;
+    QByteArray wholeText(CardText form, const QString& ownLuid = {}) const;
     /// Parses an item from a client. Gives nothing if it is no item of this store.
     std::optional<QJsonObject> parse(const QByteArray& text) const;
     /// The store's report about its room, with `surplus` entries more than there are.

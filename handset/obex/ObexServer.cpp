@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double requestSeconds = 0.02;
+constexpr double sortSeconds = 0.99; // for a phonebook that has changed; clients wait a second
 constexpr quint32 connection = 1;
 constexpr quint8 version = 0x10;
 constexpr qsizetype leastPacket = 255;
@@ -139,8 +140,19 @@ ObexServer::Answer ObexServer::connectTo(const ObexPacket& request)
     return answer(obex::Success, rest);
 }
 
+ObexServer::Answer ObexServer::answerChange(const QStringList& path, const ObjectReply& reply)
+{
+    const bool isContact = isTelecom(path) && path.value(1) == irmcKinds()[ContactStore].folder;
+    if (reply.isGood() && isContact)
+        m_sortedAt = m_time.now() + requestSeconds + reply.seconds + sortSeconds;
+    return answer(reply);
+}
+
 ObexServer::Answer ObexServer::disconnect()
 {
+    if (m_sortedAt && m_time.now() < *m_sortedAt && !m_phone.faults.confuse())
+        complain(u"DISCONNECT within a second of a changed contact"_s);
+    m_sortedAt.reset();
     reset();
     Answer goodbye = answer(obex::Success);
     goodbye.disconnected = true;

@@ -15,7 +15,7 @@ public:
         bool disconnected = false; ///< the client has disconnected
     };
 
-    ObexServer(Phone& phone, const TimeSource& time) : m_phone(phone), m_store(phone, time) {}
+    ObexServer(Phone& phone, const TimeSource& time) : m_phone(phone), m_time(time), m_store(phone, time) {}
 
     Answer handle(const ObexPacket& request);
     /// Resets to the state before the first CONNECT.
@@ -74,13 +74,18 @@ private:
     std::optional<QStringList> asItStands(const QString& name);
     void complain(const QString& what) { m_phone.violations.record(what); }
 
+    /// Answers a change, and notes when a contact has changed.
+    Answer answerChange(const QStringList& path, const ObjectReply& reply);
+
     Phone& m_phone;
+    const TimeSource& m_time;
     ObjectStore m_store;
     bool m_connected = false;
     qsizetype m_largestAnswer = 255;
     QStringList m_folder;
     Outgoing m_out;
     Incoming m_in;
+    std::optional<double> m_sortedAt; ///< when the phonebook is in order again after a change
 };
 
 } // namespace kalmo::handset

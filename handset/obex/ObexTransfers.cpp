@@ -92,6 +92,8 @@ ObexServer::Answer ObexServer::get(const ObexPacket& request)
     if (const ObexParameter* memory = find(parameters, TagMemory))
         return answer(m_store.memory(memory->value));
     const auto path = name && !name->isEmpty() ? locate(*name, false) : std::nullopt;
+    if (path && m_store.isIrmc() && path->last() == irmcKinds()[ContactStore].whole)
+        complain(u"the whole phonebook is asked for over IrMC"_s);
     return path ? startSending(*name, m_store.get(*path)) : answer(obex::BadRequest);
 }
 
@@ -205,8 +207,8 @@ ObexServer::Answer ObexServer::finishReceiving()
         complain(u"\"%1\" of %2 bytes was announced with %3"_s.arg(object.what, QString::number(size),
                                                                    QString::number(*object.length)));
     const bool isDelete = m_phone.isTolerant() && size == 0 && isTelecom(object.path);
-    return answer(isDelete ? m_store.remove(object.path, object.request)
-                           : m_store.put(object.path, object.request));
+    return answerChange(object.path, isDelete ? m_store.remove(object.path, object.request)
+                                              : m_store.put(object.path, object.request));
 }
 
 /// A PUT without a body: rights, a move, or a delete.
@@ -223,7 +225,8 @@ ObexServer::Answer ObexServer::change(const ObexPacket& request)
     if (rights)
         return answer(m_store.setRights(*path, rights->value));
     const ObexParameter* counter = find(parameters, TagExpectedCounter);
-    return answer(
+    return answerChange(
+        *path,
         m_store.remove(*path, {.expectedCounter = counter ? std::optional(counter->value) : std::nullopt}));
 }
 

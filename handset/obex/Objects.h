@@ -57,6 +57,7 @@ private:
         QString luid = {};
     };
     ItemPath itemAt(const QStringList& path) const;
+    QByteArray wholeText(const IrmcStore& store) const;
     ObjectReply whole(const IrmcStore& store);
     std::optional<quint8> refusal(const IrmcStore& store, const ChangeRequest& request) const;
     ObjectReply changed(const IrmcStore& store, const QString& luid, bool tells);

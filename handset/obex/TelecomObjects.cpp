@@ -15,6 +15,7 @@ namespace {
 constexpr double writeSeconds = 0.4;
 constexpr double prepareSeconds = 0.2;
 const QString itemFolder = u"luid"_s;
+const QString ownLuid = u"0000"_s; // of the handset's own card, where it has one
 const QString informationFile = u"devinfo.txt"_s;
 
 ListingRow folderRow(const QString& name)
@@ -48,7 +49,7 @@ std::vector<ListingRow> TelecomObjects::list(const QStringList& path) const
         const IrmcKind& kind = store.kind();
         if (path.isEmpty()) {
             rows.push_back(folderRow(kind.folder));
-            rows.push_back(fileRow(kind.whole, store.wholeText(m_phone.cardText())));
+            rows.push_back(fileRow(kind.whole, wholeText(store)));
         } else if (path == QStringList{kind.folder}) {
             rows.push_back(folderRow(itemFolder));
             rows.push_back(fileRow(u"info.log"_s, store.infoLog()));
@@ -78,13 +79,18 @@ bool TelecomObjects::hasItem(const QStringList& path) const
     return found.store && found.store->find(found.luid);
 }
 
+QByteArray TelecomObjects::wholeText(const IrmcStore& store) const
+{
+    return store.wholeText(m_phone.cardText(), m_phone.options.ownCardLuid ? ownLuid : QString());
+}
+
 ObjectReply TelecomObjects::whole(const IrmcStore& store)
 {
     if (m_phone.faults.busy > 0) {
         --m_phone.faults.busy;
         return {.code = obex::InternalError};
     }
-    return {.content = store.wholeText(m_phone.cardText()), .seconds = prepareSeconds};
+    return {.content = wholeText(store), .seconds = prepareSeconds};
 }
 
 ObjectReply TelecomObjects::get(const QStringList& path)

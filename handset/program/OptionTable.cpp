@@ -176,6 +176,8 @@ const std::vector<OptionRow> optionRows = {
      choice<bool>(&Options::areaCodePrefix, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"escape-answer"_s, u"YES|NO"_s, u"says OK to +++: yes or no (as the family has it)"_s,
      choice<bool>(&Options::answersEscape, {{u"yes"_s, true}, {u"no"_s, false}})},
+    {u"own-card-luid"_s, u"YES|NO"_s, u"a LUID line in the handset's own card: yes or no (no)"_s,
+     choice<bool>(&Options::ownCardLuid, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"counter-line"_s, u"YES|NO"_s, u"a line end behind the change counter: yes or no (no)"_s,
      choice<bool>(&Options::counterLine, {{u"yes"_s, true}, {u"no"_s, false}})},
     {u"at-once"_s,

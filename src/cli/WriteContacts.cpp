@@ -125,7 +125,7 @@ bool ContactWriter::confirm(const ContactEdit& edit, const ContactPlan& plan, Ex
         status = ExitFailed;
         m_job.out.error(
             room ? u"the phone has room for %1 more once those are removed; nothing was changed in it."_s.arg(
-                       entryCount(static_cast<size_t>(*room) + plan.remove.size()))
+                       entryCount(static_cast<size_t>(std::max(*room, 0)) + plan.remove.size()))
                  : u"the phone does not say how much room it has; nothing was changed in it."_s);
         return false;
     }

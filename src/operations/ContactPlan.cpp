@@ -42,7 +42,7 @@ public:
             [](const ContactCard& in, const ContactCard& want) { return in.entry.luid == want.entry.luid; });
         match(haveSameCard);
         match([](const ContactCard& in, const ContactCard& want) {
-            return haveSameName(in.entry, want.entry);
+            return isReachable(in.entry) && haveSameName(in.entry, want.entry);
         });
     }
 
@@ -52,8 +52,8 @@ public:
         for (size_t index = 0; index < m_wanted.size(); ++index)
             plan.same += addTo(plan, m_wanted[index], m_partner[index]) ? 0 : 1;
         for (size_t index = 0; index < m_held.size(); ++index) {
-            if (!m_isTaken[index] && isReachable(m_held[index].entry))
-                plan.remove.push_back(m_held[index].entry);
+            if (!m_isTaken[index])
+                (isReachable(m_held[index].entry) ? plan.remove : plan.stuck).push_back(m_held[index].entry);
         }
         return plan;
     }
@@ -64,7 +64,7 @@ private:
     {
         for (size_t want = 0; want < m_wanted.size(); ++want) {
             for (size_t in = 0; in < m_held.size() && !m_partner[want]; ++in) {
-                if (m_isTaken[in] || !isReachable(m_held[in].entry) || !fits(m_held[in], m_wanted[want]))
+                if (m_isTaken[in] || !fits(m_held[in], m_wanted[want]))
                     continue;
                 m_partner[want] = &m_held[in];
                 m_isTaken[in] = true;
@@ -107,25 +107,6 @@ std::vector<ContactCard> cardsWithoutOwn(const ContactReading& held)
     if (hasOwnCard(held))
         cards.erase(cards.begin());
     return cards;
-}
-
-/// Cards of the phone that no plan can remove.
-Contacts unreachable(const std::vector<ContactCard>& cards)
-{
-    Contacts entries;
-    for (const ContactCard& card : cards) {
-        if (!isReachable(card.entry))
-            entries.push_back(card.entry);
-    }
-    return entries;
-}
-
-ContactPlan planFor(const ContactReading& held, const std::vector<ContactCard>& wanted)
-{
-    const std::vector<ContactCard> cards = cardsWithoutOwn(held);
-    ContactPlan plan = Matching(cards, wanted).plan();
-    plan.stuck = unreachable(cards);
-    return plan;
 }
 
 const ContactCard* findReachable(const ContactReading& held, const QString& luid, LuidPlan& plan)
@@ -198,7 +179,7 @@ ContactPlan planEqual(const ContactReading& held, const Contacts& wanted)
         cards.push_back({entry});
     if (startsWithOwn) // a saved list holds it like the others
         cards.erase(cards.begin());
-    return planFor(held, cards);
+    return Matching(cardsWithoutOwn(held), cards).plan();
 }
 
 ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& wanted)
@@ -213,7 +194,7 @@ ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& w
         if (card.entry.isStandIn)
             card.entry.luid.clear();
     }
-    return planFor(held, cards);
+    return Matching(cardsWithoutOwn(held), cards).plan();
 }
 
 } // namespace kalmo::operations

@@ -17,7 +17,7 @@ struct ContactPlan
     std::vector<phonedata::ContactWrite> add;
     std::vector<Change> change;
     Contacts remove;
-    Contacts stuck; ///< to be removed, but without a valid LUID: the phone can't be told
+    Contacts stuck; ///< to be removed, but without a valid LUID to name them to the phone
     int same = 0;   ///< contacts that stay as they are
 
     int size() const { return static_cast<int>(add.size() + change.size() + remove.size()); }
@@ -41,7 +41,7 @@ struct LuidPlan
 {
     ContactPlan plan;
     QString missing; ///< a LUID that the phone does not hold, empty if it holds all
-    QString noValid; ///< a LUID that only stands in for one, or that of the phone's own card
+    QString noValid; ///< no real LUID, or that of the phone's own card
     bool isSound() const { return missing.isNull() && noValid.isNull(); }
 };
 /// Replaces the contact with the LUID of `contact`.

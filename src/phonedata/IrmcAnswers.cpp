@@ -16,9 +16,9 @@ namespace {
 
 constexpr char applicationParameters = 0x4C;
 constexpr qsizetype headSize = 3;    // of the header
-constexpr qsizetype firstTagEnd = 4; // behind head and tag
+constexpr qsizetype firstTagEnd = 4; // after head and tag
 
-/// The number behind a key, up to the end of the line; held within 16 bits.
+/// The number after a key, up to the end of the line; held within 16 bits.
 std::optional<qint16> numberBehind(const QString& text, const QString& key)
 {
     const qsizetype found = text.indexOf(key);
@@ -31,7 +31,7 @@ std::optional<qint16> numberBehind(const QString& text, const QString& key)
     return static_cast<qint16>(std::clamp<qint32>(number, Limits::min(), Limits::max()));
 }
 
-/// One length byte, and that many bytes behind it as far as they are there.
+/// One length byte, and that many bytes after it, or as many as there are.
 QByteArray lengthPrefixed(const QByteArray& bytes, qsizetype at)
 {
     return at < bytes.size() ? bytes.mid(at + 1, static_cast<uchar>(bytes[at])) : QByteArray();

@@ -19,7 +19,7 @@ struct tVcfInfo
 /// Reads "info.log"; nothing if one of the two numbers is missing.
 std::optional<tVcfInfo> parseInfoLog(const QByteArray& bytes);
 
-/// What the phone says of an entry that it has written or deleted.
+/// The phone's answer to an entry that it has written or deleted.
 struct LuidAnswer
 {
     QString luid;

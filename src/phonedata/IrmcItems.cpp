@@ -38,7 +38,7 @@ bool readInfo(clsMmc& client, const QString& folder, tVcfInfo& info, const Progr
         return false;
     info = *read;
     client.CdNull();
-    return client.CdRoot();
+    return client.isInStep() && client.CdRoot(); // a timeout is shown once
 }
 
 bool isBusy(int code)
@@ -114,7 +114,7 @@ bool VcxReadBytes(clsMmc& client, qint32 kind, QByteArray& bytes, const Progress
                                           (round == mostRounds ? u" EXIT"_s : QString()));
     }
     bytes.clear();
-    if (code != obex::Timeout) // which GetFile has told already
+    if (code != obex::Timeout) // which GetFile has shown already
         client.ErrMsg(code);
     return false;
 }

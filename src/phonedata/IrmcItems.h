@@ -8,13 +8,13 @@
 namespace kalmo::phonedata {
 
 /// Single operations on the phone's contacts and organizer. Each needs an open connection; writing and
-/// deleting the one to `Target::IrMC`, and the folder of single items as the current one. Failures are told
+/// deleting the one to `Target::IrMC`, and the folder of single items as the current one. Failures are shown
 /// by the client unless it says otherwise.
 
-/// Number behind which a phone that has more entries than it can have is not believed.
+/// Largest capacity that is believed, in entries.
 inline constexpr int mostContacts = 500;
 
-/// Capacity of the phonebook. Starts from whatever folder and ends in the root. False, not told, for an
+/// Capacity of the phonebook. Starts from whatever folder and ends in the root. False, not shown, for an
 /// "info.log" without the numbers.
 bool VcfGetInfo(obex::clsMmc& client, tVcfInfo& info, const toolkit::Progress& progress);
 /// The same for a store of the organizer. The programs do not use it yet.

@@ -94,7 +94,7 @@ PutFrames framesOf(const clsMmc& client, const Item& item, qint32 counter, const
                      item.text, firstChunk, maxPacket, PutFrames::AfterFinal::EmptyFrame);
 }
 
-/// Whether a code leaves open what the phone has done with all that it got.
+/// Returns true if a code does not say what the phone did with a complete request.
 bool isNoAnswer(int code)
 {
     return code == obex::Timeout || code == obex::Cancelled || code == obex::NeverEnough;

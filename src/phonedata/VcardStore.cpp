@@ -118,10 +118,9 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
     inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, [&](const Progress& shown) {
         tVcfInfo info;
         const bool isCounted = updateLabels(info, shown);
-        if (!isCounted)
-            forgetCapacity();
         QByteArray object;
-        if (!VcxReadBytes(*m_client, KindContact, object, shown))
+        // A phone that has stayed silent is not asked again: that would only show a second timeout.
+        if (!m_client->isInStep() || !VcxReadBytes(*m_client, KindContact, object, shown))
             return false;
         reading = {parseCards(object), isCounted ? std::optional(info) : std::nullopt};
         markOwnCard(reading->cards, isCounted ? info.intBelegt : -1);

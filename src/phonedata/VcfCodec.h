@@ -4,7 +4,7 @@
 
 namespace kalmo::phonedata {
 
-/// What stands behind a key, up to the end of the line or a NUL; empty if there is no such line. The first
+/// The value after a key, up to the end of the line or a NUL; empty if there is no such line. The first
 /// line of a card is never looked at.
 QString GetVcfValue(QStringView card, QStringView key);
 

@@ -20,7 +20,7 @@ struct tVcfEntry
     QString firstName = {};
     QString birthday = {};  ///< "1970-03-21T12:30" or empty
     QString luid = {};      ///< the phone's reference; empty for a new entry
-    bool isStandIn = false; ///< whether `luid` only stands in for one that the phone has left empty
+    bool isStandIn = false; ///< true if `luid` replaces one that the phone left empty
 
     bool hasNumber() const { return !home.isEmpty() || !mobile.isEmpty() || !work.isEmpty(); }
     bool operator==(const tVcfEntry&) const = default;
@@ -56,12 +56,12 @@ QString storedBirthday(const QString& display);
 /// A birthday for the phone from a date and a time of the form hh:mm. The day has no leading zero.
 QString writtenBirthday(const QDate& date, const QString& time);
 
-/// What stands in place of a LUID that the phone has not said: until the list has been read again, such an
+/// Replaces a LUID that the phone has not reported. Until the list has been read again, such an
 /// entry can be neither changed nor deleted.
 QString noValidLuid(const QDateTime& moment);
 /// True for that, and for the empty text: the phone would take it for the order to make a new entry.
 bool isNoValidLuid(const QString& luid);
-/// Whether the phone can be told which entry a row is; the LUID cell of a stand-in says so in its tag.
+/// Returns true if the phone can find the entry of a row. The LUID cell of a stand-in has a tag for that.
 bool hasValidLuid(const toolkit::ListRow& row);
 
 } // namespace kalmo::phonedata

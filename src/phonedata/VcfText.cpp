@@ -37,7 +37,7 @@ QChar characterOfHex(QChar high, QChar low)
 }
 
 /// A text in which many short parts are replaced: a chain of characters, with an index of where which "="
-/// sequence stands. Each replacement costs the same, however long the text is.
+/// sequence is. Each replacement costs the same, however long the text is.
 class Sequences
 {
     using Place = qint32; // objects of the phone are far smaller
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    // Two characters behind a "=", each with one more for what is not there.
+    // Two characters after a "=", each with one more for what is not there.
     quint64 sequenceAt(Place at) const
     {
         const auto valueOf = [this](Place index) {
@@ -103,7 +103,7 @@ private:
             m_next[taken] = gone;
         }
         m_text[at] = character;
-        // What stands up to two characters before it reads differently now.
+        // A "=" up to two characters before it begins another sequence now.
         Place before = at;
         for (int count = 0; count < 3 && before >= 0; ++count, before = m_previous[before]) {
             if (m_text[before] == u'=')

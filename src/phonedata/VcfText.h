@@ -13,7 +13,7 @@ QString VcfUnesc(const QString& text);
 /// Quoted-printable of the letters that are not ASCII, as UTF-8. Nothing else is encoded, not even "=".
 QString VcfQpEnc(const QString& text);
 
-/// Replaces, as long as there is a "=", all that equals the first one and the two characters behind it by
+/// Replaces, as long as there is a "=", all that equals the first one and the two characters after it by
 /// the character of that hex number, 0 if it is none; then decodes UTF-8.
 QString VcfQpDec(const QString& text);
 

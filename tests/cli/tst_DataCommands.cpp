@@ -6,6 +6,7 @@
 #include "support/Rows.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +50,7 @@ class tst_DataCommands : public QObject
 
 private Q_SLOTS:
     void runs();
+    void oneSession();
     void anyFaultAtAnyTime();
     void leftInDataMode();
 };
@@ -211,6 +213,19 @@ void tst_DataCommands::runs()
     rows.add("one behind which a whole one comes is no matter", u"--yes phonebook delete 99"_s, ExitWrongUse,
              {}, u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
              miscounts(1));
+    const auto seven = [](Handset& handset) {
+        handset.file(u"c.vcf"_s, "BEGIN:VCARD\nVERSION:2.1\nN:Neu\nTEL;CELL:7\nEND:VCARD\n");
+        handset.file(u"v3.vcf"_s, "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Neu\r\nTEL:7\r\nEND:VCARD\r\n");
+    };
+    rows.add("write says what it would change", u"phonebook write c.vcf --dry-run"_s, ExitDone,
+             u"{'add':1,'change':0,'remove':25}"_s, {}, seven);
+    rows.add("cards of another version", u"phonebook write v3.vcf --dry-run"_s, ExitWrongUse, {},
+             u"kalmoctl: v3.vcf: contact 1: it is no vCard of version 2.1.\n"_s, seven);
+    rows.add("entries are for another kind of handset", u"--yes phonebook write c.tel"_s, ExitFailed, {},
+             u"kalmoctl: could not run \"phonebook write\": it needs a handset with a classic phonebook "
+             u"(families 1 "
+             "to 4) for such entries. This one is of family 12 (^WPPN: 7,SL450HX).\n"_s,
+             [](Handset& handset) { handset.file(u"c.tel"_s, "\"A\",\"1\"\r\n"); });
     rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
              u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);
 
@@ -227,6 +242,20 @@ void tst_DataCommands::runs()
         });
 }
 
+/// Reading, asking, changing and reading back share one data channel.
+void tst_DataCommands::oneSession()
+{
+    for (const QString& line : {u"phonebook add one.json"_s, u"phonebook set 0001 one.json"_s,
+                                u"phonebook delete 0001 0002"_s, u"phonebook write one.json"_s}) {
+        Handset handset;
+        handset.file(u"one.json"_s, R"({"lastName": "Neu", "home": "3"})");
+        handset.test.startLog();
+        QCOMPARE(handset(u"--yes "_s + line), ExitDone);
+        const QRegularExpression opening(u"^TxDir.*AT\\^SQWE=3"_s);
+        QCOMPARE(handset.test.logged().filter(opening).size(), 1);
+    }
+}
+
 /// Whatever goes wrong: what the phone held is in the phone or in the backup, what is called done is done, no
 /// local file is wrong or cut off, and the phone is found again.
 void tst_DataCommands::anyFaultAtAnyTime()
@@ -234,7 +263,7 @@ void tst_DataCommands::anyFaultAtAnyTime()
     Rows<QString, SetFault> rows;
     for (const QString& line :
          {u"phonebook add new.json"_s, u"phonebook set 0001 one.json"_s, u"phonebook delete 0001 0002"_s,
-          u"files get Sounds/Piep.wav Liesmich.txt"_s}) {
+          u"phonebook write new.json"_s, u"files get Sounds/Piep.wav Liesmich.txt"_s}) {
         rows.add("refusal", line, [](Faults& faults, int at) { faults.refuseAt = at; });
         rows.add("silence", line, [](Faults& faults, int at) { faults.silentFrom = at; });
         rows.add("a late answer", line, [](Faults& faults, int at) {

@@ -27,7 +27,7 @@ const tVcfEntry fullEntry{.email = u"a;b@example.org"_s,
                           .birthday = u"1970-03-21T12:30"_s,
                           .luid = u"0007"_s};
 
-/// What VcfQpDec has to come to, done as it is said.
+/// The result that VcfQpDec has to have, computed step by step.
 QString decodedStepByStep(QString text)
 {
     for (qsizetype at = text.indexOf(u'='); at >= 0; at = text.indexOf(u'=')) {
@@ -111,6 +111,58 @@ private Q_SLOTS:
         QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=C3=BC\r\nEMAIL:a=41"_s),
                  u"N:ü\r\nEMAIL:aA"_s);
         QCOMPARE(VcfStripCharset(u"N;CHARSET=UTF-8:Ã¼ =41"_s), u"N:Ã¼ =41"_s);
+    }
+
+    /// Of a text that the described decoder does not cover the UTF-8 counts, of all others its result.
+    void otherAlphabets()
+    {
+        const QByteArray marked = ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:";
+        const std::pair<QByteArray, QString> table[] = {
+            {"N" + marked + "Ay=C5=9Fe;X", u"Ayşe"_s},
+            {"N" + marked + "=CE=95=CE=BB=\r\n=CE=AD;X", u"Ελέ"_s},
+            {"N;CHARSET=UTF-8:\xC5\x81ukasz;X", u"Łukasz"_s},
+            {"N" + marked + "A=3DB\\; =C3=84", u"A=B; Ä"_s},
+            {"N" + marked + "M=C3=BCller;Hans", u"Müller"_s},
+            {"N;ENCODING=QUOTED-PRINTABLE:M=FCller", u"Müller"_s},
+            {"N:M\xFCller", u"Müller"_s},
+            {"N" + marked + "x=C3=40", u"x€"_s}, // no UTF-8, but what Utf8EncC3 makes
+            {"EMAIL" + marked + "=C3=BC\r\nN:a=41", u"aA"_s},
+        };
+        for (const auto& [lines, lastName] : table) {
+            const QByteArray object = "BEGIN:VCARD\r\n" + lines + "\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n";
+            const VcfCards cards = parseCards(object);
+            QCOMPARE(cards.cards.size(), 1U);
+            QCOMPARE(cards.cards[0].entry.lastName, lastName);
+            QCOMPARE(cards.cards[0].raw, object);
+        }
+        const tVcfEntry foreign{.email = u"ş@x"_s, .lastName = u"Łu=;"_s, .firstName = u"é"_s};
+        QCOMPARE(VcfBuildItem(foreign, false), "BEGIN:VCARD\r\nN" + marked +
+                                                   "=C5=81u=3D\\;;=C3=A9\r\nEMAIL;INTERNET" + marked +
+                                                   "=C5=9F@x\r\nX-IRMC-LUID:\r\nBDAY:\r\nEND:VCARD\r\n\r\n");
+        QCOMPARE(endangeredCharacters(foreign), QString());
+        QCOMPARE(endangeredCharacters({.email = u"a=b"_s, .home = u"ş"_s, .firstName = u"€"_s}), u"=€ş"_s);
+    }
+
+    void editedCard()
+    {
+        const QByteArray name = "N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=C5=\r\n=81;B\r\n";
+        const QByteArray rest = "TEL;FAX:99\r\nNOTE;CHARSET=UTF-8:\xC3\xA9\r\n";
+        const VcfCards cards =
+            parseCards("BEGIN:VCARD\r\nVERSION:2.1\r\n" + name + "TEL;HOME:1\r\nEMAIL:a@b\r\n" + rest +
+                       "BDAY:0000-00-00\r\nX-IRMC-LUID:7\r\nEND:VCARD\r\n");
+        tVcfEntry entry = cards.cards[0].entry;
+        entry.birthday.clear();
+        entry.home = u"2"_s;
+        QCOMPARE(VcfBuildItem(entry, true, &cards.cards[0]),
+                 "BEGIN:VCARD\r\n" + name +
+                     "EMAIL;INTERNET:a@b\r\nTEL;HOME:2\r\nX-IRMC-LUID:7\r\nBDAY:0000-00-00\r\n" + rest +
+                     "END:VCARD\r\n\r\n");
+        entry.firstName = u"C"_s;
+        QVERIFY(VcfBuildItem(entry, true, &cards.cards[0]).contains("UTF-8:=C5=81;C\r\n"));
+        QCOMPARE(vcfCardBytes(entry, otherLines(cards.cards[0].raw)),
+                 "BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C5=81;C\r\n"
+                 "EMAIL;INTERNET:a@b\r\nTEL;HOME:2\r\nX-IRMC-LUID:7\r\nTEL;FAX:99\r\n"
+                 "NOTE;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C3=A9\r\nEND:VCARD\r\n\r\n");
     }
 
     void cardsOfAnObject()

@@ -1,0 +1,340 @@
+// Changes of a vCard phonebook: what is planned, and that phone, record and result agree in any case.
+
+#include "operations/ContactEdit.h"
+#include "operations/ContactFiles.h"
+#include "operations/Records.h"
+#include "support/HandsetPort.h"
+#include "support/ObexClient.h"
+#include "support/Rows.h"
+
+#include <QJsonArray>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::operations;
+using namespace kalmo::phonedata;
+using namespace kalmo::tests;
+using handset::Faults;
+
+namespace {
+
+/// The card of a contact as a phone sends it. `name` is what follows the key N.
+QByteArray card(const QByteArray& luid, const QByteArray& name, const QByteArray& home)
+{
+    return "BEGIN:VCARD\r\nVERSION:2.1\r\nN" + name + "\r\nTEL;HOME:" + home + "\r\nX-IRMC-LUID:" + luid +
+           "\r\nEND:VCARD\r\n";
+}
+
+ContactReading readingOf(const QByteArray& cards, int used)
+{
+    const QByteArray own = "BEGIN:VCARD\r\nN:\r\nEND:VCARD\r\n";
+    ContactReading reading{parseCards(own + cards), tVcfInfo{250, static_cast<qint16>(used)}};
+    markOwnCard(reading.cards, used);
+    return reading;
+}
+
+QString inWords(const ContactPlan& plan)
+{
+    QStringList words;
+    for (const ContactWrite& write : plan.add)
+        words.append(u"add "_s + write.entry.lastName);
+    for (const ContactPlan::Change& change : plan.change)
+        words.append(u"change %1 to %2"_s.arg(change.from.luid, change.to.entry.lastName));
+    for (const tVcfEntry& entry : plan.remove)
+        words.append(u"remove "_s + entry.luid);
+    for (const tVcfEntry& entry : plan.stuck)
+        words.append(u"stuck "_s + entry.lastName);
+    return words.join(u", "_s);
+}
+
+/// A handset with its contacts, and a user who has read them.
+struct Phone
+{
+    explicit Phone(const QString& model, handset::Options options = {})
+        : port(test.clock, (options.model = model, options)), line(test.context, port)
+    {
+        test.sy.PhoneType = port.handset().phone().family.number;
+        test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
+        test.sy.PhoneID = model;
+    }
+
+    const handset::IrmcStore& held() { return port.handset().phone().irmc[handset::ContactStore]; }
+    QByteArray cards() { return held().wholeText(port.handset().phone().cardText()); }
+    /// The cards in the order of their content: the phone gives new LUIDs to what is put back.
+    QByteArrayList contents()
+    {
+        QByteArrayList all;
+        for (const ContactCard& one : parseCards(cards()).cards)
+            all.append(withLuid(one.raw, {}));
+        std::sort(all.begin(), all.end());
+        return all;
+    }
+    std::vector<Record> records() { return Records(test.context, knownIdentity(test.sy)).all(); }
+
+    /// One change from begin to end.
+    using MakePlan = std::function<ContactPlan(const ContactReading& held)>;
+    ContactOutcome change(const MakePlan& makePlan, const ContactPolicy& policy = {.checksRoom = true})
+    {
+        const auto list = makeVcfRows();
+        const auto store = std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(line), *list);
+        ContactEdit edit(store, policy, progress.all());
+        ContactOutcome outcome;
+        outcome.facts = edit.begin();
+        return outcome.facts.isDone() ? edit.apply(makePlan(edit.held()), u"write"_s) : outcome;
+    }
+
+    TestContext test;
+    HandsetPort port;
+    link::Line line;
+    RecordedProgress progress;
+};
+
+ContactPlan planForTest(const ContactReading& held)
+{
+    Contacts wanted = contactsOf(held);
+    wanted[0].lastName = u"Ελένη"_s;
+    wanted.erase(wanted.begin() + 2, wanted.begin() + 4);
+    wanted.push_back({.lastName = u"Łukasz=1"_s, .home = u"1"_s});
+    return planEqual(held, wanted);
+}
+
+} // namespace
+
+class tst_ContactEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void plansEqual();
+    void plansRestore();
+    void removesFirstWhatNeedsTheRoom();
+    void ownCardWithLuid();
+    void uneditedBytes();
+    void restores();
+    void anyFaultAtAnyTime();
+    void nothingWithoutRoomOrCount();
+    void cardsBringBack();
+};
+
+void tst_ContactEdit::plansEqual()
+{
+    const ContactReading held =
+        readingOf(card("1", ":A;a", "10") + card("2", ":B;b", "20") + card("", ":D;d", "40"), 3);
+    const Rows<Contacts, QString> rows{
+        {"as it is", contactsOf(held), {}},
+        {"by the LUID", {{.lastName = u"X"_s, .luid = u"2"_s}}, u"change 2 to X, remove 1, stuck D"_s},
+        {"by content under another LUID",
+         {{.lastName = u"B"_s, .home = u"20"_s, .firstName = u"b"_s, .luid = u"77"_s}},
+         u"remove 1, stuck D"_s},
+        {"by the name",
+         {{.lastName = u"A"_s, .home = u"11"_s, .firstName = u"a"_s}},
+         u"change 1 to A, remove 2, stuck D"_s},
+        {"the LUID goes before the content",
+         {{.lastName = u"B"_s, .home = u"20"_s, .firstName = u"b"_s, .luid = u"1"_s},
+          {.lastName = u"A"_s, .home = u"10"_s, .firstName = u"a"_s}},
+         u"add A, change 1 to B, remove 2, stuck D"_s},
+        {"two of the same, one is new",
+         {{.lastName = u"A"_s, .home = u"10"_s, .firstName = u"a"_s},
+          {.lastName = u"A"_s, .home = u"10"_s, .firstName = u"a"_s}},
+         u"add A, remove 2, stuck D"_s},
+        {"nameless contacts are no match", {{.home = u"5"_s}}, u"add , remove 1, remove 2, stuck D"_s},
+    };
+    rows.each(
+        [&](const auto& wanted, const auto& words) { QCOMPARE(inWords(planEqual(held, wanted)), words); });
+}
+
+void tst_ContactEdit::plansRestore()
+{
+    const QByteArray before = card("1", ":A;a", "10") + card("2", ";CHARSET=UTF-8:\xC5\x81;b", "20");
+    const ContactReading held = readingOf(card("2", ":L;b", "20") + card("3", ":A;a", "10"), 2);
+    const ContactPlan plan = planRestore(held, parseCards(before));
+    QCOMPARE(inWords(plan), u"change 2 to Ł"_s); // the first is there under another LUID
+    QCOMPARE(plan.change[0].to.card, card("2", ";CHARSET=UTF-8:\xC5\x81;b", "20"));
+    const ContactPlan anew = planRestore(readingOf({}, 0), parseCards(before));
+    QCOMPARE(anew.add.size(), 2U);
+    QCOMPARE(anew.add[1].card, card("", ";CHARSET=UTF-8:\xC5\x81;b", "20"));
+}
+
+void tst_ContactEdit::removesFirstWhatNeedsTheRoom()
+{
+    ContactPlan plan;
+    plan.add.resize(3);
+    plan.remove.resize(2);
+    const std::pair<int, int> table[] = {{5, 0}, {3, 0}, {2, 1}, {1, 2}, {0, 2}, {-1, 2}};
+    for (const auto& [room, first] : table)
+        QCOMPARE(plan.removedFirst(room), first);
+    QVERIFY(plan.fits(1) && !plan.fits(0));
+
+    Phone full(u"S68H"_s, {.seed = u"none"_s, .entries = 3, .capacity = 3});
+    const auto outcome = full.change([](const ContactReading& held) {
+        Contacts wanted = contactsOf(held);
+        wanted.erase(wanted.begin());
+        wanted.push_back({.lastName = u"Neu"_s, .home = u"1"_s});
+        return planEqual(held, wanted);
+    });
+    QCOMPARE(outcome.facts.state, State::Done);
+    QCOMPARE(full.held().items().size(), 3U);
+}
+
+/// The number of pieces decides whether a reading is whole. A LUID line in the phone's own card does not.
+void tst_ContactEdit::ownCardWithLuid()
+{
+    Phone phone(u"SL450HX"_s, {.ownCardLuid = true});
+    const auto count = phone.held().items().size();
+    const auto outcome = phone.change([](const ContactReading& held) {
+        if (!held.isWhole() || planDelete(held, {u"0000"_s}).isSound())
+            qFatal("the phone's own card is taken for a contact");
+        return planEqual(held, contactsOf(held)).isEmpty() ? planAdd({{.lastName = u"Neu"_s, .home = u"1"_s}})
+                                                           : ContactPlan{};
+    });
+    QCOMPARE(outcome.facts.state, State::Done);
+    QCOMPARE(phone.held().items().size(), count + 1);
+    phone.change([](const ContactReading& held) { return planEqual(held, {{.home = u"1"_s}}); });
+    QCOMPARE(phone.held().items().size(), 1U);
+    QCOMPARE(phone.port.handset().violations(), QStringList());
+}
+
+/// A changed number leaves the bytes of a name alone that the described decoder does not know.
+void tst_ContactEdit::uneditedBytes()
+{
+    for (const auto cards :
+         {handset::CardText::Utf8, handset::CardText::QuotedPrintable, handset::CardText::Folded}) {
+        Phone phone(u"S68H"_s, {.seed = u"none"_s, .cards = cards});
+        const tVcfEntry entry{
+            .email = u"ş@ü.de"_s, .lastName = u"A=B; Ä"_s, .home = u"1"_s, .firstName = u"Ayşe"_s};
+        QCOMPARE(phone.change([&](const ContactReading&) { return planAdd({entry}); }).facts.state,
+                 State::Done);
+        tVcfEntry changed;
+        const auto outcome = phone.change([&](const ContactReading& held) {
+            changed = held.cards.cards.front().entry;
+            changed.home = u"2"_s;
+            return planChange(held, changed).plan;
+        });
+        QCOMPARE(outcome.facts.state, State::Done);
+        const QJsonObject held = phone.held().items().front().fields;
+        QCOMPARE(held[u"lastName"_s].toString() + held[u"firstName"_s].toString() +
+                     held[u"email"_s].toString(),
+                 entry.lastName + entry.firstName + entry.email);
+        QCOMPARE(held[u"home"_s].toString(), u"2"_s);
+    }
+}
+
+void tst_ContactEdit::restores()
+{
+    for (const QString& model : {u"S68H"_s, u"SL450HX"_s, u"Sinus 501"_s}) {
+        Phone phone(model);
+        const QByteArrayList before = phone.contents();
+        QCOMPARE(phone.change(planForTest).facts.state, State::Done);
+        QVERIFY(phone.contents() != before);
+        const Records records(phone.test.context, knownIdentity(phone.test.sy));
+        const auto record = records.read(phone.records().front().id);
+        const auto undone = phone.change([&](const ContactReading& held) {
+            return planRestore(held, parseCards(record->part(u"pb.vcf"_s)->bytes));
+        });
+        QCOMPARE(undone.facts.state, State::Done);
+        QCOMPARE(phone.contents(), before);
+        QCOMPARE(phone.port.handset().violations(), QStringList());
+    }
+}
+
+/// Refusal, silence, a late answer, a line that drops, at any request: the result says what the phone holds,
+/// the record says the same, and putting it back brings the first state.
+void tst_ContactEdit::anyFaultAtAnyTime()
+{
+    using SetFault = std::function<void(Faults&, int)>;
+    const Rows<SetFault> rows{
+        {"refusal", [](Faults& faults, int at) { faults.refuseAt = at; }},
+        {"silence", [](Faults& faults, int at) { faults.silentFrom = at; }},
+        {"a late answer", [](Faults& faults, int at) { faults.lateRequestAt = at, faults.lateBy = 61; }},
+        {"the line drops", [](Faults& faults, int at) { faults.hangUpAfter = 110 * at; }},
+        {"no LUIDs", [](Faults& faults, int at) { faults.noLuid = at > 0; }},
+    };
+    Phone undisturbed(u"S68H"_s);
+    const QByteArrayList before = undisturbed.contents();
+    QCOMPARE(undisturbed.change(planForTest).facts.state, State::Done);
+    const QByteArrayList wanted = undisturbed.contents();
+    int states[3] = {};
+    rows.each([&](const auto& setFault) {
+        for (int at = 1; at <= 60; at += 2) {
+            Phone phone(u"S68H"_s);
+            Faults faults;
+            setFault(faults, at);
+            phone.port.handset().setFaults(faults);
+            const ContactOutcome outcome = phone.change(planForTest);
+            const Outcome& facts = outcome.facts;
+            const QStringList boxes = phone.test.verdict.take(); // which nobody expected here
+            // Before the first confirmed change the phone's silence at the end is shown as well.
+            const QByteArray why = QByteArray::number(at) + ' ' + wordOf(facts.state).toUtf8();
+            QVERIFY2(boxes.filter(u"TimeOut"_s).size() <= (facts.confirmed > 0 ? 1 : 2), why.constData());
+            ++states[static_cast<int>(facts.state)];
+            const QByteArrayList now = phone.contents();
+            QVERIFY2(facts.state != State::Done || now == wanted, why.constData());
+            QVERIFY2(facts.state != State::Unchanged || now == before, why.constData());
+            QVERIFY2(facts.confirmed + facts.unknown <= facts.sent && facts.sent <= facts.planned,
+                     why.constData());
+            QVERIFY2(facts.isDone() || facts.cause != Cause::None, why.constData());
+            const auto records = phone.records();
+            QVERIFY2(now == before || records.size() == 1, why.constData());
+            if (records.empty())
+                continue;
+            QVERIFY2(records[0].state == facts.state && records[0].details[u"sent"_s] == facts.sent,
+                     why.constData());
+            phone.port.handset().setFaults({});
+            phone.port.handset().powerCycle();
+            phone.port.Open({});
+            phone.line.setMode(link::LineMode::Text);
+            const auto record = Records(phone.test.context, knownIdentity(phone.test.sy)).read(records[0].id);
+            const auto undone = phone.change([&](const ContactReading& held) {
+                return planRestore(held, parseCards(record->part(u"pb.vcf"_s)->bytes));
+            });
+            QVERIFY2(undone.facts.state == State::Done && phone.contents() == before, why.constData());
+        }
+    });
+    QVERIFY(states[0] > 20 && states[1] > 20 && states[2] > 20);
+}
+
+void tst_ContactEdit::nothingWithoutRoomOrCount()
+{
+    Phone full(u"S68H"_s, {.seed = u"none"_s, .entries = 2, .capacity = 2});
+    const auto add = [](const ContactReading&) { return planAdd({{.lastName = u"Neu"_s, .home = u"1"_s}}); };
+    QCOMPARE(full.change(add).facts.cause, Cause::NoRoom);
+    full.port.handset().setFaults({.miscounts = 2});
+    QCOMPARE(full.change(add, {.readsAgain = true}).facts.cause, Cause::Doubtful);
+    QVERIFY(full.records().empty());
+    QCOMPARE(full.held().items().size(), 2U);
+}
+
+void tst_ContactEdit::cardsBringBack()
+{
+    const tVcfEntry full{.email = u"ş;@x"_s,
+                         .lastName = u"Ελένη;="_s,
+                         .work = u"1"_s,
+                         .mobile = u"2"_s,
+                         .home = u"3"_s,
+                         .firstName = u"Ö"_s,
+                         .birthday = u"1970-03-21T12:30"_s,
+                         .luid = u"7"_s};
+    const SavedList list{.kind = SavedKind::Contacts, .contacts = {full, {.home = u"1"_s}}};
+    QVERIFY(bringsBack(u"x.vcf"_s, list) && bringsBack(u"x.json"_s, list));
+    QVERIFY(!bringsBack(u"x.csv"_s, list)); // which is Windows-1252
+    const Rows<QByteArray, FileFault> rows{
+        {"none", "hello", FileFault::NothingInIt},
+        {"cut off", "BEGIN:VCARD\nN:a\nBEGIN:VCARD\nN:b\nEND:VCARD\n", FileFault::CardWithoutEnd},
+        {"version", "BEGIN:VCARD\nVERSION:4.0\nEND:VCARD\n", FileFault::OtherVersion},
+        {"two numbers", "BEGIN:VCARD\nTEL;HOME:1\nTEL;HOME;VOICE:2\nEND:VCARD\n", FileFault::FieldTwice},
+        {"a number of letters", "BEGIN:VCARD\nTEL;HOME;CHARSET=UTF-8:\xC5\x9F\nEND:VCARD\n",
+         FileFault::ForeignLetter},
+    };
+    rows.each([&](const auto& bytes, const auto& kind) {
+        SavedList read{.kind = SavedKind::Contacts};
+        SavedListFault fault;
+        QVERIFY(!readContactCards(bytes, {}, read, fault));
+        QCOMPARE(fault.kind, kind);
+    });
+}
+
+QTEST_GUILESS_MAIN(tst_ContactEdit)
+#include "tst_ContactEdit.moc"
