@@ -14,7 +14,7 @@ struct SeparatorRow
     CsvSeparator separator;
     QStringView caption; ///< "Semikolon + Anführungszeichen"
     QStringView word;    ///< the same on the command line: "semicolon-quoted"
-    QStringView text;    ///< between two cells; with quotes in it each cell stands in quotes
+    QStringView text;    ///< between two cells; with quotes in it each cell is quoted
     QStringView refusal; ///< shown where a replacement holds one of the separator's characters
 };
 
@@ -22,7 +22,7 @@ struct SeparatorRow
 const QList<SeparatorRow>& separatorTable();
 const SeparatorRow& rowOf(CsvSeparator separator);
 
-/// True if the text may take a separator's place in the data: it holds none of its characters.
+/// Returns true if the text may take a separator's place in the data: it holds none of its characters.
 bool isReplacement(QStringView text, CsvSeparator separator);
 
 /// A cell without anything that its reader would take for the end of it. Lone commas and quotes survive

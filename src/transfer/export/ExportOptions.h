@@ -51,7 +51,8 @@ QString lastDialogFolder(const app::Context& context, const ExportSource& source
 void setLastDialogFolder(app::Context& context, const ExportSource& source, const QString& dialog,
                          const QString& folder);
 
-/// What is wrong with the path of an export or a template, empty for nothing. It says nothing of the folder.
+/// A message about a path of an export or a template that can't be right, empty for a good one. The folder is
+/// not looked at.
 QString exportPathFault(const QString& path);
 
 } // namespace kalmo::transfer

@@ -9,7 +9,7 @@
 
 namespace kalmo::transfer {
 
-/// What an export takes of a list.
+/// The choice of columns and rows of a list.
 struct ExportChoice
 {
     QList<int> columns = {}; ///< from 0, in the list's order

@@ -9,7 +9,7 @@
 
 namespace kalmo::transfer {
 
-/// What an export from the window works with.
+/// Everything that an export from the window works with.
 struct ExportJob
 {
     app::Context& context;
@@ -20,25 +20,25 @@ struct ExportJob
 };
 
 /// The page that a template makes of a table, for a file at `path`. Nothing if the template is that file, is
-/// not there, or has no place for the table; told to the user.
+/// not there, or has no place for the table; the user sees a message.
 std::optional<QByteArray> htmlPage(app::Context& context, const QString& templatePath, const QString& path,
                                    const QString& title, const std::function<ExportTable()>& table);
 
 /// Carries out the order of the export dialog: looks for what is missing, writes the file, remembers the
-/// options and opens the file. All of it is told to the user on the way.
+/// options and opens the file. It shows all messages.
 class Exporter
 {
 public:
     Exporter(const ExportJob& job, ExportOptions options) : m_job(job), m_options(std::move(options)) {}
 
-    /// True if the list was exported.
+    /// Returns true if the list was exported.
     bool run();
 
     /// As given, but for the ending that a path of a file may have got.
     const ExportOptions& options() const { return m_options; }
 
-    /// The four targets; true if the list was exported. The first two leave a new file with the user's office
-    /// program.
+    /// The four targets. They return true if the list was exported. The first two leave a new file with the
+    /// user's office program.
     bool ExportExcel();
     bool ExportWord();
     bool ExportCsv();

@@ -4,7 +4,7 @@
 
 namespace kalmo::transfer {
 
-/// What both office targets need to know of the list and its look.
+/// Title and look of the table, for both office targets.
 struct OfficeLook
 {
     QString title;          ///< "Telefonbuch"
