@@ -30,6 +30,10 @@ public:
     /// Runs while the dialog that was expected last is shown.
     void whileShown(std::function<void()> action);
 
+    /// From now on agrees to every box whatever it is, but to no further try, and chooses `path` wherever a
+    /// file or folder is to be chosen: where the boxes are not what is tested.
+    void agreeToAll(const QString& path) { m_pathForAll = path; }
+
     /// Complains about what never came, and forgets it. The destructor does the same.
     void finish();
 
@@ -54,6 +58,7 @@ private:
 
     Verdict& m_verdict;
     std::deque<Step> m_script;
+    std::optional<QString> m_pathForAll; // once nothing is compared any more
 };
 
 } // namespace kalmo::tests

@@ -1,0 +1,231 @@
+// Every toolbar button, menu entry and context entry of every section is pressed by its key, on a phone that
+// answers and on one that has fallen silent: each arrives, and the window can be used afterwards.
+
+#include "ui/lists/RowsView.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
+#include "ui/window/StatusArea.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDialog>
+#include <QDir>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Leads to an entry of a menu that is open, and presses it.
+void chooseByKeys(QMenu& menu, const QAction* entry)
+{
+    for (qsizetype step = 0; step <= menu.actions().size() && menu.activeAction() != entry; ++step)
+        QTest::keyClick(&menu, Qt::Key_Down);
+    QTest::keyClick(&menu, Qt::Key_Return);
+}
+
+QList<QAction*> entriesOf(const QList<QAction*>& actions)
+{
+    QList<QAction*> entries;
+    for (QAction* action : actions) {
+        if (!action->isSeparator() && action->isEnabled() && !action->menu())
+            entries.append(action);
+    }
+    return entries;
+}
+
+/// The main window in one section, and a user who leaves each form that opens at once.
+class PressedWindow : public TestProgram
+{
+public:
+    PressedWindow(const QString& model, const QString& section)
+        : TestProgram(model), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc),
+          m_section(section)
+    {
+        QDir(test.storage).mkpath(u"Backup"_s);
+        QDir().mkpath(test.path(u"Wahl"_s));
+        test.clock.runToolkitEvents(true);
+        QObject::connect(&m_user, &QTimer::timeout, [this] { leaveWhatIsOpen(); });
+        m_user.start(0);
+        window.show();
+        test.dialogs.agreeToAll(test.makeFile(u"Wahl/neu.txt"_s, "neu"));
+        enter();
+    }
+
+    void enter()
+    {
+        window.show();
+        settle();
+        window.goTo(m_section);
+        settle();
+    }
+
+    void pressAll()
+    {
+        for (QToolBar* bar : window.findChildren<QToolBar*>()) {
+            for (QAction* action : entriesOf(bar->actions()))
+                pressButton(*bar, action);
+        }
+        for (ui::RowsView* view : window.findChildren<ui::RowsView*>()) {
+            for (QAction* action : entriesOf(view->actions()))
+                pressContext(*view, action);
+        }
+        QAction* quit = nullptr;
+        for (QAction* top : window.menuBar()->actions()) {
+            for (QAction* action : entriesOf(top->menu() ? top->menu()->actions() : QList<QAction*>())) {
+                if (action->text() == u"Been&den"_s)
+                    quit = action;
+                else
+                    pressEntry(*top->menu(), action);
+            }
+        }
+        pressEntry(*window.menuBar()->actions().first()->menu(), quit);
+    }
+
+    std::shared_ptr<obex::clsMmc> mmc;
+    ui::frmPB window;
+    QStringList lost; ///< what was pressed and did not arrive
+    int arrived = 0;
+
+private:
+    void settle()
+    {
+        for (int round = 0; round < 3; ++round)
+            QCoreApplication::processEvents();
+    }
+
+    void leaveWhatIsOpen()
+    {
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            if (const QAction* entry = std::exchange(m_entry, nullptr)) {
+                // Not from within: while the timer's own slot runs it leaves no form.
+                QTimer::singleShot(0, menu, [menu, entry] { chooseByKeys(*menu, entry); });
+            } else {
+                m_choices = entriesOf(menu->actions());
+                menu->close();
+            }
+        } else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            dialog->reject();
+        }
+    }
+
+    /// Does what presses something, and looks for the action that has to follow.
+    void expectTrigger(QAction* action, const std::function<void()>& press)
+    {
+        const QSignalSpy triggered(action, &QAction::triggered);
+        press();
+        settle();
+        if (triggered.isEmpty())
+            lost.append(action->objectName() + u' ' + action->text());
+        else
+            ++arrived;
+        for (QWidget* other : QApplication::topLevelWidgets()) {
+            if (other != &window && other->isVisible())
+                other->close();
+        }
+        enter();
+    }
+
+    void pressButton(QToolBar& bar, QAction* action)
+    {
+        QWidget* button = bar.widgetForAction(action);
+        if (!button || !button->isVisible() || !button->isEnabled())
+            return;
+        m_choices.clear();
+        expectTrigger(action, [&] { QTest::keyClick(button, Qt::Key_Space); });
+        const QList<QAction*> choices = std::exchange(m_choices, {});
+        for (QAction* choice : choices) {
+            if (!button->isEnabled() || !button->isVisible())
+                return;
+            expectTrigger(choice, [&] {
+                m_entry = choice;
+                QTest::keyClick(button, Qt::Key_Space);
+            });
+        }
+    }
+
+    void pressContext(ui::RowsView& view, QAction* action)
+    {
+        if (!view.isVisible() || !action->isEnabled())
+            return;
+        expectTrigger(action, [&] {
+            m_entry = action;
+            QContextMenuEvent event(QContextMenuEvent::Keyboard, view.rect().center(),
+                                    view.mapToGlobal(view.rect().center()));
+            QApplication::sendEvent(&view, &event);
+        });
+    }
+
+    void pressEntry(QMenu& menu, QAction* action)
+    {
+        if (!action->isEnabled())
+            return;
+        expectTrigger(action, [&] {
+            m_entry = action;
+            menu.popup(window.mapToGlobal(QPoint()));
+        });
+    }
+
+    QString m_section;
+    QTimer m_user;
+    const QAction* m_entry = nullptr; // of the menu that opens next
+    QList<QAction*> m_choices;        // of the menu that was closed last
+};
+
+} // namespace
+
+class EveryKey : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QDir::setCurrent(QDir::tempPath()); } // downloads without a folder go there
+    void arrives_data();
+    void arrives();
+};
+
+void EveryKey::arrives_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<bool>("isDead");
+    const std::pair<QString, QStringList> sections[] = {
+        {u"WOODSTOCK"_s, {u"TB"_s, u"NE"_s, u"DIV"_s, u"SPONSOR"_s}},
+        {u"PICASSO"_s, {u"TB"_s, u"SOUND"_s}},
+        {u"SL400H"_s, {u"TB"_s, u"FFS"_s, u"DIV"_s}},
+        {u"S820"_s, {u"FFS"_s}},
+    };
+    for (const auto& [model, keys] : sections) {
+        for (const QString& key : keys) {
+            for (const bool isDead : {false, true}) {
+                QTest::addRow("%s, %s%s", qPrintable(model), qPrintable(key), isDead ? ", dead" : "")
+                    << model << key << isDead;
+            }
+        }
+    }
+}
+
+void EveryKey::arrives()
+{
+    QFETCH(QString, model);
+    QFETCH(QString, section);
+    QFETCH(bool, isDead);
+    PressedWindow pressed(model, section);
+    if (isDead)
+        pressed.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
+    pressed.pressAll();
+    QCOMPARE(pressed.lost, QStringList());
+    QVERIFY2(pressed.arrived > 10, qPrintable(QString::number(pressed.arrived)));
+    QVERIFY(!child<ui::StatusArea>(pressed.window, "sta").isBusy());
+}
+
+QTEST_MAIN(EveryKey)
+#include "tst_EveryKey.moc"
