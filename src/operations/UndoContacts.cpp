@@ -6,13 +6,44 @@ namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+UndoDiff diffOf(const ContactPlan& plan)
+{
+    UndoDiff diff;
+    for (const phonedata::ContactWrite& contact : plan.add)
+        diff.add.append(contactName(contact.entry));
+    for (const ContactPlan::Change& change : plan.change)
+        diff.change.append(contactName(change.to.entry));
+    for (const phonedata::tVcfEntry& contact : plan.remove)
+        diff.remove.append(contactName(contact));
+    for (const phonedata::tVcfEntry& contact : plan.stuck)
+        diff.blocked.append(contactName(contact));
+    return diff;
+}
+
+} // namespace
+
 UndoContacts::UndoContacts(const UndoJob& job, Record record)
-    : Undo(std::move(record)), m_progress(job.progress), m_rows(phonedata::makeVcfRows()),
-      m_store(std::make_shared<phonedata::VcardStore>(job.client, *m_rows))
+    : Undo(std::move(record)), m_progress(job.progress), m_known(job.contacts),
+      m_rows(phonedata::makeVcfRows()), m_store(std::make_shared<phonedata::VcardStore>(job.client, *m_rows))
 {
 }
 
 UndoContacts::~UndoContacts() = default;
+
+std::optional<UndoDiff> UndoContacts::compareWithKnown() const
+{
+    if (!m_known)
+        return {};
+    phonedata::ContactReading held;
+    for (int row = 0; row < m_known->count(); ++row)
+        held.cards.cards.push_back({.entry = phonedata::vcfEntryFrom(m_known->row(row))});
+    Contacts wanted;
+    for (const phonedata::ContactCard& card : phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes).cards)
+        wanted.push_back(card.entry);
+    return diffOf(planEqual(held, wanted));
+}
 
 Outcome UndoContacts::plan()
 {
@@ -24,15 +55,7 @@ Outcome UndoContacts::plan()
     if (outcome.cause != Cause::None)
         return outcome;
     m_plan = planRestore(m_edit->held(), phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes));
-    m_diff = {};
-    for (const phonedata::ContactWrite& contact : m_plan.add)
-        m_diff.add.append(contactName(contact.entry));
-    for (const ContactPlan::Change& change : m_plan.change)
-        m_diff.change.append(contactName(change.to.entry));
-    for (const phonedata::tVcfEntry& contact : m_plan.remove)
-        m_diff.remove.append(contactName(contact));
-    for (const phonedata::tVcfEntry& contact : m_plan.stuck)
-        m_diff.blocked.append(contactName(contact));
+    m_diff = diffOf(m_plan);
     return {};
 }
 

@@ -14,11 +14,13 @@ public:
     UndoContacts(const UndoJob& job, Record record);
     ~UndoContacts() override;
 
+    std::optional<UndoDiff> compareWithKnown() const override;
     Outcome plan() override;
     Outcome apply() override;
 
 private:
     toolkit::Progress m_progress;
+    const toolkit::ListRows* m_known;
     std::unique_ptr<toolkit::ListRows> m_rows;
     std::shared_ptr<phonedata::VcardStore> m_store;
     std::unique_ptr<ContactEdit> m_edit;

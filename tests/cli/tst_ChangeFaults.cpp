@@ -94,7 +94,7 @@ void tst_ChangeFaults::anyFaultAtAnyRequest()
     const QStringList wanted = memoryOf(*calm);
     QVERIFY(wanted != before);
     const int requests = calm->port.handset().phone().faults.requests;
-    const int step = std::max(1, requests / 16); // a list of many contacts repeats itself
+    const int step = std::max(1, requests / 10); // a list of many contacts repeats itself
     for (const Kind& kind : dataFaults) {
         for (int at = 1; at <= requests; at += step) {
             Faults faults;

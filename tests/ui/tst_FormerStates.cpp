@@ -100,7 +100,7 @@ void tst_FormerStates::aStateIsComparedAndPutBack()
     auto& list = child<ui::RowsView>(dialog, "lvwFormerStates");
     auto& differences = child<ui::RowsView>(dialog, "lvwDifferences");
     QCOMPARE(rowsOf(*list.rows()),
-             QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|nach Vergleich"_s});
+             QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|noch nicht verglichen"_s});
     QCOMPARE(list.rows()->selectedRows(), QList{0});
 
     QTest::keyClick(&list, Qt::Key_Return);
@@ -118,7 +118,7 @@ void tst_FormerStates::aStateIsComparedAndPutBack()
     QCOMPARE(made.held(), made.empty);
     QCOMPARE(dialog.changedLists(), QSet{RecordedList::Files});
     QCOMPARE(rowsOf(*list.rows()).first(),
-             u"21.11.2026  12:00|Dateien|Früherer Stand zurückgeholt|1|nach Vergleich"_s);
+             u"21.11.2026  12:00|Dateien|Früherer Stand zurückgeholt|1|noch nicht verglichen"_s);
 
     made.test.dialogs.expect(made.question(u"1 neu"_s), Answer::Yes); // the undo is the newest now
     press(dialog, "cmdPutBack");
@@ -162,7 +162,7 @@ void tst_FormerStates::theMenuOpensIt()
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
-    QCOMPARE(seen, QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|nach Vergleich"_s});
+    QCOMPARE(seen, QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|noch nicht verglichen"_s});
 }
 
 QTEST_MAIN(tst_FormerStates)

@@ -37,7 +37,7 @@ constexpr int differencesShown = 6;
 const QString introduction = u"Vor jeder Änderung hebt Kalmo auf, was das Telefon enthält. Hier können Sie "
                              u"einen früheren Stand ansehen "
                              u"und zurückholen."_s;
-const QString notCompared = u"nach Vergleich"_s;
+const QString notCompared = u"noch nicht verglichen"_s;
 const QString chooseOne =
     u"Wählen Sie einen Stand aus und vergleichen Sie ihn mit dem, was das Telefon jetzt "
     u"enthält."_s;
@@ -112,7 +112,7 @@ void FormerStatesDialog::makeRows()
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setAccessibleName(u"Frühere Stände"_s);
     m_view->setPlaceholder(noStates);
-    m_view->setColumnCharacters({17, 13, 34, 9, 26});
+    m_view->setColumnCharacters({16, 11, 34, 8, 24});
     setRowsShown(*m_view, rowsShown);
     m_differenceView->setRows(*m_differences);
     m_differenceView->setAccessibleName(u"Unterschiede"_s);
@@ -143,7 +143,7 @@ void FormerStatesDialog::layOut()
     m_cancel->hide();
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_view, m_differenceView, buttons});
     m_status->SetText(u"Bereit."_s);
-    const int width = fontMetrics().averageCharWidth() * 118;
+    const int width = fontMetrics().averageCharWidth() * 122;
     resize(width, sizeHint().height());
 }
 
@@ -291,6 +291,7 @@ void FormerStatesDialog::putBack()
     if (!outcome.recordId.isEmpty())
         m_changed.insert(undo->record().list);
     const RecordedList list = undo->record().list;
+    m_job.contacts = nullptr; // the reading is out of date now
     fill();
     select(list);
     report(*undo, outcome);

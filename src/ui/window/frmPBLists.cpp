@@ -128,8 +128,13 @@ void frmPB::showFormerStates()
         const toolkit::BusyScope busy(&m_parts.busy);
         operations::identifyPhone(m_program.line);
     }
-    FormerStatesDialog dialog(m_program, {m_program.line, m_program.memory, m_mmc}, list, this);
+    operations::UndoJob job{m_program.line, m_program.memory, m_mmc};
+    if (m_contacts && m_contacts->isRead())
+        job.contacts = &m_contacts->rows();
+    FormerStatesDialog dialog(m_program, job, list, this);
     dialog.exec();
+    if (m_contacts && dialog.changedLists().contains(operations::RecordedList::Phonebook))
+        m_contacts->run(Command::Refresh);
     if (interruptsFiles && !m_closeWanted)
         enterFiles(nodes::Files.toString());
 }
