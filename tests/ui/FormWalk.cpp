@@ -172,8 +172,8 @@ QStringList paleTexts(QWidget& form)
     QStringList faults;
     const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
     for (const QWidget* widget : shownWidgets(form)) {
-        const bool isField =
-            qobject_cast<const QLineEdit*>(widget) && !widget->property("text").toString().isEmpty();
+        const bool isField = qobject_cast<const QLineEdit*>(widget) &&
+                             !widget->property("text").toString().trimmed().isEmpty();
         if (!widget->isEnabled() || (!isField && textOf(*widget).trimmed().isEmpty()))
             continue;
         const QRect place(widget->mapTo(&form, QPoint(0, 0)) * picture.devicePixelRatio(),
