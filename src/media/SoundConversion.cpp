@@ -101,6 +101,11 @@ std::optional<Failure> encode(app::Context& context, const app::WorkFolder& fold
 
 } // namespace
 
+app::ProgramCall lengthCall(const app::Context& context, const QString& path)
+{
+    return soxCall(converterPath(context, u"sox"_s), {u"--i"_s, u"-D"_s, QFileInfo(path).absoluteFilePath()});
+}
+
 std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
                                       const toolkit::CancelBox* cancel)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Context.h"
+#include "app/Programs.h"
 #include "media/Failure.h"
 #include "toolkit/Progress.h"
 
@@ -18,6 +19,9 @@ struct SoundFacts
 /// Looks at a WAV or MP3 file. A failure leaves `facts` alone.
 std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
                                       const toolkit::CancelBox* cancel = nullptr);
+
+/// A call that prints the seconds of a sound.
+app::ProgramCall lengthCall(const app::Context& context, const QString& path);
 
 /// Makes of a WAV or MP3 file a sound that handsets take: G.722 at 64 kbit/s, loudest sample at -1 dB.
 /// `trimSeconds` is how much of its start is kept, 0 for all. What went wrong, and then there is no new

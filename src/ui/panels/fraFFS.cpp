@@ -8,9 +8,12 @@
 #include "obex/FolderRows.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucFfsMem.h"
+#include "ui/forms/frmMmc_View.h"
+#include "ui/forms/UploadDialog.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/FfsTransfers.h"
+#include "ui/panels/FfsUpload.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -60,6 +63,8 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
       m_rows(u"lvwFFs"_s, columns()), m_lvwFFs(new RowsView(this)),
       m_txtFFscDirAct(named(new QLineEdit, u"txtFFscDirAct"_s, u"Ordner im Telefon"_s)),
       m_ucFfsMem(named(new ucFfsMem(program.context), u"ucFfsMem"_s, u"Speicher im Telefon"_s)),
+      m_chooseUpload(
+          [this](const UploadQuestion& question) { return chooseUpload(m_program, question, window()); }),
       m_mnuFFSsave(makeSaveMenu()), m_tlbFFS(makeToolbar())
 {
     setCaption(u"Dateisystem"_s);
@@ -217,7 +222,7 @@ bool fraFFS::changeFolder(const QString& key)
     return m_mmc->Cd(nameIn(key), false);
 }
 
-/// Shows a file with the user's own program, from a copy in the work folder.
+/// Shows a file in the preview or with the user's own program, from a copy in the work folder.
 void fraFFS::openFile(const QString& name)
 {
     app::Context& context = m_program.context;
@@ -242,6 +247,12 @@ void fraFFS::openFile(const QString& name)
             !access.client().GetFile(name, content, access.progress(), path))
             return;
     }
+    if (frmMmc_View::IsSupported(name)) {
+        frmMmc_View view(m_program, window());
+        if (view.Form_Present(path, name))
+            view.exec();
+        return;
+    }
     if (!desktop.hasAssociation(path) || !desktop.open(path)) {
         app::NoAssociationDialog(context, desktop, path,
                                  app::productName() + u" - fehlende Dateiassoziation"_s);
@@ -253,17 +264,22 @@ void fraFFS::upload()
     app::Context& context = m_program.context;
     if (!isFolderListed())
         return;
-    const QStringList paths = context.dialogs.OpenFiles(
-        {.title = u"Datei auf zum Telefon übertragen"_s, .folder = app::GetLastInitDir(context, lastUpload)});
-    if (paths.isEmpty())
+    const int phoneType = context.sy.PhoneType;
+    const media::UploadKind kind = media::uploadKind(m_mmc->DirAct(), phoneType);
+    if (kind == media::UploadKind::None) {
+        context.dialogs.Show(media::messageFor({media::Fault::NoFolder}));
         return;
-    app::SetLastInitDir(context, lastUpload, paths.first());
+    }
     if (!m_freeBytes)
         readFreeBytes();
-    std::vector<operations::FileToSend> files;
-    for (const QString& path : paths)
-        files.push_back({.localPath = path});
-    uploadFiles(m_mmc, m_progress, *m_listed, files, m_freeBytes);
+    const auto choice = m_chooseUpload({.kind = kind,
+                                        .phoneType = phoneType,
+                                        .freeBytes = m_freeBytes,
+                                        .folder = app::GetLastInitDir(context, lastUpload)});
+    if (!choice)
+        return;
+    app::SetLastInitDir(context, lastUpload, choice->paths.first());
+    convertAndUpload(m_program, m_mmc, m_progress, *m_listed, *choice, m_freeBytes);
     refresh();
 }
 

@@ -3,6 +3,7 @@
 #include "obex/clsMmc.h"
 #include "obex/PhonePath.h"
 #include "toolkit/ListRows.h"
+#include "ui/forms/frmMmcOpenControls.h"
 #include "ui/panels/PanelFrame.h"
 #include "ui/Program.h"
 
@@ -36,6 +37,10 @@ public:
     /// list.
     void FfsListRefresh();
 
+    /// Asks the user for files in place of the file dialog.
+    using UploadChooser = std::function<std::optional<UploadChoice>(const UploadQuestion& question)>;
+    void setUploadChooser(UploadChooser chooser) { m_chooseUpload = std::move(chooser); }
+
     toolkit::ListRows& lvwFFs() { return m_rows; }
 
 private:
@@ -66,7 +71,8 @@ private:
     ucFfsMem* m_ucFfsMem;
     std::optional<qint64> m_freeBytes;       // as the phone said last
     std::optional<obex::PhonePath> m_listed; // the folder whose content is in the list
-    QAction* m_saveIntoLast = nullptr;       // before the menu: making the menu sets it
+    UploadChooser m_chooseUpload;
+    QAction* m_saveIntoLast = nullptr; // before the menu: making the menu sets it
     QMenu* m_mnuFFSsave;
     QToolBar* m_tlbFFS;
 };

@@ -1,0 +1,74 @@
+#include "ui/forms/UploadDialog.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLineEdit>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int widthInLetters = 116;
+constexpr int heightInLetters = 98;
+
+QStringList filtersOf(media::UploadKind kind)
+{
+    QStringList filters;
+    for (const toolkit::FileType& type : media::fileTypes(kind))
+        filters.append(type.description.section(u'(', 0, 0) + u'(' + type.patterns.join(u' ') + u')');
+    return filters;
+}
+
+/// The dialog of the toolkit, since that of the desktop takes no panel.
+std::unique_ptr<QFileDialog> makeDialog(const UploadQuestion& question, QWidget* parent)
+{
+    auto dialog =
+        std::make_unique<QFileDialog>(parent, u"Datei auf zum Telefon übertragen"_s, question.folder);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setObjectName(u"dsCmDlg"_s);
+    dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    dialog->setNameFilters(filtersOf(question.kind));
+    dialog->setLabelText(QFileDialog::Accept, u"Ü&bertragen"_s);
+    dialog->setLabelText(QFileDialog::Reject, u"Abbrechen"_s);
+    for (QAbstractButton* button : dialog->findChild<QDialogButtonBox*>()->buttons())
+        button->setIcon({}); // the toolkit's own are of another style
+    return dialog;
+}
+
+/// The selected files, without folders and names that are being typed.
+QStringList filesOf(const QFileDialog& dialog)
+{
+    QStringList files;
+    for (const QString& path : dialog.selectedFiles()) {
+        if (QFileInfo(path).isFile())
+            files.append(path);
+    }
+    return files;
+}
+
+} // namespace
+
+std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion& question, QWidget* parent)
+{
+    const auto dialog = makeDialog(question, parent);
+    auto* controls = new frmMmcOpenControls(program, question);
+    auto* layout = qobject_cast<QGridLayout*>(dialog->layout());
+    layout->addWidget(controls, layout->rowCount(), 0, 1, layout->columnCount());
+    // Its text follows the selection; the dialog's own signal comes ahead of it.
+    QObject::connect(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, controls,
+                     [&dialog, controls] { controls->showSelection(filesOf(*dialog)); });
+    const int letter = dialog->fontMetrics().averageCharWidth();
+    dialog->resize(widthInLetters * letter, heightInLetters * letter);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    controls->cmdSndStop_Click();
+    const QStringList paths = dialog->selectedFiles();
+    return isAccepted && !paths.isEmpty() ? controls->GetSelFiles(paths) : std::nullopt;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,318 @@
+#include "ui/forms/frmMmc_View.h"
+
+#include "app/CodePage.h"
+#include "app/Files.h"
+#include "app/Version.h"
+#include "media/Beside.h"
+#include "media/PictureConversion.h"
+#include "ui/adaptors/ProgressWidgets.h"
+#include "ui/controls/Named.h"
+#include "ui/controls/SoundButtons.h"
+#include "ui/forms/EntryDialogs.h"
+#include "ui/help/HelpWindow.h"
+#include "ui/icons/Icons.h"
+#include "ui/window/mdlFormResize.h"
+
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QStringDecoder>
+#include <QTimer>
+#include <QToolButton>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Icon;
+
+namespace {
+
+constexpr int smallestHeight = 3420 / twipsPerPixel;
+constexpr int smallestWidth = 4110 / twipsPerPixel;
+constexpr double reduction = 0.96; // of a picture that fills the screen, to leave an edge
+constexpr int margins = 4;         // around the frames, on both sides
+
+const QString lastSave = u"frmMmc_View"_s; // use of the folder that files are saved in
+
+enum Page { PicturePage, SoundPage, TextPage };
+
+struct KindRow
+{
+    QStringView ending;
+    Page page;
+    bool isStretchedByHand; ///< a picture that follows the form's size
+};
+
+constexpr KindRow kinds[] = {
+    {u".BMP", PicturePage, true},  {u".GIF", PicturePage, true}, {u".JPG", PicturePage, true},
+    {u".PNG", PicturePage, false}, {u".WAV", SoundPage, false},  {u".MID", SoundPage, false},
+    {u".MP3", SoundPage, false},   {u".TXT", TextPage, false},
+};
+
+const KindRow* kindOf(const QString& name)
+{
+    const QString ending = name.right(4).toUpper();
+    const auto found = std::ranges::find(kinds, QStringView(ending), &KindRow::ending);
+    return found == std::end(kinds) ? nullptr : &*found;
+}
+
+/// A text of a phone or of a PC.
+QString decoded(const QByteArray& bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(bytes);
+    return utf8.hasError() ? app::fromCp1252(bytes) : text;
+}
+
+QToolButton* makeButton(const QString& name, const QString& drawing, const QString& toolTip)
+{
+    auto* button = named(new QToolButton, name, toolTip);
+    button->setIcon(icon(drawing));
+    button->setToolTip(toolTip);
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
+}
+
+} // namespace
+
+bool frmMmc_View::IsSupported(const QString& name)
+{
+    return kindOf(name) != nullptr;
+}
+
+frmMmc_View::frmMmc_View(Program& program, QWidget* parent)
+    : QDialog(parent), m_program(program), m_txtFile(named(new QLineEdit, u"txtFile"_s, u"Datei"_s)),
+      m_cmdBmp1zu1(makeButton(u"cmdBmp1zu1"_s, u"zoomin"_s, u"Bild in Originalgröße darstellen"_s)),
+      m_cmdSave(makeButton(u"cmdSave"_s, u"save"_s, u"Datei auf Festplatte Speichern"_s)),
+      m_pages(new QStackedWidget), m_imgArea(new QScrollArea),
+      m_imgBmp(named(new QLabel, u"imgBmp"_s, u"Bild"_s)), m_sound(new SoundButtons(program.context)),
+      m_txtText(named(new QPlainTextEdit, u"txtText"_s, u"Text"_s)),
+      m_sta(named(new StatusLabel, u"sta"_s, u"Status"_s)), m_prg(named(new ProgressStrip, u"prg"_s)),
+      m_tmrMidiPlayAutoStart(new QTimer(this))
+{
+    setObjectName(u"frmMmc_View"_s);
+    setWindowTitle(u"Kalmo - Dateivorschau"_s);
+    setWindowModality(Qt::WindowModal);
+    m_txtFile->setReadOnly(true);
+    m_txtText->setReadOnly(true);
+    m_tmrMidiPlayAutoStart->setObjectName(u"tmrMidiPlayAutoStart"_s);
+    m_tmrMidiPlayAutoStart->setSingleShot(true);
+    connect(m_tmrMidiPlayAutoStart, &QTimer::timeout, m_sound, &SoundButtons::start);
+    connect(m_cmdBmp1zu1, &QToolButton::clicked, this,
+            [this] { Form_Present(m_path, m_txtFile->text(), true); });
+    connect(m_cmdSave, &QToolButton::clicked, this, &frmMmc_View::save);
+    auto* help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, this, [] { openHelp(); });
+    layOut();
+    RestoreFormLayout(*this, program.context.settings);
+    m_ownSize = size();
+}
+
+frmMmc_View::~frmMmc_View() = default;
+
+void frmMmc_View::layOut()
+{
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(12, 12, 12, 6);
+    rows->addWidget(makeHead());
+    m_pages->addWidget(makePicture());
+    m_pages->addWidget(makeSound());
+    auto* fraText = named(new QFrame, u"fraText"_s);
+    auto* text = new QVBoxLayout(fraText);
+    text->setContentsMargins({});
+    text->addWidget(m_txtText);
+    m_pages->addWidget(fraText);
+    rows->addWidget(m_pages, 1);
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(m_sta, 1);
+    foot->addWidget(m_prg);
+    rows->addLayout(foot);
+    m_prg->hide();
+    setMinimumSize(smallestWidth, smallestHeight);
+    m_txtFile->setFocus();
+}
+
+QWidget* frmMmc_View::makeHead()
+{
+    auto* head = new QWidget;
+    auto* row = new QHBoxLayout(head);
+    row->setContentsMargins({});
+    row->addWidget(m_txtFile, 1);
+    row->addWidget(m_cmdBmp1zu1);
+    row->addWidget(m_cmdSave);
+    return head;
+}
+
+QFrame* frmMmc_View::makePicture()
+{
+    auto* fraBmp = named(new QFrame, u"fraBmp"_s);
+    auto* layout = new QVBoxLayout(fraBmp);
+    layout->setContentsMargins({});
+    m_imgArea->setFrameShape(QFrame::NoFrame);
+    m_imgArea->setAlignment(Qt::AlignCenter);
+    m_imgArea->setWidget(m_imgBmp);
+    m_imgBmp->setScaledContents(true);
+    layout->addWidget(m_imgArea);
+    return fraBmp;
+}
+
+QWidget* frmMmc_View::makeSound()
+{
+    auto* fraAudio = named(new QGroupBox(u"Wiedergabe über Soundkarte"_s), u"fraAudio"_s);
+    auto* hint = named(
+        new QLabel(u"Hinweis: Das Gigaset verwendet ein spezielles Midi Format. Nicht alle Dateien lassen "
+                   u"sich auf dem PC abspielen."_s),
+        u"lblOnfraAudio"_s);
+    hint->setWordWrap(true);
+    auto* rows = new QVBoxLayout(fraAudio);
+    rows->addWidget(m_sound);
+    rows->addStretch();
+    rows->addWidget(hint);
+    return fraAudio;
+}
+
+bool frmMmc_View::Form_Present(const QString& path, const QString& displayName, bool original)
+{
+    m_path = path;
+    m_txtFile->setText(displayName);
+    const KindRow* kind = kindOf(path);
+    bool isShown = kind != nullptr;
+    if (isShown) {
+        m_pages->setCurrentIndex(kind->page);
+        m_cmdBmp1zu1->setVisible(kind->page == PicturePage);
+    }
+    if (isShown && kind->page == PicturePage) {
+        isShown = presentPicture(original);
+    } else if (isShown && kind->page == SoundPage) {
+        m_sta->SetText(u"Bitte warten..."_s);
+        m_sound->setFile(path);
+        m_sta->SetText({});
+        m_tmrMidiPlayAutoStart->start(0);
+    } else if (isShown) {
+        presentText();
+    }
+    if (!isShown) {
+        m_program.context.dialogs.Show(
+            {.text = u"Beim Anzeigen der Datei "_s + path +
+                     u" ist ein Fehler aufgetreten. Bitte wiederholen Sie die letzte "
+                     u"Aktion."_s,
+             .icon = Icon::Critical});
+    }
+    return isShown;
+}
+
+/// Pixels that a picture may take on the screen.
+QSize frmMmc_View::roomForPicture() const
+{
+    const int around = 12 * margins;
+    const QSize frame = frameGeometry().size() - size();
+    const int other = sizeHint().height() - m_pages->sizeHint().height() + frame.height();
+    return screen()->availableSize() - QSize(around, other + around);
+}
+
+bool frmMmc_View::presentPicture(bool original)
+{
+    const media::LoadedPicture picture = media::beside(m_program.context.clock, [path = m_path] {
+        return media::loadPicture(path, {1 << 14, 1 << 14});
+    });
+    m_picture = picture.image;
+    if (picture.failure)
+        return false;
+    const QSize room = roomForPicture();
+    const double scale = std::min(static_cast<double>(room.width()) / m_picture.width(),
+                                  static_cast<double>(room.height()) / m_picture.height());
+    if (scale < 1 && !original) {
+        ScaleForm4BMP(m_picture.size() * (scale * reduction));
+        m_sta->SetText(u"1:1 nicht möglich - verkleinerter Darstellung um Faktor "_s +
+                       QLocale().toString(scale, 'f', 2));
+    } else {
+        ScaleForm4BMP(m_picture.size());
+        m_sta->SetText(u"Anzeige in originaler Größe"_s);
+    }
+    return true;
+}
+
+/// Lays the frame and the form around a picture of that size, as far as the screen has room.
+void frmMmc_View::ScaleForm4BMP(QSize picture)
+{
+    stretch(picture);
+    const QSize other = size() - m_pages->size();
+    const QSize wanted = picture + QSize(2, 2) + (isVisible() ? other : sizeHint() - m_pages->sizeHint());
+    m_ownSize = wanted.boundedTo(screen()->availableSize() * reduction).expandedTo(minimumSize());
+    resize(m_ownSize);
+}
+
+void frmMmc_View::stretch(QSize size)
+{
+    const qreal ratio = devicePixelRatioF();
+    QPixmap pixmap = QPixmap::fromImage(m_picture.scaled(
+        (QSizeF(size) * ratio).toSize().expandedTo({1, 1}), Qt::IgnoreAspectRatio,
+        m_picture.width() < size.width() ? Qt::FastTransformation : Qt::SmoothTransformation));
+    pixmap.setDevicePixelRatio(ratio);
+    m_imgBmp->setPixmap(pixmap);
+    m_imgBmp->resize(size);
+}
+
+void frmMmc_View::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    const KindRow* kind = kindOf(m_path);
+    if (!event->oldSize().isValid() || size() == m_ownSize || m_picture.isNull() || !kind ||
+        !kind->isStretchedByHand)
+        return;
+    m_ownSize = {};
+    stretch(m_imgArea->viewport()->size());
+    m_sta->SetText(u"Größe manuell verändert."_s);
+}
+
+void frmMmc_View::presentText()
+{
+    QByteArray bytes;
+    app::readWholeFile(m_path, bytes); // a file that has gone is an empty one
+    m_txtText->setPlainText(decoded(bytes));
+}
+
+void frmMmc_View::save()
+{
+    app::Context& context = m_program.context;
+    const QString ending = QFileInfo(m_path).suffix();
+    const QString pattern = u"*."_s + ending;
+    const QString target =
+        context.dialogs.SaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
+                                  .folder = app::GetLastInitDir(context, lastSave),
+                                  .name = m_txtFile->text(),
+                                  .types = {{u"Quelldateityp (%1)"_s.arg(pattern), {pattern}}},
+                                  .confirmOverwrite = true});
+    if (target.isEmpty())
+        return;
+    app::SetLastInitDir(context, lastSave, target);
+    QByteArray bytes;
+    if (!app::WriteTest(context, QFileInfo(target).path()))
+        return;
+    const bool isRead = app::readWholeFile(m_path, bytes);
+    const app::ReplaceResult result =
+        isRead ? app::replaceFile(context, target, bytes) : app::ReplaceResult::NotWritten;
+    if (result == app::ReplaceResult::Written)
+        context.dialogs.Show(
+            {.text = u"Datei unter %1 gespeichert."_s.arg(target), .icon = Icon::Information});
+    else if (result == app::ReplaceResult::NotWritten)
+        context.dialogs.Show(
+            {.text = u"Fehler beim Schreiben der Datei "_s + target, .icon = Icon::Exclamation});
+}
+
+void frmMmc_View::done(int result)
+{
+    SaveFormLayout(*this, m_program.context.settings);
+    m_sound->stop();
+    QDialog::done(result);
+}
+
+} // namespace kalmo::ui

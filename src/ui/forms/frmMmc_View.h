@@ -1,0 +1,74 @@
+#pragma once
+
+#include "ui/Program.h"
+
+#include <QDialog>
+#include <QImage>
+
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QScrollArea;
+class QStackedWidget;
+class QTimer;
+class QToolButton;
+
+namespace kalmo::ui {
+
+class ProgressStrip;
+class SoundButtons;
+class StatusLabel;
+
+/// Shows a file that was read from the phone: a picture, a sound or a text. The user plays it, sees the
+/// picture in its true size, and saves the file.
+class frmMmc_View : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmMmc_View(Program& program, QWidget* parent = nullptr);
+    ~frmMmc_View() override;
+
+    /// Returns true for the kinds of files that can be shown, by the last four characters of the name.
+    static bool IsSupported(const QString& name);
+
+    /// Fills the form. `original` asks for a picture's true size. False, and that is told, if the file can't
+    /// be shown.
+    bool Form_Present(const QString& path, const QString& displayName, bool original = false);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void done(int result) override;
+
+private:
+    void layOut();
+    QWidget* makeHead();
+    QFrame* makePicture();
+    QWidget* makeSound();
+    bool presentPicture(bool original);
+    void ScaleForm4BMP(QSize picture);
+    void stretch(QSize size);
+    void presentText();
+    void save();
+    QSize roomForPicture() const;
+
+    Program& m_program;
+    QString m_path;
+    QImage m_picture;
+    QSize m_ownSize; // that the form gave itself, in contrast to one that the user gave it
+
+    QLineEdit* m_txtFile;
+    QToolButton* m_cmdBmp1zu1;
+    QToolButton* m_cmdSave;
+    QStackedWidget* m_pages;
+    QScrollArea* m_imgArea;
+    QLabel* m_imgBmp;
+    SoundButtons* m_sound;
+    QPlainTextEdit* m_txtText;
+    StatusLabel* m_sta;
+    ProgressStrip* m_prg;
+    QTimer* m_tmrMidiPlayAutoStart;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,113 @@
+#include "ui/panels/FfsUpload.h"
+
+#include "app/Files.h"
+#include "app/WorkFolder.h"
+#include "ui/panels/FfsTransfers.h"
+
+#include <QFileInfo>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using media::Fault;
+using media::PreparedFile;
+using operations::FileAccess;
+
+namespace {
+
+/// A status panel that says which file of several it is.
+class NumberedPanel : public toolkit::StatusPanel
+{
+public:
+    NumberedPanel(toolkit::StatusPanel* panel, qsizetype count) : m_panel(panel), m_count(count) {}
+
+    void next() { ++m_index; }
+    QString Text() const override { return m_text; }
+    void SetText(const QString& text) override
+    {
+        m_text = text;
+        const bool isNumbered = m_count > 1 && m_index > 0 && !text.isEmpty();
+        toolkit::setStatus(m_panel,
+                           isNumbered ? u"%1 von %2: %3"_s.arg(m_index).arg(m_count).arg(text) : text);
+    }
+
+private:
+    toolkit::StatusPanel* m_panel;
+    qsizetype m_count;
+    qsizetype m_index = 0;
+    QString m_text;
+};
+
+/// Everything that has been made ready, with its bytes.
+struct Batch
+{
+    std::vector<operations::FileToSend> files = {};
+    bool isAll = true; ///< every file that was chosen
+    bool goesOn = true;
+};
+
+void take(app::Context& context, const PreparedFile& file, Batch& batch)
+{
+    const auto& told = file.failure ? file.failure : file.remark;
+    if (told && told->fault != Fault::Cancelled)
+        context.dialogs.Show(media::messageFor(*told));
+    if (file.failure) {
+        batch.isAll = false;
+        batch.goesOn = file.failure->fault != Fault::NoConverter && file.failure->fault != Fault::Cancelled;
+        return;
+    }
+    QByteArray bytes;
+    const bool isMade = file.path != file.source && app::readWholeFile(file.path, bytes);
+    batch.files.push_back({.localPath = file.source,
+                           .name = QFileInfo(file.path).fileName(),
+                           .bytes = isMade ? std::optional(bytes) : std::nullopt});
+}
+
+Batch prepareAll(Program& program, const toolkit::Progress& progress, NumberedPanel& panel,
+                 const UploadChoice& choice)
+{
+    Batch batch;
+    const app::WorkFolder folder(program.context);
+    if (!folder.isValid()) {
+        program.context.dialogs.Show(
+            media::messageFor({Fault::NotWritten, program.context.sy.Paths.Storage + u"/config/temp"_s}));
+        return {.isAll = false, .goesOn = false};
+    }
+    for (const QString& path : choice.paths) {
+        if (!batch.goesOn || progress.cancelled())
+            break;
+        panel.next();
+        panel.SetText(u"%1 wird umgewandelt..."_s.arg(QFileInfo(path).fileName()));
+        take(
+            program.context,
+            media::prepareFile(program.context, path, choice.options, folder.filePath(u"upload"_s), progress),
+            batch);
+    }
+    panel.SetText({});
+    batch.goesOn = batch.goesOn && !progress.cancelled();
+    return batch;
+}
+
+} // namespace
+
+bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
+                      const toolkit::Progress& progress, const obex::PhonePath& to,
+                      const UploadChoice& choice, std::optional<qint64> freeBytes)
+{
+    NumberedPanel panel(progress.panel, choice.paths.size());
+    Batch batch;
+    {
+        // The window is blocked and can be cancelled as while the phone is at work.
+        const FileAccess access(mmc, u"Upload"_s, progress);
+        if (!access.mayBegin())
+            return false;
+        toolkit::Progress shown = access.progress();
+        shown.panel = &panel;
+        batch = prepareAll(program, shown, panel, choice);
+    }
+    if (!batch.goesOn || batch.files.empty())
+        return false;
+    return uploadFiles(mmc, progress, to, batch.files, freeBytes) && batch.isAll;
+}
+
+} // namespace kalmo::ui
