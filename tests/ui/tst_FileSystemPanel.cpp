@@ -74,6 +74,13 @@ struct Panel : TestProgram
     {
         test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, QString(), target);
     }
+    /// The user picks this file, for what the panel asks for.
+    void choose(const QString& file)
+    {
+        panel.setUploadChooser([file](const ui::UploadQuestion& question) {
+            return ui::UploadChoice{{file}, {.phoneType = question.phoneType, .kind = question.kind}};
+        });
+    }
     void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
     void expectRefusal(int request)
     {
@@ -118,9 +125,12 @@ void FileSystemPanel::foldersAndFiles()
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
     QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Liesmich.txt"_s));
+    // What Kalmo can't show goes to the user's own program.
+    QVERIFY(made.mmc->PutFile(made.test.makeFile(u"Film.3gp"_s, "x"), made.progress.all()));
+    made.press("refresh");
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Film.3gp"_s));
     made.press("show");
-    const QString copy = made.test.storage + u"/config/temp/Liesmich.txt"_s;
+    const QString copy = made.test.storage + u"/config/temp/Film.3gp"_s;
     QCOMPARE(made.desktop.opened, QStringList{u' ' + copy});
     QVERIFY(QFileInfo(copy).size() > 0);
 }
@@ -195,51 +205,46 @@ void FileSystemPanel::deletes()
 
 void FileSystemPanel::uploads()
 {
-    Panel made(u"Pictures"_s);
-    const QString path = made.test.path(u"Ei,s.png"_s);
+    Panel made(u"Sounds"_s, {}, u"SL450HX"_s);
+    const QString path = made.test.path(u"Ei,s.L22"_s);
     const auto upload = [&](const QByteArray& content) {
-        made.test.makeFile(u"Ei,s.png"_s, content);
-        const QString start = app::GetLastInitDir(made.test.context, u"UploadToPhone"_s);
-        made.test.dialogs.expectOpenFile({.title = u"Datei auf zum Telefon übertragen"_s, .folder = start},
-                                         path);
+        made.choose(made.test.makeFile(u"Ei,s.L22"_s, content));
     };
     const QString clash =
-        u"Die Datei \"Eis.png\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
+        u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
     for (const QByteArray content : {"eins", "zwei", "drei"}) {
         upload(content);
         if (content != "eins")
             made.ask(clash, content == "zwei" ? Answer::No : Answer::Yes);
         made.press("open");
         QByteArray held;
-        QVERIFY(made.mmc->GetFile(u"Eis.png"_s, held, made.progress.all()));
+        QVERIFY(made.mmc->GetFile(u"Eis.L22"_s, held, made.progress.all()));
         QCOMPARE(held, content == "zwei" ? "eins" : content);
     }
     // What can't be sent costs nothing in the phone, and what it holds is on the disk before it goes.
     const QDir backups(made.test.storage + u"/Backup"_s);
     upload("vier");
     QVERIFY(QFile::remove(path));
-    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    made.expect(u"Datei "_s + path + u" existiert nicht."_s);
     made.press("open");
-    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s) && backups.entryList(QDir::Files).size() == 1);
+    QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s) && backups.entryList(QDir::Files).size() == 1);
     upload("vier");
     made.ask(clash, Answer::Yes);
     made.port.handset().setFaults({.full = true});
     made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
     made.test.dialogs.expectStart(
-        u"Die Datei \"Eis.png\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei "
+        u"Die Datei \"Eis.L22\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei "
         u"liegt hier:\n"_s +
         backups.filePath(u"Eis 2"_s));
     made.press("open");
-    QVERIFY(!made.shown().contains(u"FIL_Eis.png"_s));
-    const QStringList copies = backups.entryList({u"Eis*.png"_s}, QDir::Files, QDir::Name);
+    QVERIFY(!made.shown().contains(u"FIL_Eis.L22"_s));
+    const QStringList copies = backups.entryList({u"Eis*.L22"_s}, QDir::Files, QDir::Name);
     QCOMPARE(copies.size(), 2);
     QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
     made.port.handset().setFaults({});
 
-    made.test.dialogs.expectOpenFile(
-        {.title = u"Datei auf zum Telefon übertragen"_s, .folder = made.test.folder.path()},
-        made.test.makeFile(u"€.png"_s, "x"));
-    made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.png"_s);
+    made.choose(made.test.makeFile(u"€.L22"_s, "x"));
+    made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.L22"_s);
     made.press("open");
 
     // Nothing is replaced if its backup does not match the phone's listing.
@@ -247,11 +252,11 @@ void FileSystemPanel::uploads()
     made.press("open");
     upload("sechs");
     made.ask(clash, Answer::Yes);
-    made.port.handset().setFaults({.surplusAt = 3}); // after a listing in two frames
-    made.expect(u"Die Datei \"Eis.png\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung "
+    made.port.handset().setFaults({.surplusAt = 2}); // after the listing
+    made.expect(u"Die Datei \"Eis.L22\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung "
                 u"wird sie nicht ersetzt."_s);
     made.press("open");
-    QVERIFY(made.shown().contains(u"FIL_Eis.png"_s));
+    QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s));
     made.port.handset().setFaults({});
 
     upload(QByteArray(30000000, 'x'));
@@ -299,28 +304,25 @@ void FileSystemPanel::nothingIsDoneInAnUnknownFolder()
 void FileSystemPanel::theListingDecidesAboutAnEarlyEnd()
 {
     for (const bool isCutOff : {false, true}) {
-        Panel made(u"Pictures"_s, {.maxPacket = 300});
-        const QString path = made.test.makeFile(u"Eis.png"_s, QByteArray(252 + 2 * 294, 'e'));
+        Panel made(u"Sounds"_s, {.maxPacket = 300}, u"SL400H"_s);
+        const QString path = made.test.makeFile(u"Eis.L22"_s, QByteArray(252 + 2 * 294, 'e'));
         for (const bool replaces : {false, true}) {
-            made.test.dialogs.expectOpenFile(
-                {.title = u"Datei auf zum Telefon übertragen"_s,
-                 .folder = app::GetLastInitDir(made.test.context, u"UploadToPhone"_s)},
-                path);
+            made.choose(path);
             if (replaces)
-                made.ask(u"Die Datei \"Eis.png\" befindet sich bereits auf dem Mobiltelefon.\nDatei "
+                made.ask(u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei "
                          u"überschreiben?"_s,
                          Answer::Yes);
             made.port.handset().setFaults({.earlySuccess = isCutOff && replaces});
             made.test.dialogs.expectStart(
-                u"Das Telefon hat behauptet, bereits die komplette Datei \"Eis.png\" erhalten zu haben"_s);
+                u"Das Telefon hat behauptet, bereits die komplette Datei \"Eis.L22\" erhalten zu haben"_s);
             if (isCutOff && replaces) // the old file, in as many frames, can't come back either
-                made.test.dialogs.expectStart(u"Die Datei \"Eis.png\" wurde nicht ersetzt, das Telefon "
+                made.test.dialogs.expectStart(u"Die Datei \"Eis.L22\" wurde nicht ersetzt, das Telefon "
                                               u"enthält vielleicht einen Teil davon. "
                                               "Eine Kopie der bisherigen Datei liegt hier:"_s);
             else
                 made.test.dialogs.expect(
                     {.text =
-                         u"Die Datei \"Eis.png\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
+                         u"Die Datei \"Eis.L22\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
                      .icon = Icon::Information});
             made.press("open");
         }

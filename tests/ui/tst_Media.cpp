@@ -1,0 +1,327 @@
+// Pictures and sounds in the window: the panel of an upload, the way into the phone, and the preview.
+
+#include "obex/clsMmc.h"
+#include "support/ConverterFolder.h"
+#include "support/Melodies.h"
+#include "support/Rows.h"
+#include "support/Tones.h"
+#include "ui/forms/frmMmc_View.h"
+#include "ui/forms/frmMmcOpenControls.h"
+#include "ui/panels/fraFFS.h"
+#include "ui/TestProgram.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QImageReader>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using media::UploadKind;
+using toolkit::Icon;
+
+namespace {
+
+struct Surroundings : TestProgram
+{
+    explicit Surroundings(const QString& model = u"SL450HX"_s) : TestProgram(model) {}
+
+    QString picture(const QString& name, QSize size) const
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        image.save(test.path(name));
+        return test.path(name);
+    }
+    QString sound(const QString& name, int seconds) const
+    {
+        return test.makeFile(name, wav(tone(1000, -6, seconds * soundRate)));
+    }
+
+    ConverterFolder converters{test};
+};
+
+QString textOf(const QObject& form, const char* name)
+{
+    return child<QLabel>(form, name).text();
+}
+
+} // namespace
+
+class tst_Media : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void picturesInThePanel();
+    void soundsInThePanel();
+    void badFilesInThePanel();
+    void uploadsConvert();
+    void previewsPictures();
+    void previewsSoundsAndTexts();
+};
+
+void tst_Media::picturesInThePanel()
+{
+    const Rows<UploadKind, int, QSize, QString, bool> rows{
+        {"small ones are shown as they are",
+         UploadKind::Pictures,
+         9,
+         {128, 160},
+         u"Vorschau (Originalgröße)"_s,
+         true},
+        {"tall ones are made smaller",
+         UploadKind::Pictures,
+         12,
+         {150, 200},
+         u"Vorschau (verkleinert)"_s,
+         true},
+        {"clip pictures", UploadKind::ClipPictures, 8, {40, 40}, u"Vorschau (Originalgröße)"_s, true},
+        {"without JPEG", UploadKind::ClipPictures, 5, {128, 100}, u"Vorschau (Originalgröße)"_s, false},
+    };
+    for (const auto& [kind, phoneType, shown, caption, asJpeg] : rows) {
+        Surroundings made;
+        ui::frmMmcOpenControls panel(made.program,
+                                     {.kind = kind, .phoneType = phoneType, .freeBytes = 1000000});
+        panel.show();
+        const QSize size = media::pictureSize(phoneType, kind);
+        QCOMPARE(
+            textOf(panel, "label1"),
+            u"Bilder werden grundsätzlich auf %1x%2 Pixel entsprechend den Fähigkeiten des Telefons angepasst."_s
+                .arg(QString::number(size.width()), QString::number(size.height())));
+        QCOMPARE(child<QComboBox>(panel, "cmbJPGCompression").isVisible(), asJpeg);
+        panel.showSelection({made.picture(u"a.png"_s, {1000, 500})});
+        QCOMPARE(panel.TypeOfSelFile(), ui::frmMmcOpenControls::Picture);
+        auto& preview = child<QLabel>(panel, "imgPrev");
+        QTRY_VERIFY(!preview.pixmap(Qt::ReturnByValue).isNull());
+        QCOMPARE(preview.size(), shown);
+        QCOMPARE(child<QGroupBox>(panel, "fraBmpPrev").title(), caption);
+        QVERIFY(textOf(panel, "lblResult").contains(u"Danach sind im Telefon noch"));
+        // Red from edge to edge, or with white above and below.
+        QCOMPARE(preview.pixmap(Qt::ReturnByValue).toImage().pixelColor(2, 2).green() < 40, true);
+        QTest::keyClick(&child<QRadioButton>(panel, "optInside"), Qt::Key_Space);
+        QCOMPARE(preview.pixmap(Qt::ReturnByValue).toImage().pixelColor(2, 2).green() > 200, true);
+
+        child<QComboBox>(panel, "cmbJPGCompression").setCurrentIndex(2);
+        const auto choice = panel.GetSelFiles({made.test.path(u"a.png"_s)});
+        QVERIFY(choice);
+        QCOMPARE(choice->options.quality, 100);
+        QCOMPARE(choice->options.fit, media::Fit::Inside);
+        made.test.dialogs.expect(
+            {.text = u"Datei wurde nicht im zugehörigen Ordner ausgewählt - Auswahl ungültig."_s,
+             .icon = Icon::Information});
+        QVERIFY(!panel.GetSelFiles({made.test.path(u"none.png"_s)}));
+    }
+}
+
+void tst_Media::soundsInThePanel()
+{
+    Surroundings made;
+    made.converters.replace(u"sox"_s, "case \"$2\" in -D) echo 20.4; exit;; esac; exec sleep 1000");
+    ui::frmMmcOpenControls panel(made.program, {.kind = UploadKind::Sounds, .phoneType = 12});
+    panel.show();
+    panel.showSelection({made.sound(u"a.wav"_s, 1)});
+    QTRY_COMPARE(textOf(panel, "lblSndLength"), u"Länge: 0:20 min"_s);
+    QVERIFY(textOf(panel, "lblResult").contains(u"163"));
+    auto& trim = child<QCheckBox>(panel, "chkTrimWav");
+    auto& seconds = child<QComboBox>(panel, "cmbTrimWav");
+    QVERIFY(!seconds.isEnabled());
+    QTest::keyClick(&trim, Qt::Key_Space);
+    QVERIFY(seconds.isEnabled());
+    QCOMPARE(panel.GetSelFiles({made.test.path(u"a.wav"_s)})->options.trimSeconds, 15);
+    QVERIFY(textOf(panel, "lblResult").contains(u"120"));
+
+    auto& start = child<QPushButton>(panel, "cmdSndStart");
+    auto& stop = child<QPushButton>(panel, "cmdSndStop");
+    auto& timer = child<QTimer>(panel, "tmrStopWav");
+    seconds.setCurrentText(u"7"_s);
+    QTest::keyClick(&start, Qt::Key_Space);
+    QVERIFY(!start.isEnabled() && stop.isEnabled());
+    QCOMPARE(timer.interval(), 7000);
+    timer.start(0); // where the trimmed sound will end
+    QTRY_VERIFY(start.isEnabled() && !stop.isEnabled());
+    for (const QString& wrong : {u"0"_s, u"1.5"_s, u"viel"_s}) {
+        seconds.setCurrentText(wrong);
+        made.test.dialogs.expect({.text = u"Bitte geben Sie die Sekunden als ganze Zahl größer Null ein."_s,
+                                  .icon = Icon::Information});
+        QTest::keyClick(&start, Qt::Key_Space);
+        QVERIFY(start.isEnabled()); // the preview stops
+    }
+    QCOMPARE(panel.GetSelFiles({made.test.path(u"a.wav"_s)})->options.trimSeconds, 15); // no number
+}
+
+void tst_Media::badFilesInThePanel()
+{
+    Surroundings made;
+    ui::frmMmcOpenControls pictures(made.program, {.kind = UploadKind::Pictures, .phoneType = 12});
+    const QString bad = made.test.makeFile(u"bad.jpg"_s, "hello");
+    bool isTold = false;
+    made.test.dialogs.expect(
+        {.text = u"Die Datei bad.jpg ist fehlerhaft und kann nicht geladen werden. Sie sollten diese "
+                 u"Datei überprüfen und ggf. löschen."_s,
+         .icon = Icon::Exclamation});
+    made.test.dialogs.whileShown([&isTold] { isTold = true; });
+    pictures.showSelection({bad});
+    QTRY_VERIFY(isTold);
+
+    ui::frmMmcOpenControls melodies(made.program, {.kind = UploadKind::Melodies, .phoneType = 5});
+    melodies.show();
+    for (const auto& [bytes, isTooLarge] :
+         Rows<int, bool>{{"fits", 32000, false}, {"too large", 32001, true}}) {
+        melodies.showSelection({made.test.makeFile(u"%1.mid"_s.arg(bytes), QByteArray(bytes, 'x'))});
+        QCOMPARE(melodies.TypeOfSelFile(), ui::frmMmcOpenControls::Midi);
+        QCOMPARE(child<QLabel>(melodies, "lblMidiToLarge").isVisible(), isTooLarge);
+        QCOMPARE(child<QPushButton>(melodies, "cmdSndStart").isVisible(), !isTooLarge);
+    }
+    melodies.showSelection({made.test.makeFile(u"x.mid"_s, "hello")});
+    QTest::keyClick(&child<QPushButton>(melodies, "cmdSndStart"), Qt::Key_Space);
+    QVERIFY(child<QLabel>(melodies, "lblMidiPlaybackErr").isVisible());
+    QVERIFY(textOf(melodies, "lblPlaybackAdvice").contains(u"timidity"));
+    melodies.showSelection({u"a.mid"_s, u"b.mid"_s});
+    QCOMPARE(melodies.TypeOfSelFile(), ui::frmMmcOpenControls::NoneOrSeveral);
+}
+
+/// From the button to the phone's memory.
+void tst_Media::uploadsConvert()
+{
+    Surroundings made;
+    auto mmc = std::make_shared<obex::clsMmc>(made.line);
+    ui::fraFFS panel(made.program, mmc, made.progress.all());
+    mmc->Online(made.progress.all());
+    const auto press = [&panel] {
+        auto& bar = child<QToolBar>(panel, "tlbFFS");
+        QTest::keyClick(bar.widgetForAction(&child<QAction>(bar, "open")), Qt::Key_Space);
+    };
+    panel.FfsListRefresh();
+    made.test.dialogs.expect(
+        {.text = u"In den gewählten Ordner können keine Dateien übertragen werden. Verwenden Sie "
+                 u"folgende Ordner als Ziele:\n- Clip Pictures oder Pictures für Bilder\n- Sounds für "
+                 u"Klingeltöne"_s,
+         .icon = Icon::Information});
+    press();
+
+    QVERIFY(mmc->Cd(u"Pictures"_s, false));
+    panel.FfsListRefresh();
+    const QStringList files{made.picture(u"eins.png"_s, {400, 300}), made.test.makeFile(u"defekt.jpg"_s, "x"),
+                            made.picture(u"drei.bmp"_s, {30, 20})};
+    panel.setUploadChooser([&files](const ui::UploadQuestion& question) {
+        return ui::UploadChoice{files, {.phoneType = question.phoneType, .kind = question.kind}};
+    });
+    made.test.dialogs.expectStart(u"Die Datei defekt.jpg ist fehlerhaft"_s);
+    made.progress.panel.texts.clear();
+    press();
+    QVERIFY(made.progress.panel.texts.contains(u"1 von 3: eins.png wird umgewandelt..."_s));
+    QVERIFY(made.progress.panel.texts.contains(u"3 von 3: drei.bmp wird umgewandelt..."_s));
+    for (const QString& name : {u"eins.jpg"_s, u"drei.jpg"_s}) {
+        QByteArray held;
+        QVERIFY(mmc->GetFile(name, held, made.progress.all()));
+        QCOMPARE(QImage::fromData(held, "JPG").size(), QSize(240, 320));
+    }
+    QCOMPARE(workLeftIn(made.test), QStringList());
+
+    made.progress.cancel.checked = true; // nothing is sent
+    const qsizetype before = panel.lvwFFs().count();
+    press();
+    made.progress.cancel.checked = false;
+    panel.FfsListRefresh();
+    QCOMPARE(panel.lvwFFs().count(), before);
+    mmc->Offline(made.progress.all());
+}
+
+void tst_Media::previewsPictures()
+{
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    const Rows<QSize, bool, QString, bool> rows{
+        {"small", {100, 100}, false, u"Anzeige in originaler Größe"_s, true},
+        {"larger than the screen", screen * 2, false,
+         u"1:1 nicht möglich - verkleinerter Darstellung um Faktor "_s, false},
+        {"as large as it is", screen * 2, true, u"Anzeige in originaler Größe"_s, true},
+    };
+    for (const auto& [size, original, told, isNatural] : rows) {
+        Surroundings made;
+        ui::frmMmc_View view(made.program);
+        QVERIFY(view.Form_Present(made.picture(u"a.png"_s, size), u"a.png"_s, original));
+        view.show();
+        QVERIFY(textOf(view, "sta").startsWith(told));
+        QCOMPARE(child<QLabel>(view, "imgBmp").size() == size, isNatural);
+        QVERIFY(view.width() >= 274 && view.height() >= 228);
+        QVERIFY(view.width() <= screen.width() && view.height() <= screen.height());
+        if (!isNatural) {
+            QTest::mouseClick(&child<QToolButton>(view, "cmdBmp1zu1"), Qt::LeftButton);
+            QCOMPARE(child<QLabel>(view, "imgBmp").size(), size);
+        }
+    }
+    Surroundings made;
+    ui::frmMmc_View view(made.program);
+    QVERIFY(view.Form_Present(made.picture(u"a.bmp"_s, {100, 100}), u"a.bmp"_s));
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    view.resize(500, 400);
+    QCOMPARE(textOf(view, "sta"), u"Größe manuell verändert."_s);
+    QVERIFY(child<QLabel>(view, "imgBmp").width() > 400);
+
+    const QString bad = made.test.makeFile(u"bad.gif"_s, "GIF89a");
+    made.test.dialogs.expect(
+        {.text = u"Beim Anzeigen der Datei "_s + bad +
+                 u" ist ein Fehler aufgetreten. Bitte wiederholen Sie die letzte Aktion."_s,
+         .icon = Icon::Critical});
+    QVERIFY(!view.Form_Present(bad, u"bad.gif"_s));
+
+    const QString target = made.test.path(u"copy.bmp"_s);
+    made.test.dialogs.expectSaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
+                                      .folder = made.test.sy.DefUserExpRoot,
+                                      .name = u"a.bmp"_s,
+                                      .types = {{u"Quelldateityp (*.bmp)"_s, {u"*.bmp"_s}}},
+                                      .confirmOverwrite = true},
+                                     target);
+    made.test.dialogs.expect(
+        {.text = u"Datei unter %1 gespeichert."_s.arg(target), .icon = Icon::Information});
+    QVERIFY(view.Form_Present(made.test.path(u"a.bmp"_s), u"a.bmp"_s));
+    QTest::mouseClick(&child<QToolButton>(view, "cmdSave"), Qt::LeftButton);
+    QCOMPARE(TestContext::contentOf(target), TestContext::contentOf(made.test.path(u"a.bmp"_s)));
+}
+
+void tst_Media::previewsSoundsAndTexts()
+{
+    const Rows<QString, bool> names{{"", u"a.MID"_s, true},  {"", u"b.txt"_s, true}, {"", u"c.JPEG"_s, false},
+                                    {"", u"d.L22"_s, false}, {"", u".png"_s, true},  {"", u"png"_s, false}};
+    for (const auto& [name, isSupported] : names)
+        QCOMPARE(ui::frmMmc_View::IsSupported(name), isSupported);
+
+    Surroundings made;
+    made.converters.replace(u"sox"_s, "case \"$3\" in *long*) exec sleep 1000;; esac; exit 1");
+    for (const auto& [name, plays] :
+         Rows<QString, bool>{{"plays at once", u"long.WAV"_s, true}, {"can't", u"b.mp3"_s, false}}) {
+        ui::frmMmc_View view(made.program);
+        QVERIFY(view.Form_Present(made.test.makeFile(name, "x"), name));
+        view.show();
+        if (plays)
+            QTRY_VERIFY(child<QPushButton>(view, "cmdSndStop").isEnabled());
+        else
+            QTRY_VERIFY(child<QLabel>(view, "lblMidiPlaybackErr").isVisible());
+        view.close();
+        QVERIFY(child<QPushButton>(view, "cmdSndStart").isEnabled());
+    }
+    ui::frmMmc_View view(made.program);
+    for (const QByteArray bytes : {"Gr\xC3\xBC\xC3\x9F\x65", "Gr\xFC\xDF\x65"}) {
+        QVERIFY(view.Form_Present(made.test.makeFile(u"t.TXT"_s, bytes), u"t.TXT"_s));
+        QCOMPARE(child<QPlainTextEdit>(view, "txtText").toPlainText(), u"Grüße"_s);
+    }
+    QVERIFY(view.Form_Present(made.test.path(u"gone.txt"_s), u"gone.txt"_s));
+    QCOMPARE(child<QPlainTextEdit>(view, "txtText").toPlainText(), QString());
+}
+
+QTEST_MAIN(tst_Media)
+#include "tst_Media.moc"
