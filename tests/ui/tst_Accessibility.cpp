@@ -10,6 +10,7 @@
 #include "ui/forms/frmVorwahl.h"
 #include "ui/FormWalk.h"
 #include "ui/help/HelpWindow.h"
+#include "ui/import/frmImportPb.h"
 #include "ui/TestProgram.h"
 #include "ui/window/frmPB.h"
 
@@ -91,6 +92,17 @@ void makeSettings(Shown& shown)
     shown.form = std::make_unique<ui::frmEinstellungen>(shown.made.program);
 }
 
+void makeImport(Shown& shown)
+{
+    ui::ImportLists lists;
+    shown.rows = phonedata::makeVcfRows();
+    if (shown.made.test.sy.PhoneType < 5)
+        lists = {.lvwTB = shown.rows.get(), .lvwNE = shown.rows.get()};
+    else
+        lists.store = std::make_shared<phonedata::VcardStore>(shown.mmc, *shown.rows);
+    shown.form = std::make_unique<ui::frmImportPb>(shown.made.program, lists, ui::ImportFrom::File);
+}
+
 void makeHelp(Shown& shown)
 {
     shown.form = std::make_unique<ui::HelpWindow>();
@@ -119,6 +131,8 @@ const Row forms[] = {
     {"area codes", u"SL450HX"_s, makeAreaCodes},
     {"former states", u"SL450HX"_s, makeFormerStates},
     {"settings", u"SL450HX"_s, makeSettings},
+    {"import of a file", u"PICASSO"_s, makeImport},
+    {"import of contacts", u"SL450HX"_s, makeImport},
     {"help", u"SL450HX"_s, makeHelp},
     {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},
     {"classic phonebook", u"PICASSO"_s, makeWindow, u"TB"_s},

@@ -210,6 +210,23 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, co
     return CommandResult::Done;
 }
 
+bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Progress& progress)
+{
+    const auto keep = store.shared_from_this();
+    operations::ContactOutcome outcome;
+    {
+        operations::ContactEdit edit(keep, windowPolicy(), progress);
+        outcome.facts = edit.begin();
+        if (!outcome.facts.isDone())
+            return false;
+        outcome = edit.apply(operations::planAdd(std::move(contacts)), u"import"_s);
+        if (outcome.isAnswered)
+            showMismatches(store, edit, outcome);
+    }
+    showOwnFailure(store, outcome.facts);
+    return outcome.isAnswered && outcome.facts.confirmed == outcome.facts.planned;
+}
+
 CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
 {
     const auto keep = store.shared_from_this();

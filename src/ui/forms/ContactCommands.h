@@ -20,6 +20,11 @@ bool allowChange(const phonedata::VcardStore& store, int row);
 phonedata::CommandResult saveContact(phonedata::VcardStore& store, const phonedata::tVcfEntry& entry, int row,
                                      const toolkit::Progress& progress);
 
+/// Adds contacts in one session. Returns true if the phone took all of them. Failures of the phone, and
+/// contacts that it holds otherwise, have been shown.
+bool importContacts(phonedata::VcardStore& store, std::vector<phonedata::tVcfEntry> contacts,
+                    const toolkit::Progress& progress);
+
 /// Refuses rows without a valid LUID, asks, and deletes the selected ones. After a failure the list is empty.
 phonedata::CommandResult VcfDeleteSelected(phonedata::VcardStore& store, const toolkit::Progress& progress);
 

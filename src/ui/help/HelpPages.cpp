@@ -32,6 +32,7 @@ constexpr PageRow pageTable[] = {
     {1006, u"vorwahlen.html"},
     {1007, u"provider.html"},
     {1008, u"sicherung.html"},
+    {helpTopicImport, u"import.html"},
     {helpTopicExport, u"export.html"},
     {1009, u"dateisystem.html"},
     {1010, u"klingeltoene.html"},

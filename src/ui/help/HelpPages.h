@@ -8,6 +8,7 @@ namespace kalmo::ui {
 inline constexpr int helpTopicStart = 0;
 inline constexpr int helpTopicBluetooth = 1001;
 inline constexpr int helpTopicPort = 1002;
+inline constexpr int helpTopicImport = 1013;
 inline constexpr int helpTopicExport = 1014;
 
 /// A heading within a page, and the text below it.

@@ -32,6 +32,9 @@ public:
     /// A line of the menu mnuOpen: 0 any folder, 1 the folder of automatic backups.
     void openBackup(int choice);
 
+    /// Rows have been added by an import.
+    void noteImport() { setDirty(); }
+
 Q_SIGNALS:
     void becameDirty();
     void becameClean(); ///< after a read or a write

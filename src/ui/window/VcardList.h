@@ -15,6 +15,7 @@ public:
     ~VcardList() override;
 
     toolkit::ListRows& rows() const { return *m_rows; }
+    std::shared_ptr<phonedata::VcardStore> store() const { return m_store; }
     /// Returns true after the list was read in this run, even if the reading failed: `TbRead`.
     bool isRead() const { return m_isRead; }
     /// "Telefonbuch - 250 Speicherplätze, 12 belegt"

@@ -237,7 +237,7 @@ void frmPB::makeMenus()
         if (list)
             list->openBackup(choice);
     });
-    const auto import = [this](int) { tellLaterVersion(m_program.context, u"Der Import von Einträgen"_s); };
+    const auto import = [this](int choice) { openImport(choice); };
     m_mnuImport = makePopup(mnuImport_TB(), import);
     m_mnuImportNE = makePopup(mnuImport_NE(), import);
 }

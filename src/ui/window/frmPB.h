@@ -90,6 +90,7 @@ private:
     void makeContextMenu(ListPanel& panel);
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
+    void openImport(int choice);
     void makePanels();
     void makeClassicPanels();
     QList<ListPanel*> listPanels() const;

@@ -2,6 +2,7 @@
 
 #include "phonedata/VcfFiles.h"
 #include "ui/forms/FormerStatesDialog.h"
+#include "ui/import/frmImportPb.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/window/frmPB.h"
@@ -12,12 +13,14 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 
 #include <array>
 
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
+using phonedata::Store;
 
 namespace {
 
@@ -167,6 +170,42 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
     connect(rows, &toolkit::ListRows::inserted, &panel, show);
     connect(rows, &toolkit::ListRows::removed, &panel, show);
     connect(rows, &toolkit::ListRows::reset, &panel, show);
+}
+
+/// A line of an import menu: 0 a file, 1 an address book. A list that was never read is read ahead, so that
+/// it is not replaced by what is imported.
+void frmPB::openImport(int choice)
+{
+    const bool isForProviders = m_toolbarMode == ModeProviders;
+    const bool isRead = m_contacts       ? m_contacts->isRead()
+                        : isForProviders ? m_providers->isRead()
+                                         : m_phonebook->isRead();
+    if (!isRead) {
+        m_program.context.dialogs.Show(
+            {.text =
+                 isForProviders
+                     ? u"Die Providerliste wurde bisher noch nicht eingelesen.\n"
+                       u"Kalmo holt das jetzt nach, damit die bisherige Liste beim Import erhalten bleibt."_s
+                     : u"Das Telefonbuch wurde bisher noch nicht eingelesen.\n"
+                       u"Kalmo holt das jetzt nach, damit das bisherige Telefonbuch beim Import erhalten bleibt."_s});
+        goTo((isForProviders ? nodes::Providers : nodes::Phonebook).toString());
+    }
+    // From a timer, so that the menu has closed before the dialog opens.
+    QTimer::singleShot(0, this, [this, choice, isForProviders] {
+        if (m_sta->isBusy() || m_isClosing)
+            return;
+        ImportLists lists;
+        if (m_contacts)
+            lists.store = m_contacts->store();
+        else
+            lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
+        frmImportPb form(m_program, lists, choice == 1 ? ImportFrom::AddressBook : ImportFrom::File, this);
+        form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
+        connect(&form, &frmImportPb::entriesAdded, this, [this](Store store) {
+            (store == Store::Providers ? m_providers : m_phonebook)->noteImport();
+        });
+        form.exec();
+    });
 }
 
 } // namespace kalmo::ui

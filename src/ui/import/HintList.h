@@ -1,0 +1,33 @@
+#pragma once
+
+#include "transfer/import/ImportHints.h"
+
+#include <QFrame>
+
+class QVBoxLayout;
+
+namespace kalmo::ui {
+
+/// What is odd about a source, a line for each, with a button that mends it where one can. Hidden while there
+/// is nothing to say.
+class HintList : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit HintList(QWidget* parent = nullptr);
+
+    void show(const std::vector<transfer::ImportHint>& hints);
+
+Q_SIGNALS:
+    void mendingWanted(const kalmo::transfer::ImportHint& hint);
+
+private:
+    QWidget* makeLine(const transfer::ImportHint& hint);
+
+    QWidget* m_lines;
+    QVBoxLayout* m_layout;
+    std::vector<transfer::ImportHint> m_shown;
+};
+
+} // namespace kalmo::ui

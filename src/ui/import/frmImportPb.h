@@ -1,0 +1,139 @@
+#pragma once
+
+#include "phonedata/ClassicStore.h"
+#include "phonedata/VcardStore.h"
+#include "transfer/import/clsWab.h"
+#include "transfer/import/Preview.h"
+#include "transfer/import/TextSource.h"
+#include "ui/Program.h"
+
+#include <QDialog>
+#include <QElapsedTimer>
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+class QTreeView;
+
+namespace kalmo::ui {
+
+class AddressFrame;
+class HintList;
+class NumberFrame;
+class PreviewModel;
+class StatusArea;
+class TextFrame;
+
+/// What an import goes to: the lists of a classic handset, or the contacts of one with vCards.
+struct ImportLists
+{
+    toolkit::ListRows* lvwTB = nullptr;
+    toolkit::ListRows* lvwNE = nullptr;
+    std::shared_ptr<phonedata::VcardStore> store = {};
+};
+
+enum class ImportFrom { File = 0, AddressBook = 1 };
+
+/// Brings names and numbers of a file or an address book into the phone's lists. The preview shows what would
+/// come, and is what comes: into the lists of a classic handset, or into a phone with vCards at once.
+class frmImportPb : public QDialog
+{
+    Q_OBJECT
+
+public:
+    frmImportPb(Program& program, ImportLists lists, ImportFrom source, QWidget* parent = nullptr);
+    ~frmImportPb() override;
+
+    /// The list of a classic handset that `optDest` chooses at first; exec() follows.
+    void Form_Present(phonedata::Store destination);
+    /// Makes the preview anew from the source and what is chosen.
+    void RebuildPreview();
+
+public Q_SLOTS:
+    void reject() override;
+
+Q_SIGNALS:
+    void entriesAdded(kalmo::phonedata::Store store); ///< the list differs from the phone's now
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Construction
+    QWidget* makeHead();
+    QWidget* makeDestination();
+    QWidget* makeCommands();
+    QWidget* makePreviewOptions();
+    QWidget* makeButtons();
+    void makeView();
+    void connectControls();
+    QCheckBox* makeCheck(const QString& text, const QString& name, bool checked);
+    QPushButton* makeButton(const QString& text, const QString& name, void (frmImportPb::*clicked)());
+
+    // Sources
+    void openFile(int choice);
+    void takeFile(const QString& path);
+    void tellFault(const QString& path, transfer::TextFault fault);
+    void activateBook();
+    void askForBook(bool isFolder);
+    bool readBook(const QString& path);
+    void mend(const transfer::ImportHint& hint);
+
+    // Preview
+    void refresh();
+    void build();
+    bool advance(qsizetype done, qsizetype total);
+    transfer::ImportSource source() const;
+    transfer::ImportOptions options() const;
+    transfer::ExistingEntries existing() const;
+    void showCounts();
+    void sortBy(int column);
+    std::vector<size_t> markedRows() const;
+    void cmdSelAll_Click();
+    void cmdSelNon_Click();
+    void cmdSelSet_Click();
+    void cmdSelUnset_Click();
+
+    // Import
+    void cmdImport_Click();
+    void ImportToClassicList();
+    void ImportToVcardStore();
+    void saveOptions();
+
+    Program& m_program;
+    ImportLists m_lists;
+    ImportFrom m_from;
+    transfer::Shape m_shape;
+    transfer::RememberedChoices m_remembered;
+    transfer::ImportOptions m_mended; ///< holds what no control shows
+    transfer::clsWab m_book;
+    QString m_bookPath;
+    PreviewModel* m_model;
+    QTreeView* m_view;
+    StatusArea* m_sta;
+    TextFrame* m_textFrame = nullptr;
+    AddressFrame* m_addressFrame = nullptr;
+    NumberFrame* m_numberFrame;
+    HintList* m_hints;
+    QLabel* m_lblHeader;
+    QLabel* m_lblCounts;
+    QRadioButton* m_optDest0;
+    QRadioButton* m_optDest1;
+    QCheckBox* m_chkAutoRefresh;
+    QCheckBox* m_chkMark0;
+    QCheckBox* m_chkMark1;
+    QPushButton* m_cmdImport;
+    QPushButton* m_cmdAbbruch;
+    QWidget* m_content;
+    QElapsedTimer m_building;
+    qint64 m_lastYield = 0;
+    bool m_loading = true;
+    bool m_wasShown = false;
+    bool m_closeWanted = false;
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,288 @@
+// The import's dialog, pressed as a user presses it.
+
+#include "app/Files.h"
+#include "support/AddressBooks.h"
+#include "transfer/import/ImportSteps.h"
+#include "ui/import/frmImportPb.h"
+#include "ui/import/PreviewModel.h"
+#include "ui/TestProgram.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace Qt::StringLiterals;
+using phonedata::Store;
+using toolkit::Answer;
+using toolkit::Icon;
+
+namespace {
+
+/// The dialog on a program of fakes.
+struct Import : TestProgram
+{
+    explicit Import(const QString& model, ui::ImportFrom from = ui::ImportFrom::File) : TestProgram(model)
+    {
+        test.clock.runToolkitEvents(true);
+        if (test.sy.PhoneType >= 5) {
+            store = std::make_shared<phonedata::VcardStore>(std::make_shared<obex::clsMmc>(line), *contacts);
+            store->VcfReadList(progress.all());
+        }
+        form = std::make_unique<ui::frmImportPb>(
+            program, ui::ImportLists{.lvwTB = phonebook.get(), .lvwNE = providers.get(), .store = store},
+            from);
+        form->show();
+        QApplication::setActiveWindow(form.get());
+    }
+
+    QTreeView& view() { return child<QTreeView>(*form, store ? "lvwVCF" : "lvwPreview"); }
+    void click(const char* name) { QTest::mouseClick(&child<QPushButton>(*form, name), Qt::LeftButton); }
+    /// Chooses a file by the button's menu.
+    void open(const QByteArray& bytes, const QString& name = u"a.csv"_s, const QString& box = {})
+    {
+        choose(test.makeFile(name, bytes), box);
+    }
+    void choose(const QString& path, const QString& box = {})
+    {
+        test.dialogs.expectOpenFile(
+            {.title = u"Kalmo - Datei importieren"_s,
+             .folder = app::GetLastInitDir(test.context, u"frmImportPb"_s),
+             .types = {{u"Importdateien (*.csv; *.txt; *.tel)"_s, {u"*.csv"_s, u"*.txt"_s, u"*.tel"_s}},
+                       {u"Alle Dateien (*.*)"_s, {u"*"_s}}}},
+            path);
+        if (!box.isEmpty())
+            test.dialogs.expectStart(box);
+        child<QMenu>(*form, "mnuOpen").actions().first()->trigger();
+    }
+    void expectBook(const QString& path)
+    {
+        test.dialogs.expectOpenFile({.title = u"Kalmo - Adressbuch öffnen"_s,
+                                     .folder = app::GetLastInitDir(test.context, u"frmImportPb"_s),
+                                     .types = {{u"Adressbücher (*.wab; *.vcf)"_s, {u"*.wab"_s, u"*.vcf"_s}},
+                                               {u"Alle Dateien (*.*)"_s, {u"*"_s}}}},
+                                    path);
+    }
+    /// Rows as "x Meier|030".
+    QStringList rows()
+    {
+        const QAbstractItemModel& model = *view().model();
+        QStringList lines;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model.columnCount(); ++column)
+                cells.append(model.index(row, column).data().toString());
+            const bool checked = model.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+            lines.append((checked ? u"x "_s : u"- "_s) + cells.join(u'|'));
+        }
+        return lines;
+    }
+    /// Clicks the check box of a row.
+    void tick(int row)
+    {
+        const QRect cell = view().visualRect(view().model()->index(row, 0));
+        QStyleOptionViewItem option;
+        option.initFrom(&view());
+        option.rect = cell;
+        option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+        const QRect box =
+            view().style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view());
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, box.center());
+    }
+
+    std::unique_ptr<toolkit::ListRows> phonebook = phonedata::makePhonebookRows();
+    std::unique_ptr<toolkit::ListRows> providers = phonedata::makeProviderRows();
+    std::unique_ptr<toolkit::ListRows> contacts = phonedata::makeVcfRows();
+    std::shared_ptr<phonedata::VcardStore> store;
+    std::unique_ptr<ui::frmImportPb> form;
+};
+
+QStringList rowsOf(const toolkit::ListRows& list)
+{
+    QStringList lines;
+    for (int row = 0; row < list.count(); ++row) {
+        QStringList cells;
+        for (const toolkit::ListCell& cell : list.row(row).cells)
+            cells.append(cell.text);
+        lines.append(cells.join(u'|'));
+    }
+    return lines;
+}
+
+const QByteArray table = "Name;Nummer;Jahrestag\r\nMeier;+49 30;24.12. 08:30\r\nSiebzehn Zeichen.;2;\r\n";
+
+} // namespace
+
+class tst_Import : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void classicList()
+    {
+        Import made(u"PICASSO"_s);
+        QSignalSpy added(made.form.get(), &ui::frmImportPb::entriesAdded);
+        made.test.dialogs.expect(transfer::messageFor(transfer::ClassicStep::NothingChecked));
+        made.click("cmdImport");
+        made.phonebook->add(
+            phonedata::toRow(phonedata::ClassicEntry{.name = u"MEIER"_s, .number = u"030"_s}));
+        made.open(table);
+        QCOMPARE(made.rows(),
+                 (QStringList{u"- Name||"_s, u"- Meier|030|24.12  08:30"_s, u"x Siebzehn Zeichen.|2|"_s}));
+        QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(),
+                 u"1 von 3 zum Import ausgewählt, 1 schon vorhanden"_s);
+        made.tick(1);
+        // Names that are too long are cut by the first press, and taken by the second.
+        made.test.dialogs.expect(transfer::messageFor(transfer::ClassicStep::NameTooLong), Answer::Yes);
+        made.test.dialogs.expect(transfer::messageOfShortening());
+        made.click("cmdImport");
+        QCOMPARE(made.phonebook->count(), 1);
+        made.test.dialogs.expect(transfer::messageOfTakenEntries());
+        made.click("cmdImport");
+        QCOMPARE(rowsOf(*made.phonebook).mid(1),
+                 (QStringList{u"Meier|030|24.12  08:30|Optisch||"_s, u"Siebzehn Zeichen|2||||"_s}));
+        QVERIFY(made.memory.TbDirty && !made.memory.NeDirty);
+        QCOMPARE(added.count(), 1);
+        child<QRadioButton>(*made.form, "optDest1").click();
+        made.test.dialogs.expect(transfer::messageOfTakenEntries());
+        made.click("cmdImport");
+        QCOMPARE(rowsOf(*made.providers), (QStringList{u"Meier|030"_s, u"Siebzehn Zeichen|2"_s}));
+        QCOMPARE(made.test.settings.GetIniText(u"frmImportPb"_s, u"cmbCsvField2"_s), u"Jahrestag"_s);
+    }
+
+    void selectionKeys()
+    {
+        Import made(u"PICASSO"_s);
+        made.open(table);
+        made.click("cmdSelNon");
+        QCOMPARE(made.rows(),
+                 (QStringList{u"- Name||"_s, u"- Meier|030|24.12  08:30"_s, u"- Siebzehn Zeichen.|2|"_s}));
+        QTest::keyClick(&made.view(), Qt::Key_A, Qt::ControlModifier);
+        made.click("cmdSelSet");
+        QCOMPARE(made.rows(),
+                 (QStringList{u"- Name||"_s, u"x Meier|030|24.12  08:30"_s, u"x Siebzehn Zeichen.|2|"_s}));
+        made.click("cmdSelUnset");
+        made.click("cmdSelAll");
+        QHeaderView& head = *made.view().header();
+        for (int press = 0; press < 2; ++press)
+            QTest::mouseClick(head.viewport(), Qt::LeftButton, {}, QPoint(20, head.height() / 2));
+        QCOMPARE(made.rows(),
+                 (QStringList{u"x Siebzehn Zeichen.|2|"_s, u"- Name||"_s, u"x Meier|030|24.12  08:30"_s}));
+        QTest::keyClick(&made.view(), Qt::Key_F5);
+        QCOMPARE(made.rows().last(), u"x Siebzehn Zeichen.|2|"_s);
+        // A name is corrected in place.
+        made.view().setCurrentIndex(made.view().model()->index(2, 0));
+        QTest::keyClick(&made.view(), Qt::Key_F2);
+        auto& editor = child<QLineEdit>(made.view(), "");
+        editor.setText(u"Kurz [x]"_s);
+        QTest::keyClick(&editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCOMPARE(made.rows().last(), u"x Kurz x|2|"_s);
+        QVERIFY(!made.view().model()->index(2, 0).data(Qt::ForegroundRole).isValid());
+    }
+
+    void optionsRefresh()
+    {
+        Import made(u"PICASSO"_s);
+        made.open("\"Name\",\"Nummer\"\r\n\"M\xFCller\",\"+49 30\"\r\n");
+        QVERIFY(child<QCheckBox>(*made.form, "chkCsvImportUmklammernd").isChecked());
+        child<QCheckBox>(*made.form, "chk49_00").click();
+        QCOMPARE(made.rows().last(), u"x Müller|+4930|"_s);
+        child<QCheckBox>(*made.form, "chkPreviewAutoRefresh").click();
+        child<QCheckBox>(*made.form, "chkAmt").click();
+        QCOMPARE(made.rows().last(), u"x Müller|+4930|"_s);
+        made.click("cmdRefresh");
+        QCOMPARE(made.rows().last(), u"x Müller|0+4930|"_s);
+        child<QComboBox>(*made.form, "cmbCsvSep").setCurrentIndex(1); // rebuilds always
+        QCOMPARE(made.rows().last(), u"- Müller,+49 30||"_s);
+        child<QCheckBox>(*made.form, "chkCsvImportUmklammernd").click();
+        QCOMPARE(made.rows().last(), u"- \"Müller\",\"+49 30\"||"_s);
+        made.test.dialogs.expectStart(u"Bitte geben Sie für die Amtsholung einen Wert"_s,
+                                      toolkit::Buttons::Ok, Answer::Ok);
+        child<QLineEdit>(*made.form, "txtAmt").setText(u"x"_s);
+        made.click("cmdImport");
+    }
+
+    void hintsMend()
+    {
+        Import made(u"PICASSO"_s);
+        made.open(
+            "\xEF\xBB\xBF\"Name\",\"Number\"\n\"M\xC3\xBCller\",+49 (0) 30\n\"Garc\xC3\xAD\x61, A\",1\n");
+        QCOMPARE(child<QLabel>(*made.form, "lblHint_encoding").text().left(44),
+                 u"Umlaute und Akzente kommen falsch heraus (3 "_s);
+        made.click("cmdMend_encoding");
+        made.click("cmdMend_reading");
+        made.click("cmdMend_zero");
+        made.click("cmdMend_letters");
+        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|030|"_s, u"x Garcia, A|1|"_s}));
+        QVERIFY(!child<QWidget>(*made.form, "fraHints").isVisible());
+    }
+
+    void refusedFiles()
+    {
+        Import made(u"PICASSO"_s);
+        made.open("\r\na;b", u"a.csv"_s, u"Die Datei "_s);
+        QCOMPARE(child<QLineEdit>(*made.form, "txtCsvPath").text(), u"Bitte Datei auswählen..."_s);
+        made.open(table);
+        made.choose({});
+        QCOMPARE(child<QLineEdit>(*made.form, "txtCsvPath").text(), u"Bitte Datei auswählen..."_s);
+        QTest::keyClick(&made.view(), Qt::Key_F5);
+        QCOMPARE(made.rows(), QStringList());
+    }
+
+    void contacts()
+    {
+        Import made(u"SL450HX"_s);
+        const int before = made.contacts->count();
+        made.open("Nachname;Vorname;Telefon;Jahrestag\nNeumann-Oberhausen;A;030;24.12.2005 08:30\nB;;;\n");
+        QVERIFY(!child<QWidget>(*made.form, "chk49_00").isVisible());
+        made.test.dialogs.expect(transfer::messageOfRefusedCheck());
+        made.tick(2);
+        QCoreApplication::processEvents();
+        QCOMPARE(made.rows().mid(1),
+                 (QStringList{u"x Neumann-Oberhausen|A|030||||24.12.2005  08:30"_s, u"- B||||||"_s}));
+        made.test.dialogs.expect({.text = u"Importieren erfolgreich abgeschlossen."_s});
+        made.click("cmdImport");
+        QCOMPARE(made.contacts->count(), before + 1);
+        const phonedata::tVcfEntry written = phonedata::vcfEntryFrom(made.contacts->row(before));
+        QCOMPARE(written.lastName + u'|' + written.home + u'|' + written.birthday,
+                 u"Neumann-Oberhaus|030|2005-12-24T08:30"_s);
+        QVERIFY(made.form->isVisible());
+    }
+
+    void addressBook()
+    {
+        WabBuilder book;
+        book.add({WabBuilder::wide(0x3A11, u"Müller"_s), WabBuilder::wide(0x3A06, u"Jörg"_s),
+                  WabBuilder::wide(0x3A09, u"+49 30"_s), WabBuilder::wide(0x3A1C, u"0170"_s)});
+        Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
+        made.expectBook(made.test.makeFile(u"a.wab"_s, book.bytes()));
+        QTRY_COMPARE(made.rows(), (QStringList{u"x Müller, J P|030|"_s, u"x Müller, J H|0170|"_s}));
+        child<QCheckBox>(*made.form, "chkProcessNr1").click();
+        child<QLineEdit>(*made.form, "txtEnd0").setText(u"^x"_s);
+        QCOMPARE(made.rows(), QStringList(u"x Müller, Jx|030|"_s));
+        QVERIFY(!child<QComboBox>(*made.form, "cmbCount11").isEnabled());
+    }
+
+    void brokenAddressBook()
+    {
+        Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
+        made.expectBook(made.test.makeFile(u"a.wab"_s, "no book"));
+        made.test.dialogs.expect(
+            {.text = u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden."_s,
+             .icon = Icon::Exclamation});
+        QTRY_VERIFY(!made.form->isVisible());
+    }
+};
+
+QTEST_MAIN(tst_Import)
+#include "tst_Import.moc"
