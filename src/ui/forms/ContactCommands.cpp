@@ -279,6 +279,8 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolk
     if (asksForCodes && !readCodes())
         editAreaCodes(answer);
     if (!store.VcfReadList(progress)) {
+        if (progress.cancelled())
+            return CommandResult::Cancelled;
         show(store, {.text = u"Fehler beim Lesen des Adressbuchs."_s,
                      .title = app::productName() + u" - Fehler"_s,
                      .icon = Icon::Information});

@@ -181,7 +181,7 @@ void FormerStatesDialog::select(RecordedList list)
             place = row;
     }
     if (place >= 0)
-        m_view->reveal(place);
+        m_rows->setCurrent(place);
     m_view->setFocus();
 }
 

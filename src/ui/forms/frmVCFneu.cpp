@@ -9,6 +9,7 @@
 #include "ui/controls/PhoneFields.h"
 #include "ui/controls/ucCalendar.h"
 #include "ui/controls/ucHeadline.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/icons/Icons.h"
@@ -66,10 +67,11 @@ frmVCFneu::frmVCFneu(Program& program, std::shared_ptr<VcardStore> store, QWidge
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{fields, buttons});
     connect(m_chkGebu, &QCheckBox::toggled, this, &frmVCFneu::chkGebu_Click);
     connect(m_cmdSpeichern, &QPushButton::clicked, this, &frmVCFneu::cmdSpeichern_Click);
-    for (QWidget* control :
-         {static_cast<QWidget*>(m_txtGebu), static_cast<QWidget*>(m_cmdGebuEdit),
-          static_cast<QWidget*>(m_cmbGebuTime), static_cast<QWidget*>(m_lblcmbGebuTimePre)})
+    for (QWidget* control : {static_cast<QWidget*>(m_lblDate), static_cast<QWidget*>(m_txtGebu),
+                             static_cast<QWidget*>(m_cmdGebuEdit), static_cast<QWidget*>(m_cmbGebuTime),
+                             static_cast<QWidget*>(m_lblcmbGebuTimePre)})
         control->setEnabled(false);
+    new ChangeGuard(*this, *m_cmdSpeichern, program.context);
     m_txtNachName->setFocus();
 }
 
@@ -112,10 +114,10 @@ void frmVCFneu::addBirthday(QFormLayout& form)
     auto* date = new QHBoxLayout;
     date->addWidget(m_txtGebu, 1);
     date->addWidget(m_cmdGebuEdit);
-    auto* dateLabel = new QLabel(u"&Datum"_s);
-    dateLabel->setBuddy(m_txtGebu);
+    m_lblDate = new QLabel(u"&Datum"_s);
+    m_lblDate->setBuddy(m_txtGebu);
     form.addRow(m_chkGebu);
-    form.addRow(dateLabel, date);
+    form.addRow(m_lblDate, date);
     m_lblcmbGebuTimePre = named(addField(form, u"Uhr&zeit"_s, m_cmbGebuTime), u"lblcmbGebuTimePre"_s);
     bindDateField(*m_calGebu, *m_txtGebu, *m_cmdGebuEdit, m_cmdAbbruch);
     new LeaveCheck(*m_cmbGebuTime, m_cmdAbbruch, [this] { return rejectTime(); });
@@ -172,6 +174,7 @@ void frmVCFneu::reject()
 
 void frmVCFneu::chkGebu_Click(bool checked)
 {
+    m_lblDate->setEnabled(checked);
     m_txtGebu->setEnabled(checked);
     m_cmdGebuEdit->setEnabled(checked);
     m_cmbGebuTime->setEnabled(checked);

@@ -31,6 +31,8 @@ public:
 
     /// Shows the contact of a row of the store's list. Saving replaces it.
     void loadRow(int row);
+    /// The contact that the fields make.
+    phonedata::tVcfEntry entry() const;
 
     void reject() override;
 
@@ -53,7 +55,6 @@ private:
     bool rejectAnyNumber();
     bool rejectBirthday();
     bool askAboutLosses();
-    phonedata::tVcfEntry entry() const;
     void tell(const QString& text) const;
 
     Program& m_program;
@@ -70,6 +71,7 @@ private:
     QLineEdit* m_txtGebu;
     QToolButton* m_cmdGebuEdit;
     QComboBox* m_cmbGebuTime;
+    QLabel* m_lblDate = nullptr;
     QLabel* m_lblcmbGebuTimePre = nullptr;
     QLabel* m_lblSpNr;
     StatusLabel* m_sta;

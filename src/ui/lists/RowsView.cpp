@@ -166,8 +166,11 @@ void RowsView::showSelection()
 
 void RowsView::showCurrent(int row)
 {
-    if (row >= 0 && row < m_model->rowCount())
-        scrollTo(m_model->index(row, 0));
+    if (row < 0 || row >= m_model->rowCount())
+        return;
+    if (isRowHidden(row, {}) && !m_syncing)
+        setFilter({});
+    scrollTo(m_model->index(row, 0));
 }
 
 void RowsView::setFilter(const QString& typed)
@@ -179,8 +182,9 @@ void RowsView::setFilter(const QString& typed)
     for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
         setRowHidden(row, {}, false);
     hideUnmatched(0, lastRow());
-    if (rows() && rows()->current() >= 0)
-        showCurrent(rows()->current());
+    const int current = rows() ? rows()->current() : -1;
+    if (current >= 0 && !isRowHidden(current, {}))
+        scrollTo(m_model->index(current, 0));
     Q_EMIT filtered();
 }
 
@@ -226,13 +230,6 @@ void RowsView::enter()
     const bool isThere = current >= 0 && !isRowHidden(current, {});
     if (const int row = isThere ? current : firstShown(); row >= 0 && rows()->selectedRows().isEmpty())
         rows()->setCurrent(row);
-}
-
-void RowsView::reveal(int row)
-{
-    if (isRowHidden(row, {}))
-        setFilter({});
-    rows()->setCurrent(row);
 }
 
 void RowsView::copySelected() const

@@ -37,8 +37,6 @@ public:
 
     /// Takes the focus. If there is no current row the first shown row becomes the current one.
     void enter();
-    /// Selects this row alone and scrolls to it. A filter that hides it is removed.
-    void reveal(int row);
 
     void setRowFormat(RowFormat format) { m_format = std::move(format); }
     /// Puts the selected rows into the clipboard.

@@ -15,6 +15,15 @@ using namespace Qt::StringLiterals;
 using phonedata::CommandResult;
 using toolkit::Icon;
 
+namespace {
+
+QString contactCount(qsizetype count)
+{
+    return count == 1 ? u"1 Kontakt"_s : u"%1 Kontakte"_s.arg(count);
+}
+
+} // namespace
+
 VcardList::VcardList(const WindowParts& parts, std::shared_ptr<obex::clsMmc> client, QObject* parent)
     : QObject(parent), m_parts(parts), m_rows(phonedata::makeVcfRows()),
       m_store(std::make_shared<phonedata::VcardStore>(std::move(client), *m_rows))
@@ -66,40 +75,85 @@ void VcardList::run(Command command)
 void VcardList::refresh()
 {
     const auto editAreaCodes = [this](const QString& answer) { showAreaCodeDialog(answer); };
-    refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
+    std::vector<toolkit::ListRow> before;
+    for (int row = 0; row < m_rows->count(); ++row)
+        before.push_back(m_rows->row(row));
+    Q_EMIT stateChanged(ListState::Reading);
+    const CommandResult result = refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
     m_isRead = true;
+    if (result == CommandResult::Cancelled) { // what was on screen is as good as before
+        m_rows->clear();
+        m_rows->addAll(std::move(before));
+    }
+    Q_EMIT stateChanged(result == CommandResult::Done        ? ListState::Read
+                        : result == CommandResult::Cancelled ? ListState::Cancelled
+                                                             : ListState::Failed);
+    report(result == CommandResult::Done ? u"%1 gelesen."_s.arg(contactCount(m_rows->count()))
+           : result == CommandResult::Cancelled
+               ? u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s
+               : QString());
+}
+
+/// Shows how an operation has ended, after the steps of the line.
+void VcardList::report(const QString& sentence)
+{
+    if (!sentence.isEmpty() && m_parts.progress.panel)
+        m_parts.progress.panel->SetText(sentence);
 }
 
 void VcardList::forget()
 {
     m_store->forget();
     m_isRead = false;
+    Q_EMIT stateChanged(ListState::NotRead);
 }
 
 void VcardList::add()
 {
-    if (!allowNewContact(*m_store))
-        return;
+    if (allowNewContact(*m_store))
+        showForm(-1);
+}
+
+/// Edits the contact of a row, or a new one with -1, and selects what was saved.
+void VcardList::showForm(int row)
+{
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
-    form.exec();
+    if (row >= 0)
+        form.loadRow(row);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    selectSaved(form.entry());
+    report(u"Der Kontakt ist im Telefon gespeichert."_s);
+}
+
+/// By its names and numbers: the phone gives the reference, and may give a new one.
+void VcardList::selectSaved(const phonedata::tVcfEntry& saved)
+{
+    for (int row = m_rows->count() - 1; row >= 0; --row) {
+        const phonedata::tVcfEntry shown = phonedata::vcfEntryFrom(m_rows->row(row));
+        if (shown.lastName == saved.lastName && shown.firstName == saved.firstName &&
+            shown.home == saved.home && shown.mobile == saved.mobile && shown.work == saved.work) {
+            m_rows->setCurrent(row);
+            return;
+        }
+    }
 }
 
 void VcardList::edit()
 {
     const QList<int> selected = m_rows->selectedRows();
     const int row = m_rows->current() >= 0 ? m_rows->current() : selected.value(0, -1);
-    if (row < 0 || !allowChange(*m_store, row))
-        return;
-    frmVCFneu form(m_parts.program, m_store, m_parts.window);
-    form.loadRow(row);
-    form.exec();
+    if (row >= 0 && allowChange(*m_store, row))
+        showForm(row);
 }
 
 void VcardList::deleteSelected()
 {
     if (m_rows->selectedRows().isEmpty())
         return;
-    VcfDeleteSelected(*m_store, m_parts.progress);
+    const qsizetype count = m_rows->selectedRows().size();
+    if (VcfDeleteSelected(*m_store, m_parts.progress) == CommandResult::Done)
+        report(u"%1 gelöscht. \"Frühere Stände\" bringt sie zurück."_s.arg(contactCount(count)));
 }
 
 void VcardList::save()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "phonedata/VcardStore.h"
+#include "ui/lists/ListState.h"
 #include "ui/window/CommandTarget.h"
 
 namespace kalmo::ui {
@@ -31,10 +32,14 @@ public:
 
 Q_SIGNALS:
     void captionChanged();
+    void stateChanged(kalmo::ui::ListState state);
     void menuWanted(kalmo::ui::Command command);
 
 private:
     void refresh();
+    void showForm(int row);
+    void selectSaved(const phonedata::tVcfEntry& saved);
+    void report(const QString& sentence);
     void add();
     void edit();
     void deleteSelected();

@@ -49,8 +49,6 @@ const QStringList vcardNote = {
     u"liegt am Gigaset."_s,
 };
 
-const QString notReadYet = u"Die Liste ist leer."_s;
-
 QString nameOf(const QKeySequence& key)
 {
     return key.toString(QKeySequence::NativeText);
@@ -107,6 +105,8 @@ void frmPB::makePanels()
         m_fraVCF->view().setColumnCharacters({16, 14, 17, 17, 16, 26, 18, 6});
         connect(m_contacts, &VcardList::captionChanged, m_fraVCF,
                 [this] { m_fraVCF->setCaption(m_contacts->caption()); });
+        connect(m_contacts, &VcardList::stateChanged, m_fraVCF,
+                [this](ListState state) { m_fraVCF->view().setPlaceholder(placeholderFor(state)); });
         connect(m_contacts, &VcardList::menuWanted, this, &frmPB::popUp);
         m_targets[ModePhonebook] = m_contacts;
     } else {
@@ -148,7 +148,7 @@ ListPanel* frmPB::makeListPanel(const QString& name, const QString& caption, too
     auto* panel = new ListPanel(name, rows, plainASelects, this);
     panel->setCaption(caption);
     panel->view().setAccessibleName(caption);
-    panel->view().setPlaceholder(notReadYet);
+    panel->view().setPlaceholder(placeholderFor(ListState::NotRead));
     connect(panel, &ListPanel::commandWanted, this, &frmPB::press);
     m_panels->addWidget(panel);
     return panel;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace kalmo::ui {
+
+/// Why a list of the phone shows the rows that it shows.
+enum class ListState { NotRead, Reading, Failed, Cancelled, Read };
+
+/// Text in the place of the rows while a list of that state has none.
+QString placeholderFor(ListState state);
+
+} // namespace kalmo::ui
