@@ -123,6 +123,13 @@ void ContactDialogs::numbersAreChecked()
     QTest::keyClick(&number, Qt::Key_Return); // which leaves no field
     QVERIFY(work.hasFocus() && work.text() == u"030"_s);
     QCOMPARE(made.list->count(), before);
+    made.test.dialogs.expect({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
+                                      u"Sollen sie verworfen werden?"_s,
+                              .title = u"Kalmo - Telefonbuch"_s,
+                              .buttons = toolkit::Buttons::YesNo,
+                              .icon = Icon::Question,
+                              .defaultButton = toolkit::Answer::No},
+                             toolkit::Answer::Yes);
     QTest::keyClick(&made.form, Qt::Key_Escape);
     QCOMPARE(made.changed, QList<QVariantList>{{false}});
 }
