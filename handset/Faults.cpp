@@ -63,6 +63,8 @@ auto flag(bool Faults::*field)
 
 const std::vector<FaultRow> faultTable = {
     {u"silent-after"_s, u"N"_s, u"answers N commands and then nothing more"_s, count(&Faults::silentAfter)},
+    {u"refuse-command"_s, u"N"_s, u"the N-th command is refused, each time it is sent"_s,
+     count(&Faults::refuseCommandAt)},
     {u"hangup-at"_s, u"N"_s, u"the line drops instead of the answer to the N-th command"_s,
      count(&Faults::hangUpAt)},
     {u"late-at"_s, u"N"_s, u"the N-th command is answered late"_s, count(&Faults::lateAt)},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -10,12 +11,13 @@ namespace kalmo::handset {
 /// means never.
 struct Faults
 {
-    int silentAfter = 0; ///< answers so many commands, and nothing more
-    int hangUpAt = 0;    ///< the line drops instead of the answer to that command
-    int lateAt = 0;      ///< the answer to that command is late
-    double lateBy = 2;   ///< seconds more than usual
-    int noiseAt = 0;     ///< a few bytes of noise come before the answer to that command
-    int loseByteAt = 0;  ///< the answer to that command lacks its middle byte
+    int silentAfter = 0;     ///< answers so many commands, and nothing more
+    int refuseCommandAt = 0; ///< that command is answered with ERROR each time it is sent
+    int hangUpAt = 0;        ///< the line drops instead of the answer to that command
+    int lateAt = 0;          ///< the answer to that command is late
+    double lateBy = 2;       ///< seconds more than usual
+    int noiseAt = 0;         ///< a few bytes of noise come before the answer to that command
+    int loseByteAt = 0;      ///< the answer to that command lacks its middle byte
     bool noEcho = false;
     int readErrorAt = 0;      ///< the n-th entry that is read is refused each time
     int readErrorOnceAt = 0;  ///< the same, once
@@ -50,10 +52,19 @@ struct Faults
 
     // Counters.
     int commands = 0;
+    QByteArray refusedCommand = {};
     int reads = 0;  ///< entries given
     int writes = 0; ///< entries taken
     int requests = 0;
     qint64 dataBytes = 0;
+
+    /// Counts an AT command. Returns true if it is one to refuse.
+    bool refusesNext(const QByteArray& command)
+    {
+        if (++commands == refuseCommandAt)
+            refusedCommand = command;
+        return !refusedCommand.isEmpty() && command == refusedCommand;
+    }
 
     /// Returns true if the answer that is due is one of the wrong ones.
     bool takeMiscount() { return miscounts > 0 && miscounts-- > 0; }

@@ -48,6 +48,7 @@ AtLayer::AtLayer(Phone& phone, TimeSource& time, Line line)
 void AtLayer::reset()
 {
     m_timers.forgetAll();
+    m_pauses.reset();
     m_state = State::Reading;
     m_pending.clear();
     m_text.clear();
@@ -136,7 +137,7 @@ QByteArray AtLayer::fromAttention(const QByteArray& line)
 void AtLayer::run(const QByteArray& line)
 {
     Faults& faults = m_phone.faults;
-    ++faults.commands;
+    const bool isRefused = faults.refusesNext(line);
     const AtRequest request = parseAtLine(line);
     const AtCommand* command = findCommand(request, m_phone);
     m_running = {.request = request,
@@ -146,9 +147,12 @@ void AtLayer::run(const QByteArray& line)
     if (m_phone.lineEnd() == LineEnd::CrLf)
         m_running.ending = Ending::Either; // it has been read as CR LF already
 
-    checkPlace(request, command);
+    const bool isInPlace = checkPlace(request, command);
+    if (const QString complaint = m_pauses.arrives(request, m_phone, m_time.now()); !complaint.isEmpty())
+        complain(complaint);
     AtContext context{m_phone, m_time, m_echo, m_cmeLevel};
-    const AtAnswer result = command ? command->run(context, request) : AtAnswer::error(NotSupported);
+    const AtAnswer result =
+        command && isInPlace && !isRefused ? command->run(context, request) : AtAnswer::error(NotSupported);
     const double own = (command ? command->seconds : unknownCommandSeconds) + result.seconds;
     const double late = m_running.late ? faults.lateBy : 0;
     m_timers.after((m_phone.options.atOnce ? 0 : own) + late,
@@ -160,10 +164,12 @@ void AtLayer::run(const QByteArray& line)
                    });
 }
 
-void AtLayer::checkPlace(const AtRequest& request, const AtCommand* command)
+bool AtLayer::checkPlace(const AtRequest& request, const AtCommand* command)
 {
-    if (m_phone.openStore() && (!command || !command->whileStoreIsOpen))
-        complain(fromCp1252(request.text()) + u" while a store is open"_s);
+    if (!m_phone.openStore() || (command && command->whileStoreIsOpen))
+        return true;
+    complain(fromCp1252(request.text()) + u" while a store is open"_s);
+    return !FamilySet(3, 4).contains(m_phone.family.number);
 }
 
 void AtLayer::checkEnding()
@@ -179,6 +185,7 @@ void AtLayer::checkEnding()
 void AtLayer::answer(const AtAnswer& answer)
 {
     checkEnding();
+    m_pauses.answered(answer.result == AtAnswer::Ok, m_time.now());
     if (answer.result == AtAnswer::Silence) {
         m_state = State::Reading;
         takePending();

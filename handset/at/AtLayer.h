@@ -1,6 +1,7 @@
 #pragma once
 
 #include "handset/at/AtCommand.h"
+#include "handset/at/PauseWatch.h"
 #include "handset/Timers.h"
 
 namespace kalmo::handset {
@@ -46,7 +47,9 @@ private:
     void endedByCrAlone();
     QByteArray fromAttention(const QByteArray& line);
     void run(const QByteArray& line);
-    void checkPlace(const AtRequest& request, const AtCommand* command);
+    /// Complains about a command that has no place while a store is open. Returns false if the family refuses
+    /// it then.
+    bool checkPlace(const AtRequest& request, const AtCommand* command);
     void answer(const AtAnswer& answer);
     void checkEnding();
     QByteArray wireForm(const AtAnswer& answer) const;
@@ -54,6 +57,7 @@ private:
     void complain(const QString& what) { m_phone.violations.record(what); }
 
     Phone& m_phone;
+    PauseWatch m_pauses;
     TimeSource& m_time;
     Timers m_timers;
     Line m_line;

@@ -133,7 +133,7 @@ AtAnswer writeNext(AtContext& context, const AtRequest& request)
 
 constexpr AtCommand commands[] = {
     {"^WSSL", Form::Set, classicFamilies, 0.1, selectStore},
-    {"^WSSL", Form::Run, FamilySet(3, 4), 0.1, closeStores, true},
+    {"^WSSL", Form::Run, FamilySet(3, 4), 0.1, closeStores, true, Ending::Either},
     {"^WSEL", Form::Set, classicFamilies, 0.4, eraseStore},
     {"^WSRE", Form::Run, classicFamilies, 0.03, readNext, true},
     {"^WSWE", Form::Set, classicFamilies, 0.15, writeNext, true, Ending::ByStore},

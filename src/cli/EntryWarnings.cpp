@@ -1,105 +1,91 @@
 #include "cli/EntryWarnings.h"
 
+#include "cli/StoreWords.h"
 #include "cli/Tables.h"
-#include "link/PhoneModels.h"
-#include "phonedata/PhoneCharacters.h"
-
-#include <QDate>
-#include <QTime>
 
 namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
-using operations::Entries;
-using phonedata::ClassicEntry;
-using phonedata::Store;
+using operations::EntryObjection;
+using What = EntryObjection::What;
+using Field = EntryObjection::Field;
 
 namespace {
 
 constexpr int mostLines = 20;
 
-void warnOfText(QStringList& warnings, const QString& what, const QString& text, const QString& accepted,
-                int longest)
+QString nameOf(Field field)
 {
-    if (text.isEmpty())
-        warnings.append(u"there is no %1"_s.arg(what));
-    if (text.size() > longest)
-        warnings.append(
-            u"the %1 has %2 characters, the phone holds %3"_s.arg(what).arg(text.size()).arg(longest));
-    if (accepted.size() < text.size())
-        warnings.append(
-            u"the phone can't hold \"%1\" in a %2"_s.arg(printable(text.mid(accepted.size(), 1)), what));
-}
-
-void warnOfSound(QStringList& warnings, const QString& what, const QString& sound, int phoneType,
-                 const phonedata::SoundList& sounds)
-{
-    if (phonedata::GetSoundCode(sound, phoneType, sounds).isEmpty())
-        warnings.append(u"the phone has no melody \"%1\" for the %2"_s.arg(printable(sound), what));
-}
-
-bool isPossible(const QString& date)
-{
-    const auto number = [&date](int at) { return date.mid(at, 2).toInt(); };
-    constexpr int leapYear = 2024; // the phone keeps no year
-    return QDate::isValid(leapYear, number(3), number(0)) && QTime::isValid(number(7), number(10), 0);
-}
-
-QStringList alterations(const ClassicEntry& entry, const ClassicEntry& held)
-{
-    QStringList warnings;
-    for (QString ClassicEntry::*field : {&ClassicEntry::name, &ClassicEntry::number, &ClassicEntry::date,
-                                         &ClassicEntry::dateSound, &ClassicEntry::vipSound}) {
-        const QString now = held.*field;
-        if (now != entry.*field)
-            warnings.append(u"the phone will hold %1 instead of \"%2\""_s.arg(
-                now.isEmpty() ? u"nothing"_s : u'"' + printable(now) + u'"', printable(entry.*field)));
+    switch (field) {
+    case Field::Name:
+        return u"name"_s;
+    case Field::Number:
+        return u"number"_s;
+    case Field::Date:
+        return u"date"_s;
+    case Field::Reminder:
+        return u"reminder"_s;
+    case Field::Vip:
+        return u"VIP call"_s;
     }
-    return warnings;
+    return {};
+}
+
+QString warningText(const EntryObjection& objection)
+{
+    const QString field = nameOf(objection.field);
+    const QString text = printable(objection.text);
+    switch (objection.what) {
+    case What::NoText:
+        return u"there is no %1"_s.arg(field);
+    case What::TooLong:
+        return u"the %1 has %2 characters, the phone holds %3"_s.arg(field)
+            .arg(objection.length)
+            .arg(objection.longest);
+    case What::Character:
+        return u"the phone can't hold \"%1\" in a %2"_s.arg(text, field);
+    case What::NotSendable:
+        return u"the %1 has a control character that can't be sent; it is left out"_s.arg(field);
+    case What::ImpossibleDate:
+        return u"\"%1\" is no day and time"_s.arg(text);
+    case What::NoMelody:
+        return u"the phone has no melody \"%1\" for the %2"_s.arg(text, field);
+    case What::ReminderWithoutDate:
+        return u"a reminder needs a date"_s;
+    case What::NoVip:
+        return u"this phone marks no VIP entries"_s;
+    case What::HeldOtherwise:
+        break;
+    }
+    const QString held = objection.held.isEmpty() ? u"nothing"_s : u'"' + printable(objection.held) + u'"';
+    return u"the phone will hold %1 instead of \"%2\""_s.arg(held, text);
+}
+
+QString melodyWarnings(const operations::ListPlan& plan)
+{
+    QString text;
+    if (plan.movedMelodies > 0)
+        text += u"Warning: this handset counts melodies from 0 when they are written and from 1 when they "
+                u"are read: after the write %1 will come back as the melody before.\n"_s.arg(
+                    plan.movedMelodies == 1 ? u"1 melody"_s : u"%1 melodies"_s.arg(plan.movedMelodies));
+    if (plan.unnamedMelodies > 0)
+        text += u"Warning: %1 have a melody of the handset's own that has no name here; the write replaces "
+                u"it by \"Melodie 1\".\n"_s.arg(entryCount(static_cast<size_t>(plan.unnamedMelodies)));
+    return text;
 }
 
 } // namespace
 
-QStringList warningsAbout(const ClassicEntry& entry, Store store, int phoneType,
-                          const phonedata::SoundList& sounds)
+QString warningLines(const operations::ListPlan& plan)
 {
-    QStringList warnings;
-    warnOfText(warnings, u"name"_s, entry.name, phonedata::acceptedName(entry.name), phonedata::longestName);
-    warnOfText(warnings, u"number"_s, entry.number, phonedata::acceptedNumber(entry.number),
-               phonedata::longestNumber);
-    if (store == Store::Providers)
-        return warnings;
-    if (!entry.date.isEmpty()) {
-        if (!isPossible(entry.date))
-            warnings.append(u"\"%1\" is no day and time"_s.arg(printable(entry.date)));
-        warnOfSound(warnings, u"reminder"_s, entry.dateSound, phoneType, sounds);
-    } else if (!entry.dateSound.isEmpty()) {
-        warnings.append(u"a reminder needs a date"_s);
-    }
-    if (!entry.vip.isEmpty() && !link::marksVip(phoneType))
-        warnings.append(u"this phone marks no VIP entries"_s);
-    else if (!entry.vip.isEmpty())
-        warnOfSound(warnings, u"VIP call"_s, entry.vipSound, phoneType, sounds);
-    return warnings;
-}
-
-QString warningLines(const Entries& entries, const Entries& held, Store store, int phoneType,
-                     const phonedata::SoundList& sounds)
-{
-    QString text;
+    QString text = melodyWarnings(plan);
     int count = 0;
-    const auto warn = [&](size_t index, const QStringList& warnings) {
-        for (const QString& warning : warnings) {
-            if (++count <= mostLines)
-                text += u"Warning: entry %1 (%2): %3.\n"_s.arg(QString::number(index + 1),
-                                                               printable(entries[index].name), warning);
-        }
-    };
-    for (size_t index = 0; index < entries.size(); ++index)
-        warn(index, warningsAbout(entries[index], store, phoneType, sounds));
-    for (size_t index = 0; index < entries.size();
-         ++index) // which are many where a phone shifts its melodies
-        warn(index, alterations(entries[index], held[index]));
+    for (const EntryObjection& objection : plan.objections) {
+        if (++count <= mostLines)
+            text += u"Warning: entry %1 (%2): %3.\n"_s.arg(QString::number(objection.index + 1),
+                                                           printable(plan.given[objection.index].name),
+                                                           warningText(objection));
+    }
     if (count > mostLines)
         text += u"... and %1 more warnings.\n"_s.arg(count - mostLines);
     return text;

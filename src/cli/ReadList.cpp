@@ -4,86 +4,69 @@
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
-#include "link/PhoneModels.h"
 #include "operations/EntryJson.h"
-#include "phonedata/Ringtones.h"
-#include "phonedata/StoreSafety.h"
+#include "operations/SavedLists.h"
 
 namespace kalmo::cli {
 
+using operations::Cause;
+using operations::ListStep;
+using phonedata::Certainty;
 using phonedata::Store;
 
-namespace {
-
-/// Reads the handset's own melodies, by whose names a list says which of them is set. True if they came twice
-/// the same, or if nothing in the store needs them.
-bool learnMelodies(Job& job, Store store)
-{
-    if (store != Store::Phonebook || !link::hasRingtoneSettings(job.phoneType()))
-        return true;
-    QList<QStringList> readings;
-    for (int time = 0; time < 2; ++time) {
-        const auto rows = phonedata::makeSoundRows();
-        if (!phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows))
-            return false;
-        QStringList melodies;
-        for (int index = 0; index < rows->count(); ++index)
-            melodies += {rows->row(index).key, rows->text(index, 0)};
-        readings.append(melodies);
-    }
-    return readings.first() == readings.last();
-}
-
-ExitStatus readOnce(Job& job, Store store, ListRead& read)
+operations::ListJob listJob(Job& job, Store store)
 {
     const QString name = wordsOf(store).name.toString();
-    const auto list = phonedata::makeRows(store);
-    job.progress.phase(u"Reading the %1"_s.arg(name));
-    const bool knowsMelodies = learnMelodies(job, store);
-    int given = 0; // of a reading that fails the list keeps none
-    QObject::connect(list.get(), &toolkit::ListRows::inserted, list.get(), [&] {
-        given = list->count();
-        job.progress.count(given);
-    });
-    bool done = false;
-    {
-        phonedata::forgetContent(job.memory,
-                                 store); // what is known of it afterwards is what this reading knows
-        const StoreOpenScope open;
-        done = phonedata::readStore(
-            {job.line, job.memory, *list, nullptr, {.bar = &job.progress, .cancel = &job.stop}}, store);
-    }
+    const auto show = [&job, name](ListStep step) {
+        if (step == ListStep::Writing) {
+            job.progress.phase(u"Erasing the %1, which can take minutes"_s.arg(name),
+                               u"Writing the %1"_s.arg(name));
+            return;
+        }
+        if (step == ListStep::ReadingAgain)
+            job.out.note(u"The line was disturbed, so an entry may have been skipped or garbled; reading "
+                         u"once more.\n"_s);
+        job.progress.phase(u"Reading the %1"_s.arg(name));
+    };
+    return {.line = job.line,
+            .memory = job.memory,
+            .store = store,
+            .progress = {.bar = &job.progress, .cancel = &job.stop},
+            .onStep = show,
+            .onEntryRead = [&job](int entries) { job.progress.count(entries); }};
+}
+
+ExitStatus tellReadFailure(Job& job, Store store, const operations::ListReading& reading)
+{
     job.progress.clear();
-    if (!done && job.stop.Checked()) {
+    const QStringView name = wordsOf(store).name;
+    if (reading.cause == Cause::Interrupted) {
         job.out.error(u"could not read the %1: interrupted."_s.arg(name));
         return ExitRefused;
     }
-    if (!done) {
-        QString cause =
-            given == 0 ? u"the phone gave no entry"_s : u"the phone did not give entry %1"_s.arg(given + 1);
-        if (!job.line.port().IsOpen())
-            cause = u"%1 is gone"_s.arg(job.portName());
-        else if (phonedata::certaintyOf(job.memory, store) != phonedata::Certainty::Unknown)
-            cause = u"the phone did not confirm the end"_s;
-        job.out.error(u"could not read the %1: %2."_s.arg(name, cause));
-        return ExitFailed;
-    }
-    read.entries = phonedata::classicEntries(*list);
-    read.isDoubtful =
-        !knowsMelodies || phonedata::certaintyOf(job.memory, store) == phonedata::Certainty::Doubtful;
-    return ExitDone;
+    QString reason = reading.given == 0 ? u"the phone gave no entry"_s
+                                        : u"the phone did not give entry %1"_s.arg(reading.given + 1);
+    if (reading.cause == Cause::LineGone)
+        reason = u"%1 is gone"_s.arg(job.portName());
+    else if (reading.isWhole)
+        reason = u"the phone did not confirm the end"_s;
+    job.out.error(u"could not read the %1: %2."_s.arg(name, reason));
+    return ExitFailed;
 }
-
-} // namespace
 
 ExitStatus readList(Job& job, Store store, ListRead& read)
 {
-    const ExitStatus status = readOnce(job, store, read);
-    if (status != ExitDone || !read.isDoubtful)
-        return status;
-    job.out.note(
-        u"The line was disturbed, so an entry may have been skipped or garbled; reading once more.\n"_s);
-    return readOnce(job, store, read);
+    const operations::ListJob list = listJob(job, store);
+    operations::ListReading reading;
+    {
+        const StoreOpenScope open;
+        reading = operations::readList(list, readPolicy);
+    }
+    job.progress.clear();
+    if (reading.cause != Cause::None)
+        return tellReadFailure(job, store, reading);
+    read = {list.content().entries, list.content().certainty == Certainty::Doubtful};
+    return ExitDone;
 }
 
 ExitStatus showList(Job& job, Store store)
@@ -92,19 +75,21 @@ ExitStatus showList(Job& job, Store store)
     ListRead read;
     if (const ExitStatus status = readList(job, store, read); status != ExitDone)
         return status;
-    const operations::SavedList list{.kind = operations::savedKind(store), .entries = read.entries};
-    const auto bytes = [&] { return operations::savedListBytes(path, list); };
-    const bool isSaved = saveOutput(job, {read.entries.size(), read.isDoubtful, bytes});
+    const operations::SavedList saved{.kind = operations::savedKind(store), .entries = read.entries};
+    const operations::Entries& entries = saved.entries;
+    const bool isDoubtful = read.isDoubtful;
+    const auto bytes = [&] { return operations::savedListBytes(path, saved); };
+    const bool isSaved = saveOutput(job, {entries.size(), isDoubtful, bytes});
     std::vector<QStringList> rows;
-    for (const phonedata::ClassicEntry& entry : read.entries)
+    for (const phonedata::ClassicEntry& entry : entries)
         rows.push_back(entryCells(entry, store));
     if (path.isEmpty() || job.out.isJson())
-        job.out.show(operations::entryJson(list), alignedTable(entryHeadings(store), rows));
+        job.out.show(operations::entryJson(saved), alignedTable(entryHeadings(store), rows));
     if (!isSaved)
         return ExitFailed;
-    if (!read.isDoubtful && (path.isEmpty() || read.entries.empty() || operations::bringsBack(path, list)))
+    if (!isDoubtful && (path.isEmpty() || entries.empty() || operations::bringsBack(path, saved)))
         return ExitDone;
-    if (!read.isDoubtful) {
+    if (!isDoubtful) {
         job.out.error(
             u"could not save all texts in %1 as the phone has them. Save them in a .json file too."_s.arg(
                 path));

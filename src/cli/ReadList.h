@@ -1,18 +1,28 @@
 #pragma once
 
 #include "cli/Job.h"
+#include "operations/ClassicReading.h"
 #include "operations/SavedLists.h"
 
 namespace kalmo::cli {
 
+/// The way in which the command line reads a list: with the handset's own melodies ahead of it, and once more
+/// if the first reading is doubtful.
+inline constexpr operations::ReadPolicy readPolicy = {.readsMelodies = true, .readings = 2};
+
+/// The needs of an operation on a list, with the line of progress as its display.
+operations::ListJob listJob(Job& job, phonedata::Store store);
+
+/// Prints why a list could not be read, and returns the exit status for it.
+ExitStatus tellReadFailure(Job& job, phonedata::Store store, const operations::ListReading& reading);
+
 struct ListRead
 {
     operations::Entries entries = {};
-    bool isDoubtful = false; ///< something may have been skipped or garbled, in the second reading too
+    bool isDoubtful = false; ///< an entry may be missing or garbled, in the second reading too
 };
 
-/// Reads a store of the phone. The handset's own melodies are read before it if they name sounds. A doubtful
-/// reading is repeated once. Reports each failure.
+/// Reads a store of a phone that has been found. Reports each failure.
 ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);
 
 /// Reads a store of a phone that has been found, and shows or saves it.

@@ -5,6 +5,7 @@
 #include "cli/FindPhone.h"
 #include "link/mdlSearch.h"
 #include "obex/DataChannel.h"
+#include "phonedata/ClassicStore.h"
 
 #include <QJsonObject>
 
@@ -84,6 +85,7 @@ ExitStatus runRecover(Job& job)
     const bool isBack = recoverAtPort(job, distinctRates(job));
     job.progress.clear();
     if (isBack) {
+        phonedata::closeLeftStore(job.line);
         // The rate that helped is the one to begin the search with.
         app::put(job.context.settings, app::keys::PrefDetectBaud, job.line.port().BaudRate());
         if (const ExitStatus found = findPhone(job); found != ExitDone)

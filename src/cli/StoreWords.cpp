@@ -7,15 +7,15 @@ using phonedata::Store;
 
 const StoreWords& wordsOf(Store store)
 {
-    static constexpr StoreWords phonebook{u"phonebook", u"phonebook", true};
-    static constexpr StoreWords providers{u"list of providers", u"providers", false};
-    return store == Store::Phonebook ? phonebook : providers;
+    static constexpr std::array<StoreWords, 2> words = {
+        {{u"phonebook", u"phonebook"}, {u"list of providers", u"providers"}}};
+    return phonedata::rowOf(words, store);
 }
 
 QStringList entryHeadings(Store store)
 {
     QStringList headings{u"Name"_s, u"Number"_s};
-    if (wordsOf(store).hasDates)
+    if (phonedata::traitsOf(store).hasDates)
         headings += {u"Date"_s, u"Reminder"_s, u"VIP"_s, u"Sound"_s};
     return headings;
 }
@@ -23,7 +23,7 @@ QStringList entryHeadings(Store store)
 QStringList entryCells(const phonedata::ClassicEntry& entry, Store store)
 {
     QStringList cells{entry.name, entry.number};
-    if (wordsOf(store).hasDates)
+    if (phonedata::traitsOf(store).hasDates)
         cells += {entry.date, entry.dateSound, entry.vip.isEmpty() ? QString() : u"yes"_s, entry.vipSound};
     return cells;
 }

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "phonedata/ClassicStore.h"
+#include "phonedata/StoreTraits.h"
 
 namespace kalmo::cli {
 
-/// How the command line speaks of one of the two stores. Both hold entries of the same kind here; those of
-/// the provider list have a name and a number only.
+/// The words for one of the two stores.
 struct StoreWords
 {
     QStringView name;     ///< "phonebook"
     QStringView commands; ///< first word of its commands
-    bool hasDates;        ///< dates, VIP marks and sounds besides name and number
 };
 
 const StoreWords& wordsOf(phonedata::Store store);

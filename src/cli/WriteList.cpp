@@ -1,6 +1,5 @@
 #include "cli/WriteList.h"
 
-#include "app/Files.h"
 #include "cli/EntryWarnings.h"
 #include "cli/FindPhone.h"
 #include "cli/ReadList.h"
@@ -9,16 +8,13 @@
 #include "cli/StoreWords.h"
 #include "cli/WriteReport.h"
 #include "link/PhoneModels.h"
-#include "operations/EntryLines.h"
-#include "phonedata/BackupFiles.h"
-#include "phonedata/StoreSafety.h"
 
 namespace kalmo::cli {
 
-using operations::Entries;
-using operations::sendable;
-using phonedata::ClassicEntry;
-using phonedata::ListDiff;
+using operations::Cause;
+using operations::ListOutcome;
+using operations::ListPlan;
+using operations::Outcome;
 using phonedata::Store;
 
 namespace {
@@ -30,38 +26,43 @@ const QString disturbed =
 class ListWriter
 {
 public:
-    ListWriter(Job& job, Store store) : m_job(job), m_store(store), m_words(wordsOf(store)) {}
+    ListWriter(Job& job, Store store)
+        : m_job(job), m_store(store), m_words(wordsOf(store)), m_list(listJob(job, store))
+    {
+        m_policy.reading = readPolicy;
+    }
 
     ExitStatus run();
 
 private:
     bool readFile();
-    void foresee();
-    int countAsInFile(const Entries& held) const;
-    ExitStatus replace(const ListDiff& diff);
-    bool backUp();
-    bool wantsDoubtful();
-    bool agrees(const ListDiff& diff);
-    bool write();
+    ExitStatus replace();
+    bool saveHeld();
+    bool agreesToDoubt();
+    bool agrees();
     ExitStatus tellUnchanged();
-    ExitStatus tellFailure();
-    ExitStatus verify();
-    ExitStatus finish(ExitStatus status, std::optional<int> written, std::optional<int> verified,
-                      const QString& text);
+    ExitStatus report(const ListOutcome& result);
+    ExitStatus reportConfirmed(const ListOutcome& result);
+    ExitStatus reportFailure(const ListOutcome& result);
     ExitStatus fail(ExitStatus status, const QString& text)
     {
         m_job.out.error(text);
         return status;
     }
+    void show(const Outcome& outcome, const QString& text = {}, bool isErased = true)
+    {
+        m_job.out.show(resultJson(outcome, isErased, backup()), text);
+    }
+    QString backup() const { return m_plan.savedIn.isEmpty() ? QString() : m_plan.savedIn.last(); }
+    QString wantedCount() const { return entryCount(m_plan.given.size()); }
 
     Job& m_job;
     Store m_store;
     const StoreWords& m_words;
-    Entries m_fromFile;
-    Entries m_wanted; // as the phone will hold them
-    ListRead m_held;
-    QString m_warnings;
-    QString m_backup;
+    operations::ListJob m_list;
+    operations::WritePolicy m_policy;
+    operations::Entries m_fromFile;
+    ListPlan m_plan;
 };
 
 ExitStatus ListWriter::run()
@@ -76,38 +77,21 @@ ExitStatus ListWriter::run()
     const QStringView needs = u"a handset with a classic phonebook (families 1 to 4) for such entries";
     if (const ExitStatus found = findPhone(m_job, link::isClassic, needs); found != ExitDone)
         return found;
-    if (const ExitStatus read = readList(m_job, m_store, m_held); read != ExitDone) {
+    {
+        const StoreOpenScope open;
+        m_plan = operations::planReplace(m_list, m_fromFile, m_policy);
+    }
+    m_job.progress.clear();
+    if (m_plan.reading.cause != Cause::None) {
+        const ExitStatus status = tellReadFailure(m_job, m_store, m_plan.reading);
         m_job.out.note(u"Nothing was changed in the phone.\n"_s);
-        return read;
+        return status;
     }
-    foresee();
-    const ListDiff diff = phonedata::diffLists(m_held.entries, m_wanted);
-    if (dryRun) {
-        m_job.out.note(m_warnings);
-        m_job.out.show(diffJson(diff), diffText(diff, m_held.entries.size(), m_store));
-        return m_held.isDoubtful ? fail(ExitFailed, disturbed + u'.') : ExitDone;
-    }
-    return replace(diff);
-}
-
-/// Finds out what the phone will hold, and warns of what that changes.
-void ListWriter::foresee()
-{
-    const int phoneType = m_job.phoneType();
-    m_wanted = m_fromFile;
-    if (m_held.entries == m_fromFile && !m_held.isDoubtful)
-        return; // nothing will be written that could change it
-    for (ClassicEntry& entry : m_wanted)
-        entry =
-            phonedata::asHeld(sendable(entry), m_store, phoneType, m_job.memory.sounds, m_job.context.log);
-    m_warnings = warningLines(m_fromFile, m_wanted, m_store, phoneType, m_job.memory.sounds);
-}
-
-/// How many entries of the file these are exactly.
-int ListWriter::countAsInFile(const Entries& held) const
-{
-    const ListDiff diff = phonedata::diffLists(held, m_fromFile);
-    return static_cast<int>(m_fromFile.size() - diff.add.size() - diff.change.size());
+    if (!dryRun)
+        return replace();
+    m_job.out.note(warningLines(m_plan));
+    m_job.out.show(diffJson(m_plan.diff), diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
+    return m_plan.isDoubtful() ? fail(ExitFailed, disturbed + u'.') : ExitDone;
 }
 
 bool ListWriter::readFile()
@@ -124,24 +108,32 @@ bool ListWriter::readFile()
     return true;
 }
 
-ExitStatus ListWriter::replace(const ListDiff& diff)
+ExitStatus ListWriter::replace()
 {
-    if (m_held.entries == m_wanted && !m_held.isDoubtful) {
-        m_job.out.note(m_warnings);
-        return finish(
-            ExitDone, 0, countAsInFile(m_held.entries),
-            m_held.entries == m_fromFile
-                ? u"The phone already holds exactly these entries; nothing was written.\n"_s
-                : u"The phone already holds these entries as far as it can; nothing was written.\n"_s);
+    if (m_plan.changesNothing) {
+        const bool isSame = m_plan.held.entries == m_fromFile;
+        const phonedata::ListDiff fromFile = phonedata::diffLists(m_plan.held.entries, m_fromFile);
+        const auto different = fromFile.add.size() + fromFile.change.size();
+        show({.state = operations::State::Unchanged,
+              .verified = static_cast<int>(m_plan.given.size() - different)},
+             isSame ? u"The phone already holds exactly these entries; nothing was written.\n"_s
+                    : u"The phone already holds these entries as far as it can; nothing was written.\n"_s);
+        return ExitDone;
     }
-    if (m_held.isDoubtful && !wantsDoubtful())
+    if (m_plan.isDoubtful() && !agreesToDoubt())
         return fail(ExitFailed, disturbed + u".\nNothing was changed in it."_s);
-    if (!backUp())
+    if (!saveHeld())
         return ExitFailed;
-    m_job.out.note(diffText(diff, m_held.entries.size(), m_store));
-    if (!agrees(diff) || m_job.stop.Checked())
+    m_job.out.note(diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
+    if (!agrees() || m_job.stop.Checked())
         return tellUnchanged();
-    return write() ? verify() : tellFailure();
+    ListOutcome result;
+    {
+        const StoreOpenScope open;
+        result = operations::applyPlan(m_list, m_plan, m_policy);
+    }
+    m_job.progress.clear();
+    return report(result);
 }
 
 ExitStatus ListWriter::tellUnchanged()
@@ -149,125 +141,101 @@ ExitStatus ListWriter::tellUnchanged()
     QString text = u"nothing was changed in the phone."_s;
     if (m_job.stop.Checked())
         text.prepend(u"interrupted; "_s);
-    if (!m_backup.isEmpty())
-        text += u"\nWhat it holds is saved in %1."_s.arg(m_backup);
+    if (!backup().isEmpty())
+        text += u"\nWhat it holds is saved in %1."_s.arg(backup());
     m_job.out.error(text);
-    return finish(ExitRefused, 0, std::nullopt, {});
+    show({.state = operations::State::Unchanged});
+    return ExitRefused;
 }
 
-bool ListWriter::backUp()
+bool ListWriter::saveHeld()
 {
-    if (m_held.entries.empty())
-        return true;
-    const operations::SavedList held{.kind = operations::savedKind(m_store), .entries = m_held.entries};
-    QStringList paths{phonedata::phoneCopyPath(m_job.context, phonedata::backupExtension(m_store))};
-    if (!operations::bringsBack(paths.first(), held))
-        paths.append(phonedata::phoneCopyPath(
-            m_job.context, u".json"_s)); // the window reads the other one, as far as it goes
-    for (const QString& path : paths) {
-        QString reason;
-        if (!app::writeWholeFile(path, operations::savedListBytes(path, held), &reason)) {
-            m_job.out.error(u"what the phone holds could not be saved in %1: %2.\n"
-                            u"Nothing was changed in the phone."_s.arg(path, reason));
-            return false;
-        }
+    Outcome outcome;
+    if (!operations::saveHeld(m_list, m_plan, m_policy, outcome)) {
+        m_job.out.error(u"could not save what the phone holds in %1: %2.\n"
+                        u"Nothing was changed in the phone."_s.arg(outcome.savedIn, outcome.reason));
+        return false;
     }
-    m_backup = paths.last();
-    m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(m_backup));
+    if (!backup().isEmpty())
+        m_job.out.note(u"What the phone holds is saved in %1.\n"_s.arg(backup()));
     return true;
 }
 
-/// Only a person may say so: a backup that lacks an entry is none.
-bool ListWriter::wantsDoubtful()
+/// Only a person may agree: a backup that lacks an entry is none.
+bool ListWriter::agreesToDoubt()
 {
-    return m_job.questions.someoneIsThere() &&
-           m_job.questions.confirm(
-               u"The line was disturbed in both readings, so the backup may lack an entry. "
-               u"Write all the same?"_s);
+    m_policy.mayUseDoubtful =
+        m_job.questions.someoneIsThere() &&
+        m_job.questions.confirm(u"The line was disturbed in both readings, so the backup may lack an entry. "
+                                u"Write all the same?"_s);
+    return m_policy.mayUseDoubtful;
 }
 
-bool ListWriter::agrees(const ListDiff& diff)
+bool ListWriter::agrees()
 {
     Questions& questions = m_job.questions;
-    // Whoever is asked has to see what about.
+    const QString warnings = warningLines(m_plan);
+    // A question needs its subject on the screen, also with --quiet.
     if (questions.someoneIsThere())
-        m_job.out.prompt(m_warnings);
+        m_job.out.prompt(warnings);
     else
-        m_job.out.note(m_warnings);
-    if (!m_warnings.isEmpty() &&
+        m_job.out.note(warnings);
+    if (!warnings.isEmpty() &&
         !questions.confirm(
             u"The phone may change an entry that it can't hold, or refuse it, and then lacks those behind "
             u"it too. Write all the same?"_s))
         return false;
+    const phonedata::ListDiff& diff = m_plan.diff;
     return questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
-        entryCount(m_wanted.size()), QString::number(diff.add.size()), QString::number(diff.change.size()),
+        wantedCount(), QString::number(diff.add.size()), QString::number(diff.change.size()),
         QString::number(diff.remove.size())));
 }
 
-bool ListWriter::write()
+ExitStatus ListWriter::report(const ListOutcome& result)
 {
-    const auto list = phonedata::makeRows(m_store);
-    for (const ClassicEntry& entry : m_fromFile)
-        list->add(phonedata::toRow(sendable(entry)));
-    m_job.progress.phase(u"Erasing the %1, which can take minutes"_s.arg(m_words.name),
-                         u"Writing the %1"_s.arg(m_words.name));
-    const StoreOpenScope open;
-    const bool done = phonedata::writeStore(
-        {m_job.line, m_job.memory, *list, nullptr, {.bar = &m_job.progress, .cancel = &m_job.stop}}, m_store);
-    m_job.progress.clear();
-    // A store that didn't close in the end holds its entries all the same; reading back will tell.
-    const bool isWhole = phonedata::certaintyOf(m_job.memory, m_store) != phonedata::Certainty::Unknown &&
-                         phonedata::entriesInPhone(m_job.memory, m_store) == list->count();
-    return done || (isWhole && list->count() > 0 && m_job.line.port().IsOpen());
+    const Outcome& outcome = result.outcome;
+    if (outcome.recordId.isEmpty() && outcome.cause == Cause::NotSaved)
+        return fail(ExitFailed, u"could not record what the phone holds: %1.\n"
+                                u"Nothing was changed in the phone."_s.arg(outcome.reason));
+    if (outcome.recordId.isEmpty() && outcome.cause == Cause::Interrupted)
+        return tellUnchanged();
+    return result.isErased && outcome.confirmed == outcome.planned ? reportConfirmed(result)
+                                                                   : reportFailure(result);
 }
 
-ExitStatus ListWriter::tellFailure()
+ExitStatus ListWriter::reportConfirmed(const ListOutcome& result)
 {
-    const bool isKnown = phonedata::certaintyOf(m_job.memory, m_store) != phonedata::Certainty::Unknown;
-    const int written = phonedata::entriesInPhone(m_job.memory, m_store);
-    QString cause = u"the phone did not take them"_s;
-    if (m_job.stop.Checked())
-        cause = u"interrupted"_s;
-    else if (!m_job.line.port().IsOpen())
-        cause = u"%1 is gone"_s.arg(m_job.portName());
-    const QString text = failureText({.invocation = m_job.invocation,
-                                      .words = m_words,
-                                      .cause = cause,
-                                      .held = isKnown ? std::optional(written) : std::nullopt,
-                                      .wanted = static_cast<int>(m_wanted.size()),
-                                      .backup = m_backup});
-    m_job.out.error(text);
-    return finish(m_job.stop.Checked() ? ExitRefused : ExitFailed,
-                  isKnown ? std::optional(written) : std::nullopt, std::nullopt, {});
-}
-
-ExitStatus ListWriter::verify()
-{
-    const int written = static_cast<int>(m_wanted.size());
-    ListRead now;
-    if (const ExitStatus status = readList(m_job, m_store, now); status != ExitDone) {
+    const Outcome& outcome = result.outcome;
+    if (outcome.cause == Cause::Mismatch) {
+        m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
+                        mismatchText(result.mismatch, m_store) +
+                        backupHint(m_job.invocation, m_words, backup()));
+    } else if (!outcome.isDone()) {
         m_job.out.error(u"%1 written, but not read back to be compared.\n%2"_s.arg(
-            entryCount(m_wanted.size()), backupHint(m_job.invocation, m_words, m_backup)));
-        return finish(status, written, std::nullopt, {});
+            wantedCount(), backupHint(m_job.invocation, m_words, backup())));
+    } else if (outcome.verified == outcome.planned) {
+        show(outcome, u"%1 written, read back and found right.\n"_s.arg(wantedCount()));
+        return ExitDone;
+    } else {
+        const int different = outcome.planned - outcome.verified.value_or(0);
+        show(outcome, u"%1 written and read back. Not as in the file, as was warned: %2.\n"_s.arg(
+                          wantedCount(), entryCount(static_cast<size_t>(different))));
+        return ExitDone;
     }
-    const ListDiff diff = phonedata::diffLists(now.entries, m_wanted);
-    const int verified = countAsInFile(now.entries);
-    if (diff.isEmpty())
-        return finish(ExitDone, written, verified,
-                      verified == written
-                          ? u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size()))
-                          : u"%1 written and read back. Not as in the file, as was warned: %2.\n"_s.arg(
-                                entryCount(m_wanted.size()), entryCount(written - verified)));
-    m_job.out.error(u"the phone does not hold what was written. This differs:\n"_s +
-                    mismatchText(diff, m_store) + backupHint(m_job.invocation, m_words, m_backup));
-    return finish(ExitFailed, written, verified, {});
+    show(outcome);
+    return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }
 
-ExitStatus ListWriter::finish(ExitStatus status, std::optional<int> written, std::optional<int> verified,
-                              const QString& text)
+ExitStatus ListWriter::reportFailure(const ListOutcome& result)
 {
-    m_job.out.show(resultJson(written, verified, m_backup), text);
-    return status;
+    m_job.out.error(failureText({.invocation = m_job.invocation,
+                                 .words = m_words,
+                                 .outcome = result.outcome,
+                                 .isErased = result.isErased,
+                                 .port = m_job.portName(),
+                                 .backup = backup()}));
+    show(result.outcome, {}, result.isErased);
+    return result.outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }
 
 } // namespace

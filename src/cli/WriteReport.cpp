@@ -7,6 +7,7 @@
 namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
+using operations::Cause;
 using phonedata::ClassicEntry;
 using phonedata::ListDiff;
 using phonedata::Store;
@@ -32,6 +33,20 @@ private:
     Store m_store;
     std::vector<QStringList> m_rows;
 };
+
+QString reasonOf(const WriteFailure& failure)
+{
+    switch (failure.outcome.cause) {
+    case Cause::Interrupted:
+        return u"interrupted"_s;
+    case Cause::LineGone:
+        return u"%1 is gone"_s.arg(failure.port);
+    case Cause::PhoneRefused:
+        return failure.isErased ? u"the phone refused an entry"_s : u"the phone refused the erase"_s;
+    default:
+        return u"the phone did not answer"_s;
+    }
+}
 
 } // namespace
 
@@ -75,22 +90,24 @@ QString mismatchText(const ListDiff& diff, Store store)
     return rows.text();
 }
 
-QJsonValue resultJson(std::optional<int> written, std::optional<int> verified, const QString& backup)
+QJsonValue resultJson(const operations::Outcome& outcome, bool isErased, const QString& backup)
 {
-    const auto number = [](std::optional<int> count) { return count ? QJsonValue(*count) : QJsonValue(); };
-    return QJsonObject{{u"written"_s, number(written)},
-                       {u"verified"_s, number(verified)},
-                       {u"backup"_s, backup.isEmpty() ? QJsonValue() : QJsonValue(backup)}};
+    return QJsonObject{{u"written"_s, isErased ? QJsonValue(outcome.confirmed) : QJsonValue()},
+                       {u"verified"_s, outcome.verified ? QJsonValue(*outcome.verified) : QJsonValue()},
+                       {u"backup"_s, backup.isEmpty() ? QJsonValue() : QJsonValue(backup)},
+                       {u"state"_s, operations::wordOf(outcome.state)}};
 }
 
 QString failureText(const WriteFailure& failure)
 {
-    QString text = u"the %1 could not be written: %2.\n"_s.arg(failure.words.name, failure.cause);
-    if (failure.held)
-        text += u"The phone now holds %1 of %2, as far as it confirmed them.\n"_s.arg(
-            QString::number(*failure.held), entryCount(static_cast<size_t>(failure.wanted)));
-    else
+    const operations::Outcome& outcome = failure.outcome;
+    QString text = u"could not write the %1: %2.\n"_s.arg(failure.words.name, reasonOf(failure));
+    if (!failure.isErased)
         text += u"What the phone holds now is not known.\n"_s;
+    else
+        text += u"The phone confirmed %1 of %2.%3\n"_s.arg(
+            QString::number(outcome.confirmed), entryCount(static_cast<size_t>(outcome.planned)),
+            outcome.unknown > 0 ? u" It may hold one more, which it did not confirm."_s : QString());
     return text + backupHint(failure.invocation, failure.words, failure.backup);
 }
 

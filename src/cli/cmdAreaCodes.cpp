@@ -1,9 +1,10 @@
-// The commands about area codes.
+// The commands that show and set the area codes.
 
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
+#include "cli/SettingReport.h"
 #include "cli/Tables.h"
-#include "phonedata/AreaCodes.h"
+#include "operations/PhoneSettings.h"
 
 #include <QJsonObject>
 
@@ -15,32 +16,29 @@ using phonedata::AreaCodes;
 
 namespace {
 
-/// Shows the phone's codes. Others than the wanted ones, if there are such, are a failure.
-ExitStatus show(Job& job, const AreaCodes* wanted = nullptr)
+/// Shows the codes in a text with commas; with a state after a change. Returns false if there are none in it.
+bool show(Job& job, const QString& text, std::optional<operations::State> state = std::nullopt)
 {
-    QString answer;
-    const bool isSetUp = phonedata::ReadAreaCodes(job.line, nullptr, answer);
-    const auto codes = phonedata::parseAreaCodes(answer);
+    const auto codes = phonedata::parseAreaCodes(text);
     if (!codes) {
-        if (!answer.isEmpty()) // otherwise the failure has been told
-            job.out.error(u"the phone's answer is not understood: %1"_s.arg(printable(answer)));
-        return ExitFailed;
+        job.out.error(u"could not understand the phone's answer: %1"_s.arg(printable(text)));
+        return false;
     }
-    job.out.show(QJsonObject{{u"a"_s, (*codes)[0]},
-                             {u"b"_s, (*codes)[1]},
-                             {u"c"_s, (*codes)[2]},
-                             {u"d"_s, (*codes)[3]},
-                             {u"isSetUp"_s, isSetUp}},
-                 alignedFields({{u"A, international prefix"_s, (*codes)[0]},
-                                {u"B, country code"_s, (*codes)[1]},
-                                {u"C, national prefix"_s, (*codes)[2]},
-                                {u"D, city code"_s, (*codes)[3]}}));
+    const bool isSetUp = phonedata::areSetUp(text);
+    QJsonObject object{{u"a"_s, (*codes)[0]},
+                       {u"b"_s, (*codes)[1]},
+                       {u"c"_s, (*codes)[2]},
+                       {u"d"_s, (*codes)[3]},
+                       {u"isSetUp"_s, isSetUp}};
+    if (state)
+        object.insert(u"state"_s, operations::wordOf(*state));
+    job.out.show(object, alignedFields({{u"A, international prefix"_s, (*codes)[0]},
+                                        {u"B, country code"_s, (*codes)[1]},
+                                        {u"C, national prefix"_s, (*codes)[2]},
+                                        {u"D, city code"_s, (*codes)[3]}}));
     if (!isSetUp)
         job.out.note(u"They are not set up, so numbers may come with wrong prefixes.\n"_s);
-    if (!wanted || *codes == *wanted)
-        return ExitDone;
-    job.out.error(u"the phone has other codes than it was to get."_s);
-    return ExitFailed;
+    return true;
 }
 
 } // namespace
@@ -49,7 +47,13 @@ ExitStatus runAreaCodes(Job& job)
 {
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    return show(job);
+    const auto [text, cause] = operations::readAreaCodes(job.line);
+    if (job.isInterrupted())
+        return ExitRefused;
+    if (text)
+        return show(job, *text) ? ExitDone : ExitFailed;
+    job.out.error(u"could not read the area codes: %1."_s.arg(reasonText(job, cause)));
+    return ExitFailed;
 }
 
 ExitStatus runAreaCodesSet(Job& job)
@@ -70,11 +74,14 @@ ExitStatus runAreaCodesSet(Job& job)
     }
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    if (!phonedata::SetAreaCodes(job.line, nullptr, codes, emptyCodes == 0))
-        return ExitFailed;
-    if (job.isInterrupted(u"the area codes were set, but not read back"_s))
+    if (job.isInterrupted())
         return ExitRefused;
-    return show(job, &codes);
+    const auto [outcome, now] = operations::setAreaCodes(job.line, codes);
+    if (now)
+        show(job, *now, outcome.state);
+    else if (job.out.isJson())
+        job.out.show(QJsonObject{{u"state"_s, operations::wordOf(outcome.state)}}, {});
+    return reportSetting(job, {.name = u"the area codes"_s, .isPlural = true}, outcome);
 }
 
 } // namespace kalmo::cli

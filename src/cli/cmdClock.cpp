@@ -1,9 +1,10 @@
-// The command clock set.
+// The command that sets the phone's clock.
 
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
+#include "cli/SettingReport.h"
 #include "cli/Tables.h"
-#include "link/mdlStatus.h"
+#include "operations/PhoneSettings.h"
 
 #include <QJsonObject>
 
@@ -13,19 +14,15 @@ ExitStatus runClockSet(Job& job)
 {
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    if (!link::SetPhoneTime(job.line))
-        return ExitFailed;
-    job.context.clock.WaitSeconds(0.5);
-    if (job.isInterrupted(u"the clock was set, but not read back"_s))
+    if (job.isInterrupted())
         return ExitRefused;
-    QDateTime phoneTime;
-    if (!link::GetPhoneTime(job.line, phoneTime)) {
-        job.out.error(u"the clock could not be read back."_s);
-        return ExitFailed;
-    }
-    job.out.show(QJsonObject{{u"phoneTime"_s, isoTime(phoneTime)}},
-                 alignedFields({{u"Phone time"_s, phoneTime.toString(u"yyyy-MM-dd hh:mm:ss"_s)}}));
-    return ExitDone;
+    const auto [outcome, now] = operations::setClock(job.line);
+    const QString time = now ? now->toString(u"yyyy-MM-dd hh:mm:ss"_s) : QString();
+    const QJsonObject object{{u"phoneTime"_s, now ? QJsonValue(isoTime(*now)) : QJsonValue()},
+                             {u"state"_s, operations::wordOf(outcome.state)}};
+    if (now || job.out.isJson())
+        job.out.show(object, alignedFields({{u"Phone time"_s, time}}));
+    return reportSetting(job, {.name = u"the clock"_s}, outcome);
 }
 
 } // namespace kalmo::cli

@@ -1,10 +1,11 @@
-// The commands about ringtones.
+// The commands that show and set the ringtones.
 
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
+#include "cli/SettingReport.h"
 #include "cli/Suggestion.h"
 #include "cli/Tables.h"
-#include "phonedata/Ringtones.h"
+#include "operations/PhoneSettings.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -14,8 +15,6 @@
 
 namespace kalmo::cli {
 
-using phonedata::SoundEvent;
-
 namespace {
 
 constexpr int risingVolume = 6;
@@ -23,43 +22,21 @@ constexpr int risingVolume = 6;
 constexpr std::array<QStringView, phonedata::soundEventCount> eventNames = {u"external", u"internal",
                                                                             u"appointment", u"alarm"};
 
-/// What the handset is set to, and the melodies to choose from.
-struct Ringtones
+/// Shows the four settings and the melodies to choose from; with a state after a change.
+void show(Job& job, std::optional<operations::State> state = std::nullopt)
 {
-    std::array<QString, phonedata::soundEventCount> tones;
-    std::array<int, phonedata::soundEventCount> volumes = {};
-};
-
-bool readMelodies(Job& job)
-{
-    const auto rows = phonedata::makeSoundRows();
-    return phonedata::ReadSoundList({job.line, job.memory, nullptr, nullptr}, *rows);
-}
-
-bool readSettings(Job& job, Ringtones& ringtones)
-{
-    return phonedata::ReadSoundSettings(
-        {job.line, job.memory, nullptr, nullptr, &job.stop},
-        [&ringtones](SoundEvent event, const phonedata::SoundSetting& setting, const QString& tone) {
-            ringtones.tones[static_cast<size_t>(event)] = tone;
-            ringtones.volumes[static_cast<size_t>(event)] = setting.volume;
-        });
-}
-
-void show(Job& job, const Ringtones& ringtones)
-{
+    const phonedata::SoundList& sounds = job.memory.sounds;
     QJsonObject object;
     std::vector<QStringList> events;
     for (size_t index = 0; index < eventNames.size(); ++index) {
-        const int volume = ringtones.volumes[index];
-        object.insert(eventNames[index],
-                      QJsonObject{{u"tone"_s, ringtones.tones[index]}, {u"volume"_s, volume}});
-        events.push_back({eventNames[index].toString(), ringtones.tones[index],
-                          volume == risingVolume ? u"rising"_s : QString::number(volume)});
+        const phonedata::SoundSetting& setting = job.memory.soundSettings[index];
+        const QString tone = phonedata::GetSoundName(setting.soundId, sounds, job.context.log);
+        object.insert(eventNames[index], QJsonObject{{u"tone"_s, tone}, {u"volume"_s, setting.volume}});
+        events.push_back({eventNames[index].toString(), tone,
+                          setting.volume == risingVolume ? u"rising"_s : QString::number(setting.volume)});
     }
     QJsonArray melodies;
     std::vector<QStringList> rows;
-    const phonedata::SoundList& sounds = job.memory.sounds;
     for (int index = 1; index <= sounds.upperBound(); ++index) {
         const phonedata::Melody& melody = sounds.row(index);
         melodies.append(QJsonObject{{u"name"_s, melody.name},
@@ -69,14 +46,33 @@ void show(Job& job, const Ringtones& ringtones)
         rows.push_back({melody.name, melody.kind, QString::number(melody.size), QString::number(melody.id)});
     }
     object.insert(u"melodies"_s, melodies);
+    if (state)
+        object.insert(u"state"_s, operations::wordOf(*state));
     QString text = alignedTable({u"Event"_s, u"Tone"_s, u"Volume"_s}, events);
     if (!rows.empty())
         text += u'\n' + alignedTable({u"Melody"_s, u"Kind"_s, u"Bytes"_s, u"Id"_s}, rows);
     job.out.show(object, text);
 }
 
-/// The melody that a word names: its name, or the number of one of the ten that every handset has. Empty if
-/// there is none, which has been told.
+phonedata::RingtoneJob ringtoneJob(Job& job)
+{
+    return {job.line, job.memory, nullptr, nullptr, &job.stop};
+}
+
+/// Prints why a reading failed, if it did.
+ExitStatus reportReading(Job& job, operations::Cause cause)
+{
+    if (job.isInterrupted())
+        return ExitRefused;
+    if (cause == operations::Cause::None)
+        return ExitDone;
+    job.progress.clear();
+    job.out.error(u"could not read the ringtones: %1."_s.arg(reasonText(job, cause)));
+    return ExitFailed;
+}
+
+/// The melody that a word names: its name, or the number of one of the ten that every handset has. Empty,
+/// after a message, if there is none.
 QString toneNamed(Job& job, const QString& word)
 {
     QStringList names = phonedata::builtInMelodies();
@@ -102,48 +98,36 @@ ExitStatus runRingtones(Job& job)
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
     job.progress.phase(u"Reading the ringtones"_s);
-    Ringtones ringtones;
-    const bool isComplete = readMelodies(job) && readSettings(job, ringtones);
-    if (job.isInterrupted())
-        return ExitRefused;
-    if (!isComplete)
-        return ExitFailed;
-    show(job, ringtones);
+    const ExitStatus read = reportReading(job, operations::readRingtones(ringtoneJob(job)));
+    if (read != ExitDone)
+        return read;
+    show(job);
     return ExitDone;
 }
 
 ExitStatus runRingtonesSet(Job& job)
 {
     const QStringList& words = job.invocation.arguments;
-    const auto event =
-        static_cast<size_t>(std::find(eventNames.begin(), eventNames.end(), words[0]) - eventNames.begin());
+    const auto event = static_cast<phonedata::SoundEvent>(
+        std::find(eventNames.begin(), eventNames.end(), words[0]) - eventNames.begin());
     const int volume = words[2] == u"rising"_s ? risingVolume : words[2].toInt();
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
     job.progress.phase(u"Setting the ringtone"_s);
-    if (!readMelodies(job))
-        return ExitFailed;
+    const ExitStatus read = reportReading(job, operations::readMelodies(ringtoneJob(job)));
+    if (read != ExitDone)
+        return read;
     const QString tone = toneNamed(job, words[1]);
     if (tone.isEmpty())
         return ExitWrongUse;
-    if (job.isInterrupted())
-        return ExitRefused;
-    const bool wasSet = phonedata::SetSound({job.line, job.memory, nullptr, nullptr},
-                                            static_cast<SoundEvent>(event), tone, volume);
-    job.context.clock.WaitSeconds(1);
-    Ringtones ringtones;
-    const bool isComplete = readSettings(job, ringtones);
-    if (job.isInterrupted(wasSet ? u"the ringtone was set, but not read back"_s
-                                 : u"the phone did not take the ringtone"_s))
-        return ExitRefused;
-    if (!isComplete)
-        return ExitFailed;
-    show(job, ringtones);
-    if (wasSet && ringtones.tones[event] == tone && ringtones.volumes[event] == volume)
-        return ExitDone;
-    job.out.error(
-        u"the handset is not set to \"%1\" and volume %2."_s.arg(printable(tone), QString::number(volume)));
-    return ExitFailed;
+    const auto [outcome, now] = operations::setRingtone(ringtoneJob(job), event, tone, volume);
+    job.progress.clear();
+    if (now)
+        show(job, outcome.state);
+    else if (job.out.isJson())
+        job.out.show(QJsonObject{{u"state"_s, operations::wordOf(outcome.state)}}, {});
+    const ExitStatus status = reportSetting(job, {.name = u"the ringtone"_s}, outcome);
+    return status != ExitDone && job.stop.Checked() ? ExitRefused : status;
 }
 
 } // namespace kalmo::cli

@@ -2,9 +2,11 @@
 
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
+#include "cli/SettingReport.h"
 #include "cli/Tables.h"
 #include "link/mdlStatus.h"
 #include "link/PhoneModels.h"
+#include "operations/Asking.h"
 
 #include <QJsonObject>
 
@@ -27,19 +29,37 @@ struct Status
     QDateTime pcTime;
 };
 
+/// Asks until the answer is sure. Prints a message if no two answers agree; the query itself prints the
+/// others.
+template <typename Value, typename Ask>
+std::optional<Value> askSurely(Job& job, const QString& name, const Ask& ask)
+{
+    const auto asked = operations::askUntilSure(
+        job.line, [&]() -> std::optional<Value> { return job.stop.Checked() ? std::nullopt : ask(); });
+    if (!asked.value && asked.cause == operations::Cause::Doubtful)
+        job.out.error(u"could not read the %1: %2."_s.arg(name, reasonText(job, asked.cause)));
+    return asked.value;
+}
+
 bool readIdentity(Job& job, Status& status)
 {
     struct Query
     {
+        QStringView name;
         bool (*ask)(link::Line& line, QString& answer);
         QString Status::*field;
     };
-    constexpr Query queries[] = {{link::GetManufacturer, &Status::manufacturer},
-                                 {link::GetPhoneModelText, &Status::model},
-                                 {link::GetSoftwareVersion, &Status::version},
-                                 {link::GetSerialNumber, &Status::serial}};
+    constexpr Query queries[] = {{u"manufacturer", link::GetManufacturer, &Status::manufacturer},
+                                 {u"model", link::GetPhoneModelText, &Status::model},
+                                 {u"software version", link::GetSoftwareVersion, &Status::version},
+                                 {u"serial number", link::GetSerialNumber, &Status::serial}};
     return std::all_of(std::begin(queries), std::end(queries), [&](const Query& query) {
-        return !job.stop.Checked() && query.ask(job.line, status.*(query.field));
+        const auto answer = askSurely<QString>(job, query.name.toString(), [&]() -> std::optional<QString> {
+            QString text;
+            return query.ask(job.line, text) ? std::optional(text) : std::nullopt;
+        });
+        status.*(query.field) = answer.value_or(QString());
+        return answer.has_value();
     });
 }
 
@@ -48,18 +68,22 @@ bool readGauges(Job& job, Status& status)
     const int phoneType = job.phoneType();
     bool complete = true;
     if (link::hasGauges(phoneType)) {
-        const link::SignalQuality signal = link::GetSignalQuality(job.line);
-        if (!signal.text.isEmpty())
-            status.signal = signal;
-        int percent = 0;
-        if (!job.stop.Checked() && link::GetBattery(job.line, percent))
-            status.battery = percent;
+        status.signal =
+            askSurely<link::SignalQuality>(job, u"signal"_s, [&job]() -> std::optional<link::SignalQuality> {
+                const link::SignalQuality signal = link::GetSignalQuality(job.line);
+                return signal.text.isEmpty() ? std::nullopt : std::optional(signal);
+            });
+        status.battery = askSurely<int>(job, u"battery"_s, [&job]() -> std::optional<int> {
+            int percent = 0;
+            return link::GetBattery(job.line, percent) ? std::optional(percent) : std::nullopt;
+        });
         complete = status.signal && status.battery;
     }
-    QDateTime time;
     if (link::hasClock(phoneType)) {
-        if (!job.stop.Checked() && link::GetPhoneTime(job.line, time))
-            status.phoneTime = time;
+        status.phoneTime = askSurely<QDateTime>(job, u"clock"_s, [&job]() -> std::optional<QDateTime> {
+            QDateTime time;
+            return link::GetPhoneTime(job.line, time) ? std::optional(time) : std::nullopt;
+        });
         complete = complete && status.phoneTime;
     }
     return complete;

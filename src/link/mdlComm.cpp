@@ -167,7 +167,7 @@ void Line::Tx(QByteArray text)
 
 bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
 {
-    if (++attempts >= mostAttempts)
+    if (++attempts >= mostAttempts || (m_repeatStop && m_repeatStop->Checked()))
         return false;
     RxError();
     Tx(command);
@@ -179,6 +179,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
 {
     m_repeats = 0;
     m_failure = RxFailure::NotSent;
+    m_lostAnswers = false;
     if (isRefused(u"Rx"_s, {LineMode::Text})) {
         answer.clear();
         return false;
@@ -196,6 +197,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
         }
         if (!m_port.IsOpen()) {
             m_failure = RxFailure::Gone;
+            m_lostAnswers = true;
             answer.clear();
             return false;
         }
@@ -204,6 +206,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
             tail = buffer.last(tailLength);
         if (silent || isErrorTail(tail)) {
             m_failure = silent ? RxFailure::Silent : RxFailure::Refused;
+            m_lostAnswers = m_lostAnswers || silent;
             if (!repeatAfterFailure(command, attempts)) {
                 answer.clear();
                 return false;

@@ -80,6 +80,9 @@ public:
     /// Returns true if the last request got no answer, of whichever kind it was.
     bool isSilent() const { return m_dirty || m_failure == RxFailure::Silent; }
 
+    /// Returns true if any attempt of the last Rx got no answer: the phone may have carried the command out.
+    bool lostAnswers() const { return m_lostAnswers; }
+
     /// Number of times that the last Rx sent its command again. The phone may have carried out a repeated
     /// command twice.
     int repeats() const { return m_repeats; }
@@ -87,6 +90,13 @@ public:
     /// Returns true if the last answer began with the echo of its command. An answer without it may be a late
     /// one to an earlier command.
     bool wasEchoed() const { return m_echoed; }
+
+    /// Returns true if the last answer came at once and after the echo of its command. Any other may belong
+    /// to an earlier command, or lack bytes.
+    bool isAnswerSafe() const { return m_failure == RxFailure::None && m_repeats == 0 && m_echoed; }
+
+    /// From now on Rx does not send a command again while the box is checked. A null pointer ends that.
+    void stopRepeatsBy(const toolkit::CancelBox* box) { m_repeatStop = box; }
 
     /// Sends raw bytes, at most 10000. If the port does not take all of them, informs the user and ends the
     /// program. A port that is gone is only logged, and the wait for the answer ends at once. On a line that
@@ -135,6 +145,20 @@ private:
     RxFailure m_failure = RxFailure::None;
     int m_repeats = 0;
     bool m_echoed = false;
+    bool m_lostAnswers = false;
+    const toolkit::CancelBox* m_repeatStop = nullptr;
+};
+
+/// While it lives, a command that failed is not sent again once the box is checked.
+class RepeatStopScope
+{
+public:
+    RepeatStopScope(Line& line, const toolkit::CancelBox* box) : m_line(line) { line.stopRepeatsBy(box); }
+    ~RepeatStopScope() { m_line.stopRepeatsBy(nullptr); }
+    Q_DISABLE_COPY_MOVE(RepeatStopScope)
+
+private:
+    Line& m_line;
 };
 
 } // namespace kalmo::link

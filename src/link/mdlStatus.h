@@ -19,6 +19,8 @@ struct SignalQuality
 {
     QString text;  ///< level such as "-- 73 dBm", empty on failure
     int gauge = 0; ///< 0 to 99 for regular answers; other answers are not limited
+
+    bool operator==(const SignalQuality&) const = default;
 };
 SignalQuality GetSignalQuality(Line& line);
 

@@ -4,6 +4,7 @@
 #include "operations/EntryJson.h"
 #include "operations/EntryLines.h"
 #include "operations/SavedText.h"
+#include "phonedata/StoreTraits.h"
 
 #include <array>
 
@@ -35,7 +36,8 @@ qsizetype SavedList::count() const
 
 SavedKind savedKind(phonedata::Store store)
 {
-    return store == phonedata::Store::Phonebook ? SavedKind::Phonebook : SavedKind::Providers;
+    static constexpr std::array<SavedKind, 2> kinds = {SavedKind::Phonebook, SavedKind::Providers};
+    return phonedata::rowOf(kinds, store);
 }
 
 std::span<const SavedListFormat> savedListFormats()

@@ -1,5 +1,6 @@
 #include "operations/Undo.h"
 
+#include "operations/UndoClassic.h"
 #include "operations/UndoContacts.h"
 #include "operations/UndoFiles.h"
 
@@ -25,11 +26,12 @@ std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record)
     case RecordedList::Phonebook:
         if (record.part(u"pb.vcf"_s))
             return std::make_unique<UndoContacts>(job, std::move(record));
-        break;
+        return std::make_unique<UndoList>(job, std::move(record));
     case RecordedList::Providers:
+        return std::make_unique<UndoList>(job, std::move(record));
     case RecordedList::Ringtones:
     case RecordedList::AreaCodes:
-        break;
+        return std::make_unique<UndoSetting>(job, std::move(record));
     }
     return nullptr;
 }

@@ -50,12 +50,27 @@ bool isAreaCode(const QString& text)
                        [](QChar character) { return character >= u'0' && character <= u'9'; });
 }
 
+bool askAreaCodes(link::Line& line, QByteArray& answer)
+{
+    return line.exchange(answer, "AT^SACO?\r", timeout);
+}
+
+QString areaCodeText(const QByteArray& answer)
+{
+    return app::fromCp1252(answer).remove(prefix).trimmed();
+}
+
+bool areSetUp(const QString& text)
+{
+    return !notSetUp.contains(text);
+}
+
 bool ReadAreaCodes(link::Line& line, toolkit::StatusPanel* panel, QString& answer)
 {
     setStatus(panel, u"Prüfe Vorwahl Einstellungen..."_s);
     QByteArray bytes;
-    const bool answered = line.exchange(bytes, "AT^SACO?\r", timeout);
-    answer = answered ? app::fromCp1252(bytes).remove(prefix).trimmed() : QString();
+    const bool answered = askAreaCodes(line, bytes);
+    answer = answered ? areaCodeText(bytes) : QString();
     setStatus(panel, u"Bereit."_s);
     if (!answered)
         line.context().dialogs.Show(
@@ -64,33 +79,19 @@ bool ReadAreaCodes(link::Line& line, toolkit::StatusPanel* panel, QString& answe
                  u"Programm neu.\n"
                  u"Bleibt das Problem bestehen, wenden Sie sich bitte an den Programmautor."_s,
              .icon = Icon::Exclamation,
-             .english = u"The area codes could not be read."_s});
-    return !notSetUp.contains(answer);
+             .english = u"could not read the area codes: the phone did not answer."_s});
+    return areSetUp(answer);
 }
 
-bool SetAreaCodes(link::Line& line, toolkit::StatusPanel* panel, const AreaCodes& codes, bool inUse)
+bool hasBlankCode(const AreaCodes& codes)
 {
-    toolkit::Dialogs& dialogs = line.context().dialogs;
-    if (inUse && std::any_of(codes.begin(), codes.end(), isBlank)) {
-        dialogs.Show({.text = u"Mindestens eines der Eingabefelder A-D ist leer. Diese Eingabe macht keinen "
-                              u"Sinn. Bitte prüfen Sie Ihre Eingabe oder schalten Sie die Verwendung von "
-                              u"Vorwalen aus."_s,
-                      .icon = Icon::Exclamation,
-                      .english = u"At least one of the codes A to D is empty."_s});
-        return false;
-    }
-    setStatus(panel, u"Setze Vorwahl Einstellungen..."_s);
+    return std::any_of(codes.begin(), codes.end(), isBlank);
+}
+
+bool sendAreaCodes(link::Line& line, const AreaCodes& codes)
+{
     QByteArray answer;
-    if (line.exchange(answer, "AT^SACO=" + app::toCp1252(joined(codes)) + '\r', timeout)) {
-        setStatus(panel, u"Bereit."_s);
-        return true;
-    }
-    dialogs.Show({.text = u"Die Vorwahleinstellungen konnten nicht gesetzt werden. Bitte prüfen Sie Ihre "
-                          u"Eingaben."_s,
-                  .icon = Icon::Information,
-                  .english = u"The phone did not take the area codes."_s});
-    setStatus(panel, u"Vorwahl nicht gesetzt."_s);
-    return false;
+    return line.exchange(answer, "AT^SACO=" + app::toCp1252(joined(codes)) + '\r', timeout);
 }
 
 } // namespace kalmo::phonedata

@@ -9,8 +9,8 @@ namespace kalmo::phonedata {
 /// and no heading: .tel holds name, number, date, date sound, VIP, VIP sound; .prv holds name and number.
 ///
 /// Saving does nothing for an empty list, and replaces an older file only once the new one is safely on disk.
-/// False, told to the user, if the file can't be written. Loading clears the list first; a file that can't be
-/// read is told.
+/// It returns false, after a message, if the file can't be written. Loading clears the list first, and shows
+/// a message about a file that can't be read.
 
 bool SaveTel(app::Context& context, const toolkit::ListRows& list, const QString& path);
 bool LoadTel(app::Context& context, toolkit::ListRows& list, const QString& path);
@@ -30,7 +30,7 @@ std::vector<ProviderEntry> prvEntries(const QByteArray& bytes);
 bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes);
 
 /// Path of an automatic backup in the folder for backups: `what`, a time stamp and the extension. A name that
-/// is taken already, by a backup of the same second, gets a number behind it.
+/// is taken already, by a backup of the same second, gets a number after it.
 QString backupPath(const app::Context& context, const QString& what, const QString& extension);
 
 /// The same for a copy of what the phone holds.

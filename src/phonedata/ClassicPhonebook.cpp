@@ -4,6 +4,8 @@
 #include "app/mdlKonverter.h"
 #include "link/PhoneModels.h"
 
+#include <algorithm>
+
 namespace kalmo::phonedata {
 
 using namespace Qt::StringLiterals;
@@ -12,7 +14,7 @@ namespace {
 
 constexpr size_t leastRowsToPrepare = 3;
 
-/// Month, day, hour and minute stand in this order from `at` on, two digits each.
+/// Month, day, hour and minute are in this order from `at` on, two digits each.
 QString dateFromWire(const QString& text, qsizetype at)
 {
     return text.mid(at + 2, 2) + u'.' + text.mid(at, 2) + u"  "_s + text.mid(at + 4, 2) + u':' +
@@ -34,10 +36,51 @@ QString soundFromCode(const QString& code, const SoundList& sounds, app::DebugLo
     return name.isEmpty() ? u"Melodie "_s + code : name;
 }
 
+/// A reply without the prefix and line ends.
+QString textOf(const QByteArray& reply)
+{
+    return app::fromCp1252(reply).remove(u"^WSRE:"_s).remove(u'\r').remove(u'\n').trimmed();
+}
+
+/// The fields after name and number in the phone's own spelling.
+struct WireDetails
+{
+    QString date; ///< with the code of the reminder's sound
+    bool isVip = false;
+    QString vipCode;
+};
+
+/// Takes apart the rest of a reply after the number.
+WireDetails detailsOf(const QString& text, int phoneType)
+{
+    if (!link::marksVip(phoneType)) {
+        const qsizetype comma = text.indexOf(u',');
+        return {.date = comma < 0 ? QString() : text.mid(comma + 1), .isVip = false, .vipCode = {}};
+    }
+    const QStringList parts = text.split(u',');
+    const bool isVip = parts.size() >= 4 && parts[2] == u"1"_s;
+    return {parts.value(1), isVip, isVip ? parts[3] : QString()};
+}
+
+QByteArray commandFor(const QString& name, const QString& number, const WireDetails& details)
+{
+    QByteArray command =
+        "AT^WSWE=" + lengthPrefixed(name) + ',' + lengthPrefixed(number) + ',' + lengthPrefixed(details.date);
+    if (details.isVip)
+        command += ",1," + app::toCp1252(details.vipCode);
+    return command + "\r\n";
+}
+
+bool isUnnamed(const QString& code, const SoundList& sounds)
+{
+    constexpr int builtInMelodies = 10;
+    const int id = app::ValInt(code);
+    return !code.isEmpty() && code != u"S"_s && (id < 0 || id > builtInMelodies) && !sounds.withId(id);
+}
+
 void parseDate(ClassicEntry& entry, const QString& text)
 {
-    const qsizetype comma = text.indexOf(u',');
-    const QString date = comma < 0 ? QString() : text.mid(comma + 1);
+    const QString date = detailsOf(text, 1).date;
     if (date.isEmpty())
         return;
     entry.date = dateFromWire(date, 0);
@@ -54,7 +97,7 @@ void parseDateAndVip(ClassicEntry& entry, const QString& text, const SoundList& 
         return;
     const QStringList parts = text.split(u',');
     if (!parts[1].isEmpty()) {
-        entry.date = dateFromWire(parts[1], 2); // behind "00"
+        entry.date = dateFromWire(parts[1], 2); // after "00"
         entry.dateSound = soundFromCode(parts[1].mid(10), sounds, log);
     }
     if (parts.size() < 4)
@@ -74,20 +117,31 @@ bool abandonRead(const StoreJob& job)
     return false;
 }
 
-/// Writes a dummy entry and erases the store once more, which this family needs before longer lists.
-bool prepareStore(const StoreJob& job)
+/// Erases the phonebook and opens it again. Returns true if both succeeded.
+bool eraseAndOpen(const StoreJob& job, StoreWriting& writing)
 {
-    job.progress.status(u"Bereite Telefonbuch vor..."_s);
-    job.memory.phonebook.forget(); // the dummy entry is there until the store is erased
-    writeNextEntry(job.line, "AT^WSWE=1,A,1,1,0,\r");
-    CloseStore(job.line, job.progress);
-    if (!EraseStore(job.line, Store::Phonebook, job.progress))
+    job.memory.phonebook.forget();
+    const StoreErasing erasing = eraseAndClose(job.line, Store::Phonebook, job.progress);
+    writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.failure = erasing.failure;
+    if (!writing.isErased)
         return false;
     job.memory.phonebook.becomes({}, Certainty::Known);
-    if (!OpenStore(job.line, Store::Phonebook, job.progress))
-        return false;
-    job.line.pause(1);
-    return true;
+    const bool opened = OpenStore(job.line, Store::Phonebook, job.progress);
+    writing.failure = job.line.lastFailure();
+    if (opened)
+        job.line.pause(1);
+    return opened;
+}
+
+/// Writes a dummy entry and erases the store once more, which this family needs before longer lists.
+bool prepareStore(const StoreJob& job, StoreWriting& writing)
+{
+    job.progress.status(u"Bereite Telefonbuch vor..."_s);
+    // Its result does not matter, and it ends in CR alone: only true entries end in CR LF.
+    writeNextEntry(job.line, "AT^WSWE=1,A,1,1,0,\r");
+    CloseStore(job.line, job.progress);
+    return eraseAndOpen(job, writing);
 }
 
 } // namespace
@@ -95,8 +149,7 @@ bool prepareStore(const StoreJob& job)
 ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const SoundList& sounds,
                                  app::DebugLog& log)
 {
-    QString text = app::fromCp1252(reply);
-    text = text.remove(u"^WSRE:"_s).remove(u'\r').remove(u'\n').trimmed();
+    QString text = textOf(reply);
     ClassicEntry entry;
     entry.name = takeName(text);
     entry.number = takeField(text);
@@ -118,16 +171,25 @@ bool ReadPB_TB(const StoreJob& job)
     job.list.clear();
 
     bool doubtful = false;
+    QByteArrayList replies;
     const auto take = [&](const QByteArray& reply) {
         if (context.log.isOn())
             context.log.WriteDebugLog(u"ReadPB_TB_Data="_s, app::fromCp1252(reply));
-        if (!reply.isEmpty())
+        if (!reply.isEmpty()) {
+            replies.append(reply);
             job.list.add(toRow(parsePhonebookReply(reply, job.phoneType(), job.memory.sounds, context.log)));
+        }
         context.log.WriteDebugLog(u"ReadPB_TB"_s, reply.isEmpty() ? u"EmptyEntrySkipped"_s : u"EntryDone"_s);
     };
     if (!readEntries(job, Store::Phonebook, take, doubtful))
         return abandonRead(job);
-    job.memory.phonebook.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known);
+    // Without the list of melodies an own one is shown under a wrong name.
+    doubtful = doubtful || (!job.memory.areSoundsKnown &&
+                            std::any_of(replies.begin(), replies.end(), [&job](const QByteArray& reply) {
+                                return hasUnnamedSound(reply, job.phoneType(), job.memory.sounds);
+                            }));
+    job.memory.phonebook.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known,
+                                 replies);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     return closed;
@@ -135,49 +197,63 @@ bool ReadPB_TB(const StoreJob& job)
 
 QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const SoundList& sounds)
 {
-    QByteArray command = "AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number);
     const bool marksVip = link::marksVip(phoneType);
-    if (entry.date.isEmpty()) {
-        command += ",0,";
-    } else {
-        const QString date = (marksVip ? u"00"_s : QString()) + dateToWire(entry.date) +
-                             GetSoundCode(entry.dateSound, phoneType, sounds);
-        command += ',' + lengthPrefixed(date);
-    }
-    if (marksVip && entry.vip == u"Ja"_s)
-        command += ",1," + app::toCp1252(GetSoundCode(entry.vipSound, phoneType, sounds));
-    return command + "\r\n";
+    WireDetails details;
+    if (!entry.date.isEmpty())
+        details.date = (marksVip ? u"00"_s : QString()) + dateToWire(entry.date) +
+                       GetSoundCode(entry.dateSound, phoneType, sounds);
+    details.isVip = marksVip && entry.vip == u"Ja"_s;
+    if (details.isVip)
+        details.vipCode = GetSoundCode(entry.vipSound, phoneType, sounds);
+    return commandFor(entry.name, entry.number, details);
+}
+
+QByteArray phonebookCommandFromReply(const QByteArray& reply, int phoneType)
+{
+    QString text = textOf(reply);
+    const QString name = takeName(text);
+    const QString number = takeField(text);
+    return commandFor(name, number, detailsOf(text, phoneType));
+}
+
+bool hasUnnamedSound(const QByteArray& reply, int phoneType, const SoundList& sounds)
+{
+    if (!link::hasRingtoneSettings(phoneType))
+        return false; // the oldest family has no melodies of its own
+    QString text = textOf(reply);
+    takeName(text);
+    takeField(text);
+    const WireDetails details = detailsOf(text, phoneType);
+    constexpr int dateLength = 10; // "00" and four pairs of digits, then the code
+    return isUnnamed(details.date.mid(dateLength), sounds) || isUnnamed(details.vipCode, sounds);
 }
 
 bool WritePB_TB(const StoreJob& job)
 {
-    const toolkit::BusyScope busy(job.window);
-    std::vector<ClassicEntry> entries = classicEntries(job.list);
-    job.memory.phonebook.forget();
-    if (!EraseStore(job.line, Store::Phonebook, job.progress))
-        return false;
-    job.memory.phonebook.becomes({}, Certainty::Known);
-    if (!OpenStore(job.line, Store::Phonebook, job.progress))
-        return false;
-    job.line.pause(1);
-    if (link::needsPreparedPhonebook(job.phoneType()) && entries.size() >= leastRowsToPrepare &&
-        !prepareStore(job))
-        return false;
+    StoreEntries wanted{classicEntries(job.list), {}};
+    for (const ClassicEntry& entry : wanted.entries)
+        wanted.commands.append(phonebookWriteCommand(entry, job.phoneType(), job.memory.sounds));
+    return writePhonebook(job, wanted).isDone();
+}
 
-    QByteArrayList commands;
-    for (const ClassicEntry& entry : entries)
-        commands.append(phonebookWriteCommand(entry, job.phoneType(), job.memory.sounds));
-    bool doubtful = false;
-    const int written = writeEntries(job, commands, u"Schreibe Telefonbuch..."_s, doubtful);
-    const bool isWhole = written == commands.size();
-    entries.resize(written);
-    job.memory.phonebook.becomes(std::move(entries),
-                                 isWhole && doubtful ? Certainty::Doubtful : Certainty::Known);
-    job.line.pause(isWhole ? 1 : 0.5);
-    const bool closed = CloseStore(job.line, job.progress);
+StoreWriting writePhonebook(const StoreJob& job, const StoreEntries& wanted)
+{
+    const toolkit::BusyScope busy(job.window);
+    StoreWriting writing{.planned = static_cast<int>(wanted.commands.size())};
+    if (!eraseAndOpen(job, writing))
+        return writing;
+    if (link::needsPreparedPhonebook(job.phoneType()) && wanted.entries.size() >= leastRowsToPrepare &&
+        !prepareStore(job, writing))
+        return writing;
+    writeEntries(job, wanted.commands, u"Schreibe Telefonbuch..."_s, writing);
+    noteWritten(job.memory.phonebook, wanted, writing);
+    // Kept on purpose: this pause follows the one after the last entry.
+    const bool hasFailed = writing.failure != link::RxFailure::None;
+    job.line.pause(hasFailed ? 0.5 : 1);
+    writing.isClosed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();
-    return isWhole && closed;
+    return writing;
 }
 
 } // namespace kalmo::phonedata

@@ -10,9 +10,11 @@ namespace kalmo::phonedata {
 bool ReadPB_TB(const StoreJob& job);
 
 /// Erases the phonebook in the phone and writes all rows of the list, from top to bottom. After a failure
-/// `job.memory` says which entries the phone holds. What must not be lost has to be on disk before: see
-/// ClassicCommands.h.
+/// `job.memory` says which entries the phone holds. The caller saves beforehand what must not be lost.
 bool WritePB_TB(const StoreJob& job);
+
+/// The same with the commands of the entries as given, and with all facts as its result.
+StoreWriting writePhonebook(const StoreJob& job, const StoreEntries& wanted);
 
 /// One entry from the phone's reply to the read command, for handsets of types 1 to 4.
 ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const SoundList& sounds,
@@ -20,5 +22,13 @@ ClassicEntry parsePhonebookReply(const QByteArray& reply, int phoneType, const S
 
 /// The command that writes one entry. The only one that ends in CR LF.
 QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const SoundList& sounds);
+
+/// The command that writes an entry exactly as the phone gave it: with its own date and codes of melodies,
+/// also where no melody of that code is known. An entry without a name gets the name "Ohne Name".
+QByteArray phonebookCommandFromReply(const QByteArray& reply, int phoneType);
+
+/// Returns true if a reply has the code of a melody that `sounds` does not name. The list shows another one
+/// for it then.
+bool hasUnnamedSound(const QByteArray& reply, int phoneType, const SoundList& sounds);
 
 } // namespace kalmo::phonedata

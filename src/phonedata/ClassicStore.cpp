@@ -3,6 +3,7 @@
 #include "app/CodePage.h"
 #include "app/mdlKonverter.h"
 #include "link/PhoneModels.h"
+#include "phonedata/StoreTraits.h"
 
 #include <QLocale>
 
@@ -23,9 +24,11 @@ constexpr double eraseTimeout = 180;
 constexpr double readTimeout = 8;
 constexpr double writeTimeout = 15;
 
-QByteArray wireName(Store store)
+constexpr QByteArrayView writeStart = "AT^WSWE=";
+
+QByteArray quotedName(Store store)
 {
-    return store == Store::Phonebook ? "\"TB\"" : "\"NE\"";
+    return '"' + traitsOf(store).wireName.toByteArray() + '"';
 }
 
 QByteArray closeCommand(int phoneType)
@@ -33,7 +36,7 @@ QByteArray closeCommand(int phoneType)
     return link::closesStoreByAt(phoneType) ? "AT\r" : "AT^WSSL\r";
 }
 
-/// Drops a length-prefixed field and the comma behind it; false if it is not as long as it says.
+/// Drops a length-prefixed field and the comma after it. Returns false if it is not as long as it says.
 bool dropField(QByteArray& rest)
 {
     const qsizetype comma = rest.indexOf(',');
@@ -52,7 +55,7 @@ bool OpenStore(Line& line, Store store, const Progress& progress)
 {
     progress.status(u"Öffne Telefonbuch...(Dauer: 3 Sekunden)"_s);
     QByteArray answer;
-    const bool answered = line.exchange(answer, "AT^WSSL=" + wireName(store) + '\r', openTimeout);
+    const bool answered = line.exchange(answer, "AT^WSSL=" + quotedName(store) + '\r', openTimeout);
     progress.status(u"Fertig"_s);
     return answered;
 }
@@ -73,14 +76,37 @@ bool CloseStore(Line& line, const Progress& progress)
 
 bool EraseStore(Line& line, Store store, const Progress& progress)
 {
+    const StoreErasing erasing = eraseAndClose(line, store, progress);
+    return erasing.isErased && erasing.isClosed;
+}
+
+StoreErasing eraseAndClose(Line& line, Store store, const Progress& progress)
+{
     line.pause(0.5);
     progress.status(u"Lösche Telefonbuch...(Dauer: bis zu 180 Sekunden)"_s);
-    QByteArray answer;
-    const bool erased = line.exchange(answer, "AT^WSEL=" + wireName(store) + '\r', eraseTimeout);
-    const bool closed = CloseStore(line, progress);
-    if (erased)
+    StoreErasing erasing;
+    {
+        const link::RepeatStopScope stop(line, progress.cancel);
+        QByteArray answer;
+        erasing.isErased = line.exchange(answer, "AT^WSEL=" + quotedName(store) + '\r', eraseTimeout);
+        erasing.failure = line.lastFailure();
+    }
+    erasing.isClosed = CloseStore(line, progress);
+    if (erasing.isErased) {
+        erasing.failure = line.lastFailure();
         progress.status(u"Fertig"_s);
-    return erased && closed;
+    }
+    return erasing;
+}
+
+void closeLeftStore(Line& line)
+{
+    constexpr double answerTimeout = 1.5;
+    QByteArray answer;
+    line.TxDirect("AT^WSSL\r\n");
+    line.RxDirect(answer, answerTimeout);
+    if (answer.contains("OK\r\n"))
+        line.pause(closeTimeout);
 }
 
 NextEntry readNextEntry(Line& line, Store store, QByteArray& reply, bool& doubtful)
@@ -88,8 +114,7 @@ NextEntry readNextEntry(Line& line, Store store, QByteArray& reply, bool& doubtf
     if (!line.exchange(reply, "AT^WSRE\r", readTimeout, true))
         return NextEntry::Failed;
     // An "OK" that came late would pass for the end of the store.
-    doubtful = doubtful || line.repeats() > 0 || !line.wasEchoed() ||
-               (!reply.isEmpty() && !lengthsAddUp(reply, store));
+    doubtful = doubtful || !line.isAnswerSafe() || (!reply.isEmpty() && !lengthsAddUp(reply, store));
     return reply.isEmpty() ? NextEntry::End : NextEntry::Entry;
 }
 
@@ -106,7 +131,7 @@ bool lengthsAddUp(const QByteArray& reply, Store store)
         if (!dropField(rest))
             return false;
     }
-    if (store == Store::Providers || rest.isEmpty())
+    if (!traitsOf(store).hasDates || rest.isEmpty())
         return true;
     // The date is the last field with a length; what follows it in some families has none.
     const QByteArrayList parts = rest.split(',');
@@ -136,9 +161,11 @@ bool readEntries(const StoreJob& job, Store store, const std::function<void(cons
     return true;
 }
 
-int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful)
+void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status,
+                  StoreWriting& writing)
 {
     const int count = static_cast<int>(commands.size());
+    writing.planned = count;
     if (count > 0)
         job.progress.start(0, count);
     for (int index = 0; index < count; ++index) {
@@ -146,12 +173,38 @@ int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QStr
         job.progress.status(status + u"(%1 von %2)"_s.arg(index + 1).arg(count));
         if (index < job.list.count())
             job.list.setCurrent(index);
-        if (job.progress.cancelled() || !writeNextEntry(job.line, commands[index]))
-            return index;
-        doubtful = doubtful || job.line.repeats() > 0;
+        writing.wasCancelled = job.progress.cancelled();
+        if (writing.wasCancelled)
+            return;
+        if (job.line.port().IsOpen())
+            ++writing.sent;
+        const bool isTaken = writeNextEntry(job.line, commands[index]);
+        writing.failure = job.line.lastFailure();
+        // A repeated command may have been carried out twice, one without an answer once.
+        const bool isSure = isTaken ? job.line.isAnswerSafe() : !job.line.lostAnswers();
+        writing.isDoubtful = writing.isDoubtful || !isSure;
+        writing.isLastUnknown = !isTaken && job.line.lostAnswers();
+        if (!isTaken)
+            return;
+        ++writing.confirmed;
         job.line.pause(0.2);
     }
-    return count;
+}
+
+void noteWritten(StoreContent& content, StoreEntries written, const StoreWriting& writing)
+{
+    written.entries.resize(writing.confirmed);
+    QByteArrayList replies;
+    for (int index = 0; index < writing.confirmed; ++index)
+        replies.append(replyFor(written.commands[index]));
+    content.becomes(std::move(written.entries), writing.isDoubtful ? Certainty::Doubtful : Certainty::Known,
+                    std::move(replies));
+}
+
+QByteArray replyFor(const QByteArray& writeCommand)
+{
+    // The read command answers an entry in the form in which the write command takes it.
+    return "^WSRE: " + writeCommand.sliced(writeStart.size());
 }
 
 QString takeField(QString& text)
@@ -172,6 +225,7 @@ QString takeField(QString& text)
 QString takeName(QString& text)
 {
     const qsizetype comma = text.indexOf(u',');
+    // A name without a length loses its first two characters, as described for the ",," of nameless entries.
     if (comma > 0 && app::IsNumeric(QStringView(text).first(comma)))
         return takeField(text);
     text.remove(0, 2);

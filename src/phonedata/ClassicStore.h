@@ -11,7 +11,7 @@ namespace kalmo::phonedata {
 /// The two stores of a classic handset, which are reached with the same commands.
 enum class Store { Phonebook = 1, Providers = 2 };
 
-/// What the operations on a store work with.
+/// Everything that the operations on a store need.
 struct StoreJob
 {
     link::Line& line;
@@ -24,36 +24,80 @@ struct StoreJob
     int phoneType() const { return context().sy.PhoneType; }
 };
 
-/// Each of these is true if the phone answered. While a store is open no other command is sent.
+/// Each of these returns true if the phone answered. While a store is open no other command is sent.
 bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);
-/// Erases a store and closes it, which is tried after a failed erase too; true if both succeeded. A list of
-/// some size takes minutes.
+/// Erases a store and closes it; it closes the store after a failed erase too. Returns true if both
+/// succeeded. A list of some size takes minutes. An erase without an answer is not sent again once the user
+/// has cancelled.
 bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress);
+
+/// The same with the reason for a failure: of the erase, or if that succeeded, of the close.
+struct StoreErasing
+{
+    bool isErased = false;
+    bool isClosed = false;
+    link::RxFailure failure = link::RxFailure::None;
+};
+StoreErasing eraseAndClose(link::Line& line, Store store, const toolkit::Progress& progress);
+
+/// Closes a store that an earlier run left open in a phone whose family is not known yet, on a line that is
+/// neither in text nor in data mode. Families 3 and 4 take no other command meanwhile; the others close a
+/// store by the "AT" of the search, and know no such command.
+void closeLeftStore(link::Line& line);
 
 /// Outcome of asking for the next entry of an open store.
 enum class NextEntry { Entry, End, Failed };
 
-/// Reads the next entry. `doubtful` is set, and never cleared, if the command had to be repeated, or if the
+/// Reads the next entry. Sets `doubtful`, and never clears it, if the command had to be repeated, or if the
 /// reply has no echo or its lengths don't add up.
 NextEntry readNextEntry(link::Line& line, Store store, QByteArray& reply, bool& doubtful);
 
-/// Whether the fields of a reply are as long as they say: name, number, and in the phonebook the date. If
-/// not, a byte got lost on the line.
+/// Returns true if the fields of a reply are as long as they say: name, number, and in the phonebook the
+/// date. If they are not, the line lost a byte.
 bool lengthsAddUp(const QByteArray& reply, Store store);
 
-/// Sends a write command; true if the phone took the entry.
+/// Sends a write command. Returns true if the phone took the entry.
 bool writeNextEntry(link::Line& line, const QByteArray& command);
 
-/// Reads an open store to its end and hands on every reply, the empty one at the end too. False after a
-/// failure or where the user cancelled. `doubtful` as in readNextEntry.
+/// Reads an open store to its end and hands on every reply, the empty one at the end too. Returns false after
+/// a failure or where the user cancelled. `doubtful` as in readNextEntry.
 bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
                  bool& doubtful);
 
-/// Sends the write commands of a list's entries into an open store, and shows `status` with the count. Gives
-/// how many the phone took: fewer than there are after a failure, or where the user cancelled. `doubtful` is
-/// set if a command had to be repeated, which the phone may have taken twice.
-int writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status, bool& doubtful);
+/// Entries for a store, and the commands that write them, one for each.
+struct StoreEntries
+{
+    std::vector<ClassicEntry> entries;
+    QByteArrayList commands;
+};
+
+/// Facts about a write of a whole store.
+struct StoreWriting
+{
+    bool isErased = false;   ///< the phone confirmed the erase and closed the store
+    bool isClosed = false;   ///< the phone confirmed the last close
+    int planned = 0;         ///< entries
+    int sent = 0;            ///< entries whose bytes all went out
+    int confirmed = 0;       ///< entries that the phone confirmed
+    bool isDoubtful = false; ///< an answer was lost: an entry may be there twice, or one more than confirmed
+    bool isLastUnknown = false;                      ///< the last entry that was sent got no answer
+    bool wasCancelled = false;                       ///< between two entries
+    link::RxFailure failure = link::RxFailure::None; ///< of the exchange that ended the write
+
+    bool isDone() const { return isErased && isClosed && confirmed == planned; }
+};
+
+/// Sends the write commands of a list's entries into an open store, and shows `status` with the count. Ends
+/// after a failure, or where the user cancelled.
+void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status,
+                  StoreWriting& writing);
+
+/// Notes in `content` the entries that the phone confirmed.
+void noteWritten(StoreContent& content, StoreEntries written, const StoreWriting& writing);
+
+/// A reply as the phone would give it for the entry of a write command.
+QByteArray replyFor(const QByteArray& writeCommand);
 
 /// Takes a length-prefixed field off the front of a text: digits, a comma, that many characters, a comma. A
 /// length that is not true gives what is there.

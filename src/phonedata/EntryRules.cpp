@@ -6,10 +6,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int timePosition = 7; // behind "24.12" and two blanks
+constexpr int timePosition = 7; // after "24.12" and two blanks
 constexpr int timeLength = 5;
 
-/// Value of two digits at a place, -1 if there are none.
+/// The value of two digits at a place, -1 without two digits there.
 int twoDigits(const QString& text, int position)
 {
     if (position + 2 > text.size())

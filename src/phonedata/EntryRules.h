@@ -10,7 +10,7 @@ namespace kalmo::phonedata {
 /// list lacks too. Any other may be typed.
 QStringList reminderTimes();
 
-/// Whether a text is a time of the form "12:30".
+/// Returns true if a text is a time of the form "12:30".
 bool isTimeOfDay(const QString& text);
 
 /// An anniversary as the classic phonebook shows it: "24.12  08:30".
@@ -25,7 +25,7 @@ QString anniversaryTime(const QString& text);
 /// `day` and `month` in `year`, or in the last leap year before it for the 29th of February.
 QDate dayWithoutYear(int year, int month, int day);
 
-/// Whether a character may stand in a number of a contact: digits, "#", "*", "+" and "?".
+/// Returns true if a character may be in a number of a contact: digits, "#", "*", "+" and "?".
 bool isContactNumberChar(QChar character);
 
 /// A number of a contact without blanks, up to the first character that can't stand in one.

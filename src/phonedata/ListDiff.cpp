@@ -1,7 +1,6 @@
 #include "phonedata/ListDiff.h"
 
-#include "app/CodePage.h"
-#include "phonedata/ClassicPhonebook.h"
+#include "phonedata/StoreTraits.h"
 
 #include <QHash>
 #include <QPair>
@@ -21,7 +20,7 @@ Key keyOf(const ClassicEntry& entry)
     return {entry.name, entry.number};
 }
 
-/// Where the entries of each key stand, in ascending order.
+/// Places of the entries of each key, in ascending order.
 using Places = QHash<Key, std::vector<size_t>>;
 
 Places placesOf(const std::vector<ClassicEntry>& entries)
@@ -32,7 +31,7 @@ Places placesOf(const std::vector<ClassicEntry>& entries)
     return places;
 }
 
-/// Takes from `candidates` the first entry for which `fits`; true if there is one.
+/// Takes from `candidates` the first entry that `fits`. Returns true if there is one.
 template <typename Fits>
 bool takeFirst(std::vector<size_t>& candidates, size_t& taken, Fits fits)
 {
@@ -85,12 +84,9 @@ ClassicEntry asHeld(const ClassicEntry& entry, Store store, int phoneType, const
         named.name = u"Ohne Name"_s;
         return asHeld(named, store, phoneType, sounds, log);
     }
-    if (store == Store::Providers)
-        return {.name = app::fromCp1252(app::toCp1252(entry.name)),
-                .number = app::fromCp1252(app::toCp1252(entry.number))};
-    // What the read command answers has the form of what the write command says.
-    const QByteArray command = phonebookWriteCommand(entry, phoneType, sounds);
-    return parsePhonebookReply(command.sliced(QByteArrayView("AT^WSWE=").size()), phoneType, sounds, log);
+    const StoreTraits& traits = traitsOf(store);
+    return traits.entryFromReply(replyFor(traits.writeCommand(entry, phoneType, sounds)), phoneType, sounds,
+                                 log);
 }
 
 } // namespace kalmo::phonedata

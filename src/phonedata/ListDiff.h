@@ -5,8 +5,8 @@
 
 namespace kalmo::phonedata {
 
-/// What writing a list changes in a store. Entries are told apart by name and number together; of several
-/// equal ones each counts. The order of a list is no change of an entry.
+/// The changes that writing a list makes in a store. Entries are told apart by name and number together; of
+/// several equal ones each counts. The order of a list is no change of an entry.
 struct ListDiff
 {
     struct Change

@@ -7,11 +7,11 @@ namespace kalmo::phonedata {
 inline constexpr int longestName = 16;   ///< characters of a name that every handset can hold
 inline constexpr int longestNumber = 32; ///< characters of a number
 
-/// Whether a handset's name field can show the character: ASCII less brackets, backslash, circumflex and
-/// grave accent, and the usual accented letters.
+/// Returns true if a handset's name field can show the character: ASCII less brackets, backslash, circumflex
+/// and grave accent, and the usual accented letters.
 bool IsNameChar(QChar character);
 
-/// Whether a character may stand in a number: digits, "#", "*", "+", "P" for a pause, "R" for a recall.
+/// Returns true if a character may be in a number: digits, "#", "*", "+", "P" for a pause, "R" for a recall.
 bool IsNumberChar(QChar character);
 
 /// The part of a text before its first character that a name can't have.

@@ -16,17 +16,18 @@ enum class Certainty {
     Known,
 };
 
-/// What is known of the content of one store in the phone.
-template <typename Entry>
+/// The known content of one store in the phone.
 struct StoreContent
 {
     Certainty certainty = Certainty::Unknown;
-    std::vector<Entry> entries;
-    QDateTime since; ///< when it was read or written; the phone may have changed it by itself later
+    std::vector<ClassicEntry> entries;
+    QByteArrayList replies; ///< one for each entry: the phone's answer to the read command, codes included
+    QDateTime since;        ///< when it was read or written; the phone may have changed it by itself later
 
-    void becomes(std::vector<Entry> now, Certainty how)
+    void becomes(std::vector<ClassicEntry> now, Certainty how, QByteArrayList nowReplies = {})
     {
         entries = std::move(now);
+        replies = std::move(nowReplies);
         certainty = how;
     }
     void forget() { becomes({}, Certainty::Unknown); }
@@ -40,16 +41,19 @@ struct SoundSetting
 {
     qint32 soundId = 0;
     qint32 volume = 0; ///< 1 to 5, 6 is rising
+
+    bool operator==(const SoundSetting&) const = default;
 };
 
-/// What this run knows of the phone's memory. Made once in main.
+/// Knowledge of the phone's memory in this run. Made once in main.
 struct PhoneMemory
 {
     bool TbDirty = false; ///< the phonebook on screen differs from the phone's
     bool NeDirty = false; ///< the provider list on screen differs from the phone's
-    StoreContent<ClassicEntry> phonebook;
-    StoreContent<ProviderEntry> providers;
+    StoreContent phonebook;
+    StoreContent providers;
     SoundList sounds;
+    bool areSoundsKnown = false; ///< `sounds` was read to its end over an undisturbed line
     std::array<SoundSetting, soundEventCount> soundSettings;
 
     /// After a search another handset may hang on the line.
@@ -58,6 +62,7 @@ struct PhoneMemory
         phonebook.forget();
         providers.forget();
         sounds.clear();
+        areSoundsKnown = false;
     }
 };
 

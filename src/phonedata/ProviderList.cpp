@@ -8,8 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double pauseAfterReading = 0.2;
+constexpr double pauseAfterWriting = 0.5;
+
 bool abandonRead(const StoreJob& job)
 {
+    if (job.progress.cancelled())
+        job.line.pause(pauseAfterReading); // the phone gave the last entry as after a whole read
     CloseStore(job.line, job.progress);
     job.list.clear();
     job.memory.providers.forget();
@@ -20,7 +25,7 @@ bool abandonRead(const StoreJob& job)
 
 ProviderEntry parseProviderReply(const QByteArray& reply)
 {
-    constexpr qsizetype prefixLength = 6; // "^WSRE:", with or without a blank behind it
+    constexpr qsizetype prefixLength = 6; // "^WSRE:", with or without a blank after it
     QString text = app::fromCp1252(reply).mid(prefixLength).trimmed();
     ProviderEntry entry;
     entry.name = takeName(text);
@@ -38,48 +43,61 @@ bool ReadPB_NE(const StoreJob& job)
     job.line.pause(0.5);
 
     bool doubtful = false;
-    const auto take = [&job](const QByteArray& reply) {
-        if (!reply.isEmpty())
-            job.list.add(toRow(parseProviderReply(reply)));
+    QByteArrayList replies;
+    const auto take = [&](const QByteArray& reply) {
+        if (reply.isEmpty())
+            return;
+        replies.append(reply);
+        job.list.add(toRow(parseProviderReply(reply)));
     };
     if (!readEntries(job, Store::Providers, take, doubtful))
         return abandonRead(job);
-    job.memory.providers.becomes(providerEntries(job.list),
-                                 doubtful ? Certainty::Doubtful : Certainty::Known);
-    job.line.pause(0.2);
+    job.memory.providers.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known,
+                                 replies);
+    job.line.pause(pauseAfterReading);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     return closed;
 }
 
+QByteArray providerWriteCommand(const ProviderEntry& entry)
+{
+    return "AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number) + '\r';
+}
+
 bool WritePB_NE(const StoreJob& job)
 {
+    StoreEntries wanted{classicEntries(job.list), {}};
+    for (const ProviderEntry& entry : providerEntries(job.list))
+        wanted.commands.append(providerWriteCommand(entry));
+    return writeProviders(job, wanted).isDone();
+}
+
+StoreWriting writeProviders(const StoreJob& job, const StoreEntries& wanted)
+{
     const toolkit::BusyScope busy(job.window);
-    std::vector<ProviderEntry> entries = providerEntries(job.list);
+    StoreWriting writing{.planned = static_cast<int>(wanted.commands.size())};
     job.memory.providers.forget();
-    if (!EraseStore(job.line, Store::Providers, job.progress))
-        return false;
+    const StoreErasing erasing = eraseAndClose(job.line, Store::Providers, job.progress);
+    writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.failure = erasing.failure;
+    if (!writing.isErased)
+        return writing;
     job.memory.providers.becomes({}, Certainty::Known);
     const bool opened = OpenStore(job.line, Store::Providers, job.progress);
+    writing.failure = job.line.lastFailure();
     job.line.pause(0.5);
     if (!opened)
-        return false;
-
-    QByteArrayList commands;
-    for (const ProviderEntry& entry : entries)
-        commands.append("AT^WSWE=" + lengthPrefixed(entry.name) + ',' + lengthPrefixed(entry.number) + '\r');
-    bool doubtful = false;
-    const int written = writeEntries(job, commands, u"Schreibe Provider..."_s, doubtful);
-    const bool isWhole = written == commands.size();
-    entries.resize(written);
-    job.memory.providers.becomes(std::move(entries),
-                                 isWhole && doubtful ? Certainty::Doubtful : Certainty::Known);
-    if (isWhole)
-        job.line.pause(0.5);
-    const bool closed = CloseStore(job.line, job.progress);
+        return writing;
+    writeEntries(job, wanted.commands, u"Schreibe Provider..."_s, writing);
+    noteWritten(job.memory.providers, wanted, writing);
+    // Kept on purpose: this pause follows the one after the last entry. Only a failed entry has none.
+    if (writing.failure == link::RxFailure::None)
+        job.line.pause(pauseAfterWriting);
+    writing.isClosed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     job.progress.hide();
-    return isWhole && closed;
+    return writing;
 }
 
 } // namespace kalmo::phonedata

@@ -12,7 +12,13 @@ bool ReadPB_NE(const StoreJob& job);
 /// `job.memory` says which entries the phone holds.
 bool WritePB_NE(const StoreJob& job);
 
+/// The same with the commands of the entries as given, and with all facts as its result.
+StoreWriting writeProviders(const StoreJob& job, const StoreEntries& wanted);
+
 /// One entry from the phone's reply to the read command.
 ProviderEntry parseProviderReply(const QByteArray& reply);
+
+/// The command that writes one entry. It ends in CR alone.
+QByteArray providerWriteCommand(const ProviderEntry& entry);
 
 } // namespace kalmo::phonedata

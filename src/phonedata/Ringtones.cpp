@@ -5,6 +5,8 @@
 #include "link/PhoneModels.h"
 #include "toolkit/Progress.h"
 
+#include <QRegularExpression>
+
 #include <array>
 
 namespace kalmo::phonedata {
@@ -35,6 +37,11 @@ const QString readError = u"Fehler beim Einlesen der Klingeltöne"_s;
 const EventRow& rowOf(SoundEvent event)
 {
     return eventTable[static_cast<size_t>(event)];
+}
+
+QByteArray queryOf(SoundEvent event)
+{
+    return "AT" + rowOf(event).stem.toByteArray() + "?\r";
 }
 
 QByteArray listCommand(int phoneType)
@@ -77,6 +84,7 @@ bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list)
     toolkit::setStatus(job.panel, u"Klingeltöne werden ein eingelesen..."_s);
     list.clear();
     job.memory.sounds.clear();
+    job.memory.areSoundsKnown = false;
     const QByteArray command = listCommand(job.context().sy.PhoneType);
     QByteArray answer;
     if (!job.line.exchange(answer, command, otherTimeout))
@@ -91,6 +99,7 @@ bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list)
         job.memory.sounds.add(melody);
         list.add(toRow(melody));
     }
+    job.memory.areSoundsKnown = job.line.isAnswerSafe();
     toolkit::setStatus(job.panel, u"Bereit."_s);
     return true;
 }
@@ -100,34 +109,62 @@ bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
     const toolkit::BusyScope busy(job.window);
     app::Context& context = job.context();
     toolkit::setStatus(job.panel, u"Klingeltöne werden eingelesen..."_s);
-    context.clock.WaitSeconds(0.85);
+    context.clock.WaitSeconds(pauseAheadOfSettings);
     for (int index = 0; index < soundEventCount; ++index) {
         if (index > 0)
-            context.clock.WaitSeconds(0.17);
+            context.clock.WaitSeconds(pauseBetweenSettings);
         if (job.cancel && job.cancel->Checked())
             return false;
-        const QByteArray stem = eventTable[index].stem.toByteArray();
-        const QByteArray command = "AT" + stem + "?\r";
+        const auto event = static_cast<SoundEvent>(index);
         QByteArray answer;
-        if (!job.line.exchange(answer, command, index == 0 ? firstSettingTimeout : otherTimeout))
-            return fail(job, command, readError);
-        const QStringList parts = app::fromCp1252(answer.replace(stem + ": ", QByteArray())).split(u',');
+        if (!askSetting(job.line, event, answer))
+            return fail(job, queryOf(event), readError);
         SoundSetting& setting = job.memory.soundSettings[index];
-        setting = {ValInt(parts.value(0)), ValInt(parts.value(1))};
-        report(static_cast<SoundEvent>(index), setting,
-               GetSoundName(setting.soundId, job.memory.sounds, context.log));
+        setting = parseSetting(event, answer);
+        report(event, setting, GetSoundName(setting.soundId, job.memory.sounds, context.log));
     }
     toolkit::setStatus(job.panel, u"Bereit."_s);
     return true;
 }
 
+bool askSetting(link::Line& line, SoundEvent event, QByteArray& answer)
+{
+    return line.exchange(answer, queryOf(event),
+                         event == SoundEvent::External ? firstSettingTimeout : otherTimeout);
+}
+
+SoundSetting parseSetting(SoundEvent event, const QByteArray& answer)
+{
+    const QByteArray values =
+        QByteArray(answer).replace(rowOf(event).stem.toByteArray() + ": ", QByteArray());
+    const QStringList parts = app::fromCp1252(values).split(u',');
+    return {ValInt(parts.value(0)), ValInt(parts.value(1))};
+}
+
+std::optional<std::pair<SoundEvent, SoundSetting>> parseWholeSetting(const QByteArray& answer)
+{
+    static const QRegularExpression form(u"^(\\^W[A-Z]{3}): ([0-9]{1,9}),([0-9]{1,2})$"_s);
+    const auto match = form.match(QString::fromLatin1(answer.trimmed()));
+    for (int index = 0; match.hasMatch() && index < soundEventCount; ++index) {
+        if (match.captured(1).toLatin1() == eventTable[index].stem)
+            return std::pair(static_cast<SoundEvent>(index),
+                             SoundSetting{match.captured(2).toInt(), match.captured(3).toInt()});
+    }
+    return std::nullopt;
+}
+
 bool SetSound(const RingtoneJob& job, SoundEvent event, const QString& toneName, int volume)
+{
+    const QString code = GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
+    return SetSoundCode(job, event, app::toCp1252(code), volume);
+}
+
+bool SetSoundCode(const RingtoneJob& job, SoundEvent event, const QByteArray& code, int volume)
 {
     const toolkit::BusyScope busy(job.window);
     toolkit::setStatus(job.panel, u"Klingelton wird gesetzt..."_s);
-    const QString code = GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
-    const QByteArray command = "AT" + rowOf(event).stem.toByteArray() + '=' + app::toCp1252(code) + ',' +
-                               QByteArray::number(volume) + '\r';
+    const QByteArray command =
+        "AT" + rowOf(event).stem.toByteArray() + '=' + code + ',' + QByteArray::number(volume) + '\r';
     QByteArray answer;
     if (!job.line.exchange(answer, command, otherTimeout))
         return fail(job, command, u"Fehler beim setzen des Klingeltons."_s);

@@ -5,10 +5,11 @@
 #include "toolkit/Progress.h"
 
 #include <functional>
+#include <optional>
 
 namespace kalmo::phonedata {
 
-/// What the operations on ringtones work with. For handsets of types 2 to 4.
+/// Everything that the operations on ringtones need. For handsets of types 2 to 4.
 struct RingtoneJob
 {
     link::Line& line;
@@ -23,7 +24,7 @@ struct RingtoneJob
 /// "Externe Anrufe" and so on.
 QString captionOf(SoundEvent event);
 
-/// Tells a reader of settings what one event is set to.
+/// Receives the setting of one event.
 using SettingRead =
     std::function<void(SoundEvent event, const SoundSetting& setting, const QString& toneName)>;
 
@@ -35,11 +36,31 @@ std::unique_ptr<toolkit::ListRows> makeSoundRows();
 bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list);
 
 /// Reads the four settings into `memory.soundSettings` and reports each one. Those read before a failure
-/// stay. A read that is cancelled fails and is not told of.
+/// stay. A read that is cancelled fails without a message.
 bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report);
 
-/// Sends one setting; true if the phone took it. `volume` is 1 to 6. The settings are to be read again
-/// afterwards, whatever the result.
+/// Sends one setting. Returns true if the phone took it. `volume` is 1 to 6. The settings are to be read
+/// again afterwards, whatever the result.
 bool SetSound(const RingtoneJob& job, SoundEvent event, const QString& toneName, int volume);
+
+/// The same with the wire code of a tone, "33" for example.
+bool SetSoundCode(const RingtoneJob& job, SoundEvent event, const QByteArray& code, int volume);
+
+/// Pauses of the protocol, in seconds: ahead of the first query for a setting, ahead of each other one, and
+/// after a setting was sent.
+inline constexpr double pauseAheadOfSettings = 0.85;
+inline constexpr double pauseBetweenSettings = 0.17;
+inline constexpr double pauseAfterSetting = 1;
+
+/// Asks for one setting without a message. `answer` gets the phone's answer as it is. Returns true if the
+/// phone answered.
+bool askSetting(link::Line& line, SoundEvent event, QByteArray& answer);
+
+/// The setting in an answer, with or without the event's prefix: "^WREX: 33,6". What is no number counts
+/// as 0, as described.
+SoundSetting parseSetting(SoundEvent event, const QByteArray& answer);
+
+/// The event and its setting in an answer with a prefix; nothing if it does not have exactly this form.
+std::optional<std::pair<SoundEvent, SoundSetting>> parseWholeSetting(const QByteArray& answer);
 
 } // namespace kalmo::phonedata

@@ -15,6 +15,8 @@ struct Melody
     QString kind;
     qint32 size = 0; ///< bytes
     qint32 id = 0;
+
+    bool operator==(const Melody&) const = default;
 };
 
 /// The phone's own melodies. Row 0 always exists and stays empty; real rows start at 1.

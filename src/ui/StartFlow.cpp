@@ -3,10 +3,10 @@
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
 #include "obex/DataChannel.h"
-#include "phonedata/ClassicCommands.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/forms/frmWelcome.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
 
@@ -120,7 +120,7 @@ bool StartFlow::dropsOtherWindow()
 {
     if (!m_main || m_mainPhone == phoneOf(m_program.context.sy))
         return true;
-    if (!m_main->saveUnwritten() && !m_main->mayLoseChanges(phonedata::unsavedChangesText)) {
+    if (!m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText)) {
         m_program.line.ClosePort();
         return false;
     }
@@ -177,7 +177,7 @@ bool StartFlow::mayLeavePhone(bool otherPort)
 {
     if (!m_main)
         return true;
-    if (otherPort && !m_main->mayLoseChanges(phonedata::unsavedChangesText))
+    if (otherPort && !m_main->mayLoseChanges(unsavedChangesText))
         return false;
     m_main->closeChannel();
     return true;

@@ -124,6 +124,14 @@ struct Shell : CommandRunner
         script.expect("AT+CGMM\r", model);
         return script.expect("AT+CMEE=0\r").expect("AT+CGMR\r", "4.2");
     }
+    /// A handset that has been found says which one it is, ahead of a change.
+    void identified() { twice("AT+CGSN\r", "0815"); }
+    /// A short answer counts once it came twice the same.
+    Shell& twice(const QByteArray& command, const QByteArray& payload)
+    {
+        script.expect(command, payload).expect(command, payload);
+        return *this;
+    }
     ClassicScript& read(const QByteArrayList& entries)
     {
         script.expect("AT^WSSL=\"TB\"\r");

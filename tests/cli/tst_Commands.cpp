@@ -25,9 +25,10 @@ private Q_SLOTS:
 void tst_Commands::results()
 {
     const auto status = [](const QByteArray& model) {
-        return [model](Shell& shell) -> ClassicScript& {
-            shell.found(model).expect("AT+CGMI\r", "SIEMENS").expect("AT+CGMM\r", model);
-            return shell.script.expect("AT+CGMR\r", "4.2").expect("AT+CGSN\r", "0815");
+        return [model](Shell& shell) -> Shell& {
+            shell.found(model);
+            shell.twice("AT+CGMI\r", "SIEMENS").twice("AT+CGMM\r", model);
+            return shell.twice("AT+CGMR\r", "4.2").twice("AT+CGSN\r", "0815");
         };
     };
     Rows<QString, QString, Shell::Prepare> rows;
@@ -35,17 +36,16 @@ void tst_Commands::results()
              u"[{\"description\":\"Siemens USB Kabel DCA-510\",\"device\":\"/dev/ttyX\",\"hardwareId\":"
              "\"USB\\\\VID_067B&PID_2303\",\"maker\":\"Maker\",\"number\":1}]"_s,
              [](Shell&) {});
-    rows.add(
-        "status of family 1", u"status"_s,
-        u"{\"battery\":85,\"manufacturer\":\"SIEMENS\",\"model\":"
-        u"\"WOODSTOCK\",\"pcTime\":\"2026-11-21T12:00:01\","
-        "\"phoneTime\":\"2026-11-21T12:30:00\",\"serial\":\"0815\","
-        "\"signal\":64,\"signalText\":\"-- 73 dBm\","
-        "\"version\":\"4.2\"}"_s,
-        [=](Shell& shell) {
-            status("WOODSTOCK")(shell).expect("AT+CSQ\r", "+CSQ: 20,99").expect("AT+CBC\r", "+CBC: 0,85");
-            shell.script.expect("AT+CCLK?\r", "+CCLK: \"26/11/21,12:30:00\"");
-        });
+    rows.add("status of family 1", u"status"_s,
+             u"{\"battery\":85,\"manufacturer\":\"SIEMENS\",\"model\":"
+             u"\"WOODSTOCK\",\"pcTime\":\"2026-11-21T12:00:01\","
+             "\"phoneTime\":\"2026-11-21T12:30:00\",\"serial\":\"0815\","
+             "\"signal\":64,\"signalText\":\"-- 73 dBm\","
+             "\"version\":\"4.2\"}"_s,
+             [=](Shell& shell) {
+                 status("WOODSTOCK")(shell).twice("AT+CSQ\r", "+CSQ: 20,99").twice("AT+CBC\r", "+CBC: 0,85");
+                 shell.twice("AT+CCLK?\r", "+CCLK: \"26/11/21,12:30:00\"");
+             });
     rows.add("phonebook, with the handset's own melodies", u"phonebook read"_s,
              u"[{\"date\":\"24.12  "
              u"08:30\",\"dateSound\":\"Walzer\",\"name\":\"Jörg\",\"number\":\"110\",\"vip\":true,"
@@ -61,19 +61,22 @@ void tst_Commands::results()
             shell.found("WOODSTOCK").expect("AT^WSSL=\"NE\"\r");
             shell.script.expect("AT^WSRE\r", "^WSRE: 9,Nord, Ruf,5,01031").expectAll({"AT^WSRE\r", "AT\r"});
         });
-    rows.add("ringtones", u"ringtones set alarm Walzer rising"_s,
-             u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"appointment\":{\"tone\":\"Melodie "
-             u"3\",\"volume\":3},"
-             "\"external\":{\"tone\":\"Melodie 1\",\"volume\":1},\"internal\":{\"tone\":\"Melodie "
-             "2\",\"volume\":2},"
-             "\"melodies\":[{\"id\":33,\"kind\":\"MID\",\"name\":\"Walzer\",\"size\":1200}]}"_s,
-             [](Shell& shell) {
-                 shell.found("PICASSO")
-                     .expect("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33")
-                     .expect("AT^WRAL=33,6\r");
-                 shell.script.expect("AT^WREX?\r", "^WREX: 1,1").expect("AT^WRIN?\r", "^WRIN: 2,2");
-                 shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
-             });
+    rows.add(
+        "ringtones", u"ringtones set alarm Walzer rising"_s,
+        u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"appointment\":{\"tone\":\"Melodie "
+        u"3\",\"volume\":3},"
+        "\"external\":{\"tone\":\"Melodie 1\",\"volume\":1},\"internal\":{\"tone\":\"Melodie "
+        "2\",\"volume\":2},"
+        "\"melodies\":[{\"id\":33,\"kind\":\"MID\",\"name\":\"Walzer\",\"size\":1200}],\"state\":\"done\"}"_s,
+        [](Shell& shell) {
+            shell.found("PICASSO");
+            shell.twice("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33")
+                .twice("AT^WRAL?\r", "^WRAL: 2,1")
+                .identified();
+            shell.script.expect("AT^WRAL=33,6\r");
+            shell.script.expect("AT^WREX?\r", "^WREX: 1,1").expect("AT^WRIN?\r", "^WRIN: 2,2");
+            shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
+        });
 
     rows.each([&](const auto& line, const auto& value, const auto& prepare) {
         Shell shell;
@@ -108,9 +111,10 @@ void tst_Commands::texts()
              "Melody  Kind  Bytes  Id\n"
              "Walzer  MID   1200   33\n"_s,
              [](Shell& shell) {
-                 shell.found("WOODY").expect("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
-                 shell.script.expect("AT^WREX?\r", "^WREX: 1,1").expect("AT^WRIN?\r", "^WRIN: 2,2");
-                 shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
+                 shell.found("WOODY");
+                 shell.twice("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
+                 shell.twice("AT^WREX?\r", "^WREX: 1,1").twice("AT^WRIN?\r", "^WRIN: 2,2");
+                 shell.twice("AT^WRAP?\r", "^WRAP: 3,3").twice("AT^WRAL?\r", "^WRAL: 33,6");
              });
 
     rows.each([&](const auto& line, const auto& printed, const auto& prepare) {
@@ -180,13 +184,14 @@ void tst_Commands::failures()
     const auto interrupted = u"kalmoctl: interrupted; nothing was changed.\n"_s;
     rows.add("stopped once it is found", u"clock set"_s, ExitRefused, interrupted, stopped("WOODSTOCK", {}));
     rows.add("stopped between two queries", u"status"_s, ExitRefused, interrupted,
-             stopped("WOODSTOCK", {"AT+CGMI\r", "AT+CGMM\r"}));
+             stopped("WOODSTOCK", {"AT+CGMI\r", "AT+CGMI\r", "AT+CGMM\r"}));
     rows.add("stopped ahead of a change", u"ringtones set alarm 9 4"_s, ExitRefused, interrupted,
-             stopped("PICASSO", {"AT^WFFO=\"3\"\r"}));
+             stopped("PICASSO", {"AT^WFFO=\"3\"\r", "AT^WFFO=\"3\"\r"}));
     rows.add("melody that is not there", u"ringtones set alarm Walser 1"_s, ExitWrongUse,
              u"kalmoctl: this handset has no melody \"Walser\"; did you mean \"Walzer\"?\n"_s,
              [](Shell& shell) {
-                 shell.found("PICASSO").expect("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
+                 shell.found("PICASSO");
+                 shell.twice("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
              });
 
     rows.each([&](const auto& line, const auto& status, const auto& told, const auto& prepare) {

@@ -116,7 +116,7 @@ private Q_SLOTS:
         phone.script.expect("AT^WSRE\r", "^WSRE: ,,5,01070").expectAll({"AT^WSRE\r", "AT^WSSL\r"});
         QVERIFY(ReadPB_NE(phone.job()));
         QCOMPARE(providerEntries(*phone.list), providers);
-        QCOMPARE(phone.memory.providers.entries, providers);
+        QCOMPARE(phone.memory.providers.entries, classicEntries(*phone.list));
         QCOMPARE(phone.memory.providers.certainty, Certainty::Known);
 
         phone.list->add(toRow(ProviderEntry{u"Jörg"_s, u"1"_s}));

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void lengths();
     void reply();
     void writeCommand();
+    void exactCommand();
     void readKeepsItsPauses();
     void failedReadLeavesNothing();
     void disturbedLineMakesDoubtful();
@@ -107,6 +108,27 @@ void tst_ClassicPhonebook::writeCommand()
     });
 }
 
+/// An entry goes back exactly as it came, whatever the list can show of it.
+void tst_ClassicPhonebook::exactCommand()
+{
+    const Rows<int, QByteArray, QByteArray, bool> rows{
+        {"melody without a name", 2, "^WSRE: 4,Anna,3,110,12,001224083077,0,\r\n",
+         "AT^WSWE=4,Anna,3,110,12,001224083077\r\n", true},
+        {"own melody", 2, "^WSRE: 4,Anna,3,110,12,001224083033\r\n",
+         "AT^WSWE=4,Anna,3,110,12,001224083033\r\n", false},
+        {"the tenth in its other spelling", 4, "^WSRE: 4,Anna,3,110,11,00122408300\r\n",
+         "AT^WSWE=4,Anna,3,110,11,00122408300\r\n", false},
+        {"VIP without a name", 3, "^WSRE: ,,3,110,0,,1,77\r\n", "AT^WSWE=9,Ohne Name,3,110,0,,1,77\r\n",
+         true},
+        {"oldest family", 1, "^WSRE: 4,Anna,3,110,9,122408303\r\n", "AT^WSWE=4,Anna,3,110,9,122408303\r\n",
+         false},
+    };
+    rows.each([&](const auto& phoneType, const auto& reply, const auto& command, const auto& isUnnamed) {
+        QCOMPARE(phonebookCommandFromReply(reply, phoneType), command);
+        QCOMPARE(hasUnnamedSound(reply, phoneType, ownMelodies()), isUnnamed);
+    });
+}
+
 void tst_ClassicPhonebook::readKeepsItsPauses()
 {
     const Rows<int, QByteArray> rows{
@@ -133,6 +155,8 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
         QCOMPARE(classicEntries(*phone.list), annaAndBert);
         QCOMPARE(phone.memory.phonebook.entries, annaAndBert);
         QCOMPARE(phone.memory.phonebook.certainty, Certainty::Known);
+        QCOMPARE(phone.memory.phonebook.replies,
+                 (QByteArrayList{"^WSRE: 4,Anna,3,110,0,\r\n", "^WSRE: 4,Bert,3,112,0,\r\n"}));
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
     });
 }
@@ -175,6 +199,9 @@ void tst_ClassicPhonebook::disturbedLineMakesDoubtful()
     });
     rows.add("a byte got lost in a reply", [](ClassicPhone& phone) {
         phone.script.expect(readNext, "^WSRE: 4,Brt,3,112,0,").expect(readNext);
+    });
+    rows.add("an own melody, and no list of melodies", [](ClassicPhone& phone) {
+        phone.script.expect(readNext, "^WSRE: 4,Bert,3,112,12,001224083033").expect(readNext);
     });
     rows.add("an earlier command is answered",
              [](ClassicPhone& phone) { phone.port.expect(readNext, "ATZ\r\r\nOK\r\n"); });
@@ -227,6 +254,10 @@ void tst_ClassicPhonebook::failedWriteSaysWhatIsThere()
     rows.add("the second entry is refused", Certainty::Known, 1, [=](ClassicPhone& phone) {
         beginWriting(phone);
         phone.script.refuse(bertWritten).expect("AT^WSSL\r");
+    });
+    rows.add("the second entry gets no answer", Certainty::Doubtful, 1, [=](ClassicPhone& phone) {
+        beginWriting(phone);
+        phone.script.ignore(bertWritten).expect("AT^WSSL\r");
     });
     rows.add("the user stops after the first", Certainty::Known, 1, [=](ClassicPhone& phone) {
         beginWriting(phone);

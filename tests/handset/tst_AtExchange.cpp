@@ -11,6 +11,12 @@ using namespace kalmo;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr double politely = 4; // seconds for each command: longer than any pause that a store needs
+
+} // namespace
+
 /// The bytes on the wire in command mode, and the violations of a client that does it wrong.
 class AtExchange : public QObject
 {
@@ -76,9 +82,11 @@ private Q_SLOTS:
         };
         rows.each([&](const auto& model, const auto& entry, const auto& kept, const auto& malformed) {
             HandsetTalk talk(emptyHandset(model));
-            const QByteArray answer = talk.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=" + entry + "\r\n"});
+            const QByteArray answer =
+                talk.sayAll({"AT^WSSL=\"TB\"\r", "AT^WSWE=" + entry + "\r\n"}, politely);
             QCOMPARE(answer, "AT^WSWE=" + entry + "\r\r\n" + (kept.isEmpty() ? "ERROR\r\n" : "OK\r\n"));
-            QCOMPARE(talk.sayAll({model == oldest ? "AT\r" : "AT^WSSL\r", "AT^WSSL=\"TB\"\r", "AT^WSRE\r"}),
+            QCOMPARE(talk.sayAll({model == oldest ? "AT\r" : "AT^WSSL\r", "AT^WSSL=\"TB\"\r", "AT^WSRE\r"},
+                                 politely),
                      "AT^WSRE\r\r\n" + (kept.isEmpty() ? "OK\r\n" : "^WSRE: " + kept + "\r\n\r\nOK\r\n"));
             const QStringList complaint{u"malformed: AT^WSWE="_s + QString::fromLatin1(entry)};
             QCOMPARE(talk.violations(), malformed ? complaint : QStringList());
@@ -107,13 +115,45 @@ private Q_SLOTS:
 
         rows.each([&](const auto& said, const auto& violations) {
             HandsetTalk talk(emptyHandset(u"PICASSO"_s));
-            talk.sayAll(said);
+            talk.sayAll(said, politely);
             talk.port.Close();
             QCOMPARE(talk.violations(), violations);
         });
         HandsetTalk prepared(emptyHandset(u"GALICIA"_s)); // and an entry of the same text behind it
-        prepared.sayAll({open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSWE=1,A,1,1,0,\r\n", "AT^WSSL\r"});
+        prepared.sayAll({open, "AT^WSWE=1,A,1,1,0,\r", "AT^WSWE=1,A,1,1,0,\r\n", "AT^WSSL\r"}, politely);
         QCOMPARE(prepared.violations(), QStringList());
+    }
+
+    /// Stores and ringtones need time between two commands, and a longer phonebook of family 3 a preparation.
+    void watchesThePauses()
+    {
+        const QByteArray open = "AT^WSSL=\"TB\"\r";
+        const QByteArray providers = "AT^WSSL=\"NE\"\r";
+        const QByteArray entry = "AT^WSWE=4,Abel,3,123,0,\r\n";
+        const Rows<double, QByteArrayList, QString> rows{
+            {"first entry", 0.5, {open, "AT^WSRE\r"}, u"AT^WSRE came 0."_s},
+            {"next entry", 0.12, {"AT^WSRE\r", "AT^WSRE\r"}, u"AT^WSRE without"_s},
+            {"first entry to write", 1, {open, entry}, u"AT^WSWE=4,Abel,3,123,0, came 0."_s},
+            {"close after an entry", 1.2, {open, entry, "AT^WSSL\r"}, u"AT^WSSL came 1."_s},
+            {"command after the close", 3, {open, "AT^WSSL\r", open}, u"AT^WSSL=\"TB\" came 3.0"_s},
+            {"erase", 0.5, {"AT+CGMR\r", "AT^WSEL=\"NE\"\r"}, u"AT^WSEL=\"NE\" came 0."_s},
+            {"no preparation", politely, {open, entry, entry, entry}, u"a third entry without"_s},
+            {"providers need none",
+             politely,
+             {providers, "AT^WSWE=1,A,1,1\r", "AT^WSWE=1,B,1,1\r", "AT^WSWE=1,C,1,1\r"},
+             {}},
+            {"first ringtone", 0.8, {"AT+CGMR\r", "AT^WREX?\r"}, u"AT^WREX? came 0."_s},
+            {"next ringtone", 0.25, {"AT^WREX?\r", "AT^WRIN?\r"}, u"AT^WRIN? came 0."_s},
+            {"ringtone after a change", 1, {"AT^WREX=1,1\r", "AT^WREX?\r"}, u"AT^WREX? came 0."_s},
+            {"all with patience", politely, {open, "AT^WSRE\r", "AT^WSSL\r", "AT^WREX?\r"}, {}},
+        };
+        rows.each([&](const auto& seconds, const auto& said, const auto& complaint) {
+            HandsetTalk talk(emptyHandset(u"GALICIA"_s));
+            talk.clock.WaitSeconds(politely);
+            talk.sayAll(said, seconds);
+            const QString first = talk.violations().value(0);
+            QVERIFY2(complaint.isEmpty() ? first.isEmpty() : first.startsWith(complaint), qPrintable(first));
+        });
     }
 
     /// The client's tables find each model by exactly what it answers.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phonedata/StoreSafety.h"
+#include "phonedata/StoreTraits.h"
 #include "support/ClassicScript.h"
 #include "support/RecordedProgress.h"
 
@@ -17,9 +17,12 @@ public:
 struct ClassicPhone
 {
     explicit ClassicPhone(int phoneType, phonedata::Store store = phonedata::Store::Phonebook)
-        : port(test), script(test, port), line(test.context, port), list(phonedata::makeRows(store))
+        : port(test), script(test, port), line(test.context, port),
+          list(phonedata::traitsOf(store).makeRows())
     {
         test.sy.PhoneType = phoneType;
+        test.sy.PhoneID = QStringLiteral("Emulated");
+        test.sy.PhoneSerial = QStringLiteral("1"); // nothing asks for it
     }
 
     phonedata::StoreJob job() { return {line, memory, *list, &window, progress.all()}; }

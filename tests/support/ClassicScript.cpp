@@ -32,8 +32,18 @@ ClassicScript& ClassicScript::expectAll(const QByteArrayList& commands)
 
 ClassicScript& ClassicScript::refuse(const QByteArray& command)
 {
+    return failThrice(command, command + "\r\nERROR\r\n");
+}
+
+ClassicScript& ClassicScript::ignore(const QByteArray& command)
+{
+    return failThrice(command, {});
+}
+
+ClassicScript& ClassicScript::failThrice(const QByteArray& command, const QByteArray& answer)
+{
     for (int attempt = 0; attempt < 3; ++attempt) {
-        request(command, command + "\r\nERROR\r\n");
+        request(command, answer);
         for (int reset = 0; reset < 2 && attempt < 2; ++reset)
             request("ATZ\r", {});
     }

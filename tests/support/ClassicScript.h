@@ -16,6 +16,8 @@ public:
     ClassicScript& expectAll(const QByteArrayList& commands);
     /// A command that is answered by ERROR each of the three times that it is sent.
     ClassicScript& refuse(const QByteArray& command);
+    /// A command that gets no answer, each of the three times that it is sent.
+    ClassicScript& ignore(const QByteArray& command);
     /// A command that is answered by ERROR once, and then as it should be.
     ClassicScript& stumble(const QByteArray& command, const QByteArray& payload = {});
     /// Runs when the request that was expected last has come in.
@@ -26,6 +28,7 @@ public:
 
 private:
     void request(const QByteArray& command, const QByteArray& answer);
+    ClassicScript& failThrice(const QByteArray& command, const QByteArray& answer);
 
     TestContext& m_test;
     ScriptedPort& m_port;

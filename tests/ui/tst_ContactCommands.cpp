@@ -224,7 +224,7 @@ void tst_ContactCommands::refreshes()
     const auto dialog = [&](const QString& answer) { shown.append(answer); };
     QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
     QVERIFY(shown.isEmpty());
-    QVERIFY(SetAreaCodes(phone.line, nullptr, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}, true));
+    QVERIFY(sendAreaCodes(phone.line, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}));
     QCOMPARE(phone.save({.lastName = u"x"_s, .work = u"f0521"_s}), CommandResult::Done);
     phone.test.dialogs.expect(
         question(u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "

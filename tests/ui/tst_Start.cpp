@@ -3,7 +3,6 @@
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
-#include "phonedata/ClassicCommands.h"
 #include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
@@ -11,6 +10,7 @@
 #include "ui/lists/RowsView.h"
 #include "ui/StartFlow.h"
 #include "ui/TestProgram.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 
 #include <QApplication>
@@ -176,7 +176,7 @@ void tst_Start::losesNoListThatWaitsToBeWritten()
     auto& ports = child<QComboBox>(*settings, "cmbCom");
     const int port = app::getInt(run.test.settings, app::keys::ComPortNew);
     ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);
-    run.test.dialogs.expect({.text = phonedata::unsavedChangesText(phonedata::Store::Phonebook),
+    run.test.dialogs.expect({.text = kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook),
                              .buttons = toolkit::Buttons::YesNo,
                              .icon = toolkit::Icon::Question,
                              .defaultButton = toolkit::Answer::No},

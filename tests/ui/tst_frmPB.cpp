@@ -1,11 +1,11 @@
 // The main window against the emulated handset.
 
 #include "phonedata/BackupFiles.h"
-#include "phonedata/ClassicCommands.h"
 #include "support/ObexClient.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/TestProgram.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
@@ -166,7 +166,7 @@ void frmPBTest::noLeadsBack()
     open.window.goTo(u"TB"_s);
     open.deleteFirst("lvwTB");
     const int count = open.list("lvwTB").rows()->count();
-    const toolkit::Message asked = question(phonedata::unsavedChangesText(phonedata::Store::Phonebook));
+    const toolkit::Message asked = question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook));
     open.test.dialogs.expect(asked, Answer::No);
     open.window.goTo(u"DIV"_s);
     QCOMPARE(open.panel() + open.node() + open.front() + open.offered(),
@@ -311,6 +311,9 @@ void frmPBTest::closingWaitsForAWrite()
     open.deleteFirst("lvwTB");
     const int wanted = open.list("lvwTB").rows()->count();
     open.test.clock.after(8, [&open] { open.window.close(); });
+    open.test.dialogs.expectStart(
+        u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s, Buttons::YesNo,
+        Answer::Yes);
     open.press("write");
     QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
     QCoreApplication::processEvents();

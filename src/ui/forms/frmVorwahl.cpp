@@ -1,7 +1,7 @@
 #include "ui/forms/frmVorwahl.h"
 
 #include "app/Version.h"
-#include "phonedata/AreaCodes.h"
+#include "operations/PhoneSettings.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
@@ -142,6 +142,14 @@ void frmVorwahl::cmdSpeicher_Click()
     }
     if (m_busy->isBusy())
         return;
+    if (m_chkUseVw->isChecked() && phonedata::hasBlankCode(codes)) {
+        m_program.context.dialogs.Show(
+            {.text = u"Mindestens eines der Eingabefelder A-D ist leer. Diese Eingabe macht keinen "
+                     u"Sinn. Bitte prüfen Sie Ihre Eingabe oder schalten Sie die Verwendung von "
+                     u"Vorwalen aus."_s,
+             .icon = toolkit::Icon::Exclamation});
+        return;
+    }
     if (sendCodes(codes))
         accept();
 }
@@ -149,7 +157,24 @@ void frmVorwahl::cmdSpeicher_Click()
 bool frmVorwahl::sendCodes(const phonedata::AreaCodes& codes)
 {
     const toolkit::BusyScope busy(m_busy.get());
-    return phonedata::SetAreaCodes(m_program.line, m_sta, codes, m_chkUseVw->isChecked());
+    m_sta->SetText(u"Setze Vorwahl Einstellungen..."_s);
+    const operations::Outcome outcome = operations::setAreaCodes(m_program.line, codes).outcome;
+    m_sta->SetText(outcome.isDone() ? u"Bereit."_s : u"Vorwahl nicht gesetzt."_s);
+    if (!outcome.isDone())
+        tellFailure(outcome);
+    return outcome.isDone();
+}
+
+void frmVorwahl::tellFailure(const operations::Outcome& outcome)
+{
+    QString text =
+        u"Die Vorwahleinstellungen konnten nicht gesetzt werden. Bitte prüfen Sie Ihre Eingaben."_s;
+    if (outcome.cause == operations::Cause::NotSaved)
+        text = u"Die bisherigen Vorwahlen konnten nicht gesichert werden: %1\n\nIm Telefon wurde nichts "
+               u"geändert."_s.arg(outcome.reason);
+    else if (outcome.confirmed > 0)
+        text = u"Das Telefon hat die Vorwahlen bestätigt, aber beim Zurücklesen nicht gezeigt."_s;
+    m_program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Information});
 }
 
 bool frmVorwahl::rejectCode(const QLineEdit& field) const

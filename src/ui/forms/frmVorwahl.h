@@ -1,5 +1,6 @@
 #pragma once
 
+#include "operations/Outcome.h"
 #include "phonedata/AreaCodes.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/Program.h"
@@ -37,6 +38,7 @@ private:
     void cmdSpeicher_Click();
     bool rejectCode(const QLineEdit& field) const;
     bool sendCodes(const phonedata::AreaCodes& codes);
+    void tellFailure(const operations::Outcome& outcome);
 
     Program& m_program;
     QCheckBox* m_chkUseVw;

@@ -3,6 +3,7 @@
 #include "app/mdlKonverter.h"
 #include "link/mdlStatus.h"
 #include "link/PhoneModels.h"
+#include "operations/PhoneSettings.h"
 #include "toolkit/Progress.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
@@ -256,10 +257,10 @@ void fraDIV::showClockUnsupported()
 void fraDIV::cmdUhrSync_Click()
 {
     const toolkit::BusyScope busy(&m_parts.busy);
-    if (!link::SetPhoneTime(m_parts.program.line))
+    const auto result = operations::setClock(m_parts.program.line);
+    if (result.outcome.confirmed == 0 && !result.now)
         return;
-    m_parts.program.context.clock.WaitSeconds(0.5);
-    askClock();
+    showClocks(result.now.has_value(), result.now.value_or(QDateTime()));
     m_parts.progress.status(u"Bereit."_s);
 }
 

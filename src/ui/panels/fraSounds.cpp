@@ -1,6 +1,7 @@
 #include "ui/panels/fraSounds.h"
 
 #include "link/PhoneModels.h"
+#include "operations/PhoneSettings.h"
 #include "toolkit/Progress.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
@@ -31,7 +32,6 @@ const QStringList volumes = {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"ansteigen
 
 constexpr double pauseAhead = 1;
 constexpr double pauseBetween = 0.5;
-constexpr double pauseBehindSetting = 1;
 
 } // namespace
 
@@ -115,14 +115,18 @@ void fraSounds::fillTones()
     }
 }
 
+phonedata::SettingRead fraSounds::shower()
+{
+    return [this](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
+        const Event& widgets = m_events[static_cast<size_t>(event)];
+        widgets.volume->setCurrentIndex(setting.volume - 1);
+        widgets.tone->setCurrentText(toneName);
+    };
+}
+
 void fraSounds::readSettings()
 {
-    phonedata::ReadSoundSettings(
-        job(), [this](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
-            const Event& widgets = m_events[static_cast<size_t>(event)];
-            widgets.volume->setCurrentIndex(setting.volume - 1);
-            widgets.tone->setCurrentText(toneName);
-        });
+    phonedata::ReadSoundSettings(job(), shower());
 }
 
 void fraSounds::choose(SoundEvent event)
@@ -135,8 +139,15 @@ void fraSounds::choose(SoundEvent event)
         return;
     }
     const toolkit::BusyScope busy(&m_parts.busy);
-    phonedata::SetSound(job(), event, tone, volume);
-    m_parts.program.context.clock.WaitSeconds(pauseBehindSetting);
+    const operations::Outcome outcome = operations::setRingtone(job(), event, tone, volume, shower()).outcome;
+    if (outcome.sent > 0)
+        return;
+    const QString text =
+        outcome.cause == operations::Cause::NotSaved
+            ? u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason)
+            : u"Die bisherige Einstellung konnte nicht gelesen werden."_s;
+    m_parts.program.context.dialogs.Show(
+        {.text = text + u"\n\nIm Telefon wurde nichts geändert."_s, .icon = toolkit::Icon::Exclamation});
     readSettings();
 }
 

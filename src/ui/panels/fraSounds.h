@@ -38,6 +38,7 @@ private:
     void addEvent(QGridLayout& grid, phonedata::SoundEvent event);
     void fillTones();
     void readSettings();
+    phonedata::SettingRead shower();
     void choose(phonedata::SoundEvent event);
     phonedata::RingtoneJob job() const;
 

@@ -2,10 +2,11 @@
 
 #include "app/Files.h"
 #include "phonedata/BackupFiles.h"
-#include "phonedata/ClassicCommands.h"
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
+#include "ui/window/ClassicWords.h"
+#include "ui/window/ClassicWriting.h"
 #include "ui/window/Notices.h"
 
 #include <QDir>
@@ -20,31 +21,6 @@ using toolkit::Buttons;
 using toolkit::Icon;
 
 namespace {
-
-/// The names of the two lists in texts for the user.
-struct Words
-{
-    QStringView openTitle;
-    QStringView saveTitle;
-    QStringView fileType;
-    QStringView pattern;
-    QStringView changed;
-};
-
-const Words& wordsOf(Store store)
-{
-    static constexpr Words phonebook = {
-        u"Kalmo - Telefonbuch öffnen", u"Kalmo - Telefonbuch Backup erstellen", u" (*.tel Telefonbuch)",
-        u"*.tel",
-        u"Das Telefonbuch wurde verändert, d.h. die aktuell angezeigte Liste entspricht nicht dem Inhalt des "
-        u"Telefons."};
-    static constexpr Words providers = {
-        u"Kalmo - Provider Liste öffnen", u"Kalmo - Provider Backup erstellen", u" (*.prv Provider)",
-        u"*.prv",
-        u"Die Liste der Provider wurde verändert, d.h. die aktuell angezeigte Liste entspricht nicht dem "
-        u"Inhalt des Telefons."};
-    return store == Store::Phonebook ? phonebook : providers;
-}
 
 int rowToEdit(const toolkit::ListRows& rows)
 {
@@ -65,7 +41,7 @@ bool holdsAnEntry(const toolkit::ListRows& rows)
 } // namespace
 
 ClassicList::ClassicList(const WindowParts& parts, Store store, QObject* parent)
-    : QObject(parent), m_parts(parts), m_store(store), m_rows(phonedata::makeRows(store))
+    : QObject(parent), m_parts(parts), m_store(store), m_rows(phonedata::traitsOf(store).makeRows())
 {
 }
 
@@ -103,14 +79,20 @@ void ClassicList::run(Command command)
     }
 }
 
-phonedata::StoreJob ClassicList::job() const
+operations::ListJob ClassicList::job() const
 {
-    return {m_parts.program.line, m_parts.program.memory, *m_rows, &m_parts.busy, m_parts.progress};
+    return {.line = m_parts.program.line,
+            .memory = m_parts.program.memory,
+            .store = m_store,
+            .window = &m_parts.busy,
+            .progress = m_parts.progress,
+            .shown = m_rows.get()};
 }
 
 void ClassicList::read()
 {
-    const CommandResult result = phonedata::readCommand(job(), m_store);
+    const CommandResult result = readClassicList(
+        {m_parts.program.line, m_parts.program.memory, *m_rows, &m_parts.busy, m_parts.progress}, m_store);
     if (result != CommandResult::Done)
         return;
     m_isRead = true;
@@ -121,7 +103,7 @@ void ClassicList::write()
 {
     m_isWriting = true;
     const toolkit::BusyScope busy(&m_parts.busy);
-    const CommandResult result = phonedata::writeCommand(job(), m_store);
+    const CommandResult result = writeClassicList(job(), *m_rows);
     m_isWriting = false;
     if (result == CommandResult::Done)
         Q_EMIT becameClean();
@@ -143,10 +125,9 @@ void ClassicList::edit(bool existing)
     const int row = existing ? rowToEdit(*m_rows) : -1;
     if (existing && row < 0)
         return;
-    if (m_store == Store::Phonebook)
-        showForm<frmTBentry>(row);
-    else
-        showForm<frmNEentry>(row);
+    static constexpr std::array<void (ClassicList::*)(int), 2> forms = {&ClassicList::showForm<frmTBentry>,
+                                                                        &ClassicList::showForm<frmNEentry>};
+    (this->*phonedata::rowOf(forms, m_store))(row);
 }
 
 void ClassicList::deleteSelected()
@@ -186,9 +167,9 @@ void ClassicList::openBackup(int choice)
 {
     app::Context& context = m_parts.program.context;
     const bool isEmpty = m_rows->count() == 0;
-    if (!isEmpty && !mayPassOverChanges(phonedata::unsavedChangesText(m_store)))
+    if (!isEmpty && !mayPassOverChanges(unsavedChangesText(m_store)))
         return;
-    const Words& words = wordsOf(m_store);
+    const ClassicWords& words = wordsOf(m_store);
     const QString backups = QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
     const QString path = context.dialogs.OpenFile(
         {.title = words.openTitle.toString(),
@@ -198,9 +179,8 @@ void ClassicList::openBackup(int choice)
         return;
     if (choice == 0)
         app::SetLastInitDir(context, m_rows->name(), path);
-    const auto loaded = phonedata::makeRows(m_store);
-    if (!(m_store == Store::Phonebook ? phonedata::LoadTel(context, *loaded, path)
-                                      : phonedata::LoadPrv(context, *loaded, path)))
+    const auto loaded = phonedata::traitsOf(m_store).makeRows();
+    if (!phonedata::traitsOf(m_store).load(context, *loaded, path))
         return;
     if (!holdsAnEntry(*loaded)) {
         context.dialogs.Show(
@@ -220,7 +200,7 @@ void ClassicList::openBackup(int choice)
 void ClassicList::save()
 {
     app::Context& context = m_parts.program.context;
-    const Words& words = wordsOf(m_store);
+    const ClassicWords& words = wordsOf(m_store);
     if (!mayPassOverChanges(words.changed.toString() + u"\n\nTrotzdem speichern?"_s) ||
         tellIfEmpty(context, *m_rows))
         return;
@@ -232,8 +212,7 @@ void ClassicList::save()
     if (path.isEmpty())
         return;
     app::SetLastInitDir(context, m_rows->name(), path);
-    if (m_store == Store::Phonebook ? phonedata::SaveTel(context, *m_rows, path)
-                                    : phonedata::SavePrv(context, *m_rows, path))
+    if (phonedata::traitsOf(m_store).save(context, *m_rows, path))
         context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
 }
 

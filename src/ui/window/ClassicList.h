@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phonedata/StoreSafety.h"
+#include "operations/ClassicReading.h"
 #include "ui/window/CommandTarget.h"
 
 #include <QObject>
@@ -49,7 +49,7 @@ private:
     void exportList();
     void setDirty();
     bool mayPassOverChanges(const QString& text);
-    phonedata::StoreJob job() const;
+    operations::ListJob job() const;
     template <typename Form>
     void showForm(int row);
 

@@ -2,7 +2,7 @@
 
 #include "app/Files.h"
 #include "phonedata/BackupFiles.h"
-#include "phonedata/ClassicCommands.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
@@ -89,8 +89,7 @@ void frmPB::closeIfWanted()
 
 QString frmPB::closingText(Store store)
 {
-    const QString list = store == Store::Phonebook ? u"am Telefonbuch"_s : u"an der Providerliste"_s;
-    return u"Es wurden Änderungen "_s + list +
+    return u"Es wurden "_s + wordsOf(store).changesTo.toString() +
            u" vorgenommen, diese wurden jedoch noch nicht durch die Funktion \"Schreiben\" gespeichert und "
            u"gehen "
            u"verloren, wenn Sie Kalmo beenden.\n\nTrotzdem beenden?"_s;
@@ -112,10 +111,10 @@ bool frmPB::saveUnwritten()
     for (const ClassicList* list : {m_phonebook, m_providers}) {
         if (!list || !list->isDirty() || list->rows().count() == 0)
             continue;
-        const Store store = list->store();
-        const QString path = phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s,
-                                                   phonedata::backupExtension(store));
-        if (phonedata::saveBackup(context, path, phonedata::listBytes(list->rows(), store)))
+        const phonedata::StoreTraits& traits = phonedata::traitsOf(list->store());
+        const QString path =
+            phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s, traits.fileEnding.toString());
+        if (phonedata::saveBackup(context, path, traits.fileBytes(phonedata::classicEntries(list->rows()))))
             paths.append(path);
         else
             areSafe = false;

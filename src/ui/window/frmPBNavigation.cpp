@@ -2,13 +2,13 @@
 
 #include "obex/DataChannel.h"
 #include "operations/PhoneIdentity.h"
-#include "phonedata/ClassicCommands.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/panels/fraAd.h"
 #include "ui/panels/fraDIV.h"
 #include "ui/panels/fraFFS.h"
 #include "ui/panels/fraSounds.h"
 #include "ui/panels/ListPanel.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
@@ -149,7 +149,7 @@ bool frmPB::passesGuard(const QString& key)
     const auto store = m_guard.promptFor(key);
     if (!store)
         return true;
-    const Answer answer = m_program.context.dialogs.Show({.text = phonedata::unsavedChangesText(*store),
+    const Answer answer = m_program.context.dialogs.Show({.text = unsavedChangesText(*store),
                                                           .buttons = toolkit::Buttons::YesNo,
                                                           .icon = toolkit::Icon::Question,
                                                           .defaultButton = Answer::No});

@@ -1,0 +1,62 @@
+#include "cli/SettingReport.h"
+
+namespace kalmo::cli {
+
+using namespace Qt::StringLiterals;
+using operations::Cause;
+using operations::Outcome;
+using operations::State;
+
+namespace {
+
+QString failureText(const Job& job, const SettingWords& words, const Outcome& outcome)
+{
+    const QString were = words.isPlural ? u"were"_s : u"was"_s;
+    const QString they = words.isPlural ? u"they are"_s : u"it is"_s;
+    if (outcome.cause == Cause::NotSaved)
+        return u"could not record %1: %2.\nNothing was sent to the phone."_s.arg(words.name, outcome.reason);
+    if (outcome.sent == 0)
+        return u"could not read %1 before the change: %2.\nNothing was sent to the phone."_s.arg(
+            words.name, reasonText(job, Cause::NoAnswer));
+    if (outcome.state == State::Unchanged)
+        return u"could not set %1: %2. In the phone %3 as before."_s.arg(
+            words.name, reasonText(job, outcome.cause), they);
+    if (outcome.confirmed > 0 && outcome.cause == Cause::Mismatch)
+        return u"the phone confirmed %1, but shows another value."_s.arg(words.name);
+    if (outcome.confirmed > 0)
+        return u"the phone confirmed %1, but %2 not read back: %3."_s.arg(words.name, were,
+                                                                          reasonText(job, Cause::NoAnswer));
+    return u"%1 %2 sent, but the phone did not confirm it: %3. It is not known what is set now."_s.arg(
+        words.name, were, reasonText(job, outcome.cause));
+}
+
+} // namespace
+
+QString reasonText(const Job& job, Cause cause)
+{
+    if (!job.line.port().IsOpen())
+        return u"%1 is gone"_s.arg(job.portName());
+    switch (cause) {
+    case Cause::PhoneRefused:
+        return u"the phone refused"_s;
+    case Cause::Doubtful:
+        return u"no two answers of the phone were the same"_s;
+    case Cause::Mismatch:
+        return u"the phone shows another value"_s;
+    case Cause::NotPossible:
+        return u"this phone can't hold it"_s;
+    default:
+        return u"the phone did not answer"_s;
+    }
+}
+
+ExitStatus reportSetting(Job& job, const SettingWords& words, const Outcome& outcome)
+{
+    if (outcome.isDone())
+        return ExitDone;
+    job.progress.clear();
+    job.out.error(failureText(job, words, outcome));
+    return ExitFailed;
+}
+
+} // namespace kalmo::cli

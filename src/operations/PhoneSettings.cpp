@@ -1,0 +1,233 @@
+#include "operations/PhoneSettings.h"
+
+#include "app/CodePage.h"
+#include "link/mdlStatus.h"
+#include "operations/Asking.h"
+#include "operations/Records.h"
+
+namespace kalmo::operations {
+
+using namespace Qt::StringLiterals;
+using phonedata::AreaCodes;
+using phonedata::RingtoneJob;
+using phonedata::SoundEvent;
+using phonedata::SoundSetting;
+
+namespace {
+
+Asked<QByteArray> askForAreaCodes(link::Line& line)
+{
+    return askUntilSure(line, [&line]() -> std::optional<QByteArray> {
+        QByteArray answer;
+        return phonedata::askAreaCodes(line, answer) ? std::optional(answer) : std::nullopt;
+    });
+}
+
+Asked<QByteArray> askForSetting(const RingtoneJob& job, SoundEvent event)
+{
+    return askUntilSure(job.line, [&]() -> std::optional<QByteArray> {
+        job.context().clock.WaitSeconds(phonedata::pauseBetweenSettings);
+        QByteArray answer;
+        return phonedata::askSetting(job.line, event, answer) ? std::optional(answer) : std::nullopt;
+    });
+}
+
+/// Counts one setting that was sent: confirmed, refused, or without an answer.
+void noteSent(const link::Line& line, bool isTaken, Outcome& outcome)
+{
+    outcome.sent = 1;
+    outcome.confirmed = isTaken ? 1 : 0;
+    outcome.unknown = !isTaken && line.lostAnswers() ? 1 : 0;
+    outcome.cause = isTaken ? Cause::None : causeOf(line.lastFailure());
+    outcome.state = outcome.unknown > 0 || isTaken ? State::Unknown : State::Unchanged;
+}
+
+/// Compares the setting that was read back with the wanted and the former one.
+template <typename Value>
+void noteReadBack(const std::optional<Value>& now, const Value& wanted, const Value& before, Outcome& outcome)
+{
+    if (!now) {
+        if (outcome.cause == Cause::None)
+            outcome.cause = Cause::NotRead;
+        return;
+    }
+    outcome.verified = *now == wanted ? 1 : 0;
+    if (*now == wanted && outcome.cause != Cause::PhoneRefused) {
+        outcome.state = State::Done;
+        outcome.cause = Cause::None;
+        return;
+    }
+    outcome.state = *now == before ? State::Unchanged : State::Unknown;
+    if (outcome.cause == Cause::None)
+        outcome.cause = Cause::Mismatch;
+}
+
+/// Records the former setting, sends the new one, and closes the record after `change` filled in the outcome.
+void changeRecorded(link::Line& line, RecordedList list, const QString& recordCause,
+                    const RecordedPart& before, Outcome& outcome, const std::function<void()>& change)
+{
+    Records records(line.context(), identifyPhone(line));
+    const auto id = records.begin(list, recordCause, 1, {before}, &outcome.reason);
+    if (!id) {
+        outcome.cause = Cause::NotSaved;
+        return;
+    }
+    outcome.recordId = *id;
+    change();
+    records.finish(*id, outcome.state, {{u"sent"_s, outcome.sent}, {u"confirmed"_s, outcome.confirmed}});
+}
+
+SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent event, const QByteArray& code,
+                                            int volume, const QString& recordCause,
+                                            const phonedata::SettingRead& report)
+{
+    SettingOutcome<SoundSetting> result{.outcome = {.planned = 1}};
+    Outcome& outcome = result.outcome;
+    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    const Asked<QByteArray> before = askForSetting(job, event);
+    if (!before.value) {
+        outcome.cause = Cause::NotRead;
+        return result;
+    }
+    const RecordedPart part{u"ringtones.raw"_s, *before.value};
+    changeRecorded(job.line, RecordedList::Ringtones, recordCause, part, outcome, [&] {
+        job.context().clock.WaitSeconds(phonedata::pauseBetweenSettings);
+        noteSent(job.line, phonedata::SetSoundCode(job, event, code, volume), outcome);
+        job.context().clock.WaitSeconds(phonedata::pauseAfterSetting);
+        const SoundSetting wanted{code.toInt(), volume};
+        SoundSetting& known = job.memory.soundSettings[static_cast<size_t>(event)];
+        const auto ignore = [](SoundEvent, const SoundSetting&, const QString&) {};
+        if (phonedata::ReadSoundSettings(job, report ? report : phonedata::SettingRead(ignore)))
+            result.now = known;
+        if (result.now && *result.now != wanted) { // one answer alone may lack a byte
+            const Asked<QByteArray> again = askForSetting(job, event);
+            result.now.reset();
+            if (again.value)
+                result.now = known = phonedata::parseSetting(event, *again.value);
+        }
+        noteReadBack(result.now, wanted, phonedata::parseSetting(event, *before.value), outcome);
+    });
+    return result;
+}
+
+} // namespace
+
+std::pair<std::optional<QString>, Cause> readAreaCodes(link::Line& line)
+{
+    const Asked<QByteArray> asked = askForAreaCodes(line);
+    if (!asked.value)
+        return {std::nullopt, asked.cause};
+    return {phonedata::areaCodeText(*asked.value), Cause::None};
+}
+
+SettingOutcome<QString> setAreaCodes(link::Line& line, const AreaCodes& codes, const QString& recordCause)
+{
+    SettingOutcome<QString> result{.outcome = {.planned = 1}};
+    Outcome& outcome = result.outcome;
+    const Asked<QByteArray> before = askForAreaCodes(line);
+    if (!before.value) {
+        outcome.cause = Cause::NotRead;
+        return result;
+    }
+    const QString wanted = QStringList(codes.begin(), codes.end()).join(u',');
+    const RecordedPart part{u"areacodes.raw"_s, *before.value};
+    changeRecorded(line, RecordedList::AreaCodes, recordCause, part, outcome, [&] {
+        noteSent(line, phonedata::sendAreaCodes(line, codes), outcome);
+        result.now = readAreaCodes(line).first;
+        noteReadBack(result.now, wanted, phonedata::areaCodeText(*before.value), outcome);
+    });
+    return result;
+}
+
+SettingOutcome<QString> restoreAreaCodes(link::Line& line, const QByteArray& answer)
+{
+    const auto codes = phonedata::parseAreaCodes(phonedata::areaCodeText(answer));
+    if (!codes)
+        return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
+    return setAreaCodes(line, *codes, u"undo"_s);
+}
+
+Cause readMelodies(const RingtoneJob& job)
+{
+    const auto melodies = askUntilSure(job.line, [&job]() -> std::optional<std::vector<phonedata::Melody>> {
+        const auto rows = phonedata::makeSoundRows();
+        if (!phonedata::ReadSoundList(job, *rows))
+            return std::nullopt;
+        std::vector<phonedata::Melody> all;
+        for (int row = 1; row <= job.memory.sounds.upperBound(); ++row)
+            all.push_back(job.memory.sounds.row(row));
+        return all;
+    });
+    if (melodies.value)
+        return Cause::None;
+    return melodies.cause == Cause::None ? Cause::NotRead : melodies.cause;
+}
+
+Cause readRingtones(const RingtoneJob& job)
+{
+    if (const Cause cause = readMelodies(job); cause != Cause::None)
+        return cause;
+    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    for (int index = 0; index < phonedata::soundEventCount; ++index) {
+        if (job.cancel && job.cancel->Checked())
+            return Cause::Interrupted;
+        const auto event = static_cast<SoundEvent>(index);
+        const Asked<QByteArray> asked = askForSetting(job, event);
+        const auto setting = asked.value ? phonedata::parseWholeSetting(*asked.value) : std::nullopt;
+        if (!asked.value)
+            return asked.cause;
+        if (!setting || setting->first != event)
+            return Cause::Doubtful;
+        job.memory.soundSettings[static_cast<size_t>(index)] = setting->second;
+    }
+    return Cause::None;
+}
+
+SettingOutcome<SoundSetting> setRingtone(const RingtoneJob& job, SoundEvent event, const QString& toneName,
+                                         int volume, const phonedata::SettingRead& report)
+{
+    const QString code = phonedata::GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
+    return changeRingtone(job, event, app::toCp1252(code), volume, u"set"_s, report);
+}
+
+SettingOutcome<SoundSetting> restoreRingtone(const RingtoneJob& job, const QByteArray& answer)
+{
+    const auto setting = phonedata::parseWholeSetting(answer);
+    if (!setting)
+        return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
+    return changeRingtone(job, setting->first, QByteArray::number(setting->second.soundId),
+                          setting->second.volume, u"undo"_s, {});
+}
+
+SettingOutcome<QDateTime> setClock(link::Line& line)
+{
+    constexpr double pauseBeforeReading = 0.5; // seconds
+    constexpr qint64 tolerance = 120;          // the phone shows no seconds and may be a minute late
+    SettingOutcome<QDateTime> result{.outcome = {.planned = 1}};
+    Outcome& outcome = result.outcome;
+    noteSent(line, link::SetPhoneTime(line), outcome);
+    QDateTime now;
+    if (outcome.state == State::Unchanged)
+        return result;
+    if (outcome.cause != Cause::LineGone) {
+        line.context().clock.WaitSeconds(pauseBeforeReading);
+        if (link::GetPhoneTime(line, now))
+            result.now = now;
+    }
+    if (!result.now) {
+        if (outcome.cause == Cause::None)
+            outcome.cause = Cause::NotRead;
+        return result;
+    }
+    const bool isRight = std::abs(now.secsTo(line.context().clock.Now())) <= tolerance;
+    outcome.verified = isRight ? 1 : 0;
+    if (isRight) {
+        outcome.state = State::Done;
+        outcome.cause = Cause::None;
+    } else if (outcome.cause == Cause::None) {
+        outcome.cause = Cause::Mismatch;
+    }
+    return result;
+}
+
+} // namespace kalmo::operations

@@ -1,0 +1,157 @@
+#include "ui/window/ClassicWriting.h"
+
+#include "app/SettingsKeys.h"
+#include "link/mdlStatus.h"
+#include "phonedata/BackupFiles.h"
+#include "ui/window/ClassicWords.h"
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using operations::Cause;
+using phonedata::CommandResult;
+using phonedata::Store;
+using phonedata::StoreJob;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+
+/// The user needs time to edit a list. Meanwhile somebody may call, press the handset's own keys, or put
+/// another handset on the cable.
+constexpr qint64 trustedFor = 120; // seconds
+
+const QString accessError = u"Fehler beim Zugriff auf das Telefon"_s;
+
+void tell(const app::Context& context, const QString& text, Icon icon = Icon::Information)
+{
+    context.dialogs.Show({.text = text, .icon = icon});
+}
+
+bool agreesToWrite(const app::Context& context, const QString& text)
+{
+    return context.dialogs.Show({.text = text + u"\n\nTrotzdem schreiben?"_s,
+                                 .buttons = Buttons::YesNo,
+                                 .icon = Icon::Exclamation,
+                                 .defaultButton = Answer::No}) == Answer::Yes;
+}
+
+/// Saves the list under the automatic backup's name. Returns false if it can't be written; then nothing may
+/// be erased.
+bool backUpList(const operations::ListJob& job, const toolkit::ListRows& rows, QString& path)
+{
+    app::Context& context = job.context();
+    if (!app::isOn(context.settings, app::keys::AutoBackup) || rows.count() == 0)
+        return true;
+    path = phonedata::backupPath(context, u"Backup von "_s, job.traits().fileEnding.toString());
+    return job.traits().save(context, rows, path);
+}
+
+/// Asks about each way in which something would be lost, and notes the consent in the policy.
+bool agreesToLosses(const app::Context& context, const operations::ListPlan& plan,
+                    operations::WritePolicy& policy)
+{
+    policy.mayLoseUnread =
+        !plan.isRead() &&
+        agreesToWrite(context,
+                      u"Der bisherige Inhalt des Telefons konnte nicht gelesen und daher nicht gesichert "
+                      u"werden. Beim Schreiben geht er verloren."_s);
+    if (!plan.isRead() && !policy.mayLoseUnread)
+        return false;
+    policy.mayUseDoubtful =
+        plan.isDoubtful() &&
+        agreesToWrite(
+            context,
+            u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
+            u"verfälscht worden sein. Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, "
+            u"die Liste vorher noch einmal zu lesen."_s);
+    if (plan.isDoubtful() && !policy.mayUseDoubtful)
+        return false;
+    const QString objections = objectionsText(plan);
+    return objections.isEmpty() || agreesToWrite(context, objections);
+}
+
+CommandResult tellNotSaved(const app::Context& context, const operations::Outcome& outcome)
+{
+    const QString place =
+        outcome.savedIn.isEmpty() ? u"im Ordner \"Verlauf\""_s : u"in der Datei %1"_s.arg(outcome.savedIn);
+    tell(context,
+         u"Der bisherige Inhalt des Telefons konnte nicht %1 gesichert werden: %2\n\nIm Telefon wurde nichts "
+         u"geändert."_s.arg(place, outcome.reason),
+         Icon::Exclamation);
+    return CommandResult::Failed;
+}
+
+CommandResult tellResult(const operations::ListJob& job, const operations::ListOutcome& result,
+                         const SavedFiles& files)
+{
+    const operations::Outcome& outcome = result.outcome;
+    if (outcome.cause == Cause::NotSaved)
+        return tellNotSaved(job.context(), outcome);
+    if (!result.isConfirmed && !outcome.isDone()) {
+        tell(job.context(), failedWriteText(result, files));
+        return CommandResult::Failed;
+    }
+    if (outcome.cause == Cause::Mismatch) {
+        tell(job.context(), uncheckedWriteText(result, files), Icon::Exclamation);
+        return CommandResult::Failed;
+    }
+    phonedata::setDirty(job.memory, job.store, false);
+    if (!outcome.isDone())
+        tell(job.context(), uncheckedWriteText(result, files));
+    return CommandResult::Done;
+}
+
+} // namespace
+
+CommandResult readClassicList(const StoreJob& job, Store store)
+{
+    app::Context& context = job.context();
+    if (phonedata::isDirty(job.memory, store) &&
+        context.dialogs.Show({.text = unsavedChangesText(store),
+                              .buttons = Buttons::YesNo,
+                              .icon = Icon::Question,
+                              .defaultButton = Answer::No}) != Answer::Yes)
+        return CommandResult::Refused;
+    if (!phonedata::readStore(job, store)) {
+        if (!job.progress.cancelled())
+            tell(context, accessError);
+        return CommandResult::Failed;
+    }
+    phonedata::setDirty(job.memory, store, false);
+    if (phonedata::contentOf(job.memory, store).certainty == phonedata::Certainty::Doubtful)
+        tell(context,
+             u"Beim Lesen war die Übertragung gestört. Es ist möglich, dass dabei ein Eintrag übersprungen "
+             u"oder verfälscht wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder "
+             u"schreiben."_s);
+    return CommandResult::Done;
+}
+
+CommandResult writeClassicList(const operations::ListJob& job, const toolkit::ListRows& rows)
+{
+    app::Context& context = job.context();
+    SavedFiles files;
+    if (!backUpList(job, rows, files.list))
+        return CommandResult::Failed;
+    QString model;
+    if (!link::GetPhoneModelText(job.line, model)) {
+        tell(context, u"Das Telefon antwortet nicht."_s);
+        return CommandResult::Failed;
+    }
+    const auto entries = phonedata::classicEntries(rows);
+    operations::WritePolicy policy{.trustedFor = trustedFor,
+                                   .isCancellable = false}; // half a list would be worse than a wait
+    if (!files.list.isEmpty())
+        policy.alreadySaved = job.traits().fileBytes(entries);
+    operations::ListPlan plan = operations::planReplace(job, entries, policy);
+    operations::Outcome saving;
+    if (!operations::saveHeld(job, plan, policy, saving))
+        return tellNotSaved(context, saving);
+    files.phone = plan.savedIn.value(0);
+    if (!agreesToLosses(context, plan, policy))
+        return CommandResult::Refused;
+    return tellResult(job, operations::applyPlan(job, plan, policy), files);
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,334 @@
+// Changes of classic lists and of settings: whatever goes wrong, and whenever, the outcome, the record and
+// the phone agree, and the record puts the former state back exactly.
+
+#include "operations/ClassicLists.h"
+#include "operations/PhoneSettings.h"
+#include "operations/Records.h"
+#include "phonedata/RawReplies.h"
+#include "support/HandsetPort.h"
+#include "support/Rows.h"
+#include "support/TestContext.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::operations;
+using namespace kalmo::tests;
+using handset::Faults;
+using phonedata::ClassicEntry;
+using phonedata::Store;
+
+namespace {
+
+const PhoneIdentity identity{u"Emulated"_s, u"1"_s};
+
+/// A phonebook with melodies of the handset's own, one of which it no longer lists.
+QString seedFile()
+{
+    static const QTemporaryDir folder;
+    QFile file(folder.filePath(u"seed.json"_s));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}],
+                                    "areaCodes": ["00", "49", "0", "30"]},
+            "phonebook": [{"name": "Anna", "number": "1", "anniversary": "24.12. 08:30", "reminder": "12"},
+                          {"name": "", "number": "2"},
+                          {"name": "Gone", "number": "3", "anniversary": "01.02. 03:04", "reminder": "77"}],
+            "providers": [{"name": "Nord", "number": "01031"}]})");
+    return file.fileName();
+}
+
+/// An emulated handset without a search ahead.
+struct Bench
+{
+    explicit Bench(const QString& model = u"GALICIA"_s, int phoneType = 3)
+        : port(test.clock, {.model = model, .seed = phoneType == 3 ? seedFile() : u"sample"_s}),
+          line(test.context, port)
+    {
+        test.sy.PhoneType = phoneType;
+        test.sy.PhoneID = identity.model;
+        test.sy.PhoneSerial = identity.serial;
+        memory.sounds.add({u"Walzer"_s, u"MID"_s, 99, 12});
+        memory.areSoundsKnown = true;
+        QDir(test.storage).mkpath(u"Backup"_s);
+        test.clock.WaitSeconds(5);
+    }
+    ListJob job(Store store = Store::Phonebook)
+    {
+        return {.line = line, .memory = memory, .store = store, .progress = {.cancel = &stop}};
+    }
+    phonedata::RingtoneJob ringtones() { return {line, memory, nullptr, nullptr}; }
+    const handset::Phone& phone() { return port.handset().phone(); }
+    /// All that the phone holds. An entry without a name counts as the one that goes back for it.
+    QByteArray content()
+    {
+        const QByteArray all = QJsonDocument(phone().phonebook.json()).toJson(QJsonDocument::Compact) +
+                               QJsonDocument(phone().providers.json()).toJson(QJsonDocument::Compact) +
+                               QJsonDocument(phone().settings.json()).toJson(QJsonDocument::Compact);
+        return QByteArray(all).replace("\"name\":\"\"", "\"name\":\"Ohne Name\"");
+    }
+    std::optional<Record> newestRecord() const
+    {
+        const Records records(test.context, identity);
+        const auto all = records.all();
+        return all.empty() ? std::nullopt : records.read(all.front().id);
+    }
+    /// The line is there again, and so is the phone.
+    void recover()
+    {
+        port.handset().setFaults({});
+        test.clock.WaitSeconds(10);
+        port.Open({});
+        if (phone().phonebook.open || phone().providers.open) {
+            phonedata::CloseStore(line, {});
+            test.clock.WaitSeconds(5);
+        }
+    }
+
+    TestContext test;
+    HandsetPort port;
+    link::Line line;
+    phonedata::PhoneMemory memory;
+    struct Stop : toolkit::CancelBox
+    {
+        bool Checked() const override { return false; }
+    } stop;
+};
+
+using Change = std::function<Outcome(Bench&)>;
+using SetFault = std::function<void(Faults&, int)>;
+
+const std::vector<ClassicEntry> fourEntries = {{.name = u"A"_s, .number = u"1"_s},
+                                               {.name = u"B"_s, .number = u"2"_s},
+                                               {.name = u"C"_s, .number = u"3"_s},
+                                               {.name = u"D"_s, .number = u"4"_s}};
+
+Outcome replace(Bench& bench)
+{
+    ListPlan plan = planReplace(bench.job(), fourEntries, {});
+    return applyPlan(bench.job(), plan, {}).outcome;
+}
+
+Outcome append(Bench& bench)
+{
+    return appendToList(bench.job(), {fourEntries.front()}, {}).outcome;
+}
+
+Outcome appendProvider(Bench& bench)
+{
+    return appendToList(bench.job(Store::Providers), {fourEntries.front()}, {}).outcome;
+}
+
+Outcome setAlarm(Bench& bench)
+{
+    return setRingtone(bench.ringtones(), phonedata::SoundEvent::Alarm, u"Melodie 4"_s, 6).outcome;
+}
+
+/// Puts back what a record holds, as an undo does.
+Outcome putBack(Bench& bench, const Record& record)
+{
+    const RecordedPart& part = record.before.front();
+    if (record.list == RecordedList::Ringtones)
+        return restoreRingtone(bench.ringtones(), part.bytes).outcome;
+    const Store store = record.list == RecordedList::Providers ? Store::Providers : Store::Phonebook;
+    const auto replies = phonedata::repliesFrom(part.bytes);
+    ListPlan plan = planRestore(bench.job(store), replies.value_or(QByteArrayList()),
+                                {.mayUseDoubtful = true, .recordCause = u"undo"_s});
+    return applyPlan(bench.job(store), plan, {.mayUseDoubtful = true, .recordCause = u"undo"_s}).outcome;
+}
+
+} // namespace
+
+class tst_ClassicChanges : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anyFaultAtAnyRequest();
+    void keptEntriesKeepTheirCodes();
+    void areaCodes();
+    void clock();
+    void doubtfulSettings();
+    void rawReplies();
+};
+
+void tst_ClassicChanges::anyFaultAtAnyRequest()
+{
+    Rows<Change, SetFault> rows;
+    using Named = std::pair<const char*, Change>;
+    for (const auto& [name, change] :
+         {Named("replace", replace), Named("append", append), Named("append a provider", appendProvider),
+          Named("ringtone", setAlarm)}) {
+        rows.add(name, change, [](Faults& faults, int at) { faults.refuseCommandAt = at; });
+        rows.add(name, change, [](Faults& faults, int at) { faults.silentAfter = at; });
+        rows.add(name, change, [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 20; });
+        rows.add(name, change, [](Faults& faults, int at) { faults.hangUpAt = at; });
+    }
+    rows.each([&](const auto& change, const auto& setFault) {
+        Bench undisturbed;
+        const QByteArray before = undisturbed.content();
+        QCOMPARE(wordOf(change(undisturbed).state), u"done"_s);
+        const QByteArray wanted = undisturbed.content();
+        QVERIFY(wanted != before);
+        QCOMPARE(undisturbed.port.handset().violations(), QStringList());
+        const int requests = undisturbed.phone().faults.commands;
+
+        for (int at = 1; at <= requests; ++at) {
+            Bench bench;
+            Faults faults;
+            setFault(faults, at);
+            bench.port.handset().setFaults(faults);
+            bench.test.dialogs.agreeToAll({});
+            const Outcome outcome = change(bench);
+            const QByteArray why = QByteArray::number(at) + ": " + wordOf(outcome.state).toUtf8() +
+                                   ", cause " + QByteArray::number(int(outcome.cause)) + ", holds " +
+                                   bench.content();
+            const auto record = bench.newestRecord();
+            QVERIFY2(outcome.state != State::Done || bench.content() == wanted, why.constData());
+            QVERIFY2(outcome.state != State::Unchanged || bench.content() == before, why.constData());
+            QVERIFY2((outcome.state == State::Done) == (outcome.cause == Cause::None), why.constData());
+            QVERIFY2(outcome.confirmed + outcome.unknown <= outcome.sent, why.constData());
+            QVERIFY2(record || bench.content() == before, why.constData());
+            QCOMPARE(record ? record->id : QString(), outcome.recordId);
+            if (!record)
+                continue;
+            QCOMPARE(wordOf(record->state), wordOf(outcome.state));
+            bench.recover();
+            const Outcome back = putBack(bench, *record);
+            QVERIFY2(bench.content() == before, (why + " then " + bench.content()).constData());
+            QVERIFY2(back.isDone(), why.constData());
+        }
+    });
+}
+
+/// Melodies that have no name in the list, and entries without a name.
+void tst_ClassicChanges::keptEntriesKeepTheirCodes()
+{
+    Bench bench;
+    const ListPlan replacing = planReplace(bench.job(), bench.memory.phonebook.entries, {});
+    QCOMPARE(replacing.unnamedMelodies, 0); // an empty list keeps none
+    QCOMPARE(replacing.diff.remove.size(), 3U);
+    ListPlan plan = planReplace(bench.job(), replacing.held.entries, {});
+    QCOMPARE(plan.unnamedMelodies, 1);
+    QVERIFY(!plan.changesNothing);
+
+    plan = planAppend(bench.job(), {fourEntries.front()}, {});
+    QCOMPARE(plan.diff.add.size(), 1U);
+    QVERIFY(plan.diff.change.empty() && plan.diff.remove.empty());
+    const Outcome outcome = applyPlan(bench.job(), plan, {}).outcome;
+    QVERIFY(outcome.isDone());
+    QStringList reminders;
+    for (const auto& entry : bench.phone().phonebook.entries)
+        reminders.append(entry.name + u' ' + entry.reminder);
+    QCOMPARE(reminders, (QStringList{u"Anna 12"_s, u"Ohne Name "_s, u"Gone 77"_s, u"A "_s}));
+
+    // A list that was read without the melodies is doubtful, and nothing is erased on the strength of it.
+    bench.memory.forget();
+    QCOMPARE(appendToList(bench.job(), {fourEntries.front()}, {}).outcome.cause, Cause::Doubtful);
+    // The oldest family shifts what it reads by one melody.
+    Bench oldest(u"WOODSTOCK"_s, 1);
+    const ListPlan first = planReplace(oldest.job(), {}, {});
+    const ListPlan same = planReplace(oldest.job(), first.held.entries, {});
+    QVERIFY(same.changesNothing);
+    auto changed = first.held.entries;
+    changed.push_back(fourEntries.front());
+    QCOMPARE(planReplace(oldest.job(), changed, {}).movedMelodies, 3);
+}
+
+void tst_ClassicChanges::areaCodes()
+{
+    using Codes = phonedata::AreaCodes;
+    Rows<QString, Cause, SetFault> rows;
+    rows.add("all well", u"done"_s, Cause::None, [](Faults&, int) {});
+    rows.add("not read before", u"unchanged"_s, Cause::NotRead,
+             [](Faults& faults, int) { faults.refuseCommandAt = 1; });
+    rows.add("refused", u"unchanged"_s, Cause::PhoneRefused,
+             [](Faults& faults, int) { faults.refuseCommandAt = 3; });
+    rows.add("a late answer: reading back tells", u"done"_s, Cause::None,
+             [](Faults& faults, int) { faults.lateAt = 3, faults.lateBy = 1.5; });
+    rows.add("no answer any more", u"unknown"_s, Cause::NoAnswer,
+             [](Faults& faults, int) { faults.silentAfter = 2; });
+    rows.add("confirmed, but not read back", u"unknown"_s, Cause::NotRead,
+             [](Faults& faults, int) { faults.refuseCommandAt = 4; });
+    rows.each([&](const auto& state, const auto& cause, const auto& setFault) {
+        Bench bench(u"S79H"_s, 9);
+        Faults faults;
+        setFault(faults, 0);
+        bench.port.handset().setFaults(faults);
+        const QStringList before = bench.phone().settings.areaCodes;
+        const auto result = setAreaCodes(bench.line, Codes{u"00"_s, u"43"_s, u"0"_s, u"1"_s});
+        QCOMPARE(wordOf(result.outcome.state), state);
+        QCOMPARE(result.outcome.cause, cause);
+        if (result.outcome.confirmed > 0)
+            QCOMPARE(bench.phone().settings.areaCodes, (QStringList{u"00"_s, u"43"_s, u"0"_s, u"1"_s}));
+        const auto record = bench.newestRecord();
+        if (!record)
+            return;
+        bench.recover();
+        QVERIFY(restoreAreaCodes(bench.line, record->before.front().bytes).outcome.isDone());
+        QCOMPARE(bench.phone().settings.areaCodes, before);
+    });
+}
+
+void tst_ClassicChanges::clock()
+{
+    const Rows<QString, Cause, int, SetFault> rows{
+        {"all well", u"done"_s, Cause::None, 1, [](Faults&, int) {}},
+        {"refused", u"unchanged"_s, Cause::PhoneRefused, 0,
+         [](Faults& faults, int) { faults.refuseCommandAt = 1; }},
+        {"confirmed, but not read back", u"unknown"_s, Cause::NotRead, 1,
+         [](Faults& faults, int) { faults.refuseCommandAt = 2; }},
+        {"the line drops", u"unknown"_s, Cause::LineGone, 0,
+         [](Faults& faults, int) { faults.hangUpAt = 1; }},
+    };
+    rows.each([&](const auto& state, const auto& cause, const auto& confirmed, const auto& setFault) {
+        Bench bench(u"WOODSTOCK"_s, 1);
+        Faults faults;
+        setFault(faults, 0);
+        bench.port.handset().setFaults(faults);
+        bench.test.dialogs.agreeToAll({});
+        const Outcome outcome = setClock(bench.line).outcome;
+        QCOMPARE(wordOf(outcome.state), state);
+        QCOMPARE(outcome.cause, cause);
+        QCOMPARE(outcome.confirmed, confirmed);
+    });
+}
+
+/// One lost byte or one late answer never makes a value.
+void tst_ClassicChanges::doubtfulSettings()
+{
+    Bench undisturbed;
+    QCOMPARE(readRingtones(undisturbed.ringtones()), Cause::None);
+    const auto wanted = undisturbed.memory.soundSettings;
+    const int requests = undisturbed.phone().faults.commands;
+    for (int at = 1; at <= 2 * requests; ++at) {
+        Bench bench;
+        Faults faults;
+        if (at % 2 == 0)
+            faults.loseByteAt = at / 2;
+        else
+            faults.lateAt = (at + 1) / 2, faults.lateBy = 3.2;
+        bench.port.handset().setFaults(faults);
+        bench.test.dialogs.agreeToAll({});
+        const Cause cause = readRingtones(bench.ringtones());
+        QVERIFY2(cause != Cause::None || bench.memory.soundSettings == wanted,
+                 QByteArray::number(at).constData());
+        QVERIFY2(cause == Cause::None || cause == Cause::Doubtful, QByteArray::number(at).constData());
+    }
+}
+
+void tst_ClassicChanges::rawReplies()
+{
+    const QByteArrayList replies{"^WSRE: 4,A\r\nb,1,1,0,", "", QByteArray("3:\n\0", 4)};
+    const QByteArray bytes = phonedata::repliesBytes(replies);
+    QCOMPARE(phonedata::repliesFrom(bytes), replies);
+    QCOMPARE(phonedata::repliesFrom({}), QByteArrayList());
+    for (const QByteArray& broken : {bytes.chopped(1), "x" + bytes, bytes + "9:a\n", QByteArray("-1:\n"),
+                                     QByteArray("99999999999999999999:a\n")})
+        QCOMPARE(phonedata::repliesFrom(broken), std::nullopt);
+}
+
+QTEST_GUILESS_MAIN(tst_ClassicChanges)
+#include "tst_ClassicChanges.moc"
