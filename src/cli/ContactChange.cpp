@@ -34,8 +34,10 @@ operations::ContactPolicy commandPolicy()
 ExitStatus reportReading(Job& job, const ContactEdit& edit, Cause cause)
 {
     if (cause == Cause::Doubtful) {
+        const QString why = edit.held().info ? countMismatch(edit.held())
+                                             : u"the phone does not say how many contacts it holds"_s;
         job.out.error(u"could not read the whole phonebook: %1, in the second reading too.\n"
-                      u"Nothing was changed in the phone."_s.arg(countMismatch(edit.held())));
+                      u"Nothing was changed in the phone."_s.arg(why));
         return ExitFailed;
     }
     if (!job.stop.Checked())
@@ -156,6 +158,8 @@ QString failureText(Job& job, const ContactCommand& command, const ContactOutcom
     text += u".\n"_s + mismatchText(outcome);
     if (!facts.savedIn.isEmpty())
         text += u"The phonebook as it was before is in %1.\n"_s.arg(facts.savedIn);
+    if (!facts.recordId.isEmpty() && facts.state != operations::State::Unchanged)
+        text += u"To put it back: %1.\n"_s.arg(job.invocation.again(u"undo "_s + facts.recordId));
     return text.chopped(1);
 }
 

@@ -148,6 +148,14 @@ ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& 
     using operations::Cause;
     const operations::Outcome& facts = outcome.facts;
     if (facts.planned == 0) {
+        const ContactPlan left = operations::planEqual(edit.held(), m_wanted);
+        if (!left.stuck.empty()) {
+            operations::Outcome unchanged = facts;
+            unchanged.state = operations::State::Unchanged;
+            show(unchanged, 0, left.same, {});
+            m_job.out.error(warningsAboutPlan(left).chopped(1));
+            return ExitFailed;
+        }
         show(facts, 0, static_cast<int>(m_wanted.size()),
              u"The phone already holds exactly these entries; nothing was written.\n"_s);
         return ExitDone;

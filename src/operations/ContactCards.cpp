@@ -1,6 +1,5 @@
 // Contacts as vCards of version 2.1.
 
-#include "app/CodePage.h"
 #include "operations/ContactFields.h"
 #include "operations/ContactFiles.h"
 #include "phonedata/VcfCodec.h"
@@ -41,7 +40,7 @@ QString tVcfEntry::*fieldOf(const QByteArrayList& key)
 FileFault readLine(const CardLine& line, tVcfEntry& contact)
 {
     const QByteArrayList key = line.key.toUpper().split(';');
-    const QString text = phonedata::utf8Text(line).value_or(app::fromCp1252(line.value));
+    const QString text = phonedata::lineText(line);
     if (key.first() == "VERSION" && text.trimmed() != u"2.1")
         return FileFault::OtherVersion;
     if (key.first() == "N") {

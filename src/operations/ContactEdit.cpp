@@ -104,12 +104,12 @@ Outcome ContactEdit::begin()
     identifyPhone(m_store->client().line()); // in data mode it could not be asked any more
     m_session = std::make_unique<phonedata::VcardStore::Session>(*m_store, u"ContactEdit"_s, m_progress);
     auto reading = m_session->open() ? m_store->readCards(m_progress) : std::nullopt;
-    if (reading && !reading->isWhole() && m_policy.readsAgain)
+    if (reading && !reading->isConfirmed() && m_policy.readsAgain)
         reading = m_store->readCards(m_progress);
     if (!reading)
         return {.cause = causeOfFailure(nullptr)};
     m_held = std::move(*reading);
-    if (!m_held.isWhole() && !m_policy.mayUseDoubtfulReading)
+    if (!m_held.info || (!m_held.isWhole() && !m_policy.mayUseDoubtfulReading))
         return {.cause = Cause::Doubtful};
     return {.state = State::Done};
 }
@@ -145,10 +145,13 @@ ContactOutcome ContactEdit::apply(const ContactPlan& plan, const QString& cause)
     }
     const app::Context& context = m_store->context();
     Records records(context, knownIdentity(context.sy));
+    std::vector<RecordedPart> before{{u"pb.vcf"_s, m_held.cards.object}};
+    if (!m_held.isConfirmed())
+        before.push_back({incompletePart, {}});
     std::optional<QString> id;
     if (saveBackup(facts))
         id = records.begin(RecordedList::Phonebook, cause, static_cast<int>(m_held.cards.cards.size()),
-                           {{u"pb.vcf"_s, m_held.cards.object}}, &facts.reason);
+                           std::move(before), &facts.reason);
     if (!id) {
         facts.cause = Cause::NotSaved;
         return work.outcome;
@@ -235,7 +238,7 @@ void ContactEdit::readBack(const ContactPlan& plan, Work& work)
                          client.line().port().IsOpen() && !client.stopAsked() && !m_progress.cancelled();
     if (canRead && facts.sent > 0)
         m_after = m_store->readCards(m_progress);
-    if (m_after && !m_after->isWhole())
+    if (m_after && !m_after->isConfirmed())
         m_after.reset();
     if (!m_after) {
         facts.state = facts.confirmed == plan.size() ? State::Done

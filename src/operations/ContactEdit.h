@@ -5,12 +5,16 @@
 
 namespace kalmo::operations {
 
+/// Part of the record of a change that was made on a doubtful reading: "pb.vcf" may lack contacts.
+inline const QString incompletePart = QStringLiteral("pb.incomplete");
+
 /// Differences between the programs that change contacts.
 struct ContactPolicy
 {
-    /// Contacts are changed although a reading may lack some. The contacts that it lacks are not touched.
+    /// Contacts are changed although a reading may lack some: the record says so. The contacts that it lacks
+    /// are not touched. The phone has to give its own count all the same.
     bool mayUseDoubtfulReading = false;
-    /// A reading whose number of cards is not the phone's own count is repeated once.
+    /// A reading that the phone's own count does not confirm is repeated once.
     bool readsAgain = false;
     /// New contacts that do not fit are refused before the first change. Without it the store's own check
     /// shows that, and the phone refuses the one entry that this check lets pass.

@@ -182,7 +182,8 @@ ContactPlan planEqual(const ContactReading& held, const Contacts& wanted)
     return Matching(cardsWithoutOwn(held), cards).plan();
 }
 
-ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& wanted)
+ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& wanted,
+                        Completeness completeness)
 {
     std::vector<ContactCard> cards = wanted.cards;
     const bool startsWithOwn =
@@ -194,7 +195,13 @@ ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& w
         if (card.entry.isStandIn)
             card.entry.luid.clear();
     }
-    return Matching(cardsWithoutOwn(held), cards).plan();
+    const std::vector<ContactCard> inPhone = cardsWithoutOwn(held);
+    ContactPlan plan = Matching(inPhone, cards).plan();
+    if (completeness == Completeness::Doubtful) {
+        plan.stuck.insert(plan.stuck.end(), plan.remove.begin(), plan.remove.end());
+        plan.remove.clear();
+    }
+    return plan;
 }
 
 } // namespace kalmo::operations

@@ -17,7 +17,7 @@ struct ContactPlan
     std::vector<phonedata::ContactWrite> add;
     std::vector<Change> change;
     Contacts remove;
-    Contacts stuck; ///< to be removed, but without a valid LUID to name them to the phone
+    Contacts stuck; ///< to be removed, but without a valid LUID, or perhaps missing in the wanted cards only
     int same = 0;   ///< contacts that stay as they are
 
     int size() const { return static_cast<int>(add.size() + change.size() + remove.size()); }
@@ -53,8 +53,14 @@ LuidPlan planDelete(const phonedata::ContactReading& held, const QStringList& lu
 /// its name. The phone's own card is never touched.
 ContactPlan planEqual(const phonedata::ContactReading& held, const Contacts& wanted);
 
+enum class Completeness {
+    Whole,
+    Doubtful, ///< the cards may lack contacts of their time, so nothing is removed for their sake
+};
+
 /// The same for cards that the phone sent earlier: they go back byte for byte, except for the LUID, which the
 /// phone chooses anew for a card that it no longer holds.
-ContactPlan planRestore(const phonedata::ContactReading& held, const phonedata::VcfCards& wanted);
+ContactPlan planRestore(const phonedata::ContactReading& held, const phonedata::VcfCards& wanted,
+                        Completeness completeness = Completeness::Whole);
 
 } // namespace kalmo::operations

@@ -3,6 +3,7 @@
 #include "obex/clsMmc.h"
 #include "operations/Records.h"
 #include "phonedata/PhoneMemory.h"
+#include "phonedata/VcardStore.h"
 
 #include <memory>
 
@@ -60,7 +61,7 @@ struct UndoJob
     std::shared_ptr<obex::clsMmc> client;  ///< for lists that are reached in the data mode
     toolkit::BusyWindow* window = nullptr; ///< blocked while the line is in use; may be absent
     toolkit::Progress progress = {};
-    const toolkit::ListRows* contacts = nullptr; ///< the vCard phonebook as last read, absent if it was not
+    const phonedata::ContactReading* contacts = nullptr; ///< the last one, absent if it is out of date
 };
 
 /// The latest record of a change that may have changed something; nothing without one.

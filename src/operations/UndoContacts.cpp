@@ -25,7 +25,7 @@ UndoDiff diffOf(const ContactPlan& plan)
 } // namespace
 
 UndoContacts::UndoContacts(const UndoJob& job, Record record)
-    : Undo(std::move(record)), m_progress(job.progress), m_known(job.contacts),
+    : Undo(std::move(record)), m_known(job.contacts), m_progress(job.progress),
       m_rows(phonedata::makeVcfRows()), m_store(std::make_shared<phonedata::VcardStore>(job.client, *m_rows))
 {
 }
@@ -34,15 +34,14 @@ UndoContacts::~UndoContacts() = default;
 
 std::optional<UndoDiff> UndoContacts::compareWithKnown() const
 {
-    if (!m_known)
-        return {};
-    phonedata::ContactReading held;
-    for (int row = 0; row < m_known->count(); ++row)
-        held.cards.cards.push_back({.entry = phonedata::vcfEntryFrom(m_known->row(row))});
-    Contacts wanted;
-    for (const phonedata::ContactCard& card : phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes).cards)
-        wanted.push_back(card.entry);
-    return diffOf(planEqual(held, wanted));
+    return m_known ? std::optional(diffOf(planFor(*m_known))) : std::nullopt;
+}
+
+ContactPlan UndoContacts::planFor(const phonedata::ContactReading& held) const
+{
+    const bool isDoubtful = record().part(incompletePart) != nullptr;
+    return planRestore(held, phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes),
+                       isDoubtful ? Completeness::Doubtful : Completeness::Whole);
 }
 
 Outcome UndoContacts::plan()
@@ -54,7 +53,7 @@ Outcome UndoContacts::plan()
     Outcome outcome = m_edit->begin();
     if (outcome.cause != Cause::None)
         return outcome;
-    m_plan = planRestore(m_edit->held(), phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes));
+    m_plan = planFor(m_edit->held());
     m_diff = diffOf(m_plan);
     return {};
 }

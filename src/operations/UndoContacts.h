@@ -19,8 +19,10 @@ public:
     Outcome apply() override;
 
 private:
+    ContactPlan planFor(const phonedata::ContactReading& held) const;
+
+    const phonedata::ContactReading* m_known;
     toolkit::Progress m_progress;
-    const toolkit::ListRows* m_known;
     std::unique_ptr<toolkit::ListRows> m_rows;
     std::shared_ptr<phonedata::VcardStore> m_store;
     std::unique_ptr<ContactEdit> m_edit;

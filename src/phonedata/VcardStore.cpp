@@ -85,6 +85,7 @@ void VcardStore::forget()
     if (m_list)
         m_list->clear();
     m_cards = {};
+    m_last.reset();
     forgetCapacity();
 }
 
@@ -125,6 +126,7 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
         reading = {parseCards(object), isCounted ? std::optional(info) : std::nullopt};
         markOwnCard(reading->cards, isCounted ? info.intBelegt : -1);
         m_cards = reading->cards;
+        m_last = reading;
         return true;
     });
     return reading;

@@ -16,8 +16,12 @@ struct ContactReading
     VcfCards cards;
     std::optional<tVcfInfo> info; ///< nothing where "info.log" could not be read
 
-    /// Returns true if as many cards came as the phone counts, or if it does not say how many there are.
+    /// Returns true if as many cards came as the phone counts, or if it does not say how many there are. That
+    /// is enough to show the contacts.
     bool isWhole() const { return !info || cards.isWhole(info->intBelegt); }
+    /// Returns true if the phone's own count confirms the reading. Only this tells which card is the phone's
+    /// own one and which contacts are missing.
+    bool isConfirmed() const { return info && isWhole(); }
 };
 
 /// A contact to be written.
@@ -41,8 +45,7 @@ struct ContactReport
 /// operation takes a session of its own and leaves the line to AT commands again in any case, unless it runs
 /// within a Session. The client's BusyOn and BusyOff are raised around each of them as a whole.
 ///
-/// Held by std::shared_ptr: an operation keeps the store until it has ended. The list may go in the middle of
-/// one; its owner then abandons the client.
+/// Held by std::shared_ptr: an operation keeps the store until it has ended. The list outlives the store.
 class VcardStore : public QObject, public std::enable_shared_from_this<VcardStore>
 {
     Q_OBJECT
@@ -91,6 +94,8 @@ public:
     /// Reads the phonebook and the capacity; the list stays as it is. Nothing after a failure, which has been
     /// shown.
     std::optional<ContactReading> readCards(const toolkit::Progress& progress);
+    /// The last reading, null if there is none or a change followed it.
+    const ContactReading* lastReading() const { return m_last ? &*m_last : nullptr; }
     /// Makes the list show a reading. Rows that show the same already stay where they are.
     void showReading(const ContactReading& reading);
 
@@ -126,6 +131,7 @@ private:
     std::shared_ptr<obex::clsMmc> m_client;
     QPointer<toolkit::ListRows> m_list;
     VcfCards m_cards; // of the last reading, without those that were changed since
+    std::optional<ContactReading> m_last;
     Session* m_session = nullptr;
     QString m_kap = QStringLiteral("?");
     QString m_belegt = QStringLiteral("?");

@@ -37,6 +37,7 @@ bool VcardStore::changeInSession(const QString& name, const Progress& progress, 
                                  const Work& work)
 {
     report = {};
+    m_last.reset();
     if (!m_session && !m_client->line().isWaiting())
         report.backup = backUp();
     return inSession(name, progress, obex::Target::IrMC, work);

@@ -34,13 +34,24 @@ QByteArray takeMark(QByteArray& key, const QByteArray& mark)
 CardLine toCardLine(const QByteArray& text)
 {
     const qsizetype colon = text.indexOf(':');
-    CardLine line{.key = colon < 0 ? text : text.first(colon)};
+    if (colon < 0)
+        return {.key = text, .hasColon = false};
+    CardLine line{.key = text.first(colon)};
     const bool startsWithCharset = line.key.indexOf(charsetMark) < line.key.indexOf(encodingMark);
     const QByteArray encoding = takeMark(line.key, encodingMark);
     const QByteArray charset = takeMark(line.key, charsetMark);
     line.marks = startsWithCharset ? charset + encoding : encoding + charset;
-    line.value = colon < 0 ? QByteArray() : text.sliced(colon + 1);
+    line.value = text.sliced(colon + 1);
     return line;
+}
+
+/// Returns true if a text goes on with the value of the line before it: folded, or within a base64 block,
+/// which ends with an empty line or with the next key.
+bool continues(const CardLine& before, const QByteArray& text)
+{
+    const bool isFolded = text.startsWith(' ') || text.startsWith('\t');
+    const bool isInBlock = before.key.toUpper().contains("BASE64") && !before.value.endsWith("\r\n");
+    return before.hasColon && (isFolded || (isInBlock && !text.contains(':')));
 }
 
 int hexValue(char digit)
@@ -60,6 +71,14 @@ QByteArray fromQuotedPrintable(const QByteArray& text)
         at += low < 0 ? 0 : 2;
     }
     return bytes;
+}
+
+/// Bytes of a value, decoded from quoted-printable.
+QByteArray valueBytes(const CardLine& line)
+{
+    QByteArray bytes = line.value;
+    bytes.replace(softLineEnd, QByteArray());
+    return line.marks.contains(encodingMark) ? fromQuotedPrintable(bytes) : bytes;
 }
 
 bool isAscii(const QByteArray& bytes)
@@ -188,7 +207,10 @@ std::vector<CardLine> cardLines(const QByteArray& raw)
         while (end > start && raw[end - 1] == '=')
             end = raw.indexOf("\r\n", end + 2);
         const QByteArray text = raw.sliced(start, (end < 0 ? raw.size() : end) - start);
-        lines.push_back(toCardLine(text));
+        if (!lines.empty() && continues(lines.back(), text))
+            lines.back().value += "\r\n" + text;
+        else
+            lines.push_back(toCardLine(text));
         start = end < 0 ? raw.size() : end + 2;
     }
     return lines;
@@ -197,15 +219,18 @@ std::vector<CardLine> cardLines(const QByteArray& raw)
 std::optional<QString> utf8Text(const CardLine& line)
 {
     const bool isMarked = line.marks.contains(encodingMark);
-    QByteArray bytes = line.value;
-    bytes.replace(softLineEnd, QByteArray());
-    if (isMarked)
-        bytes = fromQuotedPrintable(bytes);
+    const QByteArray bytes = valueBytes(line);
     if (!isMarked && isAscii(bytes))
         return std::nullopt;
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(bytes);
     return decoder.hasError() ? std::nullopt : std::optional(upToLineEnd(text));
+}
+
+QString lineText(const CardLine& line)
+{
+    const auto text = utf8Text(line);
+    return text ? *text : upToLineEnd(app::fromCp1252(valueBytes(line)));
 }
 
 std::vector<CardLine> otherLines(const QByteArray& raw)

@@ -43,11 +43,16 @@ struct CardLine
 {
     QByteArray key;        ///< "TEL;HOME": without the marks of encoding and character set
     QByteArray marks = {}; ///< ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8", as far as the line has them
-    QByteArray value = {};
+    QByteArray value = {}; ///< with the lines that continue it: folded ones and those of a base64 block
+    bool hasColon = true;  ///< false for a line that is no more than its key
 
-    QByteArray bytes() const { return key + marks + ':' + value + "\r\n"; }
+    QByteArray bytes() const { return key + marks + (hasColon ? ":" : "") + value + "\r\n"; }
 };
 std::vector<CardLine> cardLines(const QByteArray& raw);
+
+/// Text of a line: its bytes as UTF-8 if they are valid, else in the code page; up to a line end or NUL in
+/// it.
+QString lineText(const CardLine& line);
 
 /// Text of a line that is marked as quoted-printable or holds bytes beyond ASCII, if its bytes are valid
 /// UTF-8; up to a line end or NUL in it.

@@ -52,6 +52,13 @@ QByteArray cardLine(const QByteArray& key, const QString& value)
     return card + line + "\r\n";
 }
 
+/// Returns true if a line can go to other programs as it is, with all that continues it.
+bool isPlainLine(const CardLine& line)
+{
+    const QByteArray bytes = line.bytes();
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte > 0; });
+}
+
 } // namespace
 
 QByteArray vcfCardBytes(const tVcfEntry& entry, const std::vector<CardLine>& others)
@@ -71,7 +78,7 @@ QByteArray vcfCardBytes(const tVcfEntry& entry, const std::vector<CardLine>& oth
             card += cardLine(key, VcfEsc(value));
     }
     for (const CardLine& line : others)
-        card += cardLine(line.key, utf8Text(line).value_or(app::fromCp1252(line.value)));
+        card += isPlainLine(line) ? line.bytes() : cardLine(line.key, lineText(line));
     return card + "END:VCARD\r\n\r\n";
 }
 

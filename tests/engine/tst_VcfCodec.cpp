@@ -147,22 +147,24 @@ private Q_SLOTS:
     {
         const QByteArray name = "N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=C5=\r\n=81;B\r\n";
         const QByteArray rest = "TEL;FAX:99\r\nNOTE;CHARSET=UTF-8:\xC3\xA9\r\n";
+        const QByteArray raw = "ADR:a\r\n  b: c\r\nPHOTO;BASE64:\r\n AAAA\r\nBBBB\r\n\r\nNONSENSE\r\n";
         const VcfCards cards =
-            parseCards("BEGIN:VCARD\r\nVERSION:2.1\r\n" + name + "TEL;HOME:1\r\nEMAIL:a@b\r\n" + rest +
+            parseCards("BEGIN:VCARD\r\nVERSION:2.1\r\n" + name + "TEL;HOME:1\r\nEMAIL:a@b\r\n" + rest + raw +
                        "BDAY:0000-00-00\r\nX-IRMC-LUID:7\r\nEND:VCARD\r\n");
         tVcfEntry entry = cards.cards[0].entry;
         entry.birthday.clear();
         entry.home = u"2"_s;
         QCOMPARE(VcfBuildItem(entry, true, &cards.cards[0]),
                  "BEGIN:VCARD\r\n" + name +
-                     "EMAIL;INTERNET:a@b\r\nTEL;HOME:2\r\nX-IRMC-LUID:7\r\nBDAY:0000-00-00\r\n" + rest +
+                     "EMAIL;INTERNET:a@b\r\nTEL;HOME:2\r\nX-IRMC-LUID:7\r\nBDAY:0000-00-00\r\n" + rest + raw +
                      "END:VCARD\r\n\r\n");
         entry.firstName = u"C"_s;
         QVERIFY(VcfBuildItem(entry, true, &cards.cards[0]).contains("UTF-8:=C5=81;C\r\n"));
         QCOMPARE(vcfCardBytes(entry, otherLines(cards.cards[0].raw)),
                  "BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C5=81;C\r\n"
                  "EMAIL;INTERNET:a@b\r\nTEL;HOME:2\r\nX-IRMC-LUID:7\r\nTEL;FAX:99\r\n"
-                 "NOTE;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C3=A9\r\nEND:VCARD\r\n\r\n");
+                 "NOTE;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C3=A9\r\n" +
+                     raw + "END:VCARD\r\n\r\n");
     }
 
     void cardsOfAnObject()

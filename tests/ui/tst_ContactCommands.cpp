@@ -1,6 +1,7 @@
 // The commands of the vCard phonebook in the window, with the boxes that they show, against the emulated
 // handset.
 
+#include "operations/ContactEdit.h"
 #include "operations/Records.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
@@ -94,7 +95,9 @@ private Q_SLOTS:
     void allows();
     void savesAndRecords();
     void savesNothingWithoutRecord();
-    void unconfirmedChange();
+    void lostAnswer();
+    void staleRow();
+    void doubtfulReading();
     void otherThanEntered();
     void deletes();
     void refreshes();
@@ -152,23 +155,84 @@ void tst_ContactCommands::savesNothingWithoutRecord()
     QVERIFY(phone.isInOrder());
 }
 
-void tst_ContactCommands::unconfirmedChange()
+/// The phone took the card, but its answer has no LUID: reading back finds it.
+void tst_ContactCommands::lostAnswer()
 {
     Contacts phone(u"S68H"_s);
+    const auto count = phone.luids().size();
     tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
     entry.lastName = u"Neu"_s;
     phone.port.handset().setFaults({.noLuid = true});
     phone.test.dialogs.expect(lostReference);
-    phone.test.dialogs.expect(
-        box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, editTitle));
-    QCOMPARE(phone.save(entry, 3), CommandResult::Failed);
-    QCOMPARE(phone.list->row(3).key, u"temp_i"_s + entry.luid);
-    phone.test.dialogs.expect(box(
-        Icon::Information, u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + advice));
-    QVERIFY(allowChange(*phone.store, 2) && !allowChange(*phone.store, 3));
-    phone.port.handset().setFaults({});
     QCOMPARE(phone.save(entry, 3), CommandResult::Done);
     QVERIFY(phone.isInOrder());
+    QCOMPARE(phone.luids().size(), count);
+    phone.test.dialogs.expect(lostReference);
+    QCOMPARE(phone.save(someone), CommandResult::Done);
+    QVERIFY(phone.isInOrder());
+    QCOMPARE(phone.luids().size(), count + 1);
+}
+
+/// The phone's user has changed or deleted the contact since the list was read.
+void tst_ContactCommands::staleRow()
+{
+    const QString changed =
+        u"Der Eintrag wurde im Telefon geändert, seit das Telefonbuch eingelesen wurde."_s;
+    const QString missing = u"Der Eintrag wurde im Telefon nicht gefunden."_s;
+    enum class Way { Save, Delete };
+    const Rows<Way, std::optional<Answer>, CommandResult> rows{
+        {"save, deleted in the phone", Way::Save, {}, CommandResult::Refused},
+        {"delete, deleted in the phone", Way::Delete, {}, CommandResult::Refused},
+        {"save, changed in the phone, no", Way::Save, Answer::No, CommandResult::Refused},
+        {"delete, changed in the phone, no", Way::Delete, Answer::No, CommandResult::Refused},
+        {"save, changed in the phone, yes", Way::Save, Answer::Yes, CommandResult::Done},
+        {"delete, changed in the phone, yes", Way::Delete, Answer::Yes, CommandResult::Done},
+    };
+    rows.each([&](const auto& way, const auto& answer, const auto& result) {
+        Contacts phone(u"S68H"_s);
+        handset::IrmcStore& store = phone.port.handset().phone().irmc[handset::ContactStore];
+        tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
+        entry.lastName = u"Neu"_s;
+        QJsonObject fields = store.find(entry.luid)->fields;
+        fields[u"home"_s] = u"0999"_s;
+        if (answer)
+            store.change(entry.luid, fields);
+        else
+            store.remove(entry.luid);
+        const QByteArray before = store.wholeText(phone.port.handset().phone().cardText());
+        phone.list->setSelected(3, true);
+        if (way == Way::Delete)
+            phone.test.dialogs.expectStart(u"1 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
+        if (answer)
+            phone.test.dialogs.expectStart(changed, toolkit::Buttons::YesNo, *answer);
+        else
+            phone.test.dialogs.expectStart(missing);
+        const QString key = phone.list->row(3).key;
+        QCOMPARE(way == Way::Save ? phone.save(entry, 3) : phone.remove(), result);
+        const QByteArray after = store.wholeText(phone.port.handset().phone().cardText());
+        QCOMPARE(after == before, result == CommandResult::Refused);
+        QCOMPARE(phone.records().empty(), result == CommandResult::Refused);
+        if (result == CommandResult::Refused)
+            QCOMPARE(phone.list->row(3).key, key);
+        else
+            QVERIFY(phone.isInOrder());
+    });
+}
+
+/// The record of a change on a doubtful reading shows that it may lack contacts.
+void tst_ContactCommands::doubtfulReading()
+{
+    const Rows<int, bool> rows{{"the second reading is whole", 1, false}, {"it is not", 2, true}};
+    rows.each([&](int miscounts, bool isMarked) {
+        Contacts phone(u"S68H"_s);
+        phone.port.handset().setFaults({.miscounts = miscounts});
+        tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
+        entry.home = u"0123"_s;
+        QCOMPARE(phone.save(entry, 3), CommandResult::Done);
+        const operations::Records all(phone.test.context, phone.records().front().phone);
+        const auto record = all.read(phone.records().front().id);
+        QCOMPARE(record->part(operations::incompletePart) != nullptr, isMarked);
+    });
 }
 
 /// A "=" in one name is read as a code because another name makes the phone use codes.

@@ -46,6 +46,14 @@ QString moveKeyAway(ListRows* list, int row)
     return key;
 }
 
+/// Undoes moveKeyAway() where nothing was written.
+void moveKeyBack(ListRows* list, const QString& movedKey)
+{
+    const int row = list && !movedKey.isEmpty() ? list->indexOfKey(movedKey) : -1;
+    if (row >= 0)
+        list->setKey(row, movedKey.sliced(oldKeyPrefix.size()));
+}
+
 void removeRow(ListRows* list, const QString& key)
 {
     const int row = list && !key.isEmpty() ? list->indexOfKey(key) : -1;
@@ -53,15 +61,19 @@ void removeRow(ListRows* list, const QString& key)
         list->removeAt(row);
 }
 
-/// The window changes the contacts that it shows, so a contact that a reading lacks is not touched.
+/// The window changes single contacts that the phone holds, so a contact that a reading lacks is not touched.
 operations::ContactPolicy windowPolicy()
 {
-    return {.mayUseDoubtfulReading = true};
+    return {.mayUseDoubtfulReading = true, .readsAgain = true};
 }
 
 /// The client has shown the user each failure of the phone. The rest is shown here.
 void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
 {
+    if (facts.cause == operations::Cause::Doubtful)
+        show(store, {.text = u"Das Telefon hat nicht mitgeteilt, wie viele Einträge es enthält. Im Telefon "
+                             u"wurde nichts geändert. Bitte versuchen Sie es erneut."_s,
+                     .icon = Icon::Exclamation});
     if (facts.cause != operations::Cause::NotSaved)
         return;
     show(store, {.text = u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: %1\n\n"
@@ -94,49 +106,137 @@ void showMismatches(VcardStore& store, const operations::ContactEdit& edit,
                  .icon = Icon::Exclamation});
 }
 
-operations::ContactPlan planFor(const tVcfEntry& entry)
+/// Shows a contact that the reading lacks or that has no valid LUID there. Returns true if there is none.
+bool requireFound(const VcardStore& store, const operations::LuidPlan& found)
 {
-    operations::ContactPlan plan;
-    if (entry.luid.isEmpty())
-        plan.add.push_back({entry});
-    else
-        plan.change.push_back({entry, {entry}});
-    return plan;
+    if (found.isSound())
+        return true;
+    show(store, {.text = u"Der Eintrag wurde im Telefon nicht gefunden. Im Telefon wurde nichts geändert.\n\n"
+                         u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu Laden\")."_s,
+                 .icon = Icon::Exclamation});
+    return false;
 }
 
-/// Writes a contact in a session of its own. Returns true if the phone took it.
-bool writeContact(VcardStore& store, const tVcfEntry& entry, const QString& oldKey, const Progress& progress)
+/// Asks about a contact that was changed in the phone after the list was read. Returns true if it may be
+/// replaced or deleted.
+bool confirmOther(const VcardStore& store, const tVcfEntry& shown, const tVcfEntry& held)
+{
+    if (phonedata::haveSameContent(shown, held))
+        return true;
+    if (store.client().isAbandoned())
+        return false;
+    return store.context().dialogs.Show(
+               {.text = u"Der Eintrag wurde im Telefon geändert, seit das Telefonbuch eingelesen wurde.\n\n"
+                        u"In der Liste: %1\nIm Telefon: %2\n\n"
+                        u"Möchten Sie den Eintrag im Telefon trotzdem ändern bzw. löschen?"_s.arg(
+                            fieldsOf(shown), fieldsOf(held)),
+                .title = app::productName() + u" - Adressbuch bearbeiten"_s,
+                .buttons = Buttons::YesNo,
+                .icon = Icon::Question,
+                .defaultButton = Answer::No}) == Answer::Yes;
+}
+
+/// The plan for one contact. Nothing if it is not to be written; the user knows why. `shown` is the contact
+/// as the list shows it, nothing for a new one.
+std::optional<operations::ContactPlan> planFor(const VcardStore& store, const operations::ContactEdit& edit,
+                                               const tVcfEntry& entry, const std::optional<tVcfEntry>& shown)
+{
+    if (entry.luid.isEmpty())
+        return operations::planAdd({entry});
+    const operations::LuidPlan found = operations::planChange(edit.held(), entry);
+    if (!requireFound(store, found))
+        return std::nullopt;
+    const tVcfEntry& held = found.plan.change.front().from;
+    const bool mayChange =
+        !shown || phonedata::haveSameContent(held, entry) || confirmOther(store, *shown, held);
+    return mayChange ? std::optional(found.plan) : std::nullopt;
+}
+
+/// Returns true if the phone took a change, also if its answer was lost and reading back found the change.
+/// The list then shows the reading.
+bool acceptChange(VcardStore& store, const operations::ContactEdit& edit,
+                  const operations::ContactOutcome& outcome)
+{
+    if (outcome.isAnswered)
+        return true;
+    if (!outcome.facts.isDone() || !edit.heldAfter())
+        return false;
+    store.showReading(*edit.heldAfter());
+    return true;
+}
+
+/// The result of a session that can't be used for a change.
+CommandResult reportBegin(const VcardStore& store, const operations::Outcome& facts)
+{
+    showOwnFailure(store, facts);
+    return facts.cause == operations::Cause::Doubtful ? CommandResult::Refused : CommandResult::Failed;
+}
+
+/// Writes a contact in a session of its own.
+CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std::optional<tVcfEntry>& shown,
+                           const QString& oldKey, const Progress& progress)
 {
     operations::ContactOutcome outcome;
+    bool isDone = false;
     {
         operations::ContactEdit edit(store.shared_from_this(), windowPolicy(), progress);
-        outcome.facts = edit.begin();
-        if (!outcome.facts.isDone())
-            return false;
-        outcome = edit.apply(planFor(entry), entry.luid.isEmpty() ? u"add"_s : u"change"_s);
-        if (outcome.isAnswered && outcome.facts.confirmed > 0) {
+        const operations::Outcome ready = edit.begin();
+        if (!ready.isDone()) {
+            edit.end();
+            return reportBegin(store, ready);
+        }
+        const auto plan = planFor(store, edit, entry, shown);
+        if (!plan)
+            return CommandResult::Refused;
+        outcome = edit.apply(*plan, entry.luid.isEmpty() ? u"add"_s : u"change"_s);
+        isDone = outcome.facts.confirmed > 0 && acceptChange(store, edit, outcome);
+        if (isDone) {
             removeRow(store.list(), oldKey);
             showMismatches(store, edit, outcome);
         }
     }
     showOwnFailure(store, outcome.facts);
-    return outcome.isAnswered && outcome.facts.confirmed > 0;
+    return isDone ? CommandResult::Done : CommandResult::Failed;
 }
 
-bool deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& contacts, const Progress& progress)
+/// The plan for deleting contacts that the list shows. Nothing if they are to stay; the user knows why.
+std::optional<operations::ContactPlan> planDeletion(const VcardStore& store,
+                                                    const operations::ContactEdit& edit,
+                                                    const std::vector<tVcfEntry>& contacts)
+{
+    QStringList luids;
+    for (const tVcfEntry& contact : contacts)
+        luids.append(contact.luid);
+    const operations::LuidPlan found = operations::planDelete(edit.held(), luids);
+    if (!requireFound(store, found))
+        return std::nullopt;
+    for (size_t index = 0; index < contacts.size(); ++index) {
+        if (!confirmOther(store, contacts[index], found.plan.remove[index]))
+            return std::nullopt;
+    }
+    return found.plan;
+}
+
+CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& contacts,
+                             const Progress& progress)
 {
     operations::ContactOutcome outcome;
+    bool isDone = false;
     {
         operations::ContactEdit edit(store.shared_from_this(), windowPolicy(), progress);
-        outcome.facts = edit.begin();
-        if (!outcome.facts.isDone())
-            return false;
-        operations::ContactPlan plan;
-        plan.remove = contacts;
-        outcome = edit.apply(plan, u"delete"_s);
+        const operations::Outcome ready = edit.begin();
+        if (!ready.isDone()) {
+            edit.end();
+            return reportBegin(store, ready);
+        }
+        const auto plan = planDeletion(store, edit, contacts);
+        if (!plan)
+            return CommandResult::Refused;
+        outcome = edit.apply(*plan, u"delete"_s);
+        isDone = acceptChange(store, edit, outcome) && outcome.facts.cause != operations::Cause::NotSaved;
     }
     showOwnFailure(store, outcome.facts);
-    return outcome.isAnswered && outcome.facts.cause != operations::Cause::NotSaved;
+    return isDone ? CommandResult::Done : CommandResult::Failed;
 }
 
 bool hasWrongNumbers(const ListRows& list)
@@ -198,8 +298,16 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, co
         return CommandResult::Refused;
     }
     const auto keep = store.shared_from_this();
-    const QString oldKey = entry.luid.isEmpty() ? QString() : moveKeyAway(store.list(), row);
-    if (!writeContact(store, entry, oldKey, progress)) {
+    const bool isNew = entry.luid.isEmpty();
+    const bool hasRow = !isNew && store.list() && row >= 0 && row < store.list()->count();
+    const auto shown = hasRow ? std::optional(phonedata::vcfEntryFrom(store.list()->row(row))) : std::nullopt;
+    const QString oldKey = hasRow ? moveKeyAway(store.list(), row) : QString();
+    const CommandResult result = writeContact(store, entry, shown, oldKey, progress);
+    if (result == CommandResult::Refused) {
+        moveKeyBack(store.list(), oldKey);
+        return result;
+    }
+    if (result == CommandResult::Failed) {
         show(store, {.text = u"Fehler beim Schreiben des Adressbucheintrags."_s,
                      .title = title,
                      .icon = Icon::Exclamation});
@@ -253,8 +361,9 @@ CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
          .defaultButton = Answer::No});
     if (answer != Answer::Yes)
         return CommandResult::Refused;
-    if (deleteContacts(store, contacts, progress))
-        return CommandResult::Done;
+    const CommandResult result = deleteContacts(store, contacts, progress);
+    if (result != CommandResult::Failed)
+        return result;
     if (store.client().isAbandoned())
         return CommandResult::Failed;
     show(store,

@@ -133,7 +133,7 @@ void frmPB::showFormerStates()
     }
     operations::UndoJob job{m_program.line, m_program.memory, m_mmc};
     if (m_contacts && m_contacts->isRead())
-        job.contacts = &m_contacts->rows();
+        job.contacts = m_contacts->store()->lastReading();
     FormerStatesDialog dialog(m_program, job, list, this);
     dialog.exec();
     if (m_contacts && dialog.changedLists().contains(operations::RecordedList::Phonebook))
