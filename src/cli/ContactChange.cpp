@@ -1,5 +1,6 @@
 #include "cli/ContactChange.h"
 
+#include "app/Files.h"
 #include "cli/ContactWords.h"
 #include "cli/DataWork.h"
 #include "cli/FindPhone.h"
@@ -9,6 +10,8 @@
 #include "cli/Tables.h"
 #include "link/PhoneModels.h"
 #include "operations/ContactFields.h"
+#include "operations/ContactFiles.h"
+#include "operations/SavedText.h"
 
 #include <QJsonArray>
 
@@ -225,6 +228,17 @@ QString warningLines(const Contacts& contacts)
             text += u"%1: %2\n"_s.arg(printable(operations::contactName(contact)), printable(warning));
     }
     return text;
+}
+
+QString droppedLines(const QString& path)
+{
+    QByteArray bytes;
+    if (!operations::endsIn(path, u".vcf") || !app::readWholeFile(path, bytes))
+        return {};
+    const QStringList keys = operations::droppedKeys(bytes);
+    return keys.isEmpty() ? QString()
+                          : u"%1: there is no field for these lines, so they are not written: %2\n"_s.arg(
+                                path, printable(keys.join(u", "_s)));
 }
 
 bool confirmWarnings(Job& job, const QString& warnings)

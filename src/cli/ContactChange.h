@@ -36,6 +36,9 @@ std::optional<operations::Contacts> readContacts(Job& job, const QString& path);
 /// Lines of warnings about contacts that a phone may cut or refuse; empty if there are none.
 QString warningLines(const operations::Contacts& contacts);
 
+/// The same about lines of a .vcf file that contacts have no field for.
+QString droppedLines(const QString& path);
+
 /// Asks about warnings. Where nobody is there to see the question they are noted. Returns true if the change
 /// may go on.
 bool confirmWarnings(Job& job, const QString& warnings);

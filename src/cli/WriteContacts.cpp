@@ -103,7 +103,7 @@ ExitStatus ContactWriter::run()
 std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStatus& status)
 {
     const ContactPlan plan = operations::planEqual(edit.held(), m_wanted);
-    const QString warnings = warningsAboutPlan(plan);
+    const QString warnings = warningsAboutPlan(plan) + droppedLines(m_job.invocation.arguments.first());
     if (m_isDryRun) {
         m_job.out.note(warnings);
         m_job.out.show(planJson(plan), planText(plan));

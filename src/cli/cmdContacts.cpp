@@ -56,7 +56,7 @@ ExitStatus runPhonebookAdd(Job& job)
     auto contacts = readContacts(job, job.invocation.arguments.first());
     if (!contacts)
         return ExitWrongUse;
-    if (!confirmWarnings(job, warningLines(*contacts)))
+    if (!confirmWarnings(job, warningLines(*contacts) + droppedLines(job.invocation.arguments.first())))
         return ExitRefused;
     const ContactPlan plan = operations::planAdd(std::move(*contacts));
     const auto makePlan = [&](const ContactEdit& edit, ExitStatus& status) {
@@ -79,7 +79,7 @@ ExitStatus runPhonebookSet(Job& job)
     phonedata::tVcfEntry& contact = contacts->front();
     contact.luid = job.invocation.arguments[0];
     if (!requireAnswers(job, u"Change a contact in the phone?"_s) ||
-        !confirmWarnings(job, warningLines(*contacts)))
+        !confirmWarnings(job, warningLines(*contacts) + droppedLines(path)))
         return ExitRefused;
     const auto makePlan = [&](const ContactEdit& edit, ExitStatus& status) -> std::optional<ContactPlan> {
         const LuidPlan result = operations::planChange(edit.held(), contact);

@@ -88,6 +88,22 @@ QByteArray contactCardBytes(const phonedata::ContactReading& reading)
     return cards;
 }
 
+QStringList droppedKeys(const QByteArray& bytes)
+{
+    static const QByteArrayList known{"N", "FN", "BEGIN", "VERSION", "END", ""};
+    QByteArray text = bytes;
+    text.replace("\r\n", "\n").replace('\r', '\n').replace('\n', "\r\n");
+    QStringList dropped;
+    for (const CardLine& line : phonedata::cardLines(text)) {
+        const QByteArrayList key = line.key.toUpper().split(';');
+        const QString name = QString::fromLatin1(line.key.toUpper());
+        const bool isRead = known.contains(key.first()) || fieldOf(key);
+        if (line.hasColon && !isRead && !line.value.isEmpty() && !dropped.contains(name))
+            dropped.append(name);
+    }
+    return dropped;
+}
+
 bool readContactCards(const QByteArray& bytes, const ReadingRules&, SavedList& list, SavedListFault& fault)
 {
     list.contacts.clear();

@@ -26,5 +26,8 @@ QByteArray contactCardBytes(const phonedata::ContactReading& reading);
 /// Reads such cards. Lines that a contact has no field for are left out: the phone keeps its own ones.
 bool readContactCards(const QByteArray& bytes, const ReadingRules& rules, SavedList& list,
                       SavedListFault& fault);
+/// Keys of the lines that readContactCards() leaves out although they hold something, such as "TEL;FAX". A
+/// formatted name is none of them: the name itself is read.
+QStringList droppedKeys(const QByteArray& bytes);
 
 } // namespace kalmo::operations

@@ -306,21 +306,18 @@ void tst_ContactEdit::nothingWithoutRoomOrCount()
     QCOMPARE(full.change(add).facts.cause, Cause::NoRoom);
     full.port.handset().setFaults({.miscounts = 2});
     QCOMPARE(full.change(add, {.readsAgain = true}).facts.cause, Cause::Doubtful);
-    int doubtful = 0;
-    for (int request = 1; request <= 4; ++request) { // one of them asks for the count
+    bool isDoubtful = false;
+    for (int request = 1; request <= 10 && !isDoubtful; ++request) { // one of them asks for the count
         full.port.handset().setFaults({.refuseAt = request});
         const auto outcome = full.change(
             [](const ContactReading& held) {
                 return planDelete(held, {held.cards.cards[0].entry.luid}).plan;
             },
             {.mayUseDoubtfulReading = true});
-        doubtful += outcome.facts.cause == Cause::Doubtful ? 1 : 0;
+        isDoubtful = outcome.facts.cause == Cause::Doubtful;
         full.test.verdict.take();
-        full.port.handset().setFaults({});
-        if (outcome.facts.sent > 0)
-            break;
     }
-    QCOMPARE(doubtful, 1);
+    QVERIFY(isDoubtful);
     QVERIFY(full.records().empty());
     QCOMPARE(full.held().items().size(), 2U);
 }
@@ -343,6 +340,8 @@ void tst_ContactEdit::cardsBringBack()
     QVERIFY(readContactCards("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:M=FCller;J\nTEL;HOME:1\nEND:VCARD\n",
                              {}, latin, none));
     QCOMPARE(latin.contacts[0].lastName, u"Müller"_s);
+    QCOMPARE(droppedKeys("BEGIN:VCARD\nFN:a\nN:a\nTEL;FAX:1\nTEL;HOME:1\nNOTE:x\nADR:\nNOTE:y\nEND:VCARD\n"),
+             QStringList({u"TEL;FAX"_s, u"NOTE"_s}));
     const Rows<QByteArray, FileFault> rows{
         {"none", "hello", FileFault::NothingInIt},
         {"cut off", "BEGIN:VCARD\nN:a\nBEGIN:VCARD\nN:b\nEND:VCARD\n", FileFault::CardWithoutEnd},

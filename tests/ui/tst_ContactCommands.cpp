@@ -66,6 +66,11 @@ struct Contacts : TestProgram
         all.sort();
         return all;
     }
+    QByteArray cards()
+    {
+        const auto& phone = port.handset().phone();
+        return phone.irmc[handset::ContactStore].wholeText(phone.cardText());
+    }
     /// The list holds exactly the contacts of the phone, and the line takes AT commands.
     bool isInOrder()
     {
@@ -128,8 +133,7 @@ void tst_ContactCommands::allows()
 void tst_ContactCommands::savesAndRecords()
 {
     Contacts phone(u"SL450HX"_s);
-    const QByteArray before = phone.port.handset().phone().irmc[handset::ContactStore].wholeText(
-        phone.port.handset().phone().cardText());
+    const QByteArray before = phone.cards();
     phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
     phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, editTitle));
     QCOMPARE(phone.save(someone), CommandResult::Done);
@@ -190,16 +194,16 @@ void tst_ContactCommands::staleRow()
     };
     rows.each([&](const auto& way, const auto& answer, const auto& result) {
         Contacts phone(u"S68H"_s);
-        handset::IrmcStore& store = phone.port.handset().phone().irmc[handset::ContactStore];
         tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
         entry.lastName = u"Neu"_s;
-        QJsonObject fields = store.find(entry.luid)->fields;
-        fields[u"home"_s] = u"0999"_s;
-        if (answer)
-            store.change(entry.luid, fields);
-        else
-            store.remove(entry.luid);
-        const QByteArray before = store.wholeText(phone.port.handset().phone().cardText());
+        const auto otherList = makeVcfRows();
+        const auto other =
+            std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(phone.line), *otherList);
+        tVcfEntry onPhone = vcfEntryFrom(phone.list->row(3));
+        onPhone.home = u"0999"_s;
+        QVERIFY(answer ? other->VcfWriteList({onPhone}, phone.progress.all())
+                       : other->deleteContacts({entry.luid}, phone.progress.all()));
+        const QByteArray before = phone.cards();
         phone.list->setSelected(3, true);
         if (way == Way::Delete)
             phone.test.dialogs.expectStart(u"1 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
@@ -209,8 +213,7 @@ void tst_ContactCommands::staleRow()
             phone.test.dialogs.expectStart(missing);
         const QString key = phone.list->row(3).key;
         QCOMPARE(way == Way::Save ? phone.save(entry, 3) : phone.remove(), result);
-        const QByteArray after = store.wholeText(phone.port.handset().phone().cardText());
-        QCOMPARE(after == before, result == CommandResult::Refused);
+        QCOMPARE(phone.cards() == before, result == CommandResult::Refused);
         QCOMPARE(phone.records().empty(), result == CommandResult::Refused);
         if (result == CommandResult::Refused)
             QCOMPARE(phone.list->row(3).key, key);
