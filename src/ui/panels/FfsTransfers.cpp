@@ -2,6 +2,7 @@
 
 #include "operations/DeleteFiles.h"
 #include "ui/panels/FileBoxes.h"
+#include "ui/panels/NumberedPanel.h"
 
 #include <QDir>
 
@@ -131,7 +132,8 @@ QString deletedText(const QStringList& unsaved, const QStringList& open)
 bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& to,
                  const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes)
 {
-    FileAccess access(mmc, u"Upload"_s, progress);
+    NumberedPanel panel(progress.panel, static_cast<qsizetype>(files.size()));
+    FileAccess access(mmc, u"Upload"_s, {&panel, progress.bar, progress.cancel});
     operations::SendPlan plan = operations::planSend(to, files);
     const operations::SendPolicy policy{
         .stopsAtFailure = true, .freeBytes = freeBytes, .countsRoomOfReplaced = false};
@@ -151,7 +153,8 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
         }
         hasFailed = hasFailed || file.obstacle == FileObstacle::NoRoom || (file.isPossible() && !isDone);
     };
-    operations::applySend(access, plan, policy, {.finished = finished});
+    const auto sending = [&panel](const PlannedFile&) { panel.next(); };
+    operations::applySend(access, plan, policy, {.sending = sending, .finished = finished});
     if (hasFailed && files.size() > 1) {
         const QStringList parts =
             lines(u"Zum Telefon übertragen:"_s, done) + lines(u"Nicht übertragen:"_s, notDone);

@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/WorkFolder.h"
 #include "ui/panels/FfsTransfers.h"
+#include "ui/panels/NumberedPanel.h"
 
 #include <QFileInfo>
 
@@ -14,29 +15,6 @@ using media::PreparedFile;
 using operations::FileAccess;
 
 namespace {
-
-/// A status panel that says which file of several it is.
-class NumberedPanel : public toolkit::StatusPanel
-{
-public:
-    NumberedPanel(toolkit::StatusPanel* panel, qsizetype count) : m_panel(panel), m_count(count) {}
-
-    void next() { ++m_index; }
-    QString Text() const override { return m_text; }
-    void SetText(const QString& text) override
-    {
-        m_text = text;
-        const bool isNumbered = m_count > 1 && m_index > 0 && !text.isEmpty();
-        toolkit::setStatus(m_panel,
-                           isNumbered ? u"%1 von %2: %3"_s.arg(m_index).arg(m_count).arg(text) : text);
-    }
-
-private:
-    toolkit::StatusPanel* m_panel;
-    qsizetype m_count;
-    qsizetype m_index = 0;
-    QString m_text;
-};
 
 /// Everything that has been made ready, with its bytes.
 struct Batch
