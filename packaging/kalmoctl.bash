@@ -7,6 +7,7 @@ _kalmoctl()
     local words= files= index
     local importValues='@(--for|--against|--separator|--quote|--reading|--encoding|--name|--number|--last-name|--first-name|--home|--mobile|--work|--email|--birthday|--time|--dates|--country|--outside-line|--outside-line-min|--numbers|--compose)'
     local importSwitches='--keep-country --drop-zero --skip-heading --base-letters --no-birthdays --own-birthdays --fill-names --existing-by-number --no-existing --all --shorten --skip-too-long'
+    local importOptions="${importValues//[@()|]/ } $importSwitches"
     local -a given=() # what stands ahead of the cursor and is neither an option nor its value
 
     for ((index = 1; index < COMP_CWORD; ++index)); do
@@ -42,8 +43,8 @@ _kalmoctl()
             case ${given[*]} in
                 '') words='ports find status clock phonebook providers ringtones calendar notes areacodes files media history undo preview recover' ;;
                 clock | ringtones | areacodes) words='set' ;;
-                phonebook) words='read write export add set delete' ;;
-                providers) words='read write export' ;;
+                phonebook) words='read write import export add set delete' ;;
+                providers) words='read write import export' ;;
                 calendar | notes) words='read' ;;
                 files) words='ls get put rm mkdir mv df attr' ;;
                 'undo'*) options+=' --dry-run' ;;
@@ -68,7 +69,10 @@ _kalmoctl()
                 'phonebook write') options+=' --dry-run' files='tel|json|csv|vcf' ;;
                 'providers write') options+=' --dry-run' files='prv|json' ;;
                 'phonebook write '* | 'providers write '*) options+=' --dry-run' ;;
-                preview*) options+=" ${importValues//[@()|]/ } $importSwitches" files='csv|txt|tel|wab|vcf' ;;
+                preview*) options+=" $importOptions" files='csv|txt|tel|wab|vcf' ;;
+                'phonebook import'* | 'providers import'*)
+                    options+=" ${importOptions#*--against} --dry-run" files='csv|txt|tel|wab|vcf'
+                    ;;
                 'phonebook export' | 'providers export')
                     options+=' --from --columns --rows --no-header --empty-line --separator --replace --template --fixed-width --force'
                     files='csv|xlsx|docx|html|htm|vcf'

@@ -22,6 +22,10 @@ const Option qualityOption{
 const Option forceOption{u"--force", u"", u"", u"replace OUT without a question"};
 const Option dryRunOption{u"--dry-run", u"", u"", u"only say what would be added, changed and removed"};
 
+const Argument importArgument{
+    u"FILE", u"a .csv, .txt or .tel file, or an address book: .wab, .vcf or a folder of .vcf"};
+const Option importDryRunOption{u"--dry-run", u"", u"", u"only show the preview"};
+
 constexpr QStringView writeDetails =
     u"What the phone holds is read first and saved as a backup in the storage folder. Then\n"
     u"the list in the phone is erased and written anew, read back and compared. If writing\n"
@@ -32,6 +36,10 @@ constexpr QStringView phonebookWriteDetails =
     u"phonebook is then erased and written anew. One of vCards is made equal to the file:\n"
     u"contacts are matched by LUID, by equal content, by name, and those that are the same\n"
     u"are left alone. In the end the phonebook is read back and compared.\n";
+
+constexpr QStringView importDetails =
+    u"The phonebook is read first, and rows that it holds already are left out. Rows with an\n"
+    u"x are imported after a question; \"undo\" takes an import back.\n";
 
 constexpr QStringView exportDetails =
     u"FILE ends in .csv, .xlsx, .docx, .html, .htm or .vcf. A file that is there already is\n"
@@ -94,6 +102,13 @@ const std::vector<Command> table = {
      .options = {dryRunOption},
      .details = phonebookWriteDetails,
      .run = runPhonebookWrite},
+    {.words = u"phonebook import",
+     .help = u"add the entries of another program's file to the phonebook",
+     .arguments = {importArgument},
+     .options = {importDryRunOption},
+     .group = &importOptionGroup(),
+     .details = importDetails,
+     .run = runPhonebookImport},
     {.words = u"phonebook export",
      .help = u"make a table, a page or cards of the phonebook",
      .arguments = {{u"FILE", u"file to make; its ending says of what kind"}},
@@ -115,6 +130,15 @@ const std::vector<Command> table = {
      .fits = link::isClassic,
      .needs = classicHandset,
      .run = runProvidersWrite},
+    {.words = u"providers import",
+     .help = u"add the entries of another program's file to the list of providers",
+     .arguments = {importArgument},
+     .options = {importDryRunOption},
+     .group = &importOptionGroup(),
+     .details = importDetails,
+     .fits = link::isClassic,
+     .needs = classicHandset,
+     .run = runProvidersImport},
     {.words = u"providers export",
      .help = u"make a table, a page or cards of the list of providers",
      .arguments = {{u"FILE", u"file to make; its ending says of what kind"}},
@@ -242,8 +266,7 @@ const std::vector<Command> table = {
      .run = runUndo},
     {.words = u"preview",
      .help = u"show what an import of a file would bring",
-     .arguments = {{u"FILE",
-                    u"a .csv, .txt or .tel file, or an address book: .wab, .vcf or a folder of .vcf"}},
+     .arguments = {importArgument},
      .options =
          {{u"--for", u"", u"KIND", u"the phonebook that it is for: classic or vcard", {u"classic", u"vcard"}},
           {u"--against", u"", u"FILE", u"a saved list that stands in for the phone's"}},

@@ -107,26 +107,6 @@ bool differsAsWarned(const ContactOutcome& outcome)
                        [](const auto& pair) { return !warningsAbout(pair.first).isEmpty(); });
 }
 
-ExitStatus reportUsual(Job& job, const ContactCommand& command, const ContactOutcome& outcome)
-{
-    const Outcome& facts = outcome.facts;
-    if (facts.cause == Cause::NoRoom || facts.cause == Cause::NotSaved) {
-        job.out.error(failureText(job, command, outcome));
-        return ExitFailed;
-    }
-    QJsonObject json = commonJson(facts);
-    json[command.verb] = facts.confirmed;
-    json[u"luids"_s] = luidsJson(outcome.luids);
-    job.out.show(json, doneText(command, outcome));
-    if (differsAsWarned(outcome)) {
-        job.out.note(u"The phone holds this otherwise, as was warned:\n"_s + mismatchText(outcome));
-        return ExitDone;
-    }
-    if (!facts.isDone() || !facts.verified)
-        job.out.error(failureText(job, command, outcome));
-    return statusOf(facts);
-}
-
 } // namespace
 
 QJsonObject commonJson(const Outcome& facts)
@@ -166,12 +146,40 @@ QString failureText(Job& job, const ContactCommand& command, const ContactOutcom
     return text.chopped(1);
 }
 
+ExitStatus reportContacts(Job& job, const ContactCommand& command, const ContactOutcome& outcome,
+                          QJsonObject json)
+{
+    const Outcome& facts = outcome.facts;
+    if (facts.cause == Cause::NoRoom || facts.cause == Cause::NotSaved) {
+        job.out.error(failureText(job, command, outcome));
+        return ExitFailed;
+    }
+    const QJsonObject common = commonJson(facts);
+    for (auto fact = common.begin(); fact != common.end(); ++fact)
+        json[fact.key()] = fact.value();
+    json[command.verb] = facts.confirmed;
+    json[u"luids"_s] = luidsJson(outcome.luids);
+    job.out.show(json, doneText(command, outcome));
+    if (differsAsWarned(outcome)) {
+        job.out.note(u"The phone holds this otherwise, as was warned:\n"_s + mismatchText(outcome));
+        return ExitDone;
+    }
+    if (!facts.isDone() || !facts.verified)
+        job.out.error(failureText(job, command, outcome));
+    return statusOf(facts);
+}
+
 ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan,
                           const Report& report)
 {
     const QStringView needs = u"a handset with a vCard phonebook (families 5 to 13) for contacts";
-    if (const ExitStatus found = findPhone(job, link::hasVcards, needs); found != ExitDone)
-        return found;
+    const ExitStatus found = findPhone(job, link::hasVcards, needs);
+    return found == ExitDone ? changeContactsOfFound(job, command, makePlan, report) : found;
+}
+
+ExitStatus changeContactsOfFound(Job& job, const ContactCommand& command, const MakePlan& makePlan,
+                                 const Report& report)
+{
     return withClient(job, [&](const std::shared_ptr<obex::clsMmc>& client) {
         const auto list = phonedata::makeVcfRows();
         const auto store = std::make_shared<phonedata::VcardStore>(client, *list);
@@ -196,8 +204,19 @@ ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePla
 ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan)
 {
     return changeContacts(job, command, makePlan, [&](const ContactEdit&, const ContactOutcome& outcome) {
-        return reportUsual(job, command, outcome);
+        return reportContacts(job, command, outcome);
     });
+}
+
+bool requireRoom(Job& job, const ContactEdit& edit, const operations::ContactPlan& plan)
+{
+    const auto room = edit.freePlaces();
+    if (room && plan.fits(*room))
+        return true;
+    job.out.error(room ? u"the phone has room for %1; nothing was changed in it."_s.arg(
+                             entryCount(static_cast<size_t>(std::max(*room, 0))))
+                       : u"the phone does not say how much room it has; nothing was changed in it."_s);
+    return false;
 }
 
 std::optional<Contacts> readContacts(Job& job, const QString& path)

@@ -28,6 +28,16 @@ ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePla
                           const Report& report);
 /// The same with the usual report: the LUIDs of the contacts, and those that were not changed.
 ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan);
+/// The same with a phone that has been found.
+ExitStatus changeContactsOfFound(Job& job, const ContactCommand& command, const MakePlan& makePlan,
+                                 const Report& report);
+
+/// The usual report. `json` holds further facts for the result in JSON.
+ExitStatus reportContacts(Job& job, const ContactCommand& command, const operations::ContactOutcome& outcome,
+                          QJsonObject json = {});
+
+/// Reports that new contacts do not fit. Returns true if they do.
+bool requireRoom(Job& job, const operations::ContactEdit& edit, const operations::ContactPlan& plan);
 
 /// Reads the file that a command names, without contacts that hold nothing. Nothing after a fault, which has
 /// been reported.

@@ -9,6 +9,8 @@
 #include "cli/WriteReport.h"
 #include "link/PhoneModels.h"
 
+#include <QJsonObject>
+
 namespace kalmo::cli {
 
 using operations::Cause;
@@ -33,6 +35,7 @@ public:
     }
 
     ExitStatus run();
+    ExitStatus append(operations::Entries extra, int skipped);
 
 private:
     bool readFile();
@@ -49,10 +52,8 @@ private:
         m_job.out.error(text);
         return status;
     }
-    void show(const Outcome& outcome, const QString& text = {}, bool isErased = true)
-    {
-        m_job.out.show(resultJson(outcome, isErased, backup()), text);
-    }
+    void show(const Outcome& outcome, const QString& text = {}, bool isErased = true);
+    ExitStatus tellUnread();
     QString backup() const { return m_plan.savedIn.isEmpty() ? QString() : m_plan.savedIn.last(); }
     QString wantedCount() const { return entryCount(m_plan.given.size()); }
 
@@ -63,6 +64,7 @@ private:
     operations::WritePolicy m_policy;
     operations::Entries m_fromFile;
     ListPlan m_plan;
+    std::optional<int> m_skipped; // rows of a file that an import leaves out
 };
 
 ExitStatus ListWriter::run()
@@ -82,16 +84,52 @@ ExitStatus ListWriter::run()
         m_plan = operations::planReplace(m_list, m_fromFile, m_policy);
     }
     m_job.progress.clear();
-    if (m_plan.reading.cause != Cause::None) {
-        const ExitStatus status = tellReadFailure(m_job, m_store, m_plan.reading);
-        m_job.out.note(u"Nothing was changed in the phone.\n"_s);
-        return status;
-    }
+    if (m_plan.reading.cause != Cause::None)
+        return tellUnread();
     if (!dryRun)
         return replace();
     m_job.out.note(warningLines(m_plan));
     m_job.out.show(diffJson(m_plan.diff), diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
     return m_plan.isDoubtful() ? fail(ExitFailed, disturbed + u'.') : ExitDone;
+}
+
+/// Adds entries to the list of a phone that has been found.
+ExitStatus ListWriter::append(operations::Entries extra, int skipped)
+{
+    constexpr qint64 timeForAnswer = 120; // seconds; after them the list is read once more
+    m_skipped = skipped;
+    m_policy.recordCause = u"import"_s;
+    m_policy.trustedFor = timeForAnswer;
+    {
+        const StoreOpenScope open;
+        m_plan = operations::planAppend(m_list, std::move(extra), m_policy);
+    }
+    m_job.progress.clear();
+    return m_plan.reading.cause == Cause::None ? replace() : tellUnread();
+}
+
+ExitStatus ListWriter::tellUnread()
+{
+    const ExitStatus status = tellReadFailure(m_job, m_store, m_plan.reading);
+    m_job.out.note(u"Nothing was changed in the phone.\n"_s);
+    return status;
+}
+
+/// Shows the result. `text` is empty if an error was reported.
+void ListWriter::show(const Outcome& outcome, const QString& text, bool isErased)
+{
+    QJsonObject json = resultJson(outcome, isErased, backup()).toObject();
+    if (!m_skipped) {
+        m_job.out.show(json, text);
+        return;
+    }
+    // The phone's own entries go back before the new ones.
+    const int imported = std::max(outcome.confirmed - static_cast<int>(m_plan.held.entries.size()), 0);
+    json[u"imported"_s] = isErased ? QJsonValue(imported) : QJsonValue();
+    json[u"skipped"_s] = *m_skipped;
+    const QString counts = u"%1 imported, %2 skipped.\n"_s.arg(entryCount(static_cast<size_t>(imported)),
+                                                               QString::number(*m_skipped));
+    m_job.out.show(json, text.isEmpty() ? text : counts + text);
 }
 
 bool ListWriter::readFile()
@@ -124,7 +162,8 @@ ExitStatus ListWriter::replace()
         return fail(ExitFailed, disturbed + u".\nNothing was changed in it."_s);
     if (!saveHeld())
         return ExitFailed;
-    m_job.out.note(diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
+    if (!m_skipped) // of an import the preview has been shown
+        m_job.out.note(diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
     if (!agrees() || m_job.stop.Checked())
         return tellUnchanged();
     ListOutcome result;
@@ -243,6 +282,11 @@ ExitStatus ListWriter::reportFailure(const ListOutcome& result)
 ExitStatus runWrite(Job& job, Store store)
 {
     return ListWriter(job, store).run();
+}
+
+ExitStatus appendEntries(Job& job, Store store, operations::Entries extra, int skipped)
+{
+    return ListWriter(job, store).append(std::move(extra), skipped);
 }
 
 } // namespace kalmo::cli

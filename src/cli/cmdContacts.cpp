@@ -37,18 +37,6 @@ bool requireLuids(Job& job, const LuidPlan& result)
     return result.isSound();
 }
 
-/// Reports that contacts do not fit. Returns true if they do.
-bool requireRoom(Job& job, const ContactEdit& edit, const ContactPlan& plan)
-{
-    const auto room = edit.freePlaces();
-    if (room && plan.fits(*room))
-        return true;
-    job.out.error(room ? u"the phone has room for %1; nothing was changed in it."_s.arg(
-                             entryCount(static_cast<size_t>(std::max(*room, 0))))
-                       : u"the phone does not say how much room it has; nothing was changed in it."_s);
-    return false;
-}
-
 } // namespace
 
 ExitStatus runPhonebookAdd(Job& job)

@@ -1,0 +1,276 @@
+// Imports at the command line into the emulated handset: what comes into the phone, what is refused, and the
+// way back.
+
+#include "Shell.h"
+#include "support/HandsetMemory.h"
+#include "support/Rows.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::tests;
+using namespace kalmo::cli;
+
+namespace {
+
+const QByteArray cards = "BEGIN:VCARD\nN:Meier;Peter\nTEL;HOME:030 1\nTEL;WORK:+49 (0) 221\nEMAIL:a@b\n"
+                         "BDAY:1970-03-21\nEND:VCARD\nBEGIN:VCARD\nORG:Firma\nTEL;CELL:0170\nEND:VCARD\n";
+
+/// One import into an emulated handset.
+struct Import
+{
+    QString model;
+    QString line; ///< behind "--json --quiet"; "FILE" is the file
+    QByteArray file;
+    ExitStatus status;
+    QString facts;            ///< some values of the JSON, empty if there is none
+    QStringList added;        ///< lines of the handset's memory that are new
+    QString told = {};        ///< a part of the messages
+    QStringList answers = {}; ///< of the user; none without a terminal
+};
+
+/// "imported=1 skipped=2": the values of those keys that are there.
+QString factsOf(const QString& printed)
+{
+    const QJsonObject object = QJsonDocument::fromJson(printed.toUtf8()).object();
+    QStringList facts;
+    for (const QString& key : {u"imported"_s, u"skipped"_s, u"written"_s, u"verified"_s, u"state"_s,
+                               u"existing"_s, u"checked"_s, u"add"_s}) {
+        if (object.contains(key))
+            facts.append(key + u'=' + object[key].toVariant().toString());
+    }
+    return facts.join(u' ');
+}
+
+QStringList without(QStringList lines, const QStringList& others)
+{
+    for (const QString& line : others)
+        lines.removeOne(line);
+    return lines;
+}
+
+} // namespace
+
+class tst_ImportCommands : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// What comes into the phone is what is named, what the phone held stays, and an undo takes it back.
+    void imports()
+    {
+        const QByteArray classic = "Name;Nummer;Jahrestag\nMUTTER;052134567;\nNeu;0301;24.12. 08:30\n";
+        const QByteArray longName = "Name;Nummer\nSiebzehn Zeichen.;2\nKurz;3\n";
+        const QByteArray longNumber = "Name;Nummer\nA;" + QByteArray(33, '1') + "\nKurz;3\n";
+        const QByteArray contacts =
+            "Nachname;Vorname;Tel. (Mobil)\nSiebzehn Zeichen.;A;2\nKurz;B;3\nOhne;C;\n";
+        const QString neu =
+            uR"(phonebook {"anniversary":"24.12. 08:30","name":"Neu","number":"0301","reminder":"S"})"_s;
+        const QString cut = uR"(phonebook {"name":"Siebzehn Zeichen","number":"2"})"_s;
+        const QString shorter = uR"(phonebook {"name":"Kurz","number":"3"})"_s;
+        const QString cutContact =
+            uR"(contact {"firstName":"A","lastName":"Siebzehn Zeichen","mobile":"2"})"_s;
+        const QString contact = uR"(contact {"firstName":"B","lastName":"Kurz","mobile":"3"})"_s;
+        const QString classicModel = u"PICASSO"_s;
+        const QString vcardModel = u"SL450HX"_s;
+        const Rows<Import> rows{
+            {"entries; the heading and one that exists are left out",
+             {classicModel,
+              u"-y phonebook import FILE"_s,
+              classic,
+              ExitDone,
+              u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
+              {neu}}},
+            {"entries that exist, too",
+             {classicModel,
+              u"-y phonebook import FILE --all --skip-heading"_s,
+              classic,
+              ExitDone,
+              u"imported=2 skipped=0 written=27 verified=27 state=done"_s,
+              {uR"(phonebook {"name":"MUTTER","number":"052134567"})"_s, neu}}},
+            {"nothing new",
+             {classicModel,
+              u"-y phonebook import FILE"_s,
+              classic.chopped(22),
+              ExitDone,
+              u"imported=0 skipped=2 written=0 verified= state=unchanged"_s,
+              {}}},
+            {"entries in a dry run",
+             {classicModel,
+              u"phonebook import FILE --dry-run"_s,
+              classic,
+              ExitDone,
+              u"existing=1 checked=1 add=1"_s,
+              {}}},
+            {"--yes shortens",
+             {classicModel,
+              u"-y phonebook import FILE"_s,
+              longName,
+              ExitDone,
+              u"imported=2 skipped=1 written=27 verified=27 state=done"_s,
+              {cut, shorter}}},
+            {"the user does not want to shorten",
+             {classicModel,
+              u"phonebook import FILE"_s,
+              longName,
+              ExitRefused,
+              {},
+              {},
+              u"A name is longer than 16 characters. Cut such names? [y/N]"_s,
+              {u"n"_s}}},
+            {"the user shortens beforehand, and does not want to write",
+             {classicModel,
+              u"phonebook import FILE --shorten"_s,
+              longName,
+              ExitRefused,
+              u"imported=0 skipped=1 written=0 verified= state=unchanged"_s,
+              {},
+              u"nothing was changed in the phone."_s,
+              {u"n"_s}}},
+            {"names left out",
+             {classicModel,
+              u"-y phonebook import FILE --skip-too-long"_s,
+              longName,
+              ExitDone,
+              u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
+              {shorter}}},
+            {"a number too long",
+             {classicModel,
+              u"-y phonebook import FILE"_s,
+              longNumber,
+              ExitWrongUse,
+              {},
+              {},
+              u"kalmoctl: could not import FILE: a number is longer than 32 characters; --skip-too-long "
+              u"leaves "
+              "out what is too long.\n"_s}},
+            {"a number too long in a dry run",
+             {classicModel,
+              u"phonebook import FILE --dry-run"_s,
+              longNumber,
+              ExitWrongUse,
+              u"existing=0 checked=2 add=2"_s,
+              {},
+              u"could not import FILE: a number"_s}},
+            {"providers, compared with the phonebook",
+             {classicModel,
+              u"-y providers import FILE"_s,
+              "Name;Nummer\nMutter;052134567\nNordruf;01031\n",
+              ExitDone,
+              u"imported=1 skipped=2 written=6 verified=6 state=done"_s,
+              {uR"(providers {"name":"Nordruf","number":"01031"})"_s}}},
+            {"contacts, cut as warned",
+             {vcardModel,
+              u"-y phonebook import FILE"_s,
+              contacts,
+              ExitDone,
+              u"imported=2 skipped=2 written=2 verified=2 state=done"_s,
+              {contact, cutContact}}},
+            {"the user does not want them cut",
+             {vcardModel,
+              u"phonebook import FILE"_s,
+              contacts,
+              ExitRefused,
+              {},
+              {},
+              u"\"Siebzehn Zeichen.\" will be cut to 16 characters\nThe phone may cut or refuse this."_s,
+              {u"n"_s}}},
+            {"contacts too long left out",
+             {vcardModel,
+              u"-y phonebook import FILE --skip-too-long"_s,
+              contacts,
+              ExitDone,
+              u"imported=1 skipped=3 written=1 verified=1 state=done"_s,
+              {contact}}},
+            {"contacts in a dry run",
+             {vcardModel,
+              u"phonebook import FILE --dry-run"_s,
+              contacts,
+              ExitDone,
+              u"existing=0 checked=2 add=2"_s,
+              {}}},
+            {"an address book; one exists",
+             {vcardModel,
+              u"-y phonebook import FILE"_s,
+              "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n" + cards,
+              ExitDone,
+              u"imported=2 skipped=1 written=2 verified=2 state=done"_s,
+              {uR"(contact {"birthday":"1970-03-21T10:00","email":"a@b","firstName":"Peter","home":"0301","lastName":"Meier","work":"+490221"})"_s,
+               uR"(contact {"mobile":"0170"})"_s}}},
+            {"a contact that exists",
+             {vcardModel,
+              u"-y phonebook import FILE"_s,
+              "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n",
+              ExitDone,
+              u"imported=0 skipped=1 written=0 verified= state=unchanged"_s,
+              {}}},
+            {"an option of the other form",
+             {vcardModel,
+              u"-y phonebook import FILE --shorten"_s,
+              contacts,
+              ExitWrongUse,
+              {},
+              {},
+              u"--shorten is for classic phonebooks only."_s}},
+            {"nothing that could be imported",
+             {vcardModel,
+              u"-y phonebook import FILE"_s,
+              "Nachname;Telefon\nA;\n",
+              ExitWrongUse,
+              {},
+              {},
+              u"there is nothing to import in it."_s}},
+            {"nobody is there to answer",
+             {vcardModel,
+              u"phonebook import FILE"_s,
+              contacts,
+              ExitRefused,
+              {},
+              {},
+              u"Import into the phonebook of the phone?"_s}},
+            {"providers of another family",
+             {vcardModel,
+              u"-y providers import FILE"_s,
+              classic,
+              ExitFailed,
+              {},
+              {},
+              u"it needs a handset"_s}},
+        };
+        rows.each([](const Import& import) {
+            Handset handset({.model = import.model, .atOnce = true});
+            if (!import.answers.isEmpty())
+                handset.answers = import.answers;
+            const QString path = handset.file(u"FILE"_s, import.file);
+            const auto memory = [&] { return memoryOf(handset.port.handset().phone()); };
+            const QStringList before = memory();
+            QCOMPARE(handset(u"--json --quiet "_s + import.line), import.status);
+            QCOMPARE(factsOf(handset.printed), import.facts);
+            QVERIFY2(handset.told.contains(import.told), qPrintable(handset.told));
+            const QStringList after = memory();
+            QCOMPARE(without(after, before), import.added);
+            QCOMPARE(without(before, after), QStringList());
+            if (after == before)
+                return;
+            QCOMPARE(handset(u"--yes undo"_s), ExitDone);
+            QCOMPARE(memory(), before);
+        });
+    }
+
+    void importsWithoutRoom()
+    {
+        Handset handset({.model = u"SL450HX"_s, .capacity = 26, .atOnce = true});
+        handset.file(u"a.vcf"_s, cards);
+        const QStringList before = memoryOf(handset.port.handset().phone());
+        for (const QString& line :
+             {u"--yes phonebook import a.vcf"_s, u"phonebook import a.vcf --dry-run"_s}) {
+            QCOMPARE(handset(line), ExitFailed);
+            QVERIFY2(handset.told.contains(u"nothing was changed in it."_s), qPrintable(handset.told));
+            QCOMPARE(memoryOf(handset.port.handset().phone()), before);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ImportCommands)
+#include "tst_ImportCommands.moc"
