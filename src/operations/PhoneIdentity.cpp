@@ -4,6 +4,7 @@
 #include "link/PhoneModels.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace kalmo::operations {
 
@@ -24,11 +25,11 @@ bool looksLikeSerial(const QString& text)
            std::all_of(text.begin(), text.end(), isAllowed);
 }
 
-/// Empty without a usable answer. One answer alone may lack a byte or belong to an earlier command, so two in
-/// a row have to agree.
-QString askForSerial(link::Line& line)
+/// One answer alone may lack a byte or belong to an earlier command, so two in a row have to agree. Unknown
+/// after answers that give no serial number, nothing without an answer.
+std::optional<QString> askForSerial(link::Line& line)
 {
-    if (line.mode() != link::LineMode::Text || line.isWaiting())
+    if (line.mode() != link::LineMode::Text || line.isWaiting() || !line.port().IsOpen())
         return {};
     QString last;
     for (int attempt = 0; attempt < serialAttempts; ++attempt) {
@@ -40,7 +41,7 @@ QString askForSerial(link::Line& line)
             return serial;
         last = serial;
     }
-    return {};
+    return unknownSerial();
 }
 
 /// The model's name in the raw answer that identified the phone.
@@ -60,10 +61,8 @@ QString unknownSerial()
 PhoneIdentity identifyPhone(link::Line& line)
 {
     app::Sy& sy = line.context().sy;
-    if (sy.PhoneSerial.isEmpty()) {
-        const QString serial = askForSerial(line);
-        sy.PhoneSerial = serial.isEmpty() ? unknownSerial() : serial;
-    }
+    if (sy.PhoneSerial.isEmpty())
+        sy.PhoneSerial = askForSerial(line).value_or(QString());
     return knownIdentity(sy);
 }
 

@@ -17,8 +17,8 @@ struct PhoneIdentity
 QString unknownSerial();
 
 /// Identity of the phone that the search found. The first call after a search asks for the serial number,
-/// which needs a line in text mode; later calls send nothing. Never fails and shows no box: without two
-/// answers that agree the serial is unknown.
+/// which needs a line in text mode; later calls send nothing, unless the phone has not answered. Never fails
+/// and shows no box: without two answers that agree the serial is unknown.
 PhoneIdentity identifyPhone(link::Line& line);
 
 /// The same without asking: unknown before identifyPhone().

@@ -76,6 +76,12 @@ std::vector<Record> headersIn(const QString& folder)
     return records;
 }
 
+void sortNewestFirst(std::vector<Record>& records)
+{
+    std::sort(records.begin(), records.end(),
+              [](const Record& left, const Record& right) { return numberOf(left.id) > numberOf(right.id); });
+}
+
 QStringList foldersIn(const QString& root)
 {
     QStringList folders = QDir(root).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
@@ -93,9 +99,25 @@ void setReason(QString* reason, const QString& text)
 } // namespace
 
 Records::Records(const app::Context& context, PhoneIdentity phone)
-    : m_context(context), m_phone(std::move(phone)), m_root(rootOf(context)),
-      m_folder(QDir(m_root).filePath(u"%1_%2"_s.arg(folderWord(m_phone.model), folderWord(m_phone.serial))))
+    : m_context(context), m_phone(std::move(phone)), m_root(rootOf(context)), m_folder(folderOf(m_phone))
 {
+}
+
+QString Records::folderOf(const PhoneIdentity& phone) const
+{
+    return QDir(m_root).filePath(u"%1_%2"_s.arg(folderWord(phone.model), folderWord(phone.serial)));
+}
+
+/// This phone, and the one of its model whose serial number could not be asked for.
+std::vector<PhoneIdentity> Records::candidates() const
+{
+    const PhoneIdentity unknown{m_phone.model, unknownSerial()};
+    return m_phone == unknown ? std::vector{m_phone} : std::vector{m_phone, unknown};
+}
+
+bool Records::mayBeOfAnotherPhone(const Record& record)
+{
+    return record.phone.serial == unknownSerial();
 }
 
 std::optional<QString> Records::begin(RecordedList list, const QString& cause, int entries,
@@ -142,13 +164,18 @@ bool Records::finish(const QString& id, State state, const QJsonObject& details)
         return false;
     record->state = state;
     record->details = details;
-    return app::writeWholeFile(pathOf(numberOf(id)), recordBytes(*record));
+    return app::writeWholeFile(recordPath(folderOf(record->phone), numberOf(id)), recordBytes(*record));
 }
 
 std::vector<Record> Records::all() const
 {
-    std::vector<Record> records = headersIn(m_folder);
-    std::erase_if(records, [this](const Record& record) { return record.phone != m_phone; });
+    std::vector<Record> records;
+    for (const PhoneIdentity& phone : candidates()) {
+        auto some = headersIn(folderOf(phone));
+        std::erase_if(some, [&](const Record& record) { return record.phone != phone; });
+        std::move(some.begin(), some.end(), std::back_inserter(records));
+    }
+    sortNewestFirst(records);
     return records;
 }
 
@@ -159,16 +186,20 @@ std::vector<Record> Records::ofAllPhones(const app::Context& context)
         auto some = headersIn(folder);
         std::move(some.begin(), some.end(), std::back_inserter(records));
     }
-    std::sort(records.begin(), records.end(),
-              [](const Record& left, const Record& right) { return numberOf(left.id) > numberOf(right.id); });
+    sortNewestFirst(records);
     return records;
 }
 
 std::optional<Record> Records::read(const QString& id) const
 {
     const qint64 number = numberOf(id);
-    auto record = number > 0 ? readRecordFile(pathOf(number), RecordDepth::WithParts) : std::nullopt;
-    return record && record->phone == m_phone && record->id == id ? record : std::nullopt;
+    for (const PhoneIdentity& phone : candidates()) {
+        auto record = number > 0 ? readRecordFile(recordPath(folderOf(phone), number), RecordDepth::WithParts)
+                                 : std::nullopt;
+        if (record && record->phone == phone && record->id == id)
+            return record;
+    }
+    return std::nullopt;
 }
 
 QString Records::pathOf(qint64 number) const

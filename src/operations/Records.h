@@ -26,11 +26,12 @@ public:
     /// state Unknown.
     bool finish(const QString& id, State state, const QJsonObject& details = {});
 
-    /// All records of this phone, the newest first, without their parts. Files that are no record are
+    /// All records of this phone, the newest first, without their parts. Those of a phone of the same model
+    /// with unknown serial number are among them: see mayBeOfAnotherPhone(). Files that are no record are
     /// skipped.
     std::vector<Record> all() const;
 
-    /// One record with its parts; nothing if there is no such record or it is broken.
+    /// One record of these with its parts; nothing if there is no such record or it is broken.
     std::optional<Record> read(const QString& id) const;
 
     /// The records of all phones in the storage folder, the newest first, without their parts.
@@ -39,10 +40,15 @@ public:
     const PhoneIdentity& phone() const { return m_phone; }
     QString folder() const { return m_folder; }
 
+    /// Returns true if the record says the model only: another handset of that model may have been changed.
+    static bool mayBeOfAnotherPhone(const Record& record);
+
     static constexpr int mostRecords = 100;
 
 private:
     QString pathOf(qint64 number) const;
+    QString folderOf(const PhoneIdentity& phone) const;
+    std::vector<PhoneIdentity> candidates() const;
     QString lockPath() const;
     qint64 nextNumber() const;
     void removeLeftovers() const;

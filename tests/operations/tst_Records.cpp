@@ -241,20 +241,44 @@ private Q_SLOTS:
         QCOMPARE(all, (QStringList{u"4A/B"_s, u"3C"_s, u"2A:B"_s, u"1A/B"_s}));
     }
 
-    void theSerialNumberIsAskedForOnce()
+    void recordsOfAnUnknownSerialNumberBelongToTheModel()
     {
-        const Rows<QString, handset::Faults, QString, bool, int> rows{
-            {"ordinary", u"C475"_s, {}, u"C475"_s, true, 2},
-            {"model told by WPPN", u"^WPPN: 7,SL450HX"_s, {}, u"SL450HX"_s, true, 2},
-            {"without echo", u"C475"_s, {.noEcho = true}, u"C475"_s, false, 4},
-            {"byte lost in the first answer", u"C475"_s, {.loseByteAt = 1}, u"C475"_s, true, 3},
-            {"byte lost in the second answer", u"C475"_s, {.loseByteAt = 2}, u"C475"_s, true, 4},
-            {"first answer too late", u"C475"_s, {.lateAt = 1, .lateBy = 1.1}, u"C475"_s, true, 5},
-            {"line gone", u"C475"_s, {.hangUpAt = 1}, u"C475"_s, false, 1},
-            {"silent", u"C475"_s, {.silentAfter = 1}, u"C475"_s, false, 1},
+        TestContext test;
+        Records unknown(test.context, {u"A"_s, unknownSerial()});
+        Records known(test.context, {u"A"_s, u"1"_s});
+        Records other(test.context, {u"B"_s, u"1"_s});
+        QCOMPARE(begun(unknown), u"1"_s);
+        QCOMPARE(begun(known), u"2"_s);
+        QCOMPARE(begun(unknown), u"3"_s);
+        QVERIFY(known.finish(u"1"_s, State::Done));
+        const auto shown = [](const Records& records) {
+            QStringList all;
+            for (const Record& record : records.all()) {
+                if (records.read(record.id))
+                    all.append(record.id + (Records::mayBeOfAnotherPhone(record) ? u"?"_s : QString()) +
+                               wordOf(record.state));
+            }
+            return all;
+        };
+        QCOMPARE(shown(known), (QStringList{u"3?unknown"_s, u"2unknown"_s, u"1?done"_s}));
+        QCOMPARE(shown(unknown), (QStringList{u"3?unknown"_s, u"1?done"_s}));
+        QCOMPARE(shown(other), QStringList());
+    }
+
+    void theSerialNumberIsAskedForUntilAnAnswer()
+    {
+        const Rows<QString, handset::Faults, QString, bool, int, bool> rows{
+            {"ordinary", u"C475"_s, {}, u"C475"_s, true, 2, true},
+            {"model told by WPPN", u"^WPPN: 7,SL450HX"_s, {}, u"SL450HX"_s, true, 2, true},
+            {"without echo", u"C475"_s, {.noEcho = true}, u"C475"_s, false, 4, true},
+            {"byte lost in the first answer", u"C475"_s, {.loseByteAt = 1}, u"C475"_s, true, 3, true},
+            {"byte lost in the second answer", u"C475"_s, {.loseByteAt = 2}, u"C475"_s, true, 4, true},
+            {"first answer too late", u"C475"_s, {.lateAt = 1, .lateBy = 1.1}, u"C475"_s, true, 5, true},
+            {"line gone", u"C475"_s, {.hangUpAt = 1}, u"C475"_s, false, 1, true},
+            {"silent", u"C475"_s, {.silentAfter = 1}, u"C475"_s, false, 1, false},
         };
         rows.each([&](const auto& phoneId, const auto& faults, const auto& model, const auto& isKnown,
-                      const auto& commands) {
+                      const auto& commands, const auto& isAnswered) {
             TestContext test;
             HandsetPort port(test.clock, {.model = u"PICASSO"_s, .atOnce = true, .faults = faults});
             link::Line line(test.context, port);
@@ -262,8 +286,12 @@ private Q_SLOTS:
             const QString serial = isKnown ? port.handset().phone().settings.serialNumber : u"unknown"_s;
             QCOMPARE(knownIdentity(test.sy), (PhoneIdentity{model, u"unknown"_s}));
             QCOMPARE(identifyPhone(line), (PhoneIdentity{model, serial}));
-            QCOMPARE(identifyPhone(line).serial, serial);
             QCOMPARE(port.handset().phone().faults.commands, commands);
+
+            port.handset().setFaults({});
+            const QString later = isAnswered ? serial : port.handset().phone().settings.serialNumber;
+            QCOMPARE(identifyPhone(line).serial, later);
+            QCOMPARE(port.handset().phone().faults.commands, isAnswered ? 0 : 2);
         });
     }
 };
