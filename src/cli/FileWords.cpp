@@ -93,10 +93,22 @@ QString reasonText(Cause cause)
     return u"it was not tried"_s;
 }
 
+QString reasonText(const FileOutcome& outcome)
+{
+    const QString text = reasonText(outcome.cause);
+    return outcome.reason.isEmpty() ? text : u"%1 (%2)"_s.arg(text, outcome.reason);
+}
+
 QString failureText(const QString& couldNot, const FileOutcome& outcome, const QString& unknown)
 {
-    const QString text = u"%1: %2"_s.arg(couldNot, reasonText(outcome.cause));
+    const QString text = u"%1: %2"_s.arg(couldNot, reasonText(outcome));
     return outcome.state == State::Unknown ? text + u"; "_s + unknown : text;
+}
+
+QString openRecordText()
+{
+    return u"The record of this change could not be completed: it keeps the state unknown, and can be undone "
+           u"all the same.\n"_s;
 }
 
 ExitStatus statusOf(const FileOutcome& outcome)

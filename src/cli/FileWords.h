@@ -16,10 +16,15 @@ ExitStatus statusOf(operations::FileObstacle obstacle);
 
 /// Words after "could not VERB OBJECT: ".
 QString reasonText(operations::Cause cause);
+/// Does the same with the system's own words, where there are any.
+QString reasonText(const operations::FileOutcome& outcome);
 
 /// The same with what is known of the phone: `unknown` is the sentence for a change that may have happened,
 /// "it is not known whether /a is deleted" for example.
 QString failureText(const QString& couldNot, const operations::FileOutcome& outcome, const QString& unknown);
+
+/// Note about a change whose record could not be completed.
+QString openRecordText();
 
 /// Failed, or refused where the user ended it.
 ExitStatus statusOf(const operations::FileOutcome& outcome);

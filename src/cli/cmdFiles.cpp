@@ -34,6 +34,8 @@ ExitStatus withFiles(Job& job, Intent intent, const QString& phase,
         job.progress.phase(phase);
         const ExitStatus status = work(access);
         job.progress.clear();
+        if (access.isRecordOpen())
+            job.out.note(openRecordText());
         return status;
     });
 }

@@ -52,17 +52,16 @@ QJsonObject resultOf(const ConvertedFiles::Unfit& file)
             {u"sentAs"_s, QJsonValue()}};
 }
 
-QString failure(const PlannedFile& file, const FileOutcome& outcome)
+QString failure(const Job& job, const PlannedFile& file, const FileOutcome& outcome)
 {
     const QString shown = printable(file.path.shown());
     const QString couldNot = u"could not send %1 to %2"_s.arg(file.file.localPath, shown);
     if (outcome.isOldLost) {
-        return u"%1: %2.\nThe phone's former %3 is gone; \"kalmoctl undo\" puts it back, and a copy is in %4"_s
-            .arg(couldNot, reasonText(outcome.cause), shown, outcome.savedIn);
+        return u"%1: %2.\nThe phone's former %3 is gone; \"%4\" puts it back, and a copy is in %5"_s.arg(
+            couldNot, reasonText(outcome), shown, job.invocation.again(u"undo"_s), outcome.savedIn);
     }
     if (file.replaced && outcome.state == State::Unchanged)
-        return u"%1: %2; the phone's own %3 stays as it was"_s.arg(couldNot, reasonText(outcome.cause),
-                                                                   shown);
+        return u"%1: %2; the phone's own %3 stays as it was"_s.arg(couldNot, reasonText(outcome), shown);
     return failureText(couldNot, outcome,
                        outcome.mayHoldPart ? u"the phone may hold a part of it"_s
                                            : u"it is not known whether the phone has it"_s);
@@ -117,7 +116,7 @@ void Putter::report(const PlannedFile& file, const FileOutcome& outcome)
     else if (outcome.state == State::Done)
         m_batch.done(result, u"%1 sent to %2"_s.arg(file.file.localPath, shown));
     else
-        m_batch.failed(result, ExitFailed, failure(file, outcome));
+        m_batch.failed(result, ExitFailed, failure(m_job, file, outcome));
 }
 
 /// Looks at what would be replaced in the phone. False if the folder could not be listed.
@@ -193,6 +192,8 @@ ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
         return m_batch.finish();
     askToReplace();
     sendAll(access, progress);
+    if (access.isRecordOpen())
+        m_job.out.note(openRecordText());
     return m_batch.finish();
 }
 

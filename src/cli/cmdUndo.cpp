@@ -2,6 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
+#include "cli/FileWords.h"
 #include "cli/FindPhone.h"
 #include "cli/Tables.h"
 #include "operations/Undo.h"
@@ -88,6 +89,7 @@ private:
     QJsonValue json(const Outcome& outcome) const;
     ExitStatus fail(const Outcome& outcome);
     QString hintText() const;
+    QString lostText(const Outcome& outcome) const;
 
     Job& m_job;
     Undo& m_undo;
@@ -106,12 +108,15 @@ ExitStatus UndoCommand::run()
             u"could not put back %1: something else is in its place, or it is gone."_s.arg(printable(place)));
     const ExitStatus status = diff.blocked.isEmpty() ? ExitDone : ExitFailed;
     if (m_job.invocation.has(u"--dry-run"_s) || diff.isEmpty()) {
-        m_job.out.show(json({}), diff.isEmpty()
+        m_job.out.show(json({}), diff.isHeldAlready()
                                      ? u"The phone already holds the %1.\n"_s.arg(nameOf(m_undo.record()))
                                      : diffText(diff));
         return status;
     }
     m_job.out.note(diffText(diff));
+    if (Records::mayBeOfAnotherPhone(m_undo.record()))
+        m_job.out.note(u"The serial number was not known when this change was made: it may have been made in "
+                       u"another %1.\n"_s.arg(printable(m_undo.record().phone.model)));
     if (!m_job.questions.confirm(u"Put back the %1 (%2 new, %3 changed, %4 removed)?"_s.arg(
             nameOf(m_undo.record()), QString::number(diff.add.size()), QString::number(diff.change.size()),
             QString::number(diff.remove.size()))))
@@ -132,6 +137,8 @@ ExitStatus UndoCommand::fail(const Outcome& outcome)
 
 ExitStatus UndoCommand::finish(const Outcome& outcome)
 {
+    if (outcome.isRecordOpen)
+        m_job.out.note(openRecordText());
     if (outcome.state == State::Done && outcome.cause == Cause::None) {
         m_job.out.show(json(outcome), u"The %1 is put back.\n"_s.arg(nameOf(m_undo.record())));
         return ExitDone;
@@ -143,7 +150,7 @@ ExitStatus UndoCommand::finish(const Outcome& outcome)
     const QString held = outcome.state == State::Unchanged
                              ? u"The phone holds what it held before"_s
                              : u"Confirmed: %1 of %2"_s.arg(outcome.confirmed).arg(outcome.planned);
-    m_job.out.error(u"%1. %2.\n"_s.arg(causeInWords(m_job, outcome), held) + hintText());
+    m_job.out.error(u"%1. %2.\n"_s.arg(causeInWords(m_job, outcome), held) + lostText(outcome) + hintText());
     m_job.out.show(json(outcome), {});
     return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }
@@ -151,6 +158,14 @@ ExitStatus UndoCommand::finish(const Outcome& outcome)
 QString UndoCommand::hintText() const
 {
     return u"To try again: %1."_s.arg(m_job.invocation.again(u"undo "_s + m_undo.record().id));
+}
+
+QString UndoCommand::lostText(const Outcome& outcome) const
+{
+    if (outcome.lost.isEmpty())
+        return {};
+    return u"Gone from the phone: %1. To put back what it held: %2.\n"_s.arg(
+        printable(outcome.lost.join(u", "_s)), m_job.invocation.again(u"undo "_s + outcome.recordId));
 }
 
 QJsonValue UndoCommand::json(const Outcome& outcome) const

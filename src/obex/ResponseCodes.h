@@ -11,6 +11,7 @@ enum ReCode : int {
     ContinueNotFinal = 0x10,
     Success = 0xA0,
     SuccessNotFinal = 0x20,
+    NotFound = 0xC4,
     PreconditionFailed = 0xCC,
     InternalError = 0xD0,
 

@@ -28,6 +28,7 @@ public:
 
 private:
     void saveAll();
+    std::optional<FileState> readForRecord(const FileToDelete& file, FileOutcome& result);
     void askAboutUnsaved();
     bool record();
     void deleteOne(size_t index);
@@ -43,11 +44,23 @@ private:
     std::vector<FileOutcome> m_results;
     std::vector<FileState> m_states;
     QString m_recordId;
+    QString m_reason; // without a record
 };
 
 bool Deleter::isLeftOut(size_t index) const
 {
     return m_files[index].obstacle != FileObstacle::None || m_results[index].cause != Cause::None;
+}
+
+/// A file that should be readable is read a second time after a refusal: the phone may have been busy.
+std::optional<FileState> Deleter::readForRecord(const FileToDelete& file, FileOutcome& result)
+{
+    auto state = readState(m_access, file.path, &*file.entry, result);
+    const bool isReadable = (file.entry->userPerm & obex::MayRead) != 0;
+    if (state || !isReadable || result.cause != Cause::PhoneRefused || !m_access.goesOn())
+        return state;
+    result = {};
+    return readState(m_access, file.path, &*file.entry, result);
 }
 
 /// Reads what is to go. After a failure that ends the whole, nothing is deleted that is not read yet.
@@ -64,21 +77,18 @@ void Deleter::saveAll()
         }
         if (m_events.saving)
             m_events.saving(file);
-        const auto state = readState(m_access, file.path, &*file.entry, m_results[index]);
+        const auto state = readForRecord(file, m_results[index]);
         if (state)
             m_states.push_back(*state);
         else
-            hasFailed = m_policy.stopsAtFailure && (file.entry->userPerm & obex::MayRead) != 0;
+            hasFailed = m_policy.stopsAtFailure && m_results[index].cause != Cause::PhoneRefused;
     }
     askAboutUnsaved();
 }
 
 void Deleter::askAboutUnsaved()
 {
-    const auto isUnreadable = [&](size_t index) {
-        return m_results[index].cause == Cause::PhoneRefused &&
-               (m_files[index].entry->userPerm & obex::MayRead) == 0;
-    };
+    const auto isUnreadable = [&](size_t index) { return m_results[index].cause == Cause::PhoneRefused; };
     QStringList names;
     for (size_t index = 0; index < m_files.size(); ++index) {
         if (isUnreadable(index))
@@ -97,7 +107,7 @@ bool Deleter::record()
 {
     if (m_states.empty())
         return true; // nothing that could be put back
-    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, m_states, nullptr).value_or(QString());
+    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, m_states, &m_reason).value_or(QString());
     return !m_recordId.isEmpty();
 }
 
@@ -190,6 +200,7 @@ std::vector<FileOutcome> Deleter::run(QString& recordId)
         }
         if (!isRecorded) {
             result.cause = Cause::NotSaved;
+            result.reason = m_reason;
             continue;
         }
         if (m_events.deleting)

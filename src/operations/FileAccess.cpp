@@ -71,6 +71,18 @@ std::optional<FolderListing> FileAccess::look(const PhonePath& folder)
     return entries;
 }
 
+std::optional<FolderListing> FileAccess::lookIfThere(const PhonePath& folder)
+{
+    if (!canSend())
+        return std::nullopt;
+    const clsMmc::Quiet quiet(*m_client);
+    if (enter(folder))
+        return look(folder);
+    const bool wasRootEntered = !m_client->DirAct().isEmpty();
+    return wasRootEntered && m_client->lastCode() == obex::NotFound ? std::optional(FolderListing())
+                                                                    : std::nullopt;
+}
+
 Cause FileAccess::cause() const
 {
     const int code = m_client->lastCode();
@@ -78,6 +90,8 @@ Cause FileAccess::cause() const
         return Cause::LineGone;
     if (m_isLost)
         return Cause::NoAnswer;
+    if (obex::isSuccess(code)) // the phone said yes, but does not show it
+        return Cause::Mismatch;
     switch (code) {
     case obex::Timeout:
         return Cause::NoAnswer;
@@ -132,8 +146,10 @@ Outcome sumOf(const std::vector<FileOutcome>& files)
         sum.confirmed += file.isConfirmed;
         sum.unknown += file.state == State::Unknown;
         isOldLost = isOldLost || file.isOldLost;
-        if (sum.cause == Cause::None)
+        if (sum.cause == Cause::None) {
             sum.cause = file.cause;
+            sum.reason = file.reason;
+        }
         if (sum.savedIn.isEmpty())
             sum.savedIn = file.savedIn;
     }

@@ -38,8 +38,10 @@ struct FileOutcome
     bool isConfirmed = false; ///< the phone said yes
     bool isVerified = false;  ///< a listing shows the change
     bool mayHoldPart = false; ///< the phone may hold a part of a file that was sent
+    bool isOldBack = false;   ///< it was deleted, and the phone lists it again as it was
     bool isOldLost = false;   ///< the file that was to be replaced is gone from the phone
     QString savedIn = {};     ///< local copy of a file that was replaced
+    QString reason = {};      ///< the system's words for `cause`, may be empty
 };
 
 /// The connection that operations on files use: an OBEX client that is online to the file system. Lives as
@@ -76,16 +78,24 @@ public:
     /// The same after a failure, to learn what the phone holds: reports nothing, and does not look at the
     /// cancel box.
     std::optional<FolderListing> look(const obex::PhonePath& folder);
+    /// Does the same, but a folder that the phone does not have counts as an empty one. Any other refusal, of
+    /// a locked or a busy phone for example, says nothing about the folder.
+    std::optional<FolderListing> lookIfThere(const obex::PhonePath& folder);
 
     /// Fills in cause and code of what has just failed.
     void blame(FileOutcome& outcome) const;
     Cause cause() const;
+
+    /// Returns true if the record of a change could not be completed: it keeps the state unknown.
+    bool isRecordOpen() const { return m_isRecordOpen; }
+    void leaveRecordOpen() { m_isRecordOpen = true; }
 
 private:
     std::shared_ptr<obex::clsMmc> m_client;
     obex::clsMmc::Operation m_operation;
     obex::clsMmc::Busy m_busy;
     bool m_isLost = false; // the phone stays silent
+    bool m_isRecordOpen = false;
 };
 
 /// Entry of a listing by its name, without regard to case as the phones take names; null if there is none.

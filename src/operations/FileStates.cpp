@@ -112,6 +112,30 @@ bool restoreRights(FileAccess& access, const FileState& wanted, const tObxDirEnt
                                      false);
 }
 
+void bringBack(FileAccess& access, const FileState& old, FileOutcome& outcome)
+{
+    const QString name = old.path.name();
+    const PhonePath folder = old.path.folder();
+    outcome.isOldLost = true;
+    outcome.state = State::Unknown;
+    if (!access.canSend())
+        return;
+    const obex::clsMmc::Quiet quiet(access.client());
+    if (!access.enter(folder) || (outcome.mayHoldPart && !access.client().Del(name, {})))
+        return;
+    access.client().PutBytes({name, old.bytes, old.modified}, {});
+    const auto listing = access.look(folder);
+    outcome.mayHoldPart = !listing || findEntry(*listing, name);
+    if (!listing || !showsWhole(*listing, name, old.bytes.size()))
+        return;
+    if (!restoreRights(access, old, *findEntry(*listing, name)))
+        return;
+    outcome.isOldLost = false;
+    outcome.isOldBack = true;
+    outcome.mayHoldPart = false;
+    outcome.state = State::Unchanged;
+}
+
 std::optional<FileState> readState(FileAccess& access, const PhonePath& path, const tObxDirEntry* entry,
                                    FileOutcome& outcome)
 {
@@ -173,8 +197,9 @@ std::optional<QString> beginFilesRecord(FileAccess& access, const QString& cause
 
 void finishFilesRecord(FileAccess& access, const Outcome& outcome, const QJsonArray& items)
 {
-    if (!outcome.recordId.isEmpty())
-        recordsOf(access).finish(outcome.recordId, outcome.state, {{u"files"_s, items}});
+    if (!outcome.recordId.isEmpty() &&
+        !recordsOf(access).finish(outcome.recordId, outcome.state, {{u"files"_s, items}}))
+        access.leaveRecordOpen();
 }
 
 } // namespace kalmo::operations

@@ -33,9 +33,10 @@ template <typename Change>
 FileOutcome recorded(FileAccess& access, const QString& cause, const std::vector<FileState>& before,
                      const Change& change)
 {
-    const auto id = beginFilesRecord(access, cause, before, nullptr);
+    QString reason;
+    const auto id = beginFilesRecord(access, cause, before, &reason);
     if (!id)
-        return {.cause = Cause::NotSaved};
+        return {.cause = Cause::NotSaved, .reason = reason};
     const FileOutcome outcome = change();
     Outcome sum = sumOf({outcome});
     sum.recordId = *id;
@@ -46,7 +47,7 @@ FileOutcome recorded(FileAccess& access, const QString& cause, const std::vector
     return outcome;
 }
 
-/// True if nothing is to be learnt by a look: the phone said no, or never got the request.
+/// Returns true if nothing is to be learnt by a look: the phone said no, or never got the request.
 bool isCertain(FileAccess& access, const FileOutcome& outcome)
 {
     return outcome.cause == Cause::PhoneRefused || !access.client().wasLastSent();
@@ -149,6 +150,10 @@ FileOutcome setRights(FileAccess& access, const RightsChange& plan, std::optiona
     if (entry && *entry) {
         after = **entry;
         outcome.isVerified = holds(*after, plan.wanted);
+    }
+    if (outcome.isConfirmed && entry && !outcome.isVerified) {
+        outcome.state = State::Unknown;
+        outcome.cause = Cause::Mismatch;
     }
     if (outcome.isConfirmed)
         return outcome;

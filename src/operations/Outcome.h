@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -40,10 +40,12 @@ struct Outcome
     int confirmed = 0; ///< of those, items that the phone confirmed
     int unknown = 0;   ///< items that were sent and got no answer
     std::optional<int> verified =
-        {};                ///< items that reading back found as wanted; nothing where it did not happen
-    QString savedIn = {};  ///< path of the automatic backup, empty without one
-    QString recordId = {}; ///< id of the record, empty if nothing was sent
-    QString reason = {};   ///< the system's or the phone's own words for `cause`, may be empty
+        {};                    ///< items that reading back found as wanted; nothing where it did not happen
+    QString savedIn = {};      ///< path of the automatic backup, empty without one
+    QString recordId = {};     ///< id of the record, empty if nothing was sent
+    bool isRecordOpen = false; ///< the record could not be completed: it keeps the state unknown
+    QStringList lost = {};     ///< files that are gone from the phone; the record holds them
+    QString reason = {};       ///< the system's or the phone's own words for `cause`, may be empty
 
     bool isDone() const { return state == State::Done; }
 };

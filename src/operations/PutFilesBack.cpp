@@ -34,6 +34,7 @@ class Planner
 public:
     explicit Planner(FileAccess& access) : m_access(access) {}
 
+    /// False if the phone does not say what it holds there. The plan then has the cause.
     bool add(const FileState& wanted);
     PutBackPlan take() { return std::move(m_plan); }
 
@@ -42,6 +43,7 @@ private:
     std::optional<std::optional<tObxDirEntry>> entryAt(const PhonePath& path);
     bool comesBackWithFolder(const PhonePath& path) const;
     bool addMoved(PlaceToPutBack place);
+    bool fail(Cause cause);
 
     FileAccess& m_access;
     PutBackPlan m_plan;
@@ -60,19 +62,27 @@ std::optional<std::optional<tObxDirEntry>> Planner::entryAt(const PhonePath& pat
     const std::optional<tObxDirEntry> none;
     if (comesBackWithFolder(path))
         return none;
-    const auto listing = m_access.look(path.folder());
-    if (!listing) // a folder that the phone does not let in is gone
-        return m_access.cause() == Cause::PhoneRefused ? std::optional(none) : std::nullopt;
+    const auto listing = m_access.lookIfThere(path.folder());
+    if (!listing)
+        return std::nullopt;
     const tObxDirEntry* entry = findEntry(*listing, path.name());
     return entry ? std::optional<tObxDirEntry>(*entry) : none;
+}
+
+bool Planner::fail(Cause cause)
+{
+    m_plan.cause = m_access.isStopped() ? Cause::Interrupted : cause;
+    return false;
 }
 
 bool Planner::addMoved(PlaceToPutBack place)
 {
     const auto here = entryAt(place.wanted.path);
+    if (!here)
+        return fail(m_access.cause());
     const auto there = entryAt(place.wanted.movedTo);
-    if (!here || !there)
-        return false;
+    if (!there)
+        return fail(m_access.cause());
     place.now = {.path = place.wanted.movedTo, .kind = Kind::Moved, .movedTo = place.wanted.path};
     const bool isSame = isSamePlace(place.wanted.path, place.wanted.movedTo);
     if (there->has_value() && (!here->has_value() || isSame))
@@ -92,7 +102,7 @@ bool Planner::add(const FileState& wanted)
         return addMoved(place);
     const auto entry = entryAt(wanted.path);
     if (!entry)
-        return false;
+        return fail(m_access.cause());
     FileOutcome outcome;
     if (wanted.kind == Kind::Rights) {
         place.now = {.path = wanted.path, .kind = Kind::Rights};
@@ -109,7 +119,7 @@ bool Planner::add(const FileState& wanted)
     }
     const auto now = readState(m_access, wanted.path, entry->has_value() ? &**entry : nullptr, outcome);
     if (!now)
-        return false;
+        return fail(outcome.cause);
     place.now = *now;
     if (now->kind == Kind::Nothing)
         place.step = wanted.kind == Kind::Nothing ? PutBackStep::None : PutBackStep::Add;
@@ -142,31 +152,61 @@ bool hasRights(FileAccess& access, const FileState& wanted)
     return entry && entry->userPerm == wanted.userPerm && entry->groupPerm == wanted.groupPerm;
 }
 
-/// Sends a file with its old content, time and rights. True if the listing shows it.
-bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
+/// Deletes the file that is in a recorded file's place. After a failure it is there again with its rights, if
+/// the phone allows that.
+bool removeOld(FileAccess& access, const FileState& old, FileOutcome& outcome)
+{
+    if (access.client().Del(old.path.name(), access.progress(), nullptr, false, true))
+        return true;
+    access.blame(outcome);
+    const auto listing = access.look(old.path.folder());
+    const tObxDirEntry* entry = listing ? findEntry(*listing, old.path.name()) : nullptr;
+    if (listing && !entry)
+        bringBack(access, old, outcome);
+    else if (entry)
+        restoreRights(access, old, *entry); // force has changed them
+    return false;
+}
+
+/// Sends a recorded file. The one that it replaces comes back if the phone does not take it.
+bool sendFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
 {
     const FileState& wanted = place.wanted;
     const QString name = wanted.path.name();
-    clsMmc& client = access.client();
+    const bool isReplaced = place.now.kind == Kind::File;
+    if (isReplaced && !removeOld(access, place.now, outcome))
+        return false;
+    clsMmc::PutReport report;
+    outcome.isConfirmed =
+        access.client().PutBytes({name, wanted.bytes, wanted.modified}, access.progress(), &report);
+    if (!outcome.isConfirmed && !report.stoppedEarly)
+        access.blame(outcome);
+    const bool isRefused = outcome.cause == Cause::PhoneRefused && !report.mayHoldPart;
+    const auto listing = access.look(wanted.path.folder());
+    if (listing && showsWhole(*listing, name, wanted.bytes.size()) && !isRefused)
+        return true;
+    if (outcome.cause == Cause::None)
+        outcome.cause = listing ? Cause::Mismatch : access.cause();
+    outcome.mayHoldPart = listing ? findEntry(*listing, name) != nullptr : report.mayHoldPart;
+    outcome.isOldLost = isReplaced;
+    if (listing && isReplaced)
+        bringBack(access, place.now, outcome);
+    return false;
+}
+
+/// Sends a file with its old content, time and rights. Returns true if the listing shows it.
+bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
+{
+    const FileState& wanted = place.wanted;
     if (!enterOrMake(access, wanted.path.folder()))
         return false;
     const bool isSame = place.now.kind == Kind::File && place.now.bytes == wanted.bytes;
-    if (!isSame) {
-        if (place.now.kind == Kind::File && !client.Del(name, access.progress(), nullptr, false, true))
-            return false;
-        outcome.isOldLost = place.now.kind == Kind::File;
-        clsMmc::PutReport report;
-        outcome.isConfirmed =
-            client.PutBytes({name, wanted.bytes, wanted.modified}, access.progress(), &report);
-        if (!outcome.isConfirmed && !report.stoppedEarly)
-            return false;
-    }
-    const auto listing = access.list(wanted.path.folder());
-    const tObxDirEntry* entry = listing ? findEntry(*listing, name) : nullptr;
-    if (!entry || !showsWhole(*listing, name, wanted.bytes.size()))
+    if (!isSame && !sendFile(access, place, outcome))
         return false;
-    outcome.isOldLost = false;
-    return restoreRights(access, wanted, *entry) && hasRights(access, wanted);
+    outcome.cause = Cause::None; // the listing has the last word
+    const auto listing = access.look(wanted.path.folder());
+    const tObxDirEntry* entry = listing ? findEntry(*listing, wanted.path.name()) : nullptr;
+    return entry && restoreRights(access, wanted, *entry) && hasRights(access, wanted);
 }
 
 bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
@@ -194,8 +234,10 @@ bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcom
 }
 
 /// A look at a place after a failure: the phone may hold the wanted state all the same, or the former one.
-State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place)
+State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place, const FileOutcome& outcome)
 {
+    if (outcome.isOldLost)
+        return State::Unknown;
     const auto listing = access.look(place.wanted.path.folder());
     if (!listing || place.wanted.kind == Kind::Moved)
         return State::Unknown;
@@ -231,15 +273,17 @@ int PutBackPlan::count(PutBackStep step) const
         places.begin(), places.end(), [step](const PlaceToPutBack& place) { return place.step == step; }));
 }
 
-std::optional<PutBackPlan> planPutBack(FileAccess& access, const Record& record)
+PutBackPlan planPutBack(FileAccess& access, const Record& record)
 {
     const auto states = statesIn(record);
     if (record.list != RecordedList::Files || !states)
-        return std::nullopt;
+        return {.places = {}, .cause = Cause::NotPossible};
     Planner planner(access);
-    const bool isRead = std::all_of(states->rbegin(), states->rend(),
-                                    [&](const FileState& state) { return planner.add(state); });
-    return isRead ? std::optional(planner.take()) : std::nullopt;
+    for (auto state = states->rbegin(); state != states->rend(); ++state) {
+        if (!planner.add(*state))
+            break;
+    }
+    return planner.take();
 }
 
 Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString& recordCause)
@@ -263,6 +307,7 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString&
         return nothingSent;
     }
     std::vector<FileOutcome> results;
+    QStringList lost;
     QJsonArray items;
     for (const PlaceToPutBack* place : places) {
         FileOutcome outcome;
@@ -273,16 +318,22 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString&
             outcome.isConfirmed = true;
             outcome.isVerified = true;
         } else {
-            access.blame(outcome);
-            outcome.state = stateAfterFailure(access, *place);
+            if (outcome.cause == Cause::None)
+                access.blame(outcome);
+            if (!outcome.isOldBack)
+                outcome.state = stateAfterFailure(access, *place, outcome);
         }
+        if (outcome.isOldLost)
+            lost.append(place->wanted.path.shown());
         results.push_back(outcome);
         items.append(
             QJsonObject{{u"path"_s, place->wanted.path.shown()}, {u"state"_s, wordOf(outcome.state)}});
     }
     Outcome sum = sumOf(results);
     sum.recordId = *id;
+    sum.lost = lost;
     finishFilesRecord(access, sum, items);
+    sum.isRecordOpen = access.isRecordOpen();
     return sum;
 }
 

@@ -4,7 +4,7 @@
 
 namespace kalmo::operations {
 
-/// What putting a recorded place back means now.
+/// The change that brings a recorded place back.
 enum class PutBackStep {
     None,    ///< the phone holds the recorded state already
     Add,     ///< a file or folder that is gone comes back
@@ -24,13 +24,15 @@ struct PlaceToPutBack
 struct PutBackPlan
 {
     std::vector<PlaceToPutBack> places;
+    Cause cause = Cause::None; ///< of a plan that can't be made; nothing was changed in the phone
 
     int count(PutBackStep step) const;
 };
 
-/// Reads what the phone holds now in all places of a record. Nothing if that can't be had, which has been
-/// reported by the client, or if the record is not one of files.
-std::optional<PutBackPlan> planPutBack(FileAccess& access, const Record& record);
+/// Reads what the phone holds now in all places of a record. The plan can't be made if the phone does not say
+/// that, or if the record is not one of files. A folder that the phone does not have holds nothing; any other
+/// refusal makes the plan fail.
+PutBackPlan planPutBack(FileAccess& access, const Record& record);
 
 /// Puts the files of a plan back, after a record of what the phone holds now: a change like any other, which
 /// can be put back too. Contents, rights and times come back as they were; the listing has the last word.

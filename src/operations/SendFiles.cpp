@@ -75,7 +75,6 @@ private:
     bool removeOld(size_t index);
     void send(size_t index);
     void judge(size_t index, const clsMmc::PutReport& report);
-    void bringBack(size_t index);
     void finish();
     bool isLeftOut(size_t index) const;
 
@@ -86,6 +85,7 @@ private:
     std::vector<FileOutcome> m_results;
     std::vector<std::optional<FileState>> m_olds; // as the phone held them
     QString m_recordId;
+    QString m_reason; // without a record
 };
 
 bool Sender::isLeftOut(size_t index) const
@@ -133,7 +133,7 @@ bool Sender::record()
     }
     if (states.empty())
         return false;
-    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, states, nullptr).value_or(QString());
+    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, states, &m_reason).value_or(QString());
     return !m_recordId.isEmpty();
 }
 
@@ -151,7 +151,7 @@ bool Sender::removeOld(size_t index)
     const auto listing = m_access.look(m_plan.folder);
     const bool isGone = listing && !findEntry(*listing, file.path.name());
     if (isGone)
-        bringBack(index);
+        bringBack(m_access, *m_olds[index], result);
     else if (!listing)
         result.state = State::Unknown;
     return false;
@@ -211,32 +211,7 @@ void Sender::judge(size_t index, const clsMmc::PutReport& report)
         result.cause = Cause::Mismatch;
     result.state = isThere ? State::Unknown : State::Unchanged;
     if (file.replaced)
-        bringBack(index);
-}
-
-/// Puts the file back that was deleted for a new one which the phone did not take.
-void Sender::bringBack(size_t index)
-{
-    const FileState& old = *m_olds[index];
-    FileOutcome& result = m_results[index];
-    const QString name = old.path.name();
-    result.isOldLost = true;
-    result.state = State::Unknown;
-    if (!m_access.canSend())
-        return;
-    const clsMmc::Quiet quiet(m_access.client());
-    if (!m_access.enter(m_plan.folder) || (result.mayHoldPart && !m_access.client().Del(name, {})))
-        return;
-    m_access.client().PutBytes({name, old.bytes, old.modified}, {});
-    const auto listing = m_access.look(m_plan.folder);
-    result.mayHoldPart = !listing || findEntry(*listing, name);
-    if (!listing || !showsWhole(*listing, name, old.bytes.size()))
-        return;
-    if (!restoreRights(m_access, old, *findEntry(*listing, name)))
-        return;
-    result.isOldLost = false;
-    result.mayHoldPart = false;
-    result.state = State::Unchanged;
+        bringBack(m_access, *m_olds[index], result);
 }
 
 void Sender::finish()
@@ -258,7 +233,10 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
 {
     bool hasFailed = false;
     for (size_t index = 0; index < m_olds.size(); ++index) {
-        if (!m_plan.files[index].isPossible() || hasFailed || !m_access.goesOn())
+        const PlannedFile& file = m_plan.files[index];
+        if (m_policy.stopsAtFailure && file.obstacle == FileObstacle::NoRoom)
+            break; // those after it are not sent
+        if (!file.isPossible() || hasFailed || !m_access.goesOn())
             continue;
         hasFailed = !saveOld(index) && m_policy.stopsAtFailure;
     }
@@ -269,9 +247,10 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
         if (!isLeftOut(index)) {
             if (hasFailed || !m_access.goesOn())
                 result.cause = hasFailed || m_access.isStopped() ? Cause::Interrupted : m_access.cause();
-            else if (!m_olds[index] || !isRecorded)
+            else if (!m_olds[index] || !isRecorded) {
                 result.cause = Cause::NotSaved;
-            else {
+                result.reason = m_reason;
+            } else {
                 if (m_events.sending)
                     m_events.sending(m_plan.files[index]);
                 send(index);

@@ -18,6 +18,11 @@ std::optional<Record> latestChange(const Records& records)
     return {};
 }
 
+bool canCompareWithKnown(const UndoJob& job, const Record& record)
+{
+    return record.list == RecordedList::Phonebook && job.contacts;
+}
+
 std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record)
 {
     switch (record.list) {

@@ -20,6 +20,8 @@ struct UndoDiff
 
     /// Nothing to do: the phone holds the former state, as far as it can be put back.
     bool isEmpty() const { return add.isEmpty() && change.isEmpty() && remove.isEmpty(); }
+    /// Returns true if the phone holds the whole former state.
+    bool isHeldAlready() const { return isEmpty() && blocked.isEmpty(); }
     bool operator==(const UndoDiff&) const = default;
 };
 
@@ -66,6 +68,10 @@ struct UndoJob
 
 /// The latest record of a change that may have changed something; nothing without one.
 std::optional<Record> latestChange(const Records& records);
+
+/// Returns true if compareWithKnown() of this record's way back gives a difference. `record` may lack its
+/// parts.
+bool canCompareWithKnown(const UndoJob& job, const Record& record);
 
 /// The way back for a record. Null if the record holds no former state that can be put back.
 std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record);

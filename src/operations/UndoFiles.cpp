@@ -49,13 +49,14 @@ Outcome UndoFiles::plan()
         }
     }
     m_access = std::make_unique<FileAccess>(m_client, u"Undo"_s, m_progress);
-    const auto plan = m_access->mayBegin() ? planPutBack(*m_access, record()) : std::nullopt;
-    if (!plan) {
-        const Cause cause = m_access->isStopped() ? Cause::Interrupted : m_access->cause();
-        outcome.cause = statesIn(record()) ? cause : Cause::NotPossible;
+    if (!m_access->mayBegin()) {
+        outcome.cause = m_access->isStopped() ? Cause::Interrupted : m_access->cause();
         return outcome;
     }
-    m_plan = *plan;
+    m_plan = planPutBack(*m_access, record());
+    outcome.cause = m_plan.cause;
+    if (outcome.cause != Cause::None)
+        return outcome;
     m_diff = {.add = placesOf(m_plan, PutBackStep::Add),
               .change = placesOf(m_plan, PutBackStep::Change),
               .remove = placesOf(m_plan, PutBackStep::Remove),

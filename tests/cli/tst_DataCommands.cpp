@@ -25,7 +25,7 @@ QStringList localFilesOf(const Handset& handset)
     return QDir(handset.test.folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
 }
 
-/// What tells contacts apart, in order.
+/// Names and numbers of contacts, sorted.
 QStringList namesIn(const QByteArray& json)
 {
     QStringList names;
@@ -126,6 +126,18 @@ void tst_DataCommands::runs()
              "puts it back, and a copy is in HOME/storage/Backup/Liesmich 2026-11-21  12-00-09.txt.\n"_s,
              [](Handset& handset) {
                  handset.file(u"Liesmich.txt"_s, "other");
+                 handset.port.handset().setFaults({.full = true});
+             });
+    rows.add("undo names what it loses", u"--yes --storage storage undo"_s, ExitFailed,
+             u"{'add':0,'backup':null,'change':1,'record':'2','remove':0,'restored':null,'state':'unknown',"
+             "'verified':null}"_s,
+             u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in the "
+             "phone.\nkalmoctl: the phone refused it. Confirmed: 0 of 1.\nGone from the phone: "
+             "/Liesmich.txt. To put back what it held: kalmoctl --storage 'storage' undo 2.\n"
+             "To try again: kalmoctl --storage 'storage' undo 1.\n"_s,
+             [](Handset& handset) {
+                 handset.file(u"Liesmich.txt"_s, "other");
+                 QCOMPARE(handset(u"--yes files put Liesmich.txt"_s), ExitDone);
                  handset.port.handset().setFaults({.full = true});
              });
     rows.add("names that no file of the phone can have", u"files put ,; a\\b €"_s, ExitWrongUse,

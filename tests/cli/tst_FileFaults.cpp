@@ -48,6 +48,7 @@ std::unique_ptr<Handset> makeHandset(const QString& model)
     auto handset = std::make_unique<Handset>(handset::Options{.model = model, .maxPacket = 1000});
     handset->file(u"Liesmich.txt"_s, QByteArray(2500, 'n'));
     handset->file(u"neu.txt"_s, QByteArray(1500, 'n'));
+    handset->file(u"Piep.wav"_s, QByteArray(2500, 'n'));
     return handset;
 }
 
@@ -75,8 +76,11 @@ class tst_FileFaults : public QObject
 private Q_SLOTS:
     void anyFaultAtAnyRequest_data();
     void anyFaultAtAnyRequest();
+    void anUndoLosesNothing_data();
+    void anUndoLosesNothing();
     void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
     void aFullDiskChangesNothing();
+    void aRecordThatCanNotBeCompletedIsReported();
     void aSilentPhoneCostsItsTimeoutOnce();
 
 private:
@@ -164,6 +168,44 @@ void tst_FileFaults::check(const QString& model, const QString& line, const Faul
     QVERIFY2(back == before, (said + "undo: " + handset->printed.toUtf8()).constData());
 }
 
+void tst_FileFaults::anUndoLosesNothing_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("code");
+    for (const char* line :
+         {"put Piep.wav --to Sounds", "rm Sounds/Piep.wav", "mv Sounds/Piep.wav Pictures/"}) {
+        QTest::addRow("%s, silence", line) << u"files "_s + QString::fromLatin1(line) << 0;
+        for (const int code : {0xC3, 0xD0, 0xE1})
+            QTest::addRow("%s, %X", line, code) << u"files "_s + QString::fromLatin1(line) << code;
+    }
+}
+
+/// An undo with a fault at every request: it is not called done unless it is, and its own record holds what
+/// it changed.
+void tst_FileFaults::anUndoLosesNothing()
+{
+    QFETCH(QString, line);
+    QFETCH(int, code);
+    for (int request = 1, requests = 1; request <= requests; ++request) {
+        const auto handset = makeHandset(u"S68H"_s);
+        const Tree first = treeOf(*handset);
+        QCOMPARE((*handset)(u"--yes "_s + line), ExitDone);
+        const Tree changed = treeOf(*handset);
+        handset->port.handset().setFaults(code == 0 ? Faults{.silentFrom = request}
+                                                    : Faults{.refuseAt = request, .refuseCode = code});
+        const ExitStatus status = (*handset)(u"--yes undo"_s);
+        requests = handset->port.handset().phone().faults.requests;
+        const Tree now = treeOf(*handset);
+        const QByteArray why = QByteArray::number(request) + ": " + handset->told.toUtf8();
+        QVERIFY2(status != ExitDone || now == first, why.constData());
+        if (now == changed)
+            continue;
+        handset->port.handset().setFaults({});
+        QVERIFY2((*handset)(u"--yes undo"_s) == ExitDone, (why + handset->told.toUtf8()).constData());
+        QVERIFY2(treeOf(*handset) == changed, why.constData());
+    }
+}
+
 void tst_FileFaults::aFullDiskChangesNothing()
 {
     QFETCH(QString, line);
@@ -177,6 +219,33 @@ void tst_FileFaults::aFullDiskChangesNothing()
         QCOMPARE(path + u' ' + state, path + u" unchanged"_s);
     QVERIFY2(handset->told.contains(u"could not be saved first"_s), qPrintable(handset->told));
     QVERIFY(treeOf(*handset) == before);
+}
+
+/// Some room is enough for the record before the change, and not for its result.
+void tst_FileFaults::aRecordThatCanNotBeCompletedIsReported()
+{
+    for (const QString& line : {u"mkdir Neu"_s, u"put neu.txt --to Sounds"_s, u"rm Liesmich.txt"_s}) {
+        int reported = 0;
+        for (int room = 200; room < 4000; room += 20) {
+            const auto handset = makeHandset(u"S68H"_s);
+            const Tree before = treeOf(*handset);
+            {
+                const SmallDisk disk(room);
+                (*handset)(u"--yes files "_s + line);
+            }
+            const QString told = handset->told;
+            if (treeOf(*handset) == before)
+                continue;
+            (*handset)(u"--json history"_s);
+            const QString state =
+                QJsonDocument::fromJson(handset->printed.toUtf8())[0][u"state"_s].toString();
+            if (state == u"done"_s)
+                break;
+            ++reported;
+            QVERIFY2(told.contains(u"could not be completed"_s), qPrintable(told));
+        }
+        QVERIFY2(reported > 0, qPrintable(line));
+    }
 }
 
 void tst_FileFaults::aSilentPhoneCostsItsTimeoutOnce()

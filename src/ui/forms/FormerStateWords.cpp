@@ -103,6 +103,14 @@ QString reasonInWords(const operations::Outcome& outcome)
     return u"Der jetzige Stand konnte nicht gelesen werden."_s;
 }
 
+QString lostInWords(const operations::Outcome& outcome)
+{
+    if (outcome.lost.isEmpty())
+        return {};
+    return u"\n\nIm Telefon fehlen jetzt:\n%1\nDer neueste Stand in der Liste enthält sie."_s.arg(
+        outcome.lost.join(u'\n'));
+}
+
 QString momentInWords(const QDateTime& moment)
 {
     return moment.toString(u"dd.MM.yyyy  hh:mm"_s);

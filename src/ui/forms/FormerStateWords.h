@@ -13,6 +13,8 @@ QString causeInWords(const QString& cause);
 QString differenceInWords(const operations::UndoDiff& diff);
 /// The reason why a former state could not be compared or put back, as a whole sentence.
 QString reasonInWords(const operations::Outcome& outcome);
+/// A paragraph about the files that are gone from the phone, empty without any.
+QString lostInWords(const operations::Outcome& outcome);
 /// "21.11.2026  12:30"
 QString momentInWords(const QDateTime& moment);
 

@@ -191,15 +191,27 @@ std::optional<Record> FormerStatesDialog::chosen() const
     return selected.isEmpty() ? std::nullopt : m_records.read(m_rows->row(selected.first()).key);
 }
 
-std::unique_ptr<Undo> FormerStatesDialog::undoOf(Record record)
+/// The way back for the selected state. Without one the status line has the reason.
+std::unique_ptr<Undo> FormerStatesDialog::chosenUndo()
 {
-    return operations::makeUndo(m_job, std::move(record));
+    auto record = chosen();
+    if (!record) {
+        m_status->SetText(u"Der Stand kann nicht gelesen werden: Die Datei fehlt oder ist beschädigt."_s);
+        return nullptr;
+    }
+    auto undo = operations::makeUndo(m_job, std::move(*record));
+    if (!undo)
+        m_status->SetText(reasonInWords({.cause = Cause::NotPossible}));
+    return undo;
 }
 
+/// Reads the bytes of a record only if they are compared without a request.
 std::optional<UndoDiff> FormerStatesDialog::knownDifference(const Record& record)
 {
+    if (!operations::canCompareWithKnown(m_job, record))
+        return {};
     auto whole = m_records.read(record.id);
-    const auto undo = whole ? undoOf(std::move(*whole)) : nullptr;
+    const auto undo = whole ? operations::makeUndo(m_job, std::move(*whole)) : nullptr;
     return undo ? undo->compareWithKnown() : std::nullopt;
 }
 
@@ -230,8 +242,8 @@ void FormerStatesDialog::showDifference(const UndoDiff& diff)
     }
     m_differences->clear();
     m_differences->addAll(std::move(rows));
-    m_caption->setText(diff.isEmpty() ? u"Das Telefon enthält diesen Stand bereits."_s
-                                      : u"Unterschiede zu jetzt: %1"_s.arg(differenceInWords(diff)));
+    m_caption->setText(diff.isHeldAlready() ? u"Das Telefon enthält diesen Stand bereits."_s
+                                            : u"Unterschiede zu jetzt: %1"_s.arg(differenceInWords(diff)));
     if (const QList<int> selected = m_rows->selectedRows(); !selected.isEmpty())
         m_rows->setText(selected.first(), DifferenceColumn, differenceInWords(diff));
 }
@@ -254,19 +266,25 @@ bool FormerStatesDialog::plan(Undo& undo)
 
 void FormerStatesDialog::compare()
 {
-    auto record = chosen();
-    if (!record || m_busy->isBusy())
+    if (m_busy->isBusy())
         return;
     const toolkit::BusyScope busy(m_busy.get());
-    if (const auto undo = undoOf(std::move(*record)))
+    if (const auto undo = chosenUndo()) {
         plan(*undo);
-    m_status->SetText(u"Bereit."_s);
+        m_status->SetText(u"Bereit."_s);
+    }
 }
 
 bool FormerStatesDialog::agrees(const Undo& undo)
 {
+    const QString doubt =
+        operations::Records::mayBeOfAnotherPhone(undo.record())
+            ? u"Bei dieser Änderung war die Seriennummer des Telefons nicht bekannt: Der "
+              u"Stand kann auch von einem anderen %1 sein.\n\n"_s.arg(undo.record().phone.model)
+            : QString();
     return m_program.context.dialogs.Show(
                {.text =
+                    doubt +
                     u"Der Stand vom %1 (%2) wird zurückgeholt.\nUnterschiede zu jetzt: %3.\n\nDer jetzige "
                     u"Stand wird vorher aufgehoben und kann ebenfalls zurückgeholt werden.\nJetzt "
                     u"zurückholen?"_s.arg(momentInWords(undo.record().time), inWords(undo.record().list),
@@ -278,12 +296,13 @@ bool FormerStatesDialog::agrees(const Undo& undo)
 
 void FormerStatesDialog::putBack()
 {
-    auto record = chosen();
-    if (!record || m_busy->isBusy())
+    if (m_busy->isBusy())
         return;
     const toolkit::BusyScope busy(m_busy.get());
-    const auto undo = undoOf(std::move(*record));
-    if (!undo || !plan(*undo) || undo->diff().isEmpty() || !agrees(*undo)) {
+    const auto undo = chosenUndo();
+    if (!undo)
+        return;
+    if (!plan(*undo) || undo->diff().isEmpty() || !agrees(*undo)) {
         m_status->SetText(u"Bereit."_s);
         return;
     }
@@ -308,8 +327,8 @@ void FormerStatesDialog::report(const Undo& undo, const Outcome& outcome)
         outcome.state == State::Unchanged
             ? u"Das Telefon enthält, was es vorher enthielt."_s
             : u"Vom Telefon bestätigt: %1 von %2."_s.arg(outcome.confirmed).arg(outcome.planned);
-    m_program.context.dialogs.Show(
-        {.text = reasonInWords(outcome) + u'\n' + held, .icon = toolkit::Icon::Exclamation});
+    m_program.context.dialogs.Show({.text = reasonInWords(outcome) + u'\n' + held + lostInWords(outcome),
+                                    .icon = toolkit::Icon::Exclamation});
 }
 
 void FormerStatesDialog::reject()

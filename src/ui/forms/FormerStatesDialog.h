@@ -37,7 +37,7 @@ private:
     void fill();
     void select(operations::RecordedList list);
     std::optional<operations::Record> chosen() const;
-    std::unique_ptr<operations::Undo> undoOf(operations::Record record);
+    std::unique_ptr<operations::Undo> chosenUndo();
     std::optional<operations::UndoDiff> knownDifference(const operations::Record& record);
     bool plan(operations::Undo& undo);
     void compare();

@@ -57,6 +57,20 @@ void tellObstacle(clsMmc& mmc, const PlannedFile& file)
     }
 }
 
+void tellOpenRecord(const clsMmc& mmc, const FileAccess& access)
+{
+    if (access.isRecordOpen())
+        tell(mmc,
+             u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
+             u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s,
+             Icon::Exclamation);
+}
+
+QString inParagraph(const QString& reason)
+{
+    return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
+}
+
 /// Says what the client has not said: what is true of the file after a failure.
 void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& outcome)
 {
@@ -81,7 +95,8 @@ void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& o
     } else if (outcome.cause == Cause::NotSaved) {
         tell(mmc,
              u"Die Datei \"%1\" wurde nicht übertragen, weil der bisherige Stand auf diesem Computer nicht "
-             u"gesichert werden konnte."_s.arg(name),
+             u"gesichert werden konnte."_s.arg(name) +
+                 inParagraph(outcome.reason),
              Icon::Exclamation);
     } else if (outcome.state == State::Unknown) {
         tell(mmc,
@@ -119,11 +134,23 @@ QStringList lines(const QString& title, const QStringList& names)
     return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
 }
 
-QString deletedText(const QStringList& unsaved, const QStringList& open)
+/// Names of what is not safely deleted.
+struct NotDeleted
+{
+    QStringList unsaved = {};     ///< the record could not be written
+    QString reason = {};          ///< the system's words for that
+    QStringList open = {};        ///< the phone did not answer
+    QStringList stillListed = {}; ///< the phone confirmed, and lists it
+};
+
+QString deletedText(const NotDeleted& names)
 {
     const QStringList parts =
-        lines(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, unsaved) +
-        lines(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s, open);
+        lines(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, names.unsaved) +
+        (names.reason.isEmpty() ? QStringList() : QStringList(names.reason)) +
+        lines(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s,
+              names.open) +
+        lines(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, names.stillListed);
     return parts.join(u"\n\n"_s);
 }
 
@@ -155,6 +182,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
     };
     const auto sending = [&panel](const PlannedFile&) { panel.next(); };
     operations::applySend(access, plan, policy, {.sending = sending, .finished = finished});
+    tellOpenRecord(*mmc, access);
     if (hasFailed && files.size() > 1) {
         const QStringList parts =
             lines(u"Zum Telefon übertragen:"_s, done) + lines(u"Nicht übertragen:"_s, notDone);
@@ -174,14 +202,18 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         paths.push_back(in.below(name));
     std::vector<FileToDelete> files = operations::planDelete(paths);
     operations::lookBeforeDeleting(access, files);
-    QStringList unsaved;
-    QStringList open;
+    NotDeleted notDeleted;
     bool isAllDone = true;
     const auto finished = [&](const FileToDelete& file, const FileOutcome& outcome) {
-        if (outcome.cause == Cause::NotSaved || (outcome.cause == Cause::Mismatch && !outcome.isConfirmed))
-            unsaved.append(file.path.name());
-        if (outcome.state == State::Unknown)
-            open.append(file.path.name());
+        const QString name = file.path.name();
+        if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
+            notDeleted.stillListed.append(name);
+        else if (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch)
+            notDeleted.unsaved.append(name);
+        else if (outcome.state == State::Unknown)
+            notDeleted.open.append(name);
+        if (notDeleted.reason.isEmpty())
+            notDeleted.reason = outcome.reason;
         isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
     };
     const auto mayLose = [&](const QStringList& unreadable) {
@@ -191,8 +223,9 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     };
     operations::applyDelete(access, files, {.stopsAtFailure = true},
                             {.finished = finished, .mayLose = mayLose});
-    if (!unsaved.isEmpty() || !open.isEmpty())
-        tell(*mmc, deletedText(unsaved, open), Icon::Exclamation);
+    tellOpenRecord(*mmc, access);
+    if (const QString text = deletedText(notDeleted); !text.isEmpty())
+        tell(*mmc, text, Icon::Exclamation);
     return isAllDone;
 }
 
