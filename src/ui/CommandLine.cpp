@@ -20,6 +20,14 @@ constexpr OptionRow options[] = {
     {u"--log", &CommandLine::log},
 };
 
+/// Returns true for a name with an ending that desktops open by Kalmo.
+bool isFileOfLists(const QString& word)
+{
+    constexpr QStringView endings[] = {u".tel", u".prv", u".vcf"};
+    return std::ranges::any_of(
+        endings, [&word](QStringView ending) { return word.endsWith(ending, Qt::CaseInsensitive); });
+}
+
 CommandLine wrongUse(const QString& error)
 {
     CommandLine made;
@@ -37,7 +45,10 @@ CommandLine parseCommandLine(const QStringList& arguments)
     for (qsizetype index = 0; index < arguments.size(); ++index) {
         const QString& word = arguments[index];
         if (!word.startsWith(u"--"_s)) {
-            rest.append(word);
+            if (isFileOfLists(word))
+                made.file = word;
+            else
+                rest.append(word);
             continue;
         }
         if (word == u"--help"_s || word == u"--version"_s) {
@@ -60,8 +71,9 @@ CommandLine parseCommandLine(const QStringList& arguments)
 
 QString commandLineHelp()
 {
-    return u"Usage: kalmo [OPTION]... [/DBG | /DELINI]\n"
-           u"Look after a DECT cordless handset in a window.\n\n"
+    return u"Usage: kalmo [OPTION]... [/DBG | /DELINI] [FILE]\n"
+           u"Look after a DECT cordless handset in a window. FILE is a backup (.tel, .prv) or an\n"
+           u"address book (.vcf) to open after the start.\n\n"
            u"  --storage DIR       keep settings and backups in DIR for this run\n"
            u"  --port N|DEVICE     the handset's port for this run, by its number or its device\n"
            u"  --log FILE          append every exchange with the handset to FILE\n"

@@ -13,6 +13,7 @@ struct CommandLine
     QString storage; ///< folder for this run
     QString port;    ///< port for this run, a number or a device
     QString log;     ///< file that every exchange is logged to
+    QString file;    ///< backup or address book to open after the start
     QString rest;    ///< all other arguments as one text: "/DBG" and "/DELINI"
     QString error;   ///< the error, for WrongUse
 };

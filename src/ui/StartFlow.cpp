@@ -142,6 +142,8 @@ void StartFlow::showMainWindow()
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
     m_main->show();
+    if (const QString file = std::exchange(m_fileToOpen, {}); !file.isEmpty())
+        QTimer::singleShot(0, m_main.get(), [window = m_main.get(), file] { window->openGiven(file); });
 }
 
 void StartFlow::openSettings()

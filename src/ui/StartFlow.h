@@ -26,6 +26,8 @@ public:
     StartFlow(Program& program, QString startArguments);
     ~StartFlow() override;
 
+    /// A file that the main window opens once it is there.
+    void openAfterStart(const QString& path) { m_fileToOpen = path; }
     /// Shows the splash at once; the start sequence and the search follow from the event loop.
     void begin();
 
@@ -53,6 +55,7 @@ private:
 
     Program& m_program;
     QString m_startArguments;
+    QString m_fileToOpen;
     std::unique_ptr<frmStart> m_start;
     std::unique_ptr<frmEinstellungen> m_settings;
     std::unique_ptr<frmWelcome> m_welcome;

@@ -81,6 +81,8 @@ int main(int argc, char** argv)
     if (const QString error = engine.take(commandLine); !error.isEmpty())
         return wrongUse(error);
     ui::StartFlow flow(engine.program(), commandLine.rest);
+    if (!commandLine.file.isEmpty())
+        flow.openAfterStart(link::absolutePath(commandLine.file));
     flow.begin();
     return QApplication::exec();
 }

@@ -275,7 +275,9 @@ void frmImportPb::showEvent(QShowEvent* event)
     if (m_wasShown || event->spontaneous())
         return;
     m_wasShown = true;
-    if (m_from == ImportFrom::AddressBook)
+    if (!m_given.isEmpty())
+        QMetaObject::invokeMethod(this, &frmImportPb::takeGiven, Qt::QueuedConnection);
+    else if (m_from == ImportFrom::AddressBook)
         QMetaObject::invokeMethod(this, &frmImportPb::activateBook, Qt::QueuedConnection);
 }
 

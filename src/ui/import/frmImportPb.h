@@ -33,7 +33,7 @@ struct ImportLists
     std::shared_ptr<phonedata::VcardStore> store = {};
 };
 
-enum class ImportFrom { File = 0, AddressBook = 1 };
+enum class ImportFrom : int { File = 0, AddressBook = 1 };
 
 /// Brings names and numbers of a file or an address book into the phone's lists. The preview shows what would
 /// come, and is what comes: into the lists of a classic handset, or into a phone with vCards at once.
@@ -47,6 +47,8 @@ public:
 
     /// The list of a classic handset that `optDest` chooses at first; exec() follows.
     void Form_Present(phonedata::Store destination);
+    /// The file or address book that is read when the form is shown; the user need not choose it.
+    void setGiven(const QString& path) { m_given = path; }
     /// Makes the preview anew from the source and what is chosen.
     void RebuildPreview();
 
@@ -75,6 +77,8 @@ private:
     // Sources
     void openFile(int choice);
     void takeFile(const QString& path);
+    void takeGiven();
+    void takeBook(const QString& path);
     void tellFault(const QString& path, transfer::TextFault fault);
     void activateBook();
     void askForBook(bool isFolder);
@@ -109,6 +113,7 @@ private:
     transfer::RememberedChoices m_remembered;
     transfer::ImportOptions m_mended; ///< holds what no control shows
     transfer::clsWab m_book;
+    QString m_given;
     QString m_bookPath;
     PreviewModel* m_model;
     QTreeView* m_view;

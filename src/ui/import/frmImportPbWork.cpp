@@ -136,13 +136,25 @@ void frmImportPb::askForBook(bool isFolder)
                                     .folder = folder,
                                     .types = {{u"Adressbücher (*.wab; *.vcf)"_s, {u"*.wab"_s, u"*.vcf"_s}},
                                               {u"Alle Dateien (*.*)"_s, {u"*"_s}}}});
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        takeBook(path);
+}
+
+void frmImportPb::takeGiven()
+{
+    if (m_from == ImportFrom::AddressBook)
+        takeBook(m_given);
+    else
+        takeFile(m_given);
+}
+
+void frmImportPb::takeBook(const QString& path)
+{
     m_bookPath = path;
     m_mended = {};
     if (!readBook(path))
         return;
-    app::SetLastInitDir(context, dialogUse, path);
+    app::SetLastInitDir(m_program.context, dialogUse, path);
     m_addressFrame->showPath(path);
     RebuildPreview();
 }

@@ -237,7 +237,7 @@ void frmPB::makeMenus()
         if (list)
             list->openBackup(choice);
     });
-    const auto import = [this](int choice) { openImport(choice); };
+    const auto import = [this](int choice) { openImport(choice == 1 ? ImportFrom::AddressBook : ImportFrom::File); };
     m_mnuImport = makePopup(mnuImport_TB(), import);
     m_mnuImportNE = makePopup(mnuImport_NE(), import);
 }

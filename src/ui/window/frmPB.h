@@ -20,6 +20,7 @@ class fraAd;
 class fraDIV;
 class fraFFS;
 class fraSounds;
+enum class ImportFrom : int;
 class ListPanel;
 class NaviTree;
 class PanelStack;
@@ -51,6 +52,9 @@ public:
     void tvwNavi_NodeClick(const QString& key);
     /// Selects a node and enters its section.
     void goTo(const QString& key);
+    /// Opens a backup or an address book from outside: in its list, or as an import where the phone has no such
+    /// list. The user sees each step before it changes anything.
+    void openGiven(const QString& path);
 
     /// A search has found a phone of the same model again. The data of the phone before it is read again when
     /// the window is shown next. Lists that wait to be written stay.
@@ -90,7 +94,7 @@ private:
     void makeContextMenu(ListPanel& panel);
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
-    void openImport(int choice);
+    void openImport(ImportFrom source, const QString& given = {});
     void makePanels();
     void makeClassicPanels();
     QList<ListPanel*> listPanels() const;

@@ -12,6 +12,7 @@
 #include "ui/window/StatusArea.h"
 
 #include <QMenu>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QTimer>
 
@@ -172,9 +173,23 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
     connect(rows, &toolkit::ListRows::reset, &panel, show);
 }
 
-/// A line of an import menu: 0 a file, 1 an address book. A list that was never read is read ahead, so that
-/// it is not replaced by what is imported.
-void frmPB::openImport(int choice)
+void frmPB::openGiven(const QString& path)
+{
+    const QString ending = QFileInfo(path).suffix().toLower();
+    const bool isOfClassicList = ending == u"tel"_s || ending == u"prv"_s;
+    if (!m_contacts && isOfClassicList) {
+        const bool isOfProviders = ending == u"prv"_s;
+        goTo((isOfProviders ? nodes::Providers : nodes::Phonebook).toString());
+        (isOfProviders ? m_providers : m_phonebook)->openFile(path);
+        return;
+    }
+    goTo(nodes::Phonebook.toString());
+    openImport(ending == u"vcf"_s ? ImportFrom::AddressBook : ImportFrom::File, path);
+}
+
+/// Opens the import dialog for the list in front. A list that was never read is read ahead, so that it is not
+/// replaced by what is imported.
+void frmPB::openImport(ImportFrom source, const QString& given)
 {
     const bool isForProviders = m_toolbarMode == ModeProviders;
     const bool isRead = m_contacts       ? m_contacts->isRead()
@@ -191,7 +206,7 @@ void frmPB::openImport(int choice)
         goTo((isForProviders ? nodes::Providers : nodes::Phonebook).toString());
     }
     // From a timer, so that the menu has closed before the dialog opens.
-    QTimer::singleShot(0, this, [this, choice, isForProviders] {
+    QTimer::singleShot(0, this, [this, source, given, isForProviders] {
         if (m_sta->isBusy() || m_isClosing)
             return;
         ImportLists lists;
@@ -199,7 +214,8 @@ void frmPB::openImport(int choice)
             lists.store = m_contacts->store();
         else
             lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
-        frmImportPb form(m_program, lists, choice == 1 ? ImportFrom::AddressBook : ImportFrom::File, this);
+        frmImportPb form(m_program, lists, source, this);
+        form.setGiven(given);
         form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
         connect(&form, &frmImportPb::entriesAdded, this, [this](Store store) {
             (store == Store::Providers ? m_providers : m_phonebook)->noteImport();
