@@ -22,8 +22,6 @@ using toolkit::Progress;
 
 namespace {
 
-constexpr double settlePause = 1; // seconds that the phone needs after its work
-
 bool areEqual(const toolkit::ListRow& shown, const toolkit::ListRow& row)
 {
     const auto isSameCell = [](const toolkit::ListCell& left, const toolkit::ListCell& right) {

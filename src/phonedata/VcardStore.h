@@ -41,6 +41,9 @@ struct ContactReport
     QString backup = {};      ///< path of the automatic backup, empty for none
 };
 
+/// Seconds that the phone needs after its work before the session ends.
+inline constexpr double settlePause = 1;
+
 /// The vCard phonebook of a phone and the list that shows it. Every change goes to the phone at once. Each
 /// operation takes a session of its own and leaves the line to AT commands again in any case, unless it runs
 /// within a Session. The client's BusyOn and BusyOff are raised around each of them as a whole.

@@ -11,8 +11,6 @@ using toolkit::Progress;
 
 namespace {
 
-constexpr double settlePause = 1; // seconds that the phone needs after its work
-
 /// For the steps of an operation whose bar counts entries.
 Progress withoutBar(Progress progress)
 {

@@ -85,6 +85,7 @@ void tst_Start::readsTheCommandLine()
     const QList<std::pair<QString, QString>> rows = {
         {{}, u"||||"_s},
         {u"--storage /s --port=3 --log /l /dbg /DELINI"_s, u"/s|3|/l|/dbg /DELINI|"_s},
+        {u"/DBG /home/a/Backup.TEL"_s, u"|||/DBG|"_s},
         {u"--port 1 --port 2"_s, u"|2|||"_s},
         {u"--port"_s, u"||||option \"--port\" needs a value"_s},
         {u"--prot=3"_s, u"||||there is no option \"--prot\""_s},
@@ -95,6 +96,7 @@ void tst_Start::readsTheCommandLine()
                  expected);
         QCOMPARE(read.kind == ui::CommandLine::Kind::Run, read.error.isEmpty());
     }
+    QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"/home/a/Backup.TEL"_s}).file, u"/home/a/Backup.TEL"_s);
     QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"--help"_s, u"--no"_s}).kind, ui::CommandLine::Kind::Help);
 }
 

@@ -80,7 +80,7 @@ struct OpenWindow : TestProgram
     void deleteFirst(const char* name)
     {
         list(name).rows()->setCurrent(0);
-        test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s, Answer::Ok), Answer::Yes);
+        test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s), Answer::Yes);
         QTest::keyClick(&list(name), Qt::Key_Delete);
     }
     size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
@@ -113,6 +113,7 @@ private Q_SLOTS:
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
     void filesComeBackBehindCommands();
+    void givenFileIsOpened();
     void connectionIsShown();
     void secretWordsAreHeard();
     void ringtonesAreSet();
@@ -393,6 +394,20 @@ void frmPBTest::filesComeBackBehindCommands()
     open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
     QVERIFY(open.port.handset().isInDataMode());
+}
+
+/// A backup that the desktop hands over goes into its list, and waits there to be written.
+void frmPBTest::givenFileIsOpened()
+{
+    OpenWindow open(u"PICASSO"_s);
+    const QString path = open.test.makeFile(u"Alt.tel"_s, "\"Alt\",\"110\",\"\",\"\",\"\",\"\"\r\n");
+    open.window.openGiven(path);
+    QCOMPARE(open.panel(), u"fraPBTB"_s);
+    QCOMPARE(open.list("lvwTB").rows()->count(), 1);
+    QCOMPARE(open.list("lvwTB").rows()->text(0, 0), u"Alt"_s);
+    QVERIFY(open.memory.TbDirty);
+    QVERIFY(open.entriesInPhone() > 1);
+    open.memory.TbDirty = false;
 }
 
 /// The status bar says which phone is there, and offers a search where it is not.

@@ -3,6 +3,7 @@
 #include "link/PhoneModels.h"
 #include "operations/PhoneSettings.h"
 #include "toolkit/Progress.h"
+#include "ui/controls/ChoiceBox.h"
 #include "ui/controls/Named.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
@@ -67,8 +68,8 @@ void fraSounds::addEvent(QGridLayout& grid, SoundEvent event)
     const int row = static_cast<int>(event);
     const QString caption = phonedata::captionOf(event);
     Event& widgets = m_events[row];
-    widgets.tone = named(new QComboBox, comboNames[row][0].toString(), caption);
-    widgets.volume = named(new QComboBox, comboNames[row][1].toString(), caption + u", Lautstärke"_s);
+    widgets.tone = named(new ChoiceBox, comboNames[row][0].toString(), caption);
+    widgets.volume = named(new ChoiceBox, comboNames[row][1].toString(), caption + u", Lautstärke"_s);
     widgets.volume->addItems(volumes);
     widgets.volume->setCurrentIndex(-1);
     grid.addWidget(named(new QLabel(caption), u"lblCmbSndPre%1"_s.arg(row)), row, 0);

@@ -28,6 +28,11 @@ int rowToEdit(const toolkit::ListRows& rows)
     return rows.current() >= 0 ? rows.current() : selected.value(0, -1);
 }
 
+QString entryCount(int count)
+{
+    return count == 1 ? u"1 Eintrag"_s : u"%1 Einträge"_s.arg(count);
+}
+
 /// Returns true if a file held more than lines that merely look like entries.
 bool holdsAnEntry(const toolkit::ListRows& rows)
 {
@@ -91,12 +96,37 @@ operations::ListJob ClassicList::job() const
 
 void ClassicList::read()
 {
+    std::vector<toolkit::ListRow> before;
+    for (int row = 0; row < m_rows->count(); ++row)
+        before.push_back(m_rows->row(row));
+    Q_EMIT stateChanged(ListState::Reading);
     const CommandResult result = readClassicList(
         {m_parts.program.line, m_parts.program.memory, *m_rows, &m_parts.busy, m_parts.progress}, m_store);
-    if (result != CommandResult::Done)
+    if (result == CommandResult::Refused) {
+        Q_EMIT stateChanged(m_isRead ? ListState::Read : ListState::NotRead);
         return;
+    }
+    if (result != CommandResult::Done) {
+        keepAfterFailure(std::move(before));
+        return;
+    }
     m_isRead = true;
+    Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
+    m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
+}
+
+/// A failed reading leaves the list empty. One that the user has stopped leaves what was on screen.
+void ClassicList::keepAfterFailure(std::vector<toolkit::ListRow> before)
+{
+    if (!m_parts.progress.cancelled()) {
+        Q_EMIT stateChanged(ListState::Failed);
+        return;
+    }
+    m_rows->clear();
+    m_rows->addAll(std::move(before));
+    Q_EMIT stateChanged(ListState::Cancelled);
+    m_parts.progress.panel->SetText(u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s);
 }
 
 void ClassicList::write()
@@ -105,8 +135,12 @@ void ClassicList::write()
     const toolkit::BusyScope busy(&m_parts.busy);
     const CommandResult result = writeClassicList(job(), *m_rows);
     m_isWriting = false;
-    if (result == CommandResult::Done)
-        Q_EMIT becameClean();
+    if (result != CommandResult::Done)
+        return;
+    Q_EMIT becameClean();
+    m_parts.progress.panel->SetText(
+        u"%1 ins Telefon geschrieben. \"Frühere Stände\" bringt die vorigen zurück."_s.arg(
+            entryCount(m_rows->count())));
 }
 
 template <typename Form>
@@ -138,7 +172,8 @@ void ClassicList::deleteSelected()
     const Answer answer =
         m_parts.program.context.dialogs.Show({.text = u"%1 Einträge wirklich löschen?"_s.arg(count),
                                               .buttons = Buttons::YesNo,
-                                              .icon = Icon::Question});
+                                              .icon = Icon::Question,
+                                              .defaultButton = Answer::No});
     if (answer != Answer::Yes)
         return;
     for (int row = m_rows->count() - 1; row >= 0; --row) {
@@ -162,12 +197,10 @@ bool ClassicList::mayPassOverChanges(const QString& text)
                                                                .defaultButton = Answer::No}) == Answer::Yes;
 }
 
-/// The file is read into another list, so that an unreadable file changes nothing.
 void ClassicList::openBackup(int choice)
 {
     app::Context& context = m_parts.program.context;
-    const bool isEmpty = m_rows->count() == 0;
-    if (!isEmpty && !mayPassOverChanges(unsavedChangesText(m_store)))
+    if (!mayReplaceList())
         return;
     const ClassicWords& words = wordsOf(m_store);
     const QString backups = QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
@@ -179,6 +212,24 @@ void ClassicList::openBackup(int choice)
         return;
     if (choice == 0)
         app::SetLastInitDir(context, m_rows->name(), path);
+    load(path);
+}
+
+void ClassicList::openFile(const QString& path)
+{
+    if (mayReplaceList())
+        load(path);
+}
+
+bool ClassicList::mayReplaceList()
+{
+    return m_rows->count() == 0 || mayPassOverChanges(unsavedChangesText(m_store));
+}
+
+/// Reads the file into another list, so that an unreadable file changes nothing.
+void ClassicList::load(const QString& path)
+{
+    app::Context& context = m_parts.program.context;
     const auto loaded = phonedata::traitsOf(m_store).makeRows();
     if (!phonedata::traitsOf(m_store).load(context, *loaded, path))
         return;

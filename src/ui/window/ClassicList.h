@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/ClassicReading.h"
+#include "ui/lists/ListState.h"
 #include "ui/window/CommandTarget.h"
 
 #include <QObject>
@@ -31,20 +32,26 @@ public:
 
     /// A line of the menu mnuOpen: 0 any folder, 1 the folder of automatic backups.
     void openBackup(int choice);
+    /// Opens a file in place of the list, after the question about changes that would be lost.
+    void openFile(const QString& path);
 
     /// Rows have been added by an import.
     void noteImport() { setDirty(); }
 
 Q_SIGNALS:
+    void stateChanged(kalmo::ui::ListState state);
     void becameDirty();
     void becameClean(); ///< after a read or a write
     void menuWanted(kalmo::ui::Command command);
 
 private:
     void read();
+    void keepAfterFailure(std::vector<toolkit::ListRow> before);
     void write();
     void edit(bool existing);
     void deleteSelected();
+    bool mayReplaceList();
+    void load(const QString& path);
     void save();
     void exportList();
     void setDirty();

@@ -138,6 +138,9 @@ void frmPB::makeClassicPanels()
         connect(list, &ClassicList::becameDirty, this, [this] { m_reminders->showKind(Reminders::Save); });
         connect(list, &ClassicList::menuWanted, this, &frmPB::popUp);
     }
+    for (auto [list, panel] : {std::pair(m_phonebook, m_fraPBTB), std::pair(m_providers, m_fraPBNE)})
+        connect(list, &ClassicList::stateChanged, panel,
+                [panel](ListState state) { panel->view().setPlaceholder(placeholderFor(state)); });
     // The provider list's reminder stays until the next change of section.
     connect(m_phonebook, &ClassicList::becameClean, this, [this] { m_reminders->hideKind(Reminders::Save); });
 }
@@ -237,7 +240,9 @@ void frmPB::makeMenus()
         if (list)
             list->openBackup(choice);
     });
-    const auto import = [this](int choice) { openImport(choice == 1 ? ImportFrom::AddressBook : ImportFrom::File); };
+    const auto import = [this](int choice) {
+        openImport(choice == 1 ? ImportFrom::AddressBook : ImportFrom::File);
+    };
     m_mnuImport = makePopup(mnuImport_TB(), import);
     m_mnuImportNE = makePopup(mnuImport_NE(), import);
 }

@@ -52,8 +52,8 @@ public:
     void tvwNavi_NodeClick(const QString& key);
     /// Selects a node and enters its section.
     void goTo(const QString& key);
-    /// Opens a backup or an address book from outside: in its list, or as an import where the phone has no such
-    /// list. The user sees each step before it changes anything.
+    /// Opens a backup or an address book from outside: in its list, or as an import where the phone has no
+    /// such list. The user sees each step before it changes anything.
     void openGiven(const QString& path);
 
     /// A search has found a phone of the same model again. The data of the phone before it is read again when

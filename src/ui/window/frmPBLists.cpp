@@ -11,8 +11,8 @@
 #include "ui/window/PanelStack.h"
 #include "ui/window/StatusArea.h"
 
-#include <QMenu>
 #include <QFileInfo>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
 
