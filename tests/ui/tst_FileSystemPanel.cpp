@@ -8,10 +8,13 @@
 #include "ui/TestProgram.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 
 using namespace kalmo;
@@ -61,12 +64,41 @@ struct Panel : TestProgram
             keys.append(panel.lvwFFs().row(row).key);
         return keys.join(u' ');
     }
+    ui::RowsView& list() { return child<ui::RowsView>(panel, "lvwFFs"); }
+    void show()
+    {
+        panel.show();
+        panel.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&panel));
+        list().setFocus();
+    }
+    /// Presses a key that opens the dialog for a name, types one there, and presses Enter or Escape.
+    void typeName(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& name,
+                  Qt::Key end = Qt::Key_Return)
+    {
+        bool wasAsked = false;
+        QTimer::singleShot(0, &panel, [&] {
+            auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            wasAsked = dialog != nullptr;
+            if (!wasAsked)
+                return;
+            auto* field = dialog->findChild<QLineEdit*>();
+            field->selectAll();
+            QTest::keyClicks(field, name);
+            QTest::keyClick(field, end);
+        });
+        QTest::keyClick(&list(), key, modifiers);
+        QCoreApplication::processEvents();
+        QVERIFY(wasAsked);
+    }
+    QString current() { return panel.lvwFFs().row(panel.lvwFFs().current()).key; }
     QStringList saved() const { return QDir(target).entryList(QDir::Files); }
     void save(int item)
     {
         press("save");
         auto& menu = child<QMenu>(panel, "mnuFFSsave");
-        for (int row = 0; row <= item; ++row)
+        const QAction* entry = menu.actions().at(item);
+        for (int row = 0; row <= item && menu.activeAction() != entry; ++row)
             QTest::keyClick(&menu, Qt::Key_Down);
         QTest::keyClick(&menu, Qt::Key_Return);
     }
@@ -113,6 +145,9 @@ private Q_SLOTS:
     void aSilenceEndsOneCommandOnly();
     void nothingIsDoneInAnUnknownFolder();
     void theListingDecidesAboutAnEarlyEnd();
+    void keysInTheList();
+    void keysOnADeadPhone();
+    void searchNarrowsTheList();
 };
 
 void FileSystemPanel::foldersAndFiles()
@@ -294,7 +329,9 @@ void FileSystemPanel::nothingIsDoneInAnUnknownFolder()
     made.press("open");
     made.press("del"); // nothing is selected that could go
     made.press("save");
-    QTest::keyClick(&child<QMenu>(made.panel, "mnuFFSsave"), Qt::Key_Escape);
+    auto& menu = child<QMenu>(made.panel, "mnuFFSsave");
+    QVERIFY(!menu.actions().first()->isEnabled()); // no folder was chosen yet
+    QTest::keyClick(&menu, Qt::Key_Escape);
     QCOMPARE(made.port.handset().phone().faults.requests, 1);
     made.enter(u"ROT_"_s);
     QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
@@ -327,6 +364,76 @@ void FileSystemPanel::theListingDecidesAboutAnEarlyEnd()
             made.press("open");
         }
     }
+}
+
+void FileSystemPanel::keysInTheList()
+{
+    Panel made(u"Sounds"_s);
+    made.show();
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Gong.mid"_s));
+    made.typeName(Qt::Key_F2, {}, u"Glocke.mid"_s);
+    QCOMPARE(made.current(), u"FIL_Glocke.mid"_s);
+    QVERIFY(!made.shown().contains(u"FIL_Gong.mid"_s));
+    const QString before = made.shown();
+    for (const auto& [name, text] :
+         {std::pair{u"Piep.wav"_s, u"Im Telefon gibt es den Namen Piep.wav schon."_s},
+          {u"a/b.mid"_s, u"Im Telefon kann nichts so heißen: a/b.mid"_s}}) {
+        made.expect(text);
+        made.typeName(Qt::Key_F2, {}, name);
+        QCOMPARE(made.shown(), before);
+    }
+    made.typeName(Qt::Key_F2, {}, u"Anders.mid"_s, Qt::Key_Escape);
+    QCOMPARE(made.shown(), before);
+
+    made.typeName(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, u"Neu"_s);
+    QCOMPARE(made.current(), u"FOL_Neu"_s);
+    QTest::keyClick(&made.list(), Qt::Key_Return);
+    auto& path = child<QLineEdit>(made.panel, "txtFFscDirAct");
+    QCOMPARE(path.text(), u"Mobile:\\Sounds\\Neu"_s);
+    QTest::keyClick(&made.list(), Qt::Key_Backspace);
+    QCOMPARE(path.text(), u"Mobile:\\Sounds"_s);
+    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
+    QVERIFY(made.list().hasFocus());
+
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FOL_Neu"_s));
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        made.ask(u"1 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
+        QTest::keyClick(&made.list(), Qt::Key_Delete);
+        QCOMPARE(made.shown().contains(u"FOL_Neu"_s), answer == Answer::No);
+    }
+}
+
+void FileSystemPanel::keysOnADeadPhone()
+{
+    Panel made(u"Sounds"_s);
+    made.show();
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Gong.mid"_s));
+    made.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
+    made.test.dialogs.agreeToAll(made.test.path(u"egal"_s));
+    made.typeName(Qt::Key_F2, {}, u"Glocke.mid"_s);
+    made.typeName(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, u"Neu"_s);
+    for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return})
+        QTest::keyClick(&made.list(), key);
+    QVERIFY(!made.shown().contains(u"Glocke"_s) && !made.shown().contains(u"Neu"_s));
+    QVERIFY(made.panel.isEnabled());
+}
+
+void FileSystemPanel::searchNarrowsTheList()
+{
+    Panel made(u"Sounds"_s);
+    made.show();
+    auto& field = child<QLineEdit>(made.panel, "txtSearch");
+    made.list().wantSearch();
+    QTest::keyClicks(&field, u"gong"_s);
+    QCOMPARE(made.list().shownRows(), 1);
+    QTest::keyClick(&field, Qt::Key_Backspace); // a letter, not a folder
+    QCOMPARE(child<QLineEdit>(made.panel, "txtFFscDirAct").text(), u"Mobile:\\Sounds"_s);
+    QTest::keyClick(&field, Qt::Key_Down);
+    QVERIFY(made.list().hasFocus());
+    QCOMPARE(made.current(), u"FIL_Gong.mid"_s);
+    QTest::keyClick(&made.list(), Qt::Key_Backspace);
+    QCOMPARE(field.text(), QString());
+    QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
 }
 
 QTEST_MAIN(FileSystemPanel)

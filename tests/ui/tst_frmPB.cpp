@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QStackedLayout>
 #include <QTest>
@@ -114,6 +115,7 @@ private Q_SLOTS:
     void contactsAreDeletedAtOnce();
     void filesComeBackBehindCommands();
     void givenFileIsOpened();
+    void filesHaveKeysOfTheirOwn();
     void connectionIsShown();
     void secretWordsAreHeard();
     void ringtonesAreSet();
@@ -408,6 +410,40 @@ void frmPBTest::givenFileIsOpened()
     QVERIFY(open.memory.TbDirty);
     QVERIFY(open.entriesInPhone() > 1);
     open.memory.TbDirty = false;
+}
+
+/// The toolbar still means the phonebook; its keys and the menu mean the files.
+void frmPBTest::filesHaveKeysOfTheirOwn()
+{
+    OpenWindow open(u"SL400H"_s);
+    const auto state = [&] {
+        const auto& edit = child<QAction>(open.window, "edit");
+        QStringList names;
+        for (const QAction* action : open.window.menuBar()->actions().first()->menu()->actions()) {
+            if (action->objectName().startsWith(u"ffs"_s) || action == &edit)
+                names.append(action->objectName());
+        }
+        return names.join(u' ') + u'|' + edit.shortcut().toString() + u'|' + edit.toolTip();
+    };
+    const QString own = u"ffsUp ffsRename ffsNewFolder||Telefonbuch: Eintrag bearbeiten"_s;
+    open.window.goTo(u"TB"_s);
+    const QString phonebook = state();
+    QCOMPARE(phonebook, u"edit|F2|Eintrag bearbeiten (F2)"_s);
+    open.window.goTo(u"FFS"_s);
+    QCOMPARE(state(), own);
+    QVERIFY(open.list("lvwFFs").hasFocus());
+    open.list("lvwFFs").rows()->setCurrent(0);
+    const size_t contacts = open.contactsInPhone();
+    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
+    QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Delete);
+    QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier); // opens no contact
+    QVERIFY(!QApplication::activeModalWidget());
+    open.list("lvwFFs").setColumnWidth(0, 321);
+    open.window.goTo(u"TB"_s);
+    QCOMPARE(state(), phonebook);
+    QCOMPARE(open.contactsInPhone(), contacts);
+    open.window.close();
+    QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
 }
 
 /// The status bar says which phone is there, and offers a search where it is not.

@@ -23,6 +23,7 @@ SearchLine::SearchLine(RowsView& view, QWidget* parent)
     m_field->addAction(icon(u"search"_s), QLineEdit::LeadingPosition);
     m_field->setMaximumWidth(m_field->fontMetrics().averageCharWidth() * 60);
     m_field->installEventFilter(this);
+    m_view.installEventFilter(this);
     m_count->setObjectName(u"lblSearchCount"_s);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -47,9 +48,15 @@ void SearchLine::clear()
 
 bool SearchLine::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_field && event->type() == QEvent::KeyPress &&
-        handleKey(static_cast<QKeyEvent*>(event)->key()))
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (watched == m_field && handleKey(key))
+            return true;
+        if (watched == &m_view && key == Qt::Key_Escape && m_view.isFiltered()) {
+            clear();
+            return true;
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -10,7 +10,7 @@ namespace kalmo::ui {
 class RowsView;
 
 /// The search field above a list. The list shows the rows that match as the user types; Escape shows all
-/// again. The keys Enter, Down and Escape give the focus back to the list.
+/// again, in the list too. The keys Enter, Down and Escape give the focus back to the list.
 class SearchLine : public QWidget
 {
     Q_OBJECT

@@ -64,10 +64,6 @@ bool ListPanel::handleKey(int key, Qt::KeyboardModifiers modifiers)
         m_view->selectAll();
         return true;
     }
-    if (key == Qt::Key_Escape && m_view->isFiltered()) {
-        m_search->clear();
-        return true;
-    }
     if (key != Qt::Key_Delete)
         return false;
     Q_EMIT commandWanted(Command::Delete);

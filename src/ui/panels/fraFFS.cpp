@@ -12,6 +12,7 @@
 #include "ui/forms/UploadDialog.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
+#include "ui/lists/SearchLine.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FfsUpload.h"
 
@@ -60,7 +61,7 @@ QString savedFolder(const app::Settings& settings)
 fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
                QWidget* parent)
     : PanelFrame(u"fraFFS"_s, parent), m_program(program), m_mmc(std::move(mmc)), m_progress(progress),
-      m_rows(u"lvwFFs"_s, columns()), m_lvwFFs(new RowsView(this)),
+      m_rows(u"lvwFFs"_s, columns()), m_lvwFFs(new RowsView(this)), m_search(new SearchLine(*m_lvwFFs, this)),
       m_txtFFscDirAct(named(new QLineEdit, u"txtFFscDirAct"_s, u"Ordner im Telefon"_s)),
       m_ucFfsMem(named(new ucFfsMem(program.context), u"ucFfsMem"_s, u"Speicher im Telefon"_s)),
       m_chooseUpload(
@@ -74,10 +75,14 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     m_lvwFFs->setColumnCharacters({36, 22, 12, 12});
     content()->addWidget(m_tlbFFS);
     content()->addWidget(makePathRow());
+    content()->addWidget(m_search);
     content()->addWidget(m_lvwFFs, 1);
     content()->addWidget(m_ucFfsMem);
     setTabOrder(m_tlbFFS->widgetForAction(m_tlbFFS->actions().last()), m_txtFFscDirAct);
-    setTabOrder(m_txtFFscDirAct, m_lvwFFs);
+    auto* search = m_search->findChild<QLineEdit*>();
+    setTabOrder(m_txtFFscDirAct, search);
+    setTabOrder(search, m_lvwFFs);
+    makeCommands();
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
@@ -124,11 +129,9 @@ QToolBar* fraFFS::makeToolbar()
         action->setObjectName(button.key);
         action->setToolTip(button.toolTip);
         action->setShortcut(button.shortcut);
-        // Deleting needs the focus in the panel; reading anew does not.
-        action->setShortcutContext(button.shortcut == QKeySequence(QKeySequence::Refresh)
-                                       ? Qt::WindowShortcut
-                                       : Qt::WidgetWithChildrenShortcut);
-        addAction(action);
+        // Deleting needs the focus in the list; reading anew does not.
+        action->setShortcutContext(
+            button.shortcut == QKeySequence(QKeySequence::Refresh) ? Qt::WindowShortcut : Qt::WidgetShortcut);
         connect(action, &QAction::triggered, this, button.run);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }
@@ -202,11 +205,16 @@ void fraFFS::openSelected()
 
 void fraFFS::openRow(int row)
 {
-    const QString key = m_rows.row(row).key;
+    openKey(m_rows.row(row).key);
+}
+
+void fraFFS::openKey(const QString& key)
+{
     if (key.startsWith(obex::fileKeyPrefix)) {
         openFile(nameIn(key));
         return;
     }
+    m_search->clear();
     changeFolder(key);
     FfsListRefresh(); // after a failure too: the client is where it came to
     m_rows.setCurrent(0);
@@ -285,8 +293,9 @@ void fraFFS::upload()
 
 void fraFFS::showSaveMenu()
 {
-    m_saveIntoLast->setText(u"Speichern in "_s +
-                            savedFolder(m_program.context.settings).replace(u'&', u"&&"_s));
+    QString folder = savedFolder(m_program.context.settings);
+    m_saveIntoLast->setEnabled(!folder.isEmpty());
+    m_saveIntoLast->setText(u"Speichern in "_s + folder.replace(u'&', u"&&"_s));
     const QWidget* button = m_tlbFFS->widgetForAction(m_tlbFFS->findChild<QAction*>(u"save"_s));
     m_mnuFFSsave->popup(button->mapToGlobal(QPoint(0, button->height())));
 }
@@ -302,11 +311,8 @@ void fraFFS::pickFolderAndSave()
     saveInto(folder);
 }
 
-/// Without a folder the files go to the current directory.
-void fraFFS::saveInto(QString folder)
+void fraFFS::saveInto(const QString& folder)
 {
-    if (folder.isEmpty())
-        folder = QDir::currentPath();
     const QStringList names = selectedNames(true);
     if (!names.isEmpty() && isFolderListed())
         downloadFiles(m_mmc, m_progress, *m_listed, names, QDir::cleanPath(folder));

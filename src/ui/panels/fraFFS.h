@@ -17,6 +17,7 @@ class QToolBar;
 namespace kalmo::ui {
 
 class RowsView;
+class SearchLine;
 class ucFfsMem;
 
 /// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
@@ -42,22 +43,32 @@ public:
     void setUploadChooser(UploadChooser chooser) { m_chooseUpload = std::move(chooser); }
 
     toolkit::ListRows& lvwFFs() { return m_rows; }
+    RowsView& view() const { return *m_lvwFFs; }
+    /// For the menus. The keys work while the list has the focus.
+    QList<QAction*> commands() const { return m_commands; }
 
 private:
     QWidget* makePathRow();
     QToolBar* makeToolbar();
     QMenu* makeSaveMenu();
+    void makeCommands();
+    QAction* gap();
 
     void refresh();
     void openSelected();
     void openRow(int row);
+    void openKey(const QString& key);
+    void goUp();
+    void renameSelected();
+    void makeFolder();
+    void showAgain(const QString& key);
     bool changeFolder(const QString& key);
     bool isFolderListed();
     bool readFreeBytes();
     void openFile(const QString& name);
     void upload();
     void showSaveMenu();
-    void saveInto(QString folder);
+    void saveInto(const QString& folder);
     void pickFolderAndSave();
     void deleteSelected();
     QStringList selectedNames(bool filesOnly) const;
@@ -67,6 +78,7 @@ private:
     toolkit::Progress m_progress;
     toolkit::ListRows m_rows;
     RowsView* m_lvwFFs;
+    SearchLine* m_search;
     QLineEdit* m_txtFFscDirAct;
     ucFfsMem* m_ucFfsMem;
     std::optional<qint64> m_freeBytes;       // as the phone said last
@@ -75,6 +87,7 @@ private:
     QAction* m_saveIntoLast = nullptr; // before the menu: making the menu sets it
     QMenu* m_mnuFFSsave;
     QToolBar* m_tlbFFS;
+    QList<QAction*> m_commands;
 };
 
 } // namespace kalmo::ui

@@ -49,11 +49,6 @@ const QStringList vcardNote = {
     u"liegt am Gigaset."_s,
 };
 
-QString nameOf(const QKeySequence& key)
-{
-    return key.toString(QKeySequence::NativeText);
-}
-
 } // namespace
 
 frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent)
@@ -70,6 +65,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     makeToolbar();
     makeMenus();
     makeMenuBar();
+    giveCommands();
     layOut();
     connectMmc();
     setMinimumSize(smallestSize);
@@ -77,11 +73,13 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     RestoreFormLayout(*this, program.context.settings);
     for (ListPanel* panel : listPanels())
         makeContextMenu(*panel);
+    if (m_fraFFS)
+        makeContextMenu(*m_fraFFS);
     restoreLayouts();
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
     connect(m_sta, &StatusArea::searchWanted, this, &frmPB::wantSearch);
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
-    connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveRefreshKey);
+    connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveCommands);
     new SecretWords(this, [this] { return m_sta->isBusy(); });
     goTo(nodes::Sponsors.toString());
 }
@@ -167,15 +165,11 @@ void frmPB::makeToolbar()
     m_tlb->setIconSize(QSize(28, 28));
     for (const CommandRow& row : commandTable()) {
         auto* action = new QAction(icon(row.key.toString()), row.menuText.toString(), this);
-        const QKeySequence shortcut(row.shortcut.toString());
         action->setObjectName(row.key.toString());
         action->setIconText(row.caption.toString());
         if (row.command == Command::Delete) // the lists' own key: in a field it deletes a character
-            action->setText(action->text() + u'\t' + nameOf(QKeySequence::Delete));
-        else
-            action->setShortcut(shortcut);
-        const QString key = nameOf(row.command == Command::Delete ? QKeySequence::Delete : shortcut);
-        action->setToolTip(key.isEmpty() ? row.toolTip.toString() : u"%1 (%2)"_s.arg(row.toolTip, key));
+            action->setText(action->text() + u'\t' +
+                            QKeySequence(QKeySequence::Delete).toString(QKeySequence::NativeText));
         connect(action, &QAction::triggered, this, [this, command = row.command] { press(command); });
         m_actions[row.command] = action;
         if (row.command == Command::Refresh || row.command == Command::Open || row.command == Command::Help)
@@ -194,15 +188,11 @@ void frmPB::makeMenuBar()
     m_formerStates->setObjectName(u"formerStates"_s);
     m_formerStates->setShortcut(QKeySequence(u"Ctrl+H"_s));
     connect(m_formerStates, &QAction::triggered, this, &frmPB::showFormerStates);
-    auto* commands = menuBar()->addMenu(u"&Liste"_s);
-    for (const CommandRow& row : commandTable()) {
-        if (row.command != Command::Help)
-            commands->addAction(m_actions[row.command]);
-    }
-    commands->addSeparator();
-    commands->addAction(m_formerStates);
-    commands->addSeparator();
-    auto* quit = commands->addAction(u"Been&den"_s, this, &QWidget::close);
+    m_mnuList = menuBar()->addMenu(u"&Liste"_s);
+    m_endOfCommands = m_mnuList->addSeparator();
+    m_mnuList->addAction(m_formerStates);
+    m_mnuList->addSeparator();
+    auto* quit = m_mnuList->addAction(u"Been&den"_s, this, &QWidget::close);
     quit->setShortcut(QKeySequence(u"Ctrl+Q"_s));
     makeEditMenu();
     auto* sections = menuBar()->addMenu(u"&Gehe zu"_s);

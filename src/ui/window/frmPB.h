@@ -92,6 +92,8 @@ private:
     void makeMenuBar();
     void makeEditMenu();
     void makeContextMenu(ListPanel& panel);
+    void makeContextMenu(fraFFS& panel);
+    QList<RowsView*> rememberedLists() const;
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
     void openImport(ImportFrom source, const QString& given = {});
@@ -107,7 +109,7 @@ private:
                              bool plainASelects);
     void layOut();
     void connectMmc();
-    void giveRefreshKey();
+    void giveCommands();
 
     // Navigation
     bool leaveFiles();
@@ -171,6 +173,8 @@ private:
     fraDIV* m_fraDIV = nullptr;
     fraAd* m_fraAd = nullptr;
     QSplitter* m_splitter = nullptr;
+    QMenu* m_mnuList = nullptr;
+    QAction* m_endOfCommands = nullptr; // of the menu "Liste"
     QMenu* m_mnuOpen = nullptr;
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;

@@ -4,6 +4,7 @@
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/lists/ListLayout.h"
+#include "ui/panels/fraFFS.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
@@ -107,6 +108,42 @@ void frmPB::makeContextMenu(ListPanel& panel)
         view.setRowFormat(contactFormat());
 }
 
+void frmPB::makeContextMenu(fraFFS& panel)
+{
+    const QList<QAction*> groups[] = {m_editActions, {m_formerStates}};
+    for (const QList<QAction*>& group : groups) {
+        auto* gap = new QAction(&panel);
+        gap->setSeparator(true);
+        panel.view().addAction(gap);
+        panel.view().addActions(group);
+    }
+}
+
+/// While the files are in front the toolbar's commands still mean the section before them. Their keys and
+/// their places in the menu belong to the files' own commands then, and the tool tips name the section.
+void frmPB::giveCommands()
+{
+    const bool isFiles = isFilesInFront();
+    const QString section = m_toolbarMode == ModePhonebook ? u"Telefonbuch: "_s : QString();
+    QList<QAction*> commands;
+    for (const CommandRow& row : commandTable()) {
+        QAction* action = m_actions[row.command];
+        const bool isOwn = !isFiles || row.command == Command::Help;
+        const QKeySequence shortcut(isOwn ? row.shortcut.toString() : QString());
+        action->setShortcut(shortcut);
+        const QString key = (isOwn && row.command == Command::Delete ? QKeySequence::Delete : shortcut)
+                                .toString(QKeySequence::NativeText);
+        const QString toolTip = (isOwn ? QString() : section) + row.toolTip.toString();
+        action->setToolTip(key.isEmpty() ? toolTip : u"%1 (%2)"_s.arg(toolTip, key));
+        if (row.command != Command::Help)
+            commands.append(action);
+    }
+    const QList<QAction*> entries = m_mnuList->actions();
+    for (QAction* action : entries.first(entries.indexOf(m_endOfCommands)))
+        m_mnuList->removeAction(action);
+    m_mnuList->insertActions(m_endOfCommands, isFiles ? m_fraFFS->commands() : commands);
+}
+
 /// The list whose states are shown first.
 operations::RecordedList frmPB::recordedListInFront() const
 {
@@ -143,17 +180,27 @@ void frmPB::showFormerStates()
         enterFiles(nodes::Files.toString());
 }
 
+QList<RowsView*> frmPB::rememberedLists() const
+{
+    QList<RowsView*> views;
+    for (const ListPanel* panel : listPanels())
+        views.append(&panel->view());
+    if (m_fraFFS)
+        views.append(&m_fraFFS->view());
+    return views;
+}
+
 void frmPB::restoreLayouts()
 {
-    for (ListPanel* panel : listPanels())
-        restoreListLayout(panel->view(), m_program.context.settings);
+    for (RowsView* view : rememberedLists())
+        restoreListLayout(*view, m_program.context.settings);
     restoreSplitter(*m_splitter, m_program.context.settings);
 }
 
 void frmPB::saveLayouts()
 {
-    for (const ListPanel* panel : listPanels())
-        saveListLayout(panel->view(), m_program.context.settings);
+    for (const RowsView* view : rememberedLists())
+        saveListLayout(*view, m_program.context.settings);
     saveSplitter(*m_splitter, m_program.context.settings);
     SaveFormLayout(*this, m_program.context.settings);
 }

@@ -233,6 +233,7 @@ void frmPB::enterFiles(const QString& key)
     FFSMemAct();
     if (!m_mmc->stopAsked())
         FfsListRefresh();
+    m_fraFFS->view().enter();
 }
 
 void frmPB::enterSettings(const QString&)
@@ -342,17 +343,6 @@ void frmPB::runCommand(Command command)
     m_sta->offerCancel(command == Command::Read);
     target->run(command);
     m_sta->offerCancel(false);
-}
-
-/// The panel of files has a command of its own on that key, and Qt activates neither of two.
-void frmPB::giveRefreshKey()
-{
-    const bool isFiles = isFilesInFront();
-    for (const CommandRow& row : commandTable()) {
-        if (row.command == Command::Refresh)
-            m_actions[row.command]->setShortcut(isFiles ? QKeySequence()
-                                                        : QKeySequence(row.shortcut.toString()));
-    }
 }
 
 void frmPB::popUp(Command command)
