@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "link/PhoneModels.h"
 #include "ui/icons/Icons.h"
+#include "ui/import/frmImportPb.h"
 #include "ui/panels/fraAd.h"
 #include "ui/panels/fraDIV.h"
 #include "ui/panels/fraFFS.h"
