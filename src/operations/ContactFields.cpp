@@ -13,7 +13,7 @@ using phonedata::tVcfEntry;
 
 namespace {
 
-constexpr std::array<ContactField, 8> fields = {{
+constexpr std::array<ContactField, 8> fieldTable = {{
     {u"lastName", &tVcfEntry::lastName, 16, false},
     {u"firstName", &tVcfEntry::firstName, 16, false},
     {u"home", &tVcfEntry::home, 32, true},
@@ -28,12 +28,12 @@ constexpr std::array<ContactField, 8> fields = {{
 
 std::span<const ContactField> contactFields()
 {
-    return fields;
+    return fieldTable;
 }
 
 SavedListFault faultOf(const tVcfEntry& contact)
 {
-    for (const ContactField& field : fields) {
+    for (const ContactField& field : fieldTable) {
         const QString& text = contact.*(field.text);
         if (text.contains(u'\r') || text.contains(u'\n') || text.contains(QChar()))
             return {.kind = FileFault::LineEnd, .detail = field.key.toString()};
