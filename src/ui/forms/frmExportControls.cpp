@@ -58,7 +58,7 @@ QLabel* makeComment(int index)
     return label;
 }
 
-QLabel* makeLabel(const QString& text, QWidget* buddy)
+QLabel* makeBuddyLabel(const QString& text, QWidget* buddy)
 {
     auto* label = new QLabel(text);
     label->setBuddy(buddy);
@@ -202,13 +202,13 @@ QWidget* frmExport::makeCsv()
         m_cmbCsvSep->addItem(row.caption.toString());
     m_txtCsvReplace->setMaximumWidth(charactersWide(*m_txtCsvReplace, replacementCharacters));
     grid->setColumnStretch(1, 1);
-    grid->addWidget(named(makeLabel(u"&Trennzeichen"_s, m_cmbCsvSep), u"lblCsvPreStatic"_s), 0, 0);
+    grid->addWidget(named(makeBuddyLabel(u"&Trennzeichen"_s, m_cmbCsvSep), u"lblCsvPreStatic"_s), 0, 0);
     grid->addWidget(m_cmbCsvSep, 0, 1, Qt::AlignLeft);
-    grid->addWidget(makeLabel(u"&Datei"_s, m_txtCsvPath), 1, 0);
+    grid->addWidget(makeBuddyLabel(u"&Datei"_s, m_txtCsvPath), 1, 0);
     grid->addWidget(makePathRow(m_txtCsvPath, m_cmdPathSet, u"CSV Datei"_s), 1, 1);
     auto* replacement = new QHBoxLayout;
     replacement->addWidget(
-        makeLabel(u"T&rennzeichen in den Daten durch dieses Zeichen ersetzen"_s, m_txtCsvReplace));
+        makeBuddyLabel(u"T&rennzeichen in den Daten durch dieses Zeichen ersetzen"_s, m_txtCsvReplace));
     replacement->addWidget(m_txtCsvReplace);
     replacement->addStretch(1);
     grid->addLayout(replacement, 2, 0, 1, 2);
@@ -222,9 +222,9 @@ QWidget* frmExport::makeHtml()
     makeRoom(*grid);
     grid->setContentsMargins({});
     grid->setColumnStretch(1, 1);
-    grid->addWidget(makeLabel(u"&Datei"_s, m_txtHtmlDestPath), 0, 0);
+    grid->addWidget(makeBuddyLabel(u"&Datei"_s, m_txtHtmlDestPath), 0, 0);
     grid->addWidget(makePathRow(m_txtHtmlDestPath, m_cmdSelHtmlDestPath, u"HTML Datei"_s), 0, 1);
-    grid->addWidget(makeLabel(u"&Vorlage"_s, m_txtHtmlTemplatePath), 1, 0);
+    grid->addWidget(makeBuddyLabel(u"&Vorlage"_s, m_txtHtmlTemplatePath), 1, 0);
     grid->addWidget(makePathRow(m_txtHtmlTemplatePath, m_cmdSelHtmlTemplate, u"Vorlage"_s), 1, 1);
     grid->setRowStretch(2, 1);
     return page;

@@ -18,13 +18,13 @@ using toolkit::Icon;
 namespace {
 
 /// Text about a name that can't be; %1 is the name.
-struct ObstacleRow
+struct NameObstacle
 {
     FileObstacle obstacle;
     QStringView text;
 };
 
-constexpr ObstacleRow obstacles[] = {
+constexpr NameObstacle nameObstacles[] = {
     {FileObstacle::IsRoot, u"Das Basisverzeichnis kann nicht geändert werden."},
     {FileObstacle::BelowTelecom, u"In diesem Ordner speichert das Telefon Kontakte und Termine. "
                                  u"Hier wird nichts geändert: %1"},
@@ -39,7 +39,7 @@ constexpr ObstacleRow obstacles[] = {
 /// False, and says why, if there is an obstacle.
 bool isPossible(const clsMmc& mmc, FileObstacle obstacle, const QString& name)
 {
-    for (const ObstacleRow& row : obstacles) {
+    for (const NameObstacle& row : nameObstacles) {
         if (row.obstacle == obstacle)
             tell(mmc, row.text.toString().replace(u"%1"_s, name), Icon::Exclamation);
     }

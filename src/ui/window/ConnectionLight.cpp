@@ -17,7 +17,7 @@ namespace {
 constexpr std::chrono::milliseconds refreshEvery(1000);
 constexpr int pictureSize = 16;
 
-struct Words
+struct StateWords
 {
     QStringView picture;
     QStringView text;
@@ -25,7 +25,7 @@ struct Words
 };
 
 /// In the order of the states.
-constexpr Words words[] = {
+constexpr StateWords stateWords[] = {
     {u"handy", u"verbunden", u"Das Telefon antwortet."},
     {u"warning", u"antwortet nicht",
      u"Das Telefon hat die letzte Frage nicht beantwortet. Ist es eingeschaltet und in keinem Menü?"},
@@ -67,7 +67,7 @@ ConnectionLight::State ConnectionLight::state() const
 void ConnectionLight::refresh()
 {
     const app::Sy& sy = m_line.context().sy;
-    const Words& now = words[static_cast<size_t>(state())];
+    const StateWords& now = stateWords[static_cast<size_t>(state())];
     const QString text =
         u"%1 · COM%2 · %3"_s.arg(operations::knownIdentity(sy).model, QString::number(sy.ComNo), now.text);
     if (text == m_text->text())
