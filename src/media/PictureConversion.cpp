@@ -59,6 +59,13 @@ QRect middle(QSize picture, QSize size)
     return {QPoint((picture.width() - part.width()) / 2, (picture.height() - part.height()) / 2), part};
 }
 
+/// Drawings such as SVG need fonts and may refer to other files, so they are no pictures here.
+bool isPhotoFormat(const QByteArray& format)
+{
+    static const QByteArrayList formats = {"bmp", "gif", "jpeg", "jpg", "png"};
+    return formats.contains(format);
+}
+
 QImage scaled(const QImage& image, QSize size)
 {
     return image.size() == size ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -75,7 +82,7 @@ LoadedPicture loadPicture(const QString& path, QSize wanted)
     reader.setAutoTransform(true);           // cameras lie on their side
     QImageReader::setAllocationLimit(mostMegabytes);
     const QSize size = reader.size();
-    if (!reader.canRead() || size.isEmpty())
+    if (!reader.canRead() || size.isEmpty() || !isPhotoFormat(reader.format()))
         return unfit(path, u"it is no picture that is known here"_s);
     if (qint64{size.width()} * size.height() > mostPixels)
         return unfit(path, u"it is too large"_s);

@@ -77,9 +77,12 @@ Player::~Player()
 bool Player::PlayFile(const QString& path)
 {
     StopPlay();
+    const int request = m_request;
     const PlayerCall call = playerFor(m_context, path);
     if (call.program.isEmpty() || !app::FileExists(path) ||
         (isMelody(path) && !isWholeMelody(m_context, QFileInfo(path).absoluteFilePath())))
+        return false;
+    if (request != m_request) // the check of a melody yields, and the user has asked for something else
         return false;
     m_process = std::make_unique<QProcess>();
     m_process->setStandardInputFile(QProcess::nullDevice());
@@ -99,6 +102,7 @@ bool Player::PlayFile(const QString& path)
 
 void Player::StopPlay()
 {
+    ++m_request;
     const std::unique_ptr<QProcess> process = std::move(m_process);
     if (!process)
         return;

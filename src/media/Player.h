@@ -46,6 +46,7 @@ Q_SIGNALS:
 
 private:
     app::Context& m_context;
+    int m_request = 0; ///< counts starts and stops: a start that waits sees that it is outdated
     std::unique_ptr<QProcess> m_process;
 };
 

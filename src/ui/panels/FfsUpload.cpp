@@ -35,7 +35,13 @@ void take(app::Context& context, const PreparedFile& file, Batch& batch)
         return;
     }
     QByteArray bytes;
-    const bool isMade = file.path != file.source && app::readWholeFile(file.path, bytes);
+    const bool isMade = file.path != file.source;
+    if (isMade &&
+        !app::readWholeFile(file.path, bytes)) { // the source must not go under the name of the result
+        context.dialogs.Show(media::messageFor({Fault::NotWritten, file.path}));
+        batch.isAll = false;
+        return;
+    }
     batch.files.push_back({.localPath = file.source,
                            .name = QFileInfo(file.path).fileName(),
                            .bytes = isMade ? std::optional(bytes) : std::nullopt});
