@@ -1,5 +1,6 @@
 // The rows of a text file.
 
+#include "phonedata/PhoneCharacters.h"
 #include "transfer/import/BaseLetters.h"
 #include "transfer/import/PreviewSources.h"
 #include "transfer/import/TextSource.h"
@@ -137,8 +138,11 @@ bool TextPreview::isHeading(const RowCursor& cursor, const PreviewRow& row) cons
         if (std::count_if(cell.begin(), cell.end(), [](QChar character) { return character.isDigit(); }) >
             mostDigits)
             return false;
-        hasLetters = hasLetters || std::any_of(cell.begin(), cell.end(),
-                                               [](QChar character) { return character.isLower(); });
+        hasLetters =
+            hasLetters || std::any_of(cell.begin(), cell.end(),
+                                      [](QChar character) { // those of a written number stay out
+                                          return character.isLetter() && !phonedata::IsNumberChar(character);
+                                      });
     }
     return hasLetters || !row.isComplete(m_preview.shape);
 }

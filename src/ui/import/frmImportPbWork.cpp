@@ -68,7 +68,7 @@ void frmImportPb::takeFile(const QString& path)
 {
     m_loading = true;
     m_sta->setText(u"Lese "_s + path + u"..."_s);
-    m_mended = {};
+    m_mended = m_remembered.options;
     const QByteArray bytes = contentOf(path);
     transfer::TextRequest request{.reading = transfer::Reading::Simple};
     for (size_t field = 0; field < transfer::fieldsOf(m_shape).size(); ++field)
@@ -151,7 +151,7 @@ void frmImportPb::takeGiven()
 void frmImportPb::takeBook(const QString& path)
 {
     m_bookPath = path;
-    m_mended = {};
+    m_mended = m_remembered.options;
     if (!readBook(path))
         return;
     app::SetLastInitDir(m_program.context, dialogUse, path);
