@@ -221,7 +221,7 @@ bool ListWriter::agrees()
         m_job.out.note(warnings);
     if (!warnings.isEmpty() &&
         !questions.confirm(
-            u"The phone may change an entry that it can't hold, or refuse it, and then lacks those behind "
+            u"The phone may change an entry that it can't hold, or refuse it, and then lacks those after "
             u"it too. Write all the same?"_s))
         return false;
     const phonedata::ListDiff& diff = m_plan.diff;

@@ -123,7 +123,7 @@ void foresee(const ListJob& job, ListPlan& plan)
                             ? heldCommands == plan.toSend.commands
                             : plan.held.entries == plan.given || plan.held.entries == plan.willHold;
     plan.changesNothing = plan.held.certainty == Certainty::Known && plan.unnamedMelodies == 0 && isSame;
-    if (plan.changesNothing)
+    if (plan.changesNothing && plan.held.entries == plan.willHold)
         return; // nothing has to be written that could turn out otherwise
     plan.objections = objectionsTo(plan.given, plan.willHold, job.store, job.phoneType(), job.memory.sounds);
     std::erase_if(plan.objections, [&](const EntryObjection& objection) { // what the phone gave it can hold

@@ -7,6 +7,8 @@
 #include <QDate>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
@@ -22,6 +24,12 @@ const QRegularExpression& breakingCharacters()
 {
     static const QRegularExpression expression(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
     return expression;
+}
+
+/// The phones' own table accepts the backspace, which no name is meant to hold.
+bool isControl(QChar character)
+{
+    return character.unicode() < u' ';
 }
 
 bool hasDateForm(const QString& date)
@@ -62,6 +70,8 @@ public:
                              .longest = longest});
         if (const auto match = breakingCharacters().match(text); match.hasMatch())
             add(What::NotSendable, field, match.captured());
+        else if (const auto control = std::ranges::find_if(text, isControl); control != text.cend())
+            add(What::Character, field, QString(*control));
         else if (accepted.size() < text.size())
             add(What::Character, field, text.mid(accepted.size(), 1));
     }

@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 #include <QMap>
+#include <QSet>
 
 class QMenu;
 class QSplitter;
@@ -93,6 +94,7 @@ private:
     void makeEditMenu();
     void makeContextMenu(ListPanel& panel);
     void makeContextMenu(fraFFS& panel);
+    void readAgain(const QSet<operations::RecordedList>& changed);
     QList<RowsView*> rememberedLists() const;
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);

@@ -5,6 +5,7 @@
 #include "ui/import/frmImportPb.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/panels/fraFFS.h"
+#include "ui/panels/fraSounds.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
@@ -174,10 +175,23 @@ void frmPB::showFormerStates()
         job.contacts = m_contacts->store()->lastReading();
     FormerStatesDialog dialog(m_program, job, list, this);
     dialog.exec();
-    if (m_contacts && dialog.changedLists().contains(operations::RecordedList::Phonebook))
-        m_contacts->run(Command::Refresh);
+    readAgain(dialog.changedLists());
     if (interruptsFiles && !m_closeWanted)
         enterFiles(nodes::Files.toString());
+}
+
+/// What came back into the phone is read, so that no older list is written over it.
+void frmPB::readAgain(const QSet<operations::RecordedList>& changed)
+{
+    using operations::RecordedList;
+    if (m_contacts && changed.contains(RecordedList::Phonebook))
+        m_contacts->run(Command::Refresh);
+    if (m_phonebook && changed.contains(RecordedList::Phonebook))
+        m_phonebook->run(Command::Read);
+    if (m_providers && changed.contains(RecordedList::Providers))
+        m_providers->run(Command::Read);
+    if (m_fraSounds && changed.contains(RecordedList::Ringtones))
+        m_fraSounds->load();
 }
 
 QList<RowsView*> frmPB::rememberedLists() const
@@ -230,8 +244,9 @@ void frmPB::openGiven(const QString& path)
         (isOfProviders ? m_providers : m_phonebook)->openFile(path);
         return;
     }
+    const bool isAddressBook = ending == u"vcf"_s || ending == u"wab"_s;
     goTo(nodes::Phonebook.toString());
-    openImport(ending == u"vcf"_s ? ImportFrom::AddressBook : ImportFrom::File, path);
+    openImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, path);
 }
 
 /// Opens the import dialog for the list in front. A list that was never read is read ahead, so that it is not
