@@ -40,7 +40,7 @@ inline bool writeFile(const std::string& path, std::span<const std::uint8_t> byt
     std::FILE* file = std::fopen(part.c_str(), "wb");
     if (!file)
         return false;
-    const bool taken = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const bool taken = bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
     if (std::fclose(file) == 0 && taken) {
         std::filesystem::rename(part, path, error);
         if (!error)

@@ -275,7 +275,7 @@ void tst_SavedLists::contactWarnings()
         {"no such time", {.birthday = u"1970-03-1T24:00"_s}, {noBirthday.arg(u"1970-03-1T24:00"_s)}},
         {"signs", {.lastName = u"Š\\"_s, .firstName = u"ß€"_s}, {endangered.arg(u"Š€\\"_s)}},
         {"a code", {.email = u"€=@b.de\\"_s, .firstName = u"b\\"_s}, {endangered.arg(u"="_s)}},
-        {"letters", {.firstName = u"ŁÃ"_s}, {endangered.arg(u"ŁÃ"_s)}},
+        {"letters, which go as UTF-8", {.firstName = u"ŁÃ"_s}, {}},
     };
     rows.each([&](auto contact, const auto& warnings) {
         contact.home = u"1"_s;
@@ -290,8 +290,8 @@ void tst_SavedLists::refusedContacts()
         {"no text", R"([{"home": 1}])", u"x: contact 1: \"home\" must be a text"_s},
         {"a line end", R"({"home": "1\nTEL:2"})",
          u"x: contact 1: there is a line end or a NUL in \"home\""_s},
-        {"foreign letters", R"({"lastName": "Łukasz"})",
-         u"x: contact 1: there is a letter in \"lastName\" that no phone has"_s},
+        {"foreign letters", R"({"home": "Ł1"})",
+         u"x: contact 1: there is a letter in \"home\" that no phone has"_s},
         {"a field too few", R"("A","","1","","","")",
          u"x: line 1: expected seven fields: last name, first name, home, mobile, work, e-mail, birthday"_s},
         {"birthday", R"("A","","1","","","","1970-03-21")",

@@ -26,8 +26,8 @@ QByteArray manyEntries(int count)
 /// What is said of a write that failed after so many entries.
 QString failure(const QString& cause, qsizetype written, int wanted)
 {
-    return u"kalmoctl: the phonebook could not be written: %1.\n"
-           "The phone now holds %2 of %3 entries, as far as it confirmed them.\n"
+    return u"kalmoctl: could not write the phonebook: %1.\n"
+           "The phone confirmed %2 of %3 entries.\n"
            "What it held before is in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
            "To put it back: kalmoctl --port 'HOME/line' --storage 'HOME/storage' phonebook write "
            "'HOME/storage/Backup/Inhalt des Telefons vom TIME.tel'\n"_s.arg(cause)
@@ -106,7 +106,7 @@ void tst_KalmoctlLists::backupRestoresWhatWasThere()
     const QByteArray before = programs.contentOf(u"handset/phonebook.json"_s);
     const ProgramRun refused =
         programs.kalmoctl({u"-q"_s, u"--json"_s, u"-y"_s, u"phonebook"_s, u"write"_s, file});
-    QCOMPARE(refused.err, failure(u"the phone did not take them"_s, 1, 3));
+    QCOMPARE(refused.err, failure(u"the phone refused an entry"_s, 1, 3));
     QCOMPARE(refused.out, u"{\n    \"backup\": \"HOME/storage/Backup/Inhalt des Telefons vom TIME.tel\",\n"
                           "    \"verified\": null,\n    \"written\": 1\n}\n"_s);
     QCOMPARE(refused.status, 1);

@@ -32,8 +32,8 @@ inline QByteArray bytesOf(const std::vector<qint16>& samples)
 inline QByteArray little(quint32 value, int count)
 {
     QByteArray bytes;
-    for (int index = 0; index < count; ++index)
-        bytes.append(static_cast<char>(value >> 8 * index & 0xFF));
+    for (int index = 0; index < count; ++index, value >>= 8)
+        bytes.append(static_cast<char>(value & 0xFF));
     return bytes;
 }
 

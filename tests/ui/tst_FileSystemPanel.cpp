@@ -370,13 +370,13 @@ void FileSystemPanel::keysInTheList()
 {
     Panel made(u"Sounds"_s);
     made.show();
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Gong.mid"_s));
-    made.typeName(Qt::Key_F2, {}, u"Glocke.mid"_s);
-    QCOMPARE(made.current(), u"FIL_Glocke.mid"_s);
-    QVERIFY(!made.shown().contains(u"FIL_Gong.mid"_s));
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Piep.wav"_s));
+    made.typeName(Qt::Key_F2, {}, u"Glocke.wav"_s);
+    QCOMPARE(made.current(), u"FIL_Glocke.wav"_s);
+    QVERIFY(!made.shown().contains(u"FIL_Piep.wav"_s));
     const QString before = made.shown();
     for (const auto& [name, text] :
-         {std::pair{u"Piep.wav"_s, u"Im Telefon gibt es den Namen Piep.wav schon."_s},
+         {std::pair{u"Gong.mid"_s, u"Im Telefon gibt es den Namen Gong.mid schon."_s},
           {u"a/b.mid"_s, u"Im Telefon kann nichts so heißen: a/b.mid"_s}}) {
         made.expect(text);
         made.typeName(Qt::Key_F2, {}, name);
@@ -407,10 +407,10 @@ void FileSystemPanel::keysOnADeadPhone()
 {
     Panel made(u"Sounds"_s);
     made.show();
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Gong.mid"_s));
+    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Piep.wav"_s));
     made.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
     made.test.dialogs.agreeToAll(made.test.path(u"egal"_s));
-    made.typeName(Qt::Key_F2, {}, u"Glocke.mid"_s);
+    made.typeName(Qt::Key_F2, {}, u"Glocke.wav"_s);
     made.typeName(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, u"Neu"_s);
     for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return})
         QTest::keyClick(&made.list(), key);

@@ -59,7 +59,7 @@ private:
     void openFile(const QString& path);
     void tell(const QString& text);
 
-    const ExportJob& m_job;
+    ExportJob m_job;
     ExportOptions m_options;
 };
 

@@ -32,8 +32,10 @@ RoomLeft::RoomLeft(QLineEdit& field) : QObject(&field), m_field(field), m_label(
     connect(&field, &QLineEdit::textChanged, this, &RoomLeft::show);
 }
 
-bool RoomLeft::eventFilter(QObject*, QEvent* event)
+bool RoomLeft::eventFilter(QObject* watched, QEvent* event)
 {
+    if (!qobject_cast<QLineEdit*>(watched)) // the field is being destroyed
+        return false;
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         show();
     else if (event->type() == QEvent::Resize)
