@@ -70,7 +70,7 @@ void tst_WriteCommands::writes()
     rows.add("the user does not want to write what the phone can't hold", u"--quiet"_s,
              "\"A\",\"1\"\r\n\"B[\",\"2\"\r\n", ExitRefused, refused,
              u"Warning: entry 2 (B[): the phone can't hold \"[\" in a name.\nThe phone may change an entry "
-             "that it can't hold, or refuse it, and then lacks those behind it too. Write all the same?"_s,
+             "that it can't hold, or refuse it, and then lacks those after it too. Write all the same?"_s,
              [=](Shell& shell) {
                  shell.answers = QStringList{u"n"_s};
                  reading(shell);

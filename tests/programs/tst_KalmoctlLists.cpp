@@ -108,7 +108,7 @@ void tst_KalmoctlLists::backupRestoresWhatWasThere()
         programs.kalmoctl({u"-q"_s, u"--json"_s, u"-y"_s, u"phonebook"_s, u"write"_s, file});
     QCOMPARE(refused.err, failure(u"the phone refused an entry"_s, 1, 3));
     QCOMPARE(refused.out, u"{\n    \"backup\": \"HOME/storage/Backup/Inhalt des Telefons vom TIME.tel\",\n"
-                          "    \"verified\": null,\n    \"written\": 1\n}\n"_s);
+                          "    \"state\": \"unknown\",\n    \"verified\": null,\n    \"written\": 1\n}\n"_s);
     QCOMPARE(refused.status, 1);
     QCOMPARE(programs.namesIn(u"phonebook"_s), QStringList{u"A"_s});
     QCOMPARE(programs.stopHandset(), QString());

@@ -77,16 +77,19 @@ struct Panel : TestProgram
                   Qt::Key end = Qt::Key_Return)
     {
         bool wasAsked = false;
-        QTimer::singleShot(0, &panel, [&] {
+        QTimer untilAsked;
+        QObject::connect(&untilAsked, &QTimer::timeout, &panel, [&] {
             auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-            wasAsked = dialog != nullptr;
-            if (!wasAsked)
+            if (!dialog)
                 return;
+            wasAsked = true;
+            untilAsked.stop();
             auto* field = dialog->findChild<QLineEdit*>();
             field->selectAll();
             QTest::keyClicks(field, name);
             QTest::keyClick(field, end);
         });
+        untilAsked.start(0);
         QTest::keyClick(&list(), key, modifiers);
         QCoreApplication::processEvents();
         QVERIFY(wasAsked);

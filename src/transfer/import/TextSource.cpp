@@ -82,9 +82,8 @@ OpenedText openText(const QString& path, QByteArrayView bytes, Shape shape, cons
     const auto fields = fieldsOf(shape);
     for (size_t field = 0; field < fields.size(); ++field) {
         const int wanted = columnOf(opened.headings, request.headings[field]);
-        const bool isNotUsed = request.headings[field] == notUsedText; // a choice of the user, too
         opened.options.columns[field] =
-            wanted != noColumn || isNotUsed ? wanted : columnOf(opened.headings, fields[field].candidates);
+            wanted != noColumn ? wanted : columnOf(opened.headings, fields[field].candidates);
     }
     return opened;
 }

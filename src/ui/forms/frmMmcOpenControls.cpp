@@ -70,10 +70,10 @@ frmMmcOpenControls::frmMmcOpenControls(Program& program, const UploadQuestion& q
       m_description(wrapped(u"fraPrevDesc"_s, descriptionOf(question.kind))),
       m_fraBmpPrev(named(new QGroupBox, u"fraBmpPrev"_s)),
       m_imgPrev(named(new QLabel, u"imgPrev"_s, u"Vorschau des Bildes"_s)), m_label1(wrapped(u"label1"_s)),
-      m_cmbJPGCompression(named(new QComboBox, u"cmbJPGCompression"_s, u"JPG Bild Qualität"_s)),
-      m_optStretch(named(new QRadioButton(u"St&recken"_s), u"optStretch"_s)),
-      m_optCrop(named(new QRadioButton(u"Zu&schneiden"_s), u"optCrop"_s)),
-      m_optInside(named(new QRadioButton(u"&Einpassen"_s), u"optInside"_s)),
+      m_cmbJPGCompression(named(new QComboBox(this), u"cmbJPGCompression"_s, u"JPG Bild Qualität"_s)),
+      m_optStretch(named(new QRadioButton(u"St&recken"_s, this), u"optStretch"_s)),
+      m_optCrop(named(new QRadioButton(u"Zu&schneiden"_s, this), u"optCrop"_s)),
+      m_optInside(named(new QRadioButton(u"&Einpassen"_s, this), u"optInside"_s)),
       m_sound(new SoundButtons(program.context)),
       m_lblMidiToLarge(
           wrapped(u"lblMidiToLarge"_s,
@@ -146,6 +146,10 @@ QWidget* frmMmcOpenControls::makeChoices()
     } else {
         m_label1->setParent(this);
         m_label1->hide();
+        for (QWidget* control :
+             {static_cast<QWidget*>(m_cmbJPGCompression), static_cast<QWidget*>(m_optStretch),
+              static_cast<QWidget*>(m_optCrop), static_cast<QWidget*>(m_optInside)})
+            control->hide();
     }
     QWidget* trim = makeTrim();
     trim->setVisible(m_question.kind == UploadKind::Sounds);
