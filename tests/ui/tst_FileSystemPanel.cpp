@@ -72,28 +72,6 @@ struct Panel : TestProgram
         QVERIFY(QTest::qWaitForWindowActive(&panel));
         list().setFocus();
     }
-    /// Presses a key that opens the dialog for a name, types one there, and presses Enter or Escape.
-    void typeName(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& name,
-                  Qt::Key end = Qt::Key_Return)
-    {
-        bool wasAsked = false;
-        QTimer untilAsked;
-        QObject::connect(&untilAsked, &QTimer::timeout, &panel, [&] {
-            auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            wasAsked = true;
-            untilAsked.stop();
-            auto* field = dialog->findChild<QLineEdit*>();
-            field->selectAll();
-            QTest::keyClicks(field, name);
-            QTest::keyClick(field, end);
-        });
-        untilAsked.start(0);
-        QTest::keyClick(&list(), key, modifiers);
-        QCoreApplication::processEvents();
-        QVERIFY(wasAsked);
-    }
     QString current() { return panel.lvwFFs().row(panel.lvwFFs().current()).key; }
     QStringList saved() const { return QDir(target).entryList(QDir::Files); }
     void save(int item)
@@ -148,8 +126,6 @@ private Q_SLOTS:
     void aSilenceEndsOneCommandOnly();
     void nothingIsDoneInAnUnknownFolder();
     void theListingDecidesAboutAnEarlyEnd();
-    void keysInTheList();
-    void keysOnADeadPhone();
     void searchNarrowsTheList();
 };
 
@@ -367,58 +343,6 @@ void FileSystemPanel::theListingDecidesAboutAnEarlyEnd()
             made.press("open");
         }
     }
-}
-
-void FileSystemPanel::keysInTheList()
-{
-    Panel made(u"Sounds"_s);
-    made.show();
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Piep.wav"_s));
-    made.typeName(Qt::Key_F2, {}, u"Glocke.wav"_s);
-    QCOMPARE(made.current(), u"FIL_Glocke.wav"_s);
-    QVERIFY(!made.shown().contains(u"FIL_Piep.wav"_s));
-    const QString before = made.shown();
-    for (const auto& [name, text] :
-         {std::pair{u"Gong.mid"_s, u"Im Telefon gibt es den Namen Gong.mid schon."_s},
-          {u"a/b.mid"_s, u"Im Telefon kann nichts so heißen: a/b.mid"_s}}) {
-        made.expect(text);
-        made.typeName(Qt::Key_F2, {}, name);
-        QCOMPARE(made.shown(), before);
-    }
-    made.typeName(Qt::Key_F2, {}, u"Anders.mid"_s, Qt::Key_Escape);
-    QCOMPARE(made.shown(), before);
-
-    made.typeName(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, u"Neu"_s);
-    QCOMPARE(made.current(), u"FOL_Neu"_s);
-    QTest::keyClick(&made.list(), Qt::Key_Return);
-    auto& path = child<QLineEdit>(made.panel, "txtFFscDirAct");
-    QCOMPARE(path.text(), u"Mobile:\\Sounds\\Neu"_s);
-    QTest::keyClick(&made.list(), Qt::Key_Backspace);
-    QCOMPARE(path.text(), u"Mobile:\\Sounds"_s);
-    QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
-    QVERIFY(made.list().hasFocus());
-
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FOL_Neu"_s));
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        made.ask(u"1 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
-        QTest::keyClick(&made.list(), Qt::Key_Delete);
-        QCOMPARE(made.shown().contains(u"FOL_Neu"_s), answer == Answer::No);
-    }
-}
-
-void FileSystemPanel::keysOnADeadPhone()
-{
-    Panel made(u"Sounds"_s);
-    made.show();
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Piep.wav"_s));
-    made.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
-    made.test.dialogs.agreeToAll(made.test.path(u"egal"_s));
-    made.typeName(Qt::Key_F2, {}, u"Glocke.wav"_s);
-    made.typeName(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, u"Neu"_s);
-    for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return})
-        QTest::keyClick(&made.list(), key);
-    QVERIFY(!made.shown().contains(u"Glocke"_s) && !made.shown().contains(u"Neu"_s));
-    QVERIFY(made.panel.isEnabled());
 }
 
 void FileSystemPanel::searchNarrowsTheList()
