@@ -114,10 +114,12 @@ void tst_KalmoctlLists::backupRestoresWhatWasThere()
     QCOMPARE(programs.stopHandset(), QString());
     const QString backup = programs.backup();
 
-    // While the backup is written the line drops, before the phone confirms an entry.
-    QVERIFY(programs.startHandset(model + QStringList{u"--fault"_s, u"hangup-at=14"_s}));
+    // While the backup is written the line drops, after the command for the second entry.
+    QVERIFY(programs.startHandset(model + QStringList{u"--fault"_s, u"hangup-at=16"_s}));
     const ProgramRun dropped = programs.kalmoctl({u"-q"_s, u"-y"_s, u"phonebook"_s, u"write"_s, backup});
-    QCOMPARE(dropped.err, failure(u"HOME/line is gone"_s, 0, 3));
+    QCOMPARE(dropped.err, failure(u"HOME/line is gone"_s, 1, 3)
+                              .replace(u"3 entries.\n"_s,
+                                       u"3 entries. It may hold one more, which it did not confirm.\n"_s));
     QCOMPARE(dropped.status, 1);
 
     // The cable is plugged in again: the same backup still restores everything.
