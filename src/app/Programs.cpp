@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double slice = 0.05;        // seconds between two looks
-constexpr int patience = 2;           // milliseconds in which the process alone is looked after
+constexpr int patience = 6;           // milliseconds for the process alone, before the window has its turn
 constexpr qsizetype mostKept = 65536; // bytes of each stream
 
 /// Takes the bytes that have come, up to the limit.
