@@ -39,7 +39,7 @@ void previewText(const QByteArray& bytes, Shape shape, Encoding encoding)
         require(hint.count > 0);
         options = mended(options, hint);
     }
-    options.text = reopenText(path, bytes, shape, options.text).options;
+    options.text = reopenText(path, bytes, shape, opened, options.text).options;
     RebuildPreview(source, shape, options, ExistingEntries(shape, {{QString(), QString()}}), today);
 }
 

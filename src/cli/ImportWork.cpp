@@ -43,6 +43,8 @@ QString inWords(TextFault fault)
     switch (fault) {
     case TextFault::None:
         break;
+    case TextFault::NotReadable:
+        return u"it could not be read"_s;
     case TextFault::NoFirstLine:
         return u"its first line is empty, so it has no columns"_s;
     case TextFault::Binary:
@@ -119,6 +121,7 @@ bool SourceReader::readBook()
         return refuse(inWords(book.fault()));
     book.CloseWap();
     work.source.contacts = book.contacts();
+    work.source.skippedFiles = book.skippedFiles();
     return check(faultOfOptions(m_invocation, work.shape, SourceKind::AddressBook)) &&
            check(takeAddressOptions(m_invocation, work.shape, work.options.addresses));
 }

@@ -29,9 +29,9 @@ transfer::Preview makePreview(const ImportWork& work, const transfer::ExistingEn
 transfer::ExistingEntries existingEntries(const std::vector<phonedata::ClassicEntry>& entries);
 transfer::ExistingEntries existingEntries(const std::vector<phonedata::tVcfEntry>& contacts);
 
-/// The preview as JSON and as a table; what is odd goes to the notes.
+/// The preview as JSON and as a table, and its hints as lines of warnings.
 QJsonObject previewJson(const transfer::Preview& preview);
 QString previewTable(const transfer::Preview& preview);
-void noteHints(Job& job, const transfer::Preview& preview);
+QString hintLines(const transfer::Preview& preview);
 
 } // namespace kalmo::cli

@@ -141,13 +141,15 @@ QString previewTable(const Preview& preview)
                .arg(preview.existingCount());
 }
 
-void noteHints(Job& job, const Preview& preview)
+QString hintLines(const Preview& preview)
 {
+    QString lines;
     for (const transfer::ImportHint& hint : preview.hints) {
         const QString option = transfer::optionOf(hint);
-        job.out.note(u"warning: "_s + printable(transfer::englishOf(hint)) +
-                     (option.isEmpty() ? u".\n"_s : u"; see %1.\n"_s.arg(option)));
+        lines += u"warning: "_s + printable(transfer::englishOf(hint)) +
+                 (option.isEmpty() ? u".\n"_s : u"; see %1.\n"_s.arg(option));
     }
+    return lines;
 }
 
 } // namespace kalmo::cli

@@ -12,6 +12,8 @@
 #include "operations/ContactFields.h"
 #include "transfer/import/ImportSteps.h"
 
+#include <algorithm>
+
 namespace kalmo::cli {
 
 using operations::ContactEdit;
@@ -75,6 +77,7 @@ private:
         m_job.out.error(u"could not import %1: %2."_s.arg(m_path, reason));
         return ExitWrongUse;
     }
+    int tooLong() const;
     int skipped() const { return static_cast<int>(m_preview.rows.size()) - m_preview.checkedCount(); }
 
     Job& m_job;
@@ -122,10 +125,16 @@ ExitStatus ImportCommand::compare(const transfer::ExistingEntries& existing)
         return ExitRefused;
     if (m_isDryRun)
         return showDryRun();
-    noteHints(m_job, m_preview);
-    m_job.out.note(previewTable(m_preview));
+    // A question needs its subject on the screen, also with --quiet.
+    const QString shown = hintLines(m_preview) + previewTable(m_preview);
+    if (m_job.questions.someoneIsThere())
+        m_job.out.prompt(shown);
+    else
+        m_job.out.note(shown);
+    if (m_preview.checkedCount() == 0 && m_preview.existingCount() == 0)
+        return refuse(tooLong() > 0 ? u"its entries are too long"_s : u"there is nothing to import in it"_s);
     if (m_preview.checkedCount() == 0)
-        return m_preview.existingCount() > 0 ? ExitDone : refuse(u"there is nothing to import in it"_s);
+        return ExitDone;
     return m_preview.shape == Shape::Classic ? takeStep(transfer::nextClassicStep(m_preview)) : ExitDone;
 }
 
@@ -148,7 +157,7 @@ ExitStatus ImportCommand::showDryRun()
     QJsonObject json = previewJson(m_preview);
     json[u"add"_s] = m_preview.checkedCount();
     m_job.out.show(json, previewTable(m_preview));
-    noteHints(m_job, m_preview);
+    m_job.out.note(hintLines(m_preview));
     const bool isClassic = m_preview.shape == Shape::Classic;
     const ClassicStep step = isClassic ? transfer::nextClassicStep(m_preview) : ClassicStep::Ready;
     return step == ClassicStep::NumberTooLong ? takeStep(step) : ExitDone;
@@ -161,8 +170,21 @@ ExitStatus ImportCommand::showNothing()
     json[u"imported"_s] = 0;
     json[u"skipped"_s] = skipped();
     json[u"written"_s] = 0;
-    m_job.out.show(json, u"The phone holds these entries already; nothing was written.\n"_s);
+    const QString reason = tooLong() == 0
+                               ? u"The phone holds these entries already"_s
+                               : u"The phone holds %1 of these entries already, and %2 are too long"_s
+                                     .arg(m_preview.existingCount())
+                                     .arg(tooLong());
+    m_job.out.show(json, reason + u"; nothing was written.\n"_s);
     return ExitDone;
+}
+
+/// Number of rows that --skip-too-long leaves out.
+int ImportCommand::tooLong() const
+{
+    return static_cast<int>(std::ranges::count_if(m_preview.rows, [this](const transfer::PreviewRow& row) {
+        return !row.checked && !row.exists && row.isComplete(m_preview.shape);
+    }));
 }
 
 ExitStatus ImportCommand::importEntries()
@@ -201,7 +223,7 @@ std::optional<ContactPlan> ImportCommand::planContacts(const ContactEdit& edit, 
     status = compare(existingEntries(operations::contactsOf(edit.held())));
     if (status != ExitDone)
         return std::nullopt;
-    ContactPlan plan = operations::planAdd(transfer::checkedContacts(m_preview));
+    ContactPlan plan = operations::planAdd(transfer::checkedContacts(m_preview, m_job.context.log));
     if (plan.isEmpty()) {
         status = m_isDryRun ? ExitDone : showNothing();
         return std::nullopt;
@@ -218,7 +240,7 @@ std::optional<ContactPlan> ImportCommand::planContacts(const ContactEdit& edit, 
 
 std::optional<ContactPlan> ImportCommand::askAbout(ContactPlan plan)
 {
-    const Contacts contacts = transfer::checkedContacts(m_preview);
+    const Contacts contacts = transfer::checkedContacts(m_preview, m_job.context.log);
     const bool goesOn = confirmWarnings(m_job, cutLines(m_preview) + warningLines(contacts)) &&
                         m_job.questions.confirm(u"Add %1 to the phone (%2 skipped)?"_s.arg(
                             entryCount(contacts.size()), QString::number(skipped())));

@@ -51,7 +51,7 @@ ExitStatus runPreview(Job& job)
     if (!preview.isWhole)
         return ExitRefused;
     job.out.show(previewJson(preview), previewTable(preview));
-    noteHints(job, preview);
+    job.out.note(hintLines(preview));
     return ExitDone;
 }
 

@@ -64,12 +64,13 @@ private Q_SLOTS:
         row("too long left out",
             {u"classic"_s, u"--skip-too-long"_s, u"--keep-country"_s, u"--outside-line"_s, u"9"_s}, table,
             u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);
-        row("quote that is empty",
-            {u"classic"_s, u"--quote"_s, u""_s, u"--reading=simple"_s, u"--separator"_s, u"comma"_s},
+        row("quote that is empty", {u"classic"_s, u"--quote"_s, u""_s, u"--separator"_s, u"comma"_s},
             "Name,Nummer\n\"A\",1\n", u"-|Name||\nx|\"A\"|1|"_s);
         row("read as CSV by itself", classic, "Name,Nummer\n\"A, B\",1\n", u"-|Name||\nx|A, B|1|"_s);
         row("read simply", {u"classic"_s, u"--reading"_s, u"simple"_s}, "Name,Nummer\n\"A, B\",1\n",
             u"-|Name||\n-|\"A||"_s);
+        row("read as CSV by its own quote", {u"classic"_s, u"--quote"_s, u"'"_s}, "Name,Nummer\n'A, B',1\n",
+            u"-|Name||\nx|A, B|1|"_s);
         row("encoding by itself", classic, "Name;Nummer\nM\xC3\xBCller;1\n", u"-|Name||\nx|Müller|1|"_s);
         row("ANSI all the same", {u"classic"_s, u"--encoding=ansi"_s}, "Name;Nummer\nM\xC3\xBCller;1\n",
             u"-|Name||\nx|Mller|1|"_s);

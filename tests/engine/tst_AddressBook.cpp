@@ -45,6 +45,9 @@ QString described(const WabContact& contact)
             contact.birthday->toString(Qt::ISODate) + (contact.birthdayHasYear ? u""_s : u"?"_s));
     if (contact.numbersWithoutPlace > 0)
         add(u"lost", QString::number(contact.numbersWithoutPlace));
+    if (contact.lostExtensions > 0)
+        add(u"extensions", QString::number(contact.lostExtensions));
+    add(u"unread", contact.unreadBirthday);
     return words.join(u' ');
 }
 
@@ -95,7 +98,7 @@ private Q_SLOTS:
                   WabBuilder::wideList(0x8007, {u"x"_s, {}}), WabBuilder::wide(0x3A59, u"Ort"_s)});
         QCOMPARE(readBook(book.bytes()),
                  u"given=Vor middle=Mitte surname=Nach display=Anzeige nick=Ruf company=Firma "
-                 u"home=1 mobile=2 homeFax=3 work=4 workFax=5 city=Ort"_s);
+                 u"home=1 mobile=2 homeFax=3 work=4 workFax=5 city=Ort lost=1"_s);
     }
 
     void wabMails()
@@ -177,14 +180,20 @@ private Q_SLOTS:
             "TEL;CELL:0170",
             u"given=J örg surname=Müller home=030 1 mobile=0170"_s);
         row("2.1, Latin 1", "N;CHARSET=ISO-8859-1;QUOTED-PRINTABLE:M=FCller;", u"surname=Müller"_s);
+        row("2.1, other Latin and Cyrillic",
+            "N;CHARSET=ISO-8859-15:\xA4;\r\nORG;CHARSET=KOI8-R:\xD0\xC5\xD4\xD2",
+            u"surname=€ company=петр"_s);
+        row("2.1, unknown character set", "N;CHARSET=X-NONE:M\xFCller;", u"surname=Müller"_s);
         row("ANSI without a word", "N:M\xFCller;", u"surname=Müller"_s);
         row("3.0, folded and grouped",
             "VERSION:3.0\r\nN:Mei\r\n "
             "er;Pe\r\n\tter;Paul\r\nitem1.TEL;TYPE=WORK,VOICE:1\r\nitem1.X-ABLabel:x\r\n"
             "ORG:Firma\\, GmbH;Abteilung\r\nFN:P. Meier",
             u"given=Peter middle=Paul surname=Meier display=P. Meier company=Firma, GmbH work=1"_s);
-        row("4.0", "TEL;VALUE=uri;TYPE=\"cell,voice\":tel:+49-170;ext=5\r\nBDAY:19700321\r\nKIND:individual",
-            u"mobile=+49-170 birthday=1970-03-21"_s);
+        row("4.0",
+            "TEL;VALUE=uri;TYPE=\"cell,voice\":tel:+49-170;ext=5\r\nBDAY:19700321\r\nKIND:individual\r\n"
+            "TEL;TYPE=home:tel:12;phone-context=+49",
+            u"home=12 mobile=+49-170 birthday=1970-03-21 extensions=1"_s);
         row("fax", "TEL;WORK;FAX:1\r\nTEL;HOME;FAX:2\r\nTEL;FAX:3", u"homeFax=2 workFax=1 lost=1"_s);
         row("preferred first", "TEL;HOME:1\r\nTEL;HOME;PREF:2\r\nTEL;TYPE=cell:3\r\nTEL;TYPE=cell;PREF=1:4",
             u"home=2 mobile=4 lost=2"_s);
@@ -196,7 +205,7 @@ private Q_SLOTS:
         row("birthday without a year", "BDAY:--0321", u"birthday=2026-03-21?"_s);
         row("birthday with the year left out", "BDAY;X-APPLE-OMIT-YEAR=1604:1604-03-21",
             u"birthday=2026-03-21?"_s);
-        row("birthday that is a text", "BDAY;VALUE=text:circa 1800", u""_s);
+        row("birthday that is a text", "BDAY;VALUE=text:circa 1800", u"unread=circa 1800"_s);
         row("photo", "PHOTO;ENCODING=b;TYPE=JPEG:AAAA\r\n TEL:5\r\nTEL:1", u"home=1"_s);
         row("card within the card", "AGENT:\r\nBEGIN:VCARD\r\nTEL:9\r\nEND:VCARD\r\nTEL:1", u"home=1"_s);
         row("group", "KIND:group\r\nTEL:1", u""_s);
@@ -219,6 +228,7 @@ private Q_SLOTS:
         QVERIFY(write(u"b.vcf"_s, "BEGIN:VCARD\nTEL:2\nEND:VCARD\n"));
         QVERIFY(write(u"A.VCF"_s, "\xEF\xBB\xBF"
                                   "BEGIN:VCARD\nTEL:1\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nEND:VCARD\n"));
+        QVERIFY(write(u"c.vcf"_s, "no card"));
         QVERIFY(write(u"note.txt"_s, "BEGIN:VCARD\nTEL:3\nEND:VCARD\n"));
         QVERIFY(write(u"book.wab"_s, smallBook().bytes()));
 
@@ -233,6 +243,7 @@ private Q_SLOTS:
         QVERIFY(wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(described(wab.contacts()), u"home=1\nhome=2"_s); // held after closing
+        QCOMPARE(wab.skippedFiles(), QStringList(folder.filePath(u"c.vcf"_s)));
         QCOMPARE(events, (QStringList{u"start"_s, u"1/2"_s, u"2/2"_s, u"end"_s}));
         WabContact contact;
         QVERIFY(wab.GetContact(2, contact) && contact.entryNumber == 2);

@@ -135,7 +135,7 @@ void tst_Exporter::remembersPerList()
     Export made;
     ExportOptions saved{.destination = Destination::Html,
                         .separator = CsvSeparator::Tab,
-                        .replacement = u" - "_s,
+                        .replacement = u" | "_s,
                         .csvPath = u"/a/b.csv"_s,
                         .templatePath = u"/a/t.html"_s,
                         .htmlPath = u"/a/b.html"_s,
@@ -157,7 +157,7 @@ void tst_Exporter::remembersPerList()
     QCOMPARE(loaded.columns, saved.columns);
     const app::Settings& settings = made.test.settings;
     QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_optDest3"_s), u"true"_s);
-    QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_txtCsvReplace"_s), u"| - |"_s);
+    QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_txtCsvReplace"_s), u"| | |"_s);
     QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_Col_1_lvwCols"_s), u"false"_s);
 
     const auto phonebook = phonedata::makePhonebookRows();

@@ -15,6 +15,8 @@ namespace {
 
 const QDate today(2026, 11, 21);
 
+using Columns = std::array<int, mostFields>;
+
 QChar letterOf(Colour colour)
 {
     return colour == Colour::Red ? u'r' : colour == Colour::Green ? u'g' : u'-';
@@ -83,7 +85,7 @@ Preview mendedPreviewOf(const QByteArray& bytes, Shape shape)
         if (hint.canBeMended)
             made.options = mended(made.options, hint);
     }
-    made.options.text = reopenText(made.source.path, bytes, shape, made.options.text).options;
+    made.options.text = reopenText(made.source.path, bytes, shape, made.opened, made.options.text).options;
     return RebuildPreview(made.source, shape, made.options, {}, today);
 }
 
@@ -233,6 +235,12 @@ private Q_SLOTS:
         QCOMPARE(described(previewOf(contacts, Shape::Vcard)),
                  (QStringList{u"[x] Meier|Peter|+4930|0170|||21.03.1970  10:00 -------"_s,
                               u"[ ] Ohne|Nummer|||||02.01.1980  10:00 -------"_s, u"[ ] |||||| -------"_s}));
+        contacts[2].unreadBirthday = u"bald"_s;
+        contacts[2].lostExtensions = 1;
+        options.addresses.fields[PreviewMobile] = 3; // not used
+        QCOMPARE(
+            hintsOf(previewOf(contacts, Shape::Vcard, options)),
+            (QStringList{u"lost-extensions 1 (Łódź GmbH)"_s, u"birthdays 1 (bald)"_s, u"places 2 ()"_s}));
         contacts.erase(contacts.begin()); // a birthday ahead of the first row has no place
         QCOMPARE(described(previewOf(contacts, Shape::Classic)), QStringList(u"[x] ,  F|00221| ---"_s));
     }
@@ -275,6 +283,12 @@ private Q_SLOTS:
         row("dates of both orders", "Name;Nummer;Jahrestag\nA;1;25/04/2001\nB;2;12/24/2005\n", Shape::Classic,
             {u"dates 1 (12/24/2005)"_s},
             {u"[ ] Name|| r--"_s, u"[x] A|1|25.04  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s});
+        row("days", "Name;Nummer;Jahrestag\nA;1;31.02. 08:30\nB;2;29.02. 08:30\n", Shape::Classic,
+            {u"days 1 (31.02. 08:30)"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|1|31.02  08:30 ---"_s, u"[x] B|2|29.02  08:30 ---"_s});
+        row("day of another year", "Name;Telefon;Jahrestag\nA;1;29.02.2005 08:30\n", Shape::Vcard,
+            {u"days 1 (29.02.2005 08:30)"_s},
+            {u"[ ] Name|||||| -------"_s, u"[x] A||1||||29.02.2005  08:30 -------"_s});
         row("years", "Name;Telefon;Jahrestag\nA;1;24.12.\n", Shape::Vcard, {u"years 1 (24.12.)"_s},
             {u"[ ] Name|||||| -------"_s, u"[x] A||1||||24.12.2026  12:00 -------"_s});
     }
@@ -297,11 +311,56 @@ private Q_SLOTS:
         QCOMPARE(faultOf(" \r\na;b"), TextFault::None);
         QCOMPARE(faultOf(QByteArray("PK\3\4\0\0", 6)), TextFault::Binary);
         QCOMPARE(faultOf(QByteArray(20000, ',')), TextFault::TooManyColumns);
-        QCOMPARE(faultOf(QByteArray(600'000, '\n').prepend('x')), TextFault::TooLarge);
-        const OpenedSource chosen = openSource(
-            "Nachname;VORNAME;Phone Number\n", Shape::Vcard,
-            {.encoding = Encoding::Utf8, .headings = {u"vorname"_s, u"<nicht verwenden>"_s, u"gone"_s}});
-        QCOMPARE(chosen.opened.options.columns, (std::array<int, mostFields>{1, 1, 2, -1, -1, -1, -1}));
+        QCOMPARE(faultOf(QByteArray("x\r\n").repeated(250'000)), TextFault::None);
+        QCOMPARE(faultOf(QByteArray("x\n").repeated(250'000) + "y"), TextFault::TooLarge);
+        QCOMPARE(readTextFile(u"/none"_s).fault, TextFault::NotReadable);
+    }
+
+    /// A remembered heading comes first, "<nicht verwenden>" among them where a form offers it.
+    void columns()
+    {
+        const auto columnsOf = [](Shape shape, const std::array<QString, mostFields>& wanted) {
+            return openSource("Nachname;VORNAME;Phone Number;Jahrestag\n", shape, {.headings = wanted})
+                .opened.options.columns;
+        };
+        const QString unused = u"<nicht verwenden>"_s;
+        QCOMPARE(columnsOf(Shape::Vcard, {u"vorname"_s, unused, u"gone"_s}),
+                 (Columns{1, unusedColumn, 2, -1, -1, -1, 3}));
+        QCOMPARE(columnsOf(Shape::Classic, {unused, unused, unused}),
+                 (Columns{0, 2, unusedColumn, -1, -1, -1, -1}));
+    }
+
+    /// The user's columns outlive another encoding or reading of the file.
+    void columnsStay()
+    {
+        const auto reopened = [](const QByteArray& bytes, TextOptions options) {
+            const OpenedSource before =
+                openSource(bytes, Shape::Classic, {.filter = QString(), .headings = {u"B\u00FCro"_s}});
+            options.columns[1] = 1;
+            options.columns[2] = unusedColumn;
+            return reopenText(u"x.csv"_s, bytes, Shape::Classic, before.opened, options).options.columns;
+        };
+        const TextLayout comma{.separator = Separator::Comma};
+        const QByteArray sameCount = "B\xC3\xBCro,Telefon,Nummer,Jahrestag\n";
+        QCOMPARE(reopened(sameCount, {.layout = comma, .encoding = Encoding::Utf8}),
+                 (Columns{0, 1, unusedColumn, -1, -1, -1, -1}));
+        const QByteArray otherCount = "\"x,y\",Name,Nummer,Telefon\n"; // five by the simple reading
+        QCOMPARE(reopened(otherCount, {.layout = {.separator = Separator::Comma, .reading = Reading::Csv}}),
+                 (Columns{1, 2, unusedColumn, -1, -1, -1, -1}));
+    }
+
+    /// Quotes at a wrong place swallow rows: that is never silent.
+    void brokenCsv()
+    {
+        const QByteArray file = "Name;Nummer\nA;1\n\"B;2\nC;3\n";
+        const OpenedSource made = openSource(file, Shape::Classic, {.reading = Reading::Csv});
+        const Preview broken = RebuildPreview(made.source, Shape::Classic, made.options, {}, today);
+        QCOMPARE(hintsOf(broken), QStringList(u"broken 1 (#3 B;2 C;3) --reading simple"_s));
+        QCOMPARE(broken.rows.size(), 3);
+        const ImportOptions options = mended(made.options, broken.hints.front());
+        const Preview whole = RebuildPreview(made.source, Shape::Classic, options, {}, today);
+        QCOMPARE(described(whole), (QStringList{u"[ ] Name|| r--"_s, u"[x] A|1| ---"_s, u"[x] \"B|2| ---"_s,
+                                                u"[x] C|3| ---"_s}));
     }
 
     void classicSteps()
@@ -334,6 +393,8 @@ private Q_SLOTS:
 
     void vcardSteps()
     {
+        tests::TestContext test;
+        test.startLog();
         Preview preview =
             previewOf("Nachname;Vorname;Telefon;Jahrestag\nSiebzehn Zeichen.;B;1;29.02.2005 08:30\n"
                       "A;B;2;24.12.2005 08:30\n",
@@ -342,13 +403,18 @@ private Q_SLOTS:
         QCOMPARE(uncheckNumberless(preview), 1);
         QCOMPARE(nextVcardStep(preview, 1), VcardStep::NoRoom);
         QCOMPARE(nextVcardStep(preview, 2), VcardStep::Ready);
-        QCOMPARE(checkedContacts(preview),
+        QCOMPARE(checkedContacts(preview, test.log),
                  (std::vector<phonedata::tVcfEntry>{
                      {.lastName = u"Siebzehn Zeichen"_s, .home = u"1"_s, .firstName = u"B"_s}, // no such day
                      {.lastName = u"A"_s,
                       .home = u"2"_s,
                       .firstName = u"B"_s,
                       .birthday = u"2005-12-24T08:30"_s}}));
+        QCOMPARE(
+            test.logged().mid(test.logged().size() - 4),
+            (QStringList{u"DateSL55_2_Date: Enter: 29.02.2005  08:30"_s, u"DateSL55_2_Date: Result: none"_s,
+                         u"DateSL55_2_Date: Enter: 24.12.2005  08:30"_s,
+                         u"DateSL55_2_Date: Result: 2005-12-24T08:30"_s}));
         selectNone(preview);
         QCOMPARE(nextVcardStep(preview, 2), VcardStep::NothingChecked);
     }
@@ -391,6 +457,7 @@ private Q_SLOTS:
         QCOMPARE(loadImportOptions(test.settings), choices);
         test.settings.PutIniText(u"frmImportPb"_s, u"cmbField10"_s, u"99"_s);
         test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"txtAmt"_s, u"x"_s);
         QCOMPARE(loadImportOptions(test.settings), choices);
     }
 };

@@ -239,7 +239,12 @@ private Q_SLOTS:
     void betterAsCsv()
     {
         QFETCH(const QString, text);
-        QTEST(rowsBetterReadAsCsv(text, {.separator = Separator::Comma, .filter = u"\""_s}), "rows");
+        const auto rows = [](const QString& tested, const QString& quote) {
+            return rowsBetterReadAsCsv(tested, {.separator = Separator::Comma, .filter = quote});
+        };
+        QTEST(rows(text, u"\""_s), "rows");
+        QCOMPARE(rows(u"'a','b'\n'1',2"_s, u"'"_s), 1);
+        QCOMPARE(rows(text, u"'"_s), 0); // the filter names the quote
     }
 
     void encodings_data()

@@ -92,6 +92,7 @@ void makeSettings(Shown& shown)
     shown.form = std::make_unique<ui::frmEinstellungen>(shown.made.program);
 }
 
+template <ui::ImportFrom source>
 void makeImport(Shown& shown)
 {
     ui::ImportLists lists;
@@ -100,7 +101,11 @@ void makeImport(Shown& shown)
         lists = {.lvwTB = shown.rows.get(), .lvwNE = shown.rows.get()};
     else
         lists.store = std::make_shared<phonedata::VcardStore>(shown.mmc, *shown.rows);
-    shown.form = std::make_unique<ui::frmImportPb>(shown.made.program, lists, ui::ImportFrom::File);
+    auto form = std::make_unique<ui::frmImportPb>(shown.made.program, lists, source);
+    if (source == ui::ImportFrom::AddressBook)
+        form->setGiven(
+            shown.made.test.makeFile(u"a.vcf"_s, "BEGIN:VCARD\nTEL:+49 (0) 30\nORG:Firma\nEND:VCARD\n"));
+    shown.form = std::move(form);
 }
 
 void makeHelp(Shown& shown)
@@ -131,8 +136,10 @@ const Row forms[] = {
     {"area codes", u"SL450HX"_s, makeAreaCodes},
     {"former states", u"SL450HX"_s, makeFormerStates},
     {"settings", u"SL450HX"_s, makeSettings},
-    {"import of a file", u"PICASSO"_s, makeImport},
-    {"import of contacts", u"SL450HX"_s, makeImport},
+    {"import of a file", u"PICASSO"_s, makeImport<ui::ImportFrom::File>},
+    {"import of a file to contacts", u"SL450HX"_s, makeImport<ui::ImportFrom::File>},
+    {"import of an address book", u"PICASSO"_s, makeImport<ui::ImportFrom::AddressBook>},
+    {"import of an address book to contacts", u"SL450HX"_s, makeImport<ui::ImportFrom::AddressBook>},
     {"help", u"SL450HX"_s, makeHelp},
     {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},
     {"classic phonebook", u"PICASSO"_s, makeWindow, u"TB"_s},

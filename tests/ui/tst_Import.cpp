@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +18,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 using namespace kalmo;
@@ -227,6 +229,52 @@ private Q_SLOTS:
         QVERIFY(!child<QWidget>(*made.form, "fraHints").isVisible());
     }
 
+    /// A click that changes the encoding leaves the columns that the user has chosen.
+    void hintsKeepColumns()
+    {
+        Import made(u"PICASSO"_s);
+        made.open("Name;Zuhause;Nummer;Jahrestag\nM\xC3\xBCller;1;2;24.12.\n");
+        child<QComboBox>(*made.form, "cmbCsvField1").setCurrentText(u"Zuhause"_s);
+        child<QComboBox>(*made.form, "cmbCsvField2").setCurrentText(u"<nicht verwenden>"_s);
+        made.click("cmdMend_encoding");
+        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|1|"_s}));
+        made.test.dialogs.expect(transfer::messageOfTakenEntries());
+        made.click("cmdImport");
+        made.open("Name;Zuhause;Nummer;Jahrestag\nA;1;2;24.12.\n"); // the choices are remembered
+        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x A|1|"_s}));
+    }
+
+    /// A long preview keeps the window painted, and ends by the button or with the dialog.
+    void longPreview()
+    {
+        for (const bool closes : {false, true}) {
+            Import made(u"PICASSO"_s);
+            auto& cancel = child<QAbstractButton>(*made.form, "chkCancel");
+            const auto& bar = child<QWidget>(*made.form, "prg");
+            QStringList seen;
+            QTimer user;
+            connect(&user, &QTimer::timeout, made.form.get(), [&] {
+                if (!cancel.isVisible() || !seen.isEmpty())
+                    return;
+                seen.append(bar.isVisible() && !made.view().isEnabled() ? u"progress"_s : u"nothing"_s);
+                if (closes)
+                    QTest::keyClick(made.form.get(), Qt::Key_Escape);
+                else
+                    cancel.click();
+            });
+            user.start(0);
+            made.open("Name;Nummer\n" + QByteArray("Meier;030\n").repeated(200'000));
+            QCOMPARE(seen, QStringList(u"progress"_s));
+            QCOMPARE(made.rows(), QStringList());
+            QCOMPARE(made.form->isVisible(), !closes);
+            if (closes)
+                continue;
+            QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(), u"Die Vorschau wurde abgebrochen."_s);
+            made.open(table);
+            QCOMPARE(made.rows().size(), 3);
+        }
+    }
+
     void refusedFiles()
     {
         Import made(u"PICASSO"_s);
@@ -237,6 +285,9 @@ private Q_SLOTS:
         QCOMPARE(child<QLineEdit>(*made.form, "txtCsvPath").text(), u"Bitte Datei auswählen..."_s);
         QTest::keyClick(&made.view(), Qt::Key_F5);
         QCOMPARE(made.rows(), QStringList());
+        const QString folder = made.test.path(u"folder.csv"_s);
+        QVERIFY(QDir().mkpath(folder));
+        made.choose(folder, u"Die Datei %1 kann nicht gelesen werden."_s.arg(folder));
     }
 
     void contacts()
@@ -250,7 +301,8 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(made.rows().mid(1),
                  (QStringList{u"x Neumann-Oberhausen|A|030||||24.12.2005  08:30"_s, u"- B||||||"_s}));
-        made.test.dialogs.expect({.text = u"Importieren erfolgreich abgeschlossen."_s});
+        made.test.dialogs.expect(
+            {.text = u"Importieren erfolgreich abgeschlossen."_s, .icon = Icon::Information});
         made.click("cmdImport");
         QCOMPARE(made.contacts->count(), before + 1);
         const phonedata::tVcfEntry written = phonedata::vcfEntryFrom(made.contacts->row(before));
@@ -278,7 +330,8 @@ private Q_SLOTS:
         Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
         made.expectBook(made.test.makeFile(u"a.wab"_s, "no book"));
         made.test.dialogs.expect(
-            {.text = u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden."_s,
+            {.text = u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden.\n"
+                     u"Die Datei enthält weder ein Adressbuch noch vCards."_s,
              .icon = Icon::Exclamation});
         QTRY_VERIFY(!made.form->isVisible());
     }

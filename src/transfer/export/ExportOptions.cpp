@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString section = u"frmExport"_s;
-const QString blankMark = u"|"_s;       // the settings file keeps no blanks at the ends of a value
+const QString blankMark = u"|"_s;       // around a value whose blanks the settings file has to keep
 constexpr qsizetype longestValue = 255; // that the settings file gives back
 constexpr qsizetype shortestPath = 3;
 
@@ -28,7 +28,14 @@ public:
     QString text(const QString& key, const QString& fallback) const
     {
         const QString value = m_settings.GetIniText(section, m_prefix + key);
-        return value == app::noValue() ? fallback : QString(value).remove(blankMark);
+        return value == app::noValue() ? fallback : value;
+    }
+    /// A text between two marks; one without them is taken as it is.
+    QString markedText(const QString& key, const QString& fallback) const
+    {
+        const QString value = text(key, blankMark + fallback + blankMark);
+        const bool isMarked = value.size() > 1 && value.startsWith(blankMark) && value.endsWith(blankMark);
+        return isMarked ? value.sliced(1).chopped(1) : value;
     }
     bool truth(const QString& key, bool fallback) const
     {
@@ -105,7 +112,7 @@ ExportOptions loadExportOptions(const app::Context& context, const ExportSource&
     const int separator = store.number(u"cmbCsvSep"_s, static_cast<int>(source.defaultSeparator));
     const bool isSeparator = separator >= 0 && separator < separatorTable().size();
     options.separator = isSeparator ? static_cast<CsvSeparator>(separator) : source.defaultSeparator;
-    options.replacement = store.text(u"txtCsvReplace"_s, options.replacement);
+    options.replacement = store.markedText(u"txtCsvReplace"_s, options.replacement);
     options.csvPath = store.text(u"txtCsvPath"_s, defaultPath(context, source.title, u".csv"_s));
     options.templatePath = store.text(u"txtHtmlTemplatePath"_s, defaultTemplate(context.sy));
     options.htmlPath = store.text(u"txtHtmlDestPath"_s, defaultPath(context, source.title, u".html"_s));

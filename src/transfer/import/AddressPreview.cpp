@@ -3,6 +3,8 @@
 #include "transfer/import/BaseLetters.h"
 #include "transfer/import/PreviewSources.h"
 
+#include <QFileInfo>
+
 namespace kalmo::transfer {
 
 namespace {
@@ -26,8 +28,8 @@ QString exampleOf(const WabContact& contact)
 class AddressPreview
 {
 public:
-    AddressPreview(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options)
-        : m_contacts(contacts), m_options(options)
+    AddressPreview(const ImportSource& source, Shape shape, const ImportOptions& options)
+        : m_source(source), m_options(options)
     {
         m_preview.shape = shape;
     }
@@ -42,8 +44,9 @@ private:
     QString fitting(const QString& name);
     void addBirthday(const WabContact& contact, bool hasOwnRow);
     void hintAtContact(const WabContact& contact);
+    int numbersLeftOut(const WabContact& contact) const;
 
-    const std::vector<WabContact>& m_contacts;
+    const ImportSource& m_source;
     const ImportOptions& m_options;
     Preview m_preview;
     HintCounter m_hints;
@@ -52,9 +55,9 @@ private:
 Preview AddressPreview::make(const Advance& advance)
 {
     constexpr int contactsPerReport = 256;
-    const auto total = static_cast<qsizetype>(m_contacts.size());
+    const auto total = static_cast<qsizetype>(m_source.contacts.size());
     for (qsizetype index = 0; index < total && m_preview.isWhole; ++index) {
-        const WabContact& contact = m_contacts[static_cast<size_t>(index)];
+        const WabContact& contact = m_source.contacts[static_cast<size_t>(index)];
         if (m_preview.shape == Shape::Classic)
             addEntries(contact);
         else
@@ -63,6 +66,8 @@ Preview AddressPreview::make(const Advance& advance)
         if (advance && index % contactsPerReport == 0)
             m_preview.isWhole = advance(index, total);
     }
+    for (const QString& path : m_source.skippedFiles)
+        m_hints.add(HintKind::SkippedFiles, QFileInfo(path).fileName());
     m_preview.hints = m_hints.hints();
     return std::move(m_preview);
 }
@@ -156,8 +161,32 @@ QString AddressPreview::fitting(const QString& name)
 
 void AddressPreview::hintAtContact(const WabContact& contact)
 {
-    if (contact.numbersWithoutPlace > 0)
-        m_hints.add(HintKind::NumbersWithoutPlace, contact.numbersWithoutPlace, exampleOf(contact));
+    const bool takesBirthdays = m_preview.shape == Shape::Classic ? m_options.addresses.birthdays
+                                                                  : m_options.addresses.vcardBirthdays;
+    if (takesBirthdays && !contact.unreadBirthday.isEmpty())
+        m_hints.add(HintKind::UnreadBirthdays, contact.unreadBirthday);
+    if (contact.lostExtensions > 0)
+        m_hints.add(HintKind::LostExtensions, contact.lostExtensions, exampleOf(contact));
+    if (const int numbers = numbersLeftOut(contact); numbers > 0)
+        m_hints.add(HintKind::NumbersWithoutPlace, numbers, exampleOf(contact));
+}
+
+/// Of an import to contacts the numbers, too, that no field takes, such as those of faxes. For entries the
+/// user has chosen the kinds of numbers.
+int AddressPreview::numbersLeftOut(const WabContact& contact) const
+{
+    int count = contact.numbersWithoutPlace;
+    if (m_preview.shape == Shape::Classic)
+        return count;
+    for (const SubNumberKind& kind : subNumberKinds()) {
+        bool isTaken = (contact.*(kind.field)).isEmpty();
+        for (const size_t field : {PreviewHome, PreviewMobile, PreviewWork}) {
+            const auto position = static_cast<size_t>(m_options.addresses.fields[field]);
+            isTaken = isTaken || fieldOfTag(numberChoices()[position].tag) == kind.field;
+        }
+        count += isTaken ? 0 : 1;
+    }
+    return count;
 }
 
 } // namespace
@@ -170,10 +199,10 @@ QString ComposeWabName(const WabContact& contact, const SubNumberOptions& option
            second.left(leadingNumber(options.count2)) + options.end;
 }
 
-Preview previewOfContacts(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options,
+Preview previewOfContacts(const ImportSource& source, Shape shape, const ImportOptions& options,
                           const Advance& advance)
 {
-    return AddressPreview(contacts, shape, options).make(advance);
+    return AddressPreview(source, shape, options).make(advance);
 }
 
 } // namespace kalmo::transfer

@@ -141,6 +141,14 @@ std::optional<int> timePart(QStringView text)
     return seconds;
 }
 
+/// Returns true if "31.02" names a day of some year.
+bool isDayOfSomeYear(QStringView dayAndMonth)
+{
+    constexpr int leapYear = 2000;
+    return QDate(leapYear, leadingNumber(dayAndMonth.mid(3, 2)), leadingNumber(dayAndMonth.first(2)))
+        .isValid();
+}
+
 qsizetype timePlace(QStringView text)
 {
     const qsizetype blank = text.indexOf(u' ');
@@ -212,7 +220,7 @@ BirthdayCell classicBirthday(QStringView cell, DateOrder order, QDate today)
     if (cell.isEmpty())
         return {};
     if (const auto text = ParseBirthdayClassic(cell.toString()))
-        return {.text = *text};
+        return {.text = *text, .isImpossible = !isDayOfSomeYear(*text)};
     const auto read = readGeneralDate(cell, order, today);
     if (!read)
         return {};
@@ -226,7 +234,7 @@ BirthdayCell vcardBirthday(QStringView cell, const QString& defaultTime, DateOrd
     if (cell.isEmpty())
         return {};
     if (const auto text = ParseBirthdayVcard(cell.toString(), defaultTime))
-        return {.text = *text};
+        return {.text = *text, .isImpossible = !DateSL55_2_Date(*text).isValid()};
     auto read = readGeneralDate(cell, order, today);
     if (!read)
         return {};

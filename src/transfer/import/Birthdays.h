@@ -50,6 +50,7 @@ struct BirthdayCell
 {
     QString text = {}; ///< empty if it holds none
     bool hasYear = true;
+    bool isImpossible = false; ///< a day that no calendar has, like 31.02.
     DateHint hint = DateHint::None;
 };
 

@@ -110,6 +110,7 @@ bool RowCursor::next()
 {
     m_cells.clear();
     m_unquoted.clear();
+    m_valid = true;
     return m_reading == Reading::Simple ? nextSimple() : nextCsv();
 }
 
@@ -214,9 +215,9 @@ void RowCursor::takeQuotedCell()
 
 int rowsBetterReadAsCsv(QStringView text, const TextLayout& layout)
 {
-    if (!text.contains(csvQuote))
+    if (!text.contains(csvQuoteOf(layout)))
         return 0;
-    RowCursor csv(text, {.separator = layout.separator, .reading = Reading::Csv});
+    RowCursor csv(text, {.separator = layout.separator, .filter = layout.filter, .reading = Reading::Csv});
     RowCursor simple(text, {.separator = layout.separator, .filter = layout.filter});
     int different = 0;
     while (csv.next() && csv.isValid()) {

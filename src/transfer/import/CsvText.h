@@ -66,7 +66,7 @@ public:
     qsizetype columns() const { return m_columns; }
     /// A cell of the row, with all filter texts taken out; empty where the row has none.
     QString cell(qsizetype column) const;
-    /// True unless a quote stood where RFC 4180 has none. For the reading Csv.
+    /// Returns true unless the row has a quote where RFC 4180 has none. For the reading Csv.
     bool isValid() const { return m_valid; }
 
 private:
@@ -88,8 +88,8 @@ private:
     bool m_valid = true;
 };
 
-/// Number of rows that the simple reading of that layout gives otherwise than RFC 4180 does; 0 for a text
-/// without quotes, or one that is not valid by it.
+/// Number of rows that the simple reading of that layout gives otherwise than RFC 4180 does with its quote; 0
+/// for a text without quotes, or one that is not valid by it.
 int rowsBetterReadAsCsv(QStringView text, const TextLayout& layout);
 
 } // namespace kalmo::transfer

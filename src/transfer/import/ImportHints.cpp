@@ -14,6 +14,8 @@ namespace {
 constexpr std::array<HintText, hintKindCount> hintTexts = {{
     {u"reading", u"Zeilen kommen falsch heraus, weil nur manche Zellen in Anführungszeichen stehen",
      u"Als CSV lesen", u"lines come out wrong because only some cells are in quotes", u"--reading csv"},
+    {u"broken", u"Anführungszeichen stehen falsch, dort können Zeilen fehlen", u"Zeile für Zeile lesen",
+     u"quotes are at a wrong place, rows may be missing there", u"--reading simple"},
     {u"encoding", u"Umlaute und Akzente kommen falsch heraus", u"Als %1 lesen", u"letters come out wrong",
      u"--encoding"},
     {u"heading", u"Die Überschriften würden als Eintrag importiert", u"Erste Zeile weglassen",
@@ -24,6 +26,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"numbers with \"(0)\" would be dialled wrongly", u"--drop-zero"},
     {u"extensions", u"Nummern mit Durchwahl werden zu einer langen Nummer", u"",
      u"extensions become part of the number", u""},
+    {u"lost-extensions", u"Durchwahlen stehen getrennt von der Nummer und fallen weg", u"",
+     u"extensions are written apart from the number and are left out", u""},
     {u"numbers", u"Mehrere Nummern in einer Zelle werden zu einer", u"",
      u"several numbers in one cell become one", u""},
     {u"letters", u"Namen verlieren Buchstaben, die das Telefon nicht hat", u"Grundbuchstaben nehmen",
@@ -33,6 +37,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"--dates month-first"},
     {u"birthdays", u"Geburtstage sind nicht lesbar und fallen weg", u"",
      u"birthdays are not understood and left out", u""},
+    {u"days", u"Geburtstage nennen einen Tag, den es nicht gibt", u"",
+     u"birthdays name a day that does not exist", u""},
     {u"years", u"Geburtstage ohne Jahr bekommen das laufende", u"",
      u"birthdays without a year get the current one", u""},
     {u"names", u"Kontakte haben keinen Namen in den gewählten Feldern", u"Anzeige oder Firma nehmen",
@@ -41,6 +47,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"birthdays go to another contact's entry", u"--own-birthdays"},
     {u"places", u"Nummern finden keinen Platz und fallen weg", u"", u"numbers find no place and are left out",
      u""},
+    {u"files", u"Dateien im Ordner sind keine vCards und fehlen", u"",
+     u"files of the folder hold no card and are left out", u""},
 }};
 
 QStringView encodingWord(Encoding encoding)
@@ -154,6 +162,9 @@ ImportOptions mended(ImportOptions options, const ImportHint& hint)
     case HintKind::ReadAsCsv:
         options.text.layout.reading = Reading::Csv;
         break;
+    case HintKind::BrokenCsv:
+        options.text.layout.reading = Reading::Simple;
+        break;
     case HintKind::OtherEncoding:
         options.text.encoding = hint.encoding;
         break;
@@ -177,10 +188,13 @@ ImportOptions mended(ImportOptions options, const ImportHint& hint)
         break;
     case HintKind::NoNumberColumn:
     case HintKind::Extensions:
+    case HintKind::LostExtensions:
     case HintKind::SeveralNumbers:
     case HintKind::UnreadBirthdays:
+    case HintKind::ImpossibleDays:
     case HintKind::BirthdaysWithoutYear:
     case HintKind::NumbersWithoutPlace:
+    case HintKind::SkippedFiles:
         break;
     }
     return options;
@@ -224,6 +238,8 @@ void HintCounter::lookAtBirthday(QStringView cell, const BirthdayCell& birthday,
 {
     if (birthday.text.isEmpty() && digitsIn(cell) > 0)
         add(HintKind::UnreadBirthdays, cell.toString());
+    if (birthday.isImpossible)
+        add(HintKind::ImpossibleDays, cell.toString());
     if (manner.needsYear && !birthday.hasYear)
         add(HintKind::BirthdaysWithoutYear, cell.toString());
     if (manner.order == DateOrder::MonthFirst)

@@ -11,22 +11,26 @@ namespace kalmo::transfer {
 /// What is odd about a source, in the order in which it is shown.
 enum class HintKind : size_t {
     ReadAsCsv,       ///< the file is valid by RFC 4180, which gives other cells
+    BrokenCsv,       ///< read as CSV, the file has quotes at a wrong place, which may swallow rows
     OtherEncoding,   ///< the letters look like another encoding
     Heading,         ///< the heading line would be imported
     NoNumberColumn,  ///< no column of numbers was recognised
     ZeroInBrackets,  ///< "+49 (0) 221" would be dialled wrongly
     Extensions,      ///< an extension becomes part of the number
+    LostExtensions,  ///< a card's extension is left out
     SeveralNumbers,  ///< two numbers in one cell become one
     LostLetters,     ///< the handsets lack letters of names
     MixedDates,      ///< dates of which some are read day first and some month first
     UnreadBirthdays, ///< a cell of birthdays that is none
+    ImpossibleDays,  ///< a birthday on a day that no calendar has
     BirthdaysWithoutYear,
     EmptyNames,     ///< names of nothing but what is put around them
     MovedBirthdays, ///< a birthday that goes to another contact's row
-    NumbersWithoutPlace
+    NumbersWithoutPlace,
+    SkippedFiles ///< files of a folder that hold no card
 };
 
-inline constexpr size_t hintKindCount = static_cast<size_t>(HintKind::NumbersWithoutPlace) + 1;
+inline constexpr size_t hintKindCount = static_cast<size_t>(HintKind::SkippedFiles) + 1;
 
 /// What is said of a kind of hint.
 struct HintText

@@ -125,6 +125,8 @@ void mend(ImportOptions& options)
     }
     if (!isCountryCode(options.numbers.country))
         options.numbers.country = start.numbers.country;
+    if (!isOutsideLine(options.numbers.outsideDigits))
+        options.numbers.outsideDigits = start.numbers.outsideDigits;
 }
 
 } // namespace

@@ -9,7 +9,8 @@
 
 namespace kalmo::transfer {
 
-inline constexpr int noColumn = -1;
+inline constexpr int noColumn = -1;     ///< none has been chosen
+inline constexpr int unusedColumn = -2; ///< "<nicht verwenden>" has been chosen
 
 /// How a text file is read.
 struct TextOptions

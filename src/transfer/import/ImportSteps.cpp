@@ -38,6 +38,19 @@ Message nothingChecked()
             .english = u"There is nothing to import."_s};
 }
 
+/// "24.12.2005  08:30" as a contact has it: "2005-12-24T08:30"; empty for a day that does not exist.
+QString birthdayValue(const QString& text, app::DebugLog& log)
+{
+    if (text.isEmpty())
+        return {};
+    const QString name = u"DateSL55_2_Date"_s;
+    log.WriteDebugLog(name, u"Enter: "_s + text);
+    const QDateTime moment = DateSL55_2_Date(text);
+    const QString value = moment.toString(u"yyyy-MM-dd"_s) + u'T' + moment.toString(u"hh:mm"_s);
+    log.WriteDebugLog(name, u"Result: "_s + (moment.isValid() ? value : u"none"_s));
+    return moment.isValid() ? value : QString();
+}
+
 } // namespace
 
 ClassicStep nextClassicStep(Preview& preview)
@@ -197,22 +210,20 @@ Message messageOfRefusedCheck()
         .icon = Icon::Information};
 }
 
-std::vector<tVcfEntry> checkedContacts(const Preview& preview)
+std::vector<tVcfEntry> checkedContacts(const Preview& preview, app::DebugLog& log)
 {
-    return fromChecked<tVcfEntry>(preview, [](const PreviewRow& row) {
+    return fromChecked<tVcfEntry>(preview, [&log](const PreviewRow& row) {
         const auto cut = [&row](size_t field) {
             return row.cells[field].left(fieldsOf(Shape::Vcard)[field].longest);
         };
-        const QDateTime birthday = DateSL55_2_Date(row.cells[PreviewAnniversary]);
+        const QString birthday = birthdayValue(row.cells[PreviewAnniversary], log);
         return tVcfEntry{.email = cut(PreviewEmail),
                          .lastName = cut(PreviewLastName),
                          .work = cut(PreviewWork),
                          .mobile = cut(PreviewMobile),
                          .home = cut(PreviewHome),
                          .firstName = cut(PreviewFirstName),
-                         .birthday = birthday.isValid() ? birthday.toString(u"yyyy-MM-dd"_s) + u'T' +
-                                                              birthday.toString(u"hh:mm"_s)
-                                                        : QString()};
+                         .birthday = birthday};
     });
 }
 

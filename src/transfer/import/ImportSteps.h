@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/mdlDebugLog.h"
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
 #include "toolkit/Dialogs.h"
@@ -42,7 +43,7 @@ toolkit::Message messageOfUnchecked(int count);
 /// The box for a row without a number that the user has checked.
 toolkit::Message messageOfRefusedCheck();
 
-/// The checked rows as contacts, each field cut to its length.
-std::vector<phonedata::tVcfEntry> checkedContacts(const Preview& preview);
+/// The checked rows as contacts, each field cut to its length. The log gets each birthday that is read.
+std::vector<phonedata::tVcfEntry> checkedContacts(const Preview& preview, app::DebugLog& log);
 
 } // namespace kalmo::transfer

@@ -118,7 +118,7 @@ Preview RebuildPreview(const ImportSource& source, Shape shape, const ImportOpti
 {
     constexpr size_t rowsPerReport = 512;
     Preview preview = source.text ? previewOfText(source, shape, options, today, advance)
-                                  : previewOfContacts(source.contacts, shape, options, advance);
+                                  : previewOfContacts(source, shape, options, advance);
     for (size_t index = 0; index < preview.rows.size() && preview.isWhole; ++index) {
         PreviewRow& row = preview.rows[index];
         rewriteNumbers(row, shape, options.numbers);

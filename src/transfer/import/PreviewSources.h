@@ -10,9 +10,8 @@ Preview previewOfText(const ImportSource& source, Shape shape, const ImportOptio
                       const Advance& advance);
 
 /// The rows of an address book: an entry for each number of a contact (`ReadWabClassic`), or one for each
-/// contact
-/// (`ReadWabVcard`).
-Preview previewOfContacts(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options,
+/// contact (`ReadWabVcard`).
+Preview previewOfContacts(const ImportSource& source, Shape shape, const ImportOptions& options,
                           const Advance& advance);
 
 /// The name for the entry of one of a contact's numbers: the beginnings of two fields with a text behind

@@ -33,6 +33,7 @@ private:
     QString textOf(FieldKind kind, const QString& cell, HintCounter& hints) const;
     QString nameText(const QString& cell, HintCounter& hints) const;
     void hintAtReading(const QString& text);
+    void hintAtQuotes(const RowCursor& cursor, int row);
     void hintAtEncoding();
     void hintAtColumns();
     bool isHeading(const RowCursor& cursor, const PreviewRow& row) const;
@@ -68,7 +69,9 @@ void TextPreview::readRows(const QString& text, const Advance& advance)
     constexpr size_t rowsPerReport = 512;
     const auto total = static_cast<qsizetype>(text.count(u'\n'));
     RowCursor cursor(text, m_options.text.layout);
+    int number = 0;
     for (bool isFirst = true; cursor.next(); isFirst = false) {
+        hintAtQuotes(cursor, ++number);
         HintCounter ofHeading; // its cells say nothing of the others
         PreviewRow row = makeRow(cursor, isFirst ? ofHeading : m_hints);
         const bool isHeadingRow = isFirst && isHeading(cursor, row);
@@ -81,7 +84,9 @@ void TextPreview::readRows(const QString& text, const Advance& advance)
         m_preview.rows.push_back(std::move(row));
         if (m_preview.rows.size() % rowsPerReport == 0 && advance)
             m_preview.isWhole = advance(static_cast<qsizetype>(m_preview.rows.size()), total);
-        if (!m_preview.isWhole || m_preview.rows.size() >= static_cast<size_t>(mostLines))
+        // A file may grow after it was opened.
+        m_preview.isWhole = m_preview.isWhole && m_preview.rows.size() <= static_cast<size_t>(mostLines);
+        if (!m_preview.isWhole)
             break;
     }
 }
@@ -156,6 +161,13 @@ void TextPreview::hintAtReading(const QString& text)
         m_hints.add(HintKind::ReadAsCsv, rows, {});
 }
 
+/// Names the row where a file that is read as CSV is none.
+void TextPreview::hintAtQuotes(const RowCursor& cursor, int row)
+{
+    if (!cursor.isValid())
+        m_hints.add(HintKind::BrokenCsv, u'#' + QString::number(row) + u' ' + cursor.cell(0));
+}
+
 /// The first word with letters beyond ASCII, as it is read and as it would be.
 void TextPreview::hintAtEncoding()
 {
@@ -183,7 +195,7 @@ void TextPreview::hintAtEncoding()
 void TextPreview::hintAtColumns()
 {
     for (size_t field = 0; field < m_fields.size(); ++field) {
-        if (m_fields[field].kind == FieldKind::Number && m_options.text.columns[field] != noColumn)
+        if (m_fields[field].kind == FieldKind::Number && m_options.text.columns[field] >= 0)
             return;
     }
     m_hints.add(HintKind::NoNumberColumn, 1, {});

@@ -19,8 +19,9 @@ struct CardNumber
     bool isPreferred;
 };
 
-constexpr QStringView yearLeftOut =
-    u"1604"; // what address books of one maker write for a birthday without a year
+/// The year that the address books of one maker write for a birthday without one.
+constexpr QStringView yearLeftOut = u"1604";
+constexpr QStringView extensionMark = u";ext=";
 
 /// The field that the types of a number stand for, null for none.
 NumberField fieldOfTypes(const VcardLine& line)
@@ -37,11 +38,10 @@ NumberField fieldOfTypes(const VcardLine& line)
 /// A number without what an address of the kind "tel:" has around it.
 QString plainNumber(const QString& value)
 {
-    QString number = vcardText(value);
-    if (number.startsWith(u"tel:"_s, Qt::CaseInsensitive))
-        number = number.sliced(4);
-    const qsizetype extension = number.indexOf(u";ext="_s);
-    return extension < 0 ? number : number.first(extension);
+    const bool isAddress = value.startsWith(u"tel:"_s, Qt::CaseInsensitive);
+    const QString number = isAddress ? value.sliced(4) : value;
+    const qsizetype end = isAddress ? number.indexOf(u';') : number.indexOf(extensionMark);
+    return (end < 0 ? number : number.first(end)).trimmed();
 }
 
 /// One card under way: what has to wait until all its lines are known.
@@ -104,7 +104,9 @@ void CardReader::take(const VcardLine& line)
 
 void CardReader::takeNumber(const VcardLine& line)
 {
-    const QString number = plainNumber(line.text()).trimmed();
+    const QString value = vcardText(line.text());
+    const QString number = plainNumber(value);
+    m_contact.lostExtensions += value.contains(extensionMark) ? 1 : 0;
     if (!number.isEmpty() && line.hasType("PAGER"))
         ++m_contact.numbersWithoutPlace;
     else if (!number.isEmpty())
@@ -125,7 +127,8 @@ void CardReader::takeAddress(const VcardLine& line)
 /// Takes the date of "1970-03-21", "19700321", "--0321", each with a time behind it or without.
 void CardReader::takeBirthday(const VcardLine& line)
 {
-    QString date = vcardText(line.text()).trimmed();
+    const QString written = vcardText(line.text()).trimmed();
+    QString date = written;
     date = date.first(date.indexOf(u'T') < 0 ? date.size() : date.indexOf(u'T'));
     if (date.startsWith(u"--"_s) && date.size() == 6)
         date.insert(4, u'-');
@@ -136,6 +139,7 @@ void CardReader::takeBirthday(const VcardLine& line)
     const auto read = readGeneralDate(date, DateOrder::DayFirst, m_today);
     m_contact.birthday = read ? std::optional(read->date) : std::nullopt;
     m_contact.birthdayHasYear = read && read->hasYear;
+    m_contact.unreadBirthday = read ? QString() : written;
 }
 
 void CardReader::placeNumber(const CardNumber& number)

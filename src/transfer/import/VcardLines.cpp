@@ -2,6 +2,8 @@
 
 #include "app/CodePage.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 
 namespace kalmo::transfer {
@@ -92,12 +94,24 @@ QByteArray quotedPrintable(const QByteArray& value)
     return bytes;
 }
 
+/// The text in a character set, nothing if the name is unknown or the bytes are not valid by it.
+std::optional<QString> decodedBy(const QByteArray& charset, QByteArrayView bytes)
+{
+    QStringDecoder decoder(charset.constData(), QStringDecoder::Flag::Stateless);
+    if (charset.isEmpty() || !decoder.isValid())
+        return std::nullopt;
+    const QString text = decoder(bytes);
+    return decoder.hasError() ? std::nullopt : std::optional(text.normalized(QString::NormalizationForm_C));
+}
+
 } // namespace
 
 QString VcardLine::text() const
 {
     const QByteArray bytes = isQuotedPrintable ? quotedPrintable(value) : value;
-    const bool isLatin = charset.startsWith("ISO-8859-1") || charset.startsWith("WINDOWS-1252");
+    const bool isLatin = charset == "ISO-8859-1" || charset == "WINDOWS-1252";
+    if (const auto text = isLatin ? std::nullopt : decodedBy(charset, bytes))
+        return *text;
     if (isLatin || !bytes.isValidUtf8())
         return app::fromCp1252(bytes);
     return QString::fromUtf8(bytes).normalized(QString::NormalizationForm_C);

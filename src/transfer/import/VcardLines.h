@@ -26,7 +26,7 @@ struct VcardLine
 };
 
 /// Walks the lines of cards of the versions 2.1, 3.0 and 4.0. The bytes are UTF-8 where they are valid by it,
-/// else Windows-1252, unless a line names its character set.
+/// else Windows-1252, unless a line names a character set that the toolkit knows.
 class VcardLines
 {
 public:

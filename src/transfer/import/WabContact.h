@@ -40,6 +40,8 @@ struct WabContact
     QString businessFax = {};
     QString businessPage = {};
     int numbersWithoutPlace = 0; ///< telephone numbers that none of the fields could take
+    int lostExtensions = 0;      ///< extensions that a card has apart from the number
+    QString unreadBirthday = {}; ///< a text that stands for a birthday and is none
 
     bool operator==(const WabContact&) const = default;
 };

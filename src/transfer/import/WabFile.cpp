@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 
 namespace kalmo::transfer {
 
@@ -31,6 +32,10 @@ constexpr quint32 multiValued = 0x1000;
 constexpr quint32 bits8 = 0x001E;
 constexpr quint32 bits16 = 0x001F;
 constexpr quint32 systemTime = 0x0040;
+
+/// Properties of telephone numbers that a contact has no field for: of a second number at home or at work, a
+/// car, a pager and the like.
+constexpr std::array<quint32, 6> otherNumbers = {0x3A1A, 0x3A1B, 0x3A1E, 0x3A1F, 0x3A21, 0x3A2F};
 
 /// Steps over bytes, and knows when it would have stepped beyond them.
 class WabBytes
@@ -154,6 +159,8 @@ void takeProperty(WabBytes& reader, quint32 tag, WabContact& contact)
         storeEmails(contact, wabText(value, type));
     else if (QString WabContact::*field = fieldOfTag(described))
         contact.*field = wabText(value, type);
+    else if (std::ranges::find(otherNumbers, tag >> 16) != otherNumbers.end())
+        contact.numbersWithoutPlace += wabText(value, type).isEmpty() ? 0 : 1;
 }
 
 class WabReader

@@ -54,6 +54,7 @@ bool clsWab::ReadAllContacts(QDate today)
     if (m_events.BusyStart)
         m_events.BusyStart();
     m_contacts.clear();
+    m_skipped.clear();
     m_fault = AddressBookFault::None;
     for (const QString& path : std::as_const(m_files)) {
         if (!readFile(path, today))
@@ -94,7 +95,9 @@ bool clsWab::readFile(const QString& path, QDate today)
                                                               : AddressBookFault::NotAnAddressBook;
     } else if (isVcardFile(bytes)) {
         found = readVcardFile(bytes, today);
-    } else if (!m_isFolder) {
+    } else if (m_isFolder) {
+        m_skipped.append(path);
+    } else {
         m_fault = AddressBookFault::NotAnAddressBook;
     }
     m_contacts.insert(m_contacts.end(), found.begin(), found.end());

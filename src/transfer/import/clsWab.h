@@ -46,6 +46,9 @@ public:
     bool GetContact(int number, WabContact& record) const;
     const std::vector<WabContact>& contacts() const { return m_contacts; }
 
+    /// Files of the folder that hold no card, by the last reading.
+    const QStringList& skippedFiles() const { return m_skipped; }
+
     /// Why the last call failed.
     AddressBookFault fault() const { return m_fault; }
 
@@ -56,6 +59,7 @@ private:
     bool m_open = false;
     bool m_isFolder = false;
     QStringList m_files;
+    QStringList m_skipped;
     std::vector<WabContact> m_contacts;
     AddressBookFault m_fault = AddressBookFault::None;
 };

@@ -25,12 +25,6 @@ QString columnName(Shape shape, size_t field)
     return (shape == Shape::Classic ? u"cmbCsvField"_s : u"cmbCsvFieldVCF"_s) + QString::number(field);
 }
 
-/// Returns true if a column can be chosen as not used: of a classic list the birthdays alone.
-bool mayBeUnused(Shape shape, size_t field)
-{
-    return shape == Shape::Vcard || field == transfer::PreviewBirthday;
-}
-
 } // namespace
 
 TextFrame::TextFrame(Shape shape, QWidget* parent)
@@ -155,7 +149,7 @@ void TextFrame::showOpened(const QString& path, const transfer::OpenedText& open
     m_txtCsvPath->setToolTip(path);
     if (!hasFile)
         return;
-    m_headings = opened.headings;
+    m_opened = opened;
     m_cmbCsvSep->setCurrentIndex(static_cast<int>(opened.options.layout.separator));
     const QString filter = opened.options.layout.filter;
     {
@@ -167,10 +161,12 @@ void TextFrame::showOpened(const QString& path, const transfer::OpenedText& open
     for (size_t field = 0; field < static_cast<size_t>(m_columns.size()); ++field) {
         QComboBox* box = m_columns[static_cast<qsizetype>(field)];
         box->clear();
-        box->addItems(m_headings);
-        if (mayBeUnused(m_shape, field) && !m_headings.isEmpty())
+        box->addItems(opened.headings);
+        if (transfer::mayBeUnused(m_shape, transfer::fieldsOf(m_shape)[field].kind) &&
+            !opened.headings.isEmpty())
             box->addItem(transfer::notUsedText.toString());
-        box->setCurrentIndex(opened.options.columns[field]);
+        const int column = opened.options.columns[field];
+        box->setCurrentIndex(column == transfer::unusedColumn ? box->count() - 1 : column);
     }
 }
 
@@ -195,7 +191,7 @@ void TextFrame::take(transfer::TextOptions& options) const
         options.defaultTime = m_cmbTime->currentText();
     for (size_t field = 0; field < static_cast<size_t>(m_columns.size()); ++field) {
         const int column = m_columns[static_cast<qsizetype>(field)]->currentIndex();
-        options.columns[field] = column < m_headings.size() ? column : transfer::noColumn; // behind: not used
+        options.columns[field] = column < m_opened.headings.size() ? column : transfer::unusedColumn;
     }
 }
 

@@ -26,6 +26,8 @@ public:
     QString path() const { return m_path; }
     /// Shows a file as it was opened; an empty path shows that there is none.
     void showOpened(const QString& path, const transfer::OpenedText& opened);
+    /// The file as it was opened last.
+    const transfer::OpenedText& opened() const { return m_opened; }
     /// Text of the box for what encloses the cells.
     QString filter() const;
     /// The headings that are chosen, empty for none.
@@ -47,7 +49,7 @@ private:
 
     transfer::Shape m_shape;
     QString m_path;
-    QStringList m_headings;
+    transfer::OpenedText m_opened;
     QPushButton* m_cmdCsvOpen;
     QLineEdit* m_txtCsvPath;
     QComboBox* m_cmbCsvSep;

@@ -77,6 +77,7 @@ private:
     // Sources
     void openFile(int choice);
     void takeFile(const QString& path);
+    transfer::OpenedText openedText(const QString& path) const;
     void takeGiven();
     void takeBook(const QString& path);
     void tellFault(const QString& path, transfer::TextFault fault);
@@ -137,6 +138,7 @@ private:
     bool m_loading = true;
     bool m_wasShown = false;
     bool m_closeWanted = false;
+    bool m_isUnread = false; ///< the chosen file is there and can't be read
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

@@ -99,6 +99,7 @@ private:
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
     void openImport(ImportFrom source, const QString& given = {});
+    bool mayImportUnread(bool isForProviders);
     void makePanels();
     void makeClassicPanels();
     QList<ListPanel*> listPanels() const;

@@ -249,15 +249,33 @@ void frmPB::openGiven(const QString& path)
     openImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, path);
 }
 
+/// Asks if an import goes on without the phone's list, which could not be read.
+bool frmPB::mayImportUnread(bool isForProviders)
+{
+    const QString list = isForProviders ? u"Die Providerliste"_s : u"Das Telefonbuch"_s;
+    const QString result =
+        m_contacts ? QString() : u" Beim Schreiben ersetzt der Import die Liste im Telefon."_s;
+    return m_program.context.dialogs.Show(
+               {.text = list +
+                        u" konnte nicht eingelesen werden.\n"
+                        u"Kalmo erkennt daher keine Einträge, die schon vorhanden sind."_s +
+                        result + u"\nMöchten Sie trotzdem importieren?"_s,
+                .buttons = toolkit::Buttons::YesNo,
+                .icon = toolkit::Icon::Exclamation,
+                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
+}
+
 /// Opens the import dialog for the list in front. A list that was never read is read ahead, so that it is not
 /// replaced by what is imported.
 void frmPB::openImport(ImportFrom source, const QString& given)
 {
     const bool isForProviders = m_toolbarMode == ModeProviders;
-    const bool isRead = m_contacts       ? m_contacts->isRead()
-                        : isForProviders ? m_providers->isRead()
-                                         : m_phonebook->isRead();
-    if (!isRead) {
+    const auto isRead = [this, isForProviders] {
+        return m_contacts       ? m_contacts->isRead()
+               : isForProviders ? m_providers->isRead()
+                                : m_phonebook->isRead();
+    };
+    if (!isRead()) {
         m_program.context.dialogs.Show(
             {.text =
                  isForProviders
@@ -268,8 +286,8 @@ void frmPB::openImport(ImportFrom source, const QString& given)
         goTo((isForProviders ? nodes::Providers : nodes::Phonebook).toString());
     }
     // From a timer, so that the menu has closed before the dialog opens.
-    QTimer::singleShot(0, this, [this, source, given, isForProviders] {
-        if (m_sta->isBusy() || m_isClosing)
+    QTimer::singleShot(0, this, [this, source, given, isForProviders, isRead] {
+        if (m_sta->isBusy() || m_isClosing || (!isRead() && !mayImportUnread(isForProviders)))
             return;
         ImportLists lists;
         if (m_contacts)

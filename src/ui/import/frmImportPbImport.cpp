@@ -1,0 +1,113 @@
+// The import's dialog: what is checked goes into the lists, or into the phone.
+
+#include "app/Version.h"
+#include "transfer/import/ImportSteps.h"
+#include "ui/forms/ContactCommands.h"
+#include "ui/import/frmImportPb.h"
+#include "ui/import/NumberFrame.h"
+#include "ui/import/PreviewModel.h"
+#include "ui/import/TextFrame.h"
+#include "ui/window/StatusArea.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using phonedata::Store;
+using transfer::Shape;
+
+void frmImportPb::cmdImport_Click()
+{
+    if (m_sta->isBusy() || m_building.isValid() || m_numberFrame->rejectsFields())
+        return;
+    if (m_shape == Shape::Classic)
+        ImportToClassicList();
+    else
+        ImportToVcardStore();
+}
+
+void frmImportPb::ImportToClassicList()
+{
+    using transfer::ClassicStep;
+    toolkit::Dialogs& dialogs = m_program.context.dialogs;
+    ClassicStep step = ClassicStep::Ready;
+    m_model->change([&step](transfer::Preview& preview) { step = transfer::nextClassicStep(preview); });
+    if (step != ClassicStep::Ready) {
+        const toolkit::Answer answer = dialogs.Show(transfer::messageFor(step));
+        if (step != ClassicStep::NameTooLong || answer != toolkit::Answer::Yes)
+            return;
+        m_model->change(transfer::shortenNames);
+        dialogs.Show(transfer::messageOfShortening());
+        return;
+    }
+    const bool isForProviders = m_optDest1->isChecked();
+    std::vector<toolkit::ListRow> rows;
+    if (isForProviders) {
+        for (const phonedata::ProviderEntry& entry : transfer::checkedProviders(m_model->preview()))
+            rows.push_back(phonedata::toRow(entry));
+        m_lists.lvwNE->addAll(std::move(rows));
+        m_program.memory.NeDirty = true;
+    } else {
+        for (const phonedata::ClassicEntry& entry : transfer::checkedEntries(m_model->preview()))
+            rows.push_back(phonedata::toRow(entry));
+        m_lists.lvwTB->addAll(std::move(rows));
+        m_program.memory.TbDirty = true;
+    }
+    Q_EMIT entriesAdded(isForProviders ? Store::Providers : Store::Phonebook);
+    dialogs.Show(transfer::messageOfTakenEntries());
+    saveOptions();
+}
+
+void frmImportPb::ImportToVcardStore()
+{
+    using transfer::VcardStep;
+    toolkit::Dialogs& dialogs = m_program.context.dialogs;
+    int unchecked = 0;
+    m_model->change(
+        [&unchecked](transfer::Preview& preview) { unchecked = transfer::uncheckNumberless(preview); });
+    if (unchecked > 0)
+        dialogs.Show(transfer::messageOfUnchecked(unchecked));
+    const int freePlaces = m_lists.store->freePlaces();
+    const VcardStep step = transfer::nextVcardStep(m_model->preview(), freePlaces);
+    if (step != VcardStep::Ready) {
+        dialogs.Show(transfer::messageFor(step, m_model->preview(), freePlaces));
+        return;
+    }
+    bool isDone = false;
+    {
+        m_sta->offerCancel(false);
+        const toolkit::BusyScope busy(m_sta);
+        m_sta->setText(u"Datensätze werden importiert..."_s);
+        m_sta->progress().start(0, 0);
+        isDone = importContacts(*m_lists.store,
+                                transfer::checkedContacts(m_model->preview(), m_program.context.log),
+                                m_sta->progress());
+        m_sta->progress().hide();
+    }
+    if (!isDone)
+        dialogs.Show({.text = u"Es ist ein Fehler beim Importieren aufgetreten."_s,
+                      .title = app::productName() + u" - Datensätze Importieren"_s,
+                      .icon = toolkit::Icon::Exclamation});
+    // The box of success follows that of a failure on purpose.
+    dialogs.Show({.text = u"Importieren erfolgreich abgeschlossen."_s, .icon = toolkit::Icon::Information});
+    m_sta->setText(u"Importieren erfolgreich abgeschlossen."_s);
+    saveOptions();
+    if (!isDone)
+        QDialog::reject();
+}
+
+void frmImportPb::saveOptions()
+{
+    m_remembered.options = options();
+    m_remembered.refreshAtOnce = m_chkAutoRefresh->isChecked();
+    if (m_textFrame && m_shape == Shape::Classic) {
+        const QStringList headings = m_textFrame->chosenHeadings();
+        for (size_t field = 0; field < m_remembered.classicHeadings.size(); ++field)
+            m_remembered.classicHeadings[field] = headings.value(static_cast<qsizetype>(field));
+    }
+    transfer::SaveImportOptions(m_program.context.settings, m_remembered);
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,207 @@
+// The import's dialog: files and address books that it opens.
+
+#include "app/Files.h"
+#include "app/Version.h"
+#include "ui/import/AddressFrame.h"
+#include "ui/import/frmImportPb.h"
+#include "ui/import/TextFrame.h"
+#include "ui/window/StatusArea.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using transfer::Shape;
+
+namespace {
+
+const QString dialogUse = u"frmImportPb"_s; // of the remembered folder
+constexpr double pauseBeforeBook = 0.1;     // seconds
+
+QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
+{
+    using transfer::AddressBookFault;
+    switch (fault) {
+    case AddressBookFault::None:
+        break;
+    case AddressBookFault::NotThere:
+        return u"Es gibt keine solche Datei."_s;
+    case AddressBookFault::NotReadable:
+        return u"Prüfen Sie, ob Sie Leserecht haben."_s;
+    case AddressBookFault::TooLarge:
+        return u"Es ist größer als 64 MB."_s;
+    case AddressBookFault::NotAnAddressBook:
+        return isFolder ? u"In diesem Ordner sind keine vCard-Dateien."_s
+                        : u"Die Datei enthält weder ein Adressbuch noch vCards."_s;
+    case AddressBookFault::OldLayout:
+        return u"Es stammt aus Windows 95; diese Form kann Kalmo nicht lesen."_s;
+    case AddressBookFault::TooManyContacts:
+        return u"Es enthält mehr als 100000 Kontakte."_s;
+    }
+    return {};
+}
+
+} // namespace
+
+void frmImportPb::openFile(int choice)
+{
+    const bool isFree = choice == 0;
+    app::Context& context = m_program.context;
+    const QString folder = isFree ? app::GetLastInitDir(context, dialogUse)
+                                  : QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
+    const QString path = context.dialogs.OpenFile(
+        {.title = app::productName() + u" - Datei importieren"_s,
+         .folder = folder,
+         .types = {{u"Importdateien (*.csv; *.txt; *.tel)"_s, {u"*.csv"_s, u"*.txt"_s, u"*.tel"_s}},
+                   {u"Alle Dateien (*.*)"_s, {u"*"_s}}}});
+    if (path.isEmpty()) {
+        m_textFrame->showOpened({}, {});
+        return;
+    }
+    takeFile(path);
+    if (isFree)
+        app::SetLastInitDir(context, dialogUse, path);
+}
+
+void frmImportPb::takeFile(const QString& path)
+{
+    m_loading = true;
+    m_sta->setText(u"Lese "_s + path + u"..."_s);
+    m_mended = m_remembered.options;
+    const transfer::OpenedText opened = openedText(path);
+    const bool isFine = opened.fault == transfer::TextFault::None;
+    m_textFrame->showOpened(isFine ? path : QString(), opened);
+    m_sta->setText({});
+    m_loading = false;
+    if (!isFine)
+        tellFault(path, opened.fault);
+    RebuildPreview();
+}
+
+/// The file as the dialog opens it: as ANSI, line by line.
+transfer::OpenedText frmImportPb::openedText(const QString& path) const
+{
+    const transfer::TextFile file = transfer::readTextFile(path);
+    if (file.fault != transfer::TextFault::None)
+        return {.fault = file.fault};
+    transfer::TextRequest request{.reading = transfer::Reading::Simple};
+    for (size_t field = 0; field < transfer::fieldsOf(m_shape).size(); ++field)
+        request.headings[field] = m_shape == Shape::Classic ? m_remembered.classicHeadings[field]
+                                                            : m_remembered.vcardHeadings[field];
+    transfer::OpenedText opened = transfer::openText(path, file.bytes, m_shape, request);
+    if (opened.options.layout.filter.isEmpty() && !m_textFrame->filter().isEmpty()) {
+        request.filter = m_textFrame->filter(); // the user's filter stays
+        opened = transfer::openText(path, file.bytes, m_shape, request);
+    }
+    return opened;
+}
+
+void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
+{
+    using transfer::TextFault;
+    QString text;
+    switch (fault) {
+    case TextFault::None:
+        return;
+    case TextFault::NotReadable:
+        text = u"Die Datei %1 kann nicht gelesen werden. Prüfen Sie, ob Sie Leserecht haben."_s;
+        break;
+    case TextFault::NoFirstLine:
+        text = u"Die Datei %1 enthält keine Daten in der ersten Zeile anhand derer sich die Spalten erkennen "
+               u"lassen.\n"
+               u"Wenn Sie die Datei von Hand bearbeitet haben, sorgen Sie dafür, daß sich in der ersten "
+               u"Zeile Daten "
+               u"(am besten die Spaltennamen) befinden."_s;
+        break;
+    case TextFault::Binary:
+        text = u"Die Datei %1 ist keine Textdatei. Speichern Sie eine Tabelle zuerst als CSV."_s;
+        break;
+    case TextFault::TooManyColumns:
+        text = u"Die Datei %1 hat mehr als 16384 Spalten."_s;
+        break;
+    case TextFault::TooLarge:
+        text = u"Die Datei %1 ist größer als 32 MB oder hat mehr als 250000 Zeilen."_s;
+        break;
+    }
+    m_program.context.dialogs.Show({.text = text.arg(path), .icon = toolkit::Icon::Exclamation});
+}
+
+/// The first thing that is seen of an address book is the question for it.
+void frmImportPb::activateBook()
+{
+    m_program.context.clock.WaitSeconds(pauseBeforeBook);
+    askForBook(false);
+    if (!m_bookPath.isEmpty() && m_book.fault() != transfer::AddressBookFault::None)
+        QDialog::reject();
+}
+
+void frmImportPb::askForBook(bool isFolder)
+{
+    app::Context& context = m_program.context;
+    const QString title = app::productName() + u" - Adressbuch öffnen"_s;
+    const QString folder = app::GetLastInitDir(context, dialogUse);
+    const QString path = isFolder
+                             ? context.dialogs.PickFolder(title, folder)
+                             : context.dialogs.OpenFile(
+                                   {.title = title,
+                                    .folder = folder,
+                                    .types = {{u"Adressbücher (*.wab; *.vcf)"_s, {u"*.wab"_s, u"*.vcf"_s}},
+                                              {u"Alle Dateien (*.*)"_s, {u"*"_s}}}});
+    if (!path.isEmpty())
+        takeBook(path);
+}
+
+void frmImportPb::takeGiven()
+{
+    if (m_from == ImportFrom::AddressBook)
+        takeBook(m_given);
+    else
+        takeFile(m_given);
+}
+
+void frmImportPb::takeBook(const QString& path)
+{
+    m_bookPath = path;
+    m_mended = m_remembered.options;
+    if (!readBook(path))
+        return;
+    app::SetLastInitDir(m_program.context, dialogUse, path);
+    m_addressFrame->showPath(path);
+    RebuildPreview();
+}
+
+bool frmImportPb::readBook(const QString& path)
+{
+    const bool isRead = m_book.OpenWab(path) && m_book.ReadAllContacts(m_program.context.clock.Now().date());
+    m_book.CloseWap();
+    if (isRead)
+        return true;
+    const QString reason = reasonOf(m_book.fault(), QFileInfo(path).isDir());
+    m_program.context.dialogs.Show(
+        {.text =
+             u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden.\n"_s + reason,
+         .icon = toolkit::Icon::Exclamation});
+    return false;
+}
+
+void frmImportPb::mend(const transfer::ImportHint& hint)
+{
+    using transfer::HintKind;
+    m_mended = transfer::mended(options(), hint);
+    const bool changesText = hint.kind == HintKind::ReadAsCsv || hint.kind == HintKind::BrokenCsv ||
+                             hint.kind == HintKind::OtherEncoding;
+    if (m_textFrame && changesText) {
+        m_loading = true;
+        const QString path = m_textFrame->path();
+        const transfer::TextFile file = transfer::readTextFile(path);
+        if (file.fault == transfer::TextFault::None)
+            m_textFrame->showOpened(
+                path, transfer::reopenText(path, file.bytes, m_shape, m_textFrame->opened(), m_mended.text));
+        m_loading = false;
+    }
+    RebuildPreview();
+}
+
+} // namespace kalmo::ui
