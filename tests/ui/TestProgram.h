@@ -27,25 +27,30 @@ struct RecordedDesktop : app::Desktop
     }
 };
 
-/// What the forms work with, made of fakes, and an emulated handset on the line.
+/// What the forms work with, made of fakes, and an emulated handset on the line. The script of `test.dialogs`
+/// answers the boxes, unless there is another user.
 struct TestProgram
 {
-    explicit TestProgram(const QString& model, handset::Options options = {})
-        : port(test.clock, test.verdict, (options.model = model, options))
+    explicit TestProgram(const QString& model, handset::Options options = {},
+                         toolkit::Dialogs* user = nullptr)
+        : context{test.sy,       test.clock, user ? *user : test.dialogs, test.ending, test.platform,
+                  test.settings, test.log},
+          port(test.clock, test.verdict, (options.model = model, options))
     {
         test.sy.PhoneType = port.handset().phone().family.number;
         test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
     }
 
     TestContext test;
+    app::Context context;
     HandsetPort port;
-    link::Line line{test.context, port};
+    link::Line line{context, port};
     RecordedDesktop desktop;
     NoDevices devices;
     link::PortTable ports{test.settings, devices};
     phonedata::PhoneMemory memory;
     RecordedProgress progress;
-    ui::Program program{test.context, line, desktop, ports, memory};
+    ui::Program program{context, line, desktop, ports, memory};
 };
 
 /// A form's widget by its object name, which it must have.

@@ -1,0 +1,237 @@
+#include "ui/RandomUser.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace kalmo::tests {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype tracedActs = 60;
+
+const QStringList texts = {u"Müller"_s,
+                           u"0301234567"_s,
+                           u"+49 30 12 34"_s,
+                           {},
+                           u"Ä ö ü ß €"_s,
+                           u"12:30"_s,
+                           u"31.12."_s,
+                           u"wer@wo.de"_s,
+                           u"25:99"_s,
+                           u"../neu"_s,
+                           u"*#"_s,
+                           u"neu"_s,
+                           u"abcdefghijklmnopqrstuvwxyz"_s};
+
+/// With Ctrl.
+constexpr int letters[] = {Qt::Key_N, Qt::Key_A, Qt::Key_C, Qt::Key_F, Qt::Key_E, Qt::Key_I,
+                           Qt::Key_O, Qt::Key_S, Qt::Key_L, Qt::Key_T, Qt::Key_Z};
+constexpr int plainKeys[] = {Qt::Key_Tab,    Qt::Key_Down,   Qt::Key_Up,   Qt::Key_Return,   Qt::Key_Space,
+                             Qt::Key_Delete, Qt::Key_Escape, Qt::Key_F2,   Qt::Key_F5,       Qt::Key_Home,
+                             Qt::Key_End,    Qt::Key_Right,  Qt::Key_Left, Qt::Key_Backspace};
+constexpr int sections[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4};
+
+QString nameOf(const QWidget& widget)
+{
+    const QString text = widget.property("text").toString();
+    return QString::fromLatin1(widget.metaObject()->className()) + u' ' + widget.objectName() +
+           (text.isEmpty() ? QString() : u" \""_s + text.left(40) + u'"');
+}
+
+/// Everything that takes keys or clicks now.
+QList<QWidget*> controlsOf(const QWidget& window)
+{
+    QList<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool isUsable = widget->isVisible() && widget->isEnabled() && widget->window() == &window;
+        if (isUsable && (widget->focusPolicy() != Qt::NoFocus || qobject_cast<QAbstractButton*>(widget) ||
+                         qobject_cast<QMenuBar*>(widget)))
+            controls.append(widget);
+    }
+    return controls;
+}
+
+/// The window in front: a dialog before the others.
+QWidget* windowInFront()
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && !qobject_cast<QMenu*>(widget))
+            return widget;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+QString RandomDialogs::OpenFile(const toolkit::FileRequest&)
+{
+    const QFileInfoList files = QDir(m_folder).entryInfoList(QDir::Files, QDir::Name);
+    const auto chosen = static_cast<qsizetype>(m_random.bounded(files.size() + 1));
+    return chosen < files.size() ? files[chosen].filePath() : QString();
+}
+
+QString RandomDialogs::SaveFile(const toolkit::FileRequest& request)
+{
+    const QString pattern = request.types.empty() ? u"*.txt"_s : request.types.front().patterns.value(0);
+    const auto number = m_random.bounded(3);
+    return number == 0 ? QString() : m_folder + u"/saved%1%2"_s.arg(number).arg(pattern.sliced(1));
+}
+
+QString RandomDialogs::PickFolder(const QString&, const QString&)
+{
+    return m_random.bounded(3) == 0 ? QString() : m_folder;
+}
+
+RandomUser::RandomUser(QRandomGenerator& random, std::function<bool()> isBusy)
+    : m_random(random), m_isBusy(std::move(isBusy))
+{
+}
+
+void RandomUser::start()
+{
+    QTimer::singleShot(0, this, &RandomUser::act);
+}
+
+bool RandomUser::hasLeft()
+{
+    return !QApplication::activePopupWidget() && !QApplication::activeModalWidget();
+}
+
+void RandomUser::note(const QString& what)
+{
+    ++m_acts;
+    m_trace.append(what);
+    if (m_trace.size() > tracedActs)
+        m_trace.removeFirst();
+    if (qEnvironmentVariableIsSet("KALMO_TRACE"))
+        std::fprintf(stderr, "%d %s\n", m_acts, qPrintable(what));
+}
+
+/// The next act is planned first: this one may open a dialog with an event loop of its own.
+void RandomUser::act()
+{
+    QTimer::singleShot(0, this, &RandomUser::act);
+    QWidget* popup = QApplication::activePopupWidget();
+    QWidget* window = windowInFront();
+    if (auto* menu = qobject_cast<QMenu*>(popup))
+        useMenu(*menu);
+    else if (popup)
+        press(*popup, m_isLeaving || below(3) == 0 ? Qt::Key_Escape : plainKeys[below(4)]);
+    else if (auto* box = qobject_cast<QMessageBox*>(window))
+        answer(*box);
+    else if (window && m_isLeaving && window == QApplication::activeModalWidget())
+        press(*window, Qt::Key_Escape);
+    else if (window && m_isBusy())
+        disturb(*window);
+    else if (window && !m_isLeaving && !window->isModal() && !window->inherits("QMainWindow") &&
+             below(8) == 0)
+        press(*window, Qt::Key_Escape); // the help, which stays in front
+    else if (window && !m_isLeaving)
+        use(*window);
+}
+
+/// Somebody who waits for the end of an operation presses a key now and then.
+void RandomUser::disturb(QWidget& window)
+{
+    const int chance = m_isLeaving ? 1 : below(600);
+    if (chance == 0)
+        press(window, Qt::Key_Escape);
+    else if (chance < 3 && !m_isLeaving)
+        press(window, plainKeys[below(std::ssize(plainKeys))]);
+}
+
+void RandomUser::useMenu(QMenu& menu)
+{
+    const int chance = m_isLeaving ? 0 : below(10);
+    if (chance == 0)
+        press(menu, Qt::Key_Escape);
+    else if (chance < 7)
+        press(menu, Qt::Key_Down);
+    else
+        press(menu, Qt::Key_Return);
+}
+
+void RandomUser::answer(QMessageBox& box)
+{
+    const QList<QAbstractButton*> buttons = box.buttons();
+    QAbstractButton* button = buttons[below(static_cast<int>(buttons.size()))];
+    note(u"%1 to: %2"_s.arg(button->text(), box.text().simplified().left(100)));
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void RandomUser::use(QWidget& window)
+{
+    QWidget* focus = window.focusWidget() ? window.focusWidget() : &window;
+    const QList<QWidget*> controls = controlsOf(window);
+    const int chance = below(20);
+    if (chance < 11 && !controls.isEmpty())
+        useControl(*controls[below(static_cast<int>(controls.size()))]);
+    else if (chance < 15)
+        press(*focus, plainKeys[below(std::ssize(plainKeys))]);
+    else if (chance < 17)
+        press(*focus, letters[below(std::ssize(letters))], Qt::ControlModifier);
+    else if (chance < 18)
+        press(*focus, sections[below(std::ssize(sections))], Qt::AltModifier);
+    else
+        type(*focus);
+}
+
+void RandomUser::useControl(QWidget& control)
+{
+    note(u"click "_s + nameOf(control));
+    if (auto* view = qobject_cast<QAbstractItemView*>(&control); view && view->model()) {
+        const int rows = view->model()->rowCount();
+        const QModelIndex row = rows > 0 ? view->model()->index(below(rows), 0) : QModelIndex();
+        view->scrollTo(row);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton,
+                          below(4) == 0 ? Qt::ControlModifier : Qt::KeyboardModifiers(),
+                          view->visualRect(row).center());
+    } else if (auto* bar = qobject_cast<QMenuBar*>(&control)) {
+        QAction* menu = bar->actions()[below(static_cast<int>(bar->actions().size()))];
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu).center());
+    } else if (auto* tabs = qobject_cast<QTabBar*>(&control)) {
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(below(tabs->count())).center());
+    } else {
+        QTest::mouseClick(&control, Qt::LeftButton);
+    }
+}
+
+void RandomUser::type(QWidget& field)
+{
+    const QString& text = texts[below(static_cast<int>(texts.size()))];
+    note(u"type \"%1\" into %2"_s.arg(text, nameOf(field)));
+    const QPointer<QWidget> there(&field);
+    if (below(2) == 0 && qobject_cast<QLineEdit*>(&field))
+        QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+    for (const QChar character : text) {
+        if (there && there->isVisible() && there->isEnabled())
+            QTest::sendKeyEvent(QTest::Click, there, Qt::Key_unknown, QString(character), Qt::NoModifier);
+    }
+}
+
+void RandomUser::press(QWidget& target, int key, Qt::KeyboardModifiers modifiers)
+{
+    note(QKeySequence(key | static_cast<int>(modifiers)).toString() + u" in "_s + nameOf(target));
+    QTest::keyClick(&target, static_cast<Qt::Key>(key), modifiers);
+}
+
+} // namespace kalmo::tests
