@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <span>
+
 using namespace kalmo;
 using namespace kalmo::tests;
 using handset::Faults;
@@ -29,18 +31,33 @@ constexpr Kind dataFaults[] = {
     {"line gone", [](Faults& faults, int at) { faults.hangUpAfter = 400 * at; }},
 };
 
+/// Each strikes at a command of a classic handset.
+constexpr Kind commandFaults[] = {
+    {"refusal", [](Faults& faults, int at) { faults.refuseCommandAt = at; }},
+    {"silence", [](Faults& faults, int at) { faults.silentAfter = at; }},
+    {"line gone", [](Faults& faults, int at) { faults.hangUpAt = at; }},
+};
+
+bool isClassic(const QString& model)
+{
+    return model == u"PICASSO"_s;
+}
+
 std::unique_ptr<Handset> makeHandset(const QString& model)
 {
     auto handset = std::make_unique<Handset>(handset::Options{.model = model, .atOnce = true});
     handset->file(u"one.json"_s, R"([{"lastName":"Neu","home":"1"}])");
     handset->file(u"few.json"_s,
                   R"([{"lastName":"Neu","home":"1"},{"lastName":"Mutter","home":"052134567"}])");
+    handset->file(u"three.csv"_s, "Name;Nummer\nAnton;0301\nBerta;0302\nCarla;0303\n");
     return handset;
 }
 
+/// An entry without a name goes back under the name that it is shown with.
 QStringList memoryOf(const Handset& handset)
 {
-    return tests::memoryOf(const_cast<Handset&>(handset).port.handset().phone());
+    return tests::memoryOf(const_cast<Handset&>(handset).port.handset().phone())
+        .replaceInStrings(u"\"name\":\"\""_s, u"\"name\":\"Ohne Name\""_s);
 }
 
 QString stateIn(const QString& printed)
@@ -81,6 +98,8 @@ void tst_ChangeFaults::anyFaultAtAnyRequest_data()
     QTest::newRow("set") << u"SL450HX"_s << u"phonebook set 0002 one.json"_s;
     QTest::newRow("delete") << u"SL450HX"_s << u"phonebook delete 0001 0003"_s;
     QTest::newRow("write") << u"SL450HX"_s << u"phonebook write few.json"_s;
+    QTest::newRow("import of contacts") << u"SL450HX"_s << u"phonebook import three.csv"_s;
+    QTest::newRow("import of entries") << u"PICASSO"_s << u"phonebook import three.csv"_s;
 }
 
 void tst_ChangeFaults::anyFaultAtAnyRequest()
@@ -93,10 +112,13 @@ void tst_ChangeFaults::anyFaultAtAnyRequest()
     QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
     const QStringList wanted = memoryOf(*calm);
     QVERIFY(wanted != before);
-    const int requests = calm->port.handset().phone().faults.requests;
-    const int step = std::max(1, requests / 10); // a list of many contacts repeats itself
-    for (const Kind& kind : dataFaults) {
-        for (int at = 1; at <= requests; at += step) {
+    const Faults& counted = calm->port.handset().phone().faults;
+    const int count = isClassic(model) ? counted.commands : counted.requests;
+    const int step = std::max(1, count / 10); // a list of many contacts repeats itself
+    const std::span<const Kind> kinds =
+        isClassic(model) ? std::span<const Kind>(commandFaults) : std::span<const Kind>(dataFaults);
+    for (const Kind& kind : kinds) {
+        for (int at = 1; at <= count; at += step) {
             Faults faults;
             kind.set(faults, at);
             const QByteArray why = kind.name + QByteArray(" at ") + QByteArray::number(at) + ": ";

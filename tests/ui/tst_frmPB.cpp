@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +24,7 @@
 #include <QSignalSpy>
 #include <QStackedLayout>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace kalmo;
@@ -115,6 +117,7 @@ private Q_SLOTS:
     void contactsAreDeletedAtOnce();
     void filesComeBackBehindCommands();
     void givenFileIsOpened();
+    void importReadsTheListAhead();
     void filesHaveKeysOfTheirOwn();
     void connectionIsShown();
     void secretWordsAreHeard();
@@ -410,6 +413,36 @@ void frmPBTest::givenFileIsOpened()
     QVERIFY(open.memory.TbDirty);
     QVERIFY(open.entriesInPhone() > 1);
     open.memory.TbDirty = false;
+}
+
+/// An import reads the list ahead. Without it the user decides.
+void frmPBTest::importReadsTheListAhead()
+{
+    OpenWindow open(u"PICASSO"_s);
+    const QString path = open.test.makeFile(u"a.csv"_s, "Name;Nummer\nMUTTER;052134567\n");
+    open.port.handset().setFaults({.refuseCommandAt = 1});
+    for (const char* box :
+         {"Fehler beim Zugriff auf das Telefon", "Das Telefonbuch wurde bisher noch nicht eingelesen.",
+          "Fehler beim Zugriff auf das Telefon"})
+        open.test.dialogs.expectStart(QString::fromUtf8(box));
+    open.test.dialogs.expectStart(u"Das Telefonbuch konnte nicht eingelesen werden."_s, Buttons::YesNo,
+                                  Answer::No);
+    open.window.openGiven(path);
+    QCoreApplication::processEvents();
+    open.port.handset().setFaults({});
+    QString counts;
+    QTimer user;
+    connect(&user, &QTimer::timeout, &open.window, [&] {
+        auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
+        if (text.startsWith(u"0 von 0"_s))
+            return;
+        counts = text;
+        form->reject();
+    });
+    user.start(0);
+    open.window.openGiven(path);
+    QTRY_COMPARE(counts, u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
 }
 
 /// The toolbar still means the phonebook; its keys and the menu mean the files.
