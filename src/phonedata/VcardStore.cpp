@@ -132,8 +132,10 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
 
 bool VcardStore::VcfReadList(const Progress& progress)
 {
-    if (m_list && !m_client->line().isWaiting())
+    if (m_list && !m_client->line().isWaiting()) {
         m_list->clear();
+        m_last.reset();
+    }
     return inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, [this](const Progress& shown) {
         const auto reading = readCards(shown);
         if (!reading || !acceptCount(*reading))

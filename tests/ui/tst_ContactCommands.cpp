@@ -105,6 +105,7 @@ private Q_SLOTS:
     void doubtfulReading();
     void otherThanEntered();
     void deletes();
+    void stopsAtTheUsersWish();
     void refreshes();
 };
 
@@ -156,6 +157,10 @@ void tst_ContactCommands::savesNothingWithoutRecord()
     phone.test.dialogs.expect(
         box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, editTitle));
     QCOMPARE(phone.save(someone), CommandResult::Failed);
+    phone.list->setCurrent(0);
+    phone.test.dialogs.expectStart(u"1 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
+    phone.test.dialogs.expectStart(u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: "_s);
+    QCOMPARE(phone.remove(), CommandResult::Refused);
     QVERIFY(phone.isInOrder());
 }
 
@@ -251,6 +256,7 @@ void tst_ContactCommands::otherThanEntered()
     QCOMPARE(phone.list->text(phone.list->count() - 1, VcfLastName), u"AA"_s);
     QCOMPARE(phone.list->text(phone.list->count() - 2, VcfLastName), u"Ayşe"_s);
     QVERIFY(phone.isInOrder());
+    QCOMPARE(phone.list->selectedRows(), QList<int>{phone.list->count() - 1});
 }
 
 void tst_ContactCommands::deletes()
@@ -282,6 +288,45 @@ void tst_ContactCommands::deletes()
     QCOMPARE(phone.remove(), CommandResult::Done);
     QVERIFY(phone.isInOrder());
     QCOMPARE(phone.records().size(), 2U);
+}
+
+/// Without a box of the command, and the list shows what the phone holds. The client says once that it was
+/// stopped in the middle of a transfer.
+void tst_ContactCommands::stopsAtTheUsersWish()
+{
+    struct Stop : toolkit::CancelBox
+    {
+        Stop(const toolkit::ListRows& shown, int count) : rows(shown), remaining(count) {}
+        bool Checked() const override { return rows.count() <= remaining; }
+        const toolkit::ListRows& rows;
+        int remaining;
+    };
+    enum class Way { Save, Delete };
+    const Rows<Way, int> rows{{"save, before the change", Way::Save, 0},
+                              {"delete, before the change", Way::Delete, 0},
+                              {"delete, after the first of three", Way::Delete, 1}};
+    rows.each([](const auto& way, const auto& gone) {
+        Contacts phone(u"SL450HX"_s);
+        const int before = phone.list->count();
+        Stop stop(*phone.list, before - gone);
+        const toolkit::Progress progress{&phone.progress.panel, &phone.progress.bar, &stop};
+        const auto expectStop = [&] {
+            if (gone == 0)
+                phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::Cancelled)));
+        };
+        if (way == Way::Save) {
+            expectStop();
+            QCOMPARE(saveContact(*phone.store, someone, -1, progress), CommandResult::Cancelled);
+        } else {
+            for (const int row : {0, 1, 2})
+                phone.list->setSelected(row, true);
+            phone.test.dialogs.expectStart(u"3 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
+            expectStop();
+            QCOMPARE(VcfDeleteSelected(*phone.store, progress), CommandResult::Cancelled);
+        }
+        QCOMPARE(phone.list->count(), before - gone);
+        QVERIFY(phone.isInOrder());
+    });
 }
 
 void tst_ContactCommands::refreshes()

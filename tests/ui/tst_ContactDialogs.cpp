@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -47,6 +48,7 @@ class ContactDialogs : public QObject
 private Q_SLOTS:
     void newContact();
     void changedContact();
+    void escapeStopsASave();
     void numbersAreChecked();
     void areaCodes();
 };
@@ -98,6 +100,33 @@ void ContactDialogs::changedContact()
     expected.luid = made.last().luid; // which the phone chooses
     QCOMPARE(made.last(), expected);
     QCOMPARE(made.form.result(), static_cast<int>(QDialog::Accepted));
+}
+
+/// The dialog stays, and the contact can be saved again.
+void ContactDialogs::escapeStopsASave()
+{
+    Contacts made;
+    const int before = made.list->count();
+    made.form.show();
+    made.field("txtNachName").setText(u"Neu"_s);
+    made.field("txtTelHandy").setText(u"0170"_s);
+    const auto& status = child<QLabel>(made.form, "sta");
+    QString shown;
+    made.test.clock.after(0.3, [&] {
+        QTest::keyClick(&made.form, Qt::Key_Escape);
+        shown = status.text();
+    });
+    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
+                u"Vorzeitiger Abbruch durch den Benutzer."_s,
+                u"Kalmo"_s, Icon::Exclamation);
+    made.save();
+    QVERIFY(shown.startsWith(u"Wird abgebrochen"_s));
+    QCOMPARE(status.text(), u"Abgebrochen. Im Telefon wurde nichts geändert."_s);
+    QVERIFY(made.form.isVisible() && made.changed.isEmpty());
+    QCOMPARE(made.list->count(), before);
+    made.save();
+    QCOMPARE(made.list->count(), before + 1);
+    QCOMPARE(made.list->current(), before);
 }
 
 void ContactDialogs::numbersAreChecked()

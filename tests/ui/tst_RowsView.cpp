@@ -140,11 +140,14 @@ void RowsViewTest::searchHidesRows()
     line.show();
     auto& field = *line.findChild<QLineEdit*>(u"txtSearch"_s);
     const auto& count = *line.findChild<QLabel*>(u"lblSearchCount"_s);
+    const QSignalSpy opened(&list.view, &ui::RowsView::rowDoubleClicked);
+    list.rows.setCurrent(1);
     list.view.selectAll();
     list.view.wantSearch();
     QTest::keyClicks(&field, u"ot"_s);
     QCOMPARE(count.text(), u"2 von 3"_s);
     QCOMPARE(list.selected(), u"ÖtziOtter"_s);
+    QCOMPARE(list.rows.current(), -1);
     list.rows.add({.cells = {{u"Otto"_s}}});
     list.rows.add({.cells = {{u"Ina"_s}}});
     list.rows.sortBy(0, Qt::AscendingOrder);
@@ -159,6 +162,9 @@ void RowsViewTest::searchHidesRows()
     QCOMPARE(list.view.shownRows(), 5);
     QTest::keyClicks(&field, u"zzz"_s);
     QCOMPARE(list.selected(), QString());
+    QTest::keyClick(&field, Qt::Key_Return);
+    QTest::keyClick(&list.view, Qt::Key_Return);
+    QVERIFY(opened.isEmpty());
     list.rows.setCurrent(0);
     QCOMPARE(list.selected(), u"Bär"_s);
     QCOMPARE(field.text(), QString());

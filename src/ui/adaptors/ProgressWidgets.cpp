@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <utility>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -15,8 +17,27 @@ StatusLabel::StatusLabel(QWidget* parent) : QLabel(parent)
     setAccessibleName(u"Status"_s);
 }
 
+void StatusLabel::hold(const QString& text)
+{
+    const QString latest = Text();
+    release();
+    SetText(text);
+    m_latest = latest;
+    m_held = true;
+}
+
+void StatusLabel::release()
+{
+    if (std::exchange(m_held, false))
+        SetText(m_latest);
+}
+
 void StatusLabel::SetText(const QString& text)
 {
+    if (m_held) {
+        m_latest = text;
+        return;
+    }
     setText(text);
     setToolTip(fontMetrics().horizontalAdvance(text) > contentsRect().width() ? text : QString());
 }

@@ -17,12 +17,19 @@ class StatusLabel : public QLabel, public toolkit::StatusPanel
 public:
     explicit StatusLabel(QWidget* parent = nullptr);
 
-    QString Text() const override { return text(); }
+    QString Text() const override { return m_held ? m_latest : text(); }
     void SetText(const QString& text) override;
+    /// Shows a text until release(). The last of the texts that are set meanwhile is shown then.
+    void hold(const QString& text);
+    void release();
     QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool m_held = false;
+    QString m_latest; // set while another text is held
 };
 
 /// The slim progress bar of a status bar. Hidden until an operation shows it.

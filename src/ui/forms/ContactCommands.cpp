@@ -165,9 +165,26 @@ bool acceptChange(VcardStore& store, const operations::ContactEdit& edit,
     return true;
 }
 
+/// Returns true if the user ended it, and nothing is open: the phone confirmed all that was sent.
+bool isStopped(const operations::Outcome& facts)
+{
+    return facts.cause == operations::Cause::Interrupted && facts.sent == facts.confirmed &&
+           facts.unknown == 0;
+}
+
+/// Makes a saved contact the current row, so that the user sees it.
+void selectContact(VcardStore& store, const QString& luid)
+{
+    const int row = luid.isEmpty() ? -1 : store.list()->indexOfKey(phonedata::vcfKey(luid));
+    if (row >= 0)
+        store.list()->setCurrent(row);
+}
+
 /// The result of a session that can't be used for a change.
 CommandResult reportBegin(const VcardStore& store, const operations::Outcome& facts)
 {
+    if (isStopped(facts))
+        return CommandResult::Cancelled;
     showOwnFailure(store, facts);
     return facts.cause == operations::Cause::Doubtful ? CommandResult::Refused : CommandResult::Failed;
 }
@@ -193,8 +210,11 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
         if (isDone) {
             removeRow(store.list(), oldKey);
             showMismatches(store, edit, outcome);
+            selectContact(store, outcome.luids.value(0));
         }
     }
+    if (!isDone && isStopped(outcome.facts))
+        return CommandResult::Cancelled;
     showOwnFailure(store, outcome.facts);
     return isDone ? CommandResult::Done : CommandResult::Failed;
 }
@@ -233,9 +253,13 @@ CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& co
         if (!plan)
             return CommandResult::Refused;
         outcome = edit.apply(*plan, u"delete"_s);
-        isDone = acceptChange(store, edit, outcome) && outcome.facts.cause != operations::Cause::NotSaved;
+        isDone = acceptChange(store, edit, outcome);
     }
+    if (isStopped(outcome.facts))
+        return CommandResult::Cancelled;
     showOwnFailure(store, outcome.facts);
+    if (outcome.facts.cause == operations::Cause::NotSaved)
+        return CommandResult::Refused;
     return isDone ? CommandResult::Done : CommandResult::Failed;
 }
 
@@ -303,7 +327,7 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, co
     const auto shown = hasRow ? std::optional(phonedata::vcfEntryFrom(store.list()->row(row))) : std::nullopt;
     const QString oldKey = hasRow ? moveKeyAway(store.list(), row) : QString();
     const CommandResult result = writeContact(store, entry, shown, oldKey, progress);
-    if (result == CommandResult::Refused) {
+    if (result == CommandResult::Refused || result == CommandResult::Cancelled) {
         moveKeyBack(store.list(), oldKey);
         return result;
     }
@@ -393,7 +417,8 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolk
         show(store, {.text = u"Fehler beim Lesen des Adressbuchs."_s,
                      .title = app::productName() + u" - Fehler"_s,
                      .icon = Icon::Information});
-        return CommandResult::Failed;
+        // With a reading at hand the user has refused to see it.
+        return store.lastReading() ? CommandResult::Refused : CommandResult::Failed;
     }
     if (asksForCodes && !store.client().isAbandoned() && store.list() && hasWrongNumbers(*store.list()) &&
         askToEditCodes(store)) {

@@ -46,6 +46,7 @@ frmVCFneu::frmVCFneu(Program& program, std::shared_ptr<VcardStore> store, QWidge
       m_cmbGebuTime(named(new QComboBox, u"cmbGebuTime"_s, u"Uhrzeit der Erinnerung"_s)),
       m_lblSpNr(named(new QLabel(this), u"lblSpNr"_s)), m_sta(named(new StatusLabel, u"sta"_s, u"Status"_s)),
       m_progBarStatus(named(new ProgressStrip, u"progBarStatus"_s, u"Fortschritt"_s)),
+      m_cancel(named(new CancelCheck, u"cmdCancel"_s, u"Vorgang abbrechen"_s)),
       m_cmdSpeichern(named(new QPushButton(u"&Speichern"_s), u"cmdSpeichern"_s)),
       m_cmdAbbruch(named(new QPushButton(u"&Abbruch"_s), u"cmdAbbruch"_s))
 {
@@ -130,6 +131,12 @@ QWidget* frmVCFneu::makeStatusBar()
     layout->setContentsMargins({});
     layout->addWidget(m_sta, 1);
     layout->addWidget(m_progBarStatus);
+    layout->addWidget(m_cancel);
+    m_cancel->hide();
+    connect(m_cancel, &QAbstractButton::toggled, this, [this](bool isPressed) {
+        if (isPressed)
+            m_sta->hold(u"Wird abgebrochen, sobald das Telefon antwortet ..."_s);
+    });
     return bar;
 }
 
@@ -166,8 +173,10 @@ void frmVCFneu::loadBirthday(const QString& birthday)
 
 void frmVCFneu::reject()
 {
-    if (m_busy->isBusy())
+    if (m_busy->isBusy()) {
+        m_cancel->setChecked(true);
         return;
+    }
     Q_EMIT listChanged(false);
     QDialog::reject();
 }
@@ -192,7 +201,9 @@ void frmVCFneu::cmdSpeichern_Click()
         (entry().hasNumber() && (rejectBirthday() || !askAboutLosses())))
         return;
     const CommandResult result = send();
-    if (result == CommandResult::Refused) {
+    if (result == CommandResult::Cancelled)
+        m_sta->SetText(u"Abgebrochen. Im Telefon wurde nichts geändert."_s);
+    if (result == CommandResult::Refused || result == CommandResult::Cancelled) {
         m_txtTelPrivat->setFocus();
         return;
     }
@@ -204,7 +215,12 @@ void frmVCFneu::cmdSpeichern_Click()
 CommandResult frmVCFneu::send()
 {
     const toolkit::BusyScope busy(m_busy.get());
-    return saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, nullptr});
+    m_cancel->reset();
+    m_cancel->show();
+    const CommandResult result = saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, m_cancel});
+    m_cancel->hide();
+    m_sta->release();
+    return result;
 }
 
 bool frmVCFneu::rejectNumber(QLineEdit& field)

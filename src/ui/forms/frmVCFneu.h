@@ -76,6 +76,7 @@ private:
     QLabel* m_lblSpNr;
     StatusLabel* m_sta;
     ProgressStrip* m_progBarStatus;
+    CancelCheck* m_cancel;
     QPushButton* m_cmdSpeichern;
     QPushButton* m_cmdAbbruch;
     std::unique_ptr<WindowBusy> m_busy;

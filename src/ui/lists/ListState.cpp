@@ -15,6 +15,10 @@ QString placeholderFor(ListState state)
         return u"Die Liste konnte nicht gelesen werden. Prüfen Sie die Verbindung und lesen Sie noch einmal."_s;
     case ListState::Cancelled:
         return u"Das Lesen wurde abgebrochen."_s;
+    case ListState::Discarded:
+        return u"Die gelesene Liste wurde verworfen. Lesen Sie noch einmal."_s;
+    case ListState::Unknown:
+        return u"Nach dem Fehler ist offen, was das Telefon enthält. Lesen Sie die Liste neu ein."_s;
     case ListState::Read:
         break;
     }

@@ -114,7 +114,7 @@ void RowsView::keyPressEvent(QKeyEvent* event)
         return;
     }
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && currentIndex().isValid()) {
+    if (isEnter && currentIndex().isValid() && !isRowHidden(currentIndex().row(), {})) {
         Q_EMIT rowDoubleClicked(currentIndex().row());
         return;
     }
@@ -182,8 +182,7 @@ void RowsView::setFilter(const QString& typed)
     for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
         setRowHidden(row, {}, false);
     hideUnmatched(0, lastRow());
-    const int current = rows() ? rows()->current() : -1;
-    if (current >= 0 && !isRowHidden(current, {}))
+    if (const int current = rows() ? rows()->current() : -1; current >= 0)
         scrollTo(m_model->index(current, 0));
     Q_EMIT filtered();
 }
@@ -200,8 +199,19 @@ void RowsView::hideUnmatched(int first, int last)
             rows()->setSelected(row, false);
         setRowHidden(row, {}, isHidden);
     }
+    dropHiddenCurrent();
     showSelection();
     Q_EMIT filtered();
+}
+
+/// Keys and commands that act on the current row must not meet one that the user does not see.
+void RowsView::dropHiddenCurrent()
+{
+    const int current = rows()->current();
+    if (current < 0 || !isRowHidden(current, {}))
+        return;
+    rows()->noteCurrent(-1);
+    selectionModel()->clearCurrentIndex();
 }
 
 int RowsView::shownRows() const

@@ -26,6 +26,7 @@ public:
     void setIconSource(IconSource icons) { m_model->setIconSource(std::move(icons)); }
     /// Text that is shown while there are no rows.
     void setPlaceholder(const QString& text);
+    QString placeholder() const { return m_placeholder; }
     /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
@@ -65,6 +66,7 @@ protected:
 private:
     void sortByHeader(int column);
     void hideUnmatched(int first, int last);
+    void dropHiddenCurrent();
     int lastRow() const { return m_model->rowCount() - 1; }
     int firstShown() const;
     void showSelection();

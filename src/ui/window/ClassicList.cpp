@@ -22,12 +22,6 @@ using toolkit::Icon;
 
 namespace {
 
-int rowToEdit(const toolkit::ListRows& rows)
-{
-    const QList<int> selected = rows.selectedRows();
-    return rows.current() >= 0 ? rows.current() : selected.value(0, -1);
-}
-
 QString entryCount(int count)
 {
     return count == 1 ? u"1 Eintrag"_s : u"%1 Einträge"_s.arg(count);

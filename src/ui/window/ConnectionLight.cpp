@@ -43,7 +43,8 @@ ConnectionLight::ConnectionLight(const link::Line& line, QWidget* parent)
     m_text->setTextFormat(Qt::PlainText);
     m_search->setObjectName(u"cmdReconnect"_s);
     m_search->setText(u"&Erneut verbinden"_s);
-    m_search->setToolTip(u"Das Telefon an diesem Anschluss neu suchen. Ungespeicherte Listen bleiben."_s);
+    m_search->setToolTip(
+        u"Das Telefon an diesem Anschluss neu suchen. Noch nicht geschriebene Listen bleiben erhalten."_s);
     m_search->setFocusPolicy(Qt::StrongFocus);
     connect(m_search, &QToolButton::clicked, this, &ConnectionLight::searchWanted);
     auto* row = new QHBoxLayout(this);
@@ -55,6 +56,11 @@ ConnectionLight::ConnectionLight(const link::Line& line, QWidget* parent)
     connect(timer, &QTimer::timeout, this, &ConnectionLight::refresh);
     timer->start(refreshEvery);
     refresh();
+}
+
+void ConnectionLight::offerSearch(bool offered)
+{
+    m_search->setEnabled(offered);
 }
 
 ConnectionLight::State ConnectionLight::state() const

@@ -21,6 +21,8 @@ public:
 
     /// Shows the line's present state. A timer calls it too, for ports that go away while nothing runs.
     void refresh();
+    /// Blocks the button while the phone is busy.
+    void offerSearch(bool offered);
 
 Q_SIGNALS:
     void searchWanted();

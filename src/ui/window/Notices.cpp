@@ -5,12 +5,10 @@ namespace kalmo::ui {
 using namespace Qt::StringLiterals;
 using toolkit::Icon;
 
-void tellLaterVersion(app::Context& context, const QString& what)
+int rowToEdit(const toolkit::ListRows& rows)
 {
-    context.dialogs.Show(
-        {.text = what + u" ist in dieser Version von Kalmo noch nicht enthalten und kommt mit einer "
-                        u"späteren Version."_s,
-         .icon = Icon::Information});
+    const QList<int> selected = rows.selectedRows();
+    return selected.contains(rows.current()) ? rows.current() : selected.value(0, rows.current());
 }
 
 bool tellIfEmpty(app::Context& context, const toolkit::ListRows& rows)

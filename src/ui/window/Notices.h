@@ -5,8 +5,9 @@
 
 namespace kalmo::ui {
 
-/// Informs the user that a function comes with a later version: "Der Export von Listen", for example.
-void tellLaterVersion(app::Context& context, const QString& what);
+/// The row that the command "Bearbeiten" means, -1 without one: of the selected rows the current one, or the
+/// first. A row that a search hides is neither selected nor current.
+int rowToEdit(const toolkit::ListRows& rows);
 
 /// Returns true if there is nothing to save, after it has informed the user.
 bool tellIfEmpty(app::Context& context, const toolkit::ListRows& rows);

@@ -24,7 +24,7 @@ StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     // The operation ends at its next safe step; the user sees at once that it was heard.
     connect(m_cancel, &QAbstractButton::toggled, this, [this](bool isPressed) {
         if (isPressed)
-            m_text->SetText(u"Wird abgebrochen ..."_s);
+            m_text->hold(u"Wird abgebrochen ..."_s);
     });
     setContentsMargins(12, 0, 4, 0);
     addWidget(m_text, 1);
@@ -48,9 +48,10 @@ void StatusArea::SetBusy(bool busy)
         m_cancel->reset();
     m_busy->SetBusy(busy);
     offerCancel(m_offersCancel && (isBusy() || !wasBusy));
-    m_connection->setEnabled(!isBusy());
+    m_connection->offerSearch(!isBusy());
     if (!wasBusy || isBusy())
         return;
+    m_text->release();
     m_connection->refresh();
     Q_EMIT becameIdle();
 }

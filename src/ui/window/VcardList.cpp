@@ -22,6 +22,21 @@ QString contactCount(qsizetype count)
     return count == 1 ? u"1 Kontakt"_s : u"%1 Kontakte"_s.arg(count);
 }
 
+std::pair<ListState, QString> endOfReading(CommandResult result, int count)
+{
+    switch (result) {
+    case CommandResult::Done:
+        return {ListState::Read, u"%1 gelesen."_s.arg(contactCount(count))};
+    case CommandResult::Cancelled:
+        return {ListState::Cancelled, u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s};
+    case CommandResult::Refused:
+        return {ListState::Discarded, u"Die gelesene Liste wurde verworfen."_s};
+    case CommandResult::Failed:
+        break;
+    }
+    return {ListState::Failed, {}};
+}
+
 } // namespace
 
 VcardList::VcardList(const WindowParts& parts, std::shared_ptr<obex::clsMmc> client, QObject* parent)
@@ -85,13 +100,9 @@ void VcardList::refresh()
         m_rows->clear();
         m_rows->addAll(std::move(before));
     }
-    Q_EMIT stateChanged(result == CommandResult::Done        ? ListState::Read
-                        : result == CommandResult::Cancelled ? ListState::Cancelled
-                                                             : ListState::Failed);
-    report(result == CommandResult::Done ? u"%1 gelesen."_s.arg(contactCount(m_rows->count()))
-           : result == CommandResult::Cancelled
-               ? u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s
-               : QString());
+    const auto [state, sentence] = endOfReading(result, m_rows->count());
+    Q_EMIT stateChanged(state);
+    report(sentence);
 }
 
 /// Shows how an operation has ended, after the steps of the line.
@@ -114,35 +125,19 @@ void VcardList::add()
         showForm(-1);
 }
 
-/// Edits the contact of a row, or a new one with -1, and selects what was saved.
+/// Edits the contact of a row, or a new one with -1.
 void VcardList::showForm(int row)
 {
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
     if (row >= 0)
         form.loadRow(row);
-    if (form.exec() != QDialog::Accepted)
-        return;
-    selectSaved(form.entry());
-    report(u"Der Kontakt ist im Telefon gespeichert."_s);
-}
-
-/// By its names and numbers: the phone gives the reference, and may give a new one.
-void VcardList::selectSaved(const phonedata::tVcfEntry& saved)
-{
-    for (int row = m_rows->count() - 1; row >= 0; --row) {
-        const phonedata::tVcfEntry shown = phonedata::vcfEntryFrom(m_rows->row(row));
-        if (shown.lastName == saved.lastName && shown.firstName == saved.firstName &&
-            shown.home == saved.home && shown.mobile == saved.mobile && shown.work == saved.work) {
-            m_rows->setCurrent(row);
-            return;
-        }
-    }
+    if (form.exec() == QDialog::Accepted)
+        report(u"Der Kontakt ist im Telefon gespeichert."_s);
 }
 
 void VcardList::edit()
 {
-    const QList<int> selected = m_rows->selectedRows();
-    const int row = m_rows->current() >= 0 ? m_rows->current() : selected.value(0, -1);
+    const int row = rowToEdit(*m_rows);
     if (row >= 0 && allowChange(*m_store, row))
         showForm(row);
 }
@@ -151,9 +146,16 @@ void VcardList::deleteSelected()
 {
     if (m_rows->selectedRows().isEmpty())
         return;
-    const qsizetype count = m_rows->selectedRows().size();
-    if (VcfDeleteSelected(*m_store, m_parts.progress) == CommandResult::Done)
-        report(u"%1 gelöscht. \"Frühere Stände\" bringt sie zurück."_s.arg(contactCount(count)));
+    const int before = m_rows->count();
+    const CommandResult result = VcfDeleteSelected(*m_store, m_parts.progress);
+    const int gone = before - m_rows->count();
+    if (result == CommandResult::Failed)
+        Q_EMIT stateChanged(ListState::Unknown);
+    else if (gone > 0)
+        report(u"%1 gelöscht. \"Frühere Stände\" bringt %2 zurück."_s.arg(contactCount(gone),
+                                                                          gone == 1 ? u"ihn"_s : u"sie"_s));
+    else if (result == CommandResult::Cancelled)
+        report(u"Es wurde nichts gelöscht."_s);
 }
 
 void VcardList::save()

@@ -38,7 +38,6 @@ Q_SIGNALS:
 private:
     void refresh();
     void showForm(int row);
-    void selectSaved(const phonedata::tVcfEntry& saved);
     void report(const QString& sentence);
     void add();
     void edit();
