@@ -10,7 +10,7 @@ namespace kalmo::cli {
 /// Kinds of files that an export makes, in the order of the table of their endings.
 enum class ExportKind { Csv, Xlsx, Docx, Html, Vcf };
 
-/// The words of an export command, understood as far as that goes without the list.
+/// The words of an export command, as far as they can be parsed without the list.
 struct ExportOrder
 {
     QString path = {}; ///< absolute
@@ -27,16 +27,17 @@ struct ExportOrder
     QString templatePath = {}; ///< for pages
 };
 
-/// Understands the words of the command. Nothing, with the reason in `error`, for words that make no export.
+/// Parses the words of the command. Returns nothing, with the reason in `error`, for words that make no
+/// export.
 std::optional<ExportOrder> exportOrder(const Job& job, QString& error);
 
 /// Numbers of columns by their headings, in any case; of two equal headings the first one counts. Gives them
-/// in the list's order. Nothing, with the reason in `error`, if a heading is not among them.
+/// in the list's order. Returns nothing, with the reason in `error`, if a heading is not among them.
 std::optional<QList<int>> columnsByHeading(const toolkit::ListRows& list, const QList<int>& offered,
                                            const QStringList& headings, QString& error);
 
-/// Selects the rows of these ranges in a list, and no others. False, with the reason in `error`, if the list
-/// has fewer.
+/// Selects the rows of these ranges in a list, and no others. Returns false, with the reason in `error`, if
+/// the list has fewer.
 bool selectRows(toolkit::ListRows& list, const QList<std::pair<int, int>>& ranges, QString& error);
 
 } // namespace kalmo::cli

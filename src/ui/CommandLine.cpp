@@ -20,10 +20,10 @@ constexpr OptionRow options[] = {
     {u"--log", &CommandLine::log},
 };
 
-/// Returns true for a name with an ending that desktops open by Kalmo.
+/// Returns true for a name with the ending of a backup, or of a file for the import.
 bool isFileOfLists(const QString& word)
 {
-    constexpr QStringView endings[] = {u".tel", u".prv", u".vcf"};
+    constexpr QStringView endings[] = {u".tel", u".prv", u".csv", u".wab", u".vcf"};
     return std::ranges::any_of(
         endings, [&word](QStringView ending) { return word.endsWith(ending, Qt::CaseInsensitive); });
 }
@@ -72,8 +72,8 @@ CommandLine parseCommandLine(const QStringList& arguments)
 QString commandLineHelp()
 {
     return u"Usage: kalmo [OPTION]... [/DBG | /DELINI] [FILE]\n"
-           u"Look after a DECT cordless handset in a window. FILE is a backup (.tel, .prv) or an\n"
-           u"address book (.vcf) to open after the start.\n\n"
+           u"Look after a DECT cordless handset in a window. FILE is a backup (.tel, .prv), a\n"
+           u"table (.csv) or an address book (.wab, .vcf) to open after the start.\n\n"
            u"  --storage DIR       keep settings and backups in DIR for this run\n"
            u"  --port N|DEVICE     the handset's port for this run, by its number or its device\n"
            u"  --log FILE          append every exchange with the handset to FILE\n"

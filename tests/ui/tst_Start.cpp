@@ -96,7 +96,9 @@ void tst_Start::readsTheCommandLine()
                  expected);
         QCOMPARE(read.kind == ui::CommandLine::Kind::Run, read.error.isEmpty());
     }
-    QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"/home/a/Backup.TEL"_s}).file, u"/home/a/Backup.TEL"_s);
+    for (const QString& file : {u"/home/a/Backup.TEL"_s, u"a.prv"_s, u"b.csv"_s, u"c.WAB"_s, u"d.vcf"_s})
+        QCOMPARE(ui::parseCommandLine({u"/DBG"_s, file}).file, file);
+    QCOMPARE(ui::parseCommandLine({u"notes.txt"_s}).file, QString());
     QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"--help"_s, u"--no"_s}).kind, ui::CommandLine::Kind::Help);
 }
 

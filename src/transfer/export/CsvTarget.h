@@ -25,12 +25,11 @@ const SeparatorRow& rowOf(CsvSeparator separator);
 /// Returns true if the text may take a separator's place in the data: it holds none of its characters.
 bool isReplacement(QStringView text, CsvSeparator separator);
 
-/// A cell without anything that its reader would take for the end of it. Lone commas and quotes survive
-/// between quotes.
+/// A cell without the texts that would end it for a reader. Lone commas and quotes survive between quotes.
 QString CsvCell(const QString& text, CsvSeparator separator, const QString& replacement);
 
-/// The table as lines that end in CR LF, in the code page; a character that this lacks becomes "?". The empty
-/// line holds no separator.
+/// The table as lines that end in CR LF, in the code page. A character that the code page lacks becomes "?".
+/// The empty line holds no separator.
 QByteArray csvBytes(const ExportTable& table, CsvSeparator separator, const QString& replacement);
 
 } // namespace kalmo::transfer

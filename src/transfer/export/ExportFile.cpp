@@ -18,7 +18,7 @@ using toolkit::Icon;
 
 namespace {
 
-/// Errors that come of the name, the folder or the rights in it. 0: the toolkit refused the name by itself.
+/// Errors of the name, the folder or its rights. 0: the toolkit refused the name itself.
 constexpr std::array nameErrors = {0,      ENOENT, ENOTDIR, EISDIR, EINVAL, ENAMETOOLONG,
                                    EACCES, EPERM,  EROFS,   ELOOP};
 
@@ -37,14 +37,14 @@ void tellWriteError(app::Context& context, const ExportFile& file, int error, co
          .english = u"%1 could not be written: %2."_s.arg(file.path, reason)});
 }
 
-/// Tells where the old file is if it can't go back to its place.
+/// Moves the old file back to its place. If that fails, a message names its new path.
 void bringBack(app::Context& context, const QString& aside, const QString& path)
 {
     if (aside.isEmpty() || app::moveFile(aside, path))
         return;
     context.dialogs.Show({.text = u"Die bisherige Datei \"%1\" liegt jetzt unter \"%2\"."_s.arg(path, aside),
                           .icon = Icon::Exclamation,
-                          .english = u"The older file %1 is in %2 now."_s.arg(path, aside)});
+                          .english = u"The previous file %1 is now %2."_s.arg(path, aside)});
 }
 
 bool writeContent(app::Context& context, const ExportFile& file, const QString& target,
@@ -71,7 +71,7 @@ bool isRefusedNetworkPath(app::Context& context, const QString& path)
         {.text = u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "
                  u"Ansonsten kann nur in lokale Dateien exportiert werden."_s,
          .icon = Icon::Information,
-         .english = u"%1 is no local file."_s.arg(path)});
+         .english = u"%1 is not a local file."_s.arg(path)});
     return true;
 }
 
@@ -85,7 +85,7 @@ bool makeFolderOf(app::Context& context, const QString& path)
                  u"\" konnte nicht angelegt werden.\nBitte wählen Sie ein Laufwerk und einen Ordner, in dem "
                  u"Sie Schreibrecht haben aus."_s,
          .icon = Icon::Exclamation,
-         .english = u"There is no folder %1, and it can't be made."_s.arg(folder)});
+         .english = u"The folder %1 could not be created."_s.arg(folder)});
     return false;
 }
 

@@ -10,10 +10,10 @@ namespace kalmo::transfer {
 /// Returns true, after a message, for a path into a network without a drive: "\\server".
 bool isRefusedNetworkPath(app::Context& context, const QString& path);
 
-/// Makes the folder of a file. Returns false, after a message, if that fails.
+/// Creates the folder of a file. Returns false, after a message, if that fails.
 bool makeFolderOf(app::Context& context, const QString& path);
 
-/// The path with the first of the endings behind it, unless it has one of them in any case.
+/// The path with one of the endings: the first is appended unless the path has one, in any case.
 QString withEnding(const QString& path, const QStringList& endings);
 
 /// Asks before a file is overwritten. Returns true if there is none, or if the user agrees.
@@ -25,14 +25,14 @@ struct ExportFile
     QString path;
     QString operation;        ///< for the log: "Export2Csv"
     QString list;             ///< for the log: name of the list
-    double pauseAfterOld = 0; ///< seconds between an old file's going and the making of the new one
+    double pauseAfterOld = 0; ///< seconds between the move of an old file and the new one
 };
 
-/// Makes the content of a file. Returns nothing after a failure, which it has reported.
+/// Makes the content of a file. Returns nothing after a failure that it has reported.
 using MakeContent = std::function<std::optional<QByteArray>()>;
 
-/// Writes a file, in the place of an old one if there is one. The old file is moved aside before the content
-/// is made, and comes back unless the new one is whole and on disk. Returns false after a message.
+/// Writes a file and replaces an old one. The old file is moved aside before the content is made, and comes
+/// back unless the new one is whole and on disk. Returns false after a message.
 bool writeExportFile(app::Context& context, const ExportFile& file, const MakeContent& content);
 
 } // namespace kalmo::transfer

@@ -57,7 +57,7 @@ class StoreWriter
 public:
     StoreWriter(app::Settings& settings, const QString& list) : m_settings(settings), m_prefix(list + u'_') {}
 
-    /// Writes nothing that is there already: every change is one of the whole file.
+    /// Writes only what differs: each change rewrites the whole file.
     void text(const QString& key, const QString& value)
     {
         const QString name = m_prefix + key;
@@ -168,7 +168,7 @@ QString exportPathFault(const QString& path)
         return u"Bitte geben Sie einen gültigen Pfad- und Dateinamen ein oder verwenden Sie die Knopf neben "
                u"dem "
                u"Eingabelfeld, um eine Datei auszuwählen."_s;
-    // A slash parts folders here.
+    // A slash separates folders here.
     const QString tested = path.sliced(2);
     const bool isRefused = std::any_of(tested.begin(), tested.end(),
                                        [](QChar character) { return u":*?<>"_s.contains(character); });

@@ -51,8 +51,7 @@ QString lastDialogFolder(const app::Context& context, const ExportSource& source
 void setLastDialogFolder(app::Context& context, const ExportSource& source, const QString& dialog,
                          const QString& folder);
 
-/// A message about a path of an export or a template that can't be right, empty for a good one. The folder is
-/// not looked at.
+/// A message about a wrong path of an export or a template, empty for a good one. The folder is not checked.
 QString exportPathFault(const QString& path);
 
 } // namespace kalmo::transfer

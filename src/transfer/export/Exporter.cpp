@@ -28,7 +28,7 @@ const QString brokenOff = u"Export abgebrochen"_s;
 
 } // namespace
 
-/// How the user reads of an office program.
+/// The texts that name an office program to the user.
 struct Exporter::OfficeWords
 {
     QString ending;
@@ -36,7 +36,7 @@ struct Exporter::OfficeWords
     QString refused;
 };
 
-/// A file for an office program, or the number of the error that kept it from being made.
+/// A file for an office program, or the number of the error that prevented it.
 struct Exporter::OfficeFile
 {
     std::optional<QByteArray> bytes = {};
@@ -63,7 +63,7 @@ std::optional<QByteArray> htmlPage(app::Context& context, const QString& templat
         return refuse(u"Die ausgewählte Exportvorlage \""_s + templatePath +
                           u"\" kann nicht gelesen werden."_s,
                       u"The template %1 can't be read."_s.arg(templatePath));
-    // Without the mark there is nothing to fill in, so the list need not be looked at.
+    // Without the mark there is nothing to fill in, so the list is not read.
     if (!page.contains(tableMark))
         return refuse(u"Der Bezeichner \"<$Table.Content$>\" wurde in der Exportvorlage nicht gefunden - "
                       u"Export nicht möglich."_s,
@@ -118,7 +118,7 @@ bool Exporter::toDestination()
     return false;
 }
 
-/// Everything that has to be right with a file before an export to it begins.
+/// The checks of a file before an export to it begins.
 bool Exporter::claimFile(QString& path, const QStringList& endings, const QString& missing)
 {
     if (path.isEmpty()) {

@@ -45,7 +45,7 @@ std::optional<QByteArray> filledTemplate(const QByteArray& page, const QString& 
     if (!page.contains(tableMark))
         return {};
     QByteArray filled = page;
-    // The titles come first: behind the rows their marks would be found in cells, too.
+    // The titles come first: after the rows their marks could stand in cells, too.
     for (const QByteArrayView mark : titleMarks)
         filled.replace(mark, app::toCp1252(title));
     return filled.replace(tableMark, tableRows(table));

@@ -9,12 +9,11 @@
 
 namespace kalmo::transfer {
 
-/// The place in a template that the rows of the table go to. A template without it is none.
+/// The place for the rows of the table. A template has to contain it.
 inline constexpr QByteArrayView tableMark = "<$Table.Content$>";
 
 /// A template with the table and its title in place of the marks; nothing if it has no place for the table.
-/// Every other byte of it stays. Texts go in as they are, in the code page: neither `<` nor a mark in a cell
-/// means anything.
+/// Every other byte stays. Texts go in unchanged, in the code page: `<` and marks in cells have no effect.
 std::optional<QByteArray> filledTemplate(const QByteArray& page, const QString& title,
                                          const ExportTable& table);
 

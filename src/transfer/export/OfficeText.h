@@ -11,7 +11,7 @@ struct OfficeLook
     bool fitsWidths = true; ///< columns as wide as their longest text, or all alike
 };
 
-/// A text as XML can hold it: characters that it has none for, such as control characters, become U+FFFD.
+/// A text for XML: characters that XML forbids, such as control characters, become U+FFFD.
 QString xmlText(const QString& text);
 
 } // namespace kalmo::transfer

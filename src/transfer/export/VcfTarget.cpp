@@ -14,7 +14,7 @@ using phonedata::tVcfEntry;
 
 namespace {
 
-/// "--12-24" of "24.12  08:30"; empty for what is no date.
+/// "--12-24" of "24.12  08:30"; empty for a text that is no date.
 QString dayWithoutYear(const QString& date)
 {
     static const QRegularExpression day(u"^([0-9]{2})\\.([0-9]{2})(?: |$)"_s);

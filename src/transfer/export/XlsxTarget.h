@@ -7,7 +7,7 @@
 
 namespace kalmo::transfer {
 
-/// A workbook, or the error that kept it from being made.
+/// A workbook, or the error that prevented it.
 struct Workbook
 {
     QByteArray bytes = {};

@@ -14,7 +14,7 @@ QString chosenName(const WabContact& contact, int position)
     return WabFieldByTag(contact, nameChoices()[static_cast<size_t>(position)].tag);
 }
 
-/// What stands in for a contact's name where the chosen fields are empty.
+/// The name of a contact whose chosen fields are empty.
 QString standInName(const WabContact& contact)
 {
     return contact.displayName.isEmpty() ? contact.company : contact.displayName;
@@ -96,8 +96,8 @@ void AddressPreview::addEntries(const WabContact& contact)
         addBirthday(contact, m_preview.rows.size() > before);
 }
 
-/// The birthday goes to the row that was added last: where the contact has none of its own, to that of the
-/// contact before it, whose birthday it replaces. That is so on purpose; what it hits is hinted at.
+/// The birthday goes to the row that was added last. A contact without a row replaces the birthday of the
+/// contact before it. This is on purpose; a hint reports it.
 void AddressPreview::addBirthday(const WabContact& contact, bool hasOwnRow)
 {
     if (m_preview.rows.empty() || (!hasOwnRow && m_options.addresses.ownBirthdays))
@@ -151,7 +151,7 @@ QString AddressPreview::contactText(const WabContact& contact, size_t field)
     return numberOf(text, m_options.numbers);
 }
 
-/// A name is not filtered here; what the handsets lack of it is hinted at.
+/// A name is not filtered here; a hint reports letters that the handsets lack.
 QString AddressPreview::fitting(const QString& name)
 {
     const QString text = m_options.baseLetters ? withBaseLetters(name) : name;
@@ -171,8 +171,8 @@ void AddressPreview::hintAtContact(const WabContact& contact)
         m_hints.add(HintKind::NumbersWithoutPlace, numbers, exampleOf(contact));
 }
 
-/// Of an import to contacts the numbers, too, that no field takes, such as those of faxes. For entries the
-/// user has chosen the kinds of numbers.
+/// Number of the contact's numbers that are not imported. For contacts these include the numbers that no
+/// field takes, such as those of faxes; for entries the user has chosen the kinds.
 int AddressPreview::numbersLeftOut(const WabContact& contact) const
 {
     int count = contact.numbersWithoutPlace;

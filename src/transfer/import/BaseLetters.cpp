@@ -17,7 +17,7 @@ struct BaseLetter
     QStringView base;
 };
 
-/// Letters and marks that Unicode does not take apart.
+/// Letters and marks that Unicode does not decompose.
 constexpr std::array<BaseLetter, 33> baseLetters = {{
     {u'Ł', u"L"},   {u'ł', u"l"},      {u'Đ', u"D"},  {u'đ', u"d"},  {u'Ħ', u"H"},  {u'ħ', u"h"},
     {u'ı', u"i"},   {u'Œ', u"OE"},     {u'œ', u"oe"}, {u'Þ', u"Th"}, {u'þ', u"th"}, {u'Ð', u"D"},

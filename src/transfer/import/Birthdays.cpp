@@ -29,7 +29,7 @@ QStringList birthdayWords(QString text)
     return words.size() > 1 && words.first().contains(u'.') ? words : QStringList();
 }
 
-/// "24.12", empty if that is none.
+/// "24.12", empty if the parts are no day and month.
 QString dayAndMonth(const QStringList& date)
 {
     if (!isWithin(date.value(0), 1, 31) || !isWithin(date.value(1), 1, 12))
@@ -125,7 +125,7 @@ std::optional<ReadDate> datePart(QStringView text, DateOrder order, QDate today)
     return text.contains(u'/') ? std::nullopt : isoDate(text, today);
 }
 
-/// Seconds of "8:30" or "08:30:00"; nothing for what is no time.
+/// Seconds of "8:30" or "08:30:00"; nothing for a text that is no time.
 std::optional<int> timePart(QStringView text)
 {
     const auto parts = text.split(u':');

@@ -11,19 +11,19 @@ namespace kalmo::transfer {
 /// gives a date.
 enum class DateOrder { DayFirst, MonthFirst };
 
-/// "24.12. 08:30", and what is like it, as the classic list has it: "24.12  08:30". Nothing for another form:
-/// a time has to be there, and its minute can't be 0.
+/// Reads "24.12. 08:30" and similar texts for the classic list: "24.12  08:30". Returns nothing for another
+/// form: the text needs a time whose minute is not 0.
 std::optional<QString> ParseBirthdayClassic(const QString& text);
 
-/// "24.12.2005 08:30" as the contacts have it: "24.12.2005  08:30". A blank has to be there; where no usable
-/// time follows `defaultTime` ("12:00") stands in for it, for a minute of 0 only its minute.
+/// Reads "24.12.2005 08:30" for contacts: "24.12.2005  08:30". The text needs a blank. `defaultTime`
+/// ("12:00") replaces a missing or bad time, and its minute a minute of 0.
 std::optional<QString> ParseBirthdayVcard(const QString& text, const QString& defaultTime);
 
 /// The moment of a text of the form "24.12.2005  08:30", by fixed positions; invalid where there is none. It
 /// has no zone: no hour is left out for daylight saving.
 QDateTime DateSL55_2_Date(const QString& text);
 
-/// What a date says of the order of its day and its month.
+/// The order of day and month in a date.
 enum class DateHint {
     None,   ///< its form says it, or both orders give the same
     Either, ///< day and month could change places
@@ -45,7 +45,7 @@ struct ReadDate
 /// years of two digits from 30 on are of the last century.
 std::optional<ReadDate> readGeneralDate(QStringView text, DateOrder order, QDate today);
 
-/// What a cell of birthdays comes out as.
+/// The result for a cell of birthdays.
 struct BirthdayCell
 {
     QString text = {}; ///< empty if it holds none

@@ -14,7 +14,7 @@ bool isLineEnd(QChar character)
     return character == u'\n' || character == u'\r';
 }
 
-/// Takes the line end off that a text begins with.
+/// Removes a line end at the start of a text.
 void skipLineEnd(QStringView& text)
 {
     if (text.startsWith(u"\r\n"))
@@ -162,7 +162,7 @@ bool RowCursor::nextCsv()
     return true;
 }
 
-/// Takes one cell and what ends it. False if it was the row's last.
+/// Takes one cell and its end. Returns false if it was the last of the row.
 bool RowCursor::takeCsvCell()
 {
     if (m_rest.startsWith(m_quote)) {
@@ -205,7 +205,7 @@ void RowCursor::takeQuotedCell()
         m_unquoted.push_back(cell);
         keep(m_unquoted.back());
     }
-    // Behind the closing quote the cell has to end; what stands there all the same is passed over.
+    // The cell has to end after the closing quote; other characters there are skipped.
     const auto end = std::find_if(m_rest.begin(), m_rest.end(), [this](QChar character) {
         return character == m_separator || isLineEnd(character);
     });

@@ -21,13 +21,13 @@ QChar separatorChar(Separator separator);
 struct TextLayout
 {
     Separator separator = Separator::Semicolon;
-    QString filter = {}; ///< `txtCsvImportUmklammernd`: what encloses the cells, empty for nothing
+    QString filter = {}; ///< `txtCsvImportUmklammernd`: the text around the cells, empty for none
     Reading reading = Reading::Simple;
 
     bool operator==(const TextLayout&) const = default;
 };
 
-/// What the first lines of a text say of its layout.
+/// The layout as guessed from the first lines of a text.
 struct DetectedLayout
 {
     Separator separator = Separator::Semicolon;
@@ -44,7 +44,7 @@ qsizetype CountOccurrences(QStringView text, QStringView needle);
 /// The quote of the reading Csv: RFC 4180 knows one, and a filter of one character stands in for it.
 QChar csvQuoteOf(const TextLayout& layout);
 
-/// Takes the first line off a text. Lines end at CR LF, LF or CR.
+/// Removes and returns the first line of a text. Lines end at CR LF, LF or CR.
 QStringView takeLine(QStringView& text);
 
 /// The headings of a text: the cells of its first line. By the simple reading every single character of the
@@ -62,7 +62,7 @@ public:
     RowCursor(QStringView text, const TextLayout& layout);
 
     bool next();
-    /// Number of columns, by the first row; what a row has beyond is dropped.
+    /// Number of columns of the first row; surplus cells of other rows are dropped.
     qsizetype columns() const { return m_columns; }
     /// A cell of the row, with all filter texts taken out; empty where the row has none.
     QString cell(qsizetype column) const;
@@ -88,8 +88,8 @@ private:
     bool m_valid = true;
 };
 
-/// Number of rows that the simple reading of that layout gives otherwise than RFC 4180 does with its quote; 0
-/// for a text without quotes, or one that is not valid by it.
+/// Number of rows that differ between the simple reading and RFC 4180 with the quote of the layout. 0 for a
+/// text without quotes, or one that is not valid by RFC 4180.
 int rowsBetterReadAsCsv(QStringView text, const TextLayout& layout);
 
 } // namespace kalmo::transfer

@@ -6,8 +6,8 @@ namespace kalmo::transfer {
 
 namespace {
 
-// The first headings are those of Kalmo's own files. Behind them stand those of the mail programs,
-// telephones, spreadsheets and routers that people bring files from, the most telling first.
+// The first headings are those of Kalmo's own files. Those of mail programs, telephones,
+// spreadsheets and routers follow, the likeliest first.
 constexpr std::array<ImportField, 3> classicFields = {{
     {u"name", u"Name", FieldKind::Name, 16,
      u"Name|Anzeigename|Vollständiger Name|Kontaktname|Nachname|Display Name|Full Name|Last Name|Family Name|"

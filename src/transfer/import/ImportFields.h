@@ -49,7 +49,7 @@ struct SubNumberKind
     QStringView caption;
     QStringView toolTip;
     QString WabContact::*field;
-    QStringView end; ///< what its names end with, unless the user chooses
+    QStringView end; ///< end of its names, unless the user chooses another
 };
 
 inline constexpr size_t subNumberCount = 5;

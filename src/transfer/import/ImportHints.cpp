@@ -67,7 +67,7 @@ qsizetype digitsIn(QStringView text)
     return std::count_if(text.begin(), text.end(), isDialled);
 }
 
-/// True if there are letters in front of digits at the end, as in "0221 123 ext. 4", or a mark of two
+/// Returns true if there are letters in front of digits at the end, as in "0221 123 ext. 4", or a mark of two
 /// numbers.
 bool isWorthALook(QStringView cell)
 {
@@ -89,8 +89,8 @@ bool hasLetters(QStringView cell)
     return std::any_of(cell.begin(), cell.end(), [](QChar character) { return character.isLetter(); });
 }
 
-/// True if two parts of a cell, parted by a mark, are long enough for a number each. What follows a slash has
-/// to begin as a number does: an area code may have five digits.
+/// Returns true if two parts of a cell, parted by a mark, are long enough for a number each. What follows a
+/// slash has to begin as a number does: an area code may have five digits.
 bool holdsSeveralNumbers(QString cell)
 {
     constexpr qsizetype shortestNumber = 5;

@@ -8,7 +8,7 @@
 
 namespace kalmo::transfer {
 
-/// What is odd about a source, in the order in which it is shown.
+/// Faults of a source, in the order in which they are shown.
 enum class HintKind : size_t {
     ReadAsCsv,       ///< the file is valid by RFC 4180, which gives other cells
     BrokenCsv,       ///< read as CSV, the file has quotes at a wrong place, which may swallow rows
@@ -24,7 +24,7 @@ enum class HintKind : size_t {
     UnreadBirthdays, ///< a cell of birthdays that is none
     ImpossibleDays,  ///< a birthday on a day that no calendar has
     BirthdaysWithoutYear,
-    EmptyNames,     ///< names of nothing but what is put around them
+    EmptyNames,     ///< names with only the texts around the fields
     MovedBirthdays, ///< a birthday that goes to another contact's row
     NumbersWithoutPlace,
     SkippedFiles ///< files of a folder that hold no card
@@ -32,14 +32,14 @@ enum class HintKind : size_t {
 
 inline constexpr size_t hintKindCount = static_cast<size_t>(HintKind::SkippedFiles) + 1;
 
-/// What is said of a kind of hint.
+/// The texts of a kind of hint.
 struct HintText
 {
     QStringView key;     ///< in JSON
-    QStringView german;  ///< "%1" is the number of cases, "%2" an example
+    QStringView german;  ///< without the number of cases and the example
     QStringView mending; ///< caption of the click that mends it, empty where only the user can
     QStringView english;
-    QStringView option; ///< what mends it at the command line, empty where nothing does
+    QStringView option; ///< its remedy on the command line, empty for none
 };
 
 const HintText& textOf(HintKind kind);
@@ -63,29 +63,29 @@ QString englishOf(const ImportHint& hint);
 /// Caption of the click that mends a hint, empty where only the user can.
 QString mendingOf(const ImportHint& hint);
 
-/// The options with which the hint would not come up again. Where the layout of a text changes, its columns
-/// have to be chosen anew.
+/// The options with the remedy of a hint. If the layout or encoding of a text changes, reopenText() has to
+/// follow.
 ImportOptions mended(ImportOptions options, const ImportHint& hint);
 
-/// Counts what is odd while a source is read.
+/// Counts faults while a source is read.
 class HintCounter
 {
 public:
     void add(HintKind kind, const QString& example) { add(kind, 1, example); }
     void add(HintKind kind, int count, const QString& example);
-    /// Looks at a cell of numbers before it is filtered.
+    /// Checks a cell of numbers before it is filtered.
     void lookAtNumber(QStringView cell, const NumberRules& rules);
-    /// Looks at what became of a cell of names.
+    /// Compares a cell of names with its filtered text.
     void lookAtName(QStringView cell, const QString& kept);
     struct DateManner
     {
         DateOrder order = DateOrder::DayFirst;
         bool needsYear = false;
     };
-    /// Looks at what became of a cell of birthdays.
+    /// Compares a cell of birthdays with its result.
     void lookAtBirthday(QStringView cell, const BirthdayCell& birthday, const DateManner& manner);
 
-    /// What has been counted, in the order of the kinds.
+    /// The faults that were counted, in the order of the kinds.
     std::vector<ImportHint> hints() const;
 
 private:

@@ -103,7 +103,7 @@ private:
     app::Settings& m_settings;
 };
 
-/// What is not usable of remembered values goes back to what they start with.
+/// Replaces remembered values that are not usable by their defaults.
 void mend(ImportOptions& options)
 {
     const ImportOptions start;

@@ -58,7 +58,7 @@ struct AddressOptions
     bool operator==(const AddressOptions&) const = default;
 };
 
-/// All that a preview depends on beside its source and the phone's list.
+/// The options of a preview.
 struct ImportOptions
 {
     TextOptions text = {};
@@ -71,7 +71,7 @@ struct ImportOptions
     bool operator==(const ImportOptions&) const = default;
 };
 
-/// What the dialog remembers beside the options: the last chosen headings, and its own switch.
+/// The options that the dialog remembers, with the last chosen headings and its own switch.
 struct RememberedChoices
 {
     ImportOptions options = {};

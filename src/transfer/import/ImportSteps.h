@@ -8,7 +8,7 @@
 
 namespace kalmo::transfer {
 
-/// What an import of entries comes to.
+/// The result of the checks before an import of entries.
 enum class ClassicStep {
     NothingChecked,
     Incomplete, ///< a checked row lacks its name or its number
@@ -20,7 +20,7 @@ enum class ClassicStep {
 /// The first rule that holds for the checked rows (`ImportToClassicList`). A row without a name has its
 /// number turned red.
 ClassicStep nextClassicStep(Preview& preview);
-/// The box for a step that keeps the rows from being imported.
+/// The box for a step that stops the import.
 toolkit::Message messageFor(ClassicStep step);
 /// Cuts the checked rows that are red to the length of a name, and turns them green.
 void shortenNames(Preview& preview);
@@ -31,7 +31,7 @@ std::vector<phonedata::ClassicEntry> checkedEntries(const Preview& preview);
 std::vector<phonedata::ProviderEntry> checkedProviders(const Preview& preview);
 toolkit::Message messageOfTakenEntries();
 
-/// What an import of contacts comes to.
+/// The result of the checks before an import of contacts.
 enum class VcardStep { NothingChecked, NoRoom, Ready };
 
 /// Unchecks the checked rows without a number, and returns how many there were.

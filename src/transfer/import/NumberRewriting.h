@@ -24,25 +24,25 @@ struct NumberRules
 QString FilterNumber(QStringView text);
 QString FilterName(QStringView text);
 
-/// FilterNumber() of what a cell holds, without the "(0)" where the rules say so.
+/// FilterNumber() of a cell, without the "(0)" if the rules drop it.
 QString numberOf(QStringView cell, const NumberRules& rules);
 
-/// True if a cell has a country's code and a "(0)" behind it: filtered, it is a call abroad or a wrong
-/// number.
+/// Returns true if a cell has a country's code and a "(0)" behind it: filtered, it is a call abroad or a
+/// wrong number.
 bool hasZeroInBrackets(QStringView cell);
 
-/// A filtered number with the country's code replaced. Only the start of the number is looked at.
+/// A filtered number with the country's code at its start replaced.
 QString withoutCountry(QString number, const NumberRules& rules);
 
 /// A number with the digits for an outside line. An empty one stays empty.
 QString withOutsideLine(const QString& number, const NumberRules& rules);
 
-/// True if a text can be the digits for an outside line: ASCII digits only.
+/// Returns true if a text can be the digits for an outside line: ASCII digits only.
 bool isOutsideLine(QStringView text);
-/// True if a text can be a country's code: "+" and a number above 0.
+/// Returns true if a text can be a country's code: "+" and a number above 0.
 bool isCountryCode(QStringView text);
 
-/// True if a text is ASCII digits only, and at least one.
+/// Returns true if a text is ASCII digits only, and at least one.
 bool isNumeric(QStringView text);
 /// Value of the digits that a text begins with, 0 if there are none; held at a million.
 int leadingNumber(QStringView text);

@@ -11,7 +11,7 @@ namespace {
 constexpr size_t firstVcardNumber = PreviewHome;
 constexpr size_t lastVcardNumber = PreviewWork;
 
-/// Parts the texts of a key: no cell holds it, and no phone gives it.
+/// Separates the texts of a key: no cell and no phone contains it.
 constexpr QChar keyMark = u'\uFFFF';
 
 void rewriteNumbers(PreviewRow& row, Shape shape, const NumberRules& rules)

@@ -25,7 +25,7 @@ struct PreviewRow
     bool exists = false; ///< the phone's list has it already
 
     bool isGreen() const;
-    /// True if it has what an import needs: a name and a number; of a contact one of its numbers.
+    /// Returns true if it has a name and a number, or as a contact one of its numbers.
     bool isComplete(Shape shape) const;
     bool operator==(const PreviewRow&) const = default;
 };
@@ -39,20 +39,20 @@ struct TextReading
     bool operator==(const TextReading&) const = default;
 };
 
-/// All that the user sees ahead of an import.
+/// The preview of an import.
 struct Preview
 {
     Shape shape = Shape::Classic;
     std::vector<PreviewRow> rows = {};
     std::optional<TextReading> text = {}; ///< nothing for an address book
     std::vector<ImportHint> hints = {};
-    bool isWhole = true; ///< false if the user stopped the work on it
+    bool isWhole = true; ///< false if the user stopped it, or the file has too many lines
 
     int checkedCount() const;
     int existingCount() const;
 };
 
-/// What a preview is made of.
+/// The source of a preview.
 struct ImportSource
 {
     QString path = {};
@@ -72,8 +72,8 @@ public:
     /// `cells` holds the texts of each row in the order of the preview's columns.
     ExistingEntries(Shape shape, const std::vector<QStringList>& cells);
 
-    /// True if one of the rows is like the given one, without regard to case: name and number, or all names
-    /// and numbers of a contact; by numbers alone if `byNumber`. Three empty numbers equal three empty ones.
+    /// Returns true if one of the rows equals the given one in any case: name and number, or all names and
+    /// numbers of a contact; numbers alone if `byNumber`. Three empty numbers equal three empty ones.
     bool contains(const PreviewRow& row, bool byNumber) const;
 
 private:
@@ -87,12 +87,12 @@ private:
 /// The text in upper case, one character for each: "ß" stays.
 QString simpleUpper(QStringView text);
 
-/// Makes the preview: rows from the source, numbers rewritten, what is too long or incomplete in red, what is
-/// there already in green, the rest checked.
+/// Makes the preview: rows from the source with rewritten numbers. Too long or incomplete texts are red, rows
+/// of the phone's list green, and complete rows that are not green are checked.
 Preview RebuildPreview(const ImportSource& source, Shape shape, const ImportOptions& options,
                        const ExistingEntries& existing, QDate today, const Advance& advance = {});
 
-/// Tests the lengths of one row and colours what is too long or incomplete.
+/// Tests the lengths of one row and colours texts that are too long or incomplete.
 void judgeRow(PreviewRow& row, Shape shape);
 
 /// The button "Alle": checks each row that is complete and not green, those too that are too long.

@@ -131,7 +131,8 @@ QString TextPreview::nameText(const QString& cell, HintCounter& hints) const
     return kept;
 }
 
-/// True if the first line is no entry: none of its numbers has more than two digits, and one has letters.
+/// Returns true if the first line is no entry: none of its numbers has more than two digits, and one has
+/// letters.
 bool TextPreview::isHeading(const RowCursor& cursor, const PreviewRow& row) const
 {
     constexpr qsizetype mostDigits = 2;
@@ -161,7 +162,7 @@ void TextPreview::hintAtReading(const QString& text)
         m_hints.add(HintKind::ReadAsCsv, rows, {});
 }
 
-/// Names the row where a file that is read as CSV is none.
+/// Reports a row with quotes at a wrong place.
 void TextPreview::hintAtQuotes(const RowCursor& cursor, int row)
 {
     if (!cursor.isValid())

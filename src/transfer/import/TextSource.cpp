@@ -11,7 +11,7 @@ namespace kalmo::transfer {
 
 namespace {
 
-// A backup of the classic list has no headings of its own; these stand in, as a line of such a file.
+// A backup of the classic list has no headings of its own; this line replaces them.
 constexpr QStringView classicTelLine = u"\"Name\",\"Nummer\",\"Jahrestag\"";
 constexpr QStringView vcardTelLine = u"\"Nachname\",\"Telefon\",\"Jahrestag\"";
 

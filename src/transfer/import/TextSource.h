@@ -40,7 +40,7 @@ struct OpenedText
     std::array<QString, mostFields> wanted = {}; ///< the headings that were wanted
 };
 
-/// How a file is opened. What is not given is found out.
+/// How a file is opened. Missing values are guessed.
 struct TextRequest
 {
     Encoding encoding = Encoding::Ansi;
@@ -67,11 +67,11 @@ bool mayBeUnused(Shape shape, FieldKind kind);
 /// The headings of a text in the file of that path.
 QStringList headingsFor(const QString& path, const QString& text, Shape shape, const TextLayout& layout);
 
-/// True for a .tel backup, by its ending.
+/// Returns true for a .tel backup, by its ending.
 bool isTelFile(const QString& path);
 
-/// The column of the first candidate, parted by "|", that a heading equals without regard to case; of equal
-/// headings the first.
+/// The column of the first candidate that equals a heading in any case; of equal headings the first. A "|"
+/// separates candidates.
 int columnOf(const QStringList& headings, QStringView candidates);
 
 } // namespace kalmo::transfer

@@ -35,7 +35,7 @@ NumberField fieldOfTypes(const VcardLine& line)
     return line.hasType("HOME") ? &WabContact::homePhone : nullptr;
 }
 
-/// A number without what an address of the kind "tel:" has around it.
+/// A number without the scheme and the parameters of an address like "tel:030;ext=5".
 QString plainNumber(const QString& value)
 {
     const bool isAddress = value.startsWith(u"tel:"_s, Qt::CaseInsensitive);
@@ -44,7 +44,7 @@ QString plainNumber(const QString& value)
     return (end < 0 ? number : number.first(end)).trimmed();
 }
 
-/// One card under way: what has to wait until all its lines are known.
+/// Reads one card. Numbers and e-mail addresses wait for its end.
 class CardReader
 {
 public:
@@ -176,7 +176,7 @@ std::optional<WabContact> CardReader::finish()
     return m_contact;
 }
 
-/// Parts the lines of a file into cards.
+/// Splits the lines of a file into cards.
 class CardSequence
 {
 public:

@@ -6,7 +6,7 @@
 
 namespace kalmo::transfer {
 
-/// True if bytes begin as a file of cards does.
+/// Returns true if bytes begin as a file of cards does.
 bool isVcardFile(QByteArrayView bytes);
 
 /// The contacts of a file of cards of the versions 2.1, 3.0 and 4.0, numbered from 1. Photos are skipped,

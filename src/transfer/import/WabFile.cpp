@@ -37,7 +37,7 @@ constexpr quint32 systemTime = 0x0040;
 /// car, a pager and the like.
 constexpr std::array<quint32, 6> otherNumbers = {0x3A1A, 0x3A1B, 0x3A1E, 0x3A1F, 0x3A21, 0x3A2F};
 
-/// Steps over bytes, and knows when it would have stepped beyond them.
+/// Reads bytes in order, and fails at their end.
 class WabBytes
 {
 public:
@@ -197,7 +197,7 @@ WabBook WabReader::read()
     return m_book;
 }
 
-/// False if the index can't be used.
+/// Returns false if the index can't be used.
 bool WabReader::readIndex()
 {
     const WabTable index = tableAt(m_bytes, 0);
@@ -212,7 +212,7 @@ bool WabReader::readIndex()
     return true;
 }
 
-/// Looks for records one behind the other, for a book whose index is lost.
+/// Reads the records one after the other, for a book whose index is lost.
 void WabReader::walkHeap()
 {
     for (qint64 offset = heapStart(), size = 0; (size = sizeOfRecord(offset)) > 0; offset += size)

@@ -6,7 +6,7 @@
 
 namespace kalmo::transfer {
 
-/// True if bytes begin as a Windows Address Book does, of today's layout or of the old one.
+/// Returns true if bytes begin as a Windows Address Book does, of today's layout or of the old one.
 bool isWabFile(QByteArrayView bytes);
 
 enum class WabFault { None, NotAnAddressBook, OldLayout, TooManyContacts };

@@ -24,7 +24,7 @@ enum class AddressBookFault {
 class clsWab
 {
 public:
-    /// What a reading reports, in this order. Each may be absent.
+    /// The reports of a reading, in this order. Each may be absent.
     struct Events
     {
         std::function<void()> BusyStart = {};
@@ -35,14 +35,14 @@ public:
     clsWab() = default;
     explicit clsWab(Events events) : m_events(std::move(events)) {}
 
-    /// True once the book is open. A second call does nothing and returns false.
+    /// Returns true if the book is open now. A second call does nothing and returns false.
     bool OpenWab(const QString& path);
     void CloseWap();
 
-    /// Reads all contacts of the open book. False if it can't be read.
+    /// Reads all contacts of the open book. Returns false if it can't be read.
     bool ReadAllContacts(QDate today);
     int ContactCount() const { return static_cast<int>(m_contacts.size()); }
-    /// Copies the contact of a number from 1 on. False for any other number.
+    /// Copies the contact of a number from 1 on. Returns false for any other number.
     bool GetContact(int number, WabContact& record) const;
     const std::vector<WabContact>& contacts() const { return m_contacts; }
 

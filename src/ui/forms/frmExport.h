@@ -24,8 +24,8 @@ class QVBoxLayout;
 
 namespace kalmo::ui {
 
-/// Exports a list: which columns and rows, where to, and in what form. What is chosen here is remembered for
-/// each list by itself.
+/// Exports a list: which columns and rows, where to, and in what form. The choices are remembered
+/// for each list.
 class frmExport : public QDialog
 {
     Q_OBJECT

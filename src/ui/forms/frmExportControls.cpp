@@ -49,7 +49,7 @@ constexpr int pathCharacters = 44;
 constexpr int replacementCharacters = 8;
 constexpr int commentCharacters = 44;
 
-/// A text for those who want to know more.
+/// A text with further explanations.
 QLabel* makeComment(int index)
 {
     auto* label = named(new QLabel(comments[static_cast<size_t>(index)]), u"lblStaticComment%1"_s.arg(index));

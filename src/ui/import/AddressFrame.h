@@ -26,7 +26,7 @@ public:
     void showPath(const QString& path);
     /// Checks the fields each time they are left, except for `exit`.
     void guardAgainst(const QWidget* exit);
-    /// Puts what is chosen here into the options.
+    /// Writes the choices into the options.
     void take(transfer::AddressOptions& options) const;
 
 Q_SIGNALS:

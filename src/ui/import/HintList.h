@@ -8,8 +8,8 @@ class QVBoxLayout;
 
 namespace kalmo::ui {
 
-/// What is odd about a source, a line for each, with a button that mends it where one can. Hidden while there
-/// is nothing to say.
+/// The hints at faults of a source, a line for each, with a button for the remedy. Hidden while there are
+/// none.
 class HintList : public QFrame
 {
     Q_OBJECT

@@ -24,9 +24,9 @@ public:
 
     /// Checks the fields each time they are left, except for `exit`.
     void guardAgainst(const QWidget* exit);
-    /// Returns true, and shows why, if a field can't be used.
+    /// Returns true, after a message, if a field has a bad value.
     bool rejectsFields();
-    /// Puts what is chosen here into the rules.
+    /// Writes the choices into the rules.
     void take(transfer::NumberRules& rules) const;
 
 Q_SIGNALS:

@@ -31,7 +31,7 @@ public:
 
 Q_SIGNALS:
     void checksChanged();
-    /// The user has checked a contact without a number; it is unchecked again.
+    /// The user checked a contact without a number; the model has unchecked it.
     void checkRefused();
 
 private:

@@ -127,7 +127,7 @@ QWidget* TextFrame::makeColumns()
     return grid;
 }
 
-/// Off empties the box, on puts the keyboard there; both rebuild.
+/// Off empties the text, on moves the focus there; both rebuild the preview.
 void TextFrame::clickFilter(bool checked)
 {
     {

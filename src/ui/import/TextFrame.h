@@ -28,11 +28,11 @@ public:
     void showOpened(const QString& path, const transfer::OpenedText& opened);
     /// The file as it was opened last.
     const transfer::OpenedText& opened() const { return m_opened; }
-    /// Text of the box for what encloses the cells.
+    /// The text around the cells.
     QString filter() const;
     /// The headings that are chosen, empty for none.
     QStringList chosenHeadings() const;
-    /// Puts what is chosen here into the options.
+    /// Writes the choices into the options.
     void take(transfer::TextOptions& options) const;
 
 Q_SIGNALS:

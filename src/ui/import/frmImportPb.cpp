@@ -294,7 +294,7 @@ bool frmImportPb::eventFilter(QObject* watched, QEvent* event)
 void frmImportPb::reject()
 {
     if (m_sta->isBusy()) {
-        // A preview stops and lets the dialog go; a transfer to the phone goes to its end.
+        // A preview stops, then the dialog closes; a transfer to the phone goes on.
         m_closeWanted = m_building.isValid();
         return;
     }

@@ -25,7 +25,7 @@ class PreviewModel;
 class StatusArea;
 class TextFrame;
 
-/// What an import goes to: the lists of a classic handset, or the contacts of one with vCards.
+/// The destination of an import: the lists of a classic handset, or the contacts of one with vCards.
 struct ImportLists
 {
     toolkit::ListRows* lvwTB = nullptr;
@@ -35,8 +35,8 @@ struct ImportLists
 
 enum class ImportFrom : int { File = 0, AddressBook = 1 };
 
-/// Brings names and numbers of a file or an address book into the phone's lists. The preview shows what would
-/// come, and is what comes: into the lists of a classic handset, or into a phone with vCards at once.
+/// Brings names and numbers of a file or an address book into the phone's lists. The checked rows of
+/// the preview go into the lists of a classic handset, or into a phone with vCards at once.
 class frmImportPb : public QDialog
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ public:
     void Form_Present(phonedata::Store destination);
     /// The file or address book that is read when the form is shown; the user need not choose it.
     void setGiven(const QString& path) { m_given = path; }
-    /// Makes the preview anew from the source and what is chosen.
+    /// Makes the preview anew from the source and the options.
     void RebuildPreview();
 
 public Q_SLOTS:
@@ -112,7 +112,7 @@ private:
     ImportFrom m_from;
     transfer::Shape m_shape;
     transfer::RememberedChoices m_remembered;
-    transfer::ImportOptions m_mended; ///< holds what no control shows
+    transfer::ImportOptions m_mended; ///< options without a control
     transfer::clsWab m_book;
     QString m_given;
     QString m_bookPath;

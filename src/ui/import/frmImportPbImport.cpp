@@ -1,4 +1,4 @@
-// The import's dialog: what is checked goes into the lists, or into the phone.
+// The import's dialog: checked rows go into the lists, or into the phone.
 
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"

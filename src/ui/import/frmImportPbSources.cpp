@@ -128,7 +128,7 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
     m_program.context.dialogs.Show({.text = text.arg(path), .icon = toolkit::Icon::Exclamation});
 }
 
-/// The first thing that is seen of an address book is the question for it.
+/// The dialog for an address book begins with the question for its file.
 void frmImportPb::activateBook()
 {
     m_program.context.clock.WaitSeconds(pauseBeforeBook);
