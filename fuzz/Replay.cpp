@@ -18,15 +18,11 @@ struct NamedTarget
 };
 
 constexpr NamedTarget targets[] = {
-    {"responseFrames", fuzz::responseFrames},
-    {"folderListing", fuzz::folderListing},
-    {"vcardText", fuzz::vcardText},
-    {"atAnswers", fuzz::atAnswers},
-    {"luidAnswers", fuzz::luidAnswers},
-    {"melody", fuzz::melody},
-    {"importedText", fuzz::importedText},
-    {"cardFiles", fuzz::cardFiles},
-    {"wabFiles", fuzz::wabFiles},
+    {"responseFrames", fuzz::responseFrames}, {"folderListing", fuzz::folderListing},
+    {"vcardText", fuzz::vcardText},           {"atAnswers", fuzz::atAnswers},
+    {"luidAnswers", fuzz::luidAnswers},       {"melody", fuzz::melody},
+    {"codedSound", fuzz::codedSound},         {"importedText", fuzz::importedText},
+    {"cardFiles", fuzz::cardFiles},           {"wabFiles", fuzz::wabFiles},
 };
 
 } // namespace

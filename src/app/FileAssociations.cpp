@@ -10,7 +10,7 @@ using toolkit::Answer;
 using toolkit::Buttons;
 using toolkit::Icon;
 
-void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path, const QString& title)
+bool NoAssociationDialog(Context& context, Desktop& desktop, const QString& path, const QString& title)
 {
     const QString extension = QFileInfo(path).suffix();
     const QString upper = extension.toUpper();
@@ -23,9 +23,9 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
                  u"Orvane! Homepage im Internet im Bereich Software > Download."_s,
              .title = title,
              .icon = Icon::Information});
-        return;
+        return false;
     }
-    if (upper == u"L22"_s) {
+    if (upper == u"L22"_s || upper == u"722"_s) {
         context.dialogs.Show(
             {.text =
                  u"Aus urheberrechtlichen Gründen können mit Kalmo keine Klingeltöne aus dem Telefon zurück "
@@ -34,7 +34,7 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
                  u"übertragen, indem Sie oben die Knöpfe \"PC -> Tel\" bzw. \"PC <- Tel\" verwenden."_s,
              .title = title,
              .icon = Icon::Information});
-        return;
+        return false;
     }
     const Answer answer = context.dialogs.Show(
         {.text = u"Für die Datei "_s + QFileInfo(path).fileName() +
@@ -48,20 +48,21 @@ void NoAssociationDialog(Context& context, Desktop& desktop, const QString& path
          .title = title,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question});
-    if (answer == Answer::Yes)
-        OpenWithDialog(context, desktop, path);
+    return answer == Answer::Yes && OpenWithDialog(context, desktop, path);
 }
 
-void OpenWithDialog(Context& context, Desktop& desktop, const QString& path)
+bool OpenWithDialog(Context& context, Desktop& desktop, const QString& path)
 {
     // Without that folder the chooser starts at its own default.
     const QString program =
         context.dialogs.OpenFile({.title = productName() + u" - Programm wählen"_s, .folder = u"/usr/bin"_s});
     if (program.isEmpty())
-        return;
-    if (!desktop.openWith(program, path))
-        context.dialogs.Show({.text = u"Das Programm "_s + program + u" konnte nicht gestartet werden."_s,
-                              .icon = Icon::Exclamation});
+        return false;
+    if (desktop.openWith(program, path))
+        return true;
+    context.dialogs.Show({.text = u"Das Programm "_s + program + u" konnte nicht gestartet werden."_s,
+                          .icon = Icon::Exclamation});
+    return false;
 }
 
 } // namespace kalmo::app

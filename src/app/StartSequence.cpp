@@ -4,6 +4,7 @@
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "app/Version.h"
+#include "app/WorkFolder.h"
 
 #include <QDir>
 
@@ -127,6 +128,7 @@ StartOutcome runStartSequence(Context& context, StartView& view, const QString& 
     EnsureDirExists(context, storageFolder(context, u"config/temp"_s));
     EnsureDirExists(context, storageFolder(context, u"Backup"_s));
     emptyFolder(storageFolder(context, u"config/temp"_s));
+    WorkFolder::sweep(context);
 
     const bool firstRun = !FileExists(iniPath(context.sy.Paths.Storage));
     view.ReadSettingsToForm();

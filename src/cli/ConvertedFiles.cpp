@@ -13,7 +13,7 @@ using media::UploadKind;
 
 namespace {
 
-/// The folder that all files belong to by their kind; root if there is none.
+/// The one folder for files of these kinds; root if there is none.
 obex::PhonePath folderByKind(const Job& job)
 {
     UploadKind common = UploadKind::None;
@@ -37,12 +37,11 @@ void take(ConvertedFiles& converted, const media::PreparedFile& file)
     else
         converted.files.push_back(
             {.localPath = file.source, .name = QFileInfo(file.path).fileName(), .bytes = bytes});
-    converted.hasConverters = !file.failure || file.failure->fault != Fault::NoConverter;
 }
 
 } // namespace
 
-std::optional<ConvertedFiles> convertFiles(Job& job, const MediaOptions& options)
+ConvertedFiles convertFiles(Job& job, const MediaOptions& options)
 {
     ConvertedFiles converted;
     const bool hasFolder = job.invocation.has(u"--to"_s);
@@ -54,16 +53,18 @@ std::optional<ConvertedFiles> convertFiles(Job& job, const MediaOptions& options
                                       .quality = options.quality};
     if (wanted.kind == UploadKind::None) {
         job.out.error(textOf({Fault::NoFolder}) + u"; name one of them by --to."_s);
-        return {};
+        return {.status = ExitWrongUse};
     }
     const app::WorkFolder folder(job.context);
     if (!folder.isValid()) {
-        job.out.error(textOf({Fault::NotWritten, job.context.sy.Paths.Storage}) + u'.');
-        return {};
+        job.out.error(textOf({Fault::NotWritten, job.context.sy.Paths.Storage + u"/config/temp"_s}) + u'.');
+        return {.status = ExitFailed};
     }
     for (const QString& word : job.invocation.arguments) {
-        if (job.stop.Checked() || !converted.hasConverters)
-            break;
+        if (job.stop.Checked() || converted.isEnded()) {
+            converted.left.append(word);
+            continue;
+        }
         job.progress.phase(u"Converting %1"_s.arg(word));
         const QString place =
             folder.filePath(QString::number(converted.files.size())); // names may be cut alike

@@ -6,7 +6,7 @@
 
 namespace kalmo::cli {
 
-/// Files in the form in which the phone's folder takes them, and those that can't be brought into it.
+/// Files in the form of the phone's folder, and those that could not be converted.
 struct ConvertedFiles
 {
     struct Unfit
@@ -15,14 +15,18 @@ struct ConvertedFiles
         media::Failure failure;
     };
 
+    /// Returns true if a failure ended the batch, so that nothing is to be sent.
+    bool isEnded() const { return !unfit.empty() && media::endsBatch(unfit.back().failure.fault); }
+
     obex::PhonePath folder = obex::PhonePath();
     std::vector<operations::FileToSend> files = {};
     std::vector<Unfit> unfit = {};
-    bool hasConverters = true; ///< false once a program was missing, which ends the run
+    QStringList left = {};        ///< sources after a failure that ended the batch
+    ExitStatus status = ExitDone; ///< of a failure that let no file be converted, and that was reported
 };
 
-/// Converts the command's files for the phone that has been found. Without `--to` they go where files of
-/// their kind belong; nothing, and that has been told, where that is no single folder.
-std::optional<ConvertedFiles> convertFiles(Job& job, const MediaOptions& options);
+/// Converts the command's files for the phone that was found. Without `--to` they go into the folder for
+/// their kind; files of different kinds need `--to`.
+ConvertedFiles convertFiles(Job& job, const MediaOptions& options);
 
 } // namespace kalmo::cli

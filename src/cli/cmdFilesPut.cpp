@@ -41,15 +41,21 @@ QJsonObject resultOf(const PlannedFile& file, const FileOutcome& outcome)
     return result;
 }
 
-QJsonObject resultOf(const ConvertedFiles::Unfit& file)
+/// A file that was not converted, as JSON has it.
+QJsonObject resultOf(const QString& source)
 {
-    return {{u"name"_s, QFileInfo(file.source).fileName()},
+    return {{u"name"_s, QFileInfo(source).fileName()},
             {u"path"_s, QJsonValue()},
-            {u"size"_s, QFileInfo(file.source).size()},
+            {u"size"_s, QFileInfo(source).size()},
             {u"backup"_s, QJsonValue()},
             {u"written"_s, false},
             {u"state"_s, operations::wordOf(State::Unchanged)},
             {u"sentAs"_s, QJsonValue()}};
+}
+
+QString notSent(const QString& source)
+{
+    return u"%1 was not sent"_s.arg(source);
 }
 
 QString failure(const Job& job, const PlannedFile& file, const FileOutcome& outcome)
@@ -86,6 +92,7 @@ private:
     bool look(FileAccess& access);
     void sendAll(FileAccess& access, BatchProgress& progress);
     ExitStatus sendOver(const std::shared_ptr<obex::clsMmc>& client);
+    void reportUnsent(const ConvertedFiles& converted);
     bool hasRoomForAll();
     void askToReplace();
 
@@ -130,7 +137,21 @@ bool Putter::look(FileAccess& access)
     return true;
 }
 
-/// False, and every file has been told, if there is a file that the phone has no room for.
+/// Reports the files that were ready, and those that were not even converted.
+void Putter::reportUnsent(const ConvertedFiles& converted)
+{
+    const ExitStatus status = m_job.stop.Checked() ? ExitRefused : ExitFailed;
+    for (const PlannedFile& file : m_plan.files) {
+        if (file.isPossible())
+            m_batch.failed(resultOf(file, {}), status, notSent(file.file.localPath));
+        else
+            report(file, {});
+    }
+    for (const QString& source : converted.left)
+        m_batch.failed(resultOf(source), status, notSent(source));
+}
+
+/// Returns false, after it has reported every file, if the phone has no room for one of them.
 bool Putter::hasRoomForAll()
 {
     if (std::ranges::none_of(m_plan.files,
@@ -138,7 +159,7 @@ bool Putter::hasRoomForAll()
         return true;
     for (const PlannedFile& file : m_plan.files) {
         if (file.isPossible())
-            m_batch.failed(resultOf(file, {}), ExitFailed, u"%1 was not sent"_s.arg(file.file.localPath));
+            m_batch.failed(resultOf(file, {}), ExitFailed, notSent(file.file.localPath));
         else
             report(file, {});
     }
@@ -200,19 +221,16 @@ ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
 ExitStatus Putter::runConverting(const MediaOptions& options)
 {
     return withDataChannel(m_job, Intent::Changes, [&](const std::shared_ptr<obex::clsMmc>& client) {
-        const auto converted = convertFiles(m_job, options);
-        if (!converted)
-            return ExitWrongUse;
-        for (const ConvertedFiles::Unfit& file : converted->unfit)
-            m_batch.failed(resultOf(file), statusOf(file.failure), textOf(file.failure));
-        if (m_job.stop.Checked())
-            return brokenOff(m_job);
-        m_plan = operations::planSend(converted->folder, converted->files);
+        const ConvertedFiles converted = convertFiles(m_job, options);
+        if (converted.status != ExitDone)
+            return converted.status;
+        for (const ConvertedFiles::Unfit& file : converted.unfit)
+            m_batch.failed(resultOf(file.source), statusOf(file.failure), textOf(file.failure));
+        m_plan = operations::planSend(converted.folder, converted.files);
         m_stopsWithoutRoom = true;
-        if (converted->hasConverters && m_plan.isAnyPossible())
+        if (!converted.isEnded() && !m_job.stop.Checked() && m_plan.isAnyPossible())
             return sendOver(client);
-        for (const PlannedFile& file : m_plan.files)
-            report(file, {});
+        reportUnsent(converted);
         return m_batch.finish();
     });
 }

@@ -1,4 +1,4 @@
-// kalmoctl media: brings a sound, a melody or a picture into the form of a handset, without one.
+// kalmoctl media: converts a sound, a melody or a picture for a handset, without a phone.
 
 #include "app/Files.h"
 #include "cli/Commands.h"
@@ -14,48 +14,49 @@ namespace kalmo::cli {
 
 namespace {
 
-/// Source and target of a conversion.
-struct Road
+/// IN and OUT of a conversion.
+struct Paths
 {
     QString source;
     QString target;
 };
 
-/// Checks an existing OUT, which the user may keep. Reports each failure.
-ExitStatus check(Job& job, const Road& road)
+/// Returns ExitDone if OUT may be written. Asks before it is replaced, and reports every other status.
+ExitStatus check(Job& job, const Paths& paths)
 {
-    const QFileInfo target(road.target);
-    if (!app::FileExists(road.source)) {
-        job.out.error(u"there is no file %1."_s.arg(road.source));
+    const QFileInfo target(paths.target);
+    if (!app::FileExists(paths.source)) {
+        job.out.error(u"there is no file %1."_s.arg(paths.source));
         return ExitWrongUse;
     }
-    if (target.exists() && target.canonicalFilePath() == QFileInfo(road.source).canonicalFilePath()) {
-        job.out.error(u"%1 can't be its own result."_s.arg(road.source));
+    if (target.exists() && target.canonicalFilePath() == QFileInfo(paths.source).canonicalFilePath()) {
+        job.out.error(u"%1 can't be its own result."_s.arg(paths.source));
         return ExitWrongUse;
     }
     if (!target.exists() || job.invocation.has(u"--force"_s) ||
-        job.questions.confirm(u"Replace %1?"_s.arg(road.target)))
+        job.questions.confirm(u"Replace %1?"_s.arg(paths.target)))
         return ExitDone;
-    job.out.error(u"%1 stays as it is."_s.arg(road.target));
+    job.out.error(u"%1 stays as it is."_s.arg(paths.target));
     return ExitRefused;
 }
 
-Road roadOf(const Job& job)
+Paths pathsOf(const Job& job)
 {
     return {job.invocation.arguments[0], job.invocation.arguments[1]};
 }
 
-ExitStatus finish(Job& job, const Road& road, const std::optional<media::Failure>& failure, QJsonObject facts)
+ExitStatus finish(Job& job, const Paths& paths, const std::optional<media::Failure>& failure,
+                  QJsonObject facts)
 {
     job.progress.clear();
     if (failure) {
         job.out.error(textOf(*failure) + u'.');
         return statusOf(*failure);
     }
-    const qint64 bytes = QFileInfo(road.target).size();
-    facts.insert(u"file"_s, road.target);
+    const qint64 bytes = QFileInfo(paths.target).size();
+    facts.insert(u"file"_s, paths.target);
     facts.insert(u"bytes"_s, bytes);
-    job.out.show(facts, u"%1: %2 bytes\n"_s.arg(road.target, QString::number(bytes)));
+    job.out.show(facts, u"%1: %2 bytes\n"_s.arg(paths.target, QString::number(bytes)));
     return ExitDone;
 }
 
@@ -63,32 +64,32 @@ ExitStatus finish(Job& job, const Road& road, const std::optional<media::Failure
 
 ExitStatus runMediaSound(Job& job)
 {
-    const Road road = roadOf(job);
+    const Paths paths = pathsOf(job);
     const auto options = mediaOptions(job);
     if (!options)
         return ExitWrongUse;
-    if (const ExitStatus status = check(job, road); status != ExitDone)
+    if (const ExitStatus status = check(job, paths); status != ExitDone)
         return status;
-    job.progress.phase(u"Converting %1"_s.arg(road.source));
+    job.progress.phase(u"Converting %1"_s.arg(paths.source));
     const auto failure =
-        media::ConvertAudioToL22(job.context, road.source, road.target,
+        media::ConvertAudioToL22(job.context, paths.source, paths.target,
                                  {.bar = &job.progress, .cancel = &job.stop}, options->trimSeconds);
-    const auto bytes = static_cast<double>(QFileInfo(road.target).size());
-    return finish(job, road, failure, {{u"seconds"_s, bytes / media::codesPerSecond}});
+    const auto bytes = static_cast<double>(QFileInfo(paths.target).size());
+    return finish(job, paths, failure, {{u"seconds"_s, bytes / media::codesPerSecond}});
 }
 
 ExitStatus runMediaMelody(Job& job)
 {
-    const Road road = roadOf(job);
-    if (const ExitStatus status = check(job, road); status != ExitDone)
+    const Paths paths = pathsOf(job);
+    if (const ExitStatus status = check(job, paths); status != ExitDone)
         return status;
-    const auto failure = media::convertMelody(job.context, road.source, road.target, {.cancel = &job.stop});
-    return finish(job, road, failure, {});
+    const auto failure = media::convertMelody(job.context, paths.source, paths.target, {.cancel = &job.stop});
+    return finish(job, paths, failure, {});
 }
 
 ExitStatus runMediaPicture(Job& job)
 {
-    const Road road = roadOf(job);
+    const Paths paths = pathsOf(job);
     const auto options = mediaOptions(job);
     if (!options)
         return ExitWrongUse;
@@ -97,17 +98,17 @@ ExitStatus runMediaPicture(Job& job)
         job.out.error(u"say for which --family of handsets, 5, 6 or 8 to 13."_s);
         return ExitWrongUse;
     }
-    const QString ending = QFileInfo(road.target).suffix().toLower();
+    const QString ending = QFileInfo(paths.target).suffix().toLower();
     const bool asJpeg = ending == u"jpg"_s || ending == u"jpeg"_s;
     if (!asJpeg && ending != u"bmp"_s) {
-        job.out.error(u"%1 has to end in .jpg or .bmp."_s.arg(road.target));
+        job.out.error(u"%1 has to end in .jpg or .bmp."_s.arg(paths.target));
         return ExitWrongUse;
     }
     if (asJpeg && !media::takesJpeg(family)) {
         job.out.error(u"family %1 takes no JPEG; end the result in .bmp."_s.arg(family));
         return ExitWrongUse;
     }
-    if (const ExitStatus status = check(job, road); status != ExitDone)
+    if (const ExitStatus status = check(job, paths); status != ExitDone)
         return status;
     const bool isClip = job.invocation.has(u"--clip"_s);
     const media::PictureForm form{.size = media::pictureSize(family, isClip ? media::UploadKind::ClipPictures
@@ -115,8 +116,8 @@ ExitStatus runMediaPicture(Job& job)
                                   .asJpeg = asJpeg,
                                   .quality = options->quality,
                                   .depth = media::bitmapDepth(family)};
-    const auto failure = media::convertPicture(job.context, road.source, road.target, form);
-    return finish(job, road, failure,
+    const auto failure = media::convertPicture(job.context, paths.source, paths.target, form, &job.stop);
+    return finish(job, paths, failure,
                   {{u"width"_s, form.size.width()},
                    {u"height"_s, form.size.height()},
                    {u"bits"_s, asJpeg ? 24 : form.depth}});

@@ -10,7 +10,7 @@ using toolkit::Message;
 
 namespace {
 
-/// How a missing converter is told; each has its own old words.
+/// The message for a missing converter. Each converter has its own text.
 Message missing(const QString& program)
 {
     const QString name = QFileInfo(program).fileName();
@@ -92,11 +92,18 @@ Message messageFor(const Failure& failure)
     case Fault::NoName:
         return {.text = u"Die Datei "_s + file + u" hat keinen Namen, den das Telefon annimmt."_s,
                 .icon = Icon::Exclamation,
-                .english = u"nothing is left of the name %1 that a phone takes"_s.arg(file)};
+                .english = u"phones take no character of the name %1"_s.arg(file)};
     case Fault::NoConverter:
         return missing(failure.program);
+    case Fault::NoMp3:
+        return {.text = u"Die Datei "_s + file +
+                        u" kann nicht umgewandelt werden: SoX liest hier kein MP3. Installieren Sie das "
+                        u"Paket libsox-fmt-mp3."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be converted: SoX reads no MP3 here; install the package \"%2\""_s.arg(
+                    file, u"libsox-fmt-mp3"_s)};
     case Fault::TooLong:
-        return {.text = u"Die Umwandlung von "_s + file + u" dauerte zu lange und wurde abgebrochen."_s,
+        return {.text = u"Die Umwandlung von "_s + file + u" dauert zu lange und wurde abgebrochen."_s,
                 .icon = Icon::Exclamation,
                 .english = u"%1 took too long to convert"_s.arg(file)};
     case Fault::NotWritten:
@@ -119,8 +126,13 @@ QString packageOf(const QString& program)
 
 bool isBadInput(Fault fault)
 {
-    return fault != Fault::NoConverter && fault != Fault::NotWritten && fault != Fault::TooLong &&
-           fault != Fault::Cancelled && fault != Fault::NoJpeg;
+    return fault != Fault::NoConverter && fault != Fault::NoMp3 && fault != Fault::NotWritten &&
+           fault != Fault::TooLong && fault != Fault::Cancelled && fault != Fault::NoJpeg;
+}
+
+bool endsBatch(Fault fault)
+{
+    return fault == Fault::NoConverter || fault == Fault::NotWritten || fault == Fault::Cancelled;
 }
 
 } // namespace kalmo::media

@@ -11,34 +11,38 @@ enum class Fault {
     NotFit,      ///< no file of that ending goes to such a folder
     NoFolder,    ///< the phone's folder takes none
     BadPicture,  ///< no picture, a damaged one, or one of an absurd size
-    NoBitmap,    ///< the BMP file that a JPEG file is made of isn't there
-    NoJpeg,      ///< it could not be made
+    NoBitmap,    ///< the BMP file for a JPEG file isn't there
+    NoJpeg,      ///< the JPEG file could not be made
     BadSound,    ///< no sound, a damaged one, or one of an absurd length
     BadMelody,   ///< a damaged melody, or none for handsets
     LargeMelody, ///< more than `largestMelody`
-    NoName,      ///< nothing is left of the name
+    NoName,      ///< no character is left of the name
     NoConverter, ///< a program is missing
+    NoMp3,       ///< the converter cannot read MP3 here
     TooLong,     ///< a program did not come to an end
     NotWritten,  ///< no room or no right to write
     Cancelled,   ///< by the user
 };
 
-/// What was wrong with a file. Knows what to say of it in the window and on the terminal.
+/// A file that could not be converted, and why.
 struct Failure
 {
     Fault fault;
     QString file = {};    ///< path of the source, or of what could not be written
     QString program = {}; ///< path of the converter
-    QString detail = {};  ///< what a converter said, in English
+    QString detail = {};  ///< the reason in English, for the terminal
 };
 
-/// The box of a failure, with its English words for the terminal.
+/// The message of a failure: German for the window, English for the terminal.
 toolkit::Message messageFor(const Failure& failure);
 
-/// The package that brings a converter, "sox" for example; our own programs come with Kalmo.
+/// The Debian package of a converter, "sox" for example. Our own converters come with Kalmo.
 QString packageOf(const QString& program);
 
-/// True if the file is to blame, and not this machine or the user.
+/// Returns true if the file is to blame, and not this machine or the user.
 bool isBadInput(Fault fault);
+
+/// Returns true if a batch of files ends with this fault, since the next file would fail as well.
+bool endsBatch(Fault fault);
 
 } // namespace kalmo::media

@@ -1,6 +1,7 @@
 #include "media/MelodyConversion.h"
 
 #include "app/Files.h"
+#include "app/WorkFolder.h"
 #include "media/Converters.h"
 #include "media/UploadRules.h"
 
@@ -10,6 +11,11 @@ namespace kalmo::media {
 
 using namespace Qt::StringLiterals;
 
+app::ProgramCall melodyCall(const app::Context& context, const QString& source, const QString& target)
+{
+    return {.file = converterPath(context, u"m9b"_s), .arguments = {u"t"_s, source, target}};
+}
+
 std::optional<Failure> convertMelody(app::Context& context, const QString& source, const QString& target,
                                      const toolkit::Progress& progress)
 {
@@ -18,7 +24,8 @@ std::optional<Failure> convertMelody(app::Context& context, const QString& sourc
         return Failure{Fault::NoSource, source};
     if (QFileInfo(source).size() > largestMelody)
         return Failure{Fault::LargeMelody, source};
-    const QString converter = converterPath(context, u"m9b"_s);
+    app::ProgramCall call = melodyCall(context, u"i"_s, u"o"_s);
+    const QString converter = call.file;
     if (!isThere(converter))
         return Failure{Fault::NoConverter, source, converter};
     const app::WorkFolder folder(context);
@@ -28,11 +35,10 @@ std::optional<Failure> convertMelody(app::Context& context, const QString& sourc
         return Failure{Fault::NotWritten, context.sy.Paths.Storage + u"/config/temp"_s};
 
     progress.status(u"Konvertiere Datei..."_s);
-    const app::RunResult run = app::RunAndWait(
-        context, {.file = converter, .arguments = {u"t"_s, u"i"_s, u"o"_s}, .folder = folder.path()},
-        progress.cancel);
+    call.folder = folder.path();
+    const app::RunResult run = app::RunAndWait(context, call, progress.cancel);
     progress.status({});
-    if (auto failure = failureOf(run, Fault::BadMelody, source, converter))
+    if (auto failure = failureOf(run, {Fault::BadMelody, source, converter, folder.path()}))
         return failure;
     if (!app::readWholeFile(folder.filePath(u"o"_s), bytes) || bytes.isEmpty())
         return Failure{Fault::BadMelody, source, converter, u"the converter wrote nothing"_s};

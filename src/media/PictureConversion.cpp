@@ -4,6 +4,7 @@
 #include "media/BitmapFile.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
@@ -19,21 +20,41 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 mostPixels = 100'000'000; // of a file; cameras reach half of that
+constexpr qint64 mostBytes = 384'000'000;  // of its pixels in memory, which scaling may need twice
 constexpr int mostMegabytes = 512;         // that the toolkit may take for one picture
+constexpr double mostRead = 25'000'000;    // pixels of a picture that was scaled while it was read
 constexpr double spare = 2;                // a picture is read so many times larger than it will be
 constexpr int lowestQuality = 10;
 constexpr int highestQuality = 100;
+
+/// A file whose reader comes to an end as soon as a stop is requested.
+class StoppableFile final : public QFile
+{
+public:
+    StoppableFile(const QString& path, const std::stop_token& stop) : QFile(path), m_stop(stop) {}
+
+protected:
+    qint64 readData(char* bytes, qint64 most) override
+    {
+        return m_stop.stop_requested() ? -1 : QFile::readData(bytes, most);
+    }
+
+private:
+    std::stop_token m_stop;
+};
 
 LoadedPicture unfit(const QString& path, const QString& why)
 {
     return {.failure = Failure{Fault::BadPicture, path, {}, why}};
 }
 
-/// The size that a picture has to be read in, so that scaling it down to `wanted` loses nothing.
+/// The size in which a picture is read, so that scaling it down to `wanted` loses nothing.
 QSize readingSize(QSize size, QSize wanted)
 {
-    const double scale = spare * std::max(static_cast<double>(wanted.width()) / size.width(),
-                                          static_cast<double>(wanted.height()) / size.height());
+    const double needed = spare * std::max(static_cast<double>(wanted.width()) / size.width(),
+                                           static_cast<double>(wanted.height()) / size.height());
+    const double scale =
+        std::min(needed, std::sqrt(mostRead / (static_cast<double>(size.width()) * size.height())));
     if (scale >= 1)
         return size;
     return {std::max(1, static_cast<int>(std::lround(size.width() * scale))),
@@ -59,11 +80,18 @@ QRect middle(QSize picture, QSize size)
     return {QPoint((picture.width() - part.width()) / 2, (picture.height() - part.height()) / 2), part};
 }
 
-/// Drawings such as SVG need fonts and may refer to other files, so they are no pictures here.
+/// Returns true for formats of pixels. Drawings such as SVG need fonts and may refer to other files.
 bool isPhotoFormat(const QByteArray& format)
 {
     static const QByteArrayList formats = {"bmp", "gif", "jpeg", "jpg", "png"};
     return formats.contains(format);
+}
+
+bool isTooLarge(QSize size, QImage::Format format)
+{
+    const qint64 pixels = qint64{size.width()} * size.height();
+    const int bits = std::max<int>(32, QImage::toPixelFormat(format).bitsPerPixel());
+    return pixels > mostPixels || pixels > mostBytes * 8 / bits;
 }
 
 QImage scaled(const QImage& image, QSize size)
@@ -73,22 +101,27 @@ QImage scaled(const QImage& image, QSize size)
 
 } // namespace
 
-LoadedPicture loadPicture(const QString& path, QSize wanted)
+LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_token& stop)
 {
     if (!app::FileExists(path))
         return {.failure = Failure{Fault::NoSource, path}};
-    QImageReader reader(path);
+    StoppableFile file(path, stop);
+    if (!file.open(QIODevice::ReadOnly))
+        return unfit(path, file.errorString());
+    QImageReader reader(&file);
     reader.setDecideFormatFromContent(true); // endings lie
     reader.setAutoTransform(true);           // cameras lie on their side
     QImageReader::setAllocationLimit(mostMegabytes);
     const QSize size = reader.size();
     if (!reader.canRead() || size.isEmpty() || !isPhotoFormat(reader.format()))
         return unfit(path, u"it is no picture that is known here"_s);
-    if (qint64{size.width()} * size.height() > mostPixels)
+    if (isTooLarge(size, reader.imageFormat()))
         return unfit(path, u"it is too large"_s);
     const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     reader.setScaledSize(readingSize(size, isTurned ? wanted.transposed() : wanted));
     const QImage image = reader.read();
+    if (stop.stop_requested()) // some readers fill what is missing
+        return {.failure = Failure{Fault::Cancelled, path}};
     if (image.isNull())
         return unfit(path, reader.errorString());
     return {.image = onWhite(image), .original = isTurned ? size.transposed() : size};

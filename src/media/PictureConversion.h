@@ -6,29 +6,31 @@
 #include <QImage>
 #include <QSize>
 
+#include <stop_token>
+
 namespace kalmo::media {
 
-/// A picture in memory, or what was wrong with its file.
+/// A picture in memory, or the failure to read it.
 struct LoadedPicture
 {
-    QImage image = {};   ///< upright, without transparency, 32 bits; no larger than it is good for
+    QImage image = {}; ///< upright, without transparency, 32 bits; large enough for the size that was wanted
     QSize original = {}; ///< pixels in the file, upright
     std::optional<Failure> failure = {};
 };
 
-/// Reads a picture that is to become `wanted` pixels. A large one is scaled while it is read; the first frame
-/// counts. May run beside the event loop.
-LoadedPicture loadPicture(const QString& path, QSize wanted);
+/// Reads the first frame of a picture for a result of `wanted` pixels. Scales a large picture while it reads,
+/// to at most 25 million pixels. May run in a thread of its own; fails soon after a stop is requested.
+LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_token& stop = {});
 
-/// The picture in that size, whatever its shape.
+/// The picture in that size. `fit` decides on a picture of another shape.
 QImage fitted(const QImage& image, QSize size, Fit fit);
 
 /// Writes a Windows BMP file without compression. 1 for success; -1 if the file can't be written, -2 for a
 /// depth other than 24 and 32 bits.
 qint32 SaveBitmapToBmp(const QImage& picture, const QString& path, int depth);
 
-/// Makes a JPEG file of a BMP file. `quality` is held between 10 and 100. What went wrong, and then the old
-/// target has gone; nothing for success.
+/// Converts a BMP file to a JPEG file. Holds `quality` between 10 and 100. Returns the failure, and then the
+/// old target is deleted; nothing for success.
 std::optional<Failure> ConvertBmpToJpg(const QString& source, const QString& target, int& quality);
 
 /// Bytes of a JPEG file, empty if the picture can't be coded.

@@ -15,9 +15,9 @@ struct Coded
     std::optional<Failure> failure = {};
 };
 
-Coded coded(const QString& source, const PictureForm& form)
+Coded coded(const QString& source, const PictureForm& form, const std::stop_token& stop)
 {
-    const LoadedPicture picture = loadPicture(source, form.size);
+    const LoadedPicture picture = loadPicture(source, form.size, stop);
     if (picture.failure)
         return {.failure = picture.failure};
     const QImage image = fitted(picture.image, form.size, form.fit);
@@ -30,9 +30,13 @@ Coded coded(const QString& source, const PictureForm& form)
 } // namespace
 
 std::optional<Failure> convertPicture(app::Context& context, const QString& source, const QString& target,
-                                      const PictureForm& form)
+                                      const PictureForm& form, const toolkit::CancelBox* cancel)
 {
-    const Coded result = beside(context.clock, [source, form] { return coded(source, form); });
+    const auto [result, stopped] = beside(context.clock, cancel, [source, form](const std::stop_token& stop) {
+        return coded(source, form, stop);
+    });
+    if (stopped)
+        return Failure{*stopped, source};
     if (result.failure)
         return result.failure;
     QString reason;

@@ -3,6 +3,7 @@
 #include "app/Context.h"
 #include "media/Failure.h"
 #include "media/UploadRules.h"
+#include "toolkit/Progress.h"
 
 namespace kalmo::media {
 
@@ -16,9 +17,9 @@ struct PictureForm
     Fit fit = Fit::Stretch;
 };
 
-/// Makes of a picture a file in that form. What went wrong, and then there is no new target; nothing for
-/// success. Yields meanwhile.
+/// Converts a picture to a file in that form. Returns the failure, and then writes no target; nothing for
+/// success. Yields meanwhile, and ends as a converter does: if the user cancels, or after `longestWork`.
 std::optional<Failure> convertPicture(app::Context& context, const QString& source, const QString& target,
-                                      const PictureForm& form);
+                                      const PictureForm& form, const toolkit::CancelBox* cancel = nullptr);
 
 } // namespace kalmo::media

@@ -1,9 +1,10 @@
 #include "media/Player.h"
 
 #include "app/Files.h"
-#include "app/WorkFolder.h"
+#include "app/Programs.h"
 #include "media/Converters.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -14,7 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int farewell = 300; // milliseconds in which a player may end by itself
+constexpr int farewell = 300;        // milliseconds in which a player may end by itself
+constexpr qint64 largestHead = 4096; // bytes; a usual head has 14, a wrapped one few more
 
 // A font of 6 MB, and the one that timidity looks for by itself.
 const QString smallFontSettings = u"/etc/timidity/timgm6mb.cfg"_s;
@@ -39,14 +41,16 @@ PlayerCall melodyPlayer(const QString& path)
     return {};
 }
 
-/// Players take broken melodies for silent ones; the converter does not.
-bool isWholeMelody(app::Context& context, const QString& path)
+/// Returns true if a file has a head of a melody with at least one track. Players take any other file for a
+/// silent melody. More is not asked: they play many a melody that handsets do not.
+bool hasMelody(const QString& path)
 {
-    const app::WorkFolder folder(context);
-    return folder.isValid() && app::RunAndWait(context, {.file = converterPath(context, u"m9b"_s),
-                                                         .arguments = {u"t"_s, path, u"o"_s},
-                                                         .folder = folder.path()})
-                                       .end == app::RunEnd::Done;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.read(largestHead);
+    const qsizetype head = bytes.startsWith("RIFF") ? bytes.indexOf("MThd") : 0;
+    return head >= 0 && bytes.sliced(head).startsWith("MThd") && bytes.indexOf("MTrk", head) > 0;
 }
 
 } // namespace
@@ -77,12 +81,8 @@ Player::~Player()
 bool Player::PlayFile(const QString& path)
 {
     StopPlay();
-    const int request = m_request;
     const PlayerCall call = playerFor(m_context, path);
-    if (call.program.isEmpty() || !app::FileExists(path) ||
-        (isMelody(path) && !isWholeMelody(m_context, QFileInfo(path).absoluteFilePath())))
-        return false;
-    if (request != m_request) // the check of a melody yields, and the user has asked for something else
+    if (call.program.isEmpty() || !app::FileExists(path) || (isMelody(path) && !hasMelody(path)))
         return false;
     m_process = std::make_unique<QProcess>();
     m_process->setStandardInputFile(QProcess::nullDevice());
@@ -102,7 +102,6 @@ bool Player::PlayFile(const QString& path)
 
 void Player::StopPlay()
 {
-    ++m_request;
     const std::unique_ptr<QProcess> process = std::move(m_process);
     if (!process)
         return;

@@ -18,7 +18,7 @@ struct PlayerCall
     QStringList arguments = {};
 };
 
-/// How a WAV, MP3 or MIDI file is played on this machine.
+/// The call that plays a WAV, MP3 or MIDI file on this machine.
 PlayerCall playerFor(const app::Context& context, const QString& path);
 
 /// The Debian packages that are needed to play such a file.
@@ -33,10 +33,10 @@ public:
     explicit Player(app::Context& context, QObject* parent = nullptr);
     ~Player() override;
 
-    /// Plays a file in the place of what plays now. False if there is no program for it, or the file is no
-    /// melody; a machine without a sound device is known a moment later, by `ended`.
+    /// Stops a sound that plays, and plays a file. Returns false if no program is installed for it, or if the
+    /// file is no melody. A machine without a sound device shows a moment later, by `ended`.
     bool PlayFile(const QString& path);
-    /// Ends what plays, without a word.
+    /// Stops the sound. Emits nothing.
     void StopPlay();
     bool isPlaying() const { return m_process != nullptr; }
 
@@ -46,7 +46,6 @@ Q_SIGNALS:
 
 private:
     app::Context& m_context;
-    int m_request = 0; ///< counts starts and stops: a start that waits sees that it is outdated
     std::unique_ptr<QProcess> m_process;
 };
 

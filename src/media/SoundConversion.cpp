@@ -9,6 +9,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace kalmo::media {
 
 using namespace Qt::StringLiterals;
@@ -20,11 +23,6 @@ constexpr int lowestRate = 1000; // samples a second; less is a damaged header, 
 constexpr int highestRate = 768000;
 constexpr qint64 bytesPerSecond = 32000; // of what the coder gets
 constexpr qint64 longestSeconds = obex::largestObject / codesPerSecond;
-
-bool isSound(const QString& path)
-{
-    return path.endsWith(u".wav"_s, Qt::CaseInsensitive) || path.endsWith(u".mp3"_s, Qt::CaseInsensitive);
-}
 
 app::ProgramCall soxCall(const QString& sox, const QStringList& arguments, const QString& folder = {})
 {
@@ -39,7 +37,7 @@ std::optional<Failure> checkInput(const app::Context& context, const QString& pa
 {
     if (!app::FileExists(path))
         return Failure{Fault::NoSource, path};
-    if (!isSound(path)) // a list of addresses would be followed
+    if (!isConvertible(path)) // a list of addresses would be followed
         return Failure{Fault::BadSound, path, {}, u"only .wav and .mp3 are sounds"_s};
     const QString sox = converterPath(context, u"sox"_s);
     if (!isThere(sox))
@@ -57,7 +55,7 @@ QStringList rawArguments(const QString& source, const QString& raw, int trimSeco
     return arguments << u"gain"_s << u"-n"_s << u"-1"_s;
 }
 
-/// The bar and the panel of a conversion, cleared at its end.
+/// Shows the bar and the panel of a conversion, and clears them at its end.
 class ProgressScope
 {
 public:
@@ -83,7 +81,7 @@ bool isAbsurd(const SoundFacts& facts, int trimSeconds)
     return facts.rate < lowestRate || facts.rate > highestRate || kept > static_cast<double>(longestSeconds);
 }
 
-/// Has the encoder code the samples; its words, or what went wrong.
+/// Runs the encoder over the samples and reads the words that it wrote.
 std::optional<Failure> encode(app::Context& context, const app::WorkFolder& folder, const QString& source,
                               const toolkit::CancelBox* cancel, QByteArray& words)
 {
@@ -92,7 +90,7 @@ std::optional<Failure> encode(app::Context& context, const app::WorkFolder& fold
         context,
         {.file = encoder, .arguments = {u"-enc"_s, u"sound.raw"_s, u"sound.722"_s}, .folder = folder.path()},
         cancel);
-    if (auto failure = failureOf(run, Fault::BadSound, source, encoder))
+    if (auto failure = failureOf(run, {Fault::BadSound, source, encoder, folder.path()}))
         return failure;
     if (!app::readWholeFile(folder.filePath(u"sound.722"_s), words) || words.isEmpty())
         return Failure{Fault::BadSound, source, encoder, u"it holds no sound"_s};
@@ -100,6 +98,11 @@ std::optional<Failure> encode(app::Context& context, const app::WorkFolder& fold
 }
 
 } // namespace
+
+bool isConvertible(const QString& path)
+{
+    return path.endsWith(u".wav"_s, Qt::CaseInsensitive) || path.endsWith(u".mp3"_s, Qt::CaseInsensitive);
+}
 
 app::ProgramCall lengthCall(const app::Context& context, const QString& path)
 {
@@ -118,7 +121,7 @@ std::optional<Failure> readSoundFacts(app::Context& context, const QString& path
         const QString source = QFileInfo(path).absoluteFilePath();
         const app::RunResult run =
             app::RunAndWait(context, soxCall(sox, {u"--i"_s, questions[index], source}), cancel);
-        if (auto failure = failureOf(run, Fault::BadSound, path, sox))
+        if (auto failure = failureOf(run, {Fault::BadSound, path, sox, {}}))
             return failure;
         answers[index] = run.output.trimmed().toDouble();
     }
@@ -147,9 +150,9 @@ std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& s
     const QString sox = converterPath(context, u"sox"_s);
     const QStringList arguments =
         rawArguments(QFileInfo(source).absoluteFilePath(), folder.filePath(u"sound.raw"_s), trimSeconds);
-    if (auto failure =
-            failureOf(app::RunAndWait(context, soxCall(sox, arguments, folder.path()), progress.cancel),
-                      Fault::BadSound, source, sox))
+    const app::RunResult run =
+        app::RunAndWait(context, soxCall(sox, arguments, folder.path()), progress.cancel);
+    if (auto failure = failureOf(run, {Fault::BadSound, source, sox, folder.path()}))
         return failure;
     progress.status(u"Konvertiere Datei..."_s);
     progress.set(2);
@@ -169,10 +172,18 @@ std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& s
 
 QByteArray thinned(const QByteArray& words)
 {
+    constexpr qsizetype blockSize = 4096; // codes; one call for each of them takes too long
+    const qsizetype total = (words.size() + 1) / 2;
     app::clsStringBuilder codes;
-    codes.EnsureCapacity((words.size() + 1) / 2);
-    for (qsizetype index = 0; index < words.size(); index += 2)
-        codes.Append(QLatin1Char(words[index]));
+    codes.EnsureCapacity(total);
+    std::array<char, blockSize> block;
+    for (qsizetype start = 0; start < total; start += blockSize) {
+        const qsizetype count = std::min(blockSize, total - start);
+        const char* word = words.constData() + 2 * start;
+        for (char *code = block.data(), *end = code + count; code < end; ++code, word += 2)
+            *code = *word;
+        codes.Append(QString::fromLatin1(block.data(), count));
+    }
     return codes.ToString().toLatin1();
 }
 

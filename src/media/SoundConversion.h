@@ -9,23 +9,25 @@ namespace kalmo::media {
 
 inline constexpr int codesPerSecond = 8000; ///< bytes of a second of sound in the phone
 
-/// What a sound file says of itself.
+/// Facts in the head of a sound file.
 struct SoundFacts
 {
     double seconds = 0; ///< 0 where it doesn't say
     int rate = 0;       ///< samples a second
 };
 
-/// Looks at a WAV or MP3 file. A failure leaves `facts` alone.
+/// Reads length and rate of a WAV or MP3 file. A failure leaves `facts` unchanged.
 std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
                                       const toolkit::CancelBox* cancel = nullptr);
 
-/// A call that prints the seconds of a sound.
+/// Returns true for the files that are converted to a sound, by their ending.
+bool isConvertible(const QString& path);
+
+/// The call of a program that prints the seconds of a sound.
 app::ProgramCall lengthCall(const app::Context& context, const QString& path);
 
-/// Makes of a WAV or MP3 file a sound that handsets take: G.722 at 64 kbit/s, loudest sample at -1 dB.
-/// `trimSeconds` is how much of its start is kept, 0 for all. What went wrong, and then there is no new
-/// target; nothing for success.
+/// Converts a WAV or MP3 file to a sound for handsets: G.722 at 64 kbit/s, loudest sample at -1 dB. Keeps the
+/// first `trimSeconds` of it, 0 for all. Returns the failure, and then writes no target; nothing for success.
 std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& source, const QString& target,
                                          const toolkit::Progress& progress, int trimSeconds);
 

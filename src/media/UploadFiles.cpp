@@ -20,15 +20,20 @@ QString pathIn(const QString& folder, const QString& source, const QString& exte
     return folder + u'/' + convertedName(source, extension);
 }
 
-/// The picture as the phone shows it, or what was wrong with its file.
-LoadedPicture pictureFor(app::Context& context, const QString& source, const UploadOptions& options)
+/// The picture as the phone shows it, or the failure to read it.
+LoadedPicture pictureFor(app::Context& context, const QString& source, const UploadOptions& options,
+                         const toolkit::CancelBox* cancel)
 {
     const QSize size = pictureSize(options.phoneType, options.kind);
-    return beside(context.clock, [source, size, fit = options.fit] {
-        LoadedPicture picture = loadPicture(source, size);
-        picture.image = fitted(picture.image, size, fit);
-        return picture;
-    });
+    auto [picture, stopped] =
+        beside(context.clock, cancel, [source, size, fit = options.fit](const std::stop_token& stop) {
+            LoadedPicture loaded = loadPicture(source, size, stop);
+            loaded.image = fitted(loaded.image, size, fit);
+            return loaded;
+        });
+    if (stopped)
+        picture.failure = Failure{*stopped, source};
+    return picture;
 }
 
 PreparedFile prepareSound(app::Context& context, const QString& source, const UploadOptions& options,
@@ -49,9 +54,9 @@ bool hasName(const QString& path)
 } // namespace
 
 PreparedFile preparePicture(app::Context& context, const QString& source, const UploadOptions& options,
-                            const QString& folder)
+                            const QString& folder, const toolkit::CancelBox* cancel)
 {
-    const LoadedPicture picture = pictureFor(context, source, options);
+    const LoadedPicture picture = pictureFor(context, source, options, cancel);
     if (picture.failure)
         return {source, {}, picture.failure};
     const QString bitmap = pathIn(folder, source, u"bmp"_s);
@@ -79,7 +84,7 @@ PreparedFile prepareFile(app::Context& context, const QString& source, const Upl
         return {source, {}, Failure{Fault::NotWritten, folder}};
     PreparedFile file{source};
     if (isPicture(options.kind)) {
-        file = preparePicture(context, source, options, folder);
+        file = preparePicture(context, source, options, folder, progress.cancel);
     } else if (options.kind == UploadKind::Sounds) {
         file = prepareSound(context, source, options, folder, progress);
     } else {

@@ -7,7 +7,7 @@
 
 namespace kalmo::media {
 
-/// How files are to come to the phone.
+/// The form in which files are sent.
 struct UploadOptions
 {
     int phoneType = 0;
@@ -17,21 +17,21 @@ struct UploadOptions
     Fit fit = Fit::Stretch;
 };
 
-/// A file that is ready to be sent, or what was wrong with it.
+/// A file that is ready to be sent, or its failure.
 struct PreparedFile
 {
     QString source;
-    QString path = {}; ///< of what is sent, under the name that it is sent by
+    QString path = {}; ///< of the file that is sent, with its name in the phone
     std::optional<Failure> failure = {};
-    std::optional<Failure> remark = {}; ///< it can be sent, but not in the form that was wanted
+    std::optional<Failure> remark = {}; ///< the reason why it is sent in another form than the wanted one
 };
 
-/// Makes of a picture a file in `folder` as the phone takes it. `options.kind` says for which of its folders.
+/// Converts a picture to the form of the phone's folder `options.kind`, as a file in `folder`.
 PreparedFile preparePicture(app::Context& context, const QString& source, const UploadOptions& options,
-                            const QString& folder);
+                            const QString& folder, const toolkit::CancelBox* cancel = nullptr);
 
-/// Brings a file into the form that the phone's folder takes. What is made lies in `folder`, which should be
-/// empty: files of the same name are replaced.
+/// Brings a file into the form of the phone's folder. Writes the result into `folder` and replaces a file of
+/// that name there.
 PreparedFile prepareFile(app::Context& context, const QString& source, const UploadOptions& options,
                          const QString& folder, const toolkit::Progress& progress);
 

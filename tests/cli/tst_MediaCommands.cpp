@@ -288,9 +288,23 @@ void tst_MediaCommands::batches()
         {"a folder of another kind", u"--to Sounds/new tone.wav"_s, ExitWrongUse, u""_s,
          u"kalmoctl: only Pictures, Clip Pictures and Sounds take converted files; name one of them by --to.\n"_s,
          nothing},
-        {"a converter is missing", u"tone.wav photo.bmp --to Sounds"_s, ExitFailed, u"tone.wav:-:false"_s,
-         u"kalmoctl: the converter g722demo is missing; install the package \"kalmo\".\n"_s,
-         [](MediaShell& shell) { shell.converters.replace(u"g722demo"_s, {}); }},
+        {"a converter is missing", u"c.L22 tone.wav photo.bmp --to Sounds"_s, ExitFailed,
+         u"c.L22:c.L22:false tone.wav:-:false photo.bmp:-:false"_s,
+         u"kalmoctl: the converter g722demo is missing; install the package \"kalmo\".\n"
+         "kalmoctl: c.L22 was not sent.\nkalmoctl: photo.bmp was not sent.\n"_s,
+         [](MediaShell& shell) {
+             shell.file(u"c.L22"_s, "codes");
+             shell.converters.replace(u"g722demo"_s, {});
+         }},
+        {"MP3 is not read", u"song.mp3 tone.wav"_s, ExitFailed, u"song.mp3:-:false tone.wav:tone.722:true"_s,
+         u"kalmoctl: song.mp3 can't be converted: SoX reads no MP3 here; install the package "
+         "\"libsox-fmt-mp3\".\n"_s,
+         [](MediaShell& shell) {
+             shell.file(u"song.mp3"_s, "x");
+             shell.converters.replace(u"sox"_s,
+                                      "case \"$*\" in *.mp3*) echo \"sox FAIL formats: no handler for file "
+                                      "extension \\`mp3'\" >&2; exit 2;; esac; exec sox \"$@\"");
+         }},
     };
     for (const auto& [line, status, files, told, prepare] : rows) {
         MediaShell shell;

@@ -3,8 +3,8 @@
 #include "app/SettingsKeys.h"
 #include "app/StartSequence.h"
 #include "app/StoragePaths.h"
+#include "support/ConverterFolder.h"
 #include "support/Rows.h"
-#include "support/TestContext.h"
 
 #include <QDir>
 #include <QtTest>
@@ -152,7 +152,10 @@ private Q_SLOTS:
             test.platform.storagePath = test.storage;
             if (!ini.isEmpty())
                 test.makeFile(u"storage/config/Kalmo.ini"_s, ini);
+            test.makeFile(u"storage/config/temp/o"_s, "left");
+            QVERIFY(leaveWorkOfKilled(test));
             const auto outcome = app::runStartSequence(test.context, splash, {});
+            QCOMPARE(workLeftIn(test), QStringList());
             QCOMPARE(outcome, search ? app::StartOutcome::Search : app::StartOutcome::Settings);
             QCOMPARE(splash.calls, search ? untilSettings : untilSettings + QStringList{u"show settings"_s});
             QCOMPARE(test.sy.PixelX, 640);

@@ -9,7 +9,6 @@
 #include "support/Melodies.h"
 #include "support/Rows.h"
 
-#include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
 
@@ -60,6 +59,8 @@ private Q_SLOTS:
             {"hangs", good, "sleep 1000", Fault::TooLong},
             {"fails behind its work", good, "cp \"$2\" \"$3\"; exit 1", Fault::BadMelody},
             {"is missing", good, "", Fault::NoConverter},
+            {"has a full disk", midiFile(0, {scale(900)}),
+             withFullDisk(ConverterFolder::built(u"m9b"_s).toUtf8()), Fault::NotWritten},
         };
         rows.each([&](const auto& bytes, const auto& script, const auto& fault) {
             Workshop shop;
@@ -80,17 +81,8 @@ private Q_SLOTS:
         const QString temp = shop.storage + u"/config/temp/"_s;
         auto mine = std::make_unique<app::WorkFolder>(shop.context);
         QVERIFY(mine->isValid());
-        QVERIFY(QDir().mkpath(temp + u"work-killed/deep"_s));
         QVERIFY(QDir().mkpath(temp + u"work-AAAAAA"_s)); // has no lock yet
-        QProcess dead;
-        dead.start(u"true"_s, QStringList());
-        QVERIFY(dead.waitForStarted());
-        const qint64 id = dead.processId();
-        QVERIFY(dead.waitForFinished());
-        QFile lock(temp + u"work-killed/owner.lock"_s);
-        QVERIFY(lock.open(QIODevice::WriteOnly));
-        lock.write(QByteArray::number(id) + "\ntrue\n" + QSysInfo::machineHostName().toUtf8() + '\n');
-        lock.close();
+        QVERIFY(leaveWorkOfKilled(shop));
         {
             const app::WorkFolder other(shop.context);
             QVERIFY(other.isValid() && other.path() != mine->path());
@@ -124,7 +116,37 @@ private Q_SLOTS:
         player.StopPlay();
         QVERIFY(!player.isPlaying());
         QVERIFY(!player.PlayFile(shop.path(u"none.wav"_s)));
-        QVERIFY(!player.PlayFile(shop.makeFile(u"broken.mid"_s, "MThd"))); // its player would be silent
+    }
+
+    /// The player of this machine takes each melody, the handset's converter refuses the second one.
+    void playingMelodies()
+    {
+        Workshop shop;
+        const QByteArray path = qgetenv("PATH");
+        QDir().mkpath(shop.path(u"bin"_s));
+        QFile program(shop.makeFile(u"bin/fluidsynth"_s, "#!/bin/sh\nexit 0\n"));
+        QVERIFY(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        qputenv("PATH", shop.path(u"bin"_s).toUtf8()); // timidity is missing
+        const auto restore = qScopeGuard([&path] { qputenv("PATH", path); });
+        const QString melody = shop.makeFile(u"a.mid"_s, midiFile(1, {scale(3)}));
+        const media::PlayerCall call = media::playerFor(shop.context, melody);
+        QCOMPARE(call.program, shop.path(u"bin/fluidsynth"_s));
+        QCOMPARE(call.arguments.first(), u"-ni"_s);
+        QCOMPARE(call.arguments.last(), melody);
+
+        const QByteArray song = midiFile(1, {scale(3)});
+        const Rows<QByteArray, bool> rows{{"whole", song, true},
+                                          {"several songs", midiFile(2, {scale(3), scale(3)}), true},
+                                          {"wrapped", "RIFF\x30\0\0\0RMIDdata\x28\0\0\0" + song, true},
+                                          {"a head alone", song.first(14), false},
+                                          {"nothing", "", false},
+                                          {"text", "MTrk MThd", false}};
+        rows.each([&](const auto& bytes, const auto& plays) {
+            media::Player player(shop.context);
+            QSignalSpy ended(&player, &media::Player::ended);
+            QCOMPARE(player.PlayFile(shop.makeFile(u"b.mid"_s, bytes)), plays);
+            QCOMPARE(plays ? ended.wait() : true, true);
+        });
     }
 
     void longTexts()

@@ -1,12 +1,18 @@
 // Pictures on their way to the handset, made and looked at by a library that is not ours.
 
+#include "media/Beside.h"
 #include "media/PictureConversion.h"
+#include "media/PictureFile.h"
 #include "media/UploadFiles.h"
 #include "media/Workshop.h"
+#include "support/RecordedProgress.h"
 #include "support/Rows.h"
 
 #include <QLoggingCategory>
 #include <QProcess>
+
+#include <csignal>
+#include <sys/resource.h>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -46,6 +52,28 @@ QString look(const QString& path, const Colours& colours)
     }
     return text;
 }
+
+/// Lets this program write no file larger than some bytes for as long as it lives, as if the disk were full.
+class SmallFiles
+{
+public:
+    explicit SmallFiles(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit small{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallFiles()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(SmallFiles)
+
+private:
+    void (*m_handler)(int);
+    rlimit m_before{};
+};
 
 } // namespace
 
@@ -198,6 +226,51 @@ private Q_SLOTS:
                  Fault::NotWritten);
         QCOMPARE(media::SaveBitmapToBmp(QImage(2, 2, QImage::Format_RGB32), u"/proc/none/a.bmp"_s, 24), -1);
         QCOMPARE(media::SaveBitmapToBmp(QImage(2, 2, QImage::Format_RGB32), shop.path(u"a.bmp"_s), 8), -2);
+    }
+
+    /// The user and the limit of time stop a picture, and leave no file.
+    void stops()
+    {
+        Workshop shop;
+        SwitchedCancel cancel;
+        const media::PictureForm form{.size = {240, 320}};
+        const QString target = shop.path(u"out.jpg"_s);
+        cancel.checked = true;
+        auto failure = media::convertPicture(shop.context, made(u"plain.jpg"_s), target, form, &cancel);
+        QVERIFY(failure && failure->fault == Fault::Cancelled);
+        shop.clock.after(0.01, [&shop] { shop.clock.DoEvents(media::longestWork + 1); });
+        failure = media::convertPicture(shop.context, made(u"photo.png"_s), target, form);
+        QVERIFY(failure && failure->fault == Fault::TooLong);
+        QVERIFY(!QFile::exists(target));
+
+        std::stop_source stop;
+        stop.request_stop();
+        for (const QString& name : {u"plain.bmp"_s, u"plain.jpg"_s, u"photo.png"_s, u"film.gif"_s})
+            QVERIFY(media::loadPicture(made(name), {128, 160}, stop.get_token()).image.isNull());
+    }
+
+    /// However much is wanted of a picture, it has a bound in memory.
+    void largePictures()
+    {
+        const media::LoadedPicture picture = media::loadPicture(made(u"photo.png"_s), {1 << 16, 1 << 16});
+        QCOMPARE(picture.original, QSize(8000, 6000));
+        QVERIFY(picture.image.width() > 5000 && picture.image.sizeInBytes() < 101'000'000);
+    }
+
+    /// A file that can't be written whole leaves the old one as it was.
+    void fullDisk()
+    {
+        Workshop shop;
+        const QString target = shop.makeFile(u"out.bmp"_s, "mine");
+        std::optional<media::Failure> failure;
+        {
+            const SmallFiles small(4096);
+            failure = media::convertPicture(shop.context, made(u"plain.jpg"_s), target,
+                                            {.size = {240, 320}, .asJpeg = false});
+        }
+        QVERIFY(failure && failure->fault == Fault::NotWritten);
+        QCOMPARE(shop.contentOf(target), "mine");
+        QCOMPARE(QDir(shop.folder.path()).entryList({u"out*"_s}), QStringList(u"out.bmp"_s));
     }
 
     void conversionsOfFilesFail()

@@ -156,8 +156,7 @@ private Q_SLOTS:
             {"can't be started", u"sox"_s, answers + "\n exit 127", Fault::BadSound},
             {"is missing", u"g722demo"_s, "", Fault::NoConverter},
             {"can't read MP3", u"sox"_s,
-             "echo \"sox FAIL formats: no handler for file extension \\`mp3'\" >&2; exit 2",
-             Fault::NoConverter},
+             "echo \"sox FAIL formats: no handler for file extension \\`mp3'\" >&2; exit 2", Fault::NoMp3},
             {"never stops talking", u"sox"_s, "yes >&2", Fault::TooLong},
         };
         rows.each([&](const auto& name, const auto& script, const auto& fault) {
@@ -168,6 +167,22 @@ private Q_SLOTS:
             QVERIFY(!QFile::exists(shop.path(u"out.L22"_s)));
             QCOMPARE(shop.leftovers(), QStringList());
         });
+    }
+
+    /// SoX reports success then, and leaves the start of the sound.
+    void fullDisks()
+    {
+        for (const auto& [name, program] :
+             Rows<QString, QString>{{"SoX", u"sox"_s, u"sox"_s},
+                                    {"coder", u"g722demo"_s, ConverterFolder::built(u"g722demo"_s)}}) {
+            Workshop shop;
+            shop.plugins.replace(name, withFullDisk(program.toUtf8()));
+            const auto failure = convert(shop, shop.makeFile(u"in.wav"_s, wav(tone(1000, -6, soundRate))));
+            QCOMPARE(faultOf(failure), Fault::NotWritten);
+            QVERIFY(failure->file.startsWith(shop.storage));
+            QVERIFY(media::endsBatch(failure->fault) && !media::isBadInput(failure->fault));
+            QVERIFY(!QFile::exists(shop.path(u"out.L22"_s)));
+        }
     }
 
     void cancels()

@@ -16,8 +16,9 @@ struct NoDevices : link::DeviceList
 struct RecordedDesktop : app::Desktop
 {
     QStringList opened;
+    bool knowsAll = true; ///< has a program for each file
 
-    bool hasAssociation(const QString&) const override { return true; }
+    bool hasAssociation(const QString&) const override { return knowsAll; }
     bool open(const QString& path) override { return openWith({}, path); }
     bool openUrl(const QUrl& url) override { return open(url.toString()); }
     bool openWith(const QString& program, const QString& path) override

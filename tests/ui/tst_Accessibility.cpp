@@ -4,6 +4,8 @@
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmExport.h"
+#include "ui/forms/frmMmc_View.h"
+#include "ui/forms/frmMmcOpenControls.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
 #include "ui/forms/frmVCFneu.h"
@@ -108,6 +110,27 @@ void makeImport(Shown& shown)
     shown.form = std::move(form);
 }
 
+template <media::UploadKind kind>
+void makeUploadPanel(Shown& shown)
+{
+    shown.form = std::make_unique<ui::frmMmcOpenControls>(
+        shown.made.program, ui::UploadQuestion{.kind = kind, .phoneType = shown.made.test.sy.PhoneType});
+}
+
+/// The preview of a file by its ending; a picture is one of the program's own.
+void makePreview(Shown& shown, const QString& name)
+{
+    const QString path = shown.made.test.makeFile(name, "text");
+    if (name.endsWith(u"png"_s))
+        QImage(200, 100, QImage::Format_RGB32).save(path);
+    auto form = std::make_unique<ui::frmMmc_View>(shown.made.program);
+    if (ui::frmMmc_View::IsSupported(name))
+        form->Form_Present(path, name);
+    else
+        form->presentUnknown(path, name);
+    shown.form = std::move(form);
+}
+
 void makeHelp(Shown& shown)
 {
     shown.form = std::make_unique<ui::HelpWindow>();
@@ -140,6 +163,13 @@ const Row forms[] = {
     {"import of a file to contacts", u"SL450HX"_s, makeImport<ui::ImportFrom::File>},
     {"import of an address book", u"PICASSO"_s, makeImport<ui::ImportFrom::AddressBook>},
     {"import of an address book to contacts", u"SL450HX"_s, makeImport<ui::ImportFrom::AddressBook>},
+    {"upload of pictures", u"SL450HX"_s, makeUploadPanel<media::UploadKind::Pictures>},
+    {"upload of sounds", u"SL450HX"_s, makeUploadPanel<media::UploadKind::Sounds>},
+    {"upload of melodies", u"S68H"_s, makeUploadPanel<media::UploadKind::Melodies>},
+    {"preview of a picture", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.png"_s); }},
+    {"preview of a sound", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.mid"_s); }},
+    {"preview of a text", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.txt"_s); }},
+    {"preview of a ringtone", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.L22"_s); }},
     {"help", u"SL450HX"_s, makeHelp},
     {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},
     {"classic phonebook", u"PICASSO"_s, makeWindow, u"TB"_s},

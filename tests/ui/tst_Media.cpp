@@ -7,10 +7,12 @@
 #include "support/Tones.h"
 #include "ui/forms/frmMmc_View.h"
 #include "ui/forms/frmMmcOpenControls.h"
+#include "ui/lists/RowsView.h"
 #include "ui/panels/fraFFS.h"
 #include "ui/TestProgram.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -30,6 +32,8 @@ using namespace kalmo;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
 using media::UploadKind;
+using toolkit::Answer;
+using toolkit::Buttons;
 using toolkit::Icon;
 
 namespace {
@@ -67,10 +71,12 @@ class tst_Media : public QObject
 private Q_SLOTS:
     void picturesInThePanel();
     void soundsInThePanel();
+    void sizesInThePanel();
     void badFilesInThePanel();
     void uploadsConvert();
     void previewsPictures();
     void previewsSoundsAndTexts();
+    void previewsUnknownFiles();
 };
 
 void tst_Media::picturesInThePanel()
@@ -146,10 +152,15 @@ void tst_Media::soundsInThePanel()
     auto& start = child<QPushButton>(panel, "cmdSndStart");
     auto& stop = child<QPushButton>(panel, "cmdSndStop");
     auto& timer = child<QTimer>(panel, "tmrStopWav");
-    seconds.setCurrentText(u"7"_s);
-    QTest::keyClick(&start, Qt::Key_Space);
-    QVERIFY(!start.isEnabled() && stop.isEnabled());
-    QCOMPARE(timer.interval(), 7000);
+    for (const auto& [text, interval] :
+         Rows<QString, int>{{"long", u"999999999"_s, 24 * 3600 * 1000}, {"short", u"7"_s, 7000}}) {
+        seconds.setCurrentText(text);
+        QTest::keyClick(start.isEnabled() ? &start : &stop, Qt::Key_Space);
+        if (start.isEnabled())
+            QTest::keyClick(&start, Qt::Key_Space);
+        QVERIFY(!start.isEnabled() && stop.isEnabled());
+        QCOMPARE(timer.interval(), interval);
+    }
     timer.start(0); // where the trimmed sound will end
     QTRY_VERIFY(start.isEnabled() && !stop.isEnabled());
     for (const QString& wrong : {u"0"_s, u"1.5"_s, u"viel"_s}) {
@@ -160,6 +171,59 @@ void tst_Media::soundsInThePanel()
         QVERIFY(start.isEnabled()); // the preview stops
     }
     QCOMPARE(panel.GetSelFiles({made.test.path(u"a.wav"_s)})->options.trimSeconds, 15); // no number
+    seconds.setCurrentText(u"0"_s); // would be the whole sound
+    made.test.dialogs.expectStart(u"Bitte geben Sie die Sekunden"_s);
+    QVERIFY(!panel.GetSelFiles({made.test.path(u"a.wav"_s)}));
+
+    made.converters.replace(u"sox"_s, "exec sleep 1000"); // also for the length
+    panel.showSelection({made.sound(u"b.wav"_s, 1)});
+    QCOMPARE(textOf(panel, "lblSndLength"), u"Länge wird ermittelt..."_s);
+    auto& limit = child<QTimer>(panel, "tmrLimit");
+    QVERIFY(limit.isActive() && limit.interval() == 30000);
+    limit.start(0);
+    QTRY_COMPARE(textOf(panel, "lblSndLength"), u"Die Länge ist nicht bekannt."_s);
+}
+
+/// What is left free is known of several files, too, and of what a melody will be.
+void tst_Media::sizesInThePanel()
+{
+    Surroundings made;
+    made.converters.replace(u"sox"_s, "case \"$3\" in *b.mp3) echo 10;; *) exit 1;; esac");
+    const QByteArray melody = midiFile(1, {"00 FF 2F 00", scale(3)});
+    const QString melodySize =
+        u"Größe im Telefon: 0.1kB (48 Bytes)\nDanach sind im Telefon noch 97.6kB frei."_s;
+    const QStringList sources{made.test.makeFile(u"a.L22"_s, QByteArray(1000, 'x')),
+                              made.test.makeFile(u"b.mp3"_s, "x"),
+                              made.test.makeFile(u"c.wav"_s, "x"),
+                              made.test.makeFile(u"d.mid"_s, melody),
+                              made.test.makeFile(u"e.mid"_s, "x"),
+                              made.picture(u"f.png"_s, {30, 20}),
+                              made.picture(u"g.bmp"_s, {20, 30})};
+    const Rows<UploadKind, int, int, QString> rows{
+        // first file, number of files, result
+        {"a codes' file", UploadKind::Sounds, 0, 1,
+         u"Größe im Telefon: 1.0kB (1,000 Bytes)\nDanach sind im Telefon noch 96.7kB frei."_s},
+        {"sounds", UploadKind::Sounds, 0, 3,
+         u"1 von 3 Dateien passen nicht und werden ausgelassen.\nGröße im Telefon: 79.1kB (81,000 Bytes)\n"
+         "Danach sind im Telefon noch 18.6kB frei."_s},
+        {"a melody", UploadKind::Melodies, 3, 1, melodySize},
+        {"melodies", UploadKind::Melodies, 3, 2,
+         u"1 von 2 Dateien passen nicht und werden ausgelassen.\n"_s + melodySize},
+        {"a bad melody", UploadKind::Melodies, 4, 1, {}},
+        {"pictures", UploadKind::Pictures, 5, 2,
+         u"Größe im Telefon: 120.1kB (122,988 Bytes)\nIm Telefon sind nur noch 97.7kB frei."_s},
+    };
+    for (const auto& [kind, first, count, told] : rows) {
+        ui::frmMmcOpenControls panel(
+            made.program,
+            {.kind = kind, .phoneType = kind == UploadKind::Sounds ? 12 : 5, .freeBytes = 100000});
+        panel.show();
+        panel.showSelection(sources.mid(first, count));
+        QTRY_COMPARE(textOf(panel, "lblResult"), told);
+        QCOMPARE(panel.TypeOfSelFile() == ui::frmMmcOpenControls::NoneOrSeveral,
+                 kind != UploadKind::Melodies || count > 1);
+    }
+    QCOMPARE(workLeftIn(made.test), QStringList());
 }
 
 void tst_Media::badFilesInThePanel()
@@ -316,12 +380,50 @@ void tst_Media::previewsSoundsAndTexts()
         QVERIFY(child<QPushButton>(view, "cmdSndStart").isEnabled());
     }
     ui::frmMmc_View view(made.program);
-    for (const QByteArray bytes : {"Gr\xC3\xBC\xC3\x9F\x65", "Gr\xFC\xDF\x65"}) {
+    for (const QByteArray bytes : {"Gr\xC3\xBC\xC3\x9F\x65 \xC3\xA9", "Gr\xFC\xDF\x65 \xE9"}) {
         QVERIFY(view.Form_Present(made.test.makeFile(u"t.TXT"_s, bytes), u"t.TXT"_s));
-        QCOMPARE(child<QPlainTextEdit>(view, "txtText").toPlainText(), u"Grüße"_s);
+        QCOMPARE(child<QPlainTextEdit>(view, "txtText").toPlainText(), u"Grüße é"_s);
     }
     QVERIFY(view.Form_Present(made.test.path(u"gone.txt"_s), u"gone.txt"_s));
     QCOMPARE(child<QPlainTextEdit>(view, "txtText").toPlainText(), QString());
+    made.test.dialogs.agreeToAll(made.test.path(u"target.txt"_s));
+    QTest::mouseClick(&child<QToolButton>(view, "cmdSave"), Qt::LeftButton);
+    QVERIFY(!QFile::exists(made.test.path(u"target.txt"_s)));
+}
+
+/// Of other files, from the phone on: what they are, and the way to the disk.
+void tst_Media::previewsUnknownFiles()
+{
+    const Rows<QString, int, QString> rows{
+        {"ringtone", u"a.L22"_s, 120000, u"Art: Klingelton für Telefone (G.722), 0:15 min\nGröße: 117.2kB"_s},
+        {"the same", u"a.722"_s, 8000, u"Art: Klingelton für Telefone (G.722), 0:01 min\nGröße: 7.8kB"_s},
+        {"recording", u"a.VMO"_s, 100, u"Art: Sprachaufnahme eines Telefons\n"_s},
+        {"other", u"a.bin"_s, 100, u"Art: "_s}};
+    Surroundings made;
+    made.desktop.knowsAll = false;
+    auto mmc = std::make_shared<obex::clsMmc>(made.line);
+    ui::fraFFS panel(made.program, mmc, made.progress.all());
+    mmc->Online(made.progress.all());
+    QVERIFY(mmc->Cd(u"Sounds"_s, false));
+    for (const auto& [name, size, told] : rows) {
+        QVERIFY(mmc->PutBytes({.name = name, .bytes = QByteArray(size, 'x'), .modified = {}},
+                              made.progress.all()));
+        panel.FfsListRefresh();
+        const bool isRingtone = size >= 8000;
+        made.test.dialogs.expectStart(isRingtone ? u"Aus urheberrechtlichen Gründen"_s : u"Für die Datei "_s,
+                                      isRingtone ? Buttons::Ok : Buttons::YesNo,
+                                      isRingtone ? Answer::Ok : Answer::No);
+        QString shown;
+        QTimer::singleShot(0, [&shown] {
+            QWidget* view = QApplication::activeModalWidget();
+            shown = textOf(*view, "lblUnknown");
+            view->close();
+        });
+        Q_EMIT child<ui::RowsView>(panel, "lvwFFs")
+            .rowDoubleClicked(panel.lvwFFs().indexOfKey(u"FIL_"_s + name));
+        QVERIFY2(shown.startsWith(told), qPrintable(shown));
+    }
+    mmc->Offline(made.progress.all());
 }
 
 QTEST_MAIN(tst_Media)

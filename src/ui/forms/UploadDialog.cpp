@@ -65,10 +65,15 @@ std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion&
                      [&dialog, controls] { controls->showSelection(filesOf(*dialog)); });
     const int letter = dialog->fontMetrics().averageCharWidth();
     dialog->resize(widthInLetters * letter, heightInLetters * letter);
-    const bool isAccepted = dialog->exec() == QDialog::Accepted;
-    controls->cmdSndStop_Click();
-    const QStringList paths = dialog->selectedFiles();
-    return isAccepted && !paths.isEmpty() ? controls->GetSelFiles(paths) : std::nullopt;
+    for (;;) {
+        const bool isAccepted = dialog->exec() == QDialog::Accepted;
+        controls->cmdSndStop_Click();
+        const QStringList paths = dialog->selectedFiles();
+        if (!isAccepted || paths.isEmpty())
+            return {};
+        if (auto choice = controls->GetSelFiles(paths)) // otherwise the user corrects the choice
+            return choice;
+    }
 }
 
 } // namespace kalmo::ui

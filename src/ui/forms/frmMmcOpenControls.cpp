@@ -1,23 +1,21 @@
 #include "ui/forms/frmMmcOpenControls.h"
 
 #include "app/mdlKonverter.h"
-#include "app/Programs.h"
-#include "media/BitmapFile.h"
 #include "media/SoundConversion.h"
-#include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/SoundButtons.h"
+#include "ui/controls/TrimChoice.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
-#include <QProcess>
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QTimer>
+
+#include <algorithm>
+#include <cmath>
 
 namespace kalmo::ui {
 
@@ -28,7 +26,8 @@ using media::UploadKind;
 
 namespace {
 
-constexpr int tallestPreview = 200; // pixels; a taller picture is shown smaller
+constexpr int tallestPreview = 200;     // pixels; a taller picture is shown smaller
+constexpr int longestTimer = 24 * 3600; // seconds; longer than any sound in a phone
 
 const QString pictureDescription = u"Es werden Bilder in den Formaten *.BMP, *.GIF und *.JPG unterstützt. "
                                    u"Wählen Sie ein Bild aus: Hier sehen Sie "
@@ -54,20 +53,15 @@ QLabel* wrapped(const QString& name, const QString& text = {})
 /// "0:07", "12:34".
 QString lengthText(double seconds)
 {
-    const int whole = static_cast<int>(seconds + 0.5);
+    const qint64 whole = std::llround(seconds);
     return u"%1:%2"_s.arg(whole / 60).arg(whole % 60, 2, 10, QChar(u'0'));
-}
-
-bool isConverted(const QString& path)
-{
-    return path.endsWith(u".wav"_s, Qt::CaseInsensitive) || path.endsWith(u".mp3"_s, Qt::CaseInsensitive);
 }
 
 } // namespace
 
 frmMmcOpenControls::frmMmcOpenControls(Program& program, const UploadQuestion& question, QWidget* parent)
-    : QWidget(parent), m_program(program), m_question(question), m_pages(new QStackedWidget),
-      m_description(wrapped(u"fraPrevDesc"_s, descriptionOf(question.kind))),
+    : QWidget(parent), m_program(program), m_question(question), m_sizes(program.context, this),
+      m_pages(new QStackedWidget), m_description(wrapped(u"fraPrevDesc"_s, descriptionOf(question.kind))),
       m_fraBmpPrev(named(new QGroupBox, u"fraBmpPrev"_s)),
       m_imgPrev(named(new QLabel, u"imgPrev"_s, u"Vorschau des Bildes"_s)), m_label1(wrapped(u"label1"_s)),
       m_cmbJPGCompression(named(new QComboBox(this), u"cmbJPGCompression"_s, u"JPG Bild Qualität"_s)),
@@ -79,9 +73,7 @@ frmMmcOpenControls::frmMmcOpenControls(Program& program, const UploadQuestion& q
           wrapped(u"lblMidiToLarge"_s,
                   u"Midis dürfen maximal 32kB groß sein. Die Gewählte Datei ist zu groß und kann nicht "
                   u"übertragen werden."_s)),
-      m_lblLength(wrapped(u"lblSndLength"_s)),
-      m_chkTrimWav(named(new QCheckBox(u"Besch&neiden auf erste"_s), u"chkTrimWav"_s)),
-      m_cmbTrimWav(named(new QComboBox, u"cmbTrimWav"_s, u"Sekunden"_s)),
+      m_lblLength(wrapped(u"lblSndLength"_s)), m_trim(new TrimChoice(program.context)),
       m_lblResult(wrapped(u"lblResult"_s)), m_tmrStopWav(new QTimer(this))
 {
     setObjectName(u"frmMmcOpenControls"_s);
@@ -97,6 +89,9 @@ frmMmcOpenControls::frmMmcOpenControls(Program& program, const UploadQuestion& q
     connect(m_sound, &SoundButtons::started, this, &frmMmcOpenControls::startStopTimer);
     connect(m_sound, &SoundButtons::stopped, m_tmrStopWav, &QTimer::stop);
     connect(&m_loader, &PictureLoader::loaded, this, &frmMmcOpenControls::takePicture);
+    connect(m_trim, &TrimChoice::changed, this, &frmMmcOpenControls::measure);
+    connect(m_trim, &TrimChoice::rejected, m_sound, &SoundButtons::stop);
+    connect(&m_sizes, &UploadSizes::changed, this, &frmMmcOpenControls::showSizes);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     showSelection({});
 }
@@ -110,8 +105,6 @@ void frmMmcOpenControls::SetLogoSize(UploadKind kind)
                       ? m_size.scaled(m_size.width(), tallestPreview, Qt::KeepAspectRatio)
                       : m_size;
     m_imgPrev->setFixedSize(m_shownSize);
-    m_fraBmpPrev->setTitle(m_shownSize == m_size ? u"Vorschau (Originalgröße)"_s
-                                                 : u"Vorschau (verkleinert)"_s);
     m_label1->setText(
         u"Bilder werden grundsätzlich auf %1x%2 Pixel entsprechend den Fähigkeiten des Telefons "
         u"angepasst."_s.arg(QString::number(m_size.width()), QString::number(m_size.height())));
@@ -151,9 +144,8 @@ QWidget* frmMmcOpenControls::makeChoices()
               static_cast<QWidget*>(m_optCrop), static_cast<QWidget*>(m_optInside)})
             control->hide();
     }
-    QWidget* trim = makeTrim();
-    trim->setVisible(m_question.kind == UploadKind::Sounds);
-    rows->addWidget(trim);
+    m_trim->setVisible(m_question.kind == UploadKind::Sounds);
+    rows->addWidget(m_trim);
     rows->addWidget(m_lblResult);
     rows->addStretch();
     return column;
@@ -167,7 +159,10 @@ QWidget* frmMmcOpenControls::makeFit()
     auto* shapes = new QHBoxLayout;
     for (QRadioButton* button : {m_optStretch, m_optCrop, m_optInside}) {
         shapes->addWidget(button);
-        connect(button, &QRadioButton::toggled, this, &frmMmcOpenControls::renderPicture);
+        connect(button, &QRadioButton::toggled, this, [this](bool isOn) {
+            if (isOn)
+                changeForm();
+        });
     }
     shapes->addStretch();
     m_optStretch->setChecked(true);
@@ -180,7 +175,7 @@ QWidget* frmMmcOpenControls::makeFit()
     label->setBuddy(m_cmbJPGCompression);
     m_cmbJPGCompression->addItems({u"60%"_s, u"80%"_s, u"100%"_s});
     m_cmbJPGCompression->setCurrentIndex(1);
-    connect(m_cmbJPGCompression, &QComboBox::currentIndexChanged, this, &frmMmcOpenControls::renderPicture);
+    connect(m_cmbJPGCompression, &QComboBox::currentIndexChanged, this, &frmMmcOpenControls::changeForm);
     auto* quality = new QHBoxLayout;
     quality->addWidget(label);
     quality->addWidget(m_cmbJPGCompression);
@@ -191,53 +186,41 @@ QWidget* frmMmcOpenControls::makeFit()
     return box;
 }
 
-QWidget* frmMmcOpenControls::makeTrim()
-{
-    auto* box = named(new QWidget, u"fraWav"_s);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins({});
-    auto* lblTrimWav = named(new QLabel(u"Sekunden"_s), u"lblTrimWav"_s);
-    m_cmbTrimWav->setEditable(true);
-    m_cmbTrimWav->setInsertPolicy(QComboBox::NoInsert);
-    m_cmbTrimWav->addItems({u"05"_s, u"10"_s, u"15"_s, u"20"_s, u"25"_s, u"30"_s});
-    m_cmbTrimWav->setCurrentText(u"15"_s);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_chkTrimWav, m_cmbTrimWav, lblTrimWav})
-        row->addWidget(widget);
-    row->addStretch();
-    const auto enable = [this, lblTrimWav](bool isOn) {
-        m_cmbTrimWav->setEnabled(isOn);
-        lblTrimWav->setEnabled(isOn);
-        showSoundResult();
-    };
-    enable(false);
-    connect(m_chkTrimWav, &QCheckBox::toggled, this, enable);
-    connect(m_cmbTrimWav, &QComboBox::currentTextChanged, this, &frmMmcOpenControls::showSoundResult);
-    new LeaveCheck(*m_cmbTrimWav, nullptr, [this] { return m_chkTrimWav->isChecked() && rejectTrim(); });
-    return box;
-}
-
 void frmMmcOpenControls::showSelection(const QStringList& paths)
 {
     m_loader.drop();
     m_picture = {};
+    m_paths = paths;
     m_path = paths.size() == 1 ? paths.first() : QString();
     m_type = NoneOrSeveral;
-    showResult({});
+    showRoom({}, {});
     if (m_path.isEmpty()) {
-        m_sound->setFile({});
-        showDescription(
-            paths.size() > 1
-                ? u"%1 Dateien sind ausgewählt. Jede wird umgewandelt und übertragen."_s.arg(paths.size())
-                : descriptionOf(m_question.kind));
+        showSeveral();
     } else if (media::isFit(m_path, UploadKind::Pictures)) {
         showPicture(m_path);
-    } else if (media::isFit(m_path, UploadKind::Melodies) || isConverted(m_path)) {
+    } else if (media::isFit(m_path, UploadKind::Melodies) || media::isConvertible(m_path)) {
         showSound(m_path);
     } else {
         m_sound->setFile({});
         showDescription(u"Die Datei wird unverändert übertragen."_s);
-        showResult(QFileInfo(m_path).size());
     }
+    measure();
+}
+
+/// Shows the first of several pictures; other files have only a size.
+void frmMmcOpenControls::showSeveral()
+{
+    const qsizetype count = m_paths.size();
+    m_sound->setFile({});
+    if (count > 1 && media::isPicture(m_question.kind)) {
+        showPicture(m_paths.first());
+        m_type = NoneOrSeveral;
+        m_fraBmpPrev->setTitle(u"Vorschau der ersten von %1 Dateien"_s.arg(count));
+        return;
+    }
+    showDescription(count > 1
+                        ? u"%1 Dateien sind ausgewählt. Jede wird umgewandelt und übertragen."_s.arg(count)
+                        : descriptionOf(m_question.kind));
 }
 
 void frmMmcOpenControls::showDescription(const QString& text)
@@ -250,6 +233,8 @@ void frmMmcOpenControls::showPicture(const QString& path)
 {
     m_sound->setFile({});
     m_type = Picture;
+    m_fraBmpPrev->setTitle(m_shownSize == m_size ? u"Vorschau (Originalgröße)"_s
+                                                 : u"Vorschau (verkleinert)"_s);
     m_imgPrev->setPixmap({});
     m_imgPrev->setText(u"Bitte warten..."_s);
     m_pages->setCurrentIndex(1);
@@ -264,26 +249,30 @@ void frmMmcOpenControls::takePicture(const media::LoadedPicture& picture)
         return;
     }
     m_imgPrev->setText(u"Kein Bild"_s);
-    toolkit::Message message = media::messageFor(*picture.failure);
-    m_program.context.dialogs.Show(message);
+    if (m_type == Picture)
+        m_program.context.dialogs.Show(media::messageFor(*picture.failure));
+}
+
+/// Another shape or quality was chosen.
+void frmMmcOpenControls::changeForm()
+{
+    renderPicture();
+    measure();
 }
 
 void frmMmcOpenControls::renderPicture()
 {
     if (m_picture.isNull())
         return;
-    const QImage image = media::fitted(m_picture, m_size, fit());
-    const bool asJpeg = media::takesJpeg(m_question.phoneType);
-    const QByteArray bytes = asJpeg ? media::jpegBytes(image, quality())
-                                    : media::bitmapFile(image, media::bitmapDepth(m_question.phoneType));
-    // The preview shows the loss of the compression, too.
-    const QImage sent = asJpeg ? QImage::fromData(bytes) : image;
+    const QByteArray bytes = codedPicture(m_picture, options());
+    const QImage sent = QImage::fromData(bytes); // with the loss of the compression
     const qreal ratio = devicePixelRatioF();
     QPixmap pixmap =
         QPixmap::fromImage(sent.scaled(m_shownSize * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     pixmap.setDevicePixelRatio(ratio);
     m_imgPrev->setPixmap(pixmap);
-    showResult(bytes.size());
+    if (m_type == Picture)
+        showRoom({}, bytes.size());
 }
 
 void frmMmcOpenControls::showSound(const QString& path)
@@ -296,43 +285,44 @@ void frmMmcOpenControls::showSound(const QString& path)
     m_lblMidiToLarge->setVisible(isTooLarge);
     m_lblLength->setVisible(!isMelody);
     m_lblLength->setText(u"Länge wird ermittelt..."_s);
-    m_seconds = 0;
     m_pages->setCurrentIndex(2);
-    if (isMelody)
-        showResult(isTooLarge ? std::nullopt : std::optional(QFileInfo(path).size()));
-    else
-        askLength(path);
 }
 
-void frmMmcOpenControls::askLength(const QString& path)
+/// Finds the sizes of what is selected, for the present choices. The size of a single picture is known with
+/// its preview.
+void frmMmcOpenControls::measure()
 {
-    const app::ProgramCall call = media::lengthCall(m_program.context, path);
-    m_length = std::make_unique<QProcess>();
-    m_length->setStandardInputFile(QProcess::nullDevice());
-    app::confine(*m_length, call);
-    connect(m_length.get(), &QProcess::finished, this, [this] {
-        m_seconds = m_length->readAllStandardOutput().trimmed().toDouble();
-        m_lblLength->setText(m_seconds > 0 ? u"Länge: %1 min"_s.arg(lengthText(m_seconds))
-                                           : u"Die Länge ist nicht bekannt."_s);
-        showSoundResult();
-    });
-    connect(m_length.get(), &QProcess::errorOccurred, this,
-            [this] { m_lblLength->setText(u"Die Länge ist nicht bekannt."_s); });
-    m_length->start(call.file, call.arguments);
-}
-
-void frmMmcOpenControls::showSoundResult()
-{
-    if (!isConverted(m_path) || m_seconds <= 0)
+    m_sizes.stop();
+    if (m_paths.isEmpty() || m_type == Picture)
         return;
-    const int trim = trimSeconds();
-    const double kept = trim > 0 ? std::min<double>(trim, m_seconds) : m_seconds;
-    showResult(static_cast<qint64>(kept * media::codesPerSecond));
+    m_sizes.measure(m_paths, options());
+    showSizes();
 }
 
-void frmMmcOpenControls::showResult(std::optional<qint64> bytes)
+void frmMmcOpenControls::showSizes()
 {
+    const UploadSizes::Sum& sum = m_sizes.sum();
+    const double seconds = m_sizes.seconds(m_path);
+    if (!m_sizes.isDone()) {
+        showRoom(m_paths.size() > 1
+                     ? QStringList(
+                           u"Größe wird ermittelt... %1 von %2"_s.arg(sum.measured + 1).arg(m_paths.size()))
+                     : QStringList(),
+                 {});
+        return;
+    }
+    m_lblLength->setText(seconds > 0 ? u"Länge: %1 min"_s.arg(lengthText(seconds))
+                                     : u"Die Länge ist nicht bekannt."_s);
     QStringList lines;
+    if (sum.unfit > 0 && m_paths.size() > 1)
+        lines.append(
+            u"%1 von %2 Dateien passen nicht und werden ausgelassen."_s.arg(sum.unfit).arg(m_paths.size()));
+    showRoom(lines, sum.unfit < m_paths.size() ? std::optional(sum.bytes) : std::nullopt);
+}
+
+/// Shows the bytes in the phone and the room that they leave, after other lines.
+void frmMmcOpenControls::showRoom(QStringList lines, std::optional<qint64> bytes)
+{
     if (bytes) {
         lines.append(
             u"Größe im Telefon: %1 (%2 Bytes)"_s.arg(app::FormatSizeKB(*bytes), QLocale().toString(*bytes)));
@@ -359,38 +349,21 @@ int frmMmcOpenControls::quality() const
                                             : media::defaultQuality;
 }
 
-/// 0 for the whole sound.
-int frmMmcOpenControls::trimSeconds() const
+media::UploadOptions frmMmcOpenControls::options() const
 {
-    if (!m_chkTrimWav->isChecked())
-        return 0;
-    const QString text = m_cmbTrimWav->currentText();
-    return app::IsNumeric(text) ? std::max(0, app::ValInt(text)) : media::defaultTrim;
-}
-
-bool frmMmcOpenControls::isTrimValid() const
-{
-    bool isWhole = false;
-    return m_cmbTrimWav->currentText().trimmed().toInt(&isWhole) > 0 && isWhole;
-}
-
-/// True, and says so, for a length that makes no sense.
-bool frmMmcOpenControls::rejectTrim()
-{
-    if (isTrimValid())
-        return false;
-    m_sound->stop();
-    m_program.context.dialogs.Show({.text = u"Bitte geben Sie die Sekunden als ganze Zahl größer Null ein."_s,
-                                    .icon = toolkit::Icon::Information});
-    return true;
+    return {.phoneType = m_question.phoneType,
+            .kind = m_question.kind,
+            .trimSeconds = m_trim->seconds(),
+            .quality = quality(),
+            .fit = fit()};
 }
 
 /// The sound stops where the one in the phone will end.
 void frmMmcOpenControls::startStopTimer()
 {
-    if (!isConverted(m_path) || !m_chkTrimWav->isChecked() || rejectTrim())
+    if (!media::isConvertible(m_path) || !m_trim->isUsed() || m_trim->rejects())
         return;
-    m_tmrStopWav->start(trimSeconds() * 1000);
+    m_tmrStopWav->start(std::min(m_trim->seconds(), longestTimer) * 1000);
 }
 
 void frmMmcOpenControls::cmdSndStop_Click()
@@ -408,12 +381,9 @@ std::optional<UploadChoice> frmMmcOpenControls::GetSelFiles(const QStringList& p
              .icon = toolkit::Icon::Information});
         return {};
     }
-    return UploadChoice{paths,
-                        {.phoneType = m_question.phoneType,
-                         .kind = m_question.kind,
-                         .trimSeconds = trimSeconds(),
-                         .quality = quality(),
-                         .fit = fit()}};
+    if (m_question.kind == UploadKind::Sounds && m_trim->rejectsNumber())
+        return {};
+    return UploadChoice{paths, options()};
 }
 
 } // namespace kalmo::ui

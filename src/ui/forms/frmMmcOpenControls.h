@@ -2,16 +2,15 @@
 
 #include "media/UploadFiles.h"
 #include "ui/controls/PictureLoader.h"
+#include "ui/controls/UploadSizes.h"
 #include "ui/Program.h"
 
 #include <QGroupBox>
 
 #include <optional>
 
-class QCheckBox;
 class QComboBox;
 class QLabel;
-class QProcess;
 class QRadioButton;
 class QStackedWidget;
 class QTimer;
@@ -19,8 +18,9 @@ class QTimer;
 namespace kalmo::ui {
 
 class SoundButtons;
+class TrimChoice;
 
-/// The files that an upload is for.
+/// The folder that an upload is for.
 struct UploadQuestion
 {
     media::UploadKind kind = media::UploadKind::None;
@@ -29,15 +29,15 @@ struct UploadQuestion
     QString folder = {};                  ///< where the file dialog starts
 };
 
-/// What the user chose.
+/// The files that the user chose, and their form.
 struct UploadChoice
 {
     QStringList paths;
     media::UploadOptions options;
 };
 
-/// The panel at the foot of the file dialog of an upload: shows what the selected file becomes in the phone,
-/// and takes the quality and shape of pictures and the length of sounds.
+/// The panel at the foot of the file dialog of an upload. Shows the selected files as they will be in the
+/// phone, and takes the quality and shape of pictures and the length of sounds.
 class frmMmcOpenControls : public QWidget
 {
     Q_OBJECT
@@ -52,7 +52,8 @@ public:
     void showSelection(const QStringList& paths);
     TypeOfSel TypeOfSelFile() const { return m_type; }
 
-    /// The choices for the files that the dialog gives. Nothing, and that is told, if they lie elsewhere.
+    /// The choices for the files of the dialog. Returns nothing, after a message, if a file is not there or
+    /// if the length of sounds is no whole number above 0.
     std::optional<UploadChoice> GetSelFiles(const QStringList& paths);
     /// Stops the sound that is played for a check.
     void cmdSndStop_Click();
@@ -62,20 +63,19 @@ private:
     QWidget* makePreviews();
     QWidget* makeChoices();
     QWidget* makeFit();
-    QWidget* makeTrim();
+    void showSeveral();
     void showDescription(const QString& text);
     void showPicture(const QString& path);
     void showSound(const QString& path);
-    void askLength(const QString& path);
     void takePicture(const media::LoadedPicture& picture);
+    void changeForm();
     void renderPicture();
-    void showResult(std::optional<qint64> bytes);
-    void showSoundResult();
+    void measure();
+    void showSizes();
+    void showRoom(QStringList lines, std::optional<qint64> bytes);
+    media::UploadOptions options() const;
     media::Fit fit() const;
     int quality() const;
-    int trimSeconds() const;
-    bool isTrimValid() const;
-    bool rejectTrim();
     void startStopTimer();
 
     Program& m_program;
@@ -83,11 +83,11 @@ private:
     QSize m_size;      // of a picture in the phone
     QSize m_shownSize; // of it in the preview
     TypeOfSel m_type = NoneOrSeveral;
-    QString m_path; // the one selected file
-    double m_seconds = 0;
+    QStringList m_paths; // selected
+    QString m_path;      // of the one selected file
     PictureLoader m_loader;
     QImage m_picture;
-    std::unique_ptr<QProcess> m_length;
+    UploadSizes m_sizes;
 
     QStackedWidget* m_pages;
     QLabel* m_description;
@@ -101,8 +101,7 @@ private:
     SoundButtons* m_sound;
     QLabel* m_lblMidiToLarge;
     QLabel* m_lblLength;
-    QCheckBox* m_chkTrimWav;
-    QComboBox* m_cmbTrimWav;
+    TrimChoice* m_trim;
     QLabel* m_lblResult;
     QTimer* m_tmrStopWav;
 };

@@ -2,9 +2,11 @@
 
 #include "app/CodePage.h"
 #include "app/Files.h"
+#include "app/mdlKonverter.h"
 #include "app/Version.h"
 #include "media/Beside.h"
 #include "media/PictureConversion.h"
+#include "media/SoundConversion.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/SoundButtons.h"
@@ -19,12 +21,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMimeDatabase>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
-#include <QStringDecoder>
 #include <QTimer>
 #include <QToolButton>
 
@@ -37,12 +39,14 @@ namespace {
 
 constexpr int smallestHeight = 3420 / twipsPerPixel;
 constexpr int smallestWidth = 4110 / twipsPerPixel;
-constexpr double reduction = 0.96; // of a picture that fills the screen, to leave an edge
-constexpr int margins = 4;         // around the frames, on both sides
+constexpr double reduction = 0.96;                // of a picture that fills the screen, to leave an edge
+constexpr QSize soundSizeInLetters(64, 50);       // of the form, with room for advice on a failure
+constexpr int margins = 4;                        // around the frames, on both sides
+constexpr QSize largestPicture(1 << 16, 1 << 16); // pixels of a picture that is shown 1:1
 
 const QString lastSave = u"frmMmc_View"_s; // use of the folder that files are saved in
 
-enum Page { PicturePage, SoundPage, TextPage };
+enum Page { PicturePage, SoundPage, TextPage, UnknownPage };
 
 struct KindRow
 {
@@ -67,9 +71,31 @@ const KindRow* kindOf(const QString& name)
 /// A text of a phone or of a PC.
 QString decoded(const QByteArray& bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8(bytes);
-    return utf8.hasError() ? app::fromCp1252(bytes) : text;
+    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : app::fromCp1252(bytes);
+}
+
+/// The kind of a file that Kalmo does not show, with the length of a sound for handsets.
+QString kindText(const QString& path)
+{
+    const QFileInfo info(path);
+    const QString ending = info.suffix().toLower();
+    if (ending == u"l22"_s || ending == u"722"_s) {
+        const qint64 seconds = (info.size() + media::codesPerSecond / 2) / media::codesPerSecond;
+        return u"Klingelton für Telefone (G.722), %1:%2 min"_s.arg(seconds / 60)
+            .arg(seconds % 60, 2, 10, QChar(u'0'));
+    }
+    if (ending == u"vmo"_s)
+        return u"Sprachaufnahme eines Telefons"_s;
+    return QMimeDatabase().mimeTypeForFile(path).comment();
+}
+
+/// A picture that is not much larger than `wanted`, so that the window scales it quickly.
+media::LoadedPicture pictureWithin(const QString& path, QSize wanted, const std::stop_token& stop)
+{
+    media::LoadedPicture picture = media::loadPicture(path, wanted, stop);
+    if (!picture.failure && picture.image.size().boundedTo(wanted) != picture.image.size())
+        picture.image = picture.image.scaled(wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return picture;
 }
 
 QToolButton* makeButton(const QString& name, const QString& drawing, const QString& toolTip)
@@ -92,11 +118,11 @@ frmMmc_View::frmMmc_View(Program& program, QWidget* parent)
     : QDialog(parent), m_program(program), m_txtFile(named(new QLineEdit, u"txtFile"_s, u"Datei"_s)),
       m_cmdBmp1zu1(makeButton(u"cmdBmp1zu1"_s, u"zoomin"_s, u"Bild in Originalgröße darstellen"_s)),
       m_cmdSave(makeButton(u"cmdSave"_s, u"save"_s, u"Datei auf Festplatte Speichern"_s)),
-      m_pages(new QStackedWidget), m_imgArea(new QScrollArea),
+      m_pages(new QStackedWidget), m_imgArea(named(new QScrollArea, u"imgArea"_s, u"Bild"_s)),
       m_imgBmp(named(new QLabel, u"imgBmp"_s, u"Bild"_s)), m_sound(new SoundButtons(program.context)),
       m_txtText(named(new QPlainTextEdit, u"txtText"_s, u"Text"_s)),
-      m_sta(named(new StatusLabel, u"sta"_s, u"Status"_s)), m_prg(named(new ProgressStrip, u"prg"_s)),
-      m_tmrMidiPlayAutoStart(new QTimer(this))
+      m_lblUnknown(named(new QLabel, u"lblUnknown"_s)), m_sta(named(new StatusLabel, u"sta"_s, u"Status"_s)),
+      m_prg(named(new ProgressStrip, u"prg"_s)), m_tmrMidiPlayAutoStart(new QTimer(this))
 {
     setObjectName(u"frmMmc_View"_s);
     setWindowTitle(u"Kalmo - Dateivorschau"_s);
@@ -130,6 +156,9 @@ void frmMmc_View::layOut()
     text->setContentsMargins({});
     text->addWidget(m_txtText);
     m_pages->addWidget(fraText);
+    m_lblUnknown->setWordWrap(true);
+    m_lblUnknown->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_pages->addWidget(m_lblUnknown);
     rows->addWidget(m_pages, 1);
     auto* foot = new QHBoxLayout;
     foot->addWidget(m_sta, 1);
@@ -192,10 +221,7 @@ bool frmMmc_View::Form_Present(const QString& path, const QString& displayName, 
     if (isShown && kind->page == PicturePage) {
         isShown = presentPicture(original);
     } else if (isShown && kind->page == SoundPage) {
-        m_sta->SetText(u"Bitte warten..."_s);
-        m_sound->setFile(path);
-        m_sta->SetText({});
-        m_tmrMidiPlayAutoStart->start(0);
+        presentSound();
     } else if (isShown) {
         presentText();
     }
@@ -209,6 +235,20 @@ bool frmMmc_View::Form_Present(const QString& path, const QString& displayName, 
     return isShown;
 }
 
+void frmMmc_View::presentUnknown(const QString& path, const QString& displayName)
+{
+    m_path = path;
+    m_txtFile->setText(displayName);
+    const qint64 size = QFileInfo(path).size();
+    m_lblUnknown->setText(
+        u"Art: %1\nGröße: %2 (%3 Bytes)\n\nKalmo kann den Inhalt nicht zeigen. Die Diskette "
+        u"oben speichert die Datei."_s.arg(kindText(path), app::FormatSizeKB(size),
+                                           QLocale().toString(size)));
+    m_pages->setCurrentIndex(UnknownPage);
+    m_cmdBmp1zu1->hide();
+    m_sta->SetText({});
+}
+
 /// Pixels that a picture may take on the screen.
 QSize frmMmc_View::roomForPicture() const
 {
@@ -220,21 +260,25 @@ QSize frmMmc_View::roomForPicture() const
 
 bool frmMmc_View::presentPicture(bool original)
 {
-    const media::LoadedPicture picture = media::beside(m_program.context.clock, [path = m_path] {
-        return media::loadPicture(path, {1 << 14, 1 << 14});
-    });
-    m_picture = picture.image;
-    if (picture.failure)
-        return false;
     const QSize room = roomForPicture();
-    const double scale = std::min(static_cast<double>(room.width()) / m_picture.width(),
-                                  static_cast<double>(room.height()) / m_picture.height());
-    if (scale < 1 && !original) {
-        ScaleForm4BMP(m_picture.size() * (scale * reduction));
+    const QSize wanted = original ? largestPicture : (QSizeF(room) * devicePixelRatioF()).toSize();
+    const auto [picture, stopped] =
+        media::beside(m_program.context.clock, nullptr, [path = m_path, wanted](const std::stop_token& stop) {
+            return pictureWithin(path, wanted, stop);
+        });
+    m_picture = picture.image;
+    if (stopped || picture.failure)
+        return false;
+    const QSize natural = picture.original;
+    // A picture that is too large for the memory is not shown 1:1 either.
+    const QSizeF shown = original ? m_picture.size() : room;
+    const double scale = std::min(shown.width() / natural.width(), shown.height() / natural.height());
+    if (scale < 1) {
+        ScaleForm4BMP(natural * (original ? scale : scale * reduction));
         m_sta->SetText(u"1:1 nicht möglich - verkleinerter Darstellung um Faktor "_s +
                        QLocale().toString(scale, 'f', 2));
     } else {
-        ScaleForm4BMP(m_picture.size());
+        ScaleForm4BMP(natural);
         m_sta->SetText(u"Anzeige in originaler Größe"_s);
     }
     return true;
@@ -273,6 +317,17 @@ void frmMmc_View::resizeEvent(QResizeEvent* event)
     m_sta->SetText(u"Größe manuell verändert."_s);
 }
 
+void frmMmc_View::presentSound()
+{
+    m_sta->SetText(u"Bitte warten..."_s);
+    m_sound->setFile(m_path);
+    m_sta->SetText({});
+    const int letter = fontMetrics().averageCharWidth();
+    m_ownSize = size().expandedTo(soundSizeInLetters * letter).expandedTo(sizeHint());
+    resize(m_ownSize);
+    m_tmrMidiPlayAutoStart->start(0);
+}
+
 void frmMmc_View::presentText()
 {
     QByteArray bytes;
@@ -283,29 +338,37 @@ void frmMmc_View::presentText()
 void frmMmc_View::save()
 {
     app::Context& context = m_program.context;
-    const QString ending = QFileInfo(m_path).suffix();
-    const QString pattern = u"*."_s + ending;
-    const QString target =
-        context.dialogs.SaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
-                                  .folder = app::GetLastInitDir(context, lastSave),
-                                  .name = m_txtFile->text(),
-                                  .types = {{u"Quelldateityp (%1)"_s.arg(pattern), {pattern}}},
-                                  .confirmOverwrite = true});
+    const QString target = context.dialogs.SaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
+                                                     .folder = app::GetLastInitDir(context, lastSave),
+                                                     .name = m_txtFile->text(),
+                                                     .types = {savedType()},
+                                                     .confirmOverwrite = true});
     if (target.isEmpty())
         return;
     app::SetLastInitDir(context, lastSave, target);
     QByteArray bytes;
     if (!app::WriteTest(context, QFileInfo(target).path()))
         return;
-    const bool isRead = app::readWholeFile(m_path, bytes);
-    const app::ReplaceResult result =
-        isRead ? app::replaceFile(context, target, bytes) : app::ReplaceResult::NotWritten;
+    if (!app::readWholeFile(m_path, bytes)) {
+        context.dialogs.Show({.text = u"Fehler beim Lesen der Datei "_s + m_path, .icon = Icon::Exclamation});
+        return;
+    }
+    const app::ReplaceResult result = app::replaceFile(context, target, bytes);
     if (result == app::ReplaceResult::Written)
         context.dialogs.Show(
             {.text = u"Datei unter %1 gespeichert."_s.arg(target), .icon = Icon::Information});
     else if (result == app::ReplaceResult::NotWritten)
         context.dialogs.Show(
             {.text = u"Fehler beim Schreiben der Datei "_s + target, .icon = Icon::Exclamation});
+}
+
+/// The type of file that the save dialog offers. Recordings have a name of their own, as no program knows
+/// them.
+toolkit::FileType frmMmc_View::savedType() const
+{
+    const QString pattern = u"*."_s + QFileInfo(m_path).suffix();
+    const bool isRecording = pattern.compare(u"*.vmo"_s, Qt::CaseInsensitive) == 0;
+    return {(isRecording ? u"Sprachaufnahme (%1)"_s : u"Quelldateityp (%1)"_s).arg(pattern), {pattern}};
 }
 
 void frmMmc_View::done(int result)

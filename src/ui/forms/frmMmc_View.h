@@ -21,7 +21,7 @@ class SoundButtons;
 class StatusLabel;
 
 /// Shows a file that was read from the phone: a picture, a sound or a text. The user plays it, sees the
-/// picture in its true size, and saves the file.
+/// picture in its true size, and saves the file. Of any other file it shows the kind and the size.
 class frmMmc_View : public QDialog
 {
     Q_OBJECT
@@ -33,9 +33,12 @@ public:
     /// Returns true for the kinds of files that can be shown, by the last four characters of the name.
     static bool IsSupported(const QString& name);
 
-    /// Fills the form. `original` asks for a picture's true size. False, and that is told, if the file can't
-    /// be shown.
+    /// Fills the form. `original` asks for a picture's true size. Returns false, after a message, if the file
+    /// can't be shown.
     bool Form_Present(const QString& path, const QString& displayName, bool original = false);
+
+    /// Fills the form with kind and size of a file that is not supported.
+    void presentUnknown(const QString& path, const QString& displayName);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -49,8 +52,10 @@ private:
     bool presentPicture(bool original);
     void ScaleForm4BMP(QSize picture);
     void stretch(QSize size);
+    void presentSound();
     void presentText();
     void save();
+    toolkit::FileType savedType() const;
     QSize roomForPicture() const;
 
     Program& m_program;
@@ -66,6 +71,7 @@ private:
     QLabel* m_imgBmp;
     SoundButtons* m_sound;
     QPlainTextEdit* m_txtText;
+    QLabel* m_lblUnknown;
     StatusLabel* m_sta;
     ProgressStrip* m_prg;
     QTimer* m_tmrMidiPlayAutoStart;

@@ -16,7 +16,7 @@ using operations::FileAccess;
 
 namespace {
 
-/// Everything that has been made ready, with its bytes.
+/// The files that are ready, with their bytes.
 struct Batch
 {
     std::vector<operations::FileToSend> files = {};
@@ -31,7 +31,7 @@ void take(app::Context& context, const PreparedFile& file, Batch& batch)
         context.dialogs.Show(media::messageFor(*told));
     if (file.failure) {
         batch.isAll = false;
-        batch.goesOn = file.failure->fault != Fault::NoConverter && file.failure->fault != Fault::Cancelled;
+        batch.goesOn = !media::endsBatch(file.failure->fault);
         return;
     }
     QByteArray bytes;

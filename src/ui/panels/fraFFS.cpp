@@ -261,10 +261,13 @@ void fraFFS::openFile(const QString& name)
             view.exec();
         return;
     }
-    if (!desktop.hasAssociation(path) || !desktop.open(path)) {
+    if ((desktop.hasAssociation(path) && desktop.open(path)) ||
         app::NoAssociationDialog(context, desktop, path,
-                                 app::productName() + u" - fehlende Dateiassoziation"_s);
-    }
+                                 app::productName() + u" - fehlende Dateiassoziation"_s))
+        return;
+    frmMmc_View view(m_program, window());
+    view.presentUnknown(path, name);
+    view.exec();
 }
 
 void fraFFS::upload()

@@ -1,0 +1,176 @@
+#include "ui/controls/UploadSizes.h"
+
+#include "app/Programs.h"
+#include "media/BitmapFile.h"
+#include "media/MelodyConversion.h"
+#include "media/SoundConversion.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <chrono>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using media::UploadKind;
+
+namespace {
+
+constexpr double longestSound = 1e9; // seconds; a longer one is a damaged head
+
+bool isMelodyFile(const QString& path)
+{
+    return media::isFit(path, UploadKind::Melodies);
+}
+
+} // namespace
+
+UploadSizes::UploadSizes(app::Context& context, QObject* parent) : QObject(parent), m_context(context)
+{
+    m_limit.setObjectName(u"tmrLimit"_s);
+    m_limit.setSingleShot(true);
+    connect(&m_limit, &QTimer::timeout, this, [this] { app::endNow(*m_program); });
+    connect(&m_loader, &PictureLoader::loaded, this, &UploadSizes::takePicture);
+}
+
+UploadSizes::~UploadSizes()
+{
+    stop();
+}
+
+void UploadSizes::measure(const QStringList& paths, const media::UploadOptions& options)
+{
+    stop();
+    m_paths = paths;
+    m_options = options;
+    m_sum = {};
+    next();
+}
+
+void UploadSizes::stop()
+{
+    m_loader.drop();
+    m_limit.stop();
+    if (m_program) {
+        m_program->disconnect(this);
+        app::endNow(*m_program);
+        m_program.reset();
+    }
+    m_paths.clear();
+    m_sum = {};
+}
+
+/// Counts the files whose sizes are known, and begins with the next that has to be converted.
+void UploadSizes::next()
+{
+    while (!isDone()) {
+        const QString path = m_paths[m_sum.measured];
+        const std::optional<qint64> size = knownSize(path);
+        if (!size) {
+            begin(path);
+            return;
+        }
+        count(*size < 0 ? std::nullopt : size);
+    }
+}
+
+void UploadSizes::count(std::optional<qint64> bytes)
+{
+    ++m_sum.measured;
+    m_sum.bytes += bytes.value_or(0);
+    m_sum.unfit += bytes ? 0 : 1;
+    Q_EMIT changed();
+}
+
+/// -1 for a file that is known to be unfit; nothing for one that has to be looked at.
+std::optional<qint64> UploadSizes::knownSize(const QString& path) const
+{
+    if (!media::isFit(path, m_options.kind))
+        return -1;
+    if (media::isPicture(m_options.kind))
+        return {};
+    if (isMelodyFile(path)) {
+        const auto found = m_melodies.find(path);
+        if (found != m_melodies.end())
+            return *found;
+        return QFileInfo(path).size() > media::largestMelody ? std::optional<qint64>(-1) : std::nullopt;
+    }
+    if (!media::isConvertible(path))
+        return QFileInfo(path).size();
+    const auto found = m_seconds.find(path);
+    if (found == m_seconds.end())
+        return {};
+    const int trim = m_options.trimSeconds;
+    const double kept = trim > 0 ? std::min<double>(trim, *found) : *found;
+    return *found > 0 ? static_cast<qint64>(kept * media::codesPerSecond) : -1;
+}
+
+void UploadSizes::begin(const QString& path)
+{
+    if (media::isPicture(m_options.kind)) {
+        m_loader.load(path, media::pictureSize(m_options.phoneType, m_options.kind));
+        return;
+    }
+    if (!isMelodyFile(path)) {
+        run(media::lengthCall(m_context, path));
+        return;
+    }
+    if (!m_folder)
+        m_folder = std::make_unique<app::WorkFolder>(m_context);
+    const QString target = m_folder->isValid() ? m_folder->filePath(u"o"_s) : QString();
+    QFile::remove(target);
+    run(media::melodyCall(m_context, QFileInfo(path).absoluteFilePath(), target));
+}
+
+void UploadSizes::run(const app::ProgramCall& call)
+{
+    m_program = std::make_unique<QProcess>();
+    m_program->setStandardInputFile(QProcess::nullDevice());
+    m_program->setStandardErrorFile(QProcess::nullDevice());
+    app::confine(*m_program, call);
+    connect(m_program.get(), &QProcess::finished, this, [this](int status, QProcess::ExitStatus how) {
+        takeResult(how == QProcess::NormalExit && status == 0);
+    });
+    connect(m_program.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) // no other signal follows
+            takeResult(false);
+    });
+    m_limit.start(std::chrono::milliseconds(static_cast<qint64>(call.longest * 1000)));
+    m_program->start(call.file, call.arguments);
+}
+
+void UploadSizes::takeResult(bool isGood)
+{
+    m_limit.stop();
+    QProcess* program = m_program.release();
+    program->deleteLater(); // it is in the middle of its signal
+    const QString path = m_paths[m_sum.measured];
+    if (isMelodyFile(path)) {
+        const QFileInfo made(isGood ? m_folder->filePath(u"o"_s) : QString());
+        m_melodies[path] = isGood && made.size() > 0 ? made.size() : -1;
+    } else {
+        const double seconds = isGood ? program->readAllStandardOutput().trimmed().toDouble() : 0;
+        m_seconds[path] = seconds > 0 && seconds < longestSound ? seconds : 0;
+    }
+    next();
+}
+
+void UploadSizes::takePicture(const media::LoadedPicture& picture)
+{
+    const QByteArray bytes = picture.failure ? QByteArray() : codedPicture(picture.image, m_options);
+    count(bytes.isEmpty() ? std::nullopt : std::optional(bytes.size()));
+    next();
+}
+
+QByteArray codedPicture(const QImage& picture, const media::UploadOptions& options)
+{
+    const QImage image =
+        media::fitted(picture, media::pictureSize(options.phoneType, options.kind), options.fit);
+    return media::takesJpeg(options.phoneType)
+               ? media::jpegBytes(image, options.quality)
+               : media::bitmapFile(image, media::bitmapDepth(options.phoneType));
+}
+
+} // namespace kalmo::ui
