@@ -5,7 +5,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kalmo::ui {
 
@@ -52,10 +56,49 @@ QStringList filesOf(const QFileDialog& dialog)
     return files;
 }
 
+constexpr qsizetype mostNamesShown = 5;
+
+QString namesOf(const QStringList& paths)
+{
+    QStringList names;
+    for (const QString& path : paths.first(std::min(paths.size(), mostNamesShown)))
+        names.append(QFileInfo(path).fileName());
+    if (paths.size() > mostNamesShown)
+        names.append(u"und %1 weitere"_s.arg(paths.size() - mostNamesShown));
+    return names.join(u", "_s);
+}
+
+/// Shows what the given files become in the phone, and asks to send them.
+std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion& question, QWidget* parent)
+{
+    QDialog dialog(parent);
+    dialog.setObjectName(u"dlgGiven"_s);
+    dialog.setWindowTitle(u"Zum Telefon übertragen"_s);
+    auto* controls = new frmMmcOpenControls(program, question);
+    auto* names = new QLabel(namesOf(question.given));
+    names->setTextFormat(Qt::PlainText);
+    names->setWordWrap(true);
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(u"Ü&bertragen"_s, QDialogButtonBox::AcceptRole);
+    buttons->addButton(u"Abbrechen"_s, QDialogButtonBox::RejectRole);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(names);
+    layout->addWidget(controls, 1);
+    layout->addWidget(buttons);
+    controls->showSelection(question.given);
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    controls->cmdSndStop_Click();
+    return isAccepted ? controls->GetSelFiles(question.given) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion& question, QWidget* parent)
 {
+    if (!question.given.isEmpty())
+        return confirmUpload(program, question, parent);
     const auto dialog = makeDialog(question, parent);
     auto* controls = new frmMmcOpenControls(program, question);
     auto* layout = qobject_cast<QGridLayout*>(dialog->layout());

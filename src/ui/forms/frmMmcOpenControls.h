@@ -27,6 +27,7 @@ struct UploadQuestion
     int phoneType = 0;
     std::optional<qint64> freeBytes = {}; ///< in the phone
     QString folder = {};                  ///< where the file dialog starts
+    QStringList given = {};               ///< files to send; without them the user chooses some
 };
 
 /// The files that the user chose, and their form.

@@ -3,6 +3,8 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 using toolkit::ListRows;
@@ -54,9 +56,10 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return row.text(index.column());
     case Qt::DecorationRole:
-        return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row.icon) : QVariant();
+        return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row) : QVariant();
     case Qt::SizeHintRole:
-        return QSize(0, QFontMetrics(QGuiApplication::font()).height() + rowPadding);
+        return QSize(0,
+                     std::max(QFontMetrics(QGuiApplication::font()).height(), m_pictureHeight) + rowPadding);
     case Qt::TextAlignmentRole:
         return alignmentOf(index.column());
     default:

@@ -10,8 +10,8 @@
 
 namespace kalmo::ui {
 
-/// Gives the picture of a row's icon key.
-using IconSource = std::function<QIcon(const QString& key)>;
+/// Gives the picture of a row.
+using IconSource = std::function<QIcon(const toolkit::ListRow& row)>;
 
 /// Shows a list's rows to a view without copying them.
 class RowsModel : public QAbstractTableModel
@@ -26,6 +26,8 @@ public:
     void setRows(toolkit::ListRows* rows);
     toolkit::ListRows* rows() const { return m_rows; }
     void setIconSource(IconSource icons) { m_icons = std::move(icons); }
+    /// Rows are high enough for pictures of so many pixels.
+    void setPictureHeight(int pixels) { m_pictureHeight = pixels; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -37,6 +39,7 @@ private:
 
     QPointer<toolkit::ListRows> m_rows;
     IconSource m_icons;
+    int m_pictureHeight = 0;
 };
 
 } // namespace kalmo::ui

@@ -3,6 +3,7 @@
 #include "ui/lists/RowsDelegate.h"
 
 #include <QClipboard>
+#include <QDrag>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -82,6 +83,12 @@ void RowsView::setRows(ListRows& rows)
     showSelection();
 }
 
+void RowsView::setPictureSize(int pixels)
+{
+    setIconSize({pixels, pixels});
+    m_model->setPictureHeight(pixels);
+}
+
 void RowsView::setPlaceholder(const QString& text)
 {
     m_placeholder = text;
@@ -119,6 +126,22 @@ void RowsView::keyPressEvent(QKeyEvent* event)
         return;
     }
     QTreeView::keyPressEvent(event);
+}
+
+void RowsView::setDragSource(DragSource source)
+{
+    m_dragSource = std::move(source);
+    setDragEnabled(m_dragSource != nullptr);
+}
+
+void RowsView::startDrag(Qt::DropActions)
+{
+    std::unique_ptr<QMimeData> content = dragContent();
+    if (!content)
+        return;
+    auto* drag = new QDrag(this); // which deletes itself
+    drag->setMimeData(content.release());
+    drag->exec(Qt::CopyAction);
 }
 
 void RowsView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)

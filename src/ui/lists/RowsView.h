@@ -5,7 +5,11 @@
 #include "ui/lists/RowsModel.h"
 #include "ui/lists/TypeAhead.h"
 
+#include <QMimeData>
 #include <QTreeView>
+
+#include <functional>
+#include <memory>
 
 namespace kalmo::ui {
 
@@ -24,6 +28,8 @@ public:
     toolkit::ListRows* rows() const { return m_model->rows(); }
 
     void setIconSource(IconSource icons) { m_model->setIconSource(std::move(icons)); }
+    /// Gives the pictures of the rows so many pixels in height and width.
+    void setPictureSize(int pixels);
     /// Text that is shown while there are no rows.
     void setPlaceholder(const QString& text);
     QString placeholder() const { return m_placeholder; }
@@ -46,6 +52,11 @@ public:
     /// For the program's command "Suchen".
     void wantSearch() { Q_EMIT searchWanted(); }
 
+    /// Gives the content of a drag of the selected rows, null if there is nothing to drag.
+    using DragSource = std::function<std::unique_ptr<QMimeData>()>;
+    void setDragSource(DragSource source);
+    std::unique_ptr<QMimeData> dragContent() const { return m_dragSource ? m_dragSource() : nullptr; }
+
     /// Sorts by a column and shows that in its head.
     void sortBy(int column, Qt::SortOrder order);
 
@@ -60,6 +71,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
@@ -77,6 +89,7 @@ private:
     toolkit::RowFilter m_filter;
     TypeAhead m_typeAhead;
     RowFormat m_format;
+    DragSource m_dragSource;
     bool m_syncing = false; // rows and view are being made equal
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/SafeLocalName.h"
 #include "operations/FetchFiles.h"
+#include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FileBoxes.h"
 
@@ -21,49 +22,65 @@ using toolkit::Icon;
 
 namespace {
 
-/// Names by what came of the files.
-struct Sorted
-{
-    QStringList done;
-    QStringList notDone;
-    QStringList impossible; ///< names that this computer doesn't take
-    bool hasFailed = false;
-};
-
-enum class Step { Done, LeftOut, Failed, Cancelled };
+enum class Step { Done, LeftOut, Failed };
 
 class Downloader
 {
 public:
-    Downloader(FileAccess& access, const QString& folder) : m_access(access), m_folder(folder) {}
+    Downloader(FileAccess& access, BatchDisplay& display, const QString& folder)
+        : m_access(access), m_display(display), m_folder(folder)
+    {
+    }
 
-    Sorted run(std::vector<FileToFetch> files);
+    /// Finds the files and asks about those that would be replaced here. False if the user cancels.
+    bool prepare(std::vector<FileToFetch>& files);
+    void run(const std::vector<FileToFetch>& files);
+
+    QStringList done;
+    QStringList notDone;
+    QStringList impossible; ///< names that this computer doesn't take
+    qint64 bytes = 0;
+    double seconds = 0;
+    bool hasFailed = false;
 
 private:
     Step download(const FileToFetch& file);
-    Step mayReplace(const QString& localName, const QString& target);
+    QString targetOf(const FileToFetch& file) const;
     bool isWanted(const FileToFetch& file, const FetchedFile& fetched);
+    void expectAll(const std::vector<FileToFetch>& files);
 
     clsMmc& client() { return m_access.client(); }
 
     FileAccess& m_access;
+    BatchDisplay& m_display;
     QString m_folder;
 };
 
-Step Downloader::mayReplace(const QString& localName, const QString& target)
+QString Downloader::targetOf(const FileToFetch& file) const
 {
-    if (!QFileInfo::exists(target))
-        return Step::Done;
-    switch (askToReplace(client(),
-                         u"Die Datei \"%1\" ist im Ordner %2 schon vorhanden.\nDatei überschreiben?"_s.arg(
-                             localName, QDir::toNativeSeparators(m_folder)))) {
-    case Answer::Yes:
-        return Step::Done;
-    case Answer::Cancel:
-        return Step::Cancelled;
-    default:
-        return Step::LeftOut;
+    return QDir(m_folder).filePath(app::safeLocalName(file.path.name()));
+}
+
+bool Downloader::prepare(std::vector<FileToFetch>& files)
+{
+    for (FileToFetch& file : files) {
+        if (app::safeLocalName(file.path.name()).isEmpty())
+            file.obstacle = FileObstacle::BadName;
     }
+    operations::findFiles(m_access, files);
+    for (FileToFetch& file : files) {
+        const QString target = targetOf(file);
+        if (file.obstacle != FileObstacle::None || !QFileInfo::exists(target))
+            continue;
+        const Answer answer = askToReplace(
+            client(), u"Die Datei \"%1\" ist im Ordner %2 schon vorhanden.\nDatei überschreiben?"_s.arg(
+                          QFileInfo(target).fileName(), QDir::toNativeSeparators(m_folder)));
+        if (answer == Answer::Cancel)
+            return false;
+        if (answer == Answer::No)
+            file.obstacle = FileObstacle::Kept;
+    }
+    return true;
 }
 
 /// Returns true if the bytes are to be saved: as many as the phone lists, or as the user wants to have in
@@ -80,82 +97,97 @@ bool Downloader::isWanted(const FileToFetch& file, const FetchedFile& fetched)
 
 Step Downloader::download(const FileToFetch& file)
 {
-    const QString localName = app::safeLocalName(file.path.name());
-    const QString target = QDir(m_folder).filePath(localName);
-    if (const Step step = mayReplace(localName, target); step != Step::Done)
-        return step;
     const FetchedFile fetched = operations::fetchFile(m_access, file);
     if (!fetched.outcome.isConfirmed || client().isAbandoned())
         return Step::Failed;
     const bool wanted = isWanted(file, fetched);
-    if (wanted && client().SaveFile(fetched.bytes, target, file.entry->modified))
+    if (wanted && client().SaveFile(fetched.bytes, targetOf(file), file.entry->modified)) {
+        bytes += fetched.bytes.size();
         return Step::Done;
-    m_access.progress().status(u"Download "_s + file.path.name() + u" nicht abgeschlossen."_s);
+    }
     return wanted ? Step::Failed : Step::LeftOut;
 }
 
-Sorted Downloader::run(std::vector<FileToFetch> files)
+void Downloader::expectAll(const std::vector<FileToFetch>& files)
 {
-    for (FileToFetch& file : files) {
-        if (app::safeLocalName(file.path.name()).isEmpty())
-            file.obstacle = FileObstacle::BadName;
-    }
-    operations::findFiles(m_access, files);
-    Sorted sorted;
-    bool stops = false;
+    qsizetype count = 0;
+    qint64 total = 0;
     for (const FileToFetch& file : files) {
-        stops = stops || !m_access.goesOn();
-        if (file.obstacle == FileObstacle::BadName) {
-            sorted.impossible.append(file.path.name());
-            continue;
-        }
-        Step step = stops ? Step::LeftOut : Step::Failed;
-        if (!stops && file.obstacle == FileObstacle::None)
-            step = download(file);
-        (step == Step::Done ? sorted.done : sorted.notDone).append(file.path.name());
-        sorted.hasFailed = sorted.hasFailed || step == Step::Failed;
-        stops = stops || step == Step::Failed || step == Step::Cancelled;
+        count += file.obstacle == FileObstacle::None;
+        total += file.obstacle == FileObstacle::None ? file.entry->size : 0;
     }
-    return sorted;
+    m_display.expect(count, total);
 }
 
-QString reportOf(const Sorted& sorted, const QString& folder)
+void Downloader::run(const std::vector<FileToFetch>& files)
 {
-    QStringList parts;
-    const auto add = [&](const QString& title, const QStringList& names) {
-        if (!names.isEmpty())
-            parts.append(title + u'\n' + someOf(names));
-    };
-    add(u"Gespeichert im Ordner %1:"_s.arg(folder), sorted.done);
-    add(u"Nicht gespeichert:"_s, sorted.notDone);
-    add(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:"_s, sorted.impossible);
+    expectAll(files);
+    for (const FileToFetch& file : files) {
+        const QString name = file.path.name();
+        if (file.obstacle == FileObstacle::BadName) {
+            impossible.append(name);
+            continue;
+        }
+        Step step = file.obstacle == FileObstacle::Kept ? Step::LeftOut : Step::Failed;
+        if (file.obstacle == FileObstacle::None && !hasFailed && m_access.goesOn()) {
+            m_display.next(file.entry->size);
+            step = download(file);
+        }
+        (step == Step::Done ? done : notDone).append(name);
+        hasFailed = hasFailed || step == Step::Failed;
+    }
+    seconds = m_display.seconds();
+}
+
+/// "gespeichert im Ordner ..."
+QString verbFor(const LocalFolder& folder)
+{
+    return folder.isScratch ? u"empfangen"_s
+                            : u"gespeichert im Ordner "_s + QDir::toNativeSeparators(folder.path);
+}
+
+QString reportOf(const Downloader& result, const LocalFolder& folder)
+{
+    const QString verb = verbFor(folder);
+    const QStringList parts =
+        titled(verb.first(1).toUpper() + verb.mid(1) + u':', result.done) +
+        titled(u"Nicht gespeichert:"_s, result.notDone) +
+        titled(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:"_s,
+               result.impossible);
     return parts.join(u"\n\n"_s);
 }
 
 } // namespace
 
 bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress,
-                   const obex::PhonePath& from, const QStringList& names, const QString& folder)
+                   const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder)
 {
     if (names.isEmpty())
         return false;
-    FileAccess access(mmc, u"Download"_s, progress);
+    BatchDisplay display(progress, mmc->line().context().clock);
+    FileAccess access(mmc, u"Download"_s, display.progress());
     if (!access.mayBegin())
         return false;
     std::vector<FileToFetch> files;
     for (const QString& name : names)
         files.push_back({.path = from.below(name)});
-    const Sorted sorted = Downloader(access, folder).run(files);
-    const QString folderShown = QDir::toNativeSeparators(folder);
-    const bool isPlain = sorted.impossible.isEmpty() && (names.size() == 1 || sorted.notDone.isEmpty());
-    if (!isPlain)
-        tell(*mmc, reportOf(sorted, folderShown), Icon::Exclamation);
-    else if (sorted.done.size() == 1)
-        access.progress().status(u"%1 gespeichert im Ordner %2."_s.arg(sorted.done[0], folderShown));
-    else if (!sorted.done.isEmpty())
-        access.progress().status(
-            u"%1 Dateien gespeichert im Ordner %2."_s.arg(QString::number(sorted.done.size()), folderShown));
-    return !sorted.hasFailed;
+    Downloader downloader(access, display, folder.path);
+    if (!downloader.prepare(files)) {
+        progress.status(u"Nichts gespeichert."_s);
+        return false;
+    }
+    downloader.run(files);
+    if (mmc->isAbandoned())
+        return false;
+    const bool isOneFailure = names.size() == 1 && downloader.impossible.isEmpty();
+    if (!isOneFailure && (downloader.hasFailed || !downloader.impossible.isEmpty()))
+        tell(*mmc, reportOf(downloader, folder), Icon::Exclamation);
+    progress.status(sentenceOf({.verb = verbFor(folder),
+                                .files = downloader.done,
+                                .leftOut = names.size() - downloader.done.size(),
+                                .bytes = downloader.bytes,
+                                .seconds = downloader.seconds}));
+    return !downloader.hasFailed;
 }
 
 } // namespace kalmo::ui

@@ -1,12 +1,12 @@
 #include "ui/panels/FfsTransfers.h"
 
-#include "operations/DeleteFiles.h"
+#include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FileBoxes.h"
-#include "ui/panels/NumberedPanel.h"
 
 #include <QDir>
 
 #include <algorithm>
+#include <utility>
 
 namespace kalmo::ui {
 
@@ -17,7 +17,6 @@ using operations::Cause;
 using operations::FileAccess;
 using operations::FileObstacle;
 using operations::FileOutcome;
-using operations::FileToDelete;
 using operations::PlannedFile;
 using operations::State;
 using toolkit::Answer;
@@ -55,15 +54,6 @@ void tellObstacle(clsMmc& mmc, const PlannedFile& file)
         if (row.obstacle == file.obstacle)
             tell(mmc, row.text.toString().replace(u"%1"_s, file.path.name()), Icon::Exclamation);
     }
-}
-
-void tellOpenRecord(const clsMmc& mmc, const FileAccess& access)
-{
-    if (access.isRecordOpen())
-        tell(mmc,
-             u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
-             u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s,
-             Icon::Exclamation);
 }
 
 QString inParagraph(const QString& reason)
@@ -129,104 +119,94 @@ bool askAboutReplaced(const clsMmc& mmc, operations::SendPlan& plan)
     return true;
 }
 
-QStringList lines(const QString& title, const QStringList& names)
+/// The stages of an upload on the display: what is replaced is read first.
+class SendStages
 {
-    return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
-}
+public:
+    SendStages(BatchDisplay& display, const operations::SendPlan& plan) : m_display(display), m_plan(plan) {}
 
-/// Names of what is not safely deleted.
-struct NotDeleted
-{
-    QStringList unsaved = {};     ///< the record could not be written
-    QString reason = {};          ///< the system's words for that
-    QStringList open = {};        ///< the phone did not answer
-    QStringList stillListed = {}; ///< the phone confirmed, and lists it
+    void saving(const PlannedFile& file)
+    {
+        if (!std::exchange(m_isSaving, true))
+            expect(u"Sichern"_s,
+                   [](const PlannedFile& each) { return each.replaced ? each.replaced->size : -1; });
+        m_display.next(file.replaced->size);
+    }
+    void sending(const PlannedFile& file)
+    {
+        if (!std::exchange(m_isSending, true))
+            expect({}, [](const PlannedFile& each) { return each.size; });
+        m_display.next(file.size);
+    }
+
+private:
+    /// `bytesOf` returns -1 for a file that the stage leaves out.
+    void expect(const QString& stage, const std::function<qint64(const PlannedFile&)>& bytesOf)
+    {
+        qsizetype count = 0;
+        qint64 total = 0;
+        for (const PlannedFile& file : m_plan.files) {
+            const qint64 bytes = file.isPossible() ? bytesOf(file) : -1;
+            count += bytes >= 0;
+            total += std::max<qint64>(bytes, 0);
+        }
+        m_display.expect(count, total, stage);
+    }
+
+    BatchDisplay& m_display;
+    const operations::SendPlan& m_plan;
+    bool m_isSaving = false;
+    bool m_isSending = false;
 };
-
-QString deletedText(const NotDeleted& names)
-{
-    const QStringList parts =
-        lines(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, names.unsaved) +
-        (names.reason.isEmpty() ? QStringList() : QStringList(names.reason)) +
-        lines(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s,
-              names.open) +
-        lines(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, names.stillListed);
-    return parts.join(u"\n\n"_s);
-}
 
 } // namespace
 
 bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& to,
-                 const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes)
+                 const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes,
+                 qsizetype leftOut, const OnSent& onSent)
 {
-    NumberedPanel panel(progress.panel, static_cast<qsizetype>(files.size()));
-    FileAccess access(mmc, u"Upload"_s, {&panel, progress.bar, progress.cancel});
+    BatchDisplay display(progress, mmc->line().context().clock);
+    FileAccess access(mmc, u"Upload"_s, display.progress());
     operations::SendPlan plan = operations::planSend(to, files);
     const operations::SendPolicy policy{
         .stopsAtFailure = true, .freeBytes = freeBytes, .countsRoomOfReplaced = false};
     const bool isLookNeeded = plan.isAnyPossible();
+    BatchResult sent{.verb = u"gesendet"_s};
     if (!access.mayBegin() || (isLookNeeded && !operations::lookBeforeSending(access, plan, policy)) ||
-        !askAboutReplaced(*mmc, plan))
+        !askAboutReplaced(*mmc, plan)) {
+        if (!mmc->isAbandoned())
+            progress.status(sentenceOf(sent));
         return false;
-    QStringList done;
+    }
     QStringList notDone;
     bool hasFailed = false;
     const auto finished = [&](const PlannedFile& file, const FileOutcome& outcome) {
         const bool isDone = outcome.state == State::Done;
-        (isDone ? done : notDone).append(file.path.name());
+        (isDone ? sent.files : notDone).append(file.path.name());
+        sent.bytes += isDone ? file.size : 0;
+        if (isDone && !mmc->isAbandoned())
+            onSent(file);
         if (!hasFailed) { // those after it were not tried
             tellObstacle(*mmc, file);
             tellUpload(*mmc, file, outcome);
         }
         hasFailed = hasFailed || file.obstacle == FileObstacle::NoRoom || (file.isPossible() && !isDone);
     };
-    const auto sending = [&panel](const PlannedFile&) { panel.next(); };
-    operations::applySend(access, plan, policy, {.sending = sending, .finished = finished});
+    SendStages stages(display, plan);
+    const auto saving = [&](const PlannedFile& file) { stages.saving(file); };
+    const auto sending = [&](const PlannedFile& file) { stages.sending(file); };
+    operations::applySend(access, plan, policy, {.saving = saving, .sending = sending, .finished = finished});
+    sent.seconds = display.seconds();
+    sent.leftOut = leftOut + notDone.size();
     tellOpenRecord(*mmc, access);
     if (hasFailed && files.size() > 1) {
         const QStringList parts =
-            lines(u"Zum Telefon übertragen:"_s, done) + lines(u"Nicht übertragen:"_s, notDone);
+            titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);
         tell(*mmc, parts.join(u"\n\n"_s), Icon::Exclamation);
     }
+    if (!mmc->isAbandoned())
+        progress.status(sentenceOf(sent));
     return !hasFailed;
-}
-
-bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& in,
-                   const QStringList& names)
-{
-    FileAccess access(mmc, u"Löschen"_s, progress);
-    if (!access.mayBegin())
-        return false;
-    std::vector<PhonePath> paths;
-    for (const QString& name : names)
-        paths.push_back(in.below(name));
-    std::vector<FileToDelete> files = operations::planDelete(paths);
-    operations::lookBeforeDeleting(access, files);
-    NotDeleted notDeleted;
-    bool isAllDone = true;
-    const auto finished = [&](const FileToDelete& file, const FileOutcome& outcome) {
-        const QString name = file.path.name();
-        if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
-            notDeleted.stillListed.append(name);
-        else if (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch)
-            notDeleted.unsaved.append(name);
-        else if (outcome.state == State::Unknown)
-            notDeleted.open.append(name);
-        if (notDeleted.reason.isEmpty())
-            notDeleted.reason = outcome.reason;
-        isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
-    };
-    const auto mayLose = [&](const QStringList& unreadable) {
-        return ask(*mmc,
-                   u"Das Telefon gibt den Inhalt nicht heraus, eine Sicherung ist nicht möglich:\n%1\n\n"
-                   u"Trotzdem löschen?"_s.arg(someOf(unreadable)));
-    };
-    operations::applyDelete(access, files, {.stopsAtFailure = true},
-                            {.finished = finished, .mayLose = mayLose});
-    tellOpenRecord(*mmc, access);
-    if (const QString text = deletedText(notDeleted); !text.isEmpty())
-        tell(*mmc, text, Icon::Exclamation);
-    return isAllDone;
 }
 
 } // namespace kalmo::ui

@@ -2,8 +2,7 @@
 
 #include "app/Files.h"
 #include "app/WorkFolder.h"
-#include "ui/panels/FfsTransfers.h"
-#include "ui/panels/NumberedPanel.h"
+#include "ui/panels/BatchDisplay.h"
 
 #include <QFileInfo>
 
@@ -47,10 +46,11 @@ void take(app::Context& context, const PreparedFile& file, Batch& batch)
                            .bytes = isMade ? std::optional(bytes) : std::nullopt});
 }
 
-Batch prepareAll(Program& program, const toolkit::Progress& progress, NumberedPanel& panel,
-                 const UploadChoice& choice)
+Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& choice)
 {
+    const toolkit::Progress progress = display.progress();
     Batch batch;
+    display.expect(choice.paths.size(), 0);
     const app::WorkFolder folder(program.context);
     if (!folder.isValid()) {
         program.context.dialogs.Show(
@@ -60,14 +60,14 @@ Batch prepareAll(Program& program, const toolkit::Progress& progress, NumberedPa
     for (const QString& path : choice.paths) {
         if (!batch.goesOn || progress.cancelled())
             break;
-        panel.next();
-        panel.SetText(u"%1 wird umgewandelt..."_s.arg(QFileInfo(path).fileName()));
+        display.next();
+        progress.status(u"%1 wird umgewandelt..."_s.arg(QFileInfo(path).fileName()));
         take(
             program.context,
             media::prepareFile(program.context, path, choice.options, folder.filePath(u"upload"_s), progress),
             batch);
     }
-    panel.SetText({});
+    progress.status({});
     batch.goesOn = batch.goesOn && !progress.cancelled();
     return batch;
 }
@@ -76,22 +76,23 @@ Batch prepareAll(Program& program, const toolkit::Progress& progress, NumberedPa
 
 bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
                       const toolkit::Progress& progress, const obex::PhonePath& to,
-                      const UploadChoice& choice, std::optional<qint64> freeBytes)
+                      const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent)
 {
-    NumberedPanel panel(progress.panel, choice.paths.size());
     Batch batch;
     {
+        BatchDisplay display(progress, program.context.clock);
         // The window is blocked and can be cancelled as while the phone is at work.
-        const FileAccess access(mmc, u"Upload"_s, progress);
+        const FileAccess access(mmc, u"Upload"_s, display.progress());
         if (!access.mayBegin())
             return false;
-        toolkit::Progress shown = access.progress();
-        shown.panel = &panel;
-        batch = prepareAll(program, shown, panel, choice);
+        batch = prepareAll(program, display, choice);
     }
-    if (!batch.goesOn || batch.files.empty())
+    if (!batch.goesOn || batch.files.empty()) {
+        progress.status(sentenceOf({.verb = u"gesendet"_s}));
         return false;
-    return uploadFiles(mmc, progress, to, batch.files, freeBytes) && batch.isAll;
+    }
+    const qsizetype leftOut = choice.paths.size() - static_cast<qsizetype>(batch.files.size());
+    return uploadFiles(mmc, progress, to, batch.files, freeBytes, leftOut, onSent) && batch.isAll;
 }
 
 } // namespace kalmo::ui

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "operations/SendFiles.h"
 #include "ui/forms/frmMmcOpenControls.h"
+#include "ui/panels/FfsTransfers.h"
 
 namespace kalmo::ui {
 
@@ -10,6 +10,6 @@ namespace kalmo::ui {
 /// the upload. True if all was done that the user wanted.
 bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
                       const toolkit::Progress& progress, const obex::PhonePath& to,
-                      const UploadChoice& choice, std::optional<qint64> freeBytes);
+                      const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent);
 
 } // namespace kalmo::ui

@@ -24,10 +24,24 @@ QString someOf(const QStringList& names)
     return lines.join(u'\n');
 }
 
+QStringList titled(const QString& title, const QStringList& names)
+{
+    return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
+}
+
 void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
 {
     if (!mmc.isAbandoned())
         mmc.line().context().dialogs.Show({.text = text, .icon = icon});
+}
+
+void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& access)
+{
+    if (access.isRecordOpen())
+        tell(mmc,
+             u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
+             u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s,
+             Icon::Exclamation);
 }
 
 Answer askToReplace(const obex::clsMmc& mmc, const QString& text)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "obex/clsMmc.h"
+#include "operations/FileAccess.h"
 
 #include <QStringList>
 
@@ -11,7 +11,13 @@ namespace kalmo::ui {
 /// Names for a box, which has to fit on a screen: one a line, the first ten.
 QString someOf(const QStringList& names);
 
+/// The same below a title, as one paragraph; empty without names.
+QStringList titled(const QString& title, const QStringList& names);
+
 void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
+
+/// Informs the user if the record of a change could not be completed.
+void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& access);
 
 /// Yes, No or Cancel, with No as the default; Cancel where nobody is there.
 toolkit::Answer askToReplace(const obex::clsMmc& mmc, const QString& text);

@@ -15,7 +15,7 @@ ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASe
       m_note(new QLabel(this)), m_plainASelects(plainASelects)
 {
     m_view->setRows(rows);
-    m_view->setIconSource([](const QString& key) { return icon(key); });
+    m_view->setIconSource([](const toolkit::ListRow& row) { return icon(row.icon); });
     m_view->installEventFilter(this);
     m_note->setWordWrap(true);
     m_note->setTextFormat(Qt::PlainText);

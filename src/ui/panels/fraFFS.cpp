@@ -1,22 +1,16 @@
 #include "ui/panels/fraFFS.h"
 
-#include "app/FileAssociations.h"
-#include "app/Files.h"
-#include "app/SafeLocalName.h"
-#include "app/SettingsKeys.h"
-#include "app/Version.h"
 #include "obex/FolderRows.h"
+#include "operations/FileAccess.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucFfsMem.h"
-#include "ui/forms/frmMmc_View.h"
 #include "ui/forms/UploadDialog.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
-#include "ui/panels/FfsTransfers.h"
-#include "ui/panels/FfsUpload.h"
+#include "ui/panels/FileDrop.h"
+#include "ui/panels/Thumbnails.h"
 
-#include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -28,15 +22,11 @@
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 
 namespace {
 
 constexpr int commandIcon = 16; // smaller than those of the window's own toolbar
-
-const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
+constexpr int rowPicture = 28;  // large enough to know a picture by it
 
 QList<toolkit::ListColumn> columns()
 {
@@ -50,12 +40,6 @@ QString nameIn(const QString& key)
     return key.mid(obex::fileKeyPrefix.size());
 }
 
-QString savedFolder(const app::Settings& settings)
-{
-    const QString folder = app::get(settings, app::keys::LastSaveFolder);
-    return folder == app::noValue() ? QString() : folder;
-}
-
 } // namespace
 
 fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Progress progress,
@@ -66,12 +50,18 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
       m_ucFfsMem(named(new ucFfsMem(program.context), u"ucFfsMem"_s, u"Speicher im Telefon"_s)),
       m_chooseUpload(
           [this](const UploadQuestion& question) { return chooseUpload(m_program, question, window()); }),
-      m_mnuFFSsave(makeSaveMenu()), m_tlbFFS(makeToolbar())
+      m_mnuFFSsave(makeSaveMenu()), m_tlbFFS(makeToolbar()), m_thumbnails(new Thumbnails(this))
 {
     setCaption(u"Dateisystem"_s);
     m_lvwFFs->setRows(m_rows);
     m_lvwFFs->setAccessibleName(u"Dateien im Telefon"_s);
-    m_lvwFFs->setIconSource([](const QString& key) { return icon(key); });
+    m_lvwFFs->setPictureSize(rowPicture);
+    m_lvwFFs->setIconSource([this](const toolkit::ListRow& row) {
+        const bool isFile = row.key.startsWith(obex::fileKeyPrefix);
+        const QIcon thumbnail = isFile ? m_thumbnails->of(nameIn(row.key)) : QIcon();
+        return thumbnail.isNull() ? icon(row.icon) : thumbnail;
+    });
+    connect(m_thumbnails, &Thumbnails::changed, m_lvwFFs->viewport(), qOverload<>(&QWidget::update));
     m_lvwFFs->setColumnCharacters({36, 22, 12, 12});
     content()->addWidget(m_tlbFFS);
     content()->addWidget(makePathRow());
@@ -83,6 +73,8 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     setTabOrder(m_txtFFscDirAct, search);
     setTabOrder(search, m_lvwFFs);
     makeCommands();
+    m_lvwFFs->setDragSource([this] { return draggedFiles(); });
+    connect(new FileDrop(*m_lvwFFs), &FileDrop::dropped, this, &fraFFS::takeDropped);
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
@@ -142,8 +134,7 @@ QMenu* fraFFS::makeSaveMenu()
 {
     auto* menu = named(new QMenu(this), u"mnuFFSsave"_s, u"Speichern"_s);
     m_saveIntoLast = menu->addAction(QString());
-    connect(m_saveIntoLast, &QAction::triggered, this,
-            [this] { saveInto(savedFolder(m_program.context.settings)); });
+    connect(m_saveIntoLast, &QAction::triggered, this, [this] { saveInto(savedFolder()); });
     QAction* other = menu->addAction(u"Anderem Ordner"_s);
     connect(other, &QAction::triggered, this, &fraFFS::pickFolderAndSave);
     menu->addSeparator();
@@ -178,20 +169,38 @@ void fraFFS::FfsListRefresh()
         return;
     }
     QList<obex::tObxDirEntry> entries;
-    if (m_mmc->Dir(entries, m_progress, &m_rows))
-        m_listed = obex::PhonePath(m_mmc->DirAct());
+    if (!m_mmc->Dir(entries, m_progress, &m_rows))
+        return;
+    m_listed = obex::PhonePath(m_mmc->DirAct());
+    m_thumbnails->show(*m_listed, entries);
+    m_thumbnails->lookInto(savedFolder());
 }
 
-/// False, and says so, if the list shows no folder that something could be done in.
+/// False, and says so, if the list shows no folder that something could be done in, or if the connection was
+/// lost in a silence.
 bool fraFFS::isFolderListed()
 {
     if (!m_listed)
         m_mmc->ErrMsg(obex::FolderUnknown);
-    return m_listed.has_value();
+    else if (m_mmc->IsOnline() != obex::clsMmc::Connected)
+        m_mmc->ErrMsg(obex::Timeout);
+    else
+        return true;
+    return false;
 }
 
+/// False if the phone stays silent, which has been reported. The list stays as it was read then.
+bool fraFFS::isPhoneThere()
+{
+    operations::FileAccess access(m_mmc, u"IsPhoneThere"_s, m_progress);
+    return access.canSend();
+}
+
+/// Connects again where that is lost, after a long silence of the phone.
 void fraFFS::refresh()
 {
+    if (m_mmc->IsOnline() != obex::clsMmc::Connected && !m_mmc->Online(m_progress))
+        return;
     FFSMemAct();
     FfsListRefresh();
 }
@@ -215,8 +224,9 @@ void fraFFS::openKey(const QString& key)
         return;
     }
     m_search->clear();
-    changeFolder(key);
-    FfsListRefresh(); // after a failure too: the client is where it came to
+    if (!changeFolder(key) && !isPhoneThere())
+        return;
+    FfsListRefresh(); // after a refusal too: the client is where it came to
     m_rows.setCurrent(0);
     m_lvwFFs->setFocus();
 }
@@ -225,122 +235,12 @@ bool fraFFS::changeFolder(const QString& key)
 {
     if (key.startsWith(obex::rootKeyPrefix))
         return m_mmc->CdRoot();
-    if (key.startsWith(obex::upKeyPrefix))
-        return m_mmc->CdUp();
-    return m_mmc->Cd(nameIn(key), false);
-}
-
-/// Shows a file in the preview or with the user's own program, from a copy in the work folder.
-void fraFFS::openFile(const QString& name)
-{
-    app::Context& context = m_program.context;
-    const QString localName = app::safeLocalName(name);
-    if (localName.isEmpty()) {
-        context.dialogs.Show({.text = u"Dateien können auf diesem Computer nicht so heißen:\n"_s + name,
-                              .icon = Icon::Exclamation});
-        return;
+    const bool goesUp = key.startsWith(obex::upKeyPrefix);
+    if (m_mmc->DirAct().isEmpty() && m_listed) { // the phone fell silent on the way to another folder
+        operations::FileAccess access(m_mmc, u"Cd"_s, m_progress);
+        return access.mayBegin() && access.enter(goesUp ? m_listed->folder() : m_listed->below(nameIn(key)));
     }
-    const QString folder = context.sy.Paths.Storage + u"/config/temp"_s;
-    if (!app::EnsureDirExists(context, folder))
-        return;
-    const QString path = folder + u'/' + localName;
-    app::DeleteQuiet(path);
-    QByteArray content;
-    app::Desktop& desktop = m_program.desktop;
-    if (!isFolderListed())
-        return;
-    {
-        operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
-        if (!access.mayBegin() || !access.enter(*m_listed) ||
-            !access.client().GetFile(name, content, access.progress(), path))
-            return;
-    }
-    if (frmMmc_View::IsSupported(name)) {
-        frmMmc_View view(m_program, window());
-        if (view.Form_Present(path, name))
-            view.exec();
-        return;
-    }
-    if ((desktop.hasAssociation(path) && desktop.open(path)) ||
-        app::NoAssociationDialog(context, desktop, path,
-                                 app::productName() + u" - fehlende Dateiassoziation"_s))
-        return;
-    frmMmc_View view(m_program, window());
-    view.presentUnknown(path, name);
-    view.exec();
-}
-
-void fraFFS::upload()
-{
-    app::Context& context = m_program.context;
-    if (!isFolderListed())
-        return;
-    const int phoneType = context.sy.PhoneType;
-    const media::UploadKind kind = media::uploadKind(m_mmc->DirAct(), phoneType);
-    if (kind == media::UploadKind::None) {
-        context.dialogs.Show(media::messageFor({media::Fault::NoFolder}));
-        return;
-    }
-    if (!m_freeBytes)
-        readFreeBytes();
-    const auto choice = m_chooseUpload({.kind = kind,
-                                        .phoneType = phoneType,
-                                        .freeBytes = m_freeBytes,
-                                        .folder = app::GetLastInitDir(context, lastUpload)});
-    if (!choice)
-        return;
-    app::SetLastInitDir(context, lastUpload, choice->paths.first());
-    convertAndUpload(m_program, m_mmc, m_progress, *m_listed, *choice, m_freeBytes);
-    refresh();
-}
-
-void fraFFS::showSaveMenu()
-{
-    QString folder = savedFolder(m_program.context.settings);
-    m_saveIntoLast->setEnabled(!folder.isEmpty());
-    m_saveIntoLast->setText(u"Speichern in "_s + folder.replace(u'&', u"&&"_s));
-    const QWidget* button = m_tlbFFS->widgetForAction(m_tlbFFS->findChild<QAction*>(u"save"_s));
-    m_mnuFFSsave->popup(button->mapToGlobal(QPoint(0, button->height())));
-}
-
-void fraFFS::pickFolderAndSave()
-{
-    app::Context& context = m_program.context;
-    const QString folder =
-        context.dialogs.PickFolder(u"Zielordner für Download auswählen"_s, savedFolder(context.settings));
-    if (folder.isEmpty())
-        return;
-    app::put(context.settings, app::keys::LastSaveFolder, folder);
-    saveInto(folder);
-}
-
-void fraFFS::saveInto(const QString& folder)
-{
-    const QStringList names = selectedNames(true);
-    if (!names.isEmpty() && isFolderListed())
-        downloadFiles(m_mmc, m_progress, *m_listed, names, QDir::cleanPath(folder));
-}
-
-void fraFFS::deleteSelected()
-{
-    const QStringList names = selectedNames(false);
-    if (names.isEmpty() || !isFolderListed())
-        return;
-    const Answer answer = m_program.context.dialogs.Show(
-        {.text = QString::number(names.size()) + u" ausgewählte Dateien wirklich löschen?"_s,
-         .buttons = Buttons::YesNo,
-         .icon = Icon::Question,
-         .defaultButton = Answer::No});
-    if (answer != Answer::Yes)
-        return;
-    const bool deleted =
-        deleteEntries(m_mmc, m_progress, *m_listed, QStringList(names.rbegin(), names.rend()));
-    if (deleted) {
-        refresh();
-        return;
-    }
-    FfsListRefresh();
-    FFSMemAct();
+    return goesUp ? m_mmc->CdUp() : m_mmc->Cd(nameIn(key), false);
 }
 
 /// From the first row to the last, without the rows that are commands.

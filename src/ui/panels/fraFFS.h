@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/WorkFolder.h"
 #include "obex/clsMmc.h"
 #include "obex/PhonePath.h"
 #include "toolkit/ListRows.h"
@@ -12,12 +13,14 @@
 class QAction;
 class QLineEdit;
 class QMenu;
+class QMimeData;
 class QToolBar;
 
 namespace kalmo::ui {
 
 class RowsView;
 class SearchLine;
+class Thumbnails;
 class ucFfsMem;
 
 /// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
@@ -55,6 +58,8 @@ private:
     QAction* gap();
 
     void refresh();
+    void refreshAfterWork(const std::function<void()>& work);
+    QString savedFolder() const;
     void openSelected();
     void openRow(int row);
     void openKey(const QString& key);
@@ -64,9 +69,14 @@ private:
     void showAgain(const QString& key);
     bool changeFolder(const QString& key);
     bool isFolderListed();
+    bool isPhoneThere();
     bool readFreeBytes();
     void openFile(const QString& name);
     void upload();
+    void takeDropped(const QStringList& paths, const QString& key);
+    void send(const obex::PhonePath& to, const QStringList& given);
+    std::unique_ptr<QMimeData> draggedFiles();
+    QStringList fetchForDrop(const obex::PhonePath& from, const QStringList& names);
     void showSaveMenu();
     void saveInto(const QString& folder);
     void pickFolderAndSave();
@@ -87,6 +97,9 @@ private:
     QAction* m_saveIntoLast = nullptr; // before the menu: making the menu sets it
     QMenu* m_mnuFFSsave;
     QToolBar* m_tlbFFS;
+    Thumbnails* m_thumbnails;
+    std::unique_ptr<app::WorkFolder> m_dragFolder; // for what is dragged out
+    int m_drags = 0;
     QList<QAction*> m_commands;
 };
 

@@ -130,15 +130,13 @@ void fraFFS::makeFolder()
 /// Reads the folder again, and selects this row if it is there.
 void fraFFS::showAgain(const QString& key)
 {
-    const QString done = m_progress.panel ? m_progress.panel->Text() : QString();
-    FfsListRefresh();
+    refreshAfterWork([this] { FfsListRefresh(); });
     if (const int row = m_rows.indexOfKey(key); row >= 0) {
         if (m_lvwFFs->isRowHidden(row, {}))
             m_search->clear();
         m_rows.setCurrent(row);
     }
     m_lvwFFs->setFocus();
-    m_progress.status(done); // the listing has its own words
 }
 
 } // namespace kalmo::ui

@@ -52,7 +52,7 @@ fraSounds::fraSounds(const WindowParts& parts, QWidget* parent)
     auto* view = new RowsView(this);
     view->setRows(*m_sounds);
     view->setAccessibleName(u"Verfügbare individuelle Töne"_s);
-    view->setIconSource([](const QString& key) { return icon(key); });
+    view->setIconSource([](const toolkit::ListRow& row) { return icon(row.icon); });
     view->setColumnCharacters({32, 12});
     view->setPlaceholder(u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
     heading->setBuddy(view);

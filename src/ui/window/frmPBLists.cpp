@@ -37,6 +37,23 @@ RowFormat contactFormat()
             }};
 }
 
+/// Ahead of a tool tip, for commands that mean another section than the one in front.
+QString sectionOf(int mode)
+{
+    switch (mode) {
+    case ModePhonebook:
+        return u"Telefonbuch: "_s;
+    case ModeProviders:
+        return u"Provider: "_s;
+    case ModeSounds:
+        return u"Klingeltöne: "_s;
+    case ModeDiverse:
+        return u"Diverses: "_s;
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 QList<ListPanel*> frmPB::listPanels() const
@@ -125,7 +142,7 @@ void frmPB::makeContextMenu(fraFFS& panel)
 void frmPB::giveCommands()
 {
     const bool isFiles = isFilesInFront();
-    const QString section = m_toolbarMode == ModePhonebook ? u"Telefonbuch: "_s : QString();
+    const QString section = sectionOf(m_toolbarMode);
     QList<QAction*> commands;
     for (const CommandRow& row : commandTable()) {
         QAction* action = m_actions[row.command];

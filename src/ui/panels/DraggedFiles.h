@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMimeData>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace kalmo::ui {
+
+/// Files of the phone on their way to another program. They are fetched when that program asks for them after
+/// the drop. A program that asks while the mouse is still moving over it gets none.
+class DraggedFiles : public QMimeData
+{
+    Q_OBJECT
+
+public:
+    /// Fetches the files and returns their local paths, empty after a failure.
+    using Fetch = std::function<QStringList()>;
+    /// Returns true once the user has released the mouse.
+    using IsDropped = std::function<bool()>;
+    explicit DraggedFiles(Fetch fetch, IsDropped isDropped = {});
+
+    QStringList formats() const override;
+
+protected:
+    QVariant retrieveData(const QString& format, QMetaType type) const override;
+
+private:
+    Fetch m_fetch;
+    IsDropped m_isDropped;
+    mutable std::optional<QVariantList> m_urls; // once they were fetched
+};
+
+} // namespace kalmo::ui

@@ -1,0 +1,86 @@
+#include "ui/panels/FileDrop.h"
+
+#include "obex/FolderRows.h"
+#include "ui/lists/RowsView.h"
+
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QRubberBand>
+
+namespace kalmo::ui {
+
+FileDrop::FileDrop(RowsView& view)
+    : QObject(&view), m_view(view), m_mark(new QRubberBand(QRubberBand::Rectangle, view.viewport()))
+{
+    view.setAcceptDrops(true);
+    view.viewport()->installEventFilter(this);
+}
+
+QStringList FileDrop::filesIn(const QMimeData& content)
+{
+    QStringList files;
+    for (const QUrl& url : content.urls()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isFile())
+            files.append(url.toLocalFile());
+    }
+    return files;
+}
+
+/// A drag of the list itself is none: those files are in the phone already.
+bool FileDrop::takes(const QDropEvent& event) const
+{
+    const bool isOwn = event.source() == &m_view || event.source() == m_view.viewport();
+    return !isOwn && event.possibleActions().testFlag(Qt::CopyAction) &&
+           !filesIn(*event.mimeData()).isEmpty();
+}
+
+int FileDrop::folderRowAt(QPoint position) const
+{
+    const QModelIndex index = m_view.indexAt(position);
+    const bool isFolder =
+        index.isValid() && m_view.rows()->row(index.row()).key.startsWith(obex::folderKeyPrefix);
+    return isFolder ? index.row() : -1;
+}
+
+void FileDrop::mark(QPoint position)
+{
+    const int row = folderRowAt(position);
+    QRect place = m_view.viewport()->rect();
+    if (row >= 0) {
+        const QRect cell = m_view.visualRect(m_view.model()->index(row, 0));
+        place.setTop(cell.top());
+        place.setBottom(cell.bottom());
+    }
+    m_mark->setGeometry(place);
+    m_mark->show();
+}
+
+bool FileDrop::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isDrop = event->type() == QEvent::Drop;
+    if (isDrop || event->type() == QEvent::DragLeave)
+        m_mark->hide();
+    if (!isDrop && event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove)
+        return QObject::eventFilter(watched, event);
+    auto& drag = *static_cast<QDropEvent*>(event);
+    if (!takes(drag)) {
+        drag.ignore();
+        return true;
+    }
+    drag.setDropAction(Qt::CopyAction);
+    drag.accept();
+    const QPoint position = drag.position().toPoint();
+    if (!isDrop) {
+        mark(position);
+        return true;
+    }
+    const int row = folderRowAt(position);
+    const QString key = row >= 0 ? m_view.rows()->row(row).key : QString();
+    QMetaObject::invokeMethod(
+        this, [this, paths = filesIn(*drag.mimeData()), key] { Q_EMIT dropped(paths, key); },
+        Qt::QueuedConnection);
+    return true;
+}
+
+} // namespace kalmo::ui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+
+class QDropEvent;
+class QMimeData;
+class QPoint;
+class QRubberBand;
+
+namespace kalmo::ui {
+
+class RowsView;
+
+/// Takes files of this computer that are dropped onto a list of files, and marks where they would go.
+class FileDrop : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit FileDrop(RowsView& view);
+
+    /// The local files among dragged things, without folders.
+    static QStringList filesIn(const QMimeData& content);
+
+Q_SIGNALS:
+    /// After the drop has ended: the program that the files come from waits for that. `key` is that of the
+    /// folder they were dropped onto, empty for the list itself.
+    void dropped(const QStringList& paths, const QString& key);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool takes(const QDropEvent& event) const;
+    int folderRowAt(QPoint position) const;
+    void mark(QPoint position);
+
+    RowsView& m_view;
+    QRubberBand* m_mark;
+};
+
+} // namespace kalmo::ui

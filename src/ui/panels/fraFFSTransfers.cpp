@@ -1,0 +1,213 @@
+// The file system panel's transfers: opening, sending, receiving and deleting files.
+
+#include "app/FileAssociations.h"
+#include "app/Files.h"
+#include "app/SafeLocalName.h"
+#include "app/SettingsKeys.h"
+#include "app/Version.h"
+#include "obex/FolderRows.h"
+#include "ui/forms/frmMmc_View.h"
+#include "ui/panels/DraggedFiles.h"
+#include "ui/panels/FfsTransfers.h"
+#include "ui/panels/FfsUpload.h"
+#include "ui/panels/fraFFS.h"
+#include "ui/panels/Thumbnails.h"
+
+#include <QDir>
+#include <QMenu>
+#include <QPointer>
+#include <QToolBar>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+namespace {
+const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
+} // namespace
+
+/// Shows a file in the preview or with the user's own program, from a copy in the work folder.
+void fraFFS::openFile(const QString& name)
+{
+    app::Context& context = m_program.context;
+    const QString localName = app::safeLocalName(name);
+    if (localName.isEmpty()) {
+        context.dialogs.Show({.text = u"Dateien können auf diesem Computer nicht so heißen:\n"_s + name,
+                              .icon = Icon::Exclamation});
+        return;
+    }
+    const QString folder = context.sy.Paths.Storage + u"/config/temp"_s;
+    if (!app::EnsureDirExists(context, folder))
+        return;
+    const QString path = folder + u'/' + localName;
+    app::DeleteQuiet(path);
+    QByteArray content;
+    app::Desktop& desktop = m_program.desktop;
+    if (!isFolderListed())
+        return;
+    {
+        operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
+        if (!access.mayBegin() || !access.enter(*m_listed) ||
+            !access.client().GetFile(name, content, access.progress(), path))
+            return;
+    }
+    m_thumbnails->note(m_listed->below(name), content.size(), path);
+    if (frmMmc_View::IsSupported(name)) {
+        frmMmc_View view(m_program, window());
+        if (view.Form_Present(path, name))
+            view.exec();
+        return;
+    }
+    if ((desktop.hasAssociation(path) && desktop.open(path)) ||
+        app::NoAssociationDialog(context, desktop, path,
+                                 app::productName() + u" - fehlende Dateiassoziation"_s))
+        return;
+    frmMmc_View view(m_program, window());
+    view.presentUnknown(path, name);
+    view.exec();
+}
+
+void fraFFS::upload()
+{
+    if (isFolderListed())
+        send(*m_listed, {});
+}
+
+void fraFFS::takeDropped(const QStringList& paths, const QString& key)
+{
+    if (isFolderListed())
+        send(key.isEmpty() ? *m_listed : m_listed->below(key.mid(obex::folderKeyPrefix.size())), paths);
+}
+
+/// Sends files into a folder of the phone: those that were given, or those that the user chooses.
+void fraFFS::send(const obex::PhonePath& to, const QStringList& given)
+{
+    app::Context& context = m_program.context;
+    const int phoneType = context.sy.PhoneType;
+    const media::UploadKind kind = media::uploadKind(to.forEngine(), phoneType);
+    if (kind == media::UploadKind::None) {
+        context.dialogs.Show(media::messageFor({media::Fault::NoFolder}));
+        return;
+    }
+    if (!m_freeBytes)
+        readFreeBytes();
+    const auto choice = m_chooseUpload({.kind = kind,
+                                        .phoneType = phoneType,
+                                        .freeBytes = m_freeBytes,
+                                        .folder = app::GetLastInitDir(context, lastUpload),
+                                        .given = given});
+    if (!choice)
+        return;
+    app::SetLastInitDir(context, lastUpload, choice->paths.first());
+    convertAndUpload(m_program, m_mmc, m_progress, to, *choice, m_freeBytes,
+                     [this](const operations::PlannedFile& file) {
+                         m_thumbnails->note(file.path, file.size, file.file.localPath);
+                     });
+    refreshAfterWork([&] {
+        if (m_listed && to != *m_listed)
+            operations::FileAccess(m_mmc, u"Upload"_s, m_progress).enter(*m_listed);
+        refresh();
+    });
+}
+
+/// A drag of the selected files to another program.
+std::unique_ptr<QMimeData> fraFFS::draggedFiles()
+{
+    const QStringList names = selectedNames(true);
+    if (names.isEmpty() || !m_listed)
+        return nullptr;
+    return std::make_unique<DraggedFiles>([panel = QPointer(this), from = *m_listed, names] {
+        return panel ? panel->fetchForDrop(from, names) : QStringList();
+    });
+}
+
+/// Fetches files into a folder of their own, from which another program takes them.
+QStringList fraFFS::fetchForDrop(const obex::PhonePath& from, const QStringList& names)
+{
+    if (!m_dragFolder)
+        m_dragFolder = std::make_unique<app::WorkFolder>(m_program.context);
+    const QDir folder(m_dragFolder->filePath(QString::number(++m_drags)));
+    if (!m_dragFolder->isValid() || !folder.mkpath(u"."_s)) {
+        m_program.context.dialogs.Show(media::messageFor({media::Fault::NotWritten, folder.path()}));
+        return {};
+    }
+    downloadFiles(m_mmc, m_progress, from, names, {.path = folder.path(), .isScratch = true});
+    m_thumbnails->lookInto(folder.path());
+    QStringList paths;
+    for (const QFileInfo& file : folder.entryInfoList(QDir::Files))
+        paths.append(file.filePath());
+    return paths;
+}
+
+void fraFFS::showSaveMenu()
+{
+    QString folder = savedFolder();
+    m_saveIntoLast->setEnabled(!folder.isEmpty());
+    m_saveIntoLast->setText(u"Speichern in "_s + folder.replace(u'&', u"&&"_s));
+    const QWidget* button = m_tlbFFS->widgetForAction(m_tlbFFS->findChild<QAction*>(u"save"_s));
+    m_mnuFFSsave->popup(button->mapToGlobal(QPoint(0, button->height())));
+}
+
+void fraFFS::pickFolderAndSave()
+{
+    app::Context& context = m_program.context;
+    const QString folder = context.dialogs.PickFolder(u"Zielordner für Download auswählen"_s, savedFolder());
+    if (folder.isEmpty())
+        return;
+    app::put(context.settings, app::keys::LastSaveFolder, folder);
+    saveInto(folder);
+}
+
+void fraFFS::saveInto(const QString& folder)
+{
+    const QStringList names = selectedNames(true);
+    if (names.isEmpty() || !isFolderListed())
+        return;
+    downloadFiles(m_mmc, m_progress, *m_listed, names, {.path = QDir::cleanPath(folder)});
+    m_thumbnails->lookInto(folder);
+}
+
+void fraFFS::deleteSelected()
+{
+    const QStringList names = selectedNames(false);
+    if (names.isEmpty() || !isFolderListed())
+        return;
+    const Answer answer = m_program.context.dialogs.Show(
+        {.text = QString::number(names.size()) + u" ausgewählte Dateien wirklich löschen?"_s,
+         .buttons = Buttons::YesNo,
+         .icon = Icon::Question,
+         .defaultButton = Answer::No});
+    if (answer != Answer::Yes)
+        return;
+    const bool deleted =
+        deleteEntries(m_mmc, m_progress, *m_listed, QStringList(names.rbegin(), names.rend()));
+    refreshAfterWork([&] {
+        if (deleted) {
+            refresh();
+            return;
+        }
+        FfsListRefresh();
+        FFSMemAct();
+    });
+}
+
+/// Shows what the phone holds after a change. The sentence that says what was done stays. A phone that has
+/// become silent is not asked again, so that there is one box.
+void fraFFS::refreshAfterWork(const std::function<void()>& work)
+{
+    const QString sentence = m_progress.panel ? m_progress.panel->Text() : QString();
+    if (isPhoneThere())
+        work();
+    m_progress.status(sentence);
+}
+
+QString fraFFS::savedFolder() const
+{
+    const QString folder = app::get(m_program.context.settings, app::keys::LastSaveFolder);
+    return folder == app::noValue() ? QString() : folder;
+}
+
+} // namespace kalmo::ui

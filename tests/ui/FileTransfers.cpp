@@ -1,0 +1,322 @@
+// Transfers of the file system panel: their effects on the files in the phone and on the disk.
+
+#include "ui/FileTransfers.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QRegularExpression>
+
+#include "app/Files.h"
+#include "app/SettingsKeys.h"
+#include "media/Failure.h"
+#include "operations/Records.h"
+#include "ui/FilePanel.h"
+#include <algorithm>
+
+using namespace kalmo;
+using namespace kalmo::tests;
+
+void FileTransfers::downloads()
+{
+    FilePanel made(u"Sounds"_s);
+    made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s, u"ROT_"_s});
+    const QString mine = made.test.makeFile(u"Ziel/Piep.wav"_s, "meins");
+    const QString in = u"Gespeichert im Ordner %1:\n"_s.arg(made.target);
+    made.expectTarget();
+    made.ask(
+        u"Die Datei \"Piep.wav\" ist im Ordner %1 schon vorhanden.\nDatei überschreiben?"_s.arg(made.target),
+        Answer::No);
+    made.save(1);
+    QVERIFY(made.status().endsWith(u" in weniger als 1 s. 1 ausgelassen."_s));
+    QCOMPARE(TestContext::contentOf(mine), "meins");
+    QCOMPARE(made.saved().size(), 3);
+
+    QVERIFY(QDir(made.target).removeRecursively() && QDir().mkpath(made.target));
+    made.expectRefusal(3); // after the listing and the first file
+    made.expect(in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
+    made.save(0); // the folder of the last time
+    QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
+
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        FilePanel larger(u"Sounds"_s);
+        larger.port.handset().setFaults({.surplusAt = 2});
+        larger.select({u"FIL_Piep.wav"_s});
+        larger.expectTarget();
+        larger.test.dialogs.expectStart(u"Die Datei \"Piep.wav\" ist nicht vollständig angekommen: "_s,
+                                        Buttons::YesNo, answer);
+        larger.save(1);
+        QCOMPARE(larger.saved().size(), answer == Answer::Yes ? 1 : 0);
+    }
+
+    FilePanel hostile({}, {.faults = {.hostileNames = true}});
+    hostile.select({u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
+    hostile.expectTarget();
+    hostile.expect(
+        u"Gespeichert im Ordner %1:\nLiesmich.txt\n\nNicht gespeichert, weil Dateien auf diesem "
+        u"Computer nicht so heißen können:\n..\nC:x.txt\n%2…"_s.arg(hostile.target, QString(60, u'L')));
+    hostile.save(1);
+    QCOMPARE(hostile.saved(), QStringList{u"Liesmich.txt"_s});
+}
+
+void FileTransfers::oneProgressForSeveralFiles()
+{
+    FilePanel made(u"Sounds"_s, {}, u"SL450HX"_s);
+    const QStringList paths{made.test.makeFile(u"a.L22"_s, QByteArray(30000, 'a')),
+                            made.test.makeFile(u"b.L22"_s, QByteArray(30000, 'b'))};
+    made.panel.setUploadChooser([&](const ui::UploadQuestion& question) {
+        return ui::UploadChoice{paths, {.phoneType = question.phoneType, .kind = question.kind}};
+    });
+    made.progress.bar.steps.clear();
+    made.press("open");
+    const QStringList sending = made.progress.panel.texts.filter(u"2 von 2: Übertrage b.L22...   "_s);
+    QVERIFY2(!sending.isEmpty(), qPrintable(made.progress.panel.texts.join(u'\n')));
+    const QRegularExpression figures(
+        u"^2 von 2: [^.]*b[.]L22[.]{3}   [0-9.]+kB von 58[.]6kB, [0-9.]+kB/s, noch 0:[0-9]{2}$"_s);
+    QVERIFY2(figures.match(sending.last()).hasMatch(), qPrintable(sending.last()));
+    const QRegularExpression sentence(u"^2 Dateien gesendet, 58[.]6kB in [0-9]+ s[.]$"_s);
+    QVERIFY2(sentence.match(made.status()).hasMatch(), qPrintable(made.status()));
+    // One bar that only moves on, from the first file to the last.
+    QStringList steps = made.progress.bar.steps;
+    steps = steps.mid(steps.lastIndexOf(u"0/1000"_s)); // after the conversion, which has its own
+    QList<int> thousandths;
+    for (const QString& step : steps.filter(u"/1000"_s))
+        thousandths.append(step.section(u'/', 0, 0).toInt());
+    QVERIFY(thousandths.size() > 10 && std::is_sorted(thousandths.begin(), thousandths.end()));
+    QCOMPARE(thousandths.last(), 1000);
+    QCOMPARE(steps.indexOf(u"hidden"_s), steps.lastIndexOf(u"1000/1000"_s) + 1);
+}
+
+namespace {
+
+/// Drags these onto a row of the list and drops them. False if the list does not take them.
+bool drop(FilePanel& made, const QMimeData& content, const QString& key)
+{
+    QWidget* area = made.list().viewport();
+    const QModelIndex index = made.list().model()->index(made.panel.lvwFFs().indexOfKey(key), 0);
+    const QPoint at = made.list().visualRect(index).center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(area, &enter);
+    QDropEvent event(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(area, &event);
+    return enter.isAccepted() && event.isAccepted();
+}
+
+} // namespace
+
+/// Through the questions and rules of the upload button, into the folder below the mouse.
+void FileTransfers::filesFromTheDesktop()
+{
+    FilePanel made({}, {}, u"SL450HX"_s);
+    made.show();
+    QMimeData content;
+    content.setText(u"Text"_s);
+    QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
+    content.setUrls({QUrl::fromLocalFile(made.test.storage)}); // a folder
+    QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
+    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Neu.L22"_s, "neu"))});
+    made.test.dialogs.expect(media::messageFor({media::Fault::NoFolder}));
+    QVERIFY(drop(made, content, u"ROT_"_s)); // the root takes none
+    QCoreApplication::processEvents();
+    made.test.dialogs.finish();
+
+    made.inDialog(u"dlgGiven"_s, [](QWidget& dialog) {
+        QTest::keyClick(dialog.findChild<QDialogButtonBox*>()->buttons().first(), Qt::Key_Space);
+    });
+    QVERIFY(drop(made, content, u"FOL_Sounds"_s));
+    QCoreApplication::processEvents();
+    QCOMPARE(made.dialogs, 1);
+    QCOMPARE(made.status().section(u',', 0, 0), u"Neu.L22 gesendet"_s);
+    QVERIFY(made.shown().contains(u"FOL_Sounds"_s)); // still the root
+    made.enter(u"FOL_Sounds"_s);
+    QVERIFY(made.shown().contains(u"FIL_Neu.L22"_s));
+
+    made.inDialog(u"dlgGiven"_s, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Nie.L22"_s, "nie"))});
+    QVERIFY(drop(made, content, u"ROT_"_s));
+    QCoreApplication::processEvents();
+    QCOMPARE(made.dialogs, 2);
+    QVERIFY(!made.shown().contains(u"FIL_Nie.L22"_s));
+}
+
+/// Nothing is transferred while the mouse moves, and nothing twice.
+void FileTransfers::filesToTheDesktop()
+{
+    FilePanel made(u"Sounds"_s);
+    made.show();
+    made.select({u"ROT_"_s});
+    QVERIFY(!made.list().dragContent());
+    made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"CDU_"_s});
+    made.port.handset().setFaults({});
+    const auto content = made.list().dragContent();
+    QTest::mousePress(made.panel.windowHandle(), Qt::LeftButton, {}, {2, 2});
+    QVERIFY(content->hasUrls());
+    QCOMPARE(content->urls(), QList<QUrl>());
+    QCOMPARE(made.port.handset().phone().faults.requests, 0);
+    QTest::mouseRelease(made.panel.windowHandle(), Qt::LeftButton, {}, {2, 2});
+    const QList<QUrl> urls = content->urls();
+    const int requests = made.port.handset().phone().faults.requests;
+    QVERIFY(requests > 0 && content->urls() == urls);
+    QCOMPARE(made.port.handset().phone().faults.requests, requests);
+    QStringList names;
+    for (const QUrl& url : urls) {
+        names.append(url.fileName());
+        QByteArray held;
+        QVERIFY(made.mmc->GetFile(url.fileName(), held, made.progress.all()));
+        QCOMPARE(TestContext::contentOf(url.toLocalFile()), held);
+    }
+    QCOMPARE(names, QStringList({u"Gong.mid"_s, u"Piep.wav"_s}));
+}
+
+/// Pictures show as what they are once they are on this computer, by no request more.
+void FileTransfers::thumbnails()
+{
+    QByteArray picture;
+    QImage thumbnail;
+    int plain = 0; // requests for the listing alone
+    for (const bool isSavedBefore : {false, true}) {
+        FilePanel made(u"Pictures"_s);
+        const auto shown = [&] {
+            const QModelIndex index =
+                made.list().model()->index(made.panel.lvwFFs().indexOfKey(u"FIL_Stufen.jpg"_s), 0);
+            return index.data(Qt::DecorationRole).value<QIcon>().pixmap(28).toImage();
+        };
+        if (isSavedBefore) {
+            made.test.makeFile(u"Ziel/Stufen.jpg"_s, picture);
+            app::put(made.test.settings, app::keys::LastSaveFolder, made.target);
+        }
+        made.port.handset().setFaults({});
+        made.enter(u"FOL_Urlaub 2026"_s);
+        const int requests = made.port.handset().phone().faults.requests;
+        if (!isSavedBefore) {
+            const QImage before = shown();
+            made.select({u"FIL_Stufen.jpg"_s});
+            made.expectTarget();
+            made.save(1);
+            picture = TestContext::contentOf(made.target + u"/Stufen.jpg"_s);
+            QTRY_VERIFY(shown() != before);
+            plain = requests;
+            thumbnail = shown();
+        } else {
+            QTRY_COMPARE(shown(), thumbnail);
+            QCOMPARE(requests, plain);
+        }
+    }
+}
+
+void FileTransfers::deletes()
+{
+    FilePanel made(u"Sounds"_s);
+    const QStringList names{u"Piep.wav"_s, u"Gong.mid"_s, u"Tonleiter.mid"_s};
+    made.port.handset().setFaults({});
+    QByteArray content;
+    for (const QString& name : names)
+        QVERIFY(made.mmc->GetFile(name, content, made.progress.all()));
+    const int reading = 1 + made.port.handset().phone().faults.requests; // and the listing
+    made.select({u"FIL_Piep.wav"_s, u"FIL_Gong.mid"_s, u"FIL_Tonleiter.mid"_s, u"CDU_"_s});
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
+        if (answer == Answer::Yes)
+            made.expectRefusal(reading + 2); // of the second, from the last on
+        made.press("del");
+    }
+    QCOMPARE(made.shown(), u"FIL_Gong.mid FIL_Piep.wav ROT_ CDU_"_s);
+
+    // All that was to go is in the record, so that it can come back.
+    const operations::Records records(made.test.context, operations::knownIdentity(made.test.sy));
+    QCOMPARE(records.all().size(), 1u);
+    const auto record = records.read(records.all().front().id);
+    QVERIFY(record && record->part(u"Sounds/Tonleiter.mid"_s));
+    QCOMPARE(record->part(u"Sounds/Tonleiter.mid"_s)->bytes, content);
+}
+
+void FileTransfers::uploads()
+{
+    FilePanel made(u"Sounds"_s, {}, u"SL450HX"_s);
+    const QString path = made.test.path(u"Ei,s.L22"_s);
+    const auto upload = [&](const QByteArray& content) {
+        made.choose(made.test.makeFile(u"Ei,s.L22"_s, content));
+    };
+    const QString clash =
+        u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
+    for (const QByteArray content : {"eins", "zwei", "drei"}) {
+        upload(content);
+        if (content != "eins")
+            made.ask(clash, content == "zwei" ? Answer::No : Answer::Yes);
+        made.press("open");
+        QByteArray held;
+        QVERIFY(made.mmc->GetFile(u"Eis.L22"_s, held, made.progress.all()));
+        QCOMPARE(held, content == "zwei" ? "eins" : content);
+    }
+    // What can't be sent costs nothing in the phone, and what it holds is on the disk before it goes.
+    const QDir backups(made.test.storage + u"/Backup"_s);
+    upload("vier");
+    QVERIFY(QFile::remove(path));
+    made.expect(u"Datei "_s + path + u" existiert nicht."_s);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s) && backups.entryList(QDir::Files).size() == 1);
+    upload("vier");
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.full = true});
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    made.test.dialogs.expectStart(
+        u"Die Datei \"Eis.L22\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei "
+        u"liegt hier:\n"_s +
+        backups.filePath(u"Eis 2"_s));
+    made.press("open");
+    QVERIFY(!made.shown().contains(u"FIL_Eis.L22"_s));
+    const QStringList copies = backups.entryList({u"Eis*.L22"_s}, QDir::Files, QDir::Name);
+    QCOMPARE(copies.size(), 2);
+    QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
+    made.port.handset().setFaults({});
+
+    made.choose(made.test.makeFile(u"€.L22"_s, "x"));
+    made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.L22"_s);
+    made.press("open");
+
+    // Nothing is replaced if its backup does not match the phone's listing.
+    upload("fünf");
+    made.press("open");
+    upload("sechs");
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.surplusAt = 2}); // after the listing
+    made.expect(u"Die Datei \"Eis.L22\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung "
+                u"wird sie nicht ersetzt."_s);
+    made.press("open");
+    QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s));
+    made.port.handset().setFaults({});
+
+    upload(QByteArray(30000000, 'x'));
+    made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
+    made.press("open");
+}
+
+/// First chunk and two whole further ones: the count of frames looks like an upload that ended early.
+void FileTransfers::theListingDecidesAboutAnEarlyEnd()
+{
+    for (const bool isCutOff : {false, true}) {
+        FilePanel made(u"Sounds"_s, {.maxPacket = 300}, u"SL400H"_s);
+        const QString path = made.test.makeFile(u"Eis.L22"_s, QByteArray(252 + 2 * 294, 'e'));
+        for (const bool replaces : {false, true}) {
+            made.choose(path);
+            if (replaces)
+                made.ask(u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei "
+                         u"überschreiben?"_s,
+                         Answer::Yes);
+            made.port.handset().setFaults({.earlySuccess = isCutOff && replaces});
+            made.test.dialogs.expectStart(
+                u"Das Telefon hat behauptet, bereits die komplette Datei \"Eis.L22\" erhalten zu haben"_s);
+            if (isCutOff && replaces) // the old file, in as many frames, can't come back either
+                made.test.dialogs.expectStart(u"Die Datei \"Eis.L22\" wurde nicht ersetzt, das Telefon "
+                                              u"enthält vielleicht einen Teil davon. "
+                                              "Eine Kopie der bisherigen Datei liegt hier:"_s);
+            else
+                made.test.dialogs.expect(
+                    {.text =
+                         u"Die Datei \"Eis.L22\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
+                     .icon = Icon::Information});
+            made.press("open");
+        }
+    }
+}

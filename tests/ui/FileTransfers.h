@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QObject>
+
+class FileTransfers : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void downloads();
+    void oneProgressForSeveralFiles();
+    void filesFromTheDesktop();
+    void filesToTheDesktop();
+    void thumbnails();
+    void deletes();
+    void uploads();
+    void theListingDecidesAboutAnEarlyEnd();
+};
