@@ -288,7 +288,7 @@ void tst_Media::uploadsConvert()
     press();
     QVERIFY(made.progress.panel.texts.contains(u"1 von 3: eins.png wird umgewandelt..."_s));
     QVERIFY(made.progress.panel.texts.contains(u"3 von 3: drei.bmp wird umgewandelt..."_s));
-    QVERIFY(made.progress.panel.texts.contains(u"2 von 2: Übertrage drei.jpg..."_s));
+    QVERIFY(!made.progress.panel.texts.filter(u"2 von 2: Übertrage drei.jpg..."_s).isEmpty());
     for (const QString& name : {u"eins.jpg"_s, u"drei.jpg"_s}) {
         QByteArray held;
         QVERIFY(mmc->GetFile(name, held, made.progress.all()));
