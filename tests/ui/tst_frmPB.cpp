@@ -441,7 +441,9 @@ void frmPBTest::importReadsTheListAhead()
         form->reject();
     });
     user.start(0);
+    child<ui::StatusArea>(open.window, "sta").SetBusy(true); // a file of the command line waits for the start
     open.window.openGiven(path);
+    child<ui::StatusArea>(open.window, "sta").SetBusy(false);
     QTRY_COMPARE(counts, u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
 }
 

@@ -253,6 +253,12 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
 
 void frmPB::openGiven(const QString& path)
 {
+    if (m_sta->isBusy()) { // at the start the window may still talk to the phone
+        const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+        connect(
+            m_sta, &StatusArea::becameIdle, this, [this, path] { openGiven(path); }, once);
+        return;
+    }
     const QString ending = QFileInfo(path).suffix().toLower();
     const bool isOfClassicList = ending == u"tel"_s || ending == u"prv"_s;
     if (!m_contacts && isOfClassicList) {
