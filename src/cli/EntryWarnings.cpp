@@ -61,7 +61,7 @@ QString warningText(const EntryObjection& objection)
     return u"the phone will hold %1 instead of \"%2\""_s.arg(held, text);
 }
 
-QString melodyWarnings(const operations::ListPlan& plan)
+QString listWarnings(const operations::ListPlan& plan)
 {
     QString text;
     if (plan.movedMelodies > 0)
@@ -71,6 +71,9 @@ QString melodyWarnings(const operations::ListPlan& plan)
     if (plan.unnamedMelodies > 0)
         text += u"Warning: %1 have a melody of the handset's own that has no name here; the write replaces "
                 u"it by \"Melodie 1\".\n"_s.arg(entryCount(static_cast<size_t>(plan.unnamedMelodies)));
+    if (plan.namelessEntries > 0)
+        text += u"Warning: the write gives %1 without a name the name \"Ohne Name\".\n"_s.arg(
+            entryCount(static_cast<size_t>(plan.namelessEntries)));
     return text;
 }
 
@@ -78,7 +81,7 @@ QString melodyWarnings(const operations::ListPlan& plan)
 
 QString warningLines(const operations::ListPlan& plan)
 {
-    QString text = melodyWarnings(plan);
+    QString text = listWarnings(plan);
     int count = 0;
     for (const EntryObjection& objection : plan.objections) {
         if (++count <= mostLines)

@@ -24,8 +24,7 @@ operations::ListJob listJob(Job& job, Store store)
             return;
         }
         if (step == ListStep::ReadingAgain)
-            job.out.note(u"The line was disturbed, so an entry may have been skipped or garbled; reading "
-                         u"once more.\n"_s);
+            job.out.note(u"The reading is not sure; reading once more.\n"_s);
         job.progress.phase(u"Reading the %1"_s.arg(name));
     };
     return {.line = job.line,
@@ -65,8 +64,17 @@ ExitStatus readList(Job& job, Store store, ListRead& read)
     job.progress.clear();
     if (reading.cause != Cause::None)
         return tellReadFailure(job, store, reading);
-    read = {list.content().entries, list.content().certainty == Certainty::Doubtful};
+    const phonedata::StoreContent& content = list.content();
+    read = {content.entries, content.certainty == Certainty::Doubtful, content.lacksOnlyMelodies,
+            doubtInWords(content)};
     return ExitDone;
+}
+
+QString doubtInWords(const phonedata::StoreContent& content)
+{
+    return content.lacksOnlyMelodies
+               ? u"the names of the handset's own melodies could not be read, so the list may name others"_s
+               : u"the line was disturbed, so an entry may be missing or garbled"_s;
 }
 
 ExitStatus showList(Job& job, Store store)
@@ -95,8 +103,7 @@ ExitStatus showList(Job& job, Store store)
                 path));
         return ExitFailed;
     }
-    job.out.error(
-        u"could not read without a disturbance, so an entry may be missing or garbled. Read again."_s);
+    job.out.error(u"could not read the %1 for sure: %2. Read again."_s.arg(wordsOf(store).name, read.doubt));
     return ExitFailed;
 }
 

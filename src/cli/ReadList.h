@@ -19,8 +19,13 @@ ExitStatus tellReadFailure(Job& job, phonedata::Store store, const operations::L
 struct ListRead
 {
     operations::Entries entries = {};
-    bool isDoubtful = false; ///< an entry may be missing or garbled, in the second reading too
+    bool isDoubtful = false;        ///< the list is not sure, in the second reading either
+    bool lacksOnlyMelodies = false; ///< with isDoubtful: only names of melodies are not sure
+    QString doubt = {};             ///< the reason in words, without a full stop
 };
+
+/// Why a doubtful content is not sure, in words without a full stop: "the line was disturbed, ..."
+QString doubtInWords(const phonedata::StoreContent& content);
 
 /// Reads a store of a phone that has been found. Reports each failure.
 ExitStatus readList(Job& job, phonedata::Store store, ListRead& read);

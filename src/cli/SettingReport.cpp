@@ -1,5 +1,7 @@
 #include "cli/SettingReport.h"
 
+#include "cli/FileWords.h"
+
 namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
@@ -17,7 +19,7 @@ QString failureText(const Job& job, const SettingWords& words, const Outcome& ou
         return u"could not record %1: %2.\nNothing was sent to the phone."_s.arg(words.name, outcome.reason);
     if (outcome.sent == 0)
         return u"could not read %1 before the change: %2.\nNothing was sent to the phone."_s.arg(
-            words.name, reasonText(job, Cause::NoAnswer));
+            words.name, reasonText(job, outcome.cause));
     if (outcome.state == State::Unchanged)
         return u"could not set %1: %2. In the phone %3 as before."_s.arg(
             words.name, reasonText(job, outcome.cause), they);
@@ -25,7 +27,7 @@ QString failureText(const Job& job, const SettingWords& words, const Outcome& ou
         return u"the phone confirmed %1, but shows another value."_s.arg(words.name);
     if (outcome.confirmed > 0)
         return u"the phone confirmed %1, but %2 not read back: %3."_s.arg(words.name, were,
-                                                                          reasonText(job, Cause::NoAnswer));
+                                                                          reasonText(job, outcome.cause));
     return u"%1 %2 sent, but the phone did not confirm it: %3. It is not known what is set now."_s.arg(
         words.name, were, reasonText(job, outcome.cause));
 }
@@ -39,6 +41,8 @@ QString reasonText(const Job& job, Cause cause)
     switch (cause) {
     case Cause::PhoneRefused:
         return u"the phone refused"_s;
+    case Cause::NotRead:
+        return u"could not understand the phone's answer"_s;
     case Cause::Doubtful:
         return u"no two answers of the phone were the same"_s;
     case Cause::Mismatch:
@@ -52,9 +56,11 @@ QString reasonText(const Job& job, Cause cause)
 
 ExitStatus reportSetting(Job& job, const SettingWords& words, const Outcome& outcome)
 {
+    job.progress.clear();
+    if (outcome.isRecordOpen)
+        job.out.note(openRecordText());
     if (outcome.isDone())
         return ExitDone;
-    job.progress.clear();
     job.out.error(failureText(job, words, outcome));
     return ExitFailed;
 }

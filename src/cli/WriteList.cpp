@@ -1,6 +1,7 @@
 #include "cli/WriteList.h"
 
 #include "cli/EntryWarnings.h"
+#include "cli/FileWords.h"
 #include "cli/FindPhone.h"
 #include "cli/ReadList.h"
 #include "cli/SavedListWords.h"
@@ -20,9 +21,6 @@ using operations::Outcome;
 using phonedata::Store;
 
 namespace {
-
-const QString disturbed =
-    u"the line was disturbed in both readings, so what the phone holds is not safely known"_s;
 
 /// One run of a command that writes a list.
 class ListWriter
@@ -47,6 +45,12 @@ private:
     ExitStatus report(const ListOutcome& result);
     ExitStatus reportConfirmed(const ListOutcome& result);
     ExitStatus reportFailure(const ListOutcome& result);
+    WriteFailure failureOf(const ListOutcome& result) const
+    {
+        return {m_job.invocation, m_words, result, m_job.portName(), backup()};
+    }
+    QString unsure() const;
+    QString differences() const;
     ExitStatus fail(ExitStatus status, const QString& text)
     {
         m_job.out.error(text);
@@ -89,17 +93,16 @@ ExitStatus ListWriter::run()
     if (!dryRun)
         return replace();
     m_job.out.note(warningLines(m_plan));
-    m_job.out.show(diffJson(m_plan.diff), diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
-    return m_plan.isDoubtful() ? fail(ExitFailed, disturbed + u'.') : ExitDone;
+    m_job.out.show(diffJson(m_plan.diff), differences());
+    return m_plan.isDoubtful() ? fail(ExitFailed, unsure() + u'.') : ExitDone;
 }
 
 /// Adds entries to the list of a phone that has been found.
 ExitStatus ListWriter::append(operations::Entries extra, int skipped)
 {
-    constexpr qint64 timeForAnswer = 120; // seconds; after them the list is read once more
     m_skipped = skipped;
     m_policy.recordCause = u"import"_s;
-    m_policy.trustedFor = timeForAnswer;
+    m_policy.trustsReading = true;
     {
         const StoreOpenScope open;
         m_plan = operations::planAppend(m_list, std::move(extra), m_policy);
@@ -159,11 +162,11 @@ ExitStatus ListWriter::replace()
         return ExitDone;
     }
     if (m_plan.isDoubtful() && !agreesToDoubt())
-        return fail(ExitFailed, disturbed + u".\nNothing was changed in it."_s);
+        return fail(ExitFailed, unsure() + u".\nNothing was changed in the phone."_s);
     if (!saveHeld())
         return ExitFailed;
     if (!m_skipped) // of an import the preview has been shown
-        m_job.out.note(diffText(m_plan.diff, m_plan.held.entries.size(), m_store));
+        m_job.out.note(differences());
     if (!agrees() || m_job.stop.Checked())
         return tellUnchanged();
     ListOutcome result;
@@ -205,9 +208,25 @@ bool ListWriter::agreesToDoubt()
 {
     m_policy.mayUseDoubtful =
         m_job.questions.someoneIsThere() &&
-        m_job.questions.confirm(u"The line was disturbed in both readings, so the backup may lack an entry. "
-                                u"Write all the same?"_s);
+        m_job.questions.confirm(
+            m_plan.held.lacksOnlyMelodies
+                ? u"The names of the handset's own melodies could not be read, so the backup may name "
+                  u"others. "
+                  u"Write all the same?"_s
+                : u"The line was disturbed in both readings, so the backup may lack an entry. Write all the "
+                  u"same?"_s);
     return m_policy.mayUseDoubtful;
+}
+
+QString ListWriter::unsure() const
+{
+    return u"could not read the %1 for sure: %2"_s.arg(m_words.name, doubtInWords(m_plan.held));
+}
+
+QString ListWriter::differences() const
+{
+    const QString text = diffText(m_plan.diff, m_plan.held.entries.size(), m_store);
+    return m_plan.isReordered ? text + u"The order of the entries changes.\n"_s : text;
 }
 
 bool ListWriter::agrees()
@@ -233,13 +252,14 @@ bool ListWriter::agrees()
 ExitStatus ListWriter::report(const ListOutcome& result)
 {
     const Outcome& outcome = result.outcome;
-    if (outcome.recordId.isEmpty() && outcome.cause == Cause::NotSaved)
+    if (result.sentNothing() && outcome.cause == Cause::NotSaved)
         return fail(ExitFailed, u"could not record what the phone holds: %1.\n"
                                 u"Nothing was changed in the phone."_s.arg(outcome.reason));
-    if (outcome.recordId.isEmpty() && outcome.cause == Cause::Interrupted)
+    if (result.sentNothing() && outcome.cause == Cause::Interrupted)
         return tellUnchanged();
-    return result.isErased && outcome.confirmed == outcome.planned ? reportConfirmed(result)
-                                                                   : reportFailure(result);
+    if (outcome.isRecordOpen)
+        m_job.out.note(openRecordText());
+    return result.isConfirmed() ? reportConfirmed(result) : reportFailure(result);
 }
 
 ExitStatus ListWriter::reportConfirmed(const ListOutcome& result)
@@ -250,8 +270,7 @@ ExitStatus ListWriter::reportConfirmed(const ListOutcome& result)
                         mismatchText(result.mismatch, m_store) +
                         backupHint(m_job.invocation, m_words, backup()));
     } else if (!outcome.isDone()) {
-        m_job.out.error(u"%1 written, but not read back to be compared.\n%2"_s.arg(
-            wantedCount(), backupHint(m_job.invocation, m_words, backup())));
+        m_job.out.error(notReadBackText(failureOf(result)) + backupHint(m_job.invocation, m_words, backup()));
     } else if (outcome.verified == outcome.planned) {
         show(outcome, u"%1 written, read back and found right.\n"_s.arg(wantedCount()));
         return ExitDone;
@@ -267,13 +286,9 @@ ExitStatus ListWriter::reportConfirmed(const ListOutcome& result)
 
 ExitStatus ListWriter::reportFailure(const ListOutcome& result)
 {
-    m_job.out.error(failureText({.invocation = m_job.invocation,
-                                 .words = m_words,
-                                 .outcome = result.outcome,
-                                 .isErased = result.isErased,
-                                 .port = m_job.portName(),
-                                 .backup = backup()}));
-    show(result.outcome, {}, result.isErased);
+    m_job.out.error(failureText(failureOf(result)));
+    const bool isUnchanged = result.outcome.state == operations::State::Unchanged;
+    show(result.outcome, {}, result.isErased || isUnchanged);
     return result.outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }
 

@@ -36,13 +36,18 @@ private:
 
 QString reasonOf(const WriteFailure& failure)
 {
-    switch (failure.outcome.cause) {
+    switch (failure.result.outcome.cause) {
     case Cause::Interrupted:
         return u"interrupted"_s;
     case Cause::LineGone:
         return u"%1 is gone"_s.arg(failure.port);
     case Cause::PhoneRefused:
-        return failure.isErased ? u"the phone refused an entry"_s : u"the phone refused the erase"_s;
+        return failure.result.isErased ? u"the phone refused an entry"_s : u"the phone refused the erase"_s;
+    case Cause::Doubtful:
+        return failure.result.hasChangedMeanwhile ? u"the list in the phone has changed since it was read"_s
+                                                  : u"it is not safely known what the phone holds"_s;
+    case Cause::NotRead:
+        return u"the phone did not give all entries when they were read again"_s;
     default:
         return u"the phone did not answer"_s;
     }
@@ -100,15 +105,28 @@ QJsonValue resultJson(const operations::Outcome& outcome, bool isErased, const Q
 
 QString failureText(const WriteFailure& failure)
 {
-    const operations::Outcome& outcome = failure.outcome;
+    const operations::Outcome& outcome = failure.result.outcome;
     QString text = u"could not write the %1: %2.\n"_s.arg(failure.words.name, reasonOf(failure));
-    if (!failure.isErased)
+    if (failure.result.sentNothing())
+        return text + u"Nothing was changed in the phone.\n"_s;
+    if (outcome.state == operations::State::Unchanged)
+        return text + u"The phone holds what it held before.\n"_s;
+    if (!failure.result.isErased)
         text += u"What the phone holds now is not known.\n"_s;
     else
-        text += u"The phone confirmed %1 of %2.%3\n"_s.arg(
+        text += u"The phone confirmed %1 of %2.%3%4\n"_s.arg(
             QString::number(outcome.confirmed), entryCount(static_cast<size_t>(outcome.planned)),
-            outcome.unknown > 0 ? u" It may hold one more, which it did not confirm."_s : QString());
+            outcome.unknown > 0 ? u" It may hold one more, which it did not confirm."_s : QString(),
+            failure.result.mayHoldDoubles ? u" It may hold an entry twice: the line was disturbed."_s
+                                          : QString());
     return text + backupHint(failure.invocation, failure.words, failure.backup);
+}
+
+QString notReadBackText(const WriteFailure& failure)
+{
+    return u"could not read back the %1: %2.\nThe phone confirmed all %3.\n"_s.arg(
+        failure.words.name, reasonOf(failure),
+        entryCount(static_cast<size_t>(failure.result.outcome.planned)));
 }
 
 QString backupHint(const Invocation& invocation, const StoreWords& words, const QString& backup)

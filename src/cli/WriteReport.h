@@ -2,8 +2,7 @@
 
 #include "cli/Invocation.h"
 #include "cli/StoreWords.h"
-#include "operations/Outcome.h"
-#include "phonedata/ListDiff.h"
+#include "operations/ClassicLists.h"
 
 #include <QJsonValue>
 
@@ -25,14 +24,16 @@ struct WriteFailure
 {
     const Invocation& invocation;
     const StoreWords& words;
-    const operations::Outcome& outcome;
-    bool isErased = false; ///< the phone confirmed the erase, so it holds nothing but what was written
-    QString port;          ///< for the message that it is gone
-    QString backup;        ///< empty if the phone held nothing
+    const operations::ListOutcome& result;
+    QString port;   ///< for the message that it is gone
+    QString backup; ///< empty if the phone held nothing
 };
 
 /// The phone's content after a write that failed, and the way back.
 QString failureText(const WriteFailure& failure);
+
+/// Why a written list could not be read back, in whole lines.
+QString notReadBackText(const WriteFailure& failure);
 
 /// Path of the backup and the command that puts it back, in whole lines; empty without a backup.
 QString backupHint(const Invocation& invocation, const StoreWords& words, const QString& backup);

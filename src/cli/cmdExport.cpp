@@ -63,7 +63,7 @@ ExitStatus readEntries(Job& job, Store store, ExportList& source)
     const ExitStatus status = readList(job, store, read);
     source.list = {.kind = operations::savedKind(store), .entries = read.entries};
     if (read.isDoubtful)
-        source.doubt = u"the line was disturbed in both readings, so an entry may be missing or garbled"_s;
+        source.doubt = read.doubt;
     return status;
 }
 

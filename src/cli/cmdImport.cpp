@@ -194,7 +194,7 @@ ExitStatus ImportCommand::importEntries()
         return status;
     if (const ExitStatus status = compare(existingEntries(held.entries)); status != ExitDone)
         return status;
-    if (held.isDoubtful && (m_isDryRun || m_store == Store::Providers)) {
+    if (held.isDoubtful && !held.lacksOnlyMelodies && (m_isDryRun || m_store == Store::Providers)) {
         m_job.out.error(
             u"the line was disturbed in both readings, so the phone may hold more of the entries."_s);
         return ExitFailed;

@@ -54,7 +54,8 @@ ExitStatus runPhonebookRead(Job& job)
     return isClassic ? showList(job, Store::Phonebook) : showContacts(job);
 }
 
-/// Both kinds of phonebooks are saved in .json files: the one that the file was read further as counts.
+/// Both kinds of phonebooks are saved in .json files: the one that the file was read further as counts. An
+/// empty array is both, so the phone says which.
 ExitStatus runPhonebookWrite(Job& job)
 {
     const QString path = job.invocation.arguments.first();
@@ -64,7 +65,17 @@ ExitStatus runPhonebookWrite(Job& job)
         return runWrite(job, Store::Phonebook);
     const bool areContacts = operations::readSavedList(path, SavedKind::Contacts, {}, asContacts).has_value();
     const bool areEntries = operations::readSavedList(path, SavedKind::Phonebook, {}, asEntries).has_value();
-    if (areEntries ||
+    const bool isForAnyPhone = areEntries && areContacts;
+    if (isForAnyPhone) {
+        if (!job.invocation.has(u"--dry-run"_s) && !job.questions.canBeAnswered()) {
+            job.questions.tellUnanswered(u"Replace the phonebook in the phone?"_s);
+            return ExitRefused;
+        }
+        if (const ExitStatus found = findPhone(job); found != ExitDone)
+            return found;
+    }
+    const bool isForContacts = isForAnyPhone && !link::isClassic(job.phoneType());
+    if ((areEntries && !isForContacts) ||
         (!areContacts && findFormat(path, SavedKind::Phonebook) && asContacts.number <= asEntries.number))
         return runWrite(job, Store::Phonebook);
     const auto contacts = readContacts(job, path);

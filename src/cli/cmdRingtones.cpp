@@ -22,19 +22,29 @@ constexpr int risingVolume = 6;
 constexpr std::array<QStringView, phonedata::soundEventCount> eventNames = {u"external", u"internal",
                                                                             u"appointment", u"alarm"};
 
-/// Shows the four settings and the melodies to choose from; with a state after a change.
-void show(Job& job, std::optional<operations::State> state = std::nullopt)
+/// The settings of some events, as JSON and as rows of a table.
+struct ShownSettings
+{
+    QJsonObject object = {};
+    std::vector<QStringList> rows = {};
+
+    void add(Job& job, size_t event, const phonedata::SoundSetting& setting)
+    {
+        const QString tone = phonedata::GetSoundName(setting.soundId, job.memory.sounds, job.context.log);
+        object.insert(eventNames[event], QJsonObject{{u"tone"_s, tone}, {u"volume"_s, setting.volume}});
+        rows.push_back({eventNames[event].toString(), tone,
+                        setting.volume == risingVolume ? u"rising"_s : QString::number(setting.volume)});
+    }
+    QString text() const { return alignedTable({u"Event"_s, u"Tone"_s, u"Volume"_s}, rows); }
+};
+
+/// Shows the four settings and the melodies to choose from.
+void show(Job& job)
 {
     const phonedata::SoundList& sounds = job.memory.sounds;
-    QJsonObject object;
-    std::vector<QStringList> events;
-    for (size_t index = 0; index < eventNames.size(); ++index) {
-        const phonedata::SoundSetting& setting = job.memory.soundSettings[index];
-        const QString tone = phonedata::GetSoundName(setting.soundId, sounds, job.context.log);
-        object.insert(eventNames[index], QJsonObject{{u"tone"_s, tone}, {u"volume"_s, setting.volume}});
-        events.push_back({eventNames[index].toString(), tone,
-                          setting.volume == risingVolume ? u"rising"_s : QString::number(setting.volume)});
-    }
+    ShownSettings settings;
+    for (size_t index = 0; index < eventNames.size(); ++index)
+        settings.add(job, index, job.memory.soundSettings[index]);
     QJsonArray melodies;
     std::vector<QStringList> rows;
     for (int index = 1; index <= sounds.upperBound(); ++index) {
@@ -45,13 +55,11 @@ void show(Job& job, std::optional<operations::State> state = std::nullopt)
                                     {u"id"_s, melody.id}});
         rows.push_back({melody.name, melody.kind, QString::number(melody.size), QString::number(melody.id)});
     }
-    object.insert(u"melodies"_s, melodies);
-    if (state)
-        object.insert(u"state"_s, operations::wordOf(*state));
-    QString text = alignedTable({u"Event"_s, u"Tone"_s, u"Volume"_s}, events);
+    settings.object.insert(u"melodies"_s, melodies);
+    QString text = settings.text();
     if (!rows.empty())
         text += u'\n' + alignedTable({u"Melody"_s, u"Kind"_s, u"Bytes"_s, u"Id"_s}, rows);
-    job.out.show(object, text);
+    job.out.show(settings.object, text);
 }
 
 phonedata::RingtoneJob ringtoneJob(Job& job)
@@ -122,10 +130,12 @@ ExitStatus runRingtonesSet(Job& job)
         return ExitWrongUse;
     const auto [outcome, now] = operations::setRingtone(ringtoneJob(job), event, tone, volume);
     job.progress.clear();
+    ShownSettings settings;
     if (now)
-        show(job, outcome.state);
-    else if (job.out.isJson())
-        job.out.show(QJsonObject{{u"state"_s, operations::wordOf(outcome.state)}}, {});
+        settings.add(job, static_cast<size_t>(event), *now);
+    settings.object.insert(u"state"_s, operations::wordOf(outcome.state));
+    if (now || job.out.isJson())
+        job.out.show(settings.object, now ? settings.text() : QString());
     const ExitStatus status = reportSetting(job, {.name = u"the ringtone"_s}, outcome);
     return status != ExitDone && job.stop.Checked() ? ExitRefused : status;
 }

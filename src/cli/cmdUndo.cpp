@@ -45,6 +45,8 @@ QString diffText(const UndoDiff& diff)
     appendLines(text, u"add   "_s, diff.add);
     appendLines(text, u"change"_s, diff.change);
     appendLines(text, u"remove"_s, diff.remove);
+    if (diff.isReordered)
+        text += u"order  of all entries as before\n"_s;
     return text;
 }
 
@@ -87,6 +89,7 @@ public:
 private:
     ExitStatus finish(const Outcome& outcome);
     QJsonValue json(const Outcome& outcome) const;
+    bool agreesToDoubt();
     ExitStatus fail(const Outcome& outcome);
     QString hintText() const;
     QString lostText(const Outcome& outcome) const;
@@ -100,9 +103,10 @@ ExitStatus UndoCommand::run()
     m_job.progress.phase(u"Comparing with what the phone holds"_s);
     const Outcome planned = m_undo.plan();
     m_job.progress.clear();
-    if (planned.cause != Cause::None)
-        return fail(planned);
+    const bool isDoubtful = planned.cause == Cause::Doubtful;
     const UndoDiff& diff = m_undo.diff();
+    if (planned.cause != Cause::None && (!isDoubtful || diff.isEmpty()))
+        return fail(planned);
     for (const QString& place : diff.blocked)
         m_job.out.error(
             u"could not put back %1: something else is in its place, or it is gone."_s.arg(printable(place)));
@@ -111,9 +115,11 @@ ExitStatus UndoCommand::run()
         m_job.out.show(json({}), diff.isHeldAlready()
                                      ? u"The phone already holds the %1.\n"_s.arg(nameOf(m_undo.record()))
                                      : diffText(diff));
-        return status;
+        return isDoubtful ? fail(planned) : status;
     }
     m_job.out.note(diffText(diff));
+    if (isDoubtful && !agreesToDoubt())
+        return fail(planned);
     if (Records::mayBeOfAnotherPhone(m_undo.record()))
         m_job.out.note(u"The serial number was not known when this change was made: it may have been made in "
                        u"another %1.\n"_s.arg(printable(m_undo.record().phone.model)));
@@ -127,6 +133,14 @@ ExitStatus UndoCommand::run()
     const Outcome outcome = m_undo.apply();
     m_job.progress.clear();
     return std::max(status, finish(outcome));
+}
+
+/// Only a person may agree: what the phone holds now may not come back from the record of the undo.
+bool UndoCommand::agreesToDoubt()
+{
+    return m_job.questions.someoneIsThere() &&
+           m_job.questions.confirm(u"The line was disturbed, so what the phone holds is not safely known and "
+                                   u"may not be recorded whole. Put back all the same?"_s);
 }
 
 ExitStatus UndoCommand::fail(const Outcome& outcome)

@@ -1,10 +1,9 @@
 #include "operations/ClassicLists.h"
 
 #include "app/Files.h"
-#include "operations/EntryLines.h"
 #include "operations/Records.h"
+#include "operations/SavedLists.h"
 #include "phonedata/BackupFiles.h"
-#include "phonedata/ClassicPhonebook.h"
 #include "phonedata/RawReplies.h"
 
 namespace kalmo::operations {
@@ -20,137 +19,6 @@ RecordedList recordedList(phonedata::Store store)
 {
     static constexpr std::array<RecordedList, 2> lists = {RecordedList::Phonebook, RecordedList::Providers};
     return phonedata::rowOf(lists, store);
-}
-
-bool isFresh(const ListJob& job, qint64 trustedFor)
-{
-    const StoreContent& content = job.content();
-    const qint64 age = content.since.secsTo(job.context().clock.Now()); // below 0 if the clock was set back
-    return content.certainty != Certainty::Unknown && age >= 0 && age <= trustedFor && trustedFor > 0;
-}
-
-/// Reads the list unless it is known well enough. If that fails, an earlier reading is still worth saving,
-/// but no longer certain.
-void learnContent(const ListJob& job, const WritePolicy& policy, ListPlan& plan)
-{
-    identifyPhone(job.line); // while no store is open
-    const StoreContent before = job.content();
-    if (!isFresh(job, policy.trustedFor)) {
-        plan.reading = readList(job, policy.reading);
-        if (!plan.reading.isWhole && before.certainty != Certainty::Unknown) {
-            job.content() = before;
-            job.content().certainty = Certainty::Doubtful;
-        }
-    }
-    plan.held = job.content();
-}
-
-QByteArray commandFor(const ListJob& job, const ClassicEntry& entry)
-{
-    return job.traits().writeCommand(sendable(entry), job.phoneType(), job.memory.sounds);
-}
-
-ClassicEntry entryFrom(const ListJob& job, const QByteArray& reply)
-{
-    return job.traits().entryFromReply(reply, job.phoneType(), job.memory.sounds, job.context().log);
-}
-
-/// Counts the entries of the new list that the phone holds already with a melody that has no name. The
-/// command of such an entry names another one.
-int unnamedMelodies(const ListJob& job, const ListPlan& plan)
-{
-    int count = 0;
-    std::vector<bool> isTaken(plan.given.size(), false);
-    for (qsizetype place = 0; job.traits().hasDates && place < plan.held.replies.size(); ++place) {
-        const QByteArray& reply = plan.held.replies[place];
-        if (!phonedata::hasUnnamedSound(reply, job.phoneType(), job.memory.sounds))
-            continue;
-        const QByteArray asHeld = job.traits().commandFromReply(reply, job.phoneType());
-        for (size_t index = 0; index < plan.given.size(); ++index) {
-            if (isTaken[index] || plan.given[index] != plan.held.entries[static_cast<size_t>(place)])
-                continue;
-            isTaken[index] = true;
-            if (plan.toSend.commands[static_cast<qsizetype>(index)] != asHeld)
-                ++count;
-            break;
-        }
-    }
-    return count;
-}
-
-QByteArrayList commandsOf(const ListJob& job, const QByteArrayList& replies)
-{
-    QByteArrayList commands;
-    for (const QByteArray& reply : replies)
-        commands.append(job.traits().commandFromReply(reply, job.phoneType()));
-    return commands;
-}
-
-/// Compares entries as diffLists() does, but the first `exact` wanted ones and all held ones by their codes
-/// too: melodies without a name look alike in the list. The tag is a field that no phone knows.
-phonedata::ListDiff diffWithCodes(const ListJob& job, const StoreContent& held, const ListPlan& plan)
-{
-    std::vector<ClassicEntry> now = held.entries;
-    std::vector<ClassicEntry> wanted = plan.willHold;
-    const QByteArrayList nowCommands = commandsOf(job, held.replies);
-    for (qsizetype index = 0; plan.exact > 0 && index < nowCommands.size(); ++index) {
-        if (index < plan.exact || !plan.toSend.commands.contains(nowCommands[index]))
-            now[static_cast<size_t>(index)].languageTag = QString::fromLatin1(nowCommands[index].toHex());
-    }
-    for (int index = 0; index < plan.exact; ++index)
-        wanted[static_cast<size_t>(index)].languageTag =
-            QString::fromLatin1(plan.toSend.commands[index].toHex());
-    phonedata::ListDiff diff = phonedata::diffLists(now, wanted);
-    for (ClassicEntry& entry : diff.add)
-        entry.languageTag.clear();
-    for (ClassicEntry& entry : diff.remove)
-        entry.languageTag.clear();
-    for (phonedata::ListDiff::Change& change : diff.change)
-        change.from.languageTag = change.to.languageTag = QString();
-    return diff;
-}
-
-/// Fills in what follows from the given entries and their commands.
-void foresee(const ListJob& job, ListPlan& plan)
-{
-    plan.willHold.clear();
-    for (const QByteArray& command : plan.toSend.commands)
-        plan.willHold.push_back(entryFrom(job, phonedata::replyFor(command)));
-    plan.diff = diffWithCodes(job, plan.held, plan);
-    plan.unnamedMelodies = unnamedMelodies(job, plan);
-    const QByteArrayList heldCommands = commandsOf(job, plan.held.replies);
-    const bool isSame = plan.exact > 0
-                            ? heldCommands == plan.toSend.commands
-                            : plan.held.entries == plan.given || plan.held.entries == plan.willHold;
-    plan.changesNothing = plan.held.certainty == Certainty::Known && plan.unnamedMelodies == 0 && isSame;
-    if (plan.changesNothing && plan.held.entries == plan.willHold)
-        return; // nothing has to be written that could turn out otherwise
-    plan.objections = objectionsTo(plan.given, plan.willHold, job.store, job.phoneType(), job.memory.sounds);
-    std::erase_if(plan.objections, [&](const EntryObjection& objection) { // what the phone gave it can hold
-        const size_t index = objection.index;
-        return plan.given[index] == plan.toSend.entries[index] &&
-               heldCommands.contains(plan.toSend.commands[static_cast<qsizetype>(index)]);
-    });
-    plan.movedMelodies = movedMelodies(plan.given, plan.willHold, job.phoneType(), job.memory.sounds);
-}
-
-void addGiven(const ListJob& job, ListPlan& plan, const std::vector<ClassicEntry>& entries)
-{
-    for (const ClassicEntry& entry : entries) {
-        plan.given.push_back(entry);
-        plan.toSend.entries.push_back(sendable(entry));
-        plan.toSend.commands.append(commandFor(job, entry));
-    }
-}
-
-void addReplies(const ListJob& job, ListPlan& plan, const QByteArrayList& replies)
-{
-    for (const QByteArray& reply : replies) {
-        plan.given.push_back(entryFrom(job, reply));
-        plan.toSend.entries.push_back(plan.given.back());
-        plan.toSend.commands.append(job.traits().commandFromReply(reply, job.phoneType()));
-    }
-    plan.exact = static_cast<int>(replies.size());
 }
 
 /// Number of entries of the new list that these are exactly.
@@ -208,7 +76,7 @@ void verify(const ListJob& job, const ListPlan& plan, const WritePolicy& policy,
         outcome.cause = now.cause;
         return;
     }
-    result.mismatch = diffWithCodes(job, job.content(), plan);
+    result.mismatch = compareWithPlan(job, job.content(), plan);
     outcome.verified = countAsGiven(plan, job.content().entries);
     const bool isRight = result.mismatch.isEmpty();
     outcome.state = isRight ? State::Done : State::Unknown;
@@ -219,8 +87,8 @@ void noteWriting(const ListJob& job, const phonedata::StoreWriting& writing, Lis
 {
     Outcome& outcome = result.outcome;
     result.isErased = writing.isErased;
-    result.isConfirmed = writing.isDone();
-    outcome.state = State::Unknown;
+    result.mayHoldDoubles = writing.mayHoldDoubles;
+    outcome.state = writing.isUntouched ? State::Unchanged : State::Unknown;
     outcome.sent = writing.sent;
     outcome.confirmed = writing.confirmed;
     outcome.unknown = writing.isLastUnknown ? 1 : 0;
@@ -242,34 +110,6 @@ QJsonObject detailsOf(const Outcome& outcome)
 }
 
 } // namespace
-
-ListPlan planReplace(const ListJob& job, std::vector<ClassicEntry> given, const WritePolicy& policy)
-{
-    ListPlan plan;
-    learnContent(job, policy, plan);
-    addGiven(job, plan, given);
-    foresee(job, plan);
-    return plan;
-}
-
-ListPlan planAppend(const ListJob& job, std::vector<ClassicEntry> extra, const WritePolicy& policy)
-{
-    ListPlan plan;
-    learnContent(job, policy, plan);
-    addReplies(job, plan, plan.held.replies);
-    addGiven(job, plan, extra);
-    foresee(job, plan);
-    return plan;
-}
-
-ListPlan planRestore(const ListJob& job, QByteArrayList replies, const WritePolicy& policy)
-{
-    ListPlan plan;
-    learnContent(job, policy, plan);
-    addReplies(job, plan, replies);
-    foresee(job, plan);
-    return plan;
-}
 
 bool saveHeld(const ListJob& job, ListPlan& plan, const WritePolicy& policy, Outcome& outcome)
 {
@@ -297,6 +137,10 @@ ListOutcome applyPlan(const ListJob& job, ListPlan& plan, const WritePolicy& pol
 {
     ListOutcome result{.outcome = refusal(plan, obstacle(job, plan, policy))};
     Outcome& outcome = result.outcome;
+    if (outcome.cause == Cause::None) {
+        outcome.cause = renewReading(job, plan, policy);
+        result.hasChangedMeanwhile = outcome.cause == Cause::Doubtful;
+    }
     if (outcome.cause != Cause::None)
         return result;
     Records records(job.context(), identifyPhone(job.line));
@@ -317,11 +161,12 @@ ListOutcome applyPlan(const ListJob& job, ListPlan& plan, const WritePolicy& pol
     outcome.savedIn = plan.savedIn.value(0);
     const phonedata::StoreWriting writing = write(job, plan, policy);
     noteWriting(job, writing, result);
+    if (writing.isUntouched)
+        job.content() = plan.held;
     // A store that did not close in the end holds its entries all the same; reading back tells.
-    const bool isWhole = writing.isErased && writing.confirmed == outcome.planned;
-    if (isWhole && job.line.port().IsOpen())
+    if (result.isConfirmed() && job.line.port().IsOpen())
         verify(job, plan, policy, result);
-    records.finish(*id, outcome.state, detailsOf(outcome));
+    outcome.isRecordOpen = !records.finish(*id, outcome.state, detailsOf(outcome));
     return result;
 }
 

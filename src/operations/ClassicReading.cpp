@@ -1,6 +1,7 @@
 #include "operations/ClassicReading.h"
 
 #include "link/PhoneModels.h"
+#include "phonedata/ClassicPhonebook.h"
 #include "phonedata/Ringtones.h"
 
 namespace kalmo::operations {
@@ -20,26 +21,36 @@ QStringList namesOf(const phonedata::SoundList& sounds)
 
 /// Reads the phone's own melodies, by whose names the list says which of them is set. Returns true if they
 /// came twice the same, or if the list does not need them.
-bool learnMelodies(const ListJob& job)
+bool learnMelodies(const ListJob& job, ListReading& reading)
 {
     if (!job.traits().hasDates || !link::hasRingtoneSettings(job.phoneType()))
         return true;
     QStringList first;
     for (int time = 0; time < 2; ++time) {
         const auto rows = phonedata::makeSoundRows();
-        if (!phonedata::ReadSoundList({job.line, job.memory, job.window, job.progress.panel}, *rows))
+        if (!phonedata::ReadSoundList({job.line, job.memory, job.window, job.progress.panel}, *rows)) {
+            reading.refusedMelodies = job.line.lastFailure() == link::RxFailure::Refused;
             return false;
+        }
         if (time == 0)
             first = namesOf(job.memory.sounds);
     }
-    return namesOf(job.memory.sounds) == first;
+    job.memory.areSoundsKnown = job.memory.areSoundsKnown && namesOf(job.memory.sounds) == first;
+    return job.memory.areSoundsKnown;
+}
+
+/// Returns true if an entry has a melody of the phone's own.
+bool hasOwnMelody(const ListJob& job)
+{
+    return job.traits().hasDates &&
+           phonedata::haveUnnamedSound(job.content().replies, job.phoneType(), phonedata::SoundList());
 }
 
 ListReading readOnce(const ListJob& job, const ReadPolicy& policy)
 {
-    const bool areMelodiesSure = !policy.readsMelodies || learnMelodies(job);
-    const auto rows = job.traits().makeRows();
     ListReading reading;
+    const bool areMelodiesSure = !policy.readsMelodies || learnMelodies(job, reading);
+    const auto rows = job.traits().makeRows();
     QObject::connect(rows.get(), &toolkit::ListRows::inserted, rows.get(), [&] {
         reading.given = rows->count();
         if (job.onEntryRead)
@@ -54,8 +65,8 @@ ListReading readOnce(const ListJob& job, const ReadPolicy& policy)
         reading.cause = Cause::Interrupted;
     else if (!isClosed)
         reading.cause = job.line.port().IsOpen() ? Cause::NotRead : Cause::LineGone;
-    if (reading.isWhole && !areMelodiesSure)
-        content.certainty = Certainty::Doubtful;
+    if (content.certainty == Certainty::Known && !areMelodiesSure && hasOwnMelody(job))
+        content.becomesDoubtfulByMelodies();
     return reading;
 }
 
@@ -68,7 +79,11 @@ ListReading readList(const ListJob& job, const ReadPolicy& policy)
         if (job.onStep)
             job.onStep(number == 1 ? ListStep::Reading : ListStep::ReadingAgain);
         reading = readOnce(job, policy);
-        if (reading.cause != Cause::None || job.content().certainty == Certainty::Known)
+        const phonedata::StoreContent& content = job.content();
+        const bool mayGetMelodies = policy.readsMelodies && !reading.refusedMelodies;
+        const bool isAsSureAsCanBe =
+            content.certainty == Certainty::Known || (content.lacksOnlyMelodies && !mayGetMelodies);
+        if (reading.cause != Cause::None || isAsSureAsCanBe)
             break;
     }
     return reading;

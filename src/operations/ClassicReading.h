@@ -40,9 +40,11 @@ struct ListReading
     Cause cause = Cause::None;
     int given = 0;        ///< entries that the phone gave; of a reading that failed the list keeps none
     bool isWhole = false; ///< the phone gave all entries; if `cause` is not None it did not confirm the close
+    bool refusedMelodies = false; ///< the phone refused the list of its melodies
 };
 
-/// Reads a store into the job's content. A reading without a sure list of melodies is doubtful.
+/// Reads a store into the job's content. A list with melodies of the phone's own is doubtful if their names
+/// are not sure.
 ListReading readList(const ListJob& job, const ReadPolicy& policy);
 
 /// The reason why the last exchange on a line failed.

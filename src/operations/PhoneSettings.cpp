@@ -32,6 +32,13 @@ Asked<QByteArray> askForSetting(const RingtoneJob& job, SoundEvent event)
     });
 }
 
+/// Why a reading failed, also if the last exchange succeeded.
+Cause readingFailure(const link::Line& line)
+{
+    const Cause cause = causeOf(line.lastFailure());
+    return cause == Cause::None ? Cause::NotRead : cause;
+}
+
 /// Counts one setting that was sent: confirmed, refused, or without an answer.
 void noteSent(const link::Line& line, bool isTaken, Outcome& outcome)
 {
@@ -44,20 +51,23 @@ void noteSent(const link::Line& line, bool isTaken, Outcome& outcome)
 
 /// Compares the setting that was read back with the wanted and the former one.
 template <typename Value>
-void noteReadBack(const std::optional<Value>& now, const Value& wanted, const Value& before, Outcome& outcome)
+void noteReadBack(const Asked<Value>& now, const Value& wanted, const Value& before,
+                  SettingOutcome<Value>& result)
 {
-    if (!now) {
+    Outcome& outcome = result.outcome;
+    result.now = now.value;
+    if (!now.value) {
         if (outcome.cause == Cause::None)
-            outcome.cause = Cause::NotRead;
+            outcome.cause = now.cause;
         return;
     }
-    outcome.verified = *now == wanted ? 1 : 0;
-    if (*now == wanted && outcome.cause != Cause::PhoneRefused) {
+    outcome.verified = *now.value == wanted ? 1 : 0;
+    if (*now.value == wanted && outcome.cause != Cause::PhoneRefused) {
         outcome.state = State::Done;
         outcome.cause = Cause::None;
         return;
     }
-    outcome.state = *now == before ? State::Unchanged : State::Unknown;
+    outcome.state = *now.value == before ? State::Unchanged : State::Unknown;
     if (outcome.cause == Cause::None)
         outcome.cause = Cause::Mismatch;
 }
@@ -74,7 +84,45 @@ void changeRecorded(link::Line& line, RecordedList list, const QString& recordCa
     }
     outcome.recordId = *id;
     change();
-    records.finish(*id, outcome.state, {{u"sent"_s, outcome.sent}, {u"confirmed"_s, outcome.confirmed}});
+    outcome.isRecordOpen =
+        !records.finish(*id, outcome.state, {{u"sent"_s, outcome.sent}, {u"confirmed"_s, outcome.confirmed}});
+}
+
+Asked<SoundSetting> parsed(SoundEvent event, const Asked<QByteArray>& asked)
+{
+    if (!asked.value)
+        return {std::nullopt, asked.cause};
+    return {phonedata::parseSetting(event, *asked.value), Cause::None};
+}
+
+/// Reads the setting of an event after it was sent. With `report` all settings are read for it. One answer
+/// alone may lack a byte, so one that differs from the wanted setting is asked for again.
+Asked<SoundSetting> readBack(const RingtoneJob& job, SoundEvent event, const SoundSetting& wanted,
+                             const phonedata::SettingRead& report)
+{
+    SoundSetting& known = job.memory.soundSettings[static_cast<size_t>(event)];
+    if (!report)
+        job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    else if (!phonedata::ReadSoundSettings(job, report))
+        return {std::nullopt, readingFailure(job.line)};
+    else if (known == wanted)
+        return {known, Cause::None};
+    const Asked<SoundSetting> now = parsed(event, askForSetting(job, event));
+    known = now.value.value_or(SoundSetting());
+    return now;
+}
+
+/// Reads the setting of one event into the job's memory.
+Cause learnSetting(const RingtoneJob& job, SoundEvent event)
+{
+    const Asked<QByteArray> asked = askForSetting(job, event);
+    if (!asked.value)
+        return asked.cause;
+    const auto setting = phonedata::parseWholeSetting(*asked.value);
+    if (!setting || setting->first != event)
+        return Cause::Doubtful;
+    job.memory.soundSettings[static_cast<size_t>(event)] = setting->second;
+    return Cause::None;
 }
 
 SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent event, const QByteArray& code,
@@ -86,7 +134,7 @@ SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent e
     job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
     const Asked<QByteArray> before = askForSetting(job, event);
     if (!before.value) {
-        outcome.cause = Cause::NotRead;
+        outcome.cause = before.cause;
         return result;
     }
     const RecordedPart part{u"ringtones.raw"_s, *before.value};
@@ -95,17 +143,8 @@ SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent e
         noteSent(job.line, phonedata::SetSoundCode(job, event, code, volume), outcome);
         job.context().clock.WaitSeconds(phonedata::pauseAfterSetting);
         const SoundSetting wanted{code.toInt(), volume};
-        SoundSetting& known = job.memory.soundSettings[static_cast<size_t>(event)];
-        const auto ignore = [](SoundEvent, const SoundSetting&, const QString&) {};
-        if (phonedata::ReadSoundSettings(job, report ? report : phonedata::SettingRead(ignore)))
-            result.now = known;
-        if (result.now && *result.now != wanted) { // one answer alone may lack a byte
-            const Asked<QByteArray> again = askForSetting(job, event);
-            result.now.reset();
-            if (again.value)
-                result.now = known = phonedata::parseSetting(event, *again.value);
-        }
-        noteReadBack(result.now, wanted, phonedata::parseSetting(event, *before.value), outcome);
+        noteReadBack(readBack(job, event, wanted, report), wanted,
+                     phonedata::parseSetting(event, *before.value), result);
     });
     return result;
 }
@@ -126,15 +165,15 @@ SettingOutcome<QString> setAreaCodes(link::Line& line, const AreaCodes& codes, c
     Outcome& outcome = result.outcome;
     const Asked<QByteArray> before = askForAreaCodes(line);
     if (!before.value) {
-        outcome.cause = Cause::NotRead;
+        outcome.cause = before.cause;
         return result;
     }
     const QString wanted = QStringList(codes.begin(), codes.end()).join(u',');
     const RecordedPart part{u"areacodes.raw"_s, *before.value};
     changeRecorded(line, RecordedList::AreaCodes, recordCause, part, outcome, [&] {
         noteSent(line, phonedata::sendAreaCodes(line, codes), outcome);
-        result.now = readAreaCodes(line).first;
-        noteReadBack(result.now, wanted, phonedata::areaCodeText(*before.value), outcome);
+        const auto [now, cause] = readAreaCodes(line);
+        noteReadBack({now, cause}, wanted, phonedata::areaCodeText(*before.value), result);
     });
     return result;
 }
@@ -171,16 +210,16 @@ Cause readRingtones(const RingtoneJob& job)
     for (int index = 0; index < phonedata::soundEventCount; ++index) {
         if (job.cancel && job.cancel->Checked())
             return Cause::Interrupted;
-        const auto event = static_cast<SoundEvent>(index);
-        const Asked<QByteArray> asked = askForSetting(job, event);
-        const auto setting = asked.value ? phonedata::parseWholeSetting(*asked.value) : std::nullopt;
-        if (!asked.value)
-            return asked.cause;
-        if (!setting || setting->first != event)
-            return Cause::Doubtful;
-        job.memory.soundSettings[static_cast<size_t>(index)] = setting->second;
+        if (const Cause cause = learnSetting(job, static_cast<SoundEvent>(index)); cause != Cause::None)
+            return cause;
     }
     return Cause::None;
+}
+
+Cause readRingtone(const RingtoneJob& job, SoundEvent event)
+{
+    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    return learnSetting(job, event);
 }
 
 SettingOutcome<SoundSetting> setRingtone(const RingtoneJob& job, SoundEvent event, const QString& toneName,
@@ -206,9 +245,8 @@ SettingOutcome<QDateTime> setClock(link::Line& line)
     SettingOutcome<QDateTime> result{.outcome = {.planned = 1}};
     Outcome& outcome = result.outcome;
     noteSent(line, link::SetPhoneTime(line), outcome);
+    const bool isRefused = outcome.state == State::Unchanged;
     QDateTime now;
-    if (outcome.state == State::Unchanged)
-        return result;
     if (outcome.cause != Cause::LineGone) {
         line.context().clock.WaitSeconds(pauseBeforeReading);
         if (link::GetPhoneTime(line, now))
@@ -216,12 +254,12 @@ SettingOutcome<QDateTime> setClock(link::Line& line)
     }
     if (!result.now) {
         if (outcome.cause == Cause::None)
-            outcome.cause = Cause::NotRead;
+            outcome.cause = readingFailure(line); // the answer may hold no time
         return result;
     }
     const bool isRight = std::abs(now.secsTo(line.context().clock.Now())) <= tolerance;
     outcome.verified = isRight ? 1 : 0;
-    if (isRight) {
+    if (isRight && !isRefused) {
         outcome.state = State::Done;
         outcome.cause = Cause::None;
     } else if (outcome.cause == Cause::None) {

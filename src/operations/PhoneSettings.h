@@ -36,7 +36,11 @@ Cause readMelodies(const phonedata::RingtoneJob& job);
 /// Returns Cause::None, or why they are not known.
 Cause readRingtones(const phonedata::RingtoneJob& job);
 
-/// Sets the tone and the volume, 1 to 6, of one event, then reads all settings and hands them to `report`.
+/// The same for the setting of one event, without the melodies.
+Cause readRingtone(const phonedata::RingtoneJob& job, phonedata::SoundEvent event);
+
+/// Sets the tone and the volume, 1 to 6, of one event, and reads it back. With `report` all settings are read
+/// after the change and handed to it.
 SettingOutcome<phonedata::SoundSetting> setRingtone(const phonedata::RingtoneJob& job,
                                                     phonedata::SoundEvent event, const QString& toneName,
                                                     int volume, const phonedata::SettingRead& report = {});
@@ -45,8 +49,9 @@ SettingOutcome<phonedata::SoundSetting> setRingtone(const phonedata::RingtoneJob
 SettingOutcome<phonedata::SoundSetting> restoreRingtone(const phonedata::RingtoneJob& job,
                                                         const QByteArray& answer);
 
-/// Sets the phone's clock to the PC's time and reads it back. Nothing is recorded: there is nothing to put
-/// back. `verified` is 1 if the phone then shows the PC's time to a minute, which it may do a minute late.
+/// Sets the phone's clock to the PC's time and reads it back, also after a refusal. Nothing is recorded:
+/// there is nothing to put back. `verified` is 1 if the phone then shows the PC's time to a minute, which it
+/// may do a minute late.
 SettingOutcome<QDateTime> setClock(link::Line& line);
 
 } // namespace kalmo::operations

@@ -4,6 +4,8 @@
 #include "operations/UndoContacts.h"
 #include "operations/UndoFiles.h"
 
+#include <algorithm>
+
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
@@ -20,7 +22,18 @@ std::optional<Record> latestChange(const Records& records)
 
 bool canCompareWithKnown(const UndoJob& job, const Record& record)
 {
-    return record.list == RecordedList::Phonebook && job.contacts;
+    switch (record.list) {
+    case RecordedList::Phonebook:
+        return job.contacts || isListKnown(job.memory.phonebook);
+    case RecordedList::Providers:
+        return isListKnown(job.memory.providers);
+    case RecordedList::Ringtones:
+        return std::ranges::any_of(job.memory.soundSettings, &phonedata::SoundSetting::isRead);
+    case RecordedList::Files:
+    case RecordedList::AreaCodes:
+        break;
+    }
+    return false;
 }
 
 std::unique_ptr<Undo> makeUndo(const UndoJob& job, Record record)

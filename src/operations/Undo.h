@@ -17,9 +17,10 @@ struct UndoDiff
     QStringList change = {};
     QStringList remove = {};
     QStringList blocked = {}; ///< can't be put back: something else is in the place, or it is gone for good
+    bool isReordered = false; ///< the same entries, but in another order
 
     /// Nothing to do: the phone holds the former state, as far as it can be put back.
-    bool isEmpty() const { return add.isEmpty() && change.isEmpty() && remove.isEmpty(); }
+    bool isEmpty() const { return add.isEmpty() && change.isEmpty() && remove.isEmpty() && !isReordered; }
     /// Returns true if the phone holds the whole former state.
     bool isHeldAlready() const { return isEmpty() && blocked.isEmpty(); }
     bool operator==(const UndoDiff&) const = default;
@@ -43,7 +44,8 @@ public:
     virtual std::optional<UndoDiff> compareWithKnown() const { return {}; }
 
     /// Cause::None if apply() may follow. Otherwise nothing was changed in the phone. Cause::Doubtful: the
-    /// reading may lack something, and apply() may follow only if the user wants that.
+    /// reading may lack something. If diff() then has a difference to it, apply() may follow, but only if the
+    /// user wants that.
     virtual Outcome plan() = 0;
     /// `verified` and `confirmed` count what was put back.
     virtual Outcome apply() = 0;

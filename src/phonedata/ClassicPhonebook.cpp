@@ -123,6 +123,7 @@ bool eraseAndOpen(const StoreJob& job, StoreWriting& writing)
     job.memory.phonebook.forget();
     const StoreErasing erasing = eraseAndClose(job.line, Store::Phonebook, job.progress);
     writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.isUntouched = erasing.isRefused;
     writing.failure = erasing.failure;
     if (!writing.isErased)
         return false;
@@ -141,7 +142,9 @@ bool prepareStore(const StoreJob& job, StoreWriting& writing)
     // Its result does not matter, and it ends in CR alone: only true entries end in CR LF.
     writeNextEntry(job.line, "AT^WSWE=1,A,1,1,0,\r");
     CloseStore(job.line, job.progress);
-    return eraseAndOpen(job, writing);
+    const bool isPrepared = eraseAndOpen(job, writing);
+    writing.isUntouched = false; // the first erase succeeded
+    return isPrepared;
 }
 
 } // namespace
@@ -183,13 +186,12 @@ bool ReadPB_TB(const StoreJob& job)
     };
     if (!readEntries(job, Store::Phonebook, take, doubtful))
         return abandonRead(job);
+    StoreContent& content = job.memory.phonebook;
+    content.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known, replies);
     // Without the list of melodies an own one is shown under a wrong name.
-    doubtful = doubtful || (!job.memory.areSoundsKnown &&
-                            std::any_of(replies.begin(), replies.end(), [&job](const QByteArray& reply) {
-                                return hasUnnamedSound(reply, job.phoneType(), job.memory.sounds);
-                            }));
-    job.memory.phonebook.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known,
-                                 replies);
+    if (!doubtful && !job.memory.areSoundsKnown &&
+        haveUnnamedSound(replies, job.phoneType(), job.memory.sounds))
+        content.becomesDoubtfulByMelodies();
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     return closed;
@@ -216,16 +218,29 @@ QByteArray phonebookCommandFromReply(const QByteArray& reply, int phoneType)
     return commandFor(name, number, detailsOf(text, phoneType));
 }
 
-bool hasUnnamedSound(const QByteArray& reply, int phoneType, const SoundList& sounds)
+UnnamedSounds unnamedSounds(const QByteArray& reply, int phoneType, const SoundList& sounds)
 {
     if (!link::hasRingtoneSettings(phoneType))
-        return false; // the oldest family has no melodies of its own
+        return {}; // the oldest family has no melodies of its own
     QString text = textOf(reply);
     takeName(text);
     takeField(text);
     const WireDetails details = detailsOf(text, phoneType);
     constexpr int dateLength = 10; // "00" and four pairs of digits, then the code
-    return isUnnamed(details.date.mid(dateLength), sounds) || isUnnamed(details.vipCode, sounds);
+    return {.reminder = isUnnamed(details.date.mid(dateLength), sounds),
+            .vip = isUnnamed(details.vipCode, sounds)};
+}
+
+bool haveUnnamedSound(const QByteArrayList& replies, int phoneType, const SoundList& sounds)
+{
+    return std::any_of(replies.begin(), replies.end(), [&](const QByteArray& reply) {
+        return bool(unnamedSounds(reply, phoneType, sounds));
+    });
+}
+
+bool isNameless(const QByteArray& reply)
+{
+    return textOf(reply).startsWith(u",,"_s);
 }
 
 bool WritePB_TB(const StoreJob& job)

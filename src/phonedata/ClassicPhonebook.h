@@ -27,8 +27,22 @@ QByteArray phonebookWriteCommand(const ClassicEntry& entry, int phoneType, const
 /// also where no melody of that code is known. An entry without a name gets the name "Ohne Name".
 QByteArray phonebookCommandFromReply(const QByteArray& reply, int phoneType);
 
-/// Returns true if a reply has the code of a melody that `sounds` does not name. The list shows another one
-/// for it then.
-bool hasUnnamedSound(const QByteArray& reply, int phoneType, const SoundList& sounds);
+/// The melodies of an entry that `sounds` does not name. The list shows another one for them.
+struct UnnamedSounds
+{
+    bool reminder = false;
+    bool vip = false;
+
+    explicit operator bool() const { return reminder || vip; }
+};
+
+/// Looks for such melodies in a reply to the read command.
+UnnamedSounds unnamedSounds(const QByteArray& reply, int phoneType, const SoundList& sounds);
+
+/// Returns true if one of the replies has such a melody. With an empty `sounds`: a melody of the phone's own.
+bool haveUnnamedSound(const QByteArrayList& replies, int phoneType, const SoundList& sounds);
+
+/// Returns true if the phone gave an entry without a name, which is shown and written as "Ohne Name".
+bool isNameless(const QByteArray& reply);
 
 } // namespace kalmo::phonedata

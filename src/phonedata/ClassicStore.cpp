@@ -90,6 +90,7 @@ StoreErasing eraseAndClose(Line& line, Store store, const Progress& progress)
         QByteArray answer;
         erasing.isErased = line.exchange(answer, "AT^WSEL=" + quotedName(store) + '\r', eraseTimeout);
         erasing.failure = line.lastFailure();
+        erasing.isRefused = erasing.failure == link::RxFailure::Refused && !line.lostAnswers();
     }
     erasing.isClosed = CloseStore(line, progress);
     if (erasing.isErased) {
@@ -183,6 +184,7 @@ void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QSt
         // A repeated command may have been carried out twice, one without an answer once.
         const bool isSure = isTaken ? job.line.isAnswerSafe() : !job.line.lostAnswers();
         writing.isDoubtful = writing.isDoubtful || !isSure;
+        writing.mayHoldDoubles = writing.mayHoldDoubles || (isTaken && job.line.lostAnswers());
         writing.isLastUnknown = !isTaken && job.line.lostAnswers();
         if (!isTaken)
             return;

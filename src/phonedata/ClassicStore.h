@@ -37,6 +37,7 @@ struct StoreErasing
 {
     bool isErased = false;
     bool isClosed = false;
+    bool isRefused = false; ///< the phone refused each attempt to erase, so the store holds what it held
     link::RxFailure failure = link::RxFailure::None;
 };
 StoreErasing eraseAndClose(link::Line& line, Store store, const toolkit::Progress& progress);
@@ -75,14 +76,16 @@ struct StoreEntries
 /// Facts about a write of a whole store.
 struct StoreWriting
 {
-    bool isErased = false;   ///< the phone confirmed the erase and closed the store
-    bool isClosed = false;   ///< the phone confirmed the last close
-    int planned = 0;         ///< entries
-    int sent = 0;            ///< entries whose bytes all went out
-    int confirmed = 0;       ///< entries that the phone confirmed
-    bool isDoubtful = false; ///< an answer was lost: an entry may be there twice, or one more than confirmed
-    bool isLastUnknown = false;                      ///< the last entry that was sent got no answer
-    bool wasCancelled = false;                       ///< between two entries
+    bool isUntouched = false; ///< the phone refused the erase, so the store holds what it held
+    bool isErased = false;    ///< the phone confirmed the erase and closed the store
+    bool isClosed = false;    ///< the phone confirmed the last close
+    int planned = 0;          ///< entries
+    int sent = 0;             ///< entries whose bytes all went out
+    int confirmed = 0;        ///< entries that the phone confirmed
+    bool isDoubtful = false;  ///< an answer was lost: an entry may be there twice, or one more than confirmed
+    bool mayHoldDoubles = false; ///< an entry was sent again after a lost answer, and confirmed then
+    bool isLastUnknown = false;  ///< the last entry that was sent got no answer
+    bool wasCancelled = false;   ///< between two entries
     link::RxFailure failure = link::RxFailure::None; ///< of the exchange that ended the write
 
     bool isDone() const { return isErased && isClosed && confirmed == planned; }

@@ -80,6 +80,7 @@ StoreWriting writeProviders(const StoreJob& job, const StoreEntries& wanted)
     job.memory.providers.forget();
     const StoreErasing erasing = eraseAndClose(job.line, Store::Providers, job.progress);
     writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.isUntouched = erasing.isRefused;
     writing.failure = erasing.failure;
     if (!writing.isErased)
         return writing;

@@ -61,22 +61,15 @@ void tst_Commands::results()
             shell.found("WOODSTOCK").expect("AT^WSSL=\"NE\"\r");
             shell.script.expect("AT^WSRE\r", "^WSRE: 9,Nord, Ruf,5,01031").expectAll({"AT^WSRE\r", "AT\r"});
         });
-    rows.add(
-        "ringtones", u"ringtones set alarm Walzer rising"_s,
-        u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"appointment\":{\"tone\":\"Melodie "
-        u"3\",\"volume\":3},"
-        "\"external\":{\"tone\":\"Melodie 1\",\"volume\":1},\"internal\":{\"tone\":\"Melodie "
-        "2\",\"volume\":2},"
-        "\"melodies\":[{\"id\":33,\"kind\":\"MID\",\"name\":\"Walzer\",\"size\":1200}],\"state\":\"done\"}"_s,
-        [](Shell& shell) {
-            shell.found("PICASSO");
-            shell.twice("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33")
-                .twice("AT^WRAL?\r", "^WRAL: 2,1")
-                .identified();
-            shell.script.expect("AT^WRAL=33,6\r");
-            shell.script.expect("AT^WREX?\r", "^WREX: 1,1").expect("AT^WRIN?\r", "^WRIN: 2,2");
-            shell.script.expect("AT^WRAP?\r", "^WRAP: 3,3").expect("AT^WRAL?\r", "^WRAL: 33,6");
-        });
+    rows.add("ringtones", u"ringtones set alarm Walzer rising"_s,
+             u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"state\":\"done\"}"_s, [](Shell& shell) {
+                 shell.found("PICASSO");
+                 shell.twice("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33")
+                     .twice("AT^WRAL?\r", "^WRAL: 2,1")
+                     .identified();
+                 shell.script.expect("AT^WRAL=33,6\r");
+                 shell.twice("AT^WRAL?\r", "^WRAL: 33,6");
+             });
 
     rows.each([&](const auto& line, const auto& value, const auto& prepare) {
         Shell shell;

@@ -98,6 +98,20 @@ void tst_TakingBack::everyChangeIsTakenBack()
          {u"SL450HX"_s, {}, u"phonebook delete 0001 0003"_s, u"phonebook"_s, u"delete"_s}},
         {"all contacts replaced, family 13",
          {u"CL660HX"_s, {}, u"phonebook write HERE/one.json"_s, u"phonebook"_s, u"write"_s}},
+        {"a classic phonebook replaced",
+         {u"GALICIA"_s, {}, u"phonebook write HERE/list.json"_s, u"phonebook"_s, u"write"_s}},
+        {"a classic phonebook erased",
+         {u"WOODY"_s, {}, u"phonebook write HERE/no.json"_s, u"phonebook"_s, u"write"_s}},
+        {"a classic phonebook in another order",
+         {u"PICASSO"_s,
+          {u"phonebook write HERE/list.json"_s},
+          u"phonebook write HERE/turned.json"_s,
+          u"phonebook"_s,
+          u"write"_s}},
+        {"providers replaced",
+         {u"WOODY"_s, {}, u"providers write HERE/list.prv"_s, u"providers"_s, u"write"_s}},
+        {"a ringtone", {u"GALICIA"_s, {}, u"ringtones set alarm 7 rising"_s, u"ringtones"_s, u"set"_s}},
+        {"area codes", {u"S79H"_s, {}, u"areacodes set 00 43 0 1"_s, u"areacodes"_s, u"set"_s}},
     };
     for (const auto& [change] : rows) {
         Handset handset({.model = change.model, .atOnce = true});
@@ -107,6 +121,10 @@ void tst_TakingBack::everyChangeIsTakenBack()
         handset.file(u"empty.txt"_s, "x");
         handset.file(u"one.json"_s,
                      R"([{"lastName":"Łukasz; =41","home":"1","birthday":"1970-03-21T12:30"}])");
+        handset.file(u"no.json"_s, "[]");
+        handset.file(u"list.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])");
+        handset.file(u"turned.json"_s, R"([{"name":"B","number":"2"},{"name":"A","number":"1"}])");
+        handset.file(u"list.prv"_s, "\"Ost\",\"01032\"\r\n");
         const auto run = [&](const QString& line) {
             const QString words = QString(line).replace(u"HERE"_s, handset.test.folder.path());
             const ExitStatus status = handset(u"--yes "_s + words);
@@ -114,7 +132,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
                 qWarning("%s: %s", qPrintable(line), qPrintable(handset.told));
             return status;
         };
-        const auto memory = [&] { return memoryOf(handset.port.handset().phone()); };
+        const auto memory = [&] { return named(memoryOf(handset.port.handset().phone())); };
         for (const QString& line : change.before)
             QCOMPARE(run(line), ExitDone);
         const QStringList before = memory();

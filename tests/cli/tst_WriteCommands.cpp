@@ -1,6 +1,8 @@
 // Writing a list from the command line: nothing is erased that is not saved, and what the phone holds
 // afterwards is known.
 
+#include "operations/Records.h"
+#include "phonedata/RawReplies.h"
 #include "Shell.h"
 #include "support/Rows.h"
 
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void writes();
     void storeLeftOpen();
     void undo();
+    void undoOnADoubtfulReading();
 };
 
 void tst_WriteCommands::writes()
@@ -113,16 +116,32 @@ void tst_WriteCommands::writes()
              u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":null}"_s,
              u"What the phone holds now is not known.\n"_s, [=](Shell& shell) {
                  reading(shell);
+                 shell.script.ignore("AT^WSEL=\"TB\"\r").expect("AT\r");
+             });
+    rows.add("the erase is refused", u"--yes"_s, file, ExitFailed, refused,
+             u"kalmoctl: could not write the phonebook: the phone refused the erase.\n"
+             "The phone holds what it held before.\n"_s,
+             [=](Shell& shell) {
+                 reading(shell);
                  shell.script.refuse("AT^WSEL=\"TB\"\r").expect("AT\r");
              });
+    rows.add("an entry that was sent again may be there twice", u"--yes"_s, file, ExitFailed,
+             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":1}"_s,
+             u"The phone confirmed 1 of 2 entries. It may hold an entry twice: the line was disturbed.\n"_s,
+             [=](Shell& shell) {
+                 reading(shell);
+                 shell.erase();
+                 shell.script.loseAnswer(changed).refuse(added).expect("AT\r");
+             });
     rows.add("doubtful twice, and the user does not want it", {}, file, ExitFailed, {},
-             u"so the backup may lack an entry. Write all the same? [y/N] kalmoctl: the line"_s,
+             u"so the backup may lack an entry. Write all the same? [y/N] kalmoctl: could not read the "
+             u"phonebook for sure: the line"_s,
              [=](Shell& shell) {
                  shell.answers = QStringList{u"n"_s};
                  readingTwice(shell);
              });
     rows.add("doubtful twice is nothing that --yes could answer", u"--yes"_s, file, ExitFailed, {},
-             u"so what the phone holds is not safely known.\nNothing was changed in it.\n"_s, readingTwice);
+             u"so an entry may be missing or garbled.\nNothing was changed in the phone.\n"_s, readingTwice);
     rows.add("error at the second entry", u"--yes"_s, file, ExitFailed,
              u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":1}"_s,
              u"kalmoctl: could not write the phonebook: the phone refused an entry.\n"
@@ -177,13 +196,15 @@ void tst_WriteCommands::writes()
                  shell.script.expect(added).expect("AT\r");
                  shell.read({"1,A,1,1,0,", "1,D,1,3,0,"});
              });
-    rows.add("not read back", u"--yes"_s, file, ExitFailed,
-             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":2}"_s,
-             u"kalmoctl: 2 entries written, but not read back to be compared.\nWhat it held before is in "_s,
-             [=](Shell& shell) {
-                 writing(shell);
-                 shell.script.expect(added).expect("AT\r").refuse("AT^WSSL=\"TB\"\r");
-             });
+    rows.add(
+        "not read back", u"--yes"_s, file, ExitFailed,
+        u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":2}"_s,
+        u"kalmoctl: could not read back the phonebook: the phone did not give all entries when they were "
+        u"read again.\nThe phone confirmed all 2 entries.\nWhat it held before is in "_s,
+        [=](Shell& shell) {
+            writing(shell);
+            shell.script.expect(added).expect("AT\r").refuse("AT^WSSL=\"TB\"\r");
+        });
 
     rows.each([&](const auto& options, const auto& bytes, const auto& status, const auto& value,
                   const auto& told, const auto& prepare) {
@@ -232,6 +253,42 @@ void tst_WriteCommands::undo()
     QCOMPARE(content(), before);
     QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told)); // which can be taken back too
     QCOMPARE(content(), written);
+}
+
+/// A disturbed line makes no undo impossible: a person sees the difference and may want it all the same.
+void tst_WriteCommands::undoOnADoubtfulReading()
+{
+    const QString difference = u"add    B 2\nremove A 1\n"_s;
+    const QString doubt = u"the line was disturbed, so what the phone holds is not safely known"_s;
+    const Rows<QString, std::optional<QStringList>, ExitStatus, QString> rows{
+        {"nobody is asked", u"undo --yes"_s, {}, ExitFailed, difference + u"kalmoctl: "_s + doubt},
+        {"a look", u"undo --dry-run"_s, {}, ExitFailed, doubt},
+        {"no", u"undo"_s, QStringList{u"n"_s}, ExitFailed,
+         u"Put back all the same? [y/N] kalmoctl: "_s + doubt},
+        {"yes, and yes", u"undo"_s, QStringList{u"y"_s, u"y"_s}, ExitDone,
+         u"Put back all the same? [y/N] Put back the phonebook as of"_s},
+    };
+    rows.each([&](const auto& line, const auto& answers, const auto& status, const auto& told) {
+        Shell shell;
+        operations::Records records(shell.test.context, {u"WOODSTOCK"_s, u"0815"_s});
+        records.begin(operations::RecordedList::Phonebook, u"write"_s, 1,
+                      {{u"phonebook.raw"_s, phonedata::repliesBytes({"^WSRE: 1,B,1,2,0,"})}});
+        shell.found("WOODSTOCK");
+        shell.identified();
+        for (int time = 0; time < 2; ++time)
+            shell.script.expect("AT^WSSL=\"TB\"\r")
+                .stumble("AT^WSRE\r", "^WSRE: 1,A,1,1,0,")
+                .expect("AT^WSRE\r")
+                .expect("AT\r");
+        if (status == ExitDone) {
+            shell.erase().expect("AT^WSWE=1,B,1,2,0,\r\n").expect("AT\r");
+            shell.read({"1,B,1,2,0,"});
+        }
+        shell.answers = answers;
+        QCOMPARE(shell.run(line), status);
+        QVERIFY2(shell.told.contains(told), qPrintable(shell.told));
+        QVERIFY2((shell.printed + shell.told).contains(difference), qPrintable(shell.printed + shell.told));
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_WriteCommands)

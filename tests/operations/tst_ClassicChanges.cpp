@@ -4,6 +4,7 @@
 #include "operations/ClassicLists.h"
 #include "operations/PhoneSettings.h"
 #include "operations/Records.h"
+#include "operations/Undo.h"
 #include "phonedata/RawReplies.h"
 #include "support/HandsetPort.h"
 #include "support/Rows.h"
@@ -148,6 +149,9 @@ class tst_ClassicChanges : public QObject
 private Q_SLOTS:
     void anyFaultAtAnyRequest();
     void keptEntriesKeepTheirCodes();
+    void aPlanHoldsForALimitedTime();
+    void ordersAndDoublesAreCompared();
+    void undoWithoutMelodies();
     void areaCodes();
     void clock();
     void doubtfulSettings();
@@ -237,12 +241,72 @@ void tst_ClassicChanges::keptEntriesKeepTheirCodes()
     QCOMPARE(planReplace(oldest.job(), changed, {}).movedMelodies, 3);
 }
 
+/// A question may wait for hours. Meanwhile somebody uses the handset.
+void tst_ClassicChanges::aPlanHoldsForALimitedTime()
+{
+    const Rows<bool, Cause> rows{{"nothing happened", false, Cause::None},
+                                 {"an entry came", true, Cause::Doubtful}};
+    rows.each([&](const auto& isChanged, const auto& cause) {
+        Bench bench;
+        ListPlan plan = planReplace(bench.job(), fourEntries, {});
+        phonedata::PhoneMemory another;
+        if (isChanged)
+            QVERIFY(appendToList({.line = bench.line, .memory = another, .store = Store::Phonebook},
+                                 {fourEntries.back()}, {.mayUseDoubtful = true})
+                        .outcome.isDone());
+        bench.test.clock.WaitSeconds(readingHolds + 1);
+        const ListOutcome result = applyPlan(bench.job(), plan, {});
+        QCOMPARE(result.outcome.cause, cause);
+        QCOMPARE(result.hasChangedMeanwhile, cause == Cause::Doubtful);
+        QCOMPARE(result.sentNothing(), cause == Cause::Doubtful);
+    });
+}
+
+/// A list that is only sorted differs from the former one, and an entry that is there twice is one too many.
+void tst_ClassicChanges::ordersAndDoublesAreCompared()
+{
+    Bench bench;
+    const QByteArrayList held = planReplace(bench.job(), {}, {}).held.replies;
+    const QByteArrayList sorted{held[2], held[0], held[1]};
+    const ListPlan reordered = planRestore(bench.job(), sorted, {});
+    QVERIFY(reordered.diff.isEmpty() && reordered.isReordered && !reordered.changesNothing);
+    const ListPlan shorter = planRestore(bench.job(), {held[2]}, {});
+    QVERIFY(shorter.diff.add.empty() && shorter.diff.change.empty());
+    QCOMPARE(shorter.diff.remove.size(), 2U);
+    const ListPlan longer = planRestore(bench.job(), {held[2], held[2]}, {});
+    QCOMPARE(longer.diff.add.size(), 1U);
+}
+
+/// A phone that refuses the list of its melodies takes its own codes back all the same.
+void tst_ClassicChanges::undoWithoutMelodies()
+{
+    Bench bench;
+    const QByteArray before = bench.content();
+    QVERIFY(replace(bench).isDone());
+    bench.memory.forget();
+    bench.test.dialogs.agreeToAll({});
+    Faults faults;
+    faults.refuseCommandAt = 1; // AT^WFFO
+    bench.port.handset().setFaults(faults);
+    const auto undo = makeUndo({bench.line, bench.memory, nullptr}, *bench.newestRecord());
+    QCOMPARE(undo->plan().cause, Cause::None);
+    QCOMPARE(undo->diff().add, (QStringList{u"Anna 1"_s, u"Ohne Name 2"_s, u"Gone 3"_s}));
+    QCOMPARE(undo->diff().remove.size(), 4);
+    bench.port.handset().setFaults({});
+    QVERIFY(undo->apply().isDone());
+    QCOMPARE(bench.content(), before);
+    const auto again = makeUndo({bench.line, bench.memory, nullptr}, *bench.newestRecord());
+    const int requests = bench.phone().faults.commands;
+    QCOMPARE(again->compareWithKnown()->remove, undo->diff().add); // without a request
+    QCOMPARE(bench.phone().faults.commands, requests);
+}
+
 void tst_ClassicChanges::areaCodes()
 {
     using Codes = phonedata::AreaCodes;
     Rows<QString, Cause, SetFault> rows;
     rows.add("all well", u"done"_s, Cause::None, [](Faults&, int) {});
-    rows.add("not read before", u"unchanged"_s, Cause::NotRead,
+    rows.add("not read before", u"unchanged"_s, Cause::PhoneRefused,
              [](Faults& faults, int) { faults.refuseCommandAt = 1; });
     rows.add("refused", u"unchanged"_s, Cause::PhoneRefused,
              [](Faults& faults, int) { faults.refuseCommandAt = 3; });
@@ -250,7 +314,7 @@ void tst_ClassicChanges::areaCodes()
              [](Faults& faults, int) { faults.lateAt = 3, faults.lateBy = 1.5; });
     rows.add("no answer any more", u"unknown"_s, Cause::NoAnswer,
              [](Faults& faults, int) { faults.silentAfter = 2; });
-    rows.add("confirmed, but not read back", u"unknown"_s, Cause::NotRead,
+    rows.add("confirmed, but not read back", u"unknown"_s, Cause::PhoneRefused,
              [](Faults& faults, int) { faults.refuseCommandAt = 4; });
     rows.each([&](const auto& state, const auto& cause, const auto& setFault) {
         Bench bench(u"S79H"_s, 9);
@@ -274,22 +338,24 @@ void tst_ClassicChanges::areaCodes()
 
 void tst_ClassicChanges::clock()
 {
-    const Rows<QString, Cause, int, SetFault> rows{
-        {"all well", u"done"_s, Cause::None, 1, [](Faults&, int) {}},
-        {"refused", u"unchanged"_s, Cause::PhoneRefused, 0,
+    const Rows<QString, Cause, int, bool, SetFault> rows{
+        {"all well", u"done"_s, Cause::None, 1, true, [](Faults&, int) {}},
+        {"refused, and read back", u"unchanged"_s, Cause::PhoneRefused, 0, true,
          [](Faults& faults, int) { faults.refuseCommandAt = 1; }},
-        {"confirmed, but not read back", u"unknown"_s, Cause::NotRead, 1,
+        {"confirmed, but not read back", u"unknown"_s, Cause::PhoneRefused, 1, false,
          [](Faults& faults, int) { faults.refuseCommandAt = 2; }},
-        {"the line drops", u"unknown"_s, Cause::LineGone, 0,
+        {"the line drops", u"unknown"_s, Cause::LineGone, 0, false,
          [](Faults& faults, int) { faults.hangUpAt = 1; }},
     };
-    rows.each([&](const auto& state, const auto& cause, const auto& confirmed, const auto& setFault) {
+    rows.each([&](const auto& state, const auto& cause, const auto& confirmed, const auto& isReadBack,
+                  const auto& setFault) {
         Bench bench(u"WOODSTOCK"_s, 1);
         Faults faults;
         setFault(faults, 0);
         bench.port.handset().setFaults(faults);
         bench.test.dialogs.agreeToAll({});
-        const Outcome outcome = setClock(bench.line).outcome;
+        const auto [outcome, now] = setClock(bench.line);
+        QCOMPARE(now.has_value(), isReadBack);
         QCOMPARE(wordOf(outcome.state), state);
         QCOMPARE(outcome.cause, cause);
         QCOMPARE(outcome.confirmed, confirmed);

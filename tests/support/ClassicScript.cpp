@@ -52,10 +52,20 @@ ClassicScript& ClassicScript::failThrice(const QByteArray& command, const QByteA
 
 ClassicScript& ClassicScript::stumble(const QByteArray& command, const QByteArray& payload)
 {
-    request(command, command + "\r\nERROR\r\n");
+    return failOnce(command, command + "\r\nERROR\r\n").expect(command, payload);
+}
+
+ClassicScript& ClassicScript::loseAnswer(const QByteArray& command, const QByteArray& payload)
+{
+    return failOnce(command, {}).expect(command, payload);
+}
+
+ClassicScript& ClassicScript::failOnce(const QByteArray& command, const QByteArray& answer)
+{
+    request(command, answer);
     request("ATZ\r", {});
     request("ATZ\r", {});
-    return expect(command, payload);
+    return *this;
 }
 
 ClassicScript& ClassicScript::then(const std::function<void()>& action)

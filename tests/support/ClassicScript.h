@@ -20,6 +20,8 @@ public:
     ClassicScript& ignore(const QByteArray& command);
     /// A command that is answered by ERROR once, and then as it should be.
     ClassicScript& stumble(const QByteArray& command, const QByteArray& payload = {});
+    /// A command that gets no answer once, and then the one that it should get.
+    ClassicScript& loseAnswer(const QByteArray& command, const QByteArray& payload = {});
     /// Runs when the request that was expected last has come in.
     ClassicScript& then(const std::function<void()>& action);
 
@@ -28,6 +30,7 @@ public:
 
 private:
     void request(const QByteArray& command, const QByteArray& answer);
+    ClassicScript& failOnce(const QByteArray& command, const QByteArray& answer);
     ClassicScript& failThrice(const QByteArray& command, const QByteArray& answer);
 
     TestContext& m_test;

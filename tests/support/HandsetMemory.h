@@ -47,4 +47,10 @@ inline QStringList memoryOf(const handset::Phone& phone)
     return lines;
 }
 
+/// The same with the name under which an entry of a classic list goes back that has none.
+inline QStringList named(QStringList memory)
+{
+    return memory.replaceInStrings(QStringLiteral("\"name\":\"\""), QStringLiteral("\"name\":\"Ohne Name\""));
+}
+
 } // namespace kalmo::tests

@@ -37,6 +37,10 @@ const QString doubt =
     u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
     u"verfälscht worden sein. "
     u"Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, die Liste vorher noch einmal zu lesen."_s;
+const QString difference = u"\n\nBeim Schreiben:\nneu: 2 (New, Next)\ngeändert: 0\nentfernt: 2 (Held, Too)"_s;
+const QString notFromPhone = u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen."_s;
+const QString otherEntries =
+    u"Das Telefon enthält nicht mehr die Einträge, aus denen die Liste im Fenster entstanden ist."_s;
 const QString unread =
     u"Der bisherige Inhalt des Telefons konnte nicht gelesen und daher nicht gesichert werden. "
     u"Beim Schreiben geht er verloren."_s;
@@ -52,8 +56,20 @@ struct Desk : ClassicPhone
     }
     void knows(Certainty how, qint64 secondsAgo = 0)
     {
-        memory.phonebook.becomes(held, how, {"^WSRE: 4,Held,1,1,0,", "^WSRE: 3,Too,1,2,0,"});
+        knows(held, {"^WSRE: 4,Held,1,1,0,", "^WSRE: 3,Too,1,2,0,"}, how, secondsAgo);
+    }
+    void knows(const std::vector<ClassicEntry>& entries, const QByteArrayList& replies,
+               Certainty how = Certainty::Known, qint64 secondsAgo = 0)
+    {
+        memory.phonebook.becomes(entries, how, replies);
         memory.phonebook.since = line.context().clock.Now().addSecs(-secondsAgo);
+        origin = memory.phonebook;
+    }
+    void shows(const std::vector<ClassicEntry>& entries)
+    {
+        app::put(test.settings, app::keys::AutoBackup, 0);
+        list->clear();
+        fill(entries);
     }
 
     Desk& probe()
@@ -123,6 +139,8 @@ struct Desk : ClassicPhone
         return operations::wordOf(newest->state) + u": "_s +
                QString::fromLatin1(replies.value_or(QByteArrayList()).join('|'));
     }
+    StoreContent origin; ///< content that the list was made from
+
     QString backup(const QString& name) const { return test.storage + u"/Backup/"_s + name; }
     void blockBackups()
     {
@@ -180,9 +198,50 @@ void tst_ClassicWriting::write()
         desk.knows(Certainty::Known);
         desk.probe().write();
     });
-    rows.add("unknown content is read first", CommandResult::Done,
+    rows.add("a list that was not read from the phone: the user sees the difference", CommandResult::Done,
              {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s},
-             [](Desk& desk) { desk.probe().read().write(); });
+             [](Desk& desk) { desk.probe().read().ask(notFromPhone + difference, Answer::Yes).write(); });
+    rows.add("the phone holds something else than what the list was made from", CommandResult::Refused,
+             {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s}, [](Desk& desk) {
+                 desk.knows({held.front()}, {"^WSRE: 4,Held,1,1,0,"}, Certainty::Known, 121);
+                 desk.probe().read().ask(otherEntries + difference, Answer::No);
+             });
+    rows.add("the list was made from a doubtful reading, and a later one differs", CommandResult::Refused,
+             {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s}, [](Desk& desk) {
+                 desk.knows({held.front()}, {"^WSRE: 4,Held,1,1,0,"}, Certainty::Doubtful, 121);
+                 desk.probe().read().ask(otherEntries + difference, Answer::No);
+             });
+    rows.add("an own melody was read without its name, which is known now", CommandResult::Refused, {ofPhone},
+             [](Desk& desk) {
+                 const ClassicEntry dated{u"Held"_s, u"1"_s, u"24.12  08:30"_s, u"Melodie 1"_s};
+                 desk.shows({dated, held[1]});
+                 desk.knows({dated, held[1]}, {"^WSRE: 4,Held,1,1,12,001224083033", "^WSRE: 3,Too,1,2,0,"});
+                 desk.memory.phonebook.becomesDoubtfulByMelodies();
+                 desk.memory.sounds.add({u"Walzer"_s, u"MID"_s, 99, 33});
+                 desk.memory.areSoundsKnown = true;
+                 desk.probe().ask(otherEntries +
+                                      u"\n\nBeim Schreiben:\nneu: 0\ngeändert: 1 (Held)\nentfernt: 0"_s,
+                                  Answer::No);
+             });
+    rows.add("the question was answered too late: the list has changed", CommandResult::Failed,
+             {ofList, phoneCopy(u"12-00-04"_s) + u": Held Too"_s}, [](Desk& desk) {
+                 desk.probe().read().ask(notFromPhone + difference, Answer::Yes);
+                 desk.test.dialogs.whileShown([&desk] { desk.test.clock.WaitSeconds(121); });
+                 desk.readBack({"4,Held,1,1,0,"})
+                     .test.dialogs.expect({.text =
+                                               u"Die Liste im Telefon hat sich inzwischen geändert. Bitte "
+                                               u"lesen Sie sie noch einmal ein.\n\nIm Telefon wurde nichts "
+                                               u"geändert."_s,
+                                           .icon = Icon::Exclamation});
+             });
+    rows.add("the line went during the question", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
+        desk.knows(Certainty::Doubtful);
+        desk.probe().ask(doubt + difference, Answer::Yes);
+        desk.test.dialogs.whileShown([&desk] { desk.port.Close(); });
+        desk.test.dialogs.expect(
+            {.text = u"Die Verbindung zum Telefon ist unterbrochen.\n\nIm Telefon wurde nichts geändert."_s,
+             .icon = Icon::Exclamation});
+    });
     using Age = std::tuple<const char*, qint64, bool>;
     for (const auto& [what, age, isReadAgain] :
          {Age("trusted", 120, false), Age("too old", 121, true), Age("clock set back since", -60, true)})
@@ -207,11 +266,11 @@ void tst_ClassicWriting::write()
     });
     rows.add("doubtful, and the user says no", CommandResult::Refused, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Doubtful);
-        desk.probe().ask(doubt, Answer::No);
+        desk.probe().ask(doubt + difference, Answer::No);
     });
     rows.add("doubtful, and the user says yes", CommandResult::Done, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Doubtful);
-        desk.probe().ask(doubt, Answer::Yes).write();
+        desk.probe().ask(doubt + difference, Answer::Yes).write();
     });
     rows.add("unreadable, and the user says no", CommandResult::Refused, {ofList}, [](Desk& desk) {
         desk.probe()
@@ -259,10 +318,8 @@ void tst_ClassicWriting::write()
     rows.add(
         "what the phone can't hold is told before the erase", CommandResult::Refused, {ofPhone},
         [](Desk& desk) {
-            app::put(desk.test.settings, app::keys::AutoBackup, 0);
-            desk.list->clear();
-            desk.fill(std::vector<ClassicEntry>{{u"A\x1b"_s, u"1"_s, u"31.02  08:30"_s, u"Tango"_s},
-                                                {.name = u"Held"_s, .number = u"1"_s}});
+            desk.shows(
+                {{u"A\x1b"_s, u"1"_s, u"31.02  08:30"_s, u"Tango"_s}, {.name = u"Held"_s, .number = u"1"_s}});
             desk.knows(Certainty::Known);
             desk.probe().ask(
                 u"Das Telefon kann nicht alles so aufnehmen, wie es in der Liste steht. Nimmt es einen "
@@ -275,22 +332,30 @@ void tst_ClassicWriting::write()
                 Answer::No);
         });
     rows.add("a melody without a name would be replaced", CommandResult::Refused, {ofPhone}, [](Desk& desk) {
-        app::put(desk.test.settings, app::keys::AutoBackup, 0);
         const ClassicEntry dated{u"Held"_s, u"1"_s, u"24.12  08:30"_s, u"Melodie 1"_s};
-        desk.list->clear();
-        desk.fill(std::vector<ClassicEntry>{dated});
-        desk.memory.phonebook.becomes({dated, held[1]}, Certainty::Known,
-                                      {"^WSRE: 4,Held,1,1,12,001224083033", "^WSRE: 3,Too,1,2,0,"});
-        desk.memory.phonebook.since = desk.line.context().clock.Now();
+        ClassicEntry edited = dated; // another day does not change the melody
+        edited.date = u"25.12  08:30"_s;
+        desk.shows({edited});
+        desk.knows({dated, held[1]}, {"^WSRE: 4,Held,1,1,12,001224083033", "^WSRE: 3,Too,1,2,0,"});
+        desk.memory.phonebook.becomesDoubtfulByMelodies(); // asks nothing else
         desk.probe().ask(u"Von 1 Einträgen ist die eigene Melodie nicht mit Namen bekannt. Sie würde beim "
                          u"Schreiben durch \"Melodie 1\" ersetzt. Besser ist es, zuerst die Klingeltöne und "
                          u"danach die Liste neu einzulesen."_s,
                          Answer::No);
     });
-    rows.add("the phone holds something else afterwards", CommandResult::Failed, {ofList, ofPhone},
-             [](Desk& desk) {
+    rows.add("an entry without a name gets one", CommandResult::Refused,
+             {phoneCopy(u"12-00-00"_s) + u": Ohne Name"_s}, [](Desk& desk) {
+                 const ClassicEntry nameless{.name = u"Ohne Name"_s, .number = u"1"_s};
+                 desk.shows({nameless, held[1]});
+                 desk.knows({nameless}, {"^WSRE: ,,1,1,0,"});
+                 desk.probe().ask(
+                     u"Einträge ohne Namen im Telefon: 1. Sie heißen nach dem Schreiben \"Ohne Name\"."_s,
+                     Answer::No);
+             });
+    rows.add("the phone holds something else afterwards, and did not confirm the end", CommandResult::Failed,
+             {ofList, ofPhone}, [](Desk& desk) {
                  desk.knows(Certainty::Known);
-                 desk.probe().erase().script.expectAll({firstWritten, secondWritten, "AT\r"});
+                 desk.probe().erase().script.expectAll({firstWritten, secondWritten}).refuse("AT\r");
                  desk.readBack({"3,New,1,3,0,"})
                      .test.dialogs.expectStart(u"Das Telefon enthält nach dem Schreiben nicht, was "
                                                u"geschrieben wurde: 1 Einträge fehlen, 0 "
@@ -304,18 +369,34 @@ void tst_ClassicWriting::write()
             u"Das Telefon hat alle 2 Einträge bestätigt, konnte danach aber nicht zur Kontrolle gelesen "
             u"werden. Bitte lesen Sie die Liste noch einmal ein."_s);
     });
-    rows.add("fails in the erase", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
+    rows.add("the erase is refused", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Known);
         desk.probe().script.refuse("AT^WSEL=\"TB\"\r").expect("AT\r");
+        desk.tell(
+            failureText(u"Das Telefon hat das Löschen der bisherigen Liste abgelehnt. Es enthält, was es "
+                        u"vorher enthielt."_s,
+                        desk, phoneCopy(u"12-00-00"_s)));
+    });
+    rows.add("no answer to the erase", CommandResult::Failed, {ofList, ofPhone}, [](Desk& desk) {
+        desk.knows(Certainty::Known);
+        desk.probe().script.ignore("AT^WSEL=\"TB\"\r").expect("AT\r");
         desk.tell(failureText(u"Was das Telefon jetzt enthält, ist nicht bekannt."_s, desk,
                               phoneCopy(u"12-00-00"_s)));
     });
+    rows.add("an entry was sent again after a lost answer", CommandResult::Failed, {ofList, ofPhone},
+             [](Desk& desk) {
+                 desk.knows(Certainty::Known);
+                 desk.probe().erase().script.loseAnswer(firstWritten).refuse(secondWritten).expect("AT\r");
+                 desk.tell(failureText(u"Das Telefon hat 1 von 2 Einträgen bestätigt. Die Übertragung war "
+                                       u"gestört: Ein Eintrag kann doppelt im Telefon stehen."_s,
+                                       desk, phoneCopy(u"12-00-00"_s)));
+             });
 
     rows.each([&](const auto& result, const auto& backups, const auto& prepare) {
         Desk desk;
         prepare(desk);
         const auto listed = classicEntries(*desk.list);
-        QCOMPARE(kalmo::ui::writeClassicList(desk.listJob(), *desk.list), result);
+        QCOMPARE(kalmo::ui::writeClassicList(desk.listJob(), *desk.list, desk.origin), result);
         QCOMPARE(desk.backups(), backups);
         if (result == CommandResult::Done && backups.contains(ofPhone))
             QVERIFY2(desk.record().endsWith(u": ^WSRE: 4,Held,1,1,0,|^WSRE: 3,Too,1,2,0,"_s),
@@ -346,6 +427,12 @@ void tst_ClassicWriting::read()
                  desk.script.expect("AT^WSSL=\"TB\"\r").stumble("AT^WSRE\r");
                  desk.script.expect("AT\r");
                  desk.test.dialogs.expectStart(u"Beim Lesen war die Übertragung gestört."_s);
+             });
+    rows.add("own melodies without names are told", Store::Phonebook, {}, Answer::Yes, CommandResult::Done,
+             false, [](Desk& desk) {
+                 desk.readBack({"4,Held,1,1,12,001224083033"});
+                 desk.test.dialogs.expectStart(u"Die Liste enthält eigene Melodien des Telefons, deren Namen "
+                                               u"nicht bekannt sind."_s);
              });
 
     rows.each([&](const auto& store, const auto& question, const auto& answer, const auto& result,

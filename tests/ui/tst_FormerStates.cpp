@@ -1,6 +1,8 @@
 // The dialog of former states: its rows, a comparison with the phone, and putting back, by keys.
 
+#include "operations/ClassicLists.h"
 #include "operations/FolderChanges.h"
+#include "operations/PhoneSettings.h"
 #include "support/HandsetMemory.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/lists/RowsView.h"
@@ -86,6 +88,7 @@ class tst_FormerStates : public QObject
 
 private Q_SLOTS:
     void aStateIsComparedAndPutBack();
+    void knownDifferencesAreShownAtOnce();
     void aLostLineIsTold();
     void theMenuOpensIt();
 };
@@ -130,6 +133,37 @@ void tst_FormerStates::aStateIsComparedAndPutBack()
     QCOMPARE(child<QLabel>(dialog, "lblDifferences").text(), u"Das Telefon enthält diesen Stand bereits."_s);
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QVERIFY(!dialog.isVisible());
+}
+
+/// What was read in this run is compared without a request; only the order may differ.
+void tst_FormerStates::knownDifferencesAreShownAtOnce()
+{
+    TestProgram classic(u"GALICIA"_s, {.atOnce = true});
+    QDir(classic.test.storage).mkpath(u"Backup"_s);
+    classic.test.clock.runToolkitEvents(true);
+    classic.test.sy.PhoneID = u"GALICIA"_s;
+    const operations::ListJob job{
+        .line = classic.line, .memory = classic.memory, .store = phonedata::Store::Providers};
+    auto turned = operations::planReplace(job, {}, {}).held.entries;
+    std::ranges::reverse(turned);
+    operations::ListPlan plan = operations::planReplace(job, turned, {});
+    QVERIFY(operations::applyPlan(job, plan, {}).outcome.isDone());
+    const phonedata::RingtoneJob tones{classic.line, classic.memory, nullptr, nullptr};
+    QVERIFY(operations::setRingtone(tones, phonedata::SoundEvent::Alarm, u"Melodie 7"_s, 6).outcome.isDone());
+
+    const int requests = classic.port.handset().phone().faults.commands;
+    ui::FormerStatesDialog dialog(classic.program, {classic.line, classic.memory, nullptr},
+                                  RecordedList::Providers);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QStringList differences;
+    for (const QString& line : rowsOf(*child<ui::RowsView>(dialog, "lvwFormerStates").rows()))
+        differences.append(line.section(u'|', 1, 1) + u": "_s + line.section(u'|', 4));
+    QCOMPARE(differences, (QStringList{u"Klingeltöne: 1 geändert"_s, u"Provider: andere Reihenfolge"_s}));
+    QCOMPARE(classic.port.handset().phone().faults.commands, requests);
+    press(dialog, "cmdCompare");
+    QCOMPARE(rowsOf(*child<ui::RowsView>(dialog, "lvwDifferences").rows()),
+             QStringList{u"wird umsortiert|alle Einträge in der früheren Reihenfolge"_s});
 }
 
 void tst_FormerStates::aLostLineIsTold()

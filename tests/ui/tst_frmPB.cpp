@@ -193,6 +193,8 @@ void frmPBTest::classicListIsWritten()
     open.deleteFirst("lvwTB");
     QCOMPARE(open.front(), u"fraSaveReminder"_s);
     QCOMPARE(open.entriesInPhone(), before);
+    open.test.dialogs.expectStart(u"Einträge ohne Namen im Telefon: 1."_s, toolkit::Buttons::YesNo,
+                                  Answer::Yes);
     open.press("write");
     QCOMPARE(open.entriesInPhone(), before - 1);
     QVERIFY(!open.memory.TbDirty);
@@ -245,6 +247,13 @@ void frmPBTest::backupsAreOpenedAndSaved()
     automatic->trigger();
     QCOMPARE(open.list("lvwTB").rows()->count(), 1);
     QVERIFY(open.memory.TbDirty);
+    open.test.dialogs.expect(question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook)),
+                             Answer::Yes);
+    open.test.dialogs.expectOpenFile(
+        request,
+        open.test.makeFile(u"copy.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])"));
+    automatic->trigger();
+    QCOMPARE(open.list("lvwTB").rows()->count(), 2); // such copies are made of what lines can't hold
     open.test.dialogs.expect(question(u"Das Telefonbuch wurde verändert, d.h. die aktuell angezeigte Liste "
                                       u"entspricht nicht dem Inhalt des Telefons.\n\nTrotzdem speichern?"_s),
                              Answer::No);

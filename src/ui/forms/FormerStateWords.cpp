@@ -71,6 +71,8 @@ QString differenceInWords(const operations::UndoDiff& diff)
     add(diff.change, u"geändert"_s);
     add(diff.remove, u"weniger"_s);
     add(diff.blocked, u"nicht möglich"_s);
+    if (diff.isReordered)
+        parts.append(u"andere Reihenfolge"_s);
     return parts.isEmpty() ? u"keine"_s : parts.join(u", "_s);
 }
 
@@ -109,6 +111,12 @@ QString lostInWords(const operations::Outcome& outcome)
         return {};
     return u"\n\nIm Telefon fehlen jetzt:\n%1\nDer neueste Stand in der Liste enthält sie."_s.arg(
         outcome.lost.join(u'\n'));
+}
+
+QString openRecordInWords()
+{
+    return u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
+           u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s;
 }
 
 QString momentInWords(const QDateTime& moment)

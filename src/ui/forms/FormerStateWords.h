@@ -15,6 +15,8 @@ QString differenceInWords(const operations::UndoDiff& diff);
 QString reasonInWords(const operations::Outcome& outcome);
 /// A paragraph about the files that are gone from the phone, empty without any.
 QString lostInWords(const operations::Outcome& outcome);
+/// Sentences for a record that could not be completed after the change.
+QString openRecordInWords();
 /// "21.11.2026  12:30"
 QString momentInWords(const QDateTime& moment);
 

@@ -41,6 +41,9 @@ const QString notCompared = u"noch nicht verglichen"_s;
 const QString chooseOne =
     u"Wählen Sie einen Stand aus und vergleichen Sie ihn mit dem, was das Telefon jetzt "
     u"enthält."_s;
+const QString doubtfulReading =
+    u"Die Verbindung war gestört: Was das Telefon jetzt enthält, ist nicht sicher "
+    u"bekannt."_s;
 const QString noStates = u"Kalmo hat an diesem Telefon noch nichts geändert."_s;
 
 std::unique_ptr<ListRows> makeStateRows()
@@ -240,6 +243,8 @@ void FormerStatesDialog::showDifference(const UndoDiff& diff)
         for (const QString& name : group.names)
             rows.push_back({.cells = {{group.text}, {name}}});
     }
+    if (diff.isReordered)
+        rows.push_back({.cells = {{u"wird umsortiert"_s}, {u"alle Einträge in der früheren Reihenfolge"_s}}});
     m_differences->clear();
     m_differences->addAll(std::move(rows));
     m_caption->setText(diff.isHeldAlready() ? u"Das Telefon enthält diesen Stand bereits."_s
@@ -248,20 +253,24 @@ void FormerStatesDialog::showDifference(const UndoDiff& diff)
         m_rows->setText(selected.first(), DifferenceColumn, differenceInWords(diff));
 }
 
-/// Reads what the phone holds now and shows the difference, or the reason why that failed.
-bool FormerStatesDialog::plan(Undo& undo)
+/// Reads what the phone holds now and shows the difference, or the reason why that failed. Returns the cause
+/// as Undo::plan() does.
+Cause FormerStatesDialog::plan(Undo& undo)
 {
     m_cancel->reset();
     m_cancel->show();
     const Outcome outcome = undo.plan();
     m_cancel->hide();
-    if (outcome.cause == Cause::None) {
-        showDifference(undo.diff());
-        return true;
+    const bool isComparedInDoubt = outcome.cause == Cause::Doubtful && !undo.diff().isEmpty();
+    if (outcome.cause != Cause::None && !isComparedInDoubt) {
+        m_differences->clear();
+        m_caption->setText(reasonInWords(outcome)); // no box: the line may have shown one
+        return outcome.cause;
     }
-    m_differences->clear();
-    m_caption->setText(reasonInWords(outcome)); // no box: the line may have shown one
-    return false;
+    showDifference(undo.diff());
+    if (isComparedInDoubt)
+        m_caption->setText(doubtfulReading + u' ' + m_caption->text());
+    return outcome.cause;
 }
 
 void FormerStatesDialog::compare()
@@ -275,13 +284,14 @@ void FormerStatesDialog::compare()
     }
 }
 
-bool FormerStatesDialog::agrees(const Undo& undo)
+bool FormerStatesDialog::agrees(const Undo& undo, Cause planned)
 {
-    const QString doubt =
-        operations::Records::mayBeOfAnotherPhone(undo.record())
-            ? u"Bei dieser Änderung war die Seriennummer des Telefons nicht bekannt: Der "
-              u"Stand kann auch von einem anderen %1 sein.\n\n"_s.arg(undo.record().phone.model)
-            : QString();
+    QString doubt;
+    if (planned == Cause::Doubtful)
+        doubt += doubtfulReading + u"\n\n"_s;
+    if (operations::Records::mayBeOfAnotherPhone(undo.record()))
+        doubt += u"Bei dieser Änderung war die Seriennummer des Telefons nicht bekannt: Der "
+                 u"Stand kann auch von einem anderen %1 sein.\n\n"_s.arg(undo.record().phone.model);
     return m_program.context.dialogs.Show(
                {.text =
                     doubt +
@@ -302,7 +312,9 @@ void FormerStatesDialog::putBack()
     const auto undo = chosenUndo();
     if (!undo)
         return;
-    if (!plan(*undo) || undo->diff().isEmpty() || !agrees(*undo)) {
+    const Cause planned = plan(*undo);
+    const bool isPlanned = planned == Cause::None || planned == Cause::Doubtful;
+    if (!isPlanned || undo->diff().isEmpty() || !agrees(*undo, planned)) {
         m_status->SetText(u"Bereit."_s);
         return;
     }
@@ -321,6 +333,8 @@ void FormerStatesDialog::report(const Undo& undo, const Outcome& outcome)
     const bool isDone = outcome.state == State::Done && outcome.cause == Cause::None;
     m_status->SetText(isDone ? u"Der Stand vom %1 ist zurückgeholt."_s.arg(momentInWords(undo.record().time))
                              : u"Der Stand wurde nicht ganz zurückgeholt."_s);
+    if (outcome.isRecordOpen)
+        m_program.context.dialogs.Show({.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
     if (isDone)
         return;
     const QString held =

@@ -39,10 +39,10 @@ private:
     std::optional<operations::Record> chosen() const;
     std::unique_ptr<operations::Undo> chosenUndo();
     std::optional<operations::UndoDiff> knownDifference(const operations::Record& record);
-    bool plan(operations::Undo& undo);
+    operations::Cause plan(operations::Undo& undo);
     void compare();
     void putBack();
-    bool agrees(const operations::Undo& undo);
+    bool agrees(const operations::Undo& undo, operations::Cause planned);
     void report(const operations::Undo& undo, const operations::Outcome& outcome);
     void showDifference(const operations::UndoDiff& diff);
     void showChoice();

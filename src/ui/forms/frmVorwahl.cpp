@@ -6,6 +6,7 @@
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
 #include "ui/forms/EntryDialogs.h"
+#include "ui/forms/FormerStateWords.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -159,6 +160,8 @@ bool frmVorwahl::sendCodes(const phonedata::AreaCodes& codes)
     const toolkit::BusyScope busy(m_busy.get());
     m_sta->SetText(u"Setze Vorwahl Einstellungen..."_s);
     const operations::Outcome outcome = operations::setAreaCodes(m_program.line, codes).outcome;
+    if (outcome.isRecordOpen)
+        m_program.context.dialogs.Show({.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
     m_sta->SetText(outcome.isDone() ? u"Bereit."_s : u"Vorwahl nicht gesetzt."_s);
     if (!outcome.isDone())
         tellFailure(outcome);
@@ -172,8 +175,14 @@ void frmVorwahl::tellFailure(const operations::Outcome& outcome)
     if (outcome.cause == operations::Cause::NotSaved)
         text = u"Die bisherigen Vorwahlen konnten nicht gesichert werden: %1\n\nIm Telefon wurde nichts "
                u"geändert."_s.arg(outcome.reason);
+    else if (outcome.sent == 0)
+        text = u"Die bisherigen Vorwahlen konnten nicht gelesen werden. Im Telefon wurde nichts geändert."_s;
+    else if (outcome.cause == operations::Cause::Mismatch)
+        text = u"Das Telefon hat die Vorwahlen bestätigt, zeigt beim Zurücklesen aber andere."_s;
     else if (outcome.confirmed > 0)
-        text = u"Das Telefon hat die Vorwahlen bestätigt, aber beim Zurücklesen nicht gezeigt."_s;
+        text = u"Das Telefon hat die Vorwahlen bestätigt, sie konnten aber nicht zurückgelesen werden."_s;
+    else if (outcome.state == operations::State::Unknown)
+        text += u"\n\nDas Telefon hat nicht geantwortet. Welche Vorwahlen jetzt gelten, ist nicht bekannt."_s;
     m_program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Information});
 }
 

@@ -1,5 +1,7 @@
 #include "ui/panels/FileBoxes.h"
 
+#include "ui/forms/FormerStateWords.h"
+
 #include <algorithm>
 
 namespace kalmo::ui {
@@ -38,10 +40,7 @@ void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
 void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& access)
 {
     if (access.isRecordOpen())
-        tell(mmc,
-             u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
-             u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s,
-             Icon::Exclamation);
+        tell(mmc, openRecordInWords(), Icon::Exclamation);
 }
 
 Answer askToReplace(const obex::clsMmc& mmc, const QString& text)

@@ -258,8 +258,6 @@ void fraDIV::cmdUhrSync_Click()
 {
     const toolkit::BusyScope busy(&m_parts.busy);
     const auto result = operations::setClock(m_parts.program.line);
-    if (result.outcome.confirmed == 0 && !result.now)
-        return;
     showClocks(result.now.has_value(), result.now.value_or(QDateTime()));
     m_parts.progress.status(u"Bereit."_s);
 }

@@ -5,6 +5,7 @@
 #include "toolkit/Progress.h"
 #include "ui/controls/ChoiceBox.h"
 #include "ui/controls/Named.h"
+#include "ui/forms/FormerStateWords.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
 
@@ -141,6 +142,9 @@ void fraSounds::choose(SoundEvent event)
     }
     const toolkit::BusyScope busy(&m_parts.busy);
     const operations::Outcome outcome = operations::setRingtone(job(), event, tone, volume, shower()).outcome;
+    if (outcome.isRecordOpen)
+        m_parts.program.context.dialogs.Show(
+            {.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
     if (outcome.sent > 0)
         return;
     const QString text =

@@ -1,6 +1,7 @@
 #include "ui/window/ClassicList.h"
 
 #include "app/Files.h"
+#include "operations/SavedLists.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
@@ -10,6 +11,8 @@
 #include "ui/window/Notices.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace kalmo::ui {
 
@@ -28,13 +31,16 @@ QString entryCount(int count)
 }
 
 /// Returns true if a file held more than lines that merely look like entries.
-bool holdsAnEntry(const toolkit::ListRows& rows)
+bool holdsAnEntry(const std::vector<phonedata::ClassicEntry>& entries)
 {
-    for (int row = 0; row < rows.count(); ++row) {
-        if (!rows.text(row, phonedata::NumberColumn).isEmpty())
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(entries, [](const auto& entry) { return !entry.number.isEmpty(); });
+}
+
+bool isUnreadable(operations::FileFault fault)
+{
+    using operations::FileFault;
+    return fault == FileFault::NoSuchFile || fault == FileFault::NoRegularFile ||
+           fault == FileFault::TooLarge || fault == FileFault::NotReadable;
 }
 
 } // namespace
@@ -105,6 +111,7 @@ void ClassicList::read()
         return;
     }
     m_isRead = true;
+    m_origin = phonedata::contentOf(m_parts.program.memory, m_store);
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
@@ -114,6 +121,7 @@ void ClassicList::read()
 void ClassicList::keepAfterFailure(std::vector<toolkit::ListRow> before)
 {
     if (!m_parts.progress.cancelled()) {
+        m_origin.forget();
         Q_EMIT stateChanged(ListState::Failed);
         return;
     }
@@ -127,7 +135,7 @@ void ClassicList::write()
 {
     m_isWriting = true;
     const toolkit::BusyScope busy(&m_parts.busy);
-    const CommandResult result = writeClassicList(job(), *m_rows);
+    const CommandResult result = writeClassicList(job(), *m_rows, m_origin);
     m_isWriting = false;
     if (result != CommandResult::Done)
         return;
@@ -220,25 +228,50 @@ bool ClassicList::mayReplaceList()
     return m_rows->count() == 0 || mayPassOverChanges(unsavedChangesText(m_store));
 }
 
-/// Reads the file into another list, so that an unreadable file changes nothing.
-void ClassicList::load(const QString& path)
+/// The entries of a file; nothing, after a message, if there are none. A file with another ending is read as
+/// one of the described format.
+std::optional<std::vector<phonedata::ClassicEntry>> ClassicList::entriesIn(const QString& path)
 {
     app::Context& context = m_parts.program.context;
-    const auto loaded = phonedata::traitsOf(m_store).makeRows();
-    if (!phonedata::traitsOf(m_store).load(context, *loaded, path))
+    const operations::SavedKind kind = operations::savedKind(m_store);
+    if (!operations::findFormat(path, kind)) {
+        const auto rows = phonedata::traitsOf(m_store).makeRows();
+        if (!phonedata::traitsOf(m_store).load(context, *rows, path))
+            return {};
+        return phonedata::classicEntries(*rows);
+    }
+    operations::SavedListFault fault;
+    auto list =
+        operations::readSavedList(path, kind, {operations::Strictness::Lenient, context.sy.PhoneType}, fault);
+    if (list)
+        return std::move(list->entries);
+    if (!isUnreadable(fault.kind))
+        return std::vector<phonedata::ClassicEntry>();
+    context.dialogs.Show({.text = u"Fehler beim Lesen der Datei "_s + path, .icon = Icon::Information});
+    return {};
+}
+
+/// An unreadable file changes nothing.
+void ClassicList::load(const QString& path)
+{
+    const auto entries = entriesIn(path);
+    if (!entries)
         return;
-    if (!holdsAnEntry(*loaded)) {
-        context.dialogs.Show(
+    if (!holdsAnEntry(*entries)) {
+        m_parts.program.context.dialogs.Show(
             {.text = u"Die Datei %1 enthält keinen lesbaren Eintrag. Die Liste bleibt, wie sie "
                      u"ist."_s.arg(QDir::toNativeSeparators(path)),
              .icon = Icon::Exclamation});
         return;
     }
     std::vector<toolkit::ListRow> rows;
-    for (int row = 0; row < loaded->count(); ++row)
-        rows.push_back(loaded->row(row));
+    for (const phonedata::ClassicEntry& entry : *entries) {
+        rows.push_back(phonedata::toRow(entry));
+        rows.back().cells.resize(m_rows->columns().size());
+    }
     m_rows->clear();
     m_rows->addAll(std::move(rows));
+    m_origin.forget();
     setDirty();
 }
 
@@ -257,7 +290,12 @@ void ClassicList::save()
     if (path.isEmpty())
         return;
     app::SetLastInitDir(context, m_rows->name(), path);
-    if (phonedata::traitsOf(m_store).save(context, *m_rows, path))
+    const operations::SavedList list{.kind = operations::savedKind(m_store),
+                                     .entries = phonedata::classicEntries(*m_rows)};
+    const bool isSaved = operations::findFormat(path, list.kind)
+                             ? phonedata::saveBackup(context, path, operations::savedListBytes(path, list))
+                             : phonedata::traitsOf(m_store).save(context, *m_rows, path);
+    if (isSaved)
         context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
 }
 

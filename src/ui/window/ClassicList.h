@@ -52,6 +52,7 @@ private:
     void deleteSelected();
     bool mayReplaceList();
     void load(const QString& path);
+    std::optional<std::vector<phonedata::ClassicEntry>> entriesIn(const QString& path);
     void save();
     void exportList();
     void setDirty();
@@ -63,6 +64,7 @@ private:
     WindowParts m_parts;
     phonedata::Store m_store;
     std::unique_ptr<toolkit::ListRows> m_rows;
+    phonedata::StoreContent m_origin; ///< content of the phone that the rows were made from
     bool m_isRead = false;
     bool m_isWriting = false;
 };

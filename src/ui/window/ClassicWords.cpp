@@ -103,13 +103,33 @@ QString filesText(const SavedFiles& files)
 QString contentText(const operations::ListOutcome& result)
 {
     const operations::Outcome& outcome = result.outcome;
+    if (outcome.state == operations::State::Unchanged)
+        return u"Das Telefon hat das Löschen der bisherigen Liste abgelehnt. Es enthält, was es vorher "
+               u"enthielt."_s;
     if (!result.isErased)
         return u"Was das Telefon jetzt enthält, ist nicht bekannt."_s;
-    if (outcome.unknown == 0)
+    if (outcome.unknown == 0 && !result.mayHoldDoubles)
         return u"Im Telefon stehen jetzt %1 von %2 Einträgen."_s.arg(outcome.confirmed).arg(outcome.planned);
-    return u"Das Telefon hat %1 von %2 Einträgen bestätigt. Ob auch der nächste angekommen ist, ist nicht "
-           u"bekannt."_s.arg(outcome.confirmed)
-               .arg(outcome.planned);
+    QString text =
+        u"Das Telefon hat %1 von %2 Einträgen bestätigt."_s.arg(outcome.confirmed).arg(outcome.planned);
+    if (outcome.unknown > 0)
+        text += u" Ob auch der nächste angekommen ist, ist nicht bekannt."_s;
+    if (result.mayHoldDoubles)
+        text += u" Die Übertragung war gestört: Ein Eintrag kann doppelt im Telefon stehen."_s;
+    return text;
+}
+
+/// "neu: 2 (Anna, Bert)"
+QString countedNames(const QString& caption, const std::vector<phonedata::ClassicEntry>& entries)
+{
+    constexpr size_t mostNames = 5;
+    QStringList names;
+    for (size_t index = 0; index < std::min(entries.size(), mostNames); ++index)
+        names.append(entries[index].name);
+    if (entries.size() > mostNames)
+        names.append(u"..."_s);
+    const QString inBrackets = names.isEmpty() ? QString() : u" (%1)"_s.arg(names.join(u", "_s));
+    return u"%1: %2"_s.arg(caption).arg(entries.size()) + inBrackets;
 }
 
 } // namespace
@@ -139,11 +159,36 @@ QString objectionsText(const operations::ListPlan& plan)
             u"Von %1 Einträgen ist die eigene Melodie nicht mit Namen bekannt. Sie würde beim "
             u"Schreiben durch \"Melodie 1\" ersetzt. Besser ist es, zuerst die Klingeltöne und danach "
             u"die Liste neu einzulesen."_s.arg(plan.unnamedMelodies));
+    if (plan.namelessEntries > 0)
+        parts.append(
+            u"Einträge ohne Namen im Telefon: %1. Sie heißen nach dem Schreiben \"Ohne Name\"."_s.arg(
+                plan.namelessEntries));
     if (!plan.objections.empty())
         parts.append(u"Das Telefon kann nicht alles so aufnehmen, wie es in der Liste steht. Nimmt es einen "
                      u"Eintrag nicht an, fehlen ihm auch alle folgenden.\n\n"_s +
                      objectionLines(plan));
     return parts.join(u"\n\n"_s);
+}
+
+QString differenceText(const operations::ListPlan& plan)
+{
+    if (plan.diff.isEmpty())
+        return {};
+    std::vector<phonedata::ClassicEntry> changed;
+    for (const phonedata::ListDiff::Change& change : plan.diff.change)
+        changed.push_back(change.to);
+    return u"\n\nBeim Schreiben:\n"_s + countedNames(u"neu"_s, plan.diff.add) + u'\n' +
+           countedNames(u"geändert"_s, changed) + u'\n' + countedNames(u"entfernt"_s, plan.diff.remove);
+}
+
+QString notSentText(const operations::ListOutcome& result)
+{
+    QString reason = u"Die Liste im Telefon konnte nicht noch einmal gelesen werden."_s;
+    if (result.hasChangedMeanwhile)
+        reason = u"Die Liste im Telefon hat sich inzwischen geändert. Bitte lesen Sie sie noch einmal ein."_s;
+    else if (result.outcome.cause == Cause::LineGone)
+        reason = u"Die Verbindung zum Telefon ist unterbrochen."_s;
+    return reason + u"\n\nIm Telefon wurde nichts geändert."_s;
 }
 
 QString failedWriteText(const operations::ListOutcome& result, const SavedFiles& files)

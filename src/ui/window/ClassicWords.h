@@ -24,12 +24,18 @@ QString unsavedChangesText(phonedata::Store store);
 /// nothing.
 QString objectionsText(const operations::ListPlan& plan);
 
+/// Paragraph about the entries that a write adds, changes and removes; empty if it leaves all as they are.
+QString differenceText(const operations::ListPlan& plan);
+
 /// Files on the disk that a message names.
 struct SavedFiles
 {
     QString list;  ///< the list that was to be written
     QString phone; ///< what the phone held before
 };
+
+/// Message after a write that did not begin: the reason, and that the phone holds what it held.
+QString notSentText(const operations::ListOutcome& result);
 
 /// Message after a write that failed: the phone's content as far as it is known, the files, the next step.
 QString failedWriteText(const operations::ListOutcome& result, const SavedFiles& files);

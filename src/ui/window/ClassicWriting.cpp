@@ -3,24 +3,23 @@
 #include "app/SettingsKeys.h"
 #include "link/mdlStatus.h"
 #include "phonedata/BackupFiles.h"
+#include "ui/forms/FormerStateWords.h"
 #include "ui/window/ClassicWords.h"
 
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using operations::Cause;
+using phonedata::Certainty;
 using phonedata::CommandResult;
 using phonedata::Store;
+using phonedata::StoreContent;
 using phonedata::StoreJob;
 using toolkit::Answer;
 using toolkit::Buttons;
 using toolkit::Icon;
 
 namespace {
-
-/// The user needs time to edit a list. Meanwhile somebody may call, press the handset's own keys, or put
-/// another handset on the cable.
-constexpr qint64 trustedFor = 120; // seconds
 
 const QString accessError = u"Fehler beim Zugriff auf das Telefon"_s;
 
@@ -48,8 +47,43 @@ bool backUpList(const operations::ListJob& job, const toolkit::ListRows& rows, Q
     return job.traits().save(context, rows, path);
 }
 
+/// Asks about a doubtful reading, with the difference to it, and notes the consent in the policy. A reading
+/// that lacks only names of melodies asks nothing here: objectionsText() has the entries that they matter to.
+bool agreesToDoubt(const app::Context& context, const operations::ListPlan& plan,
+                   operations::WritePolicy& policy)
+{
+    policy.mayUseDoubtful =
+        plan.isDoubtful() &&
+        (plan.held.lacksOnlyMelodies ||
+         agreesToWrite(
+             context,
+             u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
+             u"verfälscht worden sein. Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, "
+             u"die Liste vorher noch einmal zu lesen."_s +
+                 differenceText(plan)));
+    return !plan.isDoubtful() || policy.mayUseDoubtful;
+}
+
+/// Shows the difference to a phone that does not hold what the list was made from.
+bool agreesToDifference(const app::Context& context, const operations::ListPlan& plan,
+                        const StoreContent& origin)
+{
+    const bool isFromPhone = origin.certainty != Certainty::Unknown;
+    const bool isAsExpected =
+        isFromPhone && phonedata::diffLists(origin.entries, plan.held.entries).isEmpty();
+    const QString difference = differenceText(plan);
+    const bool wasAsked = plan.isDoubtful() && !plan.held.lacksOnlyMelodies;
+    if (!plan.isRead() || isAsExpected || wasAsked || difference.isEmpty())
+        return true;
+    return agreesToWrite(context,
+                         (isFromPhone ? u"Das Telefon enthält nicht mehr die Einträge, aus denen die "
+                                        u"Liste im Fenster entstanden ist."_s
+                                      : u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen."_s) +
+                             difference);
+}
+
 /// Asks about each way in which something would be lost, and notes the consent in the policy.
-bool agreesToLosses(const app::Context& context, const operations::ListPlan& plan,
+bool agreesToLosses(const app::Context& context, const operations::ListPlan& plan, const StoreContent& origin,
                     operations::WritePolicy& policy)
 {
     policy.mayLoseUnread =
@@ -59,14 +93,7 @@ bool agreesToLosses(const app::Context& context, const operations::ListPlan& pla
                       u"werden. Beim Schreiben geht er verloren."_s);
     if (!plan.isRead() && !policy.mayLoseUnread)
         return false;
-    policy.mayUseDoubtful =
-        plan.isDoubtful() &&
-        agreesToWrite(
-            context,
-            u"Beim letzten Lesen war die Übertragung gestört, und dabei kann ein Eintrag übersprungen oder "
-            u"verfälscht worden sein. Ein solcher Eintrag geht beim Schreiben verloren. Besser ist es, "
-            u"die Liste vorher noch einmal zu lesen."_s);
-    if (plan.isDoubtful() && !policy.mayUseDoubtful)
+    if (!agreesToDoubt(context, plan, policy) || !agreesToDifference(context, plan, origin))
         return false;
     const QString objections = objectionsText(plan);
     return objections.isEmpty() || agreesToWrite(context, objections);
@@ -87,14 +114,20 @@ CommandResult tellResult(const operations::ListJob& job, const operations::ListO
                          const SavedFiles& files)
 {
     const operations::Outcome& outcome = result.outcome;
+    if (outcome.isRecordOpen)
+        tell(job.context(), openRecordInWords(), Icon::Exclamation);
     if (outcome.cause == Cause::NotSaved)
         return tellNotSaved(job.context(), outcome);
-    if (!result.isConfirmed && !outcome.isDone()) {
-        tell(job.context(), failedWriteText(result, files));
+    if (result.sentNothing()) {
+        tell(job.context(), notSentText(result), Icon::Exclamation);
         return CommandResult::Failed;
     }
     if (outcome.cause == Cause::Mismatch) {
         tell(job.context(), uncheckedWriteText(result, files), Icon::Exclamation);
+        return CommandResult::Failed;
+    }
+    if (!result.isConfirmed()) {
+        tell(job.context(), failedWriteText(result, files));
         return CommandResult::Failed;
     }
     phonedata::setDirty(job.memory, job.store, false);
@@ -120,7 +153,14 @@ CommandResult readClassicList(const StoreJob& job, Store store)
         return CommandResult::Failed;
     }
     phonedata::setDirty(job.memory, store, false);
-    if (phonedata::contentOf(job.memory, store).certainty == phonedata::Certainty::Doubtful)
+    const StoreContent& content = phonedata::contentOf(job.memory, store);
+    if (content.lacksOnlyMelodies)
+        tell(
+            context,
+            u"Die Liste enthält eigene Melodien des Telefons, deren Namen nicht bekannt sind. Sie werden als "
+            u"\"Melodie 1\" angezeigt. Bitte lesen Sie zuerst die Klingeltöne und danach die Liste noch "
+            u"einmal ein, bevor Sie sie ändern oder schreiben."_s);
+    else if (content.certainty == Certainty::Doubtful)
         tell(context,
              u"Beim Lesen war die Übertragung gestört. Es ist möglich, dass dabei ein Eintrag übersprungen "
              u"oder verfälscht wurde. Bitte lesen Sie die Liste noch einmal ein, bevor Sie sie ändern oder "
@@ -128,7 +168,8 @@ CommandResult readClassicList(const StoreJob& job, Store store)
     return CommandResult::Done;
 }
 
-CommandResult writeClassicList(const operations::ListJob& job, const toolkit::ListRows& rows)
+CommandResult writeClassicList(const operations::ListJob& job, const toolkit::ListRows& rows,
+                               StoreContent& origin)
 {
     app::Context& context = job.context();
     SavedFiles files;
@@ -140,7 +181,7 @@ CommandResult writeClassicList(const operations::ListJob& job, const toolkit::Li
         return CommandResult::Failed;
     }
     const auto entries = phonedata::classicEntries(rows);
-    operations::WritePolicy policy{.trustedFor = trustedFor,
+    operations::WritePolicy policy{.trustsReading = true,
                                    .isCancellable = false}; // half a list would be worse than a wait
     if (!files.list.isEmpty())
         policy.alreadySaved = job.traits().fileBytes(entries);
@@ -149,9 +190,12 @@ CommandResult writeClassicList(const operations::ListJob& job, const toolkit::Li
     if (!operations::saveHeld(job, plan, policy, saving))
         return tellNotSaved(context, saving);
     files.phone = plan.savedIn.value(0);
-    if (!agreesToLosses(context, plan, policy))
+    if (!agreesToLosses(context, plan, origin, policy))
         return CommandResult::Refused;
-    return tellResult(job, operations::applyPlan(job, plan, policy), files);
+    const operations::ListOutcome result = operations::applyPlan(job, plan, policy);
+    if (!result.sentNothing() && job.content().certainty != Certainty::Unknown)
+        origin = job.content(); // the user sees now what the phone holds
+    return tellResult(job, result, files);
 }
 
 } // namespace kalmo::ui

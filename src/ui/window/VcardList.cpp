@@ -1,6 +1,8 @@
 #include "ui/window/VcardList.h"
 
 #include "app/Files.h"
+#include "operations/SavedLists.h"
+#include "phonedata/BackupFiles.h"
 #include "phonedata/VcfFiles.h"
 #include "toolkit/Progress.h"
 #include "ui/forms/ContactCommands.h"
@@ -35,6 +37,18 @@ std::pair<ListState, QString> endOfReading(CommandResult result, int count)
         break;
     }
     return {ListState::Failed, {}};
+}
+
+/// Saves in the format of the file's ending. The described format is the .csv of all other names.
+bool saveContacts(app::Context& context, const toolkit::ListRows& rows, const QString& path)
+{
+    operations::SavedList list{.kind = operations::SavedKind::Contacts};
+    const operations::SavedListFormat* format = operations::findFormat(path, list.kind);
+    if (!format || format->ending == u".csv")
+        return phonedata::SaveVcfCsv(context, rows, path);
+    for (int row = 0; row < rows.count(); ++row)
+        list.contacts.push_back(phonedata::vcfEntryFrom(rows.row(row)));
+    return phonedata::saveBackup(context, path, format->write(list));
 }
 
 } // namespace
@@ -170,7 +184,7 @@ void VcardList::save()
     if (path.isEmpty())
         return;
     app::SetLastInitDir(context, m_rows->name(), path);
-    if (phonedata::SaveVcfCsv(context, *m_rows, path))
+    if (saveContacts(context, *m_rows, path))
         context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
 }
 
