@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/Machine.h"
+#include "ui/adaptors/LossBoxes.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/CommandLine.h"
 #include "ui/Program.h"
@@ -11,7 +12,7 @@ namespace kalmo::ui {
 class Engine
 {
 public:
-    Engine() = default;
+    Engine() { m_dialogs.watch(m_machine.line); }
     Q_DISABLE_COPY_MOVE(Engine)
 
     /// Takes over the options of the command line for this run. Returns the error, in English, or an empty
@@ -21,7 +22,8 @@ public:
     Program& program() { return m_program; }
 
 private:
-    QtDialogs m_dialogs;
+    QtDialogs m_boxes;
+    LossBoxes m_dialogs{m_boxes};
     QtEnding m_ending;
     link::Machine m_machine{m_dialogs, m_ending};
     phonedata::PhoneMemory m_memory;

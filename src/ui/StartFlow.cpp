@@ -86,6 +86,8 @@ void StartFlow::runSequence()
 
 void StartFlow::runSearch()
 {
+    if (m_main)
+        m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
     if (std::exchange(m_wasInterrupted, false))
         takeLineBack();

@@ -98,6 +98,49 @@ double strongestContrast(const QImage& picture)
     return strongest;
 }
 
+/// A label with a name of its own is read by that name alone.
+bool hidesItsText(const QWidget& widget)
+{
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return label && !label->accessibleName().isEmpty() && !label->text().isEmpty() &&
+           label->textFormat() == Qt::PlainText && label->accessibleName() != label->text();
+}
+
+QString faultOf(QAccessibleInterface& part)
+{
+    static const QSet<QAccessible::Role> named = {
+        QAccessible::Button,       QAccessible::CheckBox, QAccessible::ComboBox,
+        QAccessible::RadioButton,  QAccessible::MenuItem, QAccessible::ListItem,
+        QAccessible::ColumnHeader, QAccessible::PageTab,  QAccessible::ProgressBar};
+    const QAccessible::State state = part.state();
+    const auto* widget = qobject_cast<QWidget*>(part.object());
+    if (named.contains(part.role()) && part.text(QAccessible::Name).trimmed().isEmpty())
+        return u"no name"_s;
+    if (part.role() == QAccessible::EditableText && !part.textInterface())
+        return u"no text"_s;
+    if (part.role() == QAccessible::ProgressBar && !part.valueInterface())
+        return u"no value"_s;
+    const bool isSwitch = part.role() == QAccessible::CheckBox || part.role() == QAccessible::RadioButton;
+    if (isSwitch && !state.checkable)
+        return u"not checkable"_s;
+    if (widget && widget->isEnabled() == static_cast<bool>(state.disabled))
+        return u"wrong state"_s;
+    return widget && hidesItsText(*widget) ? u"hidden text"_s : QString();
+}
+
+void collectUnspoken(QAccessibleInterface* part, QStringList& faults)
+{
+    const auto* widget = part ? qobject_cast<QWidget*>(part->object()) : nullptr;
+    if (!part || part->state().invisible || (widget && widget->objectName().startsWith(u"qt_"_s)))
+        return;
+    if (const QString fault = faultOf(*part); !fault.isEmpty())
+        faults.append(u"%1: role %2 \"%3\" %4"_s.arg(fault)
+                          .arg(part->role())
+                          .arg(part->text(QAccessible::Name), widget ? described(*widget) : QString()));
+    for (int index = 0; index < part->childCount(); ++index)
+        collectUnspoken(part->child(index), faults);
+}
+
 /// Goes once around by Tab or Shift+Tab and returns what had the focus.
 QSet<QWidget*> stops(QWidget& form, Qt::KeyboardModifiers modifiers)
 {
@@ -126,6 +169,13 @@ QStringList unnamedControls(const QWidget& form)
         else if (seen->text(QAccessible::Name).trimmed().isEmpty())
             faults.append(u"no name: "_s + described(*widget));
     }
+    return faults;
+}
+
+QStringList unspokenParts(QWidget& form)
+{
+    QStringList faults;
+    collectUnspoken(QAccessible::queryAccessibleInterface(&form), faults);
     return faults;
 }
 

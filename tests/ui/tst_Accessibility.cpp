@@ -1,15 +1,19 @@
 // Every form, for those who use a keyboard, a screen reader, large letters or dark colours.
 
 #include "phonedata/VcardStore.h"
+#include "ui/controls/ucCalendar.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmExport.h"
+#include "ui/forms/frmFun.h"
 #include "ui/forms/frmMmc_View.h"
 #include "ui/forms/frmMmcOpenControls.h"
 #include "ui/forms/frmNEentry.h"
+#include "ui/forms/frmStart.h"
 #include "ui/forms/frmTBentry.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
+#include "ui/forms/frmWelcome.h"
 #include "ui/FormWalk.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/import/frmImportPb.h"
@@ -136,6 +140,22 @@ void makeHelp(Shown& shown)
     shown.form = std::make_unique<ui::HelpWindow>();
 }
 
+void makeWelcome(Shown& shown)
+{
+    shown.form = std::make_unique<ui::frmWelcome>(shown.made.program);
+}
+
+template <typename Form>
+void makePlain(Shown& shown)
+{
+    shown.form = std::make_unique<Form>();
+}
+
+void makeCalendar(Shown& shown)
+{
+    shown.form = std::make_unique<ui::ucCalendar>(shown.made.context);
+}
+
 void makeWindow(Shown& shown)
 {
     shown.form = std::make_unique<ui::frmPB>(shown.made.program, shown.mmc);
@@ -171,6 +191,10 @@ const Row forms[] = {
     {"preview of a text", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.txt"_s); }},
     {"preview of a ringtone", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.L22"_s); }},
     {"help", u"SL450HX"_s, makeHelp},
+    {"welcome", u"SL450HX"_s, makeWelcome},
+    {"splash", u"SL450HX"_s, makePlain<ui::frmStart>},
+    {"picture", u"SL450HX"_s, makePlain<ui::frmFun>},
+    {"calendar", u"SL450HX"_s, makeCalendar},
     {"sponsors", u"PICASSO"_s, makeWindow, u"SPONSOR"_s},
     {"classic phonebook", u"PICASSO"_s, makeWindow, u"TB"_s},
     {"providers", u"PICASSO"_s, makeWindow, u"NE"_s},
@@ -226,7 +250,8 @@ void Accessibility::everyForm()
         form.setFocus();
     QStringList faults = paleTexts(form);
     if (!isDark) // the rest does not depend on colours
-        faults += unnamedControls(form) + sharedMnemonics(form) + unreachableControls(form) + cutTexts(form);
+        faults += unnamedControls(form) + unspokenParts(form) + sharedMnemonics(form) +
+                  unreachableControls(form) + cutTexts(form);
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
 }
 

@@ -156,8 +156,15 @@ void tst_Start::keepsTheMainWindowForTheSamePhoneOnly()
         child<QPushButton>(*shown<ui::frmEinstellungen>(), "cmdOK").click();
         return run.waitFor<ui::frmPB>();
     };
+    window->goTo(u"DIV"_s);
+    auto& model = child<QLabel>(*window, "lblTyp");
+    const QString name = model.text();
+    QString whileSearching;
+    run.test.clock.after(1, [&] { whileSearching = model.text(); });
     QCOMPARE(searchAgain(), window.data());
-    QVERIFY(run.memory.TbDirty); // what is on screen still waits to be written
+    QCoreApplication::processEvents();
+    QCOMPARE(whileSearching + model.text(), u"–"_s + name); // read again
+    QVERIFY(run.memory.TbDirty);                            // what is on screen still waits to be written
     // It may be another handset of the same kind.
     QCOMPARE(run.memory.phonebook.certainty, phonedata::Certainty::Unknown);
     QCOMPARE(run.memory.providers.certainty, phonedata::Certainty::Unknown);

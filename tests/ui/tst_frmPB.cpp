@@ -505,6 +505,7 @@ void frmPBTest::connectionIsShown()
                               .icon = Icon::Exclamation});
     open.window.goTo(u"DIV"_s);
     QVERIFY(text.text().endsWith(u"getrennt"_s));
+    QCOMPARE(child<QLabel>(open.window, "sta_text").accessibleName(), open.status());
     const QSignalSpy wanted(&open.window, &ui::frmPB::searchRequested);
     QTest::mouseClick(&search, Qt::LeftButton);
     QCOMPARE(wanted.size(), 1);

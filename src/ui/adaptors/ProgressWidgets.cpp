@@ -1,5 +1,6 @@
 #include "ui/adaptors/ProgressWidgets.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QStyle>
@@ -32,6 +33,16 @@ void StatusLabel::release()
         SetText(m_latest);
 }
 
+/// The name of a label for a screen reader replaces its text, so the name is the text.
+void StatusLabel::announce(const QString& text)
+{
+    if (text == accessibleName())
+        return;
+    setAccessibleName(text.isEmpty() ? u"Status"_s : text);
+    QAccessibleEvent changed(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&changed);
+}
+
 void StatusLabel::SetText(const QString& text)
 {
     if (m_held) {
@@ -39,6 +50,7 @@ void StatusLabel::SetText(const QString& text)
         return;
     }
     setText(text);
+    announce(text);
     setToolTip(fontMetrics().horizontalAdvance(text) > contentsRect().width() ? text : QString());
 }
 
@@ -102,6 +114,7 @@ void WindowBusy::SetBusy(bool busy)
 
 void WindowBusy::block()
 {
+    ++s_busy;
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     m_focus = nullptr;
     for (QWidget* widget : std::as_const(m_widgets)) {
@@ -116,6 +129,7 @@ void WindowBusy::block()
 
 void WindowBusy::release()
 {
+    --s_busy;
     QGuiApplication::restoreOverrideCursor();
     for (QWidget* widget : std::exchange(m_disabled, {}))
         widget->setEnabled(true);

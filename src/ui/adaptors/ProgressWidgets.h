@@ -28,6 +28,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void announce(const QString& text);
+
     bool m_held = false;
     QString m_latest; // set while another text is held
 };
@@ -70,6 +72,8 @@ public:
 
     void SetBusy(bool busy) override;
     bool isBusy() const { return m_depth > 0; }
+    /// Returns true if any of the program's windows is busy.
+    static bool isAnyBusy() { return s_busy > 0; }
 
 private:
     void block();
@@ -79,6 +83,7 @@ private:
     QList<QWidget*> m_disabled; // those that this object disabled itself
     QWidget* m_focus = nullptr;
     int m_depth = 0;
+    inline static int s_busy = 0;
 };
 
 } // namespace kalmo::ui

@@ -81,6 +81,7 @@ void ucFfsMem::showPicture()
     m_imgPrgPre->setIcon(icon(m_gauge.picture()));
     m_imgPrgPre->setCursor(clickable ? Qt::PointingHandCursor : Qt::ArrowCursor);
     m_imgPrgPre->setFocusPolicy(clickable ? Qt::TabFocus : Qt::NoFocus);
+    m_imgPrgPre->setAccessibleName(clickable ? u"Speicherwarnung"_s : u"Speicher reicht aus"_s);
     m_imgPrgPre->setToolTip(clickable ? u"Zu wenig freier Speicher: mehr dazu"_s : QString());
 }
 

@@ -124,7 +124,7 @@ void frmEinstellungen::addStorageRows(QVBoxLayout& rows)
     lblSpeicherpfad->setObjectName(u"lblSpeicherpfad"_s);
     lblSpeicherpfad->setTextFormat(Qt::PlainText);
     lblSpeicherpfad->setWordWrap(true);
-    lblSpeicherpfad->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblSpeicherpfad->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     cmdSpeicherpfad =
         makeButton<QPushButton>(u"cmdSpeicherpfad"_s, u"Ä&ndern ..."_s,
                                 u"Einstellungen und Sicherungen in einem anderen Ordner ablegen"_s, this);

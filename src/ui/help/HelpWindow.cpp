@@ -1,5 +1,6 @@
 #include "ui/help/HelpWindow.h"
 
+#include "ui/controls/SearchField.h"
 #include "ui/icons/Icons.h"
 
 #include <QAction>
@@ -144,9 +145,8 @@ QWidget* HelpWindow::makeIndex()
     txtSuche = new QLineEdit(side);
     txtSuche->setObjectName(u"txtSuche"_s);
     txtSuche->setPlaceholderText(u"Suchbegriff"_s);
-    txtSuche->setClearButtonEnabled(true);
+    makeSearchField(*txtSuche);
     txtSuche->setAccessibleName(u"In der Hilfe suchen"_s);
-    txtSuche->addAction(icon(u"search"_s), QLineEdit::LeadingPosition);
     auto* label = new QLabel(u"In der Hilfe &suchen:"_s, side);
     label->setBuddy(txtSuche);
     tvwIndex = new QTreeWidget(side);

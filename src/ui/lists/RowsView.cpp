@@ -92,6 +92,7 @@ void RowsView::setPictureSize(int pixels)
 void RowsView::setPlaceholder(const QString& text)
 {
     m_placeholder = text;
+    setAccessibleDescription(text);
     viewport()->update();
 }
 

@@ -1,6 +1,6 @@
 #include "ui/lists/SearchLine.h"
 
-#include "ui/icons/Icons.h"
+#include "ui/controls/SearchField.h"
 #include "ui/lists/RowsView.h"
 
 #include <QHBoxLayout>
@@ -19,8 +19,7 @@ SearchLine::SearchLine(RowsView& view, QWidget* parent)
     m_field->setAccessibleName(u"Liste durchsuchen"_s);
     m_field->setPlaceholderText(u"Suchen (Strg+F)"_s);
     m_field->setToolTip(u"Zeigt nur Zeilen, in denen alle Wörter vorkommen. Esc zeigt wieder alle."_s);
-    m_field->setClearButtonEnabled(true);
-    m_field->addAction(icon(u"search"_s), QLineEdit::LeadingPosition);
+    makeSearchField(*m_field);
     m_field->setMaximumWidth(m_field->fontMetrics().averageCharWidth() * 60);
     m_field->installEventFilter(this);
     m_view.installEventFilter(this);

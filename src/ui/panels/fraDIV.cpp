@@ -24,6 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int pictureSize = 26;
+const QString noValue = u"–"_s; // not asked yet
 
 /// The picture for a range of values.
 struct Step
@@ -49,9 +50,9 @@ int pictureOf(const Steps& steps, int value)
 
 QLabel* makeValue(const QString& name)
 {
-    auto* label = named(new QLabel(u"–"_s), name);
+    auto* label = named(new QLabel(noValue), name);
     label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
 
@@ -183,6 +184,16 @@ void fraDIV::DisplayRefresh()
     else
         showClockUnsupported();
     m_parts.progress.status(u"Bereit."_s);
+}
+
+void fraDIV::forget()
+{
+    for (QLabel* label : {m_lblHersteller, m_lblTyp, m_lblVersion, m_lblSerNr})
+        label->setText(noValue);
+    for (const Gauge& gauge : {m_signal, m_battery})
+        showValue(gauge, false, {});
+    m_txtTimePC->clear();
+    m_txtTimePhone->clear();
 }
 
 /// Steps 1 to 4. If one fails the refresh ends.

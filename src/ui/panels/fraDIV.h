@@ -26,6 +26,9 @@ public:
     /// the status bar and the user informed.
     void DisplayRefresh();
 
+    /// Shows no values any more: another phone may be connected.
+    void forget();
+
 private:
     struct Gauge
     {

@@ -2,6 +2,7 @@
 
 #include "ui/icons/Icons.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStackedLayout>
@@ -73,8 +74,11 @@ void Reminders::hideKind(Kind kind)
 void Reminders::showFront()
 {
     setVisible(!m_shown.isEmpty());
-    if (!m_shown.isEmpty())
-        m_place->setCurrentIndex(m_shown.last());
+    if (m_shown.isEmpty() || m_place->currentIndex() == m_shown.last())
+        return;
+    m_place->setCurrentIndex(m_shown.last());
+    QAccessibleEvent shown(m_place->currentWidget(), QAccessible::Alert);
+    QAccessible::updateAccessibility(&shown);
 }
 
 } // namespace kalmo::ui

@@ -60,6 +60,8 @@ public:
     /// A search has found a phone of the same model again. The data of the phone before it is read again when
     /// the window is shown next. Lists that wait to be written stay.
     void forgetPhone();
+    /// A search begins: the data of the phone so far are not shown any more.
+    void forgetDevice();
 
     /// Asks about each list that waits to be written; `text` makes the question for one. Returns true if they
     /// may be lost.

@@ -290,6 +290,8 @@ void frmPB::firstShown()
         m_fraSounds->load();
     else if (m_contacts && m_panels->currentWidget() == m_fraVCF && !m_contacts->isRead())
         press(Command::Refresh);
+    if (m_panels->currentWidget() == m_fraDIV)
+        press(Command::Refresh);
 }
 
 void frmPB::forgetPhone()
@@ -298,6 +300,11 @@ void frmPB::forgetPhone()
     if (m_contacts)
         m_contacts->forget();
     m_wasShown = false;
+}
+
+void frmPB::forgetDevice()
+{
+    m_fraDIV->forget();
 }
 
 void frmPB::DisplayRefresh()
