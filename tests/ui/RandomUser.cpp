@@ -1,11 +1,14 @@
 #include "ui/RandomUser.h"
 
+#include "ui/forms/frmMmcOpenControls.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -53,11 +56,11 @@ QString nameOf(const QWidget& widget)
            (text.isEmpty() ? QString() : u" \""_s + text.left(40) + u'"');
 }
 
-/// Everything that takes keys or clicks now.
-QList<QWidget*> controlsOf(const QWidget& window)
+/// Everything in a part of a window that takes keys or clicks now.
+QList<QWidget*> controlsOf(const QWidget& part, const QWidget& window)
 {
     QList<QWidget*> controls;
-    for (QWidget* widget : window.findChildren<QWidget*>()) {
+    for (QWidget* widget : part.findChildren<QWidget*>()) {
         const bool isUsable = widget->isVisible() && widget->isEnabled() && widget->window() == &window;
         if (isUsable && (widget->focusPolicy() != Qt::NoFocus || qobject_cast<QAbstractButton*>(widget) ||
                          qobject_cast<QMenuBar*>(widget)))
@@ -101,8 +104,8 @@ QString RandomDialogs::PickFolder(const QString&, const QString&)
     return m_random.bounded(3) == 0 ? QString() : m_folder;
 }
 
-RandomUser::RandomUser(QRandomGenerator& random, std::function<bool()> isBusy)
-    : m_random(random), m_isBusy(std::move(isBusy))
+RandomUser::RandomUser(QRandomGenerator& random, RandomDialogs& dialogs, std::function<bool()> isBusy)
+    : m_random(random), m_dialogs(dialogs), m_isBusy(std::move(isBusy))
 {
 }
 
@@ -138,6 +141,8 @@ void RandomUser::act()
         press(*popup, m_isLeaving || below(3) == 0 ? Qt::Key_Escape : plainKeys[below(4)]);
     else if (auto* box = qobject_cast<QMessageBox*>(window))
         answer(*box);
+    else if (auto* files = qobject_cast<QFileDialog*>(window); files && !m_isLeaving)
+        chooseFile(*files);
     else if (window && m_isLeaving && window == QApplication::activeModalWidget())
         press(*window, Qt::Key_Escape);
     else if (window && m_isBusy())
@@ -178,10 +183,29 @@ void RandomUser::answer(QMessageBox& box)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
+/// Nothing else is pressed there: the toolkit's file dialog can delete and rename files of this machine.
+void RandomUser::chooseFile(QFileDialog& dialog)
+{
+    auto* panel = dialog.findChild<ui::frmMmcOpenControls*>();
+    const QList<QWidget*> controls = panel ? controlsOf(*panel, dialog) : QList<QWidget*>();
+    const int chance = below(10);
+    if (chance == 0) {
+        press(dialog, Qt::Key_Escape);
+    } else if (chance < 6 && !controls.isEmpty()) {
+        useControl(*controls[below(static_cast<int>(controls.size()))]);
+    } else if (auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)) {
+        const QString path = m_dialogs.OpenFile({});
+        note(u"choose "_s + path);
+        QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(name, path.isEmpty() ? u"none"_s : path);
+        QTest::keyClick(name, Qt::Key_Return);
+    }
+}
+
 void RandomUser::use(QWidget& window)
 {
     QWidget* focus = window.focusWidget() ? window.focusWidget() : &window;
-    const QList<QWidget*> controls = controlsOf(window);
+    const QList<QWidget*> controls = controlsOf(window, window);
     const int chance = below(20);
     if (chance < 11 && !controls.isEmpty())
         useControl(*controls[below(static_cast<int>(controls.size()))]);

@@ -6,7 +6,7 @@
 #include <QRandomGenerator>
 #include <QStringList>
 
-class QLineEdit;
+class QFileDialog;
 class QMenu;
 class QMessageBox;
 
@@ -37,7 +37,8 @@ class RandomUser : public QObject
     Q_OBJECT
 
 public:
-    RandomUser(QRandomGenerator& random, std::function<bool()> isBusy);
+    /// `dialogs` chooses files for the toolkit's own file dialogs too.
+    RandomUser(QRandomGenerator& random, RandomDialogs& dialogs, std::function<bool()> isBusy);
 
     void start();
     /// From now on only leaves what is open.
@@ -55,12 +56,14 @@ private:
     void disturb(QWidget& window);
     void useMenu(QMenu& menu);
     void answer(QMessageBox& box);
+    void chooseFile(QFileDialog& dialog);
     void use(QWidget& window);
     void useControl(QWidget& control);
     void type(QWidget& field);
     void press(QWidget& target, int key, Qt::KeyboardModifiers modifiers = {});
 
     QRandomGenerator& m_random;
+    RandomDialogs& m_dialogs;
     std::function<bool()> m_isBusy;
     bool m_isLeaving = false;
     int m_acts = 0;

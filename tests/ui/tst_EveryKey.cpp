@@ -12,8 +12,10 @@
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QDir>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -95,6 +97,29 @@ public:
         settle();
         window.goTo(m_section);
         settle();
+        for (ui::RowsView* view : window.findChildren<ui::RowsView*>()) {
+            if (view->isVisible() && view->rows()->selectedRows().isEmpty() && view->rows()->count() > 0)
+                view->rows()->setCurrent(view->rows()->count() - 1);
+        }
+    }
+
+    /// Changes the selected contact and saves it. Returns the boxes that ask nothing.
+    QStringList saveContact()
+    {
+        m_user.stop();
+        QStringList boxes;
+        QTimer::singleShot(0, &window, [this, &boxes] {
+            QPointer<QWidget> form = QApplication::activeModalWidget();
+            QTest::keyClicks(&child<QLineEdit>(*form, "txtVorname"), u"x"_s);
+            shown.clear();
+            QTest::mouseClick(&child<QPushButton>(*form, "cmdSpeichern"), Qt::LeftButton);
+            settle();
+            boxes = shown;
+            if (form)
+                form->close();
+        });
+        QTest::keyClick(&child<ui::RowsView>(window, "lvwVCF"), Qt::Key_Return);
+        return boxes;
     }
 
     void pressAll()
@@ -223,6 +248,7 @@ private Q_SLOTS:
     void initTestCase() { QDir::setCurrent(QDir::tempPath()); } // downloads without a folder go there
     void arrives_data();
     void arrives();
+    void deadPhoneIsToldOnceBySaving();
 };
 
 void EveryKey::arrives_data()
@@ -261,6 +287,19 @@ void EveryKey::arrives()
     QVERIFY2(line == u"alive"_s || pressed.repeated.isEmpty(), qPrintable(pressed.repeated.join(u'\n')));
     QVERIFY2(pressed.arrived > 10, qPrintable(QString::number(pressed.arrived)));
     QVERIFY(!child<ui::StatusArea>(pressed.window, "sta").isBusy());
+}
+
+void EveryKey::deadPhoneIsToldOnceBySaving()
+{
+    for (const bool isGone : {false, true}) {
+        PressedWindow pressed(u"SL400H"_s, u"TB"_s);
+        if (isGone)
+            pressed.port.Close();
+        else
+            pressed.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
+        const QStringList boxes = pressed.saveContact();
+        QVERIFY2(boxes.size() == 1, qPrintable(boxes.join(u" | "_s)));
+    }
 }
 
 QTEST_MAIN(EveryKey)

@@ -53,7 +53,7 @@ struct Session : RandomBoxes, TestProgram
 {
     Session(const QString& model, quint32 seed)
         : RandomBoxes(seed), TestProgram(model, {}, &dialogs),
-          user(random, [this] { return child<ui::StatusArea>(*window, "sta").isBusy(); })
+          user(random, dialogs, [this] { return child<ui::StatusArea>(*window, "sta").isBusy(); })
     {
         QDir(test.storage).mkpath(u"Backup"_s);
         dialogs.setFolder(makeFiles(test));

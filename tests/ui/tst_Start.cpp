@@ -7,6 +7,7 @@
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/forms/frmWelcome.h"
+#include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
 #include "ui/StartFlow.h"
 #include "ui/TestProgram.h"
@@ -123,6 +124,7 @@ void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
     Run run;
     run.flow.begin();
     QVERIFY(shown<ui::frmStart>());
+    QVERIFY(!kalmo::ui::programIcon().isNull()); // in the splash
     auto* settings = run.waitFor<ui::frmEinstellungen>();
     QVERIFY(settings && !shown<ui::frmStart>());
     QTest::keyClick(settings, Qt::Key_Escape);

@@ -53,7 +53,7 @@ ConnectionLight::ConnectionLight(const link::Line& line, QWidget* parent)
          {static_cast<QWidget*>(m_picture), static_cast<QWidget*>(m_text), static_cast<QWidget*>(m_search)})
         row->addWidget(part);
     auto* timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &ConnectionLight::refresh);
+    connect(timer, &QTimer::timeout, this, &ConnectionLight::watch);
     timer->start(refreshEvery);
     refresh();
 }
@@ -68,6 +68,15 @@ ConnectionLight::State ConnectionLight::state() const
     if (!m_line.port().IsOpen())
         return State::Gone;
     return m_line.isSilent() ? State::Silent : State::Connected;
+}
+
+/// For ports that go away while nothing runs.
+void ConnectionLight::watch()
+{
+    const QString before = m_text->text();
+    refresh();
+    if (m_search->isEnabled() && m_text->text() != before && state() == State::Gone)
+        Q_EMIT lost(toolTip());
 }
 
 void ConnectionLight::refresh()

@@ -19,17 +19,19 @@ public:
     /// `line` outlives the widget.
     explicit ConnectionLight(const link::Line& line, QWidget* parent = nullptr);
 
-    /// Shows the line's present state. A timer calls it too, for ports that go away while nothing runs.
+    /// Shows the line's present state.
     void refresh();
     /// Blocks the button while the phone is busy.
     void offerSearch(bool offered);
 
 Q_SIGNALS:
     void searchWanted();
+    void lost(const QString& advice); ///< the port or the phone has gone away while nothing ran
 
 private:
     enum class State { Connected, Silent, Gone };
     State state() const;
+    void watch();
 
     const link::Line& m_line;
     QLabel* m_picture;

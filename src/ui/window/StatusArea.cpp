@@ -31,6 +31,7 @@ StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     addPermanentWidget(m_bar);
     addPermanentWidget(m_cancel);
     addPermanentWidget(m_connection);
+    connect(m_connection, &ConnectionLight::lost, this, &StatusArea::setText);
     connect(m_connection, &ConnectionLight::searchWanted, this, &StatusArea::searchWanted);
     // Otherwise the bar would grow and shrink with the button.
     setMinimumHeight(m_cancel->sizeHint().height() + 6);
