@@ -72,6 +72,11 @@ bool LossBoxes::isLineDead() const
     return m_line && (!m_line->port().IsOpen() || m_line->isSilent());
 }
 
+bool LossBoxes::isCommandRunning() const
+{
+    return m_open > 0 || WindowBusy::isAnyBusy() || (m_line && m_line->isWaiting());
+}
+
 Answer LossBoxes::Show(const toolkit::Message& message)
 {
     const QString& text = message.text;
@@ -97,13 +102,12 @@ void LossBoxes::forgetLater()
         return;
     const auto look = [this] {
         m_isWaiting = false;
-        if (m_open == 0 && !WindowBusy::isAnyBusy())
-            m_isTold = false;
-        else
+        if (isCommandRunning())
             forgetLater();
+        else
+            m_isTold = false;
     };
-    QTimer::singleShot(WindowBusy::isAnyBusy() || m_open > 0 ? lookAgain : std::chrono::milliseconds(0), this,
-                       look);
+    QTimer::singleShot(isCommandRunning() ? lookAgain : std::chrono::milliseconds(0), this, look);
 }
 
 } // namespace kalmo::ui

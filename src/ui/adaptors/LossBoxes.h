@@ -38,6 +38,7 @@ public:
 
 private:
     bool isLineDead() const;
+    bool isCommandRunning() const;
     void forgetLater();
 
     toolkit::Dialogs& m_shown;
