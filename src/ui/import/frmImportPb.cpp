@@ -73,9 +73,17 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     setObjectName(u"frmImportPb"_s);
     setWindowTitle(app::productName() + u" - Telefonbuch Import"_s);
     setWindowModality(Qt::WindowModal);
-    m_book = transfer::clsWab(
-        {.Busy = [this](int, int) { m_sta->setText(u"Windows Adressbuch wird eingelesen..."_s); },
-         .BusyEnd = [this] { m_sta->setText({}); }});
+    m_book = transfer::clsWab({.BusyStart =
+                                   [this] {
+                                       m_sta->progress().start(0, 0);
+                                       m_sta->setText(u"Windows Adressbuch wird eingelesen..."_s);
+                                       m_sta->repaint(); // nothing yields to events while files are read
+                                   },
+                               .BusyEnd =
+                                   [this] {
+                                       m_sta->progress().hide();
+                                       m_sta->setText({});
+                                   }});
     auto* rows = new QVBoxLayout(m_content);
     makeRoom(*rows);
     rows->addWidget(makeHead());

@@ -31,6 +31,7 @@ struct ImportLists
     toolkit::ListRows* lvwTB = nullptr;
     toolkit::ListRows* lvwNE = nullptr;
     std::shared_ptr<phonedata::VcardStore> store = {};
+    bool isPhonebookRead = true; ///< false if the phonebook can't tell which entries exist
 };
 
 enum class ImportFrom : int { File = 0, AddressBook = 1 };
@@ -135,6 +136,7 @@ private:
     QWidget* m_content;
     QElapsedTimer m_building;
     qint64 m_lastYield = 0;
+    qsizetype m_lastDone = 0; // of the rows that the preview has made, then compared
     bool m_loading = true;
     bool m_wasShown = false;
     bool m_closeWanted = false;

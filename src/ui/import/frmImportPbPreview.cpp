@@ -78,6 +78,9 @@ void frmImportPb::RebuildPreview()
         return;
     m_building.start();
     m_lastYield = 0;
+    m_lastDone = 0;
+    m_sta->setText(m_textFrame ? u"Lese "_s + m_textFrame->path() + u"..."_s
+                               : u"Einträge werden erzeugt..."_s);
     build();
     if (m_building.elapsed() >= patience && m_sta->isBusy()) {
         m_sta->progress().hide();
@@ -111,6 +114,9 @@ void frmImportPb::build()
 /// Keeps the window painted while a large source is read, and lets the user stop it.
 bool frmImportPb::advance(qsizetype done, qsizetype total)
 {
+    if (done < m_lastDone) // the rows are made, and are counted anew
+        m_sta->setText(u"Vergleiche vorhandene Kontakte..."_s);
+    m_lastDone = done;
     const qint64 elapsed = m_building.elapsed();
     if (elapsed < patience || elapsed - m_lastYield < betweenYields)
         return true;
@@ -118,7 +124,6 @@ bool frmImportPb::advance(qsizetype done, qsizetype total)
     if (!m_sta->isBusy()) {
         m_sta->offerCancel(true);
         m_sta->SetBusy(true);
-        m_sta->setText(u"Vergleiche vorhandene Kontakte..."_s);
     }
     const toolkit::Progress progress = m_sta->progress();
     progress.start(static_cast<int>(done), static_cast<int>(std::max(done, total)));
@@ -133,6 +138,8 @@ void frmImportPb::showCounts()
     QString text = u"%1 von %2 zum Import ausgewählt"_s.arg(preview.checkedCount()).arg(preview.rows.size());
     if (existing > 0)
         text += u", %1 schon vorhanden"_s.arg(existing);
+    if (m_chkMark0->isChecked() && !m_lists.isPhonebookRead)
+        text += u", nicht mit dem Telefonbuch verglichen"_s;
     if (m_isUnread)
         text = u"Die Datei kann nicht mehr gelesen werden."_s;
     m_lblCounts->setText(preview.isWhole ? text : u"Die Vorschau wurde abgebrochen."_s);

@@ -317,6 +317,7 @@ void frmPB::openImport(ImportFrom source, const QString& given)
             lists.store = m_contacts->store();
         else
             lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
+        lists.isPhonebookRead = m_contacts ? m_contacts->isRead() : m_phonebook->isRead();
         frmImportPb form(m_program, lists, source, this);
         form.setGiven(given);
         form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
