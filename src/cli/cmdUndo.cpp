@@ -157,6 +157,12 @@ ExitStatus UndoCommand::finish(const Outcome& outcome)
         m_job.out.show(json(outcome), u"The %1 is put back.\n"_s.arg(nameOf(m_undo.record())));
         return ExitDone;
     }
+    if (m_undo.hasChangedMeanwhile()) {
+        m_job.out.error(u"could not put back the %1: the list in the phone has changed since it was "
+                        u"compared.\nNothing was changed in the phone."_s.arg(nameOf(m_undo.record())));
+        m_job.out.show(json(outcome), {});
+        return ExitFailed;
+    }
     if (outcome.cause == Cause::NotSaved && outcome.recordId.isEmpty()) {
         m_job.out.show(json(outcome), {});
         return fail(outcome);

@@ -27,7 +27,7 @@ struct RecordedPart
     bool operator==(const RecordedPart&) const = default;
 };
 
-/// What one list of a phone held before a change, and what the change did.
+/// The content of one list of a phone before a change, and the result of the change.
 struct Record
 {
     QString id = {}; ///< a decimal number that grows with each record of a phone

@@ -129,7 +129,7 @@ std::optional<QString> Records::begin(RecordedList list, const QString& cause, i
     }
     QLockFile lock(lockPath());
     if (!lock.tryLock(lockPatience)) {
-        setReason(reason, u"%1 can't be locked"_s.arg(m_root));
+        setReason(reason, u"could not lock %1"_s.arg(m_root));
         return {};
     }
     removeLeftovers();

@@ -38,6 +38,8 @@ public:
 
     const Record& record() const { return m_record; }
     const UndoDiff& diff() const { return m_diff; }
+    /// Returns true if apply() found a list that had changed since plan(), and sent nothing.
+    bool hasChangedMeanwhile() const { return m_hasChangedMeanwhile; }
 
     /// The difference to what this run knows of the phone already, without a request to it. Nothing where
     /// that is not known.
@@ -52,6 +54,7 @@ public:
 
 protected:
     UndoDiff m_diff;
+    bool m_hasChangedMeanwhile = false;
 
 private:
     Record m_record;

@@ -101,7 +101,9 @@ Outcome UndoList::plan()
 Outcome UndoList::apply()
 {
     m_policy.mayUseDoubtful = true; // the program asked
-    return applyPlan(m_job, m_plan, m_policy).outcome;
+    const ListOutcome result = applyPlan(m_job, m_plan, m_policy);
+    m_hasChangedMeanwhile = result.hasChangedMeanwhile;
+    return result.outcome;
 }
 
 UndoSetting::UndoSetting(const UndoJob& job, Record record) : Undo(std::move(record)), m_job(job) {}

@@ -21,7 +21,7 @@ QString joined(const AreaCodes& codes)
     return QStringList(codes.begin(), codes.end()).join(u',');
 }
 
-/// The text with a blank in it counts as empty for this test, and is sent as it is.
+/// A text of blanks counts as empty here. It is sent as it is.
 bool isBlank(const QString& text)
 {
     return text.trimmed().isEmpty();

@@ -36,7 +36,7 @@ bool load(app::Context& context, const QString& path, QByteArray& bytes)
         return true;
     context.dialogs.Show({.text = u"Fehler beim Lesen der Datei "_s + path,
                           .icon = Icon::Information,
-                          .english = u"%1 could not be read."_s.arg(path)});
+                          .english = u"could not read %1."_s.arg(path)});
     return false;
 }
 
@@ -78,7 +78,7 @@ bool saveBackup(app::Context& context, const QString& path, const QByteArray& by
         return true;
     context.dialogs.Show({.text = u"Die Datei %1 konnte nicht geschrieben werden: %2"_s.arg(path, reason),
                           .icon = Icon::Exclamation,
-                          .english = u"%1 could not be written: %2"_s.arg(path, reason)});
+                          .english = u"could not write %1: %2."_s.arg(path, reason)});
     return false;
 }
 

@@ -4,9 +4,9 @@
 
 namespace kalmo::phonedata {
 
-/// Reads the whole phonebook of a classic handset into the list. True when the store was read to its end and
-/// closed. After a failure the list is empty, since a partly read list is never shown; a store that could not
-/// even be opened leaves the list as it was.
+/// Reads the whole phonebook of a classic handset into the list. Returns true if the store was read to its
+/// end and closed. After a failure the list is empty, since a partly read list is never shown; a store that
+/// could not even be opened leaves the list as it was.
 bool ReadPB_TB(const StoreJob& job);
 
 /// Erases the phonebook in the phone and writes all rows of the list, from top to bottom. After a failure
@@ -39,7 +39,8 @@ struct UnnamedSounds
 /// Looks for such melodies in a reply to the read command.
 UnnamedSounds unnamedSounds(const QByteArray& reply, int phoneType, const SoundList& sounds);
 
-/// Returns true if one of the replies has such a melody. With an empty `sounds`: a melody of the phone's own.
+/// Returns true if one of the replies has such a melody. With an empty `sounds` every melody of the phone's
+/// own counts.
 bool haveUnnamedSound(const QByteArrayList& replies, int phoneType, const SoundList& sounds);
 
 /// Returns true if the phone gave an entry without a name, which is shown and written as "Ohne Name".

@@ -4,8 +4,8 @@
 
 namespace kalmo::phonedata {
 
-/// Reads the provider list of a classic handset. True when the store was read to its end and closed. After a
-/// failure the list is empty; a store that could not even be opened leaves it as it was.
+/// Reads the provider list of a classic handset. Returns true if the store was read to its end and closed.
+/// After a failure the list is empty; a store that could not even be opened leaves it as it was.
 bool ReadPB_NE(const StoreJob& job);
 
 /// Erases the provider list in the phone and writes all rows, from top to bottom. After a failure

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void texts();
     void failures();
     void readsAgainWhatIsDoubtful();
+    void refusedMelodies();
 };
 
 void tst_Commands::results()
@@ -214,6 +215,23 @@ void tst_Commands::readsAgainWhatIsDoubtful()
         QCOMPARE(shell.run(u"phonebook read"_s), status);
         QVERIFY(shell.printed.contains(u"\nA "_s));
         QCOMPARE(shell.told.contains(u"an entry may be missing or garbled"_s), againDoubtful);
+    });
+}
+
+/// A handset without a list of its melodies is read once. Only melodies of its own are doubtful then.
+void tst_Commands::refusedMelodies()
+{
+    const QString doubt = u"the names of the handset's own melodies could not be read"_s;
+    const Rows<QByteArray, ExitStatus, bool> rows{
+        {"a melody that all handsets have", "1,A,1,1,11,00122408303", ExitDone, false},
+        {"one of its own", "1,A,1,1,12,001224083033", ExitFailed, true},
+    };
+    rows.each([&](const auto& entry, const auto& status, const auto& isDoubtful) {
+        Shell shell;
+        shell.found("WOODY").refuse("AT^WFFO=\"MEL\"\r");
+        shell.read({entry});
+        QCOMPARE(shell.run(u"phonebook read"_s), status);
+        QVERIFY2(shell.told.contains(doubt) == isDoubtful, qPrintable(shell.told));
     });
 }
 

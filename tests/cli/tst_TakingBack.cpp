@@ -113,7 +113,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
         {"a ringtone", {u"GALICIA"_s, {}, u"ringtones set alarm 7 rising"_s, u"ringtones"_s, u"set"_s}},
         {"area codes", {u"S79H"_s, {}, u"areacodes set 00 43 0 1"_s, u"areacodes"_s, u"set"_s}},
     };
-    for (const auto& [change] : rows) {
+    rows.each([](const auto& change) {
         Handset handset({.model = change.model, .atOnce = true});
         QDir(handset.test.folder.path()).mkdir(u"other"_s);
         handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
@@ -156,7 +156,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
         QCOMPARE(memory(), after);
         QCOMPARE(run(u"undo "_s + record[u"id"_s].toString()), ExitDone);
         QCOMPARE(memory(), before);
-    }
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_TakingBack)

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void writes();
     void storeLeftOpen();
     void undo();
+    void emptyFile();
     void undoOnADoubtfulReading();
 };
 
@@ -253,6 +254,16 @@ void tst_WriteCommands::undo()
     QCOMPARE(content(), before);
     QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told)); // which can be taken back too
     QCOMPARE(content(), written);
+}
+
+/// A file without entries is for any phone, and erases no contacts.
+void tst_WriteCommands::emptyFile()
+{
+    Handset handset;
+    handset.file(u"no.json"_s, "[]");
+    QCOMPARE(handset(u"phonebook write no.json"_s), ExitRefused); // nobody is there to agree
+    QCOMPARE(handset(u"--yes phonebook write no.json"_s), ExitWrongUse);
+    QVERIFY2(handset.told.contains(u"no.json: there is no contact in it."_s), qPrintable(handset.told));
 }
 
 /// A disturbed line makes no undo impossible: a person sees the difference and may want it all the same.

@@ -341,8 +341,12 @@ void FormerStatesDialog::report(const Undo& undo, const Outcome& outcome)
         outcome.state == State::Unchanged
             ? u"Das Telefon enthält, was es vorher enthielt."_s
             : u"Vom Telefon bestätigt: %1 von %2."_s.arg(outcome.confirmed).arg(outcome.planned);
-    m_program.context.dialogs.Show({.text = reasonInWords(outcome) + u'\n' + held + lostInWords(outcome),
-                                    .icon = toolkit::Icon::Exclamation});
+    const QString reason =
+        undo.hasChangedMeanwhile()
+            ? u"Die Liste im Telefon hat sich seit dem Vergleich geändert. Bitte vergleichen Sie noch einmal."_s
+            : reasonInWords(outcome);
+    m_program.context.dialogs.Show(
+        {.text = reason + u'\n' + held + lostInWords(outcome), .icon = toolkit::Icon::Exclamation});
 }
 
 void FormerStatesDialog::reject()
