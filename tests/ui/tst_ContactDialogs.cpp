@@ -1,5 +1,6 @@
 // The dialogs of contacts and area codes against the emulated handset.
 
+#include "support/Rows.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/TestProgram.h"
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void escapeStopsASave();
     void numbersAreChecked();
     void areaCodes();
+    void areaCodesThatAreNotSet();
 };
 
 void ContactDialogs::newContact()
@@ -182,6 +184,36 @@ void ContactDialogs::areaCodes()
     QVERIFY(!city.isEnabled());
     save.click();
     QCOMPARE(held.join(u','), u",,,"_s);
+}
+
+/// The message says what the phone has confirmed, and no more.
+void ContactDialogs::areaCodesThatAreNotSet()
+{
+    const QString notSet =
+        u"Die Vorwahleinstellungen konnten nicht gesetzt werden. Bitte prüfen Sie Ihre Eingaben."_s;
+    const Rows<handset::Faults, QString> rows{
+        {"not read before",
+         {.refuseCommandAt = 1},
+         u"Die bisherigen Vorwahlen konnten nicht gelesen werden. Im Telefon wurde nichts geändert."_s},
+        {"refused", {.refuseCommandAt = 3}, notSet},
+        {"no answer",
+         {.silentAfter = 2},
+         notSet +
+             u"\n\nDas Telefon hat nicht geantwortet. Welche Vorwahlen jetzt gelten, ist nicht bekannt."_s},
+        {"not read back",
+         {.refuseCommandAt = 4},
+         u"Das Telefon hat die Vorwahlen bestätigt, sie konnten aber nicht zurückgelesen werden."_s},
+    };
+    rows.each([](const auto& faults, const auto& text) {
+        TestProgram made(u"SL400H"_s);
+        made.test.sy.PhoneID = made.test.sy.PhoneSerial = u"known"_s;
+        made.port.handset().setFaults(faults);
+        ui::frmVorwahl form(made.program);
+        form.Form_Present(u"00,49,0,521"_s);
+        made.test.dialogs.expect({.text = text, .icon = Icon::Information});
+        child<QPushButton>(form, "cmdSpeicher").click();
+        QVERIFY(form.result() != QDialog::Accepted);
+    });
 }
 
 QTEST_MAIN(ContactDialogs)

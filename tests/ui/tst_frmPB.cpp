@@ -254,6 +254,12 @@ void frmPBTest::backupsAreOpenedAndSaved()
         open.test.makeFile(u"copy.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])"));
     automatic->trigger();
     QCOMPARE(open.list("lvwTB").rows()->count(), 2); // such copies are made of what lines can't hold
+    const size_t held = open.entriesInPhone();
+    open.test.dialogs.expectStart(u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen.\n\nBeim "
+                                  u"Schreiben:\nneu: 2 (A, B)\ngeändert: 0\nentfernt: %1 ("_s.arg(held),
+                                  toolkit::Buttons::YesNo, Answer::No);
+    open.press("write");
+    QCOMPARE(open.entriesInPhone(), held);
     open.test.dialogs.expect(question(u"Das Telefonbuch wurde verändert, d.h. die aktuell angezeigte Liste "
                                       u"entspricht nicht dem Inhalt des Telefons.\n\nTrotzdem speichern?"_s),
                              Answer::No);
