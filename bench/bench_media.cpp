@@ -1,4 +1,4 @@
-// What pictures and sounds cost on their way to the handset, and what the settled arguments of SoX are worth.
+// Measures the cost of converting pictures and sounds, and the gain of the later arguments of SoX.
 
 #include "Bench.h"
 #include "media/PictureFile.h"
@@ -142,7 +142,7 @@ void measureSound(bench::Engine& engine, const QString& folder)
         std::printf("  WRONG: no sound came out\n");
 }
 
-/// Decibels by which a tone of 1 kHz stands above what SoX adds to it, by the middle second of raw samples of
+/// Decibels of a tone of 1 kHz above the noise that SoX adds to it. Takes the middle second of raw samples of
 /// 16 bits.
 double clearness(const QString& path)
 {
@@ -166,7 +166,7 @@ double clearness(const QString& path)
     return 10 * std::log10(wanted / std::max(1e-9, power / all - wanted));
 }
 
-/// The arguments as they are read at first sight, and those that are used.
+/// Compares the first arguments for SoX with those that follow them.
 void compareArguments(const QString& folder)
 {
     std::printf("\n%-40s %16s %16s\n", "tone of 1 kHz before coding, dB", "8 bit, 32 kHz", "16 bit, 16 kHz");

@@ -31,8 +31,8 @@ inline std::optional<Bytes> readFile(const std::string& path, std::size_t larges
     return bytes;
 }
 
-/// Writes a file under a name of its own and gives it the right one once it is whole. False leaves no file
-/// behind and an old one of that name as it was.
+/// Writes a file under another name and renames it once it is whole. Returns false if that fails: then an old
+/// file of that name stays, and no other is left.
 inline bool writeFile(const std::string& path, std::span<const std::uint8_t> bytes)
 {
     const std::string part = path + ".part";

@@ -6,7 +6,7 @@ namespace kalmo::m9b {
 
 namespace {
 
-constexpr std::uint64_t longestGap = 0x0FFFFFFF; // what four bytes of a variable-length quantity hold
+constexpr std::uint64_t longestGap = 0x0FFFFFFF; // the largest variable-length quantity of four bytes
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -28,7 +28,7 @@ void appendBigEndian(Bytes& bytes, std::uint64_t value, int count)
 class TrackWriter
 {
 public:
-    /// False for a gap that no file can hold.
+    /// Returns false for a gap that no file can hold.
     bool add(const Event& event)
     {
         if (event.tick - m_tick > longestGap)

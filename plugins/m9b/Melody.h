@@ -6,14 +6,14 @@ namespace kalmo::m9b {
 
 inline constexpr std::size_t largestMelody = 32000; ///< bytes that handsets take
 
-/// A melody, or what is wrong with it; one of the two is empty.
+/// A melody or an error; one of the two is empty.
 struct Result
 {
     std::vector<std::uint8_t> melody = {};
     std::string error = {};
 };
 
-/// Makes of a Standard MIDI File one of format 0 with the messages that a `Song` keeps. Saves bytes as
+/// Converts a Standard MIDI File to one of format 0 with the messages that a `Song` keeps. Saves bytes as
 /// 3GPP TS 23.040, annex H, advises: a message of the same kind as the one before leaves out its status, and
 /// a note ends by a note of no loudness, so that the speed of a release is lost.
 Result convert(Span file);

@@ -11,7 +11,7 @@ namespace {
 constexpr int longestVariable = 4; // bytes of a variable-length quantity
 constexpr std::size_t headerLength = 6;
 
-/// Takes bytes off the front of what there is; nothing once there are too few.
+/// Takes bytes from the front of a row of bytes; nothing once too few are left.
 class Cursor
 {
 public:
@@ -171,7 +171,7 @@ private:
     Cursor m_cursor;
     Song& m_song;
     std::uint64_t m_tick = 0;
-    std::uint8_t m_running = 0; // status that data without one belongs to
+    std::uint8_t m_running = 0; // status of data without a status of its own
     bool m_ended = false;
 };
 
@@ -246,15 +246,15 @@ Song readSong(Span file, std::string& error)
             error = "the MIDI file is cut off";
             return song;
         }
-        if (!isTrack) // others may come in between
+        if (!isTrack) // other chunks may come between the tracks
             continue;
         error = TrackReader(*chunk, song).read();
         if (!error.empty())
             return song;
         ++found;
     }
-    // The tracks lie one behind the other. Where several have something at the same tick, the first comes
-    // first, and a track keeps its own order: a note that ends as it begins would never stop otherwise.
+    // The messages of one track follow those of another here. At the same tick those of the first track come
+    // first, and a track keeps its own order: otherwise a note that ends as it begins would never stop.
     std::stable_sort(song.events.begin(), song.events.end(),
                      [](const Event& left, const Event& right) { return left.tick < right.tick; });
     return song;

@@ -25,8 +25,8 @@ struct Event
     Span data = {};          ///< within the file that the song was read of
 };
 
-/// What a handset can use of a Standard MIDI File: channel messages, tempo, time and key signature, and the
-/// SP-MIDI message that says which voices matter most. In the order in which they are played.
+/// The messages of a Standard MIDI File that a handset can use: channel messages, tempo, time and key
+/// signature, and the SP-MIDI message that orders the voices by weight. They are in the order of playing.
 struct Song
 {
     std::uint16_t division = 0; ///< ticks in a quarter note
@@ -34,8 +34,8 @@ struct Song
     std::uint64_t end = 0; ///< tick at which the last track ends
 };
 
-/// Reads a file of format 0 or 1 (Standard MIDI Files 1.0), in a RIFF wrapper or without. `error` says in one
-/// line what is wrong, and is empty for a good file. The song points into `file`.
+/// Reads a file of format 0 or 1 (Standard MIDI Files 1.0), in a RIFF wrapper or without. `error` is one
+/// line, and empty for a good file. The song points into `file`.
 Song readSong(Span file, std::string& error);
 
 } // namespace kalmo::m9b

@@ -1,4 +1,4 @@
-// m9b: makes of a Standard MIDI File a melody for handsets.
+// m9b: converts a Standard MIDI File to a melody for handsets.
 
 #include "plugins/m9b/Melody.h"
 #include "plugins/WholeFile.h"
@@ -9,7 +9,7 @@ using namespace kalmo;
 
 namespace {
 
-constexpr std::size_t largestFile = 4 << 20; // bytes; far more than becomes a melody of 32000
+constexpr std::size_t largestFile = 4 << 20; // bytes; far more than a melody of 32000 bytes comes from
 
 int fail(const std::string& why)
 {

@@ -12,8 +12,8 @@ namespace kalmo::media {
 
 inline constexpr double longestWork = 30; ///< seconds after which work is stopped, as a converter is
 
-/// Result of work beside the event loop. `stopped` is the reason if it was stopped: the result is of no use
-/// then.
+/// Result of work beside the event loop. If the work was stopped, `stopped` is the reason and the result is
+/// of no use.
 template <typename Result>
 struct WorkEnd
 {

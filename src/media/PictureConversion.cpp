@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 mostPixels = 100'000'000; // of a file; cameras reach half of that
-constexpr qint64 mostBytes = 384'000'000;  // of its pixels in memory, which scaling may need twice
-constexpr int mostMegabytes = 512;         // that the toolkit may take for one picture
+constexpr qint64 mostBytes = 384'000'000;  // of its pixels in memory; scaling may need that twice
+constexpr int mostMegabytes = 512;         // of memory for one picture in the toolkit
 constexpr double mostRead = 25'000'000;    // pixels of a picture that was scaled while it was read
 constexpr double spare = 2;                // a picture is read so many times larger than it will be
 constexpr int lowestQuality = 10;
@@ -109,8 +109,8 @@ LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_tok
     if (!file.open(QIODevice::ReadOnly))
         return unfit(path, file.errorString());
     QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true); // endings lie
-    reader.setAutoTransform(true);           // cameras lie on their side
+    reader.setDecideFormatFromContent(true); // an ending may be wrong
+    reader.setAutoTransform(true);           // as the EXIF data of a camera says
     QImageReader::setAllocationLimit(mostMegabytes);
     const QSize size = reader.size();
     if (!reader.canRead() || size.isEmpty() || !isPhotoFormat(reader.format()))

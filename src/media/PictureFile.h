@@ -7,7 +7,7 @@
 
 namespace kalmo::media {
 
-/// How a picture is written.
+/// The form of a picture file.
 struct PictureForm
 {
     QSize size;

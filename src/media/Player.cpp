@@ -42,7 +42,7 @@ PlayerCall melodyPlayer(const QString& path)
 }
 
 /// Returns true if a file has a head of a melody with at least one track. Players take any other file for a
-/// silent melody. More is not asked: they play many a melody that handsets do not.
+/// silent melody. The rest is not checked: players play many a melody that handsets refuse.
 bool hasMelody(const QString& path)
 {
     QFile file(path);
@@ -90,7 +90,7 @@ bool Player::PlayFile(const QString& path)
     m_process->setStandardErrorFile(QProcess::nullDevice());
     app::confine(*m_process, {.file = call.program});
     connect(m_process.get(), &QProcess::finished, this, [this](int status, QProcess::ExitStatus how) {
-        m_process.release()->deleteLater(); // it is in the middle of its signal
+        m_process.release()->deleteLater(); // this runs within its signal
         Q_EMIT ended(how == QProcess::NormalExit && status == 0);
     });
     m_process->start(call.program, call.arguments);

@@ -19,9 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 mostMemory = 800LL << 20;
-constexpr int lowestRate = 1000; // samples a second; less is a damaged header, which would last for days
+constexpr int lowestRate = 1000; // samples a second; less is a damaged head, and would take days to convert
 constexpr int highestRate = 768000;
-constexpr qint64 bytesPerSecond = 32000; // of what the coder gets
+constexpr qint64 bytesPerSecond = 32000; // of the coder's input
 constexpr qint64 longestSeconds = obex::largestObject / codesPerSecond;
 
 app::ProgramCall soxCall(const QString& sox, const QStringList& arguments, const QString& folder = {})
@@ -30,14 +30,14 @@ app::ProgramCall soxCall(const QString& sox, const QStringList& arguments, const
             .arguments = arguments,
             .folder = folder,
             .mostMemory = mostMemory,
-            .largestFile = 4 * longestSeconds * bytesPerSecond}; // its scratch file has wider samples
+            .largestFile = 4 * longestSeconds * bytesPerSecond}; // the samples of its scratch file are wider
 }
 
 std::optional<Failure> checkInput(const app::Context& context, const QString& path)
 {
     if (!app::FileExists(path))
         return Failure{Fault::NoSource, path};
-    if (!isConvertible(path)) // a list of addresses would be followed
+    if (!isConvertible(path)) // SoX would follow a list of addresses
         return Failure{Fault::BadSound, path, {}, u"only .wav and .mp3 are sounds"_s};
     const QString sox = converterPath(context, u"sox"_s);
     if (!isThere(sox))
@@ -45,7 +45,7 @@ std::optional<Failure> checkInput(const app::Context& context, const QString& pa
     return {};
 }
 
-/// The later of two options for the same thing counts: the handset's form, from samples of 16 bits.
+/// SoX takes the later of two options for the same thing: the form of the handset, with 16 bits a sample.
 QStringList rawArguments(const QString& source, const QString& raw, int trimSeconds)
 {
     QStringList arguments{u"--no-glob"_s, source, u"-r"_s, u"32k"_s, u"-e"_s, u"signed"_s, u"-b8"_s,

@@ -6,7 +6,7 @@
 
 namespace kalmo::media {
 
-/// What a folder of the phone takes.
+/// The kinds of files that folders of the phone take.
 enum class UploadKind { None, Pictures, ClipPictures, Sounds, Melodies };
 
 constexpr bool isPicture(UploadKind kind)
@@ -15,43 +15,44 @@ constexpr bool isPicture(UploadKind kind)
 }
 
 inline constexpr qint64 largestMelody = 32000; ///< bytes; the messages say 32kB
-inline constexpr int defaultTrim = 15;         ///< seconds, where the user's word for them is no number
+inline constexpr int defaultTrim = 15;         ///< seconds, if the user's text is no number
 inline constexpr int defaultQuality = 80;      ///< of a JPEG
 
-/// How a picture of another shape comes to the phone's.
+/// How a picture of another shape is brought into the shape of the phone.
 enum class Fit {
     Stretch, ///< as a whole, out of shape
-    Crop,    ///< fills the screen, what stands over is cut off
+    Crop,    ///< fills the screen; the edges beyond it are cut off
     Inside,  ///< as a whole, with white beside it
 };
 
-/// What may be sent into a folder of the phone, named as `clsMmc::DirAct` has it; case doesn't matter.
+/// The kind of files that a folder of the phone takes. The folder is written as in `clsMmc::DirAct`, in any
+/// case.
 UploadKind uploadKind(const QString& folder, int phoneType);
 
-/// The same by a file: where it belongs in such a phone. Clip pictures are never guessed.
+/// The kind of a file for such a phone, by its ending. A picture is never taken for a clip picture.
 UploadKind kindOfFile(const QString& path, int phoneType);
 
 /// The folder for files of a kind, "Mobile:\Pictures" for example.
 QString folderFor(UploadKind kind);
 
-/// What the file dialog offers; the first row is the one that it starts with.
+/// The types of files in the file dialog, the preselected one first.
 std::vector<toolkit::FileType> fileTypes(UploadKind kind);
 
-/// True if a file of such an ending can be sent as one of a kind.
+/// Returns true if a file with this ending can be sent as one of a kind.
 bool isFit(const QString& path, UploadKind kind);
 
 /// Pixels of a picture in the phone.
 QSize pictureSize(int phoneType, UploadKind kind);
-/// True if pictures go to the phone as JPEG; other phones take BMP only.
+/// Returns true if the phone takes pictures as JPEG; other phones take BMP only.
 bool takesJpeg(int phoneType);
 /// Bits of a pixel of a BMP.
 int bitmapDepth(int phoneType);
 
-/// The name that a converted file gets: the source's name without its extension, cut to what the phone's
-/// software likes, and the new extension ("jpg", "bmp", "722" or "mid").
+/// The name of a converted file: the source's name without its extension, cut to 16 characters or to 12 of a
+/// melody, and the new extension ("jpg", "bmp", "722" or "mid").
 QString convertedName(const QString& source, const QString& extension);
 
-/// The name that the phone has a file by: the client takes "," and ";" out of it.
+/// The name of a file in the phone, without "," and ";": phones can't handle them.
 QString nameAsSent(const QString& path);
 
 } // namespace kalmo::media

@@ -7,7 +7,7 @@
 
 namespace kalmo::ui {
 
-/// The two buttons that play a sound on the PC and stop it, with the text that says why it can't be played.
+/// The two buttons that play a sound on the PC and stop it, with the reason if it can't be played.
 class SoundButtons : public QWidget
 {
     Q_OBJECT

@@ -84,7 +84,7 @@ void UploadSizes::count(std::optional<qint64> bytes)
     Q_EMIT changed();
 }
 
-/// -1 for a file that is known to be unfit; nothing for one that has to be looked at.
+/// Returns -1 for a file that is known to be unfit, and nothing for a file that was not measured yet.
 std::optional<qint64> UploadSizes::knownSize(const QString& path) const
 {
     if (!media::isFit(path, m_options.kind))
@@ -145,7 +145,7 @@ void UploadSizes::takeResult(bool isGood)
 {
     m_limit.stop();
     QProcess* program = m_program.release();
-    program->deleteLater(); // it is in the middle of its signal
+    program->deleteLater(); // this runs within its signal
     const QString path = m_paths[m_sum.measured];
     if (isMelodyFile(path)) {
         const QFileInfo made(isGood ? m_folder->filePath(u"o"_s) : QString());
