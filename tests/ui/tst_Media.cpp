@@ -28,6 +28,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
+
 using namespace kalmo;
 using namespace kalmo::tests;
 using namespace Qt::StringLiterals;
@@ -285,7 +287,14 @@ void tst_Media::uploadsConvert()
     });
     made.test.dialogs.expectStart(u"Die Datei defekt.jpg ist fehlerhaft"_s);
     made.progress.panel.texts.clear();
+    made.progress.bar.steps.clear();
     press();
+    QList<int> steps; // of one bar for both stages
+    for (const QString& step : made.progress.bar.steps.filter(u"/1000"_s))
+        steps.append(step.section(u'/', 0, 0).toInt());
+    QVERIFY(std::ranges::is_sorted(steps) && steps.first() == 0 && steps.last() == 1000);
+    const QStringList& all = made.progress.bar.steps;
+    QVERIFY(all.indexOf(u"hidden"_s, all.indexOf(u"0/1000"_s)) > all.lastIndexOf(u"1000/1000"_s));
     QVERIFY(made.progress.panel.texts.contains(u"1 von 3: eins.png wird umgewandelt..."_s));
     QVERIFY(made.progress.panel.texts.contains(u"3 von 3: drei.bmp wird umgewandelt..."_s));
     QVERIFY(!made.progress.panel.texts.filter(u"2 von 2: Übertrage drei.jpg..."_s).isEmpty());

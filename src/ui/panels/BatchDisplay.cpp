@@ -41,10 +41,26 @@ BatchDisplay::~BatchDisplay()
     m_target.hide();
 }
 
-void BatchDisplay::expect(qsizetype count, qint64 total, const QString& stage)
+void BatchDisplay::expect(qsizetype count, qint64 total, const QString& stage, double share)
 {
+    m_done += m_span;
+    if (m_done >= 1)
+        m_done = 0;
+    m_span = (1 - m_done) * share;
     m_meter.expect(count, total);
     m_stage = stage;
+}
+
+void BatchDisplay::pause()
+{
+    m_meter.expect(0, 0);
+    m_stage.clear();
+    m_isPaused = true;
+}
+
+int BatchDisplay::barValue() const
+{
+    return static_cast<int>(std::lround((m_done + m_span * m_meter.reading().part) * barSteps));
 }
 
 void BatchDisplay::next(qint64 size)
@@ -54,13 +70,13 @@ void BatchDisplay::next(qint64 size)
     m_text.clear(); // of the file before
     m_tail.clear();
     if (isFirst)
-        m_target.start(0, barSteps);
+        m_target.start(barValue(), barSteps);
     drawBar();
 }
 
 void BatchDisplay::drawBar()
 {
-    m_target.set(static_cast<int>(std::lround(m_meter.reading().part * barSteps)));
+    m_target.set(barValue());
 }
 
 void BatchDisplay::draw()
@@ -104,23 +120,23 @@ void BatchDisplay::Panel::SetText(const QString& text)
 void BatchDisplay::Bar::SetValue(int newValue)
 {
     value = newValue;
-    if (!display.isBegun())
+    if (display.isPassing())
         display.m_target.set(newValue);
-    else if (display.m_meter.setShare(value, maximum))
+    else if (display.isBegun() && display.m_meter.setShare(value, maximum))
         display.draw();
 }
 
 void BatchDisplay::Bar::SetMaximum(int newMaximum)
 {
     maximum = newMaximum;
-    if (!display.isBegun() && display.m_target.bar)
+    if (display.isPassing() && display.m_target.bar)
         display.m_target.bar->SetMaximum(newMaximum);
 }
 
 /// In the middle of a batch the bar stays in view.
 void BatchDisplay::Bar::SetVisible(bool visible)
 {
-    if (!display.isBegun() && display.m_target.bar)
+    if (display.isPassing() && display.m_target.bar)
         display.m_target.bar->SetVisible(visible);
 }
 

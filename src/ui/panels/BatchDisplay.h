@@ -22,8 +22,13 @@ public:
     toolkit::Progress progress() { return {&m_panel, &m_bar, m_target.cancel}; }
 
     /// Begins a stage with so many files and so many bytes, 0 if the bytes do not matter. A stage that is
-    /// not the work itself has a name, which goes ahead of the texts.
-    void expect(qsizetype count, qint64 total, const QString& stage = {});
+    /// not the work itself has a name, which goes ahead of the texts. `share` is the part of the rest of the
+    /// bar that the stage fills; after a full bar a stage begins with an empty one.
+    void expect(qsizetype count, qint64 total, const QString& stage = {}, double share = 1);
+    /// Ends a stage before the next one begins. Texts in between go without numbers, and the bar stays.
+    void pause();
+    /// Shows a closing sentence.
+    void conclude(const QString& sentence) { m_target.status(sentence); }
     /// The next file's turn has come.
     void next(qint64 size = 0);
 
@@ -53,6 +58,8 @@ private:
     };
 
     bool isBegun() const { return m_meter.reading().index > 0; }
+    bool isPassing() const { return !isBegun() && !m_isPaused; }
+    int barValue() const;
     void draw();
     void drawBar();
     void drawText(const toolkit::BatchReading& reading);
@@ -61,6 +68,9 @@ private:
     toolkit::BatchMeter m_meter;
     Panel m_panel{*this};
     Bar m_bar{*this};
+    double m_done = 0; // part of the bar of the stages before, 0 to 1
+    double m_span = 0; // of this stage
+    bool m_isPaused = false;
     QString m_stage;
     QString m_text; // of the operation
     QString m_tail; // after the text, as it is shown now

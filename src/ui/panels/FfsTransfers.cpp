@@ -128,20 +128,20 @@ public:
     void saving(const PlannedFile& file)
     {
         if (!std::exchange(m_isSaving, true))
-            expect(u"Sichern"_s,
+            expect(u"Sichern"_s, halfOfRest,
                    [](const PlannedFile& each) { return each.replaced ? each.replaced->size : -1; });
         m_display.next(file.replaced->size);
     }
     void sending(const PlannedFile& file)
     {
         if (!std::exchange(m_isSending, true))
-            expect({}, [](const PlannedFile& each) { return each.size; });
+            expect({}, 1, [](const PlannedFile& each) { return each.size; });
         m_display.next(file.size);
     }
 
 private:
     /// `bytesOf` returns -1 for a file that the stage leaves out.
-    void expect(const QString& stage, const std::function<qint64(const PlannedFile&)>& bytesOf)
+    void expect(const QString& stage, double share, const std::function<qint64(const PlannedFile&)>& bytesOf)
     {
         qsizetype count = 0;
         qint64 total = 0;
@@ -150,8 +150,10 @@ private:
             count += bytes >= 0;
             total += std::max<qint64>(bytes, 0);
         }
-        m_display.expect(count, total, stage);
+        m_display.expect(count, total, stage, share);
     }
+
+    static constexpr double halfOfRest = 0.5; // of the bar; the old files are about as large as the new ones
 
     BatchDisplay& m_display;
     const operations::SendPlan& m_plan;
@@ -161,11 +163,10 @@ private:
 
 } // namespace
 
-bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress, const PhonePath& to,
+bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, const PhonePath& to,
                  const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes,
                  qsizetype leftOut, const OnSent& onSent)
 {
-    BatchDisplay display(progress, mmc->line().context().clock);
     FileAccess access(mmc, u"Upload"_s, display.progress());
     operations::SendPlan plan = operations::planSend(to, files);
     const operations::SendPolicy policy{
@@ -175,7 +176,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
     if (!access.mayBegin() || (isLookNeeded && !operations::lookBeforeSending(access, plan, policy)) ||
         !askAboutReplaced(*mmc, plan)) {
         if (!mmc->isAbandoned())
-            progress.status(sentenceOf(sent));
+            display.conclude(sentenceOf(sent));
         return false;
     }
     QStringList notDone;
@@ -205,7 +206,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
         tell(*mmc, parts.join(u"\n\n"_s), Icon::Exclamation);
     }
     if (!mmc->isAbandoned())
-        progress.status(sentenceOf(sent));
+        display.conclude(sentenceOf(sent));
     return !hasFailed;
 }
 

@@ -6,6 +6,8 @@
 
 namespace kalmo::ui {
 
+class BatchDisplay;
+
 /// Transfers of the file system panel. Each asks its questions first, shows one progress for all files, stops
 /// at the first failure, and ends with a sentence in the status panel. Each keeps the client until it has
 /// ended. Returns true if all was done that the user wanted.
@@ -27,10 +29,10 @@ using OnSent = std::function<void(const operations::PlannedFile& file)>;
 /// Sends files into a folder of the phone. One that the phone has already is replaced only if the user wants
 /// it. `freeBytes` is what the phone has room for; where that is not known, the phone itself has to refuse.
 /// `leftOut` is the number of files that were left out before, and `onSent` gets each file that the phone
-/// holds now.
-bool uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                 const obex::PhonePath& to, const std::vector<operations::FileToSend>& files,
-                 std::optional<qint64> freeBytes, qsizetype leftOut, const OnSent& onSent);
+/// holds now. `display` may have shown a stage before.
+bool uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, BatchDisplay& display, const obex::PhonePath& to,
+                 const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes,
+                 qsizetype leftOut, const OnSent& onSent);
 
 /// Deletes files and empty folders of a folder in the phone, in this order.
 bool deleteEntries(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,

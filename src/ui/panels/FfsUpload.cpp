@@ -15,6 +15,8 @@ using operations::FileAccess;
 
 namespace {
 
+constexpr double conversionShare = 0.2; // of the bar; the line to the phone takes most of the time
+
 /// The files that are ready, with their bytes.
 struct Batch
 {
@@ -50,7 +52,7 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
 {
     const toolkit::Progress progress = display.progress();
     Batch batch;
-    display.expect(choice.paths.size(), 0);
+    display.expect(choice.paths.size(), 0, {}, conversionShare);
     const app::WorkFolder folder(program.context);
     if (!folder.isValid()) {
         program.context.dialogs.Show(
@@ -68,6 +70,7 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
             batch);
     }
     progress.status({});
+    display.pause();
     batch.goesOn = batch.goesOn && !progress.cancelled();
     return batch;
 }
@@ -78,9 +81,9 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
                       const toolkit::Progress& progress, const obex::PhonePath& to,
                       const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent)
 {
+    BatchDisplay display(progress, program.context.clock);
     Batch batch;
     {
-        BatchDisplay display(progress, program.context.clock);
         // The window is blocked and can be cancelled as while the phone is at work.
         const FileAccess access(mmc, u"Upload"_s, display.progress());
         if (!access.mayBegin())
@@ -88,11 +91,11 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
         batch = prepareAll(program, display, choice);
     }
     if (!batch.goesOn || batch.files.empty()) {
-        progress.status(sentenceOf({.verb = u"gesendet"_s}));
+        display.conclude(sentenceOf({.verb = u"gesendet"_s}));
         return false;
     }
     const qsizetype leftOut = choice.paths.size() - static_cast<qsizetype>(batch.files.size());
-    return uploadFiles(mmc, progress, to, batch.files, freeBytes, leftOut, onSent) && batch.isAll;
+    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.isAll;
 }
 
 } // namespace kalmo::ui

@@ -5,9 +5,9 @@
 
 namespace kalmo::ui {
 
-/// Brings the chosen files into the form that the phone takes, and sends them into a folder of it. A file
-/// that does not fit is told and left out; a missing converter, too little memory and a failed transfer end
-/// the upload. True if all was done that the user wanted.
+/// Converts the chosen files for the phone, and sends them into a folder of it, with one progress for both.
+/// Reports an unfit file and leaves it out. A missing converter, a full disk, too little memory in the phone
+/// and a failed transfer end the upload. Returns true if all was done that the user wanted.
 bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
                       const toolkit::Progress& progress, const obex::PhonePath& to,
                       const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent);
