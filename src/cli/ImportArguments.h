@@ -9,7 +9,7 @@ namespace kalmo::cli {
 /// The two kinds of sources: their options differ.
 enum class SourceKind { Text, AddressBook };
 
-/// Each returns what is wrong with the options, empty if nothing is.
+/// Each returns a fault of the options in words, empty for none.
 
 /// An option of the other form of phonebook, or of the other kind of source.
 QString faultOfOptions(const Invocation& invocation, transfer::Shape shape, SourceKind kind);

@@ -117,8 +117,13 @@ bool SourceReader::read()
 bool SourceReader::readBook()
 {
     transfer::clsWab book;
-    if (!book.OpenWab(m_path) || !book.ReadAllContacts(m_today))
-        return refuse(inWords(book.fault()));
+    if (!book.OpenWab(m_path) || !book.ReadAllContacts(m_today)) {
+        const bool isOneFile =
+            book.fault() == AddressBookFault::NotReadable || book.fault() == AddressBookFault::TooLarge;
+        const QString file = QFileInfo(book.faultyFile()).fileName();
+        return refuse((QFileInfo(m_path).isDir() && isOneFile ? file + u": "_s : QString()) +
+                      inWords(book.fault()));
+    }
     book.CloseWap();
     work.source.contacts = book.contacts();
     work.source.skippedFiles = book.skippedFiles();

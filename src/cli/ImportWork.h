@@ -17,8 +17,8 @@ struct ImportWork
     bool skipsTooLong = false;
 };
 
-/// Reads the file and the options. Gives nothing, after it has reported the error, for a bad file or option.
-/// The command then ends with ExitWrongUse.
+/// Reads the file and the options. Returns nothing, after it has reported the error, for a bad file or
+/// option. The command then ends with ExitWrongUse.
 std::optional<ImportWork> importWork(Job& job, const QString& path, transfer::Shape shape);
 
 /// Applies the options to the file. The checked rows are to be imported.

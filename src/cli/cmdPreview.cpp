@@ -12,7 +12,7 @@ using transfer::Shape;
 
 namespace {
 
-/// The list to compare with, empty if no file is named for it. Gives nothing for a bad file, after it has
+/// The list to compare with, empty if no file is named for it. Returns nothing for a bad file, after it has
 /// reported that.
 std::optional<transfer::ExistingEntries> listToCompare(Job& job, Shape shape)
 {

@@ -251,6 +251,14 @@ private Q_SLOTS:
         QVERIFY(wab.OpenWab(folder.filePath(u"book.wab"_s)) && wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(described(wab.contacts()), smallBookText);
+        {
+            QFile large(folder.filePath(u"d.vcf"_s)); // a sparse file
+            QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(65 * 1024 * 1024));
+        }
+        QVERIFY(wab.OpenWab(folder.path()) && !wab.ReadAllContacts(today));
+        wab.CloseWap();
+        QCOMPARE(wab.fault(), AddressBookFault::TooLarge);
+        QCOMPARE(wab.faultyFile(), folder.filePath(u"d.vcf"_s));
         QVERIFY(!wab.OpenWab(folder.filePath(u"none"_s)));
         QCOMPARE(wab.fault(), AddressBookFault::NotThere);
     }

@@ -82,6 +82,7 @@ bool clsWab::readFile(const QString& path, QDate today)
         m_fault = AddressBookFault::TooLarge;
     else if (!app::FileExists(path) || !app::readWholeFile(path, bytes))
         m_fault = AddressBookFault::NotReadable;
+    m_faultyFile = path;
     if (m_fault != AddressBookFault::None)
         return false;
     std::vector<WabContact> found;

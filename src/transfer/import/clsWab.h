@@ -35,7 +35,7 @@ public:
     clsWab() = default;
     explicit clsWab(Events events) : m_events(std::move(events)) {}
 
-    /// Returns true if the book is open now. A second call does nothing and returns false.
+    /// Opens a book. Returns false if one is open already, or this one can't be opened.
     bool OpenWab(const QString& path);
     void CloseWap();
 
@@ -49,8 +49,9 @@ public:
     /// Files of the folder that hold no card, by the last reading.
     const QStringList& skippedFiles() const { return m_skipped; }
 
-    /// Why the last call failed.
+    /// Why the last call failed, and at which file of a folder.
     AddressBookFault fault() const { return m_fault; }
+    const QString& faultyFile() const { return m_faultyFile; }
 
 private:
     bool readFile(const QString& path, QDate today);
@@ -62,6 +63,7 @@ private:
     QStringList m_skipped;
     std::vector<WabContact> m_contacts;
     AddressBookFault m_fault = AddressBookFault::None;
+    QString m_faultyFile;
 };
 
 } // namespace kalmo::transfer

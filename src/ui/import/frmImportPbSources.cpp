@@ -31,7 +31,7 @@ QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
     case AddressBookFault::NotReadable:
         return u"Prüfen Sie, ob Sie Leserecht haben."_s;
     case AddressBookFault::TooLarge:
-        return u"Es ist größer als 64 MB."_s;
+        return u"Das sind mehr als 64 MB."_s;
     case AddressBookFault::NotAnAddressBook:
         return isFolder ? u"In diesem Ordner sind keine vCard-Dateien."_s
                         : u"Die Datei enthält weder ein Adressbuch noch vCards."_s;
@@ -178,7 +178,12 @@ bool frmImportPb::readBook(const QString& path)
     m_book.CloseWap();
     if (isRead)
         return true;
-    const QString reason = reasonOf(m_book.fault(), QFileInfo(path).isDir());
+    const bool isFolder = QFileInfo(path).isDir();
+    QString reason = reasonOf(m_book.fault(), isFolder);
+    const bool isOneFile = m_book.fault() == transfer::AddressBookFault::NotReadable ||
+                           m_book.fault() == transfer::AddressBookFault::TooLarge;
+    if (isFolder && isOneFile)
+        reason = QFileInfo(m_book.faultyFile()).fileName() + u": "_s + reason;
     m_program.context.dialogs.Show(
         {.text =
              u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden.\n"_s + reason,
