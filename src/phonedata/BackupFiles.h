@@ -26,7 +26,7 @@ QByteArray prvBytes(const std::vector<ProviderEntry>& entries);
 std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType);
 std::vector<ProviderEntry> prvEntries(const QByteArray& bytes);
 
-/// Writes a file whole. False, told to the user, if that fails.
+/// Writes a file whole. Returns false, after a message, if that fails.
 bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes);
 
 /// Path of an automatic backup in the folder for backups: `what`, a time stamp and the extension. A name that
