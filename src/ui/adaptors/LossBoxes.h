@@ -10,9 +10,9 @@ class Line;
 
 namespace kalmo::ui {
 
-/// One box for a phone that does not answer. A command may find that out in several steps, and each has words
-/// of its own: after the first of these boxes the words of the others go to the status bar. Questions are
-/// always asked, and boxes that say what has become of data are always shown.
+/// Shows one box in each command about a phone that does not answer. Several steps of a command may report
+/// that. The box shows the first report, and the status bar the others. Questions and boxes about the state
+/// of data are always shown.
 class LossBoxes final : public QObject, public toolkit::Dialogs
 {
     Q_OBJECT

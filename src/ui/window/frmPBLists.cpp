@@ -197,7 +197,7 @@ void frmPB::showFormerStates()
         enterFiles(nodes::Files.toString());
 }
 
-/// What came back into the phone is read, so that no older list is written over it.
+/// Reads the lists that came back into the phone, so that no older list is written over them.
 void frmPB::readAgain(const QSet<operations::RecordedList>& changed)
 {
     using operations::RecordedList;
