@@ -74,6 +74,19 @@ double contrast(QRgb one, QRgb other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+/// By its colours: the picture of an empty field holds its button, too.
+double contrastOfHint(const QLineEdit& field)
+{
+    const QColor ground = field.palette().color(QPalette::Base);
+    const QColor hint = field.palette().color(QPalette::PlaceholderText);
+    const auto seen = [&](int over, int below) {
+        return (over * hint.alpha() + below * (255 - hint.alpha())) / 255;
+    };
+    return contrast(qRgb(seen(hint.red(), ground.red()), seen(hint.green(), ground.green()),
+                         seen(hint.blue(), ground.blue())),
+                    ground.rgb());
+}
+
 /// The strongest contrast with the commonest colour of a picture: that of a letter's core with its ground.
 double strongestContrast(const QImage& picture)
 {
@@ -220,6 +233,10 @@ QStringList unreachableControls(QWidget& form)
 QStringList paleTexts(QWidget& form)
 {
     QStringList faults;
+    for (const QLineEdit* field : form.findChildren<QLineEdit*>()) {
+        if (!field->placeholderText().isEmpty() && contrastOfHint(*field) < leastContrast)
+            faults.append(u"hint: "_s + described(*field));
+    }
     const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
     for (const QWidget* widget : shownWidgets(form)) {
         const bool isField = qobject_cast<const QLineEdit*>(widget) &&

@@ -115,7 +115,7 @@ void FormerStatesDialog::makeRows()
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setAccessibleName(u"Frühere Stände"_s);
     m_view->setPlaceholder(noStates);
-    m_view->setColumnCharacters({16, 11, 34, 8, 24});
+    m_view->setColumnCharacters({19, 11, 34, 8, 24});
     setRowsShown(*m_view, rowsShown);
     m_differenceView->setRows(*m_differences);
     m_differenceView->setAccessibleName(u"Unterschiede"_s);

@@ -144,8 +144,7 @@ QWidget* HelpWindow::makeIndex()
     auto* side = new QWidget(this);
     txtSuche = new QLineEdit(side);
     txtSuche->setObjectName(u"txtSuche"_s);
-    txtSuche->setPlaceholderText(u"Suchbegriff"_s);
-    makeSearchField(*txtSuche);
+    makeSearchField(*txtSuche, u"Suchbegriff"_s);
     txtSuche->setAccessibleName(u"In der Hilfe suchen"_s);
     auto* label = new QLabel(u"In der Hilfe &suchen:"_s, side);
     label->setBuddy(txtSuche);

@@ -17,9 +17,8 @@ SearchLine::SearchLine(RowsView& view, QWidget* parent)
 {
     m_field->setObjectName(u"txtSearch"_s);
     m_field->setAccessibleName(u"Liste durchsuchen"_s);
-    m_field->setPlaceholderText(u"Suchen (Strg+F)"_s);
     m_field->setToolTip(u"Zeigt nur Zeilen, in denen alle Wörter vorkommen. Esc zeigt wieder alle."_s);
-    makeSearchField(*m_field);
+    makeSearchField(*m_field, u"Suchen (Strg+F)"_s);
     m_field->setMaximumWidth(m_field->fontMetrics().averageCharWidth() * 60);
     m_field->installEventFilter(this);
     m_view.installEventFilter(this);
