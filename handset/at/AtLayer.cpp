@@ -51,6 +51,7 @@ void AtLayer::reset()
     m_pauses.reset();
     m_state = State::Reading;
     m_pending.clear();
+    m_isQueued = false;
     m_text.clear();
     m_sawCr = false;
     m_echo = m_phone.echoesAtFirst();
@@ -73,6 +74,7 @@ void AtLayer::takePending()
         m_line.send(std::exchange(m_echoed, {}));
     if (m_state == State::Running)
         lookBehindCr();
+    m_isQueued = m_isQueued || (m_state != State::Reading && !m_pending.isEmpty());
     if (m_state != State::Reading && !m_pending.isEmpty() && !m_running.late && !m_running.disturbed) {
         m_running.disturbed = true;
         complain(u"sent into the answer to "_s + fromCp1252(m_running.request.text()));
@@ -147,6 +149,8 @@ void AtLayer::run(const QByteArray& line)
     if (m_phone.lineEnd() == LineEnd::CrLf)
         m_running.ending = Ending::Either; // it has been read as CR LF already
 
+    if (std::exchange(m_isQueued, false))
+        m_pauses.forgive();
     const bool isInPlace = checkPlace(request, command);
     if (const QString complaint = m_pauses.arrives(request, m_phone, m_time.now()); !complaint.isEmpty())
         complain(complaint);

@@ -65,10 +65,11 @@ private:
     State m_state = State::Reading;
     Running m_running;
     AtAnswer::Then m_then = AtAnswer::StayInCommandMode;
-    QByteArray m_pending; // came while a command was running
-    QByteArray m_echoed;  // not yet sent
-    QByteArray m_text;    // of the line that is being read
-    bool m_sawCr = false; // its CR, where a LF has to follow
+    QByteArray m_pending;    // came while a command was running
+    bool m_isQueued = false; // m_pending came before the last answer
+    QByteArray m_echoed;     // not yet sent
+    QByteArray m_text;       // of the line that is being read
+    bool m_sawCr = false;    // its CR, where a LF has to follow
     bool m_echo;
     int m_cmeLevel = 0;
 };

@@ -14,6 +14,10 @@ constexpr double tolerance = 0.005; // of the clocks at both ends
 constexpr double pauseAfterClose = 3.5;
 constexpr double pauseBeforeErase = 0.5;
 constexpr double pauseBeforeFirstQuery = 0.85;
+constexpr double pauseAfterErrorLevel = 0.1;
+constexpr double pauseAfterRestart = 0.15;
+constexpr double pauseBetweenRestarts = 0.3;
+constexpr double pauseAfterError = 0.35; // before the first ATZ
 constexpr size_t leastEntriesToPrepare = 3;
 constexpr QByteArrayView soundCommandNames[] = {"^WREX", "^WRIN", "^WRAP", "^WRAL"};
 
@@ -22,6 +26,10 @@ constexpr QByteArrayView soundCommandNames[] = {"^WREX", "^WRIN", "^WRAP", "^WRA
 PauseWatch::Step PauseWatch::stepOf(const AtRequest& request, const Phone& phone)
 {
     const QByteArray& name = request.name;
+    if (name == "Z")
+        return Restart;
+    if (name == "+CMEE" && request.form == Form::Set)
+        return ErrorLevel;
     if (name == "^WSSL")
         return request.form == Form::Set ? Open : Close;
     if (name.isEmpty())
@@ -57,6 +65,14 @@ double PauseWatch::neededPause(Step next, bool isPhonebook) const
         {Open, Prepare, 1, 1},   {Write, Write, 0.2, 0.2},     {Write, Close, 1.2, 0.7},
         {Read, Close, 0.1, 0.3}, {SoundSet, SoundQuery, 1, 1}, {SoundQuery, SoundQuery, 0.17, 0.17},
     };
+    if (m_last == Close)
+        return pauseAfterClose;
+    if (m_last == Restart)
+        return next == Restart ? pauseBetweenRestarts : pauseAfterRestart;
+    if (m_last == ErrorLevel)
+        return pauseAfterErrorLevel;
+    if (next == Restart)
+        return m_isLastOk ? 0 : pauseAfterError;
     if (next == Erase)
         return pauseBeforeErase;
     for (const Rule& rule : rules) {
@@ -81,9 +97,8 @@ QString PauseWatch::preparationComplaint(Step next, const Phone& phone)
 QString PauseWatch::arrives(const AtRequest& request, const Phone& phone, double now)
 {
     const Step next = stepOf(request, phone);
-    const bool isAfterClose = m_last == Close;
-    const double gap = now - (isAfterClose ? m_lastArrived : m_lastAnswered);
-    const double needed = isAfterClose ? pauseAfterClose : neededPause(next, !phone.providers.open);
+    const double gap = now - (countsFromArrival() ? m_lastArrived : m_lastAnswered);
+    const double needed = neededPause(next, !phone.providers.open);
     QString complaint = preparationComplaint(next, phone);
     if (gap < needed - tolerance)
         complaint = u"%1 came %2 s after the last command, not %3 s"_s.arg(app::fromCp1252(request.text()))
@@ -94,6 +109,12 @@ QString PauseWatch::arrives(const AtRequest& request, const Phone& phone, double
     m_lastArrived = now;
     m_isLastOk = false;
     return complaint;
+}
+
+void PauseWatch::forgive()
+{
+    m_last = Other;
+    m_lastArrived = m_lastAnswered = longAgo;
 }
 
 void PauseWatch::answered(bool isOk, double now)

@@ -9,6 +9,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double guardSeconds = 1;
+constexpr double pauseAfterOpening = 1;
+constexpr double tolerance = 0.005; // of the clocks at both ends
 const QByteArray surplus = "\x01\x02\x03";
 
 bool isRequest(quint8 opcode)
@@ -56,6 +58,8 @@ void DataModeLayer::reset()
     m_leaves = false;
     m_startChecked = false;
     m_orphaned = false;
+    m_isFirst = true;
+    m_opened = m_timers.now();
 }
 
 void DataModeLayer::clientLeft()
@@ -98,6 +102,10 @@ void DataModeLayer::checkStart()
     if (m_startChecked || m_buffer.size() < 2)
         return;
     m_startChecked = true;
+    const double gap = m_timers.now() - m_opened;
+    if (std::exchange(m_isFirst, false) && !m_orphaned && gap < pauseAfterOpening - tolerance)
+        complain(u"a request %1 s after the data channel was opened, not %2 s"_s.arg(gap, 0, 'f', 2)
+                     .arg(pauseAfterOpening));
     if (isRequest(static_cast<quint8>(m_buffer.front())) || m_orphaned)
         return;
     if (m_buffer.toUpper().startsWith("AT"))

@@ -46,6 +46,8 @@ private:
     bool m_leaves = false;       // after the answer that is on its way
     bool m_disturbed = false;    // the client did not wait for it
     bool m_startChecked = false; // of the request in the buffer
+    bool m_isFirst = true;       // no request came yet
+    double m_opened = 0;         // when data mode began
     bool m_orphaned = false;
 };
 

@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "cli/ContactWords.h"
 #include "cli/DataWork.h"
+#include "cli/FileWords.h"
 #include "cli/FindPhone.h"
 #include "cli/ReadContacts.h"
 #include "cli/SavedListWords.h"
@@ -97,6 +98,15 @@ QString mismatchText(const ContactOutcome& outcome)
         rows.push_back(QStringList{u"  holds"_s} + contactCells(held));
     }
     return rows.empty() ? QString() : alignedTable(QStringList{QString()} + contactHeadings(), rows);
+}
+
+/// A line for each warning about a contact.
+QString linesAbout(const tVcfEntry& contact, const QStringList& warnings)
+{
+    QString text;
+    for (const QString& warning : warnings)
+        text += u"%1: %2\n"_s.arg(printable(operations::contactName(contact)), printable(warning));
+    return text;
 }
 
 /// Returns true if only contacts differ that were warned of.
@@ -197,6 +207,8 @@ ExitStatus changeContactsOfFound(Job& job, const ContactCommand& command, const 
         const ContactOutcome outcome = edit.apply(*plan, command.cause);
         edit.end();
         job.progress.clear();
+        if (outcome.facts.isRecordOpen)
+            job.out.note(openRecordText());
         return report(edit, outcome);
     });
 }
@@ -242,9 +254,18 @@ std::optional<Contacts> readContacts(Job& job, const QString& path)
 QString warningLines(const Contacts& contacts)
 {
     QString text;
-    for (const tVcfEntry& contact : contacts) {
-        for (const QString& warning : warningsAbout(contact))
-            text += u"%1: %2\n"_s.arg(printable(operations::contactName(contact)), printable(warning));
+    for (const tVcfEntry& contact : contacts)
+        text += linesAbout(contact, warningsAbout(contact));
+    return text;
+}
+
+QString heldLines(const operations::ContactPlan& plan, const phonedata::ContactReading& held)
+{
+    QString text;
+    for (const operations::ContactPlan::Change& change : plan.change) {
+        const tVcfEntry& contact = change.to.entry;
+        if (const phonedata::ContactCard* card = held.cards.find(contact.luid))
+            text += linesAbout(contact, warningsAboutHeld(contact, *card));
     }
     return text;
 }

@@ -46,6 +46,9 @@ std::optional<operations::Contacts> readContacts(Job& job, const QString& path);
 /// Lines of warnings about contacts that a phone may cut or refuse; empty if there are none.
 QString warningLines(const operations::Contacts& contacts);
 
+/// The same about what the changes of a plan lose of the cards that the phone holds.
+QString heldLines(const operations::ContactPlan& plan, const phonedata::ContactReading& held);
+
 /// The same about lines of a .vcf file that contacts have no field for.
 QString droppedLines(const QString& path);
 

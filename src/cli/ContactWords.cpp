@@ -1,7 +1,7 @@
 #include "cli/ContactWords.h"
 
+#include "operations/CardLosses.h"
 #include "operations/ContactFields.h"
-#include "phonedata/VcfCodec.h"
 
 #include <QDate>
 #include <QRegularExpression>
@@ -73,9 +73,22 @@ QStringList warningsAbout(const tVcfEntry& contact)
         warnings.append(u"it has no telephone number"_s);
     if (!isBirthday(contact.birthday))
         warnings.append(u"\"%1\" is no birthday of the form 1970-03-21T12:30"_s.arg(contact.birthday));
-    const QString endangered = phonedata::endangeredCharacters(contact);
-    if (!endangered.isEmpty())
-        warnings.append(u"the phone may give back \"%1\" as something else"_s.arg(endangered));
+    const operations::CardLosses losses = operations::lossesWhenSent(contact);
+    if (!losses.characters.isEmpty())
+        warnings.append(u"the phone may give back \"%1\" as something else"_s.arg(losses.characters));
+    for (const auto& [wanted, back] : losses.edited) {
+        if (losses.characters.isEmpty())
+            warnings.append(u"\"%1\" would come back as \"%2\""_s.arg(wanted, back));
+    }
+    return warnings;
+}
+
+QStringList warningsAboutHeld(const tVcfEntry& contact, const phonedata::ContactCard& held)
+{
+    QStringList warnings;
+    for (const auto& [wanted, back] : operations::lossesWhenSent(contact, &held).hidden)
+        warnings.append(
+            u"in the phone it says \"%1\"; \"%2\" would be written, as it is shown here"_s.arg(wanted, back));
     return warnings;
 }
 

@@ -4,6 +4,7 @@
 #include "cli/DataWork.h"
 #include "cli/OutputFile.h"
 #include "cli/Tables.h"
+#include "operations/CardLosses.h"
 #include "operations/ContactFiles.h"
 #include "operations/ContactPlan.h"
 #include "operations/SavedText.h"
@@ -44,6 +45,15 @@ bool holdsAllLetters(const QString& path, const Contacts& contacts)
     return path.isEmpty() || !operations::endsIn(path, u".csv") || operations::bringsBack(path, list);
 }
 
+/// Notes the contacts of which the file of `--output` lacks what only their cards say.
+void noteCutContacts(Job& job, const ContactReading& reading, const QString& path)
+{
+    const QStringList names = operations::contactsBeyondFields(reading.cards);
+    if (!names.isEmpty() && !path.isEmpty() && !operations::endsIn(path, u".vcf"))
+        job.out.note(u"%1 lacks a part of these contacts; a .vcf file would hold it: %2\n"_s.arg(
+            path, printable(names.join(u", "_s))));
+}
+
 ExitStatus showReading(Job& job, const ContactReading& reading)
 {
     const Contacts contacts = operations::contactsOf(reading);
@@ -55,6 +65,8 @@ ExitStatus showReading(Job& job, const ContactReading& reading)
                          path, {.kind = operations::SavedKind::Contacts, .contacts = contacts});
     };
     const bool isSaved = saveOutput(job, {contacts.size(), !reading.isWhole(), bytes});
+    if (isSaved)
+        noteCutContacts(job, reading, path);
     std::vector<QStringList> rows;
     for (const phonedata::tVcfEntry& contact : contacts)
         rows.push_back(contactCells(contact));

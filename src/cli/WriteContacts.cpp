@@ -52,14 +52,14 @@ QString planText(const ContactPlan& plan)
 }
 
 /// Warnings about the contacts that will be written.
-QString warningsAboutPlan(const ContactPlan& plan)
+QString warningsAboutPlan(const ContactPlan& plan, const phonedata::ContactReading& held)
 {
     Contacts written;
     for (const ContactPlan::Change& change : plan.change)
         written.push_back(change.to.entry);
     for (const phonedata::ContactWrite& write : plan.add)
         written.push_back(write.entry);
-    QString text = warningLines(written);
+    QString text = warningLines(written) + heldLines(plan, held);
     for (const phonedata::tVcfEntry& contact : plan.stuck)
         text += u"%1: the phone gives no reference for it, so it can't be removed\n"_s.arg(
             printable(operations::contactName(contact)));
@@ -103,7 +103,8 @@ ExitStatus ContactWriter::run()
 std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStatus& status)
 {
     const ContactPlan plan = operations::planEqual(edit.held(), m_wanted);
-    const QString warnings = warningsAboutPlan(plan) + droppedLines(m_job.invocation.arguments.first());
+    const QString warnings =
+        warningsAboutPlan(plan, edit.held()) + droppedLines(m_job.invocation.arguments.first());
     if (m_isDryRun) {
         m_job.out.note(warnings);
         m_job.out.show(planJson(plan), planText(plan));
@@ -153,7 +154,7 @@ ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& 
             operations::Outcome unchanged = facts;
             unchanged.state = operations::State::Unchanged;
             show(unchanged, 0, left.same, {});
-            m_job.out.error(warningsAboutPlan(left).chopped(1));
+            m_job.out.error(warningsAboutPlan(left, edit.held()).chopped(1));
             return ExitFailed;
         }
         show(facts, 0, static_cast<int>(m_wanted.size()),

@@ -75,8 +75,10 @@ ExitStatus runPhonebookSet(Job& job)
         if (!requireLuids(job, result))
             return std::nullopt;
         status = ExitRefused;
-        const bool goesOn = job.questions.confirm(u"Replace %1 by %2 in the phone?"_s.arg(
-            printable(contactName(result.plan.change.front().from)), printable(contactName(contact))));
+        const bool goesOn =
+            confirmWarnings(job, heldLines(result.plan, edit.held())) &&
+            job.questions.confirm(u"Replace %1 by %2 in the phone?"_s.arg(
+                printable(contactName(result.plan.change.front().from)), printable(contactName(contact))));
         return goesOn ? std::optional(result.plan) : std::nullopt;
     };
     return changeContacts(job, {u"written"_s, u"change"_s}, makePlan);

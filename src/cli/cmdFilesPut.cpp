@@ -12,8 +12,6 @@
 #include <QFileInfo>
 #include <QJsonObject>
 
-#include <algorithm>
-
 namespace kalmo::cli {
 
 using operations::FileAccess;
@@ -93,14 +91,13 @@ private:
     void sendAll(FileAccess& access, BatchProgress& progress);
     ExitStatus sendOver(const std::shared_ptr<obex::clsMmc>& client);
     void reportUnsent(const ConvertedFiles& converted);
-    bool hasRoomForAll();
+    bool requireRoom();
     void askToReplace();
 
     Job& m_job;
     FileBatch m_batch;
     SendPlan m_plan;
     operations::SendPolicy m_policy;
-    bool m_stopsWithoutRoom = false; // nothing is sent unless everything fits
 };
 
 std::vector<operations::FileToSend> Putter::filesOf(const Job& job)
@@ -126,7 +123,7 @@ void Putter::report(const PlannedFile& file, const FileOutcome& outcome)
         m_batch.failed(result, ExitFailed, failure(m_job, file, outcome));
 }
 
-/// Looks at what would be replaced in the phone. False if the folder could not be listed.
+/// Finds the files that would be replaced in the phone. Returns true if the folder was listed.
 bool Putter::look(FileAccess& access)
 {
     m_job.progress.phase(u"Listing %1"_s.arg(m_plan.folder.shown()));
@@ -151,11 +148,10 @@ void Putter::reportUnsent(const ConvertedFiles& converted)
         m_batch.failed(resultOf(source), status, notSent(source));
 }
 
-/// Returns false, after it has reported every file, if the phone has no room for one of them.
-bool Putter::hasRoomForAll()
+/// Returns true if the phone has room for all files. Otherwise reports every file; none is sent.
+bool Putter::requireRoom()
 {
-    if (std::ranges::none_of(m_plan.files,
-                             [](const PlannedFile& file) { return file.obstacle == FileObstacle::NoRoom; }))
+    if (operations::requireRoom(m_plan, m_policy))
         return true;
     for (const PlannedFile& file : m_plan.files) {
         if (file.isPossible())
@@ -209,9 +205,11 @@ ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
     FileAccess access(client, u"files put"_s, {.bar = &progress, .cancel = &m_job.stop});
     if (!look(access))
         return brokenOff(m_job);
-    if (m_stopsWithoutRoom && !hasRoomForAll())
+    if (!requireRoom())
         return m_batch.finish();
     askToReplace();
+    if (!requireRoom()) // a file that is kept gives no room to others
+        return m_batch.finish();
     sendAll(access, progress);
     if (access.isRecordOpen())
         m_job.out.note(openRecordText());
@@ -227,7 +225,6 @@ ExitStatus Putter::runConverting(const MediaOptions& options)
         for (const ConvertedFiles::Unfit& file : converted.unfit)
             m_batch.failed(resultOf(file.source), statusOf(file.failure), textOf(file.failure));
         m_plan = operations::planSend(converted.folder, converted.files);
-        m_stopsWithoutRoom = true;
         if (!converted.isEnded() && !m_job.stop.Checked() && m_plan.isAnyPossible())
             return sendOver(client);
         reportUnsent(converted);

@@ -16,13 +16,6 @@ clsMmc::~clsMmc()
     Q_ASSERT(m_depth == 0);
 }
 
-void clsMmc::abandon()
-{
-    askToStop();
-    m_abandoned = true;
-    m_relay.setTarget({});
-}
-
 void clsMmc::log(const QString& tag, const QString& text) const
 {
     m_context.log.WriteDebugLog(tag, text);
@@ -57,7 +50,7 @@ void clsMmc::ErrMsg(int code)
     const bool isOwnWish = code == Cancelled && m_stopAsked;
     const bool isLoss = code == Timeout && (m_showsTimeoutsOnce || !m_line.port().IsOpen());
     const bool isTold = isLoss && std::exchange(m_lossTold, true);
-    if (!m_abandoned && !isOwnWish && !isTold && !m_quiet) {
+    if (!isOwnWish && !isTold && !m_quiet) {
         m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
                              GetFriedlyErrMsg(code),
                      .title = app::productName(),
@@ -82,14 +75,14 @@ clsMmc::Operation::Operation(clsMmc& client, const QString& name, const Progress
         client.m_wasLastSent = false;
         client.m_lastCode = ChannelNotOpen;
     }
-    if (m_allowed && !client.m_abandoned)
+    if (m_allowed)
         client.m_relay.setTarget(progress);
 }
 
 clsMmc::Operation::~Operation()
 {
     --m_client.m_depth;
-    if (m_allowed && !m_client.m_abandoned)
+    if (m_allowed)
         m_client.m_relay.setTarget(m_outer);
 }
 

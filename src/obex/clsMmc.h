@@ -89,9 +89,6 @@ public:
     /// is aborted. From then on only the frames of Offline are sent, which also resets this.
     void askToStop() { m_stopAsked = true; }
     bool stopAsked() const { return m_stopAsked; }
-    /// Ends the owner's interest: asks to stop, and from now on nothing is reported and no box is shown.
-    void abandon();
-    bool isAbandoned() const { return m_abandoned; }
 
     // --- folders
 
@@ -260,7 +257,6 @@ private:
     int m_depth = 0; // of nested operations
     int m_busy = 0;
     bool m_stopAsked = false;
-    bool m_abandoned = false;
     bool m_inStep = true;
     bool m_lossTold = false;          // by the operation that runs
     bool m_showsTimeoutsOnce = false; // the same

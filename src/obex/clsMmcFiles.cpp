@@ -72,7 +72,7 @@ bool clsMmc::Del(const QString& name, const Progress& progress, int* reCode, boo
     const Busy busy(*this);
     QByteArray payload;
     const int code = request(deleteFrame(sent), payload);
-    if (reCode && !m_abandoned)
+    if (reCode)
         *reCode = code;
     m_progress.status(isSuccess(code) ? u"Datei / Ordner gelöscht."_s : u"Datei / Ordner nicht gelöscht."_s);
     if (!isSuccess(code) && !silent)
@@ -152,8 +152,7 @@ bool clsMmc::getSpace(int query, qint32& bytes, const Progress& progress, bool u
     const int code = get(spaceFrame(row.memory, row.space), payload);
     if (isSuccess(code)) {
         cached = readSpaceAnswer(payload);
-        if (!m_abandoned)
-            bytes = cached;
+        bytes = cached;
         m_progress.status(subject + u" ermittelt."_s);
     } else {
         ErrMsg(code);

@@ -6,8 +6,6 @@
 #include "obex/clsMmcOperation.h"
 #include "obex/FolderRows.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace kalmo::obex {
@@ -55,14 +53,11 @@ QString clsMmc::decodeListing(const QString& raw)
         log(u"UFT8Dec: ExitOK"_s, {});
         return text;
     }
-    if (!m_abandoned) {
-        m_line.show({.text =
-                         u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten. Ihre Listen werden daher "
+    m_line.show({.text = u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten. Ihre Listen werden daher "
                          u"fehlerhafte Sonderzeichen enthalten. Bitte wenden Sie sich an den "
                          u"Programmautor."_s,
-                     .title = app::productName(),
-                     .english = u"could not decode the whole listing: it ends in the middle of a letter."_s});
-    }
+                 .title = app::productName(),
+                 .english = u"could not decode the whole listing: it ends in the middle of a letter."_s});
     log(u"UFT8Dec: ExitError"_s, u"ErrNr=%1"_s.arg(letterIsMissing));
     return text;
 }
@@ -74,11 +69,10 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
     if (!operation.mayBegin() || !isFolderKnown())
         return false;
     log(u"Enter"_s, u"Function=Dir ("_s + m_dirAct + u")="_s);
-    const QPointer<ListRows> rows = list;
     entries.clear();
     m_files.clear();
-    if (rows)
-        rows->clear();
+    if (list)
+        list->clear();
     m_progress.status(u"Verzeichnis wird ausgelesen..."_s);
     Busy busy(*this);
     QByteArray bytes;
@@ -90,19 +84,17 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
                                   m_dirAct + u" End <"_s);
         }
         const QString listing = decodeListing(raw);
-        if (!m_abandoned) {
-            entries = parseFolderListing(listing, m_dirAct, filter);
-            std::copy_if(entries.begin(), entries.end(), std::back_inserter(m_files),
-                         [](const tObxDirEntry& entry) { return entry.isFile(); });
-            if (decoded)
-                *decoded = listing;
-            if (rows)
-                DirInLvw(entries, *rows);
-        }
+        entries = parseFolderListing(listing, m_dirAct, filter);
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(m_files),
+                     [](const tObxDirEntry& entry) { return entry.isFile(); });
+        if (decoded)
+            *decoded = listing;
+        if (list)
+            DirInLvw(entries, *list);
         m_progress.status(u"Verzeichnis ausgelesen."_s);
     } else {
-        if (rows && !m_abandoned)
-            DirInLvw({}, *rows); // the command rows stay, even if the folder can't be listed
+        if (list)
+            DirInLvw({}, *list); // the command rows stay, even if the folder can't be listed
         m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
         ErrMsg(code);
     }
@@ -234,10 +226,8 @@ bool clsMmc::GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fi
         return false;
     FolderWalk walk;
     const bool isBack = walkFolder(folder, walk, parent, 0);
-    if (!m_abandoned) {
-        totalSize += walk.totalSize;
-        fileCount += walk.fileCount;
-    }
+    totalSize += walk.totalSize;
+    fileCount += walk.fileCount;
     return isBack;
 }
 

@@ -110,16 +110,14 @@ int clsMmc::get(const QByteArray& frame, QByteArray& data)
 
 void clsMmc::showBare(const QString& text, const QString& english)
 {
-    if (!m_abandoned)
-        m_line.show({.text = text, .english = english});
+    m_line.show({.text = text, .english = english});
 }
 
 /// Logs details that help only in the search for the cause of a fault.
 void clsMmc::showLengthNote()
 {
     log(u"Warning:"_s, u"Length is followed by End of Body."_s);
-    if (!m_abandoned)
-        m_line.show({.text = u"hiB"_s, .forWindowOnly = true});
+    m_line.show({.text = u"hiB"_s, .forWindowOnly = true});
 }
 
 void clsMmc::showTotal(qint64 received, qint64 total)

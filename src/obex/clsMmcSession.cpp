@@ -172,7 +172,7 @@ bool clsMmc::Offline(const Progress& progress)
             closed = closeChannel();
         }
     }
-    m_stopAsked = m_abandoned;
+    m_stopAsked = false;
     return closed;
 }
 

@@ -58,11 +58,9 @@ bool clsMmc::GetFile(const QString& name, QByteArray& data, const Progress& prog
     int code = get(getFrame(name), received);
     if (isSuccess(code) && !targetFile.isEmpty())
         code = store(targetFile, received, listedTimeOf(name));
-    if (!m_abandoned) {
-        data = std::move(received);
-        if (reCode)
-            *reCode = code;
-    }
+    data = std::move(received);
+    if (reCode)
+        *reCode = code;
     if (isSuccess(code)) {
         m_progress.status(u"Download "_s + name + u" abgeschlossen."_s);
     } else {
@@ -113,12 +111,10 @@ void clsMmc::stamp(const QString& targetFile, const QDateTime& modified)
         return;
     if (cFileSystemTimes(targetFile).SetDateCreated(modified))
         return;
-    if (!m_abandoned) {
-        m_line.show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
-                     .title = app::productName(),
-                     .icon = Icon::Exclamation,
-                     .english = u"could not set the time of %1."_s.arg(targetFile)});
-    }
+    m_line.show({.text = u"Fehler beim Setzen des Zeitstempels."_s,
+                 .title = app::productName(),
+                 .icon = Icon::Exclamation,
+                 .english = u"could not set the time of %1."_s.arg(targetFile)});
     log(u"Error"_s, u"Proc: GetFile(SetTS), Err=%1 File="_s.arg(timeNotSet) + targetFile + u" TimeStamp="_s +
                         modified.toString(Qt::ISODate));
 }
@@ -144,7 +140,7 @@ bool clsMmc::PutBytes(const PutObject& object, const Progress& progress, PutRepo
     const int readCode = object.bytes.size() > largestObject ? TooMuchData : 0;
     PutReport facts;
     const bool done = put(object.name, object, readCode, facts);
-    if (report && !m_abandoned)
+    if (report)
         *report = facts;
     return done;
 }
@@ -212,7 +208,7 @@ int clsMmc::sendFile(const PutObject& object, int& value, int& maximum)
 
 void clsMmc::tellEarlyStop(const QString& name, int value, int maximum)
 {
-    if (m_abandoned || m_quiet)
+    if (m_quiet)
         return;
     const QString text =
         u"Das Telefon hat behauptet, bereits die komplette Datei \"%1\" erhalten zu haben, obwohl erst %2 "

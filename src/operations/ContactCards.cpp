@@ -84,7 +84,8 @@ QByteArray contactCardBytes(const phonedata::ContactReading& reading)
 {
     QByteArray cards;
     for (const ContactCard& card : reading.cards.cards)
-        cards += phonedata::vcfCardBytes(withLongDay(card.entry), phonedata::otherLines(card.raw));
+        cards += phonedata::vcfCardBytes(withLongDay(phonedata::writtenEntry(card)),
+                                         phonedata::otherLines(card.raw));
     return cards;
 }
 

@@ -159,7 +159,7 @@ ContactOutcome ContactEdit::apply(const ContactPlan& plan, const QString& cause)
     facts.recordId = *id;
     carryOut(plan, work);
     readBack(plan, work);
-    records.finish(*id, facts.state, detailsOf(work.outcome));
+    facts.isRecordOpen = !records.finish(*id, facts.state, detailsOf(work.outcome));
     return work.outcome;
 }
 

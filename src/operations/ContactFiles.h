@@ -20,7 +20,8 @@ QByteArray contactCsvBytes(const SavedList& list);
 bool readContactCsv(const QByteArray& bytes, const ReadingRules& rules, SavedList& list,
                     SavedListFault& fault);
 
-/// Cards of vCard 2.1 for other programs. Those of a reading keep the lines that a contact has no field for.
+/// Cards of vCard 2.1 for other programs. Those of a reading are made from the phone's own cards: they say
+/// each text as those do, and keep the lines that a contact has no field for.
 QByteArray contactCardBytes(const SavedList& list);
 QByteArray contactCardBytes(const phonedata::ContactReading& reading);
 /// Reads such cards. Lines that a contact has no field for are left out: the phone keeps its own ones.

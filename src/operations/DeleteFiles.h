@@ -21,7 +21,7 @@ struct DeletePolicy
     bool stopsAtFailure = false;                      ///< leaves out the files after one that failed
 };
 
-/// What a program shows and asks. Each may be empty.
+/// Reports and questions of a deletion. Each may be empty.
 struct DeleteEvents
 {
     std::function<void(const FileToDelete&)> saving = {}; ///< its bytes are read for the record

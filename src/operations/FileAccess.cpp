@@ -20,7 +20,7 @@ FileAccess::FileAccess(const std::shared_ptr<clsMmc>& client, const QString& nam
 
 bool FileAccess::isStopped() const
 {
-    return progress().cancelled() || m_client->stopAsked() || m_client->isAbandoned();
+    return progress().cancelled() || m_client->stopAsked();
 }
 
 bool FileAccess::canSend()

@@ -53,8 +53,8 @@ public:
     FileAccess(const std::shared_ptr<obex::clsMmc>& client, const QString& name,
                const toolkit::Progress& progress);
 
-    /// False in an event handler in the middle of another exchange, or if the phone does not answer, which
-    /// has been reported. Nothing may be done then.
+    /// Returns true if requests may be sent: not in an event handler in the middle of another exchange, and
+    /// not if the phone does not answer, which has been reported.
     bool mayBegin() const { return m_operation.mayBegin(); }
 
     obex::clsMmc& client() const { return *m_client; }

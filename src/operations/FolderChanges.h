@@ -16,7 +16,7 @@ struct NewFolder
 };
 
 NewFolder planNewFolder(const obex::PhonePath& path);
-/// False, reported by the client, if a folder on the way could not be listed.
+/// Returns true if all folders on the way were listed. The client reports a failure.
 bool lookBeforeMaking(FileAccess& access, NewFolder& plan);
 FileOutcome applyNewFolder(FileAccess& access, const NewFolder& plan);
 

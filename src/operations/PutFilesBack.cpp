@@ -34,7 +34,7 @@ class Planner
 public:
     explicit Planner(FileAccess& access) : m_access(access) {}
 
-    /// False if the phone does not say what it holds there. The plan then has the cause.
+    /// Returns true if the phone says what it holds there. Otherwise the plan has the cause.
     bool add(const FileState& wanted);
     PutBackPlan take() { return std::move(m_plan); }
 

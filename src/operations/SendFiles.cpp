@@ -234,8 +234,6 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
     bool hasFailed = false;
     for (size_t index = 0; index < m_olds.size(); ++index) {
         const PlannedFile& file = m_plan.files[index];
-        if (m_policy.stopsAtFailure && file.obstacle == FileObstacle::NoRoom)
-            break; // those after it are not sent
         if (!file.isPossible() || hasFailed || !m_access.goesOn())
             continue;
         hasFailed = !saveOld(index) && m_policy.stopsAtFailure;
@@ -256,9 +254,7 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
                 send(index);
             }
         }
-        const FileObstacle obstacle = m_plan.files[index].obstacle;
-        const bool isFailure = obstacle == FileObstacle::NoRoom ||
-                               (obstacle == FileObstacle::None && result.state != State::Done);
+        const bool isFailure = m_plan.files[index].isPossible() && result.state != State::Done;
         hasFailed = hasFailed || (m_policy.stopsAtFailure && isFailure);
         if (m_events.finished)
             m_events.finished(m_plan.files[index], result);
@@ -298,26 +294,31 @@ bool lookBeforeSending(FileAccess& access, SendPlan& plan, const SendPolicy& pol
     const auto listing = access.list(plan.folder);
     if (!listing)
         return false;
-    std::optional<qint64> left = policy.freeBytes;
     for (PlannedFile& file : plan.files) {
-        if (!file.isPossible())
-            continue;
-        const obex::tObxDirEntry* there = findEntry(*listing, file.path.name());
-        if (there && !there->isFile()) {
+        const obex::tObxDirEntry* there = file.isPossible() ? findEntry(*listing, file.path.name()) : nullptr;
+        if (there && !there->isFile())
             file.obstacle = FileObstacle::IsFolder;
-            continue;
-        }
-        const qint64 room = there && policy.countsRoomOfReplaced ? there->size : 0;
-        if (left && file.size > *left + room) {
-            file.obstacle = FileObstacle::NoRoom;
-            continue;
-        }
-        if (left)
-            *left -= file.size - room;
-        if (there)
+        else if (there)
             file.replaced = *there;
     }
+    requireRoom(plan, policy);
     return true;
+}
+
+bool requireRoom(SendPlan& plan, const SendPolicy& policy)
+{
+    std::optional<qint64> left = policy.freeBytes;
+    for (PlannedFile& file : plan.files) {
+        if (!left || !file.isPossible())
+            continue;
+        const qint64 freed = file.replaced ? file.replaced->size : 0;
+        if (file.size > *left + (policy.countsRoomOfReplaced ? freed : 0))
+            file.obstacle = FileObstacle::NoRoom;
+        else
+            *left += freed - file.size;
+    }
+    return std::ranges::none_of(
+        plan.files, [](const PlannedFile& file) { return file.obstacle == FileObstacle::NoRoom; });
 }
 
 std::vector<FileOutcome> applySend(FileAccess& access, const SendPlan& plan, const SendPolicy& policy,

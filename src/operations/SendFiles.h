@@ -14,7 +14,7 @@ struct FileToSend
     std::optional<QByteArray> bytes = {}; ///< what is sent in place of the local file
 };
 
-/// What is known of it before it is sent.
+/// The facts about it before it is sent.
 struct PlannedFile
 {
     FileToSend file;
@@ -41,11 +41,12 @@ struct SendPolicy
     bool stopsAtFailure = false;                       ///< leaves out the files after one that failed
     /// Bytes that the phone has left, nothing where it does not say.
     std::optional<qint64> freeBytes = {};
-    /// A file fits where the one that it replaces makes room for it. Otherwise its whole size has to be free.
+    /// A file fits where the one that it replaces makes room for it. Otherwise its whole size has to be free,
+    /// as it is described for the window.
     bool countsRoomOfReplaced = true;
 };
 
-/// What a program shows while files are sent. Each may be empty.
+/// Reports while files are sent. Each may be empty.
 struct SendEvents
 {
     std::function<void(const PlannedFile&)> saving = {};  ///< the phone's file is read, to keep a copy
@@ -57,10 +58,15 @@ struct SendEvents
 /// Step one, without the phone: names, sizes and what can't be sent.
 SendPlan planSend(const obex::PhonePath& folder, const std::vector<FileToSend>& files);
 
-/// Step two: lists the folder, finds what would be replaced and what has no room. False, reported by the
-/// client, if the folder could not be listed. The program then asks about each file with `replaced`, and sets
-/// the obstacle `Kept` where the user wants to keep that.
+/// Step two: lists the folder, finds the files that would be replaced and those without room. Returns
+/// true if the folder was listed; the client reports a failure. If there is room, the program then asks about
+/// each file with `replaced`, and sets the obstacle `Kept` where the user wants to keep that.
 bool lookBeforeSending(FileAccess& access, SendPlan& plan, const SendPolicy& policy);
+
+/// Marks the files that the phone has no room for. A replaced file gives its room to the files after it, a
+/// kept one does not, so call it again after the questions. Returns true if all files fit that are possible
+/// otherwise. If not, nothing is sent, and the program reports it ahead of any question.
+bool requireRoom(SendPlan& plan, const SendPolicy& policy);
 
 /// Step three. Replacing is one procedure: the phone's file is read, copied into the folder for backups and
 /// recorded, the local file is read, then the old file is deleted and the new one is sent. A new file that

@@ -14,8 +14,8 @@ namespace kalmo::phonedata {
 /// Largest capacity that is believed, in entries.
 inline constexpr int mostContacts = 500;
 
-/// Capacity of the phonebook. Starts from whatever folder and ends in the root. False, not shown, for an
-/// "info.log" without the numbers.
+/// Capacity of the phonebook. Starts from whatever folder and ends in the root. Returns true if
+/// "info.log" has both numbers; that it lacks them is not shown.
 bool VcfGetInfo(obex::clsMmc& client, tVcfInfo& info, const toolkit::Progress& progress);
 /// The same for a store of the organizer. The programs do not use it yet.
 bool VcxGetInfo(obex::clsMmc& client, qint32 kind, tVcfInfo& info, const toolkit::Progress& progress);

@@ -46,8 +46,7 @@ struct Item
 
 void show(const clsMmc& client, const toolkit::Message& message)
 {
-    if (!client.isAbandoned())
-        client.line().context().dialogs.Show(message);
+    client.line().context().dialogs.Show(message);
 }
 
 QString counted(const QString& text, int index, int total)
@@ -209,7 +208,8 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
     QByteArray payload;
     const int code = client.request(obex::irmcDeleteFrame(luid + info.extension, counter), payload);
     if (code == obex::Continue) {
-        show(client, {.text = u"?"_s, .english = u"The phone wants more of a delete than there is."_s});
+        show(client,
+             {.text = u"?"_s, .english = u"could not delete the entry: the phone asks for more data."_s});
         return ItemResult::Unconfirmed;
     }
     if (!obex::isSuccess(code)) {
@@ -229,7 +229,7 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
                               u" nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s,
                       .title = app::productName(),
                       .icon = Icon::Critical,
-                      .english = u"The phone has deleted the entry, but its answer can't be understood."_s});
+                      .english = u"The phone deleted the entry, but its answer could not be read."_s});
         return ItemResult::Unconfirmed;
     }
     if (answer)

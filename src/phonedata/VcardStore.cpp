@@ -80,8 +80,7 @@ void VcardStore::setLabels(const QString& kap, const QString& belegt)
 
 void VcardStore::forget()
 {
-    if (m_list)
-        m_list->clear();
+    m_list->clear();
     m_cards = {};
     m_last.reset();
     forgetCapacity();
@@ -132,7 +131,7 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
 
 bool VcardStore::VcfReadList(const Progress& progress)
 {
-    if (m_list && !m_client->line().isWaiting()) {
+    if (!m_client->line().isWaiting()) {
         m_list->clear();
         m_last.reset();
     }
@@ -150,8 +149,7 @@ bool VcardStore::acceptCount(const ContactReading& reading)
 {
     // An empty piece follows the last card, and the phone's own card comes before the contacts.
     const int upperBound = reading.cards.upperBound;
-    if (!reading.info || upperBound <= 0 || upperBound - 1 == reading.info->intBelegt ||
-        m_client->isAbandoned())
+    if (!reading.info || upperBound <= 0 || upperBound - 1 == reading.info->intBelegt)
         return true;
     const Answer answer = context().dialogs.Show(
         {.text =
@@ -170,8 +168,6 @@ bool VcardStore::acceptCount(const ContactReading& reading)
 
 void VcardStore::showReading(const ContactReading& reading)
 {
-    if (!m_list)
-        return;
     std::vector<toolkit::ListRow> added;
     QSet<QString> keys;
     for (const ContactCard& card : reading.cards.cards) {
@@ -193,7 +189,7 @@ void VcardStore::showReading(const ContactReading& reading)
 
 QString VcardStore::backUp()
 {
-    if (!m_list || !app::isOn(context().settings, app::keys::AutoBackup))
+    if (!app::isOn(context().settings, app::keys::AutoBackup))
         return {};
     const QString path = backupPath(context(), u"Backup von "_s, u".csv"_s);
     return VCF2BackupFile(context(), *m_list, path) ? path : QString();

@@ -3,8 +3,6 @@
 #include "obex/clsMmcOperation.h"
 #include "phonedata/IrmcItems.h"
 
-#include <QPointer>
-
 #include <functional>
 #include <vector>
 
@@ -70,8 +68,8 @@ public:
     /// Their difference, where what is no number counts as 0.
     int freePlaces() const;
 
-    /// Reads the phonebook into the list. False leaves the list empty; the phone's failures have been shown,
-    /// but not that the command as a whole has failed.
+    /// Reads the phonebook into the list. Returns true if it was read; otherwise the list is empty. The
+    /// phone's failures have been shown, but not that the command as a whole has failed.
     bool VcfReadList(const toolkit::Progress& progress);
 
     /// Empties the list and forgets the capacity: another phone may be on the line, with LUIDs of its own.
@@ -132,7 +130,7 @@ private:
     void removeLastRow(const QString& luid);
 
     std::shared_ptr<obex::clsMmc> m_client;
-    QPointer<toolkit::ListRows> m_list;
+    toolkit::ListRows* m_list;
     VcfCards m_cards; // of the last reading, without those that were changed since
     std::optional<ContactReading> m_last;
     Session* m_session = nullptr;

@@ -50,13 +50,12 @@ bool VcardStore::reserveRoom(int upperBound, const Progress& progress)
         return false;
     if (upperBound <= info.intKap - info.intBelegt)
         return true;
-    if (!m_client->isAbandoned())
-        context().dialogs.Show(
-            {.text =
-                 u"Es stehen nicht genügend freie Speicherplätze zur Verfügung, um %1 Einträge zu speichern."_s
-                     .arg(upperBound),
-             .icon = toolkit::Icon::Information,
-             .english = u"The phone has no room for that many contacts."_s});
+    context().dialogs.Show(
+        {.text =
+             u"Es stehen nicht genügend freie Speicherplätze zur Verfügung, um %1 Einträge zu speichern."_s
+                 .arg(upperBound),
+         .icon = toolkit::Icon::Information,
+         .english = u"The phone has no room for that many contacts."_s});
     return false;
 }
 
@@ -138,7 +137,7 @@ void VcardStore::noteWritten(tVcfEntry entry, const QString& luid)
 
 void VcardStore::removeRow(const QString& luid)
 {
-    const int row = m_list && !luid.isEmpty() ? m_list->indexOfKey(vcfKey(luid)) : -1;
+    const int row = !luid.isEmpty() ? m_list->indexOfKey(vcfKey(luid)) : -1;
     if (row >= 0)
         m_list->removeAt(row);
 }
@@ -146,7 +145,7 @@ void VcardStore::removeRow(const QString& luid)
 /// Removes the last row with a LUID, whatever its key.
 void VcardStore::removeLastRow(const QString& luid)
 {
-    int row = m_list ? m_list->count() - 1 : -1;
+    int row = m_list->count() - 1;
     while (row >= 0 && m_list->text(row, VcfLuid) != luid)
         --row;
     if (row >= 0)
@@ -155,8 +154,6 @@ void VcardStore::removeLastRow(const QString& luid)
 
 void VcardStore::showWritten(const tVcfEntry& entry)
 {
-    if (!m_list)
-        return;
     toolkit::ListRow row = toRow(entry);
     const int old = m_list->indexOfKey(row.key);
     if (old >= 0 && isNoValidLuid(entry.luid)) // another one of the same second
@@ -176,7 +173,7 @@ void VcardStore::showUnconfirmed(tVcfEntry entry)
         showWritten(entry);
         return;
     }
-    for (int index = 0; m_list && index < m_list->count(); ++index) {
+    for (int index = 0; index < m_list->count(); ++index) {
         if (m_list->text(index, VcfLuid) == entry.luid)
             m_list->setText(index, VcfLuid, mark);
     }
@@ -186,7 +183,7 @@ bool VcardStore::VcfDeleteRows(const Progress& progress, ContactReport* report)
 {
     QStringList luids;
     // From the last to the first, as they are deleted.
-    for (int row = m_list ? m_list->count() - 1 : -1; row >= 0; --row) {
+    for (int row = m_list->count() - 1; row >= 0; --row) {
         if (m_list->row(row).selected)
             luids.append(m_list->text(row, VcfLuid));
     }

@@ -108,8 +108,26 @@ bool isTextField(const QByteArray& key)
                        [&](const auto& field) { return field.first == key; });
 }
 
-/// Decodes anew what the described decoder has turned into other letters. Of lines with the same key the
-/// first counts. `isEncoded`: the object has lines in quoted-printable, so a "=" in any line begins a code.
+/// Sets the field of a line, if there is one for it, from the line's text.
+void setText(tVcfEntry& entry, const QByteArray& key, const QString& text)
+{
+    if (key == "N")
+        std::tie(entry.lastName, entry.firstName) = splitName(text);
+    for (const auto& [fieldKey, field] : textFields) {
+        if (fieldKey == key)
+            entry.*field = VcfUnesc(text);
+    }
+    if (key == "BDAY")
+        entry.birthday = text;
+    if (key == luidKey && !text.isEmpty()) {
+        entry.luid = text;
+        entry.isStandIn = false;
+    }
+}
+
+/// Decodes anew what the described decoder has turned into other letters, and what it has taken for the rest
+/// of a letter at the end of the line before. Of lines with the same key the first counts. `isEncoded`: the
+/// object has lines in quoted-printable, so a "=" in any line begins a code.
 void correctTexts(tVcfEntry& entry, const QByteArray& raw, bool isEncoded)
 {
     QByteArrayList seen;
@@ -118,15 +136,10 @@ void correctTexts(tVcfEntry& entry, const QByteArray& raw, bool isEncoded)
         const bool isSeen = seen.contains(line.key);
         const bool isAllEncoded = isEncoded && !isMarked && line.value.contains('=');
         seen.append(line.key);
-        const auto text = isSeen || isAllEncoded ? std::nullopt : utf8Text(line);
-        if (!text)
-            continue;
-        if (line.key == "N")
-            std::tie(entry.lastName, entry.firstName) = splitName(*text);
-        for (const auto& [key, field] : textFields) {
-            if (key == line.key)
-                entry.*field = VcfUnesc(*text);
-        }
+        const bool isPlain = !isMarked && isAscii(line.value);
+        const auto text = isPlain ? std::optional(lineText(line)) : utf8Text(line);
+        if (text && !isSeen && !isAllEncoded)
+            setText(entry, line.key, *text);
     }
 }
 
@@ -231,6 +244,20 @@ QString lineText(const CardLine& line)
 {
     const auto text = utf8Text(line);
     return text ? *text : upToLineEnd(app::fromCp1252(valueBytes(line)));
+}
+
+tVcfEntry writtenEntry(const ContactCard& card)
+{
+    tVcfEntry entry = card.entry;
+    QByteArrayList seen;
+    for (const CardLine& line : cardLines(card.raw)) {
+        const bool isDecodable = !line.marks.contains(encodingMark) || utf8Text(line);
+        if (isDecodable && !seen.contains(line.key))
+            setText(entry, line.key, lineText(line));
+        seen.append(line.key);
+    }
+    entry.isStandIn = card.entry.isStandIn;
+    return entry;
 }
 
 std::vector<CardLine> otherLines(const QByteArray& raw)

@@ -58,6 +58,11 @@ QString lineText(const CardLine& line);
 /// UTF-8; up to a line end or NUL in it.
 std::optional<QString> utf8Text(const CardLine& line);
 
+/// The contact as its card says it by the rules of vCard, without the mistakes of the described decoder. A
+/// text whose quoted-printable is no UTF-8 stays as it was decoded, for phones and Kalmo write such texts.
+/// Without the bytes of the card it is the entry.
+tVcfEntry writtenEntry(const ContactCard& card);
+
 /// The lines that tVcfEntry has no field for, such as a fax number. Lines that frame a card are none of them.
 std::vector<CardLine> otherLines(const QByteArray& raw);
 

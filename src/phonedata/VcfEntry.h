@@ -59,7 +59,7 @@ QString writtenBirthday(const QDate& date, const QString& time);
 /// Replaces a LUID that the phone has not reported. Until the list has been read again, such an
 /// entry can be neither changed nor deleted.
 QString noValidLuid(const QDateTime& moment);
-/// True for that, and for the empty text: the phone would take it for the order to make a new entry.
+/// Returns true for that, and for the empty text, by which the phone would make a new entry.
 bool isNoValidLuid(const QString& luid);
 /// Returns true if the phone can find the entry of a row. The LUID cell of a stand-in has a tag for that.
 bool hasValidLuid(const toolkit::ListRow& row);

@@ -123,7 +123,7 @@ bool VCF2BackupFile(app::Context& context, const ListRows& list, const QString& 
                      u" konnte nicht angelegt werden. Das automatische Backup wurde nicht "
                      u"angelegt."_s,
              .icon = toolkit::Icon::Exclamation,
-             .english = u"The folder %1 could not be made, so there is no backup."_s.arg(folder)});
+             .english = u"could not create the folder %1; no backup was made."_s.arg(folder)});
         return false;
     }
     if (saveBackup(context, path, vcfBackupBytes(list)))

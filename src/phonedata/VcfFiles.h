@@ -7,8 +7,8 @@
 namespace kalmo::phonedata {
 
 /// The contacts as a file for people: a heading line, then seven quoted fields a line, in the code page.
-/// Quotes within a field are not protected, the LUID is left out. Nothing is done for an empty list; false,
-/// shown to the user, if the file can't be written.
+/// Quotes within a field are not protected, the LUID is left out. An empty list makes no file. Returns true
+/// unless the file could not be written; a failure has been shown.
 bool SaveVcfCsv(app::Context& context, const toolkit::ListRows& list, const QString& path);
 QByteArray vcfCsvBytes(const toolkit::ListRows& list);
 
@@ -17,8 +17,8 @@ QByteArray vcfCsvBytes(const toolkit::ListRows& list);
 /// `others` are lines that tVcfEntry has no field for; they follow, in correct spelling too.
 QByteArray vcfCardBytes(const tVcfEntry& entry, const std::vector<CardLine>& others = {});
 
-/// The automatic backup of a list: its headings and all its columns, with tabs between. False, shown to the
-/// user, if it can't be written.
+/// The automatic backup of a list: its headings and all its columns, with tabs between. Returns true if
+/// the file was written; a failure has been shown.
 bool VCF2BackupFile(app::Context& context, const toolkit::ListRows& list, const QString& path);
 QByteArray vcfBackupBytes(const toolkit::ListRows& list);
 

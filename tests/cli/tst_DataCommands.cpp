@@ -144,7 +144,7 @@ void tst_DataCommands::runs()
              u"[{'backup':null,'name':'','path':'/','size':1,'state':'unchanged','written':false},"
              "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'state':'unchanged','written':false},"
              "{'backup':null,'name':'€','path':'/€','size':1,'state':'unchanged','written':false}]"_s,
-             u"kalmoctl: nothing is left of the name ,; without its commas and semicolons.\n"
+             u"kalmoctl: the name ,; has nothing but commas and semicolons, which are left out.\n"
              "kalmoctl: a\\b can't be the name of a file in the phone.\n"
              "kalmoctl: /€ holds a letter that no name in the phone can have.\n"_s,
              [](Handset& handset) {
@@ -186,7 +186,7 @@ void tst_DataCommands::runs()
     rows.add("mkdir of what is there", u"files mkdir Pictures/"_s, ExitDone,
              u"{'path':'/Pictures','state':'done'}"_s, {}, nothing);
     rows.add("mkdir below a file", u"files mkdir Liesmich.txt/a"_s, ExitFailed, {},
-             u"kalmoctl: /Liesmich.txt/a has a file of the phone in its way.\n"_s, nothing);
+             u"kalmoctl: a file of the phone is in the way of /Liesmich.txt/a.\n"_s, nothing);
     rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
              u"{'from':'/Liesmich.txt','state':'done','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
     rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,

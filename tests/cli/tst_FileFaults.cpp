@@ -1,7 +1,9 @@
 // Changes to files with a fault at every request: what the phone holds, what kalmoctl says and what the
 // record keeps agree, and undo brings the first state back.
 
+#include "operations/SendFiles.h"
 #include "Shell.h"
+#include "support/Rows.h"
 #include "support/SmallDisk.h"
 
 #include <QJsonArray>
@@ -81,6 +83,7 @@ private Q_SLOTS:
     void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
     void aFullDiskChangesNothing();
     void aRecordThatCanNotBeCompletedIsReported();
+    void roomOfABatch();
     void aSilentPhoneCostsItsTimeoutOnce();
 
 private:
@@ -246,6 +249,41 @@ void tst_FileFaults::aRecordThatCanNotBeCompletedIsReported()
         }
         QVERIFY2(reported > 0, qPrintable(line));
     }
+}
+
+/// Each file is "size", "size>replaced", or "size>replaced!" for one that is kept in the phone after all.
+void tst_FileFaults::roomOfABatch()
+{
+    using namespace kalmo::operations;
+    const Rows<int, bool, QString, QString> rows{
+        {"sum of all", 100, true, u"60 30 20 5"_s, u"+ + - +"_s},
+        {"a replaced file gives its room", 100, true, u"190>90 10>50 40"_s, u"+ + +"_s},
+        {"to those after it only", 100, true, u"110 10>50"_s, u"- +"_s},
+        {"a kept one gives none", 100, true, u"10>50! 110"_s, u"+ -"_s},
+        {"as described for the window", 100, false, u"110>90 60>90 110"_s, u"- + +"_s},
+        {"not known", -1, true, u"1000000"_s, u"+"_s},
+    };
+    rows.each([&](const auto& free, const auto& countsReplaced, const auto& files, const auto& wanted) {
+        SendPlan plan;
+        for (const QString& word : files.split(u' ')) {
+            const QStringList sizes = QString(word).remove(u'!').split(u'>');
+            PlannedFile file;
+            file.size = sizes[0].toInt();
+            if (sizes.size() > 1)
+                file.replaced.emplace().size = sizes[1].toInt();
+            if (word.endsWith(u'!'))
+                file.obstacle = FileObstacle::Kept;
+            plan.files.push_back(file);
+        }
+        const SendPolicy policy{.freeBytes = free < 0 ? std::nullopt : std::optional<qint64>(free),
+                                .countsRoomOfReplaced = countsReplaced};
+        const bool fits = requireRoom(plan, policy);
+        QStringList found;
+        for (const PlannedFile& file : plan.files)
+            found.append(file.obstacle == FileObstacle::NoRoom ? u"-"_s : u"+"_s);
+        QCOMPARE(found.join(u' '), wanted);
+        QCOMPARE(fits, !wanted.contains(u'-'));
+    });
 }
 
 void tst_FileFaults::aSilentPhoneCostsItsTimeoutOnce()

@@ -55,6 +55,7 @@ class tst_LosingNothing : public QObject
 
 private Q_SLOTS:
     void anyFaultAtAnyTime();
+    void cardsThatDoNotComeThrough();
 };
 
 void tst_LosingNothing::anyFaultAtAnyTime()
@@ -105,6 +106,26 @@ void tst_LosingNothing::anyFaultAtAnyTime()
             QVERIFY2(attempt.content() == attempt.before, why.constData());
         }
     });
+}
+
+/// One name in quoted-printable has all cards decoded, so the first name is shown as "A" only.
+void tst_LosingNothing::cardsThatDoNotComeThrough()
+{
+    const QTemporaryDir folder;
+    QFile seed(folder.filePath(u"seed.json"_s));
+    QVERIFY(seed.open(QIODevice::WriteOnly));
+    seed.write(R"({"contacts": [{"lastName": "A=B; C", "home": "1"}, {"lastName": "Ayşe", "home": "2"}]})");
+    seed.close();
+    Handset handset({.model = u"S68H"_s, .seed = seed.fileName(), .cards = handset::CardText::Raw});
+    QCOMPARE(handset(u"phonebook read -o x.json"_s), ExitDone);
+    const QString lacks = u"x.json lacks a part of these contacts; a .vcf file would hold it: A\n"_s;
+    QVERIFY2(handset.told.endsWith(lacks), qPrintable(handset.told));
+    QCOMPARE(handset(u"phonebook read -o x.vcf"_s), ExitDone);
+    QVERIFY2(!handset.told.contains(u"lacks"_s), qPrintable(handset.told));
+    handset.file(u"half.json"_s, R"([{"lastName": "A", "firstName": "D", "home": "1"}])");
+    QCOMPARE(handset(u"--yes phonebook set 0001 half.json"_s), ExitDone);
+    const QString warning = u"D A: in the phone it says \"A=B; C\"; \"A\" would be written"_s;
+    QVERIFY2(handset.told.contains(warning), qPrintable(handset.told));
 }
 
 QTEST_GUILESS_MAIN(tst_LosingNothing)

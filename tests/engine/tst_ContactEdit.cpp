@@ -1,11 +1,13 @@
 // Changes of a vCard phonebook: what is planned, and that phone, record and result agree in any case.
 
+#include "operations/CardLosses.h"
 #include "operations/ContactEdit.h"
 #include "operations/ContactFiles.h"
 #include "operations/Records.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/SmallDisk.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -116,6 +118,9 @@ private Q_SLOTS:
     void restores();
     void anyFaultAtAnyTime();
     void nothingWithoutRoomOrCount();
+    void aRecordThatCanNotBeCompleted();
+    void lossesOfCards();
+    void cardsForOtherPrograms();
     void cardsBringBack();
 };
 
@@ -320,6 +325,89 @@ void tst_ContactEdit::nothingWithoutRoomOrCount()
     QVERIFY(isDoubtful);
     QVERIFY(full.records().empty());
     QCOMPARE(full.held().items().size(), 2U);
+}
+
+/// Some room is enough for the record before the change, and not for its result.
+void tst_ContactEdit::aRecordThatCanNotBeCompleted()
+{
+    int open = 0;
+    State state = State::Unchanged;
+    for (int room = 200; room < 20000 && state != State::Done; room += 40) {
+        Phone phone(u"S68H"_s, {.seed = u"none"_s, .entries = 3});
+        ContactOutcome outcome;
+        {
+            const SmallDisk disk(room);
+            outcome = phone.change([](const ContactReading& held) {
+                return planDelete(held, {held.cards.cards[0].entry.luid}).plan;
+            });
+        }
+        const auto records = phone.records();
+        state = records.empty() ? State::Unchanged : records[0].state;
+        QCOMPARE(phone.held().items().size(), records.empty() ? 3U : 2U);
+        QCOMPARE(outcome.facts.isRecordOpen, !records.empty() && state == State::Unknown);
+        open += outcome.facts.isRecordOpen ? 1 : 0;
+    }
+    QVERIFY(open > 0 && state == State::Done);
+}
+
+void tst_ContactEdit::lossesOfCards()
+{
+    const QByteArray marks = ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:";
+    const Rows<QByteArray, tVcfEntry, CardLosses> rows{
+        {"nothing", {}, {.email = u"ş;@x"_s, .lastName = u"Ελένη;="_s, .firstName = u"Ö"_s}, {}},
+        {"a code",
+         {},
+         {.lastName = u"A=3B"_s},
+         {.characters = u"="_s, .edited = {{u"A=3B"_s, u"A"_s}, {u""_s, u";"_s}}}},
+        {"no letter of the phone",
+         {},
+         {.home = u"ş"_s},
+         {.characters = u"ş"_s, .edited = {{u"ş"_s, u"?"_s}}}},
+        {"hides a separator",
+         {},
+         {.lastName = u"a\\"_s, .firstName = u"b"_s},
+         {.characters = u"\\"_s, .edited = {{u"a\\"_s, u"a;b"_s}, {u"b"_s, u""_s}}}},
+        {"a line end", {}, {.home = u"1\n2"_s}, {.edited = {{u"1\n2"_s, u"1 2"_s}}}},
+        {"not edited", ":A=B;C", {.lastName = u"A"_s, .home = u"2"_s}, {}},
+        {"half of a name",
+         ":A=B;C",
+         {.lastName = u"A"_s, .firstName = u"D"_s},
+         {.hidden = {{u"A=B"_s, u"A"_s}}}},
+        {"the whole name", ":A=B;C", {.lastName = u"E"_s, .firstName = u"D"_s}, {}},
+        {"half of a name that came through",
+         marks + "A=3DB;C",
+         {.lastName = u"A=B"_s, .firstName = u"D"_s},
+         {.characters = u"="_s, .edited = {{u"A=B"_s, u"A"_s}, {u"D"_s, u""_s}}}},
+        {"half of a name in the phones' spelling",
+         marks + "x=C3=40;C",
+         {.lastName = u"x€"_s, .firstName = u"D"_s},
+         {.characters = u"€"_s}},
+    };
+    rows.each([&](const auto& name, auto entry, const auto& losses) {
+        // Another card in quoted-printable has all of them decoded.
+        const VcfCards held = parseCards(card("7", name, "1") + card("8", marks + "=C3=BC", "1"));
+        entry.luid = name.isEmpty() ? QString() : u"7"_s;
+        if (!name.isEmpty() && entry.home.isEmpty())
+            entry.home = u"1"_s;
+        const CardLosses found = lossesWhenSent(entry, name.isEmpty() ? nullptr : &held.cards[0]);
+        QCOMPARE(found.characters, losses.characters);
+        QVERIFY(found.edited == losses.edited && found.hidden == losses.hidden);
+    });
+}
+
+/// They say what the phone's card says, not what the list shows of it; files of fields can't.
+void tst_ContactEdit::cardsForOtherPrograms()
+{
+    const ContactReading held =
+        readingOf(card("1", ":A=B; \xC4", "1") + card("2", ";ENCODING=QUOTED-PRINTABLE:x=C3=40", "2") +
+                      card("3", ":C", "3\r\nTEL;FAX:4"),
+                  3);
+    QCOMPARE(held.cards.cards[0].entry.lastName, u"A"_s);
+    const QByteArray bytes = contactCardBytes(held);
+    const QByteArray mark = ";ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:";
+    for (const QByteArray& line : {"N" + mark + "A=3DB; =C3=84", "N" + mark + "x=E2=82=AC;", "TEL;FAX:4"_ba})
+        QVERIFY2(bytes.contains(line + "\r\n"), bytes.constData());
+    QCOMPARE(contactsBeyondFields(held.cards), QStringList({u"A"_s, u"C"_s}));
 }
 
 void tst_ContactEdit::cardsBringBack()

@@ -326,33 +326,6 @@ private Q_SLOTS:
         QCOMPARE(test.logged().filter(u"refused, another exchange is under way"_s).size(), 4);
     }
 
-    void ownerGoes()
-    {
-        TestContext test;
-        ScriptedPort port(test);
-        auto owned = std::make_unique<ObexClient>(test, port);
-        owned->goOnline();
-        port.expect(hex("83 000A 01 0007 00 6100 00"), hex("90 00 07 48 00 04 78"));
-        port.expect(hex("83 0003")); // the phone falls silent, and the window is closed
-        port.expect(hex("FF 0003"), done);
-        test.clock.after(2, [&] {
-            owned->mmc->abandon();
-            owned->progress.panel.texts.clear();
-            const std::weak_ptr<clsMmc> watched = owned->mmc;
-            // The line outlives every window; only the client's owner goes.
-            owned->mmc.reset();
-            QVERIFY(!watched.expired());
-        });
-        clsMmc* const client = owned->mmc.get();
-        const QPointer<clsMmc> watched = client;
-        QByteArray data;
-        int code = 0;
-        QVERIFY(!client->GetFile(u"a"_s, data, owned->progress.all(), {}, &code));
-        QVERIFY(watched.isNull());
-        QCOMPARE(code, obex::Cancelled);
-        QCOMPARE(owned->progress.panel.texts, QStringList());
-    }
-
     void stopWhileOpening()
     {
         const Rows<bool> rows{

@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(prepared.violations(), QStringList());
     }
 
-    /// Stores and ringtones need time between two commands, and a longer phonebook of family 3 a preparation.
+    /// Handsets need time between two commands, and a longer phonebook of family 3 a preparation.
     void watchesThePauses()
     {
         const QByteArray open = "AT^WSSL=\"TB\"\r";
@@ -145,7 +145,14 @@ private Q_SLOTS:
             {"first ringtone", 0.8, {"AT+CGMR\r", "AT^WREX?\r"}, u"AT^WREX? came 0."_s},
             {"next ringtone", 0.25, {"AT^WREX?\r", "AT^WRIN?\r"}, u"AT^WRIN? came 0."_s},
             {"ringtone after a change", 1, {"AT^WREX=1,1\r", "AT^WREX?\r"}, u"AT^WREX? came 0."_s},
-            {"all with patience", politely, {open, "AT^WSRE\r", "AT^WSSL\r", "AT^WREX?\r"}, {}},
+            {"after the error level", 0.1, {"AT+CMEE=0\r", "AT+CGMR\r"}, u"AT+CGMR came 0."_s},
+            {"restart after an error", 0.3, {"AT+XYZ\r", "ATZ\r"}, u"ATZ came 0."_s},
+            {"second restart", 0.25, {"ATZ\r", "ATZ\r"}, u"ATZ came 0.2"_s},
+            {"after a restart", 0.12, {"ATZ\r", "AT+CGMR\r"}, u"AT+CGMR came 0.1"_s},
+            {"all with patience",
+             politely,
+             {open, "AT^WSRE\r", "AT^WSSL\r", "AT^WREX?\r", "AT+XYZ\r", "ATZ\r", "AT+CMEE=0\r"},
+             {}},
         };
         rows.each([&](const auto& seconds, const auto& said, const auto& complaint) {
             HandsetTalk talk(emptyHandset(u"GALICIA"_s));

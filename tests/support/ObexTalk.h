@@ -58,7 +58,7 @@ class ObexTalk : public HandsetTalk
 public:
     explicit ObexTalk(const handset::Options& options) : HandsetTalk(options)
     {
-        opened = say("AT^SQWE=3\r\n").endsWith("\r\nOK\r\n");
+        opened = say("AT^SQWE=3\r\n", 1.5).endsWith("\r\nOK\r\n");
     }
 
     /// Into the folder, from where it is.

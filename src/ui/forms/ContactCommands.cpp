@@ -4,6 +4,7 @@
 #include "app/Version.h"
 #include "link/PhoneModels.h"
 #include "operations/ContactEdit.h"
+#include "ui/forms/ContactMessages.h"
 
 namespace kalmo::ui {
 
@@ -20,21 +21,6 @@ using toolkit::Progress;
 namespace {
 
 const QString oldKeyPrefix = u"temp_"_s;
-
-void show(const VcardStore& store, const toolkit::Message& message)
-{
-    if (!store.client().isAbandoned())
-        store.context().dialogs.Show(message);
-}
-
-/// Advice about an entry without a valid LUID.
-QString readAgainAdvice()
-{
-    return u"Dies kann aufgrund eines Fehler im Gigaset, der bisher von der Firma Gigaset nicht behoben "
-           u"wurde unter "
-           u"ungünstigen Umständen vorkommen. Bitte lesen Sie das Telefonbuch einmal komplett neu ein "
-           u"(Schaltfläche \"Neu Laden\"). Danach können Sie den betroffenen Eintrag beliebig ändern oder löschen."_s;
-}
 
 /// Frees the key of the row that is about to be replaced; the new row may need it.
 QString moveKeyAway(ListRows* list, int row)
@@ -65,75 +51,6 @@ void removeRow(ListRows* list, const QString& key)
 operations::ContactPolicy windowPolicy()
 {
     return {.mayUseDoubtfulReading = true, .readsAgain = true};
-}
-
-/// The client has shown the user each failure of the phone. The rest is shown here.
-void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
-{
-    if (facts.cause == operations::Cause::Doubtful)
-        show(store, {.text = u"Das Telefon hat nicht mitgeteilt, wie viele Einträge es enthält. Im Telefon "
-                             u"wurde nichts geändert. Bitte versuchen Sie es erneut."_s,
-                     .icon = Icon::Exclamation});
-    if (facts.cause != operations::Cause::NotSaved)
-        return;
-    show(store, {.text = u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: %1\n\n"
-                         u"Im Telefon wurde nichts geändert."_s.arg(facts.reason),
-                 .icon = Icon::Exclamation});
-}
-
-QString fieldsOf(const tVcfEntry& entry)
-{
-    QStringList fields;
-    for (const QString& text : {entry.lastName, entry.firstName, entry.home, entry.mobile, entry.work,
-                                entry.email, phonedata::displayBirthday(entry.birthday)}) {
-        if (!text.isEmpty())
-            fields.append(text);
-    }
-    return fields.join(u", "_s);
-}
-
-/// Shows contacts that the phone holds otherwise than they were saved, in a box and in the list.
-void showMismatches(VcardStore& store, const operations::ContactEdit& edit,
-                    const operations::ContactOutcome& outcome)
-{
-    if (outcome.mismatches.empty() || !edit.heldAfter())
-        return;
-    store.showReading(*edit.heldAfter());
-    const auto& [written, held] = outcome.mismatches.front();
-    show(store, {.text = u"Das Telefon hat den Eintrag anders gespeichert, als Sie ihn eingegeben haben.\n\n"
-                         u"Eingegeben: %1\nGespeichert: %2"_s.arg(fieldsOf(written), fieldsOf(held)),
-                 .title = app::productName() + u" - Adressbuch bearbeiten"_s,
-                 .icon = Icon::Exclamation});
-}
-
-/// Shows a contact that the reading lacks or that has no valid LUID there. Returns true if there is none.
-bool requireFound(const VcardStore& store, const operations::LuidPlan& found)
-{
-    if (found.isSound())
-        return true;
-    show(store, {.text = u"Der Eintrag wurde im Telefon nicht gefunden. Im Telefon wurde nichts geändert.\n\n"
-                         u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu Laden\")."_s,
-                 .icon = Icon::Exclamation});
-    return false;
-}
-
-/// Asks about a contact that was changed in the phone after the list was read. Returns true if it may be
-/// replaced or deleted.
-bool confirmOther(const VcardStore& store, const tVcfEntry& shown, const tVcfEntry& held)
-{
-    if (phonedata::haveSameContent(shown, held))
-        return true;
-    if (store.client().isAbandoned())
-        return false;
-    return store.context().dialogs.Show(
-               {.text = u"Der Eintrag wurde im Telefon geändert, seit das Telefonbuch eingelesen wurde.\n\n"
-                        u"In der Liste: %1\nIm Telefon: %2\n\n"
-                        u"Möchten Sie den Eintrag im Telefon trotzdem ändern bzw. löschen?"_s.arg(
-                            fieldsOf(shown), fieldsOf(held)),
-                .title = app::productName() + u" - Adressbuch bearbeiten"_s,
-                .buttons = Buttons::YesNo,
-                .icon = Icon::Question,
-                .defaultButton = Answer::No}) == Answer::Yes;
 }
 
 /// The plan for one contact. Nothing if it is not to be written; the user knows why. `shown` is the contact
@@ -274,19 +191,6 @@ bool hasWrongNumbers(const ListRows& list)
     return false;
 }
 
-/// Shows that there are wrong numbers. Returns true if the user wants to edit the area codes.
-bool askToEditCodes(const VcardStore& store)
-{
-    const Answer answer = store.context().dialogs.Show(
-        {.text = u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
-                 u"(Vorwahl-)Nummer empfangen worden zu sein.\n"
-                 u"Meistens sind falsch eingestellte Vorwahl-Einstellungen die Ursache.\n\n"
-                 u"Möchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
-         .buttons = Buttons::YesNo,
-         .icon = Icon::Question});
-    return answer == Answer::Yes;
-}
-
 } // namespace
 
 bool allowNewContact(const VcardStore& store)
@@ -388,8 +292,6 @@ CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
     const CommandResult result = deleteContacts(store, contacts, progress);
     if (result != CommandResult::Failed)
         return result;
-    if (store.client().isAbandoned())
-        return CommandResult::Failed;
     show(store,
          {.text = u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch erneut ein, um "
                   u"Inkonsistenzen zu vermeiden."_s,
@@ -420,8 +322,7 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolk
         // With a reading at hand the user has refused to see it.
         return store.lastReading() ? CommandResult::Refused : CommandResult::Failed;
     }
-    if (asksForCodes && !store.client().isAbandoned() && store.list() && hasWrongNumbers(*store.list()) &&
-        askToEditCodes(store)) {
+    if (asksForCodes && store.list() && hasWrongNumbers(*store.list()) && askToEditCodes(store)) {
         readCodes();
         if (!answer.isEmpty())
             editAreaCodes(answer);

@@ -3,7 +3,6 @@
 #include "app/Version.h"
 #include "phonedata/EntryRules.h"
 #include "phonedata/PhoneCharacters.h"
-#include "phonedata/VcfCodec.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
@@ -11,6 +10,7 @@
 #include "ui/controls/ucHeadline.h"
 #include "ui/forms/ChangeGuard.h"
 #include "ui/forms/ContactCommands.h"
+#include "ui/forms/ContactMessages.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/icons/Icons.h"
 
@@ -270,15 +270,17 @@ bool frmVCFneu::rejectBirthday()
     return wrong != nullptr;
 }
 
-/// Asks about characters that the phone may give back otherwise. Returns true if they are to be saved.
+/// Asks about texts that do not come through the contact's card. Returns true if it is to be saved.
 bool frmVCFneu::askAboutLosses()
 {
-    const QString characters = endangeredCharacters(entry());
-    if (characters.isEmpty())
+    const ContactReading* reading = m_store->lastReading();
+    const tVcfEntry made = entry();
+    const ContactCard* held = reading && !made.luid.isEmpty() ? reading->cards.find(made.luid) : nullptr;
+    const QString losses = lossText(operations::lossesWhenSent(made, held));
+    if (losses.isEmpty())
         return true;
     const Answer answer = m_program.context.dialogs.Show(
-        {.text = u"Das Telefon gibt diese Zeichen möglicherweise nicht so zurück, wie Sie sie eingegeben "
-                 u"haben: %1\n\nSoll der Eintrag trotzdem gespeichert werden?"_s.arg(characters),
+        {.text = losses + u"\n\nSoll der Eintrag trotzdem gespeichert werden?"_s,
          .title = windowTitle(),
          .buttons = toolkit::Buttons::YesNo,
          .icon = toolkit::Icon::Question,

@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"
 #include "ui/forms/ContactCommands.h"
+#include "ui/forms/ContactMessages.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/import/NumberFrame.h"
 #include "ui/import/PreviewModel.h"
@@ -75,15 +76,17 @@ void frmImportPb::ImportToVcardStore()
         dialogs.Show(transfer::messageFor(step, m_model->preview(), freePlaces));
         return;
     }
+    std::vector<phonedata::tVcfEntry> contacts =
+        transfer::checkedContacts(m_model->preview(), m_program.context.log);
+    if (!confirmLosses(*m_lists.store, contacts))
+        return;
     bool isDone = false;
     {
         m_sta->offerCancel(false);
         const toolkit::BusyScope busy(m_sta);
         m_sta->setText(u"Datensätze werden importiert..."_s);
         m_sta->progress().start(0, 0);
-        isDone = importContacts(*m_lists.store,
-                                transfer::checkedContacts(m_model->preview(), m_program.context.log),
-                                m_sta->progress());
+        isDone = importContacts(*m_lists.store, std::move(contacts), m_sta->progress());
         m_sta->progress().hide();
     }
     if (!isDone)

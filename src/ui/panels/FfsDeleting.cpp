@@ -131,8 +131,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     if (const QString text = notDeleted.text(); !text.isEmpty())
         tell(*mmc, text, Icon::Exclamation);
     deleted.leftOut = names.size() - deleted.files.size() - deleted.folders.size();
-    if (!mmc->isAbandoned())
-        progress.status(sentenceOf(deleted));
+    progress.status(sentenceOf(deleted));
     return isAllDone;
 }
 

@@ -98,7 +98,7 @@ bool Downloader::isWanted(const FileToFetch& file, const FetchedFile& fetched)
 Step Downloader::download(const FileToFetch& file)
 {
     const FetchedFile fetched = operations::fetchFile(m_access, file);
-    if (!fetched.outcome.isConfirmed || client().isAbandoned())
+    if (!fetched.outcome.isConfirmed)
         return Step::Failed;
     const bool wanted = isWanted(file, fetched);
     if (wanted && client().SaveFile(fetched.bytes, targetOf(file), file.entry->modified)) {
@@ -177,8 +177,6 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         return false;
     }
     downloader.run(files);
-    if (mmc->isAbandoned())
-        return false;
     const bool isOneFailure = names.size() == 1 && downloader.impossible.isEmpty();
     if (!isOneFailure && (downloader.hasFailed || !downloader.impossible.isEmpty()))
         tell(*mmc, reportOf(downloader, folder), Icon::Exclamation);

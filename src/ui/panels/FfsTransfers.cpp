@@ -100,12 +100,20 @@ void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& o
     }
 }
 
-/// Asks about each file that would be replaced. False if the user cancels.
+/// Returns true if the phone has room for all files. Otherwise shows that it has not.
+bool requireRoom(clsMmc& mmc, operations::SendPlan& plan, const operations::SendPolicy& policy)
+{
+    const bool fits = operations::requireRoom(plan, policy);
+    const auto file = std::ranges::find(plan.files, FileObstacle::NoRoom, &PlannedFile::obstacle);
+    if (!fits && file != plan.files.end())
+        tellObstacle(mmc, *file);
+    return fits;
+}
+
+/// Asks about each file that would be replaced. Returns false if the user cancels.
 bool askAboutReplaced(const clsMmc& mmc, operations::SendPlan& plan)
 {
     for (PlannedFile& file : plan.files) {
-        if (file.obstacle == FileObstacle::NoRoom)
-            return true; // ends the upload
         if (!file.isPossible() || !file.replaced)
             continue;
         const Answer answer =
@@ -174,9 +182,9 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     const bool isLookNeeded = plan.isAnyPossible();
     BatchResult sent{.verb = u"gesendet"_s};
     if (!access.mayBegin() || (isLookNeeded && !operations::lookBeforeSending(access, plan, policy)) ||
-        !askAboutReplaced(*mmc, plan)) {
-        if (!mmc->isAbandoned())
-            display.conclude(sentenceOf(sent));
+        !requireRoom(*mmc, plan, policy) || !askAboutReplaced(*mmc, plan) ||
+        !requireRoom(*mmc, plan, policy)) { // a file that is kept gives no room to others
+        display.conclude(sentenceOf(sent));
         return false;
     }
     QStringList notDone;
@@ -185,13 +193,13 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
         const bool isDone = outcome.state == State::Done;
         (isDone ? sent.files : notDone).append(file.path.name());
         sent.bytes += isDone ? file.size : 0;
-        if (isDone && !mmc->isAbandoned())
+        if (isDone)
             onSent(file);
         if (!hasFailed) { // those after it were not tried
             tellObstacle(*mmc, file);
             tellUpload(*mmc, file, outcome);
         }
-        hasFailed = hasFailed || file.obstacle == FileObstacle::NoRoom || (file.isPossible() && !isDone);
+        hasFailed = hasFailed || (file.isPossible() && !isDone);
     };
     SendStages stages(display, plan);
     const auto saving = [&](const PlannedFile& file) { stages.saving(file); };
@@ -205,8 +213,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
             titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);
         tell(*mmc, parts.join(u"\n\n"_s), Icon::Exclamation);
     }
-    if (!mmc->isAbandoned())
-        display.conclude(sentenceOf(sent));
+    display.conclude(sentenceOf(sent));
     return !hasFailed;
 }
 

@@ -33,8 +33,7 @@ QStringList titled(const QString& title, const QStringList& names)
 
 void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
 {
-    if (!mmc.isAbandoned())
-        mmc.line().context().dialogs.Show({.text = text, .icon = icon});
+    mmc.line().context().dialogs.Show({.text = text, .icon = icon});
 }
 
 void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& access)
@@ -45,16 +44,13 @@ void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& acces
 
 Answer askToReplace(const obex::clsMmc& mmc, const QString& text)
 {
-    if (mmc.isAbandoned())
-        return Answer::Cancel;
     return mmc.line().context().dialogs.Show(
         {.text = text, .buttons = Buttons::YesNoCancel, .icon = Icon::Question, .defaultButton = Answer::No});
 }
 
 bool ask(const obex::clsMmc& mmc, const QString& text)
 {
-    return !mmc.isAbandoned() &&
-           mmc.line().context().dialogs.Show({.text = text,
+    return mmc.line().context().dialogs.Show({.text = text,
                                               .buttons = Buttons::YesNo,
                                               .icon = Icon::Question,
                                               .defaultButton = Answer::No}) == Answer::Yes;

@@ -1,11 +1,12 @@
 #include "ui/window/VcardList.h"
 
 #include "app/Files.h"
-#include "operations/SavedLists.h"
+#include "operations/ContactFiles.h"
 #include "phonedata/BackupFiles.h"
 #include "phonedata/VcfFiles.h"
 #include "toolkit/Progress.h"
 #include "ui/forms/ContactCommands.h"
+#include "ui/forms/ContactMessages.h"
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
@@ -40,12 +41,18 @@ std::pair<ListState, QString> endOfReading(CommandResult result, int count)
 }
 
 /// Saves in the format of the file's ending. The described format is the .csv of all other names.
-bool saveContacts(app::Context& context, const toolkit::ListRows& rows, const QString& path)
+/// Cards are made from those of the phone, as long as the list shows them.
+bool saveContacts(const phonedata::VcardStore& store, const QString& path)
 {
+    app::Context& context = store.context();
+    const toolkit::ListRows& rows = *store.list();
     operations::SavedList list{.kind = operations::SavedKind::Contacts};
     const operations::SavedListFormat* format = operations::findFormat(path, list.kind);
     if (!format || format->ending == u".csv")
         return phonedata::SaveVcfCsv(context, rows, path);
+    const phonedata::ContactReading* reading = store.lastReading();
+    if (format->ending == u".vcf" && reading && std::ssize(reading->cards.cards) == rows.count())
+        return phonedata::saveBackup(context, path, operations::contactCardBytes(*reading));
     for (int row = 0; row < rows.count(); ++row)
         list.contacts.push_back(phonedata::vcfEntryFrom(rows.row(row)));
     return phonedata::saveBackup(context, path, format->write(list));
@@ -184,8 +191,11 @@ void VcardList::save()
     if (path.isEmpty())
         return;
     app::SetLastInitDir(context, m_rows->name(), path);
-    if (saveContacts(context, *m_rows, path))
-        context.dialogs.Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+    if (!saveContacts(*m_store, path))
+        return;
+    const QString cut = cutText(*m_store, path);
+    context.dialogs.Show({.text = cut.isEmpty() ? u"Datei gespeichert."_s : u"Datei gespeichert.\n\n"_s + cut,
+                          .icon = cut.isEmpty() ? Icon::Information : Icon::Exclamation});
 }
 
 void VcardList::exportList()

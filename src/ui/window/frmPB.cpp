@@ -88,7 +88,6 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
 frmPB::~frmPB()
 {
     Q_ASSERT(!m_sta->isBusy() && !m_program.line.isWaiting());
-    m_mmc->abandon();
 }
 
 void frmPB::makePanels()

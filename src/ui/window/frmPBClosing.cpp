@@ -143,7 +143,6 @@ bool frmPB::closeChannel()
 void frmPB::cleanUp()
 {
     saveLayouts();
-    m_mmc->abandon();
     app::emptyFolder(QDir(m_program.context.sy.Paths.Storage).filePath(u"config/temp"_s));
     if (m_program.line.port().IsOpen())
         m_program.line.ClosePort();
