@@ -17,6 +17,11 @@ constexpr int longestEnd = 2000;
 
 DemoHandset::~DemoHandset()
 {
+    stop();
+}
+
+void DemoHandset::stop()
+{
     if (!isRunning())
         return;
     m_process.terminate();

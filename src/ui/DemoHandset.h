@@ -16,6 +16,7 @@ public:
     /// Starts it, beside the program in `programFolder`, and waits until its terminal can be opened. `link`
     /// is the path that the terminal gets. False, with the reason in words in `error`, if that fails.
     bool start(const QString& programFolder, const QString& link, QString& error);
+    void stop();
     bool isRunning() const { return m_process.state() == QProcess::Running; }
 
 private:

@@ -32,10 +32,10 @@ QString describePort(const Program& program)
     return name.isEmpty() ? QString() : u"COM %1: %2"_s.arg(number).arg(name);
 }
 
-/// The phone's identification and family, to find out if a window fits it.
-QString phoneOf(const app::Sy& sy)
+/// Returns true if a window that was made for one phone fits the other.
+bool areOfOneKind(const app::Sy& one, const app::Sy& other)
 {
-    return QString::number(sy.PhoneType) + u' ' + sy.PhoneID;
+    return one.PhoneType == other.PhoneType && one.PhoneID == other.PhoneID;
 }
 
 /// The splash's abort flag as a cancel box.
@@ -55,6 +55,7 @@ StartFlow::StartFlow(Program& program, QString startArguments)
     m_program.context.ending.setLastWork([this] {
         if (m_main)
             m_main->saveUnwritten();
+        m_demo.stop();
     });
 }
 
@@ -78,9 +79,7 @@ void StartFlow::begin()
 
 void StartFlow::runSequence()
 {
-    const bool isDemo = m_demo.isRunning(); // whose user has not seen the settings, and need not
-    if (app::runStartSequence(m_program.context, *this, m_startArguments) == app::StartOutcome::Search ||
-        isDemo)
+    if (app::runStartSequence(m_program.context, *this, m_startArguments) == app::StartOutcome::Search)
         runSearch();
 }
 
@@ -94,10 +93,23 @@ void StartFlow::runSearch()
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone();
     m_start.reset();
-    if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow())
+    if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow()) {
         showMainWindow();
-    else
-        m_settings->present(false);
+        return;
+    }
+    if (m_main)
+        takeOldPhone();
+    m_settings->present(m_main != nullptr); // the window may hold lists that wait to be written
+}
+
+/// The window that stays belongs to the phone before the search.
+void StartFlow::takeOldPhone()
+{
+    app::Sy& sy = m_program.context.sy;
+    sy.PhoneType = m_mainSy.PhoneType;
+    sy.PhoneID = m_mainSy.PhoneID;
+    sy.PhoneSVN = m_mainSy.PhoneSVN;
+    sy.blnTxLfTerminator = m_mainSy.blnTxLfTerminator;
 }
 
 /// Tries the rate that a phone answered at last. If that does not help, the search gives advice.
@@ -120,7 +132,7 @@ void StartFlow::takeLineBack()
 /// keeps it.
 bool StartFlow::dropsOtherWindow()
 {
-    if (!m_main || m_mainPhone == phoneOf(m_program.context.sy))
+    if (!m_main || areOfOneKind(m_mainSy, m_program.context.sy))
         return true;
     if (!m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText)) {
         m_program.line.ClosePort();
@@ -138,11 +150,12 @@ void StartFlow::showMainWindow()
     } else {
         m_program.memory = {};
         m_main = std::make_unique<frmPB>(m_program, std::make_shared<obex::clsMmc>(m_program.line));
-        m_mainPhone = phoneOf(m_program.context.sy);
+        m_mainSy = m_program.context.sy;
         connect(m_main.get(), &frmPB::settingsRequested, this, &StartFlow::openSettings);
         connect(m_main.get(), &frmPB::searchRequested, this, &StartFlow::searchAgain);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
+    m_main->showEmulated(m_demo.isRunning());
     m_main->show();
     if (const QString file = std::exchange(m_fileToOpen, {}); !file.isEmpty())
         QTimer::singleShot(0, m_main.get(), [window = m_main.get(), file] { window->openGiven(file); });
@@ -154,11 +167,17 @@ void StartFlow::openSettings()
     m_settings->present(true);
 }
 
-/// Where the search ends without a phone the settings follow, and from there the window can be had again.
+/// Where the search ends without a phone the settings follow, and their "Abbruch" leads back to the window.
+/// The user of the emulated handset has not seen the settings, and need not.
 void StartFlow::searchAgain()
 {
     m_program.line.ClosePort();
-    begin();
+    if (!m_demo.isRunning()) {
+        begin();
+        return;
+    }
+    showSplash();
+    QTimer::singleShot(0, this, &StartFlow::runSearch);
 }
 
 void StartFlow::onSaved(bool otherPort)
@@ -176,12 +195,13 @@ void StartFlow::onCancelled()
         m_main->show();
 }
 
-/// Runs before the settings close the port. With another port the window is destroyed, and so are its lists.
+/// Runs before the settings close the port. With another port the window is destroyed, after the lists in it
+/// are safe.
 bool StartFlow::mayLeavePhone(bool otherPort)
 {
     if (!m_main)
         return true;
-    if (otherPort && !m_main->mayLoseChanges(unsavedChangesText))
+    if (otherPort && !m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText))
         return false;
     m_main->closeChannel();
     return true;
@@ -191,7 +211,8 @@ void StartFlow::endByUser()
 {
     if (m_main && !m_main->mayLoseChanges(frmPB::closingText))
         return;
-    m_program.context.ending.setLastWork(nullptr); // the user has agreed to lose them
+    // The user has agreed to lose them.
+    m_program.context.ending.setLastWork([this] { m_demo.stop(); });
     // The search is on the stack and would return only through its questions.
     m_program.line.ClosePort();
     m_program.context.ending.EndProgram(EXIT_SUCCESS);
@@ -224,6 +245,7 @@ void StartFlow::ReadSettingsToForm()
         connect(m_settings.get(), &frmEinstellungen::saved, this, &StartFlow::onSaved);
         connect(m_settings.get(), &frmEinstellungen::cancelled, this, &StartFlow::onCancelled);
         connect(m_settings.get(), &frmEinstellungen::closedByUser, this, &StartFlow::endByUser);
+        connect(m_settings.get(), &frmEinstellungen::welcomeWanted, this, &StartFlow::welcome);
     }
     m_settings->ReadSettingsToForm();
     // The start sequence deletes this value after its reminder.
@@ -239,12 +261,16 @@ void StartFlow::showSettings()
         welcome();
 }
 
-/// A newcomer finds a phone here, or goes on to the settings below.
+/// A newcomer finds a phone here, or goes on to the settings below. Later the settings lead here.
 void StartFlow::welcome()
 {
+    if (m_main)
+        m_main->closeChannel(); // the search opens one port after the other
     m_welcome = std::make_unique<frmWelcome>(m_program, m_settings.get());
     connect(m_welcome.get(), &frmWelcome::portChosen, this, [this](int number) {
         m_welcome->hide();
+        m_demo.stop();
+        m_program.context.sy.ComNoForThisRun = 0;
         m_settings->usePort(number);
     });
     connect(m_welcome.get(), &frmWelcome::demoWanted, this, &StartFlow::startDemo);
@@ -263,6 +289,7 @@ void StartFlow::startDemo()
         return;
     }
     m_welcome->hide();
+    m_program.line.ClosePort();
     context.sy.ComNoForThisRun = m_program.ports.numberForThisRun(link);
     m_program.ports.useDevice(context.sy.ComNoForThisRun, link);
     m_settings->hide(); // the user has not confirmed them, and is welcomed again by the next start

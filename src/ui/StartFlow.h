@@ -44,6 +44,7 @@ private:
     void startDemo();
     void runSearch();
     void takeLineBack();
+    void takeOldPhone();
     bool dropsOtherWindow();
     void showMainWindow();
     void openSettings();
@@ -62,7 +63,7 @@ private:
     std::unique_ptr<frmPB> m_main;
     DemoHandset m_demo;
     bool m_wasInterrupted = false; // the last run left a phone in its data mode
-    QString m_mainPhone;           // the phone that the main window was made for
+    app::Sy m_mainSy;              // as it was when the main window was made for its phone
 };
 
 } // namespace kalmo::ui

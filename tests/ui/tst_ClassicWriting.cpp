@@ -358,8 +358,8 @@ void tst_ClassicWriting::write()
                  desk.probe().erase().script.expectAll({firstWritten, secondWritten}).refuse("AT\r");
                  desk.readBack({"3,New,1,3,0,"})
                      .test.dialogs.expectStart(u"Das Telefon enthält nach dem Schreiben nicht, was "
-                                               u"geschrieben wurde: 1 Einträge fehlen, 0 "
-                                               u"sind anders, 0 sind zu viel."_s);
+                                               u"geschrieben wurde. Fehlende Einträge: 1, "
+                                               u"geänderte: 0, überzählige: 0."_s);
              });
     rows.add("confirmed, but not read back", CommandResult::Done, {ofList, ofPhone}, [](Desk& desk) {
         desk.knows(Certainty::Known);

@@ -177,6 +177,13 @@ void ContactDialogs::areaCodes()
     save.click();
     QVERIFY(form.result() != QDialog::Accepted);
     city.setText(u"521"_s);
+    form.show();
+    city.setText(u"522"_s);
+    made.test.dialogs.expectStart(u"Ihre Änderungen sind noch nicht gespeichert."_s, toolkit::Buttons::YesNo,
+                                  Answer::No);
+    QTest::keyClick(&form, Qt::Key_Escape);
+    QVERIFY(form.isVisible());
+    city.setText(u"521"_s);
     save.click();
     QCOMPARE(form.result(), static_cast<int>(QDialog::Accepted));
     QCOMPARE(held.join(u','), u"00,49,0,521"_s);

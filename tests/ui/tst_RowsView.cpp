@@ -172,10 +172,20 @@ void RowsViewTest::searchHidesRows()
 
 void RowsViewTest::lettersLeadToNames()
 {
-    ShownList list({u"Adam"_s, u"Müller"_s, u"Mutter"_s, u"Meier"_s});
+    ShownList list({u"Adam"_s, u"Müller"_s, u"Mutter"_s, u"Meier"_s, u"von Aa"_s, u"von der Ah"_s});
+    list.rows.add({.cells = {{}, {u"Ötzi"_s}}}); // a contact with a first name alone
     QTest::keyClicks(&list.view, u"mut"_s);
     QCOMPARE(list.selected(), u"Mutter"_s);
     const PauseAfterEachLetter pauses;
+    QTest::keyClicks(&list.view, u"o"_s);
+    QCOMPARE(list.rows.current(), 6);
+    QTest::keyClicks(&list.view, u"v"_s);
+    QCOMPARE(list.selected(), u"von Aa"_s);
+    QGuiApplication::styleHints()->setKeyboardInputInterval(pauses.interval);
+    QTest::keyClicks(&list.view, u"on d"_s);
+    QCOMPARE(list.selected(), u"von der Ah"_s);
+    QGuiApplication::styleHints()->setKeyboardInputInterval(0);
+    list.rows.setCurrent(2);
     QTest::keyClicks(&list.view, u"m"_s);
     QCOMPARE(list.selected(), u"Meier"_s);
     QTest::keyClicks(&list.view, u"m"_s);
@@ -212,6 +222,7 @@ void RowsViewTest::layoutOutlivesTheView()
         list.view.setColumnWidth(0, 123);
         list.clickHead(0);
         list.clickHead(0);
+        list.rows.setSorted(false); // as a listing of files ends
         ui::saveListLayout(list.view, settings);
     }
     ShownList list({u"a"_s, u"b"_s});

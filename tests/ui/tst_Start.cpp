@@ -1,5 +1,6 @@
 // The way from the command line through splash and settings to the main window.
 
+#include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
@@ -11,16 +12,17 @@
 #include "ui/lists/RowsView.h"
 #include "ui/StartFlow.h"
 #include "ui/TestProgram.h"
-#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeWidget>
 
 using namespace kalmo;
@@ -75,6 +77,7 @@ private Q_SLOTS:
     void keepsTheMainWindowForTheSamePhoneOnly();
     void losesNoListThatWaitsToBeWritten();
     void newcomerFindsThePhone();
+    void demoIsConnectedAgain();
     void stopsTheSearchByKey();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
@@ -138,6 +141,16 @@ void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
     window->goTo(u"SETUP"_s);
     QVERIFY(shown<ui::frmEinstellungen>() && !window->isVisible());
     child<QCheckBox>(*settings, "chkAutoBackup").click();
+    const toolkit::Message discards{.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
+                                            u"Sollen sie verworfen werden?"_s,
+                                    .title = settings->windowTitle(),
+                                    .buttons = toolkit::Buttons::YesNo,
+                                    .icon = toolkit::Icon::Question,
+                                    .defaultButton = toolkit::Answer::No};
+    run.test.dialogs.expect(discards, toolkit::Answer::No);
+    QTest::keyClick(settings, Qt::Key_Escape);
+    QVERIFY(settings->isVisible());
+    run.test.dialogs.expect(discards, toolkit::Answer::Yes);
     settings->close();
     QVERIFY(child<QCheckBox>(*settings, "chkAutoBackup").isChecked()); // nothing was kept
     QVERIFY(window->isVisible() && !shown<ui::frmEinstellungen>());
@@ -181,22 +194,27 @@ void tst_Start::losesNoListThatWaitsToBeWritten()
     Run run;
     app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
     run.flow.begin();
-    auto* window = run.waitFor<ui::frmPB>();
+    const QPointer<ui::frmPB> window = run.waitFor<ui::frmPB>();
     window->goTo(u"TB"_s);
+
+    // A search that finds nothing leads back to the window.
+    run.port.handset().setFaults({.silentAfter = 1, .commands = 1});
+    run.test.dialogs.expectStart(u"Es ist ein Übertragungsfehler aufgetreten."_s);
+    window->goTo(u"DIV"_s);
     run.memory.TbDirty = true;
-    Q_EMIT window->settingsRequested();
-    auto* settings = shown<ui::frmEinstellungen>();
-    auto& ports = child<QComboBox>(*settings, "cmbCom");
-    const int port = app::getInt(run.test.settings, app::keys::ComPortNew);
-    ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);
-    run.test.dialogs.expect({.text = kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook),
-                             .buttons = toolkit::Buttons::YesNo,
-                             .icon = toolkit::Icon::Question,
-                             .defaultButton = toolkit::Answer::No},
-                            toolkit::Answer::No);
-    child<QPushButton>(*settings, "cmdOK").click();
-    QVERIFY(settings->isVisible() && run.port.IsOpen());
-    QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew), port);
+    run.test.dialogs.expectStart(u"An COM"_s, toolkit::Buttons::YesNo, toolkit::Answer::No);
+    run.test.dialogs.expectStart(app::ResText(app::TextChangeInterface), toolkit::Buttons::YesNo,
+                                 toolkit::Answer::Yes);
+    QTest::mouseClick(&child<QToolButton>(*window, "cmdReconnect"), Qt::LeftButton);
+    auto* settings = run.waitFor<ui::frmEinstellungen>();
+    QVERIFY(settings && !window->isVisible());
+    QTest::mouseClick(&child<QPushButton>(*settings, "lblWelcome"), Qt::LeftButton);
+    auto* welcome = run.waitFor<ui::frmWelcome>();
+    QVERIFY(welcome);
+    QTest::keyClick(welcome, Qt::Key_Escape);
+    QTest::keyClick(settings, Qt::Key_Escape);
+    QVERIFY(window->isVisible() && run.memory.TbDirty && run.test.sy.PhoneType == 1);
+    QVERIFY(child<ui::RowsView>(*window, "lvwTB").rows()->count() > 0);
 
     // The program may end anywhere in the search.
     const QString file =
@@ -207,6 +225,17 @@ void tst_Start::losesNoListThatWaitsToBeWritten()
     QVERIFY_THROWS_EXCEPTION(ProgramEnded, run.test.ending.EndProgram());
     QCOMPARE(TestContext::contentOf(file).count("\r\n"),
              static_cast<qsizetype>(child<ui::RowsView>(*window, "lvwTB").rows()->count()));
+
+    // Another port is a way out of the window too.
+    run.port.handset().setFaults({});
+    Q_EMIT window->settingsRequested();
+    auto& ports = child<QComboBox>(*settings, "cmbCom");
+    ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);
+    run.test.dialogs.expectStart(
+        u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:"_s);
+    child<QPushButton>(*settings, "cmdOK").click();
+    QVERIFY(!window);
+    QVERIFY(run.waitFor<ui::frmPB>());
 }
 
 /// At the first start every port is looked at, and the phone that was found is connected by one click.
@@ -233,11 +262,49 @@ void tst_Start::newcomerFindsThePhone()
     QCOMPARE(found.topLevelItemCount(), 1);
     QCOMPARE(found.topLevelItem(0)->text(1), u"Datenkabel"_s);
     QCOMPARE(found.topLevelItem(0)->text(2), u"OTHER"_s);
+    connectButton.setEnabled(false); // as on a row without a phone
+    auto& list = child<QTreeWidget>(*welcome, "lvwFound");
+    list.setFocus();
+    const double searchedAt = run.test.clock.elapsed();
+    QTest::keyClick(&list, Qt::Key_Return); // does not search again
+    QCOMPARE(run.test.clock.elapsed(), searchedAt);
+    connectButton.setEnabled(true);
     QVERIFY(!run.port.IsOpen());
     QTest::mouseClick(&connectButton, Qt::LeftButton);
     QVERIFY(run.waitFor<ui::frmPB>() && !shown<ui::frmWelcome>() && !shown<ui::frmEinstellungen>());
     QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew),
              found.topLevelItem(0)->data(0, Qt::UserRole).toInt());
+}
+
+/// A program that only runs stands for the emulated handset: the test's port has one of its own.
+void tst_Start::demoIsConnectedAgain()
+{
+    Run run;
+    const QString program = run.test.makeFile(u"kalmo-handset"_s, "#!/bin/sh\n"
+                                                                  "echo $$ > \"$0.pid\"\n"
+                                                                  "echo ready\n"
+                                                                  "exec tail -f /dev/null\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    run.flow.begin();
+    const auto* welcome = run.waitFor<ui::frmWelcome>();
+    run.test.sy.Paths.Exe = QFileInfo(program).path();
+    QTest::mouseClick(&child<QPushButton>(*welcome, "cmdDemo"), Qt::LeftButton);
+    auto* window = run.waitFor<ui::frmPB>();
+    QVERIFY(window);
+    QVERIFY(child<QLabel>(*window, "lblConnection").text().contains(u" (nachgebildet) · "_s));
+    run.port.Close();
+    run.test.dialogs.expectStart(u"Es ist ein Übertragungsfehler aufgetreten."_s);
+    window->goTo(u"DIV"_s);
+    QTest::mouseClick(&child<QToolButton>(*window, "cmdReconnect"), Qt::LeftButton);
+    QVERIFY(!window->isVisible());
+    QCOMPARE(run.waitFor<ui::frmPB>(), window);
+    QVERIFY(!shown<ui::frmEinstellungen>() && !shown<ui::frmWelcome>());
+
+    const QString process =
+        u"/proc/"_s + QString::fromLatin1(TestContext::contentOf(program + u".pid"_s)).trimmed();
+    QVERIFY(QFileInfo::exists(process));
+    QVERIFY_THROWS_EXCEPTION(ProgramEnded, run.test.ending.EndProgram());
+    QVERIFY(!QFileInfo::exists(process));
 }
 
 void tst_Start::stopsTheSearchByKey()

@@ -1,6 +1,7 @@
 // The main window against the emulated handset.
 
 #include "phonedata/BackupFiles.h"
+#include "phonedata/Ringtones.h"
 #include "support/ObexClient.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/ListPanel.h"
@@ -11,6 +12,7 @@
 #include "ui/window/PanelStack.h"
 #include "ui/window/StatusArea.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -21,6 +23,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedLayout>
 #include <QTest>
@@ -202,6 +206,10 @@ void frmPBTest::classicListIsWritten()
     QCOMPARE(QDir(open.test.storage + u"/Backup"_s).entryList(QDir::Files).size(), 2);
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_A);
     QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), static_cast<qsizetype>(before - 1));
+    open.test.dialogs.expect(question(u"%1 Einträge wirklich löschen?"_s.arg(before - 1)), Answer::Yes);
+    QTest::keyClick(&open.list("lvwTB"), Qt::Key_Delete);
+    QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));
+    QVERIFY(open.status().endsWith(u"aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s));
 }
 
 /// By the keys of the window: with the focus anywhere, the list in front is searched, marked and copied.
@@ -218,8 +226,20 @@ void frmPBTest::listsAreSearched()
     QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
     auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     QVERIFY(field);
+    for (const ui::CommandRow& row : ui::commandTable()) // in the context menu
+        QCOMPARE(list.actions().contains(&child<QAction>(open.window, row.key.toLatin1().constData())),
+                 row.command != ui::Command::Help);
+    list.rows()->setCurrent(0);
     QTest::keyClicks(field, u"vater buro"_s);
     QCOMPARE(list.shownRows(), 1);
+    bool isOpened = false;
+    QTimer::singleShot(0, &open.window, [&isOpened] {
+        QWidget* opened = QApplication::activeModalWidget();
+        isOpened = opened && opened->close();
+    });
+    QTest::keyClick(field, Qt::Key_F2); // must not open the hidden first row
+    QCoreApplication::processEvents();
+    QVERIFY(!isOpened);
     QTest::keyClick(field, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"Vater Büro\t"_s));
@@ -331,7 +351,14 @@ void frmPBTest::closingWaitsForAWrite()
     open.window.goTo(u"TB"_s);
     open.deleteFirst("lvwTB");
     const int wanted = open.list("lvwTB").rows()->count();
-    open.test.clock.after(8, [&open] { open.window.close(); });
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        open.window.close();
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box && box->button(QMessageBox::No) == box->defaultButton());
+        QTest::mouseClick(box->button(button), Qt::LeftButton);
+    };
+    open.test.clock.after(6, [&] { answer(QMessageBox::No); });
+    open.test.clock.after(8, [&] { answer(QMessageBox::Yes); });
     open.test.dialogs.expectStart(
         u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s, Buttons::YesNo,
         Answer::Yes);
@@ -351,7 +378,7 @@ void frmPBTest::escapeCancelsARead()
         QTest::keyClick(&open.window, Qt::Key_Escape);
     });
     open.window.goTo(u"TB"_s);
-    QCOMPARE(open.panel(), u"fraPBTB"_s);
+    QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
     QCOMPARE(open.list("lvwTB").rows()->count(), 0);
     QVERIFY(open.list("lvwTB").isEnabled());
     open.window.goTo(u"TB"_s); // never read, so it is read now
@@ -543,11 +570,32 @@ void frmPBTest::ringtonesAreSet()
     auto& volume = child<QComboBox>(open.window, "cmbWrinVol");
     auto& tone = child<QComboBox>(open.window, "cmbWrinID");
     QVERIFY(!tone.currentText().isEmpty()); // read when the window opened
-    volume.setCurrentIndex(5);
-    Q_EMIT volume.activated(5);
+    open.window.goTo(u"SOUND"_s);
+    const auto choose = [&](int index) {
+        QTest::keyClick(&volume, Qt::Key_Down); // opens the choice
+        auto* choices = volume.view();
+        choices->setCurrentIndex(choices->model()->index(index, 0));
+        QTest::keyClick(choices, Qt::Key_Return);
+    };
+    choose(5);
+    QCOMPARE(open.status(), u"%1: %2, Lautstärke ansteigend."_s.arg(
+                                phonedata::captionOf(phonedata::SoundEvent::Internal), tone.currentText()));
+    const double sentAt = open.test.clock.elapsed();
+    choose(5); // again, which sends nothing
+    QCOMPARE(open.test.clock.elapsed(), sentAt);
     const auto setting = open.memory.soundSettings[static_cast<size_t>(phonedata::SoundEvent::Internal)];
     QCOMPARE(setting.volume, 6);
     QCOMPARE(volume.currentText(), u"ansteigend"_s);
+    open.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&open.window));
+    QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
+    const auto& search = child<QLineEdit>(child<QWidget>(open.window, "fraSounds"), "txtSearch");
+    QVERIFY(search.hasFocus());
+    open.port.handset().setFaults({.silentAfter = 1, .commands = 1});
+    QCOMPARE(open.list("LvwSounds").placeholder(), u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
+    open.test.dialogs.agreeToAll({});
+    open.press("refresh");
+    QVERIFY(open.list("LvwSounds").placeholder().startsWith(u"Die Liste konnte nicht gelesen werden."_s));
 }
 
 void frmPBTest::focusGoesDownwards()

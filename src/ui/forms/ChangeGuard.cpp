@@ -31,16 +31,16 @@ QStringList valuesOf(const QDialog& dialog)
 
 } // namespace
 
-ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& save, app::Context& context)
-    : QObject(&dialog), m_dialog(dialog), m_save(save), m_context(context)
+ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& button, app::Context& context)
+    : QObject(&dialog), m_dialog(dialog), m_button(button), m_context(context)
 {
     dialog.installEventFilter(this);
 }
 
 bool ChangeGuard::eventFilter(QObject*, QEvent* event)
 {
-    if (event->type() == QEvent::Show && m_before.isEmpty())
-        m_before = valuesOf(m_dialog);
+    if (event->type() == QEvent::Show && !event->spontaneous())
+        m_before = values();
     const bool isEscape = event->type() == QEvent::KeyPress &&
                           static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Cancel);
     const bool isClose = event->type() == QEvent::Close && m_dialog.isVisible();
@@ -50,9 +50,17 @@ bool ChangeGuard::eventFilter(QObject*, QEvent* event)
     return true;
 }
 
+QStringList ChangeGuard::values() const
+{
+    QStringList values = valuesOf(m_dialog);
+    if (m_more)
+        values.append(m_more());
+    return values;
+}
+
 bool ChangeGuard::mayGo()
 {
-    if (!m_save.isEnabled() || valuesOf(m_dialog) == m_before)
+    if (!m_button.isEnabled() || values() == m_before)
         return true;
     return m_context.dialogs.Show({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
                                            u"Sollen sie verworfen werden?"_s,

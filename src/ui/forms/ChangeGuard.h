@@ -5,29 +5,36 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 class QAbstractButton;
 class QDialog;
 
 namespace kalmo::ui {
 
 /// Asks before Escape or the window's close button discards the user's changes in a dialog. The values at the
-/// time when the dialog is shown count as unchanged. Belongs to the dialog.
+/// time when the dialog is shown last count as unchanged. Belongs to the dialog.
 class ChangeGuard : public QObject
 {
     Q_OBJECT
 
 public:
-    /// While `save` is disabled the dialog is busy, and there is no question.
-    ChangeGuard(QDialog& dialog, const QAbstractButton& save, app::Context& context);
+    /// While `button` is disabled there is no question: the dialog is busy, or these keys discard nothing.
+    ChangeGuard(QDialog& dialog, const QAbstractButton& button, app::Context& context);
+
+    /// Watches a value that no field shows.
+    void watch(std::function<QString()> value) { m_more = std::move(value); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     bool mayGo();
+    QStringList values() const;
 
     QDialog& m_dialog;
-    const QAbstractButton& m_save;
+    const QAbstractButton& m_button;
     app::Context& m_context;
+    std::function<QString()> m_more;
     QStringList m_before;
 };
 

@@ -5,6 +5,7 @@
 #include "app/Version.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/RuledCaption.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/StorageChoice.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/icons/Icons.h"
@@ -80,6 +81,8 @@ frmEinstellungen::frmEinstellungen(Program& program, QWidget* parent) : QDialog(
     rows->addStretch(1);
     addButtons(*rows);
     fillPorts(link::PortListFor::Start);
+    auto* guard = new ChangeGuard(*this, *cmdAbbruch, program.context); // without a way back nothing is lost
+    guard->watch([this] { return m_storage; });
 }
 
 void frmEinstellungen::addPortRows(QVBoxLayout& rows)
@@ -105,9 +108,14 @@ void frmEinstellungen::addPortRows(QVBoxLayout& rows)
                                        u"Was ein virtueller COM Port ist"_s, this);
     auto* bluetooth = makeButton<LinkButton>(u"label1"_s, u"&Bluetooth Hinweis"_s,
                                              u"Das Telefon über Bluetooth verbinden"_s, this);
+    auto* welcome = makeButton<LinkButton>(
+        u"lblWelcome"_s, u"&Telefon suchen oder ohne Telefon ausprobieren"_s,
+        u"Alle Anschlüsse durchsuchen, oder Kalmo mit einem nachgebildeten Telefon öffnen"_s, this);
+    connect(welcome, &QPushButton::clicked, this, &frmEinstellungen::welcomeWanted);
     connect(check, &QPushButton::clicked, this, &frmEinstellungen::RebuildCmbCom);
     connect(usb, &QPushButton::clicked, this, &frmEinstellungen::showUsbInfo);
     connect(bluetooth, &QPushButton::clicked, this, [] { openHelp(helpTopicBluetooth); });
+    rows.addWidget(welcome);
     rows.addWidget(check);
     rows.addWidget(usb);
     rows.addWidget(bluetooth);

@@ -42,6 +42,8 @@ Q_SIGNALS:
     /// The settings were saved. `otherPort`: the phone is at another port now.
     void saved(bool otherPort);
     void cancelled();
+    /// The user wants all ports to be searched, or the emulated handset.
+    void welcomeWanted();
     /// The user closed the form, and there is no way back.
     void closedByUser();
 

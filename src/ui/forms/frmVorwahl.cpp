@@ -5,6 +5,7 @@
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/forms/FormerStateWords.h"
 
@@ -81,6 +82,7 @@ frmVorwahl::frmVorwahl(Program& program, QWidget* parent)
     connect(m_chkUseVw, &QCheckBox::toggled, this, &frmVorwahl::chkUseVw_Click);
     connect(m_cmdSpeicher, &QPushButton::clicked, this, &frmVorwahl::cmdSpeicher_Click);
     chkUseVw_Click(false);
+    new ChangeGuard(*this, *m_cmdSpeicher, program.context);
 }
 
 frmVorwahl::~frmVorwahl() = default;

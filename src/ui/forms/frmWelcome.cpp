@@ -8,6 +8,7 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QProgressBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -205,6 +206,14 @@ void frmWelcome::setProgress(int value, int maximum)
 {
     m_progress->setRange(0, maximum);
     m_progress->setValue(value);
+}
+
+/// Enter in the list connects to its phone, and does not search again.
+void frmWelcome::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isEnter || !m_found->hasFocus())
+        QDialog::keyPressEvent(event);
 }
 
 /// The search stops first: it runs on this dialog's stack.

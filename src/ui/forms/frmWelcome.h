@@ -24,6 +24,9 @@ public:
 
     void reject() override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 Q_SIGNALS:
     void portChosen(int number); ///< a phone was found there, and the user wants it
     void demoWanted();

@@ -55,7 +55,7 @@ void saveListLayout(const RowsView& view, app::Settings& settings)
         widths.append(view.columnWidth(column));
     settings.PutIniText(section, view.objectName() + u"_Columns"_s, joined(widths));
     const toolkit::ListRows* rows = view.rows();
-    if (rows && rows->isSorted())
+    if (rows && rows->sortColumn() >= 0) // also of a list that is sorted at each listing only
         settings.PutIniText(section, view.objectName() + u"_Order"_s,
                             joined({rows->sortColumn(), rows->sortOrder() == Qt::AscendingOrder ? 0 : 1}));
 }

@@ -19,6 +19,8 @@ QString placeholderFor(ListState state)
         return u"Die gelesene Liste wurde verworfen. Lesen Sie noch einmal."_s;
     case ListState::Unknown:
         return u"Nach dem Fehler ist offen, was das Telefon enthält. Lesen Sie die Liste neu ein."_s;
+    case ListState::NotWritten:
+        return u"Die Liste ist leer. Das Telefon behält seine Einträge, bis Sie \"Schreiben\" ausführen."_s;
     case ListState::Read:
         break;
     }

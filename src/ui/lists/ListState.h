@@ -10,8 +10,9 @@ enum class ListState {
     Reading,
     Failed,
     Cancelled,
-    Discarded, ///< read, but the user did not want to see it
-    Unknown,   ///< a change failed, so that the list is not what the phone holds
+    Discarded,  ///< read, but the user did not want to see it
+    Unknown,    ///< a change failed, so that the list is not what the phone holds
+    NotWritten, ///< changed here, and the phone does not know it yet
     Read
 };
 

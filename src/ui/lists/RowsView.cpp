@@ -106,13 +106,17 @@ void RowsView::setColumnCharacters(const QList<int>& characters)
 void RowsView::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    if (m_placeholder.isEmpty() || m_model->rowCount() > 0)
+    const bool isNothingFound = m_model->rowCount() > 0 && shownRows() == 0;
+    const QString text = isNothingFound ? QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.")
+                         : m_model->rowCount() == 0 ? m_placeholder
+                                                    : QString();
+    if (text.isEmpty())
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // readable when disabled too
     const int margin = fontMetrics().height() * 2;
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_placeholder);
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text);
 }
 
 void RowsView::keyPressEvent(QKeyEvent* event)
@@ -276,8 +280,8 @@ void RowsView::copySelected() const
 
 void RowsView::keyboardSearch(const QString& letters)
 {
-    if (!rows() || letters.trimmed().isEmpty())
-        return;
+    if (!rows() || (letters.trimmed().isEmpty() && !m_typeAhead.isTyping()))
+        return; // a blank alone selects
     const int row = m_typeAhead.find(*rows(), letters, [this](int each) { return !isRowHidden(each, {}); });
     if (row >= 0)
         rows()->setCurrent(row);

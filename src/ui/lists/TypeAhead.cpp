@@ -9,11 +9,16 @@
 
 namespace kalmo::ui {
 
+bool TypeAhead::isTyping() const
+{
+    return m_sinceLast.isValid() &&
+           m_sinceLast.elapsed() < QGuiApplication::styleHints()->keyboardInputInterval();
+}
+
 int TypeAhead::find(const toolkit::ListRows& rows, const QString& letters,
                     const std::function<bool(int row)>& isShown)
 {
-    const int pause = QGuiApplication::styleHints()->keyboardInputInterval();
-    if (!m_sinceLast.isValid() || m_sinceLast.elapsed() >= pause)
+    if (!isTyping())
         m_typed.clear();
     m_sinceLast.start();
     m_typed += toolkit::foldedForSearch(letters);
@@ -22,7 +27,8 @@ int TypeAhead::find(const toolkit::ListRows& rows, const QString& letters,
     const int first = std::max(rows.current(), 0) + (isOneLetter && rows.current() >= 0 ? 1 : 0);
     for (int step = 0; step < rows.count(); ++step) {
         const int row = (first + step) % rows.count();
-        if (isShown(row) && toolkit::foldedForSearch(rows.text(row, 0)).startsWith(wanted))
+        const QString name = rows.text(row, 0).isEmpty() ? rows.text(row, 1) : rows.text(row, 0);
+        if (isShown(row) && toolkit::foldedForSearch(name).startsWith(wanted))
             return row;
     }
     return -1;

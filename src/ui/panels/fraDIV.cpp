@@ -270,7 +270,9 @@ void fraDIV::cmdUhrSync_Click()
     const toolkit::BusyScope busy(&m_parts.busy);
     const auto result = operations::setClock(m_parts.program.line);
     showClocks(result.now.has_value(), result.now.value_or(QDateTime()));
-    m_parts.progress.status(u"Bereit."_s);
+    m_parts.progress.status(result.outcome.isDone() ? u"Die Uhr des Telefons ist gestellt."_s
+                            : result.now ? u"Die Uhr des Telefons zeigt eine andere Zeit als der PC."_s
+                                         : u"Bereit."_s);
 }
 
 } // namespace kalmo::ui

@@ -8,11 +8,13 @@
 #include "ui/forms/FormerStateWords.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/RowsView.h"
+#include "ui/lists/SearchLine.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace kalmo::ui {
@@ -50,16 +52,19 @@ fraSounds::fraSounds(const WindowParts& parts, QWidget* parent)
     grid->setColumnStretch(1, 2);
     grid->setColumnStretch(3, 1);
     auto* heading = new QLabel(u"&Verfügbare individuelle Töne"_s, this);
-    auto* view = new RowsView(this);
-    view->setRows(*m_sounds);
-    view->setAccessibleName(u"Verfügbare individuelle Töne"_s);
-    view->setIconSource([](const toolkit::ListRow& row) { return icon(row.icon); });
-    view->setColumnCharacters({32, 12});
-    view->setPlaceholder(u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
-    heading->setBuddy(view);
+    m_view = new RowsView(this);
+    auto* search = new SearchLine(*m_view, this);
+    m_view->setRows(*m_sounds);
+    m_view->setAccessibleName(u"Verfügbare individuelle Töne"_s);
+    m_view->setIconSource([](const toolkit::ListRow& row) { return icon(row.icon); });
+    m_view->setColumnCharacters({32, 12});
+    showState(ListState::NotRead);
+    heading->setBuddy(m_view);
     content()->addWidget(group);
     content()->addWidget(heading);
-    content()->addWidget(view, 1);
+    content()->addWidget(search);
+    content()->addWidget(m_view, 1);
+    setTabOrder(search->findChild<QLineEdit*>(), m_view);
 }
 
 fraSounds::~fraSounds() = default;
@@ -97,11 +102,18 @@ void fraSounds::load()
 {
     toolkit::Clock& clock = m_parts.program.context.clock;
     const toolkit::BusyScope busy(&m_parts.busy);
+    showState(ListState::Reading);
     clock.WaitSeconds(pauseAhead);
-    phonedata::ReadSoundList(job(), *m_sounds);
+    showState(phonedata::ReadSoundList(job(), *m_sounds) ? ListState::Read : ListState::Failed);
     fillTones(); // the built-in ones at least: the settings can refer to them without the list
     clock.WaitSeconds(pauseBetween);
     readSettings();
+}
+
+void fraSounds::showState(ListState state)
+{
+    m_view->setPlaceholder(state == ListState::Read ? u"Im Telefon sind keine eigenen Melodien gespeichert."_s
+                                                    : placeholderFor(state));
 }
 
 void fraSounds::fillTones()
@@ -120,9 +132,11 @@ void fraSounds::fillTones()
 phonedata::SettingRead fraSounds::shower()
 {
     return [this](SoundEvent event, const phonedata::SoundSetting& setting, const QString& toneName) {
-        const Event& widgets = m_events[static_cast<size_t>(event)];
+        Event& widgets = m_events[static_cast<size_t>(event)];
         widgets.volume->setCurrentIndex(setting.volume - 1);
         widgets.tone->setCurrentText(toneName);
+        widgets.volumeInPhone = widgets.volume->currentIndex() + 1;
+        widgets.toneInPhone = widgets.tone->currentText();
     };
 }
 
@@ -140,11 +154,20 @@ void fraSounds::choose(SoundEvent event)
         readSettings();
         return;
     }
+    if (tone == widgets.toneInPhone && volume == widgets.volumeInPhone)
+        return;
     const toolkit::BusyScope busy(&m_parts.busy);
     const operations::Outcome outcome = operations::setRingtone(job(), event, tone, volume, shower()).outcome;
     if (outcome.isRecordOpen)
         m_parts.program.context.dialogs.Show(
             {.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
+    if (outcome.isDone())
+        m_parts.progress.status(u"%1: %2, Lautstärke %3."_s.arg(phonedata::captionOf(event), tone,
+                                                                widgets.volume->currentText()));
+    if (outcome.cause == operations::Cause::Mismatch)
+        m_parts.program.context.dialogs.Show(
+            {.text = u"Das Telefon hat die Einstellung anders übernommen, als Sie sie gewählt haben."_s,
+             .icon = toolkit::Icon::Exclamation});
     if (outcome.sent > 0)
         return;
     const QString text =

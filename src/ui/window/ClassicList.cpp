@@ -139,6 +139,7 @@ void ClassicList::write()
     m_isWriting = false;
     if (result != CommandResult::Done)
         return;
+    Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(
         u"%1 ins Telefon geschrieben. \"Frühere Stände\" bringt die vorigen zurück."_s.arg(
@@ -183,11 +184,14 @@ void ClassicList::deleteSelected()
             m_rows->removeAt(row);
     }
     setDirty();
+    m_parts.progress.panel->SetText(u"%1 aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s.arg(
+        entryCount(static_cast<int>(count))));
 }
 
 void ClassicList::setDirty()
 {
     phonedata::setDirty(m_parts.program.memory, m_store, true);
+    Q_EMIT stateChanged(ListState::NotWritten);
     Q_EMIT becameDirty();
 }
 
@@ -273,6 +277,8 @@ void ClassicList::load(const QString& path)
     m_rows->addAll(std::move(rows));
     m_origin.forget();
     setDirty();
+    m_parts.progress.panel->SetText(
+        u"%1 geladen. Ins Telefon kommen sie erst mit \"Schreiben\"."_s.arg(entryCount(m_rows->count())));
 }
 
 void ClassicList::save()

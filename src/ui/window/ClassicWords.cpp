@@ -206,9 +206,8 @@ QString uncheckedWriteText(const operations::ListOutcome& result, const SavedFil
         return u"Das Telefon hat alle %1 Einträge bestätigt, konnte danach aber nicht zur Kontrolle gelesen "
                u"werden. Bitte lesen Sie die Liste noch einmal ein."_s.arg(result.outcome.planned);
     const phonedata::ListDiff& diff = result.mismatch;
-    return u"Das Telefon enthält nach dem Schreiben nicht, was geschrieben wurde: %1 Einträge fehlen, %2 "
-           u"sind "
-           u"anders, %3 sind zu viel."_s.arg(diff.add.size())
+    return u"Das Telefon enthält nach dem Schreiben nicht, was geschrieben wurde. Fehlende Einträge: %1, "
+           u"geänderte: %2, überzählige: %3."_s.arg(diff.add.size())
                .arg(diff.change.size())
                .arg(diff.remove.size()) +
            filesText(files);

@@ -58,6 +58,12 @@ ConnectionLight::ConnectionLight(const link::Line& line, QWidget* parent)
     refresh();
 }
 
+void ConnectionLight::showEmulated(bool isEmulated)
+{
+    m_isEmulated = isEmulated;
+    refresh();
+}
+
 void ConnectionLight::offerSearch(bool offered)
 {
     m_search->setEnabled(offered);
@@ -83,8 +89,9 @@ void ConnectionLight::refresh()
 {
     const app::Sy& sy = m_line.context().sy;
     const StateWords& now = stateWords[static_cast<size_t>(state())];
-    const QString text =
-        u"%1 · COM%2 · %3"_s.arg(operations::knownIdentity(sy).model, QString::number(sy.ComNo), now.text);
+    const QString model =
+        operations::knownIdentity(sy).model + (m_isEmulated ? u" (nachgebildet)"_s : QString());
+    const QString text = u"%1 · COM%2 · %3"_s.arg(model, QString::number(sy.ComNo), now.text);
     if (text == m_text->text())
         return;
     m_picture->setPixmap(icon(now.picture.toString()).pixmap(pictureSize));

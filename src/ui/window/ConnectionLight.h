@@ -21,6 +21,8 @@ public:
 
     /// Shows the line's present state.
     void refresh();
+    /// Marks the phone as an emulated one.
+    void showEmulated(bool isEmulated);
     /// Blocks the button while the phone is busy.
     void offerSearch(bool offered);
 
@@ -37,6 +39,7 @@ private:
     QLabel* m_picture;
     QLabel* m_text;
     QToolButton* m_search;
+    bool m_isEmulated = false;
 };
 
 } // namespace kalmo::ui

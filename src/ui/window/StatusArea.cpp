@@ -69,6 +69,11 @@ void StatusArea::cancel()
         m_cancel->setChecked(true);
 }
 
+void StatusArea::showEmulated(bool isEmulated)
+{
+    m_connection->showEmulated(isEmulated);
+}
+
 void StatusArea::showBytes(qint64 count)
 {
     const QString text = m_text->Text();

@@ -38,9 +38,13 @@ public:
     /// Asks the running operation to stop. Does nothing if none runs that looks at the cancel box.
     void cancel();
 
+    void showEmulated(bool isEmulated);
+
     /// Panel "sta" while bytes come in: its text up to the dots, followed by the count.
     void showBytes(qint64 count);
     void setText(const QString& text) { m_text->SetText(text); }
+    /// Shows a text in place of the operation's own ones until it ends.
+    void hold(const QString& text) { m_text->hold(text); }
 
 Q_SIGNALS:
     void becameIdle();

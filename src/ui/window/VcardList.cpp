@@ -221,8 +221,10 @@ void VcardList::showAreaCodeDialog(const QString& answer)
     m_parts.window->hide();
     frmVorwahl form(m_parts.program, m_parts.window);
     form.Form_Present(answer);
-    form.exec();
+    const bool isSaved = form.exec() == QDialog::Accepted;
     m_parts.window->show();
+    if (isSaved)
+        report(u"Die Vorwahlen sind im Telefon gespeichert."_s);
 }
 
 } // namespace kalmo::ui

@@ -72,8 +72,10 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     setMinimumSize(smallestSize);
     resize(firstSize.boundedTo(screen()->availableSize()));
     RestoreFormLayout(*this, program.context.settings);
-    for (ListPanel* panel : listPanels())
-        makeContextMenu(*panel);
+    for (const ListPanel* panel : listPanels())
+        makeContextMenu(panel->view());
+    if (m_fraSounds)
+        makeContextMenu(m_fraSounds->view());
     if (m_fraFFS)
         makeContextMenu(*m_fraFFS);
     restoreLayouts();

@@ -9,9 +9,11 @@
 
 #include <QMainWindow>
 #include <QMap>
+#include <QPointer>
 #include <QSet>
 
 class QMenu;
+class QMessageBox;
 class QSplitter;
 class QToolBar;
 
@@ -44,7 +46,7 @@ public:
     frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* parent = nullptr);
     ~frmPB() override;
 
-    void DisplayRefresh(); ///< the programs do not use it yet
+    void DisplayRefresh(); ///< the section "Diverses"
     void FFSMemAct();
     void FfsListRefresh();
 
@@ -57,6 +59,8 @@ public:
     /// such list. The user sees each step before it changes anything.
     void openGiven(const QString& path);
 
+    /// Says in the status bar that the phone is an emulated one.
+    void showEmulated(bool isEmulated);
     /// A search has found a phone of the same model again. The data of the phone before it is read again when
     /// the window is shown next. Lists that wait to be written stay.
     void forgetPhone();
@@ -94,7 +98,7 @@ private:
     void makeToolbar();
     void makeMenuBar();
     void makeEditMenu();
-    void makeContextMenu(ListPanel& panel);
+    void makeContextMenu(RowsView& view);
     void makeContextMenu(fraFFS& panel);
     void readAgain(const QSet<operations::RecordedList>& changed);
     QList<RowsView*> rememberedLists() const;
@@ -148,6 +152,8 @@ private:
     operations::RecordedList recordedListInFront() const;
 
     // Closing
+    bool isWriting() const;
+    void askToInterrupt();
     void stopForClosing();
     void closeIfWanted();
     void cleanUp();
@@ -187,6 +193,7 @@ private:
     bool m_isStuck = false; ///< during this click the phone could not be brought back to AT commands
     bool m_isClosing = false;
     bool m_closeWanted = false; // when the running operation has ended
+    QPointer<QMessageBox> m_closingBox;
     bool m_isClosed = false;
 };
 

@@ -1,6 +1,7 @@
 // The end of the main window: questions about unwritten lists, the data channel, the work folder.
 
 #include "app/Files.h"
+#include "app/Version.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
@@ -11,6 +12,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QTimer>
 
 namespace kalmo::ui {
@@ -51,7 +53,8 @@ void frmPB::closeEvent(QCloseEvent* event)
     if (m_isClosing)
         return;
     if (m_sta->isBusy()) {
-        stopForClosing();
+        if (!m_closeWanted)
+            askToInterrupt();
         return;
     }
     m_closeWanted = false;
@@ -65,15 +68,46 @@ void frmPB::closeEvent(QCloseEvent* event)
     Q_EMIT closedByUser();
 }
 
-/// An operation runs. It ends as soon as that loses nothing, and the window closes then.
+bool frmPB::isWriting() const
+{
+    const auto writes = [](const ClassicList* list) { return list && list->isWriting(); };
+    return writes(m_phonebook) || writes(m_providers);
+}
+
+/// An operation runs, and goes on beside the question: a phone that waits for the user's answer gives up.
+void frmPB::askToInterrupt()
+{
+    if (m_closingBox)
+        return;
+    const QString text = isWriting()
+                             ? u"Kalmo schreibt gerade die Liste ins Telefon und führt das zu Ende.\n\n"
+                               u"Soll Kalmo danach beendet werden?"_s
+                             : u"Kalmo tauscht gerade Daten mit dem Telefon aus.\n\n"
+                               u"Soll der Vorgang abgebrochen und Kalmo beendet werden?"_s;
+    m_closingBox = new QMessageBox(QMessageBox::Question, app::productName(), text,
+                                   QMessageBox::Yes | QMessageBox::No, this);
+    m_closingBox->setObjectName(u"closingQuestion"_s);
+    m_closingBox->setDefaultButton(QMessageBox::No);
+    m_closingBox->setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_closingBox, &QMessageBox::finished, this, [this](int answer) {
+        if (answer == QMessageBox::Yes)
+            stopForClosing();
+    });
+    m_closingBox->open();
+}
+
+/// The operation ends as soon as that loses nothing, and the window closes then.
 void frmPB::stopForClosing()
 {
     m_closeWanted = true;
+    if (!m_sta->isBusy()) { // it has ended while the question was open
+        QMetaObject::invokeMethod(this, &frmPB::closeIfWanted, Qt::QueuedConnection);
+        return;
+    }
+    m_sta->hold(u"Kalmo wird beendet, sobald der Vorgang zu Ende ist ..."_s);
     m_mmc->askToStop();
-    const auto isWriting = [](const ClassicList* list) { return list && list->isWriting(); };
-    if (isWriting(m_phonebook) || isWriting(m_providers))
-        return; // half a list in the phone would be worse than the wait
-    m_sta->cancel();
+    if (!isWriting()) // half a list in the phone would be worse than the wait
+        m_sta->cancel();
 }
 
 /// Waits while a box shows how the operation has ended.

@@ -18,17 +18,12 @@
 #include <QMenuBar>
 #include <QTimer>
 
-#include <array>
-
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using phonedata::Store;
 
 namespace {
-
-/// The commands that a list's context menu offers.
-constexpr std::array contextCommands = {Command::New, Command::Edit, Command::Delete};
 
 RowFormat contactFormat()
 {
@@ -106,23 +101,24 @@ void frmPB::offerEditing()
         action->setEnabled(m_panels->currentWidget() && listInFront());
 }
 
-void frmPB::makeContextMenu(ListPanel& panel)
+/// All that the toolbar offers for a list, and the commands of the menu "Bearbeiten".
+void frmPB::makeContextMenu(RowsView& view)
 {
-    RowsView& view = panel.view();
     const auto addGap = [&] {
         auto* gap = new QAction(&view);
         gap->setSeparator(true);
         view.addAction(gap);
     };
     view.setContextMenuPolicy(Qt::ActionsContextMenu);
-    for (const Command command : contextCommands)
-        view.addAction(m_actions[command]);
+    for (const CommandRow& row : commandTable()) {
+        if (row.command != Command::Help)
+            view.addAction(m_actions[row.command]);
+    }
     addGap();
     view.addActions(m_editActions);
     addGap();
-    view.addAction(m_actions[Command::Export]);
     view.addAction(m_formerStates);
-    if (&panel == m_fraVCF)
+    if (m_fraVCF && &view == &m_fraVCF->view())
         view.setRowFormat(contactFormat());
 }
 
@@ -218,6 +214,8 @@ QList<RowsView*> frmPB::rememberedLists() const
         views.append(&panel->view());
     if (m_fraFFS)
         views.append(&m_fraFFS->view());
+    if (m_fraSounds)
+        views.append(&m_fraSounds->view());
     return views;
 }
 

@@ -48,7 +48,7 @@ bool needsLine(Command command)
 
 void frmPB::goTo(const QString& key)
 {
-    if (m_tvwNavi->selectNode(key))
+    if (!m_sta->isBusy() && m_tvwNavi->selectNode(key))
         tvwNavi_NodeClick(key);
 }
 
@@ -197,6 +197,7 @@ void frmPB::enterDiverse(const QString& key)
 void frmPB::enterSounds(const QString& key)
 {
     enterPanel(key, m_fraSounds, ModeSounds, m_guard.ActiveSection);
+    m_fraSounds->view().enter();
 }
 
 void frmPB::enterPanel(const QString& key, QWidget* panel, int mode, int section)
@@ -294,6 +295,11 @@ void frmPB::firstShown()
         press(Command::Refresh);
 }
 
+void frmPB::showEmulated(bool isEmulated)
+{
+    m_sta->showEmulated(isEmulated);
+}
+
 void frmPB::forgetPhone()
 {
     m_program.memory.forget();
@@ -334,6 +340,8 @@ void frmPB::press(Command command)
     if (m_sta->isBusy() || !m_actions[command]->isEnabled())
         return;
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
+    if (interruptsFiles && isInDataMode())
+        m_sta->hold(u"Das Dateisystem wird für das Telefonbuch kurz geschlossen ..."_s);
     if (needsLine(command) && !regainLine())
         return;
     runCommand(command);
