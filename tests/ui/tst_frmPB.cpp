@@ -123,6 +123,7 @@ private Q_SLOTS:
     void givenFileIsOpened();
     void importReadsTheListAhead();
     void filesHaveKeysOfTheirOwn();
+    void stoppedListingKeepsTheFiles();
     void connectionIsShown();
     void secretWordsAreHeard();
     void ringtonesAreSet();
@@ -527,6 +528,27 @@ void frmPBTest::filesHaveKeysOfTheirOwn()
     QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
 }
 
+void frmPBTest::stoppedListingKeepsTheFiles()
+{
+    OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
+    open.window.goTo(u"FFS"_s);
+    ui::RowsView& list = open.list("lvwFFs");
+    const int files = list.rows()->count();
+    std::function<void()> stop = [&] {
+        if (open.status().startsWith(u"Verzeichnis wird ausgelesen"_s))
+            QTest::keyClick(&open.window, Qt::Key_Escape);
+        else
+            open.test.clock.after(0.02, stop);
+    };
+    open.test.clock.after(0.02, stop);
+    open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(obex::Cancelled)));
+    QTest::keyClick(&list, Qt::Key_F5);
+    QCOMPARE(list.rows()->count(), files);
+    list.rows()->setCurrent(0);
+    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
+    QTest::keyClick(&list, Qt::Key_Delete);
+}
+
 /// The status bar says which phone is there, and offers a search where it is not.
 void frmPBTest::connectionIsShown()
 {
@@ -570,7 +592,10 @@ void frmPBTest::ringtonesAreSet()
     auto& volume = child<QComboBox>(open.window, "cmbWrinVol");
     auto& tone = child<QComboBox>(open.window, "cmbWrinID");
     QVERIFY(!tone.currentText().isEmpty()); // read when the window opened
+    open.window.activateWindow();
     open.window.goTo(u"SOUND"_s);
+    QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(child<QLineEdit>(child<QWidget>(open.window, "fraSounds"), "txtSearch").hasFocus());
     const auto choose = [&](int index) {
         QTest::keyClick(&volume, Qt::Key_Down); // opens the choice
         auto* choices = volume.view();
@@ -586,11 +611,6 @@ void frmPBTest::ringtonesAreSet()
     const auto setting = open.memory.soundSettings[static_cast<size_t>(phonedata::SoundEvent::Internal)];
     QCOMPARE(setting.volume, 6);
     QCOMPARE(volume.currentText(), u"ansteigend"_s);
-    open.window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&open.window));
-    QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
-    const auto& search = child<QLineEdit>(child<QWidget>(open.window, "fraSounds"), "txtSearch");
-    QVERIFY(search.hasFocus());
     open.port.handset().setFaults({.silentAfter = 1, .commands = 1});
     QCOMPARE(open.list("LvwSounds").placeholder(), u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
     open.test.dialogs.agreeToAll({});

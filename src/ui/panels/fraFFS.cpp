@@ -55,6 +55,7 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     setCaption(u"Dateisystem"_s);
     m_lvwFFs->setRows(m_rows);
     m_lvwFFs->setAccessibleName(u"Dateien im Telefon"_s);
+    m_lvwFFs->setPlaceholder(u"Die Dateien wurden noch nicht gelesen. \"Neu laden\" liest sie."_s);
     m_lvwFFs->setPictureSize(rowPicture);
     m_lvwFFs->setIconSource([this](const toolkit::ListRow& row) {
         const bool isFile = row.key.startsWith(obex::fileKeyPrefix);
@@ -160,18 +161,26 @@ bool fraFFS::readFreeBytes()
     return isKnown;
 }
 
+/// A reading that the user stops leaves the list as it was, if it shows that folder.
 void fraFFS::FfsListRefresh()
 {
-    m_listed.reset();
+    const auto shown = std::exchange(m_listed, std::nullopt);
     if (m_mmc->IsOnline() == obex::clsMmc::Connected && m_mmc->DirAct().isEmpty()) {
         obex::DirInLvw({}, m_rows);
         m_progress.status(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
         return;
     }
     QList<obex::tObxDirEntry> entries;
-    if (!m_mmc->Dir(entries, m_progress, &m_rows))
+    const bool isRead = m_mmc->Dir(entries, m_progress);
+    const obex::PhonePath folder(m_mmc->DirAct());
+    if (!isRead && m_progress.cancelled() && shown == folder) {
+        m_listed = shown;
         return;
-    m_listed = obex::PhonePath(m_mmc->DirAct());
+    }
+    obex::DirInLvw(entries, m_rows); // after a failure the ways out alone
+    if (!isRead)
+        return;
+    m_listed = folder;
     m_thumbnails->show(*m_listed, entries);
     m_thumbnails->lookInto(savedFolder());
 }
