@@ -149,12 +149,13 @@ void FileTransfers::filesToTheDesktop()
     QVERIFY(!made.list().dragContent());
     made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"CDU_"_s});
     made.port.handset().setFaults({});
+    const QModelIndex row = made.list().model()->index(0, 0);
+    QVERIFY(made.list().dragEnabled() && row.flags().testFlag(Qt::ItemIsDragEnabled));
     const auto content = made.list().dragContent();
-    QTest::mousePress(made.panel.windowHandle(), Qt::LeftButton, {}, {2, 2});
     QVERIFY(content->hasUrls());
     QCOMPARE(content->urls(), QList<QUrl>());
     QCOMPARE(made.port.handset().phone().faults.requests, 0);
-    QTest::mouseRelease(made.panel.windowHandle(), Qt::LeftButton, {}, {2, 2});
+    Q_EMIT made.list().dragDropped();
     const QList<QUrl> urls = content->urls();
     const int requests = made.port.handset().phone().faults.requests;
     QVERIFY(requests > 0 && content->urls() == urls);

@@ -67,6 +67,12 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
     }
 }
 
+Qt::ItemFlags RowsModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags own = QAbstractTableModel::flags(index);
+    return index.isValid() ? own | Qt::ItemIsDragEnabled : own;
+}
+
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (!m_rows || orientation != Qt::Horizontal)

@@ -146,7 +146,8 @@ void RowsView::startDrag(Qt::DropActions)
         return;
     auto* drag = new QDrag(this); // which deletes itself
     drag->setMimeData(content.release());
-    drag->exec(Qt::CopyAction);
+    if (drag->exec(Qt::CopyAction) != Qt::IgnoreAction)
+        Q_EMIT dragDropped();
 }
 
 void RowsView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)

@@ -66,7 +66,8 @@ Q_SIGNALS:
     /// Also for the Enter key.
     void rowDoubleClicked(int row);
     void searchWanted();
-    void filtered(); ///< other rows are shown than before
+    void dragDropped(); ///< the rows of the last drag; the other program may ask for them only now
+    void filtered();    ///< other rows are shown than before
 
 protected:
     void paintEvent(QPaintEvent* event) override;

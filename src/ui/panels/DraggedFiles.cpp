@@ -1,19 +1,10 @@
 #include "ui/panels/DraggedFiles.h"
 
-#include <QGuiApplication>
-
 namespace kalmo::ui {
 
 namespace {
 const QString listOfUrls = QStringLiteral("text/uri-list");
 } // namespace
-
-DraggedFiles::DraggedFiles(Fetch fetch, IsDropped isDropped)
-    : m_fetch(std::move(fetch)), m_isDropped(std::move(isDropped))
-{
-    if (!m_isDropped)
-        m_isDropped = [] { return QGuiApplication::mouseButtons() == Qt::NoButton; };
-}
 
 QStringList DraggedFiles::formats() const
 {
@@ -25,7 +16,7 @@ QVariant DraggedFiles::retrieveData(const QString& format, QMetaType) const
     if (format != listOfUrls)
         return {};
     if (!m_urls) {
-        if (!m_isDropped())
+        if (!m_isDropped)
             return {};
         m_urls.emplace(); // a program may ask again while the files are on their way
         for (const QString& path : m_fetch())

@@ -17,9 +17,10 @@ class DraggedFiles : public QMimeData
 public:
     /// Fetches the files and returns their local paths, empty after a failure.
     using Fetch = std::function<QStringList()>;
-    /// Returns true once the user has released the mouse.
-    using IsDropped = std::function<bool()>;
-    explicit DraggedFiles(Fetch fetch, IsDropped isDropped = {});
+    explicit DraggedFiles(Fetch fetch) : m_fetch(std::move(fetch)) {}
+
+    /// The user has dropped them where they are taken.
+    void setDropped() { m_isDropped = true; }
 
     QStringList formats() const override;
 
@@ -28,7 +29,7 @@ protected:
 
 private:
     Fetch m_fetch;
-    IsDropped m_isDropped;
+    bool m_isDropped = false;
     mutable std::optional<QVariantList> m_urls; // once they were fetched
 };
 

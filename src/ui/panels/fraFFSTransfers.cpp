@@ -7,6 +7,7 @@
 #include "app/Version.h"
 #include "obex/FolderRows.h"
 #include "ui/forms/frmMmc_View.h"
+#include "ui/lists/RowsView.h"
 #include "ui/panels/DraggedFiles.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FfsUpload.h"
@@ -119,9 +120,11 @@ std::unique_ptr<QMimeData> fraFFS::draggedFiles()
     const QStringList names = selectedNames(true);
     if (names.isEmpty() || !m_listed)
         return nullptr;
-    return std::make_unique<DraggedFiles>([panel = QPointer(this), from = *m_listed, names] {
+    auto files = std::make_unique<DraggedFiles>([panel = QPointer(this), from = *m_listed, names] {
         return panel ? panel->fetchForDrop(from, names) : QStringList();
     });
+    connect(m_lvwFFs, &RowsView::dragDropped, files.get(), &DraggedFiles::setDropped);
+    return files;
 }
 
 /// Fetches files into a folder of their own, from which another program takes them.
