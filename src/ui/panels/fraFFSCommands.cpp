@@ -7,7 +7,9 @@
 #include "ui/panels/FfsFolders.h"
 #include "ui/panels/fraFFS.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QToolBar>
 
@@ -35,6 +37,8 @@ QString askForName(QWidget* parent, const NameRequest& request)
     dialog.setTextValue(request.name);
     dialog.setOkButtonText(request.accept);
     dialog.setCancelButtonText(u"Abbrechen"_s);
+    for (QAbstractButton* button : dialog.findChild<QDialogButtonBox*>()->buttons())
+        button->setIcon({}); // the toolkit's own are of another style
     dialog.resize(dialog.fontMetrics().averageCharWidth() * 50, 0);
     if (dialog.exec() != QDialog::Accepted)
         return {};
