@@ -50,10 +50,10 @@ QLabel* wrapped(const QString& name, const QString& text = {})
     return label;
 }
 
-/// "0:07", "12:34".
+/// "0:07", "12:34". No sound has a length of 0.
 QString lengthText(double seconds)
 {
-    const qint64 whole = std::llround(seconds);
+    const qint64 whole = std::max<qint64>(1, std::llround(seconds));
     return u"%1:%2"_s.arg(whole / 60).arg(whole % 60, 2, 10, QChar(u'0'));
 }
 
