@@ -68,7 +68,7 @@ QString readBook(const QByteArray& bytes)
 WabBuilder smallBook()
 {
     WabBuilder book;
-    book.add({WabBuilder::wide(0x3A11, u"Müller"_s), WabBuilder::wide(0x3A09, u"030 1"_s)});
+    book.add({WabBuilder::wide(0x3A11, u"Mu\u0308ller"_s), WabBuilder::wide(0x3A09, u"030 1"_s)});
     book.add({WabBuilder::narrow(0x3A11, "M\xFCll\x80"), WabBuilder::wide(0x3A1C, u"0170"_s)});
     return book;
 }

@@ -4,7 +4,9 @@
 #include "transfer/import/ImportSteps.h"
 #include "transfer/import/PreviewSources.h"
 #include "transfer/import/TextSource.h"
+#include "transfer/import/VcardFile.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -299,6 +301,20 @@ private Q_SLOTS:
         QFETCH(const QStringList, hints);
         QCOMPARE(hintsOf(previewOf(file, shape)), hints);
         QTEST(described(mendedPreviewOf(file, shape)), "mendedRows");
+    }
+
+    /// Long cells and lines of many parts take time that grows with their length, not with its square.
+    void longCells()
+    {
+        QElapsedTimer time;
+        time.start();
+        const QByteArray blanks(1'000'000, ' ');
+        const QByteArray digits(1'000'000, '1');
+        previewOf("Name;Nummer\nx;1 x" + blanks + "\ny;x" + digits + '\n', Shape::Classic);
+        const auto contacts = readVcardFile(
+            "BEGIN:VCARD\nX:\n" + QByteArray(" =\n").repeated(300'000) + "TEL:1\nEND:VCARD\n", today);
+        QCOMPARE(contacts.size(), 1U);
+        QVERIFY2(time.elapsed() < 20'000, "minutes, where the time grows with the square");
     }
 
     void opening()

@@ -94,6 +94,8 @@ private Q_SLOTS:
         const NumberRules rules{.dropZero = true};
         QCOMPARE(numberOf(u"+49 (0) 221-1", rules), u"+492211"_s);
         QCOMPARE(numberOf(u" 0049(0)221", rules), u"0049221"_s);
+        QCOMPARE(numberOf(u"(+49) (0)221", rules), u"+49221"_s);
+        QCOMPARE(numberOf(u"tel:+49(0)221", rules), u"+49221"_s);
         QCOMPARE(numberOf(u"030 (0) 5", rules), u"03005"_s); // no country's code ahead
         QCOMPARE(numberOf(u"+49 (0) 221-1", {}), u"+4902211"_s);
     }

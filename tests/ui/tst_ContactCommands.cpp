@@ -104,6 +104,7 @@ private Q_SLOTS:
     void staleRow();
     void doubtfulReading();
     void otherThanEntered();
+    void imports();
     void deletes();
     void stopsAtTheUsersWish();
     void refreshes();
@@ -257,6 +258,35 @@ void tst_ContactCommands::otherThanEntered()
     QCOMPARE(phone.list->text(phone.list->count() - 2, VcfLastName), u"Ayşe"_s);
     QVERIFY(phone.isInOrder());
     QCOMPARE(phone.list->selectedRows(), QList<int>{phone.list->count() - 1});
+}
+
+/// An import ends as the phone's content says, and the list shows that content.
+void tst_ContactCommands::imports()
+{
+    const tVcfEntry other{.lastName = u"Adam"_s, .home = u"030 2"_s};
+    const Rows<handset::Faults, bool, qsizetype, QStringList> rows{
+        {"as planned", {}, true, 2, {}},
+        {"lost answer to the last", {.noLuid = true}, true, 1, {lostReference.text}},
+    };
+    rows.each([&](const handset::Faults& faults, bool isDone, qsizetype added, const QStringList& boxes) {
+        Contacts phone(u"S68H"_s);
+        const auto before = phone.luids().size();
+        phone.port.handset().setFaults(faults);
+        for (const QString& text : boxes)
+            phone.test.dialogs.expectStart(text);
+        std::vector<tVcfEntry> entries{someone, other};
+        entries.resize(static_cast<size_t>(added));
+        QCOMPARE(importContacts(*phone.store, entries, phone.progress.all()), isDone);
+        QVERIFY(phone.isInOrder());
+        QCOMPARE(phone.luids().size(), before + added);
+    });
+    Contacts phone(u"S68H"_s);
+    QCOMPARE(phone.save({.lastName = u"Ayşe"_s, .home = u"1"_s}), CommandResult::Done);
+    phone.test.dialogs.expectStart(u"Das Telefon hat 1 von 2 Kontakten nicht so gespeichert, wie sie "
+                                   u"importiert wurden:\n\nA=41, 1 → AA, 1"_s);
+    QVERIFY(
+        importContacts(*phone.store, {{.lastName = u"A=41"_s, .home = u"1"_s}, other}, phone.progress.all()));
+    QVERIFY(phone.isInOrder());
 }
 
 void tst_ContactCommands::deletes()

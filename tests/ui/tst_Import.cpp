@@ -227,6 +227,13 @@ private Q_SLOTS:
         made.click("cmdMend_letters");
         QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|030|"_s, u"x Garcia, A|1|"_s}));
         QVERIFY(!child<QWidget>(*made.form, "fraHints").isVisible());
+        made.test.dialogs.expect(transfer::messageOfTakenEntries());
+        made.click("cmdImport");
+        made.open(
+            "\"Name\",\"Nummer\"\n\"M\xFCller\",\"+49 (0) 31\"\n\"Garc\xED\x61\",\"4\"\n"); // nothing of it
+                                                                                            // mends the next
+                                                                                            // file
+        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|0031|"_s, u"x Garca|4|"_s}));
     }
 
     /// A click that changes the encoding leaves the columns that the user has chosen.
@@ -309,6 +316,10 @@ private Q_SLOTS:
         QCOMPARE(written.lastName + u'|' + written.home + u'|' + written.birthday,
                  u"Neumann-Oberhaus|030|2005-12-24T08:30"_s);
         QVERIFY(made.form->isVisible());
+        made.contacts->clear();
+        made.store->forget();
+        made.test.dialogs.expect(transfer::messageOfUnknownRoom());
+        made.click("cmdImport");
     }
 
     void addressBook()
@@ -323,6 +334,11 @@ private Q_SLOTS:
         child<QLineEdit>(*made.form, "txtEnd0").setText(u"^x"_s);
         QCOMPARE(made.rows(), QStringList(u"x Müller, Jx|030|"_s));
         QVERIFY(!child<QComboBox>(*made.form, "cmbCount11").isEnabled());
+        made.expectBook(made.test.makeFile(u"b.wab"_s, "no book")); // leaves the first one in front
+        made.test.dialogs.expectStart(u"Das Windows Adressbuch "_s);
+        child<QMenu>(*made.form, "mnuWabOpen").actions().first()->trigger();
+        made.click("cmdRefresh");
+        QCOMPARE(made.rows(), QStringList(u"x Müller, Jx|030|"_s));
     }
 
     void brokenAddressBook()

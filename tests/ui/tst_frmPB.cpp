@@ -122,6 +122,7 @@ private Q_SLOTS:
     void filesComeBackBehindCommands();
     void givenFileIsOpened();
     void importReadsTheListAhead();
+    void importOfUnreadContactsAsks();
     void filesHaveKeysOfTheirOwn();
     void stoppedListingKeepsTheFiles();
     void connectionIsShown();
@@ -492,6 +493,20 @@ void frmPBTest::importReadsTheListAhead()
     open.window.openGiven(path);
     child<ui::StatusArea>(open.window, "sta").SetBusy(false);
     QTRY_COMPARE(counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
+}
+
+/// Contacts that could not be read are unknown, although the section was visited.
+void frmPBTest::importOfUnreadContactsAsks()
+{
+    OpenWindow open(u"SL400H"_s);
+    open.port.handset().setFaults({.refuseAt = 1});
+    for (const char* box : {"Beim Zugriff auf das Telefon", "Fehler beim Lesen des Adressbuchs."})
+        open.test.dialogs.expectStart(QString::fromUtf8(box));
+    open.test.dialogs.expectStart(u"Das Telefonbuch konnte nicht eingelesen werden."_s, Buttons::YesNo,
+                                  Answer::No);
+    open.window.openGiven(open.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
+    QCoreApplication::processEvents();
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 /// The toolbar still means the phonebook; its keys and the menu mean the files.

@@ -193,6 +193,13 @@ Message messageFor(VcardStep step, const Preview& preview, int freePlaces)
     return {};
 }
 
+Message messageOfUnknownRoom()
+{
+    return {.text = u"Kalmo weiß nicht, wie viele Speicherplätze im Telefon frei sind. Bitte lesen Sie das "
+                    u"Telefonbuch neu ein (Schaltfläche \"Neu Laden\")."_s,
+            .icon = Icon::Information};
+}
+
 Message messageOfUnchecked(int count)
 {
     return {.text = QString::number(count) +

@@ -39,6 +39,8 @@ int uncheckNumberless(Preview& preview);
 /// The first rule that holds for the checked rows (`ImportToVcardStore`).
 VcardStep nextVcardStep(const Preview& preview, int freePlaces);
 toolkit::Message messageFor(VcardStep step, const Preview& preview, int freePlaces);
+/// The box in place of that of NoRoom, where the phone has not said how many places are free.
+toolkit::Message messageOfUnknownRoom();
 toolkit::Message messageOfUnchecked(int count);
 /// The box for a row without a number that the user has checked.
 toolkit::Message messageOfRefusedCheck();

@@ -43,8 +43,8 @@ bool hasZeroInBrackets(QStringView cell)
     const qsizetype place = cell.indexOf(zeroInBrackets);
     if (place <= 0)
         return false;
-    const QStringView start = cell.trimmed();
-    return start.startsWith(u'+') || start.startsWith(u"00");
+    const QString country = FilterNumber(cell.first(place));
+    return country.startsWith(u'+') || country.startsWith(u"00");
 }
 
 QString numberOf(QStringView cell, const NumberRules& rules)

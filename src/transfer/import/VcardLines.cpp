@@ -94,6 +94,12 @@ QByteArray quotedPrintable(const QByteArray& value)
     return bytes;
 }
 
+/// Looks at a line up to its first colon.
+bool hasQuotedPrintableHead(const QByteArray& line)
+{
+    return line.first(line.indexOf(':')).toUpper().contains("QUOTED-PRINTABLE");
+}
+
 /// The text in a character set, nothing if the name is unknown or the bytes are not valid by it.
 std::optional<QString> decodedBy(const QByteArray& charset, QByteArrayView bytes)
 {
@@ -121,11 +127,16 @@ QString VcardLine::text() const
 QByteArray VcardLines::unfolded()
 {
     QByteArray line = takeByteLine(m_rest).toByteArray();
-    const auto hasSoftBreak = [&line] {
-        return line.endsWith('=') && line.toUpper().contains("QUOTED-PRINTABLE");
-    };
-    while ((m_rest.startsWith(' ') || m_rest.startsWith('\t')) && !hasSoftBreak())
-        line += takeByteLine(m_rest).sliced(1);
+    bool hasHead = line.contains(':');
+    bool isQuoted = hasHead && hasQuotedPrintableHead(line);
+    while ((m_rest.startsWith(' ') || m_rest.startsWith('\t')) && !(isQuoted && line.endsWith('='))) {
+        const QByteArrayView more = takeByteLine(m_rest).sliced(1);
+        line += more;
+        if (!hasHead && more.contains(':')) { // looked at once: a line may have 100000 parts
+            hasHead = true;
+            isQuoted = hasQuotedPrintableHead(line);
+        }
+    }
     return line;
 }
 

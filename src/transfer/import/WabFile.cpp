@@ -91,7 +91,7 @@ QString wabText(QByteArrayView value, quint32 type)
                 break;
             text.append(QChar(unit));
         }
-        return text;
+        return text.normalized(QString::NormalizationForm_C);
     }
     const qsizetype end = value.indexOf('\0');
     return app::fromCp1252(end < 0 ? value : value.first(end));

@@ -53,8 +53,8 @@ bool clsWab::ReadAllContacts(QDate today)
         return false;
     if (m_events.BusyStart)
         m_events.BusyStart();
-    m_contacts.clear();
-    m_skipped.clear();
+    std::vector<WabContact> before = std::exchange(m_contacts, {});
+    QStringList skippedBefore = std::exchange(m_skipped, {});
     m_fault = AddressBookFault::None;
     for (const QString& path : std::as_const(m_files)) {
         if (!readFile(path, today))
@@ -62,9 +62,11 @@ bool clsWab::ReadAllContacts(QDate today)
     }
     if (m_contacts.size() > mostContacts)
         m_fault = AddressBookFault::TooManyContacts;
-    if (m_fault != AddressBookFault::None)
-        m_contacts.clear();
-    const int total = ContactCount();
+    if (m_fault != AddressBookFault::None) {
+        m_contacts = std::move(before);
+        m_skipped = std::move(skippedBefore);
+    }
+    const int total = m_fault == AddressBookFault::None ? ContactCount() : 0;
     for (int number = 1; number <= total; ++number) {
         m_contacts[static_cast<size_t>(number) - 1].entryNumber = number;
         if (m_events.Busy)

@@ -20,7 +20,8 @@ enum class AddressBookFault {
 };
 
 /// The contacts of an address book: of a Windows Address Book (.wab), a file of cards (.vcf), or a folder of
-/// such files. They are held until the next reading, after closing too.
+/// such files. They are held after closing too, until another reading
+/// succeeds.
 class clsWab
 {
 public:

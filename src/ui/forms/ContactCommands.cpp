@@ -250,17 +250,23 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
 {
     const auto keep = store.shared_from_this();
     operations::ContactOutcome outcome;
+    bool isDone = false;
     {
         operations::ContactEdit edit(keep, windowPolicy(), progress);
-        outcome.facts = edit.begin();
-        if (!outcome.facts.isDone())
+        const operations::Outcome ready = edit.begin();
+        if (!ready.isDone()) {
+            edit.end();
+            reportBegin(store, ready);
             return false;
+        }
         outcome = edit.apply(operations::planAdd(std::move(contacts)), u"import"_s);
-        if (outcome.isAnswered)
-            showMismatches(store, edit, outcome);
+        isDone = acceptChange(store, edit, outcome) && outcome.facts.confirmed == outcome.facts.planned;
+        if (!isDone && edit.heldAfter())
+            store.showReading(*edit.heldAfter());
+        showImportMismatches(store, edit, outcome);
     }
     showOwnFailure(store, outcome.facts);
-    return outcome.isAnswered && outcome.facts.confirmed == outcome.facts.planned;
+    return isDone;
 }
 
 CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)

@@ -81,6 +81,27 @@ void showMismatches(VcardStore& store, const operations::ContactEdit& edit,
                  .icon = Icon::Exclamation});
 }
 
+void showImportMismatches(VcardStore& store, const operations::ContactEdit& edit,
+                          const operations::ContactOutcome& outcome)
+{
+    if (outcome.mismatches.empty() || !edit.heldAfter())
+        return;
+    store.showReading(*edit.heldAfter());
+    QStringList lines;
+    for (const auto& [written, held] : outcome.mismatches) {
+        const QString fields = fieldsOf(held);
+        lines.append(fieldsOf(written) + u" → "_s + (fields.isEmpty() ? u"fehlt"_s : fields));
+    }
+    show(store,
+         {.text =
+              u"Das Telefon hat %1 von %2 Kontakten nicht so gespeichert, wie sie importiert wurden:\n\n%3"_s
+                  .arg(lines.size())
+                  .arg(outcome.facts.planned)
+                  .arg(listed(lines)),
+          .title = app::productName() + u" - Datensätze Importieren"_s,
+          .icon = Icon::Exclamation});
+}
+
 bool requireFound(const VcardStore& store, const operations::LuidPlan& found)
 {
     if (found.isSound())

@@ -20,6 +20,10 @@ void showOwnFailure(const phonedata::VcardStore& store, const operations::Outcom
 void showMismatches(phonedata::VcardStore& store, const operations::ContactEdit& edit,
                     const operations::ContactOutcome& outcome);
 
+/// The same after an import: how many there are, and the first of them.
+void showImportMismatches(phonedata::VcardStore& store, const operations::ContactEdit& edit,
+                          const operations::ContactOutcome& outcome);
+
 /// Shows a contact that the reading lacks or that has no valid LUID there. Returns true if there is none.
 bool requireFound(const phonedata::VcardStore& store, const operations::LuidPlan& found);
 

@@ -73,7 +73,9 @@ void frmImportPb::ImportToVcardStore()
     const int freePlaces = m_lists.store->freePlaces();
     const VcardStep step = transfer::nextVcardStep(m_model->preview(), freePlaces);
     if (step != VcardStep::Ready) {
-        dialogs.Show(transfer::messageFor(step, m_model->preview(), freePlaces));
+        const bool isUnknown = step == VcardStep::NoRoom && m_lists.store->lblVCFkap() == u"?";
+        dialogs.Show(isUnknown ? transfer::messageOfUnknownRoom()
+                               : transfer::messageFor(step, m_model->preview(), freePlaces));
         return;
     }
     std::vector<phonedata::tVcfEntry> contacts =

@@ -69,7 +69,7 @@ void frmImportPb::takeFile(const QString& path)
 {
     m_loading = true;
     m_sta->setText(u"Lese "_s + path + u"..."_s);
-    m_mended = m_remembered.options;
+    m_mended = {}; // a hint mends one file, not the next
     const transfer::OpenedText opened = openedText(path);
     const bool isFine = opened.fault == transfer::TextFault::None;
     m_textFrame->showOpened(isFine ? path : QString(), opened);
@@ -164,9 +164,9 @@ void frmImportPb::takeGiven()
 void frmImportPb::takeBook(const QString& path)
 {
     m_bookPath = path;
-    m_mended = m_remembered.options;
     if (!readBook(path))
         return;
+    m_mended = {}; // a hint mends one book, not the next
     app::SetLastInitDir(m_program.context, dialogUse, path);
     m_addressFrame->showPath(path);
     RebuildPreview();

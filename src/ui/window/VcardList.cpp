@@ -120,6 +120,8 @@ void VcardList::refresh()
     if (result == CommandResult::Cancelled) { // what was on screen is as good as before
         m_rows->clear();
         m_rows->addAll(std::move(before));
+    } else {
+        m_isKnown = result == CommandResult::Done;
     }
     const auto [state, sentence] = endOfReading(result, m_rows->count());
     Q_EMIT stateChanged(state);
@@ -137,6 +139,7 @@ void VcardList::forget()
 {
     m_store->forget();
     m_isRead = false;
+    m_isKnown = false;
     Q_EMIT stateChanged(ListState::NotRead);
 }
 
@@ -170,6 +173,7 @@ void VcardList::deleteSelected()
     const int before = m_rows->count();
     const CommandResult result = VcfDeleteSelected(*m_store, m_parts.progress);
     const int gone = before - m_rows->count();
+    m_isKnown = m_isKnown && result != CommandResult::Failed; // the store has emptied the list
     if (result == CommandResult::Failed)
         Q_EMIT stateChanged(ListState::Unknown);
     else if (gone > 0)

@@ -19,6 +19,8 @@ public:
     std::shared_ptr<phonedata::VcardStore> store() const { return m_store; }
     /// Returns true after the list was read in this run, even if the reading failed: `TbRead`.
     bool isRead() const { return m_isRead; }
+    /// Returns true if the rows are the phone's, as a reading of this run has found them.
+    bool isKnown() const { return m_isKnown; }
     /// "Telefonbuch - 250 Speicherplätze, 12 belegt"
     QString caption() const;
 
@@ -50,6 +52,7 @@ private:
     std::unique_ptr<toolkit::ListRows> m_rows; // before the store, which shows it
     std::shared_ptr<phonedata::VcardStore> m_store;
     bool m_isRead = false;
+    bool m_isKnown = false;
 };
 
 } // namespace kalmo::ui

@@ -308,14 +308,15 @@ void frmPB::openImport(ImportFrom source, const QString& given)
     }
     // From a timer, so that the menu has closed before the dialog opens.
     QTimer::singleShot(0, this, [this, source, given, isForProviders, isRead] {
-        if (m_sta->isBusy() || m_isClosing || (!isRead() && !mayImportUnread(isForProviders)))
+        const bool isKnown = m_contacts ? m_contacts->isKnown() : isRead();
+        if (m_sta->isBusy() || m_isClosing || (!isKnown && !mayImportUnread(isForProviders)))
             return;
         ImportLists lists;
         if (m_contacts)
             lists.store = m_contacts->store();
         else
             lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
-        lists.isPhonebookRead = m_contacts ? m_contacts->isRead() : m_phonebook->isRead();
+        lists.isPhonebookRead = m_contacts ? m_contacts->isKnown() : m_phonebook->isRead();
         frmImportPb form(m_program, lists, source, this);
         form.setGiven(given);
         form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
