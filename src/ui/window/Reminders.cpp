@@ -12,7 +12,7 @@ namespace kalmo::ui {
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int pictureSize = 22;
+constexpr int reminderPictureSize = 22;
 }
 
 Reminders::Reminders(QWidget* parent) : QFrame(parent), m_place(new QStackedLayout(this))
@@ -43,7 +43,7 @@ void Reminders::addFrame(const QString& name, const QString& picture, const QStr
     line->setContentsMargins(16, 6, 16, 6);
     line->setSpacing(12);
     auto* image = new QLabel(frame);
-    image->setPixmap(icon(picture).pixmap(pictureSize));
+    image->setPixmap(icon(picture).pixmap(reminderPictureSize));
     auto* heading = new QLabel(caption, frame);
     QFont font = heading->font();
     font.setBold(true);
