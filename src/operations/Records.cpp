@@ -152,7 +152,6 @@ std::optional<QString> Records::begin(RecordedList list, const QString& cause, i
     }
     app::syncFolder(m_folder);
     app::syncFolder(m_root);
-    removeOldest();
     return record.id;
 }
 
@@ -164,7 +163,11 @@ bool Records::finish(const QString& id, State state, const QJsonObject& details)
         return false;
     record->state = state;
     record->details = details;
-    return app::writeWholeFile(recordPath(folderOf(record->phone), numberOf(id)), recordBytes(*record));
+    if (!app::writeWholeFile(recordPath(folderOf(record->phone), numberOf(id)), recordBytes(*record)))
+        return false;
+    if (state == State::Done)
+        removeOldest();
+    return true;
 }
 
 std::vector<Record> Records::all() const

@@ -17,13 +17,13 @@ public:
 
     /// Writes a record with the state Unknown. `entries` is the number of entries of the list before the
     /// change, `before` the phone's own bytes. Returns its id once everything is on the disk. Without an id
-    /// nothing may be changed in the phone, and `reason` has the system's reason. The oldest records beyond
-    /// `mostRecords` are deleted.
+    /// nothing may be changed in the phone, and `reason` has the system's reason.
     std::optional<QString> begin(RecordedList list, const QString& cause, int entries,
                                  std::vector<RecordedPart> before, QString* reason = nullptr);
 
     /// Adds what the change did. Returns false if the file could not be written; the record then keeps the
-    /// state Unknown.
+    /// state Unknown. After a change that is done the oldest records beyond `mostRecords` are deleted. Before
+    /// that none goes: the oldest may be the state that this change puts back.
     bool finish(const QString& id, State state, const QJsonObject& details = {});
 
     /// All records of this phone, the newest first, without their parts. Those of a phone of the same model

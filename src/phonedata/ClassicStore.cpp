@@ -104,8 +104,11 @@ void closeLeftStore(Line& line)
 {
     constexpr double answerTimeout = 1.5;
     QByteArray answer;
+    const link::LineMode mode = line.mode();
+    line.setMode(link::LineMode::Switching); // Rx would send the command again, and most phones refuse it
     line.TxDirect("AT^WSSL\r\n");
     line.RxDirect(answer, answerTimeout);
+    line.setMode(mode);
     if (answer.contains("OK\r\n"))
         line.pause(closeTimeout);
 }

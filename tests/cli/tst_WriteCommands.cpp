@@ -226,6 +226,7 @@ void tst_WriteCommands::writes()
 void tst_WriteCommands::storeLeftOpen()
 {
     Handset handset({.model = u"GALICIA"_s});
+    handset.port.hideClosing();
     handset.port.Open({});
     handset.port.WriteText("AT^WSSL=\"TB\"\r");
     handset.test.clock.WaitSeconds(1);

@@ -165,12 +165,22 @@ private Q_SLOTS:
         Records records(test.context, phone);
         Records other(test.context, {phone.model, u"other"_s});
         begun(other);
+        const auto begin = [&] {
+            return records.begin(RecordedList::Providers, u"write"_s, 1, {}).value_or(QString());
+        };
+        const auto range = [&] {
+            const auto all = records.all();
+            return QStringList{all.front().id, all.back().id, QString::number(all.size())};
+        };
         for (int i = 0; i < Records::mostRecords + 3; ++i)
-            QVERIFY(records.begin(RecordedList::Providers, u"write"_s, i, {}));
-        const auto all = records.all();
-        QCOMPARE(all.size(), std::size_t(Records::mostRecords));
-        QCOMPARE(all.front().id, u"104"_s);
-        QCOMPARE(all.back().id, u"5"_s);
+            QVERIFY(records.finish(begin(), State::Done));
+        QCOMPARE(range(), (QStringList{u"104"_s, u"5"_s, u"100"_s}));
+        // The change under way may put back the oldest: it goes only when that is done.
+        for (const State failed : {State::Unknown, State::Unchanged})
+            QVERIFY(records.finish(begin(), failed));
+        QCOMPARE(range(), (QStringList{u"106"_s, u"5"_s, u"102"_s}));
+        QVERIFY(records.finish(begin(), State::Done));
+        QCOMPARE(range(), (QStringList{u"107"_s, u"8"_s, u"100"_s}));
         QCOMPARE(ids(other), QStringList{u"1"_s});
     }
 

@@ -48,7 +48,8 @@ void HandsetPort::Close()
         return;
     m_open = false;
     m_received.clear();
-    m_handset->lineClosed();
+    if (!m_isClosingHidden)
+        m_handset->lineClosed();
 }
 
 QString HandsetPort::openError() const

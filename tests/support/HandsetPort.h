@@ -22,6 +22,9 @@ public:
 
     handset::Handset& handset() { return *m_handset; }
 
+    /// From now on the handset does not notice that the port is closed, as at a plain serial line.
+    void hideClosing() { m_isClosingHidden = true; }
+
     bool Open(const QString& portName) override;
     void Close() override;
     bool IsOpen() const override { return m_open; }
@@ -62,6 +65,7 @@ private:
     std::unique_ptr<handset::Handset> m_handset;
     QByteArray m_received;
     bool m_open = true;
+    bool m_isClosingHidden = false;
     double m_unpluggedUntil = 0; // the line has dropped
     int m_inBufferSize = link::inBufferSize;
     int m_outBufferSize = link::outBufferSize;
