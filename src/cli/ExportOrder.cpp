@@ -2,6 +2,7 @@
 
 #include "app/Files.h"
 #include "cli/SavedListWords.h"
+#include "transfer/export/ExportFile.h"
 #include "transfer/export/HtmlTarget.h"
 
 #include <QFileInfo>
@@ -81,6 +82,8 @@ private:
 
     void readKind()
     {
+        if (transfer::isNetworkPath(m_words.arguments.value(0)))
+            return fail(u"could not export to %1: it is not a local file"_s.arg(m_words.arguments.value(0)));
         const QString ending = QFileInfo(m_order.path).suffix();
         const auto row = std::ranges::find_if(endings, [&ending](const EndingRow& known) {
             return ending.compare(known.ending, Qt::CaseInsensitive) == 0;

@@ -49,6 +49,8 @@ QString inWords(TextFault fault)
         return u"its first line is empty, so it has no columns"_s;
     case TextFault::Binary:
         return u"it is no text file; if it is UTF-16, say --encoding utf-16"_s;
+    case TextFault::UnmarkedUtf16:
+        return u"it looks like UTF-16 without a mark; if it is, say --encoding utf-16"_s;
     case TextFault::TooManyColumns:
         return u"it has more than 16,384 columns"_s;
     case TextFault::TooLarge:
@@ -153,11 +155,16 @@ void skipTooLong(transfer::Preview& preview)
     }
 }
 
-/// Checks complete rows that exist, too, as ticking them by hand does.
+/// Checks complete rows that exist, too. Their lengths are tested like those of the others: nobody has looked
+/// at them, as a user has who ticks a green row.
 void takeExisting(transfer::Preview& preview)
 {
-    for (transfer::PreviewRow& row : preview.rows)
-        row.checked = row.checked || (row.exists && row.isComplete(preview.shape));
+    for (transfer::PreviewRow& row : preview.rows) {
+        if (!row.exists || !row.isComplete(preview.shape))
+            continue;
+        row.checked = true;
+        transfer::judgeRow(row, preview.shape);
+    }
 }
 
 } // namespace

@@ -51,8 +51,8 @@ QJsonObject fieldsJson(const Preview& preview)
 {
     QJsonObject object;
     const auto fields = transfer::fieldsOf(preview.shape);
-    for (size_t field = 0; preview.text && field < fields.size(); ++field) {
-        const int column = preview.text->options.columns[field];
+    for (size_t field = 0; field < fields.size(); ++field) {
+        const int column = preview.text ? preview.text->options.columns[field] : transfer::noColumn;
         const QJsonValue heading = column >= 0 && column < preview.text->headings.size()
                                        ? QJsonValue(preview.text->headings[column])
                                        : QJsonValue(QJsonValue::Null);

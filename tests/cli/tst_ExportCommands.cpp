@@ -61,6 +61,8 @@ private Q_SLOTS:
 void tst_ExportCommands::wrongUse()
 {
     const Rows<QString, QString> rows = {
+        {"network", uR"(providers export \\server\a.csv)"_s,
+         uR"(could not export to \\server\a.csv: it is not a local file.)"_s},
         {"ending", u"providers export a.txt"_s,
          u"could not export to a.txt: its name ends neither in .csv, .xlsx, .docx, .html, .htm nor in .vcf."_s},
         {"option of another kind", u"providers export a.xlsx --separator tab"_s,

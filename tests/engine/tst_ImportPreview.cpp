@@ -7,6 +7,7 @@
 #include "transfer/import/VcardFile.h"
 
 #include <QElapsedTimer>
+#include <QStringEncoder>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -245,6 +246,7 @@ private Q_SLOTS:
             (QStringList{u"lost-extensions 1 (Łódź GmbH)"_s, u"birthdays 1 (bald)"_s, u"places 2 ()"_s}));
         contacts.erase(contacts.begin()); // a birthday ahead of the first row has no place
         QCOMPARE(described(previewOf(contacts, Shape::Classic)), QStringList(u"[x] ,  F|00221| ---"_s));
+        QVERIFY(hintsOf(previewOf(contacts, Shape::Classic)).contains(u"lost-birthdays 1 ()"_s));
     }
 
     void hints_data()
@@ -265,6 +267,13 @@ private Q_SLOTS:
         row("UTF-8", headings + "M\xC3\xBCller;1\nB\xC3\xA4r;2\n", Shape::Classic,
             {u"encoding 2 (MÃ¼ller → Müller) --encoding utf-8"_s},
             {u"[ ] Name|| r--"_s, u"[x] Müller|1| ---"_s, u"[x] Bär|2| ---"_s});
+        row("UTF-16", "\xFF\xFE" + QStringEncoder(QStringEncoder::Utf16LE)(u"Name;Nummer\nA;1\n"_s),
+            Shape::Classic, {u"encoding 1 () --encoding utf-16"_s, u"columns 1 ()"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|1| ---"_s});
+        row("mails", "Name;Telefon;Email\nA;1;jos\xE9~@x.de\nB;2;b@x.de\n", Shape::Vcard,
+            {u"mails 1 (josé~@x.de → josé@x.de)"_s},
+            {u"[ ] Name|||||Email| -------"_s, u"[x] A||1|||josé@x.de| -------"_s,
+             u"[x] B||2|||b@x.de| -------"_s});
         row("heading", "Name,Given Name,Phone 1 - Value\nPeter Meier,Peter,030 123\n", Shape::Vcard,
             {u"heading 1 (Name) --skip-heading"_s}, {u"[x] Peter Meier|Peter|030123|||| -------"_s});
         row("no column", "a;b\nPeter;1\n", Shape::Classic, {u"columns 1 ()"_s},
@@ -326,6 +335,8 @@ private Q_SLOTS:
         QCOMPARE(faultOf("\r\na;b"), TextFault::NoFirstLine);
         QCOMPARE(faultOf(" \r\na;b"), TextFault::None);
         QCOMPARE(faultOf(QByteArray("PK\3\4\0\0", 6)), TextFault::Binary);
+        QCOMPARE(faultOf(QByteArray("N\0a\0m\0e\0;\0", 10)), TextFault::UnmarkedUtf16);
+        QCOMPARE(faultOf(QByteArray("\0N\0a\0m\0e\0;", 10)), TextFault::UnmarkedUtf16);
         QCOMPARE(faultOf(QByteArray(20000, ',')), TextFault::TooManyColumns);
         QCOMPARE(faultOf(QByteArray("x\r\n").repeated(250'000)), TextFault::None);
         QCOMPARE(faultOf(QByteArray("x\n").repeated(250'000) + "y"), TextFault::TooLarge);
@@ -472,6 +483,7 @@ private Q_SLOTS:
         choices.vcardHeadings[0].clear();
         QCOMPARE(loadImportOptions(test.settings), choices);
         test.settings.PutIniText(u"frmImportPb"_s, u"cmbField10"_s, u"99"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"cmbCount10"_s, u"x"_s);
         test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
         test.settings.PutIniText(u"frmImportPb"_s, u"txtAmt"_s, u"x"_s);
         QCOMPARE(loadImportOptions(test.settings), choices);

@@ -200,6 +200,8 @@ void ExportDialog::fields()
     QTest::keyClick(&path, Qt::Key_Tab);
     QCoreApplication::processEvents();
     QVERIFY(path.hasFocus());
+    dialog.made.test.dialogs.expectStart(u"Der neue Ordner- bzw. Dateiname"_s);
+    QTest::keyClick(&path, Qt::Key_Return);
     dialog.press("cmdAbbruch");
     QCoreApplication::processEvents();
     QVERIFY(!form.isVisible());

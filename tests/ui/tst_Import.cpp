@@ -190,6 +190,15 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(made.rows().last(), u"x Kurz x|2|"_s);
         QVERIFY(!made.view().model()->index(2, 0).data(Qt::ForegroundRole).isValid());
+        // It is compared again: this one is there already, until the name changes.
+        made.phonebook->add(phonedata::toRow(phonedata::ClassicEntry{.name = u"Da"_s, .number = u"2"_s}));
+        made.click("cmdRefresh");
+        for (const QString& name : {u"Da"_s, u"Siebzehn Zeichen."_s}) {
+            QVERIFY(made.view().model()->setData(made.view().model()->index(2, 0), name, Qt::EditRole));
+            const QString tip = made.view().model()->index(2, 0).data(Qt::ToolTipRole).toString();
+            QCOMPARE(tip, name == u"Da"_s ? u"Dieser Eintrag ist im Telefonbuch schon vorhanden."_s
+                                          : u"Zu lang oder unvollständig."_s);
+        }
     }
 
     void optionsRefresh()
@@ -229,11 +238,13 @@ private Q_SLOTS:
         QVERIFY(!child<QWidget>(*made.form, "fraHints").isVisible());
         made.test.dialogs.expect(transfer::messageOfTakenEntries());
         made.click("cmdImport");
-        made.open(
-            "\"Name\",\"Nummer\"\n\"M\xFCller\",\"+49 (0) 31\"\n\"Garc\xED\x61\",\"4\"\n"); // nothing of it
-                                                                                            // mends the next
-                                                                                            // file
+        // Nothing of it mends the next file.
+        made.open("\"Name\",\"Nummer\"\n\"M\xFCller\",\"+49 (0) 31\"\n\"Garc\xED\x61\",\"4\"\n");
         QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|0031|"_s, u"x Garca|4|"_s}));
+        made.open("Name;Nummer\nA;1\n"); // the filter of the file before stays
+        QCOMPARE(made.rows(), (QStringList{u"- Name;Nummer||"_s, u"- A;1||"_s}));
+        made.click("cmdMend_filter");
+        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x A|1|"_s}));
     }
 
     /// A click that changes the encoding leaves the columns that the user has chosen.
@@ -334,6 +345,12 @@ private Q_SLOTS:
         child<QLineEdit>(*made.form, "txtEnd0").setText(u"^x"_s);
         QCOMPARE(made.rows(), QStringList(u"x Müller, Jx|030|"_s));
         QVERIFY(!child<QComboBox>(*made.form, "cmbCount11").isEnabled());
+        auto& count = child<QComboBox>(*made.form, "cmbCount10");
+        count.setFocus();
+        count.setEditText(u"x"_s);
+        made.test.dialogs.expectStart(u"Bitte geben Sie einen gültigen Zahlenwert für die Länge"_s);
+        QTest::keyClick(count.lineEdit(), Qt::Key_Return); // presses the button
+        count.setEditText(u"15"_s);
         made.expectBook(made.test.makeFile(u"b.wab"_s, "no book")); // leaves the first one in front
         made.test.dialogs.expectStart(u"Das Windows Adressbuch "_s);
         child<QMenu>(*made.form, "mnuWabOpen").actions().first()->trigger();

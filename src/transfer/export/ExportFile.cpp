@@ -63,9 +63,14 @@ bool writeContent(app::Context& context, const ExportFile& file, const QString& 
 
 } // namespace
 
+bool isNetworkPath(QStringView path)
+{
+    return path.startsWith(u"\\\\");
+}
+
 bool isRefusedNetworkPath(app::Context& context, const QString& path)
 {
-    if (!path.startsWith(u"\\\\"_s))
+    if (!isNetworkPath(path))
         return false;
     context.dialogs.Show(
         {.text = u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "

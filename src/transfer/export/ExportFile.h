@@ -7,7 +7,9 @@
 
 namespace kalmo::transfer {
 
-/// Returns true, after a message, for a path into a network without a drive: "\\server".
+/// Returns true for a path into a network without a drive: "\\server".
+bool isNetworkPath(QStringView path);
+/// The same, after a message.
 bool isRefusedNetworkPath(app::Context& context, const QString& path);
 
 /// Creates the folder of a file. Returns false, after a message, if that fails.

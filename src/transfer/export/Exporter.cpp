@@ -209,8 +209,8 @@ bool Exporter::exportToOffice(const OfficeWords& words,
     return finish(false, brokenOff);
 }
 
-/// The scratch folder is emptied at the next start, so the file is read-only: the office program then asks
-/// for a name before it saves what the user has changed.
+/// The scratch folder is emptied when the window closes and at the next start, so the file is read-only: the
+/// office program then asks for a name before it saves what the user has changed.
 bool Exporter::openInOffice(const OfficeWords& words, const QString& path)
 {
     QFile::setPermissions(path, QFileDevice::ReadOwner);

@@ -100,8 +100,10 @@ void AddressPreview::addEntries(const WabContact& contact)
 /// contact before it. This is on purpose; a hint reports it.
 void AddressPreview::addBirthday(const WabContact& contact, bool hasOwnRow)
 {
-    if (m_preview.rows.empty() || (!hasOwnRow && m_options.addresses.ownBirthdays))
+    if (!hasOwnRow && m_options.addresses.ownBirthdays)
         return;
+    if (m_preview.rows.empty())
+        return m_hints.add(HintKind::LostBirthdays, exampleOf(contact));
     if (!hasOwnRow)
         m_hints.add(HintKind::MovedBirthdays, exampleOf(contact));
     const QTime time = QTime(0, 0).addSecs(secondsOf(m_options.addresses.birthdayTime));

@@ -16,6 +16,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"Als CSV lesen", u"lines come out wrong because only some cells are in quotes", u"--reading csv"},
     {u"broken", u"Anführungszeichen stehen falsch, dort können Zeilen fehlen", u"Zeile für Zeile lesen",
      u"quotes are at a wrong place, rows may be missing there", u"--reading simple"},
+    {u"filter", u"Die Zellen sind nicht von den Zeichen umgeben, die ausgefiltert werden",
+     u"Keine Zeichen ausfiltern", u"the cells are not in the quotes that are looked for", u"--quote ''"},
     {u"encoding", u"Umlaute und Akzente kommen falsch heraus", u"Als %1 lesen", u"letters come out wrong",
      u"--encoding"},
     {u"heading", u"Die Überschriften würden als Eintrag importiert", u"Erste Zeile weglassen",
@@ -32,6 +34,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"several numbers in one cell become one", u""},
     {u"letters", u"Namen verlieren Buchstaben, die das Telefon nicht hat", u"Grundbuchstaben nehmen",
      u"names lose letters that the phone lacks", u"--base-letters"},
+    {u"mails", u"E-Mail-Adressen verlieren Zeichen, die das Telefon nicht hat", u"",
+     u"e-mail addresses lose characters that the phone lacks", u""},
     {u"dates", u"Geburtstage nennen den Monat zuerst, andere werden mit dem Tag zuerst gelesen",
      u"Überall Monat zuerst", u"birthdays have the month first, while others are read day first",
      u"--dates month-first"},
@@ -45,6 +49,8 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"contacts have no name in the chosen fields", u"--fill-names"},
     {u"moved", u"Geburtstage landen bei einem anderen Kontakt", u"Diese weglassen",
      u"birthdays go to another contact's entry", u"--own-birthdays"},
+    {u"lost-birthdays", u"Geburtstage von Kontakten ohne Nummer fallen weg", u"",
+     u"birthdays of contacts without a number are left out", u""},
     {u"places", u"Nummern finden keinen Platz und fallen weg", u"", u"numbers find no place and are left out",
      u""},
     {u"files", u"Dateien im Ordner sind keine vCards und fehlen", u"",
@@ -114,6 +120,12 @@ bool holdsSeveralNumbers(QString cell)
     return numbers > 1;
 }
 
+/// In a file of UTF-16 no letter is right, so there is nothing to count and no example.
+bool isUtf16(const ImportHint& hint)
+{
+    return hint.kind == HintKind::OtherEncoding && hint.encoding == Encoding::Utf16;
+}
+
 QString shown(QStringView cell)
 {
     constexpr qsizetype mostShown = 40;
@@ -139,6 +151,8 @@ QString optionOf(const ImportHint& hint)
 QString germanOf(const ImportHint& hint)
 {
     const QString example = hint.example.isEmpty() ? QString() : u", z. B. "_s + hint.example;
+    if (isUtf16(hint))
+        return u"Die Datei ist in UTF-16 geschrieben, so ist ihr Text nicht lesbar"_s;
     return textOf(hint.kind).german.toString() + u" ("_s + QString::number(hint.count) + u" ×"_s + example +
            u')';
 }
@@ -146,6 +160,8 @@ QString germanOf(const ImportHint& hint)
 QString englishOf(const ImportHint& hint)
 {
     const QString example = hint.example.isEmpty() ? QString() : u", such as "_s + hint.example;
+    if (isUtf16(hint))
+        return u"the file is UTF-16, so its text is not readable"_s;
     return textOf(hint.kind).english.toString() + u" ("_s + QString::number(hint.count) + example + u')';
 }
 
@@ -166,6 +182,9 @@ ImportOptions mended(ImportOptions options, const ImportHint& hint)
         break;
     case HintKind::BrokenCsv:
         options.text.layout.reading = Reading::Simple;
+        break;
+    case HintKind::UnusedFilter:
+        options.text.layout.filter.clear();
         break;
     case HintKind::OtherEncoding:
         options.text.encoding = hint.encoding;
@@ -192,6 +211,8 @@ ImportOptions mended(ImportOptions options, const ImportHint& hint)
     case HintKind::Extensions:
     case HintKind::LostExtensions:
     case HintKind::SeveralNumbers:
+    case HintKind::LostMailCharacters:
+    case HintKind::LostBirthdays:
     case HintKind::UnreadBirthdays:
     case HintKind::ImpossibleDays:
     case HintKind::BirthdaysWithoutYear:
@@ -234,6 +255,12 @@ void HintCounter::lookAtName(QStringView cell, const QString& kept)
         return;
     add(HintKind::LostLetters, cell.toString() + u" → "_s + kept);
     m_lettersHaveBase = m_lettersHaveBase || FilterName(withBaseLetters(cell)).size() > kept.size();
+}
+
+void HintCounter::lookAtMail(QStringView cell, const QString& kept)
+{
+    if (kept.trimmed().size() != cell.trimmed().size())
+        add(HintKind::LostMailCharacters, cell.toString() + u" → "_s + kept);
 }
 
 void HintCounter::lookAtBirthday(QStringView cell, const BirthdayCell& birthday, const DateManner& manner)

@@ -10,22 +10,25 @@ namespace kalmo::transfer {
 
 /// Faults of a source, in the order in which they are shown.
 enum class HintKind : size_t {
-    ReadAsCsv,       ///< the file is valid by RFC 4180, which gives other cells
-    BrokenCsv,       ///< read as CSV, the file has quotes at a wrong place, which may swallow rows
-    OtherEncoding,   ///< the letters look like another encoding
-    Heading,         ///< the heading line would be imported
-    NoNumberColumn,  ///< no column of numbers was recognised
-    ZeroInBrackets,  ///< "+49 (0) 221" would be dialled wrongly
-    Extensions,      ///< an extension becomes part of the number
-    LostExtensions,  ///< a card's extension is left out
-    SeveralNumbers,  ///< two numbers in one cell become one
-    LostLetters,     ///< the handsets lack letters of names
-    MixedDates,      ///< dates of which some are read day first and some month first
-    UnreadBirthdays, ///< a cell of birthdays that is none
-    ImpossibleDays,  ///< a birthday on a day that no calendar has
+    ReadAsCsv,          ///< the file is valid by RFC 4180, which gives other cells
+    BrokenCsv,          ///< read as CSV, the file has quotes at a wrong place, which may swallow rows
+    UnusedFilter,       ///< the text to filter stands around no cell, so no row is taken apart
+    OtherEncoding,      ///< the letters look like another encoding
+    Heading,            ///< the heading line would be imported
+    NoNumberColumn,     ///< no column of numbers was recognised
+    ZeroInBrackets,     ///< "+49 (0) 221" would be dialled wrongly
+    Extensions,         ///< an extension becomes part of the number
+    LostExtensions,     ///< a card's extension is left out
+    SeveralNumbers,     ///< two numbers in one cell become one
+    LostLetters,        ///< the handsets lack letters of names
+    LostMailCharacters, ///< an e-mail address becomes another one
+    MixedDates,         ///< dates of which some are read day first and some month first
+    UnreadBirthdays,    ///< a cell of birthdays that is none
+    ImpossibleDays,     ///< a birthday on a day that no calendar has
     BirthdaysWithoutYear,
     EmptyNames,     ///< names with only the texts around the fields
     MovedBirthdays, ///< a birthday that goes to another contact's row
+    LostBirthdays,  ///< a birthday that no row can take
     NumbersWithoutPlace,
     SkippedFiles ///< files of a folder that hold no card
 };
@@ -77,6 +80,8 @@ public:
     void lookAtNumber(QStringView cell, const NumberRules& rules);
     /// Compares a cell of names with its filtered text.
     void lookAtName(QStringView cell, const QString& kept);
+    /// Compares an e-mail address with its filtered text.
+    void lookAtMail(QStringView cell, const QString& kept);
     struct DateManner
     {
         DateOrder order = DateOrder::DayFirst;

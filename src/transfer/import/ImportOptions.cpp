@@ -117,6 +117,10 @@ void mend(ImportOptions& options)
             number.field1 = usual.field1;
         if (!isPosition(number.field2, nameChoices().size()))
             number.field2 = usual.field2;
+        if (!isCharacterCount(number.count1))
+            number.count1 = usual.count1;
+        if (!isCharacterCount(number.count2))
+            number.count2 = usual.count2;
     }
     for (size_t index = 0; index < options.addresses.fields.size(); ++index) {
         if (!isPosition(options.addresses.fields[index],
@@ -135,6 +139,11 @@ AddressOptions::AddressOptions()
 {
     for (size_t index = 0; index < subNumberCount; ++index)
         numbers[index].end = subNumberKinds()[index].end.toString();
+}
+
+bool isCharacterCount(QStringView text)
+{
+    return isNumeric(text) && leadingNumber(text) > 0;
 }
 
 QStringList halfHours()

@@ -89,6 +89,9 @@ void SaveImportOptions(app::Settings& settings, const RememberedChoices& choices
 /// Writes the two switches of `chkMarkExistingContacts` alone.
 void saveMarkingOptions(app::Settings& settings, const ImportOptions& options);
 
+/// Returns true for `cmbCount1` and `cmbCount2` that hold a number above 0.
+bool isCharacterCount(QStringView text);
+
 /// "00:00" to "23:30" in steps of half an hour.
 QStringList halfHours();
 

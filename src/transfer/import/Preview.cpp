@@ -113,18 +113,25 @@ void judgeRow(PreviewRow& row, Shape shape)
         row.colours[PreviewNumber] = Colour::Red;
 }
 
+void judgeRow(PreviewRow& row, Shape shape, const ExistingEntries& existing, bool byNumber)
+{
+    judgeRow(row, shape);
+    row.exists = false;
+    if (existing.contains(row, byNumber))
+        turnGreen(row);
+}
+
 Preview RebuildPreview(const ImportSource& source, Shape shape, const ImportOptions& options,
                        const ExistingEntries& existing, QDate today, const Advance& advance)
 {
     constexpr size_t rowsPerReport = 512;
+    const ExistingEntries none;
     Preview preview = source.text ? previewOfText(source, shape, options, today, advance)
                                   : previewOfContacts(source, shape, options, advance);
     for (size_t index = 0; index < preview.rows.size() && preview.isWhole; ++index) {
         PreviewRow& row = preview.rows[index];
         rewriteNumbers(row, shape, options.numbers);
-        judgeRow(row, shape);
-        if (options.markExisting && existing.contains(row, options.existingByNumber))
-            turnGreen(row);
+        judgeRow(row, shape, options.markExisting ? existing : none, options.existingByNumber);
         if (advance && index % rowsPerReport == 0)
             preview.isWhole =
                 advance(static_cast<qsizetype>(index), static_cast<qsizetype>(preview.rows.size()));

@@ -94,6 +94,8 @@ Preview RebuildPreview(const ImportSource& source, Shape shape, const ImportOpti
 
 /// Tests the lengths of one row and colours texts that are too long or incomplete.
 void judgeRow(PreviewRow& row, Shape shape);
+/// The same, and compares the row with the phone's list: one that is there is green.
+void judgeRow(PreviewRow& row, Shape shape, const ExistingEntries& existing, bool byNumber);
 
 /// The button "Alle": checks each row that is complete and not green, those too that are too long.
 void selectAll(Preview& preview);

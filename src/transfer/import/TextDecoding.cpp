@@ -57,4 +57,19 @@ bool isBinary(QByteArrayView bytes, Encoding encoding)
     return encoding != Encoding::Utf16 && !hasUtf16Mark(bytes) && bytes.contains('\0');
 }
 
+bool looksLikeUtf16(QByteArrayView bytes)
+{
+    constexpr qsizetype fewestUnits = 4;
+    constexpr qsizetype mostUnits = 100;
+    const qsizetype units = std::min(bytes.size() / 2, mostUnits);
+    qsizetype first = 0;
+    qsizetype second = 0;
+    for (qsizetype unit = 0; unit < units; ++unit) {
+        first += bytes[2 * unit] == '\0' ? 1 : 0;
+        second += bytes[2 * unit + 1] == '\0' ? 1 : 0;
+    }
+    // Letters beyond Latin 1 have no NUL; they are rare where a table begins.
+    return units >= fewestUnits && std::min(first, second) == 0 && std::max(first, second) * 4 >= units * 3;
+}
+
 } // namespace kalmo::transfer

@@ -20,4 +20,8 @@ QString decodeText(QByteArrayView bytes, Encoding encoding);
 /// Returns true if bytes are no text: they contain a NUL and are not UTF-16.
 bool isBinary(QByteArrayView bytes, Encoding encoding);
 
+/// Returns true if the bytes begin as plain letters in UTF-16 without a byte order mark do: one of each two
+/// is a NUL, always the first or always the second.
+bool looksLikeUtf16(QByteArrayView bytes);
+
 } // namespace kalmo::transfer

@@ -107,8 +107,11 @@ QString TextPreview::textOf(FieldKind kind, const QString& cell, HintCounter& hi
     switch (kind) {
     case FieldKind::Name:
         return nameText(cell, hints);
-    case FieldKind::Email:
-        return FilterName(cell);
+    case FieldKind::Email: {
+        const QString kept = FilterName(cell);
+        hints.lookAtMail(cell, kept);
+        return kept;
+    }
     case FieldKind::Number:
         hints.lookAtNumber(cell, m_options.numbers);
         return numberOf(cell, m_options.numbers);
@@ -158,8 +161,12 @@ void TextPreview::hintAtReading(const QString& text)
     const TextLayout& layout = m_options.text.layout;
     if (layout.reading == Reading::Csv || isTelFile(m_source.path))
         return;
+    const QChar separator = separatorChar(layout.separator);
     if (const int rows = rowsBetterReadAsCsv(text, layout); rows > 0)
         m_hints.add(HintKind::ReadAsCsv, rows, {});
+    else if (!layout.filter.isEmpty() && text.contains(separator) &&
+             !text.contains(layout.filter + separator + layout.filter))
+        m_hints.add(HintKind::UnusedFilter, {});
 }
 
 /// Reports a row with quotes at a wrong place.
@@ -189,8 +196,10 @@ void TextPreview::hintAtEncoding()
         lines += !isPlainByte(byte) && !isCounted ? 1 : 0;
         isCounted = byte != '\n' && (isCounted || !isPlainByte(byte));
     }
-    m_hints.add(HintKind::OtherEncoding, lines,
-                decodeText(word, m_options.text.encoding) + u" → "_s + decodeText(word, likely));
+    const QString example = likely == Encoding::Utf16 ? QString()
+                                                      : decodeText(word, m_options.text.encoding) + u" → "_s +
+                                                            decodeText(word, likely);
+    m_hints.add(HintKind::OtherEncoding, lines, example);
 }
 
 void TextPreview::hintAtColumns()

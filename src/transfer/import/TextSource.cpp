@@ -20,7 +20,7 @@ TextFault faultOfText(QByteArrayView bytes, const QString& text, Encoding encodi
     if (bytes.size() > largestText)
         return TextFault::TooLarge;
     if (isBinary(bytes, encoding))
-        return TextFault::Binary;
+        return looksLikeUtf16(bytes) ? TextFault::UnmarkedUtf16 : TextFault::Binary;
     QStringView rest = text;
     if (takeLine(rest).isEmpty())
         return TextFault::NoFirstLine;

@@ -12,8 +12,9 @@ namespace kalmo::transfer {
 enum class TextFault {
     None,
     NotReadable,
-    NoFirstLine, ///< empty, or its first line is
-    Binary,      ///< it holds NUL bytes and is no UTF-16
+    NoFirstLine,   ///< empty, or its first line is
+    Binary,        ///< it holds NUL bytes and is no UTF-16
+    UnmarkedUtf16, ///< the same, but every second byte is a NUL
     TooManyColumns,
     TooLarge
 };

@@ -170,6 +170,11 @@ void frmExport::cmdExport_Click()
     if (m_busy->isBusy() ||
         (m_txtCsvReplace->isVisible() && m_txtCsvReplace->isEnabled() && replacementKeepsFocus()))
         return;
+    // The Enter key presses the button without leaving the field.
+    for (const QLineEdit* field : {m_txtCsvPath, m_txtHtmlTemplatePath, m_txtHtmlDestPath}) {
+        if (field->hasFocus() && pathKeepsFocus(*field))
+            return;
+    }
     transfer::Exporter exporter({.context = m_program.context,
                                  .desktop = m_program.desktop,
                                  .source = *m_source,

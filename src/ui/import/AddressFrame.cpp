@@ -11,6 +11,8 @@
 #include <QMenu>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -43,11 +45,6 @@ void keepNameCharacters(QLineEdit& field)
     const auto cursor = transfer::FilterName(text.first(field.cursorPosition())).size();
     field.setText(kept);
     field.setCursorPosition(static_cast<int>(cursor));
-}
-
-bool isCount(const QString& text)
-{
-    return transfer::isNumeric(text) && transfer::leadingNumber(text) > 0;
 }
 
 } // namespace
@@ -141,7 +138,7 @@ QComboBox* AddressFrame::makeCount(const QString& name, const QStringList& count
     box->setCurrentText(shown);
     box->setMinimumContentsLength(3);
     connect(box, &QComboBox::currentTextChanged, this, [this](const QString& text) {
-        if (isCount(text))
+        if (transfer::isCharacterCount(text))
             Q_EMIT changed();
     });
     return box;
@@ -227,9 +224,22 @@ void AddressFrame::guardAgainst(const QWidget* exit)
     }
 }
 
+bool AddressFrame::rejectsFields()
+{
+    const auto rejects = [this](QComboBox& box, const QString& which) {
+        if (!box.isEnabled() || !rejectsCount(box, which))
+            return false;
+        box.setFocus();
+        return true;
+    };
+    return std::any_of(m_numbers.cbegin(), m_numbers.cend(), [&rejects](const NumberLine& line) {
+        return rejects(*line.cmbCount1, u"ersten"_s) || rejects(*line.cmbCount2, u"zweiten"_s);
+    });
+}
+
 bool AddressFrame::rejectsCount(QComboBox& box, const QString& which)
 {
-    if (isCount(box.currentText()))
+    if (transfer::isCharacterCount(box.currentText()))
         return false;
     m_dialogs.Show(
         {.text = u"Bitte geben Sie einen gültigen Zahlenwert für die Länge der Zeichen aus dem %1 Feld ein."_s

@@ -26,6 +26,9 @@ public:
     void showPath(const QString& path);
     /// Checks the fields each time they are left, except for `exit`.
     void guardAgainst(const QWidget* exit);
+    /// Checks the numbers of characters. Returns true after a message if one of them is none; it has the
+    /// focus then.
+    bool rejectsFields();
     /// Writes the choices into the options.
     void take(transfer::AddressOptions& options) const;
 

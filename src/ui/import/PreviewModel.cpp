@@ -20,10 +20,13 @@ PreviewModel::PreviewModel(Shape shape, QObject* parent) : QAbstractTableModel(p
     m_preview.shape = shape;
 }
 
-void PreviewModel::setPreview(transfer::Preview preview)
+void PreviewModel::setPreview(transfer::Preview preview, transfer::ExistingEntries existing,
+                              bool comparesNumbers)
 {
     beginResetModel();
     m_preview = std::move(preview);
+    m_existing = std::move(existing);
+    m_comparesNumbers = comparesNumbers;
     endResetModel();
     Q_EMIT checksChanged();
 }
@@ -102,9 +105,9 @@ bool PreviewModel::setData(const QModelIndex& index, const QVariant& value, int 
         return false;
     PreviewRow& row = m_preview.rows[static_cast<size_t>(index.row())];
     row.cells[0] = transfer::FilterName(value.toString());
-    if (!row.exists)
-        transfer::judgeRow(row, m_preview.shape);
+    transfer::judgeRow(row, m_preview.shape, m_existing, m_comparesNumbers);
     Q_EMIT dataChanged(index, index.siblingAtColumn(columnCount() - 1));
+    Q_EMIT checksChanged(); // the number of rows that exist may have changed
     return true;
 }
 

@@ -16,7 +16,9 @@ public:
     explicit PreviewModel(transfer::Shape shape, QObject* parent = nullptr);
 
     const transfer::Preview& preview() const { return m_preview; }
-    void setPreview(transfer::Preview preview);
+    /// The entries are those that a row is compared with when its name is edited.
+    void setPreview(transfer::Preview preview, transfer::ExistingEntries existing = {},
+                    bool comparesNumbers = false);
     /// Changes the preview in any way but its number of rows.
     void change(const std::function<void(transfer::Preview&)>& change);
 
@@ -39,6 +41,8 @@ private:
     bool setChecked(int row, bool checked);
 
     transfer::Preview m_preview;
+    transfer::ExistingEntries m_existing;
+    bool m_comparesNumbers = false;
 };
 
 } // namespace kalmo::ui

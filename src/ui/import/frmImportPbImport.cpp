@@ -4,6 +4,7 @@
 #include "transfer/import/ImportSteps.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/forms/ContactMessages.h"
+#include "ui/import/AddressFrame.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/import/NumberFrame.h"
 #include "ui/import/PreviewModel.h"
@@ -21,7 +22,8 @@ using transfer::Shape;
 
 void frmImportPb::cmdImport_Click()
 {
-    if (m_sta->isBusy() || m_building.isValid() || m_numberFrame->rejectsFields())
+    if (m_sta->isBusy() || m_building.isValid() || m_numberFrame->rejectsFields() ||
+        (m_addressFrame && m_addressFrame->rejectsFields()))
         return;
     if (m_shape == Shape::Classic)
         ImportToClassicList();

@@ -102,13 +102,15 @@ void frmImportPb::build()
         m_model->setPreview({.shape = m_shape});
         return;
     }
+    const transfer::ImportOptions chosen = options();
+    transfer::ExistingEntries compared = chosen.markExisting ? existing() : transfer::ExistingEntries();
     transfer::Preview preview =
-        transfer::RebuildPreview(read, m_shape, options(), existing(), m_program.context.clock.Now().date(),
+        transfer::RebuildPreview(read, m_shape, chosen, compared, m_program.context.clock.Now().date(),
                                  [this](qsizetype done, qsizetype total) { return advance(done, total); });
     m_hints->show(preview.hints);
     m_sortColumn = -1;
     m_view->header()->setSortIndicatorShown(false);
-    m_model->setPreview(std::move(preview));
+    m_model->setPreview(std::move(preview), std::move(compared), chosen.existingByNumber);
 }
 
 /// Keeps the window painted while a large source is read, and lets the user stop it.

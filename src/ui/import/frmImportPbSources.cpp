@@ -118,6 +118,9 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
     case TextFault::Binary:
         text = u"Die Datei %1 ist keine Textdatei. Speichern Sie eine Tabelle zuerst als CSV."_s;
         break;
+    case TextFault::UnmarkedUtf16:
+        text = u"Die Datei %1 sieht aus wie UTF-16 ohne Kennung. Speichern Sie sie als UTF-8."_s;
+        break;
     case TextFault::TooManyColumns:
         text = u"Die Datei %1 hat mehr als 16384 Spalten."_s;
         break;
@@ -196,7 +199,7 @@ void frmImportPb::mend(const transfer::ImportHint& hint)
     using transfer::HintKind;
     m_mended = transfer::mended(options(), hint);
     const bool changesText = hint.kind == HintKind::ReadAsCsv || hint.kind == HintKind::BrokenCsv ||
-                             hint.kind == HintKind::OtherEncoding;
+                             hint.kind == HintKind::UnusedFilter || hint.kind == HintKind::OtherEncoding;
     if (m_textFrame && changesText) {
         m_loading = true;
         const QString path = m_textFrame->path();
