@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -31,13 +32,27 @@ inline std::optional<Bytes> readFile(const std::string& path, std::size_t larges
     return bytes;
 }
 
+/// Opens a new file for a part of `path`, beside it and under a name that no other file has. Returns nothing
+/// if that fails; `part` is its name.
+inline std::FILE* openPart(const std::string& path, std::string& part)
+{
+    constexpr int mostParts = 100; // of programs that were killed, or run at the same time
+    for (int number = 0; number < mostParts; ++number) {
+        part = path + '.' + std::to_string(number) + ".part";
+        std::FILE* file = std::fopen(part.c_str(), "wbx");
+        if (file || errno != EEXIST)
+            return file;
+    }
+    return nullptr;
+}
+
 /// Writes a file under another name and renames it once it is whole. Returns false if that fails: then an old
 /// file of that name stays, and no other is left.
 inline bool writeFile(const std::string& path, std::span<const std::uint8_t> bytes)
 {
-    const std::string part = path + ".part";
+    std::string part;
     std::error_code error;
-    std::FILE* file = std::fopen(part.c_str(), "wb");
+    std::FILE* file = openPart(path, part);
     if (!file)
         return false;
     const bool taken = bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();

@@ -33,7 +33,9 @@ void take(ConvertedFiles& converted, const media::PreparedFile& file)
     if (file.failure)
         converted.unfit.push_back({file.source, *file.failure});
     else if (!app::readWholeFile(file.path, bytes))
-        converted.unfit.push_back({file.source, media::Failure{Fault::NoSource, file.source}});
+        converted.unfit.push_back(
+            {file.source,
+             media::Failure{file.path == file.source ? Fault::NotReadable : Fault::NotWritten, file.path}});
     else
         converted.files.push_back(
             {.localPath = file.source, .name = QFileInfo(file.path).fileName(), .bytes = bytes});

@@ -47,6 +47,11 @@ Message messageFor(const Failure& failure)
         return {.text = u"Datei "_s + file + u" existiert nicht."_s,
                 .icon = Icon::Exclamation,
                 .english = u"there is no file %1"_s.arg(file)};
+    case Fault::NotReadable:
+        return {.text =
+                    u"Die Datei "_s + file + u" kann nicht gelesen werden. Prüfen Sie die Zugriffsrechte."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be read%2"_s.arg(file, because(failure))};
     case Fault::NotFit:
         return {.text = u"Die Datei "_s + file +
                         u" passt nicht in den gewählten Ordner und wurde nicht übertragen."_s,
@@ -66,6 +71,18 @@ Message messageFor(const Failure& failure)
                     u"ggf. löschen."_s,
                 .icon = Icon::Exclamation,
                 .english = u"%1 can't be read as a picture%2"_s.arg(file, because(failure))};
+    case Fault::OtherFormat:
+        return {.text = u"Die Datei "_s + name +
+                        u" ist trotz ihrer Endung kein Bild im Format BMP, GIF, JPG oder PNG und kann nicht "
+                        u"umgewandelt werden."_s,
+                .icon = Icon::Exclamation,
+                .english = u"%1 can't be converted%2"_s.arg(file, because(failure))};
+    case Fault::LargePicture:
+        return {.text =
+                    u"Das Bild %1 ist mit %2 Pixeln zu groß und kann nicht umgewandelt werden. Verkleinern "
+                    u"Sie es vorher."_s.arg(name, failure.detail),
+                .icon = Icon::Exclamation,
+                .english = u"%1 is too large to convert: it has %2 pixels"_s.arg(file, failure.detail)};
     case Fault::NoBitmap:
         return {.text = u"Die Quelldatei "_s + file + u" existiert nicht. JPG Umwandlung nicht möglich."_s,
                 .icon = Icon::Exclamation,

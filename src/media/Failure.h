@@ -7,21 +7,24 @@
 namespace kalmo::media {
 
 enum class Fault {
-    NoSource,    ///< the file isn't there
-    NotFit,      ///< no file of that ending goes to such a folder
-    NoFolder,    ///< the phone's folder takes none
-    BadPicture,  ///< no picture, a damaged one, or one of an absurd size
-    NoBitmap,    ///< the BMP file for a JPEG file isn't there
-    NoJpeg,      ///< the JPEG file could not be made
-    BadSound,    ///< no sound, a damaged one, or one of an absurd length
-    BadMelody,   ///< a damaged melody, or none for handsets
-    LargeMelody, ///< more than `largestMelody`
-    NoName,      ///< no character is left of the name
-    NoConverter, ///< a program is missing
-    NoMp3,       ///< the converter cannot read MP3 here
-    TooLong,     ///< a program did not come to an end
-    NotWritten,  ///< no room or no right to write
-    Cancelled,   ///< by the user
+    NoSource,     ///< the file isn't there
+    NotReadable,  ///< no right to read the file, or a bad disk
+    NotFit,       ///< no file of that ending goes to such a folder
+    NoFolder,     ///< the phone's folder takes none
+    BadPicture,   ///< no picture, or a damaged one
+    OtherFormat,  ///< a picture, but of a format that is not read here
+    LargePicture, ///< more pixels than this program converts; `detail` is "width x height"
+    NoBitmap,     ///< the BMP file for a JPEG file isn't there
+    NoJpeg,       ///< the JPEG file could not be made
+    BadSound,     ///< no sound, a damaged one, or one of an absurd length
+    BadMelody,    ///< a damaged melody, or none for handsets
+    LargeMelody,  ///< more than `largestMelody`
+    NoName,       ///< no character is left of the name
+    NoConverter,  ///< a program is missing
+    NoMp3,        ///< the converter cannot read MP3 here
+    TooLong,      ///< a program did not come to an end
+    NotWritten,   ///< no room or no right to write
+    Cancelled,    ///< by the user
 };
 
 /// A file that could not be converted, and why.

@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/WorkFolder.h"
 #include "media/Converters.h"
+#include "media/SourceFile.h"
 #include "media/UploadRules.h"
 
 #include <QFileInfo>
@@ -20,8 +21,8 @@ std::optional<Failure> convertMelody(app::Context& context, const QString& sourc
                                      const toolkit::Progress& progress)
 {
     QByteArray bytes;
-    if (!app::FileExists(source))
-        return Failure{Fault::NoSource, source};
+    if (auto failure = checkSource(source))
+        return failure;
     if (QFileInfo(source).size() > largestMelody)
         return Failure{Fault::LargeMelody, source};
     app::ProgramCall call = melodyCall(context, u"i"_s, u"o"_s);
@@ -30,7 +31,7 @@ std::optional<Failure> convertMelody(app::Context& context, const QString& sourc
         return Failure{Fault::NoConverter, source, converter};
     const app::WorkFolder folder(context);
     if (!app::readWholeFile(source, bytes))
-        return Failure{Fault::BadMelody, source, converter, u"it can't be read"_s};
+        return Failure{Fault::NotReadable, source};
     if (!folder.isValid() || !app::writeWholeFile(folder.filePath(u"i"_s), bytes))
         return Failure{Fault::NotWritten, context.sy.Paths.Storage + u"/config/temp"_s};
 

@@ -2,12 +2,15 @@
 
 #include "app/Files.h"
 #include "media/BitmapFile.h"
+#include "media/PictureEnd.h"
+#include "media/SourceFile.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
+#include <QMimeDatabase>
 #include <QPainter>
 
 #include <algorithm>
@@ -87,6 +90,15 @@ bool isPhotoFormat(const QByteArray& format)
     return formats.contains(format);
 }
 
+/// The failure for a file that has no picture of a known format.
+LoadedPicture unknown(const QString& path)
+{
+    const QString kind = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchContent).name();
+    if (kind.startsWith(u"image/"_s) && !isPhotoFormat(kind.sliced(6).toLatin1()))
+        return {.failure = Failure{Fault::OtherFormat, path, {}, u"it is of the type "_s + kind}};
+    return unfit(path, u"it is no picture that is known here"_s);
+}
+
 bool isTooLarge(QSize size, QImage::Format format)
 {
     const qint64 pixels = qint64{size.width()} * size.height();
@@ -103,20 +115,23 @@ QImage scaled(const QImage& image, QSize size)
 
 LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_token& stop)
 {
-    if (!app::FileExists(path))
-        return {.failure = Failure{Fault::NoSource, path}};
+    if (const auto failure = checkSource(path))
+        return {.failure = failure};
     StoppableFile file(path, stop);
     if (!file.open(QIODevice::ReadOnly))
-        return unfit(path, file.errorString());
+        return {.failure = Failure{Fault::NotReadable, path, {}, file.errorString()}};
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true); // an ending may be wrong
     reader.setAutoTransform(true);           // as the EXIF data of a camera says
     QImageReader::setAllocationLimit(mostMegabytes);
     const QSize size = reader.size();
     if (!reader.canRead() || size.isEmpty() || !isPhotoFormat(reader.format()))
-        return unfit(path, u"it is no picture that is known here"_s);
+        return unknown(path);
     if (isTooLarge(size, reader.imageFormat()))
-        return unfit(path, u"it is too large"_s);
+        return {.failure = Failure{
+                    Fault::LargePicture, path, {}, u"%1 x %2"_s.arg(size.width()).arg(size.height())}};
+    if (endsEarly(path, reader.format()))
+        return unfit(path, u"it ends early"_s);
     const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     reader.setScaledSize(readingSize(size, isTurned ? wanted.transposed() : wanted));
     const QImage image = reader.read();

@@ -5,9 +5,12 @@
 #include "app/mdlKonverter.h"
 #include "app/WorkFolder.h"
 #include "media/Converters.h"
+#include "media/SourceFile.h"
 #include "obex/ResponseCodes.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -35,8 +38,8 @@ app::ProgramCall soxCall(const QString& sox, const QStringList& arguments, const
 
 std::optional<Failure> checkInput(const app::Context& context, const QString& path)
 {
-    if (!app::FileExists(path))
-        return Failure{Fault::NoSource, path};
+    if (auto failure = checkSource(path))
+        return failure;
     if (!isConvertible(path)) // SoX would follow a list of addresses
         return Failure{Fault::BadSound, path, {}, u"only .wav and .mp3 are sounds"_s};
     const QString sox = converterPath(context, u"sox"_s);
@@ -109,6 +112,23 @@ app::ProgramCall lengthCall(const app::Context& context, const QString& path)
     return soxCall(converterPath(context, u"sox"_s), {u"--i"_s, u"-D"_s, QFileInfo(path).absoluteFilePath()});
 }
 
+double withinFile(const QString& path, double seconds)
+{
+    constexpr qint64 largestHead = 4096; // bytes; recorders put few chunks ahead of the samples
+    constexpr qsizetype rateBehind = 16; // bytes from the chunk of the format to its bytes a second
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return seconds;
+    const QByteArray head = file.read(largestHead);
+    const qsizetype format = head.indexOf("fmt ");
+    if (!head.startsWith("RIFF") || format < 0 || format + rateBehind + 4 > head.size())
+        return seconds;
+    const auto rate = qFromLittleEndian<quint32>(head.constData() + format + rateBehind);
+    const qsizetype samples = head.indexOf("data", format);
+    const qint64 bytes = file.size() - (samples < 0 ? 0 : samples + 8);
+    return rate == 0 ? seconds : std::min(seconds, std::max(0.0, static_cast<double>(bytes) / rate));
+}
+
 std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
                                       const toolkit::CancelBox* cancel)
 {
@@ -125,7 +145,7 @@ std::optional<Failure> readSoundFacts(app::Context& context, const QString& path
             return failure;
         answers[index] = run.output.trimmed().toDouble();
     }
-    facts = {.seconds = answers[1], .rate = app::toInt32(answers[0])};
+    facts = {.seconds = withinFile(path, answers[1]), .rate = app::toInt32(answers[0])};
     return {};
 }
 

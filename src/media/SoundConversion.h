@@ -20,6 +20,10 @@ struct SoundFacts
 std::optional<Failure> readSoundFacts(app::Context& context, const QString& path, SoundFacts& facts,
                                       const toolkit::CancelBox* cancel = nullptr);
 
+/// The length of a sound, of which the head of the file claims `seconds`, as far as the file holds it. A WAV
+/// file that was written to a pipe, or whose recorder was stopped, claims more.
+double withinFile(const QString& path, double seconds);
+
 /// Returns true for the files that are converted to a sound, by their ending.
 bool isConvertible(const QString& path);
 

@@ -1,10 +1,10 @@
 #include "media/UploadFiles.h"
 
-#include "app/Files.h"
 #include "media/Beside.h"
 #include "media/MelodyConversion.h"
 #include "media/PictureConversion.h"
 #include "media/SoundConversion.h"
+#include "media/SourceFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -78,8 +78,8 @@ PreparedFile prepareFile(app::Context& context, const QString& source, const Upl
         return {source, {}, Failure{Fault::NoFolder, source}};
     if (!isFit(source, options.kind))
         return {source, {}, Failure{Fault::NotFit, source}};
-    if (!app::FileExists(source))
-        return {source, {}, Failure{Fault::NoSource, source}};
+    if (const auto failure = checkSource(source))
+        return {source, {}, failure};
     if (!QDir().mkpath(folder))
         return {source, {}, Failure{Fault::NotWritten, folder}};
     PreparedFile file{source};

@@ -37,7 +37,10 @@ def make(folder):
     exif = Image.Exif()
     exif[0x0112] = 6  # has to be turned to the right
     picture.rotate(90, expand=True).save(folder + "/turned.jpg", quality=95, exif=exif)
-    open(folder + "/half.jpg", "wb").write(open(folder + "/photo.jpg", "rb").read()[:20000])
+    for name in ("photo.jpg", "plain.bmp", "film.gif"):  # too short, with a preview that is whole
+        content = open(folder + "/" + name, "rb").read()
+        open(folder + "/half-" + name, "wb").write(content[: len(content) // 2 if "gif" not in name else 1500])
+    picture.save(folder + "/old.tiff")
 
 
 def look(path):

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         otherLibrary({u"make"_s, m_made.path()});
-        QVERIFY2(QFile::exists(made(u"half.jpg"_s)), "python3-pil is needed");
+        QVERIFY2(QFile::exists(made(u"old.tiff"_s)), "python3-pil is needed");
     }
 
     void eachFamilyGetsItsForm()
@@ -203,11 +203,20 @@ private Q_SLOTS:
         const QByteArray bomb =
             QByteArray::fromHex("89504E470D0A1A0A0000000D49484452 00010000 00010000 08 02 000000") +
             QByteArray(2000, '\x55');
+        const QByteArray vast =
+            QByteArray::fromHex("424D 00000000 00000000 36000000 28000000 E02E0000 10270000 0100 1800") +
+            QByteArray(2000, '\0');
         const Rows<QString, QByteArray, Fault> rows{
             {"nothing", u"a.jpg"_s, "", Fault::BadPicture},
             {"text", u"a.bmp"_s, "hello", Fault::BadPicture},
             {"a head alone", u"a.gif"_s, "GIF89a", Fault::BadPicture},
+            {"half a photo", u"a.jpg"_s, Workshop::contentOf(made(u"half-photo.jpg"_s)), Fault::BadPicture},
+            {"half a bitmap", u"a.bmp"_s, Workshop::contentOf(made(u"half-plain.bmp"_s)), Fault::BadPicture},
+            {"a part of the first frame", u"a.gif"_s, Workshop::contentOf(made(u"half-film.gif"_s)),
+             Fault::BadPicture},
+            {"another format", u"a.jpg"_s, Workshop::contentOf(made(u"old.tiff"_s)), Fault::OtherFormat},
             {"four thousand megapixels", u"a.png"_s, bomb, Fault::BadPicture},
+            {"120 megapixels", u"a.bmp"_s, vast, Fault::LargePicture},
             {"another kind", u"a.txt"_s, "hello", Fault::NotFit},
             {"no name", u",;.png"_s, Workshop::contentOf(made(u"small.png"_s)), Fault::NoName},
         };
@@ -221,6 +230,15 @@ private Q_SLOTS:
         Workshop shop;
         const media::UploadOptions options{.phoneType = 9, .kind = UploadKind::Pictures};
         QCOMPARE(prepare(shop, shop.path(u"none.jpg"_s), options).failure->fault, Fault::NoSource);
+        for (const auto& [kind, name] :
+             Rows<UploadKind, QString>{{"picture", UploadKind::Pictures, u"mem.jpg"_s},
+                                       {"codes", UploadKind::Sounds, u"mem.L22"_s},
+                                       {"sound", UploadKind::Sounds, u"mem.wav"_s},
+                                       {"melody", UploadKind::Melodies, u"mem.mid"_s}}) {
+            QVERIFY(QFile::link(u"/proc/self/mem"_s, shop.path(name))); // its first byte can't be read
+            QCOMPARE(prepare(shop, shop.path(name), {.phoneType = 9, .kind = kind}).failure->fault,
+                     Fault::NotReadable);
+        }
         QCOMPARE(media::prepareFile(shop.context, made(u"plain.jpg"_s), options, u"/proc/none"_s, {})
                      .failure->fault,
                  Fault::NotWritten);

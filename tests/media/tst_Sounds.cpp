@@ -92,6 +92,22 @@ private Q_SLOTS:
         });
     }
 
+    /// The head of a file that was written to a pipe claims a day.
+    void lengthsPastTheFile()
+    {
+        const QByteArray good = wav(tone(1000, -6, 3 * soundRate));
+        for (const auto& [claim] : Rows<quint32>{{"pipe", 0xFFFFFFFF}, {"recorder", 0x7FFFFFFF}}) {
+            Workshop shop;
+            const QString source =
+                shop.makeFile(u"in.wav"_s, QByteArray(good).replace(40, 4, little(claim, 4)));
+            media::SoundFacts facts;
+            QVERIFY(!media::readSoundFacts(shop.context, source, facts));
+            QCOMPARE(facts.seconds, 3.0);
+            QVERIFY(!convert(shop, source));
+            QCOMPARE(shop.contentOf(shop.path(u"out.L22"_s)).size(), 3 * media::codesPerSecond);
+        }
+    }
+
     void mp3()
     {
         Workshop shop;

@@ -82,6 +82,19 @@ private Q_SLOTS:
         });
     }
 
+    /// A user's own file and the part of another run stay.
+    void partsOfOthersStay()
+    {
+        const QString mine = m_folder.filePath(u"m.out.0.part"_s);
+        QVERIFY(QFile::copy(m_folder.filePath(u"good.raw"_s), mine));
+        const qint64 size = QFileInfo(mine).size();
+        QCOMPARE(run(plugin(u"m9b"_s), {u"t"_s, u"good.mid"_s, u"m.out"_s}).first, 0);
+        QCOMPARE(QFileInfo(mine).size(), size);
+        QCOMPARE(QDir(m_folder.path()).entryList({u"m.out*"_s}),
+                 (QStringList{u"m.out"_s, u"m.out.0.part"_s}));
+        QVERIFY(QFile::remove(mine));
+    }
+
     /// One code for two samples, each in a word; a lone sample and a lone byte are left out.
     void codesAreWords()
     {

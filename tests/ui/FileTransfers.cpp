@@ -50,6 +50,17 @@ void FileTransfers::downloads()
         QCOMPARE(larger.saved().size(), answer == Answer::Yes ? 1 : 0);
     }
 
+    for (const Answer answer : {Answer::No, Answer::Yes}) { // the same for a file that is opened
+        FilePanel larger;
+        larger.port.handset().setFaults({.surplusAt = 1});
+        larger.test.dialogs.expectStart(u"Die Datei \"Liesmich.txt\" ist nicht vollständig angekommen: "_s,
+                                        Buttons::YesNo, answer);
+        if (answer == Answer::Yes)
+            larger.inDialog(u"frmMmc_View"_s, [](QWidget& view) { view.close(); });
+        larger.enter(u"FIL_Liesmich.txt"_s);
+        QCOMPARE(larger.dialogs, answer == Answer::Yes ? 1 : 0);
+    }
+
     FilePanel hostile({}, {.faults = {.hostileNames = true}});
     hostile.select({u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
     hostile.expectTarget();

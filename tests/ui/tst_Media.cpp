@@ -140,7 +140,7 @@ void tst_Media::soundsInThePanel()
     made.converters.replace(u"sox"_s, "case \"$2\" in -D) echo 20.4; exit;; esac; exec sleep 1000");
     ui::frmMmcOpenControls panel(made.program, {.kind = UploadKind::Sounds, .phoneType = 12});
     panel.show();
-    panel.showSelection({made.sound(u"a.wav"_s, 1)});
+    panel.showSelection({made.sound(u"a.wav"_s, 21)});
     QTRY_COMPARE(textOf(panel, "lblSndLength"), u"Länge: 0:20 min"_s);
     QVERIFY(textOf(panel, "lblResult").contains(u"163"));
     auto& trim = child<QCheckBox>(panel, "chkTrimWav");
@@ -280,8 +280,8 @@ void tst_Media::uploadsConvert()
 
     QVERIFY(mmc->Cd(u"Pictures"_s, false));
     panel.FfsListRefresh();
-    const QStringList files{made.picture(u"eins.png"_s, {400, 300}), made.test.makeFile(u"defekt.jpg"_s, "x"),
-                            made.picture(u"drei.bmp"_s, {30, 20})};
+    QStringList files{made.picture(u"eins.png"_s, {400, 300}), made.test.makeFile(u"defekt.jpg"_s, "x"),
+                      made.picture(u"drei.bmp"_s, {30, 20})};
     panel.setUploadChooser([&files](const ui::UploadQuestion& question) {
         return ui::UploadChoice{files, {.phoneType = question.phoneType, .kind = question.kind}};
     });
@@ -311,6 +311,17 @@ void tst_Media::uploadsConvert()
     made.progress.cancel.checked = false;
     panel.FfsListRefresh();
     QCOMPARE(panel.lvwFFs().count(), before);
+
+    QVERIFY(mmc->CdRoot() && mmc->Cd(u"Sounds"_s, false));
+    panel.FfsListRefresh();
+    files = {made.test.makeFile(u"kaputt.wav"_s, "x"), made.sound(u"zwanzig Zeichen lang.wav"_s, 1)};
+    made.test.dialogs.expect(
+        {.text = u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert.\nkaputt.wav"_s,
+         .icon = Icon::Exclamation});
+    press();
+    QByteArray codes;
+    QVERIFY(mmc->GetFile(u"zwanzig Zeichen .722"_s, codes, made.progress.all()));
+    QCOMPARE(codes.size(), 8000);
     mmc->Offline(made.progress.all());
 }
 
@@ -362,7 +373,7 @@ void tst_Media::previewsPictures()
                                      target);
     made.test.dialogs.expect(
         {.text = u"Datei unter %1 gespeichert."_s.arg(target), .icon = Icon::Information});
-    QVERIFY(view.Form_Present(made.test.path(u"a.bmp"_s), u"a.bmp"_s));
+    QVERIFY(view.Form_Present(made.test.path(u"a.bmp"_s), u"../a.bmp"_s)); // no way to another folder
     QTest::mouseClick(&child<QToolButton>(view, "cmdSave"), Qt::LeftButton);
     QCOMPARE(TestContext::contentOf(target), TestContext::contentOf(made.test.path(u"a.bmp"_s)));
 }

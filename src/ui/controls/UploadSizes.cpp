@@ -151,7 +151,8 @@ void UploadSizes::takeResult(bool isGood)
         const QFileInfo made(isGood ? m_folder->filePath(u"o"_s) : QString());
         m_melodies[path] = isGood && made.size() > 0 ? made.size() : -1;
     } else {
-        const double seconds = isGood ? program->readAllStandardOutput().trimmed().toDouble() : 0;
+        const double claimed = isGood ? program->readAllStandardOutput().trimmed().toDouble() : 0;
+        const double seconds = media::withinFile(path, claimed);
         m_seconds[path] = seconds > 0 && seconds < longestSound ? seconds : 0;
     }
     next();

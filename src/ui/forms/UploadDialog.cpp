@@ -88,9 +88,14 @@ std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion
     layout->addWidget(controls, 1);
     layout->addWidget(buttons);
     controls->showSelection(question.given);
-    const bool isAccepted = dialog.exec() == QDialog::Accepted;
-    controls->cmdSndStop_Click();
-    return isAccepted ? controls->GetSelFiles(question.given) : std::nullopt;
+    for (;;) {
+        const bool isAccepted = dialog.exec() == QDialog::Accepted;
+        controls->cmdSndStop_Click();
+        if (!isAccepted)
+            return {};
+        if (auto choice = controls->GetSelFiles(question.given)) // otherwise the user corrects the choice
+            return choice;
+    }
 }
 
 } // namespace

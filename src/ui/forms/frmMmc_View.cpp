@@ -3,6 +3,7 @@
 #include "app/CodePage.h"
 #include "app/Files.h"
 #include "app/mdlKonverter.h"
+#include "app/SafeLocalName.h"
 #include "app/Version.h"
 #include "media/Beside.h"
 #include "media/PictureConversion.h"
@@ -340,7 +341,7 @@ void frmMmc_View::save()
     app::Context& context = m_program.context;
     const QString target = context.dialogs.SaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
                                                      .folder = app::GetLastInitDir(context, lastSave),
-                                                     .name = m_txtFile->text(),
+                                                     .name = app::safeLocalName(m_txtFile->text()),
                                                      .types = {savedType()},
                                                      .confirmOverwrite = true});
     if (target.isEmpty())

@@ -88,11 +88,8 @@ bool Downloader::prepare(std::vector<FileToFetch>& files)
 bool Downloader::isWanted(const FileToFetch& file, const FetchedFile& fetched)
 {
     return fetched.isWhole ||
-           ask(client(),
-               u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und "
-               u"hat %3 gesendet.\n\nSoll sie trotzdem gespeichert werden?"_s.arg(
-                   file.path.name(), QString::number(file.entry->size),
-                   QString::number(fetched.bytes.size())));
+           askToTakePart(client(), {file.path.name(), file.entry->size, fetched.bytes.size()},
+                         u"gespeichert"_s);
 }
 
 Step Downloader::download(const FileToFetch& file)

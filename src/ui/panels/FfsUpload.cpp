@@ -25,11 +25,20 @@ struct Batch
     bool goesOn = true;
 };
 
-void take(app::Context& context, const PreparedFile& file, Batch& batch)
+/// Shows why a file was left out. Among several it is named, though the sentence for sounds does not.
+void tellFailure(app::Context& context, const media::Failure& failure, const QString& name, qsizetype files)
+{
+    toolkit::Message message = media::messageFor(failure);
+    if (files > 1 && !message.text.contains(name) && !media::endsBatch(failure.fault))
+        message.text += u'\n' + name;
+    context.dialogs.Show(message);
+}
+
+void take(app::Context& context, const PreparedFile& file, Batch& batch, qsizetype files)
 {
     const auto& told = file.failure ? file.failure : file.remark;
     if (told && told->fault != Fault::Cancelled)
-        context.dialogs.Show(media::messageFor(*told));
+        tellFailure(context, *told, QFileInfo(file.source).fileName(), files);
     if (file.failure) {
         batch.isAll = false;
         batch.goesOn = !media::endsBatch(file.failure->fault);
@@ -67,7 +76,7 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
         take(
             program.context,
             media::prepareFile(program.context, path, choice.options, folder.filePath(u"upload"_s), progress),
-            batch);
+            batch, choice.paths.size());
     }
     progress.status({});
     display.pause();

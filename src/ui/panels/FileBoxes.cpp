@@ -56,4 +56,11 @@ bool ask(const obex::clsMmc& mmc, const QString& text)
                                               .defaultButton = Answer::No}) == Answer::Yes;
 }
 
+bool askToTakePart(const obex::clsMmc& mmc, const PartOfFile& part, const QString& verb)
+{
+    return ask(mmc, u"Die Datei \"%1\" ist nicht vollständig angekommen: Das Telefon gibt %2 Bytes an und "
+                    u"hat %3 gesendet.\n\nSoll sie trotzdem %4 werden?"_s.arg(
+                        part.name, QString::number(part.listed), QString::number(part.came), verb));
+}
+
 } // namespace kalmo::ui

@@ -25,4 +25,15 @@ toolkit::Answer askToReplace(const obex::clsMmc& mmc, const QString& text);
 /// Yes or No, with No as the default. True for yes.
 bool ask(const obex::clsMmc& mmc, const QString& text);
 
+/// A file of the phone of which another number of bytes came than the phone lists.
+struct PartOfFile
+{
+    QString name;
+    qint64 listed = 0; ///< bytes
+    qint64 came = 0;
+};
+
+/// Asks if such a file is to be taken all the same: "gespeichert", for example. True for yes.
+bool askToTakePart(const obex::clsMmc& mmc, const PartOfFile& part, const QString& verb);
+
 } // namespace kalmo::ui

@@ -11,10 +11,12 @@
 #include "ui/panels/DraggedFiles.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FfsUpload.h"
+#include "ui/panels/FileBoxes.h"
 #include "ui/panels/fraFFS.h"
 #include "ui/panels/Thumbnails.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QMenu>
 #include <QPointer>
 #include <QToolBar>
@@ -28,6 +30,24 @@ using toolkit::Icon;
 
 namespace {
 const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files are sent from
+
+/// Reads a file of the folder that the panel shows into a local one. Returns false if that fails, or if not
+/// all of it came and the user does not want it then.
+bool fetchToOpen(operations::FileAccess& access, const obex::PhonePath& file, const QString& path)
+{
+    obex::clsMmc& client = access.client();
+    const QString name = file.name();
+    qint32 listed = 0;
+    if (!access.enter(file.folder()) ||
+        (!client.GetFileSizeInActDir(name, listed) && !access.list(file.folder())))
+        return false;
+    client.GetFileSizeInActDir(name, listed);
+    QByteArray content;
+    return client.GetFile(name, content, access.progress(), path) &&
+           (obex::isWhole(content.size(), listed) ||
+            askToTakePart(client, {name, listed, content.size()}, u"geöffnet"_s));
+}
+
 } // namespace
 
 /// Shows a file in the preview or with the user's own program, from a copy in the work folder.
@@ -45,28 +65,29 @@ void fraFFS::openFile(const QString& name)
         return;
     const QString path = folder + u'/' + localName;
     app::DeleteQuiet(path);
-    QByteArray content;
     app::Desktop& desktop = m_program.desktop;
     if (!isFolderListed())
         return;
+    const obex::PhonePath file = m_listed->below(name);
+    frmMmc_View view(m_program, window());
+    const bool isSupported = frmMmc_View::IsSupported(name);
     {
+        // The window is blocked until a large picture is there to be shown.
         operations::FileAccess access(m_mmc, u"Öffnen"_s, m_progress);
-        if (!access.mayBegin() || !access.enter(*m_listed) ||
-            !access.client().GetFile(name, content, access.progress(), path))
+        if (!access.mayBegin() || !fetchToOpen(access, file, path))
+            return;
+        m_thumbnails->note(file, QFileInfo(path).size(), path);
+        if (isSupported && !view.Form_Present(path, name))
             return;
     }
-    m_thumbnails->note(m_listed->below(name), content.size(), path);
-    if (frmMmc_View::IsSupported(name)) {
-        frmMmc_View view(m_program, window());
-        if (view.Form_Present(path, name))
-            view.exec();
+    if (isSupported) {
+        view.exec();
         return;
     }
     if ((desktop.hasAssociation(path) && desktop.open(path)) ||
         app::NoAssociationDialog(context, desktop, path,
                                  app::productName() + u" - fehlende Dateiassoziation"_s))
         return;
-    frmMmc_View view(m_program, window());
     view.presentUnknown(path, name);
     view.exec();
 }
