@@ -42,7 +42,10 @@ QString reasonOf(const WriteFailure& failure)
     case Cause::LineGone:
         return u"%1 is gone"_s.arg(failure.port);
     case Cause::PhoneRefused:
-        return failure.result.isErased ? u"the phone refused an entry"_s : u"the phone refused the erase"_s;
+        if (!failure.result.isErased)
+            return u"the phone refused the erase"_s;
+        return failure.result.outcome.sent > 0 ? u"the phone refused an entry"_s
+                                               : u"the phone refused to go on after the erase"_s;
     case Cause::Doubtful:
         return failure.result.hasChangedMeanwhile ? u"the list in the phone has changed since it was read"_s
                                                   : u"it is not safely known what the phone holds"_s;
@@ -114,8 +117,9 @@ QString failureText(const WriteFailure& failure)
     if (!failure.result.isErased)
         text += u"What the phone holds now is not known.\n"_s;
     else
-        text += u"The phone confirmed %1 of %2.%3%4\n"_s.arg(
-            QString::number(outcome.confirmed), entryCount(static_cast<size_t>(outcome.planned)),
+        text += u"The phone confirmed %1%2 of %3.%4%5\n"_s.arg(
+            outcome.sent > 0 ? QString() : u"the erase, and "_s, QString::number(outcome.confirmed),
+            entryCount(static_cast<size_t>(outcome.planned)),
             outcome.unknown > 0 ? u" It may hold one more, which it did not confirm."_s : QString(),
             failure.result.mayHoldDoubles ? u" It may hold an entry twice: the line was disturbed."_s
                                           : QString());

@@ -91,6 +91,7 @@ private:
     void sendAll(FileAccess& access, BatchProgress& progress);
     ExitStatus sendOver(const std::shared_ptr<obex::clsMmc>& client);
     void reportUnsent(const ConvertedFiles& converted);
+    ExitStatus reportUnlisted(FileAccess& access);
     bool requireRoom();
     void askToReplace();
 
@@ -146,6 +147,25 @@ void Putter::reportUnsent(const ConvertedFiles& converted)
     }
     for (const QString& source : converted.left)
         m_batch.failed(resultOf(source), status, notSent(source));
+}
+
+/// Reports files for a folder that could not be listed, so nothing was sent.
+ExitStatus Putter::reportUnlisted(FileAccess& access)
+{
+    const QString folder = printable(m_plan.folder.shown());
+    const QString reason = access.client().lastCode() == obex::NotFound
+                               ? u"there is no folder %1 in the phone"_s.arg(folder)
+                               : u"could not list %1 (%2)"_s.arg(folder, reasonText(access.cause()));
+    const bool isStopped = m_job.stop.Checked();
+    for (const PlannedFile& file : m_plan.files) {
+        const QString local = file.file.localPath;
+        if (file.isPossible())
+            m_batch.failed(resultOf(file, {}), isStopped ? ExitRefused : ExitFailed,
+                           isStopped ? notSent(local) : u"could not send %1: %2"_s.arg(local, reason));
+        else
+            report(file, {});
+    }
+    return m_batch.finish();
 }
 
 /// Returns true if the phone has room for all files. Otherwise reports every file; none is sent.
@@ -204,7 +224,7 @@ ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
     BatchProgress progress(m_job.out, m_job.context.clock, u"Sending"_s);
     FileAccess access(client, u"files put"_s, {.bar = &progress, .cancel = &m_job.stop});
     if (!look(access))
-        return brokenOff(m_job);
+        return reportUnlisted(access);
     if (!requireRoom())
         return m_batch.finish();
     askToReplace();

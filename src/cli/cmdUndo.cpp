@@ -91,6 +91,7 @@ private:
     QJsonValue json(const Outcome& outcome) const;
     bool agreesToDoubt();
     ExitStatus fail(const Outcome& outcome);
+    QString couldNot(const Outcome& outcome) const;
     QString hintText() const;
     QString lostText(const Outcome& outcome) const;
 
@@ -145,8 +146,13 @@ bool UndoCommand::agreesToDoubt()
 
 ExitStatus UndoCommand::fail(const Outcome& outcome)
 {
-    m_job.out.error(causeInWords(m_job, outcome) + u".\nNothing was changed in the phone."_s);
+    m_job.out.error(couldNot(outcome) + u".\nNothing was changed in the phone."_s);
     return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
+}
+
+QString UndoCommand::couldNot(const Outcome& outcome) const
+{
+    return u"could not put back the %1: %2"_s.arg(nameOf(m_undo.record()), causeInWords(m_job, outcome));
 }
 
 ExitStatus UndoCommand::finish(const Outcome& outcome)
@@ -170,7 +176,7 @@ ExitStatus UndoCommand::finish(const Outcome& outcome)
     const QString held = outcome.state == State::Unchanged
                              ? u"The phone holds what it held before"_s
                              : u"Confirmed: %1 of %2"_s.arg(outcome.confirmed).arg(outcome.planned);
-    m_job.out.error(u"%1. %2.\n"_s.arg(causeInWords(m_job, outcome), held) + lostText(outcome) + hintText());
+    m_job.out.error(u"%1. %2.\n"_s.arg(couldNot(outcome), held) + lostText(outcome) + hintText());
     m_job.out.show(json(outcome), {});
     return outcome.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }

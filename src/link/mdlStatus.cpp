@@ -171,7 +171,7 @@ bool SetPhoneTime(Line& line)
              .title = u"Kalmo  -  Zeitsychronisation"_s,
              .icon = Icon::Information,
              .english =
-                 u"The clock is set. The phone may take a minute to show it, and shows no seconds."_s});
+                 u"The phone confirmed the clock. It may take a minute to show it, and shows no seconds."_s});
     }
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include "operations/ClassicReading.h"
 
+#include <functional>
+
 namespace kalmo::operations {
 
 /// An answer that came twice the same, or the reason why there is none.
@@ -14,9 +16,10 @@ struct Asked
 
 /// Asks until two answers in a row agree and the later one came undisturbed: short answers have no length
 /// and no checksum, so a lost byte or a late answer to an earlier command would pass for a true one. `ask`
-/// returns an optional; nothing ends the asking.
-template <typename Ask>
-auto askUntilSure(link::Line& line, const Ask& ask) -> Asked<typename std::invoke_result_t<Ask>::value_type>
+/// returns an optional; nothing ends the asking. `agree` compares two answers.
+template <typename Ask, typename Agree = std::equal_to<>>
+auto askUntilSure(link::Line& line, const Ask& ask, const Agree& agree = {})
+    -> Asked<typename std::invoke_result_t<Ask>::value_type>
 {
     constexpr int mostAttempts = 4;
     typename std::invoke_result_t<Ask> last;
@@ -24,7 +27,7 @@ auto askUntilSure(link::Line& line, const Ask& ask) -> Asked<typename std::invok
         auto answer = ask();
         if (!answer)
             return {std::nullopt, causeOf(line.lastFailure())};
-        if (attempt > 0 && answer == last && line.isAnswerSafe())
+        if (attempt > 0 && agree(*answer, *last) && line.isAnswerSafe())
             return {std::move(answer), Cause::None};
         last = std::move(answer);
     }

@@ -125,6 +125,29 @@ Cause learnSetting(const RingtoneJob& job, SoundEvent event)
     return Cause::None;
 }
 
+/// The phone shows no seconds, and may be a minute late.
+bool areSameTime(const QDateTime& one, const QDateTime& other)
+{
+    constexpr qint64 tolerance = 120; // seconds
+    return std::abs(one.secsTo(other)) <= tolerance;
+}
+
+/// Reads the clock after it was sent. One answer alone may lack a digit, so a time that differs from the PC's
+/// is asked for again.
+Asked<QDateTime> readClockBack(link::Line& line)
+{
+    const auto ask = [&line]() -> std::optional<QDateTime> {
+        QDateTime time;
+        return link::GetPhoneTime(line, time) ? std::optional(time) : std::nullopt;
+    };
+    const auto first = ask();
+    if (!first)
+        return {std::nullopt, causeOf(line.lastFailure())};
+    if (areSameTime(*first, line.context().clock.Now()))
+        return {first, Cause::None};
+    return askUntilSure(line, ask, areSameTime);
+}
+
 SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent event, const QByteArray& code,
                                             int volume, const QString& recordCause,
                                             const phonedata::SettingRead& report)
@@ -226,7 +249,15 @@ SettingOutcome<SoundSetting> setRingtone(const RingtoneJob& job, SoundEvent even
                                          int volume, const phonedata::SettingRead& report)
 {
     const QString code = phonedata::GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
+    if (code.isEmpty())
+        return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
     return changeRingtone(job, event, app::toCp1252(code), volume, u"set"_s, report);
+}
+
+bool isNamed(const SoundSetting& setting, const phonedata::SoundList& sounds)
+{
+    const bool isBuiltIn = setting.soundId >= 1 && setting.soundId <= phonedata::builtInMelodies().size();
+    return isBuiltIn || sounds.withId(setting.soundId);
 }
 
 SettingOutcome<SoundSetting> restoreRingtone(const RingtoneJob& job, const QByteArray& answer)
@@ -241,23 +272,22 @@ SettingOutcome<SoundSetting> restoreRingtone(const RingtoneJob& job, const QByte
 SettingOutcome<QDateTime> setClock(link::Line& line)
 {
     constexpr double pauseBeforeReading = 0.5; // seconds
-    constexpr qint64 tolerance = 120;          // the phone shows no seconds and may be a minute late
     SettingOutcome<QDateTime> result{.outcome = {.planned = 1}};
     Outcome& outcome = result.outcome;
     noteSent(line, link::SetPhoneTime(line), outcome);
     const bool isRefused = outcome.state == State::Unchanged;
-    QDateTime now;
+    Asked<QDateTime> now;
     if (outcome.cause != Cause::LineGone) {
         line.context().clock.WaitSeconds(pauseBeforeReading);
-        if (link::GetPhoneTime(line, now))
-            result.now = now;
+        now = readClockBack(line);
+        result.now = now.value;
     }
     if (!result.now) {
         if (outcome.cause == Cause::None)
-            outcome.cause = readingFailure(line); // the answer may hold no time
+            outcome.cause = now.cause == Cause::None ? readingFailure(line) : now.cause; // or no time in it
         return result;
     }
-    const bool isRight = std::abs(now.secsTo(line.context().clock.Now())) <= tolerance;
+    const bool isRight = areSameTime(*result.now, line.context().clock.Now());
     outcome.verified = isRight ? 1 : 0;
     if (isRight && !isRefused) {
         outcome.state = State::Done;

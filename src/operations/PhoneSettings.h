@@ -40,10 +40,14 @@ Cause readRingtones(const phonedata::RingtoneJob& job);
 Cause readRingtone(const phonedata::RingtoneJob& job, phonedata::SoundEvent event);
 
 /// Sets the tone and the volume, 1 to 6, of one event, and reads it back. With `report` all settings are read
-/// after the change and handed to it.
+/// after the change and handed to it. Cause::NotPossible, and nothing is sent, if no melody has this name.
 SettingOutcome<phonedata::SoundSetting> setRingtone(const phonedata::RingtoneJob& job,
                                                     phonedata::SoundEvent event, const QString& toneName,
                                                     int volume, const phonedata::SettingRead& report = {});
+
+/// Returns true if the phone's melodies have a name for the setting's tone. GetSoundName gives the name of
+/// another one otherwise.
+bool isNamed(const phonedata::SoundSetting& setting, const phonedata::SoundList& sounds);
 
 /// Puts back the setting of an earlier answer, with its own code. Cause::NotPossible if it holds none.
 SettingOutcome<phonedata::SoundSetting> restoreRingtone(const phonedata::RingtoneJob& job,

@@ -44,10 +44,8 @@ UndoDiff diffOf(const ListPlan& plan)
 /// "Melodie 4, 6", and "Melodie 77, 6" for a melody without a name.
 QString nameOf(const SoundSetting& setting, const phonedata::SoundList& sounds, app::DebugLog& log)
 {
-    const bool hasName =
-        setting.soundId <= phonedata::builtInMelodies().size() || sounds.withId(setting.soundId);
-    const QString tone = hasName ? phonedata::GetSoundName(setting.soundId, sounds, log)
-                                 : u"Melodie "_s + QString::number(setting.soundId);
+    const QString tone = isNamed(setting, sounds) ? phonedata::GetSoundName(setting.soundId, sounds, log)
+                                                  : u"Melodie "_s + QString::number(setting.soundId);
     return tone + u", "_s + QString::number(setting.volume);
 }
 

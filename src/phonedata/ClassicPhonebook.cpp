@@ -122,10 +122,10 @@ bool eraseAndOpen(const StoreJob& job, StoreWriting& writing)
 {
     job.memory.phonebook.forget();
     const StoreErasing erasing = eraseAndClose(job.line, Store::Phonebook, job.progress);
-    writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.isErased = erasing.isErased;
     writing.isUntouched = erasing.isRefused;
     writing.failure = erasing.failure;
-    if (!writing.isErased)
+    if (!erasing.isErased || !erasing.isClosed)
         return false;
     job.memory.phonebook.becomes({}, Certainty::Known);
     const bool opened = OpenStore(job.line, Store::Phonebook, job.progress);

@@ -77,7 +77,7 @@ struct StoreEntries
 struct StoreWriting
 {
     bool isUntouched = false; ///< the phone refused the erase, so the store holds what it held
-    bool isErased = false;    ///< the phone confirmed the erase and closed the store
+    bool isErased = false;    ///< the phone confirmed the erase; it may not have closed the store
     bool isClosed = false;    ///< the phone confirmed the last close
     int planned = 0;          ///< entries
     int sent = 0;             ///< entries whose bytes all went out

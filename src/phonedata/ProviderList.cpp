@@ -79,10 +79,10 @@ StoreWriting writeProviders(const StoreJob& job, const StoreEntries& wanted)
     StoreWriting writing{.planned = static_cast<int>(wanted.commands.size())};
     job.memory.providers.forget();
     const StoreErasing erasing = eraseAndClose(job.line, Store::Providers, job.progress);
-    writing.isErased = erasing.isErased && erasing.isClosed;
+    writing.isErased = erasing.isErased;
     writing.isUntouched = erasing.isRefused;
     writing.failure = erasing.failure;
-    if (!writing.isErased)
+    if (!erasing.isErased || !erasing.isClosed)
         return writing;
     job.memory.providers.becomes({}, Certainty::Known);
     const bool opened = OpenStore(job.line, Store::Providers, job.progress);

@@ -62,6 +62,12 @@ void tst_Commands::results()
             shell.found("WOODSTOCK").expect("AT^WSSL=\"NE\"\r");
             shell.script.expect("AT^WSRE\r", "^WSRE: 9,Nord, Ruf,5,01031").expectAll({"AT^WSRE\r", "AT\r"});
         });
+    rows.add("clock, with a digit that the line loses once", u"clock set"_s,
+             u"{\"phoneTime\":\"2026-11-21T12:00:00\",\"state\":\"done\"}"_s, [](Shell& shell) {
+                 shell.found("WOODSTOCK").expect("AT+CCLK=26/11/21,12:00:01\r");
+                 shell.script.expect("AT+CCLK?\r", "+CCLK: \"26/1/21,12:00:00\"");
+                 shell.twice("AT+CCLK?\r", "+CCLK: \"26/11/21,12:00:00\"");
+             });
     rows.add("ringtones", u"ringtones set alarm Walzer rising"_s,
              u"{\"alarm\":{\"tone\":\"Walzer\",\"volume\":6},\"state\":\"done\"}"_s, [](Shell& shell) {
                  shell.found("PICASSO");

@@ -108,6 +108,12 @@ void tst_DataCommands::runs()
             handset.answers = {u"n"_s};
         });
     rows.add(
+        "put into a folder that is not there", u"files put a.txt --to Nope"_s, ExitFailed,
+        u"[{'backup':null,'name':'a.txt','path':'/Nope/a.txt','size':1,'state':'unchanged','written':false}]"_s,
+        u"kalmoctl: could not access the phone: ReCode: 404 Data Not Found.\n"
+        "kalmoctl: could not send a.txt: there is no folder /Nope in the phone.\n"_s,
+        [](Handset& handset) { handset.file(u"a.txt"_s, "a"); });
+    rows.add(
         "a full phone", u"files put a.txt"_s, ExitFailed,
         u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'state':'unchanged','written':false}]"_s,
         u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in "
@@ -132,7 +138,9 @@ void tst_DataCommands::runs()
              u"{'add':0,'backup':null,'change':1,'record':'2','remove':0,'restored':null,'state':'unknown',"
              "'verified':null}"_s,
              u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in the "
-             "phone.\nkalmoctl: the phone refused it. Confirmed: 0 of 1.\nGone from the phone: "
+             "phone.\nkalmoctl: could not put back the files as of 2026-11-21  12:00:09, before \"files "
+             "put\": the "
+             "phone refused it. Confirmed: 0 of 1.\nGone from the phone: "
              "/Liesmich.txt. To put back what it held: kalmoctl --storage 'storage' undo 2.\n"
              "To try again: kalmoctl --storage 'storage' undo 1.\n"_s,
              [](Handset& handset) {

@@ -119,6 +119,12 @@ void tst_WriteCommands::writes()
                  reading(shell);
                  shell.script.ignore("AT^WSEL=\"TB\"\r").expect("AT\r");
              });
+    rows.add("erased, but not closed", u"--yes"_s, file, ExitFailed,
+             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":0}"_s,
+             u"The phone confirmed the erase, and 0 of 2 entries.\n"_s, [=](Shell& shell) {
+                 reading(shell);
+                 shell.script.expect("AT^WSEL=\"TB\"\r").ignore("AT\r");
+             });
     rows.add("the erase is refused", u"--yes"_s, file, ExitFailed, refused,
              u"kalmoctl: could not write the phonebook: the phone refused the erase.\n"
              "The phone holds what it held before.\n"_s,
@@ -273,10 +279,16 @@ void tst_WriteCommands::undoOnADoubtfulReading()
     const QString difference = u"add    B 2\nremove A 1\n"_s;
     const QString doubt = u"the line was disturbed, so what the phone holds is not safely known"_s;
     const Rows<QString, std::optional<QStringList>, ExitStatus, QString> rows{
-        {"nobody is asked", u"undo --yes"_s, {}, ExitFailed, difference + u"kalmoctl: "_s + doubt},
+        {"nobody is asked",
+         u"undo --yes"_s,
+         {},
+         ExitFailed,
+         difference +
+             u"kalmoctl: could not put back the phonebook as of 2026-11-21  12:00:00, before \"write\": "_s +
+             doubt},
         {"a look", u"undo --dry-run"_s, {}, ExitFailed, doubt},
         {"no", u"undo"_s, QStringList{u"n"_s}, ExitFailed,
-         u"Put back all the same? [y/N] kalmoctl: "_s + doubt},
+         u"Put back all the same? [y/N] kalmoctl: could not put back the phonebook as of "_s},
         {"yes, and yes", u"undo"_s, QStringList{u"y"_s, u"y"_s}, ExitDone,
          u"Put back all the same? [y/N] Put back the phonebook as of"_s},
     };

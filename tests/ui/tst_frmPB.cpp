@@ -626,6 +626,18 @@ void frmPBTest::ringtonesAreSet()
     const auto setting = open.memory.soundSettings[static_cast<size_t>(phonedata::SoundEvent::Internal)];
     QCOMPARE(setting.volume, 6);
     QCOMPARE(volume.currentText(), u"ansteigend"_s);
+    open.port.handset().setFaults({.refuseCommandAt = 4}); // the first reading back
+    open.test.dialogs.expectStart(u"Es ist ein Übertragungsfehler aufgetreten."_s);
+    open.test.dialogs.expectStart(u"Das Telefon hat die Einstellung bestätigt, sie konnte"_s);
+    choose(2);
+    open.test.dialogs.finish();
+    open.memory.soundSettings[static_cast<size_t>(phonedata::SoundEvent::Internal)].soundId = 77;
+    open.port.handset().setFaults({});
+    open.test.dialogs.expectStart(u"Die eigene Melodie für \"Interne Anrufe\" ist nicht bekannt."_s,
+                                  toolkit::Buttons::YesNo, toolkit::Answer::No);
+    choose(3);
+    open.test.dialogs.finish();
+    QCOMPARE(volume.currentIndex(), 2); // as in the phone
     open.port.handset().setFaults({.silentAfter = 1, .commands = 1});
     QCOMPARE(open.list("LvwSounds").placeholder(), u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
     open.test.dialogs.agreeToAll({});

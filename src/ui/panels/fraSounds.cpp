@@ -37,6 +37,25 @@ const QStringList volumes = {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"ansteigen
 constexpr double pauseAhead = 1;
 constexpr double pauseBetween = 0.5;
 
+/// Empty for a setting that the phone refused or did not answer, which has been reported.
+QString ringtoneFailure(const operations::Outcome& outcome)
+{
+    using operations::Cause;
+    const QString unchanged = u"\n\nIm Telefon wurde nichts geändert."_s;
+    if (outcome.cause == Cause::NotSaved)
+        return u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason) +
+               unchanged;
+    if (outcome.cause == Cause::NotPossible)
+        return u"Das Telefon hat keine Melodie dieses Namens."_s + unchanged;
+    if (outcome.sent == 0)
+        return u"Die bisherige Einstellung konnte nicht gelesen werden."_s + unchanged;
+    if (outcome.cause == Cause::Mismatch)
+        return u"Das Telefon hat die Einstellung anders übernommen, als Sie sie gewählt haben."_s;
+    if (outcome.confirmed > 0)
+        return u"Das Telefon hat die Einstellung bestätigt, sie konnte aber nicht zurückgelesen werden."_s;
+    return {};
+}
+
 } // namespace
 
 fraSounds::fraSounds(const WindowParts& parts, QWidget* parent)
@@ -156,27 +175,42 @@ void fraSounds::choose(SoundEvent event)
     }
     if (tone == widgets.toneInPhone && volume == widgets.volumeInPhone)
         return;
+    if (tone == widgets.toneInPhone && !agreesToOtherTone(event)) {
+        readSettings();
+        return;
+    }
     const toolkit::BusyScope busy(&m_parts.busy);
     const operations::Outcome outcome = operations::setRingtone(job(), event, tone, volume, shower()).outcome;
     if (outcome.isRecordOpen)
-        m_parts.program.context.dialogs.Show(
-            {.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
+        tell(openRecordInWords());
     if (outcome.isDone())
         m_parts.progress.status(u"%1: %2, Lautstärke %3."_s.arg(phonedata::captionOf(event), tone,
                                                                 widgets.volume->currentText()));
-    if (outcome.cause == operations::Cause::Mismatch)
-        m_parts.program.context.dialogs.Show(
-            {.text = u"Das Telefon hat die Einstellung anders übernommen, als Sie sie gewählt haben."_s,
-             .icon = toolkit::Icon::Exclamation});
-    if (outcome.sent > 0)
-        return;
-    const QString text =
-        outcome.cause == operations::Cause::NotSaved
-            ? u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason)
-            : u"Die bisherige Einstellung konnte nicht gelesen werden."_s;
-    m_parts.program.context.dialogs.Show(
-        {.text = text + u"\n\nIm Telefon wurde nichts geändert."_s, .icon = toolkit::Icon::Exclamation});
-    readSettings();
+    else if (const QString text = ringtoneFailure(outcome); !text.isEmpty())
+        tell(text);
+    if (outcome.sent == 0)
+        readSettings();
+}
+
+/// The list shows "Melodie 1" for a tone without a name, and that is sent with a new volume.
+bool fraSounds::agreesToOtherTone(SoundEvent event)
+{
+    const phonedata::PhoneMemory& memory = m_parts.program.memory;
+    const size_t index = static_cast<size_t>(event);
+    if (operations::isNamed(memory.soundSettings[index], memory.sounds))
+        return true;
+    const toolkit::Message question{
+        .text = u"Die eigene Melodie für \"%1\" ist nicht bekannt. Sie würde durch \"%2\" ersetzt.\n\n"
+                u"Trotzdem fortfahren?"_s.arg(phonedata::captionOf(event), m_events[index].toneInPhone),
+        .buttons = toolkit::Buttons::YesNo,
+        .icon = toolkit::Icon::Question,
+        .defaultButton = toolkit::Answer::No};
+    return m_parts.program.context.dialogs.Show(question) == toolkit::Answer::Yes;
+}
+
+void fraSounds::tell(const QString& text)
+{
+    m_parts.program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Exclamation});
 }
 
 } // namespace kalmo::ui

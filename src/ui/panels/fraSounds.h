@@ -49,6 +49,8 @@ private:
     void readSettings();
     phonedata::SettingRead shower();
     void choose(phonedata::SoundEvent event);
+    bool agreesToOtherTone(phonedata::SoundEvent event);
+    void tell(const QString& text);
     phonedata::RingtoneJob job() const;
 
     WindowParts m_parts;
