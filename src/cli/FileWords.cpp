@@ -32,6 +32,7 @@ constexpr ObstacleRow obstacles[] = {
     {FileObstacle::TooLarge, ExitWrongUse, u"%2 is larger than any phone takes"},
     {FileObstacle::IsFolder, ExitFailed, u"%1 is a folder in the phone"},
     {FileObstacle::IsFile, ExitFailed, u"a file of the phone is in the way of %1"},
+    {FileObstacle::NotEmpty, ExitFailed, u"%1 is not empty; a folder has to be empty to be deleted"},
     {FileObstacle::NotThere, ExitFailed, u"there is no %1 in the phone"},
     {FileObstacle::IsThere, ExitFailed, u"there is a %1 in the phone already"},
     {FileObstacle::FolderNotListed, ExitFailed, u"could not list the folder of %1"},

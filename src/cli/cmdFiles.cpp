@@ -55,7 +55,8 @@ bool isRefused(Job& job, FileObstacle obstacle, const PhonePath& path, ExitStatu
     if (obstacle == FileObstacle::None)
         return false;
     job.progress.clear();
-    job.out.error(obstacleText(obstacle, printable(path.shown())) + u'.');
+    const QString shown = printable(path.shown());
+    job.out.error(obstacleText(obstacle, shown, shown) + u'.');
     status = statusOf(obstacle);
     return true;
 }
@@ -80,10 +81,8 @@ QString deleteFailure(const Job& job, const FileToDelete& file, const FileOutcom
 {
     const QString shown = printable(file.path.shown());
     const QString couldNot = u"could not delete %1"_s.arg(shown);
-    if (outcome.cause == Cause::PhoneRefused && !file.entry->isFile())
-        return couldNot + u": the phone refused; a folder has to be empty"_s;
     if (outcome.cause == Cause::PhoneRefused && !job.invocation.has(u"--force"_s))
-        return couldNot + u": the phone refused; --force deletes a protected file, too"_s;
+        return couldNot + u": the phone refused; --force deletes what is protected, too"_s;
     if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
         return couldNot + u": the phone said yes, but it is still there"_s;
     return failureText(couldNot, outcome, u"it is not known whether it is gone"_s);
@@ -188,8 +187,9 @@ ExitStatus runFilesMv(Job& job)
     const PhonePath to = endsInSlash(words[1]) ? PhonePath(words[1]).below(from.name()) : PhonePath(words[1]);
     operations::Move plan = operations::planMove(from, to);
     const auto blamed = [&] {
-        const bool isTarget =
-            plan.obstacle == FileObstacle::IsThere || plan.obstacle == FileObstacle::OtherName;
+        const bool isTarget = plan.obstacle == FileObstacle::IsThere ||
+                              plan.obstacle == FileObstacle::OtherName ||
+                              plan.obstacle == FileObstacle::BadName;
         return isTarget || (plan.obstacle == FileObstacle::BelowTelecom && to.isTelecom()) ? to : from;
     };
     const QString couldNot = u"could not move %1 to %2"_s.arg(from.shown(), to.shown());

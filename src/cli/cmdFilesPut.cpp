@@ -66,6 +66,10 @@ QString failure(const Job& job, const PlannedFile& file, const FileOutcome& outc
     }
     if (file.replaced && outcome.state == State::Unchanged)
         return u"%1: %2; the phone's own %3 stays as it was"_s.arg(couldNot, reasonText(outcome), shown);
+    if (operations::isUncompared(outcome)) {
+        return u"could not compare %1 with %2: %3; the phone confirmed all of it"_s.arg(
+            shown, file.file.localPath, reasonText(outcome));
+    }
     return failureText(couldNot, outcome,
                        outcome.mayHoldPart ? u"the phone may hold a part of it"_s
                                            : u"it is not known whether the phone has it"_s);
@@ -128,7 +132,7 @@ void Putter::report(const PlannedFile& file, const FileOutcome& outcome)
 bool Putter::look(FileAccess& access)
 {
     m_job.progress.phase(u"Listing %1"_s.arg(m_plan.folder.shown()));
-    m_policy.freeBytes = access.askForRoom();
+    m_policy.freeBytes = access.askForRoom(m_plan.folder);
     if (!operations::lookBeforeSending(access, m_plan, m_policy))
         return false;
     m_job.progress.clear();

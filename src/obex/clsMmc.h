@@ -124,7 +124,7 @@ public:
     bool SetPermissionRWD(const QString& name);
 
     /// Capacities in bytes, 0 after a failure. With `useCache` an earlier answer since Online is returned if
-    /// it is not 0. The programs do not ask for the memory card's yet.
+    /// it is not 0. The programs do not ask for the memory card's total yet.
     bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);

@@ -216,6 +216,25 @@ std::vector<FileOutcome> Deleter::run(QString& recordId)
     return m_results;
 }
 
+/// A folder goes only if all that it holds goes before it: some phones delete it with its content.
+void lookIntoFolder(FileAccess& access, std::vector<FileToDelete>& files, size_t index)
+{
+    FileToDelete& folder = files[index];
+    const auto held = access.goesOn() ? access.list(folder.path) : std::nullopt;
+    const auto goes = [&](const obex::tObxDirEntry& entry) {
+        const QString shown = folder.path.below(entry.name).shown();
+        return std::any_of(files.begin(), files.begin() + static_cast<std::ptrdiff_t>(index),
+                           [&](const FileToDelete& other) {
+                               return other.obstacle == FileObstacle::None &&
+                                      other.path.shown().compare(shown, Qt::CaseInsensitive) == 0;
+                           });
+    };
+    if (!held)
+        folder.obstacle = FileObstacle::FolderNotListed;
+    else if (!std::ranges::all_of(*held, goes))
+        folder.obstacle = FileObstacle::NotEmpty;
+}
+
 } // namespace
 
 std::vector<FileToDelete> planDelete(const std::vector<PhonePath>& paths)
@@ -239,7 +258,8 @@ std::vector<FileToDelete> planDelete(const std::vector<PhonePath>& paths)
 void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files)
 {
     QMap<QString, std::optional<FolderListing>> listings;
-    for (FileToDelete& file : files) {
+    for (size_t index = 0; index < files.size(); ++index) {
+        FileToDelete& file = files[index];
         if (file.obstacle != FileObstacle::None)
             continue;
         const PhonePath folder = file.path.folder();
@@ -251,6 +271,8 @@ void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files)
             file.entry = *entry;
         else
             file.obstacle = listing ? FileObstacle::NotThere : FileObstacle::FolderNotListed;
+        if (entry && !entry->isFile())
+            lookIntoFolder(access, files, index);
     }
 }
 

@@ -35,7 +35,8 @@ struct DeleteEvents
 /// Step one, without the phone: finds the root and what is below telecom. What is named twice comes once.
 std::vector<FileToDelete> planDelete(const std::vector<obex::PhonePath>& paths);
 
-/// Step two: lists each folder once and finds what is to go.
+/// Step two: lists each folder once and finds what is to go. A folder is listed too: it has to be empty, but
+/// for what is deleted before it.
 void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files);
 
 /// Step three: records all that goes, files with their bytes, then deletes in the given order. An answer that

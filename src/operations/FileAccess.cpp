@@ -38,11 +38,13 @@ bool FileAccess::canSend()
     return !m_isLost;
 }
 
-std::optional<qint64> FileAccess::askForRoom()
+std::optional<qint64> FileAccess::askForRoom(const PhonePath& folder)
 {
     const clsMmc::Quiet quiet(*m_client);
     qint32 bytes = 0;
-    return m_client->GetSpaceFree(bytes, progress()) ? std::optional<qint64>(bytes) : std::nullopt;
+    const bool isKnown = isOnCard(folder) ? m_client->GetSpaceFreeMmc(bytes, progress())
+                                          : m_client->GetSpaceFree(bytes, progress());
+    return isKnown ? std::optional<qint64>(bytes) : std::nullopt;
 }
 
 bool FileAccess::enter(const PhonePath& folder)
@@ -52,10 +54,18 @@ bool FileAccess::enter(const PhonePath& folder)
     return m_client->CdRoot() && (folder.isRoot() || m_client->Cd(folder.forEngine(), false));
 }
 
+bool FileAccess::read(FolderListing& entries, const toolkit::Progress& progress)
+{
+    if (!m_client->Dir(entries, progress))
+        return false;
+    m_listsSizes = m_listsSizes || std::ranges::any_of(entries, &tObxDirEntry::size);
+    return true;
+}
+
 std::optional<FolderListing> FileAccess::list(const PhonePath& folder)
 {
     FolderListing entries;
-    if (!enter(folder) || !m_client->Dir(entries, progress()))
+    if (!enter(folder) || !read(entries, progress()))
         return std::nullopt;
     return entries;
 }
@@ -66,7 +76,7 @@ std::optional<FolderListing> FileAccess::look(const PhonePath& folder)
         return std::nullopt;
     const clsMmc::Quiet quiet(*m_client);
     FolderListing entries;
-    if (!enter(folder) || !m_client->Dir(entries, {}))
+    if (!enter(folder) || !read(entries, {}))
         return std::nullopt;
     return entries;
 }
@@ -109,6 +119,14 @@ Cause FileAccess::cause() const
     }
 }
 
+bool FileAccess::showsWhole(const FolderListing& entries, const SentFile& file) const
+{
+    const tObxDirEntry* entry = findEntry(entries, file.name);
+    if (!entry || !entry->isFile())
+        return false;
+    return entry->size == file.bytes || (entry->size == 0 && file.isConfirmed && !m_listsSizes);
+}
+
 void FileAccess::blame(FileOutcome& outcome) const
 {
     outcome.cause = cause();
@@ -123,14 +141,14 @@ const tObxDirEntry* findEntry(const FolderListing& entries, const QString& name)
     return found == entries.end() ? nullptr : &*found;
 }
 
-bool showsWhole(const FolderListing& entries, const QString& name, qint64 bytes)
+bool isOnCard(const PhonePath& path)
 {
-    const tObxDirEntry* entry = findEntry(entries, name);
-    if (!entry || !entry->isFile())
-        return false;
-    const bool listsSizes = std::any_of(entries.begin(), entries.end(),
-                                        [](const tObxDirEntry& other) { return other.size != 0; });
-    return entry->size == bytes || (entry->size == 0 && !listsSizes);
+    return !path.isRoot() && path.parts().first().compare(u"MMCard", Qt::CaseInsensitive) == 0;
+}
+
+bool isUncompared(const FileOutcome& file)
+{
+    return file.state == State::Unknown && file.isConfirmed && !file.mayHoldPart && !file.isOldLost;
 }
 
 Outcome sumOf(const std::vector<FileOutcome>& files)

@@ -22,6 +22,7 @@ enum class FileObstacle {
     TooLarge,        ///< more bytes than any phone takes
     IsFolder,        ///< a folder of the phone is in the place of a file
     IsFile,          ///< the other way round
+    NotEmpty,        ///< a folder that holds more than what goes with it
     NotThere,        ///< the phone has nothing of that name
     IsThere,         ///< the phone has something of that name
     FolderNotListed, ///< the folder could not be listed
@@ -68,8 +69,9 @@ public:
     bool goesOn() { return !isStopped() && canSend(); }
     bool isStopped() const;
 
-    /// Bytes that the phone has left for files, nothing where it does not say. Nothing has been reported.
-    std::optional<qint64> askForRoom();
+    /// Bytes left for files in the memory of this folder, which is the phone's or the card's. Nothing where
+    /// the phone does not say; it has not been reported.
+    std::optional<qint64> askForRoom(const obex::PhonePath& folder);
 
     /// Goes to a folder; sends nothing if the client is there. False has been reported.
     bool enter(const obex::PhonePath& folder);
@@ -82,6 +84,17 @@ public:
     /// a locked or a busy phone for example, says nothing about the folder.
     std::optional<FolderListing> lookIfThere(const obex::PhonePath& folder);
 
+    /// A file that was sent.
+    struct SentFile
+    {
+        QString name;
+        qint64 bytes = 0;
+        bool isConfirmed = false; ///< by the phone
+    };
+    /// Returns true if a listing shows all of a file. Some phones list 0 bytes for each file: that counts for
+    /// a confirmed file, unless this connection has listed a size of another.
+    bool showsWhole(const FolderListing& entries, const SentFile& file) const;
+
     /// Fills in cause and code of what has just failed.
     void blame(FileOutcome& outcome) const;
     Cause cause() const;
@@ -91,18 +104,24 @@ public:
     void leaveRecordOpen() { m_isRecordOpen = true; }
 
 private:
+    bool read(FolderListing& entries, const toolkit::Progress& progress);
+
     std::shared_ptr<obex::clsMmc> m_client;
     obex::clsMmc::Operation m_operation;
     obex::clsMmc::Busy m_busy;
     bool m_isLost = false; // the phone stays silent
     bool m_isRecordOpen = false;
+    bool m_listsSizes = false; // a listing had a size other than 0
 };
 
 /// Entry of a listing by its name, without regard to case as the phones take names; null if there is none.
 const obex::tObxDirEntry* findEntry(const FolderListing& entries, const QString& name);
 
-/// Returns true if a listing shows a file with so many bytes. Phones that list no sizes show 0 for all files.
-bool showsWhole(const FolderListing& entries, const QString& name, qint64 bytes);
+/// Returns true for the memory card's folder and all below it.
+bool isOnCard(const obex::PhonePath& path);
+
+/// Returns true for a file that the phone has confirmed, and that could not be listed after it.
+bool isUncompared(const FileOutcome& file);
 
 /// Adds the facts of single files up. Done only if all of them are; Unknown as soon as one is, or if some
 /// were changed and others not.

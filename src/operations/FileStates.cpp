@@ -46,6 +46,14 @@ QString partName(const FileState& state)
     return state.path.parts().join(u'/');
 }
 
+/// A file's bytes. The first part describes the states: a file of the phone may have the same name.
+const RecordedPart* fileIn(const Record& record, const QString& name)
+{
+    const auto part = std::find_if(record.before.begin() + 1, record.before.end(),
+                                   [&](const RecordedPart& candidate) { return candidate.name == name; });
+    return part == record.before.end() ? nullptr : &*part;
+}
+
 QJsonObject jsonOf(const FileState& state)
 {
     const auto row = std::find_if(std::begin(kinds), std::end(kinds),
@@ -76,7 +84,7 @@ std::optional<FileState> stateFrom(const QJsonObject& json, const Record& record
     state.modified = QDateTime::fromString(json[u"modified"_s].toString(), Qt::ISODate);
     state.movedTo = pathOf(json[u"movedTo"_s]);
     if (state.kind == FileState::Kind::File) {
-        const RecordedPart* part = record.part(partName(state));
+        const RecordedPart* part = fileIn(record, partName(state));
         if (!part)
             return std::nullopt;
         state.bytes = part->bytes;
@@ -123,10 +131,10 @@ void bringBack(FileAccess& access, const FileState& old, FileOutcome& outcome)
     const obex::clsMmc::Quiet quiet(access.client());
     if (!access.enter(folder) || (outcome.mayHoldPart && !access.client().Del(name, {})))
         return;
-    access.client().PutBytes({name, old.bytes, old.modified}, {});
+    const bool isConfirmed = access.client().PutBytes({name, old.bytes, old.modified}, {});
     const auto listing = access.look(folder);
     outcome.mayHoldPart = !listing || findEntry(*listing, name);
-    if (!listing || !showsWhole(*listing, name, old.bytes.size()))
+    if (!listing || !access.showsWhole(*listing, {name, old.bytes.size(), isConfirmed}))
         return;
     if (!restoreRights(access, old, *findEntry(*listing, name)))
         return;
@@ -175,11 +183,10 @@ std::vector<RecordedPart> partsOf(const std::vector<FileState>& states)
 
 std::optional<std::vector<FileState>> statesIn(const Record& record)
 {
-    const RecordedPart* part = record.part(statesPart);
-    if (!part)
+    if (record.before.empty() || record.before.front().name != statesPart)
         return std::nullopt;
     std::vector<FileState> states;
-    for (const QJsonValue& value : QJsonDocument::fromJson(part->bytes).array()) {
+    for (const QJsonValue& value : QJsonDocument::fromJson(record.before.front().bytes).array()) {
         const auto state = stateFrom(value.toObject(), record);
         if (!state)
             return std::nullopt;

@@ -43,7 +43,7 @@ void bringBack(FileAccess& access, const FileState& old, FileOutcome& outcome);
 std::optional<FileState> readState(FileAccess& access, const obex::PhonePath& path,
                                    const obex::tObxDirEntry* entry, FileOutcome& outcome);
 
-/// The parts of a record: "states.json" with an object for each place, and the bytes of each file.
+/// The parts of a record: first "states.json" with an object for each place, then the bytes of each file.
 std::vector<RecordedPart> partsOf(const std::vector<FileState>& states);
 /// The way back; nothing for a record without such parts.
 std::optional<std::vector<FileState>> statesIn(const Record& record);

@@ -25,7 +25,12 @@ FileObstacle obstacleAt(const PhonePath& path)
 FileObstacle obstacleToMaking(const PhonePath& path)
 {
     const FileObstacle obstacle = obstacleAt(path);
-    return obstacle == FileObstacle::None && !path.canBeMade() ? FileObstacle::OtherName : obstacle;
+    if (obstacle != FileObstacle::None)
+        return obstacle;
+    const QString name = path.name();
+    if (name.isEmpty() || name == u"."_s || name == u".."_s || name.contains(u'/') || name.contains(u'\\'))
+        return FileObstacle::BadName;
+    return path.canBeMade() ? FileObstacle::None : FileObstacle::OtherName;
 }
 
 /// Runs one change between the two halves of its record.

@@ -42,6 +42,8 @@ private:
     /// The entry of a place: outer nothing if the phone does not say, inner nothing if it has none.
     std::optional<std::optional<tObxDirEntry>> entryAt(const PhonePath& path);
     bool comesBackWithFolder(const PhonePath& path) const;
+    std::optional<PutBackStep> stepToRemove(const FileState& now);
+    bool goes(const PhonePath& path) const;
     bool addMoved(PlaceToPutBack place);
     bool fail(Cause cause);
 
@@ -55,6 +57,27 @@ bool Planner::comesBackWithFolder(const PhonePath& path) const
         return place.step == PutBackStep::Add && place.wanted.kind == Kind::Folder &&
                isSamePlace(place.wanted.path, path.folder());
     });
+}
+
+bool Planner::goes(const PhonePath& path) const
+{
+    return std::ranges::any_of(m_plan.places, [&](const PlaceToPutBack& place) {
+        return place.step == PutBackStep::Remove && isSamePlace(place.wanted.path, path);
+    });
+}
+
+/// A folder goes only if all that it holds goes before it: some phones delete it with its content. Nothing if
+/// the phone does not list it.
+std::optional<PutBackStep> Planner::stepToRemove(const FileState& now)
+{
+    if (now.kind != Kind::Folder)
+        return PutBackStep::Remove;
+    const auto held = m_access.look(now.path);
+    if (!held)
+        return std::nullopt;
+    const bool goesWhole = std::ranges::all_of(
+        *held, [&](const tObxDirEntry& entry) { return goes(now.path.below(entry.name)); });
+    return goesWhole ? PutBackStep::Remove : PutBackStep::Blocked;
 }
 
 std::optional<std::optional<tObxDirEntry>> Planner::entryAt(const PhonePath& path)
@@ -123,9 +146,12 @@ bool Planner::add(const FileState& wanted)
     place.now = *now;
     if (now->kind == Kind::Nothing)
         place.step = wanted.kind == Kind::Nothing ? PutBackStep::None : PutBackStep::Add;
-    else if (wanted.kind == Kind::Nothing)
-        place.step = PutBackStep::Remove;
-    else if (now->kind != wanted.kind)
+    else if (wanted.kind == Kind::Nothing) {
+        const auto step = stepToRemove(*now);
+        if (!step)
+            return fail(m_access.cause());
+        place.step = *step;
+    } else if (now->kind != wanted.kind)
         place.step = PutBackStep::Blocked;
     else
         place.step =
@@ -183,12 +209,14 @@ bool sendFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outc
         access.blame(outcome);
     const bool isRefused = outcome.cause == Cause::PhoneRefused && !report.mayHoldPart;
     const auto listing = access.look(wanted.path.folder());
-    if (listing && showsWhole(*listing, name, wanted.bytes.size()) && !isRefused)
+    if (listing && access.showsWhole(*listing, {name, wanted.bytes.size(), outcome.isConfirmed}) &&
+        !isRefused)
         return true;
     if (outcome.cause == Cause::None)
         outcome.cause = listing ? Cause::Mismatch : access.cause();
-    outcome.mayHoldPart = listing ? findEntry(*listing, name) != nullptr : report.mayHoldPart;
-    outcome.isOldLost = isReplaced;
+    outcome.mayHoldPart =
+        listing ? findEntry(*listing, name) != nullptr : !outcome.isConfirmed && report.mayHoldPart;
+    outcome.isOldLost = isReplaced && (listing || !outcome.isConfirmed);
     if (listing && isReplaced)
         bringBack(access, place.now, outcome);
     return false;
@@ -209,6 +237,23 @@ bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outco
     return entry && restoreRights(access, wanted, *entry) && hasRights(access, wanted);
 }
 
+/// Deletes what was not there before the change. After a failure it has its rights again, since force has
+/// changed them.
+bool removeNew(FileAccess& access, const FileState& now, FileOutcome& outcome)
+{
+    const QString name = now.path.name();
+    if (!access.enter(now.path.folder()))
+        return false;
+    if (access.client().Del(name, access.progress(), nullptr, false, true))
+        return true;
+    access.blame(outcome);
+    const auto listing = access.look(now.path.folder());
+    const clsMmc::Quiet quiet(access.client());
+    if (const tObxDirEntry* entry = listing ? findEntry(*listing, name) : nullptr)
+        restoreRights(access, now, *entry);
+    return false;
+}
+
 bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
 {
     const FileState& wanted = place.wanted;
@@ -219,8 +264,7 @@ bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcom
     case Kind::Folder:
         return enterOrMake(access, wanted.path);
     case Kind::Nothing:
-        return access.enter(wanted.path.folder()) &&
-               client.Del(wanted.path.name(), access.progress(), nullptr, false, true);
+        return removeNew(access, place.now, outcome);
     case Kind::Moved:
         outcome = applyMove(access, {.from = wanted.movedTo, .to = wanted.path}, {});
         return outcome.state == State::Done;
@@ -242,14 +286,14 @@ State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place, const F
     if (!listing || place.wanted.kind == Kind::Moved)
         return State::Unknown;
     const tObxDirEntry* entry = findEntry(*listing, place.wanted.path.name());
-    const auto shows = [&](const FileState& state) {
+    const auto shows = [&](const FileState& state, bool isConfirmed) {
         switch (state.kind) {
         case Kind::Nothing:
             return entry == nullptr;
         case Kind::Folder:
             return entry && !entry->isFile();
         case Kind::File:
-            return entry && showsWhole(*listing, state.path.name(), state.bytes.size()) &&
+            return access.showsWhole(*listing, {state.path.name(), state.bytes.size(), isConfirmed}) &&
                    entry->userPerm == state.userPerm && entry->groupPerm == state.groupPerm;
         case Kind::Rights:
             return entry && entry->userPerm == state.userPerm && entry->groupPerm == state.groupPerm;
@@ -258,9 +302,9 @@ State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place, const F
         }
         return false;
     };
-    const bool isWanted = shows(place.wanted);
-    const bool isAsBefore = shows(place.now);
-    if (isWanted == isAsBefore) // files of one size
+    const bool isWanted = shows(place.wanted, outcome.isConfirmed);
+    const bool isAsBefore = shows(place.now, true); // the phone gave it whole
+    if (isWanted == isAsBefore)                     // files of one size
         return State::Unknown;
     return isWanted ? State::Done : State::Unchanged;
 }

@@ -192,19 +192,21 @@ void Sender::judge(size_t index, const clsMmc::PutReport& report)
     const bool isConfirmed = result.isConfirmed;
     const auto listing = isConfirmed ? m_access.list(m_plan.folder) : m_access.look(m_plan.folder);
     const bool isRefused = result.cause == Cause::PhoneRefused && !report.mayHoldPart;
-    if (listing && showsWhole(*listing, name, file.size) && !isRefused) {
+    if (listing && m_access.showsWhole(*listing, {name, file.size, isConfirmed}) && !isRefused) {
         result = {
             .state = State::Done, .isConfirmed = isConfirmed, .isVerified = true, .savedIn = result.savedIn};
         return;
     }
     const bool isThere = listing && findEntry(*listing, name);
-    result.mayHoldPart = listing ? isThere : report.mayHoldPart;
+    result.mayHoldPart = listing ? isThere : !isConfirmed && report.mayHoldPart;
     if (!listing) {
         const bool mayBeThere = isConfirmed || report.mayHoldPart || report.stoppedEarly;
         result.state = mayBeThere || file.replaced ? State::Unknown : State::Unchanged;
         if (result.cause == Cause::None)
             m_access.blame(result);
-        result.isOldLost = file.replaced.has_value();
+        if (m_access.isStopped())
+            result.cause = Cause::Interrupted;
+        result.isOldLost = file.replaced && !isConfirmed;
         return;
     }
     if (result.cause == Cause::None)

@@ -163,9 +163,15 @@ void tst_DataCommands::runs()
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt','state':'done'},"
              "{'deleted':false,'path':'/Pictures','state':'unchanged'}]"_s,
-             u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
-             "kalmoctl: could not delete /Pictures: the phone refused; a folder has to be empty.\n"_s,
-             nothing);
+             u"kalmoctl: /Pictures is not empty; a folder has to be empty to be deleted.\n"_s, nothing);
+    rows.add("rm of a folder after all that it holds", u"--yes files rm Neu/a.txt Neu"_s, ExitDone,
+             u"[{'deleted':true,'path':'/Neu/a.txt','state':'done'},"
+             "{'deleted':true,'path':'/Neu','state':'done'}]"_s,
+             {}, [](Handset& handset) {
+                 handset.file(u"a.txt"_s, "a");
+                 QCOMPARE(handset(u"files mkdir Neu"_s), ExitDone);
+                 QCOMPARE(handset(u"files put a.txt --to Neu"_s), ExitDone);
+             });
     for (const char* line : {"rm -y telecom/pb/luid/0001.vcf", "put a.txt --to Mobile:\\Telecom",
                              "mkdir x/../telecom/new", "mv Liesmich.txt telecom/", "attr telecom ro"}) {
         const QString words = QString::fromLatin1(line);
@@ -186,13 +192,17 @@ void tst_DataCommands::runs()
     rows.add("a protected file", u"--yes files rm Sounds/Gong.mid"_s, ExitFailed,
              u"[{'deleted':false,'path':'/Sounds/Gong.mid','state':'unchanged'}]"_s,
              u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
-             "kalmoctl: could not delete /Sounds/Gong.mid: the phone refused; --force deletes a protected "
-             "file, too.\n"_s,
+             "kalmoctl: could not delete /Sounds/Gong.mid: the phone refused; --force deletes what is "
+             "protected, too.\n"_s,
              nothing);
     rows.add("by force", u"--yes files rm --force Sounds/Gong.mid"_s, ExitDone,
              u"[{'deleted':true,'path':'/Sounds/Gong.mid','state':'done'}]"_s, {}, nothing);
     rows.add("mkdir of what is there", u"files mkdir Pictures/"_s, ExitDone,
              u"{'path':'/Pictures','state':'done'}"_s, {}, nothing);
+    for (const QString& line : {u"mkdir Pictures/.."_s, u"mv Liesmich.txt Pictures/.."_s}) {
+        rows.add("a name that means another place", u"files "_s + line, ExitWrongUse, {},
+                 u"kalmoctl: /Pictures/.. can't be the name of a file in the phone.\n"_s, nothing);
+    }
     rows.add("mkdir below a file", u"files mkdir Liesmich.txt/a"_s, ExitFailed, {},
              u"kalmoctl: a file of the phone is in the way of /Liesmich.txt/a.\n"_s, nothing);
     rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,

@@ -80,10 +80,14 @@ private Q_SLOTS:
     void anyFaultAtAnyRequest();
     void anUndoLosesNothing_data();
     void anUndoLosesNothing();
+    void aRefusedUndoKeepsTheRights();
+    void anUndoLeavesAFolderThatIsInUse();
+    void aConfirmedFileIsNotCalledLost();
     void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
     void aFullDiskChangesNothing();
     void aRecordThatCanNotBeCompletedIsReported();
     void roomOfABatch();
+    void roomOfTheCard();
     void aSilentPhoneCostsItsTimeoutOnce();
 
 private:
@@ -209,6 +213,63 @@ void tst_FileFaults::anUndoLosesNothing()
     }
 }
 
+/// An undo makes a file deletable before it deletes it. If the phone refuses that, nothing has changed.
+void tst_FileFaults::aRefusedUndoKeepsTheRights()
+{
+    for (int request = 1, requests = 1; request <= requests; ++request) {
+        const auto handset = makeHandset(u"S68H"_s);
+        const Tree first = treeOf(*handset);
+        QCOMPARE((*handset)(u"files put neu.txt --to Sounds"_s), ExitDone);
+        QCOMPARE((*handset)(u"files attr Sounds/neu.txt ro"_s), ExitDone);
+        const Tree changed = treeOf(*handset);
+        handset->port.handset().setFaults({.refuseAt = request});
+        const ExitStatus status = (*handset)(u"--json --yes undo 1"_s);
+        requests = handset->port.handset().phone().faults.requests;
+        const QByteArray why = QByteArray::number(request) + ": " + handset->told.toUtf8();
+        QVERIFY2(treeOf(*handset) == (status == ExitDone ? first : changed), why.constData());
+        QVERIFY2(!handset->printed.contains(u"unknown"_s), why.constData());
+    }
+}
+
+/// Some phones would delete it with all that it holds.
+void tst_FileFaults::anUndoLeavesAFolderThatIsInUse()
+{
+    const auto handset = makeHandset(u"S68H"_s);
+    QCOMPARE((*handset)(u"files mkdir Neu/darin"_s), ExitDone);
+    const Tree made = treeOf(*handset);
+    QCOMPARE((*handset)(u"files put neu.txt --to Neu"_s), ExitDone);
+    handset->port.handset().setFaults({});
+    QCOMPARE((*handset)(u"--yes undo 1"_s), ExitFailed);
+    QVERIFY2(handset->told.contains(u"could not put back /Neu:"_s), qPrintable(handset->told));
+    QCOMPARE(at(treeOf(*handset), u"/Neu/darin"_s), u"-"_s);
+    QVERIFY(at(treeOf(*handset), u"/Neu/neu.txt"_s) != u"-"_s);
+    QCOMPARE((*handset)(u"--yes undo"_s), ExitDone);
+    QCOMPARE((*handset)(u"--yes undo 2"_s), ExitDone);
+    QVERIFY(treeOf(*handset) == made);
+}
+
+/// The phone confirms the last frame and then says nothing more: the new file is there.
+void tst_FileFaults::aConfirmedFileIsNotCalledLost()
+{
+    const auto calm = makeHandset(u"S68H"_s);
+    QCOMPARE((*calm)(u"--yes files put Liesmich.txt"_s), ExitDone);
+    int found = 0;
+    for (int request = 1; request <= calm->port.handset().phone().faults.requests; ++request) {
+        const auto handset = makeHandset(u"S68H"_s);
+        handset->port.handset().setFaults({.silentFrom = request});
+        (*handset)(u"--yes files put Liesmich.txt"_s);
+        if (!handset->told.contains(u"could not compare /Liesmich.txt with Liesmich.txt: the phone did not "
+                                    "answer; the phone confirmed all of it"_s))
+            continue;
+        ++found;
+        QVERIFY2(!handset->told.contains(u"gone"_s), qPrintable(handset->told));
+        const QByteArray sent(2500, 'n');
+        QVERIFY(
+            at(treeOf(*handset), u"/Liesmich.txt"_s).startsWith(QString::fromLatin1(sent.toHex()) + u' '));
+    }
+    QVERIFY(found > 0);
+}
+
 void tst_FileFaults::aFullDiskChangesNothing()
 {
     QFETCH(QString, line);
@@ -284,6 +345,19 @@ void tst_FileFaults::roomOfABatch()
         QCOMPARE(found.join(u' '), wanted);
         QCOMPARE(fits, !wanted.contains(u'-'));
     });
+}
+
+/// The card has room of its own; a phone that does not say how much limits nothing.
+void tst_FileFaults::roomOfTheCard()
+{
+    for (const qint64 room : {0, 1400, 1500}) {
+        Handset handset({.model = u"S68H"_s, .memoryCard = room});
+        handset.file(u"neu.txt"_s, QByteArray(1500, 'n'));
+        QCOMPARE(handset(u"files mkdir MMCard/Musik"_s), ExitDone);
+        QCOMPARE(handset(u"files put neu.txt --to mmcard/Musik"_s), room == 1400 ? ExitFailed : ExitDone);
+        QCOMPARE(handset.told.contains(u"the phone has too little room left for /mmcard/Musik/neu.txt"_s),
+                 room == 1400);
+    }
 }
 
 void tst_FileFaults::aSilentPhoneCostsItsTimeoutOnce()

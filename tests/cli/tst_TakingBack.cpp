@@ -76,6 +76,12 @@ void tst_TakingBack::everyChangeIsTakenBack()
           u"files rm --force new.bmp empty.txt"_s,
           u"files"_s,
           u"files rm"_s}},
+        {"a file called as a part of the record",
+         {u"SL450HX"_s,
+          {u"files put HERE/states.json"_s},
+          u"files rm states.json"_s,
+          u"files"_s,
+          u"files rm"_s}},
         {"folders made", {u"SL450HX"_s, {}, u"files mkdir Neu/darin"_s, u"files"_s, u"files mkdir"_s}},
         {"a folder deleted",
          {u"SL450HX"_s, {u"files mkdir Neu/darin"_s}, u"files rm Neu/darin"_s, u"files"_s, u"files rm"_s}},
@@ -119,6 +125,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
         handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
         handset.file(u"other/new.bmp"_s, "BM other");
         handset.file(u"empty.txt"_s, "x");
+        handset.file(u"states.json"_s, "mine");
         handset.file(u"one.json"_s,
                      R"([{"lastName":"Łukasz; =41","home":"1","birthday":"1970-03-21T12:30"}])");
         handset.file(u"no.json"_s, "[]");

@@ -11,6 +11,7 @@
 #include "app/Files.h"
 #include "app/SettingsKeys.h"
 #include "media/Failure.h"
+#include "operations/FileAccess.h"
 #include "operations/Records.h"
 #include "ui/FilePanel.h"
 #include <algorithm>
@@ -331,4 +332,22 @@ void FileTransfers::theListingDecidesAboutAnEarlyEnd()
             made.press("open");
         }
     }
+}
+
+/// Phones that list no sizes show 0 bytes for all files.
+void FileTransfers::anEmptyEntryIsNoWholeFile()
+{
+    FilePanel made;
+    operations::FileAccess access(made.mmc, u"Test"_s, made.progress.all());
+    const auto isWhole = [&](qint32 listed, bool isConfirmed) {
+        obex::tObxDirEntry entry;
+        entry.kind = obex::EntryKind::File;
+        entry.name = u"A.mid"_s;
+        entry.size = listed;
+        return access.showsWhole({entry}, {u"a.mid"_s, 300, isConfirmed});
+    };
+    QVERIFY(isWhole(300, false) && isWhole(0, true));
+    QVERIFY(!isWhole(299, true) && !isWhole(0, false));
+    QVERIFY(access.list(obex::PhonePath(u"Sounds"_s))); // with sizes
+    QVERIFY(isWhole(300, false) && !isWhole(0, true));
 }

@@ -15,4 +15,5 @@ private Q_SLOTS:
     void deletes();
     void uploads();
     void theListingDecidesAboutAnEarlyEnd();
+    void anEmptyEntryIsNoWholeFile();
 };

@@ -1,15 +1,27 @@
 // The file system panel against the emulated handset: its list, its keys and what it does with a silent
 // phone.
 
+#include "support/SmallDisk.h"
 #include "ui/FilePanel.h"
 #include "ui/FileTransfers.h"
 
 #include <QApplication>
+#include <QDirIterator>
 #include <QInputDialog>
 #include <QLineEdit>
 
 using namespace kalmo;
 using namespace kalmo::tests;
+
+namespace {
+
+QString storedFile(const QString& folder, const QString& name)
+{
+    QDirIterator files(folder, {name}, QDir::Files, QDirIterator::Subdirectories);
+    return files.hasNext() ? files.next() : QString();
+}
+
+} // namespace
 
 class FileSystemPanel : public QObject
 {
@@ -21,6 +33,7 @@ private Q_SLOTS:
     void nothingIsDoneInAnUnknownFolder();
     void searchNarrowsTheList();
     void keysOfTheList();
+    void foldersThatCanNotBeMade();
     void keysWithASilentPhone();
 };
 
@@ -125,6 +138,38 @@ void FileSystemPanel::keysOfTheList()
     QCOMPARE(made.status(), u"Alt gelöscht."_s);
     made.key(Qt::Key_Backspace);
     QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
+}
+
+void FileSystemPanel::foldersThatCanNotBeMade()
+{
+    FilePanel made(u"Sounds"_s);
+    made.show();
+    made.giveName(u"Alt"_s);
+    made.key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    // A separator would lead into another folder.
+    for (const auto& [key, modifiers] : {std::pair<Qt::Key, Qt::KeyboardModifiers>(Qt::Key_F2, {}),
+                                         {Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier}}) {
+        for (const QString& name : {u"Alt/b"_s, u"Alt\\b"_s, u".."_s}) {
+            made.giveName(name);
+            made.expect(u"Im Telefon kann nichts so heißen: "_s + name);
+            made.key(key, modifiers);
+        }
+    }
+    // Without a record nothing is changed, and one that lacks its end is reported.
+    const QString record = storedFile(made.test.storage, u"1.record"_s);
+    const std::pair<int, QString> disks[] = {
+        {100, u"Im Telefon wurde nichts geändert, weil der bisherige Stand auf diesem Computer nicht "
+              "gesichert werden konnte.\n\n"_s},
+        {static_cast<int>(QFileInfo(record).size()) - 1, u"Der frühere Stand ist gesichert, aber"_s},
+    };
+    for (const auto& [room, text] : disks) {
+        made.giveName(u"Neu"_s);
+        made.test.dialogs.expectStart(text);
+        const SmallDisk disk(room);
+        made.key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    }
+    QVERIFY(made.shown().contains(u"FOL_Neu"_s)); // of the second try
+    QCOMPARE(made.dialogs, 9);
 }
 
 /// Each key brings one box, and the list stays as it was read.

@@ -26,7 +26,7 @@ namespace {
 class NotDeleted
 {
 public:
-    void take(const QString& name, const FileOutcome& outcome);
+    void take(const FileToDelete& file, const FileOutcome& outcome);
     QString text() const;
 
 private:
@@ -34,11 +34,15 @@ private:
     QString m_reason;          // the system's words for that
     QStringList m_open;        // the phone did not answer
     QStringList m_stillListed; // the phone confirmed, and lists it
+    QStringList m_notEmpty;    // folders
 };
 
-void NotDeleted::take(const QString& name, const FileOutcome& outcome)
+void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
 {
-    if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
+    const QString name = file.path.name();
+    if (file.obstacle == FileObstacle::NotEmpty)
+        m_notEmpty.append(name);
+    else if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
         m_stillListed.append(name);
     else if (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch)
         m_unsaved.append(name);
@@ -55,7 +59,8 @@ QString NotDeleted::text() const
         (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
         titled(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s,
                m_open) +
-        titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed);
+        titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
+        titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty);
     return parts.join(u"\n\n"_s);
 }
 
@@ -113,7 +118,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         const QString name = file.path.name();
         if (outcome.state == State::Done)
             (file.entry && file.entry->isFile() ? deleted.files : deleted.folders).append(name);
-        notDeleted.take(name, outcome);
+        notDeleted.take(file, outcome);
         isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
     };
     const auto mayLose = [&](const QStringList& unreadable) {

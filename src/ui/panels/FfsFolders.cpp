@@ -47,12 +47,15 @@ bool isPossible(const clsMmc& mmc, FileObstacle obstacle, const QString& name)
 }
 
 /// Says what the client has not said.
-bool told(const clsMmc& mmc, const FileOutcome& outcome, const QString& name)
+bool told(const FileAccess& access, const FileOutcome& outcome, const QString& name)
 {
+    const clsMmc& mmc = access.client();
+    tellOpenRecord(mmc, access);
     if (outcome.cause == Cause::NotSaved)
         tell(mmc,
              u"Im Telefon wurde nichts geändert, weil der bisherige Stand auf diesem Computer nicht "
-             u"gesichert werden konnte."_s,
+             u"gesichert werden konnte."_s +
+                 inParagraph(outcome.reason),
              Icon::Exclamation);
     else if (outcome.state == State::Unknown)
         tell(mmc, u"Es ist nicht bekannt, ob das Telefon den Namen %1 angenommen hat."_s.arg(name),
@@ -76,7 +79,7 @@ bool makeFolder(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pro
     const FileOutcome outcome = operations::applyNewFolder(access, plan);
     if (outcome.state == State::Done)
         access.enter(in); // the client went into the new folder
-    const bool isDone = told(*mmc, outcome, name);
+    const bool isDone = told(access, outcome, name);
     if (isDone)
         access.progress().status(u"Ordner %1 angelegt."_s.arg(name));
     return isDone;
@@ -90,7 +93,7 @@ bool renameEntry(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
     if (!isPossible(*mmc, plan.obstacle, name) || !access.mayBegin() ||
         !operations::lookBeforeMoving(access, plan) || !isPossible(*mmc, plan.obstacle, name))
         return false;
-    const bool isDone = told(*mmc, operations::applyMove(access, plan, u"files mv"_s), name);
+    const bool isDone = told(access, operations::applyMove(access, plan, u"files mv"_s), name);
     if (isDone)
         access.progress().status(u"%1 heißt jetzt %2."_s.arg(from.name(), name));
     return isDone;

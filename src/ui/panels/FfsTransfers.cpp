@@ -56,11 +56,6 @@ void tellObstacle(clsMmc& mmc, const PlannedFile& file)
     }
 }
 
-QString inParagraph(const QString& reason)
-{
-    return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
-}
-
 /// Says what the client has not said: what is true of the file after a failure.
 void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& outcome)
 {
@@ -76,6 +71,12 @@ void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& o
                  name,
                  outcome.mayHoldPart ? u", das Telefon enthält vielleicht einen Teil davon"_s : QString(),
                  QDir::toNativeSeparators(outcome.savedIn)),
+             Icon::Exclamation);
+    } else if (operations::isUncompared(outcome)) {
+        tell(mmc,
+             u"Das Telefon hat die Datei \"%1\" vollständig angenommen, konnte danach aber nicht zur "
+             u"Kontrolle "
+             u"gelesen werden."_s.arg(name),
              Icon::Exclamation);
     } else if (outcome.cause == Cause::Mismatch && outcome.savedIn.isEmpty() && file.replaced) {
         tell(mmc,

@@ -31,6 +31,11 @@ QStringList titled(const QString& title, const QStringList& names)
     return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
 }
 
+QString inParagraph(const QString& reason)
+{
+    return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
+}
+
 void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
 {
     mmc.line().context().dialogs.Show({.text = text, .icon = icon});

@@ -14,6 +14,9 @@ QString someOf(const QStringList& names);
 /// The same below a title, as one paragraph; empty without names.
 QStringList titled(const QString& title, const QStringList& names);
 
+/// The system's words for a failure as a paragraph of their own after a text; empty without any.
+QString inParagraph(const QString& reason);
+
 void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
 
 /// Informs the user if the record of a change could not be completed.

@@ -114,17 +114,20 @@ void fraFFS::send(const obex::PhonePath& to, const QStringList& given)
         context.dialogs.Show(media::messageFor({media::Fault::NoFolder}));
         return;
     }
-    if (!m_freeBytes)
+    if (!m_freeBytes && !operations::isOnCard(to))
         readFreeBytes();
+    const std::optional<qint64> freeBytes =
+        operations::isOnCard(to) ? operations::FileAccess(m_mmc, u"Upload"_s, m_progress).askForRoom(to)
+                                 : m_freeBytes;
     const auto choice = m_chooseUpload({.kind = kind,
                                         .phoneType = phoneType,
-                                        .freeBytes = m_freeBytes,
+                                        .freeBytes = freeBytes,
                                         .folder = app::GetLastInitDir(context, lastUpload),
                                         .given = given});
     if (!choice)
         return;
     app::SetLastInitDir(context, lastUpload, choice->paths.first());
-    convertAndUpload(m_program, m_mmc, m_progress, to, *choice, m_freeBytes,
+    convertAndUpload(m_program, m_mmc, m_progress, to, *choice, freeBytes,
                      [this](const operations::PlannedFile& file) {
                          m_thumbnails->note(file.path, file.size, file.file.localPath);
                      });
