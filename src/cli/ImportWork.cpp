@@ -34,6 +34,8 @@ QString inWords(AddressBookFault fault)
         return u"it is an address book of Windows 95, which can't be read"_s;
     case AddressBookFault::TooManyContacts:
         return u"it holds more than 100,000 contacts"_s;
+    case AddressBookFault::Stopped:
+        return u"its reading was stopped"_s;
     }
     return {};
 }

@@ -248,6 +248,17 @@ private Q_SLOTS:
         WabContact contact;
         QVERIFY(wab.GetContact(2, contact) && contact.entryNumber == 2);
         QVERIFY(!wab.GetContact(3, contact) && !wab.GetContact(0, contact));
+        // Each file asks if it goes on, a long one within; one that was stopped leaves no part of itself.
+        QVERIFY(write(u"long.vcf"_s, QByteArray("BEGIN:VCARD\nTEL:1\nEND:VCARD\n").repeated(3000)));
+        for (const int stopAt : {1, 4}) {
+            int asked = 0;
+            clsWab stopped({.Reading = [&asked, stopAt] { return ++asked != stopAt; }});
+            QVERIFY(stopped.OpenWab(folder.path()) && !stopped.ReadAllContacts(today));
+            QCOMPARE(stopped.fault(), AddressBookFault::Stopped);
+            QCOMPARE(asked, stopAt);
+            QCOMPARE(stopped.ContactCount(), 0);
+        }
+        QVERIFY(QFile::remove(folder.filePath(u"long.vcf"_s)));
         QVERIFY(wab.OpenWab(folder.filePath(u"book.wab"_s)) && wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(described(wab.contacts()), smallBookText);

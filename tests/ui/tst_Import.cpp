@@ -293,6 +293,28 @@ private Q_SLOTS:
         }
     }
 
+    /// A long address book is stopped like a long preview.
+    void longBook()
+    {
+        Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
+        auto& cancel = child<QAbstractButton>(*made.form, "chkCancel");
+        int stopped = 0;
+        QTimer user;
+        connect(&user, &QTimer::timeout, made.form.get(), [&] {
+            if (cancel.isVisible() && stopped++ == 0)
+                cancel.click();
+        });
+        user.start(0);
+        made.expectBook(made.test.makeFile(
+            u"a.vcf"_s, QByteArray("BEGIN:VCARD\nFN:A\nTEL:1\nEND:VCARD\n").repeated(99'000)));
+        QTRY_COMPARE(stopped, 1);
+        QTRY_VERIFY(!cancel.isVisible());
+        QCOMPARE(made.rows(), QStringList());
+        QVERIFY(made.form->isVisible());
+        QVERIFY(child<QLineEdit>(*made.form, "txtWabPath").text().isEmpty() ||
+                !child<QLineEdit>(*made.form, "txtWabPath").text().endsWith(u"a.vcf"_s));
+    }
+
     void refusedFiles()
     {
         Import made(u"PICASSO"_s);

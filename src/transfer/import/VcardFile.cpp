@@ -239,8 +239,9 @@ bool isVcardFile(QByteArrayView bytes)
     return head.trimmed().startsWith(u"BEGIN:VCARD"_s, Qt::CaseInsensitive);
 }
 
-std::vector<WabContact> readVcardFile(QByteArrayView bytes, QDate today)
+std::vector<WabContact> readVcardFile(QByteArrayView bytes, QDate today, const std::function<bool()>& goesOn)
 {
+    constexpr int linesPerQuestion = 4096;
     QByteArray recoded;
     if (detectEncoding(bytes) == Encoding::Utf16) {
         recoded = decodeText(bytes, Encoding::Utf16).toUtf8();
@@ -248,9 +249,9 @@ std::vector<WabContact> readVcardFile(QByteArrayView bytes, QDate today)
     }
     CardSequence cards(today);
     VcardLines lines(bytes);
-    while (!cards.isFull()) {
+    for (int count = 1; !cards.isFull(); ++count) {
         const auto line = lines.next();
-        if (!line)
+        if (!line || (goesOn && count % linesPerQuestion == 0 && !goesOn()))
             break;
         cards.take(*line);
     }

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include <functional>
+
 namespace kalmo::transfer {
 
 /// Returns true if bytes begin as a file of cards does.
@@ -13,6 +15,8 @@ bool isVcardFile(QByteArrayView bytes);
 /// cards of groups and cards within cards are left out. A telephone number goes to the field of its types, a
 /// preferred one before the others and one without a type to the first field of home, work and mobile that
 /// stays free; a pager to none. A birthday without a year gets that of `today`. At most mostContacts + 1.
-std::vector<WabContact> readVcardFile(QByteArrayView bytes, QDate today);
+/// `goesOn` is asked from time to time; the contacts read so far are the result once it returns false.
+std::vector<WabContact> readVcardFile(QByteArrayView bytes, QDate today,
+                                      const std::function<bool()>& goesOn = {});
 
 } // namespace kalmo::transfer

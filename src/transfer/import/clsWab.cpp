@@ -57,7 +57,7 @@ bool clsWab::ReadAllContacts(QDate today)
     QStringList skippedBefore = std::exchange(m_skipped, {});
     m_fault = AddressBookFault::None;
     for (const QString& path : std::as_const(m_files)) {
-        if (!readFile(path, today))
+        if (!readFile(path, today) || !goesOn())
             break;
     }
     if (m_contacts.size() > mostContacts)
@@ -74,6 +74,14 @@ bool clsWab::ReadAllContacts(QDate today)
     }
     if (m_events.BusyEnd)
         m_events.BusyEnd();
+    return m_fault == AddressBookFault::None;
+}
+
+/// Asks the event only until it wants to stop: a later answer may be another one.
+bool clsWab::goesOn()
+{
+    if (m_fault == AddressBookFault::None && m_events.Reading && !m_events.Reading())
+        m_fault = AddressBookFault::Stopped;
     return m_fault == AddressBookFault::None;
 }
 
@@ -97,7 +105,7 @@ bool clsWab::readFile(const QString& path, QDate today)
             m_fault = book.fault == WabFault::TooManyContacts ? AddressBookFault::TooManyContacts
                                                               : AddressBookFault::NotAnAddressBook;
     } else if (isVcardFile(bytes)) {
-        found = readVcardFile(bytes, today);
+        found = readVcardFile(bytes, today, [this] { return goesOn(); });
     } else if (m_isFolder) {
         m_skipped.append(path);
     } else {

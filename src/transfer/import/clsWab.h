@@ -16,7 +16,8 @@ enum class AddressBookFault {
     TooLarge,
     NotAnAddressBook,
     OldLayout, ///< a Windows Address Book of the layout that Windows 95 wrote
-    TooManyContacts
+    TooManyContacts,
+    Stopped ///< by the user
 };
 
 /// The contacts of an address book: of a Windows Address Book (.wab), a file of cards (.vcf), or a folder of
@@ -29,6 +30,7 @@ public:
     struct Events
     {
         std::function<void()> BusyStart = {};
+        std::function<bool()> Reading = {}; ///< from time to time while files are read; false stops it
         std::function<void(int current, int total)> Busy = {};
         std::function<void()> BusyEnd = {};
     };
@@ -55,6 +57,7 @@ public:
     const QString& faultyFile() const { return m_faultyFile; }
 
 private:
+    bool goesOn();
     bool readFile(const QString& path, QDate today);
 
     Events m_events;

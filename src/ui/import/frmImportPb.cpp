@@ -77,8 +77,9 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
                                    [this] {
                                        m_sta->progress().start(0, 0);
                                        m_sta->setText(u"Windows Adressbuch wird eingelesen..."_s);
-                                       m_sta->repaint(); // nothing yields to events while files are read
+                                       m_sta->repaint();
                                    },
+                               .Reading = [this] { return advance(0, 0); },
                                .BusyEnd =
                                    [this] {
                                        m_sta->progress().hide();

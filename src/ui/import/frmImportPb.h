@@ -90,6 +90,8 @@ private:
     // Preview
     void refresh();
     void build();
+    void beginWork();
+    void endWork();
     bool advance(qsizetype done, qsizetype total);
     transfer::ImportSource source() const;
     transfer::ImportOptions options() const;

@@ -76,21 +76,32 @@ void frmImportPb::RebuildPreview()
 {
     if (m_loading || m_building.isValid())
         return;
-    m_building.start();
-    m_lastYield = 0;
-    m_lastDone = 0;
+    beginWork();
     m_sta->setText(m_textFrame ? u"Lese "_s + m_textFrame->path() + u"..."_s
                                : u"Einträge werden erzeugt..."_s);
     build();
+    endWork();
+    m_sta->setText({});
+    if (m_closeWanted)
+        QDialog::reject();
+}
+
+void frmImportPb::beginWork()
+{
+    m_building.start();
+    m_lastYield = 0;
+    m_lastDone = 0;
+}
+
+/// Leaves the state that advance() enters after a while.
+void frmImportPb::endWork()
+{
     if (m_building.elapsed() >= patience && m_sta->isBusy()) {
         m_sta->progress().hide();
         m_sta->SetBusy(false);
         m_sta->offerCancel(false);
     }
     m_building.invalidate();
-    m_sta->setText({});
-    if (m_closeWanted)
-        QDialog::reject();
 }
 
 void frmImportPb::build()

@@ -37,6 +37,8 @@ QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
                         : u"Die Datei enthält weder ein Adressbuch noch vCards."_s;
     case AddressBookFault::OldLayout:
         return u"Es stammt aus Windows 95; diese Form kann Kalmo nicht lesen."_s;
+    case AddressBookFault::Stopped:
+        break;
     case AddressBookFault::TooManyContacts:
         return u"Es enthält mehr als 100000 Kontakte."_s;
     }
@@ -136,7 +138,9 @@ void frmImportPb::activateBook()
 {
     m_program.context.clock.WaitSeconds(pauseBeforeBook);
     askForBook(false);
-    if (!m_bookPath.isEmpty() && m_book.fault() != transfer::AddressBookFault::None)
+    const transfer::AddressBookFault fault = m_book.fault();
+    if (!m_bookPath.isEmpty() && fault != transfer::AddressBookFault::None &&
+        fault != transfer::AddressBookFault::Stopped)
         QDialog::reject();
 }
 
@@ -177,10 +181,14 @@ void frmImportPb::takeBook(const QString& path)
 
 bool frmImportPb::readBook(const QString& path)
 {
+    beginWork();
     const bool isRead = m_book.OpenWab(path) && m_book.ReadAllContacts(m_program.context.clock.Now().date());
     m_book.CloseWap();
-    if (isRead)
-        return true;
+    endWork();
+    if (m_closeWanted)
+        QDialog::reject();
+    if (isRead || m_book.fault() == transfer::AddressBookFault::Stopped)
+        return isRead && !m_closeWanted;
     const bool isFolder = QFileInfo(path).isDir();
     QString reason = reasonOf(m_book.fault(), isFolder);
     const bool isOneFile = m_book.fault() == transfer::AddressBookFault::NotReadable ||
