@@ -294,6 +294,9 @@ private Q_SLOTS:
         row("dates of both orders", "Name;Nummer;Jahrestag\nA;1;25/04/2001\nB;2;12/24/2005\n", Shape::Classic,
             {u"dates 1 (12/24/2005)"_s},
             {u"[ ] Name|| r--"_s, u"[x] A|1|25.04  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s});
+        row("dates with dots", "Name;Nummer;Jahrestag\nA;1;12.24.2005\nB;2;05.04.2001\n", Shape::Classic,
+            {u"dates 1 (12.24.2005)"_s},
+            {u"[ ] Name|| r--"_s, u"[x] A|1|24.12  00:00 ---"_s, u"[x] B|2|05.04  00:00 ---"_s});
         row("days", "Name;Nummer;Jahrestag\nA;1;31.02. 08:30\nB;2;29.02. 08:30\n", Shape::Classic,
             {u"days 1 (31.02. 08:30)"_s},
             {u"[ ] Name|| r--"_s, u"[x] A|1|31.02  08:30 ---"_s, u"[x] B|2|29.02  08:30 ---"_s});

@@ -95,7 +95,7 @@ std::optional<ReadDate> dottedDate(QStringView text, QDate today)
         dateOf({leadingNumber(parts[0]), leadingNumber(parts[1]), hasYear ? yearOf(parts[2]) : noYear},
                DateOrder::DayFirst, today);
     if (read)
-        read->hint = DateHint::None;
+        read->hint = read->hint == DateHint::MonthFirstOnly ? DateHint::SwappedDots : DateHint::None;
     return read;
 }
 

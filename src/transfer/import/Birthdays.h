@@ -28,7 +28,8 @@ enum class DateHint {
     None,   ///< its form says it, or both orders give the same
     Either, ///< day and month could change places
     DayFirstOnly,
-    MonthFirstOnly
+    MonthFirstOnly,
+    SwappedDots ///< has dots as a date day first does, and is none
 };
 
 /// A date in any form that people write.

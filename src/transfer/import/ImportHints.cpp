@@ -273,8 +273,12 @@ void HintCounter::lookAtBirthday(QStringView cell, const BirthdayCell& birthday,
         add(HintKind::BirthdaysWithoutYear, cell.toString());
     if (manner.order == DateOrder::MonthFirst)
         return;
-    if (birthday.hint == DateHint::MonthFirstOnly && m_monthFirst++ == 0)
+    const bool isSwapped = birthday.hint == DateHint::SwappedDots;
+    m_swappedDots += isSwapped ? 1 : 0;
+    if ((isSwapped || birthday.hint == DateHint::MonthFirstOnly) && m_monthFirst++ == 0)
         m_monthFirstExample = cell.toString();
+    const bool isDotted = birthday.hint == DateHint::None && !birthday.text.isEmpty();
+    m_dotted += isDotted && cell.contains(u'.') ? 1 : 0;
     m_dayFirst += birthday.hint == DateHint::DayFirstOnly ? 1 : 0;
     m_either += birthday.hint == DateHint::Either ? 1 : 0;
 }
@@ -286,12 +290,14 @@ std::vector<ImportHint> HintCounter::hints() const
     for (size_t index = 0; index < hintKindCount; ++index) {
         const auto kind = static_cast<HintKind>(index);
         const Counted& counted = m_counted[index];
-        if (kind == HintKind::MixedDates && m_monthFirst > 0 && m_either + m_dayFirst > 0) {
-            // Where some are no date month first, neither order fits the whole column.
+        if (kind == HintKind::MixedDates && m_monthFirst > 0 &&
+            m_either + m_dayFirst + (m_swappedDots > 0 ? m_dotted : 0) > 0) {
+            // Where some are no date month first, neither order fits the whole column. Dates with dots are
+            // read day first in any case.
             hints.push_back({.kind = kind,
                              .count = m_monthFirst,
                              .example = shown(m_monthFirstExample),
-                             .canBeMended = m_dayFirst == 0});
+                             .canBeMended = m_dayFirst + m_swappedDots == 0});
         } else if (counted.count > 0 && (kind != HintKind::LostLetters || !isMisread)) {
             hints.push_back({.kind = kind,
                              .count = counted.count,

@@ -104,6 +104,8 @@ private:
     int m_monthFirst = 0; // dates that are none day first
     int m_dayFirst = 0;   // dates that are none month first
     int m_either = 0;
+    int m_dotted = 0;      // dates with dots that are read day first
+    int m_swappedDots = 0; // dates with dots that are none day first; in m_monthFirst, too
     QString m_monthFirstExample;
     bool m_lettersHaveBase = false; // of those that are lost
 };
