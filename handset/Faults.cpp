@@ -99,7 +99,7 @@ const std::vector<FaultRow> faultTable = {
      number(&Faults::wrongLengthBy)},
     {u"late-request-at"_s, u"N"_s, u"the N-th OBEX request is answered late, by late-by"_s,
      count(&Faults::lateRequestAt)},
-    {u"surplus-at"_s, u"N"_s, u"bytes behind the answer to the N-th OBEX request"_s,
+    {u"surplus-at"_s, u"N"_s, u"bytes after the answer to the N-th OBEX request"_s,
      count(&Faults::surplusAt)},
     {u"hostile-names"_s,
      {},

@@ -43,7 +43,7 @@ DataModeLayer::DataModeLayer(Phone& phone, TimeSource& time, Line line)
                         else
                             m_line.enterCommandMode();
                     },
-                .spoilt = [this] { complain(u"no silence behind +++"_s); }}),
+                .spoilt = [this] { complain(u"no silence after +++"_s); }}),
       m_server(phone, time)
 {
 }

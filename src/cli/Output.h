@@ -34,7 +34,7 @@ public:
     /// Text for standard output, whole lines.
     void print(const QString& text);
 
-    /// Whole lines for standard error that the user may do without.
+    /// Prints complete lines to standard error that the user may do without.
     void note(const QString& text);
 
     /// Prints an error in one line or several, after the program's name.

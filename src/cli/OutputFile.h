@@ -8,7 +8,7 @@ namespace kalmo::cli {
 struct Reading
 {
     size_t count = 0;                       ///< entries
-    bool isDoubtful = false;                ///< whether some may be missing or garbled
+    bool isDoubtful = false;                ///< some may be missing or garbled
     std::function<QByteArray()> bytes = {}; ///< of the file
 };
 

@@ -21,7 +21,7 @@ public:
     /// Returns true if a user can answer at a terminal.
     bool someoneIsThere() const { return !m_yes && m_reader; }
 
-    /// True for yes. What is no clear answer is asked again; the end of the input is a no.
+    /// Returns true for yes. Asks again after an unclear answer; the end of the input is a no.
     bool confirm(const QString& question);
 
     /// The same for something to be tried again. `--yes` answers each question twice with yes and then with

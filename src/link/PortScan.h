@@ -4,7 +4,7 @@
 
 namespace kalmo::link {
 
-/// What a look at one port has found.
+/// Result of the search at one port.
 struct FoundAtPort
 {
     enum class Kind {

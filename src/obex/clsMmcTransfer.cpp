@@ -1,4 +1,4 @@
-// Whole files and objects, there and back.
+// Transfer of whole files and objects in both directions.
 
 #include "app/Files.h"
 #include "app/Version.h"

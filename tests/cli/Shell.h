@@ -117,7 +117,7 @@ struct Shell : CommandRunner
     /// Words apart by blanks.
     ExitStatus run(const QString& words) { return CommandRunner::run(port, words.split(u' ')); }
 
-    /// What a handset says while it is looked for.
+    /// A handset's answers to the search.
     ClassicScript& found(const QByteArray& model)
     {
         port.expect("ATZ\r").expect("ATZ\r", "ATZ\r\r\nOK\r\n");

@@ -286,7 +286,7 @@ void tst_DataCommands::oneSession()
     }
 }
 
-/// Whatever goes wrong: what the phone held is in the phone or in the backup, what is called done is done, no
+/// After any fault the former content is in the phone or in the backup, a change called done is done, no
 /// local file is wrong or cut off, and the phone is found again.
 void tst_DataCommands::anyFaultAtAnyTime()
 {

@@ -57,7 +57,7 @@ class tst_ImportCommands : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    /// What comes into the phone is what is named, what the phone held stays, and an undo takes it back.
+    /// The phone gets the entries that were named, keeps those that it held, and an undo takes them back.
     void imports()
     {
         const QByteArray classic = "Name;Nummer;Jahrestag\nMUTTER;052134567;\nNeu;0301;24.12. 08:30\n";

@@ -1,4 +1,4 @@
-// What the words on the command line are understood as.
+// Meaning of the words on the command line.
 
 #include "cli/Help.h"
 #include "support/Rows.h"

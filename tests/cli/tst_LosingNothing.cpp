@@ -1,5 +1,5 @@
-// Whatever goes wrong while a list is written, and whenever: either the handset still holds what it held, or
-// a backup does, and writing the backup brings it back.
+// After any fault at any time while a list is written, the handset still holds what it held, or a backup
+// does, and writing the backup brings it back.
 
 #include "phonedata/BackupFiles.h"
 #include "Shell.h"

@@ -1,4 +1,4 @@
-// What comes out on a terminal or in a pipe, and what is asked there.
+// Output on a terminal and in a pipe, and the questions there.
 
 #include "cli/CliDialogs.h"
 #include "cli/CliProgress.h"

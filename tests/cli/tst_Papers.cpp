@@ -109,7 +109,7 @@ private Q_SLOTS:
         }
     }
 
-    /// What it offers where is up to the shell; but it has to know every word.
+    /// The shell decides where a word is offered; but the completion has to know every word.
     void completionKnowsEveryWord()
     {
         QFile file(QFINDTESTDATA("../../packaging/kalmoctl.bash"));

@@ -245,7 +245,7 @@ void tst_WriteCommands::storeLeftOpen()
 void tst_WriteCommands::undo()
 {
     Handset handset({.model = u"WOODSTOCK"_s});
-    // What is read names each code of this family by its own name.
+    // A list that is read names each code of this family by its own name.
     const auto content = [&handset] {
         return handset(u"--json phonebook read"_s) == ExitDone ? handset.printed : QString();
     };

@@ -18,7 +18,7 @@ namespace {
 
 const QDate today(2026, 11, 21);
 
-/// What is in a contact, a field in each word.
+/// The content of a contact, a field in each word.
 QString described(const WabContact& contact)
 {
     QStringList words;
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(readWabFile(old).fault, WabFault::OldLayout);
     }
 
-    /// Whatever a length or an offset says, the others come out, or none; nothing hangs.
+    /// With any false length or offset the other contacts come out, or none; nothing hangs.
     void brokenBooks()
     {
         const QByteArray whole = smallBook().bytes(2);

@@ -1,4 +1,4 @@
-// What classic handsets hold besides the phonebook: melodies and ringtone settings, and the provider list
+// Lists of classic handsets besides the phonebook: melodies and ringtone settings, and the provider list
 // where it differs.
 
 #include "phonedata/ProviderList.h"

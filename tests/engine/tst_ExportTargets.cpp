@@ -1,4 +1,4 @@
-// What an export makes of a list: the texts that are taken, and each format by itself.
+// Export of a list: the texts that are taken, and each format by itself.
 
 #include "app/CodePage.h"
 #include "phonedata/ClassicEntry.h"

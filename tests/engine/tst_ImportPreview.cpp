@@ -1,4 +1,4 @@
-// What an import's preview shows of a source, what it hints at, and what goes into the phone's list.
+// The preview of an import: its rows, its hints, and the entries that go into the phone's list.
 
 #include "support/TestContext.h"
 #include "transfer/import/ImportSteps.h"

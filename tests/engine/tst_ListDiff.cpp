@@ -1,4 +1,4 @@
-// What writing a list changes, and in which form a phone gives entries back.
+// The changes that writing a list makes, and the form in which a phone gives entries back.
 
 #include "phonedata/ListDiff.h"
 #include "support/Rows.h"

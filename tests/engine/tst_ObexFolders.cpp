@@ -42,7 +42,7 @@ const QByteArray shortListing =
     "e.txt\" size=\"10\" modified=\"20260102T030405\" user-perm=\"R\" group-perm=\"\"/>"
     "</folder-listing>";
 
-/// What names something in the current folder.
+/// Sends a request that names something in the current folder.
 bool sendInFolder(clsMmc& mmc, const QByteArray& what, const QString& local)
 {
     QList<obex::tObxDirEntry> entries;
@@ -113,7 +113,7 @@ void tst_ObexFolders::operations()
         return [=](ObexClient& c) { return c.mmc->Del(u"x"_s, c.progress.all(), nullptr, silent, force); };
     };
 
-    // What goes out and is answered; how it fails; where the client says that it is, in turn.
+    // In turn: requests and their answers, the failure, the folder that the client reports.
     Rows<QList<QPair<QByteArray, QByteArray>>, int, QString, std::function<bool(ObexClient&)>> rows;
     rows.add("Cd, root and doubled backslash", {{enter("a", 2), done}, {enter("b", 2), notFinal}}, succeeds,
              uR"(\a|\a\b)"_s, [](ObexClient& c) { return c.mmc->Cd(u"mobile:\\a\\\\b\\"_s, false); });

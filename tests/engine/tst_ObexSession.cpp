@@ -240,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(client.progress.panel.Text(), u"Fehler beim Schließen des Datenkanals."_s);
         QVERIFY(!client.progress.bar.visible);
 
-        // Whoever sends an AT command now gets nothing, and the phone no long packet.
+        // An AT command gets no answer now, and the phone no long packet.
         QByteArray answer;
         QVERIFY(!client.line.exchange(answer, "AT+CBC\r", 1));
     }

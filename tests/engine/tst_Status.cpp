@@ -1,4 +1,4 @@
-// What a handset says of itself by single commands, and takes by them.
+// Facts that a handset reports by single commands, and settings that it takes by them.
 
 #include "link/mdlStatus.h"
 #include "phonedata/AreaCodes.h"

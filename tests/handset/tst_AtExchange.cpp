@@ -63,7 +63,7 @@ private Q_SLOTS:
         });
     }
 
-    /// What is written reads back as it was, or is refused; and what of it no client should have sent.
+    /// A written entry reads back as it was, or is refused; the handset notes what no client should send.
     void keepsEntries()
     {
         const QString oldest = u"WOODSTOCK"_s;

@@ -72,7 +72,7 @@ private Q_SLOTS:
     void endlessFolders();
 };
 
-/// What was read is written again, and the handset holds what it held.
+/// Lists that were read are written again, and the handset holds what it held.
 void MeetsTheClient::classicLists()
 {
     for (const QString& model : {u"WOODSTOCK"_s, u"WOODY"_s, u"GALICIA"_s, u"PICASSO"_s}) {

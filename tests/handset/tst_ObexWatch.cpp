@@ -33,7 +33,7 @@ QByteArray start(const QByteArray& name, qsizetype length, const QByteArray& tim
 
 } // namespace
 
-/// What the handset notes about a client in data mode, and what can be made to go wrong there.
+/// The handset's notes about a client in data mode, and the faults that it can be given there.
 class ObexWatch : public QObject
 {
     Q_OBJECT
@@ -159,16 +159,16 @@ private Q_SLOTS:
         rows.add("silent about it", u"S68H"_s, 1.0, 1.4, {}, answer, {});
         rows.add("says OK", u"SL450HX"_s, 1.0, 1.4, "\r\nOK\r\n", newAnswer, {});
         rows.add("no silence before", u"S68H"_s, 0.5, 1.4, {}, {}, {u"no silence before +++"_s});
-        rows.add("no silence behind", u"S68H"_s, 1.0, 0.7, {}, {},
-                 {u"no silence behind +++"_s, u"no silence before +++"_s});
+        rows.add("no silence after", u"S68H"_s, 1.0, 0.7, {}, {},
+                 {u"no silence after +++"_s, u"no silence before +++"_s});
 
-        rows.each([&](const auto& model, const auto& before, const auto& behind, const auto& toEscape,
+        rows.each([&](const auto& model, const auto& before, const auto& after, const auto& toEscape,
                       const auto& toCommand, const auto& violations) {
             ObexTalk talk({.model = model});
             talk.ask(connectFolders);
             QCOMPARE(talk.ask(obexFrame(0x81)), ok);
             talk.clock.WaitSeconds(before);
-            QCOMPARE(talk.say("+++", behind), toEscape);
+            QCOMPARE(talk.say("+++", after), toEscape);
             QCOMPARE(talk.say("AT^SQWE=0\r\n"), toCommand);
             QCOMPARE(talk.violations(), violations);
         });

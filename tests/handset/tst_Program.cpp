@@ -21,7 +21,7 @@ bool openPort(QSerialPort& port, const QString& path, int baud)
     return port.open(QIODevice::ReadWrite) && port.setBaudRate(baud);
 }
 
-/// What comes back until `end`, or until nothing has come for so long.
+/// Returns the bytes that come back until `end`, or until nothing has come for so long.
 QByteArray say(QSerialPort& port, const QByteArray& bytes, const QByteArray& end = "OK\r\n",
                int milliseconds = patience)
 {
@@ -33,7 +33,7 @@ QByteArray say(QSerialPort& port, const QByteArray& bytes, const QByteArray& end
     return received;
 }
 
-/// What a program has taken so far, in hundredths of a second.
+/// Processor time that a program has taken so far, in hundredths of a second.
 int processorTime(qint64 id)
 {
     QFile file(u"/proc/%1/stat"_s.arg(id));

@@ -1,4 +1,4 @@
-// What may go where, by which name and in which size.
+// Rules for uploads: target folder, name and size.
 
 #include "media/UploadRules.h"
 #include "support/Rows.h"

@@ -1,4 +1,5 @@
-// What kalmoctl says where it can't do what it is asked, and what it leaves alone then. In real time.
+// Messages of kalmoctl where it can't do what it is asked, and the things that it leaves alone then. In real
+// time.
 
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"

@@ -23,7 +23,7 @@ QByteArray manyEntries(int count)
     return lines;
 }
 
-/// What is said of a write that failed after so many entries.
+/// Text about a write that failed after so many entries.
 QString failure(const QString& cause, qsizetype written, int wanted)
 {
     return u"kalmoctl: could not write the phonebook: %1.\n"

@@ -64,7 +64,7 @@ inline bool leaveWorkOfKilled(const TestContext& test)
            lock.write(QByteArray::number(id) + "\ntrue\n" + QSysInfo::machineHostName().toUtf8() + '\n') > 0;
 }
 
-/// What is left of the work of conversions.
+/// The files that conversions have left in the folder of their work.
 inline QStringList workLeftIn(const TestContext& test)
 {
     return QDir(test.storage + QStringLiteral("/config/temp"))

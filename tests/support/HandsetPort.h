@@ -16,7 +16,7 @@ class HandsetPort : public link::SPortAx, private handset::TimeSource, private h
 {
 public:
     explicit HandsetPort(VirtualClock& clock, const handset::Options& options = {});
-    /// What the client did wrong fails the test when the port goes out of scope.
+    /// The client's violations fail the test when the port goes out of scope.
     HandsetPort(VirtualClock& clock, Verdict& verdict, const handset::Options& options = {});
     ~HandsetPort() override;
 

@@ -10,7 +10,7 @@ class HandsetTalk
 public:
     explicit HandsetTalk(const handset::Options& options) : port(clock, options) {}
 
-    /// What comes back within so many seconds.
+    /// Returns the bytes that come back within so many seconds.
     QByteArray say(const QByteArray& bytes, double seconds = 1)
     {
         port.WriteText(bytes);

@@ -67,7 +67,7 @@ public:
         return ask(obexFrame(0x85, QByteArray(1, static_cast<char>(flags)) + '\0' + nameHeader(folder)));
     }
 
-    /// What comes back to one request. Empty if that isn't a whole frame within 30 seconds.
+    /// Returns the answer to one request. Empty if no whole frame comes within 30 seconds.
     QByteArray ask(const QByteArray& request)
     {
         port.ReadText();

@@ -42,7 +42,7 @@ public:
 
     qsizetype longestAnswer() const { return m_longestAnswer; }
 
-    /// What was done to the port besides reading and writing, for example "Open COM3".
+    /// Calls of the port besides reading and writing, for example "Open COM3".
     QStringList calls;
     bool openable = true;
     QStringList names; ///< ports of the machine

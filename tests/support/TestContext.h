@@ -10,7 +10,7 @@
 
 namespace kalmo::tests {
 
-/// What EndProgram() throws in tests: QVERIFY_THROWS_EXCEPTION(ProgramEnded, ...).
+/// EndProgram() throws it in tests: QVERIFY_THROWS_EXCEPTION(ProgramEnded, ...).
 struct ProgramEnded
 {
 };

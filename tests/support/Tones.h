@@ -47,7 +47,7 @@ inline QByteArray wav(const std::vector<qint16>& samples, quint32 rate = soundRa
            data;
 }
 
-/// What a handset hears of a stream of codes.
+/// The samples that a handset makes of a stream of codes.
 inline std::vector<qint16> decoded(const QByteArray& codes)
 {
     std::vector<qint16> samples(static_cast<size_t>(2 * codes.size()));

@@ -6,7 +6,7 @@
 
 namespace kalmo::tests {
 
-/// What the fakes of one test have to complain about. Whatever nobody has taken out fails the running test
+/// The complaints of one test's fakes. Each one that the test has not taken out fails the running test
 /// when the verdict goes out of scope, so that no test can forget to ask.
 class Verdict
 {

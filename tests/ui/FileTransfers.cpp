@@ -262,7 +262,7 @@ void FileTransfers::uploads()
         QVERIFY(made.mmc->GetFile(u"Eis.L22"_s, held, made.progress.all()));
         QCOMPARE(held, content == "zwei" ? "eins" : content);
     }
-    // What can't be sent costs nothing in the phone, and what it holds is on the disk before it goes.
+    // A file that can't be sent costs nothing in the phone, and a file of the phone is saved before it goes.
     const QDir backups(made.test.storage + u"/Backup"_s);
     upload("vier");
     QVERIFY(QFile::remove(path));

@@ -28,8 +28,8 @@ struct RecordedDesktop : app::Desktop
     }
 };
 
-/// What the forms work with, made of fakes, and an emulated handset on the line. The script of `test.dialogs`
-/// answers the boxes, unless there is another user.
+/// The services of the forms, made of fakes, and an emulated handset on the line. The script of
+/// `test.dialogs` answers the boxes, unless there is another user.
 struct TestProgram
 {
     explicit TestProgram(const QString& model, handset::Options options = {},

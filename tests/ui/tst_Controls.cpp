@@ -38,7 +38,7 @@ private Q_SLOTS:
     void choicesAreNotSteps();
 };
 
-/// What was read is written in the short form, and that reads the same again.
+/// A date that was read is written in the short form, which reads the same again.
 void Controls::typedDates()
 {
     const QLocale german(QLocale::German, QLocale::Germany);

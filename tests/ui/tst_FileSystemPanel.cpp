@@ -47,7 +47,7 @@ void FileSystemPanel::foldersAndFiles()
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
     QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
-    // What Kalmo can't show goes to the user's own program.
+    // A file that Kalmo can't show goes to the user's own program.
     QVERIFY(made.mmc->PutFile(made.test.makeFile(u"Film.3gp"_s, "x"), made.progress.all()));
     made.press("refresh");
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Film.3gp"_s));

@@ -135,7 +135,7 @@ void tst_FormerStates::aStateIsComparedAndPutBack()
     QVERIFY(!dialog.isVisible());
 }
 
-/// What was read in this run is compared without a request; only the order may differ.
+/// A list that was read in this run is compared without a request; only the order may differ.
 void tst_FormerStates::knownDifferencesAreShownAtOnce()
 {
     TestProgram classic(u"GALICIA"_s, {.atOnce = true});

@@ -186,7 +186,7 @@ void tst_Media::soundsInThePanel()
     QTRY_COMPARE(textOf(panel, "lblSndLength"), u"Die Länge ist nicht bekannt."_s);
 }
 
-/// What is left free is known of several files, too, and of what a melody will be.
+/// The panel shows the bytes left free for several files, too, and for a melody by its later size.
 void tst_Media::sizesInThePanel()
 {
     Surroundings made;

@@ -40,7 +40,7 @@ struct ShownList
             names.append(view.model()->index(row, 0).data().toString());
         return names;
     }
-    /// What view and list both say; "?" where they differ.
+    /// The selection, if view and list agree on it; "?" where they differ.
     QString selected() const
     {
         QList<int> onScreen;

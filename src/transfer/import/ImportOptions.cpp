@@ -86,9 +86,9 @@ public:
 
     void operator()(const QString& key, const QString& value, Written written) const
     {
-        // A blank at the end needs a mark behind it, too.
-        const QString behind = value.endsWith(u' ') ? u"|"_s : QString();
-        put(key, written == Written::Blanks ? u'|' + value + behind : value);
+        // A blank at the end needs a mark after it, too.
+        const QString mark = value.endsWith(u' ') ? u"|"_s : QString();
+        put(key, written == Written::Blanks ? u'|' + value + mark : value);
     }
     void operator()(const QString& key, int value, Written) const { put(key, QString::number(value)); }
     void operator()(const QString& key, bool value, Written) const { put(key, value ? u"1"_s : u"0"_s); }

@@ -27,7 +27,7 @@ QString FilterName(QStringView text);
 /// FilterNumber() of a cell, without the "(0)" if the rules drop it.
 QString numberOf(QStringView cell, const NumberRules& rules);
 
-/// Returns true if a cell has a country's code and a "(0)" behind it: filtered, it is a call abroad or a
+/// Returns true if a cell has a country's code and a "(0)" after it: filtered, it is a call abroad or a
 /// wrong number.
 bool hasZeroInBrackets(QStringView cell);
 

@@ -14,7 +14,7 @@ Preview previewOfText(const ImportSource& source, Shape shape, const ImportOptio
 Preview previewOfContacts(const ImportSource& source, Shape shape, const ImportOptions& options,
                           const Advance& advance);
 
-/// The name for the entry of one of a contact's numbers: the beginnings of two fields with a text behind
+/// The name for the entry of one of a contact's numbers: the beginnings of two fields with a text after
 /// each. It is not filtered.
 QString ComposeWabName(const WabContact& contact, const SubNumberOptions& options);
 

@@ -124,7 +124,7 @@ void CardReader::takeAddress(const VcardLine& line)
     (isWork ? m_contact.businessCountry : m_contact.homeCountry) = parts.value(6);
 }
 
-/// Takes the date of "1970-03-21", "19700321", "--0321", each with a time behind it or without.
+/// Takes the date of "1970-03-21", "19700321", "--0321", each with a time after it or without.
 void CardReader::takeBirthday(const VcardLine& line)
 {
     const QString written = vcardText(line.text()).trimmed();

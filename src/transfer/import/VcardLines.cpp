@@ -123,7 +123,7 @@ QString VcardLine::text() const
     return QString::fromUtf8(bytes).normalized(QString::NormalizationForm_C);
 }
 
-/// A line together with those that begin with a blank. Behind a soft break the blank belongs to the text.
+/// A line together with those that begin with a blank. After a soft break the blank belongs to the text.
 QByteArray VcardLines::unfolded()
 {
     QByteArray line = takeByteLine(m_rest).toByteArray();

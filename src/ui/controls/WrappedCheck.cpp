@@ -25,7 +25,7 @@ WrappedCheck::WrappedCheck(const QString& text, QWidget* parent) : QCheckBox(tex
     setSizePolicy(policy);
 }
 
-/// Width of the box and of the gap behind it.
+/// Width of the box and of the gap after it.
 int WrappedCheck::indent() const
 {
     return style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +

@@ -48,7 +48,7 @@ private:
     struct FileChoice
     {
         QString dialog; ///< name that its folder is remembered under
-        QString title;  ///< behind the product's name
+        QString title;  ///< after the product's name
         Purpose purpose;
     };
 

@@ -20,7 +20,7 @@ using transfer::Shape;
 
 namespace {
 
-constexpr int longestText = 10; // between and behind the fields of a name
+constexpr int longestText = 10; // between and after the fields of a name
 
 // The third ones differ on purpose.
 const QStringList firstCounts = {u"01"_s, u"03"_s, u"05"_s, u"10"_s, u"15"_s, u"16"_s};
@@ -35,7 +35,7 @@ QComboBox* makeFieldBox(const QString& name, const QString& spoken, transfer::Fi
     return box;
 }
 
-/// Cuts refused characters out of a field, and keeps the cursor behind the cut.
+/// Cuts refused characters out of a field, and keeps the cursor after the cut.
 void keepNameCharacters(QLineEdit& field)
 {
     const QString text = field.text();

@@ -19,7 +19,7 @@ namespace {
 
 const QString noFile = u"Bitte Datei auswählen..."_s;
 
-/// Names of the columns' boxes, with their place behind.
+/// Names of the columns' boxes, followed by their place.
 QString columnName(Shape shape, size_t field)
 {
     return (shape == Shape::Classic ? u"cmbCsvField"_s : u"cmbCsvFieldVCF"_s) + QString::number(field);

@@ -25,7 +25,7 @@ void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& acces
 /// Yes, No or Cancel, with No as the default; Cancel where nobody is there.
 toolkit::Answer askToReplace(const obex::clsMmc& mmc, const QString& text);
 
-/// Yes or No, with No as the default. True for yes.
+/// Asks with Yes and No, and No as the default. Returns true for yes.
 bool ask(const obex::clsMmc& mmc, const QString& text);
 
 /// A file of the phone of which another number of bytes came than the phone lists.

@@ -34,7 +34,7 @@ QList<toolkit::ListColumn> columns()
     return {{u"Name"_s, SortBy::Tag}, {u"Typ"_s}, {u"Größe"_s, SortBy::Tag, true}, {u"Attribut"_s}};
 }
 
-/// What follows the four characters that say what a row is.
+/// The name in the key of a row: the part after the four characters for the kind of row.
 QString nameIn(const QString& key)
 {
     return key.mid(obex::fileKeyPrefix.size());
