@@ -172,6 +172,17 @@ void tst_Media::soundsInThePanel()
         QTest::keyClick(&start, Qt::Key_Space);
         QVERIFY(start.isEnabled()); // the preview stops
     }
+    seconds.setCurrentText(u"0"_s);
+    QCOMPARE(textOf(panel, "lblResult"), u"Bitte geben Sie die Sekunden als ganze Zahl größer Null ein."_s);
+    seconds.setCurrentText(u"30"_s); // a choice while the sound plays moves its end
+    QTest::keyClick(&start, Qt::Key_Space);
+    seconds.setCurrentText(u"9"_s);
+    QVERIFY(timer.isActive() && timer.interval() > 0 && timer.interval() <= 9000);
+    QTest::keyClick(&trim, Qt::Key_Space);
+    QVERIFY(!timer.isActive() && stop.isEnabled());
+    QTest::keyClick(&stop, Qt::Key_Space);
+    QTest::keyClick(&trim, Qt::Key_Space);
+    seconds.setCurrentText(u"viel"_s);
     QCOMPARE(panel.GetSelFiles({made.test.path(u"a.wav"_s)})->options.trimSeconds, 15); // no number
     seconds.setCurrentText(u"0"_s); // would be the whole sound
     made.test.dialogs.expectStart(u"Bitte geben Sie die Sekunden"_s);
@@ -211,7 +222,11 @@ void tst_Media::sizesInThePanel()
         {"a melody", UploadKind::Melodies, 3, 1, melodySize},
         {"melodies", UploadKind::Melodies, 3, 2,
          u"1 von 2 Dateien passen nicht und werden ausgelassen.\n"_s + melodySize},
-        {"a bad melody", UploadKind::Melodies, 4, 1, {}},
+        {"a bad melody", UploadKind::Melodies, 4, 1,
+         u"Diese Datei lässt sich nicht umwandeln und wird nicht übertragen."_s},
+        {"no sound", UploadKind::Sounds, 3, 1, {}},
+        {"no melody", UploadKind::Melodies, 0, 1, {}},
+        {"no picture", UploadKind::Pictures, 1, 1, {}},
         {"pictures", UploadKind::Pictures, 5, 2,
          u"Größe im Telefon: 120.1kB (122,988 Bytes)\nIm Telefon sind nur noch 97.7kB frei."_s},
     };
@@ -222,10 +237,18 @@ void tst_Media::sizesInThePanel()
         panel.show();
         panel.showSelection(sources.mid(first, count));
         QTRY_COMPARE(textOf(panel, "lblResult"), told);
+        const bool isUnfit = !media::isFit(sources[first], kind);
+        QCOMPARE(textOf(panel, "fraPrevDesc").startsWith(u"Diese Datei passt nicht in den Ordner"_s),
+                 isUnfit);
         QCOMPARE(panel.TypeOfSelFile() == ui::frmMmcOpenControls::NoneOrSeveral,
-                 kind != UploadKind::Melodies || count > 1);
+                 kind != UploadKind::Melodies || count > 1 || isUnfit);
     }
     QCOMPARE(workLeftIn(made.test), QStringList());
+
+    made.converters.replace(u"m9b"_s, {}); // no fault of the files
+    ui::frmMmcOpenControls panel(made.program, {.kind = UploadKind::Melodies, .phoneType = 5});
+    panel.showSelection({sources[3]});
+    QTRY_VERIFY(textOf(panel, "lblResult").startsWith(u"Klingetonkonverter "_s));
 }
 
 void tst_Media::badFilesInThePanel()

@@ -19,6 +19,7 @@ public:
     void setFile(const QString& path);
     void start();
     void stop();
+    bool isPlaying() const { return m_player.isPlaying(); }
 
 Q_SIGNALS:
     void started();

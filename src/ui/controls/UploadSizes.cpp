@@ -1,7 +1,7 @@
 #include "ui/controls/UploadSizes.h"
 
-#include "app/Programs.h"
 #include "media/BitmapFile.h"
+#include "media/Converters.h"
 #include "media/MelodyConversion.h"
 #include "media/SoundConversion.h"
 
@@ -14,11 +14,13 @@
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
+using media::Fault;
 using media::UploadKind;
 
 namespace {
 
-constexpr double longestSound = 1e9; // seconds; a longer one is a damaged head
+constexpr double longestSound = 1e9;      // seconds; a longer one is a damaged head
+constexpr qsizetype mostErrors = 1 << 14; // bytes that are kept of the errors of a program
 
 bool isMelodyFile(const QString& path)
 {
@@ -31,7 +33,10 @@ UploadSizes::UploadSizes(app::Context& context, QObject* parent) : QObject(paren
 {
     m_limit.setObjectName(u"tmrLimit"_s);
     m_limit.setSingleShot(true);
-    connect(&m_limit, &QTimer::timeout, this, [this] { app::endNow(*m_program); });
+    connect(&m_limit, &QTimer::timeout, this, [this] {
+        m_isLate = true;
+        app::endNow(*m_program);
+    });
     connect(&m_loader, &PictureLoader::loaded, this, &UploadSizes::takePicture);
 }
 
@@ -128,34 +133,55 @@ void UploadSizes::run(const app::ProgramCall& call)
 {
     m_program = std::make_unique<QProcess>();
     m_program->setStandardInputFile(QProcess::nullDevice());
-    m_program->setStandardErrorFile(QProcess::nullDevice());
+    m_isLate = false;
+    m_errors.clear();
+    connect(m_program.get(), &QProcess::readyReadStandardError, this, [this, program = m_program.get()] {
+        const QByteArray more = program->readAllStandardError();
+        m_errors.append(more.first(std::min(more.size(), mostErrors - m_errors.size())));
+    });
     app::confine(*m_program, call);
     connect(m_program.get(), &QProcess::finished, this, [this](int status, QProcess::ExitStatus how) {
-        takeResult(how == QProcess::NormalExit && status == 0);
+        const app::RunEnd ended = status == 0 ? app::RunEnd::Done : app::RunEnd::Failed;
+        takeResult(m_isLate                      ? app::RunEnd::TooLong
+                   : how == QProcess::NormalExit ? ended
+                                                 : app::RunEnd::Crashed);
     });
     connect(m_program.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) // no other signal follows
-            takeResult(false);
+            takeResult(app::RunEnd::NotStarted);
     });
     m_limit.start(std::chrono::milliseconds(static_cast<qint64>(call.longest * 1000)));
     m_program->start(call.file, call.arguments);
 }
 
-void UploadSizes::takeResult(bool isGood)
+void UploadSizes::takeResult(app::RunEnd end)
 {
     m_limit.stop();
     QProcess* program = m_program.release();
     program->deleteLater(); // this runs within its signal
     const QString path = m_paths[m_sum.measured];
-    if (isMelodyFile(path)) {
-        const QFileInfo made(isGood ? m_folder->filePath(u"o"_s) : QString());
-        m_melodies[path] = isGood && made.size() > 0 ? made.size() : -1;
+    const Fault refused = isMelodyFile(path) ? Fault::BadMelody : Fault::BadSound;
+    const auto failure = media::failureOf({.end = end, .error = QString::fromLocal8Bit(m_errors)},
+                                          {refused, path, program->program(), {}});
+    if (!failure) {
+        takeOutput(path, program->readAllStandardOutput());
     } else {
-        const double claimed = isGood ? program->readAllStandardOutput().trimmed().toDouble() : 0;
-        const double seconds = media::withinFile(path, claimed);
-        m_seconds[path] = seconds > 0 && seconds < longestSound ? seconds : 0;
+        m_sum.failure = failure; // it is tried again with the next choice
+        count({});
     }
     next();
+}
+
+/// Notes the size of a melody or the seconds of a sound.
+void UploadSizes::takeOutput(const QString& path, const QByteArray& output)
+{
+    if (isMelodyFile(path)) {
+        const QFileInfo made(m_folder->filePath(u"o"_s));
+        m_melodies[path] = made.size() > 0 ? made.size() : -1;
+        return;
+    }
+    const double seconds = media::withinFile(path, output.trimmed().toDouble());
+    m_seconds[path] = seconds > 0 && seconds < longestSound ? seconds : 0;
 }
 
 void UploadSizes::takePicture(const media::LoadedPicture& picture)

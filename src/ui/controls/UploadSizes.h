@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Programs.h"
 #include "app/WorkFolder.h"
 #include "media/UploadFiles.h"
 #include "ui/controls/PictureLoader.h"
@@ -9,10 +10,6 @@
 #include <QTimer>
 
 class QProcess;
-
-namespace kalmo::app {
-struct ProgramCall;
-}
 
 namespace kalmo::ui {
 
@@ -27,8 +24,9 @@ public:
     struct Sum
     {
         qint64 bytes = 0;
-        qsizetype measured = 0; ///< number of files, with the unfit ones
-        qsizetype unfit = 0;    ///< number of files without a size
+        qsizetype measured = 0;                     ///< number of files, with the unfit ones
+        qsizetype unfit = 0;                        ///< number of files without a size
+        std::optional<media::Failure> failure = {}; ///< of a converter, of the last file where it failed
     };
 
     explicit UploadSizes(app::Context& context, QObject* parent = nullptr);
@@ -52,7 +50,8 @@ private:
     std::optional<qint64> knownSize(const QString& path) const;
     void begin(const QString& path);
     void run(const app::ProgramCall& call);
-    void takeResult(bool isGood);
+    void takeResult(app::RunEnd end);
+    void takeOutput(const QString& path, const QByteArray& output);
     void takePicture(const media::LoadedPicture& picture);
     void count(std::optional<qint64> bytes);
 
@@ -65,7 +64,9 @@ private:
     PictureLoader m_loader;
     std::unique_ptr<app::WorkFolder> m_folder;
     std::unique_ptr<QProcess> m_program;
-    QTimer m_limit{this}; // of the program
+    QTimer m_limit{this};  // of the program
+    bool m_isLate = false; // it was ended by that limit
+    QByteArray m_errors;   // the first bytes of its standard error
 };
 
 /// Bytes of a picture in the phone's form.

@@ -79,7 +79,7 @@ std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion
     names->setTextFormat(Qt::PlainText);
     names->setWordWrap(true);
     auto* buttons = new QDialogButtonBox;
-    buttons->addButton(u"Ü&bertragen"_s, QDialogButtonBox::AcceptRole);
+    QAbstractButton* send = buttons->addButton(u"Ü&bertragen"_s, QDialogButtonBox::AcceptRole);
     buttons->addButton(u"Abbrechen"_s, QDialogButtonBox::RejectRole);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
@@ -88,6 +88,8 @@ std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion
     layout->addWidget(controls, 1);
     layout->addWidget(buttons);
     controls->showSelection(question.given);
+    send->setEnabled(std::ranges::any_of(
+        question.given, [&question](const QString& path) { return media::isFit(path, question.kind); }));
     for (;;) {
         const bool isAccepted = dialog.exec() == QDialog::Accepted;
         controls->cmdSndStop_Click();

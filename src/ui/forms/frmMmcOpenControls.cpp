@@ -35,6 +35,7 @@ const QString pictureDescription = u"Es werden Bilder in den Formaten *.BMP, *.G
 const QString soundDescription =
     u"Es werden Klänge in den Formaten *.WAV und *.MP3 umgewandelt; *.L22 und *.722 gehen unverändert ins Telefon."_s;
 const QString melodyDescription = u"Es werden Klingeltöne im Format *.MID unterstützt, bis 32kB."_s;
+const QString unfitDescription = u"Diese Datei passt nicht in den Ordner und wird nicht übertragen."_s;
 
 QString descriptionOf(UploadKind kind)
 {
@@ -90,6 +91,7 @@ frmMmcOpenControls::frmMmcOpenControls(Program& program, const UploadQuestion& q
     connect(m_sound, &SoundButtons::stopped, m_tmrStopWav, &QTimer::stop);
     connect(&m_loader, &PictureLoader::loaded, this, &frmMmcOpenControls::takePicture);
     connect(m_trim, &TrimChoice::changed, this, &frmMmcOpenControls::measure);
+    connect(m_trim, &TrimChoice::changed, this, &frmMmcOpenControls::moveStopTimer);
     connect(m_trim, &TrimChoice::rejected, m_sound, &SoundButtons::stop);
     connect(&m_sizes, &UploadSizes::changed, this, &frmMmcOpenControls::showSizes);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -196,7 +198,10 @@ void frmMmcOpenControls::showSelection(const QStringList& paths)
     showRoom({}, {});
     if (m_path.isEmpty()) {
         showSeveral();
-    } else if (media::isFit(m_path, UploadKind::Pictures)) {
+    } else if (!media::isFit(m_path, m_question.kind)) {
+        m_sound->setFile({});
+        showDescription(unfitDescription);
+    } else if (media::isPicture(m_question.kind)) {
         showPicture(m_path);
     } else if (media::isFit(m_path, UploadKind::Melodies) || media::isConvertible(m_path)) {
         showSound(m_path);
@@ -207,13 +212,19 @@ void frmMmcOpenControls::showSelection(const QStringList& paths)
     measure();
 }
 
-/// Shows the first of several pictures; other files have only a size.
+/// Shows the first of several pictures that fit; other files have only a size.
 void frmMmcOpenControls::showSeveral()
 {
     const qsizetype count = m_paths.size();
     m_sound->setFile({});
+    const auto first = std::ranges::find_if(
+        m_paths, [this](const QString& path) { return media::isFit(path, m_question.kind); });
+    if (count > 1 && first == m_paths.end()) {
+        showDescription(u"Diese Dateien passen nicht in den Ordner und werden nicht übertragen."_s);
+        return;
+    }
     if (count > 1 && media::isPicture(m_question.kind)) {
-        showPicture(m_paths.first());
+        showPicture(*first);
         m_type = NoneOrSeveral;
         m_fraBmpPrev->setTitle(u"Vorschau der ersten von %1 Dateien"_s.arg(count));
         return;
@@ -313,10 +324,18 @@ void frmMmcOpenControls::showSizes()
     }
     m_lblLength->setText(seconds > 0 ? u"Länge: %1 min"_s.arg(lengthText(seconds))
                                      : u"Die Länge ist nicht bekannt."_s);
+    if (m_trim->isUsed() && m_trim->seconds() <= 0) { // a box at each key would hinder the typing
+        showRoom({u"Bitte geben Sie die Sekunden als ganze Zahl größer Null ein."_s}, {});
+        return;
+    }
     QStringList lines;
     if (sum.unfit > 0 && m_paths.size() > 1)
         lines.append(
             u"%1 von %2 Dateien passen nicht und werden ausgelassen."_s.arg(sum.unfit).arg(m_paths.size()));
+    if (sum.failure && !media::isBadInput(sum.failure->fault))
+        lines.append(media::messageFor(*sum.failure).text);
+    else if (sum.failure && m_paths.size() == 1)
+        lines.append(u"Diese Datei lässt sich nicht umwandeln und wird nicht übertragen."_s);
     showRoom(lines, sum.unfit < m_paths.size() ? std::optional(sum.bytes) : std::nullopt);
 }
 
@@ -361,9 +380,26 @@ media::UploadOptions frmMmcOpenControls::options() const
 /// The sound stops where the one in the phone will end.
 void frmMmcOpenControls::startStopTimer()
 {
-    if (!media::isConvertible(m_path) || !m_trim->isUsed() || m_trim->rejects())
+    m_played.start();
+    if (!media::isConvertible(m_path) || m_trim->rejects())
         return;
-    m_tmrStopWav->start(std::min(m_trim->seconds(), longestTimer) * 1000);
+    moveStopTimer();
+}
+
+/// Stops the sound that plays at the end of the present choice.
+void frmMmcOpenControls::moveStopTimer()
+{
+    if (!m_sound->isPlaying() || !media::isConvertible(m_path))
+        return;
+    m_tmrStopWav->stop();
+    const qint64 seconds = std::min(m_trim->seconds(), longestTimer);
+    if (seconds <= 0)
+        return;
+    const qint64 left = seconds * 1000 - m_played.elapsed();
+    if (left > 0)
+        m_tmrStopWav->start(static_cast<int>(left));
+    else
+        m_sound->stop();
 }
 
 void frmMmcOpenControls::cmdSndStop_Click()

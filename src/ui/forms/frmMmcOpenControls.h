@@ -5,6 +5,7 @@
 #include "ui/controls/UploadSizes.h"
 #include "ui/Program.h"
 
+#include <QElapsedTimer>
 #include <QGroupBox>
 
 #include <optional>
@@ -78,6 +79,7 @@ private:
     media::Fit fit() const;
     int quality() const;
     void startStopTimer();
+    void moveStopTimer();
 
     Program& m_program;
     UploadQuestion m_question;
@@ -105,6 +107,7 @@ private:
     TrimChoice* m_trim;
     QLabel* m_lblResult;
     QTimer* m_tmrStopWav;
+    QElapsedTimer m_played; // since the sound was started
 };
 
 } // namespace kalmo::ui
