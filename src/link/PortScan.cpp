@@ -21,6 +21,8 @@ FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int nu
 {
     app::Sy& sy = line.context().sy;
     const QScopedValueRollback port(sy.ComNoForThisRun, number);
+    const QScopedValueRollback shownPort(sy.ComNo);
+    const QScopedValueRollback settings(sy.ComSettings);
     const QScopedValueRollback terminator(sy.blnTxLfTerminator);
     const QScopedValueRollback identity(sy.PhoneID);
     FoundAtPort found{.number = number};

@@ -85,6 +85,7 @@ void StartFlow::runSequence()
 
 void StartFlow::runSearch()
 {
+    m_wasConnected = false;
     if (m_main)
         m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
@@ -97,9 +98,31 @@ void StartFlow::runSearch()
         showMainWindow();
         return;
     }
+    if (!m_main || !isDemo(m_mainSy))
+        leaveDemo();
     if (m_main)
         takeOldPhone();
+    presentSettings();
+}
+
+void StartFlow::presentSettings()
+{
+    m_settings->showDemo(isDemo(m_program.context.sy));
     m_settings->present(m_main != nullptr); // the window may hold lists that wait to be written
+}
+
+/// Returns true if the session's port is that of the emulated handset.
+bool StartFlow::isDemo(const app::Sy& sy) const
+{
+    return m_demoPort > 0 && sy.ComNoForThisRun == m_demoPort;
+}
+
+/// The session's port is the user's own again.
+void StartFlow::leaveDemo()
+{
+    if (isDemo(m_program.context.sy))
+        m_program.context.sy.ComNoForThisRun = m_ownPort;
+    m_demo.stop();
 }
 
 /// The window that stays belongs to the phone before the search.
@@ -110,6 +133,8 @@ void StartFlow::takeOldPhone()
     sy.PhoneID = m_mainSy.PhoneID;
     sy.PhoneSVN = m_mainSy.PhoneSVN;
     sy.blnTxLfTerminator = m_mainSy.blnTxLfTerminator;
+    sy.ComNo = m_mainSy.ComNo;
+    sy.ComSettings = m_mainSy.ComSettings;
 }
 
 /// Tries the rate that a phone answered at last. If that does not help, the search gives advice.
@@ -129,10 +154,11 @@ void StartFlow::takeLineBack()
 }
 
 /// Destroys a window for another kind of phone, after the lists in it are safe. Returns false if the user
-/// keeps it.
+/// keeps it. Lists of the emulated handset never wait to be written to a real one.
 bool StartFlow::dropsOtherWindow()
 {
-    if (!m_main || areOfOneKind(m_mainSy, m_program.context.sy))
+    const app::Sy& sy = m_program.context.sy;
+    if (!m_main || (areOfOneKind(m_mainSy, sy) && isDemo(m_mainSy) == isDemo(sy)))
         return true;
     if (!m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText)) {
         m_program.line.ClosePort();
@@ -150,12 +176,12 @@ void StartFlow::showMainWindow()
     } else {
         m_program.memory = {};
         m_main = std::make_unique<frmPB>(m_program, std::make_shared<obex::clsMmc>(m_program.line));
-        m_mainSy = m_program.context.sy;
         connect(m_main.get(), &frmPB::settingsRequested, this, &StartFlow::openSettings);
         connect(m_main.get(), &frmPB::searchRequested, this, &StartFlow::searchAgain);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
-    m_main->showEmulated(m_demo.isRunning());
+    m_mainSy = m_program.context.sy;
+    m_main->showEmulated(isDemo(m_mainSy));
     m_main->show();
     if (const QString file = std::exchange(m_fileToOpen, {}); !file.isEmpty())
         QTimer::singleShot(0, m_main.get(), [window = m_main.get(), file] { window->openGiven(file); });
@@ -164,7 +190,7 @@ void StartFlow::showMainWindow()
 void StartFlow::openSettings()
 {
     m_main->hide();
-    m_settings->present(true);
+    presentSettings();
 }
 
 /// Where the search ends without a phone the settings follow, and their "Abbruch" leads back to the window.
@@ -172,26 +198,39 @@ void StartFlow::openSettings()
 void StartFlow::searchAgain()
 {
     m_program.line.ClosePort();
-    if (!m_demo.isRunning()) {
+    if (isDemo(m_program.context.sy))
+        searchNow();
+    else
         begin();
-        return;
-    }
+}
+
+void StartFlow::searchNow()
+{
     showSplash();
     QTimer::singleShot(0, this, &StartFlow::runSearch);
 }
 
+/// A user of the emulated handset who saves the settings means the own phone.
 void StartFlow::onSaved(bool otherPort)
 {
-    if (otherPort)
+    const bool isOtherPhone = otherPort || isDemo(m_program.context.sy);
+    leaveDemo();
+    if (isOtherPhone)
         m_main.reset();
     else if (m_main)
         m_main->hide();
     begin();
 }
 
+/// A search of all ports that found nothing better has closed the port of the window's phone.
 void StartFlow::onCancelled()
 {
-    if (m_main)
+    const bool wasConnected = std::exchange(m_wasConnected, false);
+    if (!m_main)
+        return;
+    if (wasConnected && !m_program.line.port().IsOpen())
+        searchNow();
+    else
         m_main->show();
 }
 
@@ -201,7 +240,8 @@ bool StartFlow::mayLeavePhone(bool otherPort)
 {
     if (!m_main)
         return true;
-    if (otherPort && !m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText))
+    const bool isOtherPhone = otherPort || isDemo(m_program.context.sy);
+    if (isOtherPhone && !m_main->saveUnwritten() && !m_main->mayLoseChanges(unsavedChangesText))
         return false;
     m_main->closeChannel();
     return true;
@@ -264,13 +304,15 @@ void StartFlow::showSettings()
 /// A newcomer finds a phone here, or goes on to the settings below. Later the settings lead here.
 void StartFlow::welcome()
 {
-    if (m_main)
+    if (m_main) {
+        m_wasConnected = m_wasConnected || m_program.line.port().IsOpen();
         m_main->closeChannel(); // the search opens one port after the other
+    }
     m_welcome = std::make_unique<frmWelcome>(m_program, m_settings.get());
     connect(m_welcome.get(), &frmWelcome::portChosen, this, [this](int number) {
         m_welcome->hide();
-        m_demo.stop();
-        m_program.context.sy.ComNoForThisRun = 0;
+        app::Sy& sy = m_program.context.sy;
+        (isDemo(sy) ? m_ownPort : sy.ComNoForThisRun) = 0;
         m_settings->usePort(number);
     });
     connect(m_welcome.get(), &frmWelcome::demoWanted, this, &StartFlow::startDemo);
@@ -290,11 +332,13 @@ void StartFlow::startDemo()
     }
     m_welcome->hide();
     m_program.line.ClosePort();
-    context.sy.ComNoForThisRun = m_program.ports.numberForThisRun(link);
-    m_program.ports.useDevice(context.sy.ComNoForThisRun, link);
+    if (!isDemo(context.sy))
+        m_ownPort = context.sy.ComNoForThisRun;
+    m_demoPort = m_program.ports.numberForThisRun(link);
+    m_program.ports.useDevice(m_demoPort, link);
+    context.sy.ComNoForThisRun = m_demoPort;
     m_settings->hide(); // the user has not confirmed them, and is welcomed again by the next start
-    showSplash();
-    QTimer::singleShot(0, this, &StartFlow::runSearch);
+    searchNow();
 }
 
 } // namespace kalmo::ui

@@ -49,6 +49,10 @@ private:
     void showMainWindow();
     void openSettings();
     void searchAgain();
+    void searchNow();
+    void presentSettings();
+    bool isDemo(const app::Sy& sy) const;
+    void leaveDemo();
     void onSaved(bool otherPort);
     void onCancelled();
     bool mayLeavePhone(bool otherPort);
@@ -62,8 +66,11 @@ private:
     std::unique_ptr<frmWelcome> m_welcome;
     std::unique_ptr<frmPB> m_main;
     DemoHandset m_demo;
+    int m_demoPort = 0;            // number of the emulated handset's port, 0 before its first use
+    int m_ownPort = 0;             // ComNoForThisRun before the emulated handset's was used
+    bool m_wasConnected = false;   // before the search of all ports
     bool m_wasInterrupted = false; // the last run left a phone in its data mode
-    app::Sy m_mainSy;              // as it was when the main window was made for its phone
+    app::Sy m_mainSy;              // as it was when the main window got its phone
 };
 
 } // namespace kalmo::ui

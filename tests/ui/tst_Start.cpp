@@ -64,6 +64,17 @@ struct Run : TestProgram
     ui::StartFlow flow;
 };
 
+/// A program that only runs stands for the emulated handset: the test's port has one of its own.
+QString makeHandsetProgram(TestContext& test)
+{
+    const QString program = test.makeFile(u"kalmo-handset"_s, "#!/bin/sh\n"
+                                                              "echo $$ > \"$0.pid\"\n"
+                                                              "echo ready\n"
+                                                              "exec tail -f /dev/null\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    return program;
+}
+
 } // namespace
 
 class tst_Start : public QObject
@@ -78,6 +89,8 @@ private Q_SLOTS:
     void losesNoListThatWaitsToBeWritten();
     void newcomerFindsThePhone();
     void demoIsConnectedAgain();
+    void leavesTheDemoForTheOwnPhone_data();
+    void leavesTheDemoForTheOwnPhone();
     void stopsTheSearchByKey();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
@@ -243,10 +256,8 @@ void tst_Start::newcomerFindsThePhone()
 {
     struct OneDevice : link::DeviceList
     {
-        QList<link::SerialDevice> devices() override
-        {
-            return {{u"/dev/ttyUSB7"_s, {}, u"Datenkabel"_s, {}, {}}};
-        }
+        QList<link::SerialDevice> devices() override { return {{path, {}, u"Datenkabel"_s, {}, {}}}; }
+        QString path = u"/dev/ttyUSB7"_s;
     } oneDevice;
     Run run;
     link::PortTable ports{run.test.settings, oneDevice};
@@ -271,20 +282,34 @@ void tst_Start::newcomerFindsThePhone()
     connectButton.setEnabled(true);
     QVERIFY(!run.port.IsOpen());
     QTest::mouseClick(&connectButton, Qt::LeftButton);
-    QVERIFY(run.waitFor<ui::frmPB>() && !shown<ui::frmWelcome>() && !shown<ui::frmEinstellungen>());
-    QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew),
-             found.topLevelItem(0)->data(0, Qt::UserRole).toInt());
+    auto* window = run.waitFor<ui::frmPB>();
+    QVERIFY(window && !shown<ui::frmWelcome>() && !shown<ui::frmEinstellungen>());
+    const int number = found.topLevelItem(0)->data(0, Qt::UserRole).toInt();
+    QCOMPARE(app::getInt(run.test.settings, app::keys::ComPortNew), number);
+
+    // Later, a search of all ports that is not followed up leaves the phone connected as before.
+    const auto connection = [&run] {
+        return u"%1 %2 %3"_s.arg(run.test.sy.ComNo).arg(run.test.sy.ComSettings).arg(run.port.IsOpen());
+    };
+    const QString before = connection();
+    QVERIFY(before.endsWith(u" 1"_s));
+    oneDevice.path = u"/dev/ttyUSB8"_s; // the phone's port number is not the last one that is looked at
+    window->goTo(u"SETUP"_s);
+    auto* settings = shown<ui::frmEinstellungen>();
+    QTest::mouseClick(&child<QPushButton>(*settings, "lblWelcome"), Qt::LeftButton);
+    welcome = run.waitFor<ui::frmWelcome>();
+    QTest::keyClick(&child<QPushButton>(*welcome, "cmdSearch"), Qt::Key_Space);
+    QVERIFY(child<QTreeWidget>(*welcome, "lvwFound").topLevelItem(0)->data(0, Qt::UserRole) != number);
+    QTest::keyClick(welcome, Qt::Key_Escape);
+    QTest::keyClick(settings, Qt::Key_Escape);
+    QCOMPARE(run.waitFor<ui::frmPB>(), window);
+    QCOMPARE(connection(), before);
 }
 
-/// A program that only runs stands for the emulated handset: the test's port has one of its own.
 void tst_Start::demoIsConnectedAgain()
 {
     Run run;
-    const QString program = run.test.makeFile(u"kalmo-handset"_s, "#!/bin/sh\n"
-                                                                  "echo $$ > \"$0.pid\"\n"
-                                                                  "echo ready\n"
-                                                                  "exec tail -f /dev/null\n");
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    const QString program = makeHandsetProgram(run.test);
     run.flow.begin();
     const auto* welcome = run.waitFor<ui::frmWelcome>();
     run.test.sy.Paths.Exe = QFileInfo(program).path();
@@ -304,6 +329,66 @@ void tst_Start::demoIsConnectedAgain()
         u"/proc/"_s + QString::fromLatin1(TestContext::contentOf(program + u".pid"_s)).trimmed();
     QVERIFY(QFileInfo::exists(process));
     QVERIFY_THROWS_EXCEPTION(ProgramEnded, run.test.ending.EndProgram());
+    QVERIFY(!QFileInfo::exists(process));
+}
+
+void tst_Start::leavesTheDemoForTheOwnPhone_data()
+{
+    QTest::addColumn<bool>("startsInDemo");
+    QTest::addColumn<bool>("choosesPort");
+    QTest::newRow("the stored port is saved") << true << false;
+    QTest::newRow("another port is saved") << true << true;
+    QTest::newRow("the demo is not found") << false << false;
+}
+
+/// The real phone is never shown as the emulated one.
+void tst_Start::leavesTheDemoForTheOwnPhone()
+{
+    QFETCH(const bool, startsInDemo);
+    QFETCH(const bool, choosesPort);
+    Run run;
+    const QString program = makeHandsetProgram(run.test);
+    if (!startsInDemo)
+        app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
+    run.flow.begin();
+    QPointer<ui::frmPB> window;
+    const auto startDemo = [&] {
+        const auto* welcome = run.waitFor<ui::frmWelcome>();
+        run.test.sy.Paths.Exe = QFileInfo(program).path();
+        QTest::mouseClick(&child<QPushButton>(*welcome, "cmdDemo"), Qt::LeftButton);
+        return run.waitFor<ui::frmPB>();
+    };
+    if (startsInDemo) {
+        window = startDemo();
+        window->goTo(u"SETUP"_s);
+        const auto* settings = shown<ui::frmEinstellungen>();
+        QVERIFY(
+            child<QLabel>(*settings, "lblPortHinweis").text().startsWith(u"Sie nutzen das nachgebildete"_s));
+        auto& ports = child<QComboBox>(*settings, "cmbCom");
+        if (choosesPort)
+            ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);
+        QTest::mouseClick(&child<QPushButton>(*settings, "cmdOK"), Qt::LeftButton);
+        QVERIFY(!window); // its lists must not reach the real phone, which is of the same kind
+    } else {
+        window = run.waitFor<ui::frmPB>();
+        window->goTo(u"SETUP"_s);
+        auto* settings = shown<ui::frmEinstellungen>();
+        QTest::mouseClick(&child<QPushButton>(*settings, "lblWelcome"), Qt::LeftButton);
+        run.port.handset().setFaults({.silentAfter = 1, .commands = 1});
+        run.test.dialogs.expectStart(u"An COM"_s, toolkit::Buttons::YesNo, toolkit::Answer::No);
+        run.test.dialogs.expectStart(app::ResText(app::TextChangeInterface), toolkit::Buttons::YesNo,
+                                     toolkit::Answer::Yes);
+        QVERIFY(!startDemo());
+        run.port.handset().setFaults({});
+        QTest::keyClick(settings, Qt::Key_Escape);
+        QTest::mouseClick(&child<QToolButton>(*window, "cmdReconnect"), Qt::LeftButton);
+    }
+    window = run.waitFor<ui::frmPB>();
+    QVERIFY(window && !shown<ui::frmEinstellungen>());
+    QVERIFY(!child<QLabel>(*window, "lblConnection").text().contains(u"nachgebildet"_s));
+    QCOMPARE(run.test.sy.ComNo, app::getInt(run.test.settings, app::keys::ComPortNew));
+    const QString process =
+        u"/proc/"_s + QString::fromLatin1(TestContext::contentOf(program + u".pid"_s)).trimmed();
     QVERIFY(!QFileInfo::exists(process));
 }
 

@@ -246,6 +246,11 @@ void frmEinstellungen::showPortOfThisRun()
 {
     const int number = m_program.context.sy.ComNoForThisRun;
     lblPortHinweis->setVisible(number > 0);
+    if (m_isDemo) {
+        lblPortHinweis->setText(u"Sie nutzen das nachgebildete Telefon. \"Speichern\" beendet es und sucht "
+                                u"Ihr Telefon am gewählten Anschluss."_s);
+        return;
+    }
     lblPortHinweis->setText(
         u"Für diesen Lauf gilt der Anschluss der Befehlszeile (COM %1, %2). Wählen Sie einen anderen, um ihn abzulösen."_s
             .arg(QString::number(number), m_program.ports.devicePath(number)));

@@ -29,6 +29,9 @@ public:
     /// Shows the form. Without a way back the user has to save, and closing the form ends the program.
     void present(bool withWayBack);
 
+    /// Tells present() that the phone of this run is the emulated handset.
+    void showDemo(bool isDemo) { m_isDemo = isDemo; }
+
     /// Chooses a port and saves the settings, as the user would.
     void usePort(int number);
 
@@ -72,6 +75,7 @@ private:
     QString m_storage; // the folder that is shown
     std::function<bool(bool otherPort)> m_mayLeave;
     bool m_isSaving = false;
+    bool m_isDemo = false; // the phone of this run is the emulated handset
     QComboBox* cmbCom = nullptr;
     QLabel* lblPortHinweis = nullptr;
     QLabel* lblSpeicherpfad = nullptr;

@@ -29,7 +29,9 @@ constexpr StateWords stateWords[] = {
     {u"handy", u"verbunden", u"Das Telefon antwortet."},
     {u"warning", u"antwortet nicht",
      u"Das Telefon hat die letzte Frage nicht beantwortet. Ist es eingeschaltet und in keinem Menü?"},
-    {u"critical", u"getrennt", u"Der Anschluss ist nicht mehr da. Stecken Sie das Kabel wieder ein."},
+    {u"critical", u"getrennt",
+     u"Kalmo ist nicht mehr mit dem Telefon verbunden. Prüfen Sie das Kabel und drücken Sie \"Erneut "
+     u"verbinden\"."},
 };
 
 } // namespace
