@@ -2,11 +2,13 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QGroupBox>
 #include <QHash>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTest>
@@ -168,6 +170,32 @@ QSet<QWidget*> stops(QWidget& form, Qt::KeyboardModifiers modifiers)
     return reached;
 }
 
+/// The mnemonics of a form or of one menu, and those that are claimed twice.
+struct Mnemonics
+{
+    void claim(const QString& text, const QString& who)
+    {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (key.isEmpty())
+            return;
+        if (m_claimed.contains(key))
+            faults.append(u"%1: %2 and %3"_s.arg(key, m_claimed[key], who));
+        m_claimed[key] = who;
+    }
+    void claimAll(const QWidget& menu)
+    {
+        for (const QAction* action : menu.actions()) {
+            if (action->isVisible())
+                claim(action->text(), action->text());
+        }
+    }
+
+    QStringList faults;
+
+private:
+    QHash<QString, QString> m_claimed;
+};
+
 } // namespace
 
 QStringList unnamedControls(const QWidget& form)
@@ -194,24 +222,21 @@ QStringList unspokenParts(QWidget& form)
 
 QStringList sharedMnemonics(const QWidget& form)
 {
-    QHash<QString, QString> claimed;
-    QStringList faults;
-    const auto claim = [&](const QString& text, const QString& who) {
-        const QString key = QKeySequence::mnemonic(text).toString();
-        if (key.isEmpty())
-            return;
-        if (claimed.contains(key))
-            faults.append(u"%1: %2 and %3"_s.arg(key, claimed[key], who));
-        claimed[key] = who;
-    };
+    Mnemonics ofForm;
     for (const QWidget* widget : shownWidgets(form)) {
         const auto* label = qobject_cast<const QLabel*>(widget);
         if (widget->isEnabled() && (!label || label->buddy()))
-            claim(textOf(*widget), described(*widget));
-        if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) {
-            for (const QAction* menu : bar->actions())
-                claim(menu->text(), menu->text());
-        }
+            ofForm.claim(textOf(*widget), described(*widget));
+        if (const auto* bar = qobject_cast<const QMenuBar*>(widget))
+            ofForm.claimAll(*bar);
+    }
+    QStringList faults = ofForm.faults;
+    for (const QWidget* widget : form.findChildren<QWidget*>()) {
+        if (!qobject_cast<const QMenu*>(widget) && widget->contextMenuPolicy() != Qt::ActionsContextMenu)
+            continue;
+        Mnemonics ofMenu;
+        ofMenu.claimAll(*widget);
+        faults += ofMenu.faults;
     }
     return faults;
 }

@@ -1,5 +1,8 @@
-// The calendar with its reading of typed dates, the memory gauge, and boxes that keep their choice.
+// The calendar with its reading of typed dates, the memory gauge, boxes that keep their choice, and a box
+// that is not shown twice.
 
+#include "ui/adaptors/LossBoxes.h"
+#include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/ChoiceBox.h"
 #include "ui/controls/MemoryGauge.h"
 #include "ui/controls/ShortDate.h"
@@ -36,6 +39,7 @@ private Q_SLOTS:
     void gauge();
     void wheelScrollsThePage();
     void choicesAreNotSteps();
+    void suppressedBoxReachesAStatusBar();
 };
 
 /// A date that was read is written in the short form, which reads the same again.
@@ -187,6 +191,25 @@ void Controls::choicesAreNotSteps()
     QVERIFY(box.view()->isVisible());
     QTest::keyClick(box.view(), Qt::Key_Escape);
     QCOMPARE(chosen.size(), 1);
+}
+
+/// The user may work in another program, or in a dialog without a status bar.
+void Controls::suppressedBoxReachesAStatusBar()
+{
+    TestProgram given(u"WOODSTOCK"_s);
+    ui::LossBoxes boxes(given.test.dialogs);
+    boxes.watch(given.line);
+    given.port.Close();
+    QWidget window;
+    const ui::StatusLabel status(&window);
+    window.show();
+    QWidget inFront;
+    inFront.show();
+    QVERIFY(QTest::qWaitForWindowActive(&inFront));
+    given.test.dialogs.expect({.text = u"Das Telefon antwortet nicht."_s});
+    boxes.Show({.text = u"Das Telefon antwortet nicht."_s});
+    boxes.Show({.text = u"Fehler beim Lesen des Adressbuchs."_s});
+    QCOMPARE(status.Text(), u"Fehler beim Lesen des Adressbuchs."_s);
 }
 
 QTEST_MAIN(Controls)

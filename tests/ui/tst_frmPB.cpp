@@ -117,6 +117,7 @@ private Q_SLOTS:
     void everyWayOutClosesTheChannel();
     void aDeafPhoneHoldsNobodyUp();
     void closingWaitsForAWrite();
+    void closingQuestionOutlivesARead();
     void escapeCancelsARead();
     void contactsAreDeletedAtOnce();
     void filesComeBackBehindCommands();
@@ -357,6 +358,7 @@ void frmPBTest::closingWaitsForAWrite()
         open.window.close();
         const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         QVERIFY(box && box->button(QMessageBox::No) == box->defaultButton());
+        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
         QTest::mouseClick(box->button(button), Qt::LeftButton);
     };
     open.test.clock.after(6, [&] { answer(QMessageBox::No); });
@@ -368,6 +370,20 @@ void frmPBTest::closingWaitsForAWrite()
     QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
     QCoreApplication::processEvents();
     QCOMPARE(closed.size(), 1);
+}
+
+/// The operation may end before the question is answered.
+void frmPBTest::closingQuestionOutlivesARead()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.test.clock.after(1.5, [&open] { open.window.close(); });
+    open.window.goTo(u"TB"_s);
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    QVERIFY(box);
+    QCOMPARE(box->text(), u"Soll Kalmo beendet werden?"_s);
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+    QVERIFY(!QGuiApplication::overrideCursor() && open.window.isVisible());
 }
 
 void frmPBTest::escapeCancelsARead()

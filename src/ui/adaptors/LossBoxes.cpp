@@ -57,12 +57,20 @@ bool isResult(const QString& text)
     return startsWithAny(text, starts);
 }
 
-/// Shows a text in the status bar of the window in front, if it has one.
+/// Shows a text in the status bar of the window in front. Without one there, as while the user works in
+/// another program, another window of ours shows it.
 void showStatus(const QString& text)
 {
-    const QWidget* window = QApplication::activeWindow();
-    if (auto* status = window ? window->findChild<StatusLabel*>() : nullptr)
+    QWidgetList windows = QApplication::topLevelWidgets();
+    if (QWidget* active = QApplication::activeWindow())
+        windows.prepend(active);
+    for (const QWidget* window : std::as_const(windows)) {
+        auto* status = window->isVisible() ? window->findChild<StatusLabel*>() : nullptr;
+        if (!status)
+            continue;
         status->SetText(text.simplified());
+        return;
+    }
 }
 
 } // namespace

@@ -11,6 +11,17 @@ namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The part of a status text that stays the same while its figures run.
+QString stepIn(const QString& text)
+{
+    const qsizetype dots = text.indexOf(u"..."_s);
+    return dots < 0 ? text : text.first(dots);
+}
+
+} // namespace
+
 StatusLabel::StatusLabel(QWidget* parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
@@ -33,12 +44,16 @@ void StatusLabel::release()
         SetText(m_latest);
 }
 
-/// The name of a label for a screen reader replaces its text, so the name is the text.
+/// The name of a label for a screen reader replaces its text, so the name is the text. Figures that run are
+/// not read out: the sentence at the end would be lost among them.
 void StatusLabel::announce(const QString& text)
 {
     if (text == accessibleName())
         return;
+    const bool isSameStep = stepIn(text) == stepIn(accessibleName());
     setAccessibleName(text.isEmpty() ? u"Status"_s : text);
+    if (isSameStep || text.isEmpty())
+        return;
     QAccessibleEvent changed(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&changed);
 }

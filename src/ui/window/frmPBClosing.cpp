@@ -86,10 +86,20 @@ void frmPB::askToInterrupt()
                                u"Soll der Vorgang abgebrochen und Kalmo beendet werden?"_s;
     m_closingBox = new QMessageBox(QMessageBox::Question, app::productName(), text,
                                    QMessageBox::Yes | QMessageBox::No, this);
+    m_closingBox->setTextFormat(Qt::PlainText);
+    m_closingBox->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_closingBox->setObjectName(u"closingQuestion"_s);
     m_closingBox->setDefaultButton(QMessageBox::No);
     m_closingBox->setAttribute(Qt::WA_DeleteOnClose);
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // the box is not busy
+    connect(m_sta, &StatusArea::becameIdle, m_closingBox, [box = m_closingBox.data()] {
+        if (!box->isVisible())
+            return;
+        box->setText(u"Soll Kalmo beendet werden?"_s);
+        QGuiApplication::changeOverrideCursor(Qt::ArrowCursor); // the end of the operation has dropped it
+    });
     connect(m_closingBox, &QMessageBox::finished, this, [this](int answer) {
+        QGuiApplication::restoreOverrideCursor();
         if (answer == QMessageBox::Yes)
             stopForClosing();
     });

@@ -79,7 +79,7 @@ void frmPB::makeEditMenu()
         {"editSelectAll", u"Alles &markieren", QKeySequence::SelectAll,
          [](RowsView& view) { view.selectAll(); }},
         {"editCopy", u"&Kopieren", QKeySequence::Copy, [](RowsView& view) { view.copySelected(); }},
-        {"editSearch", u"&Suchen", QKeySequence::Find, [](RowsView& view) { view.wantSearch(); }},
+        {"editSearch", u"Suc&hen", QKeySequence::Find, [](RowsView& view) { view.wantSearch(); }},
     };
     auto* menu = menuBar()->addMenu(u"&Bearbeiten"_s);
     for (const Row& row : rows) {
