@@ -14,6 +14,7 @@
 #include "operations/FileAccess.h"
 #include "operations/Records.h"
 #include "ui/FilePanel.h"
+#include "ui/panels/Thumbnails.h"
 #include <algorithm>
 
 using namespace kalmo;
@@ -39,6 +40,14 @@ void FileTransfers::downloads()
     made.expect(in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
     made.save(0); // the folder of the last time
     QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
+
+    FilePanel older(u"Sounds"_s);
+    older.select({u"FIL_Piep.wav"_s});
+    QVERIFY(older.mmc->Del(u"Piep.wav"_s, older.progress.all(), nullptr, false, false));
+    older.expectTarget();
+    older.expect(
+        u"Das Telefon enthält die Datei \"Piep.wav\" nicht mehr. Bitte laden Sie das Verzeichnis neu."_s);
+    older.save(1);
 
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         FilePanel larger(u"Sounds"_s);
@@ -218,6 +227,31 @@ void FileTransfers::thumbnails()
     }
 }
 
+/// Bitmaps of one size in pixels have one size in bytes.
+void FileTransfers::aReplacedPictureHasItsOwnThumbnail()
+{
+    const TestContext test;
+    obex::tObxDirEntry entry;
+    entry.kind = obex::EntryKind::File;
+    entry.name = u"Bild.bmp"_s;
+    const obex::PhonePath folder(u"Pictures"_s);
+    ui::Thumbnails thumbnails(nullptr);
+    QImage before;
+    for (const Qt::GlobalColor color : {Qt::red, Qt::blue}) {
+        QImage image(32, 32, QImage::Format_RGB32);
+        image.fill(color);
+        const QString path = test.path(color == Qt::red ? u"rot.bmp"_s : u"blau.bmp"_s);
+        QVERIFY(image.save(path));
+        entry.size = static_cast<qint32>(QFileInfo(path).size());
+        thumbnails.show(folder, {entry});
+        thumbnails.note(folder.below(entry.name), entry.size, path);
+        const auto shown = [&] { return thumbnails.of(entry.name).pixmap(16).toImage(); };
+        QTRY_VERIFY(!shown().isNull() && shown() != before);
+        QCOMPARE(shown().pixelColor(8, 8), QColor(color));
+        before = shown();
+    }
+}
+
 void FileTransfers::deletes()
 {
     FilePanel made(u"Sounds"_s);
@@ -242,6 +276,14 @@ void FileTransfers::deletes()
     const auto record = records.read(records.all().front().id);
     QVERIFY(record && record->part(u"Sounds/Tonleiter.mid"_s));
     QCOMPARE(record->part(u"Sounds/Tonleiter.mid"_s)->bytes, content);
+
+    made.port.handset().setFaults({});
+    made.select({u"FIL_Piep.wav"_s});
+    QVERIFY(made.mmc->Del(u"Piep.wav"_s, made.progress.all(), nullptr, false, false));
+    made.ask(u"1 ausgewählte Dateien wirklich löschen?"_s, Answer::Yes, Buttons::YesNo);
+    made.expect(u"Nicht mehr im Telefon vorhanden:\nPiep.wav"_s);
+    made.press("del");
+    QCOMPARE(made.shown(), u"FIL_Gong.mid ROT_ CDU_"_s);
 }
 
 void FileTransfers::uploads()
@@ -300,6 +342,18 @@ void FileTransfers::uploads()
     QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s));
     made.port.handset().setFaults({});
 
+    // Several files have one box for what the client does not say.
+    const QStringList both{path, made.test.makeFile(u"Zwei.L22"_s, "zwei")};
+    made.panel.setUploadChooser([&](const ui::UploadQuestion& question) {
+        return ui::UploadChoice{both, {.phoneType = question.phoneType, .kind = question.kind}};
+    });
+    made.ask(clash, Answer::Yes);
+    made.port.handset().setFaults({.full = true});
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    made.test.dialogs.expectStart(u"Die Datei \"Eis.L22\" wurde nicht ersetzt. Eine Kopie der"_s);
+    made.press("open");
+    made.port.handset().setFaults({});
+
     upload(QByteArray(30000000, 'x'));
     made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
     made.press("open");
@@ -330,6 +384,7 @@ void FileTransfers::theListingDecidesAboutAnEarlyEnd()
                          u"Die Datei \"Eis.L22\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
                      .icon = Icon::Information});
             made.press("open");
+            QCOMPARE(made.status().startsWith(u"1 vielleicht gesendet."_s), isCutOff && replaces);
         }
     }
 }

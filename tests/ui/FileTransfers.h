@@ -12,6 +12,7 @@ private Q_SLOTS:
     void filesFromTheDesktop();
     void filesToTheDesktop();
     void thumbnails();
+    void aReplacedPictureHasItsOwnThumbnail();
     void deletes();
     void uploads();
     void theListingDecidesAboutAnEarlyEnd();

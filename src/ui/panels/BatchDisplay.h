@@ -83,11 +83,13 @@ struct BatchResult
     QStringList files = {};   ///< names of those that were done
     QStringList folders = {}; ///< the same
     qsizetype leftOut = 0;    ///< those that were not
+    qsizetype unknown = 0;    ///< those that perhaps were
     qint64 bytes = 0;         ///< 0 if they do not matter
     double seconds = 0;       ///< with the bytes
 };
 
-/// "3 Dateien gesendet, 120,0kB in 14 s. 1 ausgelassen."; "Nichts gesendet." if nothing was done.
+/// "3 Dateien gesendet, 120,0kB in 14 s. 1 ausgelassen."; "1 vielleicht gesendet." of an unknown one;
+/// "Nichts gesendet." only if nothing was done and nothing is unknown.
 QString sentenceOf(const BatchResult& result);
 
 } // namespace kalmo::ui

@@ -35,6 +35,8 @@ private:
     QStringList m_open;        // the phone did not answer
     QStringList m_stillListed; // the phone confirmed, and lists it
     QStringList m_notEmpty;    // folders
+    QStringList m_telecom;     // below the folder of contacts and appointments
+    QStringList m_gone;        // the phone no longer lists it
 };
 
 void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
@@ -42,6 +44,10 @@ void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
     const QString name = file.path.name();
     if (file.obstacle == FileObstacle::NotEmpty)
         m_notEmpty.append(name);
+    else if (file.obstacle == FileObstacle::BelowTelecom)
+        m_telecom.append(name);
+    else if (file.obstacle == FileObstacle::NotThere)
+        m_gone.append(name);
     else if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
         m_stillListed.append(name);
     else if (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch)
@@ -60,7 +66,10 @@ QString NotDeleted::text() const
         titled(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s,
                m_open) +
         titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
-        titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty);
+        titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +
+        titled(u"Nicht gelöscht, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"_s,
+               m_telecom) +
+        titled(u"Nicht mehr im Telefon vorhanden:"_s, m_gone);
     return parts.join(u"\n\n"_s);
 }
 
@@ -118,6 +127,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         const QString name = file.path.name();
         if (outcome.state == State::Done)
             (file.entry && file.entry->isFile() ? deleted.files : deleted.folders).append(name);
+        deleted.unknown += outcome.state == State::Unknown;
         notDeleted.take(file, outcome);
         isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
     };
@@ -135,7 +145,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     tellOpenRecord(*mmc, access);
     if (const QString text = notDeleted.text(); !text.isEmpty())
         tell(*mmc, text, Icon::Exclamation);
-    deleted.leftOut = names.size() - deleted.files.size() - deleted.folders.size();
+    deleted.leftOut = names.size() - deleted.files.size() - deleted.folders.size() - deleted.unknown;
     progress.status(sentenceOf(deleted));
     return isAllDone;
 }

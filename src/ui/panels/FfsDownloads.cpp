@@ -175,7 +175,13 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     }
     downloader.run(files);
     const bool isOneFailure = names.size() == 1 && downloader.impossible.isEmpty();
-    if (!isOneFailure && (downloader.hasFailed || !downloader.impossible.isEmpty()))
+    const FileObstacle obstacle = files.front().obstacle;
+    if (isOneFailure && (obstacle == FileObstacle::NotThere || obstacle == FileObstacle::IsFolder))
+        tell(*mmc,
+             u"Das Telefon enthält die Datei \"%1\" nicht mehr. Bitte laden Sie das Verzeichnis neu."_s.arg(
+                 names.first()),
+             Icon::Exclamation);
+    if (!isOneFailure && !access.isStopped() && (downloader.hasFailed || !downloader.impossible.isEmpty()))
         tell(*mmc, reportOf(downloader, folder), Icon::Exclamation);
     progress.status(sentenceOf({.verb = verbFor(folder),
                                 .files = downloader.done,

@@ -56,49 +56,43 @@ void tellObstacle(clsMmc& mmc, const PlannedFile& file)
     }
 }
 
-/// Says what the client has not said: what is true of the file after a failure.
-void tellUpload(const clsMmc& mmc, const PlannedFile& file, const FileOutcome& outcome)
+/// Returns what the client has not said: what is true of the file after a failure. Empty if there is nothing
+/// to add.
+QString textAfterFailure(const PlannedFile& file, const FileOutcome& outcome)
 {
     const QString name = file.path.name();
     if (outcome.state == State::Done && !outcome.isConfirmed) {
-        tell(mmc,
-             u"Die Datei \"%1\" ist vollständig im Telefon: Es führt sie mit %2 Bytes."_s.arg(
-                 name, QString::number(file.size)),
-             Icon::Information);
-    } else if (outcome.isOldLost) {
-        tell(mmc,
-             u"Die Datei \"%1\" wurde nicht ersetzt%2. Eine Kopie der bisherigen Datei liegt hier:\n%3"_s.arg(
-                 name,
-                 outcome.mayHoldPart ? u", das Telefon enthält vielleicht einen Teil davon"_s : QString(),
-                 QDir::toNativeSeparators(outcome.savedIn)),
-             Icon::Exclamation);
-    } else if (operations::isUncompared(outcome)) {
-        tell(mmc,
-             u"Das Telefon hat die Datei \"%1\" vollständig angenommen, konnte danach aber nicht zur "
-             u"Kontrolle "
-             u"gelesen werden."_s.arg(name),
-             Icon::Exclamation);
-    } else if (outcome.cause == Cause::Mismatch && outcome.savedIn.isEmpty() && file.replaced) {
-        tell(mmc,
-             u"Die Datei \"%1\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung wird sie "
-             u"nicht ersetzt."_s.arg(name),
-             Icon::Exclamation);
-    } else if (outcome.cause == Cause::NotSaved) {
-        tell(mmc,
-             u"Die Datei \"%1\" wurde nicht übertragen, weil der bisherige Stand auf diesem Computer nicht "
-             u"gesichert werden konnte."_s.arg(name) +
-                 inParagraph(outcome.reason),
-             Icon::Exclamation);
-    } else if (outcome.state == State::Unknown) {
-        tell(mmc,
-             outcome.mayHoldPart
-                 ? u"Das Telefon enthält vielleicht nur einen Teil der Datei \"%1\"."_s.arg(name)
-                 : u"Es ist nicht bekannt, ob die Datei \"%1\" im Telefon ist."_s.arg(name),
-             Icon::Exclamation);
-    } else if (file.replaced && outcome.state == State::Unchanged && !outcome.savedIn.isEmpty()) {
-        tell(mmc, u"Die Datei \"%1\" wurde nicht ersetzt. Im Telefon ist die bisherige Datei."_s.arg(name),
-             Icon::Exclamation);
+        return u"Die Datei \"%1\" ist vollständig im Telefon: Es führt sie mit %2 Bytes."_s.arg(
+            name, QString::number(file.size));
     }
+    if (outcome.isOldLost) {
+        return u"Die Datei \"%1\" wurde nicht ersetzt%2. Eine Kopie der bisherigen Datei liegt hier:\n%3"_s
+            .arg(name,
+                 outcome.mayHoldPart ? u", das Telefon enthält vielleicht einen Teil davon"_s : QString(),
+                 QDir::toNativeSeparators(outcome.savedIn));
+    }
+    if (operations::isUncompared(outcome)) {
+        return u"Das Telefon hat die Datei \"%1\" vollständig angenommen, konnte danach aber nicht zur "
+               u"Kontrolle gelesen werden."_s.arg(name);
+    }
+    if (outcome.cause == Cause::Mismatch && outcome.savedIn.isEmpty() && file.replaced) {
+        return u"Die Datei \"%1\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung wird "
+               u"sie nicht ersetzt."_s.arg(name);
+    }
+    if (outcome.cause == Cause::NotSaved) {
+        return u"Die Datei \"%1\" wurde nicht übertragen, weil der bisherige Stand auf diesem Computer nicht "
+               u"gesichert werden konnte."_s.arg(name) +
+               inParagraph(outcome.reason);
+    }
+    if (outcome.state == State::Unknown) {
+        return outcome.mayHoldPart
+                   ? u"Das Telefon enthält vielleicht nur einen Teil der Datei \"%1\"."_s.arg(name)
+                   : u"Es ist nicht bekannt, ob die Datei \"%1\" im Telefon ist."_s.arg(name);
+    }
+    if (file.replaced && outcome.state == State::Unchanged && !outcome.savedIn.isEmpty()) {
+        return u"Die Datei \"%1\" wurde nicht ersetzt. Im Telefon ist die bisherige Datei."_s.arg(name);
+    }
+    return {};
 }
 
 /// Returns true if the phone has room for all files. Otherwise shows that it has not.
@@ -189,16 +183,25 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
         return false;
     }
     QStringList notDone;
+    QStringList report; // paragraphs of the one box at the end
     bool hasFailed = false;
     const auto finished = [&](const PlannedFile& file, const FileOutcome& outcome) {
         const bool isDone = outcome.state == State::Done;
-        (isDone ? sent.files : notDone).append(file.path.name());
+        const bool isUnknown = outcome.state == State::Unknown || outcome.mayHoldPart;
+        if (isUnknown && !isDone)
+            ++sent.unknown; // the paragraph about its failure names it
+        else
+            (isDone ? sent.files : notDone).append(file.path.name());
         sent.bytes += isDone ? file.size : 0;
         if (isDone)
             onSent(file);
         if (!hasFailed) { // those after it were not tried
             tellObstacle(*mmc, file);
-            tellUpload(*mmc, file, outcome);
+            const QString text = textAfterFailure(file, outcome);
+            if (!text.isEmpty() && isDone)
+                tell(*mmc, text, Icon::Information);
+            else if (!text.isEmpty())
+                report.append(text);
         }
         hasFailed = hasFailed || (file.isPossible() && !isDone);
     };
@@ -209,11 +212,10 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     sent.seconds = display.seconds();
     sent.leftOut = leftOut + notDone.size();
     tellOpenRecord(*mmc, access);
-    if (hasFailed && files.size() > 1) {
-        const QStringList parts =
-            titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);
-        tell(*mmc, parts.join(u"\n\n"_s), Icon::Exclamation);
-    }
+    if (hasFailed && files.size() > 1 && !access.isStopped())
+        report += titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);
+    if (!report.isEmpty())
+        tell(*mmc, report.join(u"\n\n"_s), Icon::Exclamation);
     display.conclude(sentenceOf(sent));
     return !hasFailed;
 }

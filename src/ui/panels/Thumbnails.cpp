@@ -75,6 +75,7 @@ void Thumbnails::note(const obex::PhonePath& path, qint64 size, const QString& l
         return;
     const QString id = idOf(path, size);
     m_copies.insert(id, localPath);
+    m_pictures.remove(id); // of a former file of this size
     if (m_shown.value(path.name()) == id)
         load(id, localPath);
 }
