@@ -136,7 +136,8 @@ void FileTransfers::filesFromTheDesktop()
     QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
     content.setUrls({QUrl::fromLocalFile(made.test.storage)}); // a folder
     QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
-    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Neu.L22"_s, "neu"))});
+    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Neu.L22"_s, "neu")),
+                     QUrl::fromLocalFile(made.test.storage)});
     made.test.dialogs.expect(media::messageFor({media::Fault::NoFolder}));
     QVERIFY(drop(made, content, u"ROT_"_s)); // the root takes none
     QCoreApplication::processEvents();
@@ -149,6 +150,7 @@ void FileTransfers::filesFromTheDesktop()
     QCoreApplication::processEvents();
     QCOMPARE(made.dialogs, 1);
     QCOMPARE(made.status().section(u',', 0, 0), u"Neu.L22 gesendet"_s);
+    QVERIFY(made.status().endsWith(u" Ordner werden nicht gesendet."_s));
     QVERIFY(made.shown().contains(u"FOL_Sounds"_s)); // still the root
     made.enter(u"FOL_Sounds"_s);
     QVERIFY(made.shown().contains(u"FIL_Neu.L22"_s));

@@ -124,6 +124,7 @@ void FileSystemPanel::keysOfTheList()
     made.key(Qt::Key_Return);
     QCOMPARE(made.path(), u"Mobile:\\Sounds\\Neu"_s);
     QCOMPARE(made.shown(), u"ROT_ CDU_"_s);
+    QCOMPARE(made.status(), u"Der Ordner ist leer."_s);
     made.key(Qt::Key_Backspace);
     QCOMPARE(made.path(), u"Mobile:\\Sounds"_s);
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FOL_Neu"_s));

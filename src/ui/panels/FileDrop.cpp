@@ -77,8 +77,10 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     }
     const int row = folderRowAt(position);
     const QString key = row >= 0 ? m_view.rows()->row(row).key : QString();
+    const QStringList paths = filesIn(*drag.mimeData());
+    const qsizetype passedOver = drag.mimeData()->urls().size() - paths.size();
     QMetaObject::invokeMethod(
-        this, [this, paths = filesIn(*drag.mimeData()), key] { Q_EMIT dropped(paths, key); },
+        this, [this, paths, key, passedOver] { Q_EMIT dropped(paths, key, passedOver); },
         Qt::QueuedConnection);
     return true;
 }

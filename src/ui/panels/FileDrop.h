@@ -24,8 +24,9 @@ public:
 
 Q_SIGNALS:
     /// After the drop has ended: the program that the files come from waits for that. `key` is that of the
-    /// folder they were dropped onto, empty for the list itself.
-    void dropped(const QStringList& paths, const QString& key);
+    /// folder they were dropped onto, empty for the list itself. `passedOver` counts the dropped things that
+    /// are no local files, such as folders.
+    void dropped(const QStringList& paths, const QString& key, qsizetype passedOver);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -75,7 +75,12 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     setTabOrder(search, m_lvwFFs);
     makeCommands();
     m_lvwFFs->setDragSource([this] { return draggedFiles(); });
-    connect(new FileDrop(*m_lvwFFs), &FileDrop::dropped, this, &fraFFS::takeDropped);
+    connect(new FileDrop(*m_lvwFFs), &FileDrop::dropped, this,
+            [this](const QStringList& paths, const QString& key, qsizetype passedOver) {
+                takeDropped(paths, key);
+                if (passedOver > 0 && m_progress.panel)
+                    m_progress.status(m_progress.panel->Text() + u" Ordner werden nicht gesendet."_s);
+            });
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
@@ -178,8 +183,14 @@ void fraFFS::FfsListRefresh()
         return;
     }
     obex::DirInLvw(entries, m_rows); // after a failure the ways out alone
-    if (!isRead)
+    if (!isRead) {
+        m_progress.status(m_progress.cancelled()
+                              ? u"Das Lesen des Ordners wurde abgebrochen. \"Neu laden\" liest ihn."_s
+                              : u"Der Ordner konnte nicht gelesen werden. \"Neu laden\" liest ihn."_s);
         return;
+    }
+    if (entries.isEmpty())
+        m_progress.status(u"Der Ordner ist leer."_s);
     m_listed = folder;
     m_thumbnails->show(*m_listed, entries);
     m_thumbnails->lookInto(savedFolder());
