@@ -7,8 +7,8 @@ namespace kalmo::media {
 
 namespace {
 
-constexpr qint64 mostRead = 128LL << 20; // bytes; more than any photo takes
-constexpr qsizetype bitmapHead = 34;     // bytes up to the size of the pixels
+constexpr qint64 longestFile = 128LL << 20; // bytes; more than any photo takes
+constexpr qsizetype bitmapHead = 34;        // bytes up to the size of the pixels
 
 template <typename Number>
 qint64 numberAt(const QByteArray& bytes, qsizetype at)
@@ -24,8 +24,8 @@ int byteAt(const QByteArray& bytes, qsizetype at)
 /// The bytes from the start of a BMP file to the end of its pixels, 0 where the head does not say.
 qint64 neededForBitmap(const QByteArray& head)
 {
-    constexpr qint64 infoHeader = 40; // bytes; an older header has 12
-    if (head.size() < bitmapHead + 4 || numberAt<quint32>(head, 14) < infoHeader)
+    constexpr qint64 longHeader = 40; // bytes; an older header has 12
+    if (head.size() < bitmapHead + 4 || numberAt<quint32>(head, 14) < longHeader)
         return 0;
     const qint64 pixelsAt = numberAt<quint32>(head, 10);
     const qint64 width = numberAt<qint32>(head, 18);
@@ -101,8 +101,8 @@ bool endsEarly(const QString& path, const QByteArray& format)
     if (format == "bmp")
         return file.size() < neededForBitmap(file.read(bitmapHead + 4));
     if (format == "gif")
-        return !hasGifFrame(file.read(mostRead));
-    return (format == "jpeg" || format == "jpg") && !hasJpegEnd(file.read(mostRead));
+        return !hasGifFrame(file.read(longestFile));
+    return (format == "jpeg" || format == "jpg") && !hasJpegEnd(file.read(longestFile));
 }
 
 } // namespace kalmo::media
