@@ -458,6 +458,15 @@ void frmPBTest::filesComeBackBehindCommands()
     QCOMPARE(state(), u"fraVCFTBfraHinweisTelNichtInMenu"_s);
     open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    // A new search closes the channel, and the window opens it for the phone that was found.
+    child<QToolButton>(open.window, "cmdReconnect").click();
+    QVERIFY(!open.window.isVisible() && !open.port.handset().isInDataMode());
+    open.window.forgetPhone();
+    QCOMPARE(open.list("lvwFFs").model()->rowCount(), 0);
+    open.window.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QVERIFY(open.port.handset().isInDataMode() && open.list("lvwFFs").model()->rowCount() > 0);
     QVERIFY(open.port.handset().isInDataMode());
 }
 

@@ -80,6 +80,15 @@ void Thumbnails::note(const obex::PhonePath& path, qint64 size, const QString& l
         load(id, localPath);
 }
 
+void Thumbnails::forget()
+{
+    m_readers.clear();
+    m_pictures.clear();
+    m_copies.clear();
+    m_shown.clear();
+    m_entries.clear();
+}
+
 void Thumbnails::load(const QString& id, const QString& localPath)
 {
     if (m_pictures.contains(id))

@@ -30,6 +30,9 @@ public:
     /// A file that the phone holds with so many bytes came from here, or was stored here.
     void note(const obex::PhonePath& path, qint64 size, const QString& localPath);
 
+    /// Drops all pictures: another phone may be connected.
+    void forget();
+
     /// Empty if there is none, or none yet.
     QIcon of(const QString& name) const { return m_pictures.value(m_shown.value(name)); }
 

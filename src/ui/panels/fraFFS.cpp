@@ -196,6 +196,15 @@ void fraFFS::FfsListRefresh()
     m_thumbnails->lookInto(savedFolder());
 }
 
+void fraFFS::forget()
+{
+    m_rows.clear();
+    m_listed.reset();
+    m_freeBytes.reset();
+    m_txtFFscDirAct->clear();
+    m_thumbnails->forget();
+}
+
 /// False, and says so, if the list shows no folder that something could be done in, or if the connection was
 /// lost in a silence.
 bool fraFFS::isFolderListed()

@@ -41,6 +41,9 @@ public:
     /// list.
     void FfsListRefresh();
 
+    /// Drops what was read from the phone: another one may be connected.
+    void forget();
+
     /// Asks the user for files in place of the file dialog.
     using UploadChooser = std::function<std::optional<UploadChoice>(const UploadQuestion& question)>;
     void setUploadChooser(UploadChooser chooser) { m_chooseUpload = std::move(chooser); }

@@ -293,6 +293,8 @@ void frmPB::firstShown()
         press(Command::Refresh);
     if (m_panels->currentWidget() == m_fraDIV)
         press(Command::Refresh);
+    if (isFilesInFront()) // after a new search: opens the data channel again
+        enterFiles(m_nodes.value(m_fraFFS));
 }
 
 void frmPB::showEmulated(bool isEmulated)
@@ -305,6 +307,8 @@ void frmPB::forgetPhone()
     m_program.memory.forget();
     if (m_contacts)
         m_contacts->forget();
+    if (m_fraFFS)
+        m_fraFFS->forget();
     m_wasShown = false;
 }
 
