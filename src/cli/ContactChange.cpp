@@ -38,10 +38,8 @@ operations::ContactPolicy commandPolicy()
 ExitStatus reportReading(Job& job, const ContactEdit& edit, Cause cause)
 {
     if (cause == Cause::Doubtful) {
-        const QString why = edit.held().info ? countMismatch(edit.held())
-                                             : u"the phone does not say how many contacts it holds"_s;
         job.out.error(u"could not read the whole phonebook: %1, in the second reading too.\n"
-                      u"Nothing was changed in the phone."_s.arg(why));
+                      u"Nothing was changed in the phone."_s.arg(countDoubt(edit.held())));
         return ExitFailed;
     }
     if (!job.stop.Checked())
@@ -58,7 +56,9 @@ QString reasonOf(Job& job, const ContactOutcome& outcome)
         return outcome.refusedFor.isEmpty() ? u"the phone refused it"_s
                                             : u"the phone refused %1"_s.arg(printable(outcome.refusedFor));
     case Cause::NoAnswer:
-        return u"the phone did not confirm %1"_s.arg(printable(outcome.refusedFor));
+        return outcome.refusedFor.isEmpty()
+                   ? u"the phone did not answer"_s
+                   : u"the phone did not confirm %1"_s.arg(printable(outcome.refusedFor));
     case Cause::LineGone:
         return u"%1 is gone"_s.arg(job.portName());
     case Cause::Mismatch:
@@ -141,6 +141,9 @@ QString failureText(Job& job, const ContactCommand& command, const ContactOutcom
             facts.reason);
     if (facts.cause == Cause::NoRoom)
         return u"the phone has no room for all of them. Nothing was changed in it."_s;
+    if (outcome.hasChangedMeanwhile)
+        return u"could not change the contacts: the phonebook in the phone has changed since it was read.\n"
+               u"Nothing was changed in the phone."_s;
     const QString counted = u"%1 of %2 %3"_s.arg(
         QString::number(facts.confirmed), entryCount(static_cast<size_t>(facts.planned)), command.verb);
     QString text = u"could not change all contacts: %1. %2"_s.arg(reasonOf(job, outcome), counted);

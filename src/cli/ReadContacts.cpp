@@ -16,7 +16,7 @@ using phonedata::ContactReading;
 
 namespace {
 
-/// Reads the phonebook, and once more if not as many contacts came as the phone counts. Nothing after a
+/// Reads the phonebook, and once more if the phone's count does not confirm it. Nothing after a
 /// failure, which has been reported.
 std::optional<ContactReading> readTwice(Job& job, const std::shared_ptr<obex::clsMmc>& client)
 {
@@ -26,9 +26,9 @@ std::optional<ContactReading> readTwice(Job& job, const std::shared_ptr<obex::cl
     job.progress.phase(u"Reading the phonebook"_s);
     phonedata::VcardStore::Session session(*store, u"VcfReadList"_s, progress);
     auto reading = session.open() ? store->readCards(progress) : std::nullopt;
-    if (reading && !reading->isWhole()) {
+    if (reading && !reading->isConfirmed()) {
         job.progress.clear();
-        job.out.note(u"Reading once more: %1.\n"_s.arg(countMismatch(*reading)));
+        job.out.note(u"Reading once more: %1.\n"_s.arg(countDoubt(*reading)));
         job.progress.phase(u"Reading the phonebook"_s);
         reading = store->readCards(progress);
     }
@@ -64,7 +64,7 @@ ExitStatus showReading(Job& job, const ContactReading& reading)
                    : operations::savedListBytes(
                          path, {.kind = operations::SavedKind::Contacts, .contacts = contacts});
     };
-    const bool isSaved = saveOutput(job, {contacts.size(), !reading.isWhole(), bytes});
+    const bool isSaved = saveOutput(job, {contacts.size(), !reading.isConfirmed(), bytes});
     if (isSaved)
         noteCutContacts(job, reading, path);
     std::vector<QStringList> rows;
@@ -72,8 +72,8 @@ ExitStatus showReading(Job& job, const ContactReading& reading)
         rows.push_back(contactCells(contact));
     if (path.isEmpty() || job.out.isJson())
         job.out.show(operations::contactJson(contacts), alignedTable(contactHeadings(), rows));
-    if (!reading.isWhole()) {
-        job.out.error(countMismatch(reading) + u", in the second reading too. Read again."_s);
+    if (!reading.isConfirmed()) {
+        job.out.error(countDoubt(reading) + u", in the second reading too. Read again."_s);
         return ExitFailed;
     }
     if (!isSaved)
@@ -86,9 +86,11 @@ ExitStatus showReading(Job& job, const ContactReading& reading)
 
 } // namespace
 
-QString countMismatch(const ContactReading& reading)
+QString countDoubt(const ContactReading& reading)
 {
-    return u"the phone says that it holds %1, but sent %2"_s.arg(reading.info ? reading.info->intBelegt : 0)
+    if (!reading.info)
+        return u"the phone does not say how many contacts it holds"_s;
+    return u"the phone says that it holds %1, but sent %2"_s.arg(reading.info->intBelegt)
         .arg(std::max(reading.cards.upperBound - 1, 0));
 }
 

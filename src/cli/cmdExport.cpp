@@ -74,8 +74,8 @@ ExitStatus readContacts(Job& job, ExportList& source)
     if (status != ExitDone)
         return status;
     source.list = {.kind = SavedKind::Contacts, .contacts = operations::contactsOf(*reading)};
-    if (!reading->isWhole())
-        source.doubt = countMismatch(*reading) + u", in the second reading too"_s;
+    if (!reading->isConfirmed())
+        source.doubt = countDoubt(*reading) + u", in the second reading too"_s;
     return ExitDone;
 }
 

@@ -50,7 +50,21 @@ QString diffText(const UndoDiff& diff)
     return text;
 }
 
-QString causeInWords(Job& job, const Outcome& outcome)
+QString doubtInWords(Undo::Doubt doubt)
+{
+    switch (doubt) {
+    case Undo::Doubt::NoCount:
+        return u"the phone does not say how many contacts it holds"_s;
+    case Undo::Doubt::OtherCount:
+        return u"the phone counts another number of contacts than it sends, so what it holds is not safely "
+               u"known"_s;
+    case Undo::Doubt::Disturbed:
+        break;
+    }
+    return u"the line was disturbed, so what the phone holds is not safely known"_s;
+}
+
+QString causeInWords(Job& job, const Undo& undo, const Outcome& outcome)
 {
     switch (outcome.cause) {
     case Cause::Interrupted:
@@ -64,7 +78,7 @@ QString causeInWords(Job& job, const Outcome& outcome)
     case Cause::NotSaved:
         return u"could not save what the phone holds now: %1"_s.arg(outcome.reason);
     case Cause::Doubtful:
-        return u"the line was disturbed, so what the phone holds is not safely known"_s;
+        return doubtInWords(undo.doubt());
     case Cause::NoRoom:
         return u"the phone has no room"_s;
     case Cause::Mismatch:
@@ -89,6 +103,7 @@ public:
 private:
     ExitStatus finish(const Outcome& outcome);
     QJsonValue json(const Outcome& outcome) const;
+    void tellLeft();
     bool agreesToDoubt();
     ExitStatus fail(const Outcome& outcome);
     QString couldNot(const Outcome& outcome) const;
@@ -108,10 +123,8 @@ ExitStatus UndoCommand::run()
     const UndoDiff& diff = m_undo.diff();
     if (planned.cause != Cause::None && (!isDoubtful || diff.isEmpty()))
         return fail(planned);
-    for (const QString& place : diff.blocked)
-        m_job.out.error(
-            u"could not put back %1: something else is in its place, or it is gone."_s.arg(printable(place)));
-    const ExitStatus status = diff.blocked.isEmpty() ? ExitDone : ExitFailed;
+    tellLeft();
+    const ExitStatus status = diff.left() == 0 ? ExitDone : ExitFailed;
     if (m_job.invocation.has(u"--dry-run"_s) || diff.isEmpty()) {
         m_job.out.show(json({}), diff.isHeldAlready()
                                      ? u"The phone already holds the %1.\n"_s.arg(nameOf(m_undo.record()))
@@ -136,12 +149,27 @@ ExitStatus UndoCommand::run()
     return std::max(status, finish(outcome));
 }
 
+/// Reports the differences that stay, one in a line.
+void UndoCommand::tellLeft()
+{
+    const auto tell = [this](const QStringList& names, const QString& text) {
+        for (const QString& name : names)
+            m_job.out.error(text.arg(printable(name)));
+    };
+    const UndoDiff& diff = m_undo.diff();
+    tell(diff.blocked, u"could not put back %1: something else is in its place, or it is gone."_s);
+    tell(diff.stuck, u"could not remove %1: the phone gives no reference for it."_s);
+    tell(diff.kept, u"could not remove %1: it may have been in the phone before, because a reading may have "
+                    u"lacked it."_s);
+}
+
 /// Only a person may agree: what the phone holds now may not come back from the record of the undo.
 bool UndoCommand::agreesToDoubt()
 {
+    QString doubt = doubtInWords(m_undo.doubt());
+    doubt[0] = doubt[0].toUpper();
     return m_job.questions.someoneIsThere() &&
-           m_job.questions.confirm(u"The line was disturbed, so what the phone holds is not safely known and "
-                                   u"may not be recorded whole. Put back all the same?"_s);
+           m_job.questions.confirm(doubt + u" and may not be recorded whole. Put back all the same?"_s);
 }
 
 ExitStatus UndoCommand::fail(const Outcome& outcome)
@@ -152,14 +180,22 @@ ExitStatus UndoCommand::fail(const Outcome& outcome)
 
 QString UndoCommand::couldNot(const Outcome& outcome) const
 {
-    return u"could not put back the %1: %2"_s.arg(nameOf(m_undo.record()), causeInWords(m_job, outcome));
+    return u"could not put back the %1: %2"_s.arg(nameOf(m_undo.record()),
+                                                  causeInWords(m_job, m_undo, outcome));
 }
 
 ExitStatus UndoCommand::finish(const Outcome& outcome)
 {
     if (outcome.isRecordOpen)
         m_job.out.note(openRecordText());
-    if (outcome.state == State::Done && outcome.cause == Cause::None) {
+    const bool isDone = outcome.state == State::Done && outcome.cause == Cause::None;
+    if (isDone && outcome.sent > 0 && !outcome.verified && m_undo.record().part(u"pb.vcf"_s)) {
+        m_job.out.show(json(outcome), {});
+        m_job.out.error(u"put back the %1, but could not read it back whole to compare it."_s.arg(
+            nameOf(m_undo.record())));
+        return ExitFailed;
+    }
+    if (isDone) {
         m_job.out.show(json(outcome), u"The %1 is put back.\n"_s.arg(nameOf(m_undo.record())));
         return ExitDone;
     }
@@ -203,6 +239,7 @@ QJsonValue UndoCommand::json(const Outcome& outcome) const
         {u"add"_s, diff.add.size()},
         {u"change"_s, diff.change.size()},
         {u"remove"_s, diff.remove.size()},
+        {u"left"_s, diff.left()},
         {u"verified"_s, outcome.verified ? QJsonValue(*outcome.verified) : QJsonValue()},
         {u"backup"_s, outcome.savedIn.isEmpty() ? QJsonValue() : QJsonValue(outcome.savedIn)},
         {u"state"_s, operations::wordOf(outcome.state)},

@@ -1,6 +1,7 @@
 #include "operations/ContactEdit.h"
 
 #include "app/Files.h"
+#include "operations/ClassicPlan.h"
 #include "operations/ContactFields.h"
 #include "operations/ContactFiles.h"
 #include "operations/Records.h"
@@ -109,9 +110,23 @@ Outcome ContactEdit::begin()
     if (!reading)
         return {.cause = causeOfFailure(nullptr)};
     m_held = std::move(*reading);
+    m_readAt = m_store->context().clock.Now();
     if (!m_held.info || (!m_held.isWhole() && !m_policy.mayUseDoubtfulReading))
         return {.cause = Cause::Doubtful};
     return {.state = State::Done};
+}
+
+/// While a question is open, somebody may change a contact on the phone, and the record would lack that.
+/// Returns Cause::None if the reading still holds.
+Cause ContactEdit::renewReading()
+{
+    const qint64 age = m_readAt.secsTo(m_store->context().clock.Now()); // below 0 if the clock was set back
+    if (age >= 0 && age <= readingHolds)
+        return Cause::None;
+    const auto reading = m_store->readCards(m_progress);
+    if (!reading)
+        return causeOfFailure(nullptr);
+    return reading->cards.object == m_held.cards.object ? Cause::None : Cause::Doubtful;
 }
 
 bool ContactEdit::saveBackup(Outcome& facts)
@@ -143,6 +158,10 @@ ContactOutcome ContactEdit::apply(const ContactPlan& plan, const QString& cause)
         facts.cause = Cause::NoRoom;
         return work.outcome;
     }
+    facts.cause = renewReading();
+    work.outcome.hasChangedMeanwhile = facts.cause == Cause::Doubtful;
+    if (facts.cause != Cause::None)
+        return work.outcome;
     const app::Context& context = m_store->context();
     Records records(context, knownIdentity(context.sy));
     std::vector<RecordedPart> before{{u"pb.vcf"_s, m_held.cards.object}};

@@ -32,6 +32,8 @@ struct ContactOutcome
     Outcome facts;
     /// The phone answered each request of the change as it should, the last query of the capacity included.
     bool isAnswered = true;
+    /// The phonebook was changed elsewhere since begin(), so nothing was sent.
+    bool hasChangedMeanwhile = false;
     QStringList
         luids; ///< of the contacts that were written or deleted, in that order; as far as they are known
     QString refusedFor; ///< LUID or name of the contact at which it ended, empty where it did not
@@ -59,7 +61,8 @@ public:
     /// Free places of the phone, nothing if it does not say.
     std::optional<int> freePlaces() const;
 
-    /// Makes the changes of a plan. `cause` is the record's key word, such as "add".
+    /// Makes the changes of a plan. `cause` is the record's key word, such as "add". If a question has taken
+    /// long, it reads the phonebook again before: another content is Cause::Doubtful, and nothing is sent.
     ContactOutcome apply(const ContactPlan& plan, const QString& cause);
 
     /// Ends the session, as going does.
@@ -70,6 +73,7 @@ public:
 
 private:
     struct Work;
+    Cause renewReading();
     bool saveBackup(Outcome& facts);
     bool write(const std::vector<phonedata::ContactWrite>& writes, Work& work);
     bool remove(const std::vector<phonedata::tVcfEntry>& contacts, Work& work);
@@ -83,6 +87,7 @@ private:
     QString m_table; // path of the backup as a table
     std::unique_ptr<phonedata::VcardStore::Session> m_session;
     phonedata::ContactReading m_held;
+    QDateTime m_readAt;
     std::optional<phonedata::ContactReading> m_after;
 };
 

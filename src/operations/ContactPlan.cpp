@@ -109,6 +109,23 @@ std::vector<ContactCard> cardsWithoutOwn(const ContactReading& held)
     return cards;
 }
 
+/// Removes the phone's own card from both lists, of which the first is that of the phone. Where the count
+/// does not tell it, a first card without a LUID is taken for it: it could not be changed anyway.
+void dropOwn(const ContactReading& held, std::vector<ContactCard>& inPhone, std::vector<ContactCard>& wanted)
+{
+    const bool isKnown = hasOwnCard(held);
+    if (inPhone.empty() || (wanted.empty() && !isKnown))
+        return;
+    const tVcfEntry& first = inPhone.front().entry;
+    const bool isWanted = !wanted.empty() && (isKnown ? wanted.front().entry.luid == first.luid
+                                                      : !held.isConfirmed() && !isReachable(first) &&
+                                                            !isReachable(wanted.front().entry));
+    if (isWanted)
+        wanted.erase(wanted.begin());
+    if (isWanted || isKnown)
+        inPhone.erase(inPhone.begin());
+}
+
 const ContactCard* findReachable(const ContactReading& held, const QString& luid, LuidPlan& plan)
 {
     const ContactCard* card = held.cards.find(luid);
@@ -183,24 +200,23 @@ ContactPlan planEqual(const ContactReading& held, const Contacts& wanted)
 }
 
 ContactPlan planRestore(const ContactReading& held, const phonedata::VcfCards& wanted,
-                        Completeness completeness)
+                        Completeness completeness, const QStringList& added)
 {
     std::vector<ContactCard> cards = wanted.cards;
-    const bool startsWithOwn =
-        hasOwnCard(held) && !cards.empty() && cards.front().entry.luid == held.cards.cards.front().entry.luid;
-    if (startsWithOwn)
-        cards.erase(cards.begin());
+    std::vector<ContactCard> inPhone = held.cards.cards;
+    dropOwn(held, inPhone, cards);
     // Of a card that came without a LUID the phone never had one to be found by.
     for (ContactCard& card : cards) {
         if (card.entry.isStandIn)
             card.entry.luid.clear();
     }
-    const std::vector<ContactCard> inPhone = cardsWithoutOwn(held);
     ContactPlan plan = Matching(inPhone, cards).plan();
-    if (completeness == Completeness::Doubtful) {
-        plan.stuck.insert(plan.stuck.end(), plan.remove.begin(), plan.remove.end());
-        plan.remove.clear();
-    }
+    if (completeness == Completeness::Whole && held.isConfirmed())
+        return plan;
+    const auto kept = std::ranges::stable_partition(
+        plan.remove, [&](const tVcfEntry& entry) { return added.contains(entry.luid); });
+    plan.kept.assign(kept.begin(), kept.end());
+    plan.remove.erase(kept.begin(), kept.end());
     return plan;
 }
 

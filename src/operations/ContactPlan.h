@@ -17,7 +17,8 @@ struct ContactPlan
     std::vector<phonedata::ContactWrite> add;
     std::vector<Change> change;
     Contacts remove;
-    Contacts stuck; ///< to be removed, but without a valid LUID, or perhaps missing in the wanted cards only
+    Contacts stuck; ///< to be removed, but without a valid LUID
+    Contacts kept;  ///< not wanted, but perhaps only because a reading was incomplete
     int same = 0;   ///< contacts that stay as they are
 
     int size() const { return static_cast<int>(add.size() + change.size() + remove.size()); }
@@ -55,12 +56,13 @@ ContactPlan planEqual(const phonedata::ContactReading& held, const Contacts& wan
 
 enum class Completeness {
     Whole,
-    Doubtful, ///< the cards may lack contacts of their time, so nothing is removed for their sake
+    Doubtful, ///< the cards may lack contacts of their time
 };
 
 /// The same for cards that the phone sent earlier: they go back byte for byte, except for the LUID, which the
-/// phone chooses anew for a card that it no longer holds.
+/// phone chooses anew for a card that it no longer holds. If these cards or those in the phone may be
+/// incomplete, only the contacts with the LUIDs in `added` are removed: they came after the wanted cards.
 ContactPlan planRestore(const phonedata::ContactReading& held, const phonedata::VcfCards& wanted,
-                        Completeness completeness = Completeness::Whole);
+                        Completeness completeness = Completeness::Whole, const QStringList& added = {});
 
 } // namespace kalmo::operations

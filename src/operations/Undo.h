@@ -17,12 +17,16 @@ struct UndoDiff
     QStringList change = {};
     QStringList remove = {};
     QStringList blocked = {}; ///< can't be put back: something else is in the place, or it is gone for good
+    QStringList stuck = {};   ///< would have to be removed, but the phone gives no reference for it
+    QStringList kept = {};    ///< the same, but it may only be missing in an incomplete reading
     bool isReordered = false; ///< the same entries, but in another order
 
     /// Nothing to do: the phone holds the former state, as far as it can be put back.
     bool isEmpty() const { return add.isEmpty() && change.isEmpty() && remove.isEmpty() && !isReordered; }
     /// Returns true if the phone holds the whole former state.
-    bool isHeldAlready() const { return isEmpty() && blocked.isEmpty(); }
+    bool isHeldAlready() const { return isEmpty() && left() == 0; }
+    /// Number of differences that stay.
+    qsizetype left() const { return blocked.size() + stuck.size() + kept.size(); }
     bool operator==(const UndoDiff&) const = default;
 };
 
@@ -41,6 +45,14 @@ public:
     /// Returns true if apply() found a list that had changed since plan(), and sent nothing.
     bool hasChangedMeanwhile() const { return m_hasChangedMeanwhile; }
 
+    enum class Doubt {
+        Disturbed,  ///< the line was disturbed
+        OtherCount, ///< the phone sends more or fewer contacts than it counts
+        NoCount,    ///< the phone does not say how many contacts it holds
+    };
+    /// The reason if plan() returned Cause::Doubtful.
+    Doubt doubt() const { return m_doubt; }
+
     /// The difference to what this run knows of the phone already, without a request to it. Nothing where
     /// that is not known.
     virtual std::optional<UndoDiff> compareWithKnown() const { return {}; }
@@ -55,6 +67,7 @@ public:
 protected:
     UndoDiff m_diff;
     bool m_hasChangedMeanwhile = false;
+    Doubt m_doubt = Doubt::Disturbed;
 
 private:
     Record m_record;

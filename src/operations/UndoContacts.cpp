@@ -2,6 +2,8 @@
 
 #include "operations/ContactFields.h"
 
+#include <QJsonArray>
+
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
@@ -18,7 +20,9 @@ UndoDiff diffOf(const ContactPlan& plan)
     for (const phonedata::tVcfEntry& contact : plan.remove)
         diff.remove.append(contactName(contact));
     for (const phonedata::tVcfEntry& contact : plan.stuck)
-        diff.blocked.append(contactName(contact));
+        diff.stuck.append(contactName(contact));
+    for (const phonedata::tVcfEntry& contact : plan.kept)
+        diff.kept.append(contactName(contact));
     return diff;
 }
 
@@ -40,29 +44,39 @@ std::optional<UndoDiff> UndoContacts::compareWithKnown() const
 ContactPlan UndoContacts::planFor(const phonedata::ContactReading& held) const
 {
     const bool isDoubtful = record().part(incompletePart) != nullptr;
+    QStringList written; // by the change, so a contact of these that the record lacks was added
+    for (const QJsonValue& luid : record().details[u"luids"_s].toArray())
+        written.append(luid.toString());
     return planRestore(held, phonedata::parseCards(record().part(u"pb.vcf"_s)->bytes),
-                       isDoubtful ? Completeness::Doubtful : Completeness::Whole);
+                       isDoubtful ? Completeness::Doubtful : Completeness::Whole, written);
 }
 
 Outcome UndoContacts::plan()
 {
     m_edit.reset(); // one session at a time
-    m_edit = std::make_unique<ContactEdit>(
-        m_store, ContactPolicy{.readsAgain = true, .checksRoom = true, .backup = ContactPolicy::Backup::Json},
-        m_progress);
+    m_diff = {};
+    m_edit = std::make_unique<ContactEdit>(m_store,
+                                           ContactPolicy{.mayUseDoubtfulReading = true,
+                                                         .readsAgain = true,
+                                                         .checksRoom = true,
+                                                         .backup = ContactPolicy::Backup::Json},
+                                           m_progress);
     Outcome outcome = m_edit->begin();
+    m_doubt = Doubt::NoCount;
     if (outcome.cause != Cause::None)
         return outcome;
     m_plan = planFor(m_edit->held());
     m_diff = diffOf(m_plan);
-    return {};
+    m_doubt = Doubt::OtherCount; // the window changes such a phone, so its states have to come back too
+    return {.cause = m_edit->held().isConfirmed() ? Cause::None : Cause::Doubtful};
 }
 
 Outcome UndoContacts::apply()
 {
-    const Outcome outcome = m_edit->apply(m_plan, u"undo"_s).facts;
+    const ContactOutcome outcome = m_edit->apply(m_plan, u"undo"_s);
     m_edit->end();
-    return outcome;
+    m_hasChangedMeanwhile = outcome.hasChangedMeanwhile;
+    return outcome.facts;
 }
 
 } // namespace kalmo::operations

@@ -50,6 +50,7 @@ class tst_DataCommands : public QObject
 
 private Q_SLOTS:
     void runs();
+    void countUnknown();
     void oneSession();
     void anyFaultAtAnyTime();
     void leftInDataMode();
@@ -135,8 +136,8 @@ void tst_DataCommands::runs()
                  handset.port.handset().setFaults({.full = true});
              });
     rows.add("undo names what it loses", u"--yes --storage storage undo"_s, ExitFailed,
-             u"{'add':0,'backup':null,'change':1,'record':'2','remove':0,'restored':null,'state':'unknown',"
-             "'verified':null}"_s,
+             u"{'add':0,'backup':null,'change':1,'left':0,'record':'2','remove':0,'restored':null,"
+             "'state':'unknown','verified':null}"_s,
              u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in the "
              "phone.\nkalmoctl: could not put back the files as of 2026-11-21  12:00:09, before \"files "
              "put\": the "
@@ -243,6 +244,16 @@ void tst_DataCommands::runs()
     rows.add("one behind which a whole one comes is no matter", u"--yes phonebook delete 99"_s, ExitWrongUse,
              {}, u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
              miscounts(1));
+    const auto addedThenMiscounts = [](Handset& handset) {
+        handset.file(u"c.json"_s, R"({"lastName": "Neu", "home": "3"})");
+        QCOMPARE(handset(u"--yes phonebook add c.json"_s), ExitDone);
+        handset.port.handset().setFaults({.miscounts = 100});
+        handset.answers = {u"y"_s, u"y"_s};
+    };
+    rows.add("undo at a phone that counts one too many", u"undo"_s, ExitFailed,
+             u"{'add':0,'backup':'HOME/storage/Backup/Inhalt des Telefons vom 2026-11-21  12-00-23.json',"
+             "'change':0,'left':0,'record':'2','remove':1,'restored':1,'state':'done','verified':null}"_s,
+             {}, addedThenMiscounts);
     const auto seven = [](Handset& handset) {
         handset.file(u"c.vcf"_s, "BEGIN:VCARD\nVERSION:2.1\nN:Neu\nTEL;CELL:7\nEND:VCARD\n");
         handset.file(u"v3.vcf"_s, "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Neu\r\nTEL:7\r\nEND:VCARD\r\n");
@@ -270,6 +281,16 @@ void tst_DataCommands::runs()
             QVERIFY(!handset.port.handset().isInDataMode());
             QCOMPARE(handset.port.handset().violations(), QStringList());
         });
+}
+
+/// Nobody can say that all contacts came, so they are read again.
+void tst_DataCommands::countUnknown()
+{
+    Handset handset({.model = u"S68H"_s, .faults = {.refuseAt = 4}}); // info.log
+    QCOMPARE(handset(u"phonebook read -o book.json"_s), ExitDone);
+    QVERIFY2(
+        handset.told.contains(u"Reading once more: the phone does not say how many contacts it holds."_s),
+        qPrintable(handset.told));
 }
 
 /// Reading, asking, changing and reading back share one data channel.

@@ -49,6 +49,8 @@ QString inWords(const ContactPlan& plan)
         words.append(u"remove "_s + entry.luid);
     for (const tVcfEntry& entry : plan.stuck)
         words.append(u"stuck "_s + entry.lastName);
+    for (const tVcfEntry& entry : plan.kept)
+        words.append(u"kept "_s + entry.lastName);
     return words.join(u", "_s);
 }
 
@@ -117,6 +119,7 @@ private Q_SLOTS:
     void uneditedBytes();
     void restores();
     void anyFaultAtAnyTime();
+    void changedDuringAQuestion();
     void nothingWithoutRoomOrCount();
     void aRecordThatCanNotBeCompleted();
     void lossesOfCards();
@@ -159,8 +162,14 @@ void tst_ContactEdit::plansRestore()
     QCOMPARE(inWords(plan), u"change 2 to Ł"_s); // the first is there under another LUID
     QCOMPARE(plan.change[0].to.card, card("2", ";CHARSET=UTF-8:\xC5\x81;b", "20"));
     QCOMPARE(inWords(planRestore(held, parseCards(card("3", ":A;a", "11")))), u"change 3 to A, remove 2"_s);
-    QCOMPARE(inWords(planRestore(held, parseCards(card("3", ":A;a", "11")), Completeness::Doubtful)),
-             u"change 3 to A, stuck L"_s);
+    // A reading that may lack contacts removes only those that came later.
+    const VcfCards third = parseCards(card("3", ":A;a", "11"));
+    QCOMPARE(inWords(planRestore(held, third, Completeness::Doubtful)), u"change 3 to A, kept L"_s);
+    QCOMPARE(inWords(planRestore(held, third, Completeness::Doubtful, {u"2"_s})),
+             u"change 3 to A, remove 2"_s);
+    ContactReading miscounted = held;
+    miscounted.info->intBelegt = 4;
+    QCOMPARE(inWords(planRestore(miscounted, third)), u"change 3 to A, kept L"_s);
     const ContactPlan anew = planRestore(readingOf({}, 0), parseCards(before));
     QCOMPARE(anew.add.size(), 2U);
     QCOMPARE(anew.add[1].card, card("", ";CHARSET=UTF-8:\xC5\x81;b", "20"));
@@ -302,6 +311,32 @@ void tst_ContactEdit::anyFaultAtAnyTime()
         }
     });
     QVERIFY(states[0] > 20 && states[1] > 20 && states[2] > 20);
+}
+
+/// A contact that was edited while a question was open is neither overwritten nor missing in the record.
+void tst_ContactEdit::changedDuringAQuestion()
+{
+    const Rows<bool, double, Cause, qsizetype> rows{
+        {"a long question", false, 121, Cause::None, 1},
+        {"a change elsewhere meanwhile", true, 121, Cause::Doubtful, 0},
+    };
+    rows.each([](bool isEdited, double seconds, Cause cause, qsizetype records) {
+        Phone phone(u"S68H"_s, {.seed = u"none"_s, .entries = 3});
+        const auto list = makeVcfRows();
+        const auto store = std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(phone.line), *list);
+        ContactEdit edit(store, {}, phone.progress.all());
+        QVERIFY(edit.begin().isDone());
+        tVcfEntry entry = edit.held().cards.cards.front().entry;
+        const ContactPlan plan = planDelete(edit.held(), {entry.luid}).plan;
+        entry.home = u"4711"_s;
+        QVERIFY(!isEdited || store->writeContacts({{entry}}, phone.progress.all()));
+        phone.test.clock.WaitSeconds(seconds);
+        const ContactOutcome outcome = edit.apply(plan, u"delete"_s);
+        QCOMPARE(outcome.facts.cause, cause);
+        QCOMPARE(outcome.hasChangedMeanwhile, isEdited);
+        QCOMPARE(std::ssize(phone.records()), records);
+        QCOMPARE(phone.held().items().size(), isEdited ? 3U : 2U);
+    });
 }
 
 void tst_ContactEdit::nothingWithoutRoomOrCount()

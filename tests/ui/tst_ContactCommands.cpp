@@ -231,9 +231,15 @@ void tst_ContactCommands::staleRow()
 /// The record of a change on a doubtful reading shows that it may lack contacts.
 void tst_ContactCommands::doubtfulReading()
 {
-    const Rows<int, bool> rows{{"the second reading is whole", 1, false}, {"it is not", 2, true}};
+    const Rows<int, bool> rows{{"the second reading is whole", 1, false},
+                               {"it is not", 2, true},
+                               {"nor is the one after the change", 3, true}};
     rows.each([&](int miscounts, bool isMarked) {
         Contacts phone(u"S68H"_s);
+        phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
+        phone.test.dialogs.expectStart(miscounts == 3
+                                           ? u"Das Telefon hat die Änderung bestätigt. Danach konnte"_s
+                                           : u"Eintrag gespeichert."_s);
         phone.port.handset().setFaults({.miscounts = miscounts});
         tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
         entry.home = u"0123"_s;

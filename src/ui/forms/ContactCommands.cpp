@@ -106,7 +106,12 @@ CommandResult reportBegin(const VcardStore& store, const operations::Outcome& fa
     return facts.cause == operations::Cause::Doubtful ? CommandResult::Refused : CommandResult::Failed;
 }
 
-/// Writes a contact in a session of its own.
+QString editTitle()
+{
+    return app::productName() + u" - Adressbuch bearbeiten"_s;
+}
+
+/// Writes a contact in a session of its own. A success is shown if the settings want that.
 CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std::optional<tVcfEntry>& shown,
                            const QString& oldKey, const Progress& progress)
 {
@@ -132,7 +137,12 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
     }
     if (!isDone && isStopped(outcome.facts))
         return CommandResult::Cancelled;
-    showOwnFailure(store, outcome.facts);
+    showOwnFailure(store, outcome);
+    if (outcome.hasChangedMeanwhile)
+        return CommandResult::Refused;
+    if (isDone && !isUncompared(outcome.facts) &&
+        app::isOn(store.context().settings, app::keys::ShowSuccessPopup))
+        show(store, {.text = u"Eintrag gespeichert."_s, .title = editTitle(), .icon = Icon::Information});
     return isDone ? CommandResult::Done : CommandResult::Failed;
 }
 
@@ -174,8 +184,8 @@ CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& co
     }
     if (isStopped(outcome.facts))
         return CommandResult::Cancelled;
-    showOwnFailure(store, outcome.facts);
-    if (outcome.facts.cause == operations::Cause::NotSaved)
+    showOwnFailure(store, outcome);
+    if (outcome.facts.cause == operations::Cause::NotSaved || outcome.hasChangedMeanwhile)
         return CommandResult::Refused;
     return isDone ? CommandResult::Done : CommandResult::Failed;
 }
@@ -218,7 +228,6 @@ bool allowChange(const VcardStore& store, int row)
 
 CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, const Progress& progress)
 {
-    const QString title = app::productName() + u" - Adressbuch bearbeiten"_s;
     if (!entry.hasNumber()) {
         show(store, {.text = u"Bitte geben Sie mindestens eine Telefonnummer ein."_s,
                      .title = app::productName() + u" - Eintrag speichern"_s,
@@ -237,12 +246,10 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, co
     }
     if (result == CommandResult::Failed) {
         show(store, {.text = u"Fehler beim Schreiben des Adressbucheintrags."_s,
-                     .title = title,
+                     .title = editTitle(),
                      .icon = Icon::Exclamation});
         return CommandResult::Failed;
     }
-    if (app::isOn(store.context().settings, app::keys::ShowSuccessPopup))
-        show(store, {.text = u"Eintrag gespeichert."_s, .title = title, .icon = Icon::Information});
     return CommandResult::Done;
 }
 
@@ -265,7 +272,7 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
             store.showReading(*edit.heldAfter());
         showImportMismatches(store, edit, outcome);
     }
-    showOwnFailure(store, outcome.facts);
+    showOwnFailure(store, outcome);
     return isDone;
 }
 

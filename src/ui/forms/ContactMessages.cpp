@@ -68,6 +68,28 @@ void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
                  .icon = Icon::Exclamation});
 }
 
+bool isUncompared(const operations::Outcome& facts)
+{
+    return facts.isDone() && facts.sent > 0 && !facts.verified;
+}
+
+void showOwnFailure(const VcardStore& store, const operations::ContactOutcome& outcome)
+{
+    if (outcome.hasChangedMeanwhile) {
+        show(store,
+             {.text = u"Das Telefonbuch wurde im Telefon geändert, während Sie gefragt wurden. Kalmo hat "
+                      u"im Telefon nichts geändert.\n\n"
+                      u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu Laden\")."_s,
+              .icon = Icon::Exclamation});
+        return;
+    }
+    showOwnFailure(store, outcome.facts);
+    if (isUncompared(outcome.facts))
+        show(store, {.text = u"Das Telefon hat die Änderung bestätigt. Danach konnte das Telefonbuch nicht "
+                             u"vollständig zur Kontrolle gelesen werden."_s,
+                     .icon = Icon::Exclamation});
+}
+
 void showMismatches(VcardStore& store, const operations::ContactEdit& edit,
                     const operations::ContactOutcome& outcome)
 {

@@ -71,6 +71,7 @@ QString differenceInWords(const operations::UndoDiff& diff)
     add(diff.change, u"geändert"_s);
     add(diff.remove, u"weniger"_s);
     add(diff.blocked, u"nicht möglich"_s);
+    add(diff.stuck + diff.kept, u"zusätzlich"_s);
     if (diff.isReordered)
         parts.append(u"andere Reihenfolge"_s);
     return parts.isEmpty() ? u"keine"_s : parts.join(u", "_s);
@@ -103,6 +104,24 @@ QString reasonInWords(const operations::Outcome& outcome)
         break;
     }
     return u"Der jetzige Stand konnte nicht gelesen werden."_s;
+}
+
+QString doubtInWords(operations::Undo::Doubt doubt)
+{
+    using Doubt = operations::Undo::Doubt;
+    switch (doubt) {
+    case Doubt::OtherCount:
+        return u"Das Telefon nennt eine andere Anzahl von Kontakten, als es sendet: Was es jetzt enthält, "
+               u"ist nicht sicher "
+               u"bekannt."_s;
+    case Doubt::NoCount:
+        return u"Das Telefon hat nicht mitgeteilt, wie viele Kontakte es enthält. Bitte versuchen Sie es "
+               u"noch "
+               u"einmal."_s;
+    case Doubt::Disturbed:
+        break;
+    }
+    return u"Die Verbindung war gestört: Was das Telefon jetzt enthält, ist nicht sicher bekannt."_s;
 }
 
 QString lostInWords(const operations::Outcome& outcome)

@@ -13,6 +13,8 @@ QString causeInWords(const QString& cause);
 QString differenceInWords(const operations::UndoDiff& diff);
 /// The reason why a former state could not be compared or put back, as a whole sentence.
 QString reasonInWords(const operations::Outcome& outcome);
+/// The reason for a reading that may be incomplete, as a whole sentence.
+QString doubtInWords(operations::Undo::Doubt doubt);
 /// A paragraph about the files that are gone from the phone, empty without any.
 QString lostInWords(const operations::Outcome& outcome);
 /// Sentences for a record that could not be completed after the change.

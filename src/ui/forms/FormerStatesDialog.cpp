@@ -41,9 +41,6 @@ const QString notCompared = u"noch nicht verglichen"_s;
 const QString chooseOne =
     u"Wählen Sie einen Stand aus und vergleichen Sie ihn mit dem, was das Telefon jetzt "
     u"enthält."_s;
-const QString doubtfulReading =
-    u"Die Verbindung war gestört: Was das Telefon jetzt enthält, ist nicht sicher "
-    u"bekannt."_s;
 const QString noStates = u"Kalmo hat an diesem Telefon noch nichts geändert."_s;
 
 std::unique_ptr<ListRows> makeStateRows()
@@ -235,9 +232,12 @@ void FormerStatesDialog::showDifference(const UndoDiff& diff)
         const QStringList& names;
         QString text;
     };
-    const std::array groups = {Group{diff.add, u"kommt zurück"_s}, Group{diff.change, u"wird geändert"_s},
+    const std::array groups = {Group{diff.add, u"kommt zurück"_s},
+                               Group{diff.change, u"wird geändert"_s},
                                Group{diff.remove, u"wird entfernt"_s},
-                               Group{diff.blocked, u"ist nicht möglich"_s}};
+                               Group{diff.blocked, u"ist nicht möglich"_s},
+                               Group{diff.stuck, u"bleibt: ohne Referenznummer"_s},
+                               Group{diff.kept, u"bleibt: vielleicht schon älter"_s}};
     std::vector<ListRow> rows;
     for (const Group& group : groups) {
         for (const QString& name : group.names)
@@ -264,12 +264,14 @@ Cause FormerStatesDialog::plan(Undo& undo)
     const bool isComparedInDoubt = outcome.cause == Cause::Doubtful && !undo.diff().isEmpty();
     if (outcome.cause != Cause::None && !isComparedInDoubt) {
         m_differences->clear();
-        m_caption->setText(reasonInWords(outcome)); // no box: the line may have shown one
+        // No box: the line may have shown one.
+        m_caption->setText(outcome.cause == Cause::Doubtful ? doubtInWords(undo.doubt())
+                                                            : reasonInWords(outcome));
         return outcome.cause;
     }
     showDifference(undo.diff());
     if (isComparedInDoubt)
-        m_caption->setText(doubtfulReading + u' ' + m_caption->text());
+        m_caption->setText(doubtInWords(undo.doubt()) + u' ' + m_caption->text());
     return outcome.cause;
 }
 
@@ -288,7 +290,7 @@ bool FormerStatesDialog::agrees(const Undo& undo, Cause planned)
 {
     QString doubt;
     if (planned == Cause::Doubtful)
-        doubt += doubtfulReading + u"\n\n"_s;
+        doubt += doubtInWords(undo.doubt()) + u"\n\n"_s;
     if (operations::Records::mayBeOfAnotherPhone(undo.record()))
         doubt += u"Bei dieser Änderung war die Seriennummer des Telefons nicht bekannt: Der "
                  u"Stand kann auch von einem anderen %1 sein.\n\n"_s.arg(undo.record().phone.model);
