@@ -5,6 +5,7 @@
 #include "support/HandsetMemory.h"
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
+#include "support/TestProgram.h"
 
 #include <QDirIterator>
 #include <QTest>
@@ -214,5 +215,5 @@ void tst_ChangeFaults::aDiskThatFillsMeanwhile()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_ChangeFaults)
+KALMO_TEST(tst_ChangeFaults)
 #include "tst_ChangeFaults.moc"

@@ -3,6 +3,7 @@
 
 #include "Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -241,5 +242,5 @@ void tst_Commands::refusedMelodies()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_Commands)
+KALMO_TEST(tst_Commands)
 #include "tst_Commands.moc"

@@ -4,6 +4,7 @@
 #include "app/SettingsKeys.h"
 #include "Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
@@ -418,5 +419,5 @@ void tst_DataCommands::leftInDataMode()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_DataCommands)
+KALMO_TEST(tst_DataCommands)
 #include "tst_DataCommands.moc"

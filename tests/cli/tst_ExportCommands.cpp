@@ -2,6 +2,7 @@
 
 #include "cli/Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -197,5 +198,5 @@ void tst_ExportCommands::phonesOfBothKinds()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_ExportCommands)
+KALMO_TEST(tst_ExportCommands)
 #include "tst_ExportCommands.moc"

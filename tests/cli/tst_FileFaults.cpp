@@ -5,6 +5,7 @@
 #include "Shell.h"
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
+#include "support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -377,5 +378,5 @@ void tst_FileFaults::aSilentPhoneCostsItsTimeoutOnce()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_FileFaults)
+KALMO_TEST(tst_FileFaults)
 #include "tst_FileFaults.moc"

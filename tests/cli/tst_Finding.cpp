@@ -4,6 +4,7 @@
 #include "handset/Faults.h"
 #include "Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -99,5 +100,5 @@ void tst_Finding::lostAnswerToTheRequestForDataMode()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Finding)
+KALMO_TEST(tst_Finding)
 #include "tst_Finding.moc"

@@ -2,6 +2,7 @@
 
 #include "Shell.h"
 #include "support/AddressBooks.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -180,5 +181,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Import)
+KALMO_TEST(tst_Import)
 #include "tst_Import.moc"

@@ -4,6 +4,7 @@
 #include "Shell.h"
 #include "support/HandsetMemory.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -300,5 +301,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ImportCommands)
+KALMO_TEST(tst_ImportCommands)
 #include "tst_ImportCommands.moc"

@@ -2,6 +2,7 @@
 
 #include "cli/Help.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -96,5 +97,5 @@ void tst_Invocation::helpTellsWhatIsAsked()
         QVERIFY2(line.size() <= 100, qPrintable(line));
 }
 
-QTEST_GUILESS_MAIN(tst_Invocation)
+KALMO_TEST(tst_Invocation)
 #include "tst_Invocation.moc"

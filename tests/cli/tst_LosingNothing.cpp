@@ -4,6 +4,7 @@
 #include "phonedata/BackupFiles.h"
 #include "Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -128,5 +129,5 @@ void tst_LosingNothing::cardsThatDoNotComeThrough()
     QVERIFY2(handset.told.contains(warning), qPrintable(handset.told));
 }
 
-QTEST_GUILESS_MAIN(tst_LosingNothing)
+KALMO_TEST(tst_LosingNothing)
 #include "tst_LosingNothing.moc"

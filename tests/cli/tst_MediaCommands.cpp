@@ -4,6 +4,7 @@
 #include "support/ConverterFolder.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "support/Tones.h"
 
 #include <QJsonArray>
@@ -326,5 +327,5 @@ void tst_MediaCommands::batches()
     QCOMPARE(full.told, u"kalmoctl: the phone has too little room left for /Sounds/tone.722.\n"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_MediaCommands)
+KALMO_TEST(tst_MediaCommands)
 #include "tst_MediaCommands.moc"

@@ -4,6 +4,7 @@
 #include "cli/CliProgress.h"
 #include "cli/Tables.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -143,5 +144,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Output)
+KALMO_TEST(tst_Output)
 #include "tst_Output.moc"

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "cli/Help.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QProcess>
@@ -127,5 +128,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Papers)
+KALMO_TEST(tst_Papers)
 #include "tst_Papers.moc"

@@ -7,6 +7,7 @@
 #include "cli/Tables.h"
 #include "operations/ContactFields.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -305,5 +306,5 @@ void tst_SavedLists::refusedContacts()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_SavedLists)
+KALMO_TEST(tst_SavedLists)
 #include "tst_SavedLists.moc"

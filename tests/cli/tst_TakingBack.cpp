@@ -4,6 +4,7 @@
 #include "Shell.h"
 #include "support/HandsetMemory.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -166,5 +167,5 @@ void tst_TakingBack::everyChangeIsTakenBack()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_TakingBack)
+KALMO_TEST(tst_TakingBack)
 #include "tst_TakingBack.moc"

@@ -5,6 +5,7 @@
 #include "phonedata/RawReplies.h"
 #include "Shell.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -315,5 +316,5 @@ void tst_WriteCommands::undoOnADoubtfulReading()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_WriteCommands)
+KALMO_TEST(tst_WriteCommands)
 #include "tst_WriteCommands.moc"

@@ -1,6 +1,7 @@
 // Windows Address Books and files of cards, whole and broken.
 
 #include "support/AddressBooks.h"
+#include "support/TestProgram.h"
 #include "transfer/import/clsWab.h"
 #include "transfer/import/VcardFile.h"
 #include "transfer/import/WabFile.h"
@@ -275,5 +276,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_AddressBook)
+KALMO_TEST(tst_AddressBook)
 #include "tst_AddressBook.moc"

@@ -4,6 +4,7 @@
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -130,5 +131,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_BackupFiles)
+KALMO_TEST(tst_BackupFiles)
 #include "tst_BackupFiles.moc"

@@ -5,6 +5,7 @@
 #include "phonedata/Ringtones.h"
 #include "support/ClassicPhone.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -139,5 +140,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ClassicLists)
+KALMO_TEST(tst_ClassicLists)
 #include "tst_ClassicLists.moc"

@@ -4,6 +4,7 @@
 #include "phonedata/ClassicPhonebook.h"
 #include "support/ClassicPhone.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -324,5 +325,5 @@ void tst_ClassicPhonebook::lengths()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_ClassicPhonebook)
+KALMO_TEST(tst_ClassicPhonebook)
 #include "tst_ClassicPhonebook.moc"

@@ -8,6 +8,7 @@
 #include "support/ObexClient.h"
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
+#include "support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -481,5 +482,5 @@ void tst_ContactEdit::cardsBringBack()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_ContactEdit)
+KALMO_TEST(tst_ContactEdit)
 #include "tst_ContactEdit.moc"

@@ -5,6 +5,7 @@
 #include "phonedata/VcfEntry.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 #include "transfer/export/CsvTarget.h"
 #include "transfer/export/DocxTarget.h"
 #include "transfer/export/HtmlTarget.h"
@@ -269,5 +270,5 @@ void tst_ExportTargets::texts()
     rows.each([&](const auto& text, const auto& expected) { QCOMPARE(xmlText(text), expected); });
 }
 
-QTEST_GUILESS_MAIN(tst_ExportTargets)
+KALMO_TEST(tst_ExportTargets)
 #include "tst_ExportTargets.moc"

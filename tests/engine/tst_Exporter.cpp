@@ -7,6 +7,7 @@
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 #include "transfer/export/Exporter.h"
 #include "transfer/export/HtmlTarget.h"
 
@@ -443,5 +444,5 @@ void tst_Exporter::paths()
     rows.each([&](const auto& path, const auto& expected) { QCOMPARE(exportPathFault(path), expected); });
 }
 
-QTEST_GUILESS_MAIN(tst_Exporter)
+KALMO_TEST(tst_Exporter)
 #include "tst_Exporter.moc"

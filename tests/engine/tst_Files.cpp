@@ -5,6 +5,7 @@
 #include "app/SettingsKeys.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -202,5 +203,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Files)
+KALMO_TEST(tst_Files)
 #include "tst_Files.moc"

@@ -1,6 +1,7 @@
 // The preview of an import: its rows, its hints, and the entries that go into the phone's list.
 
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 #include "transfer/import/ImportSteps.h"
 #include "transfer/import/PreviewSources.h"
 #include "transfer/import/TextSource.h"
@@ -493,5 +494,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ImportPreview)
+KALMO_TEST(tst_ImportPreview)
 #include "tst_ImportPreview.moc"

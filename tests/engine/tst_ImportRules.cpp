@@ -1,5 +1,6 @@
 // How cells become names, numbers and dates, and how a text is taken apart into cells.
 
+#include "support/TestProgram.h"
 #include "transfer/import/BaseLetters.h"
 #include "transfer/import/Birthdays.h"
 #include "transfer/import/CsvText.h"
@@ -278,5 +279,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ImportRules)
+KALMO_TEST(tst_ImportRules)
 #include "tst_ImportRules.moc"

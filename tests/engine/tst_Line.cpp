@@ -3,6 +3,7 @@
 #include "support/RecordedProgress.h"
 #include "support/Rows.h"
 #include "support/ScriptedLine.h"
+#include "support/TestProgram.h"
 
 #include <QtTest>
 
@@ -212,5 +213,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Line)
+KALMO_TEST(tst_Line)
 #include "tst_Line.moc"

@@ -3,6 +3,7 @@
 #include "phonedata/ListDiff.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -95,5 +96,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ListDiff)
+KALMO_TEST(tst_ListDiff)
 #include "tst_ListDiff.moc"

@@ -1,6 +1,7 @@
 // The rows of a list: keys, order, selection.
 
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "toolkit/ListRows.h"
 #include "toolkit/RowFilter.h"
 
@@ -120,5 +121,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ListRows)
+KALMO_TEST(tst_ListRows)
 #include "tst_ListRows.moc"

@@ -2,6 +2,7 @@
 
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "toolkit/ListRows.h"
 
 #include <QTest>
@@ -262,5 +263,5 @@ void tst_ObexFolders::folderTotals()
     QCOMPARE(client.mmc->DirAct(), u"Mobile:\\"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_ObexFolders)
+KALMO_TEST(tst_ObexFolders)
 #include "tst_ObexFolders.moc"

@@ -6,6 +6,7 @@
 #include "obex/ResponseFrame.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -107,5 +108,5 @@ void tst_ObexFrames::codesInWords()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_ObexFrames)
+KALMO_TEST(tst_ObexFrames)
 #include "tst_ObexFrames.moc"

@@ -4,6 +4,7 @@
 #include "obex/FolderListing.h"
 #include "obex/FolderRows.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -145,5 +146,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ObexListing)
+KALMO_TEST(tst_ObexListing)
 #include "tst_ObexListing.moc"

@@ -5,6 +5,7 @@
 #include "obex/DataChannel.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -368,5 +369,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ObexSession)
+KALMO_TEST(tst_ObexSession)
 #include "tst_ObexSession.moc"

@@ -2,6 +2,7 @@
 
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -311,5 +312,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ObexTransfer)
+KALMO_TEST(tst_ObexTransfer)
 #include "tst_ObexTransfer.moc"

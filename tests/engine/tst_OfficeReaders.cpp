@@ -2,6 +2,7 @@
 // reader is not installed.
 
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 #include "transfer/export/DocxTarget.h"
 #include "transfer/export/XlsxTarget.h"
 
@@ -126,5 +127,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_OfficeReaders)
+KALMO_TEST(tst_OfficeReaders)
 #include "tst_OfficeReaders.moc"

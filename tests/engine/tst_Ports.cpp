@@ -4,6 +4,7 @@
 #include "link/PortAccess.h"
 #include "support/Rows.h"
 #include "support/ScriptedPort.h"
+#include "support/TestProgram.h"
 
 #include <QtTest>
 
@@ -108,5 +109,5 @@ void tst_Ports::numbersHoldBeforeSettingsCanBeWritten()
     QCOMPARE(link::PortTable(test.settings, devices).numbers(), QList<int>{2});
 }
 
-QTEST_GUILESS_MAIN(tst_Ports)
+KALMO_TEST(tst_Ports)
 #include "tst_Ports.moc"

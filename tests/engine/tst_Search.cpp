@@ -6,6 +6,7 @@
 #include "support/FakeDesktop.h"
 #include "support/Rows.h"
 #include "support/ScriptedPort.h"
+#include "support/TestProgram.h"
 
 #include <QtTest>
 
@@ -247,5 +248,5 @@ void tst_Search::modelNames()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_Search)
+KALMO_TEST(tst_Search)
 #include "tst_Search.moc"

@@ -5,6 +5,7 @@
 #include "app/StoragePaths.h"
 #include "support/ConverterFolder.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QtTest>
@@ -207,5 +208,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Start)
+KALMO_TEST(tst_Start)
 #include "tst_Start.moc"

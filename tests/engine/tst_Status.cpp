@@ -4,6 +4,7 @@
 #include "phonedata/AreaCodes.h"
 #include "support/Rows.h"
 #include "support/ScriptedLine.h"
+#include "support/TestProgram.h"
 
 #include <QtTest>
 
@@ -110,5 +111,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Status)
+KALMO_TEST(tst_Status)
 #include "tst_Status.moc"

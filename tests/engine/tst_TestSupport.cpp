@@ -2,6 +2,7 @@
 
 #include "support/Rows.h"
 #include "support/ScriptedPort.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -90,5 +91,5 @@ void tst_TestSupport::verdictFailsTheTest()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_TestSupport)
+KALMO_TEST(tst_TestSupport)
 #include "tst_TestSupport.moc"

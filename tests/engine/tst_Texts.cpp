@@ -9,6 +9,7 @@
 #include "phonedata/PhoneCharacters.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QtTest>
@@ -179,5 +180,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Texts)
+KALMO_TEST(tst_Texts)
 #include "tst_Texts.moc"

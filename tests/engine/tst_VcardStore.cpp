@@ -6,6 +6,7 @@
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -323,5 +324,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_VcardStore)
+KALMO_TEST(tst_VcardStore)
 #include "tst_VcardStore.moc"

@@ -7,6 +7,7 @@
 #include "phonedata/VcfFiles.h"
 #include "phonedata/VcfText.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -214,5 +215,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_VcfCodec)
+KALMO_TEST(tst_VcfCodec)
 #include "tst_VcfCodec.moc"

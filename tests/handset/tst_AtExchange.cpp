@@ -4,6 +4,7 @@
 #include "link/PhoneModels.h"
 #include "support/HandsetTalk.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -289,5 +290,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(AtExchange)
+KALMO_TEST(AtExchange)
 #include "tst_AtExchange.moc"

@@ -11,6 +11,7 @@
 #include "support/RecordedProgress.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -186,5 +187,5 @@ void MeetsTheClient::endlessFolders()
     QVERIFY(mmc->Offline({}));
 }
 
-QTEST_GUILESS_MAIN(MeetsTheClient)
+KALMO_TEST(MeetsTheClient)
 #include "tst_MeetsTheClient.moc"

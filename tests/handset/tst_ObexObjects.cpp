@@ -2,6 +2,7 @@
 
 #include "support/ObexTalk.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -164,5 +165,5 @@ void ObexObjects::readsCards()
     });
 }
 
-QTEST_GUILESS_MAIN(ObexObjects)
+KALMO_TEST(ObexObjects)
 #include "tst_ObexObjects.moc"

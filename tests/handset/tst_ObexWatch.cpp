@@ -2,6 +2,7 @@
 
 #include "support/ObexTalk.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -175,5 +176,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ObexWatch)
+KALMO_TEST(ObexWatch)
 #include "tst_ObexWatch.moc"

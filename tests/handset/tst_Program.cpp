@@ -2,6 +2,7 @@
 
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QSerialPort>
 #include <QTest>
@@ -125,5 +126,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ProgramTest)
+KALMO_TEST(ProgramTest)
 #include "tst_Program.moc"

@@ -1,6 +1,7 @@
 // Clients for any phone against the emulated handset.
 
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QSerialPort>
@@ -109,5 +110,5 @@ void RealObexClients::gammuContacts()
     QVERIFY(!kept.isEmpty() && !kept.contains("Nina"));
 }
 
-QTEST_GUILESS_MAIN(RealObexClients)
+KALMO_TEST(RealObexClients)
 #include "tst_RealObexClients.moc"

@@ -8,6 +8,7 @@
 #include "media/Workshop.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -191,5 +192,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Melodies)
+KALMO_TEST(tst_Melodies)
 #include "tst_Melodies.moc"

@@ -7,6 +7,7 @@
 #include "media/Workshop.h"
 #include "support/RecordedProgress.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QLoggingCategory>
 #include <QProcess>
@@ -322,5 +323,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Pictures)
+KALMO_TEST(tst_Pictures)
 #include "tst_Pictures.moc"

@@ -2,6 +2,7 @@
 
 #include "media/UploadRules.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 using namespace kalmo::media;
 using namespace kalmo::tests;
@@ -90,5 +91,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Rules)
+KALMO_TEST(tst_Rules)
 #include "tst_Rules.moc"

@@ -4,6 +4,7 @@
 #include "media/Workshop.h"
 #include "support/RecordedProgress.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "support/Tones.h"
 
 #include <QProcess>
@@ -241,5 +242,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Sounds)
+KALMO_TEST(tst_Sounds)
 #include "tst_Sounds.moc"

@@ -9,6 +9,7 @@
 #include "support/HandsetPort.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -421,5 +422,5 @@ void tst_ClassicChanges::rawReplies()
         QCOMPARE(phonedata::repliesFrom(broken), std::nullopt);
 }
 
-QTEST_GUILESS_MAIN(tst_ClassicChanges)
+KALMO_TEST(tst_ClassicChanges)
 #include "tst_ClassicChanges.moc"

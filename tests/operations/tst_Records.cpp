@@ -5,6 +5,7 @@
 #include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -306,5 +307,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Records)
+KALMO_TEST(tst_Records)
 #include "tst_Records.moc"

@@ -2,6 +2,7 @@
 
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "support/Tones.h"
 
 #include <QCoreApplication>
@@ -157,5 +158,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_Programs)
+KALMO_TEST(tst_Programs)
 #include "tst_Programs.moc"

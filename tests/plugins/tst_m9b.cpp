@@ -3,6 +3,7 @@
 #include "plugins/m9b/Melody.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -135,5 +136,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_m9b)
+KALMO_TEST(tst_m9b)
 #include "tst_m9b.moc"

@@ -2,6 +2,7 @@
 
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -178,5 +179,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_KalmoctlData)
+KALMO_TEST(tst_KalmoctlData)
 #include "tst_KalmoctlData.moc"

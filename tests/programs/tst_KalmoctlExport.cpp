@@ -1,6 +1,7 @@
 // kalmoctl exports the list of a handset in real time, with the template that lies beside the program.
 
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -50,5 +51,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_KalmoctlExport)
+KALMO_TEST(tst_KalmoctlExport)
 #include "tst_KalmoctlExport.moc"

@@ -3,6 +3,7 @@
 
 #include "support/Rows.h"
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -79,5 +80,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_KalmoctlFaults)
+KALMO_TEST(tst_KalmoctlFaults)
 #include "tst_KalmoctlFaults.moc"

@@ -2,6 +2,7 @@
 // interruption or a fault leaves: writing the backup restores it, even if that has to be done twice.
 
 #include "support/RunningPrograms.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -137,5 +138,5 @@ void tst_KalmoctlLists::backupRestoresWhatWasThere()
     QCOMPARE(programs.stopHandset(), QString());
 }
 
-QTEST_GUILESS_MAIN(tst_KalmoctlLists)
+KALMO_TEST(tst_KalmoctlLists)
 #include "tst_KalmoctlLists.moc"

@@ -1,6 +1,7 @@
 // Every form, for those who use a keyboard, a screen reader, large letters or dark colours.
 
 #include "phonedata/VcardStore.h"
+#include "support/TestProgram.h"
 #include "ui/controls/ucCalendar.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
@@ -255,5 +256,5 @@ void Accessibility::everyForm()
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
 }
 
-QTEST_MAIN(Accessibility)
+KALMO_TEST(Accessibility)
 #include "tst_Accessibility.moc"

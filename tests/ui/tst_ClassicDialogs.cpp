@@ -1,5 +1,6 @@
 // The dialogs of the classic lists: what their fields take, and what a save makes of the list.
 
+#include "support/TestProgram.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
 #include "ui/lists/RowsView.h"
@@ -183,5 +184,5 @@ void ClassicDialogs::roomLeftIsShown()
     QVERIFY(!left.isVisible());
 }
 
-QTEST_MAIN(ClassicDialogs)
+KALMO_TEST(ClassicDialogs)
 #include "tst_ClassicDialogs.moc"

@@ -1,6 +1,7 @@
 // "Lesen" and "Schreiben" of the classic lists. Nothing that the phone holds may be lost: it is on disk
 // before it is erased, or the user has said that it need not be.
 
+#include "support/TestProgram.h"
 #include "ui/window/ClassicWriting.h"
 
 #include "app/SettingsKeys.h"
@@ -452,5 +453,5 @@ void tst_ClassicWriting::read()
     });
 }
 
-QTEST_GUILESS_MAIN(tst_ClassicWriting)
+KALMO_TEST(tst_ClassicWriting)
 #include "tst_ClassicWriting.moc"

@@ -5,6 +5,7 @@
 #include "operations/Records.h"
 #include "support/ObexClient.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/TestProgram.h"
 
@@ -384,5 +385,5 @@ void tst_ContactCommands::refreshes()
     QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
 }
 
-QTEST_GUILESS_MAIN(tst_ContactCommands)
+KALMO_TEST(tst_ContactCommands)
 #include "tst_ContactCommands.moc"

@@ -1,6 +1,7 @@
 // The dialogs of contacts and area codes against the emulated handset.
 
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/TestProgram.h"
@@ -223,5 +224,5 @@ void ContactDialogs::areaCodesThatAreNotSet()
     });
 }
 
-QTEST_MAIN(ContactDialogs)
+KALMO_TEST(ContactDialogs)
 #include "tst_ContactDialogs.moc"

@@ -1,6 +1,7 @@
 // The calendar with its reading of typed dates, the memory gauge, boxes that keep their choice, and a box
 // that is not shown twice.
 
+#include "support/TestProgram.h"
 #include "ui/adaptors/LossBoxes.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/ChoiceBox.h"
@@ -212,5 +213,5 @@ void Controls::suppressedBoxReachesAStatusBar()
     QCOMPARE(status.Text(), u"Fehler beim Lesen des Adressbuchs."_s);
 }
 
-QTEST_MAIN(Controls)
+KALMO_TEST(Controls)
 #include "tst_Controls.moc"

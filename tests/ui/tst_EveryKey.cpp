@@ -2,6 +2,7 @@
 // answers, on one that has fallen silent, and on a line that is gone: each arrives, says at most once that
 // the phone is not there, and the window can be used afterwards.
 
+#include "support/TestProgram.h"
 #include "ui/adaptors/LossBoxes.h"
 #include "ui/lists/RowsView.h"
 #include "ui/TestProgram.h"
@@ -302,5 +303,5 @@ void EveryKey::deadPhoneIsToldOnceBySaving()
     }
 }
 
-QTEST_MAIN(EveryKey)
+KALMO_TEST(EveryKey)
 #include "tst_EveryKey.moc"

@@ -2,6 +2,7 @@
 // remembers.
 
 #include "phonedata/VcfEntry.h"
+#include "support/TestProgram.h"
 #include "transfer/export/HtmlTarget.h"
 #include "ui/forms/frmExport.h"
 #include "ui/TestProgram.h"
@@ -266,5 +267,5 @@ void ExportDialog::closesWhereWanted()
     QCOMPARE(dialog.made.desktop.opened, QStringList());
 }
 
-QTEST_MAIN(ExportDialog)
+KALMO_TEST(ExportDialog)
 #include "tst_ExportDialog.moc"

@@ -2,8 +2,8 @@
 // phone.
 
 #include "support/SmallDisk.h"
+#include "support/TestProgram.h"
 #include "ui/FilePanel.h"
-#include "ui/FileTransfers.h"
 
 #include <QApplication>
 #include <QDirIterator>
@@ -197,12 +197,5 @@ void FileSystemPanel::keysWithASilentPhone()
     QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
 }
 
-int main(int count, char** words)
-{
-    const QApplication application(count, words);
-    FileSystemPanel panel;
-    FileTransfers transfers;
-    return QTest::qExec(&panel, count, words) + QTest::qExec(&transfers, count, words);
-}
-
+KALMO_TEST(FileSystemPanel)
 #include "tst_FileSystemPanel.moc"

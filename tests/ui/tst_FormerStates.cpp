@@ -4,6 +4,7 @@
 #include "operations/FolderChanges.h"
 #include "operations/PhoneSettings.h"
 #include "support/HandsetMemory.h"
+#include "support/TestProgram.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/lists/RowsView.h"
 #include "ui/TestProgram.h"
@@ -199,5 +200,5 @@ void tst_FormerStates::theMenuOpensIt()
     QCOMPARE(seen, QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|noch nicht verglichen"_s});
 }
 
-QTEST_MAIN(tst_FormerStates)
+KALMO_TEST(tst_FormerStates)
 #include "tst_FormerStates.moc"

@@ -1,5 +1,6 @@
 // The help window, sponsors, icons, boxes and the blocking of a window.
 
+#include "support/TestProgram.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/help/HelpWindow.h"
@@ -154,5 +155,5 @@ void tst_Help::turnsTheSponsors()
              u"orvane norva norva delma orvane"_s);
 }
 
-QTEST_MAIN(tst_Help)
+KALMO_TEST(tst_Help)
 #include "tst_Help.moc"

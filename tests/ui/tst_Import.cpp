@@ -2,6 +2,7 @@
 
 #include "app/Files.h"
 #include "support/AddressBooks.h"
+#include "support/TestProgram.h"
 #include "transfer/import/ImportSteps.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/import/PreviewModel.h"
@@ -392,5 +393,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_Import)
+KALMO_TEST(tst_Import)
 #include "tst_Import.moc"

@@ -4,6 +4,7 @@
 #include "support/ConverterFolder.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
+#include "support/TestProgram.h"
 #include "support/Tones.h"
 #include "ui/forms/frmMmc_View.h"
 #include "ui/forms/frmMmcOpenControls.h"
@@ -469,5 +470,5 @@ void tst_Media::previewsUnknownFiles()
     mmc->Offline(made.progress.all());
 }
 
-QTEST_MAIN(tst_Media)
+KALMO_TEST(tst_Media)
 #include "tst_Media.moc"

@@ -1,6 +1,7 @@
 // The view of a list: order, selection, search and keys.
 
 #include "app/mdlRegIni.h"
+#include "support/TestProgram.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
@@ -238,5 +239,5 @@ void RowsViewTest::layoutOutlivesTheView()
     }
 }
 
-QTEST_MAIN(RowsViewTest)
+KALMO_TEST(RowsViewTest)
 #include "tst_RowsView.moc"

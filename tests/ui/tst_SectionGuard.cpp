@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "support/TestContext.h"
+#include "support/TestProgram.h"
 #include "ui/window/SectionGuard.h"
 
 #include <QTest>
@@ -73,5 +74,5 @@ void SectionGuardTest::allFourWaysHold()
     }
 }
 
-QTEST_GUILESS_MAIN(SectionGuardTest)
+KALMO_TEST(SectionGuardTest)
 #include "tst_SectionGuard.moc"

@@ -5,6 +5,7 @@
 #include "operations/PhoneIdentity.h"
 #include "operations/Undo.h"
 #include "support/HandsetMemory.h"
+#include "support/TestProgram.h"
 #include "ui/RandomUser.h"
 #include "ui/TestProgram.h"
 #include "ui/window/frmPB.h"
@@ -212,5 +213,5 @@ void tst_Session::losesNothing()
     QVERIFY(session.user.acts() > 100);
 }
 
-QTEST_MAIN(tst_Session)
+KALMO_TEST(tst_Session)
 #include "tst_Session.moc"

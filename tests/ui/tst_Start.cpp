@@ -4,6 +4,7 @@
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
+#include "support/TestProgram.h"
 #include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
@@ -469,5 +470,5 @@ void tst_Start::movesTheStorageWithItsSettings()
     QVERIFY(form.isVisible());
 }
 
-QTEST_MAIN(tst_Start)
+KALMO_TEST(tst_Start)
 #include "tst_Start.moc"

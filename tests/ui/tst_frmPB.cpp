@@ -3,6 +3,7 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/Ringtones.h"
 #include "support/ObexClient.h"
+#include "support/TestProgram.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/ListPanel.h"
 #include "ui/TestProgram.h"
@@ -686,5 +687,5 @@ void frmPBTest::focusGoesDownwards()
     QCOMPARE(faults, QStringList());
 }
 
-QTEST_MAIN(frmPBTest)
+KALMO_TEST(frmPBTest)
 #include "tst_frmPB.moc"

@@ -1,5 +1,6 @@
 // Transfers of the file system panel: their effects on the files in the phone and on the disk.
 
+#include "support/TestProgram.h"
 #include "ui/FileTransfers.h"
 
 #include <QAbstractButton>
@@ -408,3 +409,5 @@ void FileTransfers::anEmptyEntryIsNoWholeFile()
     QVERIFY(access.list(obex::PhonePath(u"Sounds"_s))); // with sizes
     QVERIFY(isWhole(300, false) && !isWhole(0, true));
 }
+
+KALMO_TEST(FileTransfers)
