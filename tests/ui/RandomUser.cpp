@@ -197,7 +197,9 @@ void RandomUser::chooseFile(QFileDialog& dialog)
         const QString path = m_dialogs.OpenFile({});
         note(u"choose "_s + path);
         QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(name, path.isEmpty() ? u"none"_s : path);
+        QInputMethodEvent typed; // the path may hold letters that no key of the test library has
+        typed.setCommitString(path.isEmpty() ? u"none"_s : path);
+        QApplication::sendEvent(name, &typed);
         QTest::keyClick(name, Qt::Key_Return);
     }
 }
