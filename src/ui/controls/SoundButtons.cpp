@@ -82,10 +82,11 @@ void SoundButtons::showFault(bool isFault)
     m_lblMidiPlaybackErr->setVisible(isFault);
     m_lblAdvice->setVisible(isFault);
     const bool hasPlayer = !media::playerFor(m_context, m_path).program.isEmpty();
-    m_lblAdvice->setText(hasPlayer ? u"Prüfen Sie, ob der PC ein Audiogerät hat. Nötige Pakete: %1."_s.arg(
-                                         media::playerPackages(m_path))
-                                   : u"Dem PC fehlt ein Programm dafür. Nötige Pakete: %1."_s.arg(
-                                         media::playerPackages(m_path)));
+    m_lblAdvice->setText(
+        hasPlayer
+            ? u"Die Datei ist vielleicht beschädigt, oder dem PC fehlt ein Audiogerät. Nötige Pakete: %1."_s
+                  .arg(media::playerPackages(m_path))
+            : u"Dem PC fehlt ein Programm dafür. Nötige Pakete: %1."_s.arg(media::playerPackages(m_path)));
 }
 
 } // namespace kalmo::ui
