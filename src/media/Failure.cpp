@@ -36,27 +36,59 @@ QString because(const Failure& failure)
     return failure.detail.isEmpty() ? u"."_s : u": "_s + failure.detail;
 }
 
+Message warning(const QString& text, const QString& english)
+{
+    return {.text = text, .icon = Icon::Exclamation, .english = english};
+}
+
+/// The message for a picture that can't be converted.
+Message pictureMessage(const Failure& failure)
+{
+    const QString& file = failure.file;
+    const QString name = QFileInfo(file).fileName();
+    switch (failure.fault) {
+    case Fault::BadPicture:
+        return warning(
+            u"Die Datei "_s + name +
+                u" ist fehlerhaft und kann nicht geladen werden. Sie sollten diese Datei überprüfen und "
+                u"ggf. löschen."_s,
+            u"%1 can't be read as a picture%2"_s.arg(file, because(failure)));
+    case Fault::OtherFormat:
+        return warning(
+            u"Die Datei "_s + name +
+                u" ist trotz ihrer Endung kein Bild im Format BMP, GIF, JPG oder PNG und kann nicht "
+                u"umgewandelt werden."_s,
+            u"%1 can't be converted%2"_s.arg(file, because(failure)));
+    case Fault::LargePicture:
+        return warning(
+            u"Das Bild %1 ist mit %2 Pixeln zu groß und kann nicht umgewandelt werden. Verkleinern "
+            u"Sie es vorher."_s.arg(name, failure.detail),
+            u"%1 is too large to convert: it has %2 pixels"_s.arg(file, failure.detail));
+    case Fault::NoBitmap:
+        return warning(u"Die Quelldatei "_s + file + u" existiert nicht. JPG Umwandlung nicht möglich."_s,
+                       u"there is no file %1"_s.arg(file));
+    default: // Fault::NoJpeg
+        return warning(u"JPG Umwandlung gescheitert (."_s + failure.detail + u")."_s,
+                       u"%1 can't be coded as JPEG%2"_s.arg(file, because(failure)));
+    }
+}
+
 } // namespace
 
 Message messageFor(const Failure& failure)
 {
     const QString& file = failure.file;
-    const QString name = QFileInfo(file).fileName();
     switch (failure.fault) {
     case Fault::NoSource:
-        return {.text = u"Datei "_s + file + u" existiert nicht."_s,
-                .icon = Icon::Exclamation,
-                .english = u"there is no file %1"_s.arg(file)};
+        return warning(u"Datei "_s + file + u" existiert nicht."_s, u"there is no file %1"_s.arg(file));
     case Fault::NotReadable:
-        return {.text =
-                    u"Die Datei "_s + file + u" kann nicht gelesen werden. Prüfen Sie die Zugriffsrechte."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be read%2"_s.arg(file, because(failure))};
+        return warning(u"Die Datei "_s + file +
+                           u" kann nicht gelesen werden. Prüfen Sie die Zugriffsrechte."_s,
+                       u"%1 can't be read%2"_s.arg(file, because(failure)));
     case Fault::NotFit:
-        return {.text = u"Die Datei "_s + file +
-                        u" passt nicht in den gewählten Ordner und wurde nicht übertragen."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 is of a kind that the folder does not take"_s.arg(file)};
+        return warning(u"Die Datei "_s + file +
+                           u" passt nicht in den gewählten Ordner und wurde nicht übertragen."_s,
+                       u"%1 is of a kind that the folder does not take"_s.arg(file));
     case Fault::NoFolder:
         return {
             .text =
@@ -65,75 +97,48 @@ Message messageFor(const Failure& failure)
             .icon = Icon::Information,
             .english = u"only Pictures, Clip Pictures and Sounds take converted files"_s};
     case Fault::BadPicture:
-        return {.text =
-                    u"Die Datei "_s + name +
-                    u" ist fehlerhaft und kann nicht geladen werden. Sie sollten diese Datei überprüfen und "
-                    u"ggf. löschen."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be read as a picture%2"_s.arg(file, because(failure))};
     case Fault::OtherFormat:
-        return {.text = u"Die Datei "_s + name +
-                        u" ist trotz ihrer Endung kein Bild im Format BMP, GIF, JPG oder PNG und kann nicht "
-                        u"umgewandelt werden."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be converted%2"_s.arg(file, because(failure))};
     case Fault::LargePicture:
-        return {.text =
-                    u"Das Bild %1 ist mit %2 Pixeln zu groß und kann nicht umgewandelt werden. Verkleinern "
-                    u"Sie es vorher."_s.arg(name, failure.detail),
-                .icon = Icon::Exclamation,
-                .english = u"%1 is too large to convert: it has %2 pixels"_s.arg(file, failure.detail)};
     case Fault::NoBitmap:
-        return {.text = u"Die Quelldatei "_s + file + u" existiert nicht. JPG Umwandlung nicht möglich."_s,
-                .icon = Icon::Exclamation,
-                .english = u"there is no file %1"_s.arg(file)};
     case Fault::NoJpeg:
-        return {.text = u"JPG Umwandlung gescheitert (."_s + failure.detail + u")."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be coded as JPEG%2"_s.arg(file, because(failure))};
+        return pictureMessage(failure);
     case Fault::BadSound:
-        return {.text = u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be converted to a sound for handsets%2"_s.arg(file, because(failure))};
+        return warning(u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert."_s,
+                       u"%1 can't be converted to a sound for handsets%2"_s.arg(file, because(failure)));
     case Fault::BadMelody:
-        return {.text = u"Die Konvertierung von "_s + file +
-                        u" ist gescheitert. Vermutlich haben Sie eine ungeeignete oder beschädigte Mididatei "
-                        u"ausgewählt."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be converted to a melody for handsets%2"_s.arg(file, because(failure))};
+        return warning(
+            u"Die Konvertierung von "_s + file +
+                u" ist gescheitert. Vermutlich haben Sie eine ungeeignete oder beschädigte Mididatei "
+                u"ausgewählt."_s,
+            u"%1 can't be converted to a melody for handsets%2"_s.arg(file, because(failure)));
     case Fault::LargeMelody:
-        return {.text = u"Die gewählte Datei "_s + file +
-                        u" ist größer als 32kB und kann nicht übertragen werden."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 is larger than 32000 bytes, the most that handsets take"_s.arg(file)};
+        return warning(u"Die gewählte Datei "_s + file +
+                           u" ist größer als 32kB und kann nicht übertragen werden."_s,
+                       u"%1 is larger than 32000 bytes, the most that handsets take"_s.arg(file));
     case Fault::NoName:
-        return {.text = u"Die Datei "_s + file + u" hat keinen Namen, den das Telefon annimmt."_s,
-                .icon = Icon::Exclamation,
-                .english = u"phones take no character of the name %1"_s.arg(file)};
+        return warning(u"Die Datei "_s + file + u" hat keinen Namen, den das Telefon annimmt."_s,
+                       u"phones take no character of the name %1"_s.arg(file));
     case Fault::NoConverter:
         return missing(failure.program);
     case Fault::NoMp3:
-        return {.text = u"Die Datei "_s + file +
-                        u" kann nicht umgewandelt werden: SoX liest hier kein MP3. Installieren Sie das "
-                        u"Paket libsox-fmt-mp3."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be converted: SoX reads no MP3 here; install the package \"%2\""_s.arg(
-                    file, u"libsox-fmt-mp3"_s)};
+        return warning(u"Die Datei "_s + file +
+                           u" kann nicht umgewandelt werden: SoX liest hier kein MP3. Installieren Sie das "
+                           u"Paket libsox-fmt-mp3."_s,
+                       u"%1 can't be converted: SoX reads no MP3 here; install the package \"%2\""_s.arg(
+                           file, u"libsox-fmt-mp3"_s));
     case Fault::TooLong:
-        return {.text = u"Die Umwandlung von "_s + file + u" dauert zu lange und wurde abgebrochen."_s,
-                .icon = Icon::Exclamation,
-                .english = u"%1 took too long to convert"_s.arg(file)};
+        return warning(u"Die Umwandlung von "_s + file + u" dauert zu lange und wurde abgebrochen."_s,
+                       u"%1 took too long to convert"_s.arg(file));
     case Fault::NotWritten:
-        return {.text = u"Fehler beim Schreiben der Datei "_s + file,
-                .icon = Icon::Exclamation,
-                .english = u"%1 can't be written%2"_s.arg(file, because(failure))};
+        return warning(u"Fehler beim Schreiben der Datei "_s + file,
+                       u"%1 can't be written%2"_s.arg(file, because(failure)));
     case Fault::Cancelled:
         break;
     }
     return {.text = u"Die Umwandlung wurde abgebrochen."_s,
             .icon = Icon::Information,
             .english = u"interrupted; %1 was not converted"_s.arg(file)};
-}
+} // namespace
 
 QString packageOf(const QString& program)
 {
