@@ -60,6 +60,11 @@ QByteArray AtRequest::text() const
     return "AT" + name + argument;
 }
 
+AtAnswer onlyOk(AtContext&, const AtRequest&)
+{
+    return AtAnswer::ok();
+}
+
 AtRequest parseAtLine(const QByteArray& line)
 {
     const QByteArray body = line.sliced(2);

@@ -86,6 +86,9 @@ struct AtCommand
     Ending ending = Ending::Cr;
 };
 
+/// Runs a command that needs an OK and nothing else.
+AtAnswer onlyOk(AtContext& context, const AtRequest& request);
+
 std::span<const AtCommand> basicCommands();
 std::span<const AtCommand> statusCommands();
 std::span<const AtCommand> storeCommands();

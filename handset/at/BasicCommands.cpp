@@ -8,11 +8,6 @@ namespace kalmo::handset {
 
 namespace {
 
-AtAnswer nothing(AtContext&, const AtRequest&)
-{
-    return AtAnswer::ok();
-}
-
 /// Families 1 and 2 close a store with a bare "AT".
 AtAnswer attention(AtContext& context, const AtRequest&)
 {
@@ -76,12 +71,12 @@ AtAnswer productName(AtContext& context, const AtRequest&)
 
 constexpr auto either = Ending::Either;
 
-constexpr AtCommand commands[] = {
+constexpr AtCommand basicTable[] = {
     {"", Form::Run, everyDevice, 0.02, attention, true, either},
     {"Z", Form::Run, everyDevice, 0.05, reset, true, either},
     {"E", Form::Run, everyDevice, 0.02, setEcho},
     {"+CMEE", Form::Read | Form::Set, everyDevice, 0.02, errorLevel},
-    {"+CMEE", Form::Test, everyDevice, 0.02, nothing},
+    {"+CMEE", Form::Test, everyDevice, 0.02, onlyOk},
     {"+CGMI", Form::Run, everyDevice, 0.04, manufacturer},
     {"+CGMM", Form::Run, everyDevice, 0.04, model, false, either},
     {"+CGMR", Form::Run, everyDevice, 0.04, version},
@@ -93,7 +88,7 @@ constexpr AtCommand commands[] = {
 
 std::span<const AtCommand> basicCommands()
 {
-    return commands;
+    return basicTable;
 }
 
 } // namespace kalmo::handset

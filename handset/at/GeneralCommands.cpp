@@ -6,11 +6,6 @@ namespace kalmo::handset {
 
 namespace {
 
-AtAnswer nothing(AtContext&, const AtRequest&)
-{
-    return AtAnswer::ok();
-}
-
 /// A maker with whom general clients use AT^SQWE.
 AtAnswer knownMaker(AtContext&, const AtRequest&)
 {
@@ -52,7 +47,7 @@ AtAnswer dataProtocol(AtContext&, const AtRequest& request)
 constexpr AtCommand sqweCommands[] = {
     {"+GMI", Form::Run, everyHandset, 0.02, knownMaker},
     {"+CGMI", Form::Run, everyHandset, 0.02, knownMaker},
-    {"+CFUN", Form::Set, everyHandset, 0.02, nothing},
+    {"+CFUN", Form::Set, everyHandset, 0.02, onlyOk},
     {"+CCLK", Form::Read | Form::Set, everyHandset, 0.15, clockCommand},
     {"+CSCS", Form::Read | Form::Test | Form::Set, everyHandset, 0.02, characterSet},
     {"^SIFS", Form::Run, everyHandset, 0.02, cable},
@@ -62,7 +57,7 @@ constexpr AtCommand sqweCommands[] = {
 constexpr AtCommand cprotCommands[] = {
     {"+GMI", Form::Run, everyHandset, 0.02, anyMaker},
     {"+CGMI", Form::Run, everyHandset, 0.02, anyMaker},
-    {"+CFUN", Form::Set, everyHandset, 0.02, nothing},
+    {"+CFUN", Form::Set, everyHandset, 0.02, onlyOk},
     {"+CCLK", Form::Read | Form::Set, everyHandset, 0.15, clockCommand},
     {"+CSCS", Form::Read | Form::Test | Form::Set, everyHandset, 0.02, characterSet},
     {"+CPROT", Form::Test | Form::Set, everyHandset, 0.05, dataProtocol},

@@ -24,7 +24,7 @@ AtAnswer switchMode(AtContext& context, const AtRequest& request)
     return answer;
 }
 
-constexpr AtCommand commands[] = {
+constexpr AtCommand modeTable[] = {
     {"^SQWE", Form::Set, vcardFamilies, 0.1, switchMode, false, Ending::CrLf},
     {"^SQWE", Form::Read, vcardFamilies, 0.05, switchMode},
 };
@@ -33,7 +33,7 @@ constexpr AtCommand commands[] = {
 
 std::span<const AtCommand> modeCommands()
 {
-    return commands;
+    return modeTable;
 }
 
 } // namespace kalmo::handset

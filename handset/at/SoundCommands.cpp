@@ -66,7 +66,7 @@ AtAnswer listMelodies(AtContext& context, const AtRequest& request)
 
 constexpr FamilySet withRingtones{2, 4};
 
-constexpr AtCommand commands[] = {
+constexpr AtCommand soundTable[] = {
     {"^WREX", Form::Read | Form::Set, withRingtones, 0.12, ringtone<ExternalCall>},
     {"^WRIN", Form::Read | Form::Set, withRingtones, 0.12, ringtone<InternalCall>},
     {"^WRAP", Form::Read | Form::Set, withRingtones, 0.12, ringtone<Appointment>},
@@ -78,7 +78,7 @@ constexpr AtCommand commands[] = {
 
 std::span<const AtCommand> soundCommands()
 {
-    return commands;
+    return soundTable;
 }
 
 } // namespace kalmo::handset

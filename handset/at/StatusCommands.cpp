@@ -71,7 +71,7 @@ AtAnswer areaCodes(AtContext& context, const AtRequest& request)
 
 constexpr FamilySet withGauges = FamilySet(1, 1) | vcardFamilies;
 
-constexpr AtCommand commands[] = {
+constexpr AtCommand statusTable[] = {
     {"+CSQ", Form::Run, withGauges, 0.05, signal},
     {"+CBC", Form::Run, withGauges, 0.05, battery},
     {"+CCLK", Form::Read | Form::Set, FamilySet(1, 1), 0.15, clockCommand},
@@ -87,7 +87,7 @@ AtAnswer clockCommand(AtContext& context, const AtRequest& request)
 
 std::span<const AtCommand> statusCommands()
 {
-    return commands;
+    return statusTable;
 }
 
 } // namespace kalmo::handset

@@ -131,7 +131,7 @@ AtAnswer writeNext(AtContext& context, const AtRequest& request)
     return AtAnswer::ok({}, writeSecondsPerEntry * static_cast<double>(store->entries.size()));
 }
 
-constexpr AtCommand commands[] = {
+constexpr AtCommand storeTable[] = {
     {"^WSSL", Form::Set, classicFamilies, 0.1, selectStore},
     {"^WSSL", Form::Run, FamilySet(3, 4), 0.1, closeStores, true, Ending::Either},
     {"^WSEL", Form::Set, classicFamilies, 0.4, eraseStore},
@@ -143,7 +143,7 @@ constexpr AtCommand commands[] = {
 
 std::span<const AtCommand> storeCommands()
 {
-    return commands;
+    return storeTable;
 }
 
 } // namespace kalmo::handset

@@ -25,13 +25,6 @@ const QByteArray fileService =
     QByteArray::fromHex("F9EC7BC4953C11D2984E525400DC9E09"); // as general clients ask
 const QByteArray irmc = "IRMC-SYNC";
 
-QByteArray bigEndian16(qsizetype number)
-{
-    QByteArray bytes(2, '\0');
-    qToBigEndian(static_cast<quint16>(number), bytes.data());
-    return bytes;
-}
-
 } // namespace
 
 ObexServer::Answer ObexServer::answer(quint8 code, const QByteArray& rest, double seconds)
@@ -133,7 +126,7 @@ ObexServer::Answer ObexServer::connectTo(const ObexPacket& request)
     m_largestAnswer = std::min<qsizetype>(m_largestAnswer, m_phone.maxPacket());
     if (m_phone.isTolerant())
         m_largestAnswer = std::min(m_largestAnswer, packetForSmallClients);
-    QByteArray rest = QByteArray(1, version) + '\0' + bigEndian16(m_phone.maxPacket());
+    QByteArray rest = QByteArray(1, version) + '\0' + bigEndian(static_cast<quint16>(m_phone.maxPacket()));
     rest += header(obex::ConnectionId, connection);
     if (!target.isEmpty())
         rest += header(obex::Who, target);

@@ -179,9 +179,8 @@ ObjectReply ObjectStore::memory(const QByteArray& query)
     // The card is there, but nothing can be put on it.
     const qint64 all = ofCard ? m_phone.options.memoryCard : m_phone.files.capacity();
     const qint64 free = ofCard ? m_phone.options.memoryCard : m_phone.files.free();
-    QByteArray number(4, '\0');
-    qToBigEndian(static_cast<quint32>(kind == AllMemory ? all : free), number.data());
-    return {.headers = header(obex::Parameters, parameter(TagMemory, number))};
+    const auto bytes = bigEndian(static_cast<quint32>(kind == AllMemory ? all : free));
+    return {.headers = header(obex::Parameters, parameter(TagMemory, bytes))};
 }
 
 } // namespace kalmo::handset

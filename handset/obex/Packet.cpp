@@ -21,17 +21,9 @@ QString hex(quint8 byte)
     return u"%1"_s.arg(byte, 2, 16, QChar(u'0')).toUpper();
 }
 
-quint16 bigEndian16(const QByteArray& bytes, qsizetype at)
+quint16 number16(const QByteArray& bytes, qsizetype at)
 {
     return qFromBigEndian<quint16>(bytes.constData() + at);
-}
-
-template <typename Number>
-QByteArray bigEndian(Number number)
-{
-    QByteArray bytes(sizeof(Number), '\0');
-    qToBigEndian(number, bytes.data());
-    return bytes;
 }
 
 qsizetype fixedSize(quint8 opcode)
@@ -53,7 +45,7 @@ std::optional<ObexHeader> takeHeader(QByteArray& rest)
         length = 2;
     } else {
         head = headerHead;
-        length = rest.size() < headerHead ? 0 : bigEndian16(rest, 1);
+        length = rest.size() < headerHead ? 0 : number16(rest, 1);
     }
     if (length < head || length > rest.size())
         return std::nullopt;
@@ -91,7 +83,7 @@ quint32 ObexPacket::number(quint8 id) const
 
 qsizetype declaredSize(const QByteArray& bytes)
 {
-    return bytes.size() < frameHead ? 0 : std::max<qsizetype>(bigEndian16(bytes, 1), frameHead);
+    return bytes.size() < frameHead ? 0 : std::max<qsizetype>(number16(bytes, 1), frameHead);
 }
 
 ObexPacket parsePacket(const QByteArray& frame)
@@ -102,8 +94,8 @@ ObexPacket parsePacket(const QByteArray& frame)
     rest.remove(0, packet.fixed.size());
     if (packet.fixed.size() < fixedSize(packet.opcode))
         packet.faults.append(u"a frame with opcode %1 is too short"_s.arg(hex(packet.opcode)));
-    if (bigEndian16(frame, 1) < frameHead)
-        packet.faults.append(u"a frame declares %1 bytes"_s.arg(bigEndian16(frame, 1)));
+    if (number16(frame, 1) < frameHead)
+        packet.faults.append(u"a frame declares %1 bytes"_s.arg(number16(frame, 1)));
     while (!rest.isEmpty()) {
         const quint8 id = static_cast<quint8>(rest.front());
         auto taken = takeHeader(rest);
@@ -140,7 +132,7 @@ QString fromUtf16(const QByteArray& bytes)
 {
     QString text;
     for (qsizetype at = 0; at + 1 < bytes.size(); at += 2)
-        text += QChar(bigEndian16(bytes, at));
+        text += QChar(number16(bytes, at));
     while (text.endsWith(QChar(u'\0')))
         text.chop(1);
     return text;

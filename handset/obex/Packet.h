@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QtEndian>
 
 #include <optional>
 #include <vector>
@@ -70,6 +71,15 @@ struct ObexPacket
     std::optional<QString> name() const;
     quint32 number(quint8 id) const;
 };
+
+/// Bytes of a number of 8, 16 or 32 bits, high byte first.
+template <typename Number>
+QByteArray bigEndian(Number number)
+{
+    QByteArray bytes(sizeof(Number), '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
 
 /// Bytes that a frame declares to have; 0 while fewer than three are known.
 qsizetype declaredSize(const QByteArray& bytes);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double writeSeconds = 0.4;
+constexpr double itemSeconds = 0.4;
 constexpr double prepareSeconds = 0.2;
 const QString itemFolder = u"luid"_s;
 const QString ownLuid = u"0000"_s; // of the handset's own card, where it has one
@@ -130,7 +130,7 @@ std::optional<quint8> TelecomObjects::refusal(const IrmcStore& store, const Chan
 ObjectReply TelecomObjects::changed(const IrmcStore& store, const QString& luid, bool tells)
 {
     m_phone.keep(store);
-    ObjectReply reply{.seconds = writeSeconds};
+    ObjectReply reply{.seconds = itemSeconds};
     if (!tells || m_phone.faults.noLuid)
         return reply;
     reply.headers = header(obex::Parameters, parameter(TagLuid, luid.toLatin1()) +
