@@ -154,15 +154,18 @@ bool readEntries(const StoreJob& job, Store store, const std::function<void(cons
                  bool& doubtful)
 {
     QByteArray reply;
-    NextEntry next = NextEntry::Entry;
-    while (next != NextEntry::End) {
-        next = job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, doubtful);
+    for (int count = 0; count <= mostEntries; ++count) {
+        const NextEntry next =
+            job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, doubtful);
         if (next == NextEntry::Failed)
             return false;
         take(reply);
         job.line.pause(0.1);
+        if (next == NextEntry::End)
+            return true;
     }
-    return true;
+    job.context().log.WriteDebugLog(u"Warning:"_s, u"Store without an end"_s);
+    return false;
 }
 
 void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status,

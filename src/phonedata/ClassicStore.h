@@ -61,8 +61,11 @@ bool lengthsAddUp(const QByteArray& reply, Store store);
 /// Sends a write command. Returns true if the phone took the entry.
 bool writeNextEntry(link::Line& line, const QByteArray& command);
 
+/// More entries than any classic handset holds. A device that always gives one more is no phone.
+inline constexpr int mostEntries = 2000;
+
 /// Reads an open store to its end and hands on every reply, the empty one at the end too. Returns false after
-/// a failure or where the user cancelled. `doubtful` as in readNextEntry.
+/// a failure, where the user cancelled, and for a store without an end. `doubtful` as in readNextEntry.
 bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
                  bool& doubtful);
 

@@ -186,24 +186,28 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
 
 void tst_ClassicPhonebook::failedReadLeavesNothing()
 {
-    const Rows<bool, bool> rows{
-        {"an entry is refused", true, false},
-        {"the user stops it", true, true},
-        {"the store does not open", false, false},
-    };
-    rows.each([&](const auto& opens, const auto& isCancelled) {
+    const QByteArray anna = "^WSRE: 4,Anna,3,110,0,";
+    Rows<bool, Prepare> rows;
+    rows.add("an entry is refused", true,
+             [&](ClassicPhone& phone) { phone.script.expect(readNext, anna).refuse(readNext); });
+    rows.add("the user stops it", true, [&](ClassicPhone& phone) {
+        phone.script.expect(readNext, anna).then([&phone] { phone.progress.cancel.checked = true; });
+    });
+    rows.add("the store has no end", true, [&](ClassicPhone& phone) {
+        for (int entry = 0; entry <= mostEntries; ++entry)
+            phone.script.expect(readNext, anna);
+    });
+    rows.add("the store does not open", false, [](ClassicPhone&) {});
+    rows.each([&](const auto& opens, const auto& prepare) {
         ClassicPhone phone(2);
         phone.memory.phonebook.becomes(annaAndBert, Certainty::Known);
         phone.fill(annaAndBert);
-        if (!opens) {
-            phone.script.refuse(openStore);
-        } else {
-            phone.script.expect(openStore).expect(readNext, "^WSRE: 4,Anna,3,110,0,");
-            if (isCancelled)
-                phone.script.then([&] { phone.progress.cancel.checked = true; });
-            else
-                phone.script.refuse(readNext);
+        if (opens) {
+            phone.script.expect(openStore);
+            prepare(phone);
             phone.script.expect("AT\r");
+        } else {
+            phone.script.refuse(openStore);
         }
         QVERIFY(!ReadPB_TB(phone.job()));
 
