@@ -145,7 +145,7 @@ private:
     QProcess m_process;
 };
 
-/// What something has cost since it was made: seconds elapsed and of the processor, bytes in both directions.
+/// Measures the work since it was made: seconds elapsed and of the processor, bytes in both directions.
 class Watch
 {
 public:

@@ -42,7 +42,7 @@ bool isOnScreen(const QString& name)
     return search.exitCode() == 0 && !search.readAllStandardOutput().trimmed().isEmpty();
 }
 
-/// What one look takes, which are no cost of the program's.
+/// Measures one look, whose milliseconds are no cost of the program's.
 double millisecondsOfLooking()
 {
     QElapsedTimer watch;

@@ -28,8 +28,9 @@ if(KALMO_SANITIZE OR NOT KALMO_GUI)
     set(KALMO_LARGE_PIECES ON)
 endif()
 
-# Every .cpp below the given folders belongs to the target, so no source file can be forgotten; only main.cpp is
-# named by the program itself. Files that end in _unix.cpp or _windows.cpp belong to that platform alone.
+# Every .cpp below the given folders belongs to the target, so no source file can be forgotten. Only main.cpp is named
+# by the program itself, and CodePage.cpp by its library. Files that end in _unix.cpp or _windows.cpp belong to that
+# platform alone.
 function(kalmo_sources target)
     set(sources)
     foreach(folder IN LISTS ARGN)
@@ -37,7 +38,7 @@ function(kalmo_sources target)
              "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h")
         list(APPEND sources ${found})
     endforeach()
-    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    list(FILTER sources EXCLUDE REGEX "/(main|CodePage)\\.cpp$")
     if(WIN32)
         list(FILTER sources EXCLUDE REGEX "_unix\\.(cpp|h)$")
     else()

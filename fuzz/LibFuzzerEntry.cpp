@@ -1,4 +1,4 @@
-// What libFuzzer calls, once for each fuzzer: KALMO_FUZZ_TARGET is its function.
+// The entry point of libFuzzer, compiled once for each fuzzer: KALMO_FUZZ_TARGET is its function.
 
 #include "fuzz/Targets.h"
 

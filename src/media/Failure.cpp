@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kalmo::media {
 
 using namespace Qt::StringLiterals;
@@ -31,114 +33,97 @@ Message missing(const QString& program)
         .english = english};
 }
 
+/// The words of a failure. %p is the path of the file, %n its name, %d the detail, %b the detail after a
+/// colon or, if there is none, a full stop.
+struct Words
+{
+    Fault fault;
+    QStringView german;
+    QStringView english;
+    Icon icon = Icon::Exclamation;
+};
+
+constexpr Words messages[] = {
+    {Fault::NoSource, u"Datei %p existiert nicht.", u"there is no file %p"},
+    {Fault::NotReadable, u"Die Datei %p kann nicht gelesen werden. Prüfen Sie die Zugriffsrechte.",
+     u"%p can't be read%b"},
+    {Fault::NotFit, u"Die Datei %p passt nicht in den gewählten Ordner und wurde nicht übertragen.",
+     u"%p is of a kind that the folder does not take"},
+    {Fault::NoFolder,
+     u"In den gewählten Ordner können keine Dateien übertragen werden. Verwenden Sie folgende Ordner als "
+     u"Ziele:\n- Clip Pictures oder Pictures für Bilder\n- Sounds für Klingeltöne",
+     u"only Pictures, Clip Pictures and Sounds take converted files", Icon::Information},
+    {Fault::BadPicture,
+     u"Die Datei %n ist fehlerhaft und kann nicht geladen werden. Sie sollten diese Datei überprüfen und "
+     u"ggf. löschen.",
+     u"%p can't be read as a picture%b"},
+    {Fault::OtherFormat,
+     u"Die Datei %n ist trotz ihrer Endung kein Bild im Format BMP, GIF, JPG oder PNG und kann nicht "
+     u"umgewandelt werden.",
+     u"%p can't be converted%b"},
+    {Fault::LargePicture,
+     u"Das Bild %n ist mit %d Pixeln zu groß und kann nicht umgewandelt werden. Verkleinern Sie es vorher.",
+     u"%p is too large to convert: it has %d pixels"},
+    {Fault::NoBitmap, u"Die Quelldatei %p existiert nicht. JPG Umwandlung nicht möglich.",
+     u"there is no file %p"},
+    {Fault::NoJpeg, u"JPG Umwandlung gescheitert (.%d).", u"%p can't be coded as JPEG%b"},
+    {Fault::BadSound, u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert.",
+     u"%p can't be converted to a sound for handsets%b"},
+    {Fault::BadMelody,
+     u"Die Konvertierung von %p ist gescheitert. Vermutlich haben Sie eine ungeeignete oder beschädigte "
+     u"Mididatei ausgewählt.",
+     u"%p can't be converted to a melody for handsets%b"},
+    {Fault::LargeMelody, u"Die gewählte Datei %p ist größer als 32kB und kann nicht übertragen werden.",
+     u"%p is larger than 32000 bytes, the most that handsets take"},
+    {Fault::NoName, u"Die Datei %p hat keinen Namen, den das Telefon annimmt.",
+     u"phones take no character of the name %p"},
+    {Fault::NoMp3,
+     u"Die Datei %p kann nicht umgewandelt werden: SoX liest hier kein MP3. Installieren Sie das Paket "
+     u"libsox-fmt-mp3.",
+     u"%p can't be converted: SoX reads no MP3 here; install the package \"libsox-fmt-mp3\""},
+    {Fault::TooLong, u"Die Umwandlung von %p dauert zu lange und wurde abgebrochen.",
+     u"%p took too long to convert"},
+    {Fault::NotWritten, u"Fehler beim Schreiben der Datei %p", u"%p can't be written%b"},
+    {Fault::Cancelled, u"Die Umwandlung wurde abgebrochen.", u"interrupted; %p was not converted",
+     Icon::Information},
+};
+
 QString because(const Failure& failure)
 {
     return failure.detail.isEmpty() ? u"."_s : u": "_s + failure.detail;
 }
 
-Message warning(const QString& text, const QString& english)
+/// Puts the failure's texts into their places, in one pass, since a file's name may hold a percent sign.
+QString filled(QStringView words, const Failure& failure)
 {
-    return {.text = text, .icon = Icon::Exclamation, .english = english};
-}
-
-/// The message for a picture that can't be converted.
-Message pictureMessage(const Failure& failure)
-{
-    const QString& file = failure.file;
-    const QString name = QFileInfo(file).fileName();
-    switch (failure.fault) {
-    case Fault::BadPicture:
-        return warning(
-            u"Die Datei "_s + name +
-                u" ist fehlerhaft und kann nicht geladen werden. Sie sollten diese Datei überprüfen und "
-                u"ggf. löschen."_s,
-            u"%1 can't be read as a picture%2"_s.arg(file, because(failure)));
-    case Fault::OtherFormat:
-        return warning(
-            u"Die Datei "_s + name +
-                u" ist trotz ihrer Endung kein Bild im Format BMP, GIF, JPG oder PNG und kann nicht "
-                u"umgewandelt werden."_s,
-            u"%1 can't be converted%2"_s.arg(file, because(failure)));
-    case Fault::LargePicture:
-        return warning(
-            u"Das Bild %1 ist mit %2 Pixeln zu groß und kann nicht umgewandelt werden. Verkleinern "
-            u"Sie es vorher."_s.arg(name, failure.detail),
-            u"%1 is too large to convert: it has %2 pixels"_s.arg(file, failure.detail));
-    case Fault::NoBitmap:
-        return warning(u"Die Quelldatei "_s + file + u" existiert nicht. JPG Umwandlung nicht möglich."_s,
-                       u"there is no file %1"_s.arg(file));
-    default: // Fault::NoJpeg
-        return warning(u"JPG Umwandlung gescheitert (."_s + failure.detail + u")."_s,
-                       u"%1 can't be coded as JPEG%2"_s.arg(file, because(failure)));
+    QString text;
+    for (qsizetype at = 0; at < words.size(); ++at) {
+        const QChar mark = words[at] == u'%' ? words[++at] : QChar();
+        if (mark == u'p')
+            text += failure.file;
+        else if (mark == u'n')
+            text += QFileInfo(failure.file).fileName();
+        else if (mark == u'd')
+            text += failure.detail;
+        else if (mark == u'b')
+            text += because(failure);
+        else
+            text += words[at];
     }
+    return text;
 }
 
 } // namespace
 
 Message messageFor(const Failure& failure)
 {
-    const QString& file = failure.file;
-    switch (failure.fault) {
-    case Fault::NoSource:
-        return warning(u"Datei "_s + file + u" existiert nicht."_s, u"there is no file %1"_s.arg(file));
-    case Fault::NotReadable:
-        return warning(u"Die Datei "_s + file +
-                           u" kann nicht gelesen werden. Prüfen Sie die Zugriffsrechte."_s,
-                       u"%1 can't be read%2"_s.arg(file, because(failure)));
-    case Fault::NotFit:
-        return warning(u"Die Datei "_s + file +
-                           u" passt nicht in den gewählten Ordner und wurde nicht übertragen."_s,
-                       u"%1 is of a kind that the folder does not take"_s.arg(file));
-    case Fault::NoFolder:
-        return {
-            .text =
-                u"In den gewählten Ordner können keine Dateien übertragen werden. Verwenden Sie folgende "
-                u"Ordner als Ziele:\n- Clip Pictures oder Pictures für Bilder\n- Sounds für Klingeltöne"_s,
-            .icon = Icon::Information,
-            .english = u"only Pictures, Clip Pictures and Sounds take converted files"_s};
-    case Fault::BadPicture:
-    case Fault::OtherFormat:
-    case Fault::LargePicture:
-    case Fault::NoBitmap:
-    case Fault::NoJpeg:
-        return pictureMessage(failure);
-    case Fault::BadSound:
-        return warning(u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert."_s,
-                       u"%1 can't be converted to a sound for handsets%2"_s.arg(file, because(failure)));
-    case Fault::BadMelody:
-        return warning(
-            u"Die Konvertierung von "_s + file +
-                u" ist gescheitert. Vermutlich haben Sie eine ungeeignete oder beschädigte Mididatei "
-                u"ausgewählt."_s,
-            u"%1 can't be converted to a melody for handsets%2"_s.arg(file, because(failure)));
-    case Fault::LargeMelody:
-        return warning(u"Die gewählte Datei "_s + file +
-                           u" ist größer als 32kB und kann nicht übertragen werden."_s,
-                       u"%1 is larger than 32000 bytes, the most that handsets take"_s.arg(file));
-    case Fault::NoName:
-        return warning(u"Die Datei "_s + file + u" hat keinen Namen, den das Telefon annimmt."_s,
-                       u"phones take no character of the name %1"_s.arg(file));
-    case Fault::NoConverter:
+    if (failure.fault == Fault::NoConverter)
         return missing(failure.program);
-    case Fault::NoMp3:
-        return warning(u"Die Datei "_s + file +
-                           u" kann nicht umgewandelt werden: SoX liest hier kein MP3. Installieren Sie das "
-                           u"Paket libsox-fmt-mp3."_s,
-                       u"%1 can't be converted: SoX reads no MP3 here; install the package \"%2\""_s.arg(
-                           file, u"libsox-fmt-mp3"_s));
-    case Fault::TooLong:
-        return warning(u"Die Umwandlung von "_s + file + u" dauert zu lange und wurde abgebrochen."_s,
-                       u"%1 took too long to convert"_s.arg(file));
-    case Fault::NotWritten:
-        return warning(u"Fehler beim Schreiben der Datei "_s + file,
-                       u"%1 can't be written%2"_s.arg(file, because(failure)));
-    case Fault::Cancelled:
-        break;
-    }
-    return {.text = u"Die Umwandlung wurde abgebrochen."_s,
-            .icon = Icon::Information,
-            .english = u"interrupted; %1 was not converted"_s.arg(file)};
-} // namespace
+    const auto* words = std::ranges::find(messages, failure.fault, &Words::fault);
+    return {.text = filled(words->german, failure),
+            .icon = words->icon,
+            .english = filled(words->english, failure)};
+}
 
 QString packageOf(const QString& program)
 {

@@ -134,8 +134,8 @@ QString lostInWords(const operations::Outcome& outcome)
 
 QString openRecordInWords()
 {
-    return u"Der frühere Stand ist gesichert, aber das Ergebnis dieser Änderung konnte nicht dazu "
-           u"geschrieben werden. Sie steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s;
+    return u"Der frühere Stand ist gesichert. Das Ergebnis der Änderung konnte nicht ergänzt werden: "
+           u"Die Änderung steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s;
 }
 
 QString momentInWords(const QDateTime& moment)
