@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 
 namespace kalmo::media {
 
@@ -123,7 +124,8 @@ LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_tok
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true); // an ending may be wrong
     reader.setAutoTransform(true);           // as the EXIF data of a camera says
-    QImageReader::setAllocationLimit(mostMegabytes);
+    static std::once_flag isLimited;         // the toolkit has one limit for all readers
+    std::call_once(isLimited, [] { QImageReader::setAllocationLimit(mostMegabytes); });
     const QSize size = reader.size();
     if (!reader.canRead() || size.isEmpty() || !isPhotoFormat(reader.format()))
         return unknown(path);

@@ -1,5 +1,7 @@
 #include "operations/FileAccess.h"
 
+#include "obex/Patience.h"
+
 #include <algorithm>
 
 namespace kalmo::operations {
@@ -30,10 +32,8 @@ bool FileAccess::canSend()
     if (m_client->isInStep())
         return true;
     const clsMmc::Quiet quiet(*m_client);
-    const double patience = m_client->RxTimeOut();
-    m_client->setRxTimeOut(patienceAfterSilence);
+    const obex::Patience patience(*m_client, patienceAfterSilence);
     m_client->getInStep();
-    m_client->setRxTimeOut(patience);
     m_isLost = !m_client->isInStep();
     return !m_isLost;
 }

@@ -26,7 +26,7 @@ Asked<QByteArray> askForAreaCodes(link::Line& line)
 Asked<QByteArray> askForSetting(const RingtoneJob& job, SoundEvent event)
 {
     return askUntilSure(job.line, [&]() -> std::optional<QByteArray> {
-        job.context().clock.WaitSeconds(phonedata::pauseBetweenSettings);
+        job.line.pause(phonedata::pauseBetweenSettings);
         QByteArray answer;
         return phonedata::askSetting(job.line, event, answer) ? std::optional(answer) : std::nullopt;
     });
@@ -102,7 +102,7 @@ Asked<SoundSetting> readBack(const RingtoneJob& job, SoundEvent event, const Sou
 {
     SoundSetting& known = job.memory.soundSettings[static_cast<size_t>(event)];
     if (!report)
-        job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+        job.line.pause(phonedata::pauseAheadOfSettings);
     else if (!phonedata::ReadSoundSettings(job, report))
         return {std::nullopt, readingFailure(job.line)};
     else if (known == wanted)
@@ -154,7 +154,7 @@ SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent e
 {
     SettingOutcome<SoundSetting> result{.outcome = {.planned = 1}};
     Outcome& outcome = result.outcome;
-    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    job.line.pause(phonedata::pauseAheadOfSettings);
     const Asked<QByteArray> before = askForSetting(job, event);
     if (!before.value) {
         outcome.cause = before.cause;
@@ -162,9 +162,9 @@ SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent e
     }
     const RecordedPart part{u"ringtones.raw"_s, *before.value};
     changeRecorded(job.line, RecordedList::Ringtones, recordCause, part, outcome, [&] {
-        job.context().clock.WaitSeconds(phonedata::pauseBetweenSettings);
+        job.line.pause(phonedata::pauseBetweenSettings);
         noteSent(job.line, phonedata::SetSoundCode(job, event, code, volume), outcome);
-        job.context().clock.WaitSeconds(phonedata::pauseAfterSetting);
+        job.line.pause(phonedata::pauseAfterSetting);
         const SoundSetting wanted{code.toInt(), volume};
         noteReadBack(readBack(job, event, wanted, report), wanted,
                      phonedata::parseSetting(event, *before.value), result);
@@ -229,7 +229,7 @@ Cause readRingtones(const RingtoneJob& job)
 {
     if (const Cause cause = readMelodies(job); cause != Cause::None)
         return cause;
-    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    job.line.pause(phonedata::pauseAheadOfSettings);
     for (int index = 0; index < phonedata::soundEventCount; ++index) {
         if (job.cancel && job.cancel->Checked())
             return Cause::Interrupted;
@@ -241,7 +241,7 @@ Cause readRingtones(const RingtoneJob& job)
 
 Cause readRingtone(const RingtoneJob& job, SoundEvent event)
 {
-    job.context().clock.WaitSeconds(phonedata::pauseAheadOfSettings);
+    job.line.pause(phonedata::pauseAheadOfSettings);
     return learnSetting(job, event);
 }
 
@@ -278,7 +278,7 @@ SettingOutcome<QDateTime> setClock(link::Line& line)
     const bool isRefused = outcome.state == State::Unchanged;
     Asked<QDateTime> now;
     if (outcome.cause != Cause::LineGone) {
-        line.context().clock.WaitSeconds(pauseBeforeReading);
+        line.pause(pauseBeforeReading);
         now = readClockBack(line);
         result.now = now.value;
     }

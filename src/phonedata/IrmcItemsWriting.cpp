@@ -5,10 +5,9 @@
 #include "app/Version.h"
 #include "link/PhoneModels.h"
 #include "obex/clsMmcOperation.h"
+#include "obex/Patience.h"
 #include "phonedata/IrmcItems.h"
 #include "phonedata/VcfCodec.h"
-
-#include <QScopedValueRollback>
 
 namespace kalmo::phonedata {
 
@@ -21,19 +20,6 @@ using toolkit::Progress;
 namespace {
 
 constexpr double writeSilence = 60; // seconds; the phone sorts its list anew
-constexpr double usualSilence = 25;
-
-/// The client's patience for as long as it writes.
-class Patience
-{
-public:
-    explicit Patience(clsMmc& client) : m_client(client) { m_client.setRxTimeOut(writeSilence); }
-    ~Patience() { m_client.setRxTimeOut(usualSilence); }
-    Q_DISABLE_COPY_MOVE(Patience)
-
-private:
-    clsMmc& m_client;
-};
 
 /// An item on its way to the phone.
 struct Item
@@ -165,7 +151,7 @@ ItemResult writeCard(clsMmc& client, const QByteArray& card, const QString& luid
     if (!operation.isAllowed())
         return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
-    const Patience patience(client);
+    const obex::Patience patience(client, writeSilence);
     const clsMmc::Busy busy(client);
     client.log(u"Start VCF - WriteItem >>>>>"_s, u"Start LUID="_s + luidInPhone);
     client.log(u"VCF"_s, app::fromCp1252(card));
@@ -182,7 +168,7 @@ ItemResult VcxWrite(clsMmc& client, qint32 kind, const OrganizerItem& organizerI
     if (!operation.isAllowed())
         return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
-    const Patience patience(client);
+    const obex::Patience patience(client, writeSilence);
     const clsMmc::Busy busy(client);
     const Item item{organizerItem.text,
                     organizerItem.luid,
@@ -199,7 +185,7 @@ ItemResult VcxDel(clsMmc& client, qint32 kind, QString& luid, qint32& counter, c
     if (!operation.isAllowed())
         return ItemResult::NotSent;
     const clsMmc::Uncancelled uncancelled(client);
-    const Patience patience(client);
+    const obex::Patience patience(client, writeSilence);
     const clsMmc::Busy busy(client);
     const Progress& shown = operation.progress();
     const IrmcKindInfo& info = irmcKindInfo(kind);

@@ -109,10 +109,10 @@ bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report)
     const toolkit::BusyScope busy(job.window);
     app::Context& context = job.context();
     toolkit::setStatus(job.panel, u"Klingeltöne werden eingelesen..."_s);
-    context.clock.WaitSeconds(pauseAheadOfSettings);
+    job.line.pause(pauseAheadOfSettings);
     for (int index = 0; index < soundEventCount; ++index) {
         if (index > 0)
-            context.clock.WaitSeconds(pauseBetweenSettings);
+            job.line.pause(pauseBetweenSettings);
         if (job.cancel && job.cancel->Checked())
             return false;
         const auto event = static_cast<SoundEvent>(index);

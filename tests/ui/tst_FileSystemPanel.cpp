@@ -161,7 +161,7 @@ void FileSystemPanel::foldersThatCanNotBeMade()
     const std::pair<int, QString> disks[] = {
         {100, u"Im Telefon wurde nichts geändert, weil der bisherige Stand auf diesem Computer nicht "
               "gesichert werden konnte.\n\n"_s},
-        {static_cast<int>(QFileInfo(record).size()) - 1, u"Der frühere Stand ist gesichert, aber"_s},
+        {static_cast<int>(QFileInfo(record).size()) - 1, u"Der frühere Stand ist gesichert. Das Ergebnis"_s},
     };
     for (const auto& [room, text] : disks) {
         made.giveName(u"Neu"_s);

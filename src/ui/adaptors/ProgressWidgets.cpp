@@ -146,8 +146,10 @@ void WindowBusy::release()
 {
     --s_busy;
     QGuiApplication::restoreOverrideCursor();
-    for (QWidget* widget : std::exchange(m_disabled, {}))
-        widget->setEnabled(true);
+    for (const QPointer<QWidget>& widget : std::exchange(m_disabled, {})) {
+        if (widget)
+            widget->setEnabled(true);
+    }
     if (m_focus && m_focus->isEnabled())
         m_focus->setFocus();
 }

@@ -3,6 +3,7 @@
 #include "toolkit/Progress.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 #include <QToolButton>
 
@@ -80,8 +81,9 @@ private:
     void release();
 
     QList<QWidget*> m_widgets;
-    QList<QWidget*> m_disabled; // those that this object disabled itself
-    QWidget* m_focus = nullptr;
+    // An operation runs event loops, in which a widget of a list or form may be deleted.
+    QList<QPointer<QWidget>> m_disabled; // those that this object disabled itself
+    QPointer<QWidget> m_focus;
     int m_depth = 0;
     inline static int s_busy = 0;
 };

@@ -119,13 +119,13 @@ void fraSounds::run(Command command)
 
 void fraSounds::load()
 {
-    toolkit::Clock& clock = m_parts.program.context.clock;
+    link::Line& line = m_parts.program.line;
     const toolkit::BusyScope busy(&m_parts.busy);
     showState(ListState::Reading);
-    clock.WaitSeconds(pauseAhead);
+    line.pause(pauseAhead);
     showState(phonedata::ReadSoundList(job(), *m_sounds) ? ListState::Read : ListState::Failed);
     fillTones(); // the built-in ones at least: the settings can refer to them without the list
-    clock.WaitSeconds(pauseBetween);
+    line.pause(pauseBetween);
     readSettings();
 }
 
