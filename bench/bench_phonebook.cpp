@@ -54,7 +54,7 @@ bool measure(bool thinks)
     phonedata::PhoneMemory memory;
     const auto list = phonedata::makePhonebookRows();
     const Watch watch(engine.port);
-    const bool done = phonedata::ReadPB_TB({engine.line, memory, *list, nullptr, {}});
+    const bool done = phonedata::ReadPB_TB({engine.line, memory, list.get(), nullptr, {}});
     const double elapsed = watch.elapsed();
     const double processor = watch.processor();
     const double pauses = pausesOfReading(entries);

@@ -49,9 +49,7 @@ phonedata::StoreWriting write(const ListJob& job, const ListPlan& plan, const Wr
 {
     if (job.onStep)
         job.onStep(ListStep::Writing);
-    const auto scratch = job.traits().makeRows();
-    phonedata::StoreJob storeJob{job.line, job.memory, job.shown ? *job.shown : *scratch, job.window,
-                                 job.progress};
+    phonedata::StoreJob storeJob{job.line, job.memory, job.shown, job.window, job.progress};
     if (!policy.isCancellable)
         storeJob.progress.cancel = nullptr;
     return phonedata::writeStore(storeJob, job.store, plan.toSend);

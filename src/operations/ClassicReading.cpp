@@ -50,16 +50,15 @@ ListReading readOnce(const ListJob& job, const ReadPolicy& policy)
 {
     ListReading reading;
     const bool areMelodiesSure = !policy.readsMelodies || learnMelodies(job, reading);
-    const auto rows = job.traits().makeRows();
-    QObject::connect(rows.get(), &toolkit::ListRows::inserted, rows.get(), [&] {
-        reading.given = rows->count();
+    const auto count = [&](int entries) {
+        reading.given = entries;
         if (job.onEntryRead)
-            job.onEntryRead(reading.given);
-    });
+            job.onEntryRead(entries);
+    };
     phonedata::StoreContent& content = job.content();
     content.forget(); // the content is known only as far as this reading knows it
     const bool isClosed =
-        phonedata::readStore({job.line, job.memory, *rows, job.window, job.progress}, job.store);
+        phonedata::readStore({job.line, job.memory, nullptr, job.window, job.progress, count}, job.store);
     reading.isWhole = content.certainty != Certainty::Unknown;
     if (!isClosed && job.progress.cancelled())
         reading.cause = Cause::Interrupted;

@@ -112,7 +112,8 @@ bool abandonRead(const StoreJob& job)
 {
     job.context().log.WriteDebugLog(u"ReadPB_TB"_s, u"RxPreExit"_s);
     CloseStore(job.line, job.progress);
-    job.list.clear();
+    if (job.list)
+        job.list->clear();
     job.memory.phonebook.forget();
     return false;
 }
@@ -171,27 +172,26 @@ bool ReadPB_TB(const StoreJob& job)
         return false;
     job.progress.status(u"Lese Telefonbuch..."_s);
     job.line.pause(0.5);
-    job.list.clear();
+    if (job.list)
+        job.list->clear();
 
-    bool doubtful = false;
-    QByteArrayList replies;
-    const auto take = [&](const QByteArray& reply) {
+    const auto entryFrom = [&](const QByteArray& reply) -> std::optional<ClassicEntry> {
         if (context.log.isOn())
             context.log.WriteDebugLog(u"ReadPB_TB_Data="_s, app::fromCp1252(reply));
-        if (!reply.isEmpty()) {
-            replies.append(reply);
-            job.list.add(toRow(parsePhonebookReply(reply, job.phoneType(), job.memory.sounds, context.log)));
-        }
-        context.log.WriteDebugLog(u"ReadPB_TB"_s, reply.isEmpty() ? u"EmptyEntrySkipped"_s : u"EntryDone"_s);
+        std::optional<ClassicEntry> entry;
+        if (!reply.isEmpty())
+            entry = parsePhonebookReply(reply, job.phoneType(), job.memory.sounds, context.log);
+        context.log.WriteDebugLog(u"ReadPB_TB"_s, entry ? u"EntryDone"_s : u"EmptyEntrySkipped"_s);
+        return entry;
     };
-    if (!readEntries(job, Store::Phonebook, take, doubtful))
+    auto content = readEntries(job, Store::Phonebook, entryFrom);
+    if (!content)
         return abandonRead(job);
-    StoreContent& content = job.memory.phonebook;
-    content.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known, replies);
     // Without the list of melodies an own one is shown under a wrong name.
-    if (!doubtful && !job.memory.areSoundsKnown &&
-        haveUnnamedSound(replies, job.phoneType(), job.memory.sounds))
-        content.becomesDoubtfulByMelodies();
+    if (content->certainty == Certainty::Known && !job.memory.areSoundsKnown &&
+        haveUnnamedSound(content->replies, job.phoneType(), job.memory.sounds))
+        content->becomesDoubtfulByMelodies();
+    job.memory.phonebook = std::move(*content);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
     return closed;
@@ -245,7 +245,7 @@ bool isNameless(const QByteArray& reply)
 
 bool WritePB_TB(const StoreJob& job)
 {
-    StoreEntries wanted{classicEntries(job.list), {}};
+    StoreEntries wanted{classicEntries(*job.list), {}};
     for (const ClassicEntry& entry : wanted.entries)
         wanted.commands.append(phonebookWriteCommand(entry, job.phoneType(), job.memory.sounds));
     return writePhonebook(job, wanted).isDone();

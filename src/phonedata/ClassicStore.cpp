@@ -150,22 +150,31 @@ bool writeNextEntry(Line& line, const QByteArray& command)
     return line.exchange(answer, command, writeTimeout, true);
 }
 
-bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
-                 bool& doubtful)
+std::optional<StoreContent> readEntries(const StoreJob& job, Store store, const EntryFromReply& entryFrom)
 {
-    QByteArray reply;
-    for (int count = 0; count <= mostEntries; ++count) {
+    StoreContent content;
+    bool isDoubtful = false;
+    for (int count = 1; count <= mostEntries + 1; ++count) {
+        QByteArray reply;
         const NextEntry next =
-            job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, doubtful);
+            job.progress.cancelled() ? NextEntry::Failed : readNextEntry(job.line, store, reply, isDoubtful);
         if (next == NextEntry::Failed)
-            return false;
-        take(reply);
+            return {};
+        if (const auto entry = entryFrom(reply)) {
+            content.replies.append(reply);
+            content.entries.push_back(*entry);
+            if (job.list)
+                job.list->add(toRow(*entry));
+            if (job.onEntryRead)
+                job.onEntryRead(count);
+        }
         job.line.pause(0.1);
+        content.certainty = isDoubtful ? Certainty::Doubtful : Certainty::Known;
         if (next == NextEntry::End)
-            return true;
+            return content;
     }
     job.context().log.WriteDebugLog(u"Warning:"_s, u"Store without an end"_s);
-    return false;
+    return {};
 }
 
 void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QString& status,
@@ -178,8 +187,8 @@ void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QSt
     for (int index = 0; index < count; ++index) {
         job.progress.set(index + 1);
         job.progress.status(status + u"(%1 von %2)"_s.arg(index + 1).arg(count));
-        if (index < job.list.count())
-            job.list.setCurrent(index);
+        if (job.list && index < job.list->count())
+            job.list->setCurrent(index);
         writing.wasCancelled = job.progress.cancelled();
         if (writing.wasCancelled)
             return;

@@ -5,6 +5,7 @@
 #include "toolkit/Progress.h"
 
 #include <functional>
+#include <optional>
 
 namespace kalmo::phonedata {
 
@@ -16,9 +17,11 @@ struct StoreJob
 {
     link::Line& line;
     PhoneMemory& memory;
-    toolkit::ListRows& list;     ///< filled by a read, sent by a write
-    toolkit::BusyWindow* window; ///< blocked while the operation runs; may be absent
-    toolkit::Progress progress;  ///< its cancel box is looked at between two entries
+    toolkit::ListRows*
+        list; ///< filled by a read, its rows are selected while they are written; may be absent
+    toolkit::BusyWindow* window;                       ///< blocked while the operation runs; may be absent
+    toolkit::Progress progress;                        ///< its cancel box is looked at between two entries
+    std::function<void(int entries)> onEntryRead = {}; ///< called after each entry with the number so far
 
     app::Context& context() const { return line.context(); }
     int phoneType() const { return context().sy.PhoneType; }
@@ -64,10 +67,13 @@ bool writeNextEntry(link::Line& line, const QByteArray& command);
 /// More entries than any classic handset holds. A device that always gives one more is no phone.
 inline constexpr int mostEntries = 2000;
 
-/// Reads an open store to its end and hands on every reply, the empty one at the end too. Returns false after
-/// a failure, where the user cancelled, and for a store without an end. `doubtful` as in readNextEntry.
-bool readEntries(const StoreJob& job, Store store, const std::function<void(const QByteArray& reply)>& take,
-                 bool& doubtful);
+/// The entry of a reply, nothing for the empty one at the end.
+using EntryFromReply = std::function<std::optional<ClassicEntry>(const QByteArray& reply)>;
+
+/// Reads an open store to its end, and adds each entry to the job's list as it comes. Returns the entries in
+/// the phone's order, doubtful as in readNextEntry; nothing after a failure, where the user cancelled, and
+/// for a store without an end.
+std::optional<StoreContent> readEntries(const StoreJob& job, Store store, const EntryFromReply& entryFrom);
 
 /// Entries for a store, and the commands that write them, one for each.
 struct StoreEntries

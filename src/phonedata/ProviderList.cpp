@@ -16,7 +16,8 @@ bool abandonRead(const StoreJob& job)
     if (job.progress.cancelled())
         job.line.pause(pauseAfterReading); // the phone gave the last entry as after a whole read
     CloseStore(job.line, job.progress);
-    job.list.clear();
+    if (job.list)
+        job.list->clear();
     job.memory.providers.forget();
     return false;
 }
@@ -39,21 +40,20 @@ bool ReadPB_NE(const StoreJob& job)
     if (!OpenStore(job.line, Store::Providers, job.progress))
         return false;
     job.progress.status(u"Lese Provider..."_s);
-    job.list.clear();
+    if (job.list)
+        job.list->clear();
     job.line.pause(0.5);
 
-    bool doubtful = false;
-    QByteArrayList replies;
-    const auto take = [&](const QByteArray& reply) {
+    const auto entryFrom = [](const QByteArray& reply) -> std::optional<ClassicEntry> {
         if (reply.isEmpty())
-            return;
-        replies.append(reply);
-        job.list.add(toRow(parseProviderReply(reply)));
+            return {};
+        const ProviderEntry entry = parseProviderReply(reply);
+        return ClassicEntry{.name = entry.name, .number = entry.number};
     };
-    if (!readEntries(job, Store::Providers, take, doubtful))
+    auto content = readEntries(job, Store::Providers, entryFrom);
+    if (!content)
         return abandonRead(job);
-    job.memory.providers.becomes(classicEntries(job.list), doubtful ? Certainty::Doubtful : Certainty::Known,
-                                 replies);
+    job.memory.providers = std::move(*content);
     job.line.pause(pauseAfterReading);
     const bool closed = CloseStore(job.line, job.progress);
     job.progress.status(u"Fertig"_s);
@@ -67,8 +67,8 @@ QByteArray providerWriteCommand(const ProviderEntry& entry)
 
 bool WritePB_NE(const StoreJob& job)
 {
-    StoreEntries wanted{classicEntries(job.list), {}};
-    for (const ProviderEntry& entry : providerEntries(job.list))
+    StoreEntries wanted{classicEntries(*job.list), {}};
+    for (const ProviderEntry& entry : providerEntries(*job.list))
         wanted.commands.append(providerWriteCommand(entry));
     return writeProviders(job, wanted).isDone();
 }

@@ -161,6 +161,7 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
     rows.each([&](const auto& phoneType, const auto& close) {
         ClassicPhone phone(phoneType);
         phone.fill(std::vector<ClassicEntry>{{.name = u"old"_s}});
+        phone.list->sortBy(NameColumn, Qt::DescendingOrder);
         phone.script.expect(openStore)
             .expect(readNext, "^WSRE: 4,Anna,3,110,0,")
             .expect(readNext, "^WSRE: 4,Bert,3,112,0,")
@@ -175,7 +176,8 @@ void tst_ClassicPhonebook::readKeepsItsPauses()
                               u"0.76 AT^WSRE"_s, u"0.88 "_s + closed}));
         QCOMPARE(QString::number(phone.test.clock.elapsed(), 'f', 1),
                  u"4.4"_s); // closing waits 3.5 s in silence
-        QCOMPARE(classicEntries(*phone.list), annaAndBert);
+        // The list has its own order. What is known of the phone has the phone's, as its replies have.
+        QCOMPARE(classicEntries(*phone.list), (std::vector{annaAndBert[1], annaAndBert[0]}));
         QCOMPARE(phone.memory.phonebook.entries, annaAndBert);
         QCOMPARE(phone.memory.phonebook.certainty, Certainty::Known);
         QCOMPARE(phone.memory.phonebook.replies,

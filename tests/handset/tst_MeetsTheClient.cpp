@@ -92,19 +92,22 @@ void MeetsTheClient::classicLists()
         phonedata::PhoneMemory memory;
         const auto entries = phonedata::makePhonebookRows();
         const auto list = phonedata::makeProviderRows();
+        const auto job = [&](toolkit::ListRows& rows) {
+            return phonedata::StoreJob{meeting.line, memory, &rows, nullptr, meeting.progress.all()};
+        };
 
-        QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        QVERIFY(phonedata::ReadPB_TB(job(*entries)));
         const auto read = phonedata::classicEntries(*entries);
         QCOMPARE(read.size(), 25u);
         QCOMPARE(read[17].name, u"Ohne Name"_s);
-        QVERIFY(phonedata::WritePB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        QVERIFY(phonedata::WritePB_TB(job(*entries)));
         QCOMPARE(phone.phonebook.entries.size(), 25u);
-        QVERIFY(phonedata::ReadPB_TB({meeting.line, memory, *entries, nullptr, meeting.progress.all()}));
+        QVERIFY(phonedata::ReadPB_TB(job(*entries)));
         if (model != u"WOODSTOCK"_s) // where codes of sounds read otherwise than they are written
             QCOMPARE(phonedata::classicEntries(*entries), read);
 
-        QVERIFY(phonedata::ReadPB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
-        QVERIFY(phonedata::WritePB_NE({meeting.line, memory, *list, nullptr, meeting.progress.all()}));
+        QVERIFY(phonedata::ReadPB_NE(job(*list)));
+        QVERIFY(phonedata::WritePB_NE(job(*list)));
         QCOMPARE(phone.providers.json(), providers);
         meeting.port.Close();
     }

@@ -25,7 +25,7 @@ struct ClassicPhone
         test.sy.PhoneSerial = QStringLiteral("1"); // nothing asks for it
     }
 
-    phonedata::StoreJob job() { return {line, memory, *list, &window, progress.all()}; }
+    phonedata::StoreJob job() { return {line, memory, list.get(), &window, progress.all()}; }
     template <typename Entry>
     void fill(const std::vector<Entry>& entries)
     {

@@ -101,7 +101,8 @@ void ClassicList::read()
         before.push_back(m_rows->row(row));
     Q_EMIT stateChanged(ListState::Reading);
     const CommandResult result = readClassicList(
-        {m_parts.program.line, m_parts.program.memory, *m_rows, &m_parts.busy, m_parts.progress}, m_store);
+        {m_parts.program.line, m_parts.program.memory, m_rows.get(), &m_parts.busy, m_parts.progress},
+        m_store);
     if (result == CommandResult::Refused) {
         Q_EMIT stateChanged(m_isRead ? ListState::Read : ListState::NotRead);
         return;
