@@ -76,8 +76,7 @@ void ClassicDialogs::whatIsLoadedIsSaved()
         list->add(phonedata::toRow(entry));
     for (size_t edited = 0; edited < entries.size(); ++edited) {
         ui::frmTBentry form(made.program, *list);
-        form.loadRow(0);
-        form.Form_Present(true);
+        form.Form_Present(0);
         save(made, form); // the entry goes to the end
     }
     QCOMPARE(phonedata::classicEntries(*list), entries);
@@ -86,8 +85,7 @@ void ClassicDialogs::whatIsLoadedIsSaved()
     const auto providers = phonedata::makeProviderRows();
     providers->add(phonedata::toRow(ProviderEntry{u"Alt"_s, u"010"_s}));
     ui::frmNEentry form(made.program, *providers);
-    form.loadRow(0);
-    form.Form_Present(true);
+    form.Form_Present(0);
     child<QLineEdit>(form, "txtNr").clear();
     save(made, form, u"Bitte geben Sie Namen und Nummer ein!"_s);
     QVERIFY(!made.memory.NeDirty);
@@ -108,8 +106,7 @@ void ClassicDialogs::badTimeChangesNothing()
     for (const ClassicEntry& entry : before)
         list->add(phonedata::toRow(entry));
     ui::frmTBentry form(made.program, *list);
-    form.loadRow(0);
-    form.Form_Present(true);
+    form.Form_Present(0);
     form.show();
     QVERIFY(QTest::qWaitForWindowActive(&form));
     auto& time = child<QComboBox>(form, "cmbTime");
@@ -147,7 +144,7 @@ void ClassicDialogs::escapeKeepsChanges()
                                  answer);
     };
     ui::frmTBentry form(made.program, *list);
-    form.loadRow(0);
+    form.Form_Present(0);
     form.show();
     QTest::keyClick(&form, Qt::Key_Escape);
     QVERIFY(!form.isVisible());

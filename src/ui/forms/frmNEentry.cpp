@@ -28,17 +28,15 @@ frmNEentry::frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* pare
     new ChangeGuard(*this, *m_cmdSpeicher, program.context);
 }
 
-void frmNEentry::loadRow(int row)
+void frmNEentry::Form_Present(int row)
 {
+    m_row = row;
+    if (row < 0)
+        return;
     m_list.setCurrent(row);
     const phonedata::ProviderEntry entry = phonedata::providerEntryFrom(m_list.row(row));
     showWhole(*m_txtName, entry.name);
     showWhole(*m_txtNr, entry.number);
-}
-
-void frmNEentry::Form_Present(bool edit)
-{
-    m_edit = edit;
 }
 
 void frmNEentry::cmdSpeicher_Click()
@@ -49,8 +47,8 @@ void frmNEentry::cmdSpeicher_Click()
         (m_txtName->text().isEmpty() ? m_txtName : m_txtNr)->setFocus();
         return;
     }
-    if (m_edit && m_list.current() >= 0)
-        m_list.removeAt(m_list.current());
+    if (m_row >= 0)
+        m_list.removeAt(m_row);
     m_list.setCurrent(
         m_list.add(phonedata::toRow(phonedata::ProviderEntry{m_txtName->text(), m_txtNr->text()})));
     m_program.memory.NeDirty = true;

@@ -132,8 +132,11 @@ void frmTBentry::fillCombos()
     m_cmbAlarm->addItems(sounds);
 }
 
-void frmTBentry::loadRow(int row)
+void frmTBentry::Form_Present(int row)
 {
+    m_row = row;
+    if (row < 0)
+        return;
     m_list.setCurrent(row);
     const ClassicEntry entry = classicEntryFrom(m_list.row(row));
     showWhole(*m_txtName, entry.name);
@@ -155,11 +158,6 @@ void frmTBentry::loadRow(int row)
         showText(*m_cmbVipSnd, entry.vipSound);
         m_chkVip->setChecked(entry.vip == vipMark);
     }
-}
-
-void frmTBentry::Form_Present(bool edit)
-{
-    m_edit = edit;
 }
 
 void frmTBentry::chkUsebDate_Click(bool checked)
@@ -187,8 +185,8 @@ void frmTBentry::cmdSpeicher_Click()
     // Checked before the list changes: a wrong time must not cost the old row.
     if (m_chkUsebDate->isChecked() && (refuseTime() || !isDateGiven()))
         return;
-    if (m_edit && m_list.current() >= 0)
-        m_list.removeAt(m_list.current());
+    if (m_row >= 0)
+        m_list.removeAt(m_row);
     m_list.setCurrent(m_list.add(toRow(entry())));
     m_program.memory.TbDirty = true;
     Q_EMIT listChanged();

@@ -25,10 +25,9 @@ class frmTBentry : public QDialog
 public:
     frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* parent = nullptr);
 
-    /// Shows a row of the list, and makes it the current one.
-    void loadRow(int row);
-    /// `existing`: saving replaces the list's current row. exec() follows.
-    void Form_Present(bool edit);
+    /// Shows a row of the list and makes it the current one; saving replaces it. -1 for a new entry. exec()
+    /// follows.
+    void Form_Present(int row);
 
 Q_SIGNALS:
     void listChanged(); ///< the list differs from the phone's now
@@ -47,7 +46,7 @@ private:
 
     Program& m_program;
     toolkit::ListRows& m_list;
-    bool m_edit = false;
+    int m_row = -1;
     ucCalendar* m_calDate;
     QLineEdit* m_txtName;
     QLineEdit* m_txtNr;

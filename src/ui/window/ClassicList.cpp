@@ -152,9 +152,7 @@ void ClassicList::showForm(int row)
 {
     Form form(m_parts.program, *m_rows, m_parts.window);
     connect(&form, &Form::listChanged, this, &ClassicList::setDirty);
-    if (row >= 0)
-        form.loadRow(row);
-    form.Form_Present(row >= 0);
+    form.Form_Present(row);
     form.exec();
 }
 
@@ -270,10 +268,8 @@ void ClassicList::load(const QString& path)
         return;
     }
     std::vector<toolkit::ListRow> rows;
-    for (const phonedata::ClassicEntry& entry : *entries) {
+    for (const phonedata::ClassicEntry& entry : *entries)
         rows.push_back(phonedata::toRow(entry));
-        rows.back().cells.resize(m_rows->columns().size());
-    }
     m_rows->clear();
     m_rows->addAll(std::move(rows));
     m_origin.forget();
