@@ -3,8 +3,6 @@
 #include "operations/SavedText.h"
 #include "phonedata/BackupFiles.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace kalmo::operations {
@@ -14,8 +12,6 @@ using phonedata::ClassicEntry;
 using phonedata::ProviderEntry;
 
 namespace {
-
-const QChar quoteStandIn = u'•'; // what telBytes() writes for a quote within a name
 
 /// Returns true if a phone may give such a date: month, day, hour and minute have two characters each, and
 /// may be cut off at any place. A date that a person mistypes hardly ever has that form.
@@ -35,7 +31,7 @@ FileFault readLine(const QString& line, SavedKind kind, ClassicEntry& entry)
     const qsizetype most = kind == SavedKind::Phonebook ? 6 : 2;
     if (!splitQuoted(line, fields) || fields.size() < 2 || fields.size() > most)
         return FileFault::FieldCount;
-    entry.name = fields[0].replace(quoteStandIn, u'"');
+    entry.name = fields[0].replace(phonedata::quoteStandIn, u'"');
     entry.number = fields[1];
     entry.date = fields.value(2);
     entry.dateSound = fields.value(3);
@@ -101,13 +97,23 @@ FileFault faultOf(const ClassicEntry& entry)
     return entry.date.isEmpty() || canBeFromPhone(entry.date) ? FileFault::None : FileFault::Date;
 }
 
+const QRegularExpression& unsendable()
+{
+    static const QRegularExpression expression(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
+    return expression;
+}
+
+bool hasDateForm(const QString& date)
+{
+    static const QRegularExpression form(u"^[0-9]{2}\\.[0-9]{2}  [0-9]{2}:[0-9]{2}$"_s);
+    return form.match(date).hasMatch();
+}
+
 ClassicEntry sendable(ClassicEntry entry)
 {
-    static const QRegularExpression breaking(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
-    static const QRegularExpression date(u"^[0-9]{2}\\.[0-9]{2}  [0-9]{2}:[0-9]{2}$"_s);
     for (QString ClassicEntry::*field : {&ClassicEntry::name, &ClassicEntry::number})
-        (entry.*field).remove(breaking);
-    if (!date.match(entry.date).hasMatch())
+        (entry.*field).remove(unsendable());
+    if (!hasDateForm(entry.date))
         entry.date = entry.dateSound = QString();
     return entry;
 }

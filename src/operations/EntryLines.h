@@ -2,6 +2,8 @@
 
 #include "operations/SavedLists.h"
 
+#include <QRegularExpression>
+
 namespace kalmo::operations {
 
 /// The lines of a .tel or .prv file, as telBytes() and prvBytes() of phonedata write them.
@@ -14,6 +16,12 @@ bool readEntryLines(const QByteArray& bytes, const ReadingRules& rules, SavedLis
 /// A fault of the texts of one entry: a line end, a date that no phone gives. A text that a phone gave, but
 /// would not take again, is none, so that every backup can be written.
 FileFault faultOf(const phonedata::ClassicEntry& entry);
+
+/// Matches a character that would break the command that sends it.
+const QRegularExpression& unsendable();
+
+/// Returns true for a text of the form "24.12  08:30", an impossible date too.
+bool hasDateForm(const QString& date);
 
 /// The entry without all that can't be sent: characters that would break the command, a date that is none.
 phonedata::ClassicEntry sendable(phonedata::ClassicEntry entry);

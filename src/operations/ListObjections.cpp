@@ -1,11 +1,11 @@
 #include "operations/ListObjections.h"
 
 #include "link/PhoneModels.h"
+#include "operations/EntryLines.h"
 #include "phonedata/PhoneCharacters.h"
 #include "phonedata/StoreTraits.h"
 
 #include <QDate>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -20,22 +20,10 @@ using Field = EntryObjection::Field;
 
 namespace {
 
-const QRegularExpression& breakingCharacters()
-{
-    static const QRegularExpression expression(u"[\\x{0}\\r\\n\\x{1a}\\x{1b}]"_s);
-    return expression;
-}
-
 /// The phones' own table accepts the backspace, which no name is meant to hold.
 bool isControl(QChar character)
 {
     return character.unicode() < u' ';
-}
-
-bool hasDateForm(const QString& date)
-{
-    static const QRegularExpression form(u"^[0-9]{2}\\.[0-9]{2}  [0-9]{2}:[0-9]{2}$"_s);
-    return form.match(date).hasMatch();
 }
 
 bool isPossibleDate(const QString& date)
@@ -68,7 +56,7 @@ public:
                              .text = text,
                              .length = static_cast<int>(text.size()),
                              .longest = longest});
-        if (const auto match = breakingCharacters().match(text); match.hasMatch())
+        if (const auto match = unsendable().match(text); match.hasMatch())
             add(What::NotSendable, field, match.captured());
         else if (const auto control = std::ranges::find_if(text, isControl); control != text.cend())
             add(What::Character, field, QString(*control));

@@ -17,7 +17,6 @@ using toolkit::Icon;
 
 namespace {
 
-const QChar quoteStandIn = u'•'; // code 149
 constexpr qint64 largestFile = 16 * 1024 * 1024;
 
 QString protectedName(QString name)

@@ -17,7 +17,10 @@ bool LoadTel(app::Context& context, toolkit::ListRows& list, const QString& path
 bool SavePrv(app::Context& context, const toolkit::ListRows& list, const QString& path);
 bool LoadPrv(app::Context& context, toolkit::ListRows& list, const QString& path);
 
-/// The lines of such files. A quote in a name becomes the character of code 149; no other field is protected.
+/// Stands for a quote in a name.
+inline constexpr QChar quoteStandIn = u'•'; // code 149
+
+/// The lines of such files. A quote in a name is replaced; no other field is protected.
 QByteArray telBytes(const std::vector<ClassicEntry>& entries);
 QByteArray prvBytes(const std::vector<ProviderEntry>& entries);
 
