@@ -136,4 +136,10 @@ bool ParseWppn(const QString& raw, QString& modelName)
     return true;
 }
 
+QString modelName(const QString& rawId)
+{
+    QString name;
+    return (ParseWppn(rawId, name) ? name : rawId).simplified();
+}
+
 } // namespace kalmo::link

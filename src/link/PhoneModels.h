@@ -116,4 +116,7 @@ bool showsWppn(const QString& cgmmAnswer);
 /// `modelName`.
 bool ParseWppn(const QString& raw, QString& modelName);
 
+/// The name of the model in the raw answer that identified it.
+QString modelName(const QString& rawId);
+
 } // namespace kalmo::link

@@ -6,17 +6,6 @@
 
 namespace kalmo::link {
 
-namespace {
-
-/// The model's name in the raw answer that identified it.
-QString nameIn(const QString& rawId)
-{
-    QString name;
-    return (ParseWppn(rawId, name) ? name : rawId).simplified();
-}
-
-} // namespace
-
 FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int number)
 {
     app::Sy& sy = line.context().sy;
@@ -40,7 +29,7 @@ FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int nu
         found.kind = search.IdentifyPhone(phoneType, rawId) ? FoundAtPort::Kind::Phone
                      : rawId.isEmpty()                      ? FoundAtPort::Kind::Nothing
                                                             : FoundAtPort::Kind::Other;
-        found.model = nameIn(rawId);
+        found.model = modelName(rawId);
         break;
     }
     line.ClosePort();

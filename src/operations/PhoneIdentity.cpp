@@ -44,13 +44,6 @@ std::optional<QString> askForSerial(link::Line& line)
     return unknownSerial();
 }
 
-/// The model's name in the raw answer that identified the phone.
-QString modelOf(const QString& phoneId)
-{
-    QString name;
-    return (link::ParseWppn(phoneId, name) ? name : phoneId).simplified();
-}
-
 } // namespace
 
 QString unknownSerial()
@@ -68,7 +61,7 @@ PhoneIdentity identifyPhone(link::Line& line)
 
 PhoneIdentity knownIdentity(const app::Sy& sy)
 {
-    return {modelOf(sy.PhoneID), sy.PhoneSerial.isEmpty() ? unknownSerial() : sy.PhoneSerial};
+    return {link::modelName(sy.PhoneID), sy.PhoneSerial.isEmpty() ? unknownSerial() : sy.PhoneSerial};
 }
 
 } // namespace kalmo::operations
