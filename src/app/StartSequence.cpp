@@ -125,9 +125,9 @@ StartOutcome runStartSequence(Context& context, StartView& view, const QString& 
     view.layOutSplash(productName() + u" Version "_s + programVersion() + u" vom "_s + versionDate());
 
     EnsureDirExists(context, storageFolder(context, u"config"_s));
-    EnsureDirExists(context, storageFolder(context, u"config/temp"_s));
-    EnsureDirExists(context, storageFolder(context, u"Backup"_s));
-    emptyFolder(storageFolder(context, u"config/temp"_s));
+    EnsureDirExists(context, workPath(context.sy));
+    EnsureDirExists(context, backupFolder(context.sy));
+    emptyFolder(workPath(context.sy));
     WorkFolder::sweep(context);
 
     const bool firstRun = !FileExists(iniPath(context.sy.Paths.Storage));

@@ -168,6 +168,16 @@ QString defaultStoragePath(const Platform& platform)
     return QDir(platform.SpecialFolder(Folder::LocalAppData, true)).filePath(u"Merrow Works/Kalmo"_s);
 }
 
+QString workPath(const Sy& sy)
+{
+    return QDir(sy.Paths.Storage).filePath(u"config/temp"_s);
+}
+
+QString backupFolder(const Sy& sy)
+{
+    return QDir(sy.Paths.Storage).filePath(u"Backup"_s);
+}
+
 QString currentStoragePath(const Platform& platform)
 {
     const QString stored = platform.storagePathValue();

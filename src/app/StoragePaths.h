@@ -18,6 +18,13 @@ bool GetMyPaths(Context& context);
 /// Default folder of the per-user data.
 QString defaultStoragePath(const Platform& platform);
 
+/// The folder for scratch files, "config/temp" below the storage folder. The window empties it when it starts
+/// and when it closes.
+QString workPath(const Sy& sy);
+
+/// The folder for automatic backups.
+QString backupFolder(const Sy& sy);
+
 /// The storage path that is set. For the command line: it asks and writes nothing.
 QString currentStoragePath(const Platform& platform);
 

@@ -1,5 +1,7 @@
 #include "app/WorkFolder.h"
 
+#include "app/StoragePaths.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -11,11 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 youngest = 60; // seconds in which a folder without a lock may still get one
-
-QString tempPath(const Context& context)
-{
-    return context.sy.Paths.Storage + u"/config/temp"_s;
-}
 
 std::unique_ptr<QLockFile> lockOf(const QString& folder)
 {
@@ -29,8 +26,8 @@ std::unique_ptr<QLockFile> lockOf(const QString& folder)
 WorkFolder::WorkFolder(Context& context)
 {
     sweep(context);
-    QDir().mkpath(tempPath(context));
-    QTemporaryDir folder(tempPath(context) + u"/work-XXXXXX"_s);
+    QDir().mkpath(workPath(context.sy));
+    QTemporaryDir folder(workPath(context.sy) + u"/work-XXXXXX"_s);
     if (!folder.isValid())
         return;
     auto lock = lockOf(folder.path());
@@ -51,7 +48,7 @@ WorkFolder::~WorkFolder()
 
 void WorkFolder::sweep(const Context& context)
 {
-    const auto folders = QDir(tempPath(context)).entryInfoList({u"work-*"_s}, QDir::Dirs);
+    const auto folders = QDir(workPath(context.sy)).entryInfoList({u"work-*"_s}, QDir::Dirs);
     for (const QFileInfo& info : folders) {
         const bool isLocked = QFileInfo::exists(info.filePath() + u"/owner.lock"_s);
         if (!isLocked && info.lastModified().secsTo(QDateTime::currentDateTime()) < youngest)

@@ -1,6 +1,7 @@
 #include "cli/ConvertedFiles.h"
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/WorkFolder.h"
 #include "media/UploadFiles.h"
 
@@ -59,7 +60,7 @@ ConvertedFiles convertFiles(Job& job, const MediaOptions& options)
     }
     const app::WorkFolder folder(job.context);
     if (!folder.isValid()) {
-        job.out.error(textOf({Fault::NotWritten, job.context.sy.Paths.Storage + u"/config/temp"_s}) + u'.');
+        job.out.error(textOf({Fault::NotWritten, app::workPath(job.context.sy)}) + u'.');
         return {.status = ExitFailed};
     }
     for (const QString& word : job.invocation.arguments) {

@@ -4,7 +4,6 @@
 #include "app/StoragePaths.h"
 #include "app/Version.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -60,8 +59,8 @@ bool Session::openStorage()
         return false;
     }
     // If such a folder can't be made, the command that needs it reports that. Reading a phone needs none.
-    for (const QString& name : {u"config/temp"_s, u"Backup"_s})
-        app::EnsureDirExistsNoMsgBox(m_machine.context, QDir(path).filePath(name));
+    for (const QString& folder : {app::workPath(m_machine.sy), app::backupFolder(m_machine.sy)})
+        app::EnsureDirExistsNoMsgBox(m_machine.context, folder);
     return true;
 }
 

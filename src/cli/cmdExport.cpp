@@ -1,6 +1,7 @@
 // Lists of the phone, or saved ones, as files for other programs.
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "cli/Commands.h"
 #include "cli/ExportOrder.h"
 #include "cli/FindPhone.h"
@@ -18,7 +19,6 @@
 #include "transfer/export/VcfTarget.h"
 #include "transfer/export/XlsxTarget.h"
 
-#include <QDir>
 #include <QJsonObject>
 
 namespace kalmo::cli {
@@ -125,7 +125,7 @@ private:
     ExitStatus write();
     std::optional<QByteArray> content();
     QString title() const { return m_store == Store::Phonebook ? u"Telefonbuch"_s : u"Providerliste"_s; }
-    QString scratch() const { return QDir(m_job.context.sy.Paths.Storage).filePath(u"config/temp"_s); }
+    QString scratch() const { return app::workPath(m_job.context.sy); }
 
     Job& m_job;
     Store m_store;

@@ -1,6 +1,7 @@
 #include "media/MelodyConversion.h"
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/WorkFolder.h"
 #include "media/Converters.h"
 #include "media/SourceFile.h"
@@ -33,7 +34,7 @@ std::optional<Failure> convertMelody(app::Context& context, const QString& sourc
     if (!app::readWholeFile(source, bytes))
         return Failure{Fault::NotReadable, source};
     if (!folder.isValid() || !app::writeWholeFile(folder.filePath(u"i"_s), bytes))
-        return Failure{Fault::NotWritten, context.sy.Paths.Storage + u"/config/temp"_s};
+        return Failure{Fault::NotWritten, app::workPath(context.sy)};
 
     progress.status(u"Konvertiere Datei..."_s);
     call.folder = folder.path();

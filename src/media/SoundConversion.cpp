@@ -3,6 +3,7 @@
 #include "app/clsStringBuilder.h"
 #include "app/Files.h"
 #include "app/mdlKonverter.h"
+#include "app/StoragePaths.h"
 #include "app/WorkFolder.h"
 #include "media/Converters.h"
 #include "media/SourceFile.h"
@@ -165,7 +166,7 @@ std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& s
         return Failure{Fault::BadSound, source, {}, u"its length or its rate makes no sense"_s};
     const app::WorkFolder folder(context);
     if (!folder.isValid())
-        return Failure{Fault::NotWritten, context.sy.Paths.Storage + u"/config/temp"_s};
+        return Failure{Fault::NotWritten, app::workPath(context.sy)};
 
     const QString sox = converterPath(context, u"sox"_s);
     const QStringList arguments =

@@ -3,6 +3,7 @@
 #include "app/CodePage.h"
 #include "app/Files.h"
 #include "app/mdlKonverter.h"
+#include "app/StoragePaths.h"
 #include "link/PhoneModels.h"
 
 #include <QDir>
@@ -174,7 +175,7 @@ bool LoadPrv(app::Context& context, toolkit::ListRows& list, const QString& path
 
 QString backupPath(const app::Context& context, const QString& what, const QString& extension)
 {
-    const QDir folder(QDir(context.sy.Paths.Storage).filePath(u"Backup"_s));
+    const QDir folder(app::backupFolder(context.sy));
     const QString base = what + app::FormatDateStamp(context.clock.Now());
     QString path = folder.filePath(base + extension);
     for (int number = 2; app::FileExists(path); ++number)

@@ -2,6 +2,7 @@
 
 #include "app/FileAssociations.h"
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "transfer/export/DocxTarget.h"
 #include "transfer/export/ExportFile.h"
@@ -172,8 +173,8 @@ bool Exporter::ExportExcel()
                                    u"Zelle zum Editieren ausgewählt "
                                    u"wurde)"_s};
     return exportToOffice(words, [this](const ExportTable& table) {
-        const Workbook book = xlsxWorkbook(table, {m_job.source.title, m_options.fitsWidths},
-                                           QDir(m_job.context.sy.Paths.Storage).filePath(u"config/temp"_s));
+        const Workbook book =
+            xlsxWorkbook(table, {m_job.source.title, m_options.fitsWidths}, app::workPath(m_job.context.sy));
         return book.error == 0 ? OfficeFile{book.bytes} : OfficeFile{{}, book.error};
     });
 }
@@ -223,7 +224,7 @@ bool Exporter::openInOffice(const OfficeWords& words, const QString& path)
 /// A name of its own for each export: the one before may still be open.
 QString Exporter::scratchPath(const QString& ending) const
 {
-    const QDir scratch(QDir(m_job.context.sy.Paths.Storage).filePath(u"config/temp"_s));
+    const QDir scratch(app::workPath(m_job.context.sy));
     QString path = scratch.filePath(m_job.source.title + ending);
     for (int number = 2; app::FileExists(path); ++number)
         path = scratch.filePath(u"%1 %2%3"_s.arg(m_job.source.title).arg(number).arg(ending));

@@ -1,13 +1,13 @@
 // The import's dialog: files and address books that it opens.
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "ui/import/AddressFrame.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/import/TextFrame.h"
 #include "ui/window/StatusArea.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace kalmo::ui {
@@ -51,8 +51,7 @@ void frmImportPb::openFile(int choice)
 {
     const bool isFree = choice == 0;
     app::Context& context = m_program.context;
-    const QString folder = isFree ? app::GetLastInitDir(context, dialogUse)
-                                  : QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
+    const QString folder = isFree ? app::GetLastInitDir(context, dialogUse) : app::backupFolder(context.sy);
     const QString path = context.dialogs.OpenFile(
         {.title = app::productName() + u" - Datei importieren"_s,
          .folder = folder,

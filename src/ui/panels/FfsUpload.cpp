@@ -1,6 +1,7 @@
 #include "ui/panels/FfsUpload.h"
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/WorkFolder.h"
 #include "ui/panels/BatchDisplay.h"
 
@@ -65,7 +66,7 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
     const app::WorkFolder folder(program.context);
     if (!folder.isValid()) {
         program.context.dialogs.Show(
-            media::messageFor({Fault::NotWritten, program.context.sy.Paths.Storage + u"/config/temp"_s}));
+            media::messageFor({Fault::NotWritten, app::workPath(program.context.sy)}));
         return {.isAll = false, .goesOn = false};
     }
     for (const QString& path : choice.paths) {

@@ -4,6 +4,7 @@
 #include "app/Files.h"
 #include "app/SafeLocalName.h"
 #include "app/SettingsKeys.h"
+#include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "obex/FolderRows.h"
 #include "ui/forms/frmMmc_View.h"
@@ -60,7 +61,7 @@ void fraFFS::openFile(const QString& name)
                               .icon = Icon::Exclamation});
         return;
     }
-    const QString folder = context.sy.Paths.Storage + u"/config/temp"_s;
+    const QString folder = app::workPath(context.sy);
     if (!app::EnsureDirExists(context, folder))
         return;
     const QString path = folder + u'/' + localName;

@@ -1,6 +1,7 @@
 #include "ui/window/ClassicList.h"
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "operations/SavedLists.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/forms/frmExport.h"
@@ -208,7 +209,7 @@ void ClassicList::openBackup(int choice)
     if (!mayReplaceList())
         return;
     const ClassicWords& words = wordsOf(m_store);
-    const QString backups = QDir(context.sy.Paths.Storage).filePath(u"Backup"_s);
+    const QString backups = app::backupFolder(context.sy);
     const QString path = context.dialogs.OpenFile(
         {.title = words.openTitle.toString(),
          .folder = choice == 0 ? app::GetLastInitDir(context, m_rows->name()) : backups,

@@ -1,6 +1,7 @@
 // The end of the main window: questions about unwritten lists, the data channel, the work folder.
 
 #include "app/Files.h"
+#include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/window/ClassicWords.h"
@@ -10,7 +11,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QTimer>
@@ -187,7 +187,7 @@ bool frmPB::closeChannel()
 void frmPB::cleanUp()
 {
     saveLayouts();
-    app::emptyFolder(QDir(m_program.context.sy.Paths.Storage).filePath(u"config/temp"_s));
+    app::emptyFolder(app::workPath(m_program.context.sy));
     if (m_program.line.port().IsOpen())
         m_program.line.ClosePort();
 }
