@@ -76,7 +76,6 @@ QString reasonText(Cause cause)
     case Cause::LineGone:
         return u"the line is gone"_s;
     case Cause::Interrupted:
-    case Cause::RefusedByUser:
         return u"interrupted"_s;
     case Cause::NotSaved:
         return u"what the phone holds could not be saved first"_s;

@@ -86,7 +86,6 @@ QString causeInWords(Job& job, const Undo& undo, const Outcome& outcome)
     case Cause::NotPossible:
         return u"this record holds no state that can be put back"_s;
     case Cause::None:
-    case Cause::RefusedByUser:
     case Cause::NotRead:
         break;
     }

@@ -168,10 +168,4 @@ ListOutcome applyPlan(const ListJob& job, ListPlan& plan, const WritePolicy& pol
     return result;
 }
 
-ListOutcome appendToList(const ListJob& job, std::vector<ClassicEntry> extra, const WritePolicy& policy)
-{
-    ListPlan plan = planAppend(job, std::move(extra), policy);
-    return applyPlan(job, plan, policy);
-}
-
 } // namespace kalmo::operations

@@ -29,8 +29,4 @@ struct ListOutcome
 /// exactly as given.
 ListOutcome applyPlan(const ListJob& job, ListPlan& plan, const WritePolicy& policy);
 
-/// Appends entries in one step: plan and apply.
-ListOutcome appendToList(const ListJob& job, std::vector<phonedata::ClassicEntry> extra,
-                         const WritePolicy& policy);
-
 } // namespace kalmo::operations

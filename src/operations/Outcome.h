@@ -16,7 +16,6 @@ enum class State {
 /// Reason for an operation that did not do everything.
 enum class Cause {
     None,
-    RefusedByUser,
     Interrupted,  ///< by Ctrl-C or a cancel box
     PhoneRefused, ///< the phone answered with an error
     NoAnswer,

@@ -112,14 +112,6 @@ void ListRows::setText(int index, int column, const QString& text)
     Q_EMIT changed(index);
 }
 
-void ListRows::setCellTag(int index, int column, const QString& tag)
-{
-    Stored& stored = *m_rows[index];
-    stored.row.cells[column].tag = tag;
-    if (column == m_sortColumn)
-        makeSortKey(stored);
-}
-
 void ListRows::setKey(int index, const QString& key)
 {
     Stored& stored = *m_rows[index];

@@ -67,7 +67,6 @@ public:
     void clear();
 
     void setText(int index, int column, const QString& text);
-    void setCellTag(int index, int column, const QString& tag);
     void setKey(int index, const QString& key);
 
     /// Index of the row with this key, -1 if there is none. Takes constant time.

@@ -113,14 +113,20 @@ Outcome replace(Bench& bench)
     return applyPlan(bench.job(), plan, {}).outcome;
 }
 
+Outcome appendOne(const ListJob& job, const WritePolicy& policy = {})
+{
+    ListPlan plan = planAppend(job, {fourEntries.front()}, policy);
+    return applyPlan(job, plan, policy).outcome;
+}
+
 Outcome append(Bench& bench)
 {
-    return appendToList(bench.job(), {fourEntries.front()}, {}).outcome;
+    return appendOne(bench.job());
 }
 
 Outcome appendProvider(Bench& bench)
 {
-    return appendToList(bench.job(Store::Providers), {fourEntries.front()}, {}).outcome;
+    return appendOne(bench.job(Store::Providers));
 }
 
 Outcome setAlarm(Bench& bench)
@@ -250,7 +256,7 @@ void tst_ClassicChanges::keptEntriesKeepTheirCodes()
 
     // A list that was read without the melodies is doubtful, and nothing is erased on the strength of it.
     bench.memory.forget();
-    QCOMPARE(appendToList(bench.job(), {fourEntries.front()}, {}).outcome.cause, Cause::Doubtful);
+    QCOMPARE(append(bench).cause, Cause::Doubtful);
     // The oldest family shifts what it reads by one melody.
     Bench oldest(u"WOODSTOCK"_s, 1);
     const ListPlan first = planReplace(oldest.job(), {}, {});
@@ -271,9 +277,9 @@ void tst_ClassicChanges::aPlanHoldsForALimitedTime()
         ListPlan plan = planReplace(bench.job(), fourEntries, {});
         phonedata::PhoneMemory another;
         if (isChanged)
-            QVERIFY(appendToList({.line = bench.line, .memory = another, .store = Store::Phonebook},
-                                 {fourEntries.back()}, {.mayUseDoubtful = true})
-                        .outcome.isDone());
+            QVERIFY(appendOne({.line = bench.line, .memory = another, .store = Store::Phonebook},
+                              {.mayUseDoubtful = true})
+                        .isDone());
         bench.test.clock.WaitSeconds(readingHolds + 1);
         const ListOutcome result = applyPlan(bench.job(), plan, {});
         QCOMPARE(result.outcome.cause, cause);

@@ -18,7 +18,6 @@ struct CauseRow
 
 constexpr std::array causeRows = {
     CauseRow{u"write", u"Liste geschrieben"},
-    CauseRow{u"append", u"Einträge angefügt"},
     CauseRow{u"add", u"Kontakt angelegt"},
     CauseRow{u"set", u"Geändert"},
     CauseRow{u"change", u"Kontakt geändert"},
@@ -99,7 +98,6 @@ QString reasonInWords(const operations::Outcome& outcome)
     case Cause::NotPossible:
         return u"Dieser Stand kann nicht zurückgeholt werden."_s;
     case Cause::None:
-    case Cause::RefusedByUser:
     case Cause::NotRead:
         break;
     }
