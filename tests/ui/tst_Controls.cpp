@@ -207,9 +207,13 @@ void Controls::suppressedBoxReachesAStatusBar()
     QWidget inFront;
     inFront.show();
     QVERIFY(QTest::qWaitForWindowActive(&inFront));
-    given.test.dialogs.expect({.text = u"Das Telefon antwortet nicht."_s});
-    boxes.Show({.text = u"Das Telefon antwortet nicht."_s});
-    boxes.Show({.text = u"Fehler beim Lesen des Adressbuchs."_s});
+    const QString loss = u"Das Telefon antwortet nicht."_s;
+    const QString import =
+        u"Es ist ein Fehler beim Importieren aufgetreten."_s; // a box of success follows it
+    given.test.dialogs.expect({.text = loss});
+    given.test.dialogs.expect({.text = import});
+    for (const QString& text : {loss, import, u"Fehler beim Lesen des Adressbuchs."_s})
+        boxes.Show({.text = text});
     QCOMPARE(status.Text(), u"Fehler beim Lesen des Adressbuchs."_s);
 }
 

@@ -47,13 +47,13 @@ bool isLossInDataMode(const QString& text)
     return startsWithAny(text, starts);
 }
 
-/// Boxes that only say that a command has failed.
+/// Boxes that only say that a command has failed. That of an import is none of them: the box of its success
+/// follows it.
 bool isResult(const QString& text)
 {
     static const QStringList starts = {
         u"Fehler beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s,
-        u"Fehler beim Schreiben des Adressbucheintrags."_s, u"Beim Löschen ist ein Fehler aufgetreten."_s,
-        u"Es ist ein Fehler beim Importieren aufgetreten."_s};
+        u"Fehler beim Schreiben des Adressbucheintrags."_s, u"Beim Löschen ist ein Fehler aufgetreten."_s};
     return startsWithAny(text, starts);
 }
 
