@@ -41,9 +41,11 @@ struct ReadDate
     DateHint hint = DateHint::None;
 };
 
-/// Reads D.M.YYYY, D.M.YY, D.M., D.M, "/" or "-" where a year follows, YYYY-MM-DD and --MM-DD, each with
-/// H:M[:S] or without. Without a year it is that of `today`, for the 29th of February the last leap year;
-/// years of two digits from 30 on are of the last century.
+/// Reads D.M.YYYY, D.M.YY, D.M., D.M, "/" or "-" where a year follows, YYYY-MM-DD, YYYY/MM/DD and --MM-DD,
+/// and months by their German or English names, as in "24. Dezember 2005", "24-Dec-05" or "Dec 24". A time
+/// may follow, also with AM or PM; one that can't be read counts as midnight. Without a year it is that of
+/// `today`, for the 29th of February the last leap year; years of two digits from 30 on are of the last
+/// century.
 std::optional<ReadDate> readGeneralDate(QStringView text, DateOrder order, QDate today);
 
 /// The result for a cell of birthdays.
