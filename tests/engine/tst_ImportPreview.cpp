@@ -477,6 +477,7 @@ private Q_SLOTS:
         choices.options.addresses.birthdayTime = u"23:30"_s;
         choices.options.addresses.fields[5] = 1;
         choices.options.numbers.outsideLine = true;
+        choices.options.numbers.outsideDigits.clear();
         choices.options.existingByNumber = true;
         choices.classicHeadings[2] = u"Wann"_s;
         choices.vcardHeadings[0] = u"never written"_s;
@@ -490,6 +491,7 @@ private Q_SLOTS:
         test.settings.PutIniText(u"frmImportPb"_s, u"cmbCount10"_s, u"x"_s);
         test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
         test.settings.PutIniText(u"frmImportPb"_s, u"txtAmt"_s, u"x"_s);
+        choices.options.numbers.outsideDigits = u"0"_s;
         QCOMPARE(loadImportOptions(test.settings), choices);
     }
 };

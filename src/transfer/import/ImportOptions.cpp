@@ -129,7 +129,8 @@ void mend(ImportOptions& options)
     }
     if (!isCountryCode(options.numbers.country))
         options.numbers.country = start.numbers.country;
-    if (!isOutsideLine(options.numbers.outsideDigits))
+    const QString& digits = options.numbers.outsideDigits; // none leave the numbers as they are
+    if (!digits.isEmpty() && !isOutsideLine(digits))
         options.numbers.outsideDigits = start.numbers.outsideDigits;
 }
 
