@@ -177,6 +177,9 @@ void ContactDialogs::areaCodes()
     made.test.dialogs.expect({.text = u"Bitte geben Sie nur Ziffern ein."_s, .icon = Icon::Information});
     save.click();
     QVERIFY(form.result() != QDialog::Accepted);
+    city.setText(u" "_s);
+    made.test.dialogs.expectStart(u"Mindestens eines der Eingabefelder A-D ist leer."_s);
+    save.click();
     city.setText(u"521"_s);
     form.show();
     city.setText(u"522"_s);

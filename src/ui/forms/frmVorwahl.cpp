@@ -135,16 +135,10 @@ void frmVorwahl::chkUseVw_Click(bool checked)
 
 void frmVorwahl::cmdSpeicher_Click()
 {
-    phonedata::AreaCodes codes;
-    for (size_t index = 0; index < codes.size(); ++index) {
-        codes[index] = m_txtVw[index]->text();
-        if (m_chkUseVw->isChecked() && rejectCode(*m_txtVw[index])) {
-            m_txtVw[index]->setFocus();
-            return;
-        }
-    }
     if (m_busy->isBusy())
         return;
+    phonedata::AreaCodes codes;
+    std::ranges::transform(m_txtVw, codes.begin(), &QLineEdit::text);
     if (m_chkUseVw->isChecked() && phonedata::hasBlankCode(codes)) {
         m_program.context.dialogs.Show(
             {.text = u"Mindestens eines der Eingabefelder A-D ist leer. Diese Eingabe macht keinen "
@@ -153,7 +147,11 @@ void frmVorwahl::cmdSpeicher_Click()
              .icon = toolkit::Icon::Exclamation});
         return;
     }
-    if (sendCodes(codes))
+    const auto isRejected = [this](const QLineEdit* field) { return rejectCode(*field); };
+    const auto rejected = m_chkUseVw->isChecked() ? std::ranges::find_if(m_txtVw, isRejected) : m_txtVw.end();
+    if (rejected != m_txtVw.end())
+        (*rejected)->setFocus();
+    else if (sendCodes(codes))
         accept();
 }
 
