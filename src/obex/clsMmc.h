@@ -198,6 +198,8 @@ public:
     void log(const QString& tag, const QString& text) const;
     /// Shows the text of a code. A lost port is reported once in an operation, for all its parts together.
     void ErrMsg(int code);
+    /// Logs the decoding of a text by UFT8Dec, and shows that it ended in the middle of a letter.
+    void noteDecoding(bool endsBroken);
     /// From now on to the end of the running operation, timeouts are shown once as well: the phone has
     /// confirmed a change, and more than one box would hide that.
     void showTimeoutsOnce() { m_showsTimeoutsOnce = true; }

@@ -46,20 +46,25 @@ struct clsMmc::FolderWalk
 
 QString clsMmc::decodeListing(const QString& raw)
 {
-    log(u"UFT8Dec: Enter"_s, {});
     bool endsBroken = false;
     const QString text = app::UFT8Dec(raw, &endsBroken);
+    noteDecoding(endsBroken);
+    return text;
+}
+
+void clsMmc::noteDecoding(bool endsBroken)
+{
+    log(u"UFT8Dec: Enter"_s, {});
     if (!endsBroken) {
         log(u"UFT8Dec: ExitOK"_s, {});
-        return text;
+        return;
     }
     m_line.show({.text = u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten. Ihre Listen werden daher "
                          u"fehlerhafte Sonderzeichen enthalten. Bitte wenden Sie sich an den "
                          u"Programmautor."_s,
                  .title = app::productName(),
-                 .english = u"could not decode the whole listing: it ends in the middle of a letter."_s});
+                 .english = u"could not decode the whole text: it ends in the middle of a letter."_s});
     log(u"UFT8Dec: ExitError"_s, u"ErrNr=%1"_s.arg(letterIsMissing));
-    return text;
 }
 
 bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRows* list,

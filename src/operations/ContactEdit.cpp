@@ -111,7 +111,7 @@ Outcome ContactEdit::begin()
         return {.cause = causeOfFailure(nullptr)};
     m_held = std::move(*reading);
     m_readAt = m_store->context().clock.Now();
-    if (!m_held.info || (!m_held.isWhole() && !m_policy.mayUseDoubtfulReading))
+    if (!m_held.isConfirmed() && !m_policy.mayUseDoubtfulReading)
         return {.cause = Cause::Doubtful};
     return {.state = State::Done};
 }
@@ -154,7 +154,11 @@ ContactOutcome ContactEdit::apply(const ContactPlan& plan, const QString& cause)
         facts.verified = 0;
         return work.outcome;
     }
-    if (m_policy.checksRoom && !plan.add.empty() && (!freePlaces() || !plan.fits(*freePlaces()))) {
+    if (!plan.add.empty() && !freePlaces()) {
+        facts.cause = Cause::Doubtful;
+        return work.outcome;
+    }
+    if (m_policy.checksRoom && !plan.add.empty() && !plan.fits(*freePlaces())) {
         facts.cause = Cause::NoRoom;
         return work.outcome;
     }

@@ -12,7 +12,7 @@ inline const QString incompletePart = QStringLiteral("pb.incomplete");
 struct ContactPolicy
 {
     /// Contacts are changed although a reading may lack some: the record says so. The contacts that it lacks
-    /// are not touched. The phone has to give its own count all the same.
+    /// are not touched. New ones need the phone's own count all the same.
     bool mayUseDoubtfulReading = false;
     /// A reading that the phone's own count does not confirm is repeated once.
     bool readsAgain = false;

@@ -62,12 +62,12 @@ Outcome UndoContacts::plan()
                                                          .backup = ContactPolicy::Backup::Json},
                                            m_progress);
     Outcome outcome = m_edit->begin();
-    m_doubt = Doubt::NoCount;
+    // The window changes a phone with a wrong count or without one, so its states have to come back too.
+    m_doubt = m_edit->held().info ? Doubt::OtherCount : Doubt::NoCount;
     if (outcome.cause != Cause::None)
         return outcome;
     m_plan = planFor(m_edit->held());
     m_diff = diffOf(m_plan);
-    m_doubt = Doubt::OtherCount; // the window changes such a phone, so its states have to come back too
     return {.cause = m_edit->held().isConfirmed() ? Cause::None : Cause::Doubtful};
 }
 

@@ -121,7 +121,9 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
         if (!m_client->isInStep() || !VcxReadBytes(*m_client, KindContact, object, shown))
             return false;
         reading = {parseCards(object), isCounted ? std::optional(info) : std::nullopt};
-        markOwnCard(reading->cards, isCounted ? info.intBelegt : -1);
+        if (reading->cards.endsBroken)
+            m_client->noteDecoding(true);
+        markOwnCard(reading->cards, isCounted ? std::optional<int>(info.intBelegt) : std::nullopt);
         m_cards = reading->cards;
         m_last = reading;
         return true;

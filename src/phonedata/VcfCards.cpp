@@ -179,8 +179,9 @@ const ContactCard* VcfCards::find(const QString& luid) const
 VcfCards parseCards(const QByteArray& object)
 {
     const QString bytesAsText = app::fromCp1252(object);
+    bool endsBroken = false;
     const QStringList pieces =
-        VcfStripCharset(app::replacedAll(bytesAsText, u"=\r\n")).split(u"END:VCARD\r\n"_s);
+        VcfStripCharset(app::replacedAll(bytesAsText, u"=\r\n"), &endsBroken).split(u"END:VCARD\r\n"_s);
     QByteArrayList rawPieces;
     qsizetype start = 0;
     for (qsizetype end = object.indexOf(cardEnd); end >= 0; end = object.indexOf(cardEnd, start)) {
@@ -189,7 +190,8 @@ VcfCards parseCards(const QByteArray& object)
     }
     rawPieces.append(object.sliced(start));
     const bool isEncoded = object.contains(encodingMark);
-    VcfCards all{.upperBound = static_cast<int>(pieces.size()) - 1, .object = object};
+    VcfCards all{
+        .upperBound = static_cast<int>(pieces.size()) - 1, .endsBroken = endsBroken, .object = object};
     for (qsizetype index = 0; index < pieces.size(); ++index) {
         if (!pieces[index].contains(u"X-IRMC-LUID"))
             continue;
@@ -206,9 +208,10 @@ VcfCards parseCards(const QByteArray& object)
     return all;
 }
 
-void markOwnCard(VcfCards& cards, int used)
+void markOwnCard(VcfCards& cards, std::optional<int> used)
 {
-    if (used >= 0 && std::ssize(cards.cards) == used + 1)
+    const auto withLuid = std::ssize(cards.cards);
+    if (withLuid > 0 && withLuid == (used ? *used + 1 : cards.upperBound))
         cards.cards.front().entry.isStandIn = true;
 }
 

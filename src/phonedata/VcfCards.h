@@ -20,8 +20,9 @@ struct ContactCard
 struct VcfCards
 {
     std::vector<ContactCard> cards = {}; ///< of the pieces with a LUID line
-    int upperBound = 0;     ///< index of the last piece, where the end of a card separates pieces
-    QByteArray object = {}; ///< the bytes that the phone sent
+    int upperBound = 0;      ///< index of the last piece, where the end of a card separates pieces
+    bool endsBroken = false; ///< the text was decoded, and ends in the middle of a letter
+    QByteArray object = {};  ///< the bytes that the phone sent
 
     /// Returns true if all contacts came. `used` is the phone's own count; the phone's own card comes before
     /// the contacts. An empty object is complete for an empty phonebook only.
@@ -35,8 +36,9 @@ struct VcfCards
 VcfCards parseCards(const QByteArray& object);
 
 /// Marks the phone's own card as one without a valid LUID if it has a LUID line. It is the first of one card
-/// more than `used`, and must be neither changed nor deleted.
-void markOwnCard(VcfCards& cards, int used);
+/// more than `used`, and must be neither changed nor deleted. Where the phone does not count, it may be the
+/// first of cards that all have a LUID line.
+void markOwnCard(VcfCards& cards, std::optional<int> used);
 
 /// One line of a card with its soft line ends.
 struct CardLine

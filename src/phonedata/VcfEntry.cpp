@@ -90,9 +90,4 @@ bool isNoValidLuid(const QString& luid)
     return luid.isEmpty() || luid.contains(noLuidMark);
 }
 
-bool hasValidLuid(const ListRow& row)
-{
-    return !isNoValidLuid(row.text(VcfLuid)) && row.cells.value(VcfLuid).tag != standInTag;
-}
-
 } // namespace kalmo::phonedata

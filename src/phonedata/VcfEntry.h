@@ -61,7 +61,5 @@ QString writtenBirthday(const QDate& date, const QString& time);
 QString noValidLuid(const QDateTime& moment);
 /// Returns true for that, and for the empty text, by which the phone would make a new entry.
 bool isNoValidLuid(const QString& luid);
-/// Returns true if the phone can find the entry of a row. The LUID cell of a stand-in has a tag for that.
-bool hasValidLuid(const toolkit::ListRow& row);
 
 } // namespace kalmo::phonedata

@@ -149,16 +149,16 @@ QString VcfQpEnc(const QString& text)
     return out;
 }
 
-QString VcfQpDec(const QString& text)
+QString VcfQpDec(const QString& text, bool* endsBroken)
 {
-    return app::UFT8Dec(Sequences(text).decoded());
+    return app::UFT8Dec(Sequences(text).decoded(), endsBroken);
 }
 
-QString VcfStripCharset(const QString& text)
+QString VcfStripCharset(const QString& text, bool* endsBroken)
 {
     const QString plain = replacedAll(text, u";CHARSET=UTF-8");
     constexpr QStringView mark = u";ENCODING=QUOTED-PRINTABLE";
-    return plain.contains(mark) ? VcfQpDec(replacedAll(plain, mark)) : plain;
+    return plain.contains(mark) ? VcfQpDec(replacedAll(plain, mark), endsBroken) : plain;
 }
 
 } // namespace kalmo::phonedata

@@ -14,11 +14,12 @@ QString VcfUnesc(const QString& text);
 QString VcfQpEnc(const QString& text);
 
 /// Replaces, as long as there is a "=", all that equals the first one and the two characters after it by
-/// the character of that hex number, 0 if it is none; then decodes UTF-8.
-QString VcfQpDec(const QString& text);
+/// the character of that hex number, 0 if it is none; then decodes UTF-8 by UFT8Dec, which may set
+/// `endsBroken`.
+QString VcfQpDec(const QString& text, bool* endsBroken = nullptr);
 
 /// Takes the marks of character set and encoding off a whole object of cards. If there was one of the
 /// encoding, all of the object is decoded, lines that did not bear it too; otherwise nothing is.
-QString VcfStripCharset(const QString& text);
+QString VcfStripCharset(const QString& text, bool* endsBroken = nullptr);
 
 } // namespace kalmo::phonedata

@@ -347,20 +347,30 @@ void tst_ContactEdit::nothingWithoutRoomOrCount()
     QCOMPARE(full.change(add).facts.cause, Cause::NoRoom);
     full.port.handset().setFaults({.miscounts = 2});
     QCOMPARE(full.change(add, {.readsAgain = true}).facts.cause, Cause::Doubtful);
-    bool isDoubtful = false;
-    for (int request = 1; request <= 10 && !isDoubtful; ++request) { // one of them asks for the count
-        full.port.handset().setFaults({.refuseAt = request});
-        const auto outcome = full.change(
-            [](const ContactReading& held) {
-                return planDelete(held, {held.cards.cards[0].entry.luid}).plan;
-            },
-            {.mayUseDoubtfulReading = true});
-        isDoubtful = outcome.facts.cause == Cause::Doubtful;
-        full.test.verdict.take();
-    }
-    QVERIFY(isDoubtful);
     QVERIFY(full.records().empty());
     QCOMPARE(full.held().items().size(), 2U);
+
+    const auto remove = [](const ContactReading& held) {
+        return planDelete(held, {held.cards.cards[0].entry.luid}).plan;
+    };
+    const ContactPolicy lenient{.mayUseDoubtfulReading = true};
+    const Rows<bool, ContactPolicy, Phone::MakePlan, Cause, size_t> rows{
+        {"no count, which the strict policy needs", false, {}, remove, Cause::Doubtful, 2},
+        {"no count, which a new contact needs", false, lenient, add, Cause::Doubtful, 2},
+        {"no count, and a deletion does not need it", false, lenient, remove, Cause::None, 1},
+        {"no count, and perhaps the phone's own card", true, lenient, remove, Cause::None, 2},
+    };
+    rows.each([](bool hasOwnLuid, const auto& policy, const auto& makePlan, Cause cause, size_t left) {
+        Phone phone(u"S68H"_s, {.seed = u"none"_s, .entries = 2, .ownCardLuid = hasOwnLuid});
+        phone.port.handset().setFaults({.refuseAt = 4}); // info.log
+        phone.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
+        QCOMPARE(phone.change(makePlan, policy).facts.cause, cause);
+        QCOMPARE(phone.held().items().size(), left);
+        const auto records = phone.records();
+        QCOMPARE(records.size(), 2 - left);
+        for (const Record& record : records)
+            QVERIFY(Records(phone.test.context, record.phone).read(record.id)->part(incompletePart));
+    });
 }
 
 /// Some room is enough for the record before the change, and not for its result.

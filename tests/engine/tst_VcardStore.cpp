@@ -173,10 +173,12 @@ private Q_SLOTS:
             port.expect(obex::rootFrame(), done);
             port.expect(obex::enterFolderFrame(u"telecom"_s, false), done);
             port.expect(obex::getFrame(u"pb.vcf"_s),
-                        object("END:VCARD\r\n\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"));
+                        object("END:VCARD\r\n\r\nX-IRMC-LUID:1\r\nEND:VCARD\r\n"
+                               "N;ENCODING=QUOTED-PRINTABLE:=C3")); // half a letter
             port.expect(obex::disconnectFrame(), done);
             port.expect("+++");
             port.expect("AT^SQWE=0\r\n", "OK\r\n");
+            test.dialogs.expectStart(u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten."_s);
             test.dialogs.expect(question(u"Warnung!\nDas Telefon meldet, daß es 2 Einträge im Telefonbuch "
                                          u"gibt. Beim Auslesen wurden "
                                          u"aber nur 2 Einträge übermittelt. Es wird empfohlen, den "

@@ -131,6 +131,25 @@ void tst_ContactCommands::allows()
     full.test.dialogs.expect(box(Icon::Information, u"Bitte geben Sie mindestens eine Telefonnummer ein."_s,
                                  u" - Eintrag speichern"_s));
     QCOMPARE(full.save({.lastName = u"x"_s}), CommandResult::Refused);
+
+    // The phone's own card is left out of a deletion.
+    Contacts own(u"SL400H"_s, {.seed = u"none"_s, .entries = 2, .ownCardLuid = true});
+    const auto expectNotice = [&own] {
+        own.test.dialogs.expect(
+            box(Icon::Information,
+                u"Das Telefon hat für diese Einträge keine Referenznummer, oder es ist sein eigener Eintrag. "
+                u"Sie lassen sich nur am Telefon ändern oder löschen:\n\n0000"_s));
+    };
+    expectNotice();
+    own.test.dialogs.expectStart(u"2 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
+    own.list->selectAll();
+    QCOMPARE(own.remove(), CommandResult::Done);
+    QCOMPARE(own.luids(), QStringList(u"0000"_s));
+    expectNotice();
+    QVERIFY(!allowChange(*own.store, 0));
+    expectNotice();
+    own.list->selectAll();
+    QCOMPARE(own.remove(), CommandResult::Refused);
 }
 
 void tst_ContactCommands::savesAndRecords()

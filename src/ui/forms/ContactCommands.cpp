@@ -6,6 +6,8 @@
 #include "operations/ContactEdit.h"
 #include "ui/forms/ContactMessages.h"
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -103,7 +105,7 @@ CommandResult reportBegin(const VcardStore& store, const operations::Outcome& fa
     if (isStopped(facts))
         return CommandResult::Cancelled;
     showOwnFailure(store, facts);
-    return facts.cause == operations::Cause::Doubtful ? CommandResult::Refused : CommandResult::Failed;
+    return CommandResult::Failed;
 }
 
 QString editTitle()
@@ -218,7 +220,12 @@ bool allowChange(const VcardStore& store, int row)
     const ListRows* list = store.list();
     if (!list || row < 0 || row >= list->count())
         return false;
-    if (phonedata::hasValidLuid(list->row(row)))
+    const tVcfEntry entry = phonedata::vcfEntryFrom(list->row(row));
+    if (entry.isStandIn) {
+        showUnreachable(store, {entry});
+        return false;
+    }
+    if (!phonedata::isNoValidLuid(entry.luid))
         return true;
     show(store,
          {.text = u"Der gewählte Eintrag verfügt über keine gültige Referenznummer.\n"_s + readAgainAdvice(),
@@ -283,19 +290,25 @@ CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
     if (selected.isEmpty())
         return CommandResult::Refused;
     std::vector<tVcfEntry> contacts;
+    std::vector<tVcfEntry> unreachable;
     for (const int row : selected) {
-        if (!phonedata::hasValidLuid(store.list()->row(row))) {
+        const tVcfEntry entry = phonedata::vcfEntryFrom(store.list()->row(row));
+        if (!entry.isStandIn && phonedata::isNoValidLuid(entry.luid)) {
             show(store, {.text = u"Der gewählte bzw. ein gewählter Eintrag verfügt über keine gültige "
                                  u"Referenznummer.\n"_s +
                                  readAgainAdvice(),
                          .icon = Icon::Information});
             return CommandResult::Refused;
         }
-        contacts.insert(contacts.begin(),
-                        phonedata::vcfEntryFrom(store.list()->row(row))); // the last goes first
+        (entry.isStandIn ? unreachable : contacts).push_back(entry);
     }
+    if (!unreachable.empty())
+        showUnreachable(store, unreachable);
+    if (contacts.empty())
+        return CommandResult::Refused;
+    std::ranges::reverse(contacts); // the last goes first
     const Answer answer = store.context().dialogs.Show(
-        {.text = u"%1 gewählte(n) Kontakt(e) wirklich löschen ?"_s.arg(selected.size()),
+        {.text = u"%1 gewählte(n) Kontakt(e) wirklich löschen ?"_s.arg(contacts.size()),
          .title = app::productName() + u"  -  Kontakt löschen"_s,
          .buttons = Buttons::YesNo,
          .icon = Icon::Question,

@@ -53,6 +53,17 @@ QString readAgainAdvice()
            u"(Schaltfläche \"Neu Laden\"). Danach können Sie den betroffenen Eintrag beliebig ändern oder löschen."_s;
 }
 
+void showUnreachable(const VcardStore& store, const std::vector<tVcfEntry>& contacts)
+{
+    QStringList names;
+    for (const tVcfEntry& contact : contacts)
+        names.append(operations::contactName(contact));
+    show(store, {.text = u"Das Telefon hat für diese Einträge keine Referenznummer, oder es ist sein eigener "
+                         u"Eintrag. Sie lassen sich nur am Telefon ändern oder löschen:\n\n"_s +
+                         listed(names),
+                 .icon = Icon::Information});
+}
+
 void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
 {
     if (facts.isRecordOpen)

@@ -13,6 +13,10 @@ void show(const phonedata::VcardStore& store, const toolkit::Message& message);
 /// Advice about an entry without a valid LUID.
 QString readAgainAdvice();
 
+/// Shows that contacts can't be changed from here, because the phone has no LUID for them or they are its own
+/// card.
+void showUnreachable(const phonedata::VcardStore& store, const std::vector<phonedata::tVcfEntry>& contacts);
+
 /// Shows a failure that is not the phone's: the client has shown those.
 void showOwnFailure(const phonedata::VcardStore& store, const operations::Outcome& facts);
 /// The same after a change, which may also be confirmed but not compared.

@@ -113,9 +113,7 @@ QString doubtInWords(operations::Undo::Doubt doubt)
                u"ist nicht sicher "
                u"bekannt."_s;
     case Doubt::NoCount:
-        return u"Das Telefon hat nicht mitgeteilt, wie viele Kontakte es enthält. Bitte versuchen Sie es "
-               u"noch "
-               u"einmal."_s;
+        return u"Das Telefon hat nicht mitgeteilt, wie viele Kontakte es enthält."_s;
     case Doubt::Disturbed:
         break;
     }
