@@ -121,6 +121,8 @@ void PauseWatch::answered(bool isOk, double now)
 {
     m_isLastOk = isOk;
     m_lastAnswered = now;
+    if (m_last == Close && !isOk)
+        m_last = Other; // a refused close closes nothing, so it needs no pause after it
 }
 
 } // namespace kalmo::handset

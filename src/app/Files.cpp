@@ -167,7 +167,7 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString* error
     const QFileInfo there(path);
     if (there.exists() && !there.isFile() && !there.isDir()) { // a device would be replaced by a plain file
         if (error)
-            *error = u"it is a device"_s;
+            *error = qt_error_string(ENOTSUP);
         return false;
     }
     QSaveFile file(path);

@@ -56,7 +56,6 @@ ListReading readOnce(const ListJob& job, const ReadPolicy& policy)
             job.onEntryRead(entries);
     };
     phonedata::StoreContent& content = job.content();
-    content.forget(); // the content is known only as far as this reading knows it
     const bool isClosed =
         phonedata::readStore({job.line, job.memory, nullptr, job.window, job.progress, count}, job.store);
     reading.isWhole = content.certainty != Certainty::Unknown;

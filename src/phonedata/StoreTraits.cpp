@@ -81,8 +81,10 @@ const StoreTraits& traitsOf(Store store)
 
 bool readStore(const StoreJob& job, Store store)
 {
+    StoreContent& content = contentOf(job.memory, store);
+    content.forget(); // the content is known only as far as this reading knows it
     const bool isRead = traitsOf(store).read(job);
-    contentOf(job.memory, store).since = job.context().clock.Now();
+    content.since = job.context().clock.Now();
     return isRead;
 }
 

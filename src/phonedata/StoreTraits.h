@@ -53,7 +53,8 @@ inline void setDirty(PhoneMemory& memory, Store store, bool dirty)
     memory.*(traitsOf(store).dirty) = dirty;
 }
 
-/// Reads or writes a store and notes the time.
+/// Reads or writes a store and notes the time. After a reading the content is known if all entries came, also
+/// if the phone did not confirm the end.
 bool readStore(const StoreJob& job, Store store);
 StoreWriting writeStore(const StoreJob& job, Store store, const StoreEntries& wanted);
 

@@ -154,7 +154,6 @@ phonedata::SettingRead fraSounds::shower()
         Event& widgets = m_events[static_cast<size_t>(event)];
         widgets.volume->setCurrentIndex(setting.volume - 1);
         widgets.tone->setCurrentText(toneName);
-        widgets.volumeInPhone = widgets.volume->currentIndex() + 1;
         widgets.toneInPhone = widgets.tone->currentText();
     };
 }
@@ -173,8 +172,6 @@ void fraSounds::choose(SoundEvent event)
         readSettings();
         return;
     }
-    if (tone == widgets.toneInPhone && volume == widgets.volumeInPhone)
-        return;
     if (tone == widgets.toneInPhone && !agreesToOtherTone(event)) {
         readSettings();
         return;

@@ -40,7 +40,6 @@ private:
         QComboBox* tone;
         QComboBox* volume;
         QString toneInPhone;
-        int volumeInPhone = 0;
     };
 
     void addEvent(QGridLayout& grid, phonedata::SoundEvent event);

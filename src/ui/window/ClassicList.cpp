@@ -13,8 +13,6 @@
 
 #include <QDir>
 
-#include <algorithm>
-
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -29,12 +27,6 @@ namespace {
 QString entryCount(int count)
 {
     return count == 1 ? u"1 Eintrag"_s : u"%1 Einträge"_s.arg(count);
-}
-
-/// Returns true if a file held more than lines that merely look like entries.
-bool holdsAnEntry(const std::vector<phonedata::ClassicEntry>& entries)
-{
-    return std::ranges::any_of(entries, [](const auto& entry) { return !entry.number.isEmpty(); });
 }
 
 bool isUnreadable(operations::FileFault fault)
@@ -108,22 +100,32 @@ void ClassicList::read()
         Q_EMIT stateChanged(m_isRead ? ListState::Read : ListState::NotRead);
         return;
     }
+    const phonedata::StoreContent& content = phonedata::contentOf(m_parts.program.memory, m_store);
+    const bool isWhole = content.certainty != phonedata::Certainty::Unknown;
+    if (isWhole) {
+        m_isRead = true;
+        m_origin = content;
+    }
+    if (result != CommandResult::Done && isWhole) { // the phone did not confirm the end
+        Q_EMIT stateChanged(ListState::Read);
+        return;
+    }
     if (result != CommandResult::Done) {
         keepAfterFailure(std::move(before));
         return;
     }
-    m_isRead = true;
-    m_origin = phonedata::contentOf(m_parts.program.memory, m_store);
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
 }
 
-/// A failed reading leaves the list empty. One that the user has stopped leaves what was on screen.
+/// A reading that fails in the middle leaves the list empty. One that the user has stopped, or that could not
+/// begin, leaves what was on screen.
 void ClassicList::keepAfterFailure(std::vector<toolkit::ListRow> before)
 {
     if (!m_parts.progress.cancelled()) {
-        m_origin.forget();
+        if (m_rows->count() == 0)
+            m_origin.forget();
         Q_EMIT stateChanged(ListState::Failed);
         return;
     }
@@ -255,13 +257,13 @@ std::optional<std::vector<phonedata::ClassicEntry>> ClassicList::entriesIn(const
     return {};
 }
 
-/// An unreadable file changes nothing.
+/// An unreadable file, and one without an entry, changes nothing.
 void ClassicList::load(const QString& path)
 {
     const auto entries = entriesIn(path);
     if (!entries)
         return;
-    if (!holdsAnEntry(*entries)) {
+    if (entries->empty()) {
         m_parts.program.context.dialogs.Show(
             {.text = u"Die Datei %1 enthält keinen lesbaren Eintrag. Die Liste bleibt, wie sie "
                      u"ist."_s.arg(QDir::toNativeSeparators(path)),

@@ -270,20 +270,19 @@ void frmPB::openGiven(const QString& path)
     openImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, path);
 }
 
-/// Asks if an import goes on without the phone's list, which could not be read.
+/// Asks if an import goes on without the phone's list. Entries are always compared with the phonebook, so for
+/// the provider list nothing is lost by that.
 bool frmPB::mayImportUnread(bool isForProviders)
 {
-    const QString list = isForProviders ? u"Die Providerliste"_s : u"Das Telefonbuch"_s;
+    const QString state = isForProviders ? u"Die Providerliste ist nicht eingelesen."_s
+                                         : u"Das Telefonbuch ist nicht eingelesen.\n"
+                                           u"Kalmo erkennt daher keine Einträge, die schon vorhanden sind."_s;
     const QString result =
         m_contacts ? QString() : u" Beim Schreiben ersetzt der Import die Liste im Telefon."_s;
-    return m_program.context.dialogs.Show(
-               {.text = list +
-                        u" konnte nicht eingelesen werden.\n"
-                        u"Kalmo erkennt daher keine Einträge, die schon vorhanden sind."_s +
-                        result + u"\nMöchten Sie trotzdem importieren?"_s,
-                .buttons = toolkit::Buttons::YesNo,
-                .icon = toolkit::Icon::Exclamation,
-                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
+    return m_program.context.dialogs.Show({.text = state + result + u"\nMöchten Sie trotzdem importieren?"_s,
+                                           .buttons = toolkit::Buttons::YesNo,
+                                           .icon = toolkit::Icon::Exclamation,
+                                           .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
 }
 
 /// Opens the import dialog for the list in front. A list that was never read is read ahead, so that it is not
