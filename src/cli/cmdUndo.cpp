@@ -188,7 +188,7 @@ ExitStatus UndoCommand::finish(const Outcome& outcome)
     if (outcome.isRecordOpen)
         m_job.out.note(openRecordText());
     const bool isDone = outcome.state == State::Done && outcome.cause == Cause::None;
-    if (isDone && outcome.sent > 0 && !outcome.verified && m_undo.record().part(u"pb.vcf"_s)) {
+    if (outcome.isUncompared()) {
         m_job.out.show(json(outcome), {});
         m_job.out.error(u"put back the %1, but could not read it back whole to compare it."_s.arg(
             nameOf(m_undo.record())));

@@ -47,6 +47,8 @@ struct Outcome
     QString reason = {};       ///< the system's or the phone's own words for `cause`, may be empty
 
     bool isDone() const { return state == State::Done; }
+    /// Returns true if the phone confirmed a change that could not be read back to compare it.
+    bool isUncompared() const { return isDone() && sent > 0 && !verified; }
 };
 
 /// "done", "unchanged" or "unknown", as JSON and records have it.

@@ -7,8 +7,11 @@
 #include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/forms/ContactCommands.h"
+#include "ui/forms/FormerStatesDialog.h"
 #include "ui/TestProgram.h"
 
+#include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -87,8 +90,8 @@ struct Contacts : TestProgram
     }
 
     std::unique_ptr<toolkit::ListRows> list = makeVcfRows();
-    std::shared_ptr<VcardStore> store =
-        std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(line), *list);
+    std::shared_ptr<obex::clsMmc> mmc = std::make_shared<obex::clsMmc>(line);
+    std::shared_ptr<VcardStore> store = std::make_shared<VcardStore>(mmc, *list);
 };
 
 } // namespace
@@ -104,6 +107,7 @@ private Q_SLOTS:
     void lostAnswer();
     void staleRow();
     void doubtfulReading();
+    void undoneAndNotCompared();
     void otherThanEntered();
     void imports();
     void deletes();
@@ -268,6 +272,21 @@ void tst_ContactCommands::doubtfulReading()
         const auto record = all.read(phone.records().front().id);
         QCOMPARE(record->part(operations::incompletePart) != nullptr, isMarked);
     });
+}
+
+/// The state that is put back is called so only if the phone was read again as a whole.
+void tst_ContactCommands::undoneAndNotCompared()
+{
+    Contacts phone(u"SL450HX"_s, {.atOnce = true});
+    QCOMPARE(phone.save(someone), CommandResult::Done);
+    FormerStatesDialog dialog(phone.program, {phone.line, phone.memory, phone.mmc},
+                              operations::RecordedList::Phonebook);
+    phone.port.handset().setFaults({.miscounts = 100});
+    phone.test.dialogs.expectStart(u"Das Telefon nennt eine andere Anzahl von Kontakten, als es sendet"_s,
+                                   toolkit::Buttons::YesNo, Answer::Yes);
+    phone.test.dialogs.expectStart(u"Das Telefon hat jede Änderung bestätigt. Danach konnte"_s);
+    child<QPushButton>(dialog, "cmdPutBack").click();
+    QVERIFY(child<QLabel>(dialog, "sta").text().endsWith(u"aber nicht kontrolliert."));
 }
 
 /// A "=" in one name is read as a code because another name makes the phone use codes.

@@ -142,7 +142,7 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
     showOwnFailure(store, outcome);
     if (outcome.hasChangedMeanwhile)
         return CommandResult::Refused;
-    if (isDone && !isUncompared(outcome.facts) &&
+    if (isDone && !outcome.facts.isUncompared() &&
         app::isOn(store.context().settings, app::keys::ShowSuccessPopup))
         show(store, {.text = u"Eintrag gespeichert."_s, .title = editTitle(), .icon = Icon::Information});
     return isDone ? CommandResult::Done : CommandResult::Failed;

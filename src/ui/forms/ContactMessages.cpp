@@ -79,11 +79,6 @@ void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
                  .icon = Icon::Exclamation});
 }
 
-bool isUncompared(const operations::Outcome& facts)
-{
-    return facts.isDone() && facts.sent > 0 && !facts.verified;
-}
-
 void showOwnFailure(const VcardStore& store, const operations::ContactOutcome& outcome)
 {
     if (outcome.hasChangedMeanwhile) {
@@ -95,7 +90,7 @@ void showOwnFailure(const VcardStore& store, const operations::ContactOutcome& o
         return;
     }
     showOwnFailure(store, outcome.facts);
-    if (isUncompared(outcome.facts))
+    if (outcome.facts.isUncompared())
         show(store, {.text = u"Das Telefon hat die Änderung bestätigt. Danach konnte das Telefonbuch nicht "
                              u"vollständig zur Kontrolle gelesen werden."_s,
                      .icon = Icon::Exclamation});

@@ -22,9 +22,6 @@ void showOwnFailure(const phonedata::VcardStore& store, const operations::Outcom
 /// The same after a change, which may also be confirmed but not compared.
 void showOwnFailure(const phonedata::VcardStore& store, const operations::ContactOutcome& outcome);
 
-/// Returns true if the phone confirmed all, but the phonebook could not be read back whole to compare it.
-bool isUncompared(const operations::Outcome& facts);
-
 /// Shows contacts that the phone holds otherwise than they were saved, in a box and in the list.
 void showMismatches(phonedata::VcardStore& store, const operations::ContactEdit& edit,
                     const operations::ContactOutcome& outcome);

@@ -134,6 +134,13 @@ QString openRecordInWords()
            u"Die Änderung steht als \"nicht bestätigt\" unter \"Frühere Stände\"."_s;
 }
 
+QString uncomparedInWords()
+{
+    return u"Das Telefon hat jede Änderung bestätigt. Danach konnte es nicht vollständig zur Kontrolle "
+           u"gelesen "
+           u"werden. Bitte vergleichen Sie den Stand noch einmal."_s;
+}
+
 QString momentInWords(const QDateTime& moment)
 {
     return moment.toString(u"dd.MM.yyyy  hh:mm"_s);

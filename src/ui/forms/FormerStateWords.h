@@ -19,6 +19,8 @@ QString doubtInWords(operations::Undo::Doubt doubt);
 QString lostInWords(const operations::Outcome& outcome);
 /// Sentences for a record that could not be completed after the change.
 QString openRecordInWords();
+/// Sentences for a state that is put back and could not be compared with the phone.
+QString uncomparedInWords();
 /// "21.11.2026  12:30"
 QString momentInWords(const QDateTime& moment);
 

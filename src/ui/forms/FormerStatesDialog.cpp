@@ -333,8 +333,13 @@ void FormerStatesDialog::putBack()
 void FormerStatesDialog::report(const Undo& undo, const Outcome& outcome)
 {
     const bool isDone = outcome.state == State::Done && outcome.cause == Cause::None;
-    m_status->SetText(isDone ? u"Der Stand vom %1 ist zurückgeholt."_s.arg(momentInWords(undo.record().time))
+    const QString done = outcome.isUncompared()
+                             ? u"Der Stand vom %1 ist zurückgeholt, aber nicht kontrolliert."_s
+                             : u"Der Stand vom %1 ist zurückgeholt."_s;
+    m_status->SetText(isDone ? done.arg(momentInWords(undo.record().time))
                              : u"Der Stand wurde nicht ganz zurückgeholt."_s);
+    if (outcome.isUncompared())
+        m_program.context.dialogs.Show({.text = uncomparedInWords(), .icon = toolkit::Icon::Exclamation});
     if (outcome.isRecordOpen)
         m_program.context.dialogs.Show({.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
     if (isDone)
