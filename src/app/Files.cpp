@@ -15,8 +15,6 @@ using toolkit::Icon;
 
 namespace {
 
-constexpr int shortestFolder = 4; // a drive root is no folder to store in
-
 bool isNoName(const QString& path)
 {
     return path.isEmpty() || path == u"."_s || path == u".."_s;

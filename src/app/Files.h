@@ -28,7 +28,10 @@ QString moveAside(Context& context, const QString& path);
 /// Deletes every file in a folder and reports no error. Folders within it stay.
 void emptyFolder(const QString& path);
 
-/// Makes a folder and all above it. Paths shorter than 4 characters are refused. Shows and logs a failure.
+/// Size of the shortest path that a folder to store in may have: a drive root is none.
+inline constexpr qsizetype shortestFolder = 4;
+
+/// Makes a folder and all above it. Paths below `shortestFolder` are refused. Shows and logs a failure.
 bool EnsureDirExists(Context& context, const QString& path);
 
 /// Does the same, but only logs a failure.

@@ -4,6 +4,7 @@
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
+#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
@@ -450,24 +451,37 @@ void tst_Start::movesTheStorageWithItsSettings()
     test.settings.PutIniText(u"Ports"_s, u"COM3"_s, u"/dev/cable"_s);
     ui::frmEinstellungen form(given.program);
     const QSignalSpy saved(&form, &ui::frmEinstellungen::saved);
-    const auto moveTo = [&](const QString& folder) {
+    const auto moveTo = [&](const QString& folder, const QString& told) {
         form.present(true);
+        child<QComboBox>(form, "cmbCom").setCurrentText(u"COM 1"_s);
+        child<QCheckBox>(form, "chkAutoBackup").click();
         test.dialogs.expectPickFolder(u"Wählen Sie einen Ordner aus"_s, test.storage, folder);
-        if (test.platform.storagePathResult != 0)
-            test.dialogs.expect({.text = u"Der Speicherpfad konnte nicht geändert werden."_s,
-                                 .icon = toolkit::Icon::Exclamation});
+        if (!told.isEmpty())
+            test.dialogs.expectStart(told);
         child<QPushButton>(form, "cmdSpeicherpfad").click();
         child<QPushButton>(form, "cmdOK").click();
     };
-    moveTo(test.path(u"new"_s));
+    moveTo(test.path(u"new"_s), {});
     QCOMPARE(test.platform.storagePath, test.path(u"new"_s));
     QCOMPARE(test.settings.GetIniText(u"Ports"_s, u"COM3"_s, app::iniPath(test.path(u"new"_s))),
              u"/dev/cable"_s);
     QCOMPARE(saved.size(), 1);
+
+    // Of settings that can't be saved with their folder, none is.
+    app::put(test.settings, app::keys::ComPortNew, 12);
+    const QByteArray before = TestContext::contentOf(app::iniPath(test.storage));
     test.platform.storagePathResult = 5;
-    moveTo(test.path(u"other"_s));
-    QCOMPARE(saved.size(), 1);
-    QVERIFY(form.isVisible());
+    const Rows<QString, QString> rows{
+        {"not stored", test.path(u"other"_s), u"Der Speicherpfad konnte nicht geändert werden."_s},
+        {"too short", u"/d"_s, u"Der Pfad \"/d\" ist zu kurz."_s},
+        {"no folder", test.makeFile(u"file"_s, "x") + u"/below"_s, u"Der Pfad "_s},
+    };
+    rows.each([&](const auto& folder, const auto& told) {
+        moveTo(folder, told);
+        QCOMPARE(saved.size(), 1);
+        QVERIFY(form.isVisible() && !QFile::exists(app::iniPath(folder)));
+        QCOMPARE(TestContext::contentOf(app::iniPath(test.storage)), before);
+    });
 }
 
 KALMO_TEST(tst_Start)

@@ -37,11 +37,22 @@ void tellWhoseSettingsHold(app::Context& context, const QString& folder)
 
 } // namespace
 
+bool canBeStorage(app::Context& context, const QString& folder)
+{
+    if (folder.size() < app::shortestFolder) { // the next start would refuse it
+        context.dialogs.Show(
+            {.text = u"Der Pfad \"%1\" ist zu kurz. Bitte wählen Sie einen anderen Ordner."_s.arg(folder),
+             .icon = toolkit::Icon::Exclamation});
+        return false;
+    }
+    return app::EnsureDirExists(context, QDir(folder).filePath(u"config"_s)) &&
+           app::WriteTest(context, folder);
+}
+
 bool changeStorage(app::Context& context, const QString& folder)
 {
     const bool hasOwnSettings = app::FileExists(app::iniPath(folder));
-    if (!app::EnsureDirExists(context, QDir(folder).filePath(u"config"_s)) ||
-        !app::WriteTest(context, folder) || !copySettings(context, folder))
+    if (!copySettings(context, folder))
         return false;
     const bool isDefault = folder == app::defaultStoragePath(context.platform);
     if (context.platform.setStoragePathValue(isDefault ? u"$DEFAULTPATH"_s : folder) == 0) {
@@ -49,6 +60,8 @@ bool changeStorage(app::Context& context, const QString& folder)
             tellWhoseSettingsHold(context, folder);
         return true;
     }
+    if (!hasOwnSettings)
+        app::DeleteQuiet(app::iniPath(folder));
     context.dialogs.Show(
         {.text = u"Der Speicherpfad konnte nicht geändert werden."_s, .icon = toolkit::Icon::Exclamation});
     return false;

@@ -17,6 +17,8 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+#include <array>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -57,6 +59,16 @@ Button* makeButton(const QString& name, const QString& text, const QString& tip,
     button->setAutoDefault(false);
     return button;
 }
+
+/// The keys that the form writes.
+constexpr std::array<app::TextKey, 6> ownKeys = {{
+    app::keys::Version,
+    {ComPortNew.section, ComPortNew.key},
+    {app::keys::AutoBackup.section, app::keys::AutoBackup.key},
+    {app::keys::SwWarning.section, app::keys::SwWarning.key},
+    {app::keys::ShowSuccessPopup.section, app::keys::ShowSuccessPopup.key},
+    {app::keys::UseUtf8Contacts.section, app::keys::UseUtf8Contacts.key},
+}};
 
 void readCheck(const app::Settings& settings, const app::NumberKey& key, QCheckBox* box)
 {
@@ -315,6 +327,21 @@ void frmEinstellungen::writeSettings()
     app::put(settings, app::keys::UseUtf8Contacts, chkUTF8contcats->isChecked());
 }
 
+/// Writes the settings and changes the storage. Where that fails, the settings are as before.
+bool frmEinstellungen::store()
+{
+    app::Context& context = m_program.context;
+    QStringList before;
+    for (const app::TextKey& key : ownKeys)
+        before.append(app::get(context.settings, key));
+    writeSettings();
+    if (m_storage == context.sy.Paths.Storage || changeStorage(context, m_storage))
+        return true;
+    for (size_t index = 0; index < ownKeys.size(); ++index)
+        app::put(context.settings, ownKeys[index], before[static_cast<qsizetype>(index)]);
+    return false;
+}
+
 void frmEinstellungen::save()
 {
     if (m_isSaving) // closing the data channel takes a while
@@ -324,10 +351,9 @@ void frmEinstellungen::save()
     const int before = app::getInt(context.settings, ComPortNew);
     const int chosen = link::portItemNumber(cmbCom->currentText());
     const bool otherPort = chosen != before || context.sy.PhoneType == 0;
-    if (m_mayLeave && !m_mayLeave(otherPort))
+    if (m_storage != context.sy.Paths.Storage && !canBeStorage(context, m_storage))
         return;
-    writeSettings();
-    if (m_storage != context.sy.Paths.Storage && !changeStorage(context, m_storage))
+    if ((m_mayLeave && !m_mayLeave(otherPort)) || !store())
         return;
     if (chosen != before)
         context.sy.ComNoForThisRun = 0;

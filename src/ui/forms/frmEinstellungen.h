@@ -68,6 +68,7 @@ private:
     void showStorage(const QString& folder);
     void showPortOfThisRun();
     void save();
+    bool store();
     void writeSettings();
 
     Program& m_program;
