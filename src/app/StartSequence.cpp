@@ -80,11 +80,6 @@ void fillSession(Context& context, const ScreenSize& screen)
     sy.PixelX = screen.pixelX;
     sy.PixelY = screen.pixelY;
     context.log.WriteLogHeader();
-    if (context.log.isElsewhere())
-        context.dialogs.Show({.text = u"Die Protokolldatei konnte nicht auf dem Desktop angelegt werden. Sie "
-                                      u"ist hier:\n"_s +
-                                      sy.logPath,
-                              .icon = Icon::Information});
 }
 
 void remindOfUnclosedSession(Context& context)

@@ -68,8 +68,7 @@ void DebugLog::chooseFile()
         u"Kalmo_debugFile_"_s + m_clock.Now().toString(u"dd-MM-yyyy  hh-mm-ss"_s) + u".log"_s;
     m_sy.logPath = QDir(m_desktop).filePath(name);
     QFile file(m_sy.logPath);
-    m_isElsewhere = m_desktop.isEmpty() || !QDir().mkpath(m_desktop) || !file.open(QIODevice::WriteOnly);
-    if (m_isElsewhere)
+    if (m_desktop.isEmpty() || !QDir().mkpath(m_desktop) || !file.open(QIODevice::WriteOnly))
         m_sy.logPath = QDir::temp().filePath(name);
 }
 

@@ -19,14 +19,12 @@ public:
 
     bool isOn() const { return m_sy.debug; }
 
-    /// Replaces the log by the header block alone. Only the start-up does this, since it deletes all lines.
+    /// Replaces the log by the header block alone, until the first main window is shown. From then on the
+    /// header is appended (`Sy::logKeepsAll`).
     void WriteLogHeader();
 
     /// Appends one line. Unless `keepRaw` is set, line ends within the text are written as words.
     void WriteDebugLog(const QString& tag, QString text, bool keepRaw = false);
-
-    /// Returns true if the log is not in its own folder, which can't be written.
-    bool isElsewhere() const { return m_isElsewhere; }
 
     /// The system's reason for the first write that failed, empty if none did.
     const QString& fault() const { return m_fault; }
@@ -39,7 +37,6 @@ private:
     toolkit::Clock& m_clock;
     QString m_desktop;
     QString m_fault;
-    bool m_isElsewhere = false;
 };
 
 } // namespace kalmo::app

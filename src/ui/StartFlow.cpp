@@ -180,7 +180,10 @@ void StartFlow::showMainWindow()
         connect(m_main.get(), &frmPB::searchRequested, this, &StartFlow::searchAgain);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
     }
-    m_mainSy = m_program.context.sy;
+    app::Sy& sy = m_program.context.sy;
+    sy.logKeepsAll = true; // a later search takes nothing away from the log
+    sy.StrStCom.clear();
+    m_mainSy = sy;
     m_main->showEmulated(isDemo(m_mainSy));
     m_main->show();
     if (const QString file = std::exchange(m_fileToOpen, {}); !file.isEmpty())

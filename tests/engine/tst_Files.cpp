@@ -147,7 +147,6 @@ private Q_SLOTS:
         test.sy.PhoneSVN = u"12"_s;
         test.sy.StrStCom = u"TX:ATZ"_s;
         test.log.WriteLogHeader();
-        QVERIFY(!test.log.isElsewhere());
         QCOMPARE(test.sy.logPath, test.path(u"Kalmo_debugFile_21-11-2026  12-00-00.log"_s));
         QCOMPARE(TestContext::contentOf(test.sy.logPath),
                  QByteArray("----------------- Kalmo! - Debug Log ---------------------\n"

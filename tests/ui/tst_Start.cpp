@@ -200,7 +200,10 @@ void tst_Start::keepsTheMainWindowForTheSamePhoneOnly()
     QCOMPARE(run.memory.providers.certainty, phonedata::Certainty::Unknown);
 
     run.test.settings.PutIniNumber(u"Alias"_s, u"OTHER"_s, 7);
+    run.test.startLog();
+    run.test.log.WriteDebugLog(u"Tx"_s, u"before the search"_s);
     QVERIFY(searchAgain());
+    QCOMPARE(run.test.logged().value(0), u"Tx: before the search"_s);
     QVERIFY(!window && !run.memory.TbDirty);
 }
 
