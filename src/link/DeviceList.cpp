@@ -31,7 +31,21 @@ QString hardwareIdOf(const QSerialPortInfo& info)
         .toUpper();
 }
 
+int hexNumberIn(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt(nullptr, 16) : 0;
+}
+
 } // namespace
+
+bool isModemInterface(const QString& folder)
+{
+    const auto number = [&](const QString& name) { return hexNumberIn(folder + u'/' + name); };
+    const int protocol = number(u"bInterfaceProtocol"_s);
+    return number(u"bInterfaceClass"_s) == 2 && number(u"bInterfaceSubClass"_s) == 2 && protocol >= 1 &&
+           protocol <= 6;
+}
 
 QList<SerialDevice> SystemDeviceList::devices()
 {
@@ -39,7 +53,8 @@ QList<SerialDevice> SystemDeviceList::devices()
     QList<SerialDevice> found;
     for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
         const QString path = info.systemLocation();
-        found.append({path, stable.value(path), info.description(), info.manufacturer(), hardwareIdOf(info)});
+        found.append({path, stable.value(path), info.description(), info.manufacturer(), hardwareIdOf(info),
+                      isModemInterface(u"/sys/class/tty/%1/device"_s.arg(info.portName()))});
     }
     return found;
 }

@@ -15,6 +15,7 @@ FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int nu
     const QScopedValueRollback terminator(sy.blnTxLfTerminator);
     const QScopedValueRollback identity(sy.PhoneID);
     FoundAtPort found{.number = number};
+    line.ClosePort(); // another one may be open
     PhoneSearch search(line, view, desktop);
     switch (search.runPass()) {
     case PassResult::PortNotOpened:

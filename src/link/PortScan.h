@@ -20,8 +20,8 @@ struct FoundAtPort
     QString error = {};
 };
 
-/// Looks for a phone at one port, at each rate in turn, which takes some seconds. Asks the user nothing,
-/// closes the port again, and leaves the session's port as it was.
+/// Looks for a phone at one port, at each rate in turn, which takes some seconds. Closes the port that is
+/// open, asks the user nothing, closes its own port again, and leaves the session's port as it was.
 FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int number);
 
 } // namespace kalmo::link

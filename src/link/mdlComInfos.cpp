@@ -105,7 +105,11 @@ QList<DeviceEntry> deviceEntries(PortTable& ports)
     for (const int number : ports.numbers()) {
         const SerialDevice device = ports.present(number);
         const QString name = device.description.isEmpty() ? device.path : device.description;
-        entries.append({u"PORTS"_s, name + u" (COM%1)"_s.arg(number), device.maker, device.hardwareId, {}});
+        const QString port = u"COM%1"_s.arg(number);
+        if (device.isModem)
+            entries.append({u"MODEM"_s, name, device.maker, device.hardwareId, port});
+        else
+            entries.append({u"PORTS"_s, name + u" (%1)"_s.arg(port), device.maker, device.hardwareId, {}});
     }
     return entries;
 }

@@ -31,6 +31,7 @@ class tst_Ports : public QObject
 
 private Q_SLOTS:
     void descriptions();
+    void modemsByTheirInterface();
     void numbersStayWithTheirDevices();
     void numbersHoldBeforeSettingsCanBeWritten();
 };
@@ -56,6 +57,32 @@ void tst_Ports::descriptions()
         QCOMPARE(table.GetComDescription(number), description);
         table.RefreshComDesc({});
         QCOMPARE(table.GetComDescription(number), QString());
+    });
+}
+
+void tst_Ports::modemsByTheirInterface()
+{
+    const QString name = u"Siemens Mobile Phone USB Modem"_s;
+    const QString cable = u"Siemens USB Kabel DCA-140, DCA-540, DSC-600"_s;
+    const Rows<QByteArray, QString> rows{
+        // class, subclass, protocol
+        {"AT commands", "02 02 01", cable},
+        {"no commands", "02 02 00", name},
+        {"commands of a maker", "02 02 ff", name},
+        {"network", "02 06 01", name},
+        {"no USB interface", "", name},
+    };
+    rows.each([&](const auto& numbers, const auto& description) {
+        TestContext test;
+        QStringList files{u"bInterfaceClass"_s, u"bInterfaceSubClass"_s, u"bInterfaceProtocol"_s};
+        for (const QByteArray& number : numbers.split(' '))
+            test.makeFile(files.takeFirst(), number + '\n');
+        FakeDevices devices;
+        devices.list = {{u"/dev/ttyACM0"_s, {}, name, {}, {}, link::isModemInterface(test.folder.path())}};
+        link::PortTable ports(test.settings, devices);
+        link::ComDescriptions table;
+        table.RefreshComDesc(link::deviceEntries(ports));
+        QCOMPARE(table.GetComDescription(1), description);
     });
 }
 

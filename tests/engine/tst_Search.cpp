@@ -3,6 +3,7 @@
 #include "app/SettingsKeys.h"
 #include "link/mdlSearch.h"
 #include "link/PhoneModels.h"
+#include "link/PortScan.h"
 #include "support/FakeDesktop.h"
 #include "support/Rows.h"
 #include "support/ScriptedPort.h"
@@ -81,6 +82,7 @@ private Q_SLOTS:
     void triesEachRate();
     void lfModeIsFoundAndRemembered();
     void abortedByTheUser();
+    void scansOneByOne();
     void portThatCannotBeOpened();
     void unknownPhones();
 };
@@ -175,6 +177,19 @@ void tst_Search::abortedByTheUser()
     QCOMPARE(s.search.SearchPhone(), link::SearchOutcome::Settings);
     QVERIFY(!s.port.IsOpen());
     QVERIFY(!s.view.abort);
+}
+
+/// The port that is open is not taken for the one that is scanned.
+void tst_Search::scansOneByOne()
+{
+    Search s;
+    s.port.Open(u"COM1"_s);
+    s.expectProbe(2, 2);
+    s.expectQuery("AT+CGMM\r", "WOODSTOCK");
+    const link::FoundAtPort found = link::scanPort(s.line, s.view, s.desktop, 5);
+    QCOMPARE(found.number, 5);
+    QCOMPARE(found.model, u"WOODSTOCK"_s);
+    QCOMPARE(s.port.calls.filter(u"Open"_s), (QStringList{u"Open COM1"_s, u"Open COM5"_s}));
 }
 
 void tst_Search::portThatCannotBeOpened()
