@@ -98,8 +98,6 @@ bool clsMmc::Dir(QList<tObxDirEntry>& entries, const Progress& progress, ListRow
             DirInLvw(entries, *list);
         m_progress.status(u"Verzeichnis ausgelesen."_s);
     } else {
-        if (list)
-            DirInLvw({}, *list); // the command rows stay, even if the folder can't be listed
         m_progress.status(u"Verzeichnis nicht ausgelesen."_s);
         ErrMsg(code);
     }

@@ -89,6 +89,12 @@ void tst_ObexFolders::listing()
         QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BusyOff"_s}));
         QCOMPARE(client.progress.panel.texts,
                  (QStringList{u"Verzeichnis wird ausgelesen..."_s, u"Verzeichnis ausgelesen."_s}));
+
+        port.expect(listingRequest, packet(0xC4));
+        test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC4)));
+        QVERIFY(!client.mmc->Dir(entries, client.progress.all(), &rows));
+        QCOMPARE(rows.count(), 0);
+        QCOMPARE(client.progress.panel.Text(), u"Verzeichnis nicht ausgelesen."_s);
     });
 }
 
