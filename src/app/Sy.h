@@ -36,6 +36,7 @@ struct Sy
     QString PrgVersion;
     int ComNo = 0;           ///< number of the COM port in use
     int ComNoForThisRun = 0; ///< port given on the command line, 0 for the one of the settings
+    int ComNoEmulated = 0;   ///< number of the emulated handset's port in this run, 0 without one
     QString ComSettings;     ///< for example "19200,N,8,1"
     int PhoneType = 0;       ///< 0 is no phone, 1 to 13 a family of handsets
     QString PhoneID;         ///< the raw answer that identified the phone
@@ -45,6 +46,9 @@ struct Sy
     QString StrStCom;               ///< remarks of the start-up for the log
     QString logPath;
     bool logKeepsAll = false; ///< a new header is appended to the log and does not replace it
+
+    /// Returns true if the port in use is the emulated handset's.
+    bool usesEmulated() const { return ComNoEmulated > 0 && ComNo == ComNoEmulated; }
 };
 
 } // namespace kalmo::app

@@ -295,7 +295,8 @@ void Line::TxDirect(const QByteArray& bytes)
 void Line::endAfterSendError(const QByteArray& bytes, int sent)
 {
     using app::keys::LastUnclosedObexDevice;
-    if (app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
+    if (!m_context.sy.usesEmulated() &&
+        app::get(m_context.settings, LastUnclosedObexDevice) != app::noValue())
         app::put(m_context.settings, LastUnclosedObexDevice, app::noValue());
     show({.text = u"Obex Sendefehler (%1<>%2) Bitte starten Sie Ihr Telefon und Kalmo neu und stellen Sie "
                   u"sicher, daß der richtige COM Port gewählt ist.\r\nTaucht das Problem wieder auf, wenden "

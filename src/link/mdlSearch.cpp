@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace kalmo::link {
 
@@ -65,11 +66,12 @@ void PhoneSearch::remark(const QString& text)
     m_context.log.WriteLogHeader();
 }
 
-SearchOutcome PhoneSearch::SearchPhone()
+SearchOutcome PhoneSearch::SearchPhone(SearchStart start)
 {
+    bool isAborted = start == SearchStart::AfterAbort;
     for (;;) {
         Next next = Next::NewPass;
-        const PassResult pass = runPass();
+        const PassResult pass = std::exchange(isAborted, false) ? PassResult::NobodyAnswered : runPass();
         if (pass == PassResult::PortNotOpened) {
             next = afterPortFailure();
         } else if (pass == PassResult::NobodyAnswered) {

@@ -22,6 +22,11 @@ enum class SearchOutcome {
     Settings,   ///< the user wants other settings; the settings form can't be cancelled then
 };
 
+enum class SearchStart {
+    FirstRate,
+    AfterAbort, ///< the user has aborted what came before the search: begins with its question
+};
+
 enum class PassResult { Answered, PortNotOpened, NobodyAnswered };
 
 /// Rates to try, in order. The absolute value is the baud rate. A negative value means commands that end in
@@ -38,7 +43,7 @@ public:
     PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop);
 
     /// Runs the whole search with its questions. Ends the program if the user wants that.
-    SearchOutcome SearchPhone();
+    SearchOutcome SearchPhone(SearchStart start = SearchStart::FirstRate);
 
     /// Tries each rate once, without a question. The port stays open at the rate that a phone answered at.
     PassResult runPass();

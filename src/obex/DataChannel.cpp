@@ -54,8 +54,11 @@ bool wantsToRetry(Line& line)
     return line.show(question) == Answer::Ok;
 }
 
+/// The emulated handset ends with the run, and leaves the reminder of the user's own phone alone.
 void remember(Line& line, const QString& device, const QString& port)
 {
+    if (line.context().sy.usesEmulated())
+        return;
     app::Settings& settings = line.context().settings;
     app::put(settings, app::keys::LastUnclosedObexDevice, device);
     app::put(settings, app::keys::LastUnclosedObexDeviceCOM, port);

@@ -38,6 +38,12 @@ bool areOfOneKind(const app::Sy& one, const app::Sy& other)
     return one.PhoneType == other.PhoneType && one.PhoneID == other.PhoneID;
 }
 
+/// Returns true if the session's port is that of the emulated handset.
+bool isDemo(const app::Sy& sy)
+{
+    return sy.ComNoEmulated > 0 && sy.ComNoForThisRun == sy.ComNoEmulated;
+}
+
 /// The splash's abort flag as a cancel box.
 struct AbortBox : toolkit::CancelBox
 {
@@ -89,10 +95,11 @@ void StartFlow::runSearch()
     if (m_main)
         m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
-    if (std::exchange(m_wasInterrupted, false))
-        takeLineBack();
+    auto start = link::SearchStart::FirstRate;
+    if (!isDemo(m_program.context.sy) && std::exchange(m_wasInterrupted, false))
+        start = takeLineBack();
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
-    const link::SearchOutcome outcome = search.SearchPhone();
+    const link::SearchOutcome outcome = search.SearchPhone(start);
     m_start.reset();
     if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow()) {
         showMainWindow();
@@ -109,12 +116,6 @@ void StartFlow::presentSettings()
 {
     m_settings->showDemo(isDemo(m_program.context.sy));
     m_settings->present(m_main != nullptr); // the window may hold lists that wait to be written
-}
-
-/// Returns true if the session's port is that of the emulated handset.
-bool StartFlow::isDemo(const app::Sy& sy) const
-{
-    return m_demoPort > 0 && sy.ComNoForThisRun == m_demoPort;
 }
 
 /// The session's port is the user's own again.
@@ -138,19 +139,20 @@ void StartFlow::takeOldPhone()
 }
 
 /// Tries the rate that a phone answered at last. If that does not help, the search gives advice.
-void StartFlow::takeLineBack()
+link::SearchStart StartFlow::takeLineBack()
 {
     app::Context& context = m_program.context;
     link::SPortAx& port = m_program.line.port();
     context.sy.ComNo = link::portNumber(context);
     if (!port.IsOpen() && !port.Open(link::Line::ComPortName(context.sy.ComNo)))
-        return; // the search asks about that
+        return link::SearchStart::FirstRate; // the search asks about that
     m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
     m_start->clearAborted();
     const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
     AbortBox abort(*m_start);
     obex::recoverLine(m_program.line, std::abs(rate), {.cancel = &abort});
     m_program.line.ClosePort(); // the search opens it with its own settings
+    return m_start->aborted() ? link::SearchStart::AfterAbort : link::SearchStart::FirstRate;
 }
 
 /// Destroys a window for another kind of phone, after the lists in it are safe. Returns false if the user
@@ -337,9 +339,9 @@ void StartFlow::startDemo()
     m_program.line.ClosePort();
     if (!isDemo(context.sy))
         m_ownPort = context.sy.ComNoForThisRun;
-    m_demoPort = m_program.ports.numberForThisRun(link);
-    m_program.ports.useDevice(m_demoPort, link);
-    context.sy.ComNoForThisRun = m_demoPort;
+    context.sy.ComNoEmulated = m_program.ports.numberForThisRun(link);
+    m_program.ports.useDevice(context.sy.ComNoEmulated, link);
+    context.sy.ComNoForThisRun = context.sy.ComNoEmulated;
     m_settings->hide(); // the user has not confirmed them, and is welcomed again by the next start
     searchNow();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/StartSequence.h"
+#include "link/mdlSearch.h"
 #include "ui/DemoHandset.h"
 #include "ui/Program.h"
 
@@ -43,7 +44,7 @@ private:
     void welcome();
     void startDemo();
     void runSearch();
-    void takeLineBack();
+    link::SearchStart takeLineBack();
     void takeOldPhone();
     bool dropsOtherWindow();
     void showMainWindow();
@@ -51,7 +52,6 @@ private:
     void searchAgain();
     void searchNow();
     void presentSettings();
-    bool isDemo(const app::Sy& sy) const;
     void leaveDemo();
     void onSaved(bool otherPort);
     void onCancelled();
@@ -66,7 +66,6 @@ private:
     std::unique_ptr<frmWelcome> m_welcome;
     std::unique_ptr<frmPB> m_main;
     DemoHandset m_demo;
-    int m_demoPort = 0;            // number of the emulated handset's port, 0 before its first use
     int m_ownPort = 0;             // ComNoForThisRun before the emulated handset's was used
     bool m_wasConnected = false;   // before the search of all ports
     bool m_wasInterrupted = false; // the last run left a phone in its data mode

@@ -248,14 +248,17 @@ private Q_SLOTS:
 
     void recovery()
     {
-        const Rows<int> rows{
-            {"at once", 0},
-            {"third round", 2},
-            {"never", 4},
+        const QString remembered = u"channel 0, online 0, line Text, \"\", phone/7"_s;
+        const Rows<int, int, QString> rows{
+            {"at once", 0, 0, untouched},
+            {"third round", 2, 0, untouched},
+            {"never", 4, 0, u"channel 0, online 0, line Switching, \"\", phone/7"_s},
+            {"the emulated handset, and not the phone of the reminder", 0, 7, remembered},
         };
-        rows.each([&](const auto& silentRounds) {
+        rows.each([&](const auto& silentRounds, const auto& emulated, const auto& state) {
             OfflineClient offline;
             auto& [test, port, client] = offline;
+            test.sy.ComNoEmulated = emulated;
             app::put(test.settings, app::keys::LastUnclosedObexDevice, u"phone"_s);
             app::put(test.settings, app::keys::LastUnclosedObexDeviceCOM, u"7"_s);
             double lastByte = 0;
@@ -267,11 +270,9 @@ private Q_SLOTS:
                 port.expect(closeCommand, answer).then([&] { lastByte = test.clock.elapsed(); });
                 port.expect("AT\r\n", answer).then([&] { lastByte = test.clock.elapsed(); });
             }
-            const bool recovered = silentRounds < 4;
-            QCOMPARE(obex::recoverLine(client.line, client.progress.all()), recovered);
+            QCOMPARE(obex::recoverLine(client.line, client.progress.all()), silentRounds < 4);
             QVERIFY(test.clock.elapsed() < 31);
-            QCOMPARE(stateOf(client),
-                     recovered ? untouched : u"channel 0, online 0, line Switching, \"\", phone/7"_s);
+            QCOMPARE(stateOf(client), state);
             QVERIFY(!client.progress.bar.visible);
         });
     }
@@ -349,8 +350,19 @@ private Q_SLOTS:
 
     void lineThatIsGoneEndsTheProgram()
     {
+        const Rows<int, QString> rows{
+            {"the user's phone", 0, app::noValue()},
+            {"the emulated handset", 7, u"phone"_s}, // the reminder is not its own
+        };
+        rows.each([&](const auto& emulated, const auto& reminder) { lineIsGone(emulated, reminder); });
+    }
+
+private:
+    static void lineIsGone(int emulated, const QString& reminder)
+    {
         OnlineClient online;
         auto& [test, port, client] = online;
+        test.sy.ComNoEmulated = emulated;
         port.expect(disconnectRequest).then([&port = port] { port.Close(); }); // the cable is pulled: no wait
         test.dialogs.expect(errorBox(timeoutText));
         test.dialogs.whileShown([&line = client.line] { QVERIFY(line.isWaiting()); });
@@ -365,7 +377,7 @@ private Q_SLOTS:
         test.dialogs.expectStart(u"Obex Sendefehler (5<>8) "_s);
         QVERIFY_THROWS_EXCEPTION(ProgramEnded, client.mmc->CdRoot());
         QVERIFY(!port.IsOpen());
-        QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        QCOMPARE(app::get(test.settings, app::keys::LastUnclosedObexDevice), reminder);
     }
 };
 

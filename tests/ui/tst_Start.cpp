@@ -94,6 +94,7 @@ private Q_SLOTS:
     void leavesTheDemoForTheOwnPhone_data();
     void leavesTheDemoForTheOwnPhone();
     void stopsTheSearchByKey();
+    void stopsWhileAPhoneIsTakenBack();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
 };
@@ -315,6 +316,7 @@ void tst_Start::demoIsConnectedAgain()
 {
     Run run;
     const QString program = makeHandsetProgram(run.test);
+    app::put(run.test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
     run.flow.begin();
     const auto* welcome = run.waitFor<ui::frmWelcome>();
     run.test.sy.Paths.Exe = QFileInfo(program).path();
@@ -329,6 +331,7 @@ void tst_Start::demoIsConnectedAgain()
     QVERIFY(!window->isVisible());
     QCOMPARE(run.waitFor<ui::frmPB>(), window);
     QVERIFY(!shown<ui::frmEinstellungen>() && !shown<ui::frmWelcome>());
+    QCOMPARE(app::get(run.test.settings, app::keys::LastUnclosedObexDevice), u"SL450"_s); // the own phone's
 
     const QString process =
         u"/proc/"_s + QString::fromLatin1(TestContext::contentOf(program + u".pid"_s)).trimmed();
@@ -408,6 +411,20 @@ void tst_Start::stopsTheSearchByKey()
     QCOMPARE(search.runPass(), link::PassResult::NobodyAnswered);
     QVERIFY(given.test.clock.elapsed() < 3); // and not all rates
     QVERIFY(!child<QPushButton>(splash, "lblEsc").isEnabled());
+}
+
+void tst_Start::stopsWhileAPhoneIsTakenBack()
+{
+    Run run;
+    app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
+    app::put(run.test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
+    run.test.dialogs.expectStart(u"SL450 wurde beim letzten Betrieb nicht vollständig beendent."_s);
+    run.test.dialogs.expectStart(u"An COM"_s, toolkit::Buttons::YesNo, toolkit::Answer::No);
+    run.test.dialogs.expectStart(app::ResText(app::TextChangeInterface), toolkit::Buttons::YesNo,
+                                 toolkit::Answer::Yes);
+    run.test.clock.after(1, [] { QTest::keyClick(shown<ui::frmStart>()->windowHandle(), Qt::Key_Escape); });
+    run.flow.begin();
+    QVERIFY(run.waitFor<ui::frmEinstellungen>()); // and no search before it
 }
 
 void tst_Start::savesEverySetting()
