@@ -552,6 +552,17 @@ void frmPBTest::importReadsTheListAhead()
     open.window.openGiven(path);
     child<ui::StatusArea>(open.window, "sta").SetBusy(false);
     QTRY_COMPARE(counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
+    open.port.handset().setFaults({.refuseCommandAt = 1});
+    for (const char* box :
+         {"Fehler beim Zugriff auf das Telefon", "Die Providerliste wurde bisher noch nicht eingelesen.",
+          "Fehler beim Zugriff auf das Telefon"})
+        open.test.dialogs.expectStart(QString::fromUtf8(box));
+    // Entries are compared with the phonebook all the same.
+    open.test.dialogs.expectStart(u"Die Providerliste ist nicht eingelesen. Beim Schreiben"_s, Buttons::YesNo,
+                                  Answer::No);
+    open.window.goTo(u"NE"_s);
+    child<QMenu>(open.window, "mnuImport_NE").actions().first()->trigger();
+    QCoreApplication::processEvents();
 }
 
 /// Contacts that could not be read are unknown, although the section was visited.

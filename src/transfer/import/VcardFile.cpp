@@ -1,6 +1,6 @@
 #include "transfer/import/VcardFile.h"
 
-#include "transfer/import/Birthdays.h"
+#include "transfer/import/GeneralDate.h"
 #include "transfer/import/TextDecoding.h"
 #include "transfer/import/VcardLines.h"
 
