@@ -124,11 +124,12 @@ struct FilePanel : TestProgram
         });
     }
     void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
-    void expectRefusal(int request)
+    void expectRefusal(int request, const QString& report = {})
     {
         port.handset().setFaults({.refuseAt = request});
         expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
-               u"ReCode: 403 Forbidden - operation is understood but refused"_s);
+               u"ReCode: 403 Forbidden - operation is understood but refused"_s +
+               report);
     }
     void ask(const QString& text, Answer answer, Buttons buttons = Buttons::YesNoCancel)
     {

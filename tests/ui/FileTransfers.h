@@ -8,6 +8,8 @@ class FileTransfers : public QObject
 
 private Q_SLOTS:
     void downloads();
+    void aBrokenLineHasOneBox();
+    void aWishToStopHasNone();
     void oneProgressForSeveralFiles();
     void filesFromTheDesktop();
     void filesToTheDesktop();

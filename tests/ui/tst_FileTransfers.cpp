@@ -1,5 +1,6 @@
 // Transfers of the file system panel: their effects on the files in the phone and on the disk.
 
+#include "support/HandsetMemory.h"
 #include "support/TestProgram.h"
 #include "ui/FileTransfers.h"
 
@@ -37,8 +38,8 @@ void FileTransfers::downloads()
     QCOMPARE(made.saved().size(), 3);
 
     QVERIFY(QDir(made.target).removeRecursively() && QDir().mkpath(made.target));
-    made.expectRefusal(3); // after the listing and the first file
-    made.expect(in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
+    made.expectRefusal(3, // after the listing and the first file
+                       u"\n\n"_s + in + u"Gong.mid\n\nNicht gespeichert:\nPiep.wav\nTonleiter.mid"_s);
     made.save(0); // the folder of the last time
     QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
 
@@ -46,8 +47,7 @@ void FileTransfers::downloads()
     older.select({u"FIL_Piep.wav"_s});
     QVERIFY(older.mmc->Del(u"Piep.wav"_s, older.progress.all(), nullptr, false, false));
     older.expectTarget();
-    older.expect(
-        u"Das Telefon enthält die Datei \"Piep.wav\" nicht mehr. Bitte laden Sie das Verzeichnis neu."_s);
+    older.expect(u"Nicht mehr im Telefon vorhanden, bitte laden Sie das Verzeichnis neu:\nPiep.wav"_s);
     older.save(1);
 
     for (const Answer answer : {Answer::No, Answer::Yes}) {
@@ -80,6 +80,60 @@ void FileTransfers::downloads()
         u"Computer nicht so heißen können:\n..\nC:x.txt\n%2…"_s.arg(hostile.target, QString(60, u'L')));
     hostile.save(1);
     QCOMPARE(hostile.saved(), QStringList{u"Liesmich.txt"_s});
+}
+
+/// The line breaks in the second of three files, while it is saved or read to be deleted: one box says what
+/// happened, what is done and what is not. The phone keeps all files.
+void FileTransfers::aBrokenLineHasOneBox()
+{
+    FilePanel first(u"Sounds"_s);
+    first.select({u"FIL_Gong.mid"_s});
+    first.port.handset().setFaults({.hangUpAfter = 1000000}); // counts the bytes
+    first.expectTarget();
+    first.save(1);
+    const qint64 bytes = first.port.handset().phone().faults.dataBytes; // of the listing and that file
+    const QString failure = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                            obex::GetFriedlyErrMsg(obex::Timeout);
+    for (const bool isGone : {false, true}) {
+        for (const bool isDeletion : {false, true}) {
+            FilePanel made(u"Sounds"_s);
+            const QStringList held = memoryOf(made.port.handset().phone());
+            made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s});
+            handset::Faults faults;
+            faults.silentFrom = isGone ? 0 : 3;
+            faults.hangUpAfter = isGone ? static_cast<int>(bytes) + 30 : 0;
+            made.port.handset().setFaults(faults);
+            if (isDeletion) {
+                made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, Answer::Yes, Buttons::YesNo);
+                made.expect(failure + u"\n\nNicht gelöscht:\nTonleiter.mid\nPiep.wav\nGong.mid"_s);
+                made.press("del");
+                QCOMPARE(made.status(), u"Nichts gelöscht."_s);
+            } else {
+                made.expectTarget();
+                made.expect(failure + u"\n\nGespeichert im Ordner %1:\nGong.mid\n\nNicht gespeichert:\n"
+                                      u"Piep.wav\nTonleiter.mid"_s.arg(made.target));
+                made.save(1);
+                QVERIFY2(made.status().endsWith(u" s. 2 nicht gespeichert."_s), qPrintable(made.status()));
+                QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
+                QCOMPARE(TestContext::contentOf(made.target + u"/Gong.mid"_s),
+                         TestContext::contentOf(first.target + u"/Gong.mid"_s));
+            }
+            QCOMPARE(memoryOf(made.port.handset().phone()), held);
+            made.expect(failure); // when the section is left
+        }
+    }
+}
+
+void FileTransfers::aWishToStopHasNone()
+{
+    FilePanel made(u"Sounds"_s);
+    made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s});
+    made.expectTarget();
+    QObject::connect(made.mmc.get(), &obex::clsMmc::BytesRxed, made.mmc.get(),
+                     [&] { made.progress.cancel.checked = made.status().startsWith(u"2 von 3"_s); });
+    made.save(1);
+    QVERIFY2(made.status().endsWith(u" nicht gespeichert (abgebrochen)."_s), qPrintable(made.status()));
+    QVERIFY(!made.saved().contains(u"Tonleiter.mid"_s) && made.saved().contains(u"Gong.mid"_s));
 }
 
 void FileTransfers::oneProgressForSeveralFiles()
@@ -268,7 +322,8 @@ void FileTransfers::deletes()
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, answer, Buttons::YesNo);
         if (answer == Answer::Yes)
-            made.expectRefusal(reading + 2); // of the second, from the last on
+            made.expectRefusal(reading + 2, // of the second, from the last on
+                               u"\n\nGelöscht:\nTonleiter.mid\n\nNicht gelöscht:\nPiep.wav\nGong.mid"_s);
         made.press("del");
     }
     QCOMPARE(made.shown(), u"FIL_Gong.mid FIL_Piep.wav ROT_ CDU_"_s);

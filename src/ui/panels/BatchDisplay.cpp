@@ -174,19 +174,20 @@ QString durationOf(double seconds)
 QString sentenceOf(const BatchResult& result)
 {
     const bool isAnyDone = !result.files.isEmpty() || !result.folders.isEmpty();
-    const QString maybe =
-        result.unknown > 0 ? u"%1 vielleicht %2."_s.arg(result.unknown).arg(result.verb) : QString();
-    if (!isAnyDone && !maybe.isEmpty())
-        return maybe;
-    QString text = (isAnyDone ? subjectOf(result) : u"Nichts"_s) + u' ' + result.verb;
-    if (isAnyDone && result.bytes > 0)
-        text += u", %1 %2"_s.arg(app::FormatSizeKB(result.bytes), durationOf(result.seconds));
-    text += u'.';
-    if (!maybe.isEmpty())
-        text += u' ' + maybe;
-    if (isAnyDone && result.leftOut > 0)
-        text += u" %1 ausgelassen."_s.arg(result.leftOut);
-    return text;
+    QStringList parts;
+    if (isAnyDone || result.unknown == 0) {
+        QString text = (isAnyDone ? subjectOf(result) : u"Nichts"_s) + u' ' + result.verb + result.place;
+        if (isAnyDone && result.bytes > 0)
+            text += u", %1 %2"_s.arg(app::FormatSizeKB(result.bytes), durationOf(result.seconds));
+        parts.append(text);
+    }
+    if (result.unknown > 0)
+        parts.append(u"%1 vielleicht %2"_s.arg(result.unknown).arg(result.verb));
+    if (result.notDone > 0 && !parts.first().startsWith(u"Nichts "_s))
+        parts.append(u"%1 nicht %2"_s.arg(result.notDone).arg(result.verb));
+    if (result.leftOut > 0)
+        parts.append(u"%1 ausgelassen"_s.arg(result.leftOut));
+    return parts.join(u". "_s) + (result.isStopped ? u" (abgebrochen)."_s : u"."_s);
 }
 
 } // namespace kalmo::ui

@@ -82,14 +82,18 @@ struct BatchResult
     QString verb;             ///< "gesendet"
     QStringList files = {};   ///< names of those that were done
     QStringList folders = {}; ///< the same
-    qsizetype leftOut = 0;    ///< those that were not
+    qsizetype leftOut = 0;    ///< those that nobody tried: the user keeps what is there, or they do not fit
+    qsizetype notDone = 0;    ///< those that failed or waited after a failure
     qsizetype unknown = 0;    ///< those that perhaps were
     qint64 bytes = 0;         ///< 0 if they do not matter
     double seconds = 0;       ///< with the bytes
+    QString place = {};       ///< after the verb: " im Ordner ..."
+    bool isStopped = false;   ///< by the user
 };
 
-/// "3 Dateien gesendet, 120,0kB in 14 s. 1 ausgelassen."; "1 vielleicht gesendet." of an unknown one;
-/// "Nichts gesendet." only if nothing was done and nothing is unknown.
+/// "3 Dateien gesendet, 120,0kB in 14 s. 1 vielleicht gesendet. 2 nicht gesendet. 1 ausgelassen.", with
+/// " (abgebrochen)" at the end after a wish of the user; "Nichts gesendet." only if nothing was done and
+/// nothing is unknown.
 QString sentenceOf(const BatchResult& result);
 
 } // namespace kalmo::ui

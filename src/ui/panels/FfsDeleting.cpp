@@ -1,10 +1,12 @@
 // The file system panel's deleting.
 
+#include "obex/clsMmcOperation.h"
 #include "operations/DeleteFiles.h"
 #include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FileBoxes.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kalmo::ui {
@@ -26,10 +28,21 @@ namespace {
 class NotDeleted
 {
 public:
+    /// `failure` is the code of a listing that failed, 0 without one.
+    explicit NotDeleted(int failure) : m_failure(failure) {}
+
     void take(const FileToDelete& file, const FileOutcome& outcome);
-    QString text() const;
+    /// The one box at the end of work on so many files. Empty if there is nothing to report: the user's own
+    /// wish is no failure.
+    QString text(const BatchResult& result, qsizetype files) const;
 
 private:
+    static bool isRequestFailed(const FileToDelete& file, const FileOutcome& outcome);
+
+    bool m_hasFailed = false;  // a request
+    bool m_isSilent = false;   // the phone
+    int m_failure = 0;         // code of the first one
+    QStringList m_untouched;   // the phone refused or did not answer, or the user stopped
     QStringList m_unsaved;     // the record could not be written
     QString m_reason;          // the system's words for that
     QStringList m_open;        // the phone did not answer
@@ -42,6 +55,12 @@ private:
 void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
 {
     const QString name = file.path.name();
+    const bool isLost = isRequestFailed(file, outcome);
+    m_isSilent = m_isSilent || outcome.cause == Cause::NoAnswer || outcome.cause == Cause::LineGone;
+    if (isLost && m_failure == 0)
+        m_failure = outcome.code;
+    m_hasFailed = m_hasFailed || isLost;
+    const bool isAfterFailure = outcome.cause == Cause::NotSaved && m_hasFailed && outcome.reason.isEmpty();
     if (file.obstacle == FileObstacle::NotEmpty)
         m_notEmpty.append(name);
     else if (file.obstacle == FileObstacle::BelowTelecom)
@@ -50,26 +69,42 @@ void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
         m_gone.append(name);
     else if (outcome.cause == Cause::Mismatch && outcome.isConfirmed)
         m_stillListed.append(name);
-    else if (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch)
+    else if (!isAfterFailure && (outcome.cause == Cause::NotSaved || outcome.cause == Cause::Mismatch))
         m_unsaved.append(name);
     else if (outcome.state == State::Unknown)
         m_open.append(name);
+    else if (outcome.state != State::Done)
+        m_untouched.append(name);
     if (m_reason.isEmpty())
         m_reason = outcome.reason;
 }
 
-QString NotDeleted::text() const
+bool NotDeleted::isRequestFailed(const FileToDelete& file, const FileOutcome& outcome)
 {
-    const QStringList parts =
-        titled(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, m_unsaved) +
-        (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
-        titled(u"Das Telefon hat nicht geantwortet. Es ist nicht bekannt, ob das noch vorhanden ist:"_s,
-               m_open) +
-        titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
-        titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +
-        titled(u"Nicht gelöscht, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"_s,
-               m_telecom) +
-        titled(u"Nicht mehr im Telefon vorhanden:"_s, m_gone);
+    return file.obstacle == FileObstacle::FolderNotListed || outcome.cause == Cause::NoAnswer ||
+           outcome.cause == Cause::LineGone || outcome.cause == Cause::PhoneRefused ||
+           outcome.cause == Cause::NotPossible;
+}
+
+QString NotDeleted::text(const BatchResult& result, qsizetype files) const
+{
+    QStringList parts;
+    if (m_hasFailed && !result.isStopped) {
+        if (m_failure != 0 || m_isSilent)
+            parts.append(failureText(m_failure == 0 ? obex::Timeout : m_failure));
+        if (files > 1)
+            parts += titled(u"Gelöscht:"_s, result.files + result.folders);
+        if (files > 1 || parts.isEmpty())
+            parts += titled(u"Nicht gelöscht:"_s, m_untouched);
+    }
+    parts += titled(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, m_unsaved) +
+             (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
+             titled(u"Es ist nicht bekannt, ob das noch im Telefon vorhanden ist:"_s, m_open) +
+             titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
+             titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +
+             titled(u"Nicht gelöscht, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"_s,
+                    m_telecom) +
+             titled(u"Nicht mehr im Telefon vorhanden:"_s, m_gone);
     return parts.join(u"\n\n"_s);
 }
 
@@ -118,9 +153,12 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     std::vector<PhonePath> paths;
     for (const QString& name : names)
         paths.push_back(in.below(name));
+    std::optional<clsMmc::Quiet> quiet(*mmc); // one box at the end reports all
     std::vector<FileToDelete> files = operations::planDelete(paths);
     operations::lookBeforeDeleting(access, files);
-    NotDeleted notDeleted;
+    const bool isUnlisted = std::ranges::any_of(
+        files, [](const FileToDelete& file) { return file.obstacle == FileObstacle::FolderNotListed; });
+    NotDeleted notDeleted(isUnlisted && !obex::isSuccess(mmc->lastCode()) ? mmc->lastCode() : 0);
     BatchResult deleted{.verb = u"gelöscht"_s};
     bool isAllDone = true;
     const auto finished = [&](const FileToDelete& file, const FileOutcome& outcome) {
@@ -142,10 +180,12 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     operations::applyDelete(
         access, files, {.stopsAtFailure = true},
         {.saving = saving, .deleting = deleting, .finished = finished, .mayLose = mayLose});
+    quiet.reset();
+    deleted.isStopped = access.isStopped();
+    deleted.notDone = names.size() - deleted.files.size() - deleted.folders.size() - deleted.unknown;
     tellOpenRecord(*mmc, access);
-    if (const QString text = notDeleted.text(); !text.isEmpty())
+    if (const QString text = notDeleted.text(deleted, names.size()); !text.isEmpty())
         tell(*mmc, text, Icon::Exclamation);
-    deleted.leftOut = names.size() - deleted.files.size() - deleted.folders.size() - deleted.unknown;
     progress.status(sentenceOf(deleted));
     return isAllDone;
 }

@@ -1,6 +1,7 @@
 // The file system panel's downloads.
 
 #include "app/SafeLocalName.h"
+#include "obex/clsMmcOperation.h"
 #include "operations/FetchFiles.h"
 #include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FfsTransfers.h"
@@ -8,6 +9,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace kalmo::ui {
 
@@ -39,6 +42,9 @@ public:
     QStringList done;
     QStringList notDone;
     QStringList impossible; ///< names that this computer doesn't take
+    QStringList gone;       ///< the phone no longer lists them, or lists a folder
+    qsizetype leftOut = 0;  ///< the user keeps what is here
+    int failure = 0;        ///< code of the request that failed first
     qint64 bytes = 0;
     double seconds = 0;
     bool hasFailed = false;
@@ -68,6 +74,11 @@ bool Downloader::prepare(std::vector<FileToFetch>& files)
             file.obstacle = FileObstacle::BadName;
     }
     operations::findFiles(m_access, files);
+    const auto isUnlisted = [](const FileToFetch& file) {
+        return file.obstacle == FileObstacle::FolderNotListed;
+    };
+    if (std::ranges::any_of(files, isUnlisted) && !obex::isSuccess(client().lastCode()))
+        failure = client().lastCode();
     for (FileToFetch& file : files) {
         const QString target = targetOf(file);
         if (file.obstacle != FileObstacle::None || !QFileInfo::exists(target))
@@ -95,13 +106,17 @@ bool Downloader::isWanted(const FileToFetch& file, const FetchedFile& fetched)
 Step Downloader::download(const FileToFetch& file)
 {
     const FetchedFile fetched = operations::fetchFile(m_access, file);
-    if (!fetched.outcome.isConfirmed)
+    if (!fetched.outcome.isConfirmed) {
+        failure = fetched.outcome.code;
         return Step::Failed;
+    }
     const bool wanted = isWanted(file, fetched);
     if (wanted && client().SaveFile(fetched.bytes, targetOf(file), file.entry->modified)) {
         bytes += fetched.bytes.size();
         return Step::Done;
     }
+    if (wanted)
+        failure = client().lastCode();
     return wanted ? Step::Failed : Step::LeftOut;
 }
 
@@ -125,33 +140,54 @@ void Downloader::run(const std::vector<FileToFetch>& files)
             impossible.append(name);
             continue;
         }
+        if (file.obstacle == FileObstacle::NotThere || file.obstacle == FileObstacle::IsFolder) {
+            gone.append(name);
+            continue;
+        }
         Step step = file.obstacle == FileObstacle::Kept ? Step::LeftOut : Step::Failed;
         if (file.obstacle == FileObstacle::None && !hasFailed && m_access.goesOn()) {
             m_display.next(file.entry->size);
             step = download(file);
         }
-        (step == Step::Done ? done : notDone).append(name);
+        if (step == Step::LeftOut)
+            ++leftOut;
+        else
+            (step == Step::Done ? done : notDone).append(name);
         hasFailed = hasFailed || step == Step::Failed;
     }
     seconds = m_display.seconds();
 }
 
-/// "gespeichert im Ordner ..."
-QString verbFor(const LocalFolder& folder)
+/// The place goes after the verb, unless the user need not know it.
+BatchResult resultOf(const Downloader& downloader, const LocalFolder& folder)
 {
-    return folder.isScratch ? u"empfangen"_s
-                            : u"gespeichert im Ordner "_s + QDir::toNativeSeparators(folder.path);
+    return {.verb = folder.isScratch ? u"empfangen"_s : u"gespeichert"_s,
+            .files = downloader.done,
+            .leftOut = downloader.leftOut + downloader.impossible.size(),
+            .notDone = downloader.notDone.size() + downloader.gone.size(),
+            .bytes = downloader.bytes,
+            .seconds = downloader.seconds,
+            .place = folder.isScratch ? QString() : u" im Ordner "_s + QDir::toNativeSeparators(folder.path)};
 }
 
-QString reportOf(const Downloader& result, const LocalFolder& folder)
+/// The one box at the end. Empty if there is nothing to report: the user's own wish is no failure.
+QString reportOf(const Downloader& downloader, const BatchResult& result, qsizetype files)
 {
-    const QString verb = verbFor(folder);
-    const QStringList parts =
-        titled(verb.first(1).toUpper() + verb.mid(1) + u':', result.done) +
-        titled(u"Nicht gespeichert:"_s, result.notDone) +
+    QStringList parts;
+    const bool isFailure = !result.isStopped && !downloader.notDone.isEmpty();
+    if (isFailure)
+        parts.append(failureText(downloader.failure == 0 ? obex::Timeout : downloader.failure));
+    const QStringList others =
+        titled(u"Nicht mehr im Telefon vorhanden, bitte laden Sie das Verzeichnis neu:"_s, downloader.gone) +
         titled(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:"_s,
-               result.impossible);
-    return parts.join(u"\n\n"_s);
+               downloader.impossible);
+    if (files > 1 && (isFailure || !others.isEmpty())) {
+        const QString verb = result.verb + result.place;
+        parts += titled(verb.first(1).toUpper() + verb.mid(1) + u':', downloader.done);
+        if (isFailure)
+            parts += titled(u"Nicht %1:"_s.arg(result.verb), downloader.notDone);
+    }
+    return (parts + others).join(u"\n\n"_s);
 }
 
 } // namespace
@@ -169,26 +205,20 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     for (const QString& name : names)
         files.push_back({.path = from.below(name)});
     Downloader downloader(access, display, folder.path);
-    if (!downloader.prepare(files)) {
-        progress.status(u"Nichts gespeichert."_s);
-        return false;
+    {
+        const clsMmc::Quiet quiet(*mmc); // one box at the end reports all
+        if (!downloader.prepare(files)) {
+            progress.status(u"Nichts gespeichert."_s);
+            return false;
+        }
+        downloader.run(files);
     }
-    downloader.run(files);
-    const bool isOneFailure = names.size() == 1 && downloader.impossible.isEmpty();
-    const FileObstacle obstacle = files.front().obstacle;
-    if (isOneFailure && (obstacle == FileObstacle::NotThere || obstacle == FileObstacle::IsFolder))
-        tell(*mmc,
-             u"Das Telefon enthält die Datei \"%1\" nicht mehr. Bitte laden Sie das Verzeichnis neu."_s.arg(
-                 names.first()),
-             Icon::Exclamation);
-    if (!isOneFailure && !access.isStopped() && (downloader.hasFailed || !downloader.impossible.isEmpty()))
-        tell(*mmc, reportOf(downloader, folder), Icon::Exclamation);
-    progress.status(sentenceOf({.verb = verbFor(folder),
-                                .files = downloader.done,
-                                .leftOut = names.size() - downloader.done.size(),
-                                .bytes = downloader.bytes,
-                                .seconds = downloader.seconds}));
-    return !downloader.hasFailed;
+    BatchResult result = resultOf(downloader, folder);
+    result.isStopped = access.isStopped();
+    if (const QString report = reportOf(downloader, result, names.size()); !report.isEmpty())
+        tell(*mmc, report, Icon::Exclamation);
+    progress.status(sentenceOf(result));
+    return !downloader.hasFailed && downloader.gone.isEmpty();
 }
 
 } // namespace kalmo::ui

@@ -190,6 +190,8 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
         const bool isUnknown = outcome.state == State::Unknown || outcome.mayHoldPart;
         if (isUnknown && !isDone)
             ++sent.unknown; // the paragraph about its failure names it
+        else if (file.obstacle == FileObstacle::Kept)
+            ++sent.leftOut;
         else
             (isDone ? sent.files : notDone).append(file.path.name());
         sent.bytes += isDone ? file.size : 0;
@@ -210,7 +212,9 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     const auto sending = [&](const PlannedFile& file) { stages.sending(file); };
     operations::applySend(access, plan, policy, {.saving = saving, .sending = sending, .finished = finished});
     sent.seconds = display.seconds();
-    sent.leftOut = leftOut + notDone.size();
+    sent.leftOut += leftOut;
+    sent.notDone = notDone.size();
+    sent.isStopped = access.isStopped();
     tellOpenRecord(*mmc, access);
     if (hasFailed && files.size() > 1 && !access.isStopped())
         report += titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);

@@ -36,6 +36,12 @@ QString inParagraph(const QString& reason)
     return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
 }
 
+QString failureText(int code)
+{
+    return u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+           obex::GetFriedlyErrMsg(code);
+}
+
 void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)
 {
     mmc.line().context().dialogs.Show({.text = text, .icon = icon});

@@ -17,6 +17,9 @@ QStringList titled(const QString& title, const QStringList& names);
 /// The system's words for a failure as a paragraph of their own after a text; empty without any.
 QString inParagraph(const QString& reason);
 
+/// The client's words for the failure of a request, as a paragraph.
+QString failureText(int code);
+
 void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
 
 /// Informs the user if the record of a change could not be completed.

@@ -84,6 +84,7 @@ void Thumbnails::forget()
 {
     m_readers.clear();
     m_pictures.clear();
+    m_loads.clear();
     m_copies.clear();
     m_shown.clear();
     m_entries.clear();
@@ -94,14 +95,18 @@ void Thumbnails::load(const QString& id, const QString& localPath)
     if (m_pictures.contains(id))
         return;
     m_pictures.insert(id, {});
-    m_readers.start([this, id, localPath] {
+    const int load = ++m_latestLoad;
+    m_loads.insert(id, load);
+    m_readers.start([this, id, load, localPath] {
         QImage image = media::loadPicture(localPath, {side, side}).image;
         if (image.isNull())
             return;
         image = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         QMetaObject::invokeMethod(
             this,
-            [this, id, image] {
+            [this, id, load, image] {
+                if (m_loads.value(id) != load) // the phone was forgotten, or the file was replaced meanwhile
+                    return;
                 m_pictures.insert(id, QIcon(QPixmap::fromImage(image)));
                 Q_EMIT changed();
             },

@@ -45,6 +45,8 @@ private:
     QHash<QString, QString> m_shown;  // names in the folder, with the id of each
     QHash<QString, QString> m_copies; // local paths by id
     QHash<QString, QIcon> m_pictures; // by id; empty ones are on their way or no pictures
+    QHash<QString, int> m_loads;      // by id: the latest reading, whose picture alone counts
+    int m_latestLoad = 0;
     QList<obex::tObxDirEntry> m_entries;
     QThreadPool m_readers;
 };
