@@ -32,6 +32,8 @@ QString inWords(AddressBookFault fault)
         return u"there is no Windows Address Book and no card in it"_s;
     case AddressBookFault::OldLayout:
         return u"it is an address book of Windows 95, which can't be read"_s;
+    case AddressBookFault::Damaged:
+        return u"it is damaged, and no contact in it can be read"_s;
     case AddressBookFault::TooManyContacts:
         return u"it holds more than 100,000 contacts"_s;
     case AddressBookFault::Stopped:
@@ -130,7 +132,7 @@ bool SourceReader::readBook()
     }
     book.CloseWap();
     work.source.contacts = book.contacts();
-    work.source.skippedFiles = book.skippedFiles();
+    work.source.losses = book.losses();
     return check(faultOfOptions(m_invocation, work.shape, SourceKind::AddressBook)) &&
            check(takeAddressOptions(m_invocation, work.shape, work.options.addresses));
 }

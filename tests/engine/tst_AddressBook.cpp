@@ -49,6 +49,7 @@ QString described(const WabContact& contact)
     if (contact.lostExtensions > 0)
         add(u"extensions", QString::number(contact.lostExtensions));
     add(u"unread", contact.unreadBirthday);
+    add(u"cut", contact.isCutOff ? u"off"_s : u""_s);
     return words.join(u' ');
 }
 
@@ -63,7 +64,10 @@ QString described(const std::vector<WabContact>& contacts)
 QString readBook(const QByteArray& bytes)
 {
     const WabBook book = readWabFile(bytes);
-    return book.fault == WabFault::None ? described(book.contacts) : u"fault"_s;
+    if (book.fault != WabFault::None)
+        return book.fault == WabFault::Damaged ? u"damaged"_s : u"fault"_s;
+    return described(book.contacts) +
+           (book.damagedRecords > 0 ? u"\nmissing=%1"_s.arg(book.damagedRecords) : QString());
 }
 
 WabBuilder smallBook()
@@ -136,8 +140,8 @@ private Q_SLOTS:
         QCOMPARE(readBook(book.bytes(1000)), smallBookText);
         QCOMPARE(readBook(WabBuilder().bytes()), QString());
         QByteArray lost = book.bytes();
-        qToLittleEndian(quint32{0xFFFFFFFF}, lost.data() + 0x20); // the index: records are found one by one
-        QCOMPARE(readBook(lost), smallBookText);
+        qToLittleEndian(quint32{0xFFFFFFFF}, lost.data() + 0x20);   // the index: records are found one by one
+        QCOMPARE(readBook(lost), smallBookText + u"\nmissing=1"_s); // the index lists one twice
     }
 
     void otherBooks()
@@ -148,12 +152,13 @@ private Q_SLOTS:
         QCOMPARE(readWabFile(old).fault, WabFault::OldLayout);
     }
 
-    /// With any false length or offset the other contacts come out, or none; nothing hangs.
+    /// With any false length or offset the other contacts come out, or none; nothing hangs, and no cut-off
+    /// book counts as whole.
     void brokenBooks()
     {
         const QByteArray whole = smallBook().bytes(2);
         for (qsizetype size = 0; size < whole.size(); ++size)
-            readWabFile(whole.first(size));
+            QVERIFY(readBook(whole.first(size)) != smallBookText);
         for (qsizetype place = 0x10; place + 4 <= whole.size(); ++place) {
             for (const quint32 value :
                  {0U, 1U, static_cast<quint32>(whole.size()), 0x7FFFFFFFU, 0xFFFFFFFFU}) {
@@ -162,10 +167,25 @@ private Q_SLOTS:
                 QVERIFY(readWabFile(broken).contacts.size() <= 2);
             }
         }
-        QByteArray secondBroken = whole;
-        qToLittleEndian(quint32{501},
-                        secondBroken.data() + secondBroken.lastIndexOf(QByteArray("\x02\0\0\0\x20", 5)));
-        QCOMPARE(readBook(secondBroken), u"surname=Müller home=030 1"_s);
+        const QString first = u"surname=Müller home=030 1"_s;
+        const qsizetype second =
+            whole.lastIndexOf(QByteArray("\x02\0\0\0\x20", 5)); // its count of properties
+        const auto with = [&whole](qsizetype place, quint32 value) {
+            QByteArray broken = whole;
+            qToLittleEndian(value, broken.data() + place);
+            return broken;
+        };
+        QCOMPARE(readBook(with(second, 501)), first + u"\nmissing=1"_s);
+        QCOMPARE(readBook(whole.chopped(1)), first + u"\nmissing=1"_s);
+        QCOMPARE(readBook(whole.first(second)), first + u"\nmissing=1"_s);
+        QCOMPARE(readBook(whole.first(0xB8)), u"damaged"_s);
+        const qsizetype number = whole.lastIndexOf(QByteArray("\x1F\0\x1C\x3A", 4)); // in the record's data
+        QCOMPARE(readBook(with(number, 0)), first + u"\nsurname=Müll€ cut=off"_s);
+        QByteArray noIndex = with(0x20, 0xFFFFFFFF);
+        qToLittleEndian(quint32{501}, noIndex.data() + second);
+        QCOMPARE(readBook(noIndex), first + u"\nmissing=1"_s);
+        const QByteArray card = "BEGIN:VCARD\nTEL:1\nEND:VCARD\n";
+        QCOMPARE(described(readVcardFile(card + card.first(17), today)), u"home=1\nhome=1 cut=off"_s);
     }
 
     void cards_data()
@@ -210,7 +230,7 @@ private Q_SLOTS:
         row("photo", "PHOTO;ENCODING=b;TYPE=JPEG:AAAA\r\n TEL:5\r\nTEL:1", u"home=1"_s);
         row("card within the card", "AGENT:\r\nBEGIN:VCARD\r\nTEL:9\r\nEND:VCARD\r\nTEL:1", u"home=1"_s);
         row("group", "KIND:group\r\nTEL:1", u""_s);
-        row("card without an end", "TEL:1\r\nBEGIN:VCARD\r\nTEL:2", u"home=1\nhome=2"_s);
+        row("card without an end", "TEL:1\r\nBEGIN:VCARD\r\nTEL:2", u"home=1 cut=off\nhome=2"_s);
         row("line end in a value", "N:A\\nB;C", u"given=C surname=A B"_s);
     }
     void cards()
@@ -244,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(described(wab.contacts()), u"home=1\nhome=2"_s); // held after closing
-        QCOMPARE(wab.skippedFiles(), QStringList(folder.filePath(u"c.vcf"_s)));
+        QCOMPARE(wab.losses(), (ReadingLosses{.skippedFiles = {folder.filePath(u"c.vcf"_s)}}));
         QCOMPARE(events, (QStringList{u"start"_s, u"1/2"_s, u"2/2"_s, u"end"_s}));
         WabContact contact;
         QVERIFY(wab.GetContact(2, contact) && contact.entryNumber == 2);

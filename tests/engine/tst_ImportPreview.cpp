@@ -241,10 +241,12 @@ private Q_SLOTS:
                               u"[ ] Ohne|Nummer|||||02.01.1980  10:00 -------"_s, u"[ ] |||||| -------"_s}));
         contacts[2].unreadBirthday = u"bald"_s;
         contacts[2].lostExtensions = 1;
+        contacts[0].isCutOff = true;
         options.addresses.fields[PreviewMobile] = 3; // not used
-        QCOMPARE(
-            hintsOf(previewOf(contacts, Shape::Vcard, options)),
-            (QStringList{u"lost-extensions 1 (Łódź GmbH)"_s, u"birthdays 1 (bald)"_s, u"places 2 ()"_s}));
+        QCOMPARE(hintsOf(RebuildPreview({.contacts = contacts, .losses = {{u"/x/c.vcf"_s}, 2}}, Shape::Vcard,
+                                        options, {}, today)),
+                 (QStringList{u"damaged 2 ()"_s, u"cut 1 (Peter Meier)"_s, u"lost-extensions 1 (Łódź GmbH)"_s,
+                              u"birthdays 1 (bald)"_s, u"places 2 ()"_s, u"files 1 (c.vcf)"_s}));
         contacts.erase(contacts.begin()); // a birthday ahead of the first row has no place
         QCOMPARE(described(previewOf(contacts, Shape::Classic)), QStringList(u"[x] ,  F|00221| ---"_s));
         QVERIFY(hintsOf(previewOf(contacts, Shape::Classic)).contains(u"lost-birthdays 1 ()"_s));

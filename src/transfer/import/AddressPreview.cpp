@@ -25,6 +25,13 @@ QString exampleOf(const WabContact& contact)
     return standInName(contact).isEmpty() ? contact.email1 : standInName(contact);
 }
 
+/// A name for the user, of a contact that may lack most fields.
+QString nameOf(const WabContact& contact)
+{
+    const QString name = (contact.givenName + u' ' + contact.surname).trimmed();
+    return name.isEmpty() ? exampleOf(contact) : name;
+}
+
 class AddressPreview
 {
 public:
@@ -66,8 +73,10 @@ Preview AddressPreview::make(const Advance& advance)
         if (advance && index % contactsPerReport == 0)
             m_preview.isWhole = advance(index, total);
     }
-    for (const QString& path : m_source.skippedFiles)
+    for (const QString& path : m_source.losses.skippedFiles)
         m_hints.add(HintKind::SkippedFiles, QFileInfo(path).fileName());
+    if (m_source.losses.damagedRecords > 0)
+        m_hints.add(HintKind::DamagedRecords, m_source.losses.damagedRecords, {});
     m_preview.hints = m_hints.hints();
     return std::move(m_preview);
 }
@@ -163,6 +172,8 @@ QString AddressPreview::fitting(const QString& name)
 
 void AddressPreview::hintAtContact(const WabContact& contact)
 {
+    if (contact.isCutOff)
+        m_hints.add(HintKind::CutContacts, nameOf(contact));
     const bool takesBirthdays = m_preview.shape == Shape::Classic ? m_options.addresses.birthdays
                                                                   : m_options.addresses.vcardBirthdays;
     if (takesBirthdays && !contact.unreadBirthday.isEmpty())

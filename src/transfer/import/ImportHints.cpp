@@ -12,6 +12,10 @@ namespace kalmo::transfer {
 namespace {
 
 constexpr std::array<HintText, hintKindCount> hintTexts = {{
+    {u"damaged", u"Einträge des Adressbuchs sind beschädigt und fehlen", u"",
+     u"entries of the address book are damaged and missing", u""},
+    {u"cut", u"Die Datei ist beschädigt: Kontakte brechen ab, ihr Rest und womöglich weitere fehlen", u"",
+     u"the file is damaged: contacts break off, their rest and maybe others are missing", u""},
     {u"reading", u"Zeilen kommen falsch heraus, weil nur manche Zellen in Anführungszeichen stehen",
      u"Als CSV lesen", u"lines come out wrong because only some cells are in quotes", u"--reading csv"},
     {u"broken", u"Anführungszeichen stehen falsch, dort können Zeilen fehlen", u"Zeile für Zeile lesen",
@@ -207,6 +211,8 @@ ImportOptions mended(ImportOptions options, const ImportHint& hint)
     case HintKind::MovedBirthdays:
         options.addresses.ownBirthdays = true;
         break;
+    case HintKind::DamagedRecords:
+    case HintKind::CutContacts:
     case HintKind::NoNumberColumn:
     case HintKind::Extensions:
     case HintKind::LostExtensions:

@@ -10,6 +10,8 @@ namespace kalmo::transfer {
 
 /// Faults of a source, in the order in which they are shown.
 enum class HintKind : size_t {
+    DamagedRecords,     ///< entries of an address book that can't be read
+    CutContacts,        ///< contacts within which the file breaks off
     ReadAsCsv,          ///< the file is valid by RFC 4180, which gives other cells
     BrokenCsv,          ///< read as CSV, the file has quotes at a wrong place, which may swallow rows
     UnusedFilter,       ///< the text to filter stands around no cell, so no row is taken apart

@@ -58,7 +58,7 @@ struct ImportSource
     QString path = {};
     std::optional<QByteArray> text = {}; ///< bytes of a text file, nothing for an address book
     std::vector<WabContact> contacts = {};
-    QStringList skippedFiles = {}; ///< of a folder of cards
+    ReadingLosses losses = {};
 };
 
 /// Reports how far a long work is, and returns false to stop it.

@@ -187,7 +187,8 @@ public:
     std::vector<WabContact> finish();
 
 private:
-    void closeCard();
+    enum class End { There, Missing };
+    void closeCard(End end);
 
     QDate m_today;
     std::optional<CardReader> m_card;
@@ -206,7 +207,7 @@ void CardSequence::take(const VcardLine& line)
     } else if (m_agents > 0) {
         m_agents -= ends ? 1 : 0;
     } else if (begins || ends) {
-        closeCard();
+        closeCard(ends ? End::There : End::Missing);
         if (begins)
             m_card.emplace(m_today);
     } else if (m_card) {
@@ -214,19 +215,20 @@ void CardSequence::take(const VcardLine& line)
     }
 }
 
-void CardSequence::closeCard()
+void CardSequence::closeCard(End end)
 {
     auto contact = m_card ? m_card->finish() : std::nullopt;
     m_card.reset();
     if (!contact)
         return;
     contact->entryNumber = static_cast<int>(m_contacts.size()) + 1;
+    contact->isCutOff = end == End::Missing;
     m_contacts.push_back(*contact);
 }
 
 std::vector<WabContact> CardSequence::finish()
 {
-    closeCard(); // the last card of a file that was cut off
+    closeCard(End::Missing); // the last card of a file that was cut off
     return std::move(m_contacts);
 }
 

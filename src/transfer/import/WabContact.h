@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDate>
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -42,8 +42,18 @@ struct WabContact
     int numbersWithoutPlace = 0; ///< telephone numbers that none of the fields could take
     int lostExtensions = 0;      ///< extensions that a card has apart from the number
     QString unreadBirthday = {}; ///< a text that stands for a birthday and is none
+    bool isCutOff = false;       ///< the file breaks off within it, so that fields may be missing
 
     bool operator==(const WabContact&) const = default;
+};
+
+/// All that a reading of address books leaves out.
+struct ReadingLosses
+{
+    QStringList skippedFiles = {}; ///< of a folder: those that hold no card
+    int damagedRecords = 0;        ///< entries of a Windows Address Book that can't be read
+
+    bool operator==(const ReadingLosses&) const = default;
 };
 
 /// Property tags of the address book: the number of the property in the high 16 bits, its type in the low

@@ -194,6 +194,8 @@ WabBook WabReader::read()
         walkHeap();
     if (m_book.contacts.size() > mostContacts)
         m_book = {.fault = WabFault::TooManyContacts};
+    else if (m_book.contacts.empty() && m_book.damagedRecords > 0)
+        m_book = {.fault = WabFault::Damaged};
     return m_book;
 }
 
@@ -212,11 +214,24 @@ bool WabReader::readIndex()
     return true;
 }
 
-/// Reads the records one after the other, for a book whose index is lost.
+/// Reads the records one after the other, for a book whose index is lost. Bytes between them are a damaged
+/// record, and the header may tell of more.
 void WabReader::walkHeap()
 {
-    for (qint64 offset = heapStart(), size = 0; (size = sizeOfRecord(offset)) > 0; offset += size)
-        takeRecord(offset);
+    int gaps = 0;
+    bool isInGap = false;
+    for (qint64 offset = heapStart(), size = 0; offset < m_bytes.size();
+         offset += std::max<qint64>(size, 1)) {
+        size = sizeOfRecord(offset);
+        if (size > 0)
+            takeRecord(offset);
+        const bool isGap = size == 0 && (isInGap || m_bytes[offset] != '\0');
+        gaps += isGap && !isInGap ? 1 : 0;
+        isInGap = isGap;
+    }
+    const qint64 missing = tableAt(m_bytes, 0).entries - m_seen.size();
+    m_book.damagedRecords =
+        std::max(gaps, missing > 0 && missing <= qint64{mostContacts} ? static_cast<int>(missing) : 0);
 }
 
 qint64 WabReader::heapStart() const
@@ -252,12 +267,16 @@ qint64 WabReader::sizeOfRecord(qint64 offset) const
 
 void WabReader::takeRecord(qint64 offset)
 {
+    if (m_seen.contains(offset))
+        return;
+    m_seen.insert(offset);
     const qint64 size = sizeOfRecord(offset);
     m_lengthsRead += size;
     // Records that overlap would cost time out of proportion to the file.
-    if (size == 0 || m_seen.contains(offset) || m_lengthsRead > m_bytes.size())
+    if (size == 0 || m_lengthsRead > m_bytes.size()) {
+        ++m_book.damagedRecords;
         return;
-    m_seen.insert(offset);
+    }
     const QByteArrayView record = m_bytes.sliced(offset, size);
     WabBytes reader(record);
     const bool isLive = reader.number() == liveRecord;
@@ -271,9 +290,15 @@ void WabReader::takeRecord(qint64 offset)
     WabContact contact;
     for (quint32 property = 0; property < properties && data.isGood(); ++property) {
         const quint32 tag = list.number();
-        if (data.number() != tag)
+        contact.isCutOff = data.number() != tag;
+        if (contact.isCutOff)
             break;
         takeProperty(data, tag, contact);
+    }
+    contact.isCutOff = contact.isCutOff || !data.isGood();
+    if (contact == WabContact{.isCutOff = true}) {
+        ++m_book.damagedRecords;
+        return;
     }
     contact.entryNumber = static_cast<int>(m_book.contacts.size()) + 1;
     m_book.contacts.push_back(contact);

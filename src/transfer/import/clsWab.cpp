@@ -23,6 +23,23 @@ QStringList cardFilesOf(const QString& folder)
     return paths;
 }
 
+AddressBookFault faultOf(WabFault fault)
+{
+    switch (fault) {
+    case WabFault::None:
+        return AddressBookFault::None;
+    case WabFault::NotAnAddressBook:
+        break;
+    case WabFault::OldLayout:
+        return AddressBookFault::OldLayout;
+    case WabFault::TooManyContacts:
+        return AddressBookFault::TooManyContacts;
+    case WabFault::Damaged:
+        return AddressBookFault::Damaged;
+    }
+    return AddressBookFault::NotAnAddressBook;
+}
+
 } // namespace
 
 bool clsWab::OpenWab(const QString& path)
@@ -54,7 +71,7 @@ bool clsWab::ReadAllContacts(QDate today)
     if (m_events.BusyStart)
         m_events.BusyStart();
     std::vector<WabContact> before = std::exchange(m_contacts, {});
-    QStringList skippedBefore = std::exchange(m_skipped, {});
+    ReadingLosses lossesBefore = std::exchange(m_losses, {});
     m_fault = AddressBookFault::None;
     for (const QString& path : std::as_const(m_files)) {
         if (!readFile(path, today) || !goesOn())
@@ -64,7 +81,7 @@ bool clsWab::ReadAllContacts(QDate today)
         m_fault = AddressBookFault::TooManyContacts;
     if (m_fault != AddressBookFault::None) {
         m_contacts = std::move(before);
-        m_skipped = std::move(skippedBefore);
+        m_losses = std::move(lossesBefore);
     }
     const int total = m_fault == AddressBookFault::None ? ContactCount() : 0;
     for (int number = 1; number <= total; ++number) {
@@ -99,15 +116,12 @@ bool clsWab::readFile(const QString& path, QDate today)
     if (!m_isFolder && isWabFile(bytes)) {
         WabBook book = readWabFile(bytes);
         found = std::move(book.contacts);
-        if (book.fault == WabFault::OldLayout)
-            m_fault = AddressBookFault::OldLayout;
-        else if (book.fault != WabFault::None)
-            m_fault = book.fault == WabFault::TooManyContacts ? AddressBookFault::TooManyContacts
-                                                              : AddressBookFault::NotAnAddressBook;
+        m_losses.damagedRecords = book.damagedRecords;
+        m_fault = faultOf(book.fault);
     } else if (isVcardFile(bytes)) {
         found = readVcardFile(bytes, today, [this] { return goesOn(); });
     } else if (m_isFolder) {
-        m_skipped.append(path);
+        m_losses.skippedFiles.append(path);
     } else {
         m_fault = AddressBookFault::NotAnAddressBook;
     }

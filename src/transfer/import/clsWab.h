@@ -2,8 +2,6 @@
 
 #include "transfer/import/WabContact.h"
 
-#include <QStringList>
-
 #include <functional>
 
 namespace kalmo::transfer {
@@ -16,6 +14,7 @@ enum class AddressBookFault {
     TooLarge,
     NotAnAddressBook,
     OldLayout, ///< a Windows Address Book of the layout that Windows 95 wrote
+    Damaged,   ///< a Windows Address Book of which no contact can be read
     TooManyContacts,
     Stopped ///< by the user
 };
@@ -49,8 +48,8 @@ public:
     bool GetContact(int number, WabContact& record) const;
     const std::vector<WabContact>& contacts() const { return m_contacts; }
 
-    /// Files of the folder that hold no card, by the last reading.
-    const QStringList& skippedFiles() const { return m_skipped; }
+    /// All that the last reading left out.
+    const ReadingLosses& losses() const { return m_losses; }
 
     /// Why the last call failed, and at which file of a folder.
     AddressBookFault fault() const { return m_fault; }
@@ -64,7 +63,7 @@ private:
     bool m_open = false;
     bool m_isFolder = false;
     QStringList m_files;
-    QStringList m_skipped;
+    ReadingLosses m_losses;
     std::vector<WabContact> m_contacts;
     AddressBookFault m_fault = AddressBookFault::None;
     QString m_faultyFile;

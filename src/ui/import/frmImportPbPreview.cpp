@@ -30,7 +30,7 @@ constexpr qint64 betweenYields = 40;
 transfer::ImportSource frmImportPb::source() const
 {
     if (m_from == ImportFrom::AddressBook)
-        return {.contacts = m_book.contacts(), .skippedFiles = m_book.skippedFiles()};
+        return {.contacts = m_book.contacts(), .losses = m_book.losses()};
     const QString path = m_textFrame->path();
     transfer::TextFile file = transfer::readTextFile(path);
     if (file.fault != transfer::TextFault::None)

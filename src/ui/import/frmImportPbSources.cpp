@@ -37,6 +37,8 @@ QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
                         : u"Die Datei enthält weder ein Adressbuch noch vCards."_s;
     case AddressBookFault::OldLayout:
         return u"Es stammt aus Windows 95; diese Form kann Kalmo nicht lesen."_s;
+    case AddressBookFault::Damaged:
+        return u"Es ist beschädigt, kein Kontakt darin ist lesbar."_s;
     case AddressBookFault::Stopped:
         break;
     case AddressBookFault::TooManyContacts:
