@@ -133,6 +133,7 @@ private:
     ExportList m_source;
     std::unique_ptr<toolkit::ListRows> m_rows;
     transfer::ExportChoice m_choice;
+    qsizetype m_lostLetters = 0;
 };
 
 ExitStatus ExportCommand::run()
@@ -192,6 +193,8 @@ ExitStatus ExportCommand::write()
     if (!transfer::writeExportFile(m_job.context, {m_order.path, u"Export"_s, m_rows->name()},
                                    [this] { return content(); }))
         return ExitFailed;
+    if (m_lostLetters > 0)
+        m_job.context.dialogs.Show(transfer::lostLetters(m_lostLetters));
     const qsizetype rows = m_choice.onlySelected ? m_rows->selectedRows().size() : m_rows->count();
     const QJsonObject json{
         {u"rows"_s, rows}, {u"columns"_s, m_choice.columns.size()}, {u"file"_s, m_order.path}};
@@ -202,13 +205,18 @@ ExitStatus ExportCommand::write()
 std::optional<QByteArray> ExportCommand::content()
 {
     const auto table = [this] { return transfer::makeExportTable(*m_rows, m_choice); };
+    const auto ansiTable = [&] {
+        const transfer::ExportTable made = table();
+        m_lostLetters = made.lettersBeyondCodePage();
+        return made;
+    };
     switch (m_order.kind) {
     case ExportKind::Csv:
-        return transfer::csvBytes(table(), m_order.separator, m_order.replacement);
+        return transfer::csvBytes(ansiTable(), m_order.separator, m_order.replacement);
     case ExportKind::Vcf:
         return transfer::vcfBytes(*m_rows, m_choice);
     case ExportKind::Html:
-        return transfer::htmlPage(m_job.context, m_order.templatePath, m_order.path, title(), table);
+        return transfer::htmlPage(m_job.context, m_order.templatePath, m_order.path, title(), ansiTable);
     case ExportKind::Xlsx: {
         const auto book = transfer::xlsxWorkbook(table(), {title(), m_order.fitsWidths}, scratch());
         if (book.error == 0)

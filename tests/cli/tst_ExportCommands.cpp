@@ -142,6 +142,11 @@ void tst_ExportCommands::savedLists()
     }
     // Cards come back, and both office files are made.
     Saved run;
+    run.file(u"l.json"_s, R"([{"lastName": "Łuć"}])");
+    QCOMPARE(run(u"phonebook export a.csv --from l.json --columns Nachname --no-header"_s), ExitDone);
+    QCOMPARE(run.told, u"kalmoctl: Letters that such a file can't hold: 2. A \"?\" takes their place. Files "
+                       u"that end in .xlsx, .docx or .vcf hold them.\n"_s);
+    QCOMPARE(run.test.contentOf(run.test.path(u"a.csv"_s)), QByteArray("?u?\r\n"));
     QCOMPARE(run(u"phonebook export b.vcf --from c.json"_s), ExitDone);
     QCOMPARE(
         run(u"phonebook export b.csv --from b.vcf --no-header --columns Nachname,Vorname,Tel.~Handy,Email"_s),

@@ -80,6 +80,13 @@ struct Export
                              .defaultButton = Answer::Cancel},
                             answer);
     }
+    void expectLostLetters()
+    {
+        test.dialogs.expect(
+            {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: 3. An ihrer Stelle steht „?“.\n"
+                     u"Dateien für Excel (.xlsx) und Word (.docx) nehmen sie auf."_s,
+             .icon = Icon::Exclamation});
+    }
     /// Names in a folder of the temporary one.
     QStringList in(const QString& folder) const
     {
@@ -203,7 +210,7 @@ void tst_Exporter::refusals()
              made.options.htmlPath.clear();
          },
          u"Bitte wählen Sie eine Ausgabedatei aus, in die exportiert werden soll."_s},
-        {"network", [](Export& made) { made.options.csvPath = u"\\\\server\\a.csv"_s; },
+        {"network", [](Export& made) { made.options.csvPath = made.test.path(u"\\\\server\\a.csv"_s); },
          u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "
          u"Ansonsten kann nur "
          u"in lokale Dateien exportiert werden."_s},
@@ -230,6 +237,17 @@ void tst_Exporter::csv()
     QCOMPARE(made.progress.panel.texts, (QStringList{u"Export läuft..."_s, succeeded.text}));
     QCOMPARE(made.progress.bar.steps, (QStringList{u"0/2"_s, u"1/2"_s, u"2/2"_s, u"hidden"_s}));
     QVERIFY(loadExportOptions(made.test.context, made.source).onlySelected);
+
+    made.list->add(phonedata::toRow(phonedata::ProviderEntry{u"Łuka\U0001F600ć"_s, u"0303"_s}));
+    made.list->selectAll(true);
+    made.expectQuestion(made.options.csvPath, Answer::Ok);
+    made.test.dialogs.expect(succeeded);
+    made.expectLostLetters();
+    QVERIFY(made.run());
+    QVERIFY(made.test.contentOf(made.options.csvPath).endsWith("\r\n?uka??,0303\r\n"));
+    made.options.destination = Destination::Html;
+    made.expectLostLetters();
+    QVERIFY(made.run());
 }
 
 void tst_Exporter::endings()
@@ -311,6 +329,15 @@ void tst_Exporter::oldFileComesBack()
              u"Programmautor."_s,
          .icon = Icon::Information});
     QVERIFY(!made.run());
+
+    QDir().mkpath(made.test.path(u"ordner.html"_s));
+    made.options.htmlPath = made.test.path(u"ordner.html"_s);
+    made.options.destination = Destination::Html;
+    made.test.dialogs.expect(
+        {.text = u"Fehler beim Schreiben der Datei "_s + made.options.htmlPath, .icon = Icon::Exclamation});
+    QVERIFY(!made.run());
+    QCOMPARE(made.progress.panel.Text(), u"Export beendet."_s);
+    made.options.destination = Destination::Csv;
 
     made.options.csvPath = made.test.path(u"alt.csv/unter/a.csv"_s); // below a file
     const QString folder = made.test.path(u"alt.csv/unter"_s);

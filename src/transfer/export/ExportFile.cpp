@@ -26,6 +26,12 @@ void tellWriteError(app::Context& context, const ExportFile& file, int error, co
 {
     context.log.WriteDebugLog(u"Warning"_s, u"%1:Error %2 Source: "_s.arg(file.operation).arg(error) +
                                                 file.list + u" Destination: "_s + file.path);
+    if (file.words == WriteWords::OfFile) {
+        context.dialogs.Show({.text = u"Fehler beim Schreiben der Datei "_s + file.path,
+                              .icon = Icon::Exclamation,
+                              .english = u"%1 could not be written: %2."_s.arg(file.path, reason)});
+        return;
+    }
     const bool isName = std::ranges::find(nameErrors, error) != nameErrors.end();
     context.dialogs.Show(
         {.text = isName ? u"Die Exportdatei konnte nicht erstellt werden.\nBitte prüfen Sie, ob der "
@@ -65,7 +71,7 @@ bool writeContent(app::Context& context, const ExportFile& file, const QString& 
 
 bool isNetworkPath(QStringView path)
 {
-    return path.startsWith(u"\\\\");
+    return path.contains(u"\\\\");
 }
 
 bool isRefusedNetworkPath(app::Context& context, const QString& path)
@@ -129,6 +135,16 @@ bool writeExportFile(app::Context& context, const ExportFile& file, const MakeCo
     }
     bringBack(context, aside, target);
     return false;
+}
+
+toolkit::Message lostLetters(qsizetype count)
+{
+    return {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: %1. An ihrer Stelle steht „?“.\n"
+                    u"Dateien für Excel (.xlsx) und Word (.docx) nehmen sie auf."_s.arg(count),
+            .icon = Icon::Exclamation,
+            .english =
+                u"Letters that such a file can't hold: %1. A \"?\" takes their place. Files that end in "
+                u".xlsx, .docx or .vcf hold them."_s.arg(count)};
 }
 
 } // namespace kalmo::transfer

@@ -7,7 +7,7 @@
 
 namespace kalmo::transfer {
 
-/// Returns true for a path into a network without a drive: "\\server".
+/// Returns true for a path into a network without a drive, "\\server", as a whole or at any place.
 bool isNetworkPath(QStringView path);
 /// The same, after a message.
 bool isRefusedNetworkPath(app::Context& context, const QString& path);
@@ -21,6 +21,9 @@ QString withEnding(const QString& path, const QStringList& endings);
 /// Asks before a file is overwritten. Returns true if there is none, or if the user agrees.
 bool mayOverwrite(app::Context& context, const QString& path);
 
+/// The words of a failure: those of an export, with the number of the error, or those of any file.
+enum class WriteWords { OfExport, OfFile };
+
 /// A file that an export writes.
 struct ExportFile
 {
@@ -28,6 +31,7 @@ struct ExportFile
     QString operation;        ///< for the log: "Export2Csv"
     QString list;             ///< for the log: name of the list
     double pauseAfterOld = 0; ///< seconds between the move of an old file and the new one
+    WriteWords words = WriteWords::OfExport;
 };
 
 /// Makes the content of a file. Returns nothing after a failure that it has reported.
@@ -36,5 +40,8 @@ using MakeContent = std::function<std::optional<QByteArray>()>;
 /// Writes a file and replaces an old one. The old file is moved aside before the content is made, and comes
 /// back unless the new one is whole and on disk. Returns false after a message.
 bool writeExportFile(app::Context& context, const ExportFile& file, const MakeContent& content);
+
+/// The message after an export to a .csv or .html file that lacks so many letters.
+toolkit::Message lostLetters(qsizetype count);
 
 } // namespace kalmo::transfer

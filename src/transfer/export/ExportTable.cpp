@@ -1,5 +1,7 @@
 #include "transfer/export/ExportTable.h"
 
+#include "app/CodePage.h"
+
 #include <algorithm>
 
 namespace kalmo::transfer {
@@ -15,6 +17,16 @@ qsizetype ExportTable::widestText(int column) const
     for (const QStringList& row : rows)
         widest = std::max(widest, row[column].size());
     return widest;
+}
+
+qsizetype ExportTable::lettersBeyondCodePage() const
+{
+    qsizetype count = 0;
+    for (const QStringList& row : rows) {
+        for (const QString& cell : row)
+            count += app::toCp1252(cell).count('?') - cell.count(u'?');
+    }
+    return count;
 }
 
 ExportTable makeExportTable(const toolkit::ListRows& list, const ExportChoice& choice,

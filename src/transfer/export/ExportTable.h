@@ -31,6 +31,8 @@ struct ExportTable
     int lineCount() const;
     /// Characters of the longest text in a column, the header included.
     qsizetype widestText(int column) const;
+    /// Number of letters of the rows that the code page of .csv and .html files lacks.
+    qsizetype lettersBeyondCodePage() const;
 };
 
 /// The chosen columns and rows of a list in its order of the moment. The bar goes one step with each row of

@@ -137,12 +137,18 @@ bool Exporter::ExportCsv()
     if (!claimFile(m_options.csvPath, {u"csv"_s},
                    u"Bitte wählen Sie eine Datei aus, in die exportiert werden soll."_s))
         return false;
+    qsizetype lost = 0;
     const bool done = writeExportFile(
         m_job.context, {m_options.csvPath, u"Export2Csv"_s, m_job.source.list.name(), pauseAfterOld},
-        [this] { return csvBytes(table(), m_options.separator, m_options.replacement); });
+        [this, &lost] {
+            const ExportTable cells = table();
+            lost = cells.lettersBeyondCodePage();
+            return csvBytes(cells, m_options.separator, m_options.replacement);
+        });
     if (!finish(done, done ? succeeded : brokenOff))
         return false;
     tell(succeeded);
+    tellLost(lost);
     return true;
 }
 
@@ -151,17 +157,28 @@ bool Exporter::ExportHtml()
     if (!claimFile(m_options.htmlPath, {u"html"_s, u"htm"_s},
                    u"Bitte wählen Sie eine Ausgabedatei aus, in die exportiert werden soll."_s))
         return false;
+    qsizetype lost = 0;
     bool wasRefused = false;
+    const auto cells = [this, &lost] {
+        const ExportTable made = table();
+        lost = made.lettersBeyondCodePage();
+        return made;
+    };
     const bool done = writeExportFile(
-        m_job.context, {m_options.htmlPath, u"Export2Html"_s, m_job.source.list.name(), pauseAfterOld}, [&] {
+        m_job.context,
+        {m_options.htmlPath, u"Export2Html"_s, m_job.source.list.name(), pauseAfterOld, WriteWords::OfFile},
+        [&] {
             const auto page = htmlPage(m_job.context, m_options.templatePath, m_options.htmlPath,
-                                       m_job.source.title, [this] { return table(); });
+                                       m_job.source.title, cells);
             wasRefused = !page;
             return page;
         });
     if (wasRefused)
         return false;
-    return finish(done, done ? u"Export beendet."_s : brokenOff);
+    finish(done, u"Export beendet."_s);
+    if (done)
+        tellLost(lost);
+    return done;
 }
 
 bool Exporter::ExportExcel()
@@ -251,6 +268,12 @@ void Exporter::openFile(const QString& path)
     if (!app::FileExists(path) || (m_job.desktop.hasAssociation(path) && m_job.desktop.open(path)))
         return;
     app::OpenWithDialog(m_job.context, m_job.desktop, path);
+}
+
+void Exporter::tellLost(qsizetype letters)
+{
+    if (letters > 0)
+        m_job.context.dialogs.Show(lostLetters(letters));
 }
 
 void Exporter::tell(const QString& text)

@@ -58,6 +58,7 @@ private:
     bool finish(bool done, const QString& status);
     void openFile(const QString& path);
     void tell(const QString& text);
+    void tellLost(qsizetype letters);
 
     ExportJob m_job;
     ExportOptions m_options;
