@@ -14,8 +14,7 @@ inline constexpr int twipsPerPixel = 15;
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
 /// Restores the saved place and size of the window. A value that is missing or invalid, such as a place on a
-/// screen that is gone, changes nothing. A maximised window comes back maximised. The programs leave neither
-/// place nor size out yet.
+/// screen that is gone, changes nothing. A maximised window comes back maximised.
 void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
                        bool skipSize = false);
 
