@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Platform.h"
+#include "app/Sy.h"
 
 #include <memory>
 
@@ -27,14 +28,19 @@ private:
     std::unique_ptr<QLockFile> m_instance;
 };
 
-/// Opens files through the user's desktop.
+/// Opens files through the user's desktop, in the storage folder of the session, which outlives this.
 class SystemDesktop final : public Desktop
 {
 public:
+    explicit SystemDesktop(const Sy& sy) : m_sy(sy) {}
+
     bool hasAssociation(const QString& path) const override;
     bool open(const QString& path) override;
     bool openWith(const QString& program, const QString& path) override;
     bool openUrl(const QUrl& url) override;
+
+private:
+    const Sy& m_sy;
 };
 
 } // namespace kalmo::app

@@ -54,7 +54,7 @@ bool SystemDesktop::hasAssociation(const QString& path) const
 
 bool SystemDesktop::open(const QString& path)
 {
-    return QProcess::startDetached(u"xdg-open"_s, {path});
+    return QProcess::startDetached(u"xdg-open"_s, {path}, m_sy.Paths.Storage);
 }
 
 bool SystemDesktop::openWith(const QString& program, const QString& path)

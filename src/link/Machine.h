@@ -18,7 +18,7 @@ struct Machine
     app::Sy sy;
     toolkit::EventLoopClock clock;
     app::SystemPlatform platform;
-    app::SystemDesktop desktop;
+    app::SystemDesktop desktop{sy};
     app::Settings settings;
     app::DebugLog log;
     app::Context context;

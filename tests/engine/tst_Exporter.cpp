@@ -1,6 +1,7 @@
 // Exports from the window: what is asked and in which order, what is remembered, and that an old file is
 // never lost.
 
+#include "app/SystemPlatform.h"
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
 #include "support/RecordedProgress.h"
@@ -449,6 +450,16 @@ void tst_Exporter::opensWhatWasMade()
                                      u"/usr/bin/see"_s);
     QVERIFY(made.run());
     QCOMPARE(made.desktop.opened.last(), u"/usr/bin/see "_s + made.options.htmlPath);
+
+    // The desktop's own program starts in the storage folder.
+    const QString program = made.test.makeFile(u"xdg-open"_s, "#!/bin/sh\npwd > \"$1\"\n");
+    QFile::setPermissions(program, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    const auto restore = qScopeGuard([&path] { qputenv("PATH", path); });
+    qputenv("PATH", QFile::encodeName(made.test.path({})) + ':' + path);
+    const QString told = made.test.path(u"told"_s);
+    QVERIFY(app::SystemDesktop(made.test.sy).open(told));
+    QTRY_COMPARE(made.test.contentOf(told), QFile::encodeName(made.test.storage) + '\n');
 }
 
 void tst_Exporter::paths()
