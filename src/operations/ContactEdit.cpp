@@ -102,7 +102,10 @@ Outcome ContactEdit::begin()
         return {.cause = Cause::NotPossible};
     if (m_policy.backup == ContactPolicy::Backup::Table)
         m_table = m_store->backUp();
-    identifyPhone(m_store->client().line()); // in data mode it could not be asked any more
+    {
+        const obex::clsMmc::Busy busy(m_store->client());
+        identifyPhone(m_store->client().line()); // in data mode it could not be asked any more
+    }
     m_session = std::make_unique<phonedata::VcardStore::Session>(*m_store, u"ContactEdit"_s, m_progress);
     auto reading = m_session->open() ? m_store->readCards(m_progress) : std::nullopt;
     if (reading && !reading->isConfirmed() && m_policy.readsAgain)

@@ -1,6 +1,7 @@
 #include "support/VirtualClock.h"
 
 #include <QCoreApplication>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +33,7 @@ QDateTime VirtualClock::Now() const
 
 void VirtualClock::DoEvents(double seconds)
 {
+    const QScopedValueRollback yields(m_yields, m_yields + 1);
     if (m_toolkitEvents)
         QCoreApplication::processEvents();
     const qint64 end = m_microseconds + std::max(toMicroseconds(seconds), leastStep);

@@ -29,6 +29,9 @@ public:
     /// Seconds since this clock was made.
     double elapsed() const { return static_cast<double>(m_microseconds) / 1e6; }
 
+    /// Returns true while somebody waits: from within DoEvents().
+    bool isYielding() const { return m_yields > 0; }
+
     /// Delivers the toolkit's own events at each yield, as windows need them.
     void runToolkitEvents(bool on) { m_toolkitEvents = on; }
 
@@ -37,6 +40,7 @@ private:
     qint64 m_microseconds = 0;
     std::multimap<qint64, std::function<void()>> m_events;
     bool m_toolkitEvents = false;
+    int m_yields = 0;
 };
 
 } // namespace kalmo::tests

@@ -1,6 +1,13 @@
 #include "ui/RandomUser.h"
 
+#include "app/mdlTexts.h"
+#include "ui/adaptors/ProgressWidgets.h"
 #include "ui/forms/frmMmcOpenControls.h"
+#include "ui/forms/frmStart.h"
+#include "ui/forms/frmWelcome.h"
+#include "ui/lists/RowsView.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -8,24 +15,30 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QRegularExpression>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 
 #include <cstdio>
 
 namespace kalmo::tests {
 
 using namespace Qt::StringLiterals;
+using toolkit::Answer;
 
 namespace {
 
-constexpr qsizetype tracedActs = 60;
+constexpr qsizetype tracedActs = 150;
 
 const QStringList texts = {u"Müller"_s,
                            u"0301234567"_s,
@@ -47,7 +60,7 @@ constexpr int letters[] = {Qt::Key_N, Qt::Key_A, Qt::Key_C, Qt::Key_F, Qt::Key_E
 constexpr int plainKeys[] = {Qt::Key_Tab,    Qt::Key_Down,   Qt::Key_Up,   Qt::Key_Return,   Qt::Key_Space,
                              Qt::Key_Delete, Qt::Key_Escape, Qt::Key_F2,   Qt::Key_F5,       Qt::Key_Home,
                              Qt::Key_End,    Qt::Key_Right,  Qt::Key_Left, Qt::Key_Backspace};
-constexpr int sections[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4};
+constexpr int sections[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_3, Qt::Key_4, Qt::Key_5}; // with Alt
 
 QString nameOf(const QWidget& widget)
 {
@@ -74,16 +87,42 @@ QWidget* windowInFront()
 {
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
-    if (QWidget* active = QApplication::activeWindow())
+    QWidget* active = QApplication::activeWindow();
+    if (active && active->isVisible() && active->windowType() != Qt::Popup)
         return active;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (widget->isVisible() && !qobject_cast<QMenu*>(widget))
-            return widget;
+        if (!widget->isVisible() || widget->windowType() == Qt::Popup)
+            continue;
+        widget->activateWindow(); // as a window manager does, or a user by a click
+        return widget;
     }
     return nullptr;
 }
 
 } // namespace
+
+Answer RandomDialogs::Show(const toolkit::Message& message)
+{
+    if (message.text == app::ResText(app::TextChangeInterface))
+        return Answer::Yes;
+    if (message.text.startsWith(u"Der gewählte Anschluss (COM"_s))
+        return m_random.bounded(2) == 0 ? Answer::Yes : Answer::No;
+    if (message.text.contains(u" verloren."_s) && message.text.endsWith(u"Trotzdem schreiben?"_s))
+        return Answer::No; // what could not be read has no record
+    const bool isReminder = message.text.contains(u"wurde beim letzten Betrieb nicht vollständig"_s);
+    if (!isReminder && m_losses && m_losses->isLossTold() && message.buttons == toolkit::Buttons::Ok)
+        m_sinceLoss.append(message.text.simplified().left(120));
+    return m_boxes.Show(message);
+}
+
+/// One box about the loss, and one about the state of the data.
+QStringList RandomDialogs::endCommand()
+{
+    static const QRegularExpression aboutLoss(
+        u"TimeOut|Übertragungsfehler|antwortet nicht|reagiert nicht|Fehler beim|nicht ermittelt"_s);
+    const QStringList boxes = std::exchange(m_sinceLoss, {});
+    return boxes.size() > 2 || boxes.filter(aboutLoss).size() > 1 ? boxes : QStringList();
+}
 
 QString RandomDialogs::OpenFile(const toolkit::FileRequest&)
 {
@@ -104,8 +143,8 @@ QString RandomDialogs::PickFolder(const QString&, const QString&)
     return m_random.bounded(3) == 0 ? QString() : m_folder;
 }
 
-RandomUser::RandomUser(QRandomGenerator& random, RandomDialogs& dialogs, std::function<bool()> isBusy)
-    : m_random(random), m_dialogs(dialogs), m_isBusy(std::move(isBusy))
+RandomUser::RandomUser(QRandomGenerator& random, RandomDialogs& dialogs, std::function<void()> beforeAct)
+    : m_random(random), m_dialogs(dialogs), m_beforeAct(std::move(beforeAct))
 {
 }
 
@@ -117,6 +156,20 @@ void RandomUser::start()
 bool RandomUser::hasLeft()
 {
     return !QApplication::activePopupWidget() && !QApplication::activeModalWidget();
+}
+
+QString RandomUser::nameOfFront()
+{
+    const QWidget* popup = QApplication::activePopupWidget();
+    const QWidget* front = popup ? popup : windowInFront();
+    return front ? nameOf(*front) : u"nothing"_s;
+}
+
+bool RandomUser::isWaiting()
+{
+    const auto* welcome = shown<ui::frmWelcome>();
+    const auto* search = welcome ? welcome->findChild<QProgressBar*>() : nullptr;
+    return ui::WindowBusy::isAnyBusy() || shown<ui::frmStart>() || (search && search->isVisible());
 }
 
 void RandomUser::note(const QString& what)
@@ -133,6 +186,7 @@ void RandomUser::note(const QString& what)
 void RandomUser::act()
 {
     QTimer::singleShot(0, this, &RandomUser::act);
+    m_beforeAct();
     QWidget* popup = QApplication::activePopupWidget();
     QWidget* window = windowInFront();
     if (auto* menu = qobject_cast<QMenu*>(popup))
@@ -145,23 +199,34 @@ void RandomUser::act()
         chooseFile(*files);
     else if (window && m_isLeaving && window == QApplication::activeModalWidget())
         press(*window, Qt::Key_Escape);
-    else if (window && m_isBusy())
+    else if (window && isWaiting())
         disturb(*window);
     else if (window && !m_isLeaving && !window->isModal() && !window->inherits("QMainWindow") &&
-             below(8) == 0)
-        press(*window, Qt::Key_Escape); // the help, which stays in front
+             below(5) == 0)
+        press(*window, Qt::Key_Escape); // the help, which stays in front, or the settings
     else if (window && !m_isLeaving)
         use(*window);
 }
 
-/// Somebody who waits for the end of an operation presses a key now and then.
+/// Somebody who waits for the end of an operation presses a key now and then, or has had enough.
 void RandomUser::disturb(QWidget& window)
 {
-    const int chance = m_isLeaving ? 1 : below(600);
+    const int chance = m_isLeaving ? 600 : below(600);
     if (chance == 0)
         press(window, Qt::Key_Escape);
-    else if (chance < 3 && !m_isLeaving)
+    else if (chance < 3)
         press(window, plainKeys[below(std::ssize(plainKeys))]);
+    else if (chance < 5)
+        closeProgram();
+}
+
+void RandomUser::closeProgram()
+{
+    auto* window = shown<ui::frmPB>();
+    if (!window || QApplication::activeModalWidget()) // which keeps the user from it
+        return;
+    note(u"close the program"_s);
+    window->close();
 }
 
 void RandomUser::useMenu(QMenu& menu)
@@ -208,17 +273,51 @@ void RandomUser::use(QWidget& window)
 {
     QWidget* focus = window.focusWidget() ? window.focusWidget() : &window;
     const QList<QWidget*> controls = controlsOf(window, window);
-    const int chance = below(20);
-    if (chance < 11 && !controls.isEmpty())
+    auto* files = window.findChild<ui::RowsView*>(u"lvwFFs"_s);
+    auto* reconnect = window.findChild<QToolButton*>(u"cmdReconnect"_s);
+    const int chance = below(100);
+    if (reconnect && reconnect->isVisible() && reconnect->isEnabled() && chance < 10)
+        useControl(*reconnect);
+    else if (files && files->isVisible() && files->isEnabled() && chance < 15)
+        useFiles(*files);
+    else if (chance < 55 && !controls.isEmpty())
         useControl(*controls[below(static_cast<int>(controls.size()))]);
-    else if (chance < 15)
+    else if (chance < 72)
         press(*focus, plainKeys[below(std::ssize(plainKeys))]);
-    else if (chance < 17)
+    else if (chance < 85)
         press(*focus, letters[below(std::ssize(letters))], Qt::ControlModifier);
-    else if (chance < 18)
+    else if (chance < 91)
         press(*focus, sections[below(std::ssize(sections))], Qt::AltModifier);
-    else
+    else if (chance < 99)
         type(*focus);
+    else if (below(4) == 0)
+        closeProgram();
+}
+
+/// Drops files of the desktop on the list, or takes files of the list to the desktop.
+void RandomUser::useFiles(ui::RowsView& files)
+{
+    if (below(3) == 0) {
+        note(u"drag files out"_s);
+        const auto content = files.dragContent();
+        if (!content)
+            return;
+        Q_EMIT files.dragDropped();
+        (void)content->urls();
+        return;
+    }
+    QMimeData content;
+    QList<QUrl> urls;
+    for (int count = below(3); count >= 0; --count)
+        urls.append(QUrl::fromLocalFile(m_dialogs.OpenFile({}))); // an empty path is a wrong one
+    content.setUrls(urls);
+    const QModelIndex row = files.model()->index(below(files.model()->rowCount() + 1), 0);
+    const QPoint at = row.isValid() ? files.visualRect(row).center() : files.viewport()->rect().center();
+    note(u"drop %1 files"_s.arg(urls.size()));
+    QDragEnterEvent enter(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(files.viewport(), &enter);
+    QDropEvent drop(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(files.viewport(), &drop);
 }
 
 void RandomUser::useControl(QWidget& control)

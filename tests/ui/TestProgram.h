@@ -5,11 +5,25 @@
 #include "support/TestContext.h"
 #include "ui/Program.h"
 
+#include <QApplication>
+#include <QWidget>
+
 namespace kalmo::tests {
 
 struct NoDevices : link::DeviceList
 {
     QList<link::SerialDevice> devices() override { return {}; }
+};
+
+/// A PC with one serial cable.
+struct OneDevice : link::DeviceList
+{
+    QString path = QStringLiteral("/dev/ttyUSB7");
+
+    QList<link::SerialDevice> devices() override
+    {
+        return {{path, {}, QStringLiteral("Datenkabel"), {}, {}}};
+    }
 };
 
 /// A desktop that opens nothing and remembers what it was asked to.
@@ -53,6 +67,17 @@ struct TestProgram
     RecordedProgress progress;
     ui::Program program{context, line, desktop, ports, memory};
 };
+
+/// The window of that kind that is on screen, null if there is none.
+template <typename Form>
+Form* shown()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* form = qobject_cast<Form*>(widget); form && form->isVisible())
+            return form;
+    }
+    return nullptr;
+}
 
 /// A form's widget by its object name, which it must have.
 template <typename Widget>

@@ -33,17 +33,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The form that is on screen, null if there is none of the kind.
-template <typename Form>
-Form* shown()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* form = qobject_cast<Form*>(widget); form && form->isVisible())
-            return form;
-    }
-    return nullptr;
-}
-
 /// A run of the program, with a handset at the only port.
 struct Run : TestProgram
 {
@@ -260,11 +249,7 @@ void tst_Start::losesNoListThatWaitsToBeWritten()
 /// At the first start every port is looked at, and the phone that was found is connected by one click.
 void tst_Start::newcomerFindsThePhone()
 {
-    struct OneDevice : link::DeviceList
-    {
-        QList<link::SerialDevice> devices() override { return {{path, {}, u"Datenkabel"_s, {}, {}}}; }
-        QString path = u"/dev/ttyUSB7"_s;
-    } oneDevice;
+    OneDevice oneDevice;
     Run run;
     link::PortTable ports{run.test.settings, oneDevice};
     ui::Program program{run.test.context, run.line, run.desktop, ports, run.memory};

@@ -88,9 +88,10 @@ bool LossBoxes::isCommandRunning() const
 Answer LossBoxes::Show(const toolkit::Message& message)
 {
     const QString& text = message.text;
-    const bool isLoss = message.buttons == toolkit::Buttons::Ok &&
-                        (isLossInDataMode(text) || (isLineDead() && isAboutRequest(text)));
-    if (m_isTold && (isLoss || (message.buttons == toolkit::Buttons::Ok && isResult(text)))) {
+    const bool asksNothing = message.buttons == toolkit::Buttons::Ok;
+    const bool isLoss = asksNothing && (isLossInDataMode(text) || (isLineDead() && isAboutRequest(text)));
+    // A phone that comes back in the middle of the command does not make the box a second one.
+    if (m_isTold && asksNothing && (isLoss || isAboutRequest(text) || isResult(text))) {
         showStatus(text);
         return Answer::Ok;
     }

@@ -129,10 +129,13 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
         const auto plan = planFor(store, edit, entry, shown);
         if (!plan)
             return CommandResult::Refused;
+        const bool lacksContacts = store.list()->count() < std::ssize(edit.held().cards.cards);
         outcome = edit.apply(*plan, entry.luid.isEmpty() ? u"add"_s : u"change"_s);
         isDone = outcome.facts.confirmed > 0 && acceptChange(store, edit, outcome);
         if (isDone) {
             removeRow(store.list(), oldKey);
+            if (lacksContacts && edit.heldAfter()) // after a reading that was stopped or has failed
+                store.showReading(*edit.heldAfter());
             showMismatches(store, edit, outcome);
             selectContact(store, outcome.luids.value(0));
         }

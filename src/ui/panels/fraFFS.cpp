@@ -1,5 +1,6 @@
 #include "ui/panels/fraFFS.h"
 
+#include "obex/clsMmcOperation.h"
 #include "obex/FolderRows.h"
 #include "operations/FileAccess.h"
 #include "ui/controls/Named.h"
@@ -150,6 +151,7 @@ QMenu* fraFFS::makeSaveMenu()
 
 void fraFFS::FFSMemAct()
 {
+    const obex::clsMmc::Busy busy(*m_mmc); // one of the two requests does not raise it
     qint32 bytes = 0;
     if (readFreeBytes() && m_mmc->GetSpaceTotal(bytes, m_progress))
         m_ucFfsMem->setMeTotal(bytes);
