@@ -96,11 +96,14 @@ void StartFlow::runSearch()
         m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
     auto start = link::SearchStart::FirstRate;
-    if (!isDemo(m_program.context.sy) && std::exchange(m_wasInterrupted, false))
+    const bool isOwnPhone = !isDemo(m_program.context.sy);
+    if (isOwnPhone && m_wasInterrupted)
         start = takeLineBack();
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone(start);
     m_start.reset();
+    if (isOwnPhone && outcome == link::SearchOutcome::PhoneFound)
+        m_wasInterrupted = false;
     if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow()) {
         showMainWindow();
         return;
@@ -293,9 +296,10 @@ void StartFlow::ReadSettingsToForm()
         connect(m_settings.get(), &frmEinstellungen::welcomeWanted, this, &StartFlow::welcome);
     }
     m_settings->ReadSettingsToForm();
-    // The start sequence deletes this value after its reminder.
-    m_wasInterrupted =
-        app::get(m_program.context.settings, app::keys::LastUnclosedObexDevice) != app::noValue();
+    // The start sequence deletes this value after its reminder. A phone that has not answered since may still
+    // be in its data mode.
+    m_wasInterrupted = m_wasInterrupted || app::get(m_program.context.settings,
+                                                    app::keys::LastUnclosedObexDevice) != app::noValue();
 }
 
 void StartFlow::showSettings()

@@ -68,7 +68,7 @@ private:
     DemoHandset m_demo;
     int m_ownPort = 0;             // ComNoForThisRun before the emulated handset's was used
     bool m_wasConnected = false;   // before the search of all ports
-    bool m_wasInterrupted = false; // the last run left a phone in its data mode
+    bool m_wasInterrupted = false; // a phone was left in its data mode, and none was found since
     app::Sy m_mainSy;              // as it was when the main window got its phone
 };
 

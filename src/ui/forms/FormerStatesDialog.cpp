@@ -82,7 +82,7 @@ void setRowsShown(RowsView& view, int rows)
 FormerStatesDialog::FormerStatesDialog(Program& program, const operations::UndoJob& job, RecordedList list,
                                        QWidget* parent)
     : QDialog(parent), m_program(program), m_job(job),
-      m_records(program.context, operations::identifyPhone(program.line)), m_rows(makeStateRows()),
+      m_records(program.context, operations::knownIdentity(program.context.sy)), m_rows(makeStateRows()),
       m_differences(makeDifferenceRows()), m_view(new RowsView), m_differenceView(new RowsView),
       m_caption(named(new QLabel, u"lblDifferences"_s)),
       m_compare(named(new QPushButton(u"&Vergleichen"_s), u"cmdCompare"_s)),

@@ -13,8 +13,8 @@ namespace kalmo::ui {
 class RowsView;
 
 /// The former states of this phone's lists: one row for each record, below them the differences of the chosen
-/// one to what the phone holds now, and a button that puts it back. Needs a line in text mode when it is
-/// made.
+/// one to what the phone holds now, and a button that puts it back. operations::identifyPhone() has to come
+/// before.
 class FormerStatesDialog : public QDialog
 {
     Q_OBJECT
