@@ -41,6 +41,7 @@ struct Import : TestProgram
             store = std::make_shared<phonedata::VcardStore>(std::make_shared<obex::clsMmc>(line), *contacts);
             store->VcfReadList(progress.all());
         }
+        app::SetLastInitDir(test.context, u"frmImportPb_Wab"_s, test.storage); // not that of other files
         form = std::make_unique<ui::frmImportPb>(
             program, ui::ImportLists{.lvwTB = phonebook.get(), .lvwNE = providers.get(), .store = store},
             from);
@@ -70,7 +71,7 @@ struct Import : TestProgram
     void expectBook(const QString& path)
     {
         test.dialogs.expectOpenFile({.title = u"Kalmo - Adressbuch öffnen"_s,
-                                     .folder = app::GetLastInitDir(test.context, u"frmImportPb"_s),
+                                     .folder = app::GetLastInitDir(test.context, u"frmImportPb_Wab"_s),
                                      .types = {{u"Adressbücher (*.wab; *.vcf)"_s, {u"*.wab"_s, u"*.vcf"_s}},
                                                {u"Alle Dateien (*.*)"_s, {u"*"_s}}}},
                                     path);

@@ -17,8 +17,10 @@ using transfer::Shape;
 
 namespace {
 
-const QString dialogUse = u"frmImportPb"_s; // of the remembered folder
-constexpr double pauseBeforeBook = 0.1;     // seconds
+// Uses of the remembered folders.
+const QString dialogUse = u"frmImportPb"_s;
+const QString bookUse = u"frmImportPb_Wab"_s;
+constexpr double pauseBeforeBook = 0.1; // seconds
 
 QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
 {
@@ -149,7 +151,7 @@ void frmImportPb::askForBook(bool isFolder)
 {
     app::Context& context = m_program.context;
     const QString title = app::productName() + u" - Adressbuch öffnen"_s;
-    const QString folder = app::GetLastInitDir(context, dialogUse);
+    const QString folder = app::GetLastInitDir(context, bookUse);
     const QString path = isFolder
                              ? context.dialogs.PickFolder(title, folder)
                              : context.dialogs.OpenFile(
@@ -175,7 +177,7 @@ void frmImportPb::takeBook(const QString& path)
     if (!readBook(path))
         return;
     m_mended = {}; // a hint mends one book, not the next
-    app::SetLastInitDir(m_program.context, dialogUse, path);
+    app::SetLastInitDir(m_program.context, bookUse, path);
     m_addressFrame->showPath(path);
     RebuildPreview();
 }
