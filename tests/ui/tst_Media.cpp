@@ -377,9 +377,19 @@ void tst_Media::previewsPictures()
     QVERIFY(view.Form_Present(made.picture(u"a.bmp"_s, {100, 100}), u"a.bmp"_s));
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QCoreApplication::processEvents();
     view.resize(500, 400);
     QCOMPARE(textOf(view, "sta"), u"Größe manuell verändert."_s);
     QVERIFY(child<QLabel>(view, "imgBmp").width() > 400);
+
+    made.test.settings.PutIniNumber(u"frmMmc_View"_s, u"WindowState"_s, 2); // it was closed maximised
+    ui::frmMmc_View maximised(made.program);
+    QVERIFY(maximised.Form_Present(made.test.path(u"a.bmp"_s), u"a.bmp"_s));
+    maximised.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&maximised));
+    QVERIFY(maximised.isMaximized() && maximised.width() > 500);
+    QCOMPARE(textOf(maximised, "sta"), u"Anzeige in originaler Größe"_s);
+    QCOMPARE(child<QLabel>(maximised, "imgBmp").size(), QSize(100, 100));
 
     const QString bad = made.test.makeFile(u"bad.gif"_s, "GIF89a");
     made.test.dialogs.expect(

@@ -292,7 +292,8 @@ void frmMmc_View::ScaleForm4BMP(QSize picture)
     const QSize other = size() - m_pages->size();
     const QSize wanted = picture + QSize(2, 2) + (isVisible() ? other : sizeHint() - m_pages->sizeHint());
     m_ownSize = wanted.boundedTo(screen()->availableSize() * reduction).expandedTo(minimumSize());
-    resize(m_ownSize);
+    if (!isMaximized())
+        resize(m_ownSize);
 }
 
 void frmMmc_View::stretch(QSize size)
@@ -310,12 +311,18 @@ void frmMmc_View::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);
     const KindRow* kind = kindOf(m_path);
-    if (!event->oldSize().isValid() || size() == m_ownSize || m_picture.isNull() || !kind ||
+    if (!m_isOnScreen || !event->oldSize().isValid() || size() == m_ownSize || m_picture.isNull() || !kind ||
         !kind->isStretchedByHand)
         return;
     m_ownSize = {};
     stretch(m_imgArea->viewport()->size());
     m_sta->SetText(u"Größe manuell verändert."_s);
+}
+
+void frmMmc_View::paintEvent(QPaintEvent* event)
+{
+    m_isOnScreen = true;
+    QDialog::paintEvent(event);
 }
 
 void frmMmc_View::presentSound()

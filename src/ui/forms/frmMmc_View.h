@@ -42,6 +42,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void done(int result) override;
 
 private:
@@ -61,7 +62,8 @@ private:
     Program& m_program;
     QString m_path;
     QImage m_picture;
-    QSize m_ownSize; // that the form gave itself, in contrast to one that the user gave it
+    QSize m_ownSize;           // that the form gave itself, in contrast to one that the user gave it
+    bool m_isOnScreen = false; // painted once: sizes before are the system's
 
     QLineEdit* m_txtFile;
     QToolButton* m_cmdBmp1zu1;
