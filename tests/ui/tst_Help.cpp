@@ -1,5 +1,6 @@
 // The help window, sponsors, icons, boxes and the blocking of a window.
 
+#include "app/SettingsKeys.h"
 #include "support/TestProgram.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/adaptors/QtDialogs.h"
@@ -10,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -18,6 +20,8 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
+
+#include <limits>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -34,6 +38,7 @@ private Q_SLOTS:
     void everyLinkLeadsSomewhere();
     void searchLeavesWhatHasAllWords();
     void answersBoxes();
+    void appendsTheOnlyEnding();
     void blocksNested();
     void turnsTheSponsors();
 };
@@ -117,6 +122,23 @@ void tst_Help::answersBoxes()
     }
 }
 
+/// Of several endings that a file may be saved with the caller appends the right one.
+void tst_Help::appendsTheOnlyEnding()
+{
+    const auto appended = [](const QStringList& patterns) {
+        QString suffix;
+        QTimer::singleShot(0, qApp, [&suffix] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            suffix = dialog->defaultSuffix();
+            dialog->reject();
+        });
+        ui::QtDialogs().SaveFile({.types = {{u"Datei"_s, patterns}}});
+        return suffix;
+    };
+    QCOMPARE(appended({u"*.csv"_s}), u"csv"_s);
+    QCOMPARE(appended({u"*.htm"_s, u"*.html"_s}), QString());
+}
+
 void tst_Help::blocksNested()
 {
     QWidget window;
@@ -143,7 +165,9 @@ void tst_Help::turnsTheSponsors()
     TestContext test;
     RecordedDesktop desktop;
     QStringList seen;
-    for (const char* key : {"SPONSOR", "SPONSOR_NORVA", "SPONSOR_TARIN", "SPONSOR", "SPONSOR"}) {
+    for (const char* key : {"SPONSOR", "SPONSOR_NORVA", "SPONSOR_TARIN", "SPONSOR", "SPONSOR", "end"}) {
+        if (key == "end"_ba)
+            app::put(test.settings, app::keys::LastShownSponsor, std::numeric_limits<int>::max());
         ui::fraAd panel(test.settings, desktop); // a new one each time: the turn is kept in the settings
         panel.showNode(QString::fromLatin1(key));
         for (auto* picture : panel.findChildren<QAbstractButton*>()) {
@@ -152,7 +176,7 @@ void tst_Help::turnsTheSponsors()
         }
     }
     QCOMPARE(desktop.opened.join(u' ').simplified().remove(u"https://"_s).remove(u".example.org/"_s),
-             u"orvane norva norva delma orvane"_s);
+             u"orvane norva norva delma orvane orvane"_s);
 }
 
 KALMO_TEST(tst_Help)

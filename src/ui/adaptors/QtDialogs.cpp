@@ -109,10 +109,14 @@ QStringList filtersOf(const FileRequest& request)
     return filters;
 }
 
-/// The file name extension of a filter, "csv" for "CSV Datei (*.csv)". Empty if any is accepted.
-QString endingOf(const QString& filter)
+/// The file name extension of a filter, "csv" for "CSV Datei (*.csv)". Empty if any is accepted, or if a file
+/// may be saved with several: the caller appends the right one.
+QString endingOf(const QString& filter, QFileDialog::AcceptMode accept)
 {
-    const QString pattern = filter.section(u'(', -1).section(u')', 0, 0).section(u' ', 0, 0);
+    const QString patterns = filter.section(u'(', -1).section(u')', 0, 0);
+    if (accept == QFileDialog::AcceptSave && patterns.contains(u' '))
+        return {};
+    const QString pattern = patterns.section(u' ', 0, 0);
     return pattern.startsWith(u"*."_s) && !pattern.endsWith(u'*') ? pattern.sliced(2) : QString();
 }
 
@@ -129,9 +133,10 @@ QStringList chooseFiles(const FileRequest& request, QFileDialog::AcceptMode acce
     const QStringList filters = filtersOf(request);
     if (!filters.isEmpty()) {
         dialog.setNameFilters(filters);
-        dialog.setDefaultSuffix(endingOf(filters.first()));
-        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
-                         [&dialog](const QString& filter) { dialog.setDefaultSuffix(endingOf(filter)); });
+        dialog.setDefaultSuffix(endingOf(filters.first(), accept));
+        QObject::connect(
+            &dialog, &QFileDialog::filterSelected, &dialog,
+            [&dialog, accept](const QString& filter) { dialog.setDefaultSuffix(endingOf(filter, accept)); });
     }
     if (!request.name.isEmpty())
         dialog.selectFile(request.name);

@@ -51,11 +51,8 @@ fraAd::fraAd(app::Settings& settings, app::Desktop& desktop, QWidget* parent)
 
 int fraAd::nextInTurn()
 {
-    int index = app::getInt(m_settings, app::keys::LastShownSponsor) + 1;
-    if (index > last)
-        index = 0;
-    else if (index < 0)
-        index = last;
+    const int shown = app::getInt(m_settings, app::keys::LastShownSponsor);
+    const int index = shown >= last ? 0 : shown < -1 ? last : shown + 1;
     app::put(m_settings, app::keys::LastShownSponsor, index);
     return index;
 }
