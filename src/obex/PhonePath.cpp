@@ -54,6 +54,11 @@ bool PhonePath::isTelecom() const
     return !way.isEmpty() && way.first().compare(u"telecom"_s, Qt::CaseInsensitive) == 0;
 }
 
+bool PhonePath::isSamePlace(const PhonePath& other) const
+{
+    return shown().compare(other.shown(), Qt::CaseInsensitive) == 0;
+}
+
 bool endsInSlash(const QString& text)
 {
     return text.endsWith(u'/') || text.endsWith(u'\\');

@@ -30,6 +30,9 @@ public:
     /// and notes. Parts such as ".." count as the path that they may mean.
     bool isTelecom() const;
 
+    /// Returns true if both name the same file or folder: the phones take names without regard to case.
+    bool isSamePlace(const PhonePath& other) const;
+
     bool operator==(const PhonePath&) const = default;
 
 private:

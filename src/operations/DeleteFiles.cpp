@@ -1,10 +1,10 @@
 #include "operations/DeleteFiles.h"
 
 #include "operations/FileStates.h"
+#include "operations/ListingCache.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QMap>
 
 #include <algorithm>
 
@@ -151,16 +151,11 @@ bool Deleter::takeBackForce(const FileToDelete& file, const obex::tObxDirEntry& 
 /// A look into each folder: what the phone has confirmed must not be there any more.
 void Deleter::verify()
 {
-    QMap<QString, std::optional<FolderListing>> listings;
+    ListingCache listings([this](const PhonePath& folder) { return m_access.look(folder); });
     for (size_t index = 0; index < m_files.size(); ++index) {
         FileOutcome& result = m_results[index];
         const FileToDelete& file = m_files[index];
-        const PhonePath folder = file.path.folder();
-        if (!result.isConfirmed)
-            continue;
-        if (!listings.contains(folder.shown()))
-            listings[folder.shown()] = m_access.look(folder);
-        const auto& listing = listings[folder.shown()];
+        const FolderListing* listing = result.isConfirmed ? listings.of(file.path.folder()) : nullptr;
         if (!listing)
             continue;
         result.isVerified = !findEntry(*listing, file.path.name());
@@ -222,11 +217,10 @@ void lookIntoFolder(FileAccess& access, std::vector<FileToDelete>& files, size_t
     FileToDelete& folder = files[index];
     const auto held = access.goesOn() ? access.list(folder.path) : std::nullopt;
     const auto goes = [&](const obex::tObxDirEntry& entry) {
-        const QString shown = folder.path.below(entry.name).shown();
+        const PhonePath path = folder.path.below(entry.name);
         return std::any_of(files.begin(), files.begin() + static_cast<std::ptrdiff_t>(index),
                            [&](const FileToDelete& other) {
-                               return other.obstacle == FileObstacle::None &&
-                                      other.path.shown().compare(shown, Qt::CaseInsensitive) == 0;
+                               return other.obstacle == FileObstacle::None && other.path.isSamePlace(path);
                            });
     };
     if (!held)
@@ -242,30 +236,23 @@ std::vector<FileToDelete> planDelete(const std::vector<PhonePath>& paths)
     std::vector<FileToDelete> files;
     for (const PhonePath& path : paths) {
         const bool isTwin = std::any_of(files.begin(), files.end(), [&](const FileToDelete& other) {
-            return other.path.shown().compare(path.shown(), Qt::CaseInsensitive) == 0;
+            return other.path.isSamePlace(path);
         });
-        if (isTwin)
-            continue;
-        files.push_back({.path = path});
-        if (path.isRoot())
-            files.back().obstacle = FileObstacle::IsRoot;
-        else if (path.isTelecom())
-            files.back().obstacle = FileObstacle::BelowTelecom;
+        if (!isTwin)
+            files.push_back({.path = path, .obstacle = obstacleAt(path)});
     }
     return files;
 }
 
 void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files)
 {
-    QMap<QString, std::optional<FolderListing>> listings;
+    ListingCache listings(
+        [&access](const PhonePath& folder) { return access.goesOn() ? access.list(folder) : std::nullopt; });
     for (size_t index = 0; index < files.size(); ++index) {
         FileToDelete& file = files[index];
         if (file.obstacle != FileObstacle::None)
             continue;
-        const PhonePath folder = file.path.folder();
-        if (!listings.contains(folder.shown()))
-            listings[folder.shown()] = access.goesOn() ? access.list(folder) : std::nullopt;
-        const auto& listing = listings[folder.shown()];
+        const FolderListing* listing = listings.of(file.path.folder());
         const obex::tObxDirEntry* entry = listing ? findEntry(*listing, file.path.name()) : nullptr;
         if (entry)
             file.entry = *entry;

@@ -1,19 +1,18 @@
 #include "operations/FetchFiles.h"
 
-#include <QMap>
+#include "operations/ListingCache.h"
 
 namespace kalmo::operations {
 
 void findFiles(FileAccess& access, std::vector<FileToFetch>& files)
 {
-    QMap<QString, std::optional<FolderListing>> listings; // nothing where the phone gave none
+    ListingCache listings([&access](const obex::PhonePath& folder) {
+        return access.goesOn() ? access.list(folder) : std::nullopt;
+    });
     for (FileToFetch& file : files) {
         if (file.obstacle != FileObstacle::None)
             continue;
-        const obex::PhonePath folder = file.path.folder();
-        if (!listings.contains(folder.shown()))
-            listings[folder.shown()] = access.goesOn() ? access.list(folder) : std::nullopt;
-        const auto& listing = listings[folder.shown()];
+        const FolderListing* listing = listings.of(file.path.folder());
         const obex::tObxDirEntry* entry = listing ? findEntry(*listing, file.path.name()) : nullptr;
         if (!listing)
             file.obstacle = FileObstacle::FolderNotListed;

@@ -133,6 +133,13 @@ void FileAccess::blame(FileOutcome& outcome) const
     outcome.code = m_client->lastCode();
 }
 
+FileObstacle obstacleAt(const PhonePath& path)
+{
+    return path.isRoot()      ? FileObstacle::IsRoot
+           : path.isTelecom() ? FileObstacle::BelowTelecom
+                              : FileObstacle::None;
+}
+
 const tObxDirEntry* findEntry(const FolderListing& entries, const QString& name)
 {
     const auto found = std::find_if(entries.begin(), entries.end(), [&](const tObxDirEntry& entry) {

@@ -114,6 +114,9 @@ private:
     bool m_listsSizes = false; // a listing had a size other than 0
 };
 
+/// The obstacle to any change of a place: it is the root, or below "telecom".
+FileObstacle obstacleAt(const obex::PhonePath& path);
+
 /// Entry of a listing by its name, without regard to case as the phones take names; null if there is none.
 const obex::tObxDirEntry* findEntry(const FolderListing& entries, const QString& name);
 

@@ -15,13 +15,6 @@ using obex::tObxDirEntry;
 
 namespace {
 
-FileObstacle obstacleAt(const PhonePath& path)
-{
-    return path.isRoot()      ? FileObstacle::IsRoot
-           : path.isTelecom() ? FileObstacle::BelowTelecom
-                              : FileObstacle::None;
-}
-
 FileObstacle obstacleToMaking(const PhonePath& path)
 {
     const FileObstacle obstacle = obstacleAt(path);
@@ -114,7 +107,7 @@ FileOutcome move(FileAccess& access, const Move& plan)
         return outcome;
     const State isThere = isThereNow(access, plan.to);
     const State isStillThere = isThereNow(access, plan.from);
-    const bool isSame = plan.from.shown().compare(plan.to.shown(), Qt::CaseInsensitive) == 0;
+    const bool isSame = plan.from.isSamePlace(plan.to);
     if (outcome.isConfirmed) {
         outcome.state = State::Done;
         outcome.isVerified = isThere == State::Done;
@@ -230,14 +223,12 @@ bool lookBeforeMoving(FileAccess& access, Move& plan)
         plan.obstacle = FileObstacle::NotThere;
         return true;
     }
-    const bool isSameFolder =
-        plan.from.folder().shown().compare(plan.to.folder().shown(), Qt::CaseInsensitive) == 0;
+    const bool isSameFolder = plan.from.folder().isSamePlace(plan.to.folder());
     const auto target = isSameFolder ? source : access.list(plan.to.folder());
     if (!target)
         return false;
     const tObxDirEntry* there = findEntry(*target, plan.to.name());
-    const bool isItself = isSameFolder && plan.from.name().compare(plan.to.name(), Qt::CaseInsensitive) == 0;
-    if (there && !isItself)
+    if (there && !plan.from.isSamePlace(plan.to))
         plan.obstacle = FileObstacle::IsThere;
     return true;
 }

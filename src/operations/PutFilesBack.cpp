@@ -17,11 +17,6 @@ using Kind = FileState::Kind;
 
 namespace {
 
-bool isSamePlace(const PhonePath& one, const PhonePath& other)
-{
-    return one.shown().compare(other.shown(), Qt::CaseInsensitive) == 0;
-}
-
 bool holdsSame(const FileState& one, const FileState& other)
 {
     return one.kind == other.kind && one.bytes == other.bytes && one.userPerm == other.userPerm &&
@@ -55,14 +50,14 @@ bool Planner::comesBackWithFolder(const PhonePath& path) const
 {
     return std::any_of(m_plan.places.begin(), m_plan.places.end(), [&](const PlaceToPutBack& place) {
         return place.step == PutBackStep::Add && place.wanted.kind == Kind::Folder &&
-               isSamePlace(place.wanted.path, path.folder());
+               place.wanted.path.isSamePlace(path.folder());
     });
 }
 
 bool Planner::goes(const PhonePath& path) const
 {
     return std::ranges::any_of(m_plan.places, [&](const PlaceToPutBack& place) {
-        return place.step == PutBackStep::Remove && isSamePlace(place.wanted.path, path);
+        return place.step == PutBackStep::Remove && place.wanted.path.isSamePlace(path);
     });
 }
 
@@ -107,7 +102,7 @@ bool Planner::addMoved(PlaceToPutBack place)
     if (!there)
         return fail(m_access.cause());
     place.now = {.path = place.wanted.movedTo, .kind = Kind::Moved, .movedTo = place.wanted.path};
-    const bool isSame = isSamePlace(place.wanted.path, place.wanted.movedTo);
+    const bool isSame = place.wanted.path.isSamePlace(place.wanted.movedTo);
     if (there->has_value() && (!here->has_value() || isSame))
         place.step = PutBackStep::Change;
     else if (!here->has_value())

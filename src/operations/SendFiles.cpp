@@ -52,7 +52,7 @@ PlannedFile planOne(const PhonePath& folder, const FileToSend& file)
 bool isTwin(const PlannedFile& one, const std::vector<PlannedFile>& others)
 {
     return std::any_of(others.begin(), others.end(), [&](const PlannedFile& other) {
-        return other.isPossible() && other.path.name().compare(one.path.name(), Qt::CaseInsensitive) == 0;
+        return other.isPossible() && other.path.isSamePlace(one.path);
     });
 }
 
