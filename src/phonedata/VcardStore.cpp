@@ -2,7 +2,6 @@
 
 #include "phonedata/VcardStore.h"
 
-#include "app/mdlKonverter.h"
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
 #include "phonedata/BackupFiles.h"
@@ -66,15 +65,20 @@ VcardStore::VcardStore(std::shared_ptr<clsMmc> client, toolkit::ListRows& list)
 
 VcardStore::~VcardStore() = default;
 
-int VcardStore::freePlaces() const
+QString VcardStore::inWords(std::optional<int> count)
 {
-    return app::ValInt(m_kap) - app::ValInt(m_belegt);
+    return count ? QString::number(*count) : u"?"_s;
 }
 
-void VcardStore::setLabels(const QString& kap, const QString& belegt)
+std::optional<int> VcardStore::freePlaces() const
 {
-    m_kap = kap;
-    m_belegt = belegt;
+    return m_capacity ? std::optional(*m_capacity - m_used.value_or(0)) : std::nullopt;
+}
+
+void VcardStore::setRoom(std::optional<int> capacity, std::optional<int> used)
+{
+    m_capacity = capacity;
+    m_used = used;
     Q_EMIT capacityChanged();
 }
 
@@ -86,11 +90,11 @@ void VcardStore::forget()
     forgetCapacity();
 }
 
-bool VcardStore::updateLabels(tVcfInfo& info, const Progress& progress)
+bool VcardStore::learnRoom(tVcfInfo& info, const Progress& progress)
 {
     if (!VcfGetInfo(*m_client, info, progress))
         return false;
-    setLabels(QString::number(info.intKap), QString::number(info.intBelegt));
+    setRoom(info.intKap, info.intBelegt);
     return true;
 }
 
@@ -115,7 +119,7 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
     std::optional<ContactReading> reading;
     inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, [&](const Progress& shown) {
         tVcfInfo info;
-        const bool isCounted = updateLabels(info, shown);
+        const bool isCounted = learnRoom(info, shown);
         QByteArray object;
         // A phone that has stayed silent is not asked again: that would only show a second timeout.
         if (!m_client->isInStep() || !VcxReadBytes(*m_client, KindContact, object, shown))

@@ -63,10 +63,10 @@ public:
     toolkit::ListRows* list() const { return m_list; }
 
     /// Capacity and used entries, "?" where they are not known.
-    QString lblVCFkap() const { return m_kap; }
-    QString lblVCFbelegt() const { return m_belegt; }
-    /// Their difference, where what is no number counts as 0.
-    int freePlaces() const;
+    QString lblVCFkap() const { return inWords(m_capacity); }
+    QString lblVCFbelegt() const { return inWords(m_used); }
+    /// Their difference. Nothing where the capacity is not known; used entries that are not known count as 0.
+    std::optional<int> freePlaces() const;
 
     /// Reads the phonebook into the list. Returns true if it was read; otherwise the list is empty. The
     /// phone's failures have been shown, but not that the command as a whole has failed.
@@ -113,9 +113,10 @@ private:
                    const Work& work);
     bool changeInSession(const QString& name, const toolkit::Progress& progress, ContactReport& report,
                          const Work& work);
-    void setLabels(const QString& kap, const QString& belegt);
-    void forgetCapacity() { setLabels(QStringLiteral("?"), QStringLiteral("?")); }
-    bool updateLabels(tVcfInfo& info, const toolkit::Progress& progress);
+    static QString inWords(std::optional<int> count);
+    void setRoom(std::optional<int> capacity, std::optional<int> used);
+    void forgetCapacity() { setRoom({}, {}); }
+    bool learnRoom(tVcfInfo& info, const toolkit::Progress& progress);
     bool acceptCount(const ContactReading& reading);
     bool reserveRoom(int upperBound, const toolkit::Progress& progress);
     bool writeAll(const std::vector<ContactWrite>& writes, const toolkit::Progress& progress,
@@ -134,8 +135,8 @@ private:
     VcfCards m_cards; // of the last reading, without those that were changed since
     std::optional<ContactReading> m_last;
     Session* m_session = nullptr;
-    QString m_kap = QStringLiteral("?");
-    QString m_belegt = QStringLiteral("?");
+    std::optional<int> m_capacity;
+    std::optional<int> m_used; // entries
 };
 
 /// One session with the phone around several operations of a store. Ends it and gives the line back to AT

@@ -1,6 +1,5 @@
 // Writing and deleting contacts, and the rows that show them.
 
-#include "app/mdlKonverter.h"
 #include "phonedata/VcardStore.h"
 
 namespace kalmo::phonedata {
@@ -46,7 +45,7 @@ bool VcardStore::changeInSession(const QString& name, const Progress& progress, 
 bool VcardStore::reserveRoom(int upperBound, const Progress& progress)
 {
     tVcfInfo info;
-    if (!updateLabels(info, progress))
+    if (!learnRoom(info, progress))
         return false;
     if (upperBound <= info.intKap - info.intBelegt)
         return true;
@@ -125,10 +124,8 @@ bool VcardStore::writeOne(const ContactWrite& write, const Progress& progress, i
 
 void VcardStore::noteWritten(tVcfEntry entry, const QString& luid)
 {
-    bool isNumber = false;
-    const int belegt = m_belegt.toInt(&isNumber);
-    if (entry.luid.isEmpty() && isNumber)
-        setLabels(m_kap, QString::number(belegt + 1));
+    if (entry.luid.isEmpty() && m_used)
+        setRoom(m_capacity, *m_used + 1);
     if (luid != entry.luid)
         removeRow(entry.luid);
     entry.luid = luid;
@@ -168,7 +165,7 @@ void VcardStore::showUnconfirmed(tVcfEntry entry)
 {
     const QString mark = noValidLuid(context().clock.Now());
     if (entry.luid.isEmpty()) {
-        setLabels(m_kap, u"?"_s);
+        setRoom(m_capacity, {});
         entry.luid = mark;
         showWritten(entry);
         return;
@@ -205,7 +202,7 @@ bool VcardStore::deleteContacts(const QStringList& luids, const Progress& progre
         }
         m_client->line().pause(settlePause);
         tVcfInfo info;
-        return updateLabels(info, withoutBar(shown));
+        return learnRoom(info, withoutBar(shown));
     });
 }
 

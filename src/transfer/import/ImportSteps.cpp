@@ -166,11 +166,13 @@ int uncheckNumberless(Preview& preview)
     return count;
 }
 
-VcardStep nextVcardStep(const Preview& preview, int freePlaces)
+VcardStep nextVcardStep(const Preview& preview, std::optional<int> freePlaces)
 {
     if (preview.checkedCount() == 0)
         return VcardStep::NothingChecked;
-    return freePlaces < preview.checkedCount() ? VcardStep::NoRoom : VcardStep::Ready;
+    if (freePlaces.value_or(0) >= preview.checkedCount())
+        return VcardStep::Ready;
+    return freePlaces ? VcardStep::NoRoom : VcardStep::RoomUnknown;
 }
 
 Message messageFor(VcardStep step, const Preview& preview, int freePlaces)
@@ -187,17 +189,15 @@ Message messageFor(VcardStep step, const Preview& preview, int freePlaces)
                 .english = u"%1 contacts are to be imported, but the phone has room for %2."_s
                                .arg(preview.checkedCount())
                                .arg(freePlaces)};
+    case VcardStep::RoomUnknown:
+        return {.text =
+                    u"Kalmo weiß nicht, wie viele Speicherplätze im Telefon frei sind. Bitte lesen Sie das "
+                    u"Telefonbuch neu ein (Schaltfläche \"Neu Laden\")."_s,
+                .icon = Icon::Information};
     case VcardStep::Ready:
         break;
     }
     return {};
-}
-
-Message messageOfUnknownRoom()
-{
-    return {.text = u"Kalmo weiß nicht, wie viele Speicherplätze im Telefon frei sind. Bitte lesen Sie das "
-                    u"Telefonbuch neu ein (Schaltfläche \"Neu Laden\")."_s,
-            .icon = Icon::Information};
 }
 
 Message messageOfUnchecked(int count)

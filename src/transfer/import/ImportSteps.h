@@ -6,6 +6,8 @@
 #include "toolkit/Dialogs.h"
 #include "transfer/import/Preview.h"
 
+#include <optional>
+
 namespace kalmo::transfer {
 
 /// The result of the checks before an import of entries.
@@ -32,15 +34,19 @@ std::vector<phonedata::ProviderEntry> checkedProviders(const Preview& preview);
 toolkit::Message messageOfTakenEntries();
 
 /// The result of the checks before an import of contacts.
-enum class VcardStep { NothingChecked, NoRoom, Ready };
+enum class VcardStep {
+    NothingChecked,
+    NoRoom,
+    RoomUnknown, ///< the phone has not said how many places are free
+    Ready,
+};
 
 /// Unchecks the checked rows without a number, and returns how many there were.
 int uncheckNumberless(Preview& preview);
-/// The first rule that holds for the checked rows (`ImportToVcardStore`).
-VcardStep nextVcardStep(const Preview& preview, int freePlaces);
+/// The first rule that holds for the checked rows (`ImportToVcardStore`). `freePlaces` is nothing where the
+/// phone has not said it.
+VcardStep nextVcardStep(const Preview& preview, std::optional<int> freePlaces);
 toolkit::Message messageFor(VcardStep step, const Preview& preview, int freePlaces);
-/// The box in place of that of NoRoom, where the phone has not said how many places are free.
-toolkit::Message messageOfUnknownRoom();
 toolkit::Message messageOfUnchecked(int count);
 /// The box for a row without a number that the user has checked.
 toolkit::Message messageOfRefusedCheck();

@@ -210,7 +210,7 @@ bool hasWrongNumbers(const ListRows& list)
 
 bool allowNewContact(const VcardStore& store)
 {
-    if (store.freePlaces() >= 1)
+    if (store.freePlaces().value_or(0) >= 1)
         return true;
     show(store, {.text = u"Es ist kein freier Speicherplatz vorhanden."_s,
                  .title = app::productName() + u" - neuer Eintrag"_s,

@@ -72,12 +72,10 @@ void frmImportPb::ImportToVcardStore()
         [&unchecked](transfer::Preview& preview) { unchecked = transfer::uncheckNumberless(preview); });
     if (unchecked > 0)
         dialogs.Show(transfer::messageOfUnchecked(unchecked));
-    const int freePlaces = m_lists.store->freePlaces();
+    const auto freePlaces = m_lists.store->freePlaces();
     const VcardStep step = transfer::nextVcardStep(m_model->preview(), freePlaces);
     if (step != VcardStep::Ready) {
-        const bool isUnknown = step == VcardStep::NoRoom && m_lists.store->lblVCFkap() == u"?";
-        dialogs.Show(isUnknown ? transfer::messageOfUnknownRoom()
-                               : transfer::messageFor(step, m_model->preview(), freePlaces));
+        dialogs.Show(transfer::messageFor(step, m_model->preview(), freePlaces.value_or(0)));
         return;
     }
     std::vector<phonedata::tVcfEntry> contacts =
