@@ -10,8 +10,8 @@ namespace kalmo::cli {
 /// A command that changes contacts.
 struct ContactCommand
 {
-    QString verb;  ///< "written" or "deleted"; the key of their number in JSON too
-    QString cause; ///< key word of the record
+    QString verb; ///< "written" or "deleted"; the key of their number in JSON too
+    operations::RecordCause cause;
 };
 
 /// Makes the plan once the phone has been read. Nothing to end the command with `status`, which has been

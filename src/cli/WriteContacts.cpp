@@ -14,7 +14,7 @@ using operations::Contacts;
 
 namespace {
 
-const ContactCommand command{u"written"_s, u"write"_s};
+const ContactCommand command{u"written"_s, operations::RecordCause::Write};
 
 QJsonObject planJson(const ContactPlan& plan)
 {

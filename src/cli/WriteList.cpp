@@ -101,7 +101,7 @@ ExitStatus ListWriter::run()
 ExitStatus ListWriter::append(operations::Entries extra, int skipped)
 {
     m_skipped = skipped;
-    m_policy.recordCause = u"import"_s;
+    m_policy.recordCause = operations::RecordCause::Import;
     m_policy.trustsReading = true;
     {
         const StoreOpenScope open;

@@ -51,7 +51,7 @@ ExitStatus runPhonebookAdd(Job& job)
         status = ExitFailed;
         return requireRoom(job, edit, plan) ? std::optional(plan) : std::nullopt;
     };
-    return changeContacts(job, {u"written"_s, u"add"_s}, makePlan);
+    return changeContacts(job, {u"written"_s, operations::RecordCause::Add}, makePlan);
 }
 
 ExitStatus runPhonebookSet(Job& job)
@@ -81,7 +81,7 @@ ExitStatus runPhonebookSet(Job& job)
                 printable(contactName(result.plan.change.front().from)), printable(contactName(contact))));
         return goesOn ? std::optional(result.plan) : std::nullopt;
     };
-    return changeContacts(job, {u"written"_s, u"change"_s}, makePlan);
+    return changeContacts(job, {u"written"_s, operations::RecordCause::Change}, makePlan);
 }
 
 ExitStatus runPhonebookDelete(Job& job)
@@ -103,7 +103,7 @@ ExitStatus runPhonebookDelete(Job& job)
             u"Delete %1 in the phone: %2?"_s.arg(entryCount(result.plan.remove.size()), names.join(u", "_s)));
         return goesOn ? std::optional(result.plan) : std::nullopt;
     };
-    return changeContacts(job, {u"deleted"_s, u"delete"_s}, makePlan);
+    return changeContacts(job, {u"deleted"_s, operations::RecordCause::Delete}, makePlan);
 }
 
 } // namespace kalmo::cli

@@ -202,7 +202,7 @@ ExitStatus runFilesMv(Job& job)
         if (isRefused(job, plan.obstacle, blamed(), status))
             return status;
         return finished(job, {{u"from"_s, from.shown()}, {u"to"_s, to.shown()}},
-                        operations::applyMove(access, plan, u"files mv"_s),
+                        operations::applyMove(access, plan),
                         u"%1 is %2 now.\n"_s.arg(printable(from.shown()), printable(to.shown())),
                         printable(couldNot), u"it is not known which of the two is there"_s);
     });

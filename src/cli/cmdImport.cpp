@@ -208,7 +208,7 @@ ExitStatus ImportCommand::importEntries()
 
 ExitStatus ImportCommand::importContacts()
 {
-    const ContactCommand command{u"written"_s, u"import"_s};
+    const ContactCommand command{u"written"_s, operations::RecordCause::Import};
     return changeContactsOfFound(
         m_job, command,
         [this](const ContactEdit& edit, ExitStatus& status) { return planContacts(edit, status); },

@@ -2,6 +2,7 @@
 
 #include "operations/ClassicReading.h"
 #include "operations/ListObjections.h"
+#include "operations/RecordFile.h"
 #include "phonedata/ListDiff.h"
 
 namespace kalmo::operations {
@@ -21,7 +22,7 @@ struct WritePolicy
     bool mayLoseUnread = false;   ///< the user agreed to erase what could not be read
     bool isCancellable = true;    ///< between two entries, which leaves a part of the list in the phone
     QByteArray alreadySaved = {}; ///< bytes of a file on the disk; the same content is not saved once more
-    QString recordCause = u"write"_s; ///< key word of the record
+    RecordCause recordCause = RecordCause::Write;
 };
 
 /// A change of a classic list: the phone's content now, and after the change.

@@ -147,7 +147,7 @@ bool ContactEdit::saveBackup(Outcome& facts)
     return true;
 }
 
-ContactOutcome ContactEdit::apply(const ContactPlan& plan, const QString& cause)
+ContactOutcome ContactEdit::apply(const ContactPlan& plan, RecordCause cause)
 {
     Work work;
     Outcome& facts = work.outcome.facts;

@@ -2,6 +2,7 @@
 
 #include "operations/ContactPlan.h"
 #include "operations/Outcome.h"
+#include "operations/RecordFile.h"
 
 namespace kalmo::operations {
 
@@ -61,9 +62,9 @@ public:
     /// Free places of the phone, nothing if it does not say.
     std::optional<int> freePlaces() const;
 
-    /// Makes the changes of a plan. `cause` is the record's key word, such as "add". If a question has taken
+    /// Makes the changes of a plan. If a question has taken
     /// long, it reads the phonebook again before: another content is Cause::Doubtful, and nothing is sent.
-    ContactOutcome apply(const ContactPlan& plan, const QString& cause);
+    ContactOutcome apply(const ContactPlan& plan, RecordCause cause);
 
     /// Ends the session, as going does.
     void end() { m_session.reset(); }

@@ -107,7 +107,8 @@ bool Deleter::record()
 {
     if (m_states.empty())
         return true; // nothing that could be put back
-    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, m_states, &m_reason).value_or(QString());
+    m_recordId =
+        beginFilesRecord(m_access, RecordCause::RemoveFiles, m_states, &m_reason).value_or(QString());
     return !m_recordId.isEmpty();
 }
 

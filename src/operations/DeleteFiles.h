@@ -16,9 +16,8 @@ struct FileToDelete
 
 struct DeletePolicy
 {
-    QString recordCause = QStringLiteral("files rm"); ///< key words of the record
-    bool force = false;                               ///< makes each deletable first, for what is protected
-    bool stopsAtFailure = false;                      ///< leaves out the files after one that failed
+    bool force = false;          ///< makes each deletable first, for what is protected
+    bool stopsAtFailure = false; ///< leaves out the files after one that failed
 };
 
 /// Reports and questions of a deletion. Each may be empty.

@@ -195,7 +195,7 @@ std::optional<std::vector<FileState>> statesIn(const Record& record)
     return states;
 }
 
-std::optional<QString> beginFilesRecord(FileAccess& access, const QString& cause,
+std::optional<QString> beginFilesRecord(FileAccess& access, RecordCause cause,
                                         const std::vector<FileState>& states, QString* reason)
 {
     return recordsOf(access).begin(RecordedList::Files, cause, static_cast<int>(states.size()),

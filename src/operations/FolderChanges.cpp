@@ -28,7 +28,7 @@ FileObstacle obstacleToMaking(const PhonePath& path)
 
 /// Runs one change between the two halves of its record.
 template <typename Change>
-FileOutcome recorded(FileAccess& access, const QString& cause, const std::vector<FileState>& before,
+FileOutcome recorded(FileAccess& access, RecordCause cause, const std::vector<FileState>& before,
                      const Change& change)
 {
     QString reason;
@@ -93,33 +93,6 @@ FileOutcome makeFolders(FileAccess& access, const NewFolder& plan)
     outcome.mayHoldPart = outcome.state == State::Done; // folders above it
     if (outcome.mayHoldPart)
         outcome.state = State::Unknown;
-    return outcome;
-}
-
-FileOutcome move(FileAccess& access, const Move& plan)
-{
-    FileOutcome outcome;
-    outcome.isConfirmed =
-        access.client().Rename(plan.from.forEngine(), plan.to.forEngine(), access.progress());
-    if (!outcome.isConfirmed)
-        access.blame(outcome);
-    if (!outcome.isConfirmed && isCertain(access, outcome))
-        return outcome;
-    const State isThere = isThereNow(access, plan.to);
-    const State isStillThere = isThereNow(access, plan.from);
-    const bool isSame = plan.from.isSamePlace(plan.to);
-    if (outcome.isConfirmed) {
-        outcome.state = State::Done;
-        outcome.isVerified = isThere == State::Done;
-        if (isThere == State::Unchanged) {
-            outcome.state = State::Unknown;
-            outcome.cause = Cause::Mismatch;
-        }
-    } else if (isThere == State::Done && isStillThere == State::Unchanged) {
-        outcome = {.state = State::Done, .isVerified = true};
-    } else if (isSame || isThere != State::Unchanged || isStillThere != State::Done) {
-        outcome.state = State::Unknown;
-    }
     return outcome;
 }
 
@@ -201,7 +174,7 @@ FileOutcome applyNewFolder(FileAccess& access, const NewFolder& plan)
     std::vector<FileState> before;
     for (const PhonePath& path : plan.missing)
         before.push_back({.path = path});
-    return recorded(access, u"files mkdir"_s, before, [&] { return makeFolders(access, plan); });
+    return recorded(access, RecordCause::MakeFolder, before, [&] { return makeFolders(access, plan); });
 }
 
 Move planMove(const PhonePath& from, const PhonePath& to)
@@ -233,12 +206,37 @@ bool lookBeforeMoving(FileAccess& access, Move& plan)
     return true;
 }
 
-FileOutcome applyMove(FileAccess& access, const Move& plan, const QString& recordCause)
+FileOutcome moveUnrecorded(FileAccess& access, const Move& plan)
 {
-    if (recordCause.isEmpty())
-        return move(access, plan);
+    FileOutcome outcome;
+    outcome.isConfirmed =
+        access.client().Rename(plan.from.forEngine(), plan.to.forEngine(), access.progress());
+    if (!outcome.isConfirmed)
+        access.blame(outcome);
+    if (!outcome.isConfirmed && isCertain(access, outcome))
+        return outcome;
+    const State isThere = isThereNow(access, plan.to);
+    const State isStillThere = isThereNow(access, plan.from);
+    const bool isSame = plan.from.isSamePlace(plan.to);
+    if (outcome.isConfirmed) {
+        outcome.state = State::Done;
+        outcome.isVerified = isThere == State::Done;
+        if (isThere == State::Unchanged) {
+            outcome.state = State::Unknown;
+            outcome.cause = Cause::Mismatch;
+        }
+    } else if (isThere == State::Done && isStillThere == State::Unchanged) {
+        outcome = {.state = State::Done, .isVerified = true};
+    } else if (isSame || isThere != State::Unchanged || isStillThere != State::Done) {
+        outcome.state = State::Unknown;
+    }
+    return outcome;
+}
+
+FileOutcome applyMove(FileAccess& access, const Move& plan)
+{
     const FileState before{.path = plan.from, .kind = FileState::Kind::Moved, .movedTo = plan.to};
-    return recorded(access, recordCause, {before}, [&] { return move(access, plan); });
+    return recorded(access, RecordCause::MoveFile, {before}, [&] { return moveUnrecorded(access, plan); });
 }
 
 RightsChange planRights(const PhonePath& path, Rights wanted)
@@ -265,7 +263,7 @@ FileOutcome applyRights(FileAccess& access, const RightsChange& plan, std::optio
                            .kind = FileState::Kind::Rights,
                            .userPerm = plan.before->userPerm,
                            .groupPerm = plan.before->groupPerm};
-    return recorded(access, u"files attr"_s, {before}, [&] { return setRights(access, plan, after); });
+    return recorded(access, RecordCause::SetRights, {before}, [&] { return setRights(access, plan, after); });
 }
 
 } // namespace kalmo::operations

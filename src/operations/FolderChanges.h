@@ -29,8 +29,9 @@ struct Move
 
 Move planMove(const obex::PhonePath& from, const obex::PhonePath& to);
 bool lookBeforeMoving(FileAccess& access, Move& plan);
-/// `recordCause` is the record's, or empty where the caller keeps one.
-FileOutcome applyMove(FileAccess& access, const Move& plan, const QString& recordCause);
+FileOutcome applyMove(FileAccess& access, const Move& plan);
+/// The same without a record, for a caller that keeps one.
+FileOutcome moveUnrecorded(FileAccess& access, const Move& plan);
 
 enum class Rights { ReadOnly, All };
 

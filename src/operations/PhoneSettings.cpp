@@ -73,8 +73,8 @@ void noteReadBack(const Asked<Value>& now, const Value& wanted, const Value& bef
 }
 
 /// Records the former setting, sends the new one, and closes the record after `change` filled in the outcome.
-void changeRecorded(link::Line& line, RecordedList list, const QString& recordCause,
-                    const RecordedPart& before, Outcome& outcome, const std::function<void()>& change)
+void changeRecorded(link::Line& line, RecordedList list, RecordCause recordCause, const RecordedPart& before,
+                    Outcome& outcome, const std::function<void()>& change)
 {
     Records records(line.context(), identifyPhone(line));
     const auto id = records.begin(list, recordCause, 1, {before}, &outcome.reason);
@@ -149,7 +149,7 @@ Asked<QDateTime> readClockBack(link::Line& line)
 }
 
 SettingOutcome<SoundSetting> changeRingtone(const RingtoneJob& job, SoundEvent event, const QByteArray& code,
-                                            int volume, const QString& recordCause,
+                                            int volume, RecordCause recordCause,
                                             const phonedata::SettingRead& report)
 {
     SettingOutcome<SoundSetting> result{.outcome = {.planned = 1}};
@@ -182,7 +182,7 @@ std::pair<std::optional<QString>, Cause> readAreaCodes(link::Line& line)
     return {phonedata::areaCodeText(*asked.value), Cause::None};
 }
 
-SettingOutcome<QString> setAreaCodes(link::Line& line, const AreaCodes& codes, const QString& recordCause)
+SettingOutcome<QString> setAreaCodes(link::Line& line, const AreaCodes& codes, RecordCause recordCause)
 {
     SettingOutcome<QString> result{.outcome = {.planned = 1}};
     Outcome& outcome = result.outcome;
@@ -206,7 +206,7 @@ SettingOutcome<QString> restoreAreaCodes(link::Line& line, const QByteArray& ans
     const auto codes = phonedata::parseAreaCodes(phonedata::areaCodeText(answer));
     if (!codes)
         return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
-    return setAreaCodes(line, *codes, u"undo"_s);
+    return setAreaCodes(line, *codes, RecordCause::Undo);
 }
 
 Cause readMelodies(const RingtoneJob& job)
@@ -251,7 +251,7 @@ SettingOutcome<SoundSetting> setRingtone(const RingtoneJob& job, SoundEvent even
     const QString code = phonedata::GetSoundCode(toneName, job.context().sy.PhoneType, job.memory.sounds);
     if (code.isEmpty())
         return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
-    return changeRingtone(job, event, app::toCp1252(code), volume, u"set"_s, report);
+    return changeRingtone(job, event, app::toCp1252(code), volume, RecordCause::Set, report);
 }
 
 bool isNamed(const SoundSetting& setting, const phonedata::SoundList& sounds)
@@ -266,7 +266,7 @@ SettingOutcome<SoundSetting> restoreRingtone(const RingtoneJob& job, const QByte
     if (!setting)
         return {.outcome = {.cause = Cause::NotPossible, .planned = 1}, .now = {}};
     return changeRingtone(job, setting->first, QByteArray::number(setting->second.soundId),
-                          setting->second.volume, u"undo"_s, {});
+                          setting->second.volume, RecordCause::Undo, {});
 }
 
 SettingOutcome<QDateTime> setClock(link::Line& line)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/Outcome.h"
+#include "operations/RecordFile.h"
 #include "phonedata/AreaCodes.h"
 #include "phonedata/Ringtones.h"
 
@@ -21,9 +22,9 @@ struct SettingOutcome
 /// Reads the four codes; the phone's answer as text with commas, asked until it is sure.
 std::pair<std::optional<QString>, Cause> readAreaCodes(link::Line& line);
 
-/// Sets the four codes. `recordCause` is the key word of the record.
+/// Sets the four codes.
 SettingOutcome<QString> setAreaCodes(link::Line& line, const phonedata::AreaCodes& codes,
-                                     const QString& recordCause = u"set"_s);
+                                     RecordCause recordCause = RecordCause::Set);
 
 /// Puts back the codes of an earlier answer. Cause::NotPossible if it holds none.
 SettingOutcome<QString> restoreAreaCodes(link::Line& line, const QByteArray& answer);

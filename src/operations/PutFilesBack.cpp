@@ -261,7 +261,7 @@ bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcom
     case Kind::Nothing:
         return removeNew(access, place.now, outcome);
     case Kind::Moved:
-        outcome = applyMove(access, {.from = wanted.movedTo, .to = wanted.path}, {});
+        outcome = moveUnrecorded(access, {.from = wanted.movedTo, .to = wanted.path});
         return outcome.state == State::Done;
     case Kind::Rights:
         return access.enter(wanted.path.folder()) &&
@@ -325,7 +325,7 @@ PutBackPlan planPutBack(FileAccess& access, const Record& record)
     return planner.take();
 }
 
-Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString& recordCause)
+Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan)
 {
     std::vector<const PlaceToPutBack*> places;
     std::vector<FileState> before;
@@ -340,7 +340,7 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan, const QString&
     nothingSent.state = places.empty() ? State::Done : State::Unchanged;
     if (places.empty())
         return nothingSent;
-    const auto id = beginFilesRecord(access, recordCause, before, &nothingSent.reason);
+    const auto id = beginFilesRecord(access, RecordCause::Undo, before, &nothingSent.reason);
     if (!id) {
         nothingSent.cause = Cause::NotSaved;
         return nothingSent;

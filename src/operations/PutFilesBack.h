@@ -36,7 +36,6 @@ PutBackPlan planPutBack(FileAccess& access, const Record& record);
 
 /// Puts the files of a plan back, after a record of what the phone holds now: a change like any other, which
 /// can be put back too. Contents, rights and times come back as they were; the listing has the last word.
-Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan,
-                     const QString& recordCause = QStringLiteral("undo"));
+Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan);
 
 } // namespace kalmo::operations

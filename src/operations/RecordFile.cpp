@@ -33,6 +33,27 @@ constexpr std::array<ListWord, 5> listWords{{
     {RecordedList::AreaCodes, "areacodes"_L1},
 }};
 
+struct CauseWords
+{
+    RecordCause cause;
+    QLatin1StringView words;
+};
+
+constexpr std::array<CauseWords, 12> causeWords{{
+    {RecordCause::Write, "write"_L1},
+    {RecordCause::Add, "add"_L1},
+    {RecordCause::Change, "change"_L1},
+    {RecordCause::Delete, "delete"_L1},
+    {RecordCause::Import, "import"_L1},
+    {RecordCause::Set, "set"_L1},
+    {RecordCause::Undo, "undo"_L1},
+    {RecordCause::PutFiles, "files put"_L1},
+    {RecordCause::RemoveFiles, "files rm"_L1},
+    {RecordCause::MoveFile, "files mv"_L1},
+    {RecordCause::MakeFolder, "files mkdir"_L1},
+    {RecordCause::SetRights, "files attr"_L1},
+}};
+
 QString checksum(const QByteArray& bytes)
 {
     return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
@@ -107,6 +128,21 @@ std::optional<RecordedList> listOf(const QString& word)
     for (const ListWord& row : listWords) {
         if (row.word == word)
             return row.list;
+    }
+    return {};
+}
+
+QString wordOf(RecordCause cause)
+{
+    const auto* row = std::ranges::find(causeWords, cause, &CauseWords::cause);
+    return row->words;
+}
+
+std::optional<RecordCause> recordCauseOf(const QString& words)
+{
+    for (const CauseWords& row : causeWords) {
+        if (row.words == words)
+            return row.cause;
     }
     return {};
 }

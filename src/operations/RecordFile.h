@@ -18,6 +18,27 @@ QString wordOf(RecordedList list);
 /// The list of such a word.
 std::optional<RecordedList> listOf(const QString& word);
 
+/// The changes that are recorded.
+enum class RecordCause {
+    Write, ///< a whole list
+    Add,
+    Change,
+    Delete,
+    Import,
+    Set, ///< a ringtone or the area codes
+    Undo,
+    PutFiles,
+    RemoveFiles,
+    MoveFile,
+    MakeFolder,
+    SetRights,
+};
+
+/// The stable key words of a change, such as "write" or "files put".
+QString wordOf(RecordCause cause);
+/// The change of such words; nothing for those of another version.
+std::optional<RecordCause> recordCauseOf(const QString& words);
+
 /// A piece of raw truth: the phone's own bytes, such as "phonebook.raw", "pb.vcf" or "Pictures/a.bmp".
 struct RecordedPart
 {
@@ -34,7 +55,7 @@ struct Record
     QDateTime time = {};
     PhoneIdentity phone = {};
     RecordedList list = RecordedList::Phonebook;
-    QString cause = {};           ///< stable key words: "write", "add", "delete", "undo", "files put" ...
+    QString cause = {};           ///< its key words, as the file has them
     int entries = 0;              ///< entries of the list before the change
     State state = State::Unknown; ///< of the change; unknown until the record is finished
     QJsonObject details = {};     ///< what the change did

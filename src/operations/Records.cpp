@@ -120,7 +120,7 @@ bool Records::mayBeOfAnotherPhone(const Record& record)
     return record.phone.serial == unknownSerial();
 }
 
-std::optional<QString> Records::begin(RecordedList list, const QString& cause, int entries,
+std::optional<QString> Records::begin(RecordedList list, RecordCause cause, int entries,
                                       std::vector<RecordedPart> before, QString* reason)
 {
     if (!QDir().mkpath(m_folder)) {
@@ -142,7 +142,7 @@ std::optional<QString> Records::begin(RecordedList list, const QString& cause, i
                         .time = m_context.clock.Now(),
                         .phone = m_phone,
                         .list = list,
-                        .cause = cause,
+                        .cause = wordOf(cause),
                         .entries = entries,
                         .before = std::move(before)};
     QString error;

@@ -18,7 +18,7 @@ public:
     /// Writes a record with the state Unknown. `entries` is the number of entries of the list before the
     /// change, `before` the phone's own bytes. Returns its id once everything is on the disk. Without an id
     /// nothing may be changed in the phone, and `reason` has the system's reason.
-    std::optional<QString> begin(RecordedList list, const QString& cause, int entries,
+    std::optional<QString> begin(RecordedList list, RecordCause cause, int entries,
                                  std::vector<RecordedPart> before, QString* reason = nullptr);
 
     /// Adds what the change did. Returns false if the file could not be written; the record then keeps the

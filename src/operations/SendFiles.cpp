@@ -133,7 +133,7 @@ bool Sender::record()
     }
     if (states.empty())
         return false;
-    m_recordId = beginFilesRecord(m_access, m_policy.recordCause, states, &m_reason).value_or(QString());
+    m_recordId = beginFilesRecord(m_access, RecordCause::PutFiles, states, &m_reason).value_or(QString());
     return !m_recordId.isEmpty();
 }
 

@@ -37,8 +37,7 @@ struct SendPlan
 
 struct SendPolicy
 {
-    QString recordCause = QStringLiteral("files put"); ///< key words of the record
-    bool stopsAtFailure = false;                       ///< leaves out the files after one that failed
+    bool stopsAtFailure = false; ///< leaves out the files after one that failed
     /// Bytes that the phone has left, nothing where it does not say.
     std::optional<qint64> freeBytes = {};
     /// A file fits where the one that it replaces makes room for it. Otherwise its whole size has to be free,

@@ -66,7 +66,7 @@ UndoList::UndoList(const UndoJob& job, Record record)
     constexpr int mostReadings = 2;
     m_policy.reading = {.readsMelodies = !job.memory.areSoundsKnown, .readings = mostReadings};
     m_policy.isCancellable = job.window == nullptr; // half a list would be worse than a wait
-    m_policy.recordCause = u"undo"_s;
+    m_policy.recordCause = RecordCause::Undo;
 }
 
 std::optional<QByteArrayList> UndoList::formerReplies() const

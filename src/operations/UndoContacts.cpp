@@ -73,7 +73,7 @@ Outcome UndoContacts::plan()
 
 Outcome UndoContacts::apply()
 {
-    const ContactOutcome outcome = m_edit->apply(m_plan, u"undo"_s);
+    const ContactOutcome outcome = m_edit->apply(m_plan, RecordCause::Undo);
     m_edit->end();
     m_hasChangedMeanwhile = outcome.hasChangedMeanwhile;
     return outcome.facts;

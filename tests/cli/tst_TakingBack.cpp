@@ -31,8 +31,8 @@ void tst_TakingBack::history()
 
     Records one(shell.test.context, {u"SL450HX"_s, u"123"_s});
     Records two(shell.test.context, {u"C475\x1b"_s, u"unknown"_s});
-    one.begin(RecordedList::Phonebook, u"write"_s, 2, {});
-    two.begin(RecordedList::Files, u"files put"_s, 1, {});
+    one.begin(RecordedList::Phonebook, operations::RecordCause::Write, 2, {});
+    two.begin(RecordedList::Files, operations::RecordCause::PutFiles, 1, {});
     one.finish(u"1"_s, State::Done, {{u"sent"_s, 1}});
     shell.printed.clear();
     shell.told.clear();

@@ -296,7 +296,7 @@ void tst_WriteCommands::undoOnADoubtfulReading()
     rows.each([&](const auto& line, const auto& answers, const auto& status, const auto& told) {
         Shell shell;
         operations::Records records(shell.test.context, {u"WOODSTOCK"_s, u"0815"_s});
-        records.begin(operations::RecordedList::Phonebook, u"write"_s, 1,
+        records.begin(operations::RecordedList::Phonebook, operations::RecordCause::Write, 1,
                       {{u"phonebook.raw"_s, phonedata::repliesBytes({"^WSRE: 1,B,1,2,0,"})}});
         shell.found("WOODSTOCK");
         shell.identified();

@@ -88,7 +88,7 @@ struct Phone
         ContactEdit edit(store, policy, progress.all());
         ContactOutcome outcome;
         outcome.facts = edit.begin();
-        return outcome.facts.isDone() ? edit.apply(makePlan(edit.held()), u"write"_s) : outcome;
+        return outcome.facts.isDone() ? edit.apply(makePlan(edit.held()), RecordCause::Write) : outcome;
     }
 
     TestContext test;
@@ -332,7 +332,7 @@ void tst_ContactEdit::changedDuringAQuestion()
         entry.home = u"4711"_s;
         QVERIFY(!isEdited || store->writeContacts({{entry}}, phone.progress.all()));
         phone.test.clock.WaitSeconds(seconds);
-        const ContactOutcome outcome = edit.apply(plan, u"delete"_s);
+        const ContactOutcome outcome = edit.apply(plan, RecordCause::Delete);
         QCOMPARE(outcome.facts.cause, cause);
         QCOMPARE(outcome.hasChangedMeanwhile, isEdited);
         QCOMPARE(std::ssize(phone.records()), records);

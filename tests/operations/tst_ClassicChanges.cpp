@@ -143,8 +143,9 @@ Outcome putBack(Bench& bench, const Record& record)
     const Store store = record.list == RecordedList::Providers ? Store::Providers : Store::Phonebook;
     const auto replies = phonedata::repliesFrom(part.bytes);
     ListPlan plan = planRestore(bench.job(store), replies.value_or(QByteArrayList()),
-                                {.mayUseDoubtful = true, .recordCause = u"undo"_s});
-    return applyPlan(bench.job(store), plan, {.mayUseDoubtful = true, .recordCause = u"undo"_s}).outcome;
+                                {.mayUseDoubtful = true, .recordCause = RecordCause::Undo});
+    return applyPlan(bench.job(store), plan, {.mayUseDoubtful = true, .recordCause = RecordCause::Undo})
+        .outcome;
 }
 
 /// Puts the newest former state back, unless the phone's list could not be read for sure.

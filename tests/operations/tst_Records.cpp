@@ -23,7 +23,7 @@ const std::vector<RecordedPart> parts{{u"pb.vcf"_s, QByteArray("BEGIN:VCARD\r\n\
                                       {u"empty"_s, {}},
                                       {u"Bilder/Ä.bmp"_s, QByteArray(70000, '\n')}};
 
-QString begun(Records& records, const QString& cause = u"write"_s)
+QString begun(Records& records, RecordCause cause = RecordCause::Write)
 {
     return records.begin(RecordedList::Phonebook, cause, 3, parts).value_or(QString());
 }
@@ -167,7 +167,7 @@ private Q_SLOTS:
         Records other(test.context, {phone.model, u"other"_s});
         begun(other);
         const auto begin = [&] {
-            return records.begin(RecordedList::Providers, u"write"_s, 1, {}).value_or(QString());
+            return records.begin(RecordedList::Providers, RecordCause::Write, 1, {}).value_or(QString());
         };
         const auto range = [&] {
             const auto all = records.all();
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QString reason;
         {
             const SmallDisk disk(30000);
-            QVERIFY(!records.begin(RecordedList::Phonebook, u"write"_s, 3, parts, &reason));
+            QVERIFY(!records.begin(RecordedList::Phonebook, RecordCause::Write, 3, parts, &reason));
             QVERIFY(!records.finish(id, State::Done));
         }
         QVERIFY2(reason.startsWith(records.folder() + u"/2.record: "_s), qPrintable(reason));
@@ -204,7 +204,7 @@ private Q_SLOTS:
         TestContext other;
         other.makeFile(u"storage/Verlauf"_s, "a file is in the way");
         Records nowhere(other.context, phone);
-        QVERIFY(!nowhere.begin(RecordedList::Files, u"files rm"_s, 1, parts, &reason));
+        QVERIFY(!nowhere.begin(RecordedList::Files, RecordCause::RemoveFiles, 1, parts, &reason));
         QVERIFY2(reason.contains(nowhere.folder()), qPrintable(reason));
         QCOMPARE(nowhere.all().size(), 0u);
     }

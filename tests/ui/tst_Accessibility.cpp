@@ -88,7 +88,7 @@ void makeFormerStates(Shown& shown)
 {
     operations::Records records(shown.made.test.context, operations::identifyPhone(shown.made.line));
     for (const auto list : {operations::RecordedList::Phonebook, operations::RecordedList::Files})
-        records.begin(list, u"undo"_s, 250, {});
+        records.begin(list, operations::RecordCause::Undo, 250, {});
     shown.form = std::make_unique<ui::FormerStatesDialog>(
         shown.made.program, operations::UndoJob{shown.made.line, shown.made.memory, shown.mmc},
         operations::RecordedList::Phonebook);

@@ -130,7 +130,8 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
         if (!plan)
             return CommandResult::Refused;
         const bool lacksContacts = store.list()->count() < std::ssize(edit.held().cards.cards);
-        outcome = edit.apply(*plan, entry.luid.isEmpty() ? u"add"_s : u"change"_s);
+        outcome = edit.apply(*plan, entry.luid.isEmpty() ? operations::RecordCause::Add
+                                                         : operations::RecordCause::Change);
         isDone = outcome.facts.confirmed > 0 && acceptChange(store, edit, outcome);
         if (isDone) {
             removeRow(store.list(), oldKey);
@@ -184,7 +185,7 @@ CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& co
         const auto plan = planDeletion(store, edit, contacts);
         if (!plan)
             return CommandResult::Refused;
-        outcome = edit.apply(*plan, u"delete"_s);
+        outcome = edit.apply(*plan, operations::RecordCause::Delete);
         isDone = acceptChange(store, edit, outcome);
     }
     if (isStopped(outcome.facts))
@@ -276,7 +277,7 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
             reportBegin(store, ready);
             return false;
         }
-        outcome = edit.apply(operations::planAdd(std::move(contacts)), u"import"_s);
+        outcome = edit.apply(operations::planAdd(std::move(contacts)), operations::RecordCause::Import);
         isDone = acceptChange(store, edit, outcome) && outcome.facts.confirmed == outcome.facts.planned;
         if (!isDone && edit.heldAfter())
             store.showReading(*edit.heldAfter());

@@ -1,35 +1,44 @@
 #include "ui/forms/FormerStateWords.h"
 
-#include <array>
-
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using operations::Cause;
+using operations::RecordCause;
 using operations::RecordedList;
 
 namespace {
 
-struct CauseRow
+QString inWords(RecordCause cause)
 {
-    QStringView cause;
-    QStringView text;
-};
-
-constexpr std::array causeRows = {
-    CauseRow{u"write", u"Liste geschrieben"},
-    CauseRow{u"add", u"Kontakt angelegt"},
-    CauseRow{u"set", u"Geändert"},
-    CauseRow{u"change", u"Kontakt geändert"},
-    CauseRow{u"delete", u"Kontakt gelöscht"},
-    CauseRow{u"import", u"Import"},
-    CauseRow{u"undo", u"Früherer Stand zurückgeholt"},
-    CauseRow{u"files put", u"Datei gesendet"},
-    CauseRow{u"files rm", u"Datei gelöscht"},
-    CauseRow{u"files mv", u"Datei verschoben"},
-    CauseRow{u"files mkdir", u"Ordner angelegt"},
-    CauseRow{u"files attr", u"Rechte geändert"},
-};
+    switch (cause) {
+    case RecordCause::Write:
+        return u"Liste geschrieben"_s;
+    case RecordCause::Add:
+        return u"Kontakt angelegt"_s;
+    case RecordCause::Change:
+        return u"Kontakt geändert"_s;
+    case RecordCause::Delete:
+        return u"Kontakt gelöscht"_s;
+    case RecordCause::Import:
+        return u"Import"_s;
+    case RecordCause::Set:
+        return u"Geändert"_s;
+    case RecordCause::Undo:
+        return u"Früherer Stand zurückgeholt"_s;
+    case RecordCause::PutFiles:
+        return u"Datei gesendet"_s;
+    case RecordCause::RemoveFiles:
+        return u"Datei gelöscht"_s;
+    case RecordCause::MoveFile:
+        return u"Datei verschoben"_s;
+    case RecordCause::MakeFolder:
+        return u"Ordner angelegt"_s;
+    case RecordCause::SetRights:
+        break;
+    }
+    return u"Rechte geändert"_s;
+}
 
 } // namespace
 
@@ -52,11 +61,8 @@ QString inWords(RecordedList list)
 
 QString causeInWords(const QString& cause)
 {
-    for (const CauseRow& row : causeRows) {
-        if (row.cause == cause)
-            return row.text.toString();
-    }
-    return cause;
+    const auto known = operations::recordCauseOf(cause);
+    return known ? inWords(*known) : u"Geändert"_s;
 }
 
 QString differenceInWords(const operations::UndoDiff& diff)

@@ -7,7 +7,7 @@ namespace kalmo::ui {
 /// The German words for records and for putting them back.
 
 QString inWords(operations::RecordedList list);
-/// "Liste geschrieben" for "write"; a key word without a row stays as it is.
+/// "Liste geschrieben" for "write".
 QString causeInWords(const QString& cause);
 /// "3 neu, 1 geändert, 2 weniger", "keine" for no difference.
 QString differenceInWords(const operations::UndoDiff& diff);

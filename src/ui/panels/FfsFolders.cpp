@@ -93,7 +93,7 @@ bool renameEntry(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& pr
     if (!isPossible(*mmc, plan.obstacle, name) || !access.mayBegin() ||
         !operations::lookBeforeMoving(access, plan) || !isPossible(*mmc, plan.obstacle, name))
         return false;
-    const bool isDone = told(access, operations::applyMove(access, plan, u"files mv"_s), name);
+    const bool isDone = told(access, operations::applyMove(access, plan), name);
     if (isDone)
         access.progress().status(u"%1 heißt jetzt %2."_s.arg(from.name(), name));
     return isDone;
