@@ -1,6 +1,5 @@
 #include "cli/ContactChange.h"
 
-#include "app/Files.h"
 #include "cli/ContactWords.h"
 #include "cli/DataWork.h"
 #include "cli/FileWords.h"
@@ -11,7 +10,6 @@
 #include "cli/Tables.h"
 #include "link/PhoneModels.h"
 #include "operations/ContactFields.h"
-#include "operations/ContactFiles.h"
 #include "operations/SavedText.h"
 
 #include <QJsonArray>
@@ -23,6 +21,8 @@ using operations::ContactEdit;
 using operations::ContactOutcome;
 using operations::Contacts;
 using operations::Outcome;
+using operations::SavedKind;
+using operations::SavedList;
 using phonedata::tVcfEntry;
 
 namespace {
@@ -234,14 +234,20 @@ bool requireRoom(Job& job, const ContactEdit& edit, const operations::ContactPla
     return false;
 }
 
-std::optional<Contacts> readContacts(Job& job, const QString& path)
+std::optional<SavedList> readContacts(Job& job, const QString& path)
 {
     operations::SavedListFault fault;
-    auto list = operations::readSavedList(path, operations::SavedKind::Contacts, {}, fault);
+    auto list = operations::readSavedList(path, SavedKind::Contacts, {}, fault);
+    return acceptContacts(job, path, std::move(list), fault);
+}
+
+std::optional<SavedList> acceptContacts(Job& job, const QString& path, std::optional<SavedList> list,
+                                        operations::SavedListFault fault)
+{
     if (list && list->contacts.empty())
         fault.kind = operations::FileFault::NothingInIt;
     if (!list || list->contacts.empty()) {
-        job.out.error(inWords(fault, path, operations::SavedKind::Contacts) + u'.');
+        job.out.error(inWords(fault, path, SavedKind::Contacts) + u'.');
         return std::nullopt;
     }
     const size_t passedOver = std::erase_if(list->contacts, operations::holdsNothing);
@@ -251,7 +257,7 @@ std::optional<Contacts> readContacts(Job& job, const QString& path)
     }
     if (passedOver != 0)
         job.out.note(u"%1 without anything in it passed over.\n"_s.arg(entryCount(passedOver)));
-    return std::move(list->contacts);
+    return list;
 }
 
 QString warningLines(const Contacts& contacts)
@@ -273,15 +279,12 @@ QString heldLines(const operations::ContactPlan& plan, const phonedata::ContactR
     return text;
 }
 
-QString droppedLines(const QString& path)
+QString droppedLines(const QString& path, const SavedList& list)
 {
-    QByteArray bytes;
-    if (!operations::endsIn(path, u".vcf") || !app::readWholeFile(path, bytes))
+    if (list.dropped.isEmpty())
         return {};
-    const QStringList keys = operations::droppedKeys(bytes);
-    return keys.isEmpty() ? QString()
-                          : u"%1: there is no field for these lines, so they are not written: %2\n"_s.arg(
-                                path, printable(keys.join(u", "_s)));
+    return u"%1: there is no field for these lines, so they are not written: %2\n"_s.arg(
+        path, printable(list.dropped.join(u", "_s)));
 }
 
 bool confirmWarnings(Job& job, const QString& warnings)

@@ -2,6 +2,7 @@
 
 #include "cli/Job.h"
 #include "operations/ContactEdit.h"
+#include "operations/SavedLists.h"
 
 #include <QJsonObject>
 
@@ -41,7 +42,11 @@ bool requireRoom(Job& job, const operations::ContactEdit& edit, const operations
 
 /// Reads the file that a command names, without contacts that hold nothing. Nothing after a fault, which has
 /// been reported.
-std::optional<operations::Contacts> readContacts(Job& job, const QString& path);
+std::optional<operations::SavedList> readContacts(Job& job, const QString& path);
+/// The same for a file that has been read, or not, for the reason in `fault`.
+std::optional<operations::SavedList> acceptContacts(Job& job, const QString& path,
+                                                    std::optional<operations::SavedList> list,
+                                                    operations::SavedListFault fault);
 
 /// Lines of warnings about contacts that a phone may cut or refuse; empty if there are none.
 QString warningLines(const operations::Contacts& contacts);
@@ -49,8 +54,8 @@ QString warningLines(const operations::Contacts& contacts);
 /// The same about what the changes of a plan lose of the cards that the phone holds.
 QString heldLines(const operations::ContactPlan& plan, const phonedata::ContactReading& held);
 
-/// The same about lines of a .vcf file that contacts have no field for.
-QString droppedLines(const QString& path);
+/// The same about lines of the file that contacts have no field for.
+QString droppedLines(const QString& path, const operations::SavedList& list);
 
 /// Asks about warnings. Where nobody is there to see the question they are noted. Returns true if the change
 /// may go on.

@@ -4,6 +4,9 @@
 
 namespace kalmo::cli {
 
+/// A command that writes a list may have found its phone already.
+enum class PhoneState { ToFind, Found };
+
 /// Opens the port, finds the handset and its family, and refuses a handset that the command is not for.
 /// Reports each failure.
 ExitStatus findPhone(Job& job);

@@ -70,12 +70,12 @@ QString warningsAboutPlan(const ContactPlan& plan, const phonedata::ContactReadi
 class ContactWriter
 {
 public:
-    ContactWriter(Job& job, const Contacts& wanted)
-        : m_job(job), m_wanted(wanted), m_isDryRun(job.invocation.has(u"--dry-run"_s))
+    ContactWriter(Job& job, const operations::SavedList& file)
+        : m_job(job), m_file(file), m_wanted(file.contacts), m_isDryRun(job.invocation.has(u"--dry-run"_s))
     {
     }
 
-    ExitStatus run();
+    ExitStatus run(PhoneState phone);
 
 private:
     std::optional<ContactPlan> plan(const ContactEdit& edit, ExitStatus& status);
@@ -85,26 +85,30 @@ private:
               const QString& text);
 
     Job& m_job;
+    const operations::SavedList& m_file;
     const Contacts& m_wanted;
     bool m_isDryRun;
 };
 
-ExitStatus ContactWriter::run()
+ExitStatus ContactWriter::run(PhoneState phone)
 {
     if (!m_isDryRun && !m_job.questions.canBeAnswered()) {
         m_job.questions.tellUnanswered(u"Replace the phonebook in the phone?"_s);
         return ExitRefused;
     }
-    return changeContacts(
-        m_job, command, [this](const ContactEdit& edit, ExitStatus& status) { return plan(edit, status); },
-        [this](const ContactEdit& edit, const ContactOutcome& outcome) { return report(edit, outcome); });
+    const auto makePlan = [this](const ContactEdit& edit, ExitStatus& status) { return plan(edit, status); };
+    const auto tell = [this](const ContactEdit& edit, const ContactOutcome& outcome) {
+        return report(edit, outcome);
+    };
+    return phone == PhoneState::Found ? changeContactsOfFound(m_job, command, makePlan, tell)
+                                      : changeContacts(m_job, command, makePlan, tell);
 }
 
 std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStatus& status)
 {
     const ContactPlan plan = operations::planEqual(edit.held(), m_wanted);
     const QString warnings =
-        warningsAboutPlan(plan, edit.held()) + droppedLines(m_job.invocation.arguments.first());
+        warningsAboutPlan(plan, edit.held()) + droppedLines(m_job.invocation.arguments.first(), m_file);
     if (m_isDryRun) {
         m_job.out.note(warnings);
         m_job.out.show(planJson(plan), planText(plan));
@@ -185,9 +189,9 @@ ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& 
 
 } // namespace
 
-ExitStatus writeContacts(Job& job, const Contacts& wanted)
+ExitStatus writeContacts(Job& job, const operations::SavedList& file, PhoneState phone)
 {
-    return ContactWriter(job, wanted).run();
+    return ContactWriter(job, file).run(phone);
 }
 
 } // namespace kalmo::cli

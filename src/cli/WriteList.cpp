@@ -2,7 +2,6 @@
 
 #include "cli/EntryWarnings.h"
 #include "cli/FileWords.h"
-#include "cli/FindPhone.h"
 #include "cli/ReadList.h"
 #include "cli/SavedListWords.h"
 #include "cli/Stop.h"
@@ -32,11 +31,10 @@ public:
         m_policy.reading = readPolicy;
     }
 
-    ExitStatus run();
+    ExitStatus run(operations::Entries wanted, PhoneState phone);
     ExitStatus append(operations::Entries extra, int skipped);
 
 private:
-    bool readFile();
     ExitStatus replace();
     bool saveHeld();
     bool agreesToDoubt();
@@ -71,17 +69,17 @@ private:
     std::optional<int> m_skipped; // rows of a file that an import leaves out
 };
 
-ExitStatus ListWriter::run()
+ExitStatus ListWriter::run(operations::Entries wanted, PhoneState phone)
 {
     const bool dryRun = m_job.invocation.has(u"--dry-run"_s);
-    if (!readFile())
-        return ExitWrongUse;
+    m_fromFile = std::move(wanted);
     if (!dryRun && !m_job.questions.canBeAnswered()) {
         m_job.questions.tellUnanswered(u"Replace the %1 in the phone?"_s.arg(m_words.name));
         return ExitRefused;
     }
     const QStringView needs = u"a handset with a classic phonebook (families 1 to 4) for such entries";
-    if (const ExitStatus found = findPhone(m_job, link::isClassic, needs); found != ExitDone)
+    const ExitStatus found = phone == PhoneState::Found ? ExitDone : findPhone(m_job, link::isClassic, needs);
+    if (found != ExitDone)
         return found;
     {
         const StoreOpenScope open;
@@ -133,20 +131,6 @@ void ListWriter::show(const Outcome& outcome, const QString& text, bool isErased
     const QString counts = u"%1 imported, %2 skipped.\n"_s.arg(entryCount(static_cast<size_t>(imported)),
                                                                QString::number(*m_skipped));
     m_job.out.show(json, text.isEmpty() ? text : counts + text);
-}
-
-bool ListWriter::readFile()
-{
-    const QString path = m_job.invocation.arguments.first();
-    const operations::SavedKind kind = operations::savedKind(m_store);
-    operations::SavedListFault fault;
-    const auto list = operations::readSavedList(path, kind, {}, fault);
-    if (!list) {
-        m_job.out.error(inWords(fault, path, kind) + u'.');
-        return false;
-    }
-    m_fromFile = list->entries;
-    return true;
 }
 
 ExitStatus ListWriter::replace()
@@ -296,7 +280,19 @@ ExitStatus ListWriter::reportFailure(const ListOutcome& result)
 
 ExitStatus runWrite(Job& job, Store store)
 {
-    return ListWriter(job, store).run();
+    const QString path = job.invocation.arguments.first();
+    const operations::SavedKind kind = operations::savedKind(store);
+    operations::SavedListFault fault;
+    auto list = operations::readSavedList(path, kind, {}, fault);
+    if (list)
+        return writeEntries(job, store, std::move(list->entries), PhoneState::ToFind);
+    job.out.error(inWords(fault, path, kind) + u'.');
+    return ExitWrongUse;
+}
+
+ExitStatus writeEntries(Job& job, Store store, operations::Entries wanted, PhoneState phone)
+{
+    return ListWriter(job, store).run(std::move(wanted), phone);
 }
 
 ExitStatus appendEntries(Job& job, Store store, operations::Entries extra, int skipped)

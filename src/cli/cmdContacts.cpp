@@ -41,12 +41,13 @@ bool requireLuids(Job& job, const LuidPlan& result)
 
 ExitStatus runPhonebookAdd(Job& job)
 {
-    auto contacts = readContacts(job, job.invocation.arguments.first());
-    if (!contacts)
+    const QString path = job.invocation.arguments.first();
+    auto list = readContacts(job, path);
+    if (!list)
         return ExitWrongUse;
-    if (!confirmWarnings(job, warningLines(*contacts) + droppedLines(job.invocation.arguments.first())))
+    if (!confirmWarnings(job, warningLines(list->contacts) + droppedLines(path, *list)))
         return ExitRefused;
-    const ContactPlan plan = operations::planAdd(std::move(*contacts));
+    const ContactPlan plan = operations::planAdd(std::move(list->contacts));
     const auto makePlan = [&](const ContactEdit& edit, ExitStatus& status) {
         status = ExitFailed;
         return requireRoom(job, edit, plan) ? std::optional(plan) : std::nullopt;
@@ -57,17 +58,17 @@ ExitStatus runPhonebookAdd(Job& job)
 ExitStatus runPhonebookSet(Job& job)
 {
     const QString path = job.invocation.arguments[1];
-    auto contacts = readContacts(job, path);
-    if (!contacts)
+    auto list = readContacts(job, path);
+    if (!list)
         return ExitWrongUse;
-    if (contacts->size() != 1) {
-        job.out.error(u"%1 holds %2, not one."_s.arg(path, entryCount(contacts->size())));
+    if (list->contacts.size() != 1) {
+        job.out.error(u"%1 holds %2, not one."_s.arg(path, entryCount(list->contacts.size())));
         return ExitWrongUse;
     }
-    phonedata::tVcfEntry& contact = contacts->front();
+    phonedata::tVcfEntry& contact = list->contacts.front();
     contact.luid = job.invocation.arguments[0];
     if (!requireAnswers(job, u"Change a contact in the phone?"_s) ||
-        !confirmWarnings(job, warningLines(*contacts) + droppedLines(path)))
+        !confirmWarnings(job, warningLines(list->contacts) + droppedLines(path, *list)))
         return ExitRefused;
     const auto makePlan = [&](const ContactEdit& edit, ExitStatus& status) -> std::optional<ContactPlan> {
         const LuidPlan result = operations::planChange(edit.held(), contact);

@@ -9,6 +9,7 @@
 #include "cli/WriteContacts.h"
 #include "cli/WriteList.h"
 #include "link/PhoneModels.h"
+#include "operations/SavedText.h"
 
 #include <algorithm>
 
@@ -38,6 +39,21 @@ bool isRefusedName(Job& job, const QList<SavedKind>& kinds)
     return true;
 }
 
+ExitStatus refuse(Job& job, const operations::SavedListFault& fault, SavedKind kind)
+{
+    job.out.error(inWords(fault, job.invocation.arguments.first(), kind) + u'.');
+    return ExitWrongUse;
+}
+
+/// Finds the phone for a file that fits every phone.
+ExitStatus findForAnyPhone(Job& job)
+{
+    if (job.invocation.has(u"--dry-run"_s) || job.questions.canBeAnswered())
+        return findPhone(job);
+    job.questions.tellUnanswered(u"Replace the phonebook in the phone?"_s);
+    return ExitRefused;
+}
+
 } // namespace
 
 ExitStatus runPhonebookRead(Job& job)
@@ -59,27 +75,28 @@ ExitStatus runPhonebookRead(Job& job)
 ExitStatus runPhonebookWrite(Job& job)
 {
     const QString path = job.invocation.arguments.first();
-    operations::SavedListFault asContacts;
-    operations::SavedListFault asEntries;
     if (!findFormat(path, SavedKind::Contacts))
         return runWrite(job, Store::Phonebook);
-    const bool areContacts = operations::readSavedList(path, SavedKind::Contacts, {}, asContacts).has_value();
-    const bool areEntries = operations::readSavedList(path, SavedKind::Phonebook, {}, asEntries).has_value();
-    const bool isForAnyPhone = areEntries && areContacts;
-    if (isForAnyPhone) {
-        if (!job.invocation.has(u"--dry-run"_s) && !job.questions.canBeAnswered()) {
-            job.questions.tellUnanswered(u"Replace the phonebook in the phone?"_s);
-            return ExitRefused;
-        }
-        if (const ExitStatus found = findPhone(job); found != ExitDone)
+    QByteArray bytes;
+    operations::SavedListFault asContacts;
+    operations::SavedListFault asEntries;
+    const bool mayHoldEntries = findFormat(path, SavedKind::Phonebook) != nullptr;
+    if (!operations::readInputFile(path, bytes, asEntries))
+        return refuse(job, asEntries, mayHoldEntries ? SavedKind::Phonebook : SavedKind::Contacts);
+    auto contacts = operations::parseSavedList(path, bytes, SavedKind::Contacts, {}, asContacts);
+    auto entries = operations::parseSavedList(path, bytes, SavedKind::Phonebook, {}, asEntries);
+    PhoneState phone = PhoneState::ToFind;
+    if (entries && contacts) {
+        if (const ExitStatus found = findForAnyPhone(job); found != ExitDone)
             return found;
+        phone = PhoneState::Found;
     }
-    const bool isForContacts = isForAnyPhone && !link::isClassic(job.phoneType());
-    if ((areEntries && !isForContacts) ||
-        (!areContacts && findFormat(path, SavedKind::Phonebook) && asContacts.number <= asEntries.number))
-        return runWrite(job, Store::Phonebook);
-    const auto contacts = readContacts(job, path);
-    return contacts ? writeContacts(job, *contacts) : ExitWrongUse;
+    if (entries && (!contacts || link::isClassic(job.phoneType())))
+        return writeEntries(job, Store::Phonebook, std::move(entries->entries), phone);
+    if (!contacts && mayHoldEntries && asContacts.number <= asEntries.number)
+        return refuse(job, asEntries, SavedKind::Phonebook);
+    const auto accepted = acceptContacts(job, path, std::move(contacts), asContacts);
+    return accepted ? writeContacts(job, *accepted, phone) : ExitWrongUse;
 }
 
 ExitStatus runProvidersRead(Job& job)

@@ -108,6 +108,7 @@ QStringList droppedKeys(const QByteArray& bytes)
 bool readContactCards(const QByteArray& bytes, const ReadingRules&, SavedList& list, SavedListFault& fault)
 {
     list.contacts.clear();
+    list.dropped = droppedKeys(bytes);
     QByteArray text = bytes;
     text.replace("\r\n", "\n").replace('\r', '\n').replace('\n', "\r\n");
     const QByteArray begin = "BEGIN:VCARD\r\n";

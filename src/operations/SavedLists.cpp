@@ -70,19 +70,26 @@ QByteArray savedListBytes(const QString& path, const SavedList& list)
     return format ? format->write(list) : QByteArray();
 }
 
+std::optional<SavedList> parseSavedList(const QString& path, const QByteArray& bytes, SavedKind kind,
+                                        const ReadingRules& rules, SavedListFault& fault)
+{
+    const SavedListFormat* format = findFormat(path, kind);
+    SavedList list{.kind = kind};
+    if (!format || !format->read)
+        fault = {.kind = FileFault::WrongEnding};
+    else if (format->read(bytes, rules, list, fault))
+        return list;
+    return {};
+}
+
 std::optional<SavedList> readSavedList(const QString& path, SavedKind kind, const ReadingRules& rules,
                                        SavedListFault& fault)
 {
-    const SavedListFormat* format = findFormat(path, kind);
-    if (!format || !format->read) {
-        fault = {.kind = FileFault::WrongEnding};
-        return {};
-    }
     QByteArray bytes;
-    SavedList list{.kind = kind};
-    if (!readInputFile(path, bytes, fault) || !format->read(bytes, rules, list, fault))
+    const bool isKnown = findFormat(path, kind) != nullptr; // or the file need not be read
+    if (isKnown && !readInputFile(path, bytes, fault))
         return {};
-    return list;
+    return parseSavedList(path, bytes, kind, rules, fault);
 }
 
 bool bringsBack(const QString& path, const SavedList& list)

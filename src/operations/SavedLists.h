@@ -15,8 +15,9 @@ using Contacts = std::vector<phonedata::tVcfEntry>;
 struct SavedList
 {
     SavedKind kind = SavedKind::Phonebook;
-    Entries entries = {};   ///< of the phonebook or the provider list of a classic handset
-    Contacts contacts = {}; ///< of a vCard handset
+    Entries entries = {};     ///< of the phonebook or the provider list of a classic handset
+    Contacts contacts = {};   ///< of a vCard handset
+    QStringList dropped = {}; ///< keys of lines in a .vcf file that contacts have no field for
 
     qsizetype count() const;
     bool operator==(const SavedList&) const = default;
@@ -63,6 +64,10 @@ QStringList endingsFor(SavedKind kind, FormatUse use);
 
 /// Content of a file with that name. The name has to have one of the endings.
 QByteArray savedListBytes(const QString& path, const SavedList& list);
+
+/// The list in the bytes of a file with that name. Nothing if they are refused, with the reason in `fault`.
+std::optional<SavedList> parseSavedList(const QString& path, const QByteArray& bytes, SavedKind kind,
+                                        const ReadingRules& rules, SavedListFault& fault);
 
 /// Reads a file by its ending. Nothing for a file that can't be read or is refused, with the reason in
 /// `fault`.
