@@ -14,7 +14,7 @@ bool DirExists(const QString& path);
 void DeleteQuiet(const QString& path);
 
 /// Deletes a file, a read-only one too, and lets the user try again if that fails. Returns true if the file
-/// is gone. The programs do not use it yet.
+/// is gone. Part of the described interface.
 bool KillEx(Context& context, const QString& path);
 
 /// Gives a file another name within its folder. Returns false if it keeps its name, for example because the

@@ -13,7 +13,7 @@ QString HexFromText(const QByteArray& bytes);
 QString HexFromTextPlain(const QByteArray& bytes);
 
 /// Bytes of a hex text; blanks between pairs are allowed and a single last character is ignored. A pair that
-/// is no hex number gives the byte 0. The programs do not use it yet.
+/// is no hex number gives the byte 0. Part of the described interface.
 QByteArray TextFromHex(const QString& hex);
 
 /// Size in kilobytes with one decimal and the unit, for example "1,4kB". A size above 0 is never shown as
@@ -26,7 +26,7 @@ QString FormatDateStamp(const QDateTime& moment);
 /// "dd.mm.yyyy  hh:nn:ss", as the window shows a clock.
 QString FormatClock(const QDateTime& moment);
 
-/// Parts of a moment as texts; all but the year have at least two digits. The programs do not use it yet.
+/// Parts of a moment as texts; all but the year have at least two digits. Part of the described interface.
 void GetDateParts(const QDateTime& moment, QString& year, QString& month, QString& day, QString& hour,
                   QString& minute, QString& second);
 

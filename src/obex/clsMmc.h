@@ -75,7 +75,7 @@ public:
     /// bytes.
     int MaxPacket() const { return m_maxPacket; }
 
-    /// Timeout of a response in seconds. The default is 25. The programs do not ask yet.
+    /// Timeout of a response in seconds. The default is 25.
     double RxTimeOut() const { return m_rxTimeOut; }
     void setRxTimeOut(double seconds) { m_rxTimeOut = seconds; }
 
@@ -93,7 +93,7 @@ public:
     // --- folders
 
     /// Lists the current folder into `entries`, and into `list` as DirInLvw does it. `filter` as in
-    /// parseFolderListing; the programs give none yet. `decoded` gets the listing's text.
+    /// parseFolderListing. `decoded` gets the listing's text.
     bool Dir(QList<tObxDirEntry>& entries, const toolkit::Progress& progress,
              toolkit::ListRows* list = nullptr, const QStringList* filter = nullptr,
              QString* decoded = nullptr);
@@ -106,8 +106,8 @@ public:
     /// to follow.
     bool CdNull();
     bool CdUp(); ///< goes to the root and down again
-    /// Goes to the folder of single entries of the phonebook, the calendar, the notes. The programs do not
-    /// use the last two yet.
+    /// Goes to the folder of single entries of the phonebook, the calendar, the notes. The last two are part
+    /// of the described interface.
     bool CDluidPB();
     bool CDluidCAL();
     bool CDluidNT();
@@ -124,24 +124,25 @@ public:
     bool SetPermissionRWD(const QString& name);
 
     /// Capacities in bytes, 0 after a failure. With `useCache` an earlier answer since Online is returned if
-    /// it is not 0. The programs do not ask for the memory card's total yet.
+    /// it is not 0. That of the memory card's total is part of the described interface.
     bool GetSpaceTotal(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFree(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFreeMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
 
-    /// Search the last listing, without regard to case. Show nothing.
+    /// Search the last listing, without regard to case. Show nothing. The first is part of the described
+    /// interface.
     bool IsFileInActDir(const QString& name) const;
     bool GetFileSizeInActDir(const QString& name, qint32& size) const;
     bool GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment) const;
 
-    /// Store the current folder, and go back to it. The programs do not use them yet.
+    /// Store the current folder, and go back to it. Part of the described interface.
     void DirActSave() { m_dirActSaved = m_dirAct; }
     bool DirActRestore();
 
     /// Adds up the files in a folder and all below it. Returns true if the client is back in `parent`, even
     /// after a failure on the way down. The cancel box ends the walk between two folders; a limit ends it for
-    /// folders without an end. The programs do not use it yet.
+    /// folders without an end. Part of the described interface.
     bool GetFolderInfosRec(const QString& folder, qint64& totalSize, int& fileCount,
                            const toolkit::Progress& progress, const QString& parent);
 
@@ -154,7 +155,8 @@ public:
                  const QString& targetFile = {}, int* reCode = nullptr, bool silent = false);
     /// Stores the content of a file of the phone as GetFile does it. `modified` is the phone's time of it.
     bool SaveFile(const QByteArray& data, const QString& targetFile, const QDateTime& modified);
-    /// Writes a local file into the current folder, without "," and ";" in its name.
+    /// Writes a local file into the current folder, without "," and ";" in its name. Part of the described
+    /// interface.
     bool PutFile(const QString& localPath, const toolkit::Progress& progress);
 
     /// A file that PutBytes sends.

@@ -11,6 +11,7 @@ bool ReadPB_TB(const StoreJob& job);
 
 /// Erases the phonebook in the phone and writes all rows of the list, from top to bottom. After a failure
 /// `job.memory` says which entries the phone holds. The caller saves beforehand what must not be lost.
+/// Part of the described interface.
 bool WritePB_TB(const StoreJob& job);
 
 /// The same with the commands of the entries as given, and with all facts as its result.

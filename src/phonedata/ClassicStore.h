@@ -32,7 +32,7 @@ bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress)
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);
 /// Erases a store and closes it; it closes the store after a failed erase too. Returns true if both
 /// succeeded. A list of some size takes minutes. An erase without an answer is not sent again once the user
-/// has cancelled.
+/// has cancelled. Part of the described interface.
 bool EraseStore(link::Line& line, Store store, const toolkit::Progress& progress);
 
 /// The same with the reason for a failure: of the erase, or if that succeeded, of the close.

@@ -17,7 +17,7 @@ inline constexpr int mostContacts = 500;
 /// Capacity of the phonebook. Starts from whatever folder and ends in the root. Returns true if
 /// "info.log" has both numbers; that it lacks them is not shown.
 bool VcfGetInfo(obex::clsMmc& client, tVcfInfo& info, const toolkit::Progress& progress);
-/// The same for a store of the organizer. The programs do not use it yet.
+/// The same for a store of the organizer. Part of the described interface.
 bool VcxGetInfo(obex::clsMmc& client, qint32 kind, tVcfInfo& info, const toolkit::Progress& progress);
 
 /// The change counter of the current folder.
@@ -25,7 +25,7 @@ bool VcfGetCc(obex::clsMmc& client, qint32& counter, const toolkit::Progress& pr
 
 /// Reads all items of a kind as one text, decoded: what was a line end within a value is one between lines
 /// then. A phone that is busy preparing it is asked up to 16 times.
-/// The client is in "telecom" afterwards.
+/// The client is in "telecom" afterwards. Part of the described interface.
 bool VcxRead(obex::clsMmc& client, qint32 kind, QString& text, const toolkit::Progress& progress);
 /// The same as the bytes that the phone sent.
 bool VcxReadBytes(obex::clsMmc& client, qint32 kind, QByteArray& bytes, const toolkit::Progress& progress);
@@ -45,7 +45,7 @@ QByteArray cardFor(const app::Context& context, const tVcfEntry& entry, const Co
 /// Writes one contact, which is a new one without a LUID. `counter` is the change counter that the phone is
 /// expected to have, and afterwards the one that the phone reports. `luid` returns the phone's name for the
 /// entry from now on, or noValidLuid() for a phone that reports none. `index` of `total` is for the panel; 0
-/// for none.
+/// for none. Part of the described interface.
 ItemResult VcfWriteItem(obex::clsMmc& client, const tVcfEntry& entry, qint32& counter, QString& luid,
                         const toolkit::Progress& progress, int index = 0, int total = 0);
 /// The same with the text of the card.
@@ -59,7 +59,7 @@ struct OrganizerItem
     QByteArray text;
     QString luid; ///< empty for a new item
 };
-/// Writes one, as VcfWriteItem does. The programs do not use it yet.
+/// Writes one, as VcfWriteItem does. Part of the described interface.
 ItemResult VcxWrite(obex::clsMmc& client, qint32 kind, const OrganizerItem& item, qint32& counter,
                     QString& luid, const toolkit::Progress& progress, int index = 0, int total = 0);
 

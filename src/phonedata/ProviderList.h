@@ -9,7 +9,7 @@ namespace kalmo::phonedata {
 bool ReadPB_NE(const StoreJob& job);
 
 /// Erases the provider list in the phone and writes all rows, from top to bottom. After a failure
-/// `job.memory` says which entries the phone holds.
+/// `job.memory` says which entries the phone holds. Part of the described interface.
 bool WritePB_NE(const StoreJob& job);
 
 /// The same with the commands of the entries as given, and with all facts as its result.

@@ -40,7 +40,7 @@ bool ReadSoundList(const RingtoneJob& job, toolkit::ListRows& list);
 bool ReadSoundSettings(const RingtoneJob& job, const SettingRead& report);
 
 /// Sends one setting. Returns true if the phone took it. `volume` is 1 to 6. The settings are to be read
-/// again afterwards, whatever the result.
+/// again afterwards, whatever the result. Part of the described interface.
 bool SetSound(const RingtoneJob& job, SoundEvent event, const QString& toneName, int volume);
 
 /// The same with the wire code of a tone, "33" for example.

@@ -78,7 +78,7 @@ public:
     /// Writes entries one by one, until the first that fails, and adds a row for each: entries without a LUID
     /// are new. The row of an entry that the phone has not confirmed shows that: a new one gets a row without
     /// a valid LUID, a changed one loses its LUID in the row that it has. The cancel box ends it between two.
-    /// Outside a Session the automatic backup is made first.
+    /// Outside a Session the automatic backup is made first. Part of the described interface.
     bool VcfWriteList(const std::vector<tVcfEntry>& entries, const toolkit::Progress& progress,
                       ContactReport* report = nullptr);
     /// The same, where an entry may come with the text of its card.
@@ -86,7 +86,8 @@ public:
                        ContactReport* report = nullptr);
 
     /// Deletes the selected rows in the phone, from the last to the first, and removes their rows. The cancel
-    /// box ends it between two. Outside a Session the automatic backup is made first.
+    /// box ends it between two. Outside a Session the automatic backup is made first. Part of the described
+    /// interface.
     bool VcfDeleteRows(const toolkit::Progress& progress, ContactReport* report = nullptr);
     /// The same for contacts by their LUIDs, in that order.
     bool deleteContacts(const QStringList& luids, const toolkit::Progress& progress,

@@ -56,6 +56,7 @@ private Q_SLOTS:
     void failedReadLeavesNothing();
     void disturbedLineMakesDoubtful();
     void writeKeepsItsPauses();
+    void eraseSaysWhetherItIsEmpty();
     void failedWriteSaysWhatIsThere();
 };
 
@@ -259,6 +260,14 @@ void tst_ClassicPhonebook::writeKeepsItsPauses()
                           u"6.48 AT^WSSL"_s}));
     QCOMPARE(phone.memory.phonebook.entries, annaAndBert);
     QCOMPARE(phone.memory.phonebook.certainty, Certainty::Known);
+}
+
+void tst_ClassicPhonebook::eraseSaysWhetherItIsEmpty()
+{
+    ClassicPhone phone(4);
+    phone.script.expectAll({eraseStore, "AT^WSSL\r"}).refuse(eraseStore).expect("AT^WSSL\r");
+    QVERIFY(EraseStore(phone.line, Store::Phonebook, phone.progress.all()));
+    QVERIFY(!EraseStore(phone.line, Store::Phonebook, phone.progress.all()));
 }
 
 void tst_ClassicPhonebook::failedWriteSaysWhatIsThere()

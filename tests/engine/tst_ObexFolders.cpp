@@ -86,6 +86,7 @@ void tst_ObexFolders::listing()
         QVERIFY(decoded.contains(u"<file name=\"Grüße.txt\" size=\"10\""_s));
         QCOMPARE(rows.count(), 4);
         QVERIFY(rows.indexOfKey(u"FIL_Grüße.txt"_s) >= 0);
+        QVERIFY(client.mmc->IsFileInActDir(u"GRÜßE.TXT"_s) && !client.mmc->IsFileInActDir(u"Pics"_s));
         QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BusyOff"_s}));
         QCOMPARE(client.progress.panel.texts,
                  (QStringList{u"Verzeichnis wird ausgelesen..."_s, u"Verzeichnis ausgelesen."_s}));

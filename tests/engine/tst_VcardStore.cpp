@@ -298,6 +298,21 @@ private Q_SLOTS:
         QVERIFY(stopped > 3);
     }
 
+    void oneContactAlone()
+    {
+        Contacts phone(u"SL450HX"_s);
+        const toolkit::Progress progress = phone.progress.all();
+        clsMmc& client = *phone.client;
+        qint32 counter = 0;
+        QString luid;
+        QVERIFY(client.Online(progress) && client.connect(progress, obex::Target::IrMC));
+        QVERIFY(client.CDluidPB() && VcfGetCc(client, counter, progress));
+        QCOMPARE(VcfWriteItem(client, someone, counter, luid, progress, 1, 1), ItemResult::Written);
+        QVERIFY(phone.held().find(luid) && counter == phone.held().counter());
+        phone.line.pause(settlePause);
+        QVERIFY(client.Offline(progress));
+    }
+
     void organizer()
     {
         for (const IrmcKind kind : {KindAppointment, KindNote}) {

@@ -38,7 +38,7 @@ struct DetectedLayout
 /// and quotes a text counts as quoted.
 DetectedLayout DetectCsvSeparator(QStringView text);
 
-/// Number of places in `text` where `needle` starts.
+/// Number of places in `text` where `needle` starts. Part of the described interface.
 qsizetype CountOccurrences(QStringView text, QStringView needle);
 
 /// The quote of the reading Csv: RFC 4180 knows one, and a filter of one character stands in for it.
