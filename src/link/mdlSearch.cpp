@@ -49,10 +49,14 @@ QList<int> rateList(int preferred)
     return rates;
 }
 
-int portNumber(const app::Context& context)
+QList<int> unsignedRates(const app::Context& context)
 {
-    const int given = context.sy.ComNoForThisRun;
-    return given > 0 ? given : app::getInt(context.settings, app::keys::ComPortNew);
+    QList<int> rates;
+    for (const int rate : rateList(app::getInt(context.settings, app::keys::PrefDetectBaud))) {
+        if (!rates.contains(std::abs(rate)))
+            rates.append(std::abs(rate));
+    }
+    return rates;
 }
 
 PhoneSearch::PhoneSearch(Line& line, SearchView& view, app::Desktop& desktop)
@@ -96,7 +100,6 @@ PassResult PhoneSearch::runPass()
     for (;;) {
         m_view.setProgress(0, probeSteps);
         m_view.clearAborted();
-        m_context.sy.ComNo = portNumber(m_context);
         bool opened = false;
         const bool answered = tryRate(m_rates[m_next++], opened);
         if (!opened)
@@ -114,9 +117,9 @@ PassResult PhoneSearch::runPass()
 
 void PhoneSearch::announceRate(int rate)
 {
+    choosePort(m_context, std::abs(rate));
     app::Sy& sy = m_context.sy;
     const bool withLf = rate == highRateWithLf;
-    sy.ComSettings = QString::number(std::abs(rate)) + u",N,8,1"_s;
     remark(u"COM:%1\tSettings: %2"_s.arg(sy.ComNo).arg(sy.ComSettings) +
            (withLf ? u" use LF Terminator"_s : QString()));
     m_view.setStatus(app::ResText(app::TextSearching) + u" COM %1 mit %2 Baud"_s.arg(sy.ComNo).arg(rate) +
@@ -127,23 +130,19 @@ void PhoneSearch::announceRate(int rate)
 bool PhoneSearch::tryRate(int rate, bool& opened)
 {
     announceRate(rate);
-    SPortAx& port = m_line.port();
-    if (!port.IsOpen() && !port.Open(Line::ComPortName(m_context.sy.ComNo)))
+    opened = openPort(m_line);
+    if (!opened)
         return false;
-    opened = true;
-    m_line.ConfigurePort();
+    const SPortAx& port = m_line.port();
     remark(u"eComm.InBufferSize=%1\neComm.OutBufferSize=%2"_s.arg(port.InBufferSize())
                .arg(port.OutBufferSize()));
-    port.SetSettings(m_context.sy.ComSettings);
-    port.SetControlLines(true);
-    m_context.log.WriteLogHeader();
     return ProbeATZ();
 }
 
 bool PhoneSearch::ProbeATZ()
 {
     int progress = 0;
-    const auto waitStep = [&] { m_context.clock.WaitSeconds(progress / 100.0 + 0.11); };
+    const auto waitStep = [&] { m_line.pause(progress / 100.0 + 0.11); };
     const auto waitTwice = [&] {
         for (int count = 0; count < 2; ++count) {
             waitStep();
@@ -158,7 +157,7 @@ bool PhoneSearch::ProbeATZ()
     m_view.setProgress(0, probeSteps);
     m_line.PurgeQueue();
     sendAtz();
-    m_context.clock.WaitSeconds(0.7);
+    m_line.pause(0.7);
     m_line.PurgeQueue();
     for (;;) {
         if (m_view.aborted())
@@ -225,7 +224,7 @@ void PhoneSearch::takeOver()
     app::put(m_context.settings, app::keys::PrefDetectBaud, sy.blnTxLfTerminator ? -rate : rate);
     QByteArray ignored;
     m_line.exchange(ignored, "AT+CMEE=0\r", queryTimeout);
-    m_context.clock.WaitSeconds(0.1);
+    m_line.pause(0.1);
     if (!GetSoftwareVersion(m_line, sy.PhoneSVN))
         sy.PhoneSVN = u"9999"_s;
     m_context.log.WriteLogHeader();
@@ -298,7 +297,7 @@ PhoneSearch::Next PhoneSearch::afterUnknownPhone(const QString& rawId)
     if (show(text + repeatQuestion) != Answer::Yes)
         return offerSettings();
     m_line.ClosePort();
-    m_context.clock.WaitSeconds(0.5);
+    m_line.pause(0.5);
     return Next::NewPass;
 }
 
@@ -325,7 +324,7 @@ void PhoneSearch::endWithUnsupported(const QString& modelName, const QString& ra
 PhoneSearch::Next PhoneSearch::offerSettings()
 {
     m_view.clearAborted();
-    m_context.clock.WaitSeconds(0.3);
+    m_line.pause(0.3);
     const Answer answer = m_context.dialogs.Show(
         {.text = app::ResText(app::TextChangeInterface), .buttons = Buttons::YesNo, .icon = Icon::Question});
     m_line.ClosePort();

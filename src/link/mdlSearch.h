@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/mdlComm.h"
+#include "link/PortOpening.h"
 
 #include <QList>
 
@@ -33,8 +33,8 @@ enum class PassResult { Answered, PortNotOpened, NobodyAnswered };
 /// CR LF.
 QList<int> rateList(int preferred);
 
-/// Number of the port to search at: the one given for this run, else the one in the settings.
-int portNumber(const app::Context& context);
+/// The rates without their signs, each once, beginning with the one that a phone answered at last.
+QList<int> unsignedRates(const app::Context& context);
 
 /// Finds the rate at which a phone answers, and its family.
 class PhoneSearch
@@ -45,7 +45,9 @@ public:
     /// Runs the whole search with its questions. Ends the program if the user wants that.
     SearchOutcome SearchPhone(SearchStart start = SearchStart::FirstRate);
 
-    /// Tries each rate once, without a question. The port stays open at the rate that a phone answered at.
+    /// Tries the rates from the first or, after an earlier pass, from where that one ended, without a
+    /// question. A pass after a port that did not open tries each rate twice. The port stays open at the rate
+    /// that a phone answered at.
     PassResult runPass();
 
     /// Returns true if the port went away during a pass.
