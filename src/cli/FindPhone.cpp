@@ -4,6 +4,7 @@
 #include "cli/Recover.h"
 #include "cli/Tables.h"
 #include "link/mdlSearch.h"
+#include "obex/DataChannel.h"
 
 namespace kalmo::cli {
 
@@ -111,7 +112,7 @@ ExitStatus findPhone(Job& job, bool (*fits)(int phoneType), QStringView needs)
     search.takeOver();
     if (isGone())
         return tellLineGone(job);
-    forgetUnclosedSession(job);
+    obex::forgetUnclosed(job.context);
     if (job.isInterrupted())
         return ExitRefused;
     if (!fits || fits(job.phoneType()))

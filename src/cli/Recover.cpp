@@ -9,80 +9,51 @@
 
 #include <QJsonObject>
 
-#include <cstdlib>
-
 namespace kalmo::cli {
 
 namespace {
 
-/// Rates without their signs, each once, beginning with the one that a phone answered at last.
-QList<int> distinctRates(const Job& job)
+bool recoverAtAnyRate(Job& job)
 {
-    QList<int> rates;
-    for (const int rate : link::rateList(app::getInt(job.context.settings, app::keys::PrefDetectBaud))) {
-        if (!rates.contains(std::abs(rate)))
-            rates.append(std::abs(rate));
-    }
-    return rates;
-}
-
-} // namespace
-
-bool isSessionUnclosed(const Job& job)
-{
-    const app::Settings& settings = job.context.settings;
-    return app::get(settings, app::keys::LastUnclosedObexDevice) != app::noValue() &&
-           app::get(settings, app::keys::LastUnclosedObexDeviceCOM) ==
-               QString::number(link::portNumber(job.context));
-}
-
-bool recoverAtPort(Job& job, const QList<int>& rates)
-{
-    link::Line& line = job.line;
-    job.context.sy.ComNo = link::portNumber(job.context);
-    if (!line.port().IsOpen() && !line.port().Open(link::Line::ComPortName(job.context.sy.ComNo))) {
-        job.out.error(line.port().openErrorEnglish());
-        return false;
-    }
-    for (const int rate : rates) {
+    for (const int rate : link::unsignedRates(job.context)) {
         job.progress.phase(u"Taking the handset back to commands at %1 baud"_s.arg(rate));
-        if (obex::recoverLine(line, rate, {.cancel = &job.stop}))
+        if (obex::recoverPort(job.line, rate, {.cancel = &job.stop}))
             return true;
-        if (job.stop.Checked() || !line.port().IsOpen())
+        if (job.stop.Checked() || !job.line.port().IsOpen())
             break;
     }
     return false;
 }
 
+ExitStatus tellNotOpen(Job& job)
+{
+    const QString why = job.line.port().openErrorEnglish();
+    job.out.error(!why.isEmpty() ? why
+                                 : u"could not take the handset at %1 back to commands: the line is gone. "
+                                   u"Is the cable plugged in?"_s.arg(job.portName()));
+    return ExitFailed;
+}
+
+} // namespace
+
 void recoverUnclosedSession(Job& job)
 {
-    link::Line& line = job.line;
-    if (!isSessionUnclosed(job))
+    if (!obex::isSessionUnclosed(job.context))
         return;
-    job.context.sy.ComNo = link::portNumber(job.context);
-    if (!line.port().IsOpen() && !line.port().Open(link::Line::ComPortName(job.context.sy.ComNo)))
-        return; // as the search will find out and tell
     const QString device = app::get(job.context.settings, app::keys::LastUnclosedObexDevice);
     job.out.note(
         u"The last run did not end its data session with %1; taking the handset back to commands.\n"_s.arg(
             device));
-    if (!recoverAtPort(job, distinctRates(job).first(1)) && line.port().IsOpen())
+    job.progress.phase(u"Taking the handset back to commands"_s);
+    if (!obex::takeBackUnclosed(job.line, {.cancel = &job.stop}) && job.line.port().IsOpen())
         job.out.note(u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
                      u"switch it off and on.\n"_s);
     job.progress.clear();
 }
 
-void forgetUnclosedSession(Job& job)
-{
-    if (!isSessionUnclosed(job))
-        return;
-    app::put(job.context.settings, app::keys::LastUnclosedObexDevice, app::noValue());
-    app::put(job.context.settings, app::keys::LastUnclosedObexDeviceCOM, app::noValue());
-}
-
 ExitStatus runRecover(Job& job)
 {
-    const bool isBack = recoverAtPort(job, distinctRates(job));
+    const bool isBack = recoverAtAnyRate(job);
     job.progress.clear();
     if (isBack) {
         phonedata::closeLeftStore(job.line);
@@ -95,7 +66,7 @@ ExitStatus runRecover(Job& job)
         return ExitDone;
     }
     if (!job.line.port().IsOpen())
-        return ExitFailed;
+        return tellNotOpen(job);
     if (job.stop.Checked()) {
         job.out.error(u"interrupted."_s);
         return ExitRefused;

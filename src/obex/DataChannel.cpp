@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
+#include "link/mdlSearch.h"
 #include "obex/ObexFrames.h"
 
 namespace kalmo::obex {
@@ -54,24 +55,27 @@ bool wantsToRetry(Line& line)
     return line.show(question) == Answer::Ok;
 }
 
-/// The emulated handset ends with the run, and leaves the reminder of the user's own phone alone.
-void remember(Line& line, const QString& device, const QString& port)
+void remember(app::Settings& settings, const QString& device, const QString& port)
 {
-    if (line.context().sy.usesEmulated())
-        return;
-    app::Settings& settings = line.context().settings;
     app::put(settings, app::keys::LastUnclosedObexDevice, device);
     app::put(settings, app::keys::LastUnclosedObexDeviceCOM, port);
 }
 
+/// The emulated handset ends with the run, and leaves the reminder of the user's own phone alone.
+void rememberOwn(Line& line, const QString& device, const QString& port)
+{
+    if (!line.context().sy.usesEmulated())
+        remember(line.context().settings, device, port);
+}
+
 void rememberOpen(Line& line)
 {
-    remember(line, line.context().sy.PhoneID, QString::number(line.context().sy.ComNo));
+    rememberOwn(line, line.context().sy.PhoneID, QString::number(line.context().sy.ComNo));
 }
 
 void forget(Line& line)
 {
-    remember(line, app::noValue(), app::noValue());
+    rememberOwn(line, app::noValue(), app::noValue());
     line.setMode(LineMode::Text);
 }
 
@@ -197,12 +201,33 @@ bool recoverLine(Line& line, const Progress& progress)
     return answers;
 }
 
-bool recoverLine(Line& line, int rate, const Progress& progress)
+bool recoverPort(Line& line, int rate, const Progress& progress)
 {
-    line.ConfigurePort();
-    line.port().SetSettings(u"%1,N,8,1"_s.arg(rate));
-    line.port().SetControlLines(true);
-    return recoverLine(line, progress);
+    link::choosePort(line.context(), rate);
+    return link::openPort(line) && recoverLine(line, progress);
+}
+
+std::optional<int> unclosedPort(const app::Context& context)
+{
+    if (app::get(context.settings, app::keys::LastUnclosedObexDevice) == app::noValue())
+        return {};
+    return app::get(context.settings, app::keys::LastUnclosedObexDeviceCOM).toInt();
+}
+
+bool isSessionUnclosed(const app::Context& context)
+{
+    return unclosedPort(context) == link::portNumber(context);
+}
+
+bool takeBackUnclosed(Line& line, const Progress& progress)
+{
+    return recoverPort(line, link::unsignedRates(line.context()).first(), progress);
+}
+
+void forgetUnclosed(app::Context& context)
+{
+    if (isSessionUnclosed(context))
+        remember(context.settings, app::noValue(), app::noValue());
 }
 
 } // namespace kalmo::obex

@@ -2,6 +2,8 @@
 
 #include "link/mdlComm.h"
 
+#include <optional>
+
 namespace kalmo::obex {
 
 /// Switches the line between AT commands and OBEX frames; nothing else changes the line's mode. While the
@@ -31,7 +33,21 @@ bool closeDataChannel(link::Line& line, const toolkit::Progress& progress);
 /// tries once more. Takes up to half a minute; the cancel box ends it between two rounds. The port has to be
 /// open.
 bool recoverLine(link::Line& line, const toolkit::Progress& progress);
-/// Does the same for a port that was just opened, at a baud rate.
-bool recoverLine(link::Line& line, int rate, const toolkit::Progress& progress);
+
+/// Opens the port in use, unless it is open, and does the same at a baud rate. The port stays open.
+bool recoverPort(link::Line& line, int rate, const toolkit::Progress& progress);
+
+/// Number of the port that the reminder of a session without an end is about, nothing without a reminder.
+std::optional<int> unclosedPort(const app::Context& context);
+
+/// Returns true if the reminder says that the last run left the phone at the port in use in its data mode.
+bool isSessionUnclosed(const app::Context& context);
+
+/// After such a run, before the search: recoverPort() at the rate that a phone answered at last. If that does
+/// not help, the search gives advice.
+bool takeBackUnclosed(link::Line& line, const toolkit::Progress& progress);
+
+/// Deletes the reminder of a session at the port in use: the phone was found, so nothing of it is left.
+void forgetUnclosed(app::Context& context);
 
 } // namespace kalmo::obex

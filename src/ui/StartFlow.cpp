@@ -96,14 +96,15 @@ void StartFlow::runSearch()
         m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
     auto start = link::SearchStart::FirstRate;
-    const bool isOwnPhone = !isDemo(m_program.context.sy);
-    if (isOwnPhone && m_wasInterrupted)
+    const bool isUnclosed =
+        !isDemo(m_program.context.sy) && m_unclosedPort == link::portNumber(m_program.context);
+    if (isUnclosed)
         start = takeLineBack();
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone(start);
     m_start.reset();
-    if (isOwnPhone && outcome == link::SearchOutcome::PhoneFound)
-        m_wasInterrupted = false;
+    if (isUnclosed && outcome == link::SearchOutcome::PhoneFound)
+        m_unclosedPort.reset();
     if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow()) {
         showMainWindow();
         return;
@@ -141,19 +142,13 @@ void StartFlow::takeOldPhone()
     sy.ComSettings = m_mainSy.ComSettings;
 }
 
-/// Tries the rate that a phone answered at last. If that does not help, the search gives advice.
+/// A port that does not open is left to the search.
 link::SearchStart StartFlow::takeLineBack()
 {
-    app::Context& context = m_program.context;
-    link::SPortAx& port = m_program.line.port();
-    context.sy.ComNo = link::portNumber(context);
-    if (!port.IsOpen() && !port.Open(link::Line::ComPortName(context.sy.ComNo)))
-        return link::SearchStart::FirstRate; // the search asks about that
     m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
     m_start->clearAborted();
-    const int rate = link::rateList(app::getInt(context.settings, app::keys::PrefDetectBaud)).first();
     AbortBox abort(*m_start);
-    obex::recoverLine(m_program.line, std::abs(rate), {.cancel = &abort});
+    obex::takeBackUnclosed(m_program.line, {.cancel = &abort});
     m_program.line.ClosePort(); // the search opens it with its own settings
     return m_start->aborted() ? link::SearchStart::AfterAbort : link::SearchStart::FirstRate;
 }
@@ -298,8 +293,8 @@ void StartFlow::ReadSettingsToForm()
     m_settings->ReadSettingsToForm();
     // The start sequence deletes this value after its reminder. A phone that has not answered since may still
     // be in its data mode.
-    m_wasInterrupted = m_wasInterrupted || app::get(m_program.context.settings,
-                                                    app::keys::LastUnclosedObexDevice) != app::noValue();
+    if (const auto port = obex::unclosedPort(m_program.context))
+        m_unclosedPort = port;
 }
 
 void StartFlow::showSettings()

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 namespace kalmo::ui {
 
@@ -66,10 +67,10 @@ private:
     std::unique_ptr<frmWelcome> m_welcome;
     std::unique_ptr<frmPB> m_main;
     DemoHandset m_demo;
-    int m_ownPort = 0;             // ComNoForThisRun before the emulated handset's was used
-    bool m_wasConnected = false;   // before the search of all ports
-    bool m_wasInterrupted = false; // a phone was left in its data mode, and none was found since
-    app::Sy m_mainSy;              // as it was when the main window got its phone
+    int m_ownPort = 0;                 // ComNoForThisRun before the emulated handset's was used
+    bool m_wasConnected = false;       // before the search of all ports
+    std::optional<int> m_unclosedPort; // a phone was left in its data mode here, and none was found since
+    app::Sy m_mainSy;                  // as it was when the main window got its phone
 };
 
 } // namespace kalmo::ui

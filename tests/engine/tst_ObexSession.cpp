@@ -277,6 +277,19 @@ private Q_SLOTS:
         });
     }
 
+    void reminderIsOfOnePort()
+    {
+        TestContext test;
+        app::put(test.settings, app::keys::LastUnclosedObexDevice, u"phone"_s);
+        app::put(test.settings, app::keys::LastUnclosedObexDeviceCOM, u"7"_s);
+        for (const int inUse : {8, 7}) {
+            test.sy.ComNoForThisRun = inUse;
+            QCOMPARE(obex::isSessionUnclosed(test.context), inUse == 7);
+            obex::forgetUnclosed(test.context);
+            QCOMPARE(obex::unclosedPort(test.context).has_value(), inUse == 8);
+        }
+    }
+
     void lateAnswerIsThrownAway()
     {
         OnlineClient online;

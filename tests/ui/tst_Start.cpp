@@ -403,6 +403,7 @@ void tst_Start::stopsWhileAPhoneIsTakenBack()
     Run run;
     app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
     app::put(run.test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
+    app::put(run.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
     run.test.dialogs.expectStart(u"SL450 wurde beim letzten Betrieb nicht vollständig beendent."_s);
     run.test.dialogs.expectStart(u"An COM"_s, toolkit::Buttons::YesNo, toolkit::Answer::No);
     run.test.dialogs.expectStart(app::ResText(app::TextChangeInterface), toolkit::Buttons::YesNo,
