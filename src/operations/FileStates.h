@@ -23,6 +23,8 @@ struct FileState
     int userPerm = 0;        ///< sum of obex::Permission
     int groupPerm = 0;
     obex::PhonePath movedTo = obex::PhonePath();
+
+    bool operator==(const FileState&) const = default;
 };
 
 /// Permissions as a request has them: "RWD".

@@ -5,8 +5,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-#include <algorithm>
-
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
@@ -16,144 +14,6 @@ using obex::tObxDirEntry;
 using Kind = FileState::Kind;
 
 namespace {
-
-bool holdsSame(const FileState& one, const FileState& other)
-{
-    return one.kind == other.kind && one.bytes == other.bytes && one.userPerm == other.userPerm &&
-           one.groupPerm == other.groupPerm;
-}
-
-/// Reads the phone for a plan.
-class Planner
-{
-public:
-    explicit Planner(FileAccess& access) : m_access(access) {}
-
-    /// Returns true if the phone says what it holds there. Otherwise the plan has the cause.
-    bool add(const FileState& wanted);
-    PutBackPlan take() { return std::move(m_plan); }
-
-private:
-    /// The entry of a place: outer nothing if the phone does not say, inner nothing if it has none.
-    std::optional<std::optional<tObxDirEntry>> entryAt(const PhonePath& path);
-    bool comesBackWithFolder(const PhonePath& path) const;
-    std::optional<PutBackStep> stepToRemove(const FileState& now);
-    bool goes(const PhonePath& path) const;
-    bool addMoved(PlaceToPutBack place);
-    bool fail(Cause cause);
-
-    FileAccess& m_access;
-    PutBackPlan m_plan;
-};
-
-bool Planner::comesBackWithFolder(const PhonePath& path) const
-{
-    return std::any_of(m_plan.places.begin(), m_plan.places.end(), [&](const PlaceToPutBack& place) {
-        return place.step == PutBackStep::Add && place.wanted.kind == Kind::Folder &&
-               place.wanted.path.isSamePlace(path.folder());
-    });
-}
-
-bool Planner::goes(const PhonePath& path) const
-{
-    return std::ranges::any_of(m_plan.places, [&](const PlaceToPutBack& place) {
-        return place.step == PutBackStep::Remove && place.wanted.path.isSamePlace(path);
-    });
-}
-
-/// A folder goes only if all that it holds goes before it: some phones delete it with its content. Nothing if
-/// the phone does not list it.
-std::optional<PutBackStep> Planner::stepToRemove(const FileState& now)
-{
-    if (now.kind != Kind::Folder)
-        return PutBackStep::Remove;
-    const auto held = m_access.look(now.path);
-    if (!held)
-        return std::nullopt;
-    const bool goesWhole = std::ranges::all_of(
-        *held, [&](const tObxDirEntry& entry) { return goes(now.path.below(entry.name)); });
-    return goesWhole ? PutBackStep::Remove : PutBackStep::Blocked;
-}
-
-std::optional<std::optional<tObxDirEntry>> Planner::entryAt(const PhonePath& path)
-{
-    const std::optional<tObxDirEntry> none;
-    if (comesBackWithFolder(path))
-        return none;
-    const auto listing = m_access.lookIfThere(path.folder());
-    if (!listing)
-        return std::nullopt;
-    const tObxDirEntry* entry = findEntry(*listing, path.name());
-    return entry ? std::optional<tObxDirEntry>(*entry) : none;
-}
-
-bool Planner::fail(Cause cause)
-{
-    m_plan.cause = m_access.isStopped() ? Cause::Interrupted : cause;
-    return false;
-}
-
-bool Planner::addMoved(PlaceToPutBack place)
-{
-    const auto here = entryAt(place.wanted.path);
-    if (!here)
-        return fail(m_access.cause());
-    const auto there = entryAt(place.wanted.movedTo);
-    if (!there)
-        return fail(m_access.cause());
-    place.now = {.path = place.wanted.movedTo, .kind = Kind::Moved, .movedTo = place.wanted.path};
-    const bool isSame = place.wanted.path.isSamePlace(place.wanted.movedTo);
-    if (there->has_value() && (!here->has_value() || isSame))
-        place.step = PutBackStep::Change;
-    else if (!here->has_value())
-        place.step = PutBackStep::Blocked;
-    else
-        place.step = there->has_value() ? PutBackStep::Blocked : PutBackStep::None;
-    m_plan.places.push_back(place);
-    return true;
-}
-
-bool Planner::add(const FileState& wanted)
-{
-    PlaceToPutBack place{.wanted = wanted};
-    if (wanted.kind == Kind::Moved)
-        return addMoved(place);
-    const auto entry = entryAt(wanted.path);
-    if (!entry)
-        return fail(m_access.cause());
-    FileOutcome outcome;
-    if (wanted.kind == Kind::Rights) {
-        place.now = {.path = wanted.path, .kind = Kind::Rights};
-        if (entry->has_value()) {
-            place.now.userPerm = (*entry)->userPerm;
-            place.now.groupPerm = (*entry)->groupPerm;
-        }
-        const bool isEqual = holdsSame(place.now, wanted);
-        place.step = !entry->has_value() ? PutBackStep::Blocked
-                     : isEqual           ? PutBackStep::None
-                                         : PutBackStep::Change;
-        m_plan.places.push_back(place);
-        return true;
-    }
-    const auto now = readState(m_access, wanted.path, entry->has_value() ? &**entry : nullptr, outcome);
-    if (!now)
-        return fail(outcome.cause);
-    place.now = *now;
-    if (now->kind == Kind::Nothing)
-        place.step = wanted.kind == Kind::Nothing ? PutBackStep::None : PutBackStep::Add;
-    else if (wanted.kind == Kind::Nothing) {
-        const auto step = stepToRemove(*now);
-        if (!step)
-            return fail(m_access.cause());
-        place.step = *step;
-    } else if (now->kind != wanted.kind)
-        place.step = PutBackStep::Blocked;
-    else
-        place.step =
-            wanted.kind == Kind::Folder || holdsSame(*now, wanted) ? PutBackStep::None : PutBackStep::Change;
-    m_plan.places.push_back(place);
-    return true;
-}
 
 /// Goes to a folder, which is made where it is gone.
 bool enterOrMake(FileAccess& access, const PhonePath& folder)
@@ -232,44 +92,54 @@ bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outco
     return entry && restoreRights(access, wanted, *entry) && hasRights(access, wanted);
 }
 
-/// Deletes what was not there before the change. After a failure it has its rights again, since force has
-/// changed them.
+/// Deletes what was not there before the change, and looks if it is gone. After a failure it has its rights
+/// again, since force has changed them.
 bool removeNew(FileAccess& access, const FileState& now, FileOutcome& outcome)
 {
     const QString name = now.path.name();
     if (!access.enter(now.path.folder()))
         return false;
-    if (access.client().Del(name, access.progress(), nullptr, false, true))
-        return true;
-    access.blame(outcome);
+    outcome.isConfirmed = access.client().Del(name, access.progress(), nullptr, false, true);
+    if (!outcome.isConfirmed)
+        access.blame(outcome);
     const auto listing = access.look(now.path.folder());
+    const tObxDirEntry* entry = listing ? findEntry(*listing, name) : nullptr;
+    if (outcome.isConfirmed && !entry) {
+        outcome.isVerified = listing.has_value();
+        return true;
+    }
+    if (outcome.isConfirmed)
+        outcome.cause = Cause::Mismatch;
     const clsMmc::Quiet quiet(access.client());
-    if (const tObxDirEntry* entry = listing ? findEntry(*listing, name) : nullptr)
+    if (entry)
         restoreRights(access, now, *entry);
     return false;
 }
 
+bool putRights(FileAccess& access, const FileState& wanted)
+{
+    return access.enter(wanted.path.folder()) &&
+           access.client().SetAttrib(wanted.path.name(), rightsText(wanted.groupPerm),
+                                     rightsText(wanted.userPerm), false) &&
+           hasRights(access, wanted);
+}
+
+/// Returns true if the place is as it was, as far as the phone says.
 bool putOne(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
 {
     const FileState& wanted = place.wanted;
-    clsMmc& client = access.client();
-    switch (wanted.kind) {
-    case Kind::File:
-        return putFile(access, place, outcome);
-    case Kind::Folder:
-        return enterOrMake(access, wanted.path);
-    case Kind::Nothing:
+    if (wanted.kind == Kind::Nothing)
         return removeNew(access, place.now, outcome);
-    case Kind::Moved:
+    if (wanted.kind == Kind::Moved) {
         outcome = moveUnrecorded(access, {.from = wanted.movedTo, .to = wanted.path});
         return outcome.state == State::Done;
-    case Kind::Rights:
-        return access.enter(wanted.path.folder()) &&
-               client.SetAttrib(wanted.path.name(), rightsText(wanted.groupPerm), rightsText(wanted.userPerm),
-                                false) &&
-               hasRights(access, wanted);
     }
-    return false;
+    const bool isBack = wanted.kind == Kind::File     ? putFile(access, place, outcome)
+                        : wanted.kind == Kind::Folder ? enterOrMake(access, wanted.path)
+                                                      : putRights(access, wanted);
+    if (isBack) // a listing shows it, or the client is in that folder
+        outcome.isConfirmed = outcome.isVerified = true;
+    return isBack;
 }
 
 /// A look at a place after a failure: the phone may hold the wanted state all the same, or the former one.
@@ -278,7 +148,7 @@ State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place, const F
     if (outcome.isOldLost)
         return State::Unknown;
     const auto listing = access.look(place.wanted.path.folder());
-    if (!listing || place.wanted.kind == Kind::Moved)
+    if (!listing)
         return State::Unknown;
     const tObxDirEntry* entry = findEntry(*listing, place.wanted.path.name());
     const auto shows = [&](const FileState& state, bool isConfirmed) {
@@ -305,25 +175,6 @@ State stateAfterFailure(FileAccess& access, const PlaceToPutBack& place, const F
 }
 
 } // namespace
-
-int PutBackPlan::count(PutBackStep step) const
-{
-    return static_cast<int>(std::count_if(
-        places.begin(), places.end(), [step](const PlaceToPutBack& place) { return place.step == step; }));
-}
-
-PutBackPlan planPutBack(FileAccess& access, const Record& record)
-{
-    const auto states = statesIn(record);
-    if (record.list != RecordedList::Files || !states)
-        return {.places = {}, .cause = Cause::NotPossible};
-    Planner planner(access);
-    for (auto state = states->rbegin(); state != states->rend(); ++state) {
-        if (!planner.add(*state))
-            break;
-    }
-    return planner.take();
-}
 
 Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan)
 {
@@ -354,12 +205,10 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan)
             outcome.cause = access.isStopped() ? Cause::Interrupted : access.cause();
         } else if (putOne(access, *place, outcome)) {
             outcome.state = State::Done;
-            outcome.isConfirmed = true;
-            outcome.isVerified = true;
         } else {
             if (outcome.cause == Cause::None)
                 access.blame(outcome);
-            if (!outcome.isOldBack)
+            if (!outcome.isOldBack && place->wanted.kind != Kind::Moved) // which has been looked at
                 outcome.state = stateAfterFailure(access, *place, outcome);
         }
         if (outcome.isOldLost)

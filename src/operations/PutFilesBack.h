@@ -18,6 +18,8 @@ struct PlaceToPutBack
     FileState wanted; ///< as recorded
     PutBackStep step = PutBackStep::None;
     FileState now = {}; ///< takes this step back
+
+    bool operator==(const PlaceToPutBack&) const = default;
 };
 
 /// The places of a record in the order in which they are put back: the last change first.

@@ -1,5 +1,7 @@
 #include "operations/UndoFiles.h"
 
+#include "operations/ClassicPlan.h"
+
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
@@ -54,6 +56,7 @@ Outcome UndoFiles::plan()
         return outcome;
     }
     m_plan = planPutBack(*m_access, record());
+    m_readAt = m_client->line().context().clock.Now();
     outcome.cause = m_plan.cause;
     if (outcome.cause != Cause::None)
         return outcome;
@@ -64,8 +67,25 @@ Outcome UndoFiles::plan()
     return outcome;
 }
 
+/// While a question is open, somebody may change a file on the phone, and the record would lack that. Returns
+/// Cause::None if the plan still holds.
+Cause UndoFiles::renewPlan()
+{
+    const qint64 age =
+        m_readAt.secsTo(m_client->line().context().clock.Now()); // below 0 if the clock was set back
+    if (age >= 0 && age <= readingHolds)
+        return Cause::None;
+    const PutBackPlan now = planPutBack(*m_access, record());
+    if (now.cause != Cause::None)
+        return now.cause;
+    m_hasChangedMeanwhile = now.places != m_plan.places;
+    return m_hasChangedMeanwhile ? Cause::Doubtful : Cause::None;
+}
+
 Outcome UndoFiles::apply()
 {
+    if (const Cause cause = renewPlan(); cause != Cause::None)
+        return {.cause = cause, .planned = static_cast<int>(m_plan.places.size())};
     return applyPutBack(*m_access, m_plan);
 }
 

@@ -17,11 +17,14 @@ public:
     Outcome apply() override;
 
 private:
+    Cause renewPlan();
+
     std::shared_ptr<obex::clsMmc> m_client;
     toolkit::Progress m_progress;
     bool m_isOpenedHere = false;
     std::unique_ptr<FileAccess> m_access;
     PutBackPlan m_plan;
+    QDateTime m_readAt; // of the plan
 };
 
 } // namespace kalmo::operations

@@ -90,6 +90,7 @@ class tst_FormerStates : public QObject
 private Q_SLOTS:
     void aStateIsComparedAndPutBack();
     void knownDifferencesAreShownAtOnce();
+    void aStateThatHasChangedMeanwhileStays();
     void aLostLineIsTold();
     void theMenuOpensIt();
 };
@@ -165,6 +166,28 @@ void tst_FormerStates::knownDifferencesAreShownAtOnce()
     press(dialog, "cmdCompare");
     QCOMPARE(rowsOf(*child<ui::RowsView>(dialog, "lvwDifferences").rows()),
              QStringList{u"wird umsortiert|alle Einträge in der früheren Reihenfolge"_s});
+}
+
+/// While the question is open, a file comes into the folder that is to go.
+void tst_FormerStates::aStateThatHasChangedMeanwhileStays()
+{
+    ChangedPhone made;
+    ui::FormerStatesDialog dialog(made.program, {made.line, made.memory, made.mmc}, RecordedList::Files);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    made.test.dialogs.expect(made.question(u"1 weniger"_s), Answer::Yes);
+    made.test.dialogs.whileShown([&made] {
+        made.test.clock.WaitSeconds(121);
+        QVERIFY(made.mmc->CdRoot() && made.mmc->Cd(u"Neu"_s, false));
+        QVERIFY(made.mmc->PutBytes({.name = u"a.txt"_s, .bytes = "a", .modified = {}}, {}));
+        made.changed = made.held();
+    });
+    made.test.dialogs.expect(
+        {.text = u"Die Liste im Telefon hat sich seit dem Vergleich geändert. Bitte vergleichen Sie noch "
+                 u"einmal.\nDas Telefon enthält, was es vorher enthielt."_s,
+         .icon = Icon::Exclamation});
+    press(dialog, "cmdPutBack");
+    QCOMPARE(made.held(), made.changed);
 }
 
 void tst_FormerStates::aLostLineIsTold()
