@@ -2,6 +2,7 @@
 
 #include "obex/clsMmc.h"
 #include "support/ConverterFolder.h"
+#include "support/MediaFamilies.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
 #include "support/TestProgram.h"
@@ -77,6 +78,7 @@ private Q_SLOTS:
     void sizesInThePanel();
     void badFilesInThePanel();
     void uploadsConvert();
+    void uploadsToEachFamily();
     void previewsPictures();
     void previewsSoundsAndTexts();
     void previewsUnknownFiles();
@@ -349,6 +351,41 @@ void tst_Media::uploadsConvert()
     mmc->Offline(made.progress.all());
 }
 
+/// From the button to the memory of a phone of each family.
+void tst_Media::uploadsToEachFamily()
+{
+    for (const auto& [model, whole, clip, takesSounds] : mediaFamilies) {
+        Surroundings made(model);
+        auto mmc = std::make_shared<obex::clsMmc>(made.line);
+        ui::fraFFS panel(made.program, mmc, made.progress.all());
+        mmc->Online(made.progress.all());
+        const auto sent = [&](const QString& folder, const QString& file, const QString& ending) {
+            panel.setUploadChooser([&](const ui::UploadQuestion& question) {
+                return ui::UploadChoice{{file}, {.phoneType = question.phoneType, .kind = question.kind}};
+            });
+            if (!mmc->CdRoot() || !mmc->Cd(folder, false))
+                return QByteArray();
+            panel.FfsListRefresh();
+            auto& bar = child<QToolBar>(panel, "tlbFFS");
+            QTest::keyClick(bar.widgetForAction(&child<QAction>(bar, "open")), Qt::Key_Space);
+            QByteArray held;
+            mmc->GetFile(QFileInfo(file).completeBaseName() + ending, held, made.progress.all());
+            return held;
+        };
+        const QString photo = made.test.makeFile(u"photo.bmp"_s, picture(300, 200));
+        const QString asPicture = takesSounds ? u".jpg"_s : u".bmp"_s;
+        QCOMPARE(formOf(sent(u"Pictures"_s, photo, asPicture)), whole);
+        QCOMPARE(formOf(sent(u"Clip Pictures"_s, photo, asPicture)), clip);
+        const QString sound = takesSounds ? made.sound(u"tone.wav"_s, 3)
+                                          : made.test.makeFile(u"song.mid"_s, midiFile(1, {scale(5)}));
+        QCOMPARE(sent(u"Sounds"_s, sound, takesSounds ? u".722"_s : u".mid"_s).size(),
+                 takesSounds ? 24000 : 60);
+        QCOMPARE(made.port.handset().violations(), QStringList());
+        QCOMPARE(workLeftIn(made.test), QStringList());
+        mmc->Offline(made.progress.all());
+    }
+}
+
 void tst_Media::previewsPictures()
 {
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
@@ -381,6 +418,15 @@ void tst_Media::previewsPictures()
     view.resize(500, 400);
     QCOMPARE(textOf(view, "sta"), u"Größe manuell verändert."_s);
     QVERIFY(child<QLabel>(view, "imgBmp").width() > 400);
+
+    auto& zoom = child<QToolButton>(view, "cmdBmp1zu1"); // a form that is closed waits for no picture
+    bool wasOn = true;
+    made.test.clock.after(0, [&] {
+        wasOn = zoom.isEnabled();
+        view.close();
+    });
+    QTest::mouseClick(&zoom, Qt::LeftButton);
+    QVERIFY(!wasOn && zoom.isEnabled() && !view.isVisible());
 
     made.test.settings.PutIniNumber(u"frmMmc_View"_s, u"WindowState"_s, 2); // it was closed maximised
     ui::frmMmc_View maximised(made.program);

@@ -212,6 +212,7 @@ QWidget* frmMmc_View::makeSound()
 bool frmMmc_View::Form_Present(const QString& path, const QString& displayName, bool original)
 {
     m_path = path;
+    m_closing.isClosed = false;
     m_txtFile->setText(displayName);
     const KindRow* kind = kindOf(path);
     bool isShown = kind != nullptr;
@@ -226,7 +227,7 @@ bool frmMmc_View::Form_Present(const QString& path, const QString& displayName, 
     } else if (isShown) {
         presentText();
     }
-    if (!isShown) {
+    if (!isShown && !m_closing.isClosed) {
         m_program.context.dialogs.Show(
             {.text = u"Beim Anzeigen der Datei "_s + path +
                      u" ist ein Fehler aufgetreten. Bitte wiederholen Sie die letzte "
@@ -263,10 +264,11 @@ bool frmMmc_View::presentPicture(bool original)
 {
     const QSize room = roomForPicture();
     const QSize wanted = original ? largestPicture : (QSizeF(room) * devicePixelRatioF()).toSize();
-    const auto [picture, stopped] =
-        media::beside(m_program.context.clock, nullptr, [path = m_path, wanted](const std::stop_token& stop) {
-            return pictureWithin(path, wanted, stop);
-        });
+    m_cmdBmp1zu1->setEnabled(false); // one reading at a time
+    const auto [picture, stopped] = media::beside(
+        m_program.context.clock, &m_closing,
+        [path = m_path, wanted](const std::stop_token& stop) { return pictureWithin(path, wanted, stop); });
+    m_cmdBmp1zu1->setEnabled(true);
     m_picture = picture.image;
     if (stopped || picture.failure)
         return false;
@@ -382,6 +384,7 @@ toolkit::FileType frmMmc_View::savedType() const
 void frmMmc_View::done(int result)
 {
     SaveFormLayout(*this, m_program.context.settings);
+    m_closing.isClosed = true;
     m_sound->stop();
     QDialog::done(result);
 }

@@ -34,7 +34,7 @@ public:
     static bool IsSupported(const QString& name);
 
     /// Fills the form. `original` asks for a picture's true size. Returns false, after a message, if the file
-    /// can't be shown.
+    /// can't be shown, and without one if the user closes the form meanwhile.
     bool Form_Present(const QString& path, const QString& displayName, bool original = false);
 
     /// Fills the form with kind and size of a file that is not supported.
@@ -59,7 +59,15 @@ private:
     toolkit::FileType savedType() const;
     QSize roomForPicture() const;
 
+    /// The user closed the form while a picture was being read.
+    struct Closing final : toolkit::CancelBox
+    {
+        bool isClosed = false;
+        bool Checked() const override { return isClosed; }
+    };
+
     Program& m_program;
+    Closing m_closing;
     QString m_path;
     QImage m_picture;
     QSize m_ownSize;           // that the form gave itself, in contrast to one that the user gave it
