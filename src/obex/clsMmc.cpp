@@ -50,7 +50,10 @@ void clsMmc::ErrMsg(int code)
     const bool isOwnWish = code == Cancelled && m_stopAsked;
     const bool isLoss = code == Timeout && (m_showsTimeoutsOnce || !m_line.port().IsOpen());
     const bool isTold = isLoss && std::exchange(m_lossTold, true);
-    if (!isOwnWish && !isTold && !m_quiet) {
+    const bool isToShow = !isOwnWish && !isTold && !m_quiet;
+    if (isToShow && m_firstFailure) {
+        m_firstFailure->note(code);
+    } else if (isToShow) {
         m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
                              GetFriedlyErrMsg(code),
                      .title = app::productName(),

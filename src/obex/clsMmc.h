@@ -34,6 +34,7 @@ public:
     class Operation; // clsMmcOperation.h, with those below
     class Uncancelled;
     class Quiet;
+    class FirstFailure;
     class Busy;
 
     enum OnlineState { Connecting = 0, Connected = 1, Disconnected = 2 };
@@ -266,6 +267,7 @@ private:
     bool m_showsTimeoutsOnce = false; // the same
     bool m_pastStop = false;          // frames are sent even after a request to stop
     bool m_quiet = false;
+    FirstFailure* m_firstFailure = nullptr; // that takes the codes in place of a box
     int m_lastCode = 0;
     bool m_wasLastSent = false;
 

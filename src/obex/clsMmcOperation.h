@@ -64,6 +64,28 @@ private:
     bool m_was;
 };
 
+/// While one exists it keeps the code of the first failure in place of the box about it, so that the caller
+/// shows one box for all. The box about an upload that the phone ended early is shown all the same. Not for
+/// failures within Quiet.
+class clsMmc::FirstFailure
+{
+public:
+    explicit FirstFailure(clsMmc& client)
+        : m_client(client), m_outer(std::exchange(client.m_firstFailure, this))
+    {
+    }
+    ~FirstFailure() { m_client.m_firstFailure = m_outer; }
+    Q_DISABLE_COPY_MOVE(FirstFailure)
+
+    int code() const { return m_code; } ///< 0 without a failure
+    void note(int code) { m_code = m_code == 0 ? code : m_code; }
+
+private:
+    clsMmc& m_client;
+    FirstFailure* m_outer;
+    int m_code = 0;
+};
+
 /// Emits BusyOn now and BusyOff at the end, the outermost one only.
 class clsMmc::Busy
 {

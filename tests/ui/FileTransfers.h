@@ -9,7 +9,9 @@ class FileTransfers : public QObject
 private Q_SLOTS:
     void downloads();
     void aBrokenLineHasOneBox();
+    void aBrokenUploadHasOneBox();
     void aWishToStopHasNone();
+    void receivedBytesAreCounted();
     void oneProgressForSeveralFiles();
     void filesFromTheDesktop();
     void filesToTheDesktop();

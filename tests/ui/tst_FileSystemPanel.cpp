@@ -30,6 +30,7 @@ class FileSystemPanel : public QObject
 private Q_SLOTS:
     void foldersAndFiles();
     void aSilenceEndsOneCommandOnly();
+    void theListSaysItsState();
     void nothingIsDoneInAnUnknownFolder();
     void searchNarrowsTheList();
     void keysOfTheList();
@@ -69,6 +70,39 @@ void FileSystemPanel::aSilenceEndsOneCommandOnly()
     QCOMPARE(made.saved(), QStringList());
     made.save(0);
     QCOMPARE(made.saved(), QStringList{u"Piep.wav"_s});
+}
+
+/// The list itself says why it shows no files, below the rows that lead out.
+void FileSystemPanel::theListSaysItsState()
+{
+    FilePanel made({}, {.maxPacket = 300});
+    made.show();
+    QStringList notes;
+    bool isStopped = false;
+    QObject::connect(made.mmc.get(), &obex::clsMmc::BytesRxed, made.mmc.get(), [&] {
+        made.progress.cancel.checked = isStopped;
+        const QString note = QString::number(made.panel.lvwFFs().count()) + u": "_s + made.list().note();
+        if (notes.isEmpty() || notes.last() != note)
+            notes.append(note);
+    });
+    made.enter(u"FOL_Sounds"_s);
+    QCOMPARE(notes,
+             QStringList{u"0: Der Ordner wird gelesen..."_s}); // without the files of the folder before
+    QCOMPARE(made.list().note(), QString());
+    isStopped = true;
+    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                obex::GetFriedlyErrMsg(obex::Cancelled));
+    made.enter(u"ROT_"_s);
+    isStopped = made.progress.cancel.checked = false;
+    const QString stopped = u"Das Lesen des Ordners wurde abgebrochen. \"Neu laden\" liest ihn."_s;
+    QCOMPARE(made.list().note(), stopped);
+    const QImage before = made.list().viewport()->grab().toImage();
+    made.list().setNote({});
+    QVERIFY(made.list().viewport()->grab().toImage() != before);
+    made.expectRefusal(3); // after the capacities
+    made.press("refresh");
+    QCOMPARE(made.list().note(), u"Der Ordner konnte nicht gelesen werden. \"Neu laden\" liest ihn."_s);
+    QCOMPARE(made.list().accessibleDescription(), made.list().note());
 }
 
 /// The phones of families 11 to 13 would take the name for one in the root.
@@ -124,7 +158,7 @@ void FileSystemPanel::keysOfTheList()
     made.key(Qt::Key_Return);
     QCOMPARE(made.path(), u"Mobile:\\Sounds\\Neu"_s);
     QCOMPARE(made.shown(), u"ROT_ CDU_"_s);
-    QCOMPARE(made.status(), u"Der Ordner ist leer."_s);
+    QCOMPARE(made.list().note(), u"Der Ordner ist leer."_s);
     made.key(Qt::Key_Backspace);
     QCOMPARE(made.path(), u"Mobile:\\Sounds"_s);
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FOL_Neu"_s));

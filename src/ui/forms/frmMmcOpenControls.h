@@ -36,6 +36,7 @@ struct UploadChoice
 {
     QStringList paths;
     media::UploadOptions options;
+    qsizetype passedOver = 0; ///< things that were given beside them and can't be sent, such as folders
 };
 
 /// The panel at the foot of the file dialog of an upload. Shows the selected files as they will be in the

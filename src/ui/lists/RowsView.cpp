@@ -96,6 +96,13 @@ void RowsView::setPlaceholder(const QString& text)
     viewport()->update();
 }
 
+void RowsView::setNote(const QString& text)
+{
+    m_note = text;
+    setAccessibleDescription(text.isEmpty() ? m_placeholder : text);
+    viewport()->update();
+}
+
 void RowsView::setColumnCharacters(const QList<int>& characters)
 {
     const int width = fontMetrics().averageCharWidth();
@@ -103,20 +110,31 @@ void RowsView::setColumnCharacters(const QList<int>& characters)
         setColumnWidth(column, (characters[column] + 3) * width);
 }
 
+/// The pixel row below the last row that is shown; 0 without any.
+int RowsView::bottomOfRows() const
+{
+    for (int row = lastRow(); row >= 0; --row) {
+        if (!isRowHidden(row, {}))
+            return visualRect(m_model->index(row, 0)).bottom();
+    }
+    return 0;
+}
+
 void RowsView::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
     const bool isNothingFound = m_model->rowCount() > 0 && shownRows() == 0;
-    const QString text = isNothingFound ? QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.")
+    const QString text = isNothingFound      ? QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.")
+                         : !m_note.isEmpty() ? m_note
                          : m_model->rowCount() == 0 ? m_placeholder
                                                     : QString();
-    if (text.isEmpty())
+    const int margin = fontMetrics().height() * 2;
+    const QRect place = viewport()->rect().adjusted(margin, bottomOfRows() + margin, -margin, 0);
+    if (text.isEmpty() || place.isEmpty())
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // readable when disabled too
-    const int margin = fontMetrics().height() * 2;
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text);
+    painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text);
 }
 
 void RowsView::keyPressEvent(QKeyEvent* event)

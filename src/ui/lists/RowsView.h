@@ -33,6 +33,9 @@ public:
     /// Text that is shown while there are no rows.
     void setPlaceholder(const QString& text);
     QString placeholder() const { return m_placeholder; }
+    /// Text below the last row, and in place of the placeholder without rows. Empty for none.
+    void setNote(const QString& text);
+    QString note() const { return m_note; }
     /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
@@ -82,11 +85,13 @@ private:
     void dropHiddenCurrent();
     int lastRow() const { return m_model->rowCount() - 1; }
     int firstShown() const;
+    int bottomOfRows() const;
     void showSelection();
     void showCurrent(int row);
 
     RowsModel* m_model;
     QString m_placeholder;
+    QString m_note;
     toolkit::RowFilter m_filter;
     TypeAhead m_typeAhead;
     RowFormat m_format;

@@ -74,6 +74,12 @@ void BatchDisplay::next(qint64 size)
     drawBar();
 }
 
+void BatchDisplay::setBytes(qint64 bytes)
+{
+    if (isBegun() && m_meter.setBytes(bytes))
+        draw();
+}
+
 void BatchDisplay::drawBar()
 {
     m_target.set(barValue());
@@ -138,6 +144,12 @@ void BatchDisplay::Bar::SetVisible(bool visible)
 {
     if (display.isPassing() && display.m_target.bar)
         display.m_target.bar->SetVisible(visible);
+}
+
+ReceivedBytes::ReceivedBytes(const obex::clsMmc& client, BatchDisplay& display)
+{
+    QObject::connect(&client, &obex::clsMmc::BytesRxed, &m_connection,
+                     [&display](qint64 bytes) { display.setBytes(bytes); });
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "obex/clsMmc.h"
 #include "toolkit/BatchMeter.h"
 #include "toolkit/Progress.h"
 
@@ -31,6 +32,9 @@ public:
     void conclude(const QString& sentence) { m_target.status(sentence); }
     /// The next file's turn has come.
     void next(qint64 size = 0);
+
+    /// So many bytes of that file have come, by no text of the operation.
+    void setBytes(qint64 bytes);
 
     /// Seconds since the beginning of the stage.
     double seconds() const { return m_meter.reading().seconds; }
@@ -74,6 +78,17 @@ private:
     QString m_stage;
     QString m_text; // of the operation
     QString m_tail; // after the text, as it is shown now
+};
+
+/// Counts what the client receives as bytes of the file whose turn it is, for as long as it lives: a phone
+/// need not say ahead of a file how many will come.
+class ReceivedBytes
+{
+public:
+    ReceivedBytes(const obex::clsMmc& client, BatchDisplay& display);
+
+private:
+    QObject m_connection;
 };
 
 /// Result of work on several files, for a sentence in the status bar.

@@ -175,6 +175,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
                    u"Trotzdem löschen?"_s.arg(someOf(unreadable)));
     };
     DeleteStages stages(display, files);
+    const ReceivedBytes received(*mmc, display);
     const auto saving = [&](const FileToDelete& file) { stages.saving(file); };
     const auto deleting = [&](const FileToDelete&) { stages.deleting(); };
     operations::applyDelete(

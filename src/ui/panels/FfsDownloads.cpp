@@ -11,6 +11,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace kalmo::ui {
 
@@ -30,8 +31,8 @@ enum class Step { Done, LeftOut, Failed };
 class Downloader
 {
 public:
-    Downloader(FileAccess& access, BatchDisplay& display, const QString& folder)
-        : m_access(access), m_display(display), m_folder(folder)
+    Downloader(FileAccess& access, BatchDisplay& display, const QString& folder, OnSaved onSaved)
+        : m_access(access), m_display(display), m_folder(folder), m_onSaved(std::move(onSaved))
     {
     }
 
@@ -60,6 +61,7 @@ private:
     FileAccess& m_access;
     BatchDisplay& m_display;
     QString m_folder;
+    OnSaved m_onSaved;
 };
 
 QString Downloader::targetOf(const FileToFetch& file) const
@@ -111,8 +113,10 @@ Step Downloader::download(const FileToFetch& file)
         return Step::Failed;
     }
     const bool wanted = isWanted(file, fetched);
-    if (wanted && client().SaveFile(fetched.bytes, targetOf(file), file.entry->modified)) {
+    const QString target = targetOf(file);
+    if (wanted && client().SaveFile(fetched.bytes, target, file.entry->modified)) {
         bytes += fetched.bytes.size();
+        m_onSaved(file.path, fetched.bytes.size(), target);
         return Step::Done;
     }
     if (wanted)
@@ -193,7 +197,8 @@ QString reportOf(const Downloader& downloader, const BatchResult& result, qsizet
 } // namespace
 
 bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress,
-                   const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder)
+                   const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder,
+                   const OnSaved& onSaved)
 {
     if (names.isEmpty())
         return false;
@@ -204,13 +209,14 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     std::vector<FileToFetch> files;
     for (const QString& name : names)
         files.push_back({.path = from.below(name)});
-    Downloader downloader(access, display, folder.path);
+    Downloader downloader(access, display, folder.path, onSaved);
     {
         const clsMmc::Quiet quiet(*mmc); // one box at the end reports all
         if (!downloader.prepare(files)) {
             progress.status(u"Nichts gespeichert."_s);
             return false;
         }
+        const ReceivedBytes received(*mmc, display);
         downloader.run(files);
     }
     BatchResult result = resultOf(downloader, folder);

@@ -1,9 +1,11 @@
 #include "ui/panels/FfsTransfers.h"
 
+#include "obex/clsMmcOperation.h"
 #include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FileBoxes.h"
 
 #include <QDir>
+#include <QMap>
 
 #include <algorithm>
 #include <utility>
@@ -24,40 +26,30 @@ using toolkit::Icon;
 
 namespace {
 
-/// Text about a file that can't be sent; %1 is its name.
+/// Title of a paragraph with the names of files that can't be sent.
 struct ObstacleRow
 {
     FileObstacle obstacle;
-    QStringView text;
+    QStringView title;
 };
 
-constexpr QStringView noSuchName = u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n%1";
+constexpr QStringView noSuchName = u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:";
 
 constexpr ObstacleRow obstacles[] = {
-    {FileObstacle::NoRoom, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."},
+    {FileObstacle::TooLarge, u"Nicht übertragen, weil größer als 64 MB:"},
+    {FileObstacle::NoLocalFile, u"Nicht übertragen, weil auf diesem Computer nicht vorhanden:"},
+    {FileObstacle::NotReadable, u"Nicht übertragen, weil auf diesem Computer nicht lesbar:"},
     {FileObstacle::NoName, noSuchName},
     {FileObstacle::BadName, noSuchName},
     {FileObstacle::OtherName, noSuchName},
-    {FileObstacle::Twin, u"Nicht übertragen, weil eine andere gewählte Datei im Telefon genauso heißt:\n%1"},
-    {FileObstacle::IsFolder, u"Nicht übertragen, weil im Telefon ein Ordner so heißt:\n%1"},
+    {FileObstacle::Twin, u"Nicht übertragen, weil eine andere gewählte Datei im Telefon genauso heißt:"},
+    {FileObstacle::IsFolder, u"Nicht übertragen, weil im Telefon ein Ordner so heißt:"},
     {FileObstacle::BelowTelecom,
-     u"Nicht übertragen, weil das Telefon in diesem Ordner Kontakte und Termine speichert:\n%1"},
+     u"Nicht übertragen, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"},
 };
 
-void tellObstacle(clsMmc& mmc, const PlannedFile& file)
-{
-    if (file.obstacle == FileObstacle::TooLarge)
-        mmc.ErrMsg(obex::TooMuchData);
-    if (file.obstacle == FileObstacle::NoLocalFile || file.obstacle == FileObstacle::NotReadable)
-        mmc.ErrMsg(obex::ReadFailed);
-    for (const ObstacleRow& row : obstacles) {
-        if (row.obstacle == file.obstacle)
-            tell(mmc, row.text.toString().replace(u"%1"_s, file.path.name()), Icon::Exclamation);
-    }
-}
-
-/// Returns what the client has not said: what is true of the file after a failure. Empty if there is nothing
-/// to add.
+/// Returns what the words for the failed request do not say: what is true of the file after it. Empty if
+/// there is nothing to add.
 QString textAfterFailure(const PlannedFile& file, const FileOutcome& outcome)
 {
     const QString name = file.path.name();
@@ -96,12 +88,12 @@ QString textAfterFailure(const PlannedFile& file, const FileOutcome& outcome)
 }
 
 /// Returns true if the phone has room for all files. Otherwise shows that it has not.
-bool requireRoom(clsMmc& mmc, operations::SendPlan& plan, const operations::SendPolicy& policy)
+bool requireRoom(const clsMmc& mmc, operations::SendPlan& plan, const operations::SendPolicy& policy)
 {
     const bool fits = operations::requireRoom(plan, policy);
-    const auto file = std::ranges::find(plan.files, FileObstacle::NoRoom, &PlannedFile::obstacle);
-    if (!fits && file != plan.files.end())
-        tellObstacle(mmc, *file);
+    if (!fits)
+        tell(mmc, u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s,
+             Icon::Exclamation);
     return fits;
 }
 
@@ -122,11 +114,89 @@ bool askAboutReplaced(const clsMmc& mmc, operations::SendPlan& plan)
     return true;
 }
 
+/// Facts for the sentence and the one box at the end of an upload.
+class UploadReport
+{
+public:
+    explicit UploadReport(const clsMmc& mmc) : m_mmc(mmc) {}
+
+    /// `failure` is the code of the request that failed first, 0 without one.
+    void take(const PlannedFile& file, const FileOutcome& outcome, int failure);
+    /// Empty if there is nothing to report. Of several files all are named.
+    QString text(int failure, bool ofSeveral) const;
+    bool hasFailed() const { return m_hasFailed; }
+
+    BatchResult sent{.verb = u"gesendet"_s};
+
+private:
+    void count(const PlannedFile& file, const FileOutcome& outcome);
+
+    const clsMmc& m_mmc;
+    bool m_hasFailed = false;               // those after it were not tried
+    int m_failure = 0;                      // its code, for failures that the client does not report
+    QStringList m_remarks;                  // paragraphs about single files
+    QStringList m_notDone;                  // about which there is nothing else to say
+    QMap<QString, QStringList> m_obstacles; // names by the title
+};
+
+void UploadReport::count(const PlannedFile& file, const FileOutcome& outcome)
+{
+    const QString name = file.path.name();
+    const auto row = std::ranges::find(obstacles, file.obstacle, &ObstacleRow::obstacle);
+    const bool isDone = outcome.state == State::Done;
+    if (isDone) {
+        sent.files.append(name);
+        sent.bytes += file.size;
+    } else if (file.obstacle == FileObstacle::Kept) {
+        ++sent.leftOut;
+    } else if (outcome.state == State::Unknown || outcome.mayHoldPart) {
+        ++sent.unknown; // a paragraph names it
+    } else {
+        (row != std::end(obstacles) ? m_obstacles[row->title.toString()] : m_notDone).append(name);
+        ++sent.notDone;
+    }
+}
+
+void UploadReport::take(const PlannedFile& file, const FileOutcome& outcome, int failure)
+{
+    count(file, outcome);
+    if (m_hasFailed)
+        return;
+    const bool isDone = outcome.state == State::Done;
+    const QString remark = textAfterFailure(file, outcome);
+    if (!remark.isEmpty() && isDone && failure == 0) // the client has shown its doubt
+        tell(m_mmc, remark, Icon::Information);
+    else if (!remark.isEmpty())
+        m_remarks.append(remark);
+    m_hasFailed = file.isPossible() && !isDone;
+    const bool isOwnWish = outcome.cause == Cause::Interrupted;
+    if (m_hasFailed && !isOwnWish && outcome.cause != Cause::Mismatch && outcome.cause != Cause::NotSaved)
+        m_failure = outcome.code == 0 ? obex::Timeout : outcome.code;
+}
+
+QString UploadReport::text(int failure, bool ofSeveral) const
+{
+    QStringList parts;
+    if (const int code = failure == 0 ? m_failure : failure; code != 0)
+        parts.append(failureText(code));
+    parts += m_remarks;
+    if (m_hasFailed && ofSeveral && !sent.isStopped)
+        parts += titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, m_notDone);
+    for (auto group = m_obstacles.begin(); group != m_obstacles.end(); ++group)
+        parts += titled(group.key(), group.value());
+    return parts.join(u"\n\n"_s);
+}
+
 /// The stages of an upload on the display: what is replaced is read first.
 class SendStages
 {
 public:
-    SendStages(BatchDisplay& display, const operations::SendPlan& plan) : m_display(display), m_plan(plan) {}
+    SendStages(clsMmc& mmc, BatchDisplay& display, const operations::SendPlan& plan)
+        : m_display(display), m_plan(plan), m_received(std::in_place, mmc, display)
+    {
+    }
+
+    bool isSending() const { return m_isSending; }
 
     void saving(const PlannedFile& file)
     {
@@ -137,6 +207,7 @@ public:
     }
     void sending(const PlannedFile& file)
     {
+        m_received.reset();
         if (!std::exchange(m_isSending, true))
             expect({}, 1, [](const PlannedFile& each) { return each.size; });
         m_display.next(file.size);
@@ -160,6 +231,7 @@ private:
 
     BatchDisplay& m_display;
     const operations::SendPlan& m_plan;
+    std::optional<ReceivedBytes> m_received; // while the old files are read
     bool m_isSaving = false;
     bool m_isSending = false;
 };
@@ -175,53 +247,33 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     const operations::SendPolicy policy{
         .stopsAtFailure = true, .freeBytes = freeBytes, .countsRoomOfReplaced = false};
     const bool isLookNeeded = plan.isAnyPossible();
-    BatchResult sent{.verb = u"gesendet"_s};
+    UploadReport report(*mmc);
     if (!access.mayBegin() || (isLookNeeded && !operations::lookBeforeSending(access, plan, policy)) ||
         !requireRoom(*mmc, plan, policy) || !askAboutReplaced(*mmc, plan) ||
         !requireRoom(*mmc, plan, policy)) { // a file that is kept gives no room to others
-        display.conclude(sentenceOf(sent));
+        display.conclude(sentenceOf(report.sent));
         return false;
     }
-    QStringList notDone;
-    QStringList report; // paragraphs of the one box at the end
-    bool hasFailed = false;
-    const auto finished = [&](const PlannedFile& file, const FileOutcome& outcome) {
-        const bool isDone = outcome.state == State::Done;
-        const bool isUnknown = outcome.state == State::Unknown || outcome.mayHoldPart;
-        if (isUnknown && !isDone)
-            ++sent.unknown; // the paragraph about its failure names it
-        else if (file.obstacle == FileObstacle::Kept)
-            ++sent.leftOut;
-        else
-            (isDone ? sent.files : notDone).append(file.path.name());
-        sent.bytes += isDone ? file.size : 0;
-        if (isDone)
-            onSent(file);
-        if (!hasFailed) { // those after it were not tried
-            tellObstacle(*mmc, file);
-            const QString text = textAfterFailure(file, outcome);
-            if (!text.isEmpty() && isDone)
-                tell(*mmc, text, Icon::Information);
-            else if (!text.isEmpty())
-                report.append(text);
-        }
-        hasFailed = hasFailed || (file.isPossible() && !isDone);
-    };
-    SendStages stages(display, plan);
+    SendStages stages(*mmc, display, plan);
+    clsMmc::FirstFailure failure(*mmc); // one box at the end reports all
     const auto saving = [&](const PlannedFile& file) { stages.saving(file); };
     const auto sending = [&](const PlannedFile& file) { stages.sending(file); };
+    const auto finished = [&](const PlannedFile& file, const FileOutcome& outcome) {
+        report.take(file, outcome, failure.code());
+        if (outcome.state == State::Done)
+            onSent(file);
+    };
     operations::applySend(access, plan, policy, {.saving = saving, .sending = sending, .finished = finished});
-    sent.seconds = display.seconds();
-    sent.leftOut += leftOut;
-    sent.notDone = notDone.size();
-    sent.isStopped = access.isStopped();
+    report.sent.seconds = display.seconds();
+    report.sent.leftOut += leftOut;
+    report.sent.isStopped = access.isStopped();
     tellOpenRecord(*mmc, access);
-    if (hasFailed && files.size() > 1 && !access.isStopped())
-        report += titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, notDone);
-    if (!report.isEmpty())
-        tell(*mmc, report.join(u"\n\n"_s), Icon::Exclamation);
-    display.conclude(sentenceOf(sent));
-    return !hasFailed;
+    // The client reports an upload that the user stops; before that his wish needs no box.
+    const bool isWish = failure.code() == obex::Cancelled && !stages.isSending();
+    if (const QString text = report.text(isWish ? 0 : failure.code(), files.size() > 1); !text.isEmpty())
+        tell(*mmc, text, Icon::Exclamation);
+    display.conclude(sentenceOf(report.sent));
+    return !report.hasFailed();
 }
 
 } // namespace kalmo::ui

@@ -19,10 +19,13 @@ struct LocalFolder
     bool isScratch = false; ///< the user need not know it
 };
 
+using OnSaved = std::function<void(const obex::PhonePath& path, qint64 bytes, const QString& localPath)>;
+
 /// Reads files of a folder of the phone into a local one, which no name can leave. A local file of that name
-/// is replaced only if the user wants it.
+/// is replaced only if the user wants it. `onSaved` gets each file that is saved.
 bool downloadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
-                   const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder);
+                   const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder,
+                   const OnSaved& onSaved);
 
 using OnSent = std::function<void(const operations::PlannedFile& file)>;
 

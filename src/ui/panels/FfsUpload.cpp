@@ -101,10 +101,11 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
         batch = prepareAll(program, display, choice);
     }
     if (!batch.goesOn || batch.files.empty()) {
-        display.conclude(sentenceOf({.verb = u"gesendet"_s}));
+        display.conclude(sentenceOf({.verb = u"gesendet"_s, .leftOut = choice.passedOver}));
         return false;
     }
-    const qsizetype leftOut = choice.paths.size() - static_cast<qsizetype>(batch.files.size());
+    const qsizetype leftOut =
+        choice.passedOver + choice.paths.size() - static_cast<qsizetype>(batch.files.size());
     return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.isAll;
 }
 

@@ -8,6 +8,8 @@
 #include <QMimeData>
 #include <QRubberBand>
 
+#include <algorithm>
+
 namespace kalmo::ui {
 
 FileDrop::FileDrop(RowsView& view)
@@ -27,11 +29,15 @@ QStringList FileDrop::filesIn(const QMimeData& content)
     return files;
 }
 
-/// A drag of the list itself is none: those files are in the phone already.
+/// Returns true for a drag of the list itself: those files are in the phone already.
+bool FileDrop::isOwn(const QDropEvent& event) const
+{
+    return event.source() == &m_view || event.source() == m_view.viewport();
+}
+
 bool FileDrop::takes(const QDropEvent& event) const
 {
-    const bool isOwn = event.source() == &m_view || event.source() == m_view.viewport();
-    return !isOwn && event.possibleActions().testFlag(Qt::CopyAction) &&
+    return !isOwn(event) && event.possibleActions().testFlag(Qt::CopyAction) &&
            !filesIn(*event.mimeData()).isEmpty();
 }
 
@@ -66,6 +72,9 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     auto& drag = *static_cast<QDropEvent*>(event);
     if (!takes(drag)) {
         drag.ignore();
+        const bool isFolders = std::ranges::any_of(drag.mimeData()->urls(), &QUrl::isLocalFile);
+        if (event->type() == QEvent::DragEnter && isFolders && !isOwn(drag))
+            Q_EMIT foldersRefused();
         return true;
     }
     drag.setDropAction(Qt::CopyAction);

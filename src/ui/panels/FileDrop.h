@@ -28,11 +28,15 @@ Q_SIGNALS:
     /// are no local files, such as folders.
     void dropped(const QStringList& paths, const QString& key, qsizetype passedOver);
 
+    /// Folders alone are being dragged over the list, which does not take them.
+    void foldersRefused();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     bool takes(const QDropEvent& event) const;
+    bool isOwn(const QDropEvent& event) const;
     int folderRowAt(QPoint position) const;
     void mark(QPoint position);
 

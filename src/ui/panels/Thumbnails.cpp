@@ -1,10 +1,8 @@
 #include "ui/panels/Thumbnails.h"
 
-#include "app/SafeLocalName.h"
 #include "media/PictureConversion.h"
 #include "media/UploadRules.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QPixmap>
 
@@ -35,6 +33,7 @@ Thumbnails::Thumbnails(QObject* parent) : QObject(parent)
 Thumbnails::~Thumbnails()
 {
     m_readers.clear();
+    m_stop.request_stop();
     m_readers.waitForDone();
 }
 
@@ -45,27 +44,22 @@ void Thumbnails::show(const obex::PhonePath& folder, const QList<obex::tObxDirEn
     if (m_pictures.size() > mostPictures)
         m_pictures.clear();
     m_shown.clear();
-    m_entries.clear();
     for (const obex::tObxDirEntry& entry : entries) {
         if (!entry.isFile() || !isPictureFile(entry.name))
             continue;
         const QString id = idOf(folder.below(entry.name), entry.size);
         m_shown.insert(entry.name, id);
-        m_entries.append(entry);
-        if (m_copies.contains(id))
-            load(id, m_copies.value(id));
-    }
-}
-
-void Thumbnails::lookInto(const QString& localFolder)
-{
-    if (localFolder.isEmpty())
-        return;
-    for (const obex::tObxDirEntry& entry : m_entries) {
-        const QString localName = app::safeLocalName(entry.name);
-        const QFileInfo file(QDir(localFolder).filePath(localName));
-        if (!localName.isEmpty() && file.isFile() && file.size() == entry.size)
-            load(m_shown.value(entry.name), file.filePath());
+        const auto copy = m_copies.find(id);
+        if (copy == m_copies.end())
+            continue;
+        if (!copy->listed)
+            copy->listed = entry.modified;
+        if (*copy->listed == entry.modified) {
+            load(id, *copy);
+            continue;
+        }
+        m_copies.erase(copy); // the phone has another file now
+        m_pictures.remove(id);
     }
 }
 
@@ -74,10 +68,11 @@ void Thumbnails::note(const obex::PhonePath& path, qint64 size, const QString& l
     if (!isPictureFile(path.name()))
         return;
     const QString id = idOf(path, size);
-    m_copies.insert(id, localPath);
+    const Copy copy{.path = localPath, .changed = QFileInfo(localPath).lastModified()};
+    m_copies.insert(id, copy);
     m_pictures.remove(id); // of a former file of this size
     if (m_shown.value(path.name()) == id)
-        load(id, localPath);
+        load(id, copy);
 }
 
 void Thumbnails::forget()
@@ -87,27 +82,26 @@ void Thumbnails::forget()
     m_loads.clear();
     m_copies.clear();
     m_shown.clear();
-    m_entries.clear();
 }
 
-void Thumbnails::load(const QString& id, const QString& localPath)
+void Thumbnails::load(const QString& id, const Copy& copy)
 {
     if (m_pictures.contains(id))
         return;
     m_pictures.insert(id, {});
     const int load = ++m_latestLoad;
     m_loads.insert(id, load);
-    m_readers.start([this, id, load, localPath] {
-        QImage image = media::loadPicture(localPath, {side, side}).image;
-        if (image.isNull())
+    m_readers.start([this, id, load, copy, stop = m_stop.get_token()] {
+        const QImage image = media::loadPicture(copy.path, {side, side}, stop).image;
+        if (image.isNull() || QFileInfo(copy.path).lastModified() != copy.changed)
             return;
-        image = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        const QImage small = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         QMetaObject::invokeMethod(
             this,
-            [this, id, load, image] {
+            [this, id, load, small] {
                 if (m_loads.value(id) != load) // the phone was forgotten, or the file was replaced meanwhile
                     return;
-                m_pictures.insert(id, QIcon(QPixmap::fromImage(image)));
+                m_pictures.insert(id, QIcon(QPixmap::fromImage(small)));
                 Q_EMIT changed();
             },
             Qt::QueuedConnection);

@@ -3,14 +3,19 @@
 #include "obex/FolderListing.h"
 #include "obex/PhonePath.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QIcon>
 #include <QObject>
 #include <QThreadPool>
 
+#include <optional>
+#include <stop_token>
+
 namespace kalmo::ui {
 
-/// Small pictures of the files in a folder of the phone, of copies that are on this computer already. They
+/// Small pictures of the files in a folder of the phone, of copies that this program has saved or sent since
+/// the phone was connected: a file of the same name and size from another time may show something else. They
 /// are read beside the event loop, one after the other. Nothing is fetched for them.
 class Thumbnails : public QObject
 {
@@ -25,8 +30,6 @@ public:
 
     /// From now on the thumbnails of this folder are asked for.
     void show(const obex::PhonePath& folder, const QList<obex::tObxDirEntry>& entries);
-    /// Takes files of this folder that have the same name and size as those of the phone.
-    void lookInto(const QString& localFolder);
     /// A file that the phone holds with so many bytes came from here, or was stored here.
     void note(const obex::PhonePath& path, qint64 size, const QString& localPath);
 
@@ -40,14 +43,21 @@ Q_SIGNALS:
     void changed(); ///< there is one more
 
 private:
-    void load(const QString& id, const QString& localPath);
+    /// A file of this computer that the phone holds too.
+    struct Copy
+    {
+        QString path;
+        QDateTime changed;                    // when it was noted; a later change makes it another file
+        std::optional<QDateTime> listed = {}; // time of the phone's file, of the next listing
+    };
+    void load(const QString& id, const Copy& copy);
 
     QHash<QString, QString> m_shown;  // names in the folder, with the id of each
-    QHash<QString, QString> m_copies; // local paths by id
+    QHash<QString, Copy> m_copies;    // by id
     QHash<QString, QIcon> m_pictures; // by id; empty ones are on their way or no pictures
     QHash<QString, int> m_loads;      // by id: the latest reading, whose picture alone counts
     int m_latestLoad = 0;
-    QList<obex::tObxDirEntry> m_entries;
+    std::stop_source m_stop; // of the picture that is being read
     QThreadPool m_readers;
 };
 

@@ -76,12 +76,9 @@ fraFFS::fraFFS(Program& program, std::shared_ptr<obex::clsMmc> mmc, toolkit::Pro
     setTabOrder(search, m_lvwFFs);
     makeCommands();
     m_lvwFFs->setDragSource([this] { return draggedFiles(); });
-    connect(new FileDrop(*m_lvwFFs), &FileDrop::dropped, this,
-            [this](const QStringList& paths, const QString& key, qsizetype passedOver) {
-                takeDropped(paths, key);
-                if (passedOver > 0 && m_progress.panel)
-                    m_progress.status(m_progress.panel->Text() + u" Ordner werden nicht gesendet."_s);
-            });
+    auto* drop = new FileDrop(*m_lvwFFs);
+    connect(drop, &FileDrop::dropped, this, &fraFFS::takeDropped);
+    connect(drop, &FileDrop::foldersRefused, this, [this] { m_progress.status(noFolders); });
     connect(m_lvwFFs, &RowsView::rowDoubleClicked, this, &fraFFS::openRow);
     connect(m_mmc.get(), &obex::clsMmc::DirChange, m_txtFFscDirAct, &QLineEdit::setText);
 }
@@ -168,39 +165,52 @@ bool fraFFS::readFreeBytes()
     return isKnown;
 }
 
+/// Says in the list and in the status bar what is the matter with the list.
+void fraFFS::tellState(const QString& text)
+{
+    m_lvwFFs->setNote(text);
+    m_progress.status(text);
+}
+
 /// A reading that the user stops leaves the list as it was, if it shows that folder.
 void fraFFS::FfsListRefresh()
 {
     const auto shown = std::exchange(m_listed, std::nullopt);
     if (m_mmc->IsOnline() == obex::clsMmc::Connected && m_mmc->DirAct().isEmpty()) {
         obex::DirInLvw({}, m_rows);
-        m_progress.status(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
+        tellState(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
         return;
     }
+    const bool isOther = shown != obex::PhonePath(m_mmc->DirAct());
+    const QString note = m_lvwFFs->note();
+    if (isOther)
+        m_rows.clear();
+    m_lvwFFs->setNote(u"Der Ordner wird gelesen..."_s);
     QList<obex::tObxDirEntry> entries;
     const bool isRead = m_mmc->Dir(entries, m_progress);
-    const obex::PhonePath folder(m_mmc->DirAct());
-    if (!isRead && m_progress.cancelled() && shown == folder) {
+    if (!isRead && m_progress.cancelled() && !isOther) {
+        m_lvwFFs->setNote(note);
         m_listed = shown;
         return;
     }
     obex::DirInLvw(entries, m_rows); // after a failure the ways out alone
     if (!isRead) {
-        m_progress.status(m_progress.cancelled()
-                              ? u"Das Lesen des Ordners wurde abgebrochen. \"Neu laden\" liest ihn."_s
-                              : u"Der Ordner konnte nicht gelesen werden. \"Neu laden\" liest ihn."_s);
+        tellState(m_progress.cancelled()
+                      ? u"Das Lesen des Ordners wurde abgebrochen. \"Neu laden\" liest ihn."_s
+                      : u"Der Ordner konnte nicht gelesen werden. \"Neu laden\" liest ihn."_s);
         return;
     }
+    m_lvwFFs->setNote({});
     if (entries.isEmpty())
-        m_progress.status(u"Der Ordner ist leer."_s);
-    m_listed = folder;
+        tellState(u"Der Ordner ist leer."_s);
+    m_listed = obex::PhonePath(m_mmc->DirAct());
     m_thumbnails->show(*m_listed, entries);
-    m_thumbnails->lookInto(savedFolder());
 }
 
 void fraFFS::forget()
 {
     m_rows.clear();
+    m_lvwFFs->setNote({});
     m_listed.reset();
     m_freeBytes.reset();
     m_txtFFscDirAct->clear();

@@ -23,6 +23,9 @@ class SearchLine;
 class Thumbnails;
 class ucFfsMem;
 
+/// For dropped folders.
+inline const QString noFolders = QStringLiteral("Ordner werden nicht gesendet.");
+
 /// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
 /// channel.
 class fraFFS : public PanelFrame
@@ -73,11 +76,18 @@ private:
     bool changeFolder(const QString& key);
     bool isFolderListed();
     bool isPhoneThere();
+    void tellState(const QString& text);
     bool readFreeBytes();
     void openFile(const QString& name);
     void upload();
-    void takeDropped(const QStringList& paths, const QString& key);
-    void send(const obex::PhonePath& to, const QStringList& given);
+    /// Files from elsewhere, and the number of things beside them that can't be sent.
+    struct Dropped
+    {
+        QStringList paths = {};
+        qsizetype passedOver = 0;
+    };
+    void takeDropped(const QStringList& paths, const QString& key, qsizetype passedOver);
+    void send(const obex::PhonePath& to, const Dropped& given);
     std::unique_ptr<QMimeData> draggedFiles();
     QStringList fetchForDrop(const obex::PhonePath& from, const QStringList& names);
     void showSaveMenu();

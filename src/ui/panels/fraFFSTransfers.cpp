@@ -99,14 +99,15 @@ void fraFFS::upload()
         send(*m_listed, {});
 }
 
-void fraFFS::takeDropped(const QStringList& paths, const QString& key)
+void fraFFS::takeDropped(const QStringList& paths, const QString& key, qsizetype passedOver)
 {
     if (isFolderListed())
-        send(key.isEmpty() ? *m_listed : m_listed->below(key.mid(obex::folderKeyPrefix.size())), paths);
+        send(key.isEmpty() ? *m_listed : m_listed->below(key.mid(obex::folderKeyPrefix.size())),
+             {paths, passedOver});
 }
 
 /// Sends files into a folder of the phone: those that were given, or those that the user chooses.
-void fraFFS::send(const obex::PhonePath& to, const QStringList& given)
+void fraFFS::send(const obex::PhonePath& to, const Dropped& given)
 {
     app::Context& context = m_program.context;
     const int phoneType = context.sy.PhoneType;
@@ -120,18 +121,21 @@ void fraFFS::send(const obex::PhonePath& to, const QStringList& given)
     const std::optional<qint64> freeBytes =
         operations::isOnCard(to) ? operations::FileAccess(m_mmc, u"Upload"_s, m_progress).askForRoom(to)
                                  : m_freeBytes;
-    const auto choice = m_chooseUpload({.kind = kind,
-                                        .phoneType = phoneType,
-                                        .freeBytes = freeBytes,
-                                        .folder = app::GetLastInitDir(context, lastUpload),
-                                        .given = given});
+    auto choice = m_chooseUpload({.kind = kind,
+                                  .phoneType = phoneType,
+                                  .freeBytes = freeBytes,
+                                  .folder = app::GetLastInitDir(context, lastUpload),
+                                  .given = given.paths});
     if (!choice)
         return;
+    choice->passedOver = given.passedOver;
     app::SetLastInitDir(context, lastUpload, choice->paths.first());
     convertAndUpload(m_program, m_mmc, m_progress, to, *choice, freeBytes,
                      [this](const operations::PlannedFile& file) {
                          m_thumbnails->note(file.path, file.size, file.file.localPath);
                      });
+    if (given.passedOver > 0 && m_progress.panel)
+        m_progress.status(m_progress.panel->Text() + u' ' + noFolders);
     refreshAfterWork([&] {
         if (m_listed && to != *m_listed)
             operations::FileAccess(m_mmc, u"Upload"_s, m_progress).enter(*m_listed);
@@ -162,11 +166,12 @@ QStringList fraFFS::fetchForDrop(const obex::PhonePath& from, const QStringList&
         m_program.context.dialogs.Show(media::messageFor({media::Fault::NotWritten, folder.path()}));
         return {};
     }
-    downloadFiles(m_mmc, m_progress, from, names, {.path = folder.path(), .isScratch = true});
-    m_thumbnails->lookInto(folder.path());
     QStringList paths;
-    for (const QFileInfo& file : folder.entryInfoList(QDir::Files))
-        paths.append(file.filePath());
+    downloadFiles(m_mmc, m_progress, from, names, {.path = folder.path(), .isScratch = true},
+                  [&](const obex::PhonePath& path, qint64 bytes, const QString& localPath) {
+                      m_thumbnails->note(path, bytes, localPath);
+                      paths.append(localPath);
+                  });
     return paths;
 }
 
@@ -194,8 +199,10 @@ void fraFFS::saveInto(const QString& folder)
     const QStringList names = selectedNames(true);
     if (names.isEmpty() || !isFolderListed())
         return;
-    downloadFiles(m_mmc, m_progress, *m_listed, names, {.path = QDir::cleanPath(folder)});
-    m_thumbnails->lookInto(folder);
+    downloadFiles(m_mmc, m_progress, *m_listed, names, {.path = QDir::cleanPath(folder)},
+                  [this](const obex::PhonePath& path, qint64 bytes, const QString& localPath) {
+                      m_thumbnails->note(path, bytes, localPath);
+                  });
 }
 
 void fraFFS::deleteSelected()
