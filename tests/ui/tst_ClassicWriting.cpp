@@ -392,6 +392,29 @@ void tst_ClassicWriting::write()
                                        u"gestört: Ein Eintrag kann doppelt im Telefon stehen."_s,
                                        desk, phoneCopy(u"12-00-00"_s)));
              });
+    rows.add("an entry sent again is there twice, and the list was clean before", CommandResult::Failed,
+             {ofList, ofPhone}, [](Desk& desk) {
+                 desk.memory.TbDirty = false;
+                 desk.knows(Certainty::Known);
+                 desk.probe().erase().script.loseAnswer(firstWritten).expectAll({secondWritten, "AT\r"});
+                 desk.readBack({"3,New,1,3,0,", "3,New,1,3,0,", "4,Next,1,4,0,"})
+                     .test.dialogs.expectStart(u"Das Telefon enthält nach dem Schreiben nicht, was "
+                                               u"geschrieben wurde. Fehlende Einträge: 0, "
+                                               u"geänderte: 0, überzählige: 1."_s);
+             });
+    rows.add("an entry sent again may be there twice: reading back skipped one both times",
+             CommandResult::Done, {ofList, ofPhone}, [](Desk& desk) {
+                 desk.knows(Certainty::Known);
+                 desk.probe().erase().script.loseAnswer(firstWritten).expectAll({secondWritten, "AT\r"});
+                 for (int reading = 0; reading < 2; ++reading)
+                     desk.script.expect("AT^WSSL=\"TB\"\r")
+                         .loseAnswer("AT^WSRE\r", "^WSRE: 3,New,1,3,0,")
+                         .expect("AT^WSRE\r", "^WSRE: 4,Next,1,4,0,")
+                         .expectAll({"AT^WSRE\r", "AT\r"});
+                 desk.tell(u"Das Telefon hat alle 2 Einträge bestätigt, konnte danach aber nicht zur "
+                           u"Kontrolle gelesen werden. Die Übertragung war gestört: Ein Eintrag kann doppelt "
+                           u"im Telefon stehen. Bitte lesen Sie die Liste noch einmal ein."_s);
+             });
 
     rows.each([&](const auto& result, const auto& backups, const auto& prepare) {
         Desk desk;

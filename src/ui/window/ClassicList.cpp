@@ -139,8 +139,11 @@ void ClassicList::write()
 {
     m_isWriting = true;
     const toolkit::BusyScope busy(&m_parts.busy);
+    const bool wasDirty = isDirty();
     const CommandResult result = writeClassicList(job(), *m_rows, m_origin);
     m_isWriting = false;
+    if (isDirty() && !wasDirty)
+        setDirty();
     if (result != CommandResult::Done)
         return;
     Q_EMIT stateChanged(ListState::Read);

@@ -100,6 +100,13 @@ QString filesText(const SavedFiles& files)
     return text;
 }
 
+QString doublesText(const operations::ListOutcome& result)
+{
+    return result.mayHoldDoubles
+               ? u" Die Übertragung war gestört: Ein Eintrag kann doppelt im Telefon stehen."_s
+               : QString();
+}
+
 QString contentText(const operations::ListOutcome& result)
 {
     const operations::Outcome& outcome = result.outcome;
@@ -114,9 +121,7 @@ QString contentText(const operations::ListOutcome& result)
         u"Das Telefon hat %1 von %2 Einträgen bestätigt."_s.arg(outcome.confirmed).arg(outcome.planned);
     if (outcome.unknown > 0)
         text += u" Ob auch der nächste angekommen ist, ist nicht bekannt."_s;
-    if (result.mayHoldDoubles)
-        text += u" Die Übertragung war gestört: Ein Eintrag kann doppelt im Telefon stehen."_s;
-    return text;
+    return text + doublesText(result);
 }
 
 /// "neu: 2 (Anna, Bert)"
@@ -204,7 +209,8 @@ QString uncheckedWriteText(const operations::ListOutcome& result, const SavedFil
 {
     if (result.outcome.cause != Cause::Mismatch)
         return u"Das Telefon hat alle %1 Einträge bestätigt, konnte danach aber nicht zur Kontrolle gelesen "
-               u"werden. Bitte lesen Sie die Liste noch einmal ein."_s.arg(result.outcome.planned);
+               u"werden.%2 Bitte lesen Sie die Liste noch einmal ein."_s.arg(result.outcome.planned)
+                   .arg(doublesText(result));
     const phonedata::ListDiff& diff = result.mismatch;
     return u"Das Telefon enthält nach dem Schreiben nicht, was geschrieben wurde. Fehlende Einträge: %1, "
            u"geänderte: %2, überzählige: %3."_s.arg(diff.add.size())
