@@ -1,5 +1,6 @@
 #include "cli/ContactChange.h"
 
+#include "cli/CauseWords.h"
 #include "cli/ContactWords.h"
 #include "cli/DataWork.h"
 #include "cli/FileWords.h"
@@ -49,23 +50,16 @@ ExitStatus reportReading(Job& job, const ContactEdit& edit, Cause cause)
 
 QString reasonOf(Job& job, const ContactOutcome& outcome)
 {
-    switch (outcome.facts.cause) {
-    case Cause::Interrupted:
-        return u"interrupted"_s;
-    case Cause::PhoneRefused:
-        return outcome.refusedFor.isEmpty() ? u"the phone refused it"_s
-                                            : u"the phone refused %1"_s.arg(printable(outcome.refusedFor));
-    case Cause::NoAnswer:
-        return outcome.refusedFor.isEmpty()
-                   ? u"the phone did not answer"_s
-                   : u"the phone did not confirm %1"_s.arg(printable(outcome.refusedFor));
-    case Cause::LineGone:
-        return u"%1 is gone"_s.arg(job.portName());
-    case Cause::Mismatch:
-        return u"the phone does not hold them as they were sent"_s;
-    default:
-        return u"not all of them were confirmed"_s;
-    }
+    const QString who = printable(outcome.refusedFor);
+    const QString unconfirmed = u"not all of them were confirmed"_s;
+    return causeInWords(outcome.facts.cause, job.portName(),
+                        {{Cause::None, unconfirmed},
+                         {Cause::Doubtful, unconfirmed},
+                         {Cause::PhoneRefused,
+                          who.isEmpty() ? u"the phone refused it"_s : u"the phone refused %1"_s.arg(who)},
+                         {Cause::NoAnswer, who.isEmpty() ? u"the phone did not answer"_s
+                                                         : u"the phone did not confirm %1"_s.arg(who)},
+                         {Cause::Mismatch, u"the phone does not hold them as they were sent"_s}});
 }
 
 QJsonArray luidsJson(const QStringList& luids)

@@ -1,5 +1,7 @@
 #include "cli/FileWords.h"
 
+#include "cli/CauseWords.h"
+
 #include <algorithm>
 
 namespace kalmo::cli {
@@ -68,30 +70,13 @@ ExitStatus statusOf(FileObstacle obstacle)
 
 QString reasonText(Cause cause)
 {
-    switch (cause) {
-    case Cause::PhoneRefused:
-        return u"the phone refused"_s;
-    case Cause::NoAnswer:
-        return u"the phone did not answer"_s;
-    case Cause::LineGone:
-        return u"the line is gone"_s;
-    case Cause::Interrupted:
-        return u"interrupted"_s;
-    case Cause::NotSaved:
-        return u"what the phone holds could not be saved first"_s;
-    case Cause::NotRead:
-        return u"the file could not be read"_s;
-    case Cause::Mismatch:
-        return u"its size is not the one that the phone lists"_s;
-    case Cause::NoRoom:
-        return u"the phone has too little room left"_s;
-    case Cause::NotPossible:
-        return u"the phone can't do that"_s;
-    case Cause::None:
-    case Cause::Doubtful:
-        break;
-    }
-    return u"it was not tried"_s;
+    return causeInWords(cause, u"the line"_s,
+                        {{Cause::None, u"it was not tried"_s},
+                         {Cause::Doubtful, u"it was not tried"_s},
+                         {Cause::PhoneRefused, u"the phone refused"_s},
+                         {Cause::NotRead, u"the file could not be read"_s},
+                         {Cause::Mismatch, u"its size is not the one that the phone lists"_s},
+                         {Cause::NotPossible, u"the phone can't do that"_s}});
 }
 
 QString reasonText(const FileOutcome& outcome)

@@ -1,5 +1,6 @@
 #include "cli/SettingReport.h"
 
+#include "cli/CauseWords.h"
 #include "cli/FileWords.h"
 
 namespace kalmo::cli {
@@ -36,22 +37,13 @@ QString failureText(const Job& job, const SettingWords& words, const Outcome& ou
 
 QString reasonText(const Job& job, Cause cause)
 {
-    if (!job.line.port().IsOpen())
-        return u"%1 is gone"_s.arg(job.portName());
-    switch (cause) {
-    case Cause::PhoneRefused:
-        return u"the phone refused"_s;
-    case Cause::NotRead:
-        return u"could not understand the phone's answer"_s;
-    case Cause::Doubtful:
-        return u"no two answers of the phone were the same"_s;
-    case Cause::Mismatch:
-        return u"the phone shows another value"_s;
-    case Cause::NotPossible:
-        return u"this phone can't hold it"_s;
-    default:
-        return u"the phone did not answer"_s;
-    }
+    return causeInWords(job.line.port().IsOpen() ? cause : Cause::LineGone, job.portName(),
+                        {{Cause::None, u"the phone did not answer"_s},
+                         {Cause::PhoneRefused, u"the phone refused"_s},
+                         {Cause::NotRead, u"could not understand the phone's answer"_s},
+                         {Cause::Doubtful, u"no two answers of the phone were the same"_s},
+                         {Cause::Mismatch, u"the phone shows another value"_s},
+                         {Cause::NotPossible, u"this phone can't hold it"_s}});
 }
 
 ExitStatus reportSetting(Job& job, const SettingWords& words, const Outcome& outcome)

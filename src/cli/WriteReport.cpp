@@ -1,5 +1,6 @@
 #include "cli/WriteReport.h"
 
+#include "cli/CauseWords.h"
 #include "cli/Tables.h"
 
 #include <QJsonObject>
@@ -36,24 +37,15 @@ private:
 
 QString reasonOf(const WriteFailure& failure)
 {
-    switch (failure.result.outcome.cause) {
-    case Cause::Interrupted:
-        return u"interrupted"_s;
-    case Cause::LineGone:
-        return u"%1 is gone"_s.arg(failure.port);
-    case Cause::PhoneRefused:
-        if (!failure.result.isErased)
-            return u"the phone refused the erase"_s;
-        return failure.result.outcome.sent > 0 ? u"the phone refused an entry"_s
-                                               : u"the phone refused to go on after the erase"_s;
-    case Cause::Doubtful:
-        return failure.result.hasChangedMeanwhile ? u"the list in the phone has changed since it was read"_s
-                                                  : u"it is not safely known what the phone holds"_s;
-    case Cause::NotRead:
-        return u"the phone did not give all entries when they were read again"_s;
-    default:
-        return u"the phone did not answer"_s;
-    }
+    const operations::ListOutcome& result = failure.result;
+    const QString refused = !result.isErased          ? u"the phone refused the erase"_s
+                            : result.outcome.sent > 0 ? u"the phone refused an entry"_s
+                                                      : u"the phone refused to go on after the erase"_s;
+    const QString notRead = u"the phone did not give all entries when they were read again"_s;
+    const Cause cause = result.outcome.cause;
+    if (cause == Cause::Doubtful && result.hasChangedMeanwhile)
+        return u"the list in the phone has changed since it was read"_s;
+    return causeInWords(cause, failure.port, {{Cause::PhoneRefused, refused}, {Cause::NotRead, notRead}});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Putting back a former state.
 
+#include "cli/CauseWords.h"
 #include "cli/Commands.h"
 #include "cli/DataWork.h"
 #include "cli/FileWords.h"
@@ -64,32 +65,14 @@ QString doubtInWords(Undo::Doubt doubt)
     return u"the line was disturbed, so what the phone holds is not safely known"_s;
 }
 
-QString causeInWords(Job& job, const Undo& undo, const Outcome& outcome)
+QString reasonOf(Job& job, const Undo& undo, const Outcome& outcome)
 {
-    switch (outcome.cause) {
-    case Cause::Interrupted:
-        return u"interrupted"_s;
-    case Cause::PhoneRefused:
-        return u"the phone refused it"_s;
-    case Cause::NoAnswer:
-        return u"the phone did not answer"_s;
-    case Cause::LineGone:
-        return u"%1 is gone"_s.arg(job.portName());
-    case Cause::NotSaved:
-        return u"could not save what the phone holds now: %1"_s.arg(outcome.reason);
-    case Cause::Doubtful:
-        return doubtInWords(undo.doubt());
-    case Cause::NoRoom:
-        return u"the phone has no room"_s;
-    case Cause::Mismatch:
-        return u"the phone does not hold what was sent"_s;
-    case Cause::NotPossible:
-        return u"this record holds no state that can be put back"_s;
-    case Cause::None:
-    case Cause::NotRead:
-        break;
-    }
-    return u"could not read what the phone holds"_s;
+    return causeInWords(
+        outcome.cause, job.portName(),
+        {{Cause::NotSaved, u"could not save what the phone holds now: %1"_s.arg(outcome.reason)},
+         {Cause::Doubtful, doubtInWords(undo.doubt())},
+         {Cause::NoRoom, u"the phone has no room"_s},
+         {Cause::NotPossible, u"this record holds no state that can be put back"_s}});
 }
 
 /// One run of the command, with a phone that was found.
@@ -179,8 +162,7 @@ ExitStatus UndoCommand::fail(const Outcome& outcome)
 
 QString UndoCommand::couldNot(const Outcome& outcome) const
 {
-    return u"could not put back the %1: %2"_s.arg(nameOf(m_undo.record()),
-                                                  causeInWords(m_job, m_undo, outcome));
+    return u"could not put back the %1: %2"_s.arg(nameOf(m_undo.record()), reasonOf(m_job, m_undo, outcome));
 }
 
 ExitStatus UndoCommand::finish(const Outcome& outcome)
