@@ -2,6 +2,7 @@
 
 #include "operations/CardLosses.h"
 #include "operations/ContactFields.h"
+#include "phonedata/EntryRules.h"
 
 #include <QDate>
 #include <QRegularExpression>
@@ -37,13 +38,12 @@ bool isBirthday(const QString& text)
 
 QStringList warningsAboutField(const ContactField& field, const QString& text)
 {
-    static const QRegularExpression number(u"^[0-9#*+?]*$"_s);
     QStringList warnings;
     if (std::any_of(text.begin(), text.end(), isControl))
         warnings.append(u"there is a control character in \"%1\""_s.arg(field.key));
     if (field.longest != operations::anyLength && text.size() > field.longest)
         warnings.append(u"\"%1\" is longer than %2 characters"_s.arg(text, QString::number(field.longest)));
-    if (field.isNumber && !number.match(text).hasMatch())
+    if (field.isNumber && phonedata::acceptedContactNumber(text) != text)
         warnings.append(u"\"%1\" is more than digits, #, *, + and ?"_s.arg(text));
     return warnings;
 }

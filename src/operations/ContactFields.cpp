@@ -1,6 +1,7 @@
 #include "operations/ContactFields.h"
 
 #include "app/CodePage.h"
+#include "phonedata/PhoneCharacters.h"
 
 #include <QRegularExpression>
 
@@ -9,17 +10,20 @@
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
+using phonedata::longestEmail;
+using phonedata::longestName;
+using phonedata::longestNumber;
 using phonedata::tVcfEntry;
 
 namespace {
 
 constexpr std::array<ContactField, 8> fieldTable = {{
-    {u"lastName", &tVcfEntry::lastName, 16, false},
-    {u"firstName", &tVcfEntry::firstName, 16, false},
-    {u"home", &tVcfEntry::home, 32, true},
-    {u"mobile", &tVcfEntry::mobile, 32, true},
-    {u"work", &tVcfEntry::work, 32, true},
-    {u"email", &tVcfEntry::email, 60, false},
+    {u"lastName", &tVcfEntry::lastName, longestName, false},
+    {u"firstName", &tVcfEntry::firstName, longestName, false},
+    {u"home", &tVcfEntry::home, longestNumber, true},
+    {u"mobile", &tVcfEntry::mobile, longestNumber, true},
+    {u"work", &tVcfEntry::work, longestNumber, true},
+    {u"email", &tVcfEntry::email, longestEmail, false},
     {u"birthday", &tVcfEntry::birthday, anyLength, false},
     {u"luid", &tVcfEntry::luid, anyLength, false},
 }};

@@ -6,6 +6,7 @@ namespace kalmo::phonedata {
 
 inline constexpr int longestName = 16;   ///< characters of a name that every handset can hold
 inline constexpr int longestNumber = 32; ///< characters of a number
+inline constexpr int longestEmail = 60;  ///< characters of an e-mail address
 
 /// Returns true if a handset's name field can show the character: ASCII less brackets, backslash, circumflex
 /// and grave accent, and the usual accented letters.

@@ -1,18 +1,23 @@
 #include "transfer/import/ImportFields.h"
 
 #include "link/PhoneModels.h"
+#include "phonedata/PhoneCharacters.h"
 
 namespace kalmo::transfer {
+
+using phonedata::longestEmail;
+using phonedata::longestName;
+using phonedata::longestNumber;
 
 namespace {
 
 // The first headings are those of Kalmo's own files. Those of mail programs, telephones,
 // spreadsheets and routers follow, the likeliest first.
 constexpr std::array<ImportField, 3> classicFields = {{
-    {u"name", u"Name", FieldKind::Name, 16,
+    {u"name", u"Name", FieldKind::Name, longestName,
      u"Name|Anzeigename|Vollständiger Name|Kontaktname|Nachname|Display Name|Full Name|Last Name|Family Name|"
      u"Surname|realName|Firma|Company"},
-    {u"number", u"Telefonnummer", FieldKind::Number, 32,
+    {u"number", u"Telefonnummer", FieldKind::Number, longestNumber,
      u"Nummer|Telefonnummer|Rufnummer|Telefon|Tel.|Telefon (privat)|Telefon privat|Telefon Privat|Festnetz|"
      u"Mobiltelefon|Mobil|Handy|Telefon geschäftlich|Telefon (geschäftlich)|Number|Phone|Phone Number|Home "
      u"Phone|"
@@ -22,20 +27,20 @@ constexpr std::array<ImportField, 3> classicFields = {{
 }};
 
 constexpr std::array<ImportField, mostFields> vcardFields = {{
-    {u"lastName", u"Nachname", FieldKind::Name, 16,
+    {u"lastName", u"Nachname", FieldKind::Name, longestName,
      u"Name|Nachname|Familienname|Last Name|Family Name|Surname|Anzeigename|Display Name|Full Name"},
-    {u"firstName", u"Vorname", FieldKind::Name, 16, u"Vorname|First Name|Given Name"},
-    {u"home", u"Telefon", FieldKind::Number, 32,
+    {u"firstName", u"Vorname", FieldKind::Name, longestName, u"Vorname|First Name|Given Name"},
+    {u"home", u"Telefon", FieldKind::Number, longestNumber,
      u"Telefon|Nummer|Telefonnummer|Rufnummer|Telefon (privat)|Telefon privat|Tel. privat|Privat|Festnetz|"
      u"Home Phone|Phone|Phone Number|Phone 1 - Value"},
-    {u"mobile", u"Tel. (Mobil)", FieldKind::Number, 32,
+    {u"mobile", u"Tel. (Mobil)", FieldKind::Number, longestNumber,
      u"Tel. (Mobil)|Mobiltelefon|Mobil|Handy|Mobilnummer|Handy privat|Mobile Phone|Mobile Number|Mobile|Cell "
      u"Phone|"
      u"Phone 2 - Value"},
-    {u"work", u"Tel. (Büro)", FieldKind::Number, 32,
+    {u"work", u"Tel. (Büro)", FieldKind::Number, longestNumber,
      u"Tel. (Büro)|Telefon geschäftlich|Telefon (geschäftlich)|Telefon (gesch.)|Geschäftlich|Büro|Dienstlich|"
      u"Business Phone|Work Phone|Phone 3 - Value"},
-    {u"email", u"Email", FieldKind::Email, 60,
+    {u"email", u"Email", FieldKind::Email, longestEmail,
      u"Email|eMail|E-Mail-Adresse|E-Mail|Mail|Primäre E-Mail-Adresse|E-mail Address|Primary Email|"
      u"E-mail 1 - Value"},
     {u"birthday", u"Jahrestag", FieldKind::Birthday, 0,

@@ -25,12 +25,6 @@ using namespace Qt::StringLiterals;
 using namespace phonedata;
 using toolkit::Answer;
 
-namespace {
-
-constexpr int longestEmail = 60;
-
-} // namespace
-
 frmVCFneu::frmVCFneu(Program& program, std::shared_ptr<VcardStore> store, QWidget* parent)
     : QDialog(parent), m_program(program), m_store(std::move(store)),
       m_calGebu(named(new ucCalendar(program.context, this), u"calGebu"_s)),
