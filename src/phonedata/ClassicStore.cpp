@@ -220,8 +220,10 @@ void noteWritten(StoreContent& content, StoreEntries written, const StoreWriting
 
 QByteArray replyFor(const QByteArray& writeCommand)
 {
-    // The read command answers an entry in the form in which the write command takes it.
-    return "^WSRE: " + writeCommand.sliced(writeStart.size());
+    // The read command answers an entry in the form in which the write command takes it, but leaves out the
+    // length of an empty name.
+    const QByteArray entry = writeCommand.sliced(writeStart.size());
+    return "^WSRE: " + (entry.startsWith("0,,") ? entry.sliced(1) : entry);
 }
 
 QString takeField(QString& text)

@@ -1,15 +1,11 @@
 #include "phonedata/ListDiff.h"
 
-#include "phonedata/StoreTraits.h"
-
 #include <QHash>
 #include <QPair>
 
 #include <algorithm>
 
 namespace kalmo::phonedata {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -73,20 +69,6 @@ ListDiff diffLists(const std::vector<ClassicEntry>& held, const std::vector<Clas
             diff.remove.push_back(held[index]);
     }
     return diff;
-}
-
-ClassicEntry asHeld(const ClassicEntry& entry, Store store, int phoneType, const SoundList& sounds,
-                    app::DebugLog& log)
-{
-    // The phone sends an entry without a name in a form of its own, which is read under a name.
-    if (entry.name.isEmpty()) {
-        ClassicEntry named = entry;
-        named.name = u"Ohne Name"_s;
-        return asHeld(named, store, phoneType, sounds, log);
-    }
-    const StoreTraits& traits = traitsOf(store);
-    return traits.entryFromReply(replyFor(traits.writeCommand(entry, phoneType, sounds)), phoneType, sounds,
-                                 log);
 }
 
 } // namespace kalmo::phonedata

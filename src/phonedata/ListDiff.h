@@ -1,7 +1,6 @@
 #pragma once
 
 #include "phonedata/ClassicEntry.h"
-#include "phonedata/ClassicStore.h"
 
 namespace kalmo::phonedata {
 
@@ -27,11 +26,5 @@ struct ListDiff
 
 /// Compares what a store holds with a list that is to be written.
 ListDiff diffLists(const std::vector<ClassicEntry>& held, const std::vector<ClassicEntry>& wanted);
-
-/// The entry as a handset gives it back once it was written: without what the handset's family doesn't keep,
-/// without characters that the code page doesn't have, and with melodies as the read command names them. For
-/// the provider list name and number.
-ClassicEntry asHeld(const ClassicEntry& entry, Store store, int phoneType, const SoundList& sounds,
-                    app::DebugLog& log);
 
 } // namespace kalmo::phonedata

@@ -1,6 +1,7 @@
 // The changes that writing a list makes, and the form in which a phone gives entries back.
 
 #include "phonedata/ListDiff.h"
+#include "phonedata/StoreTraits.h"
 #include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
@@ -84,6 +85,8 @@ private Q_SLOTS:
             {"characters that the code page lacks", Store::Phonebook, 3,
              with([](ClassicEntry& e) { e.name = u"Łódź"_s; }),
              with([](ClassicEntry& e) { e.name = u"?ód?"_s; })},
+            {"no name", Store::Phonebook, 2, with([](ClassicEntry& e) { e.name.clear(); }),
+             with([](ClassicEntry& e) { e.name = u"Ohne Name"_s; })},
             {"providers have a name and a number", Store::Providers, 2, full,
              ClassicEntry{.name = full.name, .number = full.number}},
         };
@@ -91,7 +94,9 @@ private Q_SLOTS:
             TestContext test;
             SoundList sounds;
             sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
-            QVERIFY(asHeld(entry, store, phoneType, sounds, test.log) == held);
+            const StoreTraits& traits = traitsOf(store);
+            const QByteArray reply = replyFor(traits.writeCommand(entry, phoneType, sounds));
+            QVERIFY(traits.entryFromReply(reply, phoneType, sounds, test.log) == held);
         });
     }
 };
