@@ -3,16 +3,10 @@
 
 #include "Shell.h"
 #include "support/HandsetMemory.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
 #include <QDirIterator>
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using handset::Faults;
 
 namespace {
 

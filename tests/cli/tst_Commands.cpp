@@ -2,15 +2,7 @@
 // never send.
 
 #include "Shell.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::cli;
-using namespace kalmo::tests;
 
 class tst_Commands : public QObject
 {

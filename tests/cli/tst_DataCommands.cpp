@@ -3,18 +3,10 @@
 
 #include "app/SettingsKeys.h"
 #include "Shell.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::cli;
-using namespace kalmo::tests;
-using handset::Faults;
 
 namespace {
 

@@ -1,13 +1,7 @@
 // Lists as files for other programs: the words of the command, what comes out, and what stays.
 
 #include "cli/Shell.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
 
 namespace {
 

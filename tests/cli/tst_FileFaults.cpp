@@ -3,20 +3,12 @@
 
 #include "operations/SendFiles.h"
 #include "Shell.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
 #include <QJsonArray>
-#include <QTest>
 
 #include <map>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::cli;
-using namespace kalmo::tests;
-using handset::Faults;
 
 namespace {
 

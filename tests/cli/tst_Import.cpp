@@ -4,13 +4,6 @@
 #include "support/AddressBooks.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace kalmo::cli;
-
 namespace {
 
 const QByteArray cards =

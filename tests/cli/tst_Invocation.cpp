@@ -1,15 +1,10 @@
 // Meaning of the words on the command line.
 
 #include "cli/Help.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
 
 #include <set>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 using namespace kalmo::cli;
 
 namespace {

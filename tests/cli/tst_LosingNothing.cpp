@@ -3,16 +3,7 @@
 
 #include "phonedata/BackupFiles.h"
 #include "Shell.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::cli;
-using namespace kalmo::tests;
-using handset::Faults;
 
 namespace {
 

@@ -3,17 +3,12 @@
 #include "cli/CliDialogs.h"
 #include "cli/CliProgress.h"
 #include "cli/Tables.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QJsonArray>
-#include <QTest>
 
 #include <cerrno>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
-using namespace kalmo;
 using namespace kalmo::cli;
 using toolkit::Answer;
 using toolkit::Buttons;

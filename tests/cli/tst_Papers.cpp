@@ -7,9 +7,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using namespace kalmo::cli;
 
 namespace {

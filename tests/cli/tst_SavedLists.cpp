@@ -6,15 +6,11 @@
 #include "cli/SavedListWords.h"
 #include "cli/Tables.h"
 #include "operations/ContactFields.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 using namespace kalmo::cli;
 using namespace kalmo::operations;
 using namespace kalmo::phonedata;

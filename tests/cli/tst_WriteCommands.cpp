@@ -4,15 +4,7 @@
 #include "operations/Records.h"
 #include "phonedata/RawReplies.h"
 #include "Shell.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::cli;
-using namespace kalmo::tests;
 
 class tst_WriteCommands : public QObject
 {

@@ -9,10 +9,7 @@
 #include <QDateTime>
 #include <QTemporaryDir>
 #include <QtEndian>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 using namespace kalmo::transfer;
 
 namespace {

@@ -1,19 +1,13 @@
 // Backup files: what goes into them, what comes back, and that an old one is never harmed.
 
 #include "phonedata/BackupFiles.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
-using toolkit::Icon;
 
 namespace {
 

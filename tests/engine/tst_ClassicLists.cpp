@@ -4,15 +4,9 @@
 #include "phonedata/ProviderList.h"
 #include "phonedata/Ringtones.h"
 #include "support/ClassicPhone.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -3,15 +3,9 @@
 
 #include "phonedata/ClassicPhonebook.h"
 #include "support/ClassicPhone.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
 
 Q_DECLARE_METATYPE(kalmo::phonedata::ClassicEntry)
 

@@ -6,21 +6,15 @@
 #include "operations/Records.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
 #include <QJsonArray>
-#include <QTest>
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::operations;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
-using handset::Faults;
 
 namespace {
 

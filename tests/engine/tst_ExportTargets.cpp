@@ -3,7 +3,6 @@
 #include "app/CodePage.h"
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 #include "transfer/export/CsvTarget.h"
@@ -13,12 +12,7 @@
 #include "transfer/export/XlsxTarget.h"
 #include "transfer/export/ZipFile.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::transfer;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -5,7 +5,6 @@
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
 #include "support/RecordedProgress.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
@@ -13,15 +12,8 @@
 #include "transfer/export/HtmlTarget.h"
 
 #include <QDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::transfer;
-using namespace kalmo::tests;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 using toolkit::Message;
 
 namespace {

@@ -3,17 +3,11 @@
 #include "app/Files.h"
 #include "app/IniFile.h"
 #include "app/SettingsKeys.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QtTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 class tst_Files : public QObject
 {

@@ -9,10 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QStringEncoder>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::transfer;
 
 namespace {

@@ -7,9 +7,6 @@
 #include "transfer/import/NumberRewriting.h"
 #include "transfer/import/TextDecoding.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using namespace kalmo::transfer;
 
 namespace {

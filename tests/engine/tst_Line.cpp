@@ -1,15 +1,8 @@
 // The serial line: AT exchanges, raw exchanges and their timeouts.
 
 #include "support/RecordedProgress.h"
-#include "support/Rows.h"
 #include "support/ScriptedLine.h"
 #include "support/TestProgram.h"
-
-#include <QtTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

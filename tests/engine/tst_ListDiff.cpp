@@ -2,15 +2,10 @@
 
 #include "phonedata/ListDiff.h"
 #include "phonedata/StoreTraits.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -1,16 +1,12 @@
 // The rows of a list: keys, order, selection.
 
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "toolkit/ListRows.h"
 #include "toolkit/RowFilter.h"
 
 #include <QSignalSpy>
-#include <QtTest>
 
 using namespace kalmo::toolkit;
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -1,15 +1,9 @@
 // The phone's file system by its frames: listing, moving about, deleting, renaming, permissions, capacities.
 
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "toolkit/ListRows.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
 using obex::clsMmc;
 using obex::GetFriedlyErrMsg;
 using toolkit::ListRows;

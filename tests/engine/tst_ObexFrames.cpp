@@ -5,12 +5,8 @@
 #include "obex/ResponseCodes.h"
 #include "obex/ResponseFrame.h"
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using namespace kalmo::obex;
 using kalmo::tests::header;
 using kalmo::tests::hex;

@@ -3,13 +3,8 @@
 #include "obex/FileTypes.h"
 #include "obex/FolderListing.h"
 #include "obex/FolderRows.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 using namespace kalmo::obex;
 using kalmo::toolkit::ListRows;
 

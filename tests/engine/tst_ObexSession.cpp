@@ -4,20 +4,12 @@
 #include "app/SettingsKeys.h"
 #include "obex/DataChannel.h"
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
 using link::LineMode;
 using obex::clsMmc;
 using obex::GetFriedlyErrMsg;
 using obex::Target;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 namespace {
 

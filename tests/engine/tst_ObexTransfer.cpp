@@ -1,19 +1,12 @@
 // Files on their way to the phone and back.
 
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
 using obex::clsMmc;
 using obex::GetFriedlyErrMsg;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 namespace {
 

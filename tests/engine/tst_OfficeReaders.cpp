@@ -8,12 +8,8 @@
 
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::transfer;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -2,15 +2,9 @@
 
 #include "link/mdlComInfos.h"
 #include "link/PortAccess.h"
-#include "support/Rows.h"
 #include "support/ScriptedPort.h"
 #include "support/TestProgram.h"
 
-#include <QtTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using link::DeviceEntry;
 using link::SerialDevice;
 

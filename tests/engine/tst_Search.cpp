@@ -5,17 +5,8 @@
 #include "link/PhoneModels.h"
 #include "link/PortScan.h"
 #include "support/FakeDesktop.h"
-#include "support/Rows.h"
 #include "support/ScriptedPort.h"
 #include "support/TestProgram.h"
-
-#include <QtTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 namespace {
 

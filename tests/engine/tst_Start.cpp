@@ -4,17 +4,9 @@
 #include "app/StartSequence.h"
 #include "app/StoragePaths.h"
 #include "support/ConverterFolder.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QtTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 namespace {
 

@@ -2,16 +2,10 @@
 
 #include "link/mdlStatus.h"
 #include "phonedata/AreaCodes.h"
-#include "support/Rows.h"
 #include "support/ScriptedLine.h"
 #include "support/TestProgram.h"
 
-#include <QtTest>
-
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

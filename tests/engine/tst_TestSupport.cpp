@@ -1,16 +1,7 @@
 // The fakes themselves: a test that rests on them is worth something only if they do fail.
 
-#include "support/Rows.h"
 #include "support/ScriptedPort.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 class tst_TestSupport : public QObject
 {

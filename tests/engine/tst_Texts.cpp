@@ -7,19 +7,12 @@
 #include "app/SafeLocalName.h"
 #include "app/Utf8Small.h"
 #include "phonedata/PhoneCharacters.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QtTest>
 
-using namespace kalmo;
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 using app::ReplaceResult;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 class tst_Texts : public QObject
 {

@@ -5,20 +5,11 @@
 #include "phonedata/VcardStore.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
-using handset::Faults;
 using obex::clsMmc;
 using obex::GetFriedlyErrMsg;
-using toolkit::Answer;
-using toolkit::Icon;
 
 namespace {
 

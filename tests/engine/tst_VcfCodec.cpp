@@ -10,10 +10,7 @@
 #include "support/TestProgram.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
 using tests::TestContext;
 

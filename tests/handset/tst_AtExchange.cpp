@@ -3,14 +3,7 @@
 #include "handset/model/Models.h"
 #include "link/PhoneModels.h"
 #include "support/HandsetTalk.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

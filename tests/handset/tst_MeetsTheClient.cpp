@@ -9,15 +9,8 @@
 #include "support/FakeDesktop.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,14 +1,7 @@
 // Objects of the emulated handset over OBEX.
 
 #include "support/ObexTalk.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,14 +1,7 @@
 // Violations and faults of the emulated handset in data mode.
 
 #include "support/ObexTalk.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

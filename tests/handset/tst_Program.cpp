@@ -1,16 +1,11 @@
 // The program kalmo-handset on a pseudo terminal.
 
-#include "support/Rows.h"
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
 #include <QSerialPort>
-#include <QTest>
 
 #include <csignal>
-
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -6,10 +6,6 @@
 #include <QDir>
 #include <QSerialPort>
 #include <QStandardPaths>
-#include <QTest>
-
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

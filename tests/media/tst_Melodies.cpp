@@ -7,15 +7,11 @@
 #include "media/UploadFiles.h"
 #include "media/Workshop.h"
 #include "support/Melodies.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QSignalSpy>
 #include <QStandardPaths>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using app::clsStringBuilder;
 using media::Fault;
 

@@ -6,7 +6,6 @@
 #include "media/UploadFiles.h"
 #include "media/Workshop.h"
 #include "support/RecordedProgress.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 #include <QLoggingCategory>
@@ -15,9 +14,6 @@
 #include <csignal>
 #include <sys/resource.h>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using media::Fault;
 using media::Fit;
 using media::UploadKind;

@@ -1,12 +1,9 @@
 // Rules for uploads: target folder, name and size.
 
 #include "media/UploadRules.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 
 using namespace kalmo::media;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(kalmo::media::UploadKind)
 

@@ -3,7 +3,6 @@
 #include "media/SoundConversion.h"
 #include "media/Workshop.h"
 #include "support/RecordedProgress.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
@@ -11,9 +10,6 @@
 
 #include <algorithm>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using media::Failure;
 using media::Fault;
 

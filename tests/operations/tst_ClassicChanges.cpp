@@ -7,19 +7,13 @@
 #include "operations/Undo.h"
 #include "phonedata/RawReplies.h"
 #include "support/HandsetPort.h"
-#include "support/Rows.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
 #include <QJsonDocument>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::operations;
-using namespace kalmo::tests;
-using handset::Faults;
 using phonedata::ClassicEntry;
 using phonedata::Store;
 

@@ -2,19 +2,14 @@
 
 #include "operations/Records.h"
 #include "support/HandsetPort.h"
-#include "support/Rows.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::operations;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -1,7 +1,6 @@
 // Both converters as programs: how they end, what they say, and which files they leave.
 
 #include "support/Melodies.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
@@ -10,10 +9,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
-
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

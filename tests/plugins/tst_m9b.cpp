@@ -2,14 +2,7 @@
 
 #include "plugins/m9b/Melody.h"
 #include "support/Melodies.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 
 namespace {
 

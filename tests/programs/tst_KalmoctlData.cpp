@@ -1,6 +1,5 @@
 // Files as users handle them, and the state after a run that was stopped. In real time.
 
-#include "support/Rows.h"
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
@@ -8,13 +7,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTest>
 
 #include <algorithm>
 #include <csignal>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -4,11 +4,6 @@
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
-
 class tst_KalmoctlExport : public QObject
 {
     Q_OBJECT

@@ -1,14 +1,8 @@
 // Messages of kalmoctl where it can't do what it is asked, and the things that it leaves alone then. In real
 // time.
 
-#include "support/Rows.h"
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 
 class tst_KalmoctlFaults : public QObject
 {

@@ -4,12 +4,7 @@
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
 #include <csignal>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo::tests;
 
 namespace {
 

@@ -9,6 +9,7 @@
 namespace kalmo::tests {
 
 class Verdict;
+using handset::Faults;
 
 /// A serial port with the emulated handset at its other end, on virtual time. It is open from the start, at
 /// the handset's own rate.

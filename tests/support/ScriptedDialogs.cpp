@@ -5,10 +5,7 @@
 namespace kalmo::tests {
 
 using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
 using toolkit::FileRequest;
-using toolkit::Icon;
 using toolkit::Message;
 
 namespace {

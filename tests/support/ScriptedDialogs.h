@@ -9,6 +9,10 @@
 
 namespace kalmo::tests {
 
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
 /// A user who knows beforehand what will be asked. Each box has to be the one that was expected next: text,
 /// title, buttons, default button and icon, and the English text where one was expected. A box that nobody
 /// expected gets the answer that does least; it and a box that never came fail the test.
@@ -18,10 +22,9 @@ public:
     explicit ScriptedDialogs(Verdict& verdict) : m_verdict(verdict) {}
     ~ScriptedDialogs() override;
 
-    void expect(const toolkit::Message& message, toolkit::Answer answer = toolkit::Answer::Ok);
+    void expect(const toolkit::Message& message, Answer answer = Answer::Ok);
     /// A box with a text that begins like this, and these buttons: where its wording is not what is tested.
-    void expectStart(const QString& start, toolkit::Buttons buttons = toolkit::Buttons::Ok,
-                     toolkit::Answer answer = toolkit::Answer::Ok);
+    void expectStart(const QString& start, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
     /// The path is what the user chooses; empty where he cancels.
     void expectOpenFile(const toolkit::FileRequest& request, const QString& path);
     void expectSaveFile(const toolkit::FileRequest& request, const QString& path);
@@ -37,7 +40,7 @@ public:
     /// Complains about what never came, and forgets it. The destructor does the same.
     void finish();
 
-    toolkit::Answer Show(const toolkit::Message& message) override;
+    Answer Show(const toolkit::Message& message) override;
     QString OpenFile(const toolkit::FileRequest& request) override;
     QString SaveFile(const toolkit::FileRequest& request) override;
     QString PickFolder(const QString& title, const QString& start) override;
@@ -48,7 +51,7 @@ private:
         QString shown;        // all that is compared, in words
         bool isStart = false; // of the text, and without title, icon and default button
         QString english;
-        toolkit::Answer answer = toolkit::Answer::Ok;
+        Answer answer = Answer::Ok;
         QString path = {};
         std::function<void()> action = {};
     };

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QObject>
+#include "support/Rows.h"
+
+#include <QTest>
 
 #include <memory>
 
@@ -22,3 +24,8 @@ struct TestClass
 #define KALMO_TEST(Class)                                                                                    \
     static const kalmo::tests::TestClass testOf##Class(                                                      \
         __FILE__, [] { return std::unique_ptr<QObject>(std::make_unique<Class>()); });
+
+// Only tests include this, and all of them speak of these.
+using namespace Qt::StringLiterals;
+using namespace kalmo;
+using namespace kalmo::tests;

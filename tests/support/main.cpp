@@ -2,7 +2,6 @@
 #include "support/TestProgram.h"
 
 #include <QFileInfo>
-#include <QTest>
 
 #include <cstdio>
 #include <map>
@@ -20,7 +19,7 @@ namespace kalmo::tests {
 namespace {
 
 /// By their names. Made at the first use, since the classes introduce themselves before main().
-std::map<QString, TestClass::Maker>& tests()
+std::map<QString, TestClass::Maker>& makers()
 {
     static std::map<QString, TestClass::Maker> all;
     return all;
@@ -29,7 +28,7 @@ std::map<QString, TestClass::Maker>& tests()
 int refuse()
 {
     std::fputs("usage: NAME [options of the test library]; the names are:\n", stderr);
-    for (const auto& [name, maker] : tests())
+    for (const auto& [name, maker] : makers())
         std::fprintf(stderr, "  %s\n", qPrintable(name));
     return 2;
 }
@@ -39,16 +38,15 @@ int refuse()
 TestClass::TestClass(const char* file, Maker maker)
 {
     const QString name = QFileInfo(QString::fromLocal8Bit(file)).baseName();
-    tests().emplace(name.mid(name.indexOf(QLatin1Char('_')) + 1), maker);
+    makers().emplace(name.mid(name.indexOf(QLatin1Char('_')) + 1), maker);
 }
 
 } // namespace kalmo::tests
 
 int main(int argc, char** argv)
 {
-    using namespace kalmo::tests;
-    const auto found = tests().find(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString());
-    if (found == tests().end())
+    const auto found = makers().find(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString());
+    if (found == makers().end())
         return refuse();
     // The test library and what a test asks of the application see the arguments without the name.
     std::vector<char*> arguments(argv + 1, argv + argc);

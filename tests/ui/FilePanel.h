@@ -17,9 +17,6 @@
 namespace kalmo::tests {
 
 using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 
 /// The file system panel, online to the emulated handset in this folder, with a folder for downloads.
 struct FilePanel : TestProgram

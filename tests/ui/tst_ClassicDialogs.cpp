@@ -11,11 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using phonedata::ClassicEntry;
 using phonedata::ProviderEntry;
 using Entries = std::vector<ClassicEntry>;

@@ -9,18 +9,10 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/RawReplies.h"
 #include "support/ClassicPhone.h"
-#include "support/Rows.h"
 
 #include <QDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 using toolkit::Message;
 
 namespace {

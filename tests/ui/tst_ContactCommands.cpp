@@ -4,7 +4,6 @@
 #include "operations/ContactEdit.h"
 #include "operations/Records.h"
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/forms/FormerStatesDialog.h"
@@ -12,16 +11,10 @@
 
 #include <QLabel>
 #include <QPushButton>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace kalmo;
 using namespace kalmo::phonedata;
-using namespace kalmo::tests;
 using namespace kalmo::ui;
 using obex::GetFriedlyErrMsg;
-using toolkit::Answer;
-using toolkit::Icon;
 
 namespace {
 

@@ -1,6 +1,5 @@
 // The dialogs of contacts and area codes against the emulated handset.
 
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
@@ -12,13 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Icon;
 
 namespace {
 

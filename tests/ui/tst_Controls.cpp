@@ -19,15 +19,10 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 #include <qtestspontaneevent.h>
 #include <QToolButton>
 #include <QWheelEvent>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Icon;
 using ui::MemoryGauge;
 
 class Controls : public QObject

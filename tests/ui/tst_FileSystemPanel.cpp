@@ -10,9 +10,6 @@
 #include <QInputDialog>
 #include <QLineEdit>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-
 namespace {
 
 QString storedFile(const QString& folder, const QString& name)

@@ -13,16 +13,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
-#include <QTest>
 #include <QTimer>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using operations::RecordedList;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 
 namespace {
 

@@ -16,18 +16,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
 
 #include <limits>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
 
 /// The parts around the program's own work: help, sponsors, icons, boxes.
 class tst_Help : public QObject

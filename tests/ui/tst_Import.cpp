@@ -18,16 +18,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
 #include <QTreeView>
 
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using phonedata::Store;
-using toolkit::Answer;
-using toolkit::Icon;
 
 namespace {
 

@@ -14,12 +14,8 @@
 #include <QSignalSpy>
 #include <QStyleHints>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <algorithm>
-
-using namespace kalmo;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -5,11 +5,6 @@
 #include "support/TestProgram.h"
 #include "ui/window/SectionGuard.h"
 
-#include <QTest>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
 using phonedata::Store;
 
 class SectionGuardTest : public QObject

@@ -28,16 +28,8 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedLayout>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-using toolkit::Answer;
-using toolkit::Buttons;
-using toolkit::Icon;
 
 namespace {
 
