@@ -3,15 +3,7 @@
 
 #include "Shell.h"
 #include "support/HandsetMemory.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace kalmo::cli;
 
 namespace {
 
@@ -25,10 +17,10 @@ struct Import
     QString line; ///< behind "--json --quiet"; "FILE" is the file
     QByteArray file;
     ExitStatus status;
-    QString facts;            ///< some values of the JSON, empty if there is none
-    QStringList added;        ///< lines of the handset's memory that are new
-    QString told = {};        ///< a part of the messages
-    QStringList answers = {}; ///< of the user; none without a terminal
+    QString facts;       ///< some values of the JSON, empty if there is none
+    QStringList added;   ///< lines of the handset's memory that are new
+    QString told;        ///< a part of the messages
+    QStringList answers; ///< of the user; none without a terminal
 };
 
 /// "imported=1 skipped=2": the values of those keys that are there.
@@ -75,204 +67,89 @@ private Q_SLOTS:
         const QString contact = uR"(contact {"firstName":"B","lastName":"Kurz","mobile":"3"})"_s;
         const QString classicModel = u"PICASSO"_s;
         const QString vcardModel = u"SL450HX"_s;
-        const Rows<Import> rows{
-            {"entries; the heading and one that exists are left out",
-             {classicModel,
-              u"-y phonebook import FILE"_s,
-              classic,
-              ExitDone,
-              u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
-              {neu}}},
-            {"entries that exist, too",
-             {classicModel,
-              u"-y phonebook import FILE --all --skip-heading"_s,
-              classic,
-              ExitDone,
-              u"imported=2 skipped=0 written=27 verified=27 state=done"_s,
-              {uR"(phonebook {"name":"MUTTER","number":"052134567"})"_s, neu}}},
-            {"nothing new",
-             {classicModel,
-              u"-y phonebook import FILE"_s,
-              classic.chopped(22),
-              ExitDone,
-              u"imported=0 skipped=2 written=0 verified= state=unchanged"_s,
-              {}}},
-            {"nothing new but what is too long",
-             {classicModel,
-              u"-y phonebook import FILE --skip-too-long"_s,
-              "Name;Nummer\nMUTTER;052134567\nSiebzehn Zeichen.;2\n",
-              ExitDone,
-              u"imported=0 skipped=3 written=0 verified= state=unchanged"_s,
-              {}}},
-            {"only what is too long",
-             {classicModel,
-              u"-y phonebook import FILE --skip-too-long"_s,
-              "Name;Nummer\nSiebzehn Zeichen.;2\n",
-              ExitWrongUse,
-              {},
-              {},
-              u"could not import FILE: its entries are too long."_s}},
-            {"too long, and there already",
-             {classicModel,
-              u"-y phonebook import FILE --existing-by-number --all --skip-too-long"_s,
-              "Name;Nummer\nMutter ist zu lang;052134567\nNeu;0301\n",
-              ExitDone,
-              u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
-              {uR"(phonebook {"name":"Neu","number":"0301"})"_s}}},
-            {"entries in a dry run",
-             {classicModel,
-              u"phonebook import FILE --dry-run"_s,
-              classic,
-              ExitDone,
-              u"existing=1 checked=1 add=1"_s,
-              {}}},
-            {"--yes shortens",
-             {classicModel,
-              u"-y phonebook import FILE"_s,
-              longName,
-              ExitDone,
-              u"imported=2 skipped=1 written=27 verified=27 state=done"_s,
-              {cut, shorter}}},
-            {"the user does not want to shorten",
-             {classicModel,
-              u"phonebook import FILE"_s,
-              longName,
-              ExitRefused,
-              {},
-              {},
-              u"2 of 3 to be imported, 0 exist already.\nA name is longer than 16 characters. Cut such "
-              u"names? "
-              u"[y/N]"_s, // the preview, in spite of --quiet
-              {u"n"_s}}},
-            {"the user shortens beforehand, and does not want to write",
-             {classicModel,
-              u"phonebook import FILE --shorten"_s,
-              longName,
-              ExitRefused,
-              u"imported=0 skipped=1 written=0 verified= state=unchanged"_s,
-              {},
-              u"nothing was changed in the phone."_s,
-              {u"n"_s}}},
-            {"names left out",
-             {classicModel,
-              u"-y phonebook import FILE --skip-too-long"_s,
-              longName,
-              ExitDone,
-              u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
-              {shorter}}},
-            {"a number too long",
-             {classicModel,
-              u"-y phonebook import FILE"_s,
-              longNumber,
-              ExitWrongUse,
-              {},
-              {},
-              u"kalmoctl: could not import FILE: a number is longer than 32 characters; --skip-too-long "
-              u"leaves "
-              "out what is too long.\n"_s}},
-            {"a number too long in a dry run",
-             {classicModel,
-              u"phonebook import FILE --dry-run"_s,
-              longNumber,
-              ExitWrongUse,
-              u"existing=0 checked=2 add=2"_s,
-              {},
-              u"could not import FILE: a number"_s}},
-            {"providers, compared with the phonebook",
-             {classicModel,
-              u"-y providers import FILE"_s,
-              "Name;Nummer\nMutter;052134567\nNordruf;01031\n",
-              ExitDone,
-              u"imported=1 skipped=2 written=6 verified=6 state=done"_s,
-              {uR"(providers {"name":"Nordruf","number":"01031"})"_s}}},
-            {"contacts, cut as warned",
-             {vcardModel,
-              u"-y phonebook import FILE"_s,
-              contacts,
-              ExitDone,
-              u"imported=2 skipped=2 written=2 verified=2 state=done"_s,
-              {cutContact, contact}}},
-            {"the user does not want them cut",
-             {vcardModel,
-              u"phonebook import FILE"_s,
-              contacts,
-              ExitRefused,
-              {},
-              {},
-              u"\"Siebzehn Zeichen.\" will be cut to 16 characters\nThe phone may cut or refuse this."_s,
-              {u"n"_s}}},
-            {"contacts too long left out",
-             {vcardModel,
-              u"-y phonebook import FILE --skip-too-long"_s,
-              contacts,
-              ExitDone,
-              u"imported=1 skipped=3 written=1 verified=1 state=done"_s,
-              {contact}}},
-            {"contacts in a dry run",
-             {vcardModel,
-              u"phonebook import FILE --dry-run"_s,
-              contacts,
-              ExitDone,
-              u"existing=0 checked=2 add=2"_s,
-              {}}},
-            {"an address book; one exists",
-             {vcardModel,
-              u"-y phonebook import FILE"_s,
-              "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n" + cards,
-              ExitDone,
-              u"imported=2 skipped=1 written=2 verified=2 state=done"_s,
-              {uR"(contact {"birthday":"1970-03-21T10:00","email":"a@b","firstName":"Peter","home":"0301","lastName":"Meier","work":"+490221"})"_s,
-               uR"(contact {"mobile":"0170"})"_s}}},
-            {"a contact that exists",
-             {vcardModel,
-              u"-y phonebook import FILE"_s,
-              "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n",
-              ExitDone,
-              u"imported=0 skipped=1 written=0 verified= state=unchanged"_s,
-              {}}},
-            {"an option of the other form",
-             {vcardModel,
-              u"-y phonebook import FILE --shorten"_s,
-              contacts,
-              ExitWrongUse,
-              {},
-              {},
-              u"--shorten is for classic phonebooks only."_s}},
-            {"nothing that could be imported",
-             {vcardModel,
-              u"-y phonebook import FILE"_s,
-              "Nachname;Telefon\nA;\n",
-              ExitWrongUse,
-              {},
-              {},
-              u"there is nothing to import in it."_s}},
-            {"nobody is there to answer",
-             {vcardModel,
-              u"phonebook import FILE"_s,
-              contacts,
-              ExitRefused,
-              {},
-              {},
-              u"Import into the phonebook of the phone?"_s}},
-            {"providers of another family",
-             {vcardModel,
-              u"-y providers import FILE"_s,
-              classic,
-              ExitFailed,
-              {},
-              {},
-              u"it needs a handset"_s}},
+        Rows<Import> rows;
+        const auto add = [&rows](const char* name, const QString& model, const QString& line,
+                                 const QByteArray& file, ExitStatus status, const QString& facts,
+                                 const QStringList& added = {}, const QString& told = {},
+                                 const QStringList& answers = {}) {
+            rows.add(name, {model, line, file, status, facts, added, told, answers});
         };
+        add("entries; the heading and one that exists are left out", classicModel,
+            u"-y phonebook import FILE"_s, classic, ExitDone,
+            u"imported=1 skipped=2 written=26 verified=26 state=done"_s, {neu});
+        add("entries that exist, too", classicModel, u"-y phonebook import FILE --all --skip-heading"_s,
+            classic, ExitDone, u"imported=2 skipped=0 written=27 verified=27 state=done"_s,
+            {uR"(phonebook {"name":"MUTTER","number":"052134567"})"_s, neu});
+        add("nothing new", classicModel, u"-y phonebook import FILE"_s, classic.chopped(22), ExitDone,
+            u"imported=0 skipped=2 written=0 verified= state=unchanged"_s);
+        add("nothing new but what is too long", classicModel, u"-y phonebook import FILE --skip-too-long"_s,
+            "Name;Nummer\nMUTTER;052134567\nSiebzehn Zeichen.;2\n", ExitDone,
+            u"imported=0 skipped=3 written=0 verified= state=unchanged"_s);
+        add("only what is too long", classicModel, u"-y phonebook import FILE --skip-too-long"_s,
+            "Name;Nummer\nSiebzehn Zeichen.;2\n", ExitWrongUse, {}, {},
+            u"could not import FILE: its entries are too long."_s);
+        add("too long, and there already", classicModel,
+            u"-y phonebook import FILE --existing-by-number --all --skip-too-long"_s,
+            "Name;Nummer\nMutter ist zu lang;052134567\nNeu;0301\n", ExitDone,
+            u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
+            {uR"(phonebook {"name":"Neu","number":"0301"})"_s});
+        add("entries in a dry run", classicModel, u"phonebook import FILE --dry-run"_s, classic, ExitDone,
+            u"existing=1 checked=1 add=1"_s);
+        add("--yes shortens", classicModel, u"-y phonebook import FILE"_s, longName, ExitDone,
+            u"imported=2 skipped=1 written=27 verified=27 state=done"_s, {cut, shorter});
+        add("the user does not want to shorten, after the preview in spite of --quiet", classicModel,
+            u"phonebook import FILE"_s, longName, ExitRefused, {}, {},
+            u"2 of 3 to be imported, 0 exist already.\nA name is longer than 16 characters. Cut such "
+            "names? [y/N]"_s,
+            {u"n"_s});
+        add("the user shortens beforehand, and does not want to write", classicModel,
+            u"phonebook import FILE --shorten"_s, longName, ExitRefused,
+            u"imported=0 skipped=1 written=0 verified= state=unchanged"_s, {},
+            u"nothing was changed in the phone."_s, {u"n"_s});
+        add("names left out", classicModel, u"-y phonebook import FILE --skip-too-long"_s, longName, ExitDone,
+            u"imported=1 skipped=2 written=26 verified=26 state=done"_s, {shorter});
+        add("a number too long", classicModel, u"-y phonebook import FILE"_s, longNumber, ExitWrongUse, {},
+            {},
+            u"kalmoctl: could not import FILE: a number is longer than 32 characters; --skip-too-long "
+            "leaves out what is too long.\n"_s);
+        add("a number too long in a dry run", classicModel, u"phonebook import FILE --dry-run"_s, longNumber,
+            ExitWrongUse, u"existing=0 checked=2 add=2"_s, {}, u"could not import FILE: a number"_s);
+        add("providers, compared with the phonebook", classicModel, u"-y providers import FILE"_s,
+            "Name;Nummer\nMutter;052134567\nNordruf;01031\n", ExitDone,
+            u"imported=1 skipped=2 written=6 verified=6 state=done"_s,
+            {uR"(providers {"name":"Nordruf","number":"01031"})"_s});
+        add("contacts, cut as warned", vcardModel, u"-y phonebook import FILE"_s, contacts, ExitDone,
+            u"imported=2 skipped=2 written=2 verified=2 state=done"_s, {cutContact, contact});
+        add("the user does not want them cut", vcardModel, u"phonebook import FILE"_s, contacts, ExitRefused,
+            {}, {},
+            u"\"Siebzehn Zeichen.\" will be cut to 16 characters\nThe phone may cut or refuse this."_s,
+            {u"n"_s});
+        add("contacts too long left out", vcardModel, u"-y phonebook import FILE --skip-too-long"_s, contacts,
+            ExitDone, u"imported=1 skipped=3 written=1 verified=1 state=done"_s, {contact});
+        add("contacts in a dry run", vcardModel, u"phonebook import FILE --dry-run"_s, contacts, ExitDone,
+            u"existing=0 checked=2 add=2"_s);
+        add("an address book; one exists", vcardModel, u"-y phonebook import FILE"_s,
+            "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n" + cards, ExitDone,
+            u"imported=2 skipped=1 written=2 verified=2 state=done"_s,
+            {uR"(contact {"birthday":"1970-03-21T10:00","email":"a@b","firstName":"Peter","home":"0301","lastName":"Meier","work":"+490221"})"_s,
+             uR"(contact {"mobile":"0170"})"_s});
+        add("a contact that exists", vcardModel, u"-y phonebook import FILE"_s,
+            "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n", ExitDone,
+            u"imported=0 skipped=1 written=0 verified= state=unchanged"_s);
+        add("an option of the other form", vcardModel, u"-y phonebook import FILE --shorten"_s, contacts,
+            ExitWrongUse, {}, {}, u"--shorten is for classic phonebooks only."_s);
+        add("nothing that could be imported", vcardModel, u"-y phonebook import FILE"_s,
+            "Nachname;Telefon\nA;\n", ExitWrongUse, {}, {}, u"there is nothing to import in it."_s);
+        add("nobody is there to answer", vcardModel, u"phonebook import FILE"_s, contacts, ExitRefused, {},
+            {}, u"Import into the phonebook of the phone?"_s);
+        add("providers of another family", vcardModel, u"-y providers import FILE"_s, classic, ExitFailed, {},
+            {}, u"it needs a handset"_s);
         rows.each([](const Import& import) {
             Handset handset({.model = import.model, .atOnce = true});
             if (!import.answers.isEmpty())
                 handset.answers = import.answers;
             const QString path = handset.file(u"FILE"_s, import.file);
-            // An entry without a name goes back under the name that it is shown with.
-            const auto memory = [&] {
-                return memoryOf(handset.port.handset().phone())
-                    .replaceInStrings(u"\"name\":\"\""_s, u"\"name\":\"Ohne Name\""_s);
-            };
+            const auto memory = [&] { return named(memoryOf(handset.port.handset().phone())); };
             const QStringList before = memory();
             QCOMPARE(handset(u"--json --quiet "_s + import.line), import.status);
             QCOMPARE(factsOf(handset.printed), import.facts);
