@@ -113,7 +113,6 @@ private Q_SLOTS:
     void ownCardWithLuid();
     void uneditedBytes();
     void restores();
-    void anyFaultAtAnyTime();
     void changedDuringAQuestion();
     void nothingWithoutRoomOrCount();
     void aRecordThatCanNotBeCompleted();
@@ -250,62 +249,6 @@ void tst_ContactEdit::restores()
         QCOMPARE(phone.contents(), before);
         QCOMPARE(phone.port.handset().violations(), QStringList());
     }
-}
-
-/// Refusal, silence, a late answer, a line that drops, at any request: the result says what the phone holds,
-/// the record says the same, and putting it back brings the first state.
-void tst_ContactEdit::anyFaultAtAnyTime()
-{
-    using SetFault = std::function<void(Faults&, int)>;
-    const Rows<SetFault> rows{
-        {"refusal", [](Faults& faults, int at) { faults.refuseAt = at; }},
-        {"silence", [](Faults& faults, int at) { faults.silentFrom = at; }},
-        {"a late answer", [](Faults& faults, int at) { faults.lateRequestAt = at, faults.lateBy = 61; }},
-        {"the line drops", [](Faults& faults, int at) { faults.hangUpAfter = 110 * at; }},
-        {"no LUIDs", [](Faults& faults, int at) { faults.noLuid = at > 0; }},
-    };
-    Phone undisturbed(u"S68H"_s);
-    const QByteArrayList before = undisturbed.contents();
-    QCOMPARE(undisturbed.change(planForTest).facts.state, State::Done);
-    const QByteArrayList wanted = undisturbed.contents();
-    int states[3] = {};
-    rows.each([&](const auto& setFault) {
-        for (int at = 1; at <= 60; at += 2) {
-            Phone phone(u"S68H"_s);
-            Faults faults;
-            setFault(faults, at);
-            phone.port.handset().setFaults(faults);
-            const ContactOutcome outcome = phone.change(planForTest);
-            const Outcome& facts = outcome.facts;
-            const QStringList boxes = phone.test.verdict.take(); // which nobody expected here
-            // Before the first confirmed change the phone's silence at the end is shown as well.
-            const QByteArray why = QByteArray::number(at) + ' ' + wordOf(facts.state).toUtf8();
-            QVERIFY2(boxes.filter(u"TimeOut"_s).size() <= (facts.confirmed > 0 ? 1 : 2), why.constData());
-            ++states[static_cast<int>(facts.state)];
-            const QByteArrayList now = phone.contents();
-            QVERIFY2(facts.state != State::Done || now == wanted, why.constData());
-            QVERIFY2(facts.state != State::Unchanged || now == before, why.constData());
-            QVERIFY2(facts.confirmed + facts.unknown <= facts.sent && facts.sent <= facts.planned,
-                     why.constData());
-            QVERIFY2(facts.isDone() || facts.cause != Cause::None, why.constData());
-            const auto records = phone.records();
-            QVERIFY2(now == before || records.size() == 1, why.constData());
-            if (records.empty())
-                continue;
-            QVERIFY2(records[0].state == facts.state && records[0].details[u"sent"_s] == facts.sent,
-                     why.constData());
-            phone.port.handset().setFaults({});
-            phone.port.handset().powerCycle();
-            phone.port.Open({});
-            phone.line.setMode(link::LineMode::Text);
-            const auto record = Records(phone.test.context, knownIdentity(phone.test.sy)).read(records[0].id);
-            const auto undone = phone.change([&](const ContactReading& held) {
-                return planRestore(held, parseCards(record->part(u"pb.vcf"_s)->bytes));
-            });
-            QVERIFY2(undone.facts.state == State::Done && phone.contents() == before, why.constData());
-        }
-    });
-    QVERIFY(states[0] > 20 && states[1] > 20 && states[2] > 20);
 }
 
 /// A contact that was edited while a question was open is neither overwritten nor missing in the record.
