@@ -193,24 +193,19 @@ private Q_SLOTS:
         QVERIFY(!list.contains(row({u"x"_s}), false));
     }
 
-    void composedNames_data()
-    {
-        QTest::addColumn<SubNumberOptions>("options");
-        QTest::addColumn<QString>("name");
-        const QString end = u" P"_s;
-        QTest::newRow("usual") << SubNumberOptions{.end = end} << u"Meier, P P"_s;
-        QTest::newRow("counts") << SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}
-                                << u"Mei, Pete"_s;
-        QTest::newRow("no number") << SubNumberOptions{.count1 = u"x"_s} << u", P"_s;
-        QTest::newRow("not used") << SubNumberOptions{.field2 = 6, .end = end} << u"Meier,  P"_s;
-        QTest::newRow("company") << SubNumberOptions{.field1 = 5, .middle = {}, .end = end} << u"FirmaP P"_s;
-    }
     void composedNames()
     {
         WabContact peter = contact(u"Meier"_s, u"Peter"_s, u"1"_s);
         peter.company = u"Firma"_s;
-        QFETCH(const SubNumberOptions, options);
-        QTEST(ComposeWabName(peter, options), "name");
+        const QString end = u" P"_s;
+        Rows<SubNumberOptions, QString> rows;
+        rows.add("usual", SubNumberOptions{.end = end}, u"Meier, P P"_s);
+        rows.add("counts", SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}, u"Mei, Pete"_s);
+        rows.add("no number", SubNumberOptions{.count1 = u"x"_s}, u", P"_s);
+        rows.add("not used", SubNumberOptions{.field2 = 6, .end = end}, u"Meier,  P"_s);
+        rows.add("company", SubNumberOptions{.field1 = 5, .middle = {}, .end = end}, u"FirmaP P"_s);
+        rows.each(
+            [&](const auto& options, const auto& name) { QCOMPARE(ComposeWabName(peter, options), name); });
     }
 
     void addressBook()
@@ -249,70 +244,60 @@ private Q_SLOTS:
         QVERIFY(hintsOf(previewOf(contacts, Shape::Classic)).contains(u"lost-birthdays 1 ()"_s));
     }
 
-    void hints_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<Shape>("shape");
-        QTest::addColumn<QStringList>("hints");
-        QTest::addColumn<QStringList>("mendedRows");
-        const QByteArray headings = "Name;Nummer\n";
-        const auto row = [](const char* name, const QByteArray& file, Shape shape, const QStringList& hints,
-                            const QStringList& rows) {
-            QTest::newRow(name) << file << shape << hints << rows;
-        };
-        row("quotes only where needed",
-            "\"Last Name\",\"First Name\",\"Home Phone\",\"Notes\"\n\"Meier\",\"Peter\",030,\"a\nb\"\n",
-            Shape::Vcard, {u"reading 1 () --reading csv"_s, u"heading 1 (Last Name) --skip-heading"_s},
-            {u"[x] Meier|Peter|030|||| -------"_s});
-        row("UTF-8", headings + "M\xC3\xBCller;1\nB\xC3\xA4r;2\n", Shape::Classic,
-            {u"encoding 2 (MÃ¼ller → Müller) --encoding utf-8"_s},
-            {u"[ ] Name|| r--"_s, u"[x] Müller|1| ---"_s, u"[x] Bär|2| ---"_s});
-        row("UTF-16", "\xFF\xFE" + QStringEncoder(QStringEncoder::Utf16LE)(u"Name;Nummer\nA;1\n"_s),
-            Shape::Classic, {u"encoding 1 () --encoding utf-16"_s, u"columns 1 ()"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|1| ---"_s});
-        row("mails", "Name;Telefon;Email\nA;1;jos\xE9~@x.de\nB;2;b@x.de\n", Shape::Vcard,
-            {u"mails 1 (josé~@x.de → josé@x.de)"_s},
-            {u"[ ] Name|||||Email| -------"_s, u"[x] A||1|||josé@x.de| -------"_s,
-             u"[x] B||2|||b@x.de| -------"_s});
-        row("heading", "Name,Given Name,Phone 1 - Value\nPeter Meier,Peter,030 123\n", Shape::Vcard,
-            {u"heading 1 (Name) --skip-heading"_s}, {u"[x] Peter Meier|Peter|030123|||| -------"_s});
-        row("no column", "a;b\nPeter;1\n", Shape::Classic, {u"columns 1 ()"_s},
-            {u"[ ] || r--"_s, u"[ ] || r--"_s});
-        row("numbers",
-            headings + "A;+49 (0) 221 1\nB;0221 12345 ext. 7\nC;0221 12345, 0222 12345\nD;02211/12345\n",
-            Shape::Classic,
-            {u"zero 1 (+49 (0) 221 1) --drop-zero"_s, u"extensions 1 (0221 12345 ext. 7)"_s,
-             u"numbers 1 (0221 12345, 0222 12345)"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|02211| ---"_s, u"[x] B|0221123457| ---"_s,
-             u"[x] C|022112345022212345| ---"_s, u"[x] D|0221112345| ---"_s});
-        row("letters", headings + "Garc\xED\x61;1\n", Shape::Classic,
-            {u"letters 1 (García → Garca) --base-letters"_s}, {u"[ ] Name|| r--"_s, u"[x] Garcia|1| ---"_s});
-        row("dates", "Name;Nummer;Jahrestag\nA;1;05/04/2001\nB;2;12/24/2005\nC;3;?1\n", Shape::Classic,
-            {u"dates 1 (12/24/2005) --dates month-first"_s, u"birthdays 1 (?1)"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|1|04.05  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s,
-             u"[x] C|3| ---"_s});
-        row("dates of both orders", "Name;Nummer;Jahrestag\nA;1;25/04/2001\nB;2;12/24/2005\n", Shape::Classic,
-            {u"dates 1 (12/24/2005)"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|1|25.04  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s});
-        row("dates with dots", "Name;Nummer;Jahrestag\nA;1;12.24.2005\nB;2;05.04.2001\n", Shape::Classic,
-            {u"dates 1 (12.24.2005)"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|1|24.12  00:00 ---"_s, u"[x] B|2|05.04  00:00 ---"_s});
-        row("days", "Name;Nummer;Jahrestag\nA;1;31.02. 08:30\nB;2;29.02. 08:30\n", Shape::Classic,
-            {u"days 1 (31.02. 08:30)"_s},
-            {u"[ ] Name|| r--"_s, u"[x] A|1|31.02  08:30 ---"_s, u"[x] B|2|29.02  08:30 ---"_s});
-        row("day of another year", "Name;Telefon;Jahrestag\nA;1;29.02.2005 08:30\n", Shape::Vcard,
-            {u"days 1 (29.02.2005 08:30)"_s},
-            {u"[ ] Name|||||| -------"_s, u"[x] A||1||||29.02.2005  08:30 -------"_s});
-        row("years", "Name;Telefon;Jahrestag\nA;1;24.12.\n", Shape::Vcard, {u"years 1 (24.12.)"_s},
-            {u"[ ] Name|||||| -------"_s, u"[x] A||1||||24.12.2026  12:00 -------"_s});
-    }
     void hints()
     {
-        QFETCH(const QByteArray, file);
-        QFETCH(const Shape, shape);
-        QFETCH(const QStringList, hints);
-        QCOMPARE(hintsOf(previewOf(file, shape)), hints);
-        QTEST(described(mendedPreviewOf(file, shape)), "mendedRows");
+        const QByteArray headings = "Name;Nummer\n";
+        Rows<QByteArray, Shape, QStringList, QStringList> rows;
+        rows.add("quotes only where needed",
+                 "\"Last Name\",\"First Name\",\"Home Phone\",\"Notes\"\n\"Meier\",\"Peter\",030,\"a\nb\"\n",
+                 Shape::Vcard, {u"reading 1 () --reading csv"_s, u"heading 1 (Last Name) --skip-heading"_s},
+                 {u"[x] Meier|Peter|030|||| -------"_s});
+        rows.add("UTF-8", headings + "M\xC3\xBCller;1\nB\xC3\xA4r;2\n", Shape::Classic,
+                 {u"encoding 2 (MÃ¼ller → Müller) --encoding utf-8"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] Müller|1| ---"_s, u"[x] Bär|2| ---"_s});
+        rows.add("UTF-16", "\xFF\xFE" + QStringEncoder(QStringEncoder::Utf16LE)(u"Name;Nummer\nA;1\n"_s),
+                 Shape::Classic, {u"encoding 1 () --encoding utf-16"_s, u"columns 1 ()"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|1| ---"_s});
+        rows.add("mails", "Name;Telefon;Email\nA;1;jos\xE9~@x.de\nB;2;b@x.de\n", Shape::Vcard,
+                 {u"mails 1 (josé~@x.de → josé@x.de)"_s},
+                 {u"[ ] Name|||||Email| -------"_s, u"[x] A||1|||josé@x.de| -------"_s,
+                  u"[x] B||2|||b@x.de| -------"_s});
+        rows.add("heading", "Name,Given Name,Phone 1 - Value\nPeter Meier,Peter,030 123\n", Shape::Vcard,
+                 {u"heading 1 (Name) --skip-heading"_s}, {u"[x] Peter Meier|Peter|030123|||| -------"_s});
+        rows.add("no column", "a;b\nPeter;1\n", Shape::Classic, {u"columns 1 ()"_s},
+                 {u"[ ] || r--"_s, u"[ ] || r--"_s});
+        rows.add("numbers",
+                 headings + "A;+49 (0) 221 1\nB;0221 12345 ext. 7\nC;0221 12345, 0222 12345\nD;02211/12345\n",
+                 Shape::Classic,
+                 {u"zero 1 (+49 (0) 221 1) --drop-zero"_s, u"extensions 1 (0221 12345 ext. 7)"_s,
+                  u"numbers 1 (0221 12345, 0222 12345)"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|02211| ---"_s, u"[x] B|0221123457| ---"_s,
+                  u"[x] C|022112345022212345| ---"_s, u"[x] D|0221112345| ---"_s});
+        rows.add("letters", headings + "Garc\xED\x61;1\n", Shape::Classic,
+                 {u"letters 1 (García → Garca) --base-letters"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] Garcia|1| ---"_s});
+        rows.add("dates", "Name;Nummer;Jahrestag\nA;1;05/04/2001\nB;2;12/24/2005\nC;3;?1\n", Shape::Classic,
+                 {u"dates 1 (12/24/2005) --dates month-first"_s, u"birthdays 1 (?1)"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|1|04.05  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s,
+                  u"[x] C|3| ---"_s});
+        rows.add("dates of both orders", "Name;Nummer;Jahrestag\nA;1;25/04/2001\nB;2;12/24/2005\n",
+                 Shape::Classic, {u"dates 1 (12/24/2005)"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|1|25.04  00:00 ---"_s, u"[x] B|2|24.12  00:00 ---"_s});
+        rows.add("dates with dots", "Name;Nummer;Jahrestag\nA;1;12.24.2005\nB;2;05.04.2001\n", Shape::Classic,
+                 {u"dates 1 (12.24.2005)"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|1|24.12  00:00 ---"_s, u"[x] B|2|05.04  00:00 ---"_s});
+        rows.add("days", "Name;Nummer;Jahrestag\nA;1;31.02. 08:30\nB;2;29.02. 08:30\n", Shape::Classic,
+                 {u"days 1 (31.02. 08:30)"_s},
+                 {u"[ ] Name|| r--"_s, u"[x] A|1|31.02  08:30 ---"_s, u"[x] B|2|29.02  08:30 ---"_s});
+        rows.add("day of another year", "Name;Telefon;Jahrestag\nA;1;29.02.2005 08:30\n", Shape::Vcard,
+                 {u"days 1 (29.02.2005 08:30)"_s},
+                 {u"[ ] Name|||||| -------"_s, u"[x] A||1||||29.02.2005  08:30 -------"_s});
+        rows.add("years", "Name;Telefon;Jahrestag\nA;1;24.12.\n", Shape::Vcard, {u"years 1 (24.12.)"_s},
+                 {u"[ ] Name|||||| -------"_s, u"[x] A||1||||24.12.2026  12:00 -------"_s});
+        rows.each([](const auto& file, const auto& shape, const auto& hints, const auto& mendedRows) {
+            QCOMPARE(hintsOf(previewOf(file, shape)), hints);
+            QCOMPARE(described(mendedPreviewOf(file, shape)), mendedRows);
+        });
     }
 
     /// Long cells and lines of many parts take time that grows with their length, not with its square.

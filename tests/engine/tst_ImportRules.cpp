@@ -44,47 +44,41 @@ class tst_ImportRules : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numbers_data()
+    void numbers()
     {
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<NumberRules>("rules");
         const NumberRules usual;
         const NumberRules kept{.convertCountry = false};
         const NumberRules outside{.outsideLine = true};
         const NumberRules longOnly{.outsideLine = true, .longNumbersOnly = true};
-        QTest::newRow("own country") << u"+49 (30) 12-34/56"_s << u"030123456"_s << usual;
-        QTest::newRow("dialled") << u"004930123456"_s << u"030123456"_s << usual;
-        QTest::newRow("abroad") << u"+441234567"_s << u"00441234567"_s << usual;
-        QTest::newRow("abroad, dialled") << u"00441234567"_s << u"00441234567"_s << usual;
-        QTest::newRow("national") << u"030123456"_s << u"030123456"_s << usual;
-        QTest::newRow("code alone") << u"0049"_s << u"0"_s << usual;
-        QTest::newRow("plus alone") << u"+"_s << u"00"_s << usual;
-        QTest::newRow("further inside") << u"0800+49"_s << u"0800+49"_s << usual;
-        QTest::newRow("second plus stays") << u"+49+1"_s << u"0+1"_s << usual;
-        QTest::newRow("own code behind another's is kept") << u"+4949"_s << u"049"_s << usual;
-        QTest::newRow("pause and recall") << u"R 0 P12p#*"_s << u"R0P12#*"_s << usual;
-        QTest::newRow("no ASCII digits") << u"١٢3"_s << u"3"_s << usual;
-        QTest::newRow("kept") << u"+4930"_s << u"+4930"_s << kept;
-        QTest::newRow("outside line") << u"+4930123456"_s << u"0030123456"_s << outside;
-        QTest::newRow("short, too") << u"11"_s << u"011"_s << outside;
-        QTest::newRow("empty") << u" "_s << u""_s << outside;
-        QTest::newRow("long only, short") << u"11"_s << u"11"_s << longOnly;
-        QTest::newRow("long only, long") << u"110"_s << u"0110"_s << longOnly;
-        QTest::newRow("length after rewriting") << u"+4911"_s << u"0011"_s << longOnly;
-        QTest::newRow("length that is none")
-            << u"1"_s << u"01"_s
-            << NumberRules{.outsideLine = true, .longNumbersOnly = true, .minimumLength = u"x"_s};
-        QTest::newRow("plus behind an outside line")
-            << u"+4930"_s << u"0+4930"_s << NumberRules{.convertCountry = false, .outsideLine = true};
-        QTest::newRow("no digits for outside")
-            << u"12"_s << u"12"_s << NumberRules{.outsideLine = true, .outsideDigits = {}};
-    }
-    void numbers()
-    {
-        QFETCH(const QString, number);
-        QFETCH(const NumberRules, rules);
-        QTEST(rewritten(number, rules), "expected");
+        Rows<QString, QString, NumberRules> rows;
+        rows.add("own country", u"+49 (30) 12-34/56"_s, u"030123456"_s, usual);
+        rows.add("dialled", u"004930123456"_s, u"030123456"_s, usual);
+        rows.add("abroad", u"+441234567"_s, u"00441234567"_s, usual);
+        rows.add("abroad, dialled", u"00441234567"_s, u"00441234567"_s, usual);
+        rows.add("national", u"030123456"_s, u"030123456"_s, usual);
+        rows.add("code alone", u"0049"_s, u"0"_s, usual);
+        rows.add("plus alone", u"+"_s, u"00"_s, usual);
+        rows.add("further inside", u"0800+49"_s, u"0800+49"_s, usual);
+        rows.add("second plus stays", u"+49+1"_s, u"0+1"_s, usual);
+        rows.add("own code behind another's is kept", u"+4949"_s, u"049"_s, usual);
+        rows.add("pause and recall", u"R 0 P12p#*"_s, u"R0P12#*"_s, usual);
+        rows.add("no ASCII digits", u"١٢3"_s, u"3"_s, usual);
+        rows.add("kept", u"+4930"_s, u"+4930"_s, kept);
+        rows.add("outside line", u"+4930123456"_s, u"0030123456"_s, outside);
+        rows.add("short, too", u"11"_s, u"011"_s, outside);
+        rows.add("empty", u" "_s, u""_s, outside);
+        rows.add("long only, short", u"11"_s, u"11"_s, longOnly);
+        rows.add("long only, long", u"110"_s, u"0110"_s, longOnly);
+        rows.add("length after rewriting", u"+4911"_s, u"0011"_s, longOnly);
+        rows.add("length that is none", u"1"_s, u"01"_s,
+                 NumberRules{.outsideLine = true, .longNumbersOnly = true, .minimumLength = u"x"_s});
+        rows.add("plus behind an outside line", u"+4930"_s, u"0+4930"_s,
+                 NumberRules{.convertCountry = false, .outsideLine = true});
+        rows.add("no digits for outside", u"12"_s, u"12"_s,
+                 NumberRules{.outsideLine = true, .outsideDigits = {}});
+        rows.each([](const auto& number, const auto& expected, const auto& rules) {
+            QCOMPARE(rewritten(number, rules), expected);
+        });
     }
 
     void zeroInBrackets()
@@ -104,12 +98,11 @@ private Q_SLOTS:
         QCOMPARE(withBaseLetters(u"García Łukasz Ærø Ştefan 中"), u"Garcia Lukasz Ærø Stefan 中"_s);
     }
 
-    void birthdays_data()
+    void birthdays()
     {
-        QTest::addColumn<QString>("classic");
-        QTest::addColumn<QString>("contact");
-        const auto row = [](const char* cell, const char* classic, const char* contact) {
-            QTest::newRow(cell) << QString::fromUtf8(classic) << QString::fromUtf8(contact);
+        Rows<QString, QString, QString> rows;
+        const auto row = [&rows](const char* cell, const char* classic, const char* contact) {
+            rows.add(cell, QString::fromUtf8(cell), QString::fromUtf8(classic), QString::fromUtf8(contact));
         };
         row("24.12.2005 08:30", "24.12  08:30", "24.12.2005  08:30");
         row("4.2.2005  8:05:59", "04.02  08:05", "04.02.2005  08:05");
@@ -160,12 +153,10 @@ private Q_SLOTS:
         row("0.0.0000", "", "");
         row("morgen", "", "");
         row("", "", "");
-    }
-    void birthdays()
-    {
-        const QString cell = QString::fromUtf8(QTest::currentDataTag());
-        QTEST(classicBirthday(cell, DateOrder::DayFirst, today).text, "classic");
-        QTEST(vcardBirthday(cell, u"12:30"_s, DateOrder::DayFirst, today).text, "contact");
+        rows.each([](const auto& cell, const auto& classic, const auto& contact) {
+            QCOMPARE(classicBirthday(cell, DateOrder::DayFirst, today).text, classic);
+            QCOMPARE(vcardBirthday(cell, u"12:30"_s, DateOrder::DayFirst, today).text, contact);
+        });
     }
 
     void dateOrder()
@@ -179,56 +170,45 @@ private Q_SLOTS:
         QVERIFY(!DateSL55_2_Date(u"31.02.2001  02:30"_s).isValid());
     }
 
-    void detection_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("semicolon") << u"a;b"_s << u";plain"_s;
-        QTest::newRow("nothing at all") << u"abc"_s << u";quoted"_s;
-        QTest::newRow("as many quotes as semicolons") << u"\"a;\""_s + u";"_s << u";quoted"_s;
-        QTest::newRow("comma") << u"a,b"_s << u",plain"_s;
-        QTest::newRow("as many quotes as commas") << u"\"a\",b,c"_s << u",plain"_s;
-        QTest::newRow("quoted comma") << u"\"a\",\"b\""_s << u",quoted"_s;
-        QTest::newRow("commas and tabs alike") << u"a,b\tc"_s << u",plain"_s;
-        QTest::newRow("tab") << u"a\tb\tc,d"_s << u"\tplain"_s;
-        QTest::newRow("tab quoted") << u"\"a\"\t\"b\""_s << u"\tquoted"_s;
-        QTest::newRow("tab as often as semicolon") << u"a\tb;c"_s << u"\tplain"_s;
-        QTest::newRow("four lines only") << u"a;b\n\r\n\nc\n,,,,,"_s << u";plain"_s;
-    }
     void detection()
     {
-        QFETCH(const QString, text);
-        QTEST(described(DetectCsvSeparator(text)), "expected");
+        Rows<QString, QString> rows;
+        rows.add("semicolon", u"a;b"_s, u";plain"_s);
+        rows.add("nothing at all", u"abc"_s, u";quoted"_s);
+        rows.add("as many quotes as semicolons", u"\"a;\""_s + u";"_s, u";quoted"_s);
+        rows.add("comma", u"a,b"_s, u",plain"_s);
+        rows.add("as many quotes as commas", u"\"a\",b,c"_s, u",plain"_s);
+        rows.add("quoted comma", u"\"a\",\"b\""_s, u",quoted"_s);
+        rows.add("commas and tabs alike", u"a,b\tc"_s, u",plain"_s);
+        rows.add("tab", u"a\tb\tc,d"_s, u"\tplain"_s);
+        rows.add("tab quoted", u"\"a\"\t\"b\""_s, u"\tquoted"_s);
+        rows.add("tab as often as semicolon", u"a\tb;c"_s, u"\tplain"_s);
+        rows.add("four lines only", u"a;b\n\r\n\nc\n,,,,,"_s, u";plain"_s);
+        rows.each([](const auto& text, const auto& expected) {
+            QCOMPARE(described(DetectCsvSeparator(text)), expected);
+        });
     }
 
-    void cells_data()
+    void cells()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<TextLayout>("layout");
-        QTest::addColumn<QString>("expected");
         const TextLayout plain{.separator = Separator::Comma};
         const TextLayout quoted{.separator = Separator::Comma, .filter = u"\""_s};
         const TextLayout brackets{.separator = Separator::Comma, .filter = u"[\""_s};
         const TextLayout csv{.separator = Separator::Comma, .reading = Reading::Csv};
-        QTest::newRow("line ends") << u"a,b\r\nc,d\re,f\n\n\n \x85,g"_s << plain
-                                   << u"a|b\nc|d\ne|f\n \x85|g"_s;
-        QTest::newRow("too many, too few") << u"a,b\n1,2,3\n4"_s << plain << u"a|b\n1|2\n4|"_s;
-        QTest::newRow("separator within quotes")
-            << u"\"a,b\",\"c\"\n\"d\",\"e\""_s << quoted << u"a,b|c|\nd|e|"_s;
-        QTest::newRow("quotes within quotes") << u"\"a\"\"b\",\"c\"d\""_s << quoted << u"ab|cd"_s;
-        QTest::newRow("quotes only where needed") << u"\"a\",b\n1,\"2\""_s << quoted << u"a,b|\n1,2|"_s;
+        Rows<QString, TextLayout, QString> rows;
+        rows.add("line ends", u"a,b\r\nc,d\re,f\n\n\n \x85,g"_s, plain, u"a|b\nc|d\ne|f\n \x85|g"_s);
+        rows.add("too many, too few", u"a,b\n1,2,3\n4"_s, plain, u"a|b\n1|2\n4|"_s);
+        rows.add("separator within quotes", u"\"a,b\",\"c\"\n\"d\",\"e\""_s, quoted, u"a,b|c|\nd|e|"_s);
+        rows.add("quotes within quotes", u"\"a\"\"b\",\"c\"d\""_s, quoted, u"ab|cd"_s);
+        rows.add("quotes only where needed", u"\"a\",b\n1,\"2\""_s, quoted, u"a,b|\n1,2|"_s);
         // As a whole in the rows; by character in the heading.
-        QTest::newRow("two characters") << u"[\"a[\",[\"b\n[\"c[[\",[\"d"_s << brackets << u"a|b\nc[|d"_s;
-        QTest::newRow("csv") << u"a,\"b\"\r\n\"1,\"\"2\"\"\",\"x\r\ny\"\n,\"\""_s << csv
-                             << u"a|b\n1,\"2\"|x\r\ny\n|"_s;
-        QTest::newRow("csv without an end") << u"a,\"b\n1,2"_s << csv << u"a|b\n1,2"_s;
-        QTest::newRow("csv with more behind a quote") << u"\"a\"x,b"_s << csv << u"a|b"_s;
-    }
-    void cells()
-    {
-        QFETCH(const QString, text);
-        QFETCH(const TextLayout, layout);
-        QTEST(cellsOf(text, layout), "expected");
+        rows.add("two characters", u"[\"a[\",[\"b\n[\"c[[\",[\"d"_s, brackets, u"a|b\nc[|d"_s);
+        rows.add("csv", u"a,\"b\"\r\n\"1,\"\"2\"\"\",\"x\r\ny\"\n,\"\""_s, csv, u"a|b\n1,\"2\"|x\r\ny\n|"_s);
+        rows.add("csv without an end", u"a,\"b\n1,2"_s, csv, u"a|b\n1,2"_s);
+        rows.add("csv with more behind a quote", u"\"a\"x,b"_s, csv, u"a|b"_s);
+        rows.each([](const auto& text, const auto& layout, const auto& expected) {
+            QCOMPARE(cellsOf(text, layout), expected);
+        });
     }
 
     void headings()
@@ -241,52 +221,40 @@ private Q_SLOTS:
         QCOMPARE(CountOccurrences(u"aaa", u"aa"), 2);
     }
 
-    void betterAsCsv_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("rows");
-        QTest::newRow("no quotes") << u"a,b\n1,2"_s << 0;
-        QTest::newRow("all quoted") << u"\"a\",\"b\"\n\"1\",\"2,\""_s << 0;
-        QTest::newRow("some quoted") << u"\"a\",\"b\"\n\"1\",2\n\"3\",\"4\""_s << 1;
-        QTest::newRow("line end within") << u"\"a\",\"b\"\n\"1\n\",\"2\""_s << 1;
-        QTest::newRow("not valid") << u"\"a\",\"b\"\n\"1\",2\nin 5\" x,1"_s << 0;
-        QTest::newRow("without an end") << u"\"a\",b\n\"1,2"_s << 0;
-    }
     void betterAsCsv()
     {
-        QFETCH(const QString, text);
-        const auto rows = [](const QString& tested, const QString& quote) {
-            return rowsBetterReadAsCsv(tested, {.separator = Separator::Comma, .filter = quote});
+        const auto better = [](const QString& text, const QString& quote) {
+            return rowsBetterReadAsCsv(text, {.separator = Separator::Comma, .filter = quote});
         };
-        QTEST(rows(text, u"\""_s), "rows");
-        QCOMPARE(rows(u"'a','b'\n'1',2"_s, u"'"_s), 1);
-        QCOMPARE(rows(text, u"'"_s), 0); // the filter names the quote
+        QCOMPARE(better(u"'a','b'\n'1',2"_s, u"'"_s), 1);
+        Rows<QString, int> rows;
+        rows.add("no quotes", u"a,b\n1,2"_s, 0);
+        rows.add("all quoted", u"\"a\",\"b\"\n\"1\",\"2,\""_s, 0);
+        rows.add("some quoted", u"\"a\",\"b\"\n\"1\",2\n\"3\",\"4\""_s, 1);
+        rows.add("line end within", u"\"a\",\"b\"\n\"1\n\",\"2\""_s, 1);
+        rows.add("not valid", u"\"a\",\"b\"\n\"1\",2\nin 5\" x,1"_s, 0);
+        rows.add("without an end", u"\"a\",b\n\"1,2"_s, 0);
+        rows.each([&](const auto& text, const auto& count) {
+            QCOMPARE(better(text, u"\""_s), count);
+            QCOMPARE(better(text, u"'"_s), 0); // the filter names the quote
+        });
     }
 
-    void encodings_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("encoding");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const QByteArray& bytes, Encoding encoding,
-                            const QString& text) {
-            QTest::newRow(name) << bytes << static_cast<int>(encoding) << text;
-        };
-        row("ASCII", "abc", Encoding::Ansi, u"abc"_s);
-        row("ANSI", "M\xFC\x80", Encoding::Ansi, u"Mü€"_s);
-        row("UTF-8", "M\xC3\xBC", Encoding::Utf8, u"Mü"_s);
-        row("UTF-8 with a mark", "\xEF\xBB\xBFx", Encoding::Utf8, u"x"_s);
-        row("loose accent", "Mu\xCC\x88", Encoding::Utf8, u"Mü"_s);
-        row("UTF-8 that breaks off", "M\xC3\xBC\xC3", Encoding::Ansi, u"MÃ¼Ã"_s);
-        row("UTF-16 little-endian", QByteArray("\xFF\xFEM\0", 4), Encoding::Utf16, u"M"_s);
-        row("UTF-16 big-endian", QByteArray("\xFE\xFF\0M", 4), Encoding::Utf16, u"M"_s);
-    }
     void encodings()
     {
-        QFETCH(const QByteArray, bytes);
-        const Encoding encoding = detectEncoding(bytes);
-        QTEST(static_cast<int>(encoding), "encoding");
-        QTEST(decodeText(bytes, encoding), "text");
+        Rows<QByteArray, Encoding, QString> rows;
+        rows.add("ASCII", "abc", Encoding::Ansi, u"abc"_s);
+        rows.add("ANSI", "M\xFC\x80", Encoding::Ansi, u"Mü€"_s);
+        rows.add("UTF-8", "M\xC3\xBC", Encoding::Utf8, u"Mü"_s);
+        rows.add("UTF-8 with a mark", "\xEF\xBB\xBFx", Encoding::Utf8, u"x"_s);
+        rows.add("loose accent", "Mu\xCC\x88", Encoding::Utf8, u"Mü"_s);
+        rows.add("UTF-8 that breaks off", "M\xC3\xBC\xC3", Encoding::Ansi, u"MÃ¼Ã"_s);
+        rows.add("UTF-16 little-endian", QByteArray("\xFF\xFEM\0", 4), Encoding::Utf16, u"M"_s);
+        rows.add("UTF-16 big-endian", QByteArray("\xFE\xFF\0M", 4), Encoding::Utf16, u"M"_s);
+        rows.each([](const auto& bytes, const auto& encoding, const auto& text) {
+            QCOMPARE(detectEncoding(bytes), encoding);
+            QCOMPARE(decodeText(bytes, encoding), text);
+        });
         QCOMPARE(decodeText(QByteArray("M\0", 2), Encoding::Utf16), u"M"_s); // little-endian without a mark
         QCOMPARE(decodeText("\xEF\xBB\xBFx", Encoding::Ansi), u"ï»¿x"_s);
     }
