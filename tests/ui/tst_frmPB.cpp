@@ -1,94 +1,21 @@
-// The main window against the emulated handset.
+// The main window against the emulated handset: its sections, and what its commands do with the lists.
 
 #include "phonedata/BackupFiles.h"
 #include "phonedata/Ringtones.h"
-#include "support/ObexClient.h"
 #include "support/TestProgram.h"
-#include "ui/lists/RowsView.h"
-#include "ui/panels/ListPanel.h"
-#include "ui/TestProgram.h"
+#include "ui/OpenWindow.h"
 #include "ui/window/ClassicWords.h"
-#include "ui/window/frmPB.h"
-#include "ui/window/NaviTree.h"
-#include "ui/window/PanelStack.h"
 #include "ui/window/StatusArea.h"
 
 #include <QAbstractItemView>
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
-#include <QDir>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QStackedLayout>
 #include <QTimer>
-#include <QToolButton>
 
 namespace {
-
-toolkit::Message question(const QString& text, Answer defaultButton = Answer::No)
-{
-    return {.text = text, .buttons = Buttons::YesNo, .icon = Icon::Question, .defaultButton = defaultButton};
-}
-
-toolkit::Message closingQuestion()
-{
-    return question(
-        u"Es wurden Änderungen am Telefonbuch vorgenommen, diese wurden jedoch noch nicht durch die "
-        u"Funktion \"Schreiben\" gespeichert und gehen verloren, wenn Sie Kalmo beenden.\n\n"
-        u"Trotzdem beenden?"_s);
-}
-
-/// The main window, with an emulated handset on its line.
-struct OpenWindow : TestProgram
-{
-    explicit OpenWindow(const QString& model, const handset::Options& options = {})
-        : TestProgram(model, options), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc)
-    {
-        QDir(test.storage).mkpath(u"Backup"_s);
-        test.clock.runToolkitEvents(true);
-        window.show();
-        QCoreApplication::processEvents();
-    }
-
-    void press(const char* key) { child<QAction>(window, key).trigger(); }
-    ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
-    QString front()
-    {
-        const auto* place = child<QWidget>(window, "reminders").findChild<QStackedLayout*>();
-        return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
-    }
-    QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
-    QString status() { return child<QLabel>(window, "sta_text").text(); }
-    QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }
-    QString offered()
-    {
-        QString keys;
-        for (const ui::CommandRow& row : ui::commandTable()) {
-            if (child<QAction>(window, row.key.toLatin1().constData()).isEnabled())
-                keys += row.key.first(2);
-        }
-        return keys;
-    }
-    void deleteFirst(const char* name)
-    {
-        list(name).rows()->setCurrent(0);
-        test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s), Answer::Yes);
-        QTest::keyClick(&list(name), Qt::Key_Delete);
-    }
-    size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
-    size_t contactsInPhone() { return port.handset().phone().irmc[handset::ContactStore].items().size(); }
-
-    std::shared_ptr<obex::clsMmc> mmc;
-    ui::frmPB window;
-};
 
 const QString classicCommands = u"rewrneeddeopsaeximhe"_s;
 const QString vcardCommands = u"needdereopsaeximhe"_s;
@@ -100,71 +27,54 @@ class frmPBTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void sections_data();
     void sections();
     void noLeadsBack();
     void classicListIsWritten();
     void listsAreSearched();
     void backupsAreOpenedAndSaved();
-    void closingAsksAndLeavesDataMode();
-    void everyWayOutClosesTheChannel();
-    void aDeafPhoneHoldsNobodyUp();
-    void closingWaitsForAWrite();
-    void closingQuestionOutlivesARead();
-    void escapeCancelsARead();
-    void failuresLeaveWholeLists();
     void contactsAreDeletedAtOnce();
-    void filesComeBackBehindCommands();
     void givenFileIsOpened();
     void importReadsTheListAhead();
     void importOfUnreadContactsAsks();
-    void filesHaveKeysOfTheirOwn();
-    void stoppedListingKeepsTheFiles();
-    void connectionIsShown();
     void secretWordsAreHeard();
     void ringtonesAreSet();
     void focusGoesDownwards();
 };
 
-void frmPBTest::sections_data()
+void frmPBTest::sections()
 {
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QStringList>("visits"); // node, panel, ToolbarMode/ActiveSection, commands
-
+    // Node, panel, ToolbarMode/ActiveSection, and the commands that are offered.
     const QString phonebook = u"TB fraPBTB 1/1 "_s + classicCommands;
     const QString providers = u"NE fraPBNE 2/2 "_s + classicCommands;
     const QString contacts = u"TB fraVCF 1/1 "_s + vcardCommands;
     const QString diverse = u"DIV fraDIV 0/4 rehe"_s;
     const QString sponsor = u"SPONSOR_ORV fraAd 3/3 he"_s;
     const QString files = u"FFS fraFFS 1/6 "_s + vcardCommands;
-    QTest::newRow("1") << u"WOODSTOCK"_s << QStringList{phonebook, providers, diverse, sponsor};
-    QTest::newRow("4") << u"PICASSO"_s
-                       << QStringList{phonebook, u"SOUND fraSounds 5/1 rehe"_s, providers, diverse, sponsor};
-    QTest::newRow("5") << u"To S600"_s << QStringList{contacts, files, diverse, sponsor};
-    QTest::newRow("7") << u"Sinus 501"_s << QStringList{contacts, diverse, sponsor};
-    QTest::newRow("10") << u"SL400H"_s << QStringList{contacts, files, contacts, files, diverse, sponsor};
-    QTest::newRow("13") << u"SL750H PRO"_s << QStringList{contacts, files, diverse, sponsor};
-}
-
-void frmPBTest::sections()
-{
-    QFETCH(QString, model);
-    QFETCH(QStringList, visits);
-    OpenWindow open(model);
-    QCOMPARE(open.panel(), u"fraAd"_s);
-    QStringList found;
-    for (const QString& visit : visits) {
-        const QString key = visit.section(u' ', 0, 0);
-        open.window.goTo(key);
-        found.append(u"%1 %2 %3/%4 %5"_s.arg(key, open.panel())
-                         .arg(open.window.ToolbarMode())
-                         .arg(open.window.ActiveSection())
-                         .arg(open.offered()));
-        QCOMPARE(open.port.handset().isInDataMode(), key == u"FFS"_s);
-        QCOMPARE(open.front() == u"fraFFScloseReminder"_s, key == u"FFS"_s);
-        QVERIFY(open.panel() != u"fraDIV"_s || open.status() == u"Bereit."_s);
-    }
-    QCOMPARE(found, visits);
+    const Rows<QString, QStringList> rows{
+        {"1", u"WOODSTOCK"_s, {phonebook, providers, diverse, sponsor}},
+        {"4", u"PICASSO"_s, {phonebook, u"SOUND fraSounds 5/1 rehe"_s, providers, diverse, sponsor}},
+        {"5", u"To S600"_s, {contacts, files, diverse, sponsor}},
+        {"7", u"Sinus 501"_s, {contacts, diverse, sponsor}},
+        {"10", u"SL400H"_s, {contacts, files, contacts, files, diverse, sponsor}},
+        {"13", u"SL750H PRO"_s, {contacts, files, diverse, sponsor}},
+    };
+    rows.each([](const auto& model, const auto& visits) {
+        OpenWindow open(model);
+        QCOMPARE(open.panel(), u"fraAd"_s);
+        QStringList found;
+        for (const QString& visit : visits) {
+            const QString key = visit.section(u' ', 0, 0);
+            open.window.goTo(key);
+            found.append(u"%1 %2 %3/%4 %5"_s.arg(key, open.panel())
+                             .arg(open.window.ToolbarMode())
+                             .arg(open.window.ActiveSection())
+                             .arg(open.offered()));
+            QCOMPARE(open.port.handset().isInDataMode(), key == u"FFS"_s);
+            QCOMPARE(open.front() == u"fraFFScloseReminder"_s, key == u"FFS"_s);
+            QVERIFY(open.panel() != u"fraDIV"_s || open.status() == u"Bereit."_s);
+        }
+        QCOMPARE(found, visits);
+    });
 }
 
 void frmPBTest::noLeadsBack()
@@ -209,7 +119,6 @@ void frmPBTest::classicListIsWritten()
     QVERIFY(open.status().endsWith(u"aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s));
 }
 
-/// By the keys of the window: with the focus anywhere, the list in front is searched, marked and copied.
 void frmPBTest::listsAreSearched()
 {
     OpenWindow open(u"PICASSO"_s);
@@ -288,148 +197,6 @@ void frmPBTest::backupsAreOpenedAndSaved()
     open.press("save");
 }
 
-void frmPBTest::closingAsksAndLeavesDataMode()
-{
-    OpenWindow open(u"SL400H"_s);
-    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
-    open.test.makeFile(u"storage/config/temp/bild.jpg"_s, "x");
-    open.window.goTo(u"FFS"_s);
-    QVERIFY(open.port.handset().isInDataMode());
-    open.memory.TbDirty = true;
-    open.test.dialogs.expect(closingQuestion(), Answer::No);
-    open.window.close();
-    QVERIFY(closed.isEmpty() && open.window.isVisible() && open.port.IsOpen());
-    open.test.dialogs.expect(closingQuestion(), Answer::Yes);
-    open.window.close();
-    QCOMPARE(closed.size(), 1);
-    QVERIFY(!open.port.handset().isInDataMode());
-    QVERIFY(!open.port.IsOpen());
-    QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
-}
-
-void frmPBTest::everyWayOutClosesTheChannel()
-{
-    OpenWindow calm(u"SL400H"_s);
-    calm.window.goTo(u"TB"_s);
-    const int lettingGo = calm.port.handset().phone().faults.requests;
-    for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
-        for (const bool isConnectRefused : {true, false}) { // or to let go of the connection is
-            OpenWindow open(u"SL400H"_s, {.faults = {.refuseAt = isConnectRefused ? 1 : lettingGo}});
-            open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
-            open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
-            QVERIFY(open.port.handset().isInDataMode());
-            if (way == u"refresh"_s)
-                open.press("refresh");
-            if (way == u"close"_s)
-                open.window.close();
-            open.window.goTo(way); // where it is one of the nodes; the files come back behind a refresh
-            QCOMPARE(open.port.handset().isInDataMode(), way == u"refresh"_s && isConnectRefused);
-            QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
-        }
-    }
-}
-
-/// Each click tells once what is wrong, and the second one gets on.
-void frmPBTest::aDeafPhoneHoldsNobodyUp()
-{
-    OpenWindow open(u"SL400H"_s);
-    open.window.goTo(u"FFS"_s);
-    open.port.handset().setFaults({.silentFrom = 1});
-    for (const int code : {obex::Timeout, obex::ChannelStuck}) {
-        open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(code)));
-        open.window.goTo(u"DIV"_s);
-        QCOMPARE(open.panel(), u"fraDIV"_s);
-    }
-    open.window.goTo(u"SPONSOR"_s);
-    open.port.handset().setFaults({});
-    open.window.goTo(u"TB"_s);
-    QVERIFY(open.list("lvwVCF").rows()->count() > 0);
-}
-
-void frmPBTest::closingWaitsForAWrite()
-{
-    OpenWindow open(u"WOODSTOCK"_s);
-    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
-    open.window.goTo(u"TB"_s);
-    open.deleteFirst("lvwTB");
-    const int wanted = open.list("lvwTB").rows()->count();
-    const auto answer = [&](QMessageBox::StandardButton button) {
-        open.window.close();
-        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box && box->button(QMessageBox::No) == box->defaultButton());
-        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-        QTest::mouseClick(box->button(button), Qt::LeftButton);
-    };
-    open.test.clock.after(6, [&] { answer(QMessageBox::No); });
-    open.test.clock.after(8, [&] { answer(QMessageBox::Yes); });
-    open.test.dialogs.expectStart(
-        u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s, Buttons::YesNo,
-        Answer::Yes);
-    open.press("write");
-    QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
-    QCoreApplication::processEvents();
-    QCOMPARE(closed.size(), 1);
-}
-
-/// The operation may end before the question is answered.
-void frmPBTest::closingQuestionOutlivesARead()
-{
-    OpenWindow open(u"WOODSTOCK"_s);
-    open.test.clock.after(1.5, [&open] { open.window.close(); });
-    open.window.goTo(u"TB"_s);
-    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    QVERIFY(box);
-    QCOMPARE(box->text(), u"Soll Kalmo beendet werden?"_s);
-    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-    QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
-    QVERIFY(!QGuiApplication::overrideCursor() && open.window.isVisible());
-}
-
-void frmPBTest::escapeCancelsARead()
-{
-    OpenWindow open(u"WOODSTOCK"_s);
-    open.test.clock.after(1.5, [&open] {
-        QVERIFY(!open.list("lvwTB").isEnabled());
-        QVERIFY(child<QWidget>(open.window, "chkCancel").isVisible());
-        open.window.goTo(u"DIV"_s); // a click that comes all the same
-        QTest::keyClick(&open.window, Qt::Key_Escape);
-    });
-    open.window.goTo(u"TB"_s);
-    QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
-    QCOMPARE(open.list("lvwTB").rows()->count(), 0);
-    QVERIFY(open.list("lvwTB").isEnabled());
-    open.window.goTo(u"TB"_s); // never read, so it is read now
-    QCOMPARE(static_cast<size_t>(open.list("lvwTB").rows()->count()), open.entriesInPhone());
-}
-
-/// A reading that fails at its end was whole, and one that fails at its start leaves what was read before.
-void frmPBTest::failuresLeaveWholeLists()
-{
-    const QString failed = u"Fehler beim Zugriff auf das Telefon"_s;
-    OpenWindow atEnd(u"PICASSO"_s);
-    const int entries = static_cast<int>(atEnd.entriesInPhone());
-    atEnd.port.handset().setFaults({.refuseCommandAt = entries + 3}); // opened, read to the empty reply
-    atEnd.test.dialogs.expectStart(failed);
-    for (const QString& node : {u"TB"_s, u"SPONSOR_ORV"_s, u"TB"_s}) // reads once
-        atEnd.window.goTo(node);
-    QCOMPARE(atEnd.list("lvwTB").rows()->count(), entries);
-
-    OpenWindow open(u"PICASSO"_s);
-    open.window.goTo(u"TB"_s);
-    const toolkit::ListRows& rows = *open.list("lvwTB").rows();
-    open.deleteFirst("lvwTB");
-    open.port.handset().setFaults({.refuseCommandAt = 1});
-    open.test.dialogs.expect(question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook)),
-                             Answer::Yes);
-    open.test.dialogs.expectStart(failed);
-    open.press("read");
-    QCOMPARE(rows.count(), entries - 1);
-    open.port.handset().setFaults({});
-    open.test.dialogs.expectStart(u"Einträge ohne Namen im Telefon: 1."_s, Buttons::YesNo, Answer::Yes);
-    open.press("write"); // and asks nothing about where the list came from
-    QCOMPARE(static_cast<int>(open.entriesInPhone()), entries - 1);
-}
-
 void frmPBTest::contactsAreDeletedAtOnce()
 {
     OpenWindow open(u"SL400H"_s);
@@ -466,38 +233,6 @@ void frmPBTest::contactsAreDeletedAtOnce()
     QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
 }
 
-void frmPBTest::filesComeBackBehindCommands()
-{
-    OpenWindow open(u"SL400H"_s);
-    bool isBlocked = false;
-    open.test.clock.after(0.1, [&] {
-        isBlocked = open.status().startsWith(u"Prüfe Vorwahl"_s) && !open.list("lvwVCF").isEnabled() &&
-                    !child<QWidget>(open.window, "chkCancel").isVisible();
-    });
-    open.window.goTo(u"TB"_s);
-    QVERIFY(isBlocked);
-    open.window.goTo(u"FFS"_s);
-    open.press("refresh");
-    const auto state = [&] { return open.panel() + open.node() + open.front(); };
-    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
-    QVERIFY(open.port.handset().isInDataMode());
-    open.window.goTo(u"SETUP"_s);
-    QCOMPARE(state(), u"fraVCFTBfraHinweisTelNichtInMenu"_s);
-    open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
-    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
-    // A new search closes the channel, and the window opens it for the phone that was found.
-    child<QToolButton>(open.window, "cmdReconnect").click();
-    QVERIFY(!open.window.isVisible() && !open.port.handset().isInDataMode());
-    open.window.forgetPhone();
-    QCOMPARE(open.list("lvwFFs").model()->rowCount(), 0);
-    open.window.show();
-    QCoreApplication::processEvents();
-    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
-    QVERIFY(open.port.handset().isInDataMode() && open.list("lvwFFs").model()->rowCount() > 0);
-    QVERIFY(open.port.handset().isInDataMode());
-}
-
-/// A backup that the desktop hands over goes into its list, and waits there to be written.
 void frmPBTest::givenFileIsOpened()
 {
     OpenWindow open(u"PICASSO"_s);
@@ -511,7 +246,6 @@ void frmPBTest::givenFileIsOpened()
     open.memory.TbDirty = false;
 }
 
-/// An import reads the list ahead. Without it the user decides.
 void frmPBTest::importReadsTheListAhead()
 {
     OpenWindow open(u"PICASSO"_s);
@@ -557,7 +291,6 @@ void frmPBTest::importReadsTheListAhead()
     QCoreApplication::processEvents();
 }
 
-/// Contacts that could not be read are unknown, although the section was visited.
 void frmPBTest::importOfUnreadContactsAsks()
 {
     OpenWindow open(u"SL400H"_s);
@@ -568,83 +301,6 @@ void frmPBTest::importOfUnreadContactsAsks()
     open.window.openGiven(open.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
     QCoreApplication::processEvents();
     QVERIFY(!QApplication::activeModalWidget());
-}
-
-/// The toolbar still means the phonebook; its keys and the menu mean the files.
-void frmPBTest::filesHaveKeysOfTheirOwn()
-{
-    OpenWindow open(u"SL400H"_s);
-    const auto state = [&] {
-        const auto& edit = child<QAction>(open.window, "edit");
-        QStringList names;
-        for (const QAction* action : open.window.menuBar()->actions().first()->menu()->actions()) {
-            if (action->objectName().startsWith(u"ffs"_s) || action == &edit)
-                names.append(action->objectName());
-        }
-        return names.join(u' ') + u'|' + edit.shortcut().toString() + u'|' + edit.toolTip();
-    };
-    const QString own = u"ffsUp ffsRename ffsNewFolder||Telefonbuch: Eintrag bearbeiten"_s;
-    open.window.goTo(u"TB"_s);
-    const QString phonebook = state();
-    QCOMPARE(phonebook, u"edit|F2|Eintrag bearbeiten (F2)"_s);
-    open.window.goTo(u"FFS"_s);
-    QCOMPARE(state(), own);
-    QVERIFY(open.list("lvwFFs").hasFocus());
-    open.list("lvwFFs").rows()->setCurrent(0);
-    const size_t contacts = open.contactsInPhone();
-    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
-    QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Delete);
-    QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier); // opens no contact
-    QVERIFY(!QApplication::activeModalWidget());
-    open.list("lvwFFs").setColumnWidth(0, 321);
-    open.window.goTo(u"TB"_s);
-    QCOMPARE(state(), phonebook);
-    QCOMPARE(open.contactsInPhone(), contacts);
-    open.window.close();
-    QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
-}
-
-void frmPBTest::stoppedListingKeepsTheFiles()
-{
-    OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
-    open.window.goTo(u"FFS"_s);
-    ui::RowsView& list = open.list("lvwFFs");
-    const int files = list.rows()->count();
-    std::function<void()> stop = [&] {
-        if (open.status().startsWith(u"Verzeichnis wird ausgelesen"_s))
-            QTest::keyClick(&open.window, Qt::Key_Escape);
-        else
-            open.test.clock.after(0.02, stop);
-    };
-    open.test.clock.after(0.02, stop);
-    open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(obex::Cancelled)));
-    QTest::keyClick(&list, Qt::Key_F5);
-    QCOMPARE(list.rows()->count(), files);
-    list.rows()->setCurrent(0);
-    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
-    QTest::keyClick(&list, Qt::Key_Delete);
-}
-
-/// The status bar says which phone is there, and offers a search where it is not.
-void frmPBTest::connectionIsShown()
-{
-    OpenWindow open(u"SL450HX"_s);
-    open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
-    open.window.goTo(u"DIV"_s);
-    const auto& text = child<QLabel>(open.window, "lblConnection");
-    auto& search = child<QToolButton>(open.window, "cmdReconnect");
-    QCOMPARE(text.text(), u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
-    QVERIFY(search.isHidden());
-    open.port.Close();
-    open.test.dialogs.expect({.text = u"Es ist ein Übertragungsfehler aufgetreten. ... Fehlercode: AT+CGMI"_s,
-                              .icon = Icon::Exclamation});
-    open.window.goTo(u"DIV"_s);
-    QVERIFY(text.text().endsWith(u"getrennt"_s));
-    QCOMPARE(child<QLabel>(open.window, "sta_text").accessibleName(), open.status());
-    const QSignalSpy wanted(&open.window, &ui::frmPB::searchRequested);
-    QTest::mouseClick(&search, Qt::LeftButton);
-    QCOMPARE(wanted.size(), 1);
-    QVERIFY(!open.window.isVisible());
 }
 
 void frmPBTest::secretWordsAreHeard()

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ui/lists/RowsView.h"
+#include "ui/TestProgram.h"
+#include "ui/window/frmPB.h"
+#include "ui/window/NaviTree.h"
+#include "ui/window/PanelStack.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QStackedLayout>
+#include <QTest>
+
+namespace kalmo::tests {
+
+using namespace Qt::StringLiterals;
+
+inline toolkit::Message question(const QString& text, Answer defaultButton = Answer::No)
+{
+    return {.text = text, .buttons = Buttons::YesNo, .icon = Icon::Question, .defaultButton = defaultButton};
+}
+
+/// The main window, with an emulated handset on its line.
+struct OpenWindow : TestProgram
+{
+    explicit OpenWindow(const QString& model, const handset::Options& options = {})
+        : TestProgram(model, options), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc)
+    {
+        QDir(test.storage).mkpath(u"Backup"_s);
+        test.clock.runToolkitEvents(true);
+        window.show();
+        QCoreApplication::processEvents();
+    }
+
+    void press(const char* key) { child<QAction>(window, key).trigger(); }
+    ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
+    QString front()
+    {
+        const auto* place = child<QWidget>(window, "reminders").findChild<QStackedLayout*>();
+        return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
+    }
+    QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
+    QString status() { return child<QLabel>(window, "sta_text").text(); }
+    QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }
+    QString offered()
+    {
+        QString keys;
+        for (const ui::CommandRow& row : ui::commandTable()) {
+            if (child<QAction>(window, row.key.toLatin1().constData()).isEnabled())
+                keys += row.key.first(2);
+        }
+        return keys;
+    }
+    void deleteFirst(const char* name)
+    {
+        list(name).rows()->setCurrent(0);
+        test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s), Answer::Yes);
+        QTest::keyClick(&list(name), Qt::Key_Delete);
+    }
+    size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
+    size_t contactsInPhone() { return port.handset().phone().irmc[handset::ContactStore].items().size(); }
+
+    std::shared_ptr<obex::clsMmc> mmc;
+    ui::frmPB window;
+};
+
+} // namespace kalmo::tests

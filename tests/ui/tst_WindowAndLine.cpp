@@ -1,0 +1,290 @@
+// The main window while the phone is busy, silent or in data mode: every way out leaves the line in order.
+
+#include "support/ObexClient.h"
+#include "support/TestProgram.h"
+#include "ui/OpenWindow.h"
+#include "ui/window/ClassicWords.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace {
+
+toolkit::Message closingQuestion()
+{
+    return question(
+        u"Es wurden Änderungen am Telefonbuch vorgenommen, diese wurden jedoch noch nicht durch die "
+        u"Funktion \"Schreiben\" gespeichert und gehen verloren, wenn Sie Kalmo beenden.\n\n"
+        u"Trotzdem beenden?"_s);
+}
+
+} // namespace
+
+class tst_WindowAndLine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void closingAsksAndLeavesDataMode();
+    void everyWayOutClosesTheChannel();
+    void aDeafPhoneHoldsNobodyUp();
+    void closingWaitsForAWrite();
+    void closingQuestionOutlivesARead();
+    void escapeCancelsARead();
+    void filesComeBackBehindCommands();
+    void filesHaveKeysOfTheirOwn();
+    void stoppedListingKeepsTheFiles();
+    void connectionIsShown();
+    void failuresLeaveWholeLists();
+};
+
+void tst_WindowAndLine::closingAsksAndLeavesDataMode()
+{
+    OpenWindow open(u"SL400H"_s);
+    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
+    open.test.makeFile(u"storage/config/temp/bild.jpg"_s, "x");
+    open.window.goTo(u"FFS"_s);
+    QVERIFY(open.port.handset().isInDataMode());
+    open.memory.TbDirty = true;
+    open.test.dialogs.expect(closingQuestion(), Answer::No);
+    open.window.close();
+    QVERIFY(closed.isEmpty() && open.window.isVisible() && open.port.IsOpen());
+    open.test.dialogs.expect(closingQuestion(), Answer::Yes);
+    open.window.close();
+    QCOMPARE(closed.size(), 1);
+    QVERIFY(!open.port.handset().isInDataMode());
+    QVERIFY(!open.port.IsOpen());
+    QVERIFY(QDir(open.test.storage + u"/config/temp"_s).isEmpty(QDir::Files));
+}
+
+void tst_WindowAndLine::everyWayOutClosesTheChannel()
+{
+    OpenWindow calm(u"SL400H"_s);
+    calm.window.goTo(u"TB"_s);
+    const int lettingGo = calm.port.handset().phone().faults.requests;
+    for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
+        for (const bool isConnectRefused : {true, false}) { // or to let go of the connection is
+            OpenWindow open(u"SL400H"_s, {.faults = {.refuseAt = isConnectRefused ? 1 : lettingGo}});
+            open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
+            open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
+            QVERIFY(open.port.handset().isInDataMode());
+            if (way == u"refresh"_s)
+                open.press("refresh");
+            if (way == u"close"_s)
+                open.window.close();
+            open.window.goTo(way); // where it is one of the nodes; the files come back behind a refresh
+            QCOMPARE(open.port.handset().isInDataMode(), way == u"refresh"_s && isConnectRefused);
+            QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
+        }
+    }
+}
+
+void tst_WindowAndLine::aDeafPhoneHoldsNobodyUp()
+{
+    OpenWindow open(u"SL400H"_s);
+    open.window.goTo(u"FFS"_s);
+    open.port.handset().setFaults({.silentFrom = 1});
+    for (const int code : {obex::Timeout, obex::ChannelStuck}) {
+        open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(code)));
+        open.window.goTo(u"DIV"_s);
+        QCOMPARE(open.panel(), u"fraDIV"_s);
+    }
+    open.window.goTo(u"SPONSOR"_s);
+    open.port.handset().setFaults({});
+    open.window.goTo(u"TB"_s);
+    QVERIFY(open.list("lvwVCF").rows()->count() > 0);
+}
+
+void tst_WindowAndLine::closingWaitsForAWrite()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
+    open.window.goTo(u"TB"_s);
+    open.deleteFirst("lvwTB");
+    const int wanted = open.list("lvwTB").rows()->count();
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        open.window.close();
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box && box->button(QMessageBox::No) == box->defaultButton());
+        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        QTest::mouseClick(box->button(button), Qt::LeftButton);
+    };
+    open.test.clock.after(6, [&] { answer(QMessageBox::No); });
+    open.test.clock.after(8, [&] { answer(QMessageBox::Yes); });
+    open.test.dialogs.expectStart(
+        u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s, Buttons::YesNo,
+        Answer::Yes);
+    open.press("write");
+    QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
+    QCoreApplication::processEvents();
+    QCOMPARE(closed.size(), 1);
+}
+
+void tst_WindowAndLine::closingQuestionOutlivesARead()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.test.clock.after(1.5, [&open] { open.window.close(); });
+    open.window.goTo(u"TB"_s);
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    QVERIFY(box);
+    QCOMPARE(box->text(), u"Soll Kalmo beendet werden?"_s);
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+    QVERIFY(!QGuiApplication::overrideCursor() && open.window.isVisible());
+}
+
+void tst_WindowAndLine::escapeCancelsARead()
+{
+    OpenWindow open(u"WOODSTOCK"_s);
+    open.test.clock.after(1.5, [&open] {
+        QVERIFY(!open.list("lvwTB").isEnabled());
+        QVERIFY(child<QWidget>(open.window, "chkCancel").isVisible());
+        open.window.goTo(u"DIV"_s); // a click that comes all the same
+        QTest::keyClick(&open.window, Qt::Key_Escape);
+    });
+    open.window.goTo(u"TB"_s);
+    QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
+    QCOMPARE(open.list("lvwTB").rows()->count(), 0);
+    QVERIFY(open.list("lvwTB").isEnabled());
+    open.window.goTo(u"TB"_s); // never read, so it is read now
+    QCOMPARE(static_cast<size_t>(open.list("lvwTB").rows()->count()), open.entriesInPhone());
+}
+
+void tst_WindowAndLine::filesComeBackBehindCommands()
+{
+    OpenWindow open(u"SL400H"_s);
+    bool isBlocked = false;
+    open.test.clock.after(0.1, [&] {
+        isBlocked = open.status().startsWith(u"Prüfe Vorwahl"_s) && !open.list("lvwVCF").isEnabled() &&
+                    !child<QWidget>(open.window, "chkCancel").isVisible();
+    });
+    open.window.goTo(u"TB"_s);
+    QVERIFY(isBlocked);
+    open.window.goTo(u"FFS"_s);
+    open.press("refresh");
+    const auto state = [&] { return open.panel() + open.node() + open.front(); };
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QVERIFY(open.port.handset().isInDataMode());
+    open.window.goTo(u"SETUP"_s);
+    QCOMPARE(state(), u"fraVCFTBfraHinweisTelNichtInMenu"_s);
+    open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    // A new search closes the channel, and the window opens it for the phone that was found.
+    child<QToolButton>(open.window, "cmdReconnect").click();
+    QVERIFY(!open.window.isVisible() && !open.port.handset().isInDataMode());
+    open.window.forgetPhone();
+    QCOMPARE(open.list("lvwFFs").model()->rowCount(), 0);
+    open.window.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QVERIFY(open.port.handset().isInDataMode() && open.list("lvwFFs").model()->rowCount() > 0);
+}
+
+void tst_WindowAndLine::filesHaveKeysOfTheirOwn()
+{
+    OpenWindow open(u"SL400H"_s);
+    const auto state = [&] {
+        const auto& edit = child<QAction>(open.window, "edit");
+        QStringList names;
+        for (const QAction* action : open.window.menuBar()->actions().first()->menu()->actions()) {
+            if (action->objectName().startsWith(u"ffs"_s) || action == &edit)
+                names.append(action->objectName());
+        }
+        return names.join(u' ') + u'|' + edit.shortcut().toString() + u'|' + edit.toolTip();
+    };
+    const QString own = u"ffsUp ffsRename ffsNewFolder||Telefonbuch: Eintrag bearbeiten"_s;
+    open.window.goTo(u"TB"_s);
+    const QString phonebook = state();
+    QCOMPARE(phonebook, u"edit|F2|Eintrag bearbeiten (F2)"_s);
+    open.window.goTo(u"FFS"_s);
+    QCOMPARE(state(), own);
+    QVERIFY(open.list("lvwFFs").hasFocus());
+    open.list("lvwFFs").rows()->setCurrent(0);
+    const size_t contacts = open.contactsInPhone();
+    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
+    QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Delete);
+    QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier); // opens no contact
+    QVERIFY(!QApplication::activeModalWidget());
+    open.list("lvwFFs").setColumnWidth(0, 321);
+    open.window.goTo(u"TB"_s);
+    QCOMPARE(state(), phonebook);
+    QCOMPARE(open.contactsInPhone(), contacts);
+    open.window.close();
+    QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
+}
+
+void tst_WindowAndLine::stoppedListingKeepsTheFiles()
+{
+    OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
+    open.window.goTo(u"FFS"_s);
+    ui::RowsView& list = open.list("lvwFFs");
+    const int files = list.rows()->count();
+    std::function<void()> stop = [&] {
+        if (open.status().startsWith(u"Verzeichnis wird ausgelesen"_s))
+            QTest::keyClick(&open.window, Qt::Key_Escape);
+        else
+            open.test.clock.after(0.02, stop);
+    };
+    open.test.clock.after(0.02, stop);
+    open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(obex::Cancelled)));
+    QTest::keyClick(&list, Qt::Key_F5);
+    QCOMPARE(list.rows()->count(), files);
+    list.rows()->setCurrent(0);
+    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
+    QTest::keyClick(&list, Qt::Key_Delete);
+}
+
+void tst_WindowAndLine::connectionIsShown()
+{
+    OpenWindow open(u"SL450HX"_s);
+    open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
+    open.window.goTo(u"DIV"_s);
+    const auto& text = child<QLabel>(open.window, "lblConnection");
+    auto& search = child<QToolButton>(open.window, "cmdReconnect");
+    QCOMPARE(text.text(), u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
+    QVERIFY(search.isHidden());
+    open.port.Close();
+    open.test.dialogs.expect({.text = u"Es ist ein Übertragungsfehler aufgetreten. ... Fehlercode: AT+CGMI"_s,
+                              .icon = Icon::Exclamation});
+    open.window.goTo(u"DIV"_s);
+    QVERIFY(text.text().endsWith(u"getrennt"_s));
+    QCOMPARE(child<QLabel>(open.window, "sta_text").accessibleName(), open.status());
+    const QSignalSpy wanted(&open.window, &ui::frmPB::searchRequested);
+    QTest::mouseClick(&search, Qt::LeftButton);
+    QCOMPARE(wanted.size(), 1);
+    QVERIFY(!open.window.isVisible());
+}
+
+void tst_WindowAndLine::failuresLeaveWholeLists()
+{
+    const QString failed = u"Fehler beim Zugriff auf das Telefon"_s;
+    OpenWindow atEnd(u"PICASSO"_s);
+    const int entries = static_cast<int>(atEnd.entriesInPhone());
+    atEnd.port.handset().setFaults({.refuseCommandAt = entries + 3}); // opened, read to the empty reply
+    atEnd.test.dialogs.expectStart(failed);
+    for (const QString& node : {u"TB"_s, u"SPONSOR_ORV"_s, u"TB"_s}) // reads once
+        atEnd.window.goTo(node);
+    QCOMPARE(atEnd.list("lvwTB").rows()->count(), entries);
+
+    OpenWindow open(u"PICASSO"_s);
+    open.window.goTo(u"TB"_s);
+    const toolkit::ListRows& rows = *open.list("lvwTB").rows();
+    open.deleteFirst("lvwTB");
+    open.port.handset().setFaults({.refuseCommandAt = 1});
+    open.test.dialogs.expect(question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook)),
+                             Answer::Yes);
+    open.test.dialogs.expectStart(failed);
+    open.press("read");
+    QCOMPARE(rows.count(), entries - 1);
+    open.port.handset().setFaults({});
+    open.test.dialogs.expectStart(u"Einträge ohne Namen im Telefon: 1."_s, Buttons::YesNo, Answer::Yes);
+    open.press("write"); // and asks nothing about where the list came from
+    QCOMPARE(static_cast<int>(open.entriesInPhone()), entries - 1);
+}
+
+KALMO_TEST(tst_WindowAndLine)
+#include "tst_WindowAndLine.moc"
