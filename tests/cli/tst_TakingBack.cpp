@@ -68,6 +68,8 @@ void tst_TakingBack::everyChangeIsTakenBack()
     rows.add("a contact added", u"SL450HX"_s, {}, u"phonebook add HERE/one.json"_s);
     rows.add("a contact changed", u"SL450HX"_s, {}, u"phonebook set 0002 HERE/one.json"_s);
     rows.add("contacts deleted", u"SL450HX"_s, {}, u"phonebook delete 0001 0003"_s);
+    rows.add("all contacts replaced, family 5", u"S68H"_s, {}, u"phonebook write HERE/one.json"_s);
+    rows.add("all contacts replaced, family 7", u"Sinus 501"_s, {}, u"phonebook write HERE/one.json"_s);
     rows.add("all contacts replaced, family 13", u"CL660HX"_s, {}, u"phonebook write HERE/one.json"_s);
     rows.add("a classic phonebook replaced", u"GALICIA"_s, {}, u"phonebook write HERE/list.json"_s);
     rows.add("a classic phonebook erased", u"WOODY"_s, {}, u"phonebook write HERE/no.json"_s);
@@ -123,6 +125,8 @@ void tst_TakingBack::everyChangeIsTakenBack()
         QCOMPARE(memory(), after);
         QCOMPARE(run(u"undo "_s + record[u"id"_s].toString()), ExitDone);
         QCOMPARE(memory(), before);
+        if (handset.port.handset().phone().family.number >= 5) // others answer before the line feed, at once
+            QCOMPARE(handset.port.handset().violations(), QStringList());
     });
 }
 

@@ -169,8 +169,7 @@ void tst_WriteCommands::writes()
     rows.add("line that drops", u"--yes"_s, file, ExitFailed,
              u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":0}"_s,
              u"/dev/ttyX (COM1) is gone.\nThe phone confirmed 0 of 2 entries. It may hold one more, which it "
-             u"did not "
-             "confirm.\n"_s,
+             u"did not confirm.\n"_s,
              [=](Shell& shell) {
                  writing(shell);
                  shell.script.then([&shell] { shell.port.Close(); });
@@ -254,6 +253,7 @@ void tst_WriteCommands::undo()
     QCOMPARE(content(), before);
     QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told)); // which can be taken back too
     QCOMPARE(content(), written);
+    QCOMPARE(handset.port.handset().violations(), QStringList());
 }
 
 /// A file without entries is for any phone, and erases no contacts.
