@@ -26,8 +26,7 @@ private Q_SLOTS:
              u"kalmoctl: could not open HOME/nothing: it does not exist. Is the cable plugged in?\n"
              "kalmoctl: could not write all lines of the log /dev/full: No space left on device.\n"_s},
             {"hostile .json", u"--yes phonebook write HOME/hostile.json"_s, 2,
-             u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: "
-             "too deeply nested document.\n"_s},
+             u"kalmoctl: HOME/hostile.json: line 1: this is no JSON: too deeply nested document.\n"_s},
         };
         rows.each([&](const auto& line, const auto& status, const auto& err) {
             RunningPrograms programs;

@@ -38,34 +38,9 @@ class tst_KalmoctlLists : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void replacesTheList();
     void interruptedBetweenTwoEntries();
     void backupRestoresWhatWasThere();
 };
-
-void tst_KalmoctlLists::replacesTheList()
-{
-    RunningPrograms programs;
-    QVERIFY(programs.startHandset(
-        {u"--model"_s, u"PICASSO"_s, u"--seed"_s, programs.makeFile(u"seed.json"_s, seed)}));
-    const QString file = programs.makeFile(
-        u"new.json"_s,
-        R"([{"name": "Jörg", "number": "2", "date": "24.12  08:30", "dateSound": "Melodie 3", "vip": true, "vipSound": "Optisch"},
-            {"name": "Neu", "number": "3"}])");
-    const ProgramRun run = programs.kalmoctl({u"--yes"_s, u"phonebook"_s, u"write"_s, file});
-    QCOMPARE(run.err,
-             u"What the phone holds is saved in HOME/storage/Backup/Inhalt des Telefons vom TIME.tel.\n"
-             "        Name  Number  Date          Reminder   VIP  Sound\n"
-             "add     Neu   3\n"
-             "change  Jörg  2       24.12  08:30  Melodie 3  yes  Optisch\n"
-             "  from  Jörg  2\n"
-             "remove  Alt   1\n"
-             "1 to add, 1 to change, 1 to remove; 0 stay as they are.\n"_s);
-    QCOMPARE(run.out, u"2 entries written, read back and found right.\n"_s);
-    QCOMPARE(run.status, 0);
-    QCOMPARE(programs.namesIn(u"phonebook"_s), (QStringList{u"Jörg"_s, u"Neu"_s}));
-    QCOMPARE(programs.stopHandset(), QString());
-}
 
 void tst_KalmoctlLists::interruptedBetweenTwoEntries()
 {
