@@ -34,8 +34,7 @@ void tst_Commands::results()
              u"{\"battery\":85,\"manufacturer\":\"SIEMENS\",\"model\":"
              u"\"WOODSTOCK\",\"pcTime\":\"2026-11-21T12:00:01\","
              "\"phoneTime\":\"2026-11-21T12:30:00\",\"serial\":\"0815\","
-             "\"signal\":64,\"signalText\":\"-- 73 dBm\","
-             "\"version\":\"4.2\"}"_s,
+             "\"signal\":64,\"signalText\":\"-- 73 dBm\",\"version\":\"4.2\"}"_s,
              [=](Shell& shell) {
                  status("WOODSTOCK")(shell).twice("AT+CSQ\r", "+CSQ: 20,99").twice("AT+CBC\r", "+CBC: 0,85");
                  shell.twice("AT+CCLK?\r", "+CCLK: \"26/11/21,12:30:00\"");

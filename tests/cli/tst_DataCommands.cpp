@@ -112,8 +112,7 @@ void tst_DataCommands::runs()
              "'state':'unknown','verified':null}"_s,
              u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in the "
              "phone.\nkalmoctl: could not put back the files as of 2026-11-21  12:00:09, before \"files "
-             "put\": the "
-             "phone refused it. Confirmed: 0 of 1.\nGone from the phone: "
+             "put\": the phone refused it. Confirmed: 0 of 1.\nGone from the phone: "
              "/Liesmich.txt. To put back what it held: kalmoctl --storage 'storage' undo 2.\n"
              "To try again: kalmoctl --storage 'storage' undo 1.\n"_s,
              [](Handset& handset) {
@@ -236,8 +235,7 @@ void tst_DataCommands::runs()
              u"kalmoctl: v3.vcf: contact 1: it is no vCard of version 2.1.\n"_s, seven);
     rows.add("entries are for another kind of handset", u"--yes phonebook write c.tel"_s, ExitFailed, {},
              u"kalmoctl: could not run \"phonebook write\": it needs a handset with a classic phonebook "
-             u"(families 1 "
-             "to 4) for such entries. This one is of family 12 (^WPPN: 7,SL450HX).\n"_s,
+             u"(families 1 to 4) for such entries. This one is of family 12 (^WPPN: 7,SL450HX).\n"_s,
              [](Handset& handset) { handset.file(u"c.tel"_s, "\"A\",\"1\"\r\n"); });
     rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
              u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);

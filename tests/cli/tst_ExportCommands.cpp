@@ -76,8 +76,7 @@ void tst_ExportCommands::wrongUse()
          u"there is no column \"Sound\"; there are Name, Nummer."_s},
         {"hidden column", u"phonebook export a.csv --from c.json --columns LUID"_s,
          u"there is no column \"LUID\"; there are Nachname, Vorname, Tel. privat, Tel. Handy, Tel. "
-         u"geschäftlich, "
-         u"Email, Jahrestag."_s},
+         u"geschäftlich, Email, Jahrestag."_s},
         {"template", u"providers export a.html --template fehlt.html"_s,
          u"there is no template HOME/fehlt.html."_s},
         {"template over itself", u"providers export vorlage.html --template ./vorlage.html"_s,

@@ -11,14 +11,6 @@ const QByteArray cards =
     "BDAY:1970-03-21\nEND:VCARD\nBEGIN:VCARD\nORG:Firma\nTEL;CELL:0170\nEND:VCARD\n";
 const QByteArray table = "Name;Nummer;Wann\nMeier, Peter;+49 30;24.12. 08:30\nSiebzehn Zeichen.;2;\n;3;\n";
 
-struct Row
-{
-    const char* name;
-    QString words; ///< behind "preview FILE --for"
-    QByteArray file;
-    QString printed; ///< rows as "x|cell|cell", or what is told where it is refused
-};
-
 /// Checked rows of the JSON, cells parted by "|".
 QString rowsOf(const QString& printed, const QStringList& keys)
 {
@@ -40,100 +32,94 @@ class tst_Import : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void previews_data()
-    {
-        QTest::addColumn<QStringList>("words");
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* name, const QStringList& words, const QByteArray& file,
-                            const QString& rows) { QTest::newRow(name) << words << file << rows; };
-        const QStringList classic{u"classic"_s};
-        const QStringList vcard{u"vcard"_s};
-        row("text", classic, table, u"-|Name||\nx|Meier, Peter|030|\nx|Siebzehn Zeichen.|2|\n-||3|"_s);
-        row("columns, one by position",
-            {u"classic"_s, u"--name"_s, u"#2"_s, u"--number"_s, u"-"_s, u"--birthday=WANN"_s}, table,
-            u"-|Nummer||\n-|+49 30||24.12  08:30\n-|2||\n-|3||"_s);
-        row("shortened", {u"classic"_s, u"--shorten"_s, u"--skip-heading"_s}, table,
-            u"x|Meier, Peter|030|\nx|Siebzehn Zeichen|2|\n-||3|"_s);
-        row("too long left out",
-            {u"classic"_s, u"--skip-too-long"_s, u"--keep-country"_s, u"--outside-line"_s, u"9"_s}, table,
-            u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);
-        row("quote that is empty", {u"classic"_s, u"--quote"_s, u""_s, u"--separator"_s, u"comma"_s},
-            "Name,Nummer\n\"A\",1\n", u"-|Name||\nx|\"A\"|1|"_s);
-        row("read as CSV by itself", classic, "Name,Nummer\n\"A, B\",1\n", u"-|Name||\nx|A, B|1|"_s);
-        row("read simply", {u"classic"_s, u"--reading"_s, u"simple"_s}, "Name,Nummer\n\"A, B\",1\n",
-            u"-|Name||\n-|\"A||"_s);
-        row("read as CSV by its own quote", {u"classic"_s, u"--quote"_s, u"'"_s}, "Name,Nummer\n'A, B',1\n",
-            u"-|Name||\nx|A, B|1|"_s);
-        row("encoding by itself", classic, "Name;Nummer\nM\xC3\xBCller;1\n", u"-|Name||\nx|Müller|1|"_s);
-        row("ANSI all the same", {u"classic"_s, u"--encoding=ansi"_s}, "Name;Nummer\nM\xC3\xBCller;1\n",
-            u"-|Name||\nx|Mller|1|"_s);
-        row("month first", {u"classic"_s, u"--birthday"_s, u"#1"_s, u"--dates"_s, u"month-first"_s},
-            "Nummer;x\n5/4/2001;1\n", u"-|||\n-||542001|04.05  00:00"_s);
-        row("entries of an address book", classic, cards,
-            u"x|Meier, P P|0301|\nx|Meier, P F|00221|21.03  10:00\nx|,  H|0170|"_s);
-        row("entries to measure",
-            {u"classic"_s, u"--numbers"_s, u"work,mobile"_s, u"--compose"_s,
-             u"work={Vorname:3}-{nachname} X"_s, u"--compose=mobile={Firma}"_s, u"--time"_s, u"08:15"_s,
-             u"--drop-zero"_s},
-            cards, u"x|Pet-Meier X|0221|21.03  08:15\nx|Firma|0170|"_s);
-        row("names filled", {u"classic"_s, u"--fill-names"_s, u"--no-birthdays"_s}, cards,
-            u"x|Meier, P P|0301|\nx|Meier, P F|00221|\nx|Firma H|0170|"_s);
-        row("contacts", vcard, cards, u"x|Meier|Peter|0301||+490221|a@b|21.03.1970  10:00\nx||||0170|||"_s);
-        row("contacts to measure",
-            {u"vcard"_s, u"--last-name"_s, u"firma"_s, u"--first-name"_s, u"-"_s, u"--home"_s, u"work"_s,
-             u"--work=-"_s, u"--email"_s, u"2"_s, u"--birthday"_s, u"-"_s, u"--drop-zero"_s},
-            cards, u"x|||+49221|||c@d|\nx|Firma|||0170|||"_s);
-        row("no --for", {}, table, u"\"preview\" needs --for classic or --for vcard."_s);
-        row("form that is none", {u"tel"_s}, table, u"wrong"_s);
-        row("option of the other form", {u"classic"_s, u"--home"_s, u"x"_s}, table,
-            u"--home is for vCard phonebooks only."_s);
-        row("option of another source", {u"vcard"_s, u"--separator"_s, u"tab"_s}, cards,
-            u"--separator is for text files only."_s);
-        row("heading that is not there", {u"classic"_s, u"--name"_s, u"Vorname"_s}, table,
-            u"there is no column \"Vorname\" for --name."_s);
-        row("column that is not there", {u"classic"_s, u"--name"_s, u"#4"_s}, table,
-            u"there is no column \"#4\" for --name."_s);
-        row("time that is none", {u"classic"_s, u"--time"_s, u"24:00"_s}, table,
-            u"\"24:00\" is no value for --time: it must be a time like 08:30."_s);
-        row("country that is none", {u"classic"_s, u"--country"_s, u"49"_s}, table,
-            u"\"49\" is no value for --country: it must be a \"+\" and up to three digits."_s);
-        row("minimum without a line", {u"classic"_s, u"--outside-line-min"_s, u"3"_s}, table,
-            u"--outside-line-min needs --outside-line."_s);
-        row("name that can't be composed", {u"classic"_s, u"--compose"_s, u"home={Ort:3}"_s}, cards,
-            u"\"home={Ort:3}\" is no value for --compose: it must be one or two fields like {Nachname:15}, "
-            u"with at "
-            u"most 10 characters behind each."_s);
-        row("empty file", classic, "",
-            u"could not import FILE: its first line is empty, so it has no columns."_s);
-        row("no text", classic, QByteArray("PK\3\4\0", 5),
-            u"could not import FILE: it is no text file; if it is UTF-16, say --encoding utf-16."_s);
-        row("old address book", classic, QByteArray::fromHex("813284c18505d011b29000aa003cf676"),
-            u"could not import FILE: it is an address book of Windows 95, which can't be read."_s);
-    }
     void previews()
     {
-        QFETCH(const QStringList, words);
-        QFETCH(const QByteArray, file);
-        QFETCH(const QString, expected);
-        Shell shell;
-        const QString path = shell.file(u"source"_s, file);
-        QStringList line{u"preview"_s, path, u"--json"_s, u"--quiet"_s};
-        if (!words.isEmpty())
-            line << u"--for"_s << words;
-        if (expected == u"wrong") {
-            QCOMPARE(parseWords(line).kind, Invocation::Kind::WrongUse);
-            return;
-        }
-        const ExitStatus status = shell.CommandRunner::run(shell.port, line);
-        const QStringList keys = words.value(0) == u"classic"
-                                     ? QStringList{u"name"_s, u"number"_s, u"birthday"_s}
-                                     : QStringList{u"lastName"_s, u"firstName"_s, u"home"_s,    u"mobile"_s,
-                                                   u"work"_s,     u"email"_s,     u"birthday"_s};
-        const QString told = shell.told.replace(path, u"FILE"_s).trimmed();
-        QCOMPARE(status == ExitDone ? rowsOf(shell.printed, keys) : told,
-                 status == ExitDone ? expected : u"kalmoctl: "_s + expected);
-        QCOMPARE(status, told.isEmpty() ? ExitDone : ExitWrongUse);
+        const QStringList classic{u"classic"_s};
+        const QStringList vcard{u"vcard"_s};
+        Rows<QStringList, QByteArray, QString> rows;
+        rows.add("text", classic, table, u"-|Name||\nx|Meier, Peter|030|\nx|Siebzehn Zeichen.|2|\n-||3|"_s);
+        rows.add("columns, one by position",
+                 {u"classic"_s, u"--name"_s, u"#2"_s, u"--number"_s, u"-"_s, u"--birthday=WANN"_s}, table,
+                 u"-|Nummer||\n-|+49 30||24.12  08:30\n-|2||\n-|3||"_s);
+        rows.add("shortened", {u"classic"_s, u"--shorten"_s, u"--skip-heading"_s}, table,
+                 u"x|Meier, Peter|030|\nx|Siebzehn Zeichen|2|\n-||3|"_s);
+        rows.add("too long left out",
+                 {u"classic"_s, u"--skip-too-long"_s, u"--keep-country"_s, u"--outside-line"_s, u"9"_s},
+                 table, u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);
+        rows.add("quote that is empty", {u"classic"_s, u"--quote"_s, u""_s, u"--separator"_s, u"comma"_s},
+                 "Name,Nummer\n\"A\",1\n", u"-|Name||\nx|\"A\"|1|"_s);
+        rows.add("read as CSV by itself", classic, "Name,Nummer\n\"A, B\",1\n", u"-|Name||\nx|A, B|1|"_s);
+        rows.add("read simply", {u"classic"_s, u"--reading"_s, u"simple"_s}, "Name,Nummer\n\"A, B\",1\n",
+                 u"-|Name||\n-|\"A||"_s);
+        rows.add("read as CSV by its own quote", {u"classic"_s, u"--quote"_s, u"'"_s},
+                 "Name,Nummer\n'A, B',1\n", u"-|Name||\nx|A, B|1|"_s);
+        rows.add("encoding by itself", classic, "Name;Nummer\nM\xC3\xBCller;1\n", u"-|Name||\nx|Müller|1|"_s);
+        rows.add("ANSI all the same", {u"classic"_s, u"--encoding=ansi"_s}, "Name;Nummer\nM\xC3\xBCller;1\n",
+                 u"-|Name||\nx|Mller|1|"_s);
+        rows.add("month first", {u"classic"_s, u"--birthday"_s, u"#1"_s, u"--dates"_s, u"month-first"_s},
+                 "Nummer;x\n5/4/2001;1\n", u"-|||\n-||542001|04.05  00:00"_s);
+        rows.add("entries of an address book", classic, cards,
+                 u"x|Meier, P P|0301|\nx|Meier, P F|00221|21.03  10:00\nx|,  H|0170|"_s);
+        rows.add("entries to measure",
+                 {u"classic"_s, u"--numbers"_s, u"work,mobile"_s, u"--compose"_s,
+                  u"work={Vorname:3}-{nachname} X"_s, u"--compose=mobile={Firma}"_s, u"--time"_s, u"08:15"_s,
+                  u"--drop-zero"_s},
+                 cards, u"x|Pet-Meier X|0221|21.03  08:15\nx|Firma|0170|"_s);
+        rows.add("names filled", {u"classic"_s, u"--fill-names"_s, u"--no-birthdays"_s}, cards,
+                 u"x|Meier, P P|0301|\nx|Meier, P F|00221|\nx|Firma H|0170|"_s);
+        rows.add("contacts", vcard, cards,
+                 u"x|Meier|Peter|0301||+490221|a@b|21.03.1970  10:00\nx||||0170|||"_s);
+        rows.add("contacts to measure",
+                 {u"vcard"_s, u"--last-name"_s, u"firma"_s, u"--first-name"_s, u"-"_s, u"--home"_s, u"work"_s,
+                  u"--work=-"_s, u"--email"_s, u"2"_s, u"--birthday"_s, u"-"_s, u"--drop-zero"_s},
+                 cards, u"x|||+49221|||c@d|\nx|Firma|||0170|||"_s);
+        rows.add("no --for", {}, table, u"\"preview\" needs --for classic or --for vcard."_s);
+        rows.add("form that is none", {u"tel"_s}, table, u"wrong"_s);
+        rows.add("option of the other form", {u"classic"_s, u"--home"_s, u"x"_s}, table,
+                 u"--home is for vCard phonebooks only."_s);
+        rows.add("option of another source", {u"vcard"_s, u"--separator"_s, u"tab"_s}, cards,
+                 u"--separator is for text files only."_s);
+        rows.add("heading that is not there", {u"classic"_s, u"--name"_s, u"Vorname"_s}, table,
+                 u"there is no column \"Vorname\" for --name."_s);
+        rows.add("column that is not there", {u"classic"_s, u"--name"_s, u"#4"_s}, table,
+                 u"there is no column \"#4\" for --name."_s);
+        rows.add("time that is none", {u"classic"_s, u"--time"_s, u"24:00"_s}, table,
+                 u"\"24:00\" is no value for --time: it must be a time like 08:30."_s);
+        rows.add("country that is none", {u"classic"_s, u"--country"_s, u"49"_s}, table,
+                 u"\"49\" is no value for --country: it must be a \"+\" and up to three digits."_s);
+        rows.add("minimum without a line", {u"classic"_s, u"--outside-line-min"_s, u"3"_s}, table,
+                 u"--outside-line-min needs --outside-line."_s);
+        rows.add(
+            "name that can't be composed", {u"classic"_s, u"--compose"_s, u"home={Ort:3}"_s}, cards,
+            u"\"home={Ort:3}\" is no value for --compose: it must be one or two fields like {Nachname:15}, "
+            u"with at most 10 characters behind each."_s);
+        rows.add("empty file", classic, "",
+                 u"could not import FILE: its first line is empty, so it has no columns."_s);
+        rows.add("no text", classic, QByteArray("PK\3\4\0", 5),
+                 u"could not import FILE: it is no text file; if it is UTF-16, say --encoding utf-16."_s);
+        rows.add("old address book", classic, QByteArray::fromHex("813284c18505d011b29000aa003cf676"),
+                 u"could not import FILE: it is an address book of Windows 95, which can't be read."_s);
+        rows.each([](const auto& words, const auto& file, const auto& expected) {
+            Shell shell;
+            const QString path = shell.file(u"source"_s, file);
+            QStringList line{u"preview"_s, path, u"--json"_s, u"--quiet"_s};
+            if (!words.isEmpty())
+                line << u"--for"_s << words;
+            if (expected == u"wrong") {
+                QCOMPARE(parseWords(line).kind, Invocation::Kind::WrongUse);
+                return;
+            }
+            const ExitStatus status = shell.CommandRunner::run(shell.port, line);
+            const QStringList keys =
+                words.value(0) == u"classic"
+                    ? QStringList{u"name"_s, u"number"_s, u"birthday"_s}
+                    : QStringList{u"lastName"_s, u"firstName"_s, u"home"_s,    u"mobile"_s,
+                                  u"work"_s,     u"email"_s,     u"birthday"_s};
+            const QString told = shell.told.replace(path, u"FILE"_s).trimmed();
+            QCOMPARE(status == ExitDone ? rowsOf(shell.printed, keys) : told,
+                     status == ExitDone ? expected : u"kalmoctl: "_s + expected);
+            QCOMPARE(status, told.isEmpty() ? ExitDone : ExitWrongUse);
+        });
     }
 
     void wholeValue()

@@ -58,41 +58,35 @@ class tst_Papers : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void manualTellsEverything_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<Wording>("wording");
-        QTest::newRow("English") << u"kalmoctl.1"_s << Wording();
-        QTest::newRow("German") << u"de/kalmoctl.1"_s << german;
-    }
-
     void manualTellsEverything()
     {
-        QFETCH(const QString, file);
-        QFETCH(const Wording, wording);
-        const QString text = untypeset(file);
-        QVERIFY(text.contains(u"Kalmo %1 "_s.arg(kalmo::app::programVersion())));
-        const QStringList words = text.split(QRegularExpression(u"[^-\\w]+"_s));
+        const Rows<QString, Wording> rows{{"English", u"kalmoctl.1"_s, {}},
+                                          {"German", u"de/kalmoctl.1"_s, german}};
+        rows.each([](const auto& file, const auto& wording) {
+            const QString text = untypeset(file);
+            QVERIFY(text.contains(u"Kalmo %1 "_s.arg(kalmo::app::programVersion())));
+            const QStringList words = text.split(QRegularExpression(u"[^-\\w]+"_s));
 
-        // Brackets and blanks are set apart from the words by the macros.
-        static const QRegularExpression loose(u"[\\[\\] ]"_s);
-        const QString dense = QString(text).remove(loose);
-        for (const Command& command : commandTable()) {
-            QString usage = usageOf(command);
-            for (const auto& [english, other] : wording)
-                usage.replace(QRegularExpression(u"\\b%1\\b"_s.arg(english)), other);
-            QVERIFY2(dense.contains(u'\n' + usage.remove(loose) + u'\n'), qPrintable(usage));
-            for (const Option& option : optionsOf(command))
+            // Brackets and blanks are set apart from the words by the macros.
+            static const QRegularExpression loose(u"[\\[\\] ]"_s);
+            const QString dense = QString(text).remove(loose);
+            for (const Command& command : commandTable()) {
+                QString usage = usageOf(command);
+                for (const auto& [english, other] : wording)
+                    usage.replace(QRegularExpression(u"\\b%1\\b"_s.arg(english)), other);
+                QVERIFY2(dense.contains(u'\n' + usage.remove(loose) + u'\n'), qPrintable(usage));
+                for (const Option& option : optionsOf(command))
+                    QVERIFY2(words.contains(option.name), qPrintable(option.name.toString()));
+            }
+            for (const Option& option : globalOptions())
                 QVERIFY2(words.contains(option.name), qPrintable(option.name.toString()));
-        }
-        for (const Option& option : globalOptions())
-            QVERIFY2(words.contains(option.name), qPrintable(option.name.toString()));
-        for (const ExitMeaning& row : exitMeanings()) {
-            QString meaning = row.meaning.toString();
-            for (const auto& [english, other] : wording)
-                meaning = meaning == english ? other : meaning;
-            QVERIFY2(text.contains(u"\n%1\n%2\n"_s.arg(row.status).arg(meaning)), qPrintable(meaning));
-        }
+            for (const ExitMeaning& row : exitMeanings()) {
+                QString meaning = row.meaning.toString();
+                for (const auto& [english, other] : wording)
+                    meaning = meaning == english ? other : meaning;
+                QVERIFY2(text.contains(u"\n%1\n%2\n"_s.arg(row.status).arg(meaning)), qPrintable(meaning));
+            }
+        });
     }
 
     void manualsAreWellFormed()

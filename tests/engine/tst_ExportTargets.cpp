@@ -1,4 +1,4 @@
-// Export of a list: the texts that are taken, and each format by itself.
+// Export of a list: the texts that are taken, each format by itself, and names of files that are refused.
 
 #include "app/CodePage.h"
 #include "phonedata/ClassicEntry.h"
@@ -7,6 +7,7 @@
 #include "support/TestProgram.h"
 #include "transfer/export/CsvTarget.h"
 #include "transfer/export/DocxTarget.h"
+#include "transfer/export/ExportOptions.h"
 #include "transfer/export/HtmlTarget.h"
 #include "transfer/export/VcfTarget.h"
 #include "transfer/export/XlsxTarget.h"
@@ -66,6 +67,7 @@ private Q_SLOTS:
     void sheet();
     void document();
     void texts();
+    void paths();
 };
 
 void tst_ExportTargets::takesColumnsAndRows()
@@ -262,6 +264,26 @@ void tst_ExportTargets::texts()
         {"no character", QString(QChar(0xFFFE)), u"\uFFFD"_s},
     };
     rows.each([&](const auto& text, const auto& expected) { QCOMPARE(xmlText(text), expected); });
+}
+
+void tst_ExportTargets::paths()
+{
+    const QString tooShort =
+        u"Bitte geben Sie einen gültigen Pfad- und Dateinamen ein oder verwenden Sie die Knopf "
+        u"neben dem Eingabelfeld, um eine Datei auszuwählen."_s;
+    const QString refused =
+        u"Der neue Ordner- bzw. Dateiname darf folgende Zeichen nicht enthalten\n/ : * ? < > "_s;
+    const Rows<QString, QString> rows = {
+        {"empty", {}, tooShort},
+        {"two characters", u"/a"_s, tooShort},
+        {"folders", u"/home/a/b.csv"_s, {}},
+        {"a drive", u"C:x.csv"_s, {}},
+        {"a colon", u"/a:b"_s, refused},
+        {"a question mark at the third place", u"/a?"_s, refused},
+        {"a bracket", u"/home/<b>"_s, refused},
+        {"what else a name may hold", u"/a|b\"c\\d"_s, {}},
+    };
+    rows.each([&](const auto& path, const auto& expected) { QCOMPARE(exportPathFault(path), expected); });
 }
 
 KALMO_TEST(tst_ExportTargets)

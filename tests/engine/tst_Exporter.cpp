@@ -4,6 +4,7 @@
 #include "app/SystemPlatform.h"
 #include "phonedata/ClassicEntry.h"
 #include "phonedata/VcfEntry.h"
+#include "support/FakeDesktop.h"
 #include "support/RecordedProgress.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
@@ -19,28 +20,6 @@ using toolkit::Message;
 namespace {
 
 const Message succeeded{.text = u"Export erfolgreich abgeschlossen."_s, .icon = Icon::Information};
-
-/// A desktop that knows programs for some endings only.
-struct Programs : app::Desktop
-{
-    QStringList endings;
-    QStringList opened;
-
-    bool hasAssociation(const QString& path) const override
-    {
-        return QFileInfo::exists(path) && endings.contains(QFileInfo(path).suffix());
-    }
-    bool open(const QString& path) override
-    {
-        opened.append(path);
-        return true;
-    }
-    bool openWith(const QString& program, const QString& path) override
-    {
-        return open(program + u' ' + path);
-    }
-    bool openUrl(const QUrl&) override { return false; }
-};
 
 struct Export
 {
@@ -62,6 +41,12 @@ struct Export
         const bool done = exporter.run();
         options = exporter.options();
         return done;
+    }
+    /// An export that ends with this box.
+    void failsWith(Icon icon, const QString& text)
+    {
+        test.dialogs.expect(icon, text);
+        QVERIFY(!run());
     }
     /// The question about a file that is there.
     void expectQuestion(const QString& path, Answer answer)
@@ -87,7 +72,7 @@ struct Export
     }
 
     TestContext test;
-    Programs desktop;
+    FakeDesktop desktop;
     RecordedProgress progress;
     std::unique_ptr<toolkit::ListRows> list = phonedata::makeProviderRows();
     ExportSource source{*list, u"Providerliste"_s};
@@ -111,7 +96,6 @@ private Q_SLOTS:
     void html();
     void office();
     void opensWhatWasMade();
-    void paths();
 };
 
 void tst_Exporter::defaults()
@@ -178,16 +162,14 @@ void tst_Exporter::refusals()
     const Rows<std::function<void(Export&)>, QString> rows = {
         {"nothing in the list", [](Export& made) { made.list->clear(); },
          u"Sie haben die Exportoption \"Alle Einträge exportieren\" gewählt.\nDie ausgewählte Liste enthält "
-         u"jedoch "
-         u"keine Einträge für den Export."_s},
+         u"jedoch keine Einträge für den Export."_s},
         {"nothing selected",
          [](Export& made) {
              made.options.onlySelected = true;
              made.options.columns.clear();
          },
          u"Sie haben die Exportoption \"Nur die markierten Einträge exportieren\" gewählt.\nEs wurden jedoch "
-         u"keine "
-         u"Einträge markiert, die exportiert werden könnten."_s},
+         u"keine Einträge markiert, die exportiert werden könnten."_s},
         {"no column offered",
          [](Export& made) {
              made.source.hiddenColumns = {0, 1};
@@ -205,14 +187,12 @@ void tst_Exporter::refusals()
          u"Bitte wählen Sie eine Ausgabedatei aus, in die exportiert werden soll."_s},
         {"network", [](Export& made) { made.options.csvPath = made.test.path(u"\\\\server\\a.csv"_s); },
          u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "
-         u"Ansonsten kann nur "
-         u"in lokale Dateien exportiert werden."_s},
+         u"Ansonsten kann nur in lokale Dateien exportiert werden."_s},
     };
     rows.each([&](const auto& prepare, const auto& text) {
         Export made;
         prepare(made);
-        made.test.dialogs.expect({.text = text, .icon = Icon::Information});
-        QVERIFY(!made.run());
+        made.failsWith(Icon::Information, text);
         QCOMPARE(made.progress.panel.texts, QStringList());
         QCOMPARE(made.test.settings.keys(u"frmExport"_s), QStringList());
         QVERIFY(!QFileInfo::exists(made.test.path(u"Dokumente"_s)));
@@ -296,10 +276,9 @@ void tst_Exporter::oldFileComesBack()
     made.test.makeFile(u"alt.csv.alt"_s, "somebody else's");
     made.test.startLog();
     made.expectQuestion(made.options.csvPath, Answer::Ok);
-    made.test.dialogs.expect({.text =
-                                  u"Beim Export ist ein Fehler 27 aufgetreten.\nBitte wenden Sie sich an den "
-                                  u"Programmautor."_s, // EFBIG
-                              .icon = Icon::Information});
+    made.test.dialogs.expect(Icon::Information,
+                             u"Beim Export ist ein Fehler 27 aufgetreten.\nBitte wenden Sie sich an den "
+                             u"Programmautor."_s); // EFBIG
     std::unique_ptr<SmallDisk> disk;
     made.test.dialogs.whileShown([&disk] { disk.reset(); });
     for (int row = 0; row < 200; ++row)
@@ -315,13 +294,11 @@ void tst_Exporter::oldFileComesBack()
 
     QDir().mkpath(made.test.path(u"ordner.csv"_s));
     made.options.csvPath = made.test.path(u"ordner.csv"_s);
-    made.test.dialogs.expect(
-        {.text =
-             u"Die Exportdatei konnte nicht erstellt werden.\nBitte prüfen Sie, ob der Dateiname und der "
-             u"Exportpfad gültig sind und ob Sie Schreibrecht haben. Falls ja, wenden Sie sich bitte an den "
-             u"Programmautor."_s,
-         .icon = Icon::Information});
-    QVERIFY(!made.run());
+    made.failsWith(
+        Icon::Information,
+        u"Die Exportdatei konnte nicht erstellt werden.\nBitte prüfen Sie, ob der Dateiname und der "
+        u"Exportpfad gültig sind und ob Sie Schreibrecht haben. Falls ja, wenden Sie sich bitte an den "
+        u"Programmautor."_s);
 
     QDir().mkpath(made.test.path(u"ordner.html"_s));
     made.options.htmlPath = made.test.path(u"ordner.html"_s);
@@ -335,13 +312,11 @@ void tst_Exporter::oldFileComesBack()
     made.options.csvPath = made.test.path(u"alt.csv/unter/a.csv"_s); // below a file
     const QString folder = made.test.path(u"alt.csv/unter"_s);
     made.test.dialogs.expectStart(u"Der Pfad"_s);
-    made.test.dialogs.expect(
-        {.text =
-             u"Der Ordner \""_s + folder +
-             u"\" konnte nicht angelegt werden.\nBitte wählen Sie ein Laufwerk und einen Ordner, in dem Sie "
-             u"Schreibrecht haben aus."_s,
-         .icon = Icon::Exclamation});
-    QVERIFY(!made.run());
+    made.failsWith(
+        Icon::Exclamation,
+        u"Der Ordner \""_s + folder +
+            u"\" konnte nicht angelegt werden.\nBitte wählen Sie ein Laufwerk und einen Ordner, in dem Sie "
+            u"Schreibrecht haben aus."_s);
 }
 
 /// The questions about the template come once the old page has been moved away, and it comes back after each.
@@ -350,8 +325,7 @@ void tst_Exporter::html()
     const Rows<QString, QByteArray, QString> rows = {
         {"the page itself", u"seite.html"_s, "[<$Table.Content$>]",
          u"Als Exportvorlage und als Ausgabedatei kann nicht die gleiche Datei ausgewählt werden, weil die "
-         u"Vorlage "
-         u"überschrieben würde.\nBitte wählen Sie unterschiedliche Dateien aus."_s},
+         u"Vorlage überschrieben würde.\nBitte wählen Sie unterschiedliche Dateien aus."_s},
         {"the page by another name", u"./seite.html"_s, "[<$Table.Content$>]",
          u"Die ausgewählte Exportvorlage \"%1\" existiert nicht."_s},
         {"none", u"fehlt.html"_s, {}, u"Die ausgewählte Exportvorlage \"%1\" existiert nicht."_s},
@@ -367,9 +341,8 @@ void tst_Exporter::html()
             made.test.makeFile(name, page);
         const QByteArray before = made.test.contentOf(made.options.htmlPath);
         made.expectQuestion(made.options.htmlPath, Answer::Ok);
-        made.test.dialogs.expect({.text = text.contains(u"%1"_s) ? text.arg(made.options.templatePath) : text,
-                                  .icon = Icon::Exclamation});
-        QVERIFY(!made.run());
+        made.failsWith(Icon::Exclamation,
+                       text.contains(u"%1"_s) ? text.arg(made.options.templatePath) : text);
         QCOMPARE(made.test.contentOf(made.options.htmlPath), before);
         QCOMPARE(made.in(u"."_s).filter(u".alt"_s), QStringList());
         QCOMPARE(made.progress.panel.texts, QStringList());
@@ -399,22 +372,17 @@ void tst_Exporter::office()
              (QStringList{u"Excel wird gestartet..."_s, u"Export läuft..."_s, succeeded.text}));
 
     made.desktop.endings.clear();
-    made.test.dialogs.expect(
-        {.text =
-             u"Auf Excel konnte nicht zugegriffen werden.\nWenn bereits eine Excel Mappe geöffnet ist, "
-             u"prüfen Sie, "
-             u"ob diese auf Eingaben wartet und beenden Sie die Eingabe. (z.B. wenn eine Zelle zum Editieren "
-             u"ausgewählt wurde)"_s,
-         .icon = Icon::Exclamation});
-    QVERIFY(!made.run());
+    made.failsWith(
+        Icon::Exclamation,
+        u"Auf Excel konnte nicht zugegriffen werden.\nWenn bereits eine Excel Mappe geöffnet ist, "
+        u"prüfen Sie, "
+        u"ob diese auf Eingaben wartet und beenden Sie die Eingabe. (z.B. wenn eine Zelle zum Editieren "
+        u"ausgewählt wurde)"_s);
     QCOMPARE(made.progress.panel.Text(), u"Export abgebrochen"_s);
     made.options.destination = Destination::Word;
-    made.test.dialogs.expect(
-        {.text = u"Auf Word konnte nicht zugegriffen werden.\nWenn bereits ein Word Dokument "
-                 u"geöffnet ist, prüfen Sie, ob dieses auf Eingaben wartet und beenden Sie die "
-                 u"Eingabe."_s,
-         .icon = Icon::Exclamation});
-    QVERIFY(!made.run());
+    made.failsWith(Icon::Exclamation,
+                   u"Auf Word konnte nicht zugegriffen werden.\nWenn bereits ein Word Dokument "
+                   u"geöffnet ist, prüfen Sie, ob dieses auf Eingaben wartet und beenden Sie die Eingabe."_s);
     QCOMPARE(QDir(scratch).entryList(QDir::Files, QDir::Name),
              (QStringList{u"Providerliste 2.xlsx"_s, u"Providerliste.xlsx"_s}));
 
@@ -452,26 +420,6 @@ void tst_Exporter::opensWhatWasMade()
     const QString told = made.test.path(u"told"_s);
     QVERIFY(app::SystemDesktop(made.test.sy).open(told));
     QTRY_COMPARE(made.test.contentOf(told), QFile::encodeName(made.test.storage) + '\n');
-}
-
-void tst_Exporter::paths()
-{
-    const QString tooShort =
-        u"Bitte geben Sie einen gültigen Pfad- und Dateinamen ein oder verwenden Sie die Knopf "
-        u"neben dem Eingabelfeld, um eine Datei auszuwählen."_s;
-    const QString refused =
-        u"Der neue Ordner- bzw. Dateiname darf folgende Zeichen nicht enthalten\n/ : * ? < > "_s;
-    const Rows<QString, QString> rows = {
-        {"empty", {}, tooShort},
-        {"two characters", u"/a"_s, tooShort},
-        {"folders", u"/home/a/b.csv"_s, {}},
-        {"a drive", u"C:x.csv"_s, {}},
-        {"a colon", u"/a:b"_s, refused},
-        {"a question mark at the third place", u"/a?"_s, refused},
-        {"a bracket", u"/home/<b>"_s, refused},
-        {"what else a name may hold", u"/a|b\"c\\d"_s, {}},
-    };
-    rows.each([&](const auto& path, const auto& expected) { QCOMPARE(exportPathFault(path), expected); });
 }
 
 KALMO_TEST(tst_Exporter)

@@ -90,12 +90,6 @@ Preview mendedPreviewOf(const QByteArray& bytes, Shape shape)
     return RebuildPreview(made.source, shape, made.options, {}, today);
 }
 
-WabContact contact(const QString& surname, const QString& given, const QString& home,
-                   const QString& mobile = {})
-{
-    return {.givenName = given, .surname = surname, .homePhone = home, .mobilePhone = mobile};
-}
-
 Preview previewOf(const std::vector<WabContact>& contacts, Shape shape, const ImportOptions& options = {})
 {
     return RebuildPreview({.contacts = contacts}, shape, options, {}, today);
@@ -150,7 +144,7 @@ private Q_SLOTS:
                                          mail.toLatin1() + "\",\"\"\r\n",
                                      Shape::Vcard)),
                  (QStringList{
-                     u"[ ] Nachname|Vorname|R||R|Email| -------"_s.replace(u"R||R"_s, u"||"_s),
+                     u"[ ] Nachname|Vorname||||Email| -------"_s,
                      u"[x] Meier, A.|Peter|+4930|||a@b.de|24.12.2005  12:00 -------"_s,
                      u"[ ] Siebzehn Zeichen.|||||| r------"_s,
                      u"[x] A|Siebzehn Zeichen.|||1|"_s + mail + u"| -r---r-"_s,
@@ -193,25 +187,13 @@ private Q_SLOTS:
         QVERIFY(!list.contains(row({u"x"_s}), false));
     }
 
-    void composedNames()
-    {
-        WabContact peter = contact(u"Meier"_s, u"Peter"_s, u"1"_s);
-        peter.company = u"Firma"_s;
-        const QString end = u" P"_s;
-        Rows<SubNumberOptions, QString> rows;
-        rows.add("usual", SubNumberOptions{.end = end}, u"Meier, P P"_s);
-        rows.add("counts", SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}, u"Mei, Pete"_s);
-        rows.add("no number", SubNumberOptions{.count1 = u"x"_s}, u", P"_s);
-        rows.add("not used", SubNumberOptions{.field2 = 6, .end = end}, u"Meier,  P"_s);
-        rows.add("company", SubNumberOptions{.field1 = 5, .middle = {}, .end = end}, u"FirmaP P"_s);
-        rows.each(
-            [&](const auto& options, const auto& name) { QCOMPARE(ComposeWabName(peter, options), name); });
-    }
-
     void addressBook()
     {
-        std::vector<WabContact> contacts = {contact(u"Meier"_s, u"Peter"_s, u"+49 30"_s, u"0170"_s),
-                                            contact(u"Ohne"_s, u"Nummer"_s, {}),
+        std::vector<WabContact> contacts = {{.givenName = u"Peter"_s,
+                                             .surname = u"Meier"_s,
+                                             .homePhone = u"+49 30"_s,
+                                             .mobilePhone = u"0170"_s},
+                                            {.givenName = u"Nummer"_s, .surname = u"Ohne"_s},
                                             {.displayName = u"Łódź GmbH"_s, .businessFax = u"+49 (0) 221"_s}};
         contacts[0].birthday = QDate(1970, 3, 21);
         contacts[1].birthday = QDate(1980, 1, 2);
@@ -312,23 +294,6 @@ private Q_SLOTS:
             "BEGIN:VCARD\nX:\n" + QByteArray(" =\n").repeated(300'000) + "TEL:1\nEND:VCARD\n", today);
         QCOMPARE(contacts.size(), 1U);
         QVERIFY2(time.elapsed() < 20'000, "minutes, where the time grows with the square");
-    }
-
-    void opening()
-    {
-        const auto faultOf = [](const QByteArray& bytes) {
-            return openText(u"x.csv"_s, bytes, Shape::Classic, {}).fault;
-        };
-        QCOMPARE(faultOf(""), TextFault::NoFirstLine);
-        QCOMPARE(faultOf("\r\na;b"), TextFault::NoFirstLine);
-        QCOMPARE(faultOf(" \r\na;b"), TextFault::None);
-        QCOMPARE(faultOf(QByteArray("PK\3\4\0\0", 6)), TextFault::Binary);
-        QCOMPARE(faultOf(QByteArray("N\0a\0m\0e\0;\0", 10)), TextFault::UnmarkedUtf16);
-        QCOMPARE(faultOf(QByteArray("\0N\0a\0m\0e\0;", 10)), TextFault::UnmarkedUtf16);
-        QCOMPARE(faultOf(QByteArray(20000, ',')), TextFault::TooManyColumns);
-        QCOMPARE(faultOf(QByteArray("x\r\n").repeated(250'000)), TextFault::None);
-        QCOMPARE(faultOf(QByteArray("x\n").repeated(250'000) + "y"), TextFault::TooLarge);
-        QCOMPARE(readTextFile(u"/none"_s).fault, TextFault::NotReadable);
     }
 
     /// A remembered heading comes first, "<nicht verwenden>" among them where a form offers it.
@@ -432,51 +397,6 @@ private Q_SLOTS:
                          u"DateSL55_2_Date: Result: 2005-12-24T08:30"_s}));
         selectNone(preview);
         QCOMPARE(nextVcardStep(preview, 2), VcardStep::NothingChecked);
-    }
-
-    void cancelled()
-    {
-        QByteArray file = "Name;Nummer\n";
-        for (int row = 0; row < 2000; ++row)
-            file += "A;1\n";
-        const OpenedSource made = openSource(file, Shape::Classic);
-        qsizetype last = 0;
-        const Preview preview = RebuildPreview(made.source, Shape::Classic, made.options, {}, today,
-                                               [&last](qsizetype done, qsizetype) {
-                                                   last = done;
-                                                   return done < 1000;
-                                               });
-        QCOMPARE(last, 1024);
-        QVERIFY(!preview.isWhole && preview.rows.empty());
-    }
-
-    void rememberedOptions()
-    {
-        tests::TestContext test;
-        QCOMPARE(loadImportOptions(test.settings), RememberedChoices());
-        RememberedChoices choices;
-        choices.options.addresses.numbers[0].end = u" |x "_s;
-        choices.options.addresses.numbers[4] = {
-            .process = false, .field1 = 6, .count1 = u"07"_s, .middle = {}, .end = u" F"_s};
-        choices.options.addresses.birthdayTime = u"23:30"_s;
-        choices.options.addresses.fields[5] = 1;
-        choices.options.numbers.outsideLine = true;
-        choices.options.numbers.outsideDigits.clear();
-        choices.options.existingByNumber = true;
-        choices.classicHeadings[2] = u"Wann"_s;
-        choices.vcardHeadings[0] = u"never written"_s;
-        choices.options.text.defaultTime = u"08:00"_s; // starts anew each time
-        SaveImportOptions(test.settings, choices);
-        choices.options.addresses.numbers[0].end = u" x "_s; // every mark goes on reading
-        choices.options.text.defaultTime = u"12:00"_s;
-        choices.vcardHeadings[0].clear();
-        QCOMPARE(loadImportOptions(test.settings), choices);
-        test.settings.PutIniText(u"frmImportPb"_s, u"cmbField10"_s, u"99"_s);
-        test.settings.PutIniText(u"frmImportPb"_s, u"cmbCount10"_s, u"x"_s);
-        test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
-        test.settings.PutIniText(u"frmImportPb"_s, u"txtAmt"_s, u"x"_s);
-        choices.options.numbers.outsideDigits = u"0"_s;
-        QCOMPARE(loadImportOptions(test.settings), choices);
     }
 };
 

@@ -1,11 +1,15 @@
-// How cells become names, numbers and dates, and how a text is taken apart into cells.
+// How cells become names, numbers and dates, how a text is taken apart into cells, and the options of that.
 
+#include "support/TestContext.h"
 #include "support/TestProgram.h"
 #include "transfer/import/BaseLetters.h"
 #include "transfer/import/Birthdays.h"
 #include "transfer/import/CsvText.h"
+#include "transfer/import/ImportSteps.h"
 #include "transfer/import/NumberRewriting.h"
+#include "transfer/import/PreviewSources.h"
 #include "transfer/import/TextDecoding.h"
+#include "transfer/import/TextSource.h"
 
 using namespace kalmo::transfer;
 
@@ -257,6 +261,66 @@ private Q_SLOTS:
         });
         QCOMPARE(decodeText(QByteArray("M\0", 2), Encoding::Utf16), u"M"_s); // little-endian without a mark
         QCOMPARE(decodeText("\xEF\xBB\xBFx", Encoding::Ansi), u"ï»¿x"_s);
+    }
+
+    void composedNames()
+    {
+        const WabContact peter{.givenName = u"Peter"_s, .surname = u"Meier"_s, .company = u"Firma"_s};
+        const QString end = u" P"_s;
+        Rows<SubNumberOptions, QString> rows;
+        rows.add("usual", SubNumberOptions{.end = end}, u"Meier, P P"_s);
+        rows.add("counts", SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}, u"Mei, Pete"_s);
+        rows.add("no number", SubNumberOptions{.count1 = u"x"_s}, u", P"_s);
+        rows.add("not used", SubNumberOptions{.field2 = 6, .end = end}, u"Meier,  P"_s);
+        rows.add("company", SubNumberOptions{.field1 = 5, .middle = {}, .end = end}, u"FirmaP P"_s);
+        rows.each(
+            [&](const auto& options, const auto& name) { QCOMPARE(ComposeWabName(peter, options), name); });
+    }
+
+    void opening()
+    {
+        const auto faultOf = [](const QByteArray& bytes) {
+            return openText(u"x.csv"_s, bytes, Shape::Classic, {}).fault;
+        };
+        QCOMPARE(faultOf(""), TextFault::NoFirstLine);
+        QCOMPARE(faultOf("\r\na;b"), TextFault::NoFirstLine);
+        QCOMPARE(faultOf(" \r\na;b"), TextFault::None);
+        QCOMPARE(faultOf(QByteArray("PK\3\4\0\0", 6)), TextFault::Binary);
+        QCOMPARE(faultOf(QByteArray("N\0a\0m\0e\0;\0", 10)), TextFault::UnmarkedUtf16);
+        QCOMPARE(faultOf(QByteArray("\0N\0a\0m\0e\0;", 10)), TextFault::UnmarkedUtf16);
+        QCOMPARE(faultOf(QByteArray(20000, ',')), TextFault::TooManyColumns);
+        QCOMPARE(faultOf(QByteArray("x\r\n").repeated(250'000)), TextFault::None);
+        QCOMPARE(faultOf(QByteArray("x\n").repeated(250'000) + "y"), TextFault::TooLarge);
+        QCOMPARE(readTextFile(u"/none"_s).fault, TextFault::NotReadable);
+    }
+
+    void rememberedOptions()
+    {
+        tests::TestContext test;
+        QCOMPARE(loadImportOptions(test.settings), RememberedChoices());
+        RememberedChoices choices;
+        choices.options.addresses.numbers[0].end = u" |x "_s;
+        choices.options.addresses.numbers[4] = {
+            .process = false, .field1 = 6, .count1 = u"07"_s, .middle = {}, .end = u" F"_s};
+        choices.options.addresses.birthdayTime = u"23:30"_s;
+        choices.options.addresses.fields[5] = 1;
+        choices.options.numbers.outsideLine = true;
+        choices.options.numbers.outsideDigits.clear();
+        choices.options.existingByNumber = true;
+        choices.classicHeadings[2] = u"Wann"_s;
+        choices.vcardHeadings[0] = u"never written"_s;
+        choices.options.text.defaultTime = u"08:00"_s; // starts anew each time
+        SaveImportOptions(test.settings, choices);
+        choices.options.addresses.numbers[0].end = u" x "_s; // every mark goes on reading
+        choices.options.text.defaultTime = u"12:00"_s;
+        choices.vcardHeadings[0].clear();
+        QCOMPARE(loadImportOptions(test.settings), choices);
+        test.settings.PutIniText(u"frmImportPb"_s, u"cmbField10"_s, u"99"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"cmbCount10"_s, u"x"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"txtCountry"_s, u"49"_s);
+        test.settings.PutIniText(u"frmImportPb"_s, u"txtAmt"_s, u"x"_s);
+        choices.options.numbers.outsideDigits = u"0"_s;
+        QCOMPARE(loadImportOptions(test.settings), choices);
     }
 };
 

@@ -34,8 +34,7 @@ constexpr int failsSilently = 1;
 const QByteArray shortListing =
     "<folder-listing><folder name=\"Pics\" modified=\"20021120T164606\" user-perm=\"RWD\"/>"
     "<file name=\"Gr\xC3\xBC\xC3\x9F"
-    "e.txt\" size=\"10\" modified=\"20260102T030405\" user-perm=\"R\" group-perm=\"\"/>"
-    "</folder-listing>";
+    "e.txt\" size=\"10\" modified=\"20260102T030405\" user-perm=\"R\" group-perm=\"\"/></folder-listing>";
 
 /// Sends a request that names something in the current folder.
 bool sendInFolder(clsMmc& mmc, const QByteArray& what, const QString& local)

@@ -227,7 +227,8 @@ void tst_Search::unknownPhones()
             QVERIFY_THROWS_EXCEPTION(ProgramEnded, s.search.SearchPhone());
             QCOMPARE(
                 s.desktop.opened,
-                u"https://www.kalmo.example/modell.php?Modell=[SL999]&Details=[%5EWPPN%3A%205%2CSL999]"_s);
+                QStringList(
+                    u"https://www.kalmo.example/modell.php?Modell=[SL999]&Details=[%5EWPPN%3A%205%2CSL999]"_s));
             return;
         }
         s.test.dialogs.expectStart(changeInterface, Buttons::YesNo, Answer::Yes);

@@ -3,6 +3,7 @@
 
 #include "phonedata/IrmcItems.h"
 #include "phonedata/VcardStore.h"
+#include "support/ContactBoxes.h"
 #include "support/HandsetPort.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
@@ -13,30 +14,11 @@ using obex::GetFriedlyErrMsg;
 
 namespace {
 
-const tVcfEntry someone{.lastName = u"Zöllner"_s, .home = u"030 1"_s};
 const tVcfEntry ofTwoFrames{.email = QString(60, u'e'),
                             .lastName = u"Zöllner"_s,
                             .work = QString(32, u'1'),
                             .mobile = QString(32, u'1'),
                             .home = u"030 1"_s};
-
-toolkit::Message box(Icon icon, const QString& text, const QString& title = {})
-{
-    return {.text = text, .title = u"Kalmo"_s + title, .icon = icon};
-}
-
-toolkit::Message question(const QString& text, const QString& title, Answer byDefault = Answer::No)
-{
-    return {.text = text,
-            .title = u"Kalmo"_s + title,
-            .buttons = toolkit::Buttons::YesNo,
-            .icon = Icon::Question,
-            .defaultButton = byDefault};
-}
-
-const auto lostReference =
-    box(Icon::Critical,
-        u"LUID konnte beim Schreiben nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s);
 
 struct Contacts
 {
@@ -170,13 +152,14 @@ private Q_SLOTS:
             port.expect("+++");
             port.expect("AT^SQWE=0\r\n", "OK\r\n");
             test.dialogs.expectStart(u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten."_s);
-            test.dialogs.expect(question(u"Warnung!\nDas Telefon meldet, daß es 2 Einträge im Telefonbuch "
-                                         u"gibt. Beim Auslesen wurden "
-                                         u"aber nur 2 Einträge übermittelt. Es wird empfohlen, den "
-                                         u"Einlesevorgang zu wiederholen.\n\n"
-                                         u"Sollen die eingelesenen Einträge trotzdem angezeigt werden?"_s,
-                                         u" - Lesefehler"_s),
-                                answer);
+            test.dialogs.expect(
+                titledQuestion(u"Warnung!\nDas Telefon meldet, daß es 2 Einträge im Telefonbuch "
+                               u"gibt. Beim Auslesen wurden "
+                               u"aber nur 2 Einträge übermittelt. Es wird empfohlen, den "
+                               u"Einlesevorgang zu wiederholen.\n\n"
+                               u"Sollen die eingelesenen Einträge trotzdem angezeigt werden?"_s,
+                               u" - Lesefehler"_s),
+                answer);
             const bool wanted = answer == Answer::Yes;
             QCOMPARE(store->VcfReadList(client.progress.all()), wanted);
             QCOMPARE(list->count(), wanted ? 1 : 0);

@@ -23,6 +23,8 @@ public:
     ~ScriptedDialogs() override;
 
     void expect(const toolkit::Message& message, Answer answer = Answer::Ok);
+    /// A box that only tells something.
+    void expect(Icon icon, const QString& text) { expect({.text = text, .icon = icon}); }
     /// A box with a text that begins like this, and these buttons: where its wording is not what is tested.
     void expectStart(const QString& start, Buttons buttons = Buttons::Ok, Answer answer = Answer::Ok);
     /// The path is what the user chooses; empty where he cancels.

@@ -120,7 +120,7 @@ struct FilePanel : TestProgram
             return ui::UploadChoice{{file}, {.phoneType = question.phoneType, .kind = question.kind}};
         });
     }
-    void expect(const QString& text) { test.dialogs.expect({.text = text, .icon = Icon::Exclamation}); }
+    void expect(const QString& text) { test.dialogs.expect(Icon::Exclamation, text); }
     void expectRefusal(int request, const QString& report = {})
     {
         port.handset().setFaults({.refuseAt = request});

@@ -3,6 +3,7 @@
 
 #include "operations/ContactEdit.h"
 #include "operations/Records.h"
+#include "support/ContactBoxes.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
 #include "ui/forms/ContactCommands.h"
@@ -18,29 +19,11 @@ using obex::GetFriedlyErrMsg;
 
 namespace {
 
-toolkit::Message box(Icon icon, const QString& text, const QString& title = {})
-{
-    return {.text = text, .title = u"Kalmo"_s + title, .icon = icon};
-}
-
-toolkit::Message question(const QString& text, const QString& title, Answer byDefault = Answer::No)
-{
-    return {.text = text,
-            .title = u"Kalmo"_s + title,
-            .buttons = toolkit::Buttons::YesNo,
-            .icon = Icon::Question,
-            .defaultButton = byDefault};
-}
-
-const auto lostReference =
-    box(Icon::Critical,
-        u"LUID konnte beim Schreiben nicht berechnet werden. Bitte wenden Sie sich an den Programmautor."_s);
 const QString editTitle = u" - Adressbuch bearbeiten"_s;
 const QString advice =
     u"Dies kann aufgrund eines Fehler im Gigaset, der bisher von der Firma Gigaset nicht behoben wurde unter "
     u"ungünstigen Umständen vorkommen. Bitte lesen Sie das Telefonbuch einmal komplett neu ein "
     u"(Schaltfläche \"Neu Laden\"). Danach können Sie den betroffenen Eintrag beliebig ändern oder löschen."_s;
-const tVcfEntry someone{.lastName = u"Zöllner"_s, .home = u"030 1"_s};
 
 struct Contacts : TestProgram
 {
@@ -333,7 +316,8 @@ void tst_ContactCommands::deletes()
     QCOMPARE(phone.remove(), CommandResult::Refused);
     phone.list->setSelected(0, true);
     phone.list->setSelected(3, true);
-    const auto asked = question(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
+    const auto asked =
+        titledQuestion(u"2 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s);
     phone.test.dialogs.expect(asked, Answer::No);
     QCOMPARE(phone.remove(), CommandResult::Refused);
 
@@ -352,7 +336,8 @@ void tst_ContactCommands::deletes()
     QCOMPARE(phone.luids(), before.filter(QRegularExpression(u"^(?!0004)"_s)));
     phone.list->setSelected(0, true);
     phone.test.dialogs.expect(
-        question(u"1 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s), Answer::Yes);
+        titledQuestion(u"1 gewählte(n) Kontakt(e) wirklich löschen ?"_s, u"  -  Kontakt löschen"_s),
+        Answer::Yes);
     QCOMPARE(phone.remove(), CommandResult::Done);
     QVERIFY(phone.isInOrder());
     QCOMPARE(phone.records().size(), 2U);
@@ -407,10 +392,11 @@ void tst_ContactCommands::refreshes()
     QVERIFY(sendAreaCodes(phone.line, {u"0"_s, u"0"_s, u"0"_s, u"0"_s}));
     QCOMPARE(phone.save({.lastName = u"x"_s, .work = u"f0521"_s}), CommandResult::Done);
     phone.test.dialogs.expect(
-        question(u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
-                 u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
-                 u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
-                 {}, Answer::Ok),
+        titledQuestion(
+            u"Mindestens ein Eintrag im Telefonbuch scheint vom Telefon mit einer fehlerhaften "
+            u"(Vorwahl-)Nummer empfangen worden zu sein.\nMeistens sind falsch eingestellte "
+            u"Vorwahl-Einstellungen die Ursache.\n\nMöchten Sie die Vorwahl-Einstellungen bearbeiten?"_s,
+            {}, Answer::Ok),
         Answer::Yes);
     QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
     QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));

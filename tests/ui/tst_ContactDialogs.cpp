@@ -166,7 +166,7 @@ void ContactDialogs::areaCodes()
     form.Form_Present(u"00,49,0,3a"_s);
     auto& city = child<QLineEdit>(form, "txtVw3");
     auto& save = child<QPushButton>(form, "cmdSpeicher");
-    made.test.dialogs.expect({.text = u"Bitte geben Sie nur Ziffern ein."_s, .icon = Icon::Information});
+    made.test.dialogs.expect(Icon::Information, u"Bitte geben Sie nur Ziffern ein."_s);
     save.click();
     QVERIFY(form.result() != QDialog::Accepted);
     city.setText(u" "_s);
@@ -213,7 +213,7 @@ void ContactDialogs::areaCodesThatAreNotSet()
         made.port.handset().setFaults(faults);
         ui::frmVorwahl form(made.program);
         form.Form_Present(u"00,49,0,521"_s);
-        made.test.dialogs.expect({.text = text, .icon = Icon::Information});
+        made.test.dialogs.expect(Icon::Information, text);
         child<QPushButton>(form, "cmdSpeicher").click();
         QVERIFY(form.result() != QDialog::Accepted);
     });

@@ -79,11 +79,11 @@ void Controls::calendar()
     box.setFocus();
     box.setText(u"30.2.2026"_s);
     test.dialogs.expect(
-        {.text = u"\"30.2.2026\" ist keine gültige Datumseingabe.\n\n"
-                 u"Die aktuellen Ländereinstellungen Ihres Windows verlangen Formatierungen nach dem Muster "
-                 u"31.12.2004 für den 31. Dezember 2004\n"
-                 u"Geben Sie ein Datum manuell nach diesem Muster ein oder verwenden Sie den Kalender."_s,
-         .icon = Icon::Information});
+        Icon::Information,
+        u"\"30.2.2026\" ist keine gültige Datumseingabe.\n\n"
+        u"Die aktuellen Ländereinstellungen Ihres Windows verlangen Formatierungen nach dem Muster "
+        u"31.12.2004 für den 31. Dezember 2004\n"
+        u"Geben Sie ein Datum manuell nach diesem Muster ein oder verwenden Sie den Kalender."_s);
     QTest::keyClick(&box, Qt::Key_Tab);
     QTRY_VERIFY(box.hasFocus() && box.selectedText() == u"30.2.2026"_s);
     box.setText(u"31.1.2026"_s);

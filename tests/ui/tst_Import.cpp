@@ -337,8 +337,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(made.rows().mid(1),
                  (QStringList{u"x Neumann-Oberhausen|A|030||||24.12.2005  08:30"_s, u"- B||||||"_s}));
-        made.test.dialogs.expect(
-            {.text = u"Importieren erfolgreich abgeschlossen."_s, .icon = Icon::Information});
+        made.test.dialogs.expect(Icon::Information, u"Importieren erfolgreich abgeschlossen."_s);
         made.click("cmdImport");
         QCOMPARE(made.contacts->count(), before + 1);
         const phonedata::tVcfEntry written = phonedata::vcfEntryFrom(made.contacts->row(before));
@@ -381,9 +380,9 @@ private Q_SLOTS:
         Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
         made.expectBook(made.test.makeFile(u"a.wab"_s, "no book"));
         made.test.dialogs.expect(
-            {.text = u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden.\n"
-                     u"Die Datei enthält weder ein Adressbuch noch vCards."_s,
-             .icon = Icon::Exclamation});
+            Icon::Exclamation,
+            u"Das Windows Adressbuch (WAB / Outlook Express) konnte nicht eingelesen werden.\n"
+            u"Die Datei enthält weder ein Adressbuch noch vCards."_s);
         QTRY_VERIFY(!made.form->isVisible());
     }
 };

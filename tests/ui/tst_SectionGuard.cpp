@@ -12,47 +12,44 @@ class SectionGuardTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void asksAbout_data();
     void asksAbout();
     void allFourWaysHold();
 };
 
-void SectionGuardTest::asksAbout_data()
-{
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("asked"); // for sections 0 to 6: both dirty, then the phonebook alone
-
-    // P: provider list, T: phonebook
-    QTest::newRow("phonebook") << u"TB"_s << u"..P.... ......."_s;
-    QTest::newRow("providers") << u"NE"_s << u".T..... .T....."_s;
-    QTest::newRow("diverse") << u"DIV"_s << u".PP.... .TT...."_s;
-    QTest::newRow("sounds") << u"SOUND"_s << u".PP.... .TT...."_s;
-    QTest::newRow("sponsors") << u"SPONSOR"_s << u".TP.... .T....."_s;
-    QTest::newRow("one sponsor") << u"SPONSOR_TARIN"_s << u".TP.... .T....."_s;
-    QTest::newRow("settings") << u"SETUP"_s << u".TP.... .T....."_s;
-    for (const char* free : {"FFS", "BT", "VW", "PHONE"})
-        QTest::newRow(free) << QString::fromLatin1(free) << u"....... ......."_s;
-}
-
 void SectionGuardTest::asksAbout()
 {
-    QFETCH(QString, node);
-    QFETCH(QString, asked);
-    TestContext test;
-    phonedata::PhoneMemory memory;
-    ui::SectionGuard guard(memory, test.settings);
-    memory.TbDirty = true;
-    QStringList found;
-    for (const bool providers : {true, false}) {
-        memory.NeDirty = providers;
-        QString line;
-        for (guard.ActiveSection = 0; guard.ActiveSection <= 6; ++guard.ActiveSection) {
-            const auto prompt = guard.promptFor(node);
-            line += !prompt ? u'.' : *prompt == Store::Providers ? u'P' : u'T';
+    // For the sections 0 to 6: both lists changed, then the phonebook alone. P: provider list, T: phonebook
+    const QString free = u"....... ......."_s;
+    const Rows<QString, QString> rows{
+        {"phonebook", u"TB"_s, u"..P.... ......."_s},
+        {"providers", u"NE"_s, u".T..... .T....."_s},
+        {"diverse", u"DIV"_s, u".PP.... .TT...."_s},
+        {"sounds", u"SOUND"_s, u".PP.... .TT...."_s},
+        {"sponsors", u"SPONSOR"_s, u".TP.... .T....."_s},
+        {"one sponsor", u"SPONSOR_TARIN"_s, u".TP.... .T....."_s},
+        {"settings", u"SETUP"_s, u".TP.... .T....."_s},
+        {"files", u"FFS"_s, free},
+        {"Bluetooth", u"BT"_s, free},
+        {"preselection", u"VW"_s, free},
+        {"phone", u"PHONE"_s, free},
+    };
+    rows.each([](const auto& node, const auto& asked) {
+        TestContext test;
+        phonedata::PhoneMemory memory;
+        ui::SectionGuard guard(memory, test.settings);
+        memory.TbDirty = true;
+        QStringList found;
+        for (const bool providers : {true, false}) {
+            memory.NeDirty = providers;
+            QString line;
+            for (guard.ActiveSection = 0; guard.ActiveSection <= 6; ++guard.ActiveSection) {
+                const auto prompt = guard.promptFor(node);
+                line += !prompt ? u'.' : *prompt == Store::Providers ? u'P' : u'T';
+            }
+            found.append(line);
         }
-        found.append(line);
-    }
-    QCOMPARE(found.join(u' '), asked);
+        QCOMPARE(found.join(u' '), asked);
+    });
 }
 
 void SectionGuardTest::allFourWaysHold()
