@@ -4,8 +4,10 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QHash>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -291,6 +293,33 @@ QStringList cutTexts(const QWidget& form)
             wraps ? QSize(0, label->heightForWidth(label->width())) : widget->minimumSizeHint();
         if (widget->width() < needed.width() || widget->height() < needed.height())
             faults.append(u"cut: %1 \"%2\""_s.arg(described(*widget), textOf(*widget)));
+    }
+    for (const auto* header : form.findChildren<QHeaderView*>()) {
+        for (int section = 0; header->isVisibleTo(&form) && section < header->count(); ++section) {
+            const QString title =
+                header->model()->headerData(section, header->orientation(), Qt::DisplayRole).toString();
+            if (!header->isSectionHidden(section) &&
+                header->sectionSize(section) < header->fontMetrics().horizontalAdvance(title))
+                faults.append(u"cut: head %1 of %2"_s.arg(title, described(*header->parentWidget())));
+        }
+    }
+    return faults;
+}
+
+QStringList overlaps(const QWidget& form)
+{
+    QStringList faults;
+    QList<const QWidget*> seen;
+    for (const QWidget* widget : shownWidgets(form)) {
+        if (textOf(*widget).isEmpty() && !qobject_cast<const QLineEdit*>(widget) &&
+            !qobject_cast<const QComboBox*>(widget))
+            continue;
+        for (const QWidget* other : std::as_const(seen)) {
+            if (other->parentWidget() == widget->parentWidget() &&
+                other->geometry().intersects(widget->geometry()))
+                faults.append(u"%1 lies over %2"_s.arg(described(*widget), described(*other)));
+        }
+        seen.append(widget);
     }
     return faults;
 }

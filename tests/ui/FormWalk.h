@@ -26,7 +26,10 @@ QStringList unreachableControls(QWidget& form);
 /// Controls that are disabled are passed over, as there.
 QStringList paleTexts(QWidget& form);
 
-/// Labels and buttons that have less room than their text needs, and controls that lie over each other.
+/// Labels, buttons and heads of columns that have less room than their text needs.
 QStringList cutTexts(const QWidget& form);
+
+/// Texts and fields that lie over their neighbours.
+QStringList overlaps(const QWidget& form);
 
 } // namespace kalmo::tests

@@ -1,7 +1,9 @@
 // Every form, for those who use a keyboard, a screen reader, large letters or dark colours.
 
+#include "obex/FolderRows.h"
 #include "phonedata/VcardStore.h"
 #include "support/TestProgram.h"
+#include "ui/adaptors/QtDialogs.h"
 #include "ui/controls/ucCalendar.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
@@ -15,16 +17,25 @@
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
 #include "ui/forms/frmWelcome.h"
+#include "ui/forms/UploadDialog.h"
 #include "ui/FormWalk.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/import/frmImportPb.h"
+#include "ui/panels/fraFFS.h"
 #include "ui/TestProgram.h"
+#include "ui/window/AboutBox.h"
 #include "ui/window/frmPB.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -162,12 +173,62 @@ void makeWindow(Shown& shown)
     shown.form = std::make_unique<ui::frmPB>(shown.made.program, shown.mmc);
 }
 
+void askQuestion(Shown&)
+{
+    ui::QtDialogs().Show({.text = u"1 Einträge wirklich löschen?"_s,
+                          .buttons = toolkit::Buttons::YesNoCancel,
+                          .icon = toolkit::Icon::Question});
+}
+
+void tellMessage(Shown&)
+{
+    ui::QtDialogs().Show({.text = u"Datei gespeichert."_s, .icon = toolkit::Icon::Information});
+}
+
+void openAboutBox(Shown& shown)
+{
+    ui::showAbout(*shown.form);
+}
+
+void dropPicture(Shown& shown)
+{
+    const QString path = shown.made.test.path(u"a.png"_s);
+    QImage(200, 100, QImage::Format_RGB32).save(path);
+    ui::chooseUpload(
+        shown.made.program,
+        {.kind = media::UploadKind::Pictures, .phoneType = shown.made.test.sy.PhoneType, .given = {path}},
+        shown.form.get());
+}
+
+void makeFolder(Shown& shown)
+{
+    child<QAction>(*shown.form, "ffsNewFolder").trigger();
+}
+
+void renameFolder(Shown& shown)
+{
+    toolkit::ListRows& rows = shown.form->findChild<ui::fraFFS*>()->lvwFFs();
+    for (int row = 0; row < rows.count(); ++row) {
+        if (rows.row(row).key.startsWith(obex::folderKeyPrefix))
+            rows.setCurrent(row);
+    }
+    child<QAction>(*shown.form, "ffsRename").trigger();
+}
+
+/// Closes the window in the middle of a reading.
+void closeWhileBusy(Shown& shown)
+{
+    shown.made.test.clock.after(1.5, [&shown] { shown.form->close(); });
+    static_cast<ui::frmPB&>(*shown.form).goTo(u"TB"_s);
+}
+
 struct Row
 {
     const char* name;
     QString model;
     Maker make;
     QString section = {}; ///< of the main window
+    Maker open = nullptr; ///< opens a modal dialog over the form, which is looked at in place of it
 };
 
 const Row forms[] = {
@@ -203,6 +264,13 @@ const Row forms[] = {
     {"device data", u"PICASSO"_s, makeWindow, u"DIV"_s},
     {"contacts", u"SL450HX"_s, makeWindow, u"TB"_s},
     {"files", u"SL450HX"_s, makeWindow, u"FFS"_s},
+    {"question", u"SL450HX"_s, makePlain<QWidget>, {}, askQuestion},
+    {"message", u"SL450HX"_s, makePlain<QWidget>, {}, tellMessage},
+    {"about", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, openAboutBox},
+    {"dropped files", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, dropPicture},
+    {"new folder", u"SL450HX"_s, makeWindow, u"FFS"_s, makeFolder},
+    {"rename", u"SL450HX"_s, makeWindow, u"FFS"_s, renameFolder},
+    {"closing question", u"WOODSTOCK"_s, makeWindow, u"SPONSOR"_s, closeWhileBusy},
 };
 
 QPalette darkColours()
@@ -214,6 +282,35 @@ QPalette darkColours()
     return dark;
 }
 
+QStringList faultsOf(QWidget& form, bool isDark)
+{
+    QStringList faults = paleTexts(form);
+    if (!isDark) // the rest does not depend on colours
+        faults += unnamedControls(form) + unspokenParts(form) + sharedMnemonics(form) +
+                  unreachableControls(form) + cutTexts(form) + overlaps(form);
+    return faults;
+}
+
+/// Looks at the dialog once it is in front, and closes it.
+QStringList faultsOfDialog(Shown& shown, Maker open, bool isDark)
+{
+    QStringList faults{u"no dialog"_s};
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog || !dialog->isActiveWindow() || !QApplication::focusWidget())
+            return;
+        look.stop();
+        faults = faultsOf(*dialog, isDark);
+        dialog->close();
+    });
+    look.start(0);
+    open(shown);
+    while (look.isActive() && QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }))
+        QCoreApplication::processEvents();
+    return faults;
+}
+
 } // namespace
 
 class Accessibility : public QObject
@@ -223,6 +320,7 @@ class Accessibility : public QObject
 private Q_SLOTS:
     void everyForm_data();
     void everyForm();
+    void walkFindsFaults();
 };
 
 void Accessibility::everyForm_data()
@@ -249,11 +347,28 @@ void Accessibility::everyForm()
         window->goTo(forms[row].section);
     if (!QApplication::focusWidget())
         form.setFocus();
-    QStringList faults = paleTexts(form);
-    if (!isDark) // the rest does not depend on colours
-        faults += unnamedControls(form) + unspokenParts(form) + sharedMnemonics(form) +
-                  unreachableControls(form) + cutTexts(form);
+    const QStringList faults =
+        forms[row].open ? faultsOfDialog(shown, forms[row].open, isDark) : faultsOf(form, isDark);
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+}
+
+void Accessibility::walkFindsFaults()
+{
+    QWidget form;
+    auto* above = new QLabel(u"Name"_s, &form);
+    auto* below = new QLineEdit(&form);
+    auto* list = new QTreeWidget(&form);
+    list->setHeaderLabels({u"Erinnerung"_s, u"VIP"_s});
+    const auto place = [&](int second, int width) {
+        above->setGeometry(0, 0, 100, 30);
+        below->setGeometry(0, second, 100, 30);
+        list->setGeometry(0, 200, 300, 100);
+        list->header()->resizeSection(0, width);
+        return QList<qsizetype>{overlaps(form).size(), cutTexts(form).size()};
+    };
+    form.show();
+    QCOMPARE(place(30, 200), (QList<qsizetype>{0, 0}));
+    QCOMPARE(place(29, 40), (QList<qsizetype>{1, 1}));
 }
 
 KALMO_TEST(Accessibility)

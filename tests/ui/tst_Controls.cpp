@@ -35,6 +35,7 @@ private Q_SLOTS:
     void gauge();
     void wheelScrollsThePage();
     void choicesAreNotSteps();
+    void statusIsAnnouncedOnce();
     void suppressedBoxReachesAStatusBar();
 };
 
@@ -187,6 +188,18 @@ void Controls::choicesAreNotSteps()
     QVERIFY(box.view()->isVisible());
     QTest::keyClick(box.view(), Qt::Key_Escape);
     QCOMPARE(chosen.size(), 1);
+}
+
+/// A screen reader reads the step once and the sentence at the end, not each of the figures.
+void Controls::statusIsAnnouncedOnce()
+{
+    ui::StatusLabel status;
+    const QSignalSpy announced(&status, &ui::StatusLabel::announced);
+    for (int bytes = 0; bytes < 2000; bytes += 500)
+        status.SetText(u"Lese a.bmp ...   %1 Bytes empfangen"_s.arg(bytes));
+    status.SetText(u"1 Datei gespeichert."_s);
+    QCOMPARE(announced.size(), 2);
+    QCOMPARE(announced.last().first().toString(), u"1 Datei gespeichert."_s);
 }
 
 /// The user may work in another program, or in a dialog without a status bar.

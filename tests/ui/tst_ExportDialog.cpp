@@ -140,6 +140,16 @@ void ExportDialog::exportsByKeys()
         dialog.at<QWidget>(choice).setFocus();
         QTest::keyClick(&dialog.at<QWidget>(choice), Qt::Key_Space);
     }
+    dialog.made.test.dialogs.expect({.text =
+                                         u"Kalmo merkt sich Ihre neuen Einstellungen erst beim Export.\n\n"
+                                         u"Sollen sie verworfen werden?"_s,
+                                     .title = form.windowTitle(),
+                                     .buttons = toolkit::Buttons::YesNo,
+                                     .icon = Icon::Question,
+                                     .defaultButton = toolkit::Answer::No},
+                                    toolkit::Answer::No);
+    QTest::keyClick(&columns, Qt::Key_Escape);
+    QVERIFY(form.isVisible());
     dialog.made.test.dialogs.expect(succeeded);
     QTest::keyClick(&form, Qt::Key_Return);
     const QString path = dialog.made.test.path(u"Dokumente/Export/Telefonbuch.csv"_s);

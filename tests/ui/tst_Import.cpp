@@ -258,6 +258,26 @@ private Q_SLOTS:
         QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x A|1|"_s}));
     }
 
+    /// Escape asks where the choices differ from those that the file was shown with.
+    void escapeAsks()
+    {
+        Import made(u"PICASSO"_s);
+        made.open(table);
+        made.tick(0);
+        const toolkit::Message question{.text = u"Sie haben Ihre Auswahl noch nicht importiert.\n\n"
+                                                u"Soll sie verworfen werden?"_s,
+                                        .title = made.form->windowTitle(),
+                                        .buttons = toolkit::Buttons::YesNo,
+                                        .icon = toolkit::Icon::Question,
+                                        .defaultButton = toolkit::Answer::No};
+        made.test.dialogs.expect(question, toolkit::Answer::No);
+        QTest::keyClick(&made.view(), Qt::Key_Escape);
+        QVERIFY(made.form->isVisible());
+        made.tick(0); // as it was
+        QTest::keyClick(&made.view(), Qt::Key_Escape);
+        QVERIFY(!made.form->isVisible());
+    }
+
     /// A long preview keeps the window painted, and ends by the button or with the dialog.
     void longPreview()
     {

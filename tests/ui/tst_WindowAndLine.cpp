@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QToolButton>
@@ -34,7 +35,9 @@ private Q_SLOTS:
     void aDeafPhoneHoldsNobodyUp();
     void closingWaitsForAWrite();
     void closingQuestionOutlivesARead();
+    void escapeCancelsARead_data();
     void escapeCancelsARead();
+    void channelIsRemindedOf();
     void filesComeBackBehindCommands();
     void filesHaveKeysOfTheirOwn();
     void stoppedListingKeepsTheFiles();
@@ -137,16 +140,33 @@ void tst_WindowAndLine::closingQuestionOutlivesARead()
     QVERIFY(!QGuiApplication::overrideCursor() && open.window.isVisible());
 }
 
+void tst_WindowAndLine::escapeCancelsARead_data()
+{
+    QTest::addColumn<bool>("byQuestion");
+    QTest::addRow("key") << false;
+    QTest::addRow("question of a closing window") << true;
+}
+
 void tst_WindowAndLine::escapeCancelsARead()
 {
+    QFETCH(bool, byQuestion);
     OpenWindow open(u"WOODSTOCK"_s);
-    open.test.clock.after(1.5, [&open] {
+    open.test.clock.after(1.5, [&open, byQuestion] {
         QVERIFY(!open.list("lvwTB").isEnabled());
         QVERIFY(child<QWidget>(open.window, "chkCancel").isVisible());
         open.window.goTo(u"DIV"_s); // a click that comes all the same
-        QTest::keyClick(&open.window, Qt::Key_Escape);
+        if (byQuestion) {
+            open.window.close();
+            for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>()) {
+                if (button->text() == u"Nur &abbrechen"_s)
+                    QTest::keyClick(button, Qt::Key_Space);
+            }
+        } else {
+            QTest::keyClick(&open.window, Qt::Key_Escape);
+        }
     });
     open.window.goTo(u"TB"_s);
+    QVERIFY(open.window.isVisible() && !QApplication::activeModalWidget());
     QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
     QCOMPARE(open.list("lvwTB").rows()->count(), 0);
     QVERIFY(open.list("lvwTB").isEnabled());
@@ -257,6 +277,25 @@ void tst_WindowAndLine::connectionIsShown()
     QTest::mouseClick(&search, Qt::LeftButton);
     QCOMPARE(wanted.size(), 1);
     QVERIFY(!open.window.isVisible());
+}
+
+/// "Telefon nicht trennen!" is there just while a channel is open.
+void tst_WindowAndLine::channelIsRemindedOf()
+{
+    OpenWindow open(u"SL450HX"_s);
+    open.window.goTo(u"FFS"_s);
+    QVERIFY(open.window.closeChannel());
+    QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
+    QTest::keyClick(&open.list("lvwFFs"), Qt::Key_F5);
+    QCOMPARE(open.front(), u"fraFFScloseReminder"_s);
+    auto& gauge = child<QProgressBar>(open.window, "prgMe");
+    QVERIFY(!gauge.format().isEmpty());
+    open.port.Close();
+    child<QWidget>(open.window, "connection").findChild<QTimer*>()->start(0);
+    QTRY_VERIFY(open.status().endsWith(u"drücken Sie \"Erneut verbinden\"."_s));
+    QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
+    open.window.forgetPhone();
+    QCOMPARE(gauge.format(), QString());
 }
 
 void tst_WindowAndLine::failuresLeaveWholeLists()

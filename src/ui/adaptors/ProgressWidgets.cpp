@@ -56,6 +56,7 @@ void StatusLabel::announce(const QString& text)
         return;
     QAccessibleEvent changed(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&changed);
+    Q_EMIT announced(text);
 }
 
 void StatusLabel::SetText(const QString& text)

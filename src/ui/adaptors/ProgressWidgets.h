@@ -25,6 +25,9 @@ public:
     void release();
     QSize minimumSizeHint() const override;
 
+Q_SIGNALS:
+    void announced(const QString& text); ///< a screen reader reads it out
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

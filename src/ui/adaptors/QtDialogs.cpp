@@ -150,18 +150,23 @@ QStringList chooseFiles(const FileRequest& request, QFileDialog::AcceptMode acce
 
 } // namespace
 
+void dressBox(QMessageBox& box, Icon icon)
+{
+    if (icon != Icon::None)
+        box.setIconPixmap(pixmap(pictureOf(icon), pictureSize, box.devicePixelRatioF()));
+    for (QAbstractButton* button : box.buttons())
+        button->setIcon({}); // the toolkit's own icons have another style
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
 Answer QtDialogs::Show(const Message& message)
 {
     const PlainCursor cursor;
     const ButtonRow& row = rowOf(message.buttons);
     QMessageBox box(QMessageBox::NoIcon, message.title, message.text, row.shown,
                     QApplication::activeWindow());
-    if (message.icon != Icon::None)
-        box.setIconPixmap(pixmap(pictureOf(message.icon), pictureSize, box.devicePixelRatioF()));
-    for (QAbstractButton* button : box.buttons())
-        button->setIcon({}); // the toolkit's own icons have another style
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    dressBox(box, message.icon);
     box.setDefaultButton(defaultOf(row, message.defaultButton));
     box.setEscapeButton(row.onClose);
     return answerOf(box.exec());

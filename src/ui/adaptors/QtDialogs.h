@@ -3,7 +3,13 @@
 #include "toolkit/Dialogs.h"
 #include "toolkit/Ending.h"
 
+class QMessageBox;
+
 namespace kalmo::ui {
+
+/// Gives a box the look that all boxes of the program share: its picture, buttons without the toolkit's
+/// icons, and a text that can be selected.
+void dressBox(QMessageBox& box, toolkit::Icon icon);
 
 /// Message boxes and file dialogs, modal to the active window.
 class QtDialogs final : public toolkit::Dialogs

@@ -56,6 +56,17 @@ void ucFfsMem::setMeFree(qint64 bytes)
     draw(m_gauge.setFree(bytes));
 }
 
+void ucFfsMem::forget()
+{
+    m_gauge = {};
+    m_tmrWarning.stop();
+    m_prgMe->setRange(0, 1);
+    m_prgMe->setValue(0);
+    m_prgMe->setFormat({});
+    m_prgMe->setAccessibleDescription({});
+    showPicture();
+}
+
 void ucFfsMem::draw(MemoryGauge::Update update)
 {
     if (update == MemoryGauge::Update::None)

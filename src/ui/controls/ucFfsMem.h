@@ -23,6 +23,8 @@ public:
     /// Bytes. Setting one shows it. A box warns if memory is low for the first time.
     void setMeTotal(qint64 bytes);
     void setMeFree(qint64 bytes);
+    /// Shows no figures: another phone may be connected.
+    void forget();
     /// Part of the described interface.
     qint64 MeTotal() const { return m_gauge.total(); }
     qint64 MeFree() const { return m_gauge.free(); }

@@ -1,5 +1,7 @@
 #include "ui/forms/ChangeGuard.h"
 
+#include "ui/adaptors/ProgressWidgets.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDialog>
@@ -23,7 +25,7 @@ QStringList valuesOf(const QDialog& dialog)
     for (const auto* box : dialog.findChildren<QComboBox*>())
         values.append(box->currentText());
     for (const auto* button : dialog.findChildren<QAbstractButton*>()) {
-        if (button->isCheckable())
+        if (button->isCheckable() && !qobject_cast<const CancelCheck*>(button))
             values.append(button->isChecked() ? u"1"_s : u"0"_s);
     }
     return values;
@@ -32,7 +34,8 @@ QStringList valuesOf(const QDialog& dialog)
 } // namespace
 
 ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& button, app::Context& context)
-    : QObject(&dialog), m_dialog(dialog), m_button(button), m_context(context)
+    : QObject(&dialog), m_dialog(dialog), m_button(button), m_context(context),
+      m_question(u"Ihre Änderungen sind noch nicht gespeichert.\n\nSollen sie verworfen werden?"_s)
 {
     dialog.installEventFilter(this);
 }
@@ -40,7 +43,7 @@ ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& button, app::Co
 bool ChangeGuard::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::Show && !event->spontaneous())
-        m_before = values();
+        keep();
     const bool isEscape = event->type() == QEvent::KeyPress &&
                           static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Cancel);
     const bool isClose = event->type() == QEvent::Close && m_dialog.isVisible();
@@ -62,8 +65,7 @@ bool ChangeGuard::mayGo()
 {
     if (!m_button.isEnabled() || values() == m_before)
         return true;
-    return m_context.dialogs.Show({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
-                                           u"Sollen sie verworfen werden?"_s,
+    return m_context.dialogs.Show({.text = m_question,
                                    .title = m_dialog.windowTitle(),
                                    .buttons = toolkit::Buttons::YesNo,
                                    .icon = toolkit::Icon::Question,

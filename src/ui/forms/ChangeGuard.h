@@ -24,6 +24,10 @@ public:
 
     /// Watches a value that no field shows.
     void watch(std::function<QString()> value) { m_more = std::move(value); }
+    /// Asks in other words than those of a dialog that saves an entry.
+    void setQuestion(const QString& question) { m_question = question; }
+    /// The present values count as unchanged from now on.
+    void keep() { m_before = values(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -35,6 +39,7 @@ private:
     const QAbstractButton& m_button;
     app::Context& m_context;
     std::function<QString()> m_more;
+    QString m_question;
     QStringList m_before;
 };
 

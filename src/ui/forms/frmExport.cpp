@@ -6,6 +6,7 @@
 #include "transfer/export/HtmlTarget.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/window/mdlFormResize.h"
 
 #include <QCheckBox>
@@ -79,6 +80,19 @@ void frmExport::connectControls()
     connect(m_cmdSelHtmlTemplate, &QPushButton::clicked, this, [this] {
         chooseFile(*m_txtHtmlTemplatePath,
                    {u"cmdlgHtmlTemplate"_s, u" - html Vorlage für Export wählen"_s, Purpose::Template});
+    });
+}
+
+void frmExport::guardChoices()
+{
+    m_guard = new ChangeGuard(*this, *m_cmdExport, m_program.context);
+    m_guard->setQuestion(u"Kalmo merkt sich Ihre neuen Einstellungen erst beim Export.\n\n"
+                         u"Sollen sie verworfen werden?"_s);
+    m_guard->watch([this] {
+        QString ticks;
+        for (int row = 0; row < m_lvwCols->count(); ++row)
+            ticks += m_lvwCols->item(row)->checkState() == Qt::Checked ? u'x' : u'-';
+        return ticks;
     });
 }
 
@@ -187,7 +201,10 @@ void frmExport::cmdExport_Click()
         return;
     m_txtCsvPath->setText(exporter.options().csvPath);
     m_txtHtmlDestPath->setText(exporter.options().htmlPath);
-    if (done && exporter.options().closesAfterExport)
+    if (!done)
+        return;
+    m_guard->keep();
+    if (exporter.options().closesAfterExport)
         accept();
 }
 

@@ -24,6 +24,8 @@ class QVBoxLayout;
 
 namespace kalmo::ui {
 
+class ChangeGuard;
+
 /// Exports a list: which columns and rows, where to, and in what form. The choices are remembered
 /// for each list.
 class frmExport : public QDialog
@@ -62,6 +64,7 @@ private:
     QWidget* makeFoot();
     QWidget* makeStatus();
     void checkFields();
+    void guardChoices();
     QWidget* makePathRow(QLineEdit* field, QPushButton* button, const QString& spoken);
 
     void connectControls();
@@ -105,6 +108,7 @@ private:
     QPushButton* m_cmdAbbruch;
     StatusLabel* m_sta;
     ProgressStrip* m_prg;
+    ChangeGuard* m_guard;
     std::unique_ptr<WindowBusy> m_busy;
 };
 

@@ -125,6 +125,7 @@ frmExport::frmExport(Program& program, QWidget* parent)
     m_sta->SetText(u"Bereit."_s);
     checkFields();
     connectControls();
+    guardChoices();
 }
 
 frmExport::~frmExport() = default;

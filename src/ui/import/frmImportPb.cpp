@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"
 #include "ui/controls/Named.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/import/AddressFrame.h"
@@ -105,6 +106,7 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     column->addWidget(m_sta);
     makeView();
     connectControls();
+    guardChoices();
     m_sta->setBlocked({m_content});
     m_sta->findChild<ConnectionLight*>()->hide(); // a search has no place here
     m_sta->setSizeGripEnabled(true);
@@ -271,6 +273,22 @@ void frmImportPb::connectControls()
         connect(&client, &obex::clsMmc::BytesRxed, m_sta, &StatusArea::showBytes);
         connect(&client, &obex::clsMmc::LongTimeOutMsg, m_sta, &StatusArea::setText);
     }
+}
+
+/// The choices for a file count as changed from the time when it was read.
+void frmImportPb::guardChoices()
+{
+    m_guard = new ChangeGuard(*this, *m_cmdImport, m_program.context);
+    m_guard->setQuestion(u"Sie haben Ihre Auswahl noch nicht importiert.\n\nSoll sie verworfen werden?"_s);
+    m_guard->watch([this] {
+        QString rows;
+        for (int row = 0; row < m_model->rowCount(); ++row) {
+            const QModelIndex name = m_model->index(row, 0);
+            rows += name.data(Qt::CheckStateRole).toInt() == Qt::Checked ? u'x' : u'-';
+            rows += name.data().toString();
+        }
+        return rows;
+    });
 }
 
 void frmImportPb::Form_Present(Store destination)

@@ -19,6 +19,7 @@ class QTreeView;
 namespace kalmo::ui {
 
 class AddressFrame;
+class ChangeGuard;
 class HintList;
 class NumberFrame;
 class PreviewModel;
@@ -72,6 +73,7 @@ private:
     QWidget* makeButtons();
     void makeView();
     void connectControls();
+    void guardChoices();
     QCheckBox* makeCheck(const QString& text, const QString& name, bool checked);
     QPushButton* makeButton(const QString& text, const QString& name, void (frmImportPb::*clicked)());
 
@@ -135,6 +137,7 @@ private:
     QCheckBox* m_chkMark1;
     QPushButton* m_cmdImport;
     QPushButton* m_cmdAbbruch;
+    ChangeGuard* m_guard;
     QWidget* m_content;
     QElapsedTimer m_building;
     qint64 m_lastYield = 0;

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/forms/ContactMessages.h"
 #include "ui/import/AddressFrame.h"
@@ -113,6 +114,7 @@ void frmImportPb::saveOptions()
             m_remembered.classicHeadings[field] = headings.value(static_cast<qsizetype>(field));
     }
     transfer::SaveImportOptions(m_program.context.settings, m_remembered);
+    m_guard->keep();
 }
 
 } // namespace kalmo::ui

@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/StoragePaths.h"
 #include "app/Version.h"
+#include "ui/forms/ChangeGuard.h"
 #include "ui/import/AddressFrame.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/import/TextFrame.h"
@@ -83,6 +84,7 @@ void frmImportPb::takeFile(const QString& path)
     if (!isFine)
         tellFault(path, opened.fault);
     RebuildPreview();
+    m_guard->keep();
 }
 
 /// The file as the dialog opens it: as ANSI, line by line.
@@ -180,6 +182,7 @@ void frmImportPb::takeBook(const QString& path)
     app::SetLastInitDir(m_program.context, bookUse, path);
     m_addressFrame->showPath(path);
     RebuildPreview();
+    m_guard->keep();
 }
 
 bool frmImportPb::readBook(const QString& path)

@@ -213,6 +213,7 @@ void fraFFS::forget()
     m_lvwFFs->setNote({});
     m_listed.reset();
     m_freeBytes.reset();
+    m_ucFfsMem->forget();
     m_txtFFscDirAct->clear();
     m_thumbnails->forget();
 }

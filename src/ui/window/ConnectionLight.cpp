@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <utility>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -78,12 +80,15 @@ ConnectionLight::State ConnectionLight::state() const
     return m_line.isSilent() ? State::Silent : State::Connected;
 }
 
-/// For ports that go away while nothing runs.
+/// For ports that go away while nothing runs, and for advice after an operation that the phone left
+/// unanswered.
 void ConnectionLight::watch()
 {
-    const QString before = m_text->text();
     refresh();
-    if (m_search->isEnabled() && m_text->text() != before && state() == State::Gone)
+    if (!m_search->isEnabled())
+        return;
+    const State now = state();
+    if (std::exchange(m_told, now) != now && now != State::Connected)
         Q_EMIT lost(toolTip());
 }
 

@@ -28,7 +28,7 @@ public:
 
 Q_SIGNALS:
     void searchWanted();
-    void lost(const QString& advice); ///< the port or the phone has gone away while nothing ran
+    void lost(const QString& advice); ///< the phone does not answer, or the port is gone; nothing runs
 
 private:
     enum class State { Connected, Silent, Gone };
@@ -40,6 +40,7 @@ private:
     QLabel* m_text;
     QToolButton* m_search;
     bool m_isEmulated = false;
+    State m_told = State::Connected; ///< the last state that lost() was about
 };
 
 } // namespace kalmo::ui

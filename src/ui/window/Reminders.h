@@ -24,6 +24,7 @@ public:
 
     void showKind(Kind kind);
     void hideKind(Kind kind);
+    bool isShown(Kind kind) const { return m_shown.contains(kind); }
     void setShown(Kind kind, bool shown) { shown ? showKind(kind) : hideKind(kind); }
 
 private:

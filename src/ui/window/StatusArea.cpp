@@ -2,6 +2,8 @@
 
 #include "ui/window/ConnectionLight.h"
 
+#include <utility>
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -31,7 +33,7 @@ StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     addPermanentWidget(m_bar);
     addPermanentWidget(m_cancel);
     addPermanentWidget(m_connection);
-    connect(m_connection, &ConnectionLight::lost, this, &StatusArea::setText);
+    connect(m_connection, &ConnectionLight::lost, this, &StatusArea::showAdvice);
     connect(m_connection, &ConnectionLight::searchWanted, this, &StatusArea::searchWanted);
     // Otherwise the bar would grow and shrink with the button.
     setMinimumHeight(m_cancel->sizeHint().height() + 6);
@@ -72,6 +74,16 @@ void StatusArea::cancel()
 void StatusArea::showEmulated(bool isEmulated)
 {
     m_connection->showEmulated(isEmulated);
+}
+
+/// Keeps the sentence that says how the last operation has ended.
+void StatusArea::showAdvice(const QString& advice)
+{
+    QString before = m_text->Text();
+    before = before.remove(std::exchange(m_advice, advice)).trimmed();
+    const bool isResult = before.endsWith(u'.') && !before.endsWith(u"..."_s) && before != u"Bereit."_s;
+    m_text->SetText(isResult ? before + u' ' + advice : advice);
+    Q_EMIT connectionLost();
 }
 
 void StatusArea::showBytes(qint64 count)

@@ -33,6 +33,8 @@ public:
     /// Offers the button that cancels. It is shown while the operation keeps the window busy, and not pressed
     /// at first. The end of the operation takes the offer back.
     void offerCancel(bool offered);
+    /// Returns true if the user can stop what runs.
+    bool offersCancel() const { return m_offersCancel && isBusy(); }
     bool isBusy() const { return m_busy && m_busy->isBusy(); }
 
     /// Asks the running operation to stop. Does nothing if none runs that looks at the cancel box.
@@ -48,15 +50,19 @@ public:
 
 Q_SIGNALS:
     void becameIdle();
-    void searchWanted(); ///< the user wants the phone to be looked for again
+    void connectionLost(); ///< the phone does not answer any more, or the port is gone
+    void searchWanted();   ///< the user wants the phone to be looked for again
 
 private:
+    void showAdvice(const QString& advice);
+
     StatusLabel* m_text;
     ProgressStrip* m_bar;
     CancelCheck* m_cancel;
     ConnectionLight* m_connection;
     std::unique_ptr<WindowBusy> m_busy;
     bool m_offersCancel = false;
+    QString m_advice; // that is shown
 };
 
 } // namespace kalmo::ui

@@ -82,6 +82,8 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     connect(m_tvwNavi, &NaviTree::nodeClicked, this, &frmPB::tvwNavi_NodeClick);
     connect(m_sta, &StatusArea::searchWanted, this, &frmPB::wantSearch);
     connect(m_sta, &StatusArea::becameIdle, this, &frmPB::closeIfWanted, Qt::QueuedConnection);
+    connect(m_sta, &StatusArea::becameIdle, this, &frmPB::remindOfChannel);
+    connect(m_sta, &StatusArea::connectionLost, this, &frmPB::remindOfChannel);
     connect(m_panels, &QStackedWidget::currentChanged, this, &frmPB::giveCommands);
     new SecretWords(this, [this] { return m_sta->isBusy(); });
     goTo(nodes::Sponsors.toString());

@@ -142,6 +142,7 @@ private:
     void selectShownNode();
     bool isFilesInFront() const;
     bool isInDataMode() const;
+    void remindOfChannel();
     void firstShown();
 
     // Commands

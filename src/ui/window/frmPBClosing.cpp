@@ -4,6 +4,7 @@
 #include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "phonedata/BackupFiles.h"
+#include "ui/adaptors/QtDialogs.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/Reminders.h"
@@ -13,6 +14,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 namespace kalmo::ui {
@@ -86,21 +88,29 @@ void frmPB::askToInterrupt()
                                u"Soll der Vorgang abgebrochen und Kalmo beendet werden?"_s;
     m_closingBox = new QMessageBox(QMessageBox::Question, app::productName(), text,
                                    QMessageBox::Yes | QMessageBox::No, this);
-    m_closingBox->setTextFormat(Qt::PlainText);
-    m_closingBox->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_closingBox->setObjectName(u"closingQuestion"_s);
+    const QPointer<QPushButton> stop =
+        m_sta->offersCancel() && !isWriting()
+            ? m_closingBox->addButton(u"Nur &abbrechen"_s, QMessageBox::ActionRole)
+            : nullptr;
+    dressBox(*m_closingBox, toolkit::Icon::Question);
     m_closingBox->setDefaultButton(QMessageBox::No);
+    m_closingBox->setEscapeButton(QMessageBox::No);
     m_closingBox->setAttribute(Qt::WA_DeleteOnClose);
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // the box is not busy
-    connect(m_sta, &StatusArea::becameIdle, m_closingBox, [box = m_closingBox.data()] {
+    connect(m_sta, &StatusArea::becameIdle, m_closingBox, [box = m_closingBox.data(), stop] {
         if (!box->isVisible())
             return;
         box->setText(u"Soll Kalmo beendet werden?"_s);
+        if (stop)
+            stop->hide();
         QGuiApplication::changeOverrideCursor(Qt::ArrowCursor); // the end of the operation has dropped it
     });
-    connect(m_closingBox, &QMessageBox::finished, this, [this](int answer) {
+    connect(m_closingBox, &QMessageBox::finished, this, [this, stop](int answer) {
         QGuiApplication::restoreOverrideCursor();
-        if (answer == QMessageBox::Yes)
+        if (stop && m_closingBox->clickedButton() == stop)
+            m_sta->cancel();
+        else if (answer == QMessageBox::Yes)
             stopForClosing();
     });
     m_closingBox->open();

@@ -110,6 +110,19 @@ bool frmPB::isInDataMode() const
     return m_program.line.mode() == link::LineMode::Data;
 }
 
+/// "Neu laden" opens a channel that was lost, and a port that is gone has none. A phone that keeps silent may
+/// still be in its data mode.
+void frmPB::remindOfChannel()
+{
+    if (!m_program.line.port().IsOpen() && m_reminders->isShown(Reminders::CloseFfs)) {
+        m_reminders->hideKind(Reminders::CloseFfs);
+        m_reminders->showKind(Reminders::NoMenu);
+    } else if (isFilesInFront() && isInDataMode() && !m_reminders->isShown(Reminders::CloseFfs)) {
+        m_reminders->showKind(Reminders::CloseFfs);
+        m_reminders->hideKind(Reminders::NoMenu);
+    }
+}
+
 /// The phone has to take AT commands before anything else is asked of it.
 bool frmPB::leaveFiles()
 {
