@@ -142,6 +142,8 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
 void frmImportPb::activateBook()
 {
     m_program.context.clock.WaitSeconds(pauseBeforeBook);
+    if (!isVisible()) // the user has closed it meanwhile
+        return;
     askForBook(false);
     const transfer::AddressBookFault fault = m_book.fault();
     if (!m_bookPath.isEmpty() && fault != transfer::AddressBookFault::None &&
@@ -191,10 +193,12 @@ bool frmImportPb::readBook(const QString& path)
     const bool isRead = m_book.OpenWab(path) && m_book.ReadAllContacts(m_program.context.clock.Now().date());
     m_book.CloseWap();
     endWork();
-    if (m_closeWanted)
+    if (m_closeWanted) {
         QDialog::reject();
+        return false;
+    }
     if (isRead || m_book.fault() == transfer::AddressBookFault::Stopped)
-        return isRead && !m_closeWanted;
+        return isRead;
     const bool isFolder = QFileInfo(path).isDir();
     QString reason = reasonOf(m_book.fault(), isFolder);
     const bool isOneFile = m_book.fault() == transfer::AddressBookFault::NotReadable ||
