@@ -9,7 +9,7 @@ using operations::RecordedList;
 
 namespace {
 
-QString inWords(RecordCause cause)
+QString germanFor(RecordCause cause)
 {
     switch (cause) {
     case RecordCause::Write:
@@ -62,7 +62,7 @@ QString inWords(RecordedList list)
 QString causeInWords(const QString& cause)
 {
     const auto known = operations::recordCauseOf(cause);
-    return known ? inWords(*known) : u"Geändert"_s;
+    return known ? germanFor(*known) : u"Geändert"_s;
 }
 
 QString differenceInWords(const operations::UndoDiff& diff)
