@@ -3,6 +3,7 @@
 #include "link/PhoneModels.h"
 #include "operations/EntryLines.h"
 #include "operations/PhoneIdentity.h"
+#include "operations/ReadingAge.h"
 #include "phonedata/ClassicPhonebook.h"
 
 #include <QHash>
@@ -37,8 +38,7 @@ UnnamedSounds unnamedSounds(const ListJob& job, const QByteArray& reply)
 
 bool stillHolds(const ListJob& job, const StoreContent& content)
 {
-    const qint64 age = content.since.secsTo(job.context().clock.Now()); // below 0 if the clock was set back
-    return content.certainty != Certainty::Unknown && age >= 0 && age <= readingHolds;
+    return content.certainty != Certainty::Unknown && isYoung(content.since, job.context().clock.Now());
 }
 
 /// Names the melodies of a list once more: they may have been read after the list.

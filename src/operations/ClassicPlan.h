@@ -9,10 +9,6 @@ namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
 
-/// Seconds for which a reading of a list holds while the user looks at it or thinks about a question.
-/// Meanwhile somebody may call, press the handset's own keys, or put another handset on the cable.
-inline constexpr qint64 readingHolds = 120;
-
 /// The differences between the programs that change a list.
 struct WritePolicy
 {

@@ -1,9 +1,9 @@
 #include "operations/ContactEdit.h"
 
 #include "app/Files.h"
-#include "operations/ClassicPlan.h"
 #include "operations/ContactFields.h"
 #include "operations/ContactFiles.h"
+#include "operations/ReadingAge.h"
 #include "operations/Records.h"
 #include "phonedata/BackupFiles.h"
 
@@ -123,8 +123,7 @@ Outcome ContactEdit::begin()
 /// Returns Cause::None if the reading still holds.
 Cause ContactEdit::renewReading()
 {
-    const qint64 age = m_readAt.secsTo(m_store->context().clock.Now()); // below 0 if the clock was set back
-    if (age >= 0 && age <= readingHolds)
+    if (isYoung(m_readAt, m_store->context().clock.Now()))
         return Cause::None;
     const auto reading = m_store->readCards(m_progress);
     if (!reading)

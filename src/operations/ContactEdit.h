@@ -62,8 +62,8 @@ public:
     /// Free places of the phone, nothing if it does not say.
     std::optional<int> freePlaces() const;
 
-    /// Makes the changes of a plan. If a question has taken
-    /// long, it reads the phonebook again before: another content is Cause::Doubtful, and nothing is sent.
+    /// Makes the changes of a plan; the record says `cause`. If a question has taken long, it reads the
+    /// phonebook again before: another content is Cause::Doubtful, and nothing is sent.
     ContactOutcome apply(const ContactPlan& plan, RecordCause cause);
 
     /// Ends the session, as going does.

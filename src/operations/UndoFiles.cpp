@@ -1,6 +1,6 @@
 #include "operations/UndoFiles.h"
 
-#include "operations/ClassicPlan.h"
+#include "operations/ReadingAge.h"
 
 namespace kalmo::operations {
 
@@ -71,9 +71,7 @@ Outcome UndoFiles::plan()
 /// Cause::None if the plan still holds.
 Cause UndoFiles::renewPlan()
 {
-    const qint64 age =
-        m_readAt.secsTo(m_client->line().context().clock.Now()); // below 0 if the clock was set back
-    if (age >= 0 && age <= readingHolds)
+    if (isYoung(m_readAt, m_client->line().context().clock.Now()))
         return Cause::None;
     const PutBackPlan now = planPutBack(*m_access, record());
     if (now.cause != Cause::None)

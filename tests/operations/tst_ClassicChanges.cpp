@@ -3,6 +3,7 @@
 
 #include "operations/ClassicLists.h"
 #include "operations/PhoneSettings.h"
+#include "operations/ReadingAge.h"
 #include "operations/Records.h"
 #include "operations/Undo.h"
 #include "phonedata/RawReplies.h"
