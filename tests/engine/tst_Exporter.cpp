@@ -61,7 +61,7 @@ struct Export
     void expectLostLetters()
     {
         test.dialogs.expect(
-            {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: 3. An ihrer Stelle steht „?“.\n"
+            {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: 3. An ihrer Stelle steht \"?\".\n"
                      u"Dateien für Excel (.xlsx) und Word (.docx) nehmen sie auf."_s,
              .icon = Icon::Exclamation});
     }

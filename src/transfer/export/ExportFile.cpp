@@ -139,7 +139,7 @@ bool writeExportFile(app::Context& context, const ExportFile& file, const MakeCo
 
 toolkit::Message lostLetters(qsizetype count)
 {
-    return {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: %1. An ihrer Stelle steht „?“.\n"
+    return {.text = u"Buchstaben, die es in dieser Art Datei nicht gibt: %1. An ihrer Stelle steht \"?\".\n"
                     u"Dateien für Excel (.xlsx) und Word (.docx) nehmen sie auf."_s.arg(count),
             .icon = Icon::Exclamation,
             .english =

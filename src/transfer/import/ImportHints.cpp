@@ -28,7 +28,7 @@ constexpr std::array<HintText, hintKindCount> hintTexts = {{
      u"the line of headings would be imported", u"--skip-heading"},
     {u"columns", u"Keine Spalte mit Telefonnummern erkannt, bitte wählen Sie die Spalten", u"",
      u"no column of numbers was recognised; name one by --number or --home, --mobile, --work", u""},
-    {u"zero", u"Nummern mit „(0)“ würden falsch gewählt", u"„(0)“ entfernen",
+    {u"zero", u"Nummern mit \"(0)\" würden falsch gewählt", u"\"(0)\" entfernen",
      u"numbers with \"(0)\" would be dialled wrongly", u"--drop-zero"},
     {u"extensions", u"Nummern mit Durchwahl werden zu einer langen Nummer", u"",
      u"extensions become part of the number", u""},

@@ -116,8 +116,7 @@ QString doubtInWords(operations::Undo::Doubt doubt)
     switch (doubt) {
     case Doubt::OtherCount:
         return u"Das Telefon nennt eine andere Anzahl von Kontakten, als es sendet: Was es jetzt enthält, "
-               u"ist nicht sicher "
-               u"bekannt."_s;
+               u"ist nicht sicher bekannt."_s;
     case Doubt::NoCount:
         return u"Das Telefon hat nicht mitgeteilt, wie viele Kontakte es enthält."_s;
     case Doubt::Disturbed:
@@ -143,8 +142,7 @@ QString openRecordInWords()
 QString uncomparedInWords()
 {
     return u"Das Telefon hat jede Änderung bestätigt. Danach konnte es nicht vollständig zur Kontrolle "
-           u"gelesen "
-           u"werden. Bitte vergleichen Sie den Stand noch einmal."_s;
+           u"gelesen werden. Bitte vergleichen Sie den Stand noch einmal."_s;
 }
 
 QString momentInWords(const QDateTime& moment)

@@ -1,4 +1,5 @@
 // The upload panel's line about sizes: bytes and length of what is selected, and the room that it leaves.
+
 #include "app/mdlKonverter.h"
 #include "ui/controls/TrimChoice.h"
 #include "ui/forms/frmMmcOpenControls.h"

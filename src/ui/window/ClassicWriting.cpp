@@ -122,11 +122,10 @@ CommandResult tellResult(const operations::ListJob& job, const operations::ListO
         tell(job.context(), notSentText(result), Icon::Exclamation);
         return CommandResult::Failed;
     }
-    if (outcome.cause == Cause::Mismatch || !result.isConfirmed()) {
-        // A list that was clean before the write differs from the phone now too.
-        if (outcome.state != operations::State::Unchanged)
-            phonedata::setDirty(job.memory, job.store, true);
-    }
+    // A list that was clean before the write differs from the phone now too.
+    const bool isSure = outcome.cause != Cause::Mismatch && result.isConfirmed();
+    if (!isSure && outcome.state != operations::State::Unchanged)
+        phonedata::setDirty(job.memory, job.store, true);
     if (outcome.cause == Cause::Mismatch) {
         tell(job.context(), uncheckedWriteText(result, files), Icon::Exclamation);
         return CommandResult::Failed;
