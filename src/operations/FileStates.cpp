@@ -120,36 +120,12 @@ bool restoreRights(FileAccess& access, const FileState& wanted, const tObxDirEnt
                                      false);
 }
 
-void bringBack(FileAccess& access, const FileState& old, FileOutcome& outcome)
-{
-    const QString name = old.path.name();
-    const PhonePath folder = old.path.folder();
-    outcome.isOldLost = true;
-    outcome.state = State::Unknown;
-    if (!access.canSend())
-        return;
-    const obex::clsMmc::Quiet quiet(access.client());
-    if (!access.enter(folder) || (outcome.mayHoldPart && !access.client().Del(name, {})))
-        return;
-    const bool isConfirmed = access.client().PutBytes({name, old.bytes, old.modified}, {});
-    const auto listing = access.look(folder);
-    outcome.mayHoldPart = !listing || findEntry(*listing, name);
-    if (!listing || !access.showsWhole(*listing, {name, old.bytes.size(), isConfirmed}))
-        return;
-    if (!restoreRights(access, old, *findEntry(*listing, name)))
-        return;
-    outcome.isOldLost = false;
-    outcome.isOldBack = true;
-    outcome.mayHoldPart = false;
-    outcome.state = State::Unchanged;
-}
-
 std::optional<FileState> readState(FileAccess& access, const PhonePath& path, const tObxDirEntry* entry,
                                    FileOutcome& outcome)
 {
-    FileState state{.path = path};
     if (!entry)
-        return state;
+        return FileState{.path = path};
+    FileState state{.path = path.folder().below(entry->name)};
     state.kind = entry->isFile() ? FileState::Kind::File : FileState::Kind::Folder;
     state.modified = entry->modified;
     state.userPerm = entry->userPerm;

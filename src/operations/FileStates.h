@@ -34,11 +34,6 @@ QString rightsText(int permissions);
 /// reported by the client.
 bool restoreRights(FileAccess& access, const FileState& wanted, const obex::tObxDirEntry& entry);
 
-/// Puts a file back that was deleted for another one which the phone did not take. A part of that one, by
-/// `mayHoldPart`, is deleted first. Shows no box. The state in `outcome` is Unchanged if the phone lists the
-/// file as it was; otherwise it is Unknown, and the old file counts as lost.
-void bringBack(FileAccess& access, const FileState& old, FileOutcome& outcome);
-
 /// State of a place by its entry in the listing of its folder, null where the phone has none. Reads the
 /// file's bytes. Nothing if they can't be read, or if fewer or more came than the phone lists; the former has
 /// been reported by the client, and the reason is in `outcome`.

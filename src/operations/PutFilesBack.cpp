@@ -1,6 +1,7 @@
 #include "operations/PutFilesBack.h"
 
 #include "operations/FolderChanges.h"
+#include "operations/ReplaceFile.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -33,50 +34,6 @@ bool hasRights(FileAccess& access, const FileState& wanted)
     return entry && entry->userPerm == wanted.userPerm && entry->groupPerm == wanted.groupPerm;
 }
 
-/// Deletes the file that is in a recorded file's place. After a failure it is there again with its rights, if
-/// the phone allows that.
-bool removeOld(FileAccess& access, const FileState& old, FileOutcome& outcome)
-{
-    if (access.client().Del(old.path.name(), access.progress(), nullptr, false, true))
-        return true;
-    access.blame(outcome);
-    const auto listing = access.look(old.path.folder());
-    const tObxDirEntry* entry = listing ? findEntry(*listing, old.path.name()) : nullptr;
-    if (listing && !entry)
-        bringBack(access, old, outcome);
-    else if (entry)
-        restoreRights(access, old, *entry); // force has changed them
-    return false;
-}
-
-/// Sends a recorded file. The one that it replaces comes back if the phone does not take it.
-bool sendFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
-{
-    const FileState& wanted = place.wanted;
-    const QString name = wanted.path.name();
-    const bool isReplaced = place.now.kind == Kind::File;
-    if (isReplaced && !removeOld(access, place.now, outcome))
-        return false;
-    clsMmc::PutReport report;
-    outcome.isConfirmed =
-        access.client().PutBytes({name, wanted.bytes, wanted.modified}, access.progress(), &report);
-    if (!outcome.isConfirmed && !report.stoppedEarly)
-        access.blame(outcome);
-    const bool isRefused = outcome.cause == Cause::PhoneRefused && !report.mayHoldPart;
-    const auto listing = access.look(wanted.path.folder());
-    if (listing && access.showsWhole(*listing, {name, wanted.bytes.size(), outcome.isConfirmed}) &&
-        !isRefused)
-        return true;
-    if (outcome.cause == Cause::None)
-        outcome.cause = listing ? Cause::Mismatch : access.cause();
-    outcome.mayHoldPart =
-        listing ? findEntry(*listing, name) != nullptr : !outcome.isConfirmed && report.mayHoldPart;
-    outcome.isOldLost = isReplaced && (listing || !outcome.isConfirmed);
-    if (listing && isReplaced)
-        bringBack(access, place.now, outcome);
-    return false;
-}
-
 /// Sends a file with its old content, time and rights. Returns true if the listing shows it.
 bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outcome)
 {
@@ -84,9 +41,11 @@ bool putFile(FileAccess& access, const PlaceToPutBack& place, FileOutcome& outco
     if (!enterOrMake(access, wanted.path.folder()))
         return false;
     const bool isSame = place.now.kind == Kind::File && place.now.bytes == wanted.bytes;
-    if (!isSame && !sendFile(access, place, outcome))
-        return false;
-    outcome.cause = Cause::None; // the listing has the last word
+    if (!isSame) {
+        outcome = replaceFile(access, place.now, wanted, OldFile::Forced);
+        if (outcome.state != State::Done)
+            return false;
+    }
     const auto listing = access.look(wanted.path.folder());
     const tObxDirEntry* entry = listing ? findEntry(*listing, wanted.path.name()) : nullptr;
     return entry && restoreRights(access, wanted, *entry) && hasRights(access, wanted);

@@ -3,7 +3,7 @@
 #include "app/Files.h"
 #include "app/SafeLocalName.h"
 #include "obex/ObexFrames.h"
-#include "operations/FileStates.h"
+#include "operations/ReplaceFile.h"
 #include "phonedata/BackupFiles.h"
 
 #include <QFileInfo>
@@ -15,7 +15,6 @@
 namespace kalmo::operations {
 
 using namespace Qt::StringLiterals;
-using obex::clsMmc;
 using obex::PhonePath;
 
 namespace {
@@ -72,9 +71,7 @@ private:
     bool saveOld(size_t index);
     bool copyOld(size_t index);
     bool record();
-    bool removeOld(size_t index);
     void send(size_t index);
-    void judge(size_t index, const clsMmc::PutReport& report);
     void finish();
     bool isLeftOut(size_t index) const;
 
@@ -137,83 +134,21 @@ bool Sender::record()
     return !m_recordId.isEmpty();
 }
 
-/// Deletes the file that is to be replaced, since phones do not write over one. Without an answer the
-/// listing decides.
-bool Sender::removeOld(size_t index)
-{
-    const PlannedFile& file = m_plan.files[index];
-    FileOutcome& result = m_results[index];
-    if (m_access.client().Del(file.replaced->name, m_access.progress()))
-        return true;
-    m_access.blame(result);
-    if (!m_access.client().wasLastSent() || result.cause == Cause::PhoneRefused)
-        return false;
-    const auto listing = m_access.look(m_plan.folder);
-    const bool isGone = listing && !findEntry(*listing, file.path.name());
-    if (isGone)
-        bringBack(m_access, *m_olds[index], result);
-    else if (!listing)
-        result.state = State::Unknown;
-    return false;
-}
-
 void Sender::send(size_t index)
 {
     const PlannedFile& file = m_plan.files[index];
     FileOutcome& result = m_results[index];
-    QByteArray bytes;
+    FileState wanted{.path = file.path, .kind = FileState::Kind::File};
     if (file.file.bytes) {
-        bytes = *file.file.bytes;
-    } else if (!app::readWholeFile(file.file.localPath, bytes)) {
+        wanted.bytes = *file.file.bytes;
+    } else if (!app::readWholeFile(file.file.localPath, wanted.bytes)) {
         result.cause = Cause::NotRead;
         result.code = obex::ReadFailed;
         return;
     }
-    if (!m_access.enter(m_plan.folder)) {
-        m_access.blame(result);
-        return;
-    }
-    if (file.replaced && !removeOld(index))
-        return;
-    clsMmc::PutReport report;
-    const clsMmc::PutObject object{.name = file.path.name(), .bytes = bytes, .modified = {}};
-    result.isConfirmed = m_access.client().PutBytes(object, m_access.progress(), &report);
-    if (!result.isConfirmed && !report.stoppedEarly)
-        m_access.blame(result);
-    judge(index, report);
-}
-
-/// Compares with the listing, which has the last word.
-void Sender::judge(size_t index, const clsMmc::PutReport& report)
-{
-    const PlannedFile& file = m_plan.files[index];
-    FileOutcome& result = m_results[index];
-    const QString name = file.path.name();
-    const bool isConfirmed = result.isConfirmed;
-    const auto listing = isConfirmed ? m_access.list(m_plan.folder) : m_access.look(m_plan.folder);
-    const bool isRefused = result.cause == Cause::PhoneRefused && !report.mayHoldPart;
-    if (listing && m_access.showsWhole(*listing, {name, file.size, isConfirmed}) && !isRefused) {
-        result = {
-            .state = State::Done, .isConfirmed = isConfirmed, .isVerified = true, .savedIn = result.savedIn};
-        return;
-    }
-    const bool isThere = listing && findEntry(*listing, name);
-    result.mayHoldPart = listing ? isThere : !isConfirmed && report.mayHoldPart;
-    if (!listing) {
-        const bool mayBeThere = isConfirmed || report.mayHoldPart || report.stoppedEarly;
-        result.state = mayBeThere || file.replaced ? State::Unknown : State::Unchanged;
-        if (result.cause == Cause::None)
-            m_access.blame(result);
-        if (m_access.isStopped())
-            result.cause = Cause::Interrupted;
-        result.isOldLost = file.replaced && !isConfirmed;
-        return;
-    }
-    if (result.cause == Cause::None)
-        result.cause = Cause::Mismatch;
-    result.state = isThere ? State::Unknown : State::Unchanged;
-    if (file.replaced)
-        bringBack(m_access, *m_olds[index], result);
+    const QString copy = result.savedIn;
+    result = replaceFile(m_access, *m_olds[index], wanted, OldFile::AsAllowed);
+    result.savedIn = copy;
 }
 
 void Sender::finish()

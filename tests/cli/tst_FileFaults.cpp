@@ -12,7 +12,7 @@
 
 namespace {
 
-using Tree = std::map<QString, QString>; // by lower-case path, content with rights and time
+using Tree = std::map<QString, QString>; // by lower-case path, content with rights, time and name
 
 void addTo(Tree& tree, const handset::FileNode& folder, const QString& path)
 {
@@ -20,7 +20,7 @@ void addTo(Tree& tree, const handset::FileNode& folder, const QString& path)
         const QString place = path + u'/' + node->name.toLower();
         const QString content = node->isFolder ? u"folder"_s : QString::fromLatin1(node->content.toHex());
         const QString time = node->isFolder ? QString() : node->modified.toString(Qt::ISODate);
-        tree[place] = content + u' ' + node->user + u'/' + node->group + u' ' + time;
+        tree[place] = content + u' ' + node->user + u'/' + node->group + u' ' + time + node->name;
         addTo(tree, *node, place);
     }
 }
@@ -42,6 +42,7 @@ std::unique_ptr<Handset> makeHandset(const QString& model)
 {
     auto handset = std::make_unique<Handset>(handset::Options{.model = model, .maxPacket = 1000});
     handset->file(u"Liesmich.txt"_s, QByteArray(2500, 'n'));
+    handset->file(u"LIESMICH.txt"_s, QByteArray(2500, 'n')); // a name that the phone has in other letters
     handset->file(u"neu.txt"_s, QByteArray(1500, 'n'));
     handset->file(u"Piep.wav"_s, QByteArray(2500, 'n'));
     return handset;
@@ -91,7 +92,7 @@ private:
 void tst_FileFaults::anyFaultAtAnyRequest_data()
 {
     QTest::addColumn<QString>("line");
-    for (const char* line : {"put neu.txt --to Sounds", "put Liesmich.txt", "rm Liesmich.txt Sounds/Piep.wav",
+    for (const char* line : {"put neu.txt --to Sounds", "put LIESMICH.txt", "rm Liesmich.txt Sounds/Piep.wav",
                              "rm --force Sounds/Gong.mid", "mkdir Pictures/a/b", "mv Liesmich.txt Sounds/",
                              "attr Sounds/Gong.mid rw"})
         QTest::newRow(line) << u"files "_s + QString::fromLatin1(line);
