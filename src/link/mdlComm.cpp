@@ -240,10 +240,35 @@ QByteArray Line::cutAnswer(const QByteArray& buffer, qsizetype commandLength, bo
     return payload;
 }
 
+void Line::owe(const QByteArray& command, double seconds)
+{
+    m_owed = command;
+    m_owedPause = seconds;
+}
+
+bool Line::payOwed()
+{
+    if (m_owed.isEmpty() || m_waiting || m_mode != LineMode::Text || !m_port.IsOpen())
+        return true;
+    Tx(m_owed);
+    pause(m_owedPause);
+    QByteArray answer;
+    if (Rx(answer, m_owed, m_owedPause))
+        m_owed.clear();
+    return m_owed.isEmpty() || m_failure == RxFailure::Refused;
+}
+
 bool Line::exchange(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
 {
+    if (!payOwed()) {
+        answer.clear();
+        return false;
+    }
     Tx(command);
-    return Rx(answer, command, timeout, keepTail);
+    const bool isTaken = Rx(answer, command, timeout, keepTail);
+    if (isTaken)
+        m_owed.clear(); // it was refused, and not needed
+    return isTaken;
 }
 
 void Line::RxError()

@@ -72,8 +72,13 @@ public:
     /// does not time out.
     bool Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
 
-    /// Does Tx and Rx.
+    /// Does Tx and Rx, after the command that is owed. If that gets no answer, fails and sends nothing else.
     bool exchange(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail = false);
+
+    /// Makes the next exchange send `command` first, and pause for `seconds` before it looks for the answer:
+    /// the phone may be in a state in which it takes no other command. It is settled when the phone takes it,
+    /// or refuses it but takes another one. An empty command withdraws it.
+    void owe(const QByteArray& command, double seconds);
 
     RxFailure lastFailure() const { return m_failure; }
 
@@ -132,6 +137,7 @@ public:
 private:
     bool isRefused(const QString& operation, std::initializer_list<LineMode> allowed) const;
     void settle();
+    bool payOwed();
     bool repeatAfterFailure(const QByteArray& command, int& attempts);
     QByteArray cutAnswer(const QByteArray& buffer, qsizetype commandLength, bool keepTail) const;
     void RxError();
@@ -147,6 +153,8 @@ private:
     bool m_echoed = false;
     bool m_lostAnswers = false;
     const toolkit::CancelBox* m_repeatStop = nullptr;
+    QByteArray m_owed; ///< a command, empty if none is owed
+    double m_owedPause = 0;
 };
 
 /// While it lives, a command that failed is not sent again once the box is checked.

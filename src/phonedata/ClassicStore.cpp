@@ -56,6 +56,8 @@ bool OpenStore(Line& line, Store store, const Progress& progress)
     progress.status(u"Öffne Telefonbuch...(Dauer: 3 Sekunden)"_s);
     QByteArray answer;
     const bool answered = line.exchange(answer, "AT^WSSL=" + quotedName(store) + '\r', openTimeout);
+    if (!answered && line.lostAnswers()) // it may be open all the same
+        line.owe(closeCommand(line.context().sy.PhoneType), closeTimeout);
     progress.status(u"Fertig"_s);
     return answered;
 }
@@ -71,7 +73,9 @@ bool CloseStore(Line& line, const Progress& progress)
     line.Tx(command);
     line.pause(closeTimeout);
     QByteArray answer;
-    return line.Rx(answer, command, closeTimeout);
+    const bool answered = line.Rx(answer, command, closeTimeout);
+    line.owe(answered ? QByteArray() : command, closeTimeout);
+    return answered;
 }
 
 bool EraseStore(Line& line, Store store, const Progress& progress)

@@ -27,7 +27,8 @@ struct StoreJob
     int phoneType() const { return context().sy.PhoneType; }
 };
 
-/// Each of these returns true if the phone answered. While a store is open no other command is sent.
+/// Each of these returns true if the phone answered. While a store is open no other command is sent: one
+/// that may have been opened by a lost command, or was not closed, is closed ahead of the next command.
 bool OpenStore(link::Line& line, Store store, const toolkit::Progress& progress);
 bool CloseStore(link::Line& line, const toolkit::Progress& progress);
 /// Erases a store and closes it; it closes the store after a failed erase too. Returns true if both

@@ -179,6 +179,7 @@ void tst_WriteCommands::writes()
              u"{\"backup\":\"B\",\"state\":\"done\",\"verified\":2,\"written\":2}"_s, {}, [=](Shell& shell) {
                  writing(shell);
                  shell.script.expect(added).refuse("AT\r");
+                 shell.script.expect("AT\r"); // once more ahead of the next command
                  shell.read({"1,A,1,1,9,02010304S", "1,C,1,3,0,"});
              });
     rows.add("the phone holds something else", u"--yes"_s, file, ExitFailed,

@@ -72,10 +72,6 @@ struct Bench
         port.handset().setFaults({});
         test.clock.WaitSeconds(10);
         port.Open({});
-        if (phone().phonebook.open || phone().providers.open) {
-            phonedata::CloseStore(line, {});
-            test.clock.WaitSeconds(5);
-        }
     }
 
     TestContext test;
@@ -115,6 +111,7 @@ private Q_SLOTS:
     void aPlanHoldsForALimitedTime();
     void ordersAndDoublesAreCompared();
     void undoWithoutMelodies();
+    void aStoreThatStayedOpenIsClosedFirst();
     void areaCodes();
     void clock();
     void doubtfulSettings();
@@ -214,6 +211,37 @@ void tst_ClassicChanges::undoWithoutMelodies()
     const int requests = bench.phone().faults.commands;
     QCOMPARE(again->compareWithKnown()->remove, undo->diff().add); // without a request
     QCOMPARE(bench.phone().faults.commands, requests);
+}
+
+/// A fault may leave the store open, in which a phone takes no other command than those of the store.
+void tst_ClassicChanges::aStoreThatStayedOpenIsClosedFirst()
+{
+    const Rows<SetFault> rows{
+        {"no more answers", [](Faults& faults, int at) { faults.silentAfter = at - 1; }},
+        {"an answer is late", [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 20; }},
+        {"the line drops", [](Faults& faults, int at) { faults.hangUpAt = at; }}};
+    int stayedOpen = 0;
+    rows.each([&](const auto& setFault) {
+        int requests = 1;
+        for (int at = 1; at <= requests; ++at) {
+            Bench bench;
+            Faults faults;
+            setFault(faults, at);
+            bench.port.handset().setFaults(faults);
+            bench.test.dialogs.agreeToAll({});
+            replace(bench);
+            requests = std::max(requests, bench.phone().faults.commands);
+            stayedOpen += bench.phone().phonebook.open ? 1 : 0;
+            bench.recover();
+            const QStringList violations = bench.port.handset().violations();
+            const ListPlan plan = planReplace(bench.job(), {}, {.reading = {.readings = 2}});
+            const QByteArray why = "at " + QByteArray::number(at);
+            QVERIFY2(plan.isRead(), why.constData());
+            QCOMPARE(bench.port.handset().violations(), violations);
+            QVERIFY2(!bench.phone().phonebook.open, why.constData());
+        }
+    });
+    QVERIFY(stayedOpen > 0);
 }
 
 void tst_ClassicChanges::areaCodes()

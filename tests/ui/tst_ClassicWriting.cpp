@@ -166,6 +166,7 @@ void tst_ClassicWriting::write()
     rows.add("the phone holds something else afterwards, and did not confirm the end", CommandResult::Failed,
              {ofList, ofPhone}, Certainty::Known, [](Desk& desk) {
                  desk.probe().erase().script.expectAll({firstWritten, secondWritten}).refuse("AT\r");
+                 desk.script.expect("AT\r"); // once more ahead of the next command
                  desk.readBack({"3,New,1,3,0,"})
                      .test.dialogs.expectStart(u"Das Telefon enthält nach dem Schreiben nicht, was "
                                                u"geschrieben wurde. Fehlende Einträge: 1, "
