@@ -67,6 +67,9 @@ RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(t
     connect(m_model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &RowsView::filtered);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSentence);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &RowsView::showSentence);
+    connect(this, &RowsView::filtered, this, &RowsView::showSentence);
 }
 
 void RowsView::setRows(ListRows& rows)
@@ -92,14 +95,27 @@ void RowsView::setPictureSize(int pixels)
 void RowsView::setPlaceholder(const QString& text)
 {
     m_placeholder = text;
-    setAccessibleDescription(text);
-    viewport()->update();
+    showSentence();
 }
 
 void RowsView::setNote(const QString& text)
 {
     m_note = text;
-    setAccessibleDescription(text.isEmpty() ? m_placeholder : text);
+    showSentence();
+}
+
+QString RowsView::sentence() const
+{
+    if (m_model->rowCount() > 0 && firstShown() < 0)
+        return QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.");
+    if (!m_note.isEmpty())
+        return m_note;
+    return m_model->rowCount() == 0 ? m_placeholder : QString();
+}
+
+void RowsView::showSentence()
+{
+    setAccessibleDescription(sentence());
     viewport()->update();
 }
 
@@ -123,11 +139,7 @@ int RowsView::bottomOfRows() const
 void RowsView::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    const bool isNothingFound = m_model->rowCount() > 0 && shownRows() == 0;
-    const QString text = isNothingFound      ? QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.")
-                         : !m_note.isEmpty() ? m_note
-                         : m_model->rowCount() == 0 ? m_placeholder
-                                                    : QString();
+    const QString text = sentence();
     const int margin = fontMetrics().height() * 2;
     const QRect place = viewport()->rect().adjusted(margin, bottomOfRows() + margin, -margin, 0);
     if (text.isEmpty() || place.isEmpty())

@@ -36,6 +36,9 @@ public:
     /// Text below the last row, and in place of the placeholder without rows. Empty for none.
     void setNote(const QString& text);
     QString note() const { return m_note; }
+    /// Text that is shown now, in the place of the rows or below them; empty for none. Screen readers read it
+    /// as the description of the list.
+    QString sentence() const;
     /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
@@ -80,6 +83,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    void showSentence();
     void sortByHeader(int column);
     void hideUnmatched(int first, int last);
     void dropHiddenCurrent();
