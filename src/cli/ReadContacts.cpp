@@ -91,7 +91,7 @@ QString countDoubt(const ContactReading& reading)
     if (!reading.info)
         return u"the phone does not say how many contacts it holds"_s;
     return u"the phone says that it holds %1, but sent %2"_s.arg(reading.info->intBelegt)
-        .arg(std::max(reading.cards.upperBound - 1, 0));
+        .arg(reading.arrived());
 }
 
 ExitStatus readPhoneContacts(Job& job, std::optional<ContactReading>& reading)

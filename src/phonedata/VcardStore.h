@@ -3,6 +3,7 @@
 #include "obex/clsMmcOperation.h"
 #include "phonedata/IrmcItems.h"
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -14,6 +15,8 @@ struct ContactReading
     VcfCards cards;
     std::optional<tVcfInfo> info; ///< nothing where "info.log" could not be read
 
+    /// Contacts that came, without the phone's own card, which comes before them.
+    int arrived() const { return std::max(cards.upperBound - 1, 0); }
     /// Returns true if as many cards came as the phone counts, or if it does not say how many there are. That
     /// is enough to show the contacts.
     bool isWhole() const { return !info || cards.isWhole(info->intBelegt); }

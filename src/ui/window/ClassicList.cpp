@@ -108,6 +108,9 @@ void ClassicList::read()
     }
     if (result != CommandResult::Done && isWhole) { // the phone did not confirm the end
         Q_EMIT stateChanged(ListState::Read);
+        m_parts.progress.panel->SetText(
+            u"%1 gelesen. Das Telefon hat das Ende des Lesens nicht bestätigt."_s.arg(
+                entryCount(m_rows->count())));
         return;
     }
     if (result != CommandResult::Done) {
@@ -127,6 +130,9 @@ void ClassicList::keepAfterFailure(std::vector<toolkit::ListRow> before)
         if (m_rows->count() == 0)
             m_origin.forget();
         Q_EMIT stateChanged(ListState::Failed);
+        m_parts.progress.panel->SetText(m_rows->count() == 0
+                                            ? u"Die Liste konnte nicht gelesen werden."_s
+                                            : u"Das Lesen ist fehlgeschlagen. Die Liste ist, wie sie war."_s);
         return;
     }
     m_rows->clear();

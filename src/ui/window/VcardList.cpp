@@ -25,11 +25,35 @@ QString contactCount(qsizetype count)
     return count == 1 ? u"1 Kontakt"_s : u"%1 Kontakte"_s.arg(count);
 }
 
-std::pair<ListState, QString> endOfReading(CommandResult result, int count)
+/// `reading` is that of the `count` rows, null where its cards were changed since.
+QString countInWords(int count, const phonedata::ContactReading* reading)
 {
+    if (!reading || reading->isConfirmed())
+        return u"%1 gelesen."_s.arg(contactCount(count));
+    if (!reading->info)
+        return u"%1 gelesen. Das Telefon nennt keine Anzahl."_s.arg(contactCount(count));
+    const int counted = reading->info->intBelegt;
+    if (reading->arrived() < counted)
+        return u"%1 von %2 gelesen. Das Telefon nennt mehr, als es gesendet hat."_s.arg(reading->arrived())
+            .arg(counted == 1 ? u"1 Kontakt"_s : u"%1 Kontakten"_s.arg(counted));
+    return u"%1 gelesen. Das Telefon nennt nur %2."_s.arg(contactCount(reading->arrived())).arg(counted);
+}
+
+struct ReadingEnd
+{
+    ListState state;
+    QString sentence;
+};
+
+ReadingEnd endOfReading(CommandResult result, const phonedata::VcardStore& store)
+{
+    const phonedata::ContactReading* reading = store.lastReading();
+    const int shown = store.list()->count();
     switch (result) {
-    case CommandResult::Done:
-        return {ListState::Read, u"%1 gelesen."_s.arg(contactCount(count))};
+    case CommandResult::Done: {
+        const bool areAllMissing = shown == 0 && reading && !reading->isWhole();
+        return {areAllMissing ? ListState::Failed : ListState::Read, countInWords(shown, reading)};
+    }
     case CommandResult::Cancelled:
         return {ListState::Cancelled, u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s};
     case CommandResult::Refused:
@@ -37,7 +61,7 @@ std::pair<ListState, QString> endOfReading(CommandResult result, int count)
     case CommandResult::Failed:
         break;
     }
-    return {ListState::Failed, {}};
+    return {ListState::Failed, u"Die Liste konnte nicht gelesen werden."_s};
 }
 
 /// Saves in the format of the file's ending. The described format is the .csv of all other names.
@@ -120,18 +144,18 @@ void VcardList::refresh()
     if (result == CommandResult::Cancelled) { // what was on screen is as good as before
         m_rows->clear();
         m_rows->addAll(std::move(before));
-    } else {
-        m_isKnown = result == CommandResult::Done;
     }
-    const auto [state, sentence] = endOfReading(result, m_rows->count());
-    Q_EMIT stateChanged(state);
-    report(sentence);
+    const ReadingEnd end = endOfReading(result, *m_store);
+    if (result != CommandResult::Cancelled)
+        m_isKnown = end.state == ListState::Read;
+    Q_EMIT stateChanged(end.state);
+    report(end.sentence);
 }
 
 /// Shows how an operation has ended, after the steps of the line.
 void VcardList::report(const QString& sentence)
 {
-    if (!sentence.isEmpty() && m_parts.progress.panel)
+    if (m_parts.progress.panel)
         m_parts.progress.panel->SetText(sentence);
 }
 
