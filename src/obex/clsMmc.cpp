@@ -47,7 +47,7 @@ int clsMmc::noted(int code)
 
 void clsMmc::ErrMsg(int code)
 {
-    const bool isOwnWish = code == Cancelled && m_stopAsked;
+    const bool isOwnWish = code == Cancelled;
     const bool isLoss = code == Timeout && (m_showsTimeoutsOnce || !m_line.port().IsOpen());
     const bool isTold = isLoss && std::exchange(m_lossTold, true);
     const bool isToShow = !isOwnWish && !isTold && !m_quiet;

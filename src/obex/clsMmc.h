@@ -199,7 +199,8 @@ public:
 
     /// Writes a line of the debug log.
     void log(const QString& tag, const QString& text) const;
-    /// Shows the text of a code. A lost port is reported once in an operation, for all its parts together.
+    /// Shows the text of a code, but none for the user's own wish. A lost port is reported once in an
+    /// operation, for all its parts together.
     void ErrMsg(int code);
     /// Logs the decoding of a text by UFT8Dec, and shows that it ended in the middle of a letter.
     void noteDecoding(bool endsBroken);

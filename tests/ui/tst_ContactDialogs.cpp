@@ -111,10 +111,7 @@ void ContactDialogs::escapeStopsASave()
         QTest::keyClick(&made.form, Qt::Key_Escape);
         shown = status.text();
     });
-    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
-                u"Vorzeitiger Abbruch durch den Benutzer."_s,
-                u"Kalmo"_s, Icon::Exclamation);
-    made.save();
+    made.save(); // and no box
     QVERIFY(shown.startsWith(u"Wird abgebrochen"_s));
     QCOMPARE(status.text(), u"Abgebrochen. Im Telefon wurde nichts geändert."_s);
     QVERIFY(made.form.isVisible() && made.changed.isEmpty());

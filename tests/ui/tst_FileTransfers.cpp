@@ -161,7 +161,7 @@ void FileTransfers::aBrokenUploadHasOneBox()
          {.refuseAt = 9},
          failureWords(0xC3) + u"\n\nZum Telefon übertragen:\n1.L22\n\nNicht übertragen:\n2.L22\n3.L22"_s,
          u" s. 2 nicht gesendet."_s},
-        {"wish", {}, failureWords(obex::Cancelled), u" s. 2 nicht gesendet (abgebrochen)."_s},
+        {"wish", {}, QString(), u" s. 2 nicht gesendet (abgebrochen)."_s},
     };
     rows.each([](const auto& faults, const auto& box, const auto& end) {
         FilePanel made(u"Sounds"_s, {}, u"SL450HX"_s);
@@ -177,7 +177,8 @@ void FileTransfers::aBrokenUploadHasOneBox()
         };
         if (end.contains(u"abgebrochen"_s))
             stopInTheSecond();
-        made.expect(box);
+        if (!box.isEmpty())
+            made.expect(box);
         made.press("open");
         QVERIFY2(made.status().startsWith(u"1.L22 gesendet, "_s) && made.status().endsWith(end),
                  qPrintable(made.status()));

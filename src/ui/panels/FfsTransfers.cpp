@@ -196,8 +196,6 @@ public:
     {
     }
 
-    bool isSending() const { return m_isSending; }
-
     void saving(const PlannedFile& file)
     {
         if (!std::exchange(m_isSaving, true))
@@ -268,9 +266,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     report.sent.leftOut += leftOut;
     report.sent.isStopped = access.isStopped();
     tellOpenRecord(*mmc, access);
-    // The client reports an upload that the user stops; before that his wish needs no box.
-    const bool isWish = failure.code() == obex::Cancelled && !stages.isSending();
-    if (const QString text = report.text(isWish ? 0 : failure.code(), files.size() > 1); !text.isEmpty())
+    if (const QString text = report.text(failure.code(), files.size() > 1); !text.isEmpty())
         tell(*mmc, text, Icon::Exclamation);
     display.conclude(sentenceOf(report.sent));
     return !report.hasFailed();
