@@ -5,6 +5,7 @@
 #include "media/PictureConversion.h"
 #include "media/SoundConversion.h"
 #include "media/SourceFile.h"
+#include "obex/PhonePath.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -48,7 +49,7 @@ PreparedFile prepareSound(app::Context& context, const QString& source, const Up
 
 bool hasName(const QString& path)
 {
-    return !QFileInfo(nameAsSent(path)).completeBaseName().isEmpty();
+    return !QFileInfo(obex::nameAsSent(path)).completeBaseName().isEmpty();
 }
 
 } // namespace

@@ -138,9 +138,4 @@ QString convertedName(const QString& source, const QString& extension)
     return name + u'.' + extension;
 }
 
-QString nameAsSent(const QString& path)
-{
-    return QFileInfo(path).fileName().remove(u',').remove(u';');
-}
-
 } // namespace kalmo::media

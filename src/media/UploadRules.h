@@ -52,7 +52,4 @@ int bitmapDepth(int phoneType);
 /// melody, and the new extension ("jpg", "bmp", "722" or "mid").
 QString convertedName(const QString& source, const QString& extension);
 
-/// The name of a file in the phone, without "," and ";": phones can't handle them.
-QString nameAsSent(const QString& path);
-
 } // namespace kalmo::media

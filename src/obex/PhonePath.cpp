@@ -59,6 +59,11 @@ bool PhonePath::isSamePlace(const PhonePath& other) const
     return shown().compare(other.shown(), Qt::CaseInsensitive) == 0;
 }
 
+QString nameAsSent(QString name)
+{
+    return name.remove(u',').remove(u';');
+}
+
 bool endsInSlash(const QString& text)
 {
     return text.endsWith(u'/') || text.endsWith(u'\\');

@@ -39,6 +39,9 @@ private:
     QStringList m_parts;
 };
 
+/// The name under which a file goes to the phone: without "," and ";", which phones can't handle.
+QString nameAsSent(QString name);
+
 /// Returns true if the user's words name a folder by a slash at their end.
 bool endsInSlash(const QString& text);
 

@@ -131,8 +131,8 @@ public:
     bool GetSpaceTotalMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
     bool GetSpaceFreeMmc(qint32& bytes, const toolkit::Progress& progress, bool useCache = false);
 
-    /// Search the last listing, without regard to case. Show nothing. The first is part of the described
-    /// interface.
+    /// Search the last listing, without regard to case. Show nothing. The first two are part of the
+    /// described interface.
     bool IsFileInActDir(const QString& name) const;
     bool GetFileSizeInActDir(const QString& name, qint32& size) const;
     bool GetTimeStampFromFileInActDir(const QString& name, QDateTime& moment) const;

@@ -4,6 +4,7 @@
 #include "app/Version.h"
 #include "obex/cFileSystemTimes.h"
 #include "obex/clsMmcOperation.h"
+#include "obex/PhonePath.h"
 
 #include <QFileInfo>
 #include <QScopedValueRollback>
@@ -28,12 +29,6 @@ int readForUpload(const QString& path, QByteArray& body)
     if (QFileInfo(path).size() > largestObject)
         return TooMuchData;
     return app::readWholeFile(path, body) ? 0 : ReadFailed;
-}
-
-/// A name that the phones can handle.
-QString nameWithoutSeparators(QString name)
-{
-    return name.remove(u',').remove(u';');
 }
 
 } // namespace
@@ -152,7 +147,7 @@ bool clsMmc::put(const QString& localPath, const PutObject& object, int readCode
     Busy busy(*this);
     m_wasLastSent = false;
     m_progress.status(u"Übertrage "_s + object.name + u"..."_s);
-    const QString name = nameWithoutSeparators(object.name);
+    const QString name = nameAsSent(object.name);
     int value = 1;
     int maximum = 1;
     int code = readCode;

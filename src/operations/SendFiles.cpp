@@ -40,8 +40,8 @@ FileObstacle obstacleOf(const PlannedFile& planned)
 
 PlannedFile planOne(const PhonePath& folder, const FileToSend& file)
 {
-    QString name = file.name.isEmpty() ? QFileInfo(file.localPath).fileName() : file.name;
-    name.remove(u',').remove(u';');
+    const QString name =
+        obex::nameAsSent(file.name.isEmpty() ? QFileInfo(file.localPath).fileName() : file.name);
     const qint64 size = file.bytes ? file.bytes->size() : QFileInfo(file.localPath).size();
     PlannedFile planned{.file = file, .path = folder.below(name), .size = size};
     planned.obstacle = obstacleOf(planned);

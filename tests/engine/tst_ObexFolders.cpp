@@ -80,6 +80,8 @@ void tst_ObexFolders::listing()
         QCOMPARE(rows.count(), 4);
         QVERIFY(rows.indexOfKey(u"FIL_Grüße.txt"_s) >= 0);
         QVERIFY(client.mmc->IsFileInActDir(u"GRÜßE.TXT"_s) && !client.mmc->IsFileInActDir(u"Pics"_s));
+        qint32 size = 0;
+        QVERIFY(client.mmc->GetFileSizeInActDir(u"grüße.txt"_s, size) && size == 10);
         QCOMPARE(client.events, (QStringList{u"BusyOn"_s, u"BytesRxed 0"_s, u"BusyOff"_s}));
         QCOMPARE(client.progress.panel.texts,
                  (QStringList{u"Verzeichnis wird ausgelesen..."_s, u"Verzeichnis ausgelesen."_s}));

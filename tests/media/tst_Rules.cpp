@@ -70,20 +70,16 @@ private Q_SLOTS:
 
     void namesAreCut()
     {
-        const Rows<QString, QString, QString, QString> rows{
-            {"short", u"/a/b.WAV"_s, u"722"_s, u"b.722"_s, u"b.722"_s},
-            {"a melody of twenty", u"/a/abcdefghijklmnopqrst.mid"_s, u"mid"_s, u"abcdefghijkl.mid"_s,
-             u"abcdefghijkl.mid"_s},
-            {"a sound of twenty", u"/a/abcdefghijklmnopqrst.mp3"_s, u"722"_s, u"abcdefghijklmnop.722"_s,
-             u"abcdefghijklmnop.722"_s},
-            {"more than one dot", u"/a/b.c.d.png"_s, u"jpg"_s, u"b.c.d.jpg"_s, u"b.c.d.jpg"_s},
-            {"commas go when it is sent", u"/a/a,b;c.bmp"_s, u"bmp"_s, u"a,b;c.bmp"_s, u"abc.bmp"_s},
-            {"half a letter at the cut", u"/a/abcdefghijk😀x.mid"_s, u"mid"_s, u"abcdefghijk.mid"_s,
-             u"abcdefghijk.mid"_s},
+        const Rows<QString, QString, QString> rows{
+            {"short", u"/a/b.WAV"_s, u"722"_s, u"b.722"_s},
+            {"a melody of twenty", u"/a/abcdefghijklmnopqrst.mid"_s, u"mid"_s, u"abcdefghijkl.mid"_s},
+            {"a sound of twenty", u"/a/abcdefghijklmnopqrst.mp3"_s, u"722"_s, u"abcdefghijklmnop.722"_s},
+            {"more than one dot", u"/a/b.c.d.png"_s, u"jpg"_s, u"b.c.d.jpg"_s},
+            {"commas stay until it is sent", u"/a/a,b;c.bmp"_s, u"bmp"_s, u"a,b;c.bmp"_s},
+            {"half a letter at the cut", u"/a/abcdefghijk😀x.mid"_s, u"mid"_s, u"abcdefghijk.mid"_s},
         };
-        rows.each([&](const auto& source, const auto& extension, const auto& name, const auto& sent) {
+        rows.each([&](const auto& source, const auto& extension, const auto& name) {
             QCOMPARE(convertedName(source, extension), name);
-            QCOMPARE(nameAsSent(name), sent);
         });
     }
 };

@@ -87,7 +87,7 @@ void FileTransfers::downloads()
 
     for (const Answer answer : {Answer::No, Answer::Yes}) { // the same for a file that is opened
         FilePanel larger;
-        larger.port.handset().setFaults({.surplusAt = 1});
+        larger.port.handset().setFaults({.surplusAt = 2}); // after the listing
         larger.test.dialogs.expectStart(u"Die Datei \"Liesmich.txt\" ist nicht vollständig angekommen: "_s,
                                         Buttons::YesNo, answer);
         if (answer == Answer::Yes)

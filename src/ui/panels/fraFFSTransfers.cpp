@@ -7,6 +7,7 @@
 #include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "obex/FolderRows.h"
+#include "operations/FetchFiles.h"
 #include "ui/forms/frmMmc_View.h"
 #include "ui/lists/RowsView.h"
 #include "ui/panels/DraggedFiles.h"
@@ -25,6 +26,7 @@
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
+using operations::FileObstacle;
 using toolkit::Answer;
 using toolkit::Buttons;
 using toolkit::Icon;
@@ -37,16 +39,18 @@ const QString lastUpload = u"UploadToPhone"_s; // use of the folder that files a
 bool fetchToOpen(operations::FileAccess& access, const obex::PhonePath& file, const QString& path)
 {
     obex::clsMmc& client = access.client();
-    const QString name = file.name();
-    qint32 listed = 0;
-    if (!access.enter(file.folder()) ||
-        (!client.GetFileSizeInActDir(name, listed) && !access.list(file.folder())))
+    std::vector<operations::FileToFetch> found{{.path = file}};
+    operations::findFiles(access, found);
+    const auto& [place, obstacle, entry] = found.front();
+    if (!entry && obstacle != FileObstacle::FolderNotListed)
+        client.ErrMsg(obex::NotFound);
+    if (!entry)
         return false;
-    client.GetFileSizeInActDir(name, listed);
-    QByteArray content;
-    return client.GetFile(name, content, access.progress(), path) &&
-           (obex::isWhole(content.size(), listed) ||
-            askToTakePart(client, {name, listed, content.size()}, u"geöffnet"_s));
+    const operations::FetchedFile fetched = operations::fetchFile(access, found.front());
+    return fetched.outcome.isConfirmed &&
+           (fetched.isWhole ||
+            askToTakePart(client, {entry->name, entry->size, fetched.bytes.size()}, u"geöffnet"_s)) &&
+           client.SaveFile(fetched.bytes, path, entry->modified);
 }
 
 } // namespace
