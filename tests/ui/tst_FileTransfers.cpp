@@ -87,7 +87,7 @@ void FileTransfers::downloads()
 
     for (const Answer answer : {Answer::No, Answer::Yes}) { // the same for a file that is opened
         FilePanel larger;
-        larger.port.handset().setFaults({.surplusAt = 2}); // after the listing
+        larger.port.handset().setFaults({.surplusAt = 3}); // after the listing, which takes two
         larger.test.dialogs.expectStart(u"Die Datei \"Liesmich.txt\" ist nicht vollständig angekommen: "_s,
                                         Buttons::YesNo, answer);
         if (answer == Answer::Yes)
