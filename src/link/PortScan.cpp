@@ -27,9 +27,8 @@ FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int nu
     case PassResult::Answered:
         int phoneType = 0;
         QString rawId;
-        found.kind = search.IdentifyPhone(phoneType, rawId) ? FoundAtPort::Kind::Phone
-                     : rawId.isEmpty()                      ? FoundAtPort::Kind::Nothing
-                                                            : FoundAtPort::Kind::Other;
+        search.askIdentity(phoneType, rawId);
+        found.kind = phoneType != 0 ? FoundAtPort::Kind::Phone : FoundAtPort::Kind::Other;
         found.model = modelName(rawId);
         break;
     }

@@ -178,10 +178,8 @@ bool PhoneSearch::ProbeATZ()
 bool PhoneSearch::ask(const QByteArray& command, QString& rawId)
 {
     QByteArray answer;
-    if (!m_line.exchange(answer, command, queryTimeout)) {
-        m_line.tellTransferError(command);
+    if (!m_line.exchange(answer, command, queryTimeout))
         return false;
-    }
     rawId = fromCp1252(answer);
     m_context.sy.PhoneID = rawId;
     m_context.log.WriteLogHeader();
@@ -196,24 +194,31 @@ int PhoneSearch::aliasOf(const QString& key) const
 
 bool PhoneSearch::IdentifyPhone(int& phoneType, QString& rawId)
 {
+    if (const QByteArray command = askIdentity(phoneType, rawId); !command.isEmpty())
+        m_line.tellTransferError(command);
+    return phoneType != 0;
+}
+
+QByteArray PhoneSearch::askIdentity(int& phoneType, QString& rawId)
+{
     phoneType = 0;
     rawId.clear();
     m_context.sy.PhoneSerial.clear(); // another handset of the same model may be connected by now
-    if (!ask("AT+CGMM\r", rawId))
-        return false;
+    if (const QByteArray command = "AT+CGMM\r"; !ask(command, rawId))
+        return command;
     const auto first = lookUpCgmm(rawId);
     if (!first) {
         phoneType = aliasOf(rawId);
     } else if (!first->asksWppn) {
         phoneType = first->phoneType;
     } else {
-        if (!ask("AT^WPPN\r", rawId))
-            return false;
+        if (const QByteArray command = "AT^WPPN\r"; !ask(command, rawId))
+            return command;
         phoneType = lookUpWppn(rawId);
         if (phoneType == 0)
             phoneType = aliasOf(u"BRUSSELS:"_s + rawId);
     }
-    return phoneType != 0;
+    return {};
 }
 
 void PhoneSearch::takeOver()

@@ -59,6 +59,8 @@ public:
     /// Sets the family and the raw answer that it came from. Returns true if the family is known. Informs the
     /// user if the phone does not answer.
     bool IdentifyPhone(int& phoneType, QString& rawId);
+    /// The same without a box. Returns the command that the phone did not answer, empty if it answered all.
+    QByteArray askIdentity(int& phoneType, QString& rawId);
 
     /// Completes a successful identification: line mode, preferred rate, error codes, software version.
     void takeOver();

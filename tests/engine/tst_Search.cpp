@@ -181,6 +181,12 @@ void tst_Search::scansOneByOne()
     QCOMPARE(found.number, 5);
     QCOMPARE(found.model, u"WOODSTOCK"_s);
     QCOMPARE(s.port.calls.filter(u"Open"_s), (QStringList{u"Open COM1"_s, u"Open COM5"_s}));
+    QCOMPARE(found.kind, link::FoundAtPort::Kind::Phone);
+
+    // Something else answers at the next port, and gets no box.
+    s.expectProbe(2, 2);
+    s.port.expect("AT+CGMM\r", "AT+CGMM\r\r\n+CME ERROR: 3\r\n");
+    QCOMPARE(link::scanPort(s.line, s.view, s.desktop, 6).kind, link::FoundAtPort::Kind::Other);
 }
 
 void tst_Search::portThatCannotBeOpened()

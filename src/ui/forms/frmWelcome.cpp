@@ -40,7 +40,8 @@ QString wordsFor(const FoundAtPort& found)
     case FoundAtPort::Kind::Phone:
         return found.model;
     case FoundAtPort::Kind::Other:
-        return u"%1 (kein bekanntes Telefon)"_s.arg(found.model);
+        return found.model.isEmpty() ? u"ein anderes Gerät"_s
+                                     : u"%1 (kein bekanntes Telefon)"_s.arg(found.model);
     case FoundAtPort::Kind::NotOpened:
         return u"nicht zu öffnen: %1"_s.arg(found.error.simplified());
     case FoundAtPort::Kind::Nothing:
