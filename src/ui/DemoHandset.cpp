@@ -36,15 +36,20 @@ bool DemoHandset::start(const QString& programFolder, const QString& link, QStri
         return true;
     QFile::remove(link);
     m_process.setStandardInputFile(QProcess::nullDevice());
-    m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(QDir(programFolder).filePath(u"kalmo-handset"_s),
                     {u"--model"_s, model, u"--link"_s, link});
     // It prints the path of its terminal as soon as that is there.
-    if (m_process.waitForStarted(longestStart) && m_process.waitForReadyRead(longestStart))
+    if (m_process.waitForStarted(longestStart) && m_process.waitForReadyRead(longestStart)) {
+        m_process.closeReadChannel(QProcess::StandardError);
         return true;
-    error = m_process.errorString();
+    }
+    const bool isMissing = m_process.error() == QProcess::FailedToStart;
     m_process.kill();
     m_process.waitForFinished(longestEnd);
+    const QString said = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
+    error = isMissing        ? u"Das Programm \"kalmo-handset\" fehlt oder lässt sich nicht ausführen."_s
+            : said.isEmpty() ? u"Es meldet sich nicht."_s
+                             : said.section(u'\n', -1);
     return false;
 }
 

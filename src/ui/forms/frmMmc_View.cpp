@@ -242,10 +242,9 @@ void frmMmc_View::presentUnknown(const QString& path, const QString& displayName
     m_path = path;
     m_txtFile->setText(displayName);
     const qint64 size = QFileInfo(path).size();
-    m_lblUnknown->setText(
-        u"Art: %1\nGröße: %2 (%3 Bytes)\n\nKalmo kann den Inhalt nicht zeigen. Die Diskette "
-        u"oben speichert die Datei."_s.arg(kindText(path), app::FormatSizeKB(size),
-                                           QLocale().toString(size)));
+    m_lblUnknown->setText(u"Art: %1\nGröße: %2 (%3 Bytes)\n\nKalmo kann den Inhalt nicht zeigen. Sie können "
+                          u"die Datei oben mit \"Speichern\" auf dem PC ablegen."_s.arg(
+                              kindText(path), app::FormatSizeKB(size), QLocale().toString(size)));
     m_pages->setCurrentIndex(UnknownPage);
     m_cmdBmp1zu1->hide();
     m_sta->SetText({});

@@ -178,7 +178,7 @@ void fraFFS::FfsListRefresh()
     const auto shown = std::exchange(m_listed, std::nullopt);
     if (m_mmc->IsOnline() == obex::clsMmc::Connected && m_mmc->DirAct().isEmpty()) {
         obex::DirInLvw({}, m_rows);
-        tellState(u"Der aktuelle Ordner im Telefon ist nicht bekannt."_s);
+        tellState(u"Der aktuelle Ordner im Telefon ist nicht bekannt. \"Basisverzeichnis\" führt zurück."_s);
         return;
     }
     const bool isOther = shown != obex::PhonePath(m_mmc->DirAct());
