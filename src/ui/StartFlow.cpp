@@ -145,7 +145,7 @@ void StartFlow::takeOldPhone()
 /// A port that does not open is left to the search.
 link::SearchStart StartFlow::takeLineBack()
 {
-    m_start->setStatus(u"Das Telefon wird aus dem Datenmodus zurückgeholt ..."_s);
+    m_start->setStatus(u"Das Telefon wird wieder ansprechbar gemacht ..."_s);
     m_start->clearAborted();
     AbortBox abort(*m_start);
     obex::takeBackUnclosed(m_program.line, {.cancel = &abort});
@@ -186,7 +186,23 @@ void StartFlow::showMainWindow()
     m_mainSy = sy;
     m_main->showEmulated(isDemo(m_mainSy));
     m_main->show();
-    if (const QString file = std::exchange(m_fileToOpen, {}); !file.isEmpty())
+    openFiles();
+}
+
+void StartFlow::openFile(const QString& path)
+{
+    m_filesToOpen.append(path);
+    if (!m_main || !m_main->isVisible())
+        return;
+    m_main->setWindowState(m_main->windowState() & ~Qt::WindowMinimized);
+    m_main->raise();
+    m_main->activateWindow();
+    openFiles();
+}
+
+void StartFlow::openFiles()
+{
+    for (const QString& file : std::exchange(m_filesToOpen, {}))
         QTimer::singleShot(0, m_main.get(), [window = m_main.get(), file] { window->openGiven(file); });
 }
 

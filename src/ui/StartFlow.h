@@ -28,8 +28,8 @@ public:
     StartFlow(Program& program, QString startArguments);
     ~StartFlow() override;
 
-    /// A file that the main window opens once it is there.
-    void openAfterStart(const QString& path) { m_fileToOpen = path; }
+    /// Opens a file in the main window as soon as that is there.
+    void openFile(const QString& path);
     /// Shows the splash at once; the start sequence and the search follow from the event loop.
     void begin();
 
@@ -49,6 +49,7 @@ private:
     void takeOldPhone();
     bool dropsOtherWindow();
     void showMainWindow();
+    void openFiles();
     void openSettings();
     void searchAgain();
     void searchNow();
@@ -61,7 +62,7 @@ private:
 
     Program& m_program;
     QString m_startArguments;
-    QString m_fileToOpen;
+    QStringList m_filesToOpen;
     std::unique_ptr<frmStart> m_start;
     std::unique_ptr<frmEinstellungen> m_settings;
     std::unique_ptr<frmWelcome> m_welcome;

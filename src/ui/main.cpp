@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "ui/controls/WheelGuard.h"
 #include "ui/Engine.h"
+#include "ui/FileHandover.h"
 #include "ui/icons/Icons.h"
 #include "ui/StartFlow.h"
 
@@ -77,12 +78,18 @@ int main(int argc, char** argv)
     const ui::CommandLine commandLine = ui::parseCommandLine(QCoreApplication::arguments().mid(1));
     if (commandLine.kind == ui::CommandLine::Kind::WrongUse)
         return wrongUse(commandLine.error);
+    const QString file = commandLine.file.isEmpty() ? QString() : link::absolutePath(commandLine.file);
+    ui::FileHandover handover;
+    if (!file.isEmpty() && handover.handOver(file))
+        return 0;
     ui::Engine engine;
     if (const QString error = engine.take(commandLine); !error.isEmpty())
         return wrongUse(error);
     ui::StartFlow flow(engine.program(), commandLine.rest);
-    if (!commandLine.file.isEmpty())
-        flow.openAfterStart(link::absolutePath(commandLine.file));
+    if (!file.isEmpty())
+        flow.openFile(file);
+    QObject::connect(&handover, &ui::FileHandover::received, &flow, &ui::StartFlow::openFile);
+    handover.listen(); // beside another Kalmo the start ends by itself
     flow.begin();
     return QApplication::exec();
 }

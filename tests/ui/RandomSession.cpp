@@ -114,7 +114,7 @@ void RandomSession::start()
     app::put(test.settings, app::keys::Version, random.bounded(3) == 0 ? app::noValue() : u"1.9.8"_s);
     m_flow = std::make_unique<ui::StartFlow>(m_services, QString());
     if (random.bounded(4) == 0)
-        m_flow->openAfterStart(dialogs.OpenFile({}));
+        m_flow->openFile(dialogs.OpenFile({}));
     m_flow->begin();
     m_hasClosed = false;
     m_isDisturbed = m_isFaulty;

@@ -3,6 +3,7 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/Ringtones.h"
 #include "support/TestProgram.h"
+#include "ui/FileHandover.h"
 #include "ui/OpenWindow.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/StatusArea.h"
@@ -13,6 +14,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTimer>
 
 namespace {
@@ -34,6 +36,7 @@ private Q_SLOTS:
     void backupsAreOpenedAndSaved();
     void contactsAreDeletedAtOnce();
     void givenFileIsOpened();
+    void fileOfASecondStartIsOpened();
     void importReadsTheListAhead();
     void importOfUnreadContactsAsks();
     void secretWordsAreHeard();
@@ -244,6 +247,30 @@ void frmPBTest::givenFileIsOpened()
     QVERIFY(open.memory.TbDirty);
     QVERIFY(open.entriesInPhone() > 1);
     open.memory.TbDirty = false;
+}
+
+/// A second start ends after it has handed its file to the first, which may have a box open.
+void frmPBTest::fileOfASecondStartIsOpened()
+{
+    OpenWindow open(u"PICASSO"_s);
+    const QString socket = open.test.makeFile(u"open"_s, {}); // left by a program that was killed
+    ui::FileHandover first(socket);
+    ui::FileHandover second(socket);
+    const QString path = open.test.makeFile(u"Jörg.prv"_s, "\"Alt\",\"110\"\r\n");
+    QVERIFY(!second.handOver(path));
+    QVERIFY(first.listen());
+    QVERIFY(!second.listen());
+    connect(&first, &ui::FileHandover::received, &open.window, &ui::frmPB::openGiven);
+    QSignalSpy received(&first, &ui::FileHandover::received);
+    QDialog box(&open.window);
+    box.open();
+    QVERIFY(second.handOver(path));
+    QTRY_COMPARE(received.size(), 1);
+    QVERIFY(!open.memory.NeDirty);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    QTRY_VERIFY(open.memory.NeDirty);
+    QCOMPARE(open.list("lvwNE").rows()->text(0, 0), u"Alt"_s);
+    open.memory.NeDirty = false;
 }
 
 void frmPBTest::importReadsTheListAhead()

@@ -13,6 +13,8 @@
 #include "ui/window/PanelStack.h"
 #include "ui/window/StatusArea.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -251,10 +253,14 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
 
 void frmPB::openGiven(const QString& path)
 {
+    const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+    const auto again = [this, path] { openGiven(path); };
     if (m_sta->isBusy()) { // at the start the window may still talk to the phone
-        const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
-        connect(
-            m_sta, &StatusArea::becameIdle, this, [this, path] { openGiven(path); }, once);
+        connect(m_sta, &StatusArea::becameIdle, this, again, once);
+        return;
+    }
+    if (const auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        connect(dialog, &QDialog::finished, this, again, once);
         return;
     }
     const QString ending = QFileInfo(path).suffix().toLower();
