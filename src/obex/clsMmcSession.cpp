@@ -130,6 +130,7 @@ bool clsMmc::getInStep()
         return true;
     const QString folder = withoutRoot(m_dirAct);
     const Operation operation(*this, u"getInStep"_s);
+    const Busy busy(*this); // connect() raises nothing itself
     const bool isBack =
         operation.isAllowed() && connect(m_progress, m_target) && (folder.isEmpty() || Cd(folder, false));
     m_wasLastSent = m_wasLastSent && isBack; // the operation that follows sends nothing

@@ -291,7 +291,10 @@ private Q_SLOTS:
         port.expect(hex("85 0005 03 00"), hex("C3 00 03"), 27);
         test.dialogs.expect(errorBox(timeoutText));
         QVERIFY(!client.mmc->CdNull());
-        port.expect(connectFolders, hex("A0 0007 10 00 0400"), 5);
+        client.forgetReports();
+        port.expect(connectFolders, hex("A0 0007 10 00 0400"), 5).then([&] {
+            QCOMPARE(client.events, QStringList(u"BusyOn"_s)); // the wait for it blocks the window
+        });
         port.expect(hex("85 0008 02 00 01 0003"), done, 1);
         QVERIFY(client.mmc->CdRoot());
 
