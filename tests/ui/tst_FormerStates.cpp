@@ -6,13 +6,8 @@
 #include "support/HandsetMemory.h"
 #include "support/TestProgram.h"
 #include "ui/forms/FormerStatesDialog.h"
-#include "ui/lists/RowsView.h"
-#include "ui/TestProgram.h"
-#include "ui/window/frmPB.h"
+#include "ui/OpenWindow.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDir>
 #include <QTimer>
 
 using operations::RecordedList;
@@ -86,6 +81,7 @@ private Q_SLOTS:
     void aStateThatHasChangedMeanwhileStays();
     void aLostLineIsTold();
     void theMenuOpensIt();
+    void noListOutlivesItsState();
 };
 
 void tst_FormerStates::aStateIsComparedAndPutBack()
@@ -214,6 +210,35 @@ void tst_FormerStates::theMenuOpensIt()
     });
     QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
     QCOMPARE(seen, QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|noch nicht verglichen"_s});
+}
+
+/// The list in the window is read again. If the user stops that, it does not show what the phone held before.
+void tst_FormerStates::noListOutlivesItsState()
+{
+    OpenWindow made(u"S68H"_s, {.seed = u"none"_s, .entries = 3, .atOnce = true});
+    made.window.goTo(ui::nodes::Phonebook.toString());
+    auto& list = made.list("lvwVCF");
+    list.rows()->setCurrent(0);
+    made.test.dialogs.expectStart(u"1 gewählte(n) Kontakt(e)"_s, Buttons::YesNo, Answer::Yes);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(list.rows()->count(), 2);
+
+    QTimer whenOpen;
+    QObject::connect(&whenOpen, &QTimer::timeout, &made.window, [&] {
+        auto* dialog = qobject_cast<ui::FormerStatesDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return; // the phone is asked for its number first
+        whenOpen.stop();
+        made.test.dialogs.expectStart(u"Der Stand vom"_s, Buttons::YesNo, Answer::Yes);
+        press(*dialog, "cmdPutBack");
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        made.test.clock.after(0.1, [&made] { QTest::keyClick(&made.window, Qt::Key_Escape); });
+    });
+    whenOpen.start(0);
+    QTest::keyClick(&made.window, Qt::Key_H, Qt::ControlModifier);
+    QCOMPARE(made.contactsInPhone(), size_t{3});
+    QCOMPARE(list.rows()->count(), 0);
+    QCOMPARE(made.status(), u"Das Lesen wurde abgebrochen."_s);
 }
 
 KALMO_TEST(tst_FormerStates)

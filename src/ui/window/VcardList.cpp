@@ -55,7 +55,9 @@ ReadingEnd endOfReading(CommandResult result, const phonedata::VcardStore& store
         return {areAllMissing ? ListState::Failed : ListState::Read, countInWords(shown, reading)};
     }
     case CommandResult::Cancelled:
-        return {ListState::Cancelled, u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s};
+        return {ListState::Cancelled, shown > 0
+                                          ? u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s
+                                          : placeholderFor(ListState::Cancelled)};
     case CommandResult::Refused:
         return {ListState::Discarded, u"Die gelesene Liste wurde verworfen."_s};
     case CommandResult::Failed:
@@ -150,6 +152,12 @@ void VcardList::refresh()
         m_isKnown = end.state == ListState::Read;
     Q_EMIT stateChanged(end.state);
     report(end.sentence);
+}
+
+void VcardList::readAgain()
+{
+    forget();
+    refresh();
 }
 
 /// Shows how an operation has ended, after the steps of the line.

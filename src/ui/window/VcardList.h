@@ -29,6 +29,10 @@ public:
     /// Discards the phone's contacts, so that no LUID of one phone is ever used on another.
     void forget();
 
+    /// Reads the phonebook after another part of the program has changed it in the phone. A reading that is
+    /// stopped leaves an empty list, since the rows before are out of date.
+    void readAgain();
+
     /// Asks the phone for its area codes and shows their dialog in place of the window.
     void editAreaCodes();
 

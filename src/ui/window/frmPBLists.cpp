@@ -200,7 +200,7 @@ void frmPB::readAgain(const QSet<operations::RecordedList>& changed)
 {
     using operations::RecordedList;
     if (m_contacts && changed.contains(RecordedList::Phonebook))
-        m_contacts->run(Command::Refresh);
+        m_contacts->readAgain();
     if (m_phonebook && changed.contains(RecordedList::Phonebook))
         m_phonebook->run(Command::Read);
     if (m_providers && changed.contains(RecordedList::Providers))
