@@ -331,6 +331,19 @@ private Q_SLOTS:
         QCOMPARE(child<QLineEdit>(*made.form, "txtWabPath").text(), u"Bitte Adressbuch auswählen..."_s);
     }
 
+    /// Nothing else can be used before an import that was closed at once has ended.
+    void closedBeforeTheBook()
+    {
+        Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
+        bool hasStayed = false;
+        made.test.clock.after(0.05, [&] {
+            made.form->close();
+            hasStayed = made.form->isVisible();
+        });
+        QTRY_VERIFY(!made.form->isVisible());
+        QVERIFY(hasStayed);
+    }
+
     void refusedFiles()
     {
         Import made(u"PICASSO"_s);

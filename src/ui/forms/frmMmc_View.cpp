@@ -264,10 +264,14 @@ bool frmMmc_View::presentPicture(bool original)
     const QSize room = roomForPicture();
     const QSize wanted = original ? largestPicture : (QSizeF(room) * devicePixelRatioF()).toSize();
     m_cmdBmp1zu1->setEnabled(false); // one reading at a time
+    m_isReading = true;
     const auto [picture, stopped] = media::beside(
         m_program.context.clock, &m_closing,
         [path = m_path, wanted](const std::stop_token& stop) { return pictureWithin(path, wanted, stop); });
+    m_isReading = false;
     m_cmdBmp1zu1->setEnabled(true);
+    if (m_closing.isClosed)
+        QDialog::done(Rejected);
     m_picture = picture.image;
     if (stopped || picture.failure)
         return false;
@@ -380,12 +384,14 @@ toolkit::FileType frmMmc_View::savedType() const
     return {(isRecording ? u"Sprachaufnahme (%1)"_s : u"Quelldateityp (%1)"_s).arg(pattern), {pattern}};
 }
 
+/// The form stays until the reading of a picture has stopped, so that nobody uses the window below it before.
 void frmMmc_View::done(int result)
 {
     SaveFormLayout(*this, m_program.context.settings);
     m_closing.isClosed = true;
     m_sound->stop();
-    QDialog::done(result);
+    if (!m_isReading)
+        QDialog::done(result);
 }
 
 } // namespace kalmo::ui

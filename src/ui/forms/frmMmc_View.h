@@ -68,6 +68,7 @@ private:
 
     Program& m_program;
     Closing m_closing;
+    bool m_isReading = false; // a picture
     QString m_path;
     QImage m_picture;
     QSize m_ownSize;           // that the form gave itself, in contrast to one that the user gave it

@@ -320,9 +320,9 @@ bool frmImportPb::eventFilter(QObject* watched, QEvent* event)
 
 void frmImportPb::reject()
 {
-    if (m_sta->isBusy()) {
+    if (m_sta->isBusy() || m_isPausing) {
         // A preview stops, then the dialog closes; a transfer to the phone goes on.
-        m_closeWanted = m_building.isValid();
+        m_closeWanted = m_building.isValid() || m_isPausing;
         return;
     }
     QDialog::reject();

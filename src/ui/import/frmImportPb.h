@@ -145,7 +145,8 @@ private:
     bool m_loading = true;
     bool m_wasShown = false;
     bool m_closeWanted = false;
-    bool m_isUnread = false; ///< the chosen file is there and can't be read
+    bool m_isPausing = false; // ahead of the question for an address book
+    bool m_isUnread = false;  ///< the chosen file is there and can't be read
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

@@ -141,9 +141,13 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
 /// The dialog for an address book begins with the question for its file.
 void frmImportPb::activateBook()
 {
+    m_isPausing = true;
     m_program.context.clock.WaitSeconds(pauseBeforeBook);
-    if (!isVisible()) // the user has closed it meanwhile
+    m_isPausing = false;
+    if (m_closeWanted) { // the user had enough meanwhile
+        QDialog::reject();
         return;
+    }
     askForBook(false);
     const transfer::AddressBookFault fault = m_book.fault();
     if (!m_bookPath.isEmpty() && fault != transfer::AddressBookFault::None &&
