@@ -79,7 +79,7 @@ bool isIdle()
 
 RandomSession::RandomSession(const QString& model, quint32 seed)
     : RandomBoxes(seed), TestProgram(model, {}, &losses), m_model(model),
-      m_user(random, dialogs, [this] { beforeAct(); })
+      m_user(random, dialogs, [this] { beforeAct(); }), m_settings(u"%1,N,8,1"_s.arg(port.BaudRate()))
 {
     losses.watch(line);
     dialogs.watch(losses);
@@ -102,11 +102,13 @@ QStringList RandomSession::held()
 void RandomSession::note(const QString& fault)
 {
     m_faults.append(fault);
+    m_user.note(u"fault: "_s + fault.left(100));
 }
 
 /// A newcomer is welcomed, others see the splash. Now and then the program begins with a file.
 void RandomSession::start()
 {
+    checkViolations(); // of the program that has ended
     dialogs.endCommand();
     m_flow.reset();
     test.sy = m_fresh;
@@ -161,12 +163,14 @@ void RandomSession::leave()
     m_isLeaving = true;
     m_user.finish();
     port.handset().setFaults({});
-    while (!isIdle() && time.elapsed() < longestEnd)
+    const auto isOpen = [] { return !isIdle() || shown<ui::frmPB>(); };
+    while (isOpen() && time.elapsed() < longestEnd) {
         turn();
-    memory.TbDirty = memory.NeDirty = false; // so that nothing is asked
-    if (m_window && m_window->isVisible())
-        m_window->close();
-    if (!isIdle() || shown<ui::frmPB>())
+        memory.TbDirty = memory.NeDirty = false; // so that nothing is asked
+        if (isIdle() && m_window && m_window->isVisible())
+            m_window->close();
+    }
+    if (isOpen())
         note(u"the program does not end: "_s + RandomUser::nameOfFront());
     else
         m_flow.reset();
@@ -321,8 +325,10 @@ void RandomSession::undoAll()
     test.clock.WaitSeconds(2); // a line that has dropped
     port.Close();
     port.Open({});
+    port.SetSettings(m_settings); // a search that found nothing leaves another rate
     line.ConfigurePort();
-    obex::recoverLine(line, {});
+    if (!obex::recoverLine(line, {}))
+        note(u"the phone does not answer at the end"_s);
     test.sy.PhoneID = m_model;
     test.sy.PhoneType = port.handset().phone().family.number;
     test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;

@@ -63,7 +63,8 @@ private:
 
     QString m_model;
     RandomUser m_user;
-    app::Sy m_fresh; // as at the start of a program
+    app::Sy m_fresh;    // as at the start of a program
+    QString m_settings; // of the port, for this phone
     OneDevice m_cable;
     link::PortTable m_cables{test.settings, m_cable};
     ui::Program m_services{context, line, desktop, m_cables, memory};

@@ -110,7 +110,10 @@ Answer RandomDialogs::Show(const toolkit::Message& message)
     if (message.text.contains(u" verloren."_s) && message.text.endsWith(u"Trotzdem schreiben?"_s))
         return Answer::No; // what could not be read has no record
     const bool isReminder = message.text.contains(u"wurde beim letzten Betrieb nicht vollständig"_s);
-    if (!isReminder && m_losses && m_losses->isLossTold() && message.buttons == toolkit::Buttons::Ok)
+    const bool isEndOfImport = message.text.contains(u"beim Importieren aufgetreten"_s) ||
+                               message.text.startsWith(u"Importieren erfolgreich"_s); // both are described
+    if (!isReminder && !isEndOfImport && m_losses && m_losses->isLossTold() &&
+        message.buttons == toolkit::Buttons::Ok)
         m_sinceLoss.append(message.text.simplified().left(120));
     return m_boxes.Show(message);
 }
