@@ -5,8 +5,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSplitter>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -17,7 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int widthInLetters = 116;
+constexpr int widthInLetters = 130;
+constexpr int sidebarInLetters = 24;
 constexpr int heightInLetters = 98;
 
 QStringList filtersOf(media::UploadKind kind)
@@ -42,6 +46,9 @@ std::unique_ptr<QFileDialog> makeDialog(const UploadQuestion& question, QWidget*
     dialog->setLabelText(QFileDialog::Reject, u"Abbrechen"_s);
     for (QAbstractButton* button : dialog->findChild<QDialogButtonBox*>()->buttons())
         button->setIcon({}); // the toolkit's own are of another style
+    QHeaderView* columns = dialog->findChild<QTreeView*>(u"treeView"_s)->header();
+    columns->setSectionResizeMode(QHeaderView::ResizeToContents);
+    columns->setSectionResizeMode(0, QHeaderView::Stretch); // the names get the rest
     return dialog;
 }
 
@@ -115,6 +122,8 @@ std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion&
                      [&dialog, controls] { controls->showSelection(filesOf(*dialog)); });
     const int letter = dialog->fontMetrics().averageCharWidth();
     dialog->resize(widthInLetters * letter, heightInLetters * letter);
+    dialog->findChild<QSplitter*>(u"splitter"_s)
+        ->setSizes({sidebarInLetters * letter, (widthInLetters - sidebarInLetters) * letter});
     for (;;) {
         const bool isAccepted = dialog->exec() == QDialog::Accepted;
         controls->cmdSndStop_Click();

@@ -167,7 +167,7 @@ void frmMmc_View::layOut()
     rows->addLayout(foot);
     m_prg->hide();
     setMinimumSize(smallestWidth, smallestHeight);
-    m_txtFile->setFocus();
+    m_cmdSave->setFocus();
 }
 
 QWidget* frmMmc_View::makeHead()
