@@ -335,6 +335,10 @@ void StartFlow::welcome()
         (isDemo(sy) ? m_ownPort : sy.ComNoForThisRun) = 0;
         m_settings->usePort(number);
     });
+    connect(m_welcome.get(), &frmWelcome::searchBegins, this, [this] {
+        if (m_main)
+            m_main->forgetDevice();
+    });
     connect(m_welcome.get(), &frmWelcome::demoWanted, this, &StartFlow::startDemo);
     m_welcome->open();
 }

@@ -134,6 +134,9 @@ void Controls::gauge()
             pictures += gauge.picture();
         QCOMPARE(pictures, row.low ? u"warninghandywarninghandy"_s : u"handy"_s);
         QCOMPARE(gauge.setFree(row.free), Update::Shown); // it warns once
+        gauge.forget();
+        gauge.setFree(row.free);
+        QCOMPARE(gauge.setTotal(row.total), Update::Shown); // of another phone too
     }
 }
 

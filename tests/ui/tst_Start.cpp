@@ -284,6 +284,7 @@ void tst_Start::newcomerFindsThePhone()
     };
     const QString before = connection();
     QVERIFY(before.endsWith(u" 1"_s));
+    window->goTo(u"DIV"_s);
     oneDevice.path = u"/dev/ttyUSB8"_s; // the phone's port number is not the last one that is looked at
     window->goTo(u"SETUP"_s);
     auto* settings = shown<ui::frmEinstellungen>();
@@ -291,6 +292,7 @@ void tst_Start::newcomerFindsThePhone()
     welcome = run.waitFor<ui::frmWelcome>();
     QTest::keyClick(&child<QPushButton>(*welcome, "cmdSearch"), Qt::Key_Space);
     QVERIFY(child<QTreeWidget>(*welcome, "lvwFound").topLevelItem(0)->data(0, Qt::UserRole) != number);
+    QCOMPARE(child<QLabel>(*window, "lblTyp").text(), u"–"_s); // of the phone before the search
     QTest::keyClick(welcome, Qt::Key_Escape);
     QTest::keyClick(settings, Qt::Key_Escape);
     QCOMPARE(run.waitFor<ui::frmPB>(), window);

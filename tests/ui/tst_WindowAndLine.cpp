@@ -1,16 +1,20 @@
 // The main window while the phone is busy, silent or in data mode: every way out leaves the line in order.
 
 #include "support/ObexClient.h"
+#include "support/Rows.h"
 #include "support/TestProgram.h"
+#include "ui/lists/ListState.h"
 #include "ui/OpenWindow.h"
 #include "ui/window/ClassicWords.h"
 
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace {
@@ -40,9 +44,11 @@ private Q_SLOTS:
     void channelIsRemindedOf();
     void filesComeBackBehindCommands();
     void filesHaveKeysOfTheirOwn();
+    void stoppedListingKeepsTheFiles_data();
     void stoppedListingKeepsTheFiles();
     void connectionIsShown();
     void failuresLeaveWholeLists();
+    void anotherPhoneIsReadAgain();
 };
 
 void tst_WindowAndLine::closingAsksAndLeavesDataMode()
@@ -74,6 +80,7 @@ void tst_WindowAndLine::everyWayOutClosesTheChannel()
             OpenWindow open(u"SL400H"_s, {.faults = {.refuseAt = isConnectRefused ? 1 : lettingGo}});
             open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(0xC3)));
             open.window.goTo(isConnectRefused ? u"FFS"_s : u"TB"_s);
+            QVERIFY(!isConnectRefused || open.window.focusWidget() == &open.list("lvwFFs"));
             QVERIFY(open.port.handset().isInDataMode());
             if (way == u"refresh"_s)
                 open.press("refresh");
@@ -185,12 +192,26 @@ void tst_WindowAndLine::filesComeBackBehindCommands()
     open.window.goTo(u"TB"_s);
     QVERIFY(isBlocked);
     open.window.goTo(u"FFS"_s);
-    open.press("refresh");
+    toolkit::ListRows& files = *open.list("lvwFFs").rows();
+    files.setCurrent(files.indexOfKey(u"FOL_Pictures"_s));
+    QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Return);
+    files.setCurrent(1);
+    const QString file = files.row(1).key;
+    const auto press = [&open](const char* key) {
+        auto& bar = child<QToolBar>(open.window, "tlb");
+        QTest::mouseClick(bar.widgetForAction(&child<QAction>(open.window, key)), Qt::LeftButton);
+    };
     const auto state = [&] { return open.panel() + open.node() + open.front(); };
+    press("delete"); // which has no contact to delete
+    QCOMPARE(open.status(), u"Im Telefonbuch ist nichts markiert."_s);
+    const auto contacts = open.contactsInPhone();
+    press("refresh");
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
+    QCOMPARE(child<QLineEdit>(open.window, "txtFFscDirAct").text(), u"Mobile:\\Pictures"_s);
+    QCOMPARE(files.row(files.current()).key + open.status(), file + u"%1 Kontakte gelesen."_s.arg(contacts));
     QVERIFY(open.port.handset().isInDataMode());
     open.window.goTo(u"SETUP"_s);
-    QCOMPARE(state(), u"fraVCFTBfraHinweisTelNichtInMenu"_s);
+    QCOMPARE(state() + open.status(), u"fraVCFTBfraHinweisTelNichtInMenuBereit."_s);
     open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
     // A new search closes the channel, and the window opens it for the phone that was found.
@@ -237,14 +258,22 @@ void tst_WindowAndLine::filesHaveKeysOfTheirOwn()
     QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
 }
 
+void tst_WindowAndLine::stoppedListingKeepsTheFiles_data()
+{
+    QTest::addColumn<QString>("step");
+    QTest::addRow("folder") << u"Verzeichnis wird ausgelesen"_s;
+    QTest::addRow("room before it") << u"Freier Speicherplatz wird ermittelt"_s;
+}
+
 void tst_WindowAndLine::stoppedListingKeepsTheFiles()
 {
+    QFETCH(QString, step);
     OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
     open.window.goTo(u"FFS"_s);
     ui::RowsView& list = open.list("lvwFFs");
     const int files = list.rows()->count();
     std::function<void()> stop = [&] {
-        if (open.status().startsWith(u"Verzeichnis wird ausgelesen"_s))
+        if (open.status().startsWith(step))
             QTest::keyClick(&open.window, Qt::Key_Escape);
         else
             open.test.clock.after(0.02, stop);
@@ -252,6 +281,7 @@ void tst_WindowAndLine::stoppedListingKeepsTheFiles()
     open.test.clock.after(0.02, stop);
     QTest::keyClick(&list, Qt::Key_F5);
     QCOMPARE(list.rows()->count(), files);
+    QCOMPARE(open.status(), u"Das Lesen des Ordners wurde abgebrochen. Die Liste ist, wie sie war."_s);
     list.rows()->setCurrent(0);
     open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
     QTest::keyClick(&list, Qt::Key_Delete);
@@ -289,12 +319,15 @@ void tst_WindowAndLine::channelIsRemindedOf()
     QCOMPARE(open.front(), u"fraFFScloseReminder"_s);
     auto& gauge = child<QProgressBar>(open.window, "prgMe");
     QVERIFY(!gauge.format().isEmpty());
+    const QString before = open.status();
     open.port.Close();
     child<QWidget>(open.window, "connection").findChild<QTimer*>()->start(0);
     QTRY_VERIFY(open.status().endsWith(u"drücken Sie \"Erneut verbinden\"."_s));
     QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
+    open.port.Open({});
+    QTRY_COMPARE(open.status(), before);
     open.window.forgetPhone();
-    QCOMPARE(gauge.format(), QString());
+    QCOMPARE(gauge.format() + open.status(), u"Bereit."_s);
 }
 
 void tst_WindowAndLine::failuresLeaveWholeLists()
@@ -322,6 +355,39 @@ void tst_WindowAndLine::failuresLeaveWholeLists()
     open.test.dialogs.expectStart(u"Einträge ohne Namen im Telefon: 1."_s, Buttons::YesNo, Answer::Yes);
     open.press("write"); // and asks nothing about where the list came from
     QCOMPARE(static_cast<int>(open.entriesInPhone()), entries - 1);
+}
+
+/// A search has found another handset of the same kind.
+void tst_WindowAndLine::anotherPhoneIsReadAgain()
+{
+    const Rows<QString, bool> rows{
+        {"list in front", u"TB"_s, false},
+        {"list behind another section", u"SPONSOR_ORV"_s, false},
+        {"changed list", u"TB"_s, true},
+    };
+    rows.each([](const auto& front, bool isChanged) {
+        OpenWindow open(u"PICASSO"_s);
+        open.window.goTo(u"TB"_s);
+        if (isChanged)
+            open.deleteFirst("lvwTB");
+        else
+            open.list("lvwTB").rows()->removeAt(0); // the phone before held one entry less
+        if (front != u"TB"_s)
+            open.window.goTo(front);
+        const toolkit::ListRows& list = *open.list("lvwTB").rows();
+        open.window.hide();
+        open.window.forgetPhone();
+        open.window.show();
+        QCoreApplication::processEvents();
+        if (front != u"TB"_s) {
+            QCOMPARE(list.count(), 0);
+            QCOMPARE(open.list("lvwTB").placeholder(), placeholderFor(ui::ListState::NotRead));
+            open.window.goTo(u"TB"_s);
+        }
+        QCOMPARE(list.count(), static_cast<int>(open.entriesInPhone()) - (isChanged ? 1 : 0));
+        QCOMPARE(open.memory.TbDirty, isChanged);
+        open.memory.TbDirty = false;
+    });
 }
 
 KALMO_TEST(tst_WindowAndLine)

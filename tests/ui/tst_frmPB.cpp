@@ -30,6 +30,7 @@ class frmPBTest : public QObject
 
 private Q_SLOTS:
     void sections();
+    void statusIsOfItsSection();
     void noLeadsBack();
     void classicListIsWritten();
     void listsAreSearched();
@@ -80,6 +81,23 @@ void frmPBTest::sections()
     });
 }
 
+/// The sentence about one section does not stay below another one.
+void frmPBTest::statusIsOfItsSection()
+{
+    const Rows<QString, QStringList, QString> rows{
+        {"sponsors after contacts", u"SL400H"_s, {u"TB"_s, u"SPONSOR_ORV"_s}, u"Bereit."_s},
+        {"contacts after the files", u"SL400H"_s, {u"TB"_s, u"FFS"_s, u"TB"_s}, u"Bereit."_s},
+        {"melodies after providers", u"PICASSO"_s, {u"NE"_s, u"SOUND"_s}, u"Bereit."_s},
+        {"the same list again", u"PICASSO"_s, {u"NE"_s, u"NE"_s}, u"5 Einträge gelesen."_s},
+    };
+    rows.each([](const auto& model, const auto& nodes, const auto& status) {
+        OpenWindow open(model);
+        for (const QString& node : nodes)
+            open.window.goTo(node);
+        QCOMPARE(open.status(), status);
+    });
+}
+
 void frmPBTest::noLeadsBack()
 {
     OpenWindow open(u"WOODSTOCK"_s);
@@ -120,6 +138,10 @@ void frmPBTest::classicListIsWritten()
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_Delete);
     QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));
     QVERIFY(open.status().endsWith(u"aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s));
+    open.test.dialogs.expect(question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook)),
+                             Answer::No);
+    open.press("read");
+    QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));
 }
 
 void frmPBTest::listsAreSearched()
@@ -382,11 +404,15 @@ void frmPBTest::ringtonesAreSet()
     choose(3);
     open.test.dialogs.finish();
     QCOMPARE(volume.currentIndex(), 2); // as in the phone
+    QCOMPARE(open.status(), u"Nichts geändert."_s);
     open.port.handset().setFaults({.silentAfter = 1, .commands = 1});
     QCOMPARE(open.list("LvwSounds").placeholder(), u"Im Telefon sind keine eigenen Melodien gespeichert."_s);
     open.test.dialogs.agreeToAll({});
     open.press("refresh");
     QVERIFY(open.list("LvwSounds").placeholder().startsWith(u"Die Liste konnte nicht gelesen werden."_s));
+    open.port.handset().setFaults({});
+    choose(1);
+    QCOMPARE(open.status(), u"Die Einstellung war noch nicht gelesen. Bitte wählen Sie noch einmal."_s);
 }
 
 void frmPBTest::focusGoesDownwards()

@@ -49,6 +49,13 @@ MemoryGauge::Update MemoryGauge::setFree(qint64 bytes)
     return update();
 }
 
+void MemoryGauge::forget()
+{
+    const bool warned = m_warned;
+    *this = {};
+    m_warned = warned;
+}
+
 MemoryGauge::Update MemoryGauge::update()
 {
     const int value = rounded(static_cast<double>(m_free) / static_cast<double>(m_divisor));

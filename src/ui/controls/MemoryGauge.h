@@ -21,6 +21,8 @@ public:
     };
     Update setTotal(qint64 bytes);
     Update setFree(qint64 bytes);
+    /// Starts anew, but for the warning.
+    void forget();
 
     qint64 total() const { return m_total; }
     qint64 free() const { return m_free; }

@@ -58,7 +58,7 @@ void ucFfsMem::setMeFree(qint64 bytes)
 
 void ucFfsMem::forget()
 {
-    m_gauge = {};
+    m_gauge.forget();
     m_tmrWarning.stop();
     m_prgMe->setRange(0, 1);
     m_prgMe->setValue(0);

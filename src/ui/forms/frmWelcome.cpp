@@ -143,6 +143,7 @@ void frmWelcome::searchAllPorts()
         m_status->setText(u"Die Suche wird beendet ..."_s);
         return;
     }
+    Q_EMIT searchBegins();
     m_found->clear();
     m_isSearching = true;
     m_isAborted = false;

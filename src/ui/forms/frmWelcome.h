@@ -30,6 +30,7 @@ protected:
 Q_SIGNALS:
     void portChosen(int number); ///< a phone was found there, and the user wants it
     void demoWanted();
+    void searchBegins(); ///< of all ports
 
 private:
     QWidget* makeAdvice();

@@ -150,7 +150,7 @@ void fraFFS::FFSMemAct()
 {
     const obex::clsMmc::Busy busy(*m_mmc); // one of the two requests does not raise it
     qint32 bytes = 0;
-    if (readFreeBytes() && m_mmc->GetSpaceTotal(bytes, m_progress))
+    if (readFreeBytes() && !m_progress.cancelled() && m_mmc->GetSpaceTotal(bytes, m_progress))
         m_ucFfsMem->setMeTotal(bytes);
 }
 
@@ -175,6 +175,7 @@ void fraFFS::tellState(const QString& text)
 /// A reading that the user stops leaves the list as it was, if it shows that folder.
 void fraFFS::FfsListRefresh()
 {
+    const obex::clsMmc::Busy busy(*m_mmc); // the user may have stopped the operation around it
     const auto shown = std::exchange(m_listed, std::nullopt);
     if (m_mmc->IsOnline() == obex::clsMmc::Connected && m_mmc->DirAct().isEmpty()) {
         obex::DirInLvw({}, m_rows);
@@ -187,9 +188,10 @@ void fraFFS::FfsListRefresh()
         m_rows.clear();
     m_lvwFFs->setNote(u"Der Ordner wird gelesen..."_s);
     QList<obex::tObxDirEntry> entries;
-    const bool isRead = m_mmc->Dir(entries, m_progress);
+    const bool isRead = !m_progress.cancelled() && m_mmc->Dir(entries, m_progress);
     if (!isRead && m_progress.cancelled() && !isOther) {
         m_lvwFFs->setNote(note);
+        m_progress.status(u"Das Lesen des Ordners wurde abgebrochen. Die Liste ist, wie sie war."_s);
         m_listed = shown;
         return;
     }
@@ -205,6 +207,24 @@ void fraFFS::FfsListRefresh()
         tellState(u"Der Ordner ist leer."_s);
     m_listed = obex::PhonePath(m_mmc->DirAct());
     m_thumbnails->show(*m_listed, entries);
+}
+
+void fraFFS::comeBack()
+{
+    const obex::clsMmc::Busy busy(*m_mmc);
+    const int current = m_rows.current();
+    const QString currentKey = current >= 0 ? m_rows.row(current).key : QString();
+    QStringList selected;
+    for (const int row : m_rows.selectedRows())
+        selected.append(m_rows.row(row).key);
+    if (m_listed && !m_progress.cancelled() &&
+        !operations::FileAccess(m_mmc, u"comeBack"_s, m_progress).enter(*m_listed))
+        m_search->clear(); // it was typed for that folder
+    FfsListRefresh();
+    if (const int row = m_rows.indexOfKey(currentKey); row >= 0)
+        m_rows.setCurrent(row);
+    for (int row = 0; row < m_rows.count(); ++row)
+        m_rows.setSelected(row, selected.contains(m_rows.row(row).key));
 }
 
 void fraFFS::forget()
@@ -241,6 +261,7 @@ bool fraFFS::isPhoneThere()
 /// Connects again where that is lost, after a long silence of the phone.
 void fraFFS::refresh()
 {
+    const obex::clsMmc::Busy busy(*m_mmc); // one operation, which the user stops as a whole
     if (m_mmc->IsOnline() != obex::clsMmc::Connected && !m_mmc->Online(m_progress))
         return;
     FFSMemAct();
@@ -266,9 +287,12 @@ void fraFFS::openKey(const QString& key)
         return;
     }
     m_search->clear();
-    if (!changeFolder(key) && !isPhoneThere())
-        return;
-    FfsListRefresh(); // after a refusal too: the client is where it came to
+    {
+        const obex::clsMmc::Busy busy(*m_mmc);
+        if (!changeFolder(key) && !isPhoneThere())
+            return;
+        FfsListRefresh(); // after a refusal too: the client is where it came to
+    }
     m_rows.setCurrent(0);
     m_lvwFFs->setFocus();
 }

@@ -44,6 +44,10 @@ public:
     /// list.
     void FfsListRefresh();
 
+    /// Lists the folder that the list still shows, with the same rows selected: the channel was closed
+    /// meanwhile, and a new connection begins in the root.
+    void comeBack();
+
     /// Drops what was read from the phone: another one may be connected.
     void forget();
 

@@ -170,10 +170,12 @@ void fraSounds::choose(SoundEvent event)
     const int volume = widgets.volume->currentIndex() + 1;
     if (tone.isEmpty() || volume < 1) { // never read: the value for the other half is not known
         readSettings();
+        m_parts.progress.status(u"Die Einstellung war noch nicht gelesen. Bitte wählen Sie noch einmal."_s);
         return;
     }
     if (tone == widgets.toneInPhone && !agreesToOtherTone(event)) {
         readSettings();
+        m_parts.progress.status(u"Nichts geändert."_s);
         return;
     }
     const toolkit::BusyScope busy(&m_parts.busy);

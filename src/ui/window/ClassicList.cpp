@@ -50,6 +50,22 @@ bool ClassicList::isDirty() const
     return phonedata::isDirty(m_parts.program.memory, m_store);
 }
 
+QString ClassicList::obstacleTo(Command command) const
+{
+    return obstacleIn(*m_rows, command,
+                      m_store == Store::Phonebook ? u"Im Telefonbuch"_s : u"In der Providerliste"_s);
+}
+
+void ClassicList::forget()
+{
+    if (isDirty())
+        return;
+    m_rows->clear();
+    m_isRead = false;
+    m_origin.forget();
+    Q_EMIT stateChanged(ListState::NotRead);
+}
+
 void ClassicList::run(Command command)
 {
     switch (command) {
@@ -96,8 +112,8 @@ void ClassicList::read()
     const CommandResult result = readClassicList(
         {m_parts.program.line, m_parts.program.memory, m_rows.get(), &m_parts.busy, m_parts.progress},
         m_store);
-    if (result == CommandResult::Refused) {
-        Q_EMIT stateChanged(m_isRead ? ListState::Read : ListState::NotRead);
+    if (result == CommandResult::Refused) { // the changes stay
+        Q_EMIT stateChanged(ListState::NotWritten);
         return;
     }
     const phonedata::StoreContent& content = phonedata::contentOf(m_parts.program.memory, m_store);
@@ -171,8 +187,6 @@ void ClassicList::showForm(int row)
 void ClassicList::edit(bool existing)
 {
     const int row = existing ? rowToEdit(*m_rows) : -1;
-    if (existing && row < 0)
-        return;
     static constexpr std::array<void (ClassicList::*)(int), 2> forms = {&ClassicList::showForm<frmTBentry>,
                                                                         &ClassicList::showForm<frmNEentry>};
     (this->*phonedata::rowOf(forms, m_store))(row);
@@ -181,8 +195,6 @@ void ClassicList::edit(bool existing)
 void ClassicList::deleteSelected()
 {
     const qsizetype count = m_rows->selectedRows().size();
-    if (count == 0)
-        return;
     const Answer answer =
         m_parts.program.context.dialogs.Show({.text = u"%1 Einträge wirklich löschen?"_s.arg(count),
                                               .buttons = Buttons::YesNo,

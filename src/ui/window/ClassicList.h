@@ -28,7 +28,11 @@ public:
     /// yet.
     bool isWriting() const { return m_isWriting; }
 
+    QString obstacleTo(Command command) const override;
     void run(Command command) override;
+
+    /// Another phone may be connected. A list that waits to be written stays.
+    void forget();
 
     /// A line of the menu mnuOpen: 0 any folder, 1 the folder of automatic backups.
     void openBackup(int choice);

@@ -24,6 +24,9 @@ class CommandTarget
 public:
     virtual ~CommandTarget() = default;
 
+    /// Says why a command has nothing to act on. Empty if it has.
+    virtual QString obstacleTo(Command) const { return {}; }
+
     /// Carries a command out. Does nothing for a command that it doesn't know.
     virtual void run(Command command) = 0;
 };

@@ -88,8 +88,19 @@ void ConnectionLight::watch()
     if (!m_search->isEnabled())
         return;
     const State now = state();
-    if (std::exchange(m_told, now) != now && now != State::Connected)
+    if (std::exchange(m_told, now) == now)
+        return;
+    if (now == State::Connected)
+        Q_EMIT regained();
+    else
         Q_EMIT lost(toolTip());
+}
+
+/// A search may have found the phone again while the window was hidden.
+void ConnectionLight::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    watch();
 }
 
 void ConnectionLight::refresh()

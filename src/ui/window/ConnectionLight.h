@@ -29,6 +29,10 @@ public:
 Q_SIGNALS:
     void searchWanted();
     void lost(const QString& advice); ///< the phone does not answer, or the port is gone; nothing runs
+    void regained();                  ///< the phone answers again; nothing runs
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     enum class State { Connected, Silent, Gone };
@@ -40,7 +44,7 @@ private:
     QLabel* m_text;
     QToolButton* m_search;
     bool m_isEmulated = false;
-    State m_told = State::Connected; ///< the last state that lost() was about
+    State m_told = State::Connected; ///< the last state that lost() or regained() was about
 };
 
 } // namespace kalmo::ui

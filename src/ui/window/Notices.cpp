@@ -11,6 +11,13 @@ int rowToEdit(const toolkit::ListRows& rows)
     return selected.contains(rows.current()) ? rows.current() : selected.value(0, rows.current());
 }
 
+QString obstacleIn(const toolkit::ListRows& rows, Command command, const QString& place)
+{
+    const bool hasNone = (command == Command::Delete && rows.selectedRows().isEmpty()) ||
+                         (command == Command::Edit && rowToEdit(rows) < 0);
+    return hasNone ? place + u" ist nichts markiert."_s : QString();
+}
+
 bool tellIfEmpty(app::Context& context, const toolkit::ListRows& rows)
 {
     if (rows.count() > 0)

@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int barWidth = 220;
-}
+const QString ready = u"Bereit."_s;
+} // namespace
 
 StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     : QStatusBar(parent), m_text(new StatusLabel(this)), m_bar(new ProgressStrip(this)),
@@ -34,6 +35,7 @@ StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     addPermanentWidget(m_cancel);
     addPermanentWidget(m_connection);
     connect(m_connection, &ConnectionLight::lost, this, &StatusArea::showAdvice);
+    connect(m_connection, &ConnectionLight::regained, this, &StatusArea::takeAdviceBack);
     connect(m_connection, &ConnectionLight::searchWanted, this, &StatusArea::searchWanted);
     // Otherwise the bar would grow and shrink with the button.
     setMinimumHeight(m_cancel->sizeHint().height() + 6);
@@ -81,9 +83,25 @@ void StatusArea::showAdvice(const QString& advice)
 {
     QString before = m_text->Text();
     before = before.remove(std::exchange(m_advice, advice)).trimmed();
-    const bool isResult = before.endsWith(u'.') && !before.endsWith(u"..."_s) && before != u"Bereit."_s;
+    const bool isResult = before.endsWith(u'.') && !before.endsWith(u"..."_s) && before != ready;
     m_text->SetText(isResult ? before + u' ' + advice : advice);
     Q_EMIT connectionLost();
+}
+
+/// Keeps what was shown beside the advice.
+void StatusArea::takeAdviceBack()
+{
+    const QString advice = std::exchange(m_advice, {});
+    QString text = m_text->Text();
+    if (advice.isEmpty() || !text.contains(advice))
+        return;
+    text = text.remove(advice).trimmed();
+    m_text->SetText(text.isEmpty() ? ready : text);
+}
+
+void StatusArea::showReady()
+{
+    m_text->SetText(m_advice.isEmpty() ? ready : m_advice);
 }
 
 void StatusArea::showBytes(qint64 count)

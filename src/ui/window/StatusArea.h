@@ -45,6 +45,11 @@ public:
     /// Panel "sta" while bytes come in: its text up to the dots, followed by the count.
     void showBytes(qint64 count);
     void setText(const QString& text) { m_text->SetText(text); }
+    /// The text of the panel "sta", also of one that is held back.
+    QString text() const { return m_text->Text(); }
+    /// Says that nothing runs, in place of the sentence about the last operation. The advice about a lost
+    /// connection stays.
+    void showReady();
     /// Shows a text in place of the operation's own ones until it ends.
     void hold(const QString& text) { m_text->hold(text); }
 
@@ -55,6 +60,7 @@ Q_SIGNALS:
 
 private:
     void showAdvice(const QString& advice);
+    void takeAdviceBack();
 
     StatusLabel* m_text;
     ProgressStrip* m_bar;
@@ -62,7 +68,7 @@ private:
     ConnectionLight* m_connection;
     std::unique_ptr<WindowBusy> m_busy;
     bool m_offersCancel = false;
-    QString m_advice; // that is shown
+    QString m_advice; // about the connection that is lost now
 };
 
 } // namespace kalmo::ui

@@ -101,6 +101,11 @@ QString VcardList::caption() const
            u" belegt"_s;
 }
 
+QString VcardList::obstacleTo(Command command) const
+{
+    return obstacleIn(*m_rows, command, u"Im Telefonbuch"_s);
+}
+
 void VcardList::run(Command command)
 {
     switch (command) {
@@ -200,8 +205,6 @@ void VcardList::edit()
 
 void VcardList::deleteSelected()
 {
-    if (m_rows->selectedRows().isEmpty())
-        return;
     const int before = m_rows->count();
     const CommandResult result = VcfDeleteSelected(*m_store, m_parts.progress);
     const int gone = before - m_rows->count();

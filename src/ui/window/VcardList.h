@@ -24,6 +24,7 @@ public:
     /// "Telefonbuch - 250 Speicherplätze, 12 belegt"
     QString caption() const;
 
+    QString obstacleTo(Command command) const override;
     void run(Command command) override;
 
     /// Discards the phone's contacts, so that no LUID of one phone is ever used on another.

@@ -261,7 +261,7 @@ void frmPB::layOut()
     setStatusBar(m_sta);
     // The reminders below stay readable just while the phone is busy.
     m_sta->setBlocked({m_splitter, m_tlb, menuBar()});
-    m_sta->setText(u"Bereit."_s);
+    m_sta->showReady();
     m_tvwNavi->setFocus();
 }
 

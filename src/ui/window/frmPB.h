@@ -61,8 +61,8 @@ public:
 
     /// Says in the status bar that the phone is an emulated one.
     void showEmulated(bool isEmulated);
-    /// A search has found a phone of the same model again. The data of the phone before it is read again when
-    /// the window is shown next. Lists that wait to be written stay.
+    /// A search has found a phone of the same model again. Nothing of the phone before it stays, and what is
+    /// in front is read again when the window is shown next. Lists that wait to be written stay.
     void forgetPhone();
     /// A search begins: the data of the phone so far are not shown any more.
     void forgetDevice();
@@ -128,11 +128,14 @@ private:
     void enterSection(const QString& key);
     void enterPhonebook(const QString& key);
     void enterProviders(const QString& key);
+    void readShownList();
     void enterDiverse(const QString& key);
     void enterSounds(const QString& key);
     void enterPanel(const QString& key, QWidget* panel, int mode, int section);
     void enterSponsor(const QString& key);
     void enterFiles(const QString& key);
+    void openFiles(void (fraFFS::*list)());
+    void returnToFiles();
     void enterSettings(const QString& key);
     void enterAreaCodes(const QString& key);
     void wantSearch();
@@ -147,7 +150,6 @@ private:
 
     // Commands
     void press(Command command);
-    void runCommand(Command command);
     void popUp(Command command);
     void showFormerStates();
     operations::RecordedList recordedListInFront() const;

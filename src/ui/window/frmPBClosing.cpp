@@ -186,9 +186,11 @@ bool frmPB::saveUnwritten()
 bool frmPB::closeChannel()
 {
     const bool isThere = m_program.line.port().IsOpen() || m_mmc->IsOnline() == obex::clsMmc::Connected;
-    const bool isClosed = !isInDataMode() || !isThere || m_mmc->Offline(m_parts.progress);
-    if (!isClosed)
-        return false;
+    if (isInDataMode() && isThere) {
+        if (!m_mmc->Offline(m_parts.progress))
+            return false;
+        m_sta->showReady();
+    }
     m_reminders->hideKind(Reminders::CloseFfs);
     m_reminders->showKind(Reminders::NoMenu);
     return true;

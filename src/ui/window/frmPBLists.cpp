@@ -192,7 +192,7 @@ void frmPB::showFormerStates()
     dialog.exec();
     readAgain(dialog.changedLists());
     if (interruptsFiles && !m_closeWanted)
-        enterFiles(nodes::Files.toString());
+        returnToFiles();
 }
 
 /// Reads the lists that came back into the phone, so that no older list is written over them.

@@ -1,5 +1,6 @@
 // The main window's navigation: entering and leaving sections, and their commands.
 
+#include "obex/clsMmcOperation.h"
 #include "obex/DataChannel.h"
 #include "operations/PhoneIdentity.h"
 #include "ui/help/HelpWindow.h"
@@ -91,6 +92,8 @@ void frmPB::enterSection(const QString& key)
 void frmPB::showPanel(QWidget* panel, const QString& node)
 {
     m_nodes[panel] = node;
+    if (m_panels->currentWidget() != panel) // the sentence in the status bar is about the other section
+        m_sta->showReady();
     m_panels->showPanel(panel);
 }
 
@@ -185,10 +188,7 @@ void frmPB::enterPhonebook(const QString& key)
     m_reminders->setShown(Reminders::Save, m_program.memory.TbDirty);
     showPanel(m_contacts ? m_fraVCF : m_fraPBTB, key);
     setMode(ModePhonebook, SectionPhonebook);
-    if (m_contacts && !m_contacts->isRead())
-        press(Command::Refresh);
-    else if (m_phonebook && !m_phonebook->isRead())
-        press(Command::Read);
+    readShownList();
     (m_contacts ? m_fraVCF : m_fraPBTB)->view().setFocus();
 }
 
@@ -197,9 +197,20 @@ void frmPB::enterProviders(const QString& key)
     m_reminders->setShown(Reminders::Save, m_program.memory.NeDirty);
     showPanel(m_fraPBNE, key);
     setMode(ModeProviders, SectionProviders);
-    if (!m_providers->isRead())
-        press(Command::Read);
+    readShownList();
     m_fraPBNE->view().setFocus();
+}
+
+/// Reads the list in front if that was not done yet.
+void frmPB::readShownList()
+{
+    const QWidget* shown = m_panels->currentWidget();
+    if (m_contacts && shown == m_fraVCF && !m_contacts->isRead())
+        press(Command::Refresh);
+    else if (m_phonebook && shown == m_fraPBTB && !m_phonebook->isRead())
+        press(Command::Read);
+    else if (m_providers && shown == m_fraPBNE && !m_providers->isRead())
+        press(Command::Read);
 }
 
 void frmPB::enterDiverse(const QString& key)
@@ -234,19 +245,32 @@ void frmPB::enterFiles(const QString& key)
 {
     showPanel(m_fraFFS, key);
     m_guard.ActiveSection = SectionFiles;
-    if (m_isStuck)
-        return;
-    if (m_program.line.mode() == link::LineMode::Text) { // for the records of what is changed in the section
-        const toolkit::BusyScope busy(&m_parts.busy);
+    if (!m_isStuck)
+        openFiles(&fraFFS::FfsListRefresh);
+    m_fraFFS->view().enter();
+}
+
+/// Opens the data channel and lists a folder, as one operation that the user may stop.
+void frmPB::openFiles(void (fraFFS::*list)())
+{
+    const obex::clsMmc::Busy busy(*m_mmc);
+    if (m_program.line.mode() == link::LineMode::Text) // for the records of what is changed in the section
         operations::identifyPhone(m_program.line);
-    }
     if (!m_mmc->Online(m_parts.progress))
         return;
     m_reminders->showKind(Reminders::CloseFfs);
     m_reminders->hideKind(Reminders::NoMenu);
     FFSMemAct();
     if (!m_mmc->stopAsked())
-        FfsListRefresh();
+        (m_fraFFS->*list)();
+}
+
+/// Opens the files again after a command of another section. The sentence about that command stays.
+void frmPB::returnToFiles()
+{
+    const QString sentence = m_sta->text();
+    openFiles(&fraFFS::comeBack);
+    m_sta->setText(sentence);
     m_fraFFS->view().enter();
 }
 
@@ -302,8 +326,7 @@ void frmPB::firstShown()
         return;
     if (m_fraSounds)
         m_fraSounds->load();
-    else if (m_contacts && m_panels->currentWidget() == m_fraVCF && !m_contacts->isRead())
-        press(Command::Refresh);
+    readShownList();
     if (m_panels->currentWidget() == m_fraDIV)
         press(Command::Refresh);
     if (isFilesInFront()) // after a new search: opens the data channel again
@@ -320,8 +343,13 @@ void frmPB::forgetPhone()
     m_program.memory.forget();
     if (m_contacts)
         m_contacts->forget();
+    for (ClassicList* list : {m_phonebook, m_providers}) {
+        if (list)
+            list->forget();
+    }
     if (m_fraFFS)
         m_fraFFS->forget();
+    m_sta->showReady();
     m_wasShown = false;
 }
 
@@ -356,25 +384,24 @@ void frmPB::press(Command command)
     // A key of a list may send a command that its section does not offer now.
     if (m_sta->isBusy() || !m_actions[command]->isEnabled())
         return;
+    CommandTarget* target = m_targets.value(m_toolbarMode);
+    if (!target)
+        return;
+    if (const QString text = target->obstacleTo(command); !text.isEmpty()) {
+        m_sta->setText(text);
+        return;
+    }
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
     if (interruptsFiles && isInDataMode())
         m_sta->hold(u"Das Dateisystem wird für das Telefonbuch kurz geschlossen ..."_s);
     if (needsLine(command) && !regainLine())
         return;
-    runCommand(command);
-    if (interruptsFiles && !m_closeWanted)
-        enterFiles(nodes::Files.toString());
-}
-
-void frmPB::runCommand(Command command)
-{
-    CommandTarget* target = m_targets.value(m_toolbarMode);
-    if (!target)
-        return;
     // Of the commands without OBEX only reading can be stopped: a store half written is half lost.
     m_sta->offerCancel(command == Command::Read);
     target->run(command);
     m_sta->offerCancel(false);
+    if (interruptsFiles && !m_closeWanted)
+        returnToFiles();
 }
 
 void frmPB::popUp(Command command)
