@@ -17,11 +17,10 @@ endforeach()
 install(TARGETS m9b g722demo RUNTIME DESTINATION "${KALMO_PROGRAM_DIR}/Plugins")
 install(DIRECTORY "${CMAKE_SOURCE_DIR}/src/transfer/export/ExportVorlagen" DESTINATION "${KALMO_PROGRAM_DIR}")
 
-foreach(program IN LISTS programs)
+foreach(program IN LISTS programs ITEMS m9b g722demo)
     install(FILES "packaging/${program}.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
     install(FILES "packaging/de/${program}.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/de/man1")
 endforeach()
-install(FILES packaging/m9b.1 packaging/g722demo.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES packaging/kalmoctl.bash DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME kalmoctl)
 # The udev of a system reads its own folder only; another prefix is for looking at it.
 set(KALMO_UDEV_DIR "lib/udev/rules.d" CACHE STRING "Folder of the udev rule, below the prefix unless absolute")
