@@ -58,6 +58,11 @@ struct Faults
     int requests = 0;
     qint64 dataBytes = 0;
 
+    /// Return true if the fault happens at the command, or request, that runs. The counters are 0 if the
+    /// faults were set in the middle of it.
+    bool isDueAtCommand(int at) const { return at > 0 && commands == at; }
+    bool isDueAtRequest(int at) const { return at > 0 && requests == at; }
+
     /// Counts an AT command. Returns true if it is one to refuse.
     bool refusesNext(const QByteArray& command)
     {

@@ -144,7 +144,7 @@ void AtLayer::run(const QByteArray& line)
     const AtCommand* command = findCommand(request, m_phone);
     m_running = {.request = request,
                  .ending = endingOf(command, request, m_phone),
-                 .late = faults.commands == faults.lateAt};
+                 .late = faults.isDueAtCommand(faults.lateAt)};
     m_state = State::Running;
     if (m_phone.lineEnd() == LineEnd::CrLf)
         m_running.ending = Ending::Either; // it has been read as CR LF already
@@ -160,7 +160,7 @@ void AtLayer::run(const QByteArray& line)
     const double own = (command ? command->seconds : unknownCommandSeconds) + result.seconds;
     const double late = m_running.late ? faults.lateBy : 0;
     m_timers.after((m_phone.options.atOnce ? 0 : own) + late,
-                   [this, result, hangUp = faults.commands == faults.hangUpAt] {
+                   [this, result, hangUp = faults.isDueAtCommand(faults.hangUpAt)] {
                        if (hangUp)
                            m_line.hangUp();
                        else
@@ -215,9 +215,9 @@ QByteArray AtLayer::wireForm(const AtAnswer& answer) const
         text += "+CME ERROR: " + QByteArray::number(answer.why) + "\r\n";
 
     const Faults& faults = m_phone.faults;
-    if (faults.commands == faults.noiseAt)
+    if (faults.isDueAtCommand(faults.noiseAt))
         text.prepend(noise.toByteArray());
-    if (faults.commands == faults.loseByteAt)
+    if (faults.isDueAtCommand(faults.loseByteAt))
         text.remove(text.size() / 2, 1);
     return text;
 }

@@ -126,7 +126,7 @@ void DataModeLayer::run(const QByteArray& request)
         return;
     const ObexServer::Answer answer = m_server.handle(parsePacket(request));
     m_leaves = answer.disconnected && m_phone.options.profile == Profile::GeneralCprot;
-    const bool late = m_phone.faults.requests == m_phone.faults.lateRequestAt;
+    const bool late = m_phone.faults.isDueAtRequest(m_phone.faults.lateRequestAt);
     m_disturbed = late; // a client that speaks before a late answer can't know better
     const double own = m_phone.options.atOnce ? 0 : answer.seconds;
     m_timers.after(own + (late ? m_phone.faults.lateBy : 0), [this, frame = answer.frame] {
@@ -138,9 +138,9 @@ void DataModeLayer::run(const QByteArray& request)
 void DataModeLayer::send(QByteArray frame)
 {
     const Faults& faults = m_phone.faults;
-    if (faults.requests == faults.wrongLengthAt)
+    if (faults.isDueAtRequest(faults.wrongLengthAt))
         qToBigEndian(static_cast<quint16>(frame.size() + faults.wrongLengthBy), frame.data() + 1);
-    if (faults.requests == faults.surplusAt)
+    if (faults.isDueAtRequest(faults.surplusAt))
         frame += surplus;
     m_line.send(frame);
 }

@@ -48,7 +48,7 @@ ObexServer::Answer ObexServer::handle(const ObexPacket& request)
     if (m_connected && request.size > m_phone.maxPacket())
         complain(u"a frame of %1 bytes, above MaxPacket %2"_s.arg(request.size).arg(m_phone.maxPacket()));
     Faults& faults = m_phone.faults;
-    if (faults.requests == faults.refuseAt) {
+    if (faults.isDueAtRequest(faults.refuseAt)) {
         m_in = {};
         m_out = {};
         return answer(static_cast<quint8>(faults.refuseCode));

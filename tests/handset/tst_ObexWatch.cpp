@@ -119,6 +119,11 @@ private Q_SLOTS:
             QCOMPARE(answers, wantedAnswers);
             QCOMPARE(talk.violations(), QStringList());
         });
+
+        ObexTalk talk({.model = u"S68H"_s});
+        talk.ask(connectFolders);
+        talk.clock.after(0.01, [&] { talk.port.handset().setFaults({}); }); // in the middle of the request
+        QCOMPARE(talk.ask(toRoot), ok);
     }
 
     /// Bytes of any kind, cut anywhere: no crash, and the way back is always open.

@@ -334,6 +334,11 @@ private Q_SLOTS:
     /// Nothing else can be used before an import that was closed at once has ended.
     void closedBeforeTheBook()
     {
+        Import unseen(u"PICASSO"_s, ui::ImportFrom::AddressBook);
+        unseen.form->close(); // ahead of its first event
+        QCoreApplication::processEvents();
+        QCOMPARE(unseen.test.clock.elapsed(), 0.0);
+
         Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
         bool hasStayed = false;
         made.test.clock.after(0.05, [&] {

@@ -141,6 +141,8 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
 /// The dialog for an address book begins with the question for its file.
 void frmImportPb::activateBook()
 {
+    if (!isVisible()) // closed at once
+        return;
     m_isPausing = true;
     m_program.context.clock.WaitSeconds(pauseBeforeBook);
     m_isPausing = false;
