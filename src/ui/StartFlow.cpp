@@ -247,10 +247,12 @@ void StartFlow::onCancelled()
     const bool wasConnected = std::exchange(m_wasConnected, false);
     if (!m_main)
         return;
-    if (wasConnected && !m_program.line.port().IsOpen())
+    if (wasConnected && !m_program.line.port().IsOpen()) {
         searchNow();
-    else
-        m_main->show();
+        return;
+    }
+    m_main->show();
+    openFiles();
 }
 
 /// Runs before the settings close the port. With another port the window is destroyed, after the lists in it
