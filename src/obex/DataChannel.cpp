@@ -207,16 +207,23 @@ bool recoverPort(Line& line, int rate, const Progress& progress)
     return link::openPort(line) && recoverLine(line, progress);
 }
 
-std::optional<int> unclosedPort(const app::Context& context)
+std::optional<UnclosedSession> unclosedSession(const app::Context& context)
 {
-    if (app::get(context.settings, app::keys::LastUnclosedObexDevice) == app::noValue())
+    const QString device = app::get(context.settings, app::keys::LastUnclosedObexDevice);
+    if (device == app::noValue())
         return {};
-    return app::get(context.settings, app::keys::LastUnclosedObexDeviceCOM).toInt();
+    return UnclosedSession{device, app::get(context.settings, app::keys::LastUnclosedObexDeviceCOM).toInt()};
+}
+
+void rememberUnclosed(app::Context& context, const UnclosedSession& session)
+{
+    remember(context.settings, session.device, QString::number(session.port));
 }
 
 bool isSessionUnclosed(const app::Context& context)
 {
-    return unclosedPort(context) == link::portNumber(context);
+    const auto session = unclosedSession(context);
+    return session && session->port == link::portNumber(context);
 }
 
 bool takeBackUnclosed(Line& line, const Progress& progress)

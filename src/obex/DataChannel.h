@@ -37,8 +37,18 @@ bool recoverLine(link::Line& line, const toolkit::Progress& progress);
 /// Opens the port in use, unless it is open, and does the same at a baud rate. The port stays open.
 bool recoverPort(link::Line& line, int rate, const toolkit::Progress& progress);
 
-/// Number of the port that the reminder of a session without an end is about, nothing without a reminder.
-std::optional<int> unclosedPort(const app::Context& context);
+/// A session that did not end, as the settings remember it.
+struct UnclosedSession
+{
+    QString device; ///< what the phone calls itself
+    int port = 0;   ///< its number
+};
+
+/// The reminder of a session without an end, nothing without one.
+std::optional<UnclosedSession> unclosedSession(const app::Context& context);
+
+/// Writes a reminder that was deleted once more, so that it outlives a run that did not take the phone back.
+void rememberUnclosed(app::Context& context, const UnclosedSession& session);
 
 /// Returns true if the reminder says that the last run left the phone at the port in use in its data mode.
 bool isSessionUnclosed(const app::Context& context);

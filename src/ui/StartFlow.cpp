@@ -2,10 +2,10 @@
 
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
-#include "obex/DataChannel.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/forms/frmWelcome.h"
+#include "ui/TakeBack.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/mdlFormResize.h"
@@ -43,15 +43,6 @@ bool isDemo(const app::Sy& sy)
 {
     return sy.ComNoEmulated > 0 && sy.ComNoForThisRun == sy.ComNoEmulated;
 }
-
-/// The splash's abort flag as a cancel box.
-struct AbortBox : toolkit::CancelBox
-{
-    explicit AbortBox(const link::SearchView& searchView) : view(searchView) {}
-    bool Checked() const override { return view.aborted(); }
-
-    const link::SearchView& view;
-};
 
 } // namespace
 
@@ -96,15 +87,19 @@ void StartFlow::runSearch()
         m_main->forgetDevice();
     m_start->showPort(describePort(m_program));
     auto start = link::SearchStart::FirstRate;
-    const bool isUnclosed =
-        !isDemo(m_program.context.sy) && m_unclosedPort == link::portNumber(m_program.context);
-    if (isUnclosed)
+    const bool isUnclosed = !isDemo(m_program.context.sy) && m_unclosed &&
+                            m_unclosed->port == link::portNumber(m_program.context);
+    if (isUnclosed) {
+        obex::rememberUnclosed(m_program.context, *m_unclosed); // until the phone is back
         start = takeLineBack();
+    }
     link::PhoneSearch search(m_program.line, *m_start, m_program.desktop);
     const link::SearchOutcome outcome = search.SearchPhone(start);
     m_start.reset();
-    if (isUnclosed && outcome == link::SearchOutcome::PhoneFound)
-        m_unclosedPort.reset();
+    if (isUnclosed && outcome == link::SearchOutcome::PhoneFound) {
+        m_unclosed.reset();
+        obex::forgetUnclosed(m_program.context);
+    }
     if (outcome == link::SearchOutcome::PhoneFound && dropsOtherWindow()) {
         showMainWindow();
         return;
@@ -145,11 +140,8 @@ void StartFlow::takeOldPhone()
 /// A port that does not open is left to the search.
 link::SearchStart StartFlow::takeLineBack()
 {
-    m_start->setStatus(u"Das Telefon wird wieder ansprechbar gemacht ..."_s);
     m_start->clearAborted();
-    AbortBox abort(*m_start);
-    obex::takeBackUnclosed(m_program.line, {.cancel = &abort});
-    m_program.line.ClosePort(); // the search opens it with its own settings
+    takeUnclosedBack(m_program, *m_start);
     return m_start->aborted() ? link::SearchStart::AfterAbort : link::SearchStart::FirstRate;
 }
 
@@ -309,10 +301,15 @@ void StartFlow::ReadSettingsToForm()
         connect(m_settings.get(), &frmEinstellungen::welcomeWanted, this, &StartFlow::welcome);
     }
     m_settings->ReadSettingsToForm();
-    // The start sequence deletes this value after its reminder. A phone that has not answered since may still
-    // be in its data mode.
-    if (const auto port = obex::unclosedPort(m_program.context))
-        m_unclosedPort = port;
+    noteUnclosed();
+}
+
+/// The start sequence deletes the reminder after it has shown it. A phone that has not answered since may
+/// still be in its data mode.
+void StartFlow::noteUnclosed()
+{
+    if (const auto session = obex::unclosedSession(m_program.context))
+        m_unclosed = session;
 }
 
 void StartFlow::showSettings()
@@ -330,7 +327,10 @@ void StartFlow::welcome()
         m_wasConnected = m_wasConnected || m_program.line.port().IsOpen();
         m_main->closeChannel(); // the search opens one port after the other
     }
+    noteUnclosed();
     m_welcome = std::make_unique<frmWelcome>(m_program, m_settings.get());
+    if (m_unclosed)
+        m_welcome->takeBackAt(m_unclosed->port);
     connect(m_welcome.get(), &frmWelcome::portChosen, this, [this](int number) {
         m_welcome->hide();
         app::Sy& sy = m_program.context.sy;

@@ -2,6 +2,7 @@
 
 #include "app/StartSequence.h"
 #include "link/mdlSearch.h"
+#include "obex/DataChannel.h"
 #include "ui/DemoHandset.h"
 #include "ui/Program.h"
 
@@ -54,6 +55,7 @@ private:
     void searchAgain();
     void searchNow();
     void presentSettings();
+    void noteUnclosed();
     void leaveDemo();
     void onSaved(bool otherPort);
     void onCancelled();
@@ -68,10 +70,11 @@ private:
     std::unique_ptr<frmWelcome> m_welcome;
     std::unique_ptr<frmPB> m_main;
     DemoHandset m_demo;
-    int m_ownPort = 0;                 // ComNoForThisRun before the emulated handset's was used
-    bool m_wasConnected = false;       // before the search of all ports
-    std::optional<int> m_unclosedPort; // a phone was left in its data mode here, and none was found since
-    app::Sy m_mainSy;                  // as it was when the main window got its phone
+    int m_ownPort = 0;           // ComNoForThisRun before the emulated handset's was used
+    bool m_wasConnected = false; // before the search of all ports
+    // A phone was left in its data mode, and none was found at its port since.
+    std::optional<obex::UnclosedSession> m_unclosed;
+    app::Sy m_mainSy; // as it was when the main window got its phone
 };
 
 } // namespace kalmo::ui

@@ -278,7 +278,7 @@ private Q_SLOTS:
             test.sy.ComNoForThisRun = inUse;
             QCOMPARE(obex::isSessionUnclosed(test.context), inUse == 7);
             obex::forgetUnclosed(test.context);
-            QCOMPARE(obex::unclosedPort(test.context).has_value(), inUse == 8);
+            QCOMPARE(obex::unclosedSession(test.context).has_value(), inUse == 8);
         }
     }
 

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void keepsTheMainWindowForTheSamePhoneOnly();
     void losesNoListThatWaitsToBeWritten();
     void newcomerFindsThePhone();
+    void findsAPhoneInItsDataMode();
     void demoIsConnectedAgain();
     void leavesTheDemoForTheOwnPhone_data();
     void leavesTheDemoForTheOwnPhone();
@@ -299,6 +300,31 @@ void tst_Start::newcomerFindsThePhone()
     QCOMPARE(connection(), before);
 }
 
+/// The search of all ports takes back a phone that the last run left.
+void tst_Start::findsAPhoneInItsDataMode()
+{
+    OneDevice oneDevice;
+    TestProgram left(u"S68H"_s);
+    left.test.clock.runToolkitEvents(true);
+    left.test.sy.StorageForThisRun = left.test.storage;
+    link::PortTable ports{left.test.settings, oneDevice};
+    left.test.sy.ComNo = ports.numbers().first();
+    left.test.sy.PhoneID = u"S68H"_s;
+    app::put(left.test.settings, app::keys::PrefDetectBaud, left.port.BaudRate());
+    QVERIFY(std::make_shared<obex::clsMmc>(left.line)->Online({}));
+    left.port.Close();
+    ui::Program program{left.context, left.line, left.desktop, ports, left.memory};
+    ui::StartFlow flow(program, {});
+    flow.begin();
+    for (int round = 0; round < 1000 && !shown<ui::frmWelcome>(); ++round)
+        QCoreApplication::processEvents();
+    const auto* welcome = shown<ui::frmWelcome>();
+    QVERIFY(welcome && left.port.handset().isInDataMode());
+    QTest::mouseClick(&child<QPushButton>(*welcome, "cmdSearch"), Qt::LeftButton);
+    QVERIFY(child<QPushButton>(*welcome, "cmdConnect").isEnabled());
+    QVERIFY(!left.port.handset().isInDataMode());
+}
+
 void tst_Start::demoIsConnectedAgain()
 {
     Run run;
@@ -403,6 +429,7 @@ void tst_Start::stopsTheSearchByKey()
 void tst_Start::stopsWhileAPhoneIsTakenBack()
 {
     Run run;
+    run.port.handset().setFaults({.silentAfter = 1, .commands = 1});
     app::put(run.test.settings, app::keys::Version, u"1.9.8"_s);
     app::put(run.test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
     app::put(run.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
@@ -413,6 +440,7 @@ void tst_Start::stopsWhileAPhoneIsTakenBack()
     run.test.clock.after(1, [] { QTest::keyClick(shown<ui::frmStart>()->windowHandle(), Qt::Key_Escape); });
     run.flow.begin();
     QVERIFY(run.waitFor<ui::frmEinstellungen>()); // and no search before it
+    QCOMPARE(app::get(run.test.settings, app::keys::LastUnclosedObexDevice), u"SL450"_s); // for the next run
 }
 
 void tst_Start::savesEverySetting()

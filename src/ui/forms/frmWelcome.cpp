@@ -5,11 +5,13 @@
 #include "ui/controls/ucHeadline.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/help/HelpWindow.h"
+#include "ui/TakeBack.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QProgressBar>
+#include <QScopedValueRollback>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -154,7 +156,7 @@ void frmWelcome::searchAllPorts()
     const QList<int> numbers = m_program.ports.numbers();
     for (const int number : numbers) {
         if (!m_isAborted)
-            showFound(link::scanPort(m_program.line, *this, m_program.desktop, number));
+            searchPort(number);
     }
     m_isSearching = false;
     m_progress->hide();
@@ -167,6 +169,20 @@ void frmWelcome::searchAllPorts()
                       : m_isAborted ? u"Die Suche wurde abgebrochen."_s
                                     : u"Die Suche ist beendet."_s);
     offerConnecting();
+}
+
+void frmWelcome::searchPort(int number)
+{
+    if (number == m_unclosedPort) {
+        app::Sy& sy = m_program.context.sy;
+        const QScopedValueRollback port(sy.ComNoForThisRun, number);
+        const QScopedValueRollback shownPort(sy.ComNo);
+        const QScopedValueRollback settings(sy.ComSettings);
+        m_program.line.ClosePort(); // another one may be open
+        takeUnclosedBack(m_program, *this);
+    }
+    if (!m_isAborted)
+        showFound(link::scanPort(m_program.line, *this, m_program.desktop, number));
 }
 
 void frmWelcome::showFound(const FoundAtPort& found)

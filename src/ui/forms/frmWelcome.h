@@ -22,6 +22,8 @@ class frmWelcome : public QDialog, private link::SearchView
 public:
     explicit frmWelcome(Program& program, QWidget* parent = nullptr);
 
+    /// The search takes a phone at that port out of its data mode first.
+    void takeBackAt(int number) { m_unclosedPort = number; }
     void reject() override;
 
 protected:
@@ -36,6 +38,7 @@ private:
     QWidget* makeAdvice();
     QWidget* makeSearch();
     void searchAllPorts();
+    void searchPort(int number);
     void showFound(const link::FoundAtPort& found);
     void offerConnecting();
     void connectToChosen();
@@ -53,6 +56,7 @@ private:
     QPushButton* m_connect;
     QPushButton* m_demo;
     QPushButton* m_settings;
+    int m_unclosedPort = 0; // 0 for none
     bool m_isSearching = false;
     bool m_isAborted = false;
 };
