@@ -137,17 +137,29 @@ std::optional<ContactReading> VcardStore::readCards(const Progress& progress)
 
 bool VcardStore::VcfReadList(const Progress& progress)
 {
-    if (!m_client->line().isWaiting()) {
+    const bool isAllowed = !m_client->line().isWaiting();
+    std::vector<toolkit::ListRow> rowsBefore;
+    std::optional<ContactReading> readingBefore;
+    if (isAllowed) {
+        for (int row = 0; row < m_list->count(); ++row)
+            rowsBefore.push_back(m_list->row(row));
+        readingBefore = std::exchange(m_last, std::nullopt);
         m_list->clear();
-        m_last.reset();
     }
-    return inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, [this](const Progress& shown) {
+    const auto read = [this](const Progress& shown) {
         const auto reading = readCards(shown);
         if (!reading || !acceptCount(*reading))
             return false;
         showReading(*reading);
         return true;
-    });
+    };
+    const bool isRead = inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, read);
+    if (isAllowed && !isRead && progress.cancelled()) {
+        m_list->clear();
+        m_list->addAll(std::move(rowsBefore));
+        m_last = std::move(readingBefore);
+    }
+    return isRead;
 }
 
 /// Asks about a reading whose number of cards is not the phone's own count. Returns true if it may be shown.

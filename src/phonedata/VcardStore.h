@@ -71,8 +71,8 @@ public:
     /// Their difference. Nothing where the capacity is not known; used entries that are not known count as 0.
     std::optional<int> freePlaces() const;
 
-    /// Reads the phonebook into the list. Returns true if it was read; otherwise the list is empty. The
-    /// phone's failures have been shown, but not that the command as a whole has failed.
+    /// Reads the phonebook into the list. If that returns false the list is empty, or as it was after a stop
+    /// by the user. The phone's failures have been shown, but not that the command as a whole has failed.
     bool VcfReadList(const toolkit::Progress& progress);
 
     /// Empties the list and forgets the capacity: another phone may be on the line, with LUIDs of its own.

@@ -59,6 +59,16 @@ struct OpenWindow : TestProgram
         test.dialogs.expect(question(u"1 Einträge wirklich löschen?"_s), Answer::Yes);
         QTest::keyClick(&list(name), Qt::Key_Delete);
     }
+    /// Presses Escape as soon as that is so.
+    void stopWhen(const std::function<bool()>& isTime)
+    {
+        test.clock.after(0.02, [this, isTime] {
+            if (isTime())
+                QTest::keyClick(&window, Qt::Key_Escape);
+            else
+                stopWhen(isTime);
+        });
+    }
     size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
     size_t contactsInPhone() { return port.handset().phone().irmc[handset::ContactStore].items().size(); }
 

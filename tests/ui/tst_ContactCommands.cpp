@@ -37,7 +37,7 @@ struct Contacts : TestProgram
     {
         return saveContact(*store, entry, row, progress.all());
     }
-    CommandResult remove() { return VcfDeleteSelected(*store, progress.all()); }
+    CommandResult remove() { return VcfDeleteSelected(*store, progress.all()).result; }
     QStringList luids() const
     {
         QStringList all;
@@ -373,7 +373,9 @@ void tst_ContactCommands::stopsAtTheUsersWish()
             for (const int row : {0, 1, 2})
                 phone.list->setSelected(row, true);
             phone.test.dialogs.expectStart(u"3 gewählte(n)"_s, toolkit::Buttons::YesNo, Answer::Yes);
-            QCOMPARE(VcfDeleteSelected(*phone.store, progress), CommandResult::Cancelled);
+            const ContactDeletion deletion = VcfDeleteSelected(*phone.store, progress);
+            QCOMPARE(deletion.result, CommandResult::Cancelled);
+            QCOMPARE(deletion.deleted, gone);
         }
         QCOMPARE(phone.list->count(), before - gone);
         QVERIFY(phone.isInOrder());

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void knownDifferencesAreShownAtOnce();
     void aStateThatHasChangedMeanwhileStays();
     void aLostLineIsTold();
+    void aComparisonIsStopped();
     void theMenuOpensIt();
     void noListOutlivesItsState();
 };
@@ -192,6 +193,24 @@ void tst_FormerStates::aLostLineIsTold()
              u"Die Verbindung zum Telefon ist unterbrochen."_s);
     press(dialog, "cmdClose");
     QVERIFY(!dialog.isVisible());
+}
+
+void tst_FormerStates::aComparisonIsStopped()
+{
+    ChangedPhone made;
+    ui::FormerStatesDialog dialog(made.program, {made.line, made.memory, made.mmc}, RecordedList::Files);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    const auto& status = child<QLabel>(dialog, "sta");
+    QString shown;
+    made.test.clock.after(0.3, [&] {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        shown = status.text();
+    });
+    press(dialog, "cmdCompare");
+    QCOMPARE(shown, u"Wird abgebrochen ..."_s);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(status.text(), u"Bereit."_s);
 }
 
 void tst_FormerStates::theMenuOpensIt()

@@ -335,7 +335,11 @@ void tst_Media::uploadsConvert()
     const qsizetype before = panel.lvwFFs().count();
     press();
     made.progress.cancel.checked = false;
-    panel.FfsListRefresh();
+    QCOMPARE(made.progress.panel.Text(), u"Nichts gesendet (abgebrochen)."_s);
+    files = {files[1]};
+    made.test.dialogs.expectStart(u"Die Datei defekt.jpg ist fehlerhaft"_s);
+    press();
+    QCOMPARE(made.progress.panel.Text(), u"Nichts gesendet. 1 ausgelassen."_s);
     QCOMPARE(panel.lvwFFs().count(), before);
 
     QVERIFY(mmc->CdRoot() && mmc->Cd(u"Sounds"_s, false));

@@ -49,6 +49,8 @@ private Q_SLOTS:
     void connectionIsShown();
     void failuresLeaveWholeLists();
     void anotherPhoneIsReadAgain();
+    void stoppedDeletionIsCounted();
+    void stoppedReadingKeepsTheCards();
 };
 
 void tst_WindowAndLine::closingAsksAndLeavesDataMode()
@@ -272,13 +274,7 @@ void tst_WindowAndLine::stoppedListingKeepsTheFiles()
     open.window.goTo(u"FFS"_s);
     ui::RowsView& list = open.list("lvwFFs");
     const int files = list.rows()->count();
-    std::function<void()> stop = [&] {
-        if (open.status().startsWith(step))
-            QTest::keyClick(&open.window, Qt::Key_Escape);
-        else
-            open.test.clock.after(0.02, stop);
-    };
-    open.test.clock.after(0.02, stop);
+    open.stopWhen([&] { return open.status().startsWith(step); });
     QTest::keyClick(&list, Qt::Key_F5);
     QCOMPARE(list.rows()->count(), files);
     QCOMPARE(open.status(), u"Das Lesen des Ordners wurde abgebrochen. Die Liste ist, wie sie war."_s);
@@ -388,6 +384,39 @@ void tst_WindowAndLine::anotherPhoneIsReadAgain()
         QCOMPARE(open.memory.TbDirty, isChanged);
         open.memory.TbDirty = false;
     });
+}
+
+void tst_WindowAndLine::stoppedDeletionIsCounted()
+{
+    OpenWindow open(u"SL450HX"_s);
+    open.window.goTo(u"TB"_s);
+    toolkit::ListRows& rows = *open.list("lvwVCF").rows();
+    const int before = rows.count();
+    for (const int row : {0, 1, 2, 3})
+        rows.setSelected(row, true);
+    open.stopWhen([&] { return rows.count() < before; });
+    open.test.dialogs.expectStart(u"4 gewählte(n) Kontakt(e)"_s, Buttons::YesNo, Answer::Yes);
+    QTest::keyClick(&open.list("lvwVCF"), Qt::Key_Delete);
+    QCOMPARE(static_cast<int>(open.contactsInPhone()), before - 2); // the second was on its way
+    QCOMPARE(open.status(),
+             u"2 Kontakte gelöscht, 2 nicht (abgebrochen). \"Frühere Stände\" bringt sie zurück."_s);
+}
+
+/// A file that is saved after it has all that the phone holds of each contact.
+void tst_WindowAndLine::stoppedReadingKeepsTheCards()
+{
+    OpenWindow open(u"SL450HX"_s);
+    open.window.goTo(u"TB"_s);
+    const auto saved = [&open](const QString& name) {
+        open.test.dialogs.agreeToAll(open.test.path(name));
+        open.press("save");
+        return TestContext::contentOf(open.test.path(name));
+    };
+    const QByteArray whole = saved(u"vorher.vcf"_s);
+    open.stopWhen([&open] { return child<QWidget>(open.window, "chkCancel").isVisible(); });
+    QTest::keyClick(&open.window, Qt::Key_F5);
+    QCOMPARE(open.status(), u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s);
+    QCOMPARE(saved(u"nachher.vcf"_s), whole);
 }
 
 KALMO_TEST(tst_WindowAndLine)

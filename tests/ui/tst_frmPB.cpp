@@ -14,6 +14,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void fileOfASecondStartIsOpened();
     void importReadsTheListAhead();
     void importOfUnreadContactsAsks();
+    void importIsToldInTheWindow();
     void secretWordsAreHeard();
     void ringtonesAreSet();
     void focusGoesDownwards();
@@ -237,6 +239,7 @@ void frmPBTest::contactsAreDeletedAtOnce()
     open.test.dialogs.expect(asked, Answer::Yes);
     open.press("delete");
     QCOMPARE(open.contactsInPhone(), before - 1);
+    QCOMPARE(open.status(), u"1 Kontakt gelöscht. \"Frühere Stände\" bringt ihn zurück."_s);
     QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
     QVERIFY(!open.port.handset().isInDataMode());
     const QString caption = child<QLabel>(open.window, "fraVCF_caption").text();
@@ -350,6 +353,34 @@ void frmPBTest::importOfUnreadContactsAsks()
     open.window.openGiven(open.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
     QCoreApplication::processEvents();
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void frmPBTest::importIsToldInTheWindow()
+{
+    const Rows<QString, QString, QString> rows{
+        {"list", u"PICASSO"_s, u"Nummer"_s, u"1 Eintrag importiert. Im Telefon erst nach \"Schreiben\"."_s},
+        {"contacts", u"SL400H"_s, u"Telefon"_s,
+         u"1 Kontakt importiert. \"Frühere Stände\" nimmt ihn zurück."_s},
+    };
+    rows.each([](const auto& model, const auto& heading, const auto& status) {
+        OpenWindow open(model);
+        open.window.goTo(u"TB"_s);
+        QTimer user;
+        connect(&user, &QTimer::timeout, &open.window, [&] {
+            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!form || !child<QLabel>(*form, "lblCounts").text().startsWith(u"1 von"_s))
+                return;
+            user.stop();
+            QTest::mouseClick(&child<QPushButton>(*form, "cmdImport"), Qt::LeftButton);
+            QTest::keyClick(form, Qt::Key_Escape);
+        });
+        user.start(0);
+        open.test.dialogs.agreeToAll({});
+        open.window.openGiven(
+            open.test.makeFile(u"a.csv"_s, "Name;" + heading.toLatin1() + "\nNeumann;0521445\n"));
+        QTRY_COMPARE(open.status(), status);
+        open.memory.TbDirty = false;
+    });
 }
 
 void frmPBTest::secretWordsAreHeard()

@@ -110,6 +110,14 @@ void CancelCheck::reset()
     setChecked(false);
 }
 
+void CancelCheck::answerIn(StatusLabel& status)
+{
+    connect(this, &QToolButton::toggled, &status, [&status](bool isPressed) {
+        if (isPressed)
+            status.hold(u"Wird abgebrochen ..."_s);
+    });
+}
+
 WindowBusy::WindowBusy(const QList<QWidget*>& widgets) : m_widgets(widgets) {}
 
 WindowBusy::~WindowBusy()

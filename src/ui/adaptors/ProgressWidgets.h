@@ -63,6 +63,9 @@ public:
 
     bool Checked() const override { return isChecked(); }
     void reset();
+    /// Says in a status label at once that the user was heard: the operation ends at its next safe step. The
+    /// text stays until the label's release().
+    void answerIn(StatusLabel& status);
 };
 
 /// Blocks widgets while the phone is busy, with the wait cursor over the program. Calls nest. At the end the

@@ -176,8 +176,8 @@ std::optional<operations::ContactPlan> planDeletion(const VcardStore& store,
     return found.plan;
 }
 
-CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& contacts,
-                             const Progress& progress)
+ContactDeletion deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& contacts,
+                               const Progress& progress)
 {
     operations::ContactOutcome outcome;
     bool isDone = false;
@@ -186,20 +186,23 @@ CommandResult deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& co
         const operations::Outcome ready = edit.begin();
         if (!ready.isDone()) {
             edit.end();
-            return reportBegin(store, ready);
+            return {reportBegin(store, ready)};
         }
         const auto plan = planDeletion(store, edit, contacts);
         if (!plan)
-            return CommandResult::Refused;
+            return {};
         outcome = edit.apply(*plan, operations::RecordCause::Delete);
         isDone = acceptChange(store, edit, outcome);
     }
+    ContactDeletion deletion{CommandResult::Cancelled, outcome.facts.planned, outcome.facts.confirmed};
     if (isStopped(outcome.facts))
-        return CommandResult::Cancelled;
+        return deletion;
     showOwnFailure(store, outcome);
-    if (outcome.facts.cause == operations::Cause::NotSaved || outcome.hasChangedMeanwhile)
-        return CommandResult::Refused;
-    return isDone ? CommandResult::Done : CommandResult::Failed;
+    const bool isRefused = outcome.facts.cause == operations::Cause::NotSaved || outcome.hasChangedMeanwhile;
+    deletion.result = isRefused ? CommandResult::Refused
+                      : isDone  ? CommandResult::Done
+                                : CommandResult::Failed;
+    return deletion;
 }
 
 bool hasWrongNumbers(const ListRows& list)
@@ -294,12 +297,12 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
     return isDone;
 }
 
-CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
+ContactDeletion VcfDeleteSelected(VcardStore& store, const Progress& progress)
 {
     const auto keep = store.shared_from_this();
     const QList<int> selected = store.list() ? store.list()->selectedRows() : QList<int>();
     if (selected.isEmpty())
-        return CommandResult::Refused;
+        return {};
     std::vector<tVcfEntry> contacts;
     std::vector<tVcfEntry> unreachable;
     for (const int row : selected) {
@@ -309,14 +312,14 @@ CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
                                  u"Referenznummer.\n"_s +
                                  readAgainAdvice(),
                          .icon = Icon::Information});
-            return CommandResult::Refused;
+            return {};
         }
         (entry.isStandIn ? unreachable : contacts).push_back(entry);
     }
     if (!unreachable.empty())
         showUnreachable(store, unreachable);
     if (contacts.empty())
-        return CommandResult::Refused;
+        return {};
     std::ranges::reverse(contacts); // the last goes first
     const Answer answer = store.context().dialogs.Show(
         {.text = u"%1 gewählte(n) Kontakt(e) wirklich löschen ?"_s.arg(contacts.size()),
@@ -325,16 +328,16 @@ CommandResult VcfDeleteSelected(VcardStore& store, const Progress& progress)
          .icon = Icon::Question,
          .defaultButton = Answer::No});
     if (answer != Answer::Yes)
-        return CommandResult::Refused;
-    const CommandResult result = deleteContacts(store, contacts, progress);
-    if (result != CommandResult::Failed)
-        return result;
+        return {};
+    const ContactDeletion deletion = deleteContacts(store, contacts, progress);
+    if (deletion.result != CommandResult::Failed)
+        return deletion;
     show(store,
          {.text = u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch erneut ein, um "
                   u"Inkonsistenzen zu vermeiden."_s,
           .icon = Icon::Information});
     store.forget();
-    return CommandResult::Failed;
+    return deletion;
 }
 
 CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolkit::BusyWindow* window,

@@ -25,8 +25,16 @@ phonedata::CommandResult saveContact(phonedata::VcardStore& store, const phoneda
 bool importContacts(phonedata::VcardStore& store, std::vector<phonedata::tVcfEntry> contacts,
                     const toolkit::Progress& progress);
 
+/// Result of a deletion. Cancelled means that the user has stopped it, perhaps after some of the contacts.
+struct ContactDeletion
+{
+    phonedata::CommandResult result = phonedata::CommandResult::Refused;
+    int planned = 0; ///< contacts that were to go
+    int deleted = 0; ///< of those, contacts that are gone from the phone
+};
+
 /// Refuses rows without a valid LUID, asks, and deletes the selected ones. After a failure the list is empty.
-phonedata::CommandResult VcfDeleteSelected(phonedata::VcardStore& store, const toolkit::Progress& progress);
+ContactDeletion VcfDeleteSelected(phonedata::VcardStore& store, const toolkit::Progress& progress);
 
 /// The command "Neu Laden": area code check, read, check for wrong numbers. `editAreaCodes` shows the dialog
 /// for the codes; `window`, which may be absent, is blocked while they are queried.

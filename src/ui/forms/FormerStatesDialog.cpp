@@ -141,6 +141,7 @@ void FormerStatesDialog::layOut()
     m_caption->setWordWrap(true);
     m_bar->hide();
     m_cancel->hide();
+    m_cancel->answerIn(*m_status);
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_view, m_differenceView, buttons});
     m_status->SetText(u"Bereit."_s);
     const int width = fontMetrics().averageCharWidth() * 122;
@@ -261,6 +262,7 @@ Cause FormerStatesDialog::plan(Undo& undo)
     m_cancel->show();
     const Outcome outcome = undo.plan();
     m_cancel->hide();
+    m_status->release();
     const bool isComparedInDoubt = outcome.cause == Cause::Doubtful && !undo.diff().isEmpty();
     if (outcome.cause != Cause::None && !isComparedInDoubt) {
         m_differences->clear();
@@ -360,6 +362,8 @@ void FormerStatesDialog::reject()
 {
     if (!m_busy->isBusy())
         QDialog::reject();
+    else if (!m_cancel->isHidden()) // a change, once begun, goes to its end
+        m_cancel->setChecked(true);
 }
 
 } // namespace kalmo::ui

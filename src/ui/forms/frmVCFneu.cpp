@@ -127,10 +127,7 @@ QWidget* frmVCFneu::makeStatusBar()
     layout->addWidget(m_progBarStatus);
     layout->addWidget(m_cancel);
     m_cancel->hide();
-    connect(m_cancel, &QAbstractButton::toggled, this, [this](bool isPressed) {
-        if (isPressed)
-            m_sta->hold(u"Wird abgebrochen, sobald das Telefon antwortet ..."_s);
-    });
+    m_cancel->answerIn(*m_sta);
     return bar;
 }
 

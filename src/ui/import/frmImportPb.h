@@ -58,7 +58,9 @@ public Q_SLOTS:
     void reject() override;
 
 Q_SIGNALS:
-    void entriesAdded(kalmo::phonedata::Store store); ///< the list differs from the phone's now
+    void entriesAdded(kalmo::phonedata::Store store, int count); ///< the list differs from the phone's now
+    void contactsImported(int count);                            ///< the phone holds them
+    void importFailed();                                         ///< the phone may hold some of the contacts
 
 protected:
     void showEvent(QShowEvent* event) override;

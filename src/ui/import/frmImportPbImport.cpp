@@ -48,18 +48,21 @@ void frmImportPb::ImportToClassicList()
     }
     const bool isForProviders = m_optDest1->isChecked();
     std::vector<toolkit::ListRow> rows;
+    int count = 0;
     if (isForProviders) {
         for (const phonedata::ProviderEntry& entry : transfer::checkedProviders(m_model->preview()))
             rows.push_back(phonedata::toRow(entry));
+        count = static_cast<int>(rows.size());
         m_lists.lvwNE->addAll(std::move(rows));
         m_program.memory.NeDirty = true;
     } else {
         for (const phonedata::ClassicEntry& entry : transfer::checkedEntries(m_model->preview()))
             rows.push_back(phonedata::toRow(entry));
+        count = static_cast<int>(rows.size());
         m_lists.lvwTB->addAll(std::move(rows));
         m_program.memory.TbDirty = true;
     }
-    Q_EMIT entriesAdded(isForProviders ? Store::Providers : Store::Phonebook);
+    Q_EMIT entriesAdded(isForProviders ? Store::Providers : Store::Phonebook, count);
     dialogs.Show(transfer::messageOfTakenEntries());
     saveOptions();
 }
@@ -83,6 +86,7 @@ void frmImportPb::ImportToVcardStore()
         transfer::checkedContacts(m_model->preview(), m_program.context.log);
     if (!confirmLosses(*m_lists.store, contacts))
         return;
+    const int count = static_cast<int>(contacts.size());
     bool isDone = false;
     {
         m_sta->offerCancel(false);
@@ -92,6 +96,10 @@ void frmImportPb::ImportToVcardStore()
         isDone = importContacts(*m_lists.store, std::move(contacts), m_sta->progress());
         m_sta->progress().hide();
     }
+    if (isDone)
+        Q_EMIT contactsImported(count);
+    else
+        Q_EMIT importFailed();
     if (!isDone)
         dialogs.Show({.text = u"Es ist ein Fehler beim Importieren aufgetreten."_s,
                       .title = app::productName() + u" - Datensätze Importieren"_s,

@@ -22,8 +22,9 @@ constexpr double conversionShare = 0.2; // of the bar; the line to the phone tak
 struct Batch
 {
     std::vector<operations::FileToSend> files = {};
-    bool isAll = true; ///< every file that was chosen
+    qsizetype failed = 0; ///< files that could not be made ready
     bool goesOn = true;
+    bool isStopped = false; ///< by the user
 };
 
 /// Shows why a file was left out. Among several it is named, though the sentence for sounds does not.
@@ -41,7 +42,7 @@ void take(app::Context& context, const PreparedFile& file, Batch& batch, qsizety
     if (told && told->fault != Fault::Cancelled)
         tellFailure(context, *told, QFileInfo(file.source).fileName(), files);
     if (file.failure) {
-        batch.isAll = false;
+        batch.failed += file.failure->fault != Fault::Cancelled;
         batch.goesOn = !media::endsBatch(file.failure->fault);
         return;
     }
@@ -50,7 +51,7 @@ void take(app::Context& context, const PreparedFile& file, Batch& batch, qsizety
     if (isMade &&
         !app::readWholeFile(file.path, bytes)) { // the source must not go under the name of the result
         context.dialogs.Show(media::messageFor({Fault::NotWritten, file.path}));
-        batch.isAll = false;
+        ++batch.failed;
         return;
     }
     batch.files.push_back({.localPath = file.source,
@@ -67,7 +68,7 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
     if (!folder.isValid()) {
         program.context.dialogs.Show(
             media::messageFor({Fault::NotWritten, app::workPath(program.context.sy)}));
-        return {.isAll = false, .goesOn = false};
+        return {.goesOn = false};
     }
     for (const QString& path : choice.paths) {
         if (!batch.goesOn || progress.cancelled())
@@ -81,7 +82,8 @@ Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& ch
     }
     progress.status({});
     display.pause();
-    batch.goesOn = batch.goesOn && !progress.cancelled();
+    batch.isStopped = progress.cancelled();
+    batch.goesOn = batch.goesOn && !batch.isStopped;
     return batch;
 }
 
@@ -100,13 +102,13 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
             return false;
         batch = prepareAll(program, display, choice);
     }
+    const qsizetype leftOut = choice.passedOver + batch.failed;
     if (!batch.goesOn || batch.files.empty()) {
-        display.conclude(sentenceOf({.verb = u"gesendet"_s, .leftOut = choice.passedOver}));
+        display.conclude(
+            sentenceOf({.verb = u"gesendet"_s, .leftOut = leftOut, .isStopped = batch.isStopped}));
         return false;
     }
-    const qsizetype leftOut =
-        choice.passedOver + choice.paths.size() - static_cast<qsizetype>(batch.files.size());
-    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.isAll;
+    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.failed == 0;
 }
 
 } // namespace kalmo::ui

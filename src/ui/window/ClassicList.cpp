@@ -179,7 +179,11 @@ template <typename Form>
 void ClassicList::showForm(int row)
 {
     Form form(m_parts.program, *m_rows, m_parts.window);
-    connect(&form, &Form::listChanged, this, &ClassicList::setDirty);
+    connect(&form, &Form::listChanged, this, [this] {
+        setDirty();
+        m_parts.progress.panel->SetText(
+            u"Der Eintrag ist in der Liste gespeichert. Im Telefon erst nach \"Schreiben\"."_s);
+    });
     form.Form_Present(row);
     form.exec();
 }
@@ -209,6 +213,13 @@ void ClassicList::deleteSelected()
     setDirty();
     m_parts.progress.panel->SetText(u"%1 aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s.arg(
         entryCount(static_cast<int>(count))));
+}
+
+void ClassicList::noteImport(int entries)
+{
+    setDirty();
+    m_parts.progress.panel->SetText(
+        u"%1 importiert. Im Telefon erst nach \"Schreiben\"."_s.arg(entryCount(entries)));
 }
 
 void ClassicList::setDirty()

@@ -39,8 +39,8 @@ public:
     /// Opens a file in place of the list, after the question about changes that would be lost.
     void openFile(const QString& path);
 
-    /// Rows have been added by an import.
-    void noteImport() { setDirty(); }
+    /// An import has added entries.
+    void noteImport(int entries);
 
 Q_SIGNALS:
     void stateChanged(kalmo::ui::ListState state);

@@ -24,11 +24,7 @@ StatusArea::StatusArea(const link::Line& line, QWidget* parent)
     m_bar->setFixedWidth(barWidth);
     m_cancel->setObjectName(u"chkCancel"_s);
     m_cancel->hide();
-    // The operation ends at its next safe step; the user sees at once that it was heard.
-    connect(m_cancel, &QAbstractButton::toggled, this, [this](bool isPressed) {
-        if (isPressed)
-            m_text->hold(u"Wird abgebrochen ..."_s);
-    });
+    m_cancel->answerIn(*m_text);
     setContentsMargins(12, 0, 4, 0);
     addWidget(m_text, 1);
     addPermanentWidget(m_bar);

@@ -66,6 +66,18 @@ ReadingEnd endOfReading(CommandResult result, const phonedata::VcardStore& store
     return {ListState::Failed, u"Die Liste konnte nicht gelesen werden."_s};
 }
 
+QString sentenceOf(const ContactDeletion& deletion)
+{
+    if (deletion.result == CommandResult::Failed)
+        return u"Beim Löschen ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s;
+    if (deletion.deleted == 0)
+        return u"Es wurde nichts gelöscht."_s;
+    const int kept = deletion.planned - deletion.deleted;
+    return u"%1 gelöscht%2. \"Frühere Stände\" bringt %3 zurück."_s.arg(
+        contactCount(deletion.deleted), kept > 0 ? u", %1 nicht (abgebrochen)"_s.arg(kept) : QString(),
+        deletion.deleted == 1 ? u"ihn"_s : u"sie"_s);
+}
+
 /// Saves in the format of the file's ending. The described format is the .csv of all other names.
 /// Cards are made from those of the phone, as long as the list shows them.
 bool saveContacts(const phonedata::VcardStore& store, const QString& path)
@@ -142,16 +154,9 @@ void VcardList::run(Command command)
 void VcardList::refresh()
 {
     const auto editAreaCodes = [this](const QString& answer) { showAreaCodeDialog(answer); };
-    std::vector<toolkit::ListRow> before;
-    for (int row = 0; row < m_rows->count(); ++row)
-        before.push_back(m_rows->row(row));
     Q_EMIT stateChanged(ListState::Reading);
     const CommandResult result = refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
     m_isRead = true;
-    if (result == CommandResult::Cancelled) { // what was on screen is as good as before
-        m_rows->clear();
-        m_rows->addAll(std::move(before));
-    }
     const ReadingEnd end = endOfReading(result, *m_store);
     if (result != CommandResult::Cancelled)
         m_isKnown = end.state == ListState::Read;
@@ -192,8 +197,20 @@ void VcardList::showForm(int row)
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
     if (row >= 0)
         form.loadRow(row);
-    if (form.exec() == QDialog::Accepted)
-        report(u"Der Kontakt ist im Telefon gespeichert."_s);
+    const QString before = m_parts.progress.panel->Text();
+    // A phone that is busy for long says so in the window's status bar too.
+    report(form.exec() == QDialog::Accepted ? u"Der Kontakt ist im Telefon gespeichert."_s : before);
+}
+
+void VcardList::noteImport(int contacts)
+{
+    report(u"%1 importiert. \"Frühere Stände\" nimmt %2 zurück."_s.arg(contactCount(contacts),
+                                                                       contacts == 1 ? u"ihn"_s : u"sie"_s));
+}
+
+void VcardList::noteFailedImport()
+{
+    report(u"Beim Importieren ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s);
 }
 
 void VcardList::edit()
@@ -205,17 +222,12 @@ void VcardList::edit()
 
 void VcardList::deleteSelected()
 {
-    const int before = m_rows->count();
-    const CommandResult result = VcfDeleteSelected(*m_store, m_parts.progress);
-    const int gone = before - m_rows->count();
-    m_isKnown = m_isKnown && result != CommandResult::Failed; // the store has emptied the list
-    if (result == CommandResult::Failed)
+    const ContactDeletion deletion = VcfDeleteSelected(*m_store, m_parts.progress);
+    if (deletion.result == CommandResult::Failed) { // the store has emptied the list
+        m_isKnown = false;
         Q_EMIT stateChanged(ListState::Unknown);
-    else if (gone > 0)
-        report(u"%1 gelöscht. \"Frühere Stände\" bringt %2 zurück."_s.arg(contactCount(gone),
-                                                                          gone == 1 ? u"ihn"_s : u"sie"_s));
-    else if (result == CommandResult::Cancelled)
-        report(u"Es wurde nichts gelöscht."_s);
+    }
+    report(sentenceOf(deletion));
 }
 
 void VcardList::save()

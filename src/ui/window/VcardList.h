@@ -34,6 +34,10 @@ public:
     /// stopped leaves an empty list, since the rows before are out of date.
     void readAgain();
 
+    /// An import has brought contacts into the phone, or has failed.
+    void noteImport(int contacts);
+    void noteFailedImport();
+
     /// Asks the phone for its area codes and shows their dialog in place of the window.
     void editAreaCodes();
 

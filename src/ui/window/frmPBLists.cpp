@@ -325,9 +325,13 @@ void frmPB::openImport(ImportFrom source, const QString& given)
         frmImportPb form(m_program, lists, source, this);
         form.setGiven(given);
         form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
-        connect(&form, &frmImportPb::entriesAdded, this, [this](Store store) {
-            (store == Store::Providers ? m_providers : m_phonebook)->noteImport();
+        connect(&form, &frmImportPb::entriesAdded, this, [this](Store store, int count) {
+            (store == Store::Providers ? m_providers : m_phonebook)->noteImport(count);
         });
+        if (m_contacts) {
+            connect(&form, &frmImportPb::contactsImported, m_contacts, &VcardList::noteImport);
+            connect(&form, &frmImportPb::importFailed, m_contacts, &VcardList::noteFailedImport);
+        }
         form.exec();
     });
 }
