@@ -1,6 +1,5 @@
 #include "app/Programs.h"
 
-#include <QDeadlineTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -34,47 +33,85 @@ void prepare(QProcess& process, const ProgramCall& call)
     confine(process, call);
 }
 
-RunEnd endOf(const QProcess& process)
+} // namespace
+
+ProgramRun::ProgramRun(const ProgramCall& call) : m_process(new QProcess(this))
 {
-    if (process.exitStatus() == QProcess::CrashExit)
-        return RunEnd::Crashed;
-    return process.exitCode() == 0 ? RunEnd::Done : RunEnd::Failed;
+    prepare(*m_process, call);
+    connect(m_process, &QProcess::readyReadStandardOutput, this, &ProgramRun::keepOutput);
+    connect(m_process, &QProcess::readyReadStandardError, this, &ProgramRun::keepOutput);
+    connect(m_process, &QProcess::finished, this, [this](int status, QProcess::ExitStatus how) {
+        const RunEnd ended = status == 0 ? RunEnd::Done : RunEnd::Failed;
+        conclude(how == QProcess::NormalExit ? ended : RunEnd::Crashed);
+    });
+    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) // no other signal follows
+            conclude(RunEnd::NotStarted);
+    });
 }
 
-} // namespace
+ProgramRun::~ProgramRun()
+{
+    m_process->disconnect(this);
+    if (m_isRunning)
+        endNow(*m_process);
+}
+
+void ProgramRun::start()
+{
+    m_isRunning = true;
+    m_process->start();
+}
+
+void ProgramRun::wait(int milliseconds)
+{
+    m_process->waitForFinished(milliseconds);
+}
+
+void ProgramRun::end(RunEnd reason)
+{
+    m_reason = reason;
+    if (m_isRunning)
+        endNow(*m_process);
+}
+
+void ProgramRun::keepOutput()
+{
+    keep(m_result.output, m_process->readAllStandardOutput());
+    keep(m_errors, m_process->readAllStandardError());
+}
+
+void ProgramRun::conclude(RunEnd end)
+{
+    if (!m_isRunning)
+        return;
+    keepOutput();
+    m_isRunning = false;
+    m_result.end = m_reason.value_or(end);
+    m_result.error =
+        end == RunEnd::NotStarted ? m_process->errorString() : QString::fromLocal8Bit(m_errors).trimmed();
+    Q_EMIT ended();
+}
 
 RunResult RunAndWait(Context& context, const ProgramCall& call, const toolkit::CancelBox* cancel)
 {
     context.log.WriteDebugLog(u"Run"_s, call.file + u' ' + call.arguments.join(u' '));
-    QProcess process;
-    prepare(process, call);
-    process.start();
-    if (!process.waitForStarted())
-        return {.end = RunEnd::NotStarted, .error = process.errorString()};
-
-    RunResult result;
-    QByteArray errors;
-    std::optional<RunEnd> ended;
+    ProgramRun run(call);
+    bool isCancelled = false;
     const double start = context.clock.Timer();
-    while (!ended && process.state() != QProcess::NotRunning) {
-        if (!process.waitForFinished(patience))
+    for (run.start(); run.isRunning();) {
+        run.wait(patience);
+        if (run.isRunning())
             context.clock.DoEvents(slice);
-        keep(result.output, process.readAllStandardOutput());
-        keep(errors, process.readAllStandardError());
-        if (cancel && cancel->Checked())
-            ended = RunEnd::Cancelled;
+        isCancelled = cancel && cancel->Checked();
+        if (isCancelled)
+            run.end(RunEnd::Cancelled);
         else if (context.clock.secondsSince(start) > call.longest)
-            ended = RunEnd::TooLong;
+            run.end(RunEnd::TooLong);
     }
-    if (process.state() != QProcess::NotRunning) {
-        endNow(process);
-    } else if (ended != RunEnd::Cancelled) {
-        ended = endOf(process);
-    }
-    keep(result.output, process.readAllStandardOutput());
-    keep(errors, process.readAllStandardError());
-    result.end = *ended;
-    result.error = QString::fromLocal8Bit(errors).trimmed();
+    RunResult result = run.result();
+    if (isCancelled) // just as it ended by itself
+        result.end = RunEnd::Cancelled;
     context.log.WriteDebugLog(u"Run"_s, u"ended %1 %2"_s.arg(static_cast<int>(result.end)).arg(result.error));
     return result;
 }

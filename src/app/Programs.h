@@ -3,7 +3,10 @@
 #include "app/Context.h"
 #include "toolkit/Progress.h"
 
+#include <QObject>
 #include <QStringList>
+
+#include <optional>
 
 class QProcess;
 
@@ -27,6 +30,38 @@ struct RunResult
     RunEnd end = RunEnd::NotStarted; ///< Done: it ended by itself with status 0
     QByteArray output = {};          ///< the first bytes of its standard output
     QString error = {};              ///< the first bytes of its standard error
+};
+
+/// A program that runs beside the event loop. The destructor ends it at once.
+class ProgramRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ProgramRun(const ProgramCall& call);
+    ~ProgramRun() override;
+
+    void start(); ///< emits ended(), at once if the program can't be started
+    bool isRunning() const { return m_isRunning; }
+    /// Waits for the end without yielding, at most so many milliseconds.
+    void wait(int milliseconds);
+    /// Ends it at once, for this reason.
+    void end(RunEnd reason);
+    /// Valid after the end.
+    const RunResult& result() const { return m_result; }
+
+Q_SIGNALS:
+    void ended();
+
+private:
+    void keepOutput();
+    void conclude(RunEnd end);
+
+    QProcess* m_process;
+    bool m_isRunning = false;
+    std::optional<RunEnd> m_reason; // it was ended
+    RunResult m_result;
+    QByteArray m_errors;
 };
 
 /// Runs a program and waits for its end, yielding meanwhile. It is ended if it takes too long, if the user

@@ -1,27 +1,15 @@
 #pragma once
 
 #include "cli/MediaOptions.h"
-#include "media/UploadRules.h"
-#include "operations/SendFiles.h"
+#include "media/UploadFiles.h"
 
 namespace kalmo::cli {
 
-/// Files in the form of the phone's folder, and those that could not be converted.
+/// Files in the form of the phone's folder.
 struct ConvertedFiles
 {
-    struct Unfit
-    {
-        QString source;
-        media::Failure failure;
-    };
-
-    /// Returns true if a failure ended the batch, so that nothing is to be sent.
-    bool isEnded() const { return !unfit.empty() && media::endsBatch(unfit.back().failure.fault); }
-
     obex::PhonePath folder = obex::PhonePath();
-    std::vector<operations::FileToSend> files = {};
-    std::vector<Unfit> unfit = {};
-    QStringList left = {};        ///< sources after a failure that ended the batch
+    media::PreparedBatch batch = {};
     ExitStatus status = ExitDone; ///< of a failure that let no file be converted, and that was reported
 };
 

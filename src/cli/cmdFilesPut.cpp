@@ -32,7 +32,7 @@ QJsonObject resultOf(const PlannedFile& file, const FileOutcome& outcome)
                        {u"backup"_s, outcome.savedIn.isEmpty() ? QJsonValue() : QJsonValue(outcome.savedIn)},
                        {u"written"_s, outcome.state == State::Done},
                        {u"state"_s, operations::wordOf(outcome.state)}};
-    if (!file.file.bytes)
+    if (file.file.name.isEmpty())
         return result;
     result.insert(u"name"_s, QFileInfo(file.file.localPath).fileName());
     result.insert(u"sentAs"_s, file.path.name());
@@ -94,7 +94,7 @@ private:
     bool look(FileAccess& access);
     void sendAll(FileAccess& access, BatchProgress& progress);
     ExitStatus sendOver(const std::shared_ptr<obex::clsMmc>& client);
-    void reportUnsent(const ConvertedFiles& converted);
+    void reportUnsent(const QStringList& unconverted);
     ExitStatus reportUnlisted(FileAccess& access);
     bool requireRoom();
     void askToReplace();
@@ -140,7 +140,7 @@ bool Putter::look(FileAccess& access)
 }
 
 /// Reports the files that were ready, and those that were not even converted.
-void Putter::reportUnsent(const ConvertedFiles& converted)
+void Putter::reportUnsent(const QStringList& unconverted)
 {
     const ExitStatus status = m_job.stop.Checked() ? ExitRefused : ExitFailed;
     for (const PlannedFile& file : m_plan.files) {
@@ -149,7 +149,7 @@ void Putter::reportUnsent(const ConvertedFiles& converted)
         else
             report(file, {});
     }
-    for (const QString& source : converted.left)
+    for (const QString& source : unconverted)
         m_batch.failed(resultOf(source), status, notSent(source));
 }
 
@@ -243,15 +243,15 @@ ExitStatus Putter::sendOver(const std::shared_ptr<obex::clsMmc>& client)
 ExitStatus Putter::runConverting(const MediaOptions& options)
 {
     return withDataChannel(m_job, Intent::Changes, [&](const std::shared_ptr<obex::clsMmc>& client) {
-        const ConvertedFiles converted = convertFiles(m_job, options);
-        if (converted.status != ExitDone)
-            return converted.status;
-        for (const ConvertedFiles::Unfit& file : converted.unfit)
-            m_batch.failed(resultOf(file.source), statusOf(file.failure), textOf(file.failure));
-        m_plan = operations::planSend(converted.folder, converted.files);
-        if (!converted.isEnded() && !m_job.stop.Checked() && m_plan.isAnyPossible())
+        const auto [folder, batch, status] = convertFiles(m_job, options);
+        if (status != ExitDone)
+            return status;
+        for (const media::PreparedFile& file : batch.unfit)
+            m_batch.failed(resultOf(file.file.localPath), statusOf(*file.failure), textOf(*file.failure));
+        m_plan = operations::planSend(folder, batch.files);
+        if (!batch.isEnded() && !m_job.stop.Checked() && m_plan.isAnyPossible())
             return sendOver(client);
-        reportUnsent(converted);
+        reportUnsent(batch.left);
         return m_batch.finish();
     });
 }

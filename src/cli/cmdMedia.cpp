@@ -83,7 +83,8 @@ ExitStatus runMediaMelody(Job& job)
     const Paths paths = pathsOf(job);
     if (const ExitStatus status = check(job, paths); status != ExitDone)
         return status;
-    const auto failure = media::convertMelody(job.context, paths.source, paths.target, {.cancel = &job.stop});
+    const auto melody = media::convertMelody(job.context, paths.source, {.cancel = &job.stop});
+    const auto failure = media::saveConverted(melody, paths.target);
     return finish(job, paths, failure, {});
 }
 
@@ -116,7 +117,8 @@ ExitStatus runMediaPicture(Job& job)
                                   .asJpeg = asJpeg,
                                   .quality = options->quality,
                                   .depth = media::bitmapDepth(family)};
-    const auto failure = media::convertPicture(job.context, paths.source, paths.target, form, &job.stop);
+    const auto picture = media::convertPicture(job.context, paths.source, form, &job.stop);
+    const auto failure = media::saveConverted(picture, paths.target);
     return finish(job, paths, failure,
                   {{u"width"_s, form.size.width()},
                    {u"height"_s, form.size.height()},

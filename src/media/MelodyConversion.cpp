@@ -18,36 +18,32 @@ app::ProgramCall melodyCall(const app::Context& context, const QString& source, 
     return {.file = converterPath(context, u"m9b"_s), .arguments = {u"t"_s, source, target}};
 }
 
-std::optional<Failure> convertMelody(app::Context& context, const QString& source, const QString& target,
-                                     const toolkit::Progress& progress)
+Converted convertMelody(app::Context& context, const QString& source, const toolkit::Progress& progress)
 {
     QByteArray bytes;
     if (auto failure = checkSource(source))
-        return failure;
+        return {.failure = failure};
     if (QFileInfo(source).size() > largestMelody)
-        return Failure{Fault::LargeMelody, source};
+        return {.failure = Failure{Fault::LargeMelody, source}};
     app::ProgramCall call = melodyCall(context, u"i"_s, u"o"_s);
     const QString converter = call.file;
     if (!isThere(converter))
-        return Failure{Fault::NoConverter, source, converter};
+        return {.failure = Failure{Fault::NoConverter, source, converter}};
     const app::WorkFolder folder(context);
     if (!app::readWholeFile(source, bytes))
-        return Failure{Fault::NotReadable, source};
+        return {.failure = Failure{Fault::NotReadable, source}};
     if (!folder.isValid() || !app::writeWholeFile(folder.filePath(u"i"_s), bytes))
-        return Failure{Fault::NotWritten, app::workPath(context.sy)};
+        return {.failure = Failure{Fault::NotWritten, app::workPath(context.sy)}};
 
     progress.status(u"Konvertiere Datei..."_s);
     call.folder = folder.path();
     const app::RunResult run = app::RunAndWait(context, call, progress.cancel);
     progress.status({});
     if (auto failure = failureOf(run, {Fault::BadMelody, source, converter, folder.path()}))
-        return failure;
+        return {.failure = failure};
     if (!app::readWholeFile(folder.filePath(u"o"_s), bytes) || bytes.isEmpty())
-        return Failure{Fault::BadMelody, source, converter, u"the converter wrote nothing"_s};
-    QString reason;
-    if (!app::writeWholeFile(target, bytes, &reason))
-        return Failure{Fault::NotWritten, target, {}, reason};
-    return {};
+        return {.failure = Failure{Fault::BadMelody, source, converter, u"the converter wrote nothing"_s}};
+    return {.bytes = bytes};
 }
 
 } // namespace kalmo::media

@@ -112,6 +112,14 @@ QImage scaled(const QImage& image, QSize size)
     return image.size() == size ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+QByteArray jpegBytes(const QImage& image, int quality)
+{
+    QBuffer buffer;
+    QImageWriter writer(&buffer, "jpg");
+    writer.setQuality(std::clamp(quality, lowestQuality, highestQuality));
+    return writer.write(image) ? buffer.data() : QByteArray();
+}
+
 } // namespace
 
 LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_token& stop)
@@ -161,20 +169,18 @@ QImage fitted(const QImage& image, QSize size, Fit fit)
     return whole;
 }
 
+QByteArray pictureBytes(const QImage& picture, const PictureForm& form)
+{
+    const QImage image = fitted(picture, form.size, form.fit);
+    return form.asJpeg ? jpegBytes(image, form.quality) : bitmapFile(image, form.depth);
+}
+
 qint32 SaveBitmapToBmp(const QImage& picture, const QString& path, int depth)
 {
     const QByteArray bytes = bitmapFile(picture, depth);
     if (bytes.isEmpty())
         return -2;
     return app::writeWholeFile(path, bytes) ? 1 : -1;
-}
-
-QByteArray jpegBytes(const QImage& image, int quality)
-{
-    QBuffer buffer;
-    QImageWriter writer(&buffer, "jpg");
-    writer.setQuality(quality);
-    return writer.write(image) ? buffer.data() : QByteArray();
 }
 
 std::optional<Failure> ConvertBmpToJpg(const QString& source, const QString& target, int& quality)

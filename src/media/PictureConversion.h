@@ -25,15 +25,15 @@ LoadedPicture loadPicture(const QString& path, QSize wanted, const std::stop_tok
 /// The picture in that size. `fit` decides on a picture of another shape.
 QImage fitted(const QImage& image, QSize size, Fit fit);
 
+/// The file of a picture in that form, empty if it can't be coded.
+QByteArray pictureBytes(const QImage& picture, const PictureForm& form);
+
 /// Writes a Windows BMP file without compression. 1 for success; -1 if the file can't be written, -2 for a
-/// depth other than 24 and 32 bits.
+/// depth other than 24 and 32 bits. Part of the described interface.
 qint32 SaveBitmapToBmp(const QImage& picture, const QString& path, int depth);
 
 /// Converts a BMP file to a JPEG file. Holds `quality` between 10 and 100. Returns the failure, and then the
-/// old target is deleted; nothing for success.
+/// old target is deleted; nothing for success. Part of the described interface.
 std::optional<Failure> ConvertBmpToJpg(const QString& source, const QString& target, int& quality);
-
-/// Bytes of a JPEG file, empty if the picture can't be coded.
-QByteArray jpegBytes(const QImage& image, int quality);
 
 } // namespace kalmo::media

@@ -1,27 +1,18 @@
 #include "media/PictureFile.h"
 
-#include "app/Files.h"
 #include "media/Beside.h"
-#include "media/BitmapFile.h"
 #include "media/PictureConversion.h"
 
 namespace kalmo::media {
 
 namespace {
 
-struct Coded
-{
-    QByteArray bytes = {};
-    std::optional<Failure> failure = {};
-};
-
-Coded coded(const QString& source, const PictureForm& form, const std::stop_token& stop)
+Converted coded(const QString& source, const PictureForm& form, const std::stop_token& stop)
 {
     const LoadedPicture picture = loadPicture(source, form.size, stop);
     if (picture.failure)
         return {.failure = picture.failure};
-    const QImage image = fitted(picture.image, form.size, form.fit);
-    Coded result{.bytes = form.asJpeg ? jpegBytes(image, form.quality) : bitmapFile(image, form.depth)};
+    Converted result{.bytes = pictureBytes(picture.image, form)};
     if (result.bytes.isEmpty())
         result.failure = Failure{Fault::NoJpeg, source};
     return result;
@@ -29,20 +20,13 @@ Coded coded(const QString& source, const PictureForm& form, const std::stop_toke
 
 } // namespace
 
-std::optional<Failure> convertPicture(app::Context& context, const QString& source, const QString& target,
-                                      const PictureForm& form, const toolkit::CancelBox* cancel)
+Converted convertPicture(app::Context& context, const QString& source, const PictureForm& form,
+                         const toolkit::CancelBox* cancel)
 {
-    const auto [result, stopped] = beside(context.clock, cancel, [source, form](const std::stop_token& stop) {
+    auto [result, stopped] = beside(context.clock, cancel, [source, form](const std::stop_token& stop) {
         return coded(source, form, stop);
     });
-    if (stopped)
-        return Failure{*stopped, source};
-    if (result.failure)
-        return result.failure;
-    QString reason;
-    if (!app::writeWholeFile(target, result.bytes, &reason))
-        return Failure{Fault::NotWritten, target, {}, reason};
-    return {};
+    return stopped ? Converted{.failure = Failure{*stopped, source}} : result;
 }
 
 } // namespace kalmo::media

@@ -101,6 +101,44 @@ std::optional<Failure> encode(app::Context& context, const app::WorkFolder& fold
     return {};
 }
 
+std::optional<Failure> checkConversion(const app::Context& context, const QString& source)
+{
+    const QString encoder = converterPath(context, u"g722demo"_s);
+    if (auto failure = checkInput(context, source))
+        return failure;
+    return isThere(encoder) ? std::nullopt : std::optional(Failure{Fault::NoConverter, source, encoder});
+}
+
+Converted codesOf(app::Context& context, const QString& source, const toolkit::Progress& progress,
+                  int trimSeconds)
+{
+    SoundFacts facts;
+    if (auto failure = readSoundFacts(context, source, facts, progress.cancel))
+        return {.failure = failure};
+    if (isAbsurd(facts, trimSeconds))
+        return {.failure = Failure{Fault::BadSound, source, {}, u"its length or its rate makes no sense"_s}};
+    const app::WorkFolder folder(context);
+    if (!folder.isValid())
+        return {.failure = Failure{Fault::NotWritten, app::workPath(context.sy)}};
+
+    const QString sox = converterPath(context, u"sox"_s);
+    const QStringList arguments =
+        rawArguments(QFileInfo(source).absoluteFilePath(), folder.filePath(u"sound.raw"_s), trimSeconds);
+    const app::RunResult run =
+        app::RunAndWait(context, soxCall(sox, arguments, folder.path()), progress.cancel);
+    if (auto failure = failureOf(run, {Fault::BadSound, source, sox, folder.path()}))
+        return {.failure = failure};
+    progress.status(u"Konvertiere Datei..."_s);
+    progress.set(2);
+    QByteArray words;
+    if (auto failure = encode(context, folder, source, progress.cancel, words))
+        return {.failure = failure};
+    progress.set(3);
+    progress.status(u"Lese Datei..."_s);
+    progress.status(u"Konvertiere Datei...3/3"_s);
+    return {.bytes = thinned(words)};
+}
+
 } // namespace
 
 bool isConvertible(const QString& path)
@@ -150,45 +188,25 @@ std::optional<Failure> readSoundFacts(app::Context& context, const QString& path
     return {};
 }
 
+Converted convertSound(app::Context& context, const QString& source, const toolkit::Progress& progress,
+                       int trimSeconds)
+{
+    if (auto failure = checkConversion(context, source))
+        return {.failure = failure};
+    const ProgressScope scope(progress);
+    return codesOf(context, source, progress, trimSeconds);
+}
+
 std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& source, const QString& target,
                                          const toolkit::Progress& progress, int trimSeconds)
 {
-    if (auto failure = checkInput(context, source))
+    if (auto failure = checkConversion(context, source))
         return failure;
-    const QString encoder = converterPath(context, u"g722demo"_s);
-    if (!isThere(encoder))
-        return Failure{Fault::NoConverter, source, encoder};
     const ProgressScope scope(progress);
-    SoundFacts facts;
-    if (auto failure = readSoundFacts(context, source, facts, progress.cancel))
-        return failure;
-    if (isAbsurd(facts, trimSeconds))
-        return Failure{Fault::BadSound, source, {}, u"its length or its rate makes no sense"_s};
-    const app::WorkFolder folder(context);
-    if (!folder.isValid())
-        return Failure{Fault::NotWritten, app::workPath(context.sy)};
-
-    const QString sox = converterPath(context, u"sox"_s);
-    const QStringList arguments =
-        rawArguments(QFileInfo(source).absoluteFilePath(), folder.filePath(u"sound.raw"_s), trimSeconds);
-    const app::RunResult run =
-        app::RunAndWait(context, soxCall(sox, arguments, folder.path()), progress.cancel);
-    if (auto failure = failureOf(run, {Fault::BadSound, source, sox, folder.path()}))
-        return failure;
-    progress.status(u"Konvertiere Datei..."_s);
-    progress.set(2);
-    QByteArray words;
-    if (auto failure = encode(context, folder, source, progress.cancel, words))
-        return failure;
-    progress.set(3);
-    progress.status(u"Lese Datei..."_s);
-    progress.status(u"Konvertiere Datei...3/3"_s);
-    const QByteArray codes = thinned(words);
-    progress.status(u"Schreibe Datei..."_s);
-    QString reason;
-    if (!app::writeWholeFile(target, codes, &reason))
-        return Failure{Fault::NotWritten, target, {}, reason};
-    return {};
+    const Converted sound = codesOf(context, source, progress, trimSeconds);
+    if (!sound.failure)
+        progress.status(u"Schreibe Datei..."_s);
+    return saveConverted(sound, target);
 }
 
 QByteArray thinned(const QByteArray& words)

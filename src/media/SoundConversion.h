@@ -2,7 +2,7 @@
 
 #include "app/Context.h"
 #include "app/Programs.h"
-#include "media/Failure.h"
+#include "media/Converted.h"
 #include "toolkit/Progress.h"
 
 namespace kalmo::media {
@@ -31,7 +31,10 @@ bool isConvertible(const QString& path);
 app::ProgramCall lengthCall(const app::Context& context, const QString& path);
 
 /// Converts a WAV or MP3 file to a sound for handsets: G.722 at 64 kbit/s, loudest sample at -1 dB. Keeps the
-/// first `trimSeconds` of it, 0 for all. Returns the failure, and then writes no target; nothing for success.
+/// first `trimSeconds` of it, 0 for all.
+Converted convertSound(app::Context& context, const QString& source, const toolkit::Progress& progress,
+                       int trimSeconds);
+/// Converts it to a file. Returns the failure, and then writes no target; nothing for success.
 std::optional<Failure> ConvertAudioToL22(app::Context& context, const QString& source, const QString& target,
                                          const toolkit::Progress& progress, int trimSeconds);
 

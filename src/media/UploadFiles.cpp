@@ -1,13 +1,11 @@
 #include "media/UploadFiles.h"
 
-#include "media/Beside.h"
 #include "media/MelodyConversion.h"
-#include "media/PictureConversion.h"
+#include "media/PictureFile.h"
 #include "media/SoundConversion.h"
 #include "media/SourceFile.h"
 #include "obex/PhonePath.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace kalmo::media {
@@ -16,85 +14,83 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString pathIn(const QString& folder, const QString& source, const QString& extension)
+/// Takes the result of a conversion, under the source's name with another extension.
+void take(PreparedFile& prepared, const Converted& converted, const QString& extension)
 {
-    return folder + u'/' + convertedName(source, extension);
+    prepared.file.name = convertedName(prepared.file.localPath, extension);
+    prepared.file.bytes = converted.bytes;
+    prepared.failure = converted.failure;
 }
 
-/// The picture as the phone shows it, or the failure to read it.
-LoadedPicture pictureFor(app::Context& context, const QString& source, const UploadOptions& options,
-                         const toolkit::CancelBox* cancel)
+/// A picture that can't be coded as JPEG goes as BMP.
+void preparePicture(app::Context& context, PreparedFile& prepared, PictureForm form,
+                    const toolkit::CancelBox* cancel)
 {
-    const QSize size = pictureSize(options.phoneType, options.kind);
-    auto [picture, stopped] =
-        beside(context.clock, cancel, [source, size, fit = options.fit](const std::stop_token& stop) {
-            LoadedPicture loaded = loadPicture(source, size, stop);
-            loaded.image = fitted(loaded.image, size, fit);
-            return loaded;
-        });
-    if (stopped)
-        picture.failure = Failure{*stopped, source};
-    return picture;
+    Converted picture = convertPicture(context, prepared.file.localPath, form, cancel);
+    if (form.asJpeg && picture.failure && picture.failure->fault == Fault::NoJpeg) {
+        prepared.remark = picture.failure;
+        form.asJpeg = false;
+        picture = convertPicture(context, prepared.file.localPath, form, cancel);
+    }
+    take(prepared, picture, form.asJpeg ? u"jpg"_s : u"bmp"_s);
 }
 
-PreparedFile prepareSound(app::Context& context, const QString& source, const UploadOptions& options,
-                          const QString& folder, const toolkit::Progress& progress)
+std::optional<Failure> checkFor(const QString& source, UploadKind kind)
 {
-    const QString ending = QFileInfo(source).suffix().toLower();
-    if (ending == u"l22"_s || ending == u"722"_s)
-        return {source, source};
-    const QString target = pathIn(folder, source, u"722"_s);
-    return {source, target, ConvertAudioToL22(context, source, target, progress, options.trimSeconds)};
-}
-
-bool hasName(const QString& path)
-{
-    return !QFileInfo(obex::nameAsSent(path)).completeBaseName().isEmpty();
+    if (kind == UploadKind::None)
+        return Failure{Fault::NoFolder, source};
+    if (!isFit(source, kind))
+        return Failure{Fault::NotFit, source};
+    return checkSource(source);
 }
 
 } // namespace
 
-PreparedFile preparePicture(app::Context& context, const QString& source, const UploadOptions& options,
-                            const QString& folder, const toolkit::CancelBox* cancel)
+PictureForm pictureForm(const UploadOptions& options)
 {
-    const LoadedPicture picture = pictureFor(context, source, options, cancel);
-    if (picture.failure)
-        return {source, {}, picture.failure};
-    const QString bitmap = pathIn(folder, source, u"bmp"_s);
-    if (SaveBitmapToBmp(picture.image, bitmap, bitmapDepth(options.phoneType)) < 1)
-        return {source, {}, Failure{Fault::NotWritten, bitmap}};
-    if (!takesJpeg(options.phoneType))
-        return {source, bitmap};
-    const QString jpeg = pathIn(folder, source, u"jpg"_s);
-    int quality = options.quality;
-    if (const auto failure = ConvertBmpToJpg(bitmap, jpeg, quality))
-        return {source, bitmap, {}, failure};
-    return {source, jpeg};
+    return {.size = pictureSize(options.phoneType, options.kind),
+            .asJpeg = takesJpeg(options.phoneType),
+            .quality = options.quality,
+            .depth = bitmapDepth(options.phoneType),
+            .fit = options.fit};
 }
 
 PreparedFile prepareFile(app::Context& context, const QString& source, const UploadOptions& options,
-                         const QString& folder, const toolkit::Progress& progress)
+                         const toolkit::Progress& progress)
 {
-    if (options.kind == UploadKind::None)
-        return {source, {}, Failure{Fault::NoFolder, source}};
-    if (!isFit(source, options.kind))
-        return {source, {}, Failure{Fault::NotFit, source}};
-    if (const auto failure = checkSource(source))
-        return {source, {}, failure};
-    if (!QDir().mkpath(folder))
-        return {source, {}, Failure{Fault::NotWritten, folder}};
-    PreparedFile file{source};
-    if (isPicture(options.kind)) {
-        file = preparePicture(context, source, options, folder, progress.cancel);
-    } else if (options.kind == UploadKind::Sounds) {
-        file = prepareSound(context, source, options, folder, progress);
-    } else {
-        file.path = pathIn(folder, source, u"mid"_s);
-        file.failure = convertMelody(context, source, file.path, progress);
+    PreparedFile prepared{.file = {.localPath = source, .name = QFileInfo(source).fileName()},
+                          .failure = checkFor(source, options.kind)};
+    if (prepared.failure)
+        return prepared;
+    if (isPicture(options.kind))
+        preparePicture(context, prepared, pictureForm(options), progress.cancel);
+    else if (options.kind == UploadKind::Melodies)
+        take(prepared, convertMelody(context, source, progress), u"mid"_s);
+    else if (isConvertible(source))
+        take(prepared, convertSound(context, source, progress, options.trimSeconds), u"722"_s);
+    if (!prepared.failure && QFileInfo(obex::nameAsSent(prepared.file.name)).completeBaseName().isEmpty())
+        prepared.failure = Failure{Fault::NoName, source};
+    return prepared;
+}
+
+PreparedBatch prepareFiles(app::Context& context, const QStringList& sources, const UploadOptions& options,
+                           const toolkit::Progress& progress, const PrepareEvents& events)
+{
+    PreparedBatch batch;
+    for (const QString& source : sources) {
+        if (batch.isEnded() || progress.cancelled()) {
+            batch.left.append(source);
+            continue;
+        }
+        events.begun(source);
+        const PreparedFile prepared = prepareFile(context, source, options, progress);
+        events.finished(prepared);
+        if (prepared.failure)
+            batch.unfit.push_back(prepared);
+        else
+            batch.files.push_back(prepared.file);
     }
-    if (!file.failure && !hasName(file.path))
-        file.failure = Failure{Fault::NoName, source};
-    return file;
+    return batch;
 }
 
 } // namespace kalmo::media

@@ -25,6 +25,16 @@ enum class Fit {
     Inside,  ///< as a whole, with white beside it
 };
 
+/// The form of a picture file.
+struct PictureForm
+{
+    QSize size;
+    bool asJpeg = true;
+    int quality = defaultQuality; ///< of a JPEG, from 10 to 100
+    int depth = 24;               ///< bits a pixel of a BMP, 24 or 32
+    Fit fit = Fit::Stretch;
+};
+
 /// The kind of files that a folder of the phone takes. The folder is written as in `clsMmc::DirAct`, in any
 /// case.
 UploadKind uploadKind(const QString& folder, int phoneType);

@@ -85,7 +85,13 @@ private:
     static media::PreparedFile prepare(Workshop& shop, const QString& source,
                                        const media::UploadOptions& options)
     {
-        return media::prepareFile(shop.context, source, options, shop.path(u"out"_s), {});
+        return media::prepareFile(shop.context, source, options, {});
+    }
+
+    /// The path of a file with the bytes that are sent, under the name in the phone.
+    static QString sent(Workshop& shop, const media::PreparedFile& file)
+    {
+        return shop.makeFile(file.file.name, *file.file.bytes);
     }
 
 private Q_SLOTS:
@@ -111,9 +117,9 @@ private Q_SLOTS:
             Workshop shop;
             const auto file = prepare(shop, made(u"plain.jpg"_s), {.phoneType = phoneType, .kind = kind});
             QVERIFY(!file.failure && !file.remark);
-            QCOMPARE(QFileInfo(file.path).fileName() + u' ' + look(file.path, quarters), form);
+            QCOMPARE(file.file.name + u' ' + look(sent(shop, file), quarters), form);
             if (bits > 0) { // uncompressed, and nothing behind the rows
-                const QByteArray bytes = shop.contentOf(file.path);
+                const QByteArray bytes = *file.file.bytes;
                 const QSize size = media::pictureSize(phoneType, kind);
                 QCOMPARE(bytes.size(), 54 + size.width() * size.height() * bits / 8);
                 QCOMPARE(bytes.mid(28, 6), QByteArray(1, static_cast<char>(bits)) + QByteArray(5, '\0'));
@@ -142,11 +148,11 @@ private Q_SLOTS:
             const auto file =
                 prepare(shop, made(name), {.phoneType = 9, .kind = UploadKind::Pictures, .quality = 100});
             QVERIFY2(!file.failure, qPrintable(file.failure ? file.failure->detail : QString()));
-            QCOMPARE(look(file.path, colours), u"JPEG 128x160 RGB"_s);
+            QCOMPARE(look(sent(shop, file), colours), u"JPEG 128x160 RGB"_s);
         });
         Workshop shop; // the second frame is black
         const auto film = prepare(shop, made(u"film.gif"_s), {.phoneType = 9, .kind = UploadKind::Pictures});
-        QVERIFY(QImage(film.path).pixelColor(100, 130).lightness() > 200);
+        QVERIFY(QImage::fromData(*film.file.bytes).pixelColor(100, 130).lightness() > 200);
     }
 
     /// 1000 x 500, red and green above, blue and white below, to 128 x 160.
@@ -183,7 +189,7 @@ private Q_SLOTS:
         for (const int quality : {60, 80, 100}) {
             const auto file = prepare(shop, made(u"photo.jpg"_s),
                                       {.phoneType = 12, .kind = UploadKind::Pictures, .quality = quality});
-            sizes.append(QFileInfo(file.path).size());
+            sizes.append(file.file.bytes->size());
         }
         QVERIFY(0 < sizes[0] && sizes[0] < sizes[1] && sizes[1] < sizes[2]);
         const Rows<int, int> rows{{"too low", -5, 10}, {"too high", 101, 100}, {"between", 60, 60}};
@@ -236,27 +242,26 @@ private Q_SLOTS:
             QCOMPARE(prepare(shop, shop.path(name), {.phoneType = 9, .kind = kind}).failure->fault,
                      Fault::NotReadable);
         }
-        QCOMPARE(media::prepareFile(shop.context, made(u"plain.jpg"_s), options, u"/proc/none"_s, {})
-                     .failure->fault,
-                 Fault::NotWritten);
+        QCOMPARE(media::saveConverted({.bytes = "x"}, u"/proc/none"_s)->fault, Fault::NotWritten);
         QCOMPARE(media::SaveBitmapToBmp(QImage(2, 2, QImage::Format_RGB32), u"/proc/none/a.bmp"_s, 24), -1);
         QCOMPARE(media::SaveBitmapToBmp(QImage(2, 2, QImage::Format_RGB32), shop.path(u"a.bmp"_s), 8), -2);
     }
 
-    /// The user and the limit of time stop a picture, and leave no file.
+    /// The user and the limit of time stop a picture, and leave a file as it was.
     void stops()
     {
         Workshop shop;
         SwitchedCancel cancel;
         const media::PictureForm form{.size = {240, 320}};
-        const QString target = shop.path(u"out.jpg"_s);
         cancel.checked = true;
-        auto failure = media::convertPicture(shop.context, made(u"plain.jpg"_s), target, form, &cancel);
-        QVERIFY(failure && failure->fault == Fault::Cancelled);
+        auto picture = media::convertPicture(shop.context, made(u"plain.jpg"_s), form, &cancel);
+        QVERIFY(picture.bytes.isEmpty() && picture.failure->fault == Fault::Cancelled);
         shop.clock.after(0.01, [&shop] { shop.clock.DoEvents(media::longestWork + 1); });
-        failure = media::convertPicture(shop.context, made(u"photo.png"_s), target, form);
-        QVERIFY(failure && failure->fault == Fault::TooLong);
-        QVERIFY(!QFile::exists(target));
+        picture = media::convertPicture(shop.context, made(u"photo.png"_s), form);
+        QVERIFY(picture.bytes.isEmpty() && picture.failure->fault == Fault::TooLong);
+        const QString target = shop.makeFile(u"out.jpg"_s, "mine");
+        QCOMPARE(media::saveConverted(picture, target)->fault, Fault::TooLong);
+        QCOMPARE(shop.contentOf(target), "mine");
 
         std::stop_source stop;
         stop.request_stop();
@@ -280,8 +285,9 @@ private Q_SLOTS:
         std::optional<media::Failure> failure;
         {
             const SmallFiles small(4096);
-            failure = media::convertPicture(shop.context, made(u"plain.jpg"_s), target,
-                                            {.size = {240, 320}, .asJpeg = false});
+            failure = media::saveConverted(media::convertPicture(shop.context, made(u"plain.jpg"_s),
+                                                                 {.size = {240, 320}, .asJpeg = false}),
+                                           target);
         }
         QVERIFY(failure && failure->fault == Fault::NotWritten);
         QCOMPARE(shop.contentOf(target), "mine");

@@ -14,6 +14,8 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace kalmo::tests {
 
 using namespace Qt::StringLiterals;
@@ -113,12 +115,34 @@ struct FilePanel : TestProgram
     {
         test.dialogs.expectPickFolder(u"Zielordner für Download auswählen"_s, QString(), target);
     }
-    /// The user picks this file, for what the panel asks for.
-    void choose(const QString& file)
+    /// The user picks these files, for what the panel asks for.
+    void choose(const QStringList& files)
     {
-        panel.setUploadChooser([file](const ui::UploadQuestion& question) {
-            return ui::UploadChoice{{file}, {.phoneType = question.phoneType, .kind = question.kind}};
+        panel.setUploadChooser([files](const ui::UploadQuestion& question) {
+            return ui::UploadChoice{files, {.phoneType = question.phoneType, .kind = question.kind}};
         });
+    }
+    /// Bytes of a file in the phone's folder that the client is in.
+    QByteArray held(const QString& name)
+    {
+        QByteArray bytes;
+        mmc->GetFile(name, bytes, progress.all());
+        return bytes;
+    }
+    void setFaults(const handset::Faults& faults = {}) { port.handset().setFaults(faults); }
+    /// Number of requests since setFaults().
+    int requests() { return port.handset().phone().faults.requests; }
+    /// Asserts that the bar only moved on, from the first file to the last, and went then.
+    void requireOneBar()
+    {
+        const QStringList& steps = progress.bar.steps;
+        QList<int> thousandths;
+        for (const QString& step : steps.filter(u"/1000"_s))
+            thousandths.append(step.section(u'/', 0, 0).toInt());
+        QVERIFY(thousandths.size() > 2 && std::ranges::is_sorted(thousandths));
+        QVERIFY(thousandths.first() == 0 && thousandths.last() == 1000);
+        QCOMPARE(steps.indexOf(u"hidden"_s, steps.indexOf(u"0/1000"_s)),
+                 steps.lastIndexOf(u"1000/1000"_s) + 1);
     }
     void expect(const QString& text) { test.dialogs.expect(Icon::Exclamation, text); }
     void expectRefusal(int request, const QString& report = {})

@@ -1,20 +1,15 @@
 // Pictures and sounds in the window: the panel of an upload, the way into the phone, and the preview.
 
-#include "obex/clsMmc.h"
 #include "support/ConverterFolder.h"
 #include "support/MediaFamilies.h"
 #include "support/Melodies.h"
 #include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "support/Tones.h"
+#include "ui/FilePanel.h"
 #include "ui/forms/frmMmc_View.h"
 #include "ui/forms/frmMmcOpenControls.h"
-#include "ui/lists/RowsView.h"
-#include "ui/panels/fraFFS.h"
-#include "ui/TestProgram.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -25,12 +20,8 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
-#include <QToolBar>
 #include <QToolButton>
-
-#include <algorithm>
 
 using namespace kalmo;
 using namespace kalmo::tests;
@@ -42,9 +33,13 @@ using toolkit::Icon;
 
 namespace {
 
-struct Surroundings : TestProgram
+/// The file system panel, with converters.
+struct Surroundings : FilePanel
 {
-    explicit Surroundings(const QString& model = u"SL450HX"_s) : TestProgram(model) {}
+    explicit Surroundings(const QString& folder = {}, const QString& model = u"SL450HX"_s)
+        : FilePanel(folder, {}, model)
+    {
+    }
 
     QString picture(const QString& name, QSize size) const
     {
@@ -289,92 +284,59 @@ void tst_Media::badFilesInThePanel()
 void tst_Media::uploadsConvert()
 {
     Surroundings made;
-    auto mmc = std::make_shared<obex::clsMmc>(made.line);
-    ui::fraFFS panel(made.program, mmc, made.progress.all());
-    mmc->Online(made.progress.all());
-    const auto press = [&panel] {
-        auto& bar = child<QToolBar>(panel, "tlbFFS");
-        QTest::keyClick(bar.widgetForAction(&child<QAction>(bar, "open")), Qt::Key_Space);
-    };
-    panel.FfsListRefresh();
     made.test.dialogs.expect(
         {.text = u"In den gewählten Ordner können keine Dateien übertragen werden. Verwenden Sie "
                  u"folgende Ordner als Ziele:\n- Clip Pictures oder Pictures für Bilder\n- Sounds für "
                  u"Klingeltöne"_s,
          .icon = Icon::Information});
-    press();
+    made.press("open");
 
-    QVERIFY(mmc->Cd(u"Pictures"_s, false));
-    panel.FfsListRefresh();
-    QStringList files{made.picture(u"eins.png"_s, {400, 300}), made.test.makeFile(u"defekt.jpg"_s, "x"),
-                      made.picture(u"drei.bmp"_s, {30, 20})};
-    panel.setUploadChooser([&files](const ui::UploadQuestion& question) {
-        return ui::UploadChoice{files, {.phoneType = question.phoneType, .kind = question.kind}};
-    });
+    made.enter(u"FOL_Pictures"_s);
+    made.choose({made.picture(u"eins.png"_s, {400, 300}), made.test.makeFile(u"defekt.jpg"_s, "x"),
+                 made.picture(u"drei.bmp"_s, {30, 20})});
     made.test.dialogs.expectStart(u"Die Datei defekt.jpg ist fehlerhaft"_s);
     made.progress.panel.texts.clear();
     made.progress.bar.steps.clear();
-    press();
-    QList<int> steps; // of one bar for both stages
-    for (const QString& step : made.progress.bar.steps.filter(u"/1000"_s))
-        steps.append(step.section(u'/', 0, 0).toInt());
-    QVERIFY(std::ranges::is_sorted(steps) && steps.first() == 0 && steps.last() == 1000);
-    const QStringList& all = made.progress.bar.steps;
-    QVERIFY(all.indexOf(u"hidden"_s, all.indexOf(u"0/1000"_s)) > all.lastIndexOf(u"1000/1000"_s));
+    made.press("open");
+    made.requireOneBar(); // for both stages
     QVERIFY(made.progress.panel.texts.contains(u"1 von 3: eins.png wird umgewandelt..."_s));
     QVERIFY(made.progress.panel.texts.contains(u"3 von 3: drei.bmp wird umgewandelt..."_s));
     QVERIFY(!made.progress.panel.texts.filter(u"2 von 2: Übertrage drei.jpg..."_s).isEmpty());
-    for (const QString& name : {u"eins.jpg"_s, u"drei.jpg"_s}) {
-        QByteArray held;
-        QVERIFY(mmc->GetFile(name, held, made.progress.all()));
-        QCOMPARE(QImage::fromData(held, "JPG").size(), QSize(240, 320));
-    }
+    for (const QString& name : {u"eins.jpg"_s, u"drei.jpg"_s})
+        QCOMPARE(QImage::fromData(made.held(name), "JPG").size(), QSize(240, 320));
     QCOMPARE(workLeftIn(made.test), QStringList());
 
     made.progress.cancel.checked = true; // nothing is sent
-    const qsizetype before = panel.lvwFFs().count();
-    press();
+    const QString before = made.shown();
+    made.press("open");
     made.progress.cancel.checked = false;
-    QCOMPARE(made.progress.panel.Text(), u"Nichts gesendet (abgebrochen)."_s);
-    files = {files[1]};
+    QCOMPARE(made.status(), u"Nichts gesendet (abgebrochen)."_s);
+    made.choose({made.test.path(u"defekt.jpg"_s)});
     made.test.dialogs.expectStart(u"Die Datei defekt.jpg ist fehlerhaft"_s);
-    press();
-    QCOMPARE(made.progress.panel.Text(), u"Nichts gesendet. 1 ausgelassen."_s);
-    QCOMPARE(panel.lvwFFs().count(), before);
+    made.press("open");
+    QCOMPARE(made.status(), u"Nichts gesendet. 1 ausgelassen."_s);
+    made.press("refresh");
+    QCOMPARE(made.shown(), before);
 
-    QVERIFY(mmc->CdRoot() && mmc->Cd(u"Sounds"_s, false));
-    panel.FfsListRefresh();
-    files = {made.test.makeFile(u"kaputt.wav"_s, "x"), made.sound(u"zwanzig Zeichen lang.wav"_s, 1)};
-    made.test.dialogs.expect(
-        {.text = u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert.\nkaputt.wav"_s,
-         .icon = Icon::Exclamation});
-    press();
-    QByteArray codes;
-    QVERIFY(mmc->GetFile(u"zwanzig Zeichen .722"_s, codes, made.progress.all()));
-    QCOMPARE(codes.size(), 8000);
-    mmc->Offline(made.progress.all());
+    made.enter(u"ROT_"_s);
+    made.enter(u"FOL_Sounds"_s);
+    made.choose({made.test.makeFile(u"kaputt.wav"_s, "x"), made.sound(u"zwanzig Zeichen lang.wav"_s, 1)});
+    made.expect(u"Die Umwandlung in eine telefongerechte 722-Audio-Datei ist gescheitert.\nkaputt.wav"_s);
+    made.press("open");
+    QCOMPARE(made.held(u"zwanzig Zeichen .722"_s).size(), 8000);
 }
 
 /// From the button to the memory of a phone of each family.
 void tst_Media::uploadsToEachFamily()
 {
     for (const auto& [model, whole, clip, takesSounds] : mediaFamilies) {
-        Surroundings made(model);
-        auto mmc = std::make_shared<obex::clsMmc>(made.line);
-        ui::fraFFS panel(made.program, mmc, made.progress.all());
-        mmc->Online(made.progress.all());
+        Surroundings made({}, model);
         const auto sent = [&](const QString& folder, const QString& file, const QString& ending) {
-            panel.setUploadChooser([&](const ui::UploadQuestion& question) {
-                return ui::UploadChoice{{file}, {.phoneType = question.phoneType, .kind = question.kind}};
-            });
-            if (!mmc->CdRoot() || !mmc->Cd(folder, false))
-                return QByteArray();
-            panel.FfsListRefresh();
-            auto& bar = child<QToolBar>(panel, "tlbFFS");
-            QTest::keyClick(bar.widgetForAction(&child<QAction>(bar, "open")), Qt::Key_Space);
-            QByteArray held;
-            mmc->GetFile(QFileInfo(file).completeBaseName() + ending, held, made.progress.all());
-            return held;
+            made.enter(u"ROT_"_s);
+            made.enter(u"FOL_"_s + folder);
+            made.choose({file});
+            made.press("open");
+            return made.held(QFileInfo(file).completeBaseName() + ending);
         };
         const QString photo = made.test.makeFile(u"photo.bmp"_s, picture(300, 200));
         const QString asPicture = takesSounds ? u".jpg"_s : u".bmp"_s;
@@ -386,7 +348,6 @@ void tst_Media::uploadsToEachFamily()
                  takesSounds ? 24000 : 60);
         QCOMPARE(made.port.handset().violations(), QStringList());
         QCOMPARE(workLeftIn(made.test), QStringList());
-        mmc->Offline(made.progress.all());
     }
 }
 
@@ -505,31 +466,24 @@ void tst_Media::previewsUnknownFiles()
         {"the same", u"a.722"_s, 8000, u"Art: Klingelton für Telefone (G.722), 0:01 min\nGröße: 7.8kB"_s},
         {"recording", u"a.VMO"_s, 100, u"Art: Sprachaufnahme eines Telefons\n"_s},
         {"other", u"a.bin"_s, 100, u"Art: "_s}};
-    Surroundings made;
+    Surroundings made(u"Sounds"_s);
     made.desktop.knowsAll = false;
-    auto mmc = std::make_shared<obex::clsMmc>(made.line);
-    ui::fraFFS panel(made.program, mmc, made.progress.all());
-    mmc->Online(made.progress.all());
-    QVERIFY(mmc->Cd(u"Sounds"_s, false));
     for (const auto& [name, size, told] : rows) {
-        QVERIFY(mmc->PutBytes({.name = name, .bytes = QByteArray(size, 'x'), .modified = {}},
-                              made.progress.all()));
-        panel.FfsListRefresh();
+        QVERIFY(made.mmc->PutBytes({.name = name, .bytes = QByteArray(size, 'x'), .modified = {}},
+                                   made.progress.all()));
+        made.press("refresh");
         const bool isRingtone = size >= 8000;
         made.test.dialogs.expectStart(isRingtone ? u"Aus urheberrechtlichen Gründen"_s : u"Für die Datei "_s,
                                       isRingtone ? Buttons::Ok : Buttons::YesNo,
                                       isRingtone ? Answer::Ok : Answer::No);
         QString shown;
-        QTimer::singleShot(0, [&shown] {
-            QWidget* view = QApplication::activeModalWidget();
-            shown = textOf(*view, "lblUnknown");
-            view->close();
+        made.inDialog(u"frmMmc_View"_s, [&shown](QWidget& view) {
+            shown = textOf(view, "lblUnknown");
+            view.close();
         });
-        Q_EMIT child<ui::RowsView>(panel, "lvwFFs")
-            .rowDoubleClicked(panel.lvwFFs().indexOfKey(u"FIL_"_s + name));
+        made.enter(u"FIL_"_s + name);
         QVERIFY2(shown.startsWith(told), qPrintable(shown));
     }
-    mmc->Offline(made.progress.all());
 }
 
 KALMO_TEST(tst_Media)

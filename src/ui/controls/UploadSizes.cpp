@@ -1,13 +1,12 @@
 #include "ui/controls/UploadSizes.h"
 
-#include "media/BitmapFile.h"
+#include "app/StoragePaths.h"
 #include "media/Converters.h"
 #include "media/MelodyConversion.h"
 #include "media/SoundConversion.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 
 #include <chrono>
 
@@ -19,8 +18,7 @@ using media::UploadKind;
 
 namespace {
 
-constexpr double longestSound = 1e9;      // seconds; a longer one is a damaged head
-constexpr qsizetype mostErrors = 1 << 14; // bytes that are kept of the errors of a program
+constexpr double longestSound = 1e9; // seconds; a longer one is a damaged head
 
 bool isMelodyFile(const QString& path)
 {
@@ -33,10 +31,7 @@ UploadSizes::UploadSizes(app::Context& context, QObject* parent) : QObject(paren
 {
     m_limit.setObjectName(u"tmrLimit"_s);
     m_limit.setSingleShot(true);
-    connect(&m_limit, &QTimer::timeout, this, [this] {
-        m_isLate = true;
-        app::endNow(*m_program);
-    });
+    connect(&m_limit, &QTimer::timeout, this, [this] { m_run->end(app::RunEnd::TooLong); });
     connect(&m_loader, &PictureLoader::loaded, this, &UploadSizes::takePicture);
 }
 
@@ -58,11 +53,7 @@ void UploadSizes::stop()
 {
     m_loader.drop();
     m_limit.stop();
-    if (m_program) {
-        m_program->disconnect(this);
-        app::endNow(*m_program);
-        m_program.reset();
-    }
+    m_run.reset();
     m_paths.clear();
     m_sum = {};
 }
@@ -124,47 +115,36 @@ void UploadSizes::begin(const QString& path)
     }
     if (!m_folder)
         m_folder = std::make_unique<app::WorkFolder>(m_context);
-    const QString target = m_folder->isValid() ? m_folder->filePath(u"o"_s) : QString();
-    QFile::remove(target);
-    run(media::melodyCall(m_context, QFileInfo(path).absoluteFilePath(), target));
+    if (!m_folder->isValid()) {
+        m_sum.failure = media::Failure{Fault::NotWritten, app::workPath(m_context.sy)};
+        count({});
+        next();
+        return;
+    }
+    QFile::remove(m_folder->filePath(u"o"_s));
+    app::ProgramCall call = media::melodyCall(m_context, QFileInfo(path).absoluteFilePath(), u"o"_s);
+    call.folder = m_folder->path();
+    run(call);
 }
 
 void UploadSizes::run(const app::ProgramCall& call)
 {
-    m_program = std::make_unique<QProcess>();
-    m_program->setStandardInputFile(QProcess::nullDevice());
-    m_isLate = false;
-    m_errors.clear();
-    connect(m_program.get(), &QProcess::readyReadStandardError, this, [this, program = m_program.get()] {
-        const QByteArray more = program->readAllStandardError();
-        m_errors.append(more.first(std::min(more.size(), mostErrors - m_errors.size())));
-    });
-    app::confine(*m_program, call);
-    connect(m_program.get(), &QProcess::finished, this, [this](int status, QProcess::ExitStatus how) {
-        const app::RunEnd ended = status == 0 ? app::RunEnd::Done : app::RunEnd::Failed;
-        takeResult(m_isLate                      ? app::RunEnd::TooLong
-                   : how == QProcess::NormalExit ? ended
-                                                 : app::RunEnd::Crashed);
-    });
-    connect(m_program.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) // no other signal follows
-            takeResult(app::RunEnd::NotStarted);
-    });
+    m_run = std::make_unique<app::ProgramRun>(call);
+    connect(m_run.get(), &app::ProgramRun::ended, this, [this, program = call.file] { takeResult(program); });
     m_limit.start(std::chrono::milliseconds(static_cast<qint64>(call.longest * 1000)));
-    m_program->start(call.file, call.arguments);
+    m_run->start();
 }
 
-void UploadSizes::takeResult(app::RunEnd end)
+void UploadSizes::takeResult(const QString& program)
 {
     m_limit.stop();
-    QProcess* program = m_program.release();
-    program->deleteLater(); // this runs within its signal
+    app::ProgramRun* run = m_run.release();
+    run->deleteLater(); // this runs within its signal
     const QString path = m_paths[m_sum.measured];
     const Fault refused = isMelodyFile(path) ? Fault::BadMelody : Fault::BadSound;
-    const auto failure = media::failureOf({.end = end, .error = QString::fromLocal8Bit(m_errors)},
-                                          {refused, path, program->program(), {}});
+    const auto failure = media::failureOf(run->result(), {refused, path, program, {}});
     if (!failure) {
-        takeOutput(path, program->readAllStandardOutput());
+        takeOutput(path, run->result().output);
     } else {
         m_sum.failure = failure; // it is tried again with the next choice
         count({});
@@ -186,18 +166,10 @@ void UploadSizes::takeOutput(const QString& path, const QByteArray& output)
 
 void UploadSizes::takePicture(const media::LoadedPicture& picture)
 {
-    const QByteArray bytes = picture.failure ? QByteArray() : codedPicture(picture.image, m_options);
+    const QByteArray bytes =
+        picture.failure ? QByteArray() : media::pictureBytes(picture.image, media::pictureForm(m_options));
     count(bytes.isEmpty() ? std::nullopt : std::optional(bytes.size()));
     next();
-}
-
-QByteArray codedPicture(const QImage& picture, const media::UploadOptions& options)
-{
-    const QImage image =
-        media::fitted(picture, media::pictureSize(options.phoneType, options.kind), options.fit);
-    return media::takesJpeg(options.phoneType)
-               ? media::jpegBytes(image, options.quality)
-               : media::bitmapFile(image, media::bitmapDepth(options.phoneType));
 }
 
 } // namespace kalmo::ui

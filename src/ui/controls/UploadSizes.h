@@ -9,8 +9,6 @@
 #include <QStringList>
 #include <QTimer>
 
-class QProcess;
-
 namespace kalmo::ui {
 
 /// Finds the sizes that files will have in the phone, one file after the other. The event loop goes on
@@ -50,7 +48,7 @@ private:
     std::optional<qint64> knownSize(const QString& path) const;
     void begin(const QString& path);
     void run(const app::ProgramCall& call);
-    void takeResult(app::RunEnd end);
+    void takeResult(const QString& program);
     void takeOutput(const QString& path, const QByteArray& output);
     void takePicture(const media::LoadedPicture& picture);
     void count(std::optional<qint64> bytes);
@@ -63,13 +61,8 @@ private:
     QHash<QString, qint64> m_melodies; // bytes, -1 for a bad one
     PictureLoader m_loader;
     std::unique_ptr<app::WorkFolder> m_folder;
-    std::unique_ptr<QProcess> m_program;
-    QTimer m_limit{this};  // of the program
-    bool m_isLate = false; // it was ended by that limit
-    QByteArray m_errors;   // the first bytes of its standard error
+    std::unique_ptr<app::ProgramRun> m_run;
+    QTimer m_limit{this}; // of m_run
 };
-
-/// Bytes of a picture in the phone's form.
-QByteArray codedPicture(const QImage& picture, const media::UploadOptions& options);
 
 } // namespace kalmo::ui

@@ -267,7 +267,7 @@ void frmMmcOpenControls::renderPicture()
 {
     if (m_picture.isNull())
         return;
-    const QByteArray bytes = codedPicture(m_picture, options());
+    const QByteArray bytes = media::pictureBytes(m_picture, media::pictureForm(options()));
     const QImage sent = QImage::fromData(bytes); // with the loss of the compression
     const qreal ratio = devicePixelRatioF();
     QPixmap pixmap =

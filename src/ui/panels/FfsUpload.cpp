@@ -1,31 +1,21 @@
 #include "ui/panels/FfsUpload.h"
 
-#include "app/Files.h"
-#include "app/StoragePaths.h"
-#include "app/WorkFolder.h"
+#include "media/UploadFiles.h"
 #include "ui/panels/BatchDisplay.h"
 
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 using media::Fault;
-using media::PreparedFile;
 using operations::FileAccess;
 
 namespace {
 
 constexpr double conversionShare = 0.2; // of the bar; the line to the phone takes most of the time
-
-/// The files that are ready, with their bytes.
-struct Batch
-{
-    std::vector<operations::FileToSend> files = {};
-    qsizetype failed = 0; ///< files that could not be made ready
-    bool goesOn = true;
-    bool isStopped = false; ///< by the user
-};
 
 /// Shows why a file was left out. Among several it is named, though the sentence for sounds does not.
 void tellFailure(app::Context& context, const media::Failure& failure, const QString& name, qsizetype files)
@@ -36,54 +26,24 @@ void tellFailure(app::Context& context, const media::Failure& failure, const QSt
     context.dialogs.Show(message);
 }
 
-void take(app::Context& context, const PreparedFile& file, Batch& batch, qsizetype files)
-{
-    const auto& told = file.failure ? file.failure : file.remark;
-    if (told && told->fault != Fault::Cancelled)
-        tellFailure(context, *told, QFileInfo(file.source).fileName(), files);
-    if (file.failure) {
-        batch.failed += file.failure->fault != Fault::Cancelled;
-        batch.goesOn = !media::endsBatch(file.failure->fault);
-        return;
-    }
-    QByteArray bytes;
-    const bool isMade = file.path != file.source;
-    if (isMade &&
-        !app::readWholeFile(file.path, bytes)) { // the source must not go under the name of the result
-        context.dialogs.Show(media::messageFor({Fault::NotWritten, file.path}));
-        ++batch.failed;
-        return;
-    }
-    batch.files.push_back({.localPath = file.source,
-                           .name = QFileInfo(file.path).fileName(),
-                           .bytes = isMade ? std::optional(bytes) : std::nullopt});
-}
-
-Batch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& choice)
+media::PreparedBatch prepareAll(Program& program, BatchDisplay& display, const UploadChoice& choice)
 {
     const toolkit::Progress progress = display.progress();
-    Batch batch;
     display.expect(choice.paths.size(), 0, {}, conversionShare);
-    const app::WorkFolder folder(program.context);
-    if (!folder.isValid()) {
-        program.context.dialogs.Show(
-            media::messageFor({Fault::NotWritten, app::workPath(program.context.sy)}));
-        return {.goesOn = false};
-    }
-    for (const QString& path : choice.paths) {
-        if (!batch.goesOn || progress.cancelled())
-            break;
+    const auto begun = [&](const QString& path) {
         display.next();
         progress.status(u"%1 wird umgewandelt..."_s.arg(QFileInfo(path).fileName()));
-        take(
-            program.context,
-            media::prepareFile(program.context, path, choice.options, folder.filePath(u"upload"_s), progress),
-            batch, choice.paths.size());
-    }
+    };
+    const auto finished = [&](const media::PreparedFile& file) {
+        const auto& told = file.failure ? file.failure : file.remark;
+        if (told && told->fault != Fault::Cancelled)
+            tellFailure(program.context, *told, QFileInfo(file.file.localPath).fileName(),
+                        choice.paths.size());
+    };
+    media::PreparedBatch batch = media::prepareFiles(program.context, choice.paths, choice.options, progress,
+                                                     {.begun = begun, .finished = finished});
     progress.status({});
     display.pause();
-    batch.isStopped = progress.cancelled();
-    batch.goesOn = batch.goesOn && !batch.isStopped;
     return batch;
 }
 
@@ -94,21 +54,25 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
                       const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent)
 {
     BatchDisplay display(progress, program.context.clock);
-    Batch batch;
+    media::PreparedBatch batch;
+    bool isStopped = false;
     {
         // The window is blocked and can be cancelled as while the phone is at work.
         const FileAccess access(mmc, u"Upload"_s, display.progress());
         if (!access.mayBegin())
             return false;
         batch = prepareAll(program, display, choice);
+        isStopped = display.progress().cancelled();
     }
-    const qsizetype leftOut = choice.passedOver + batch.failed;
-    if (!batch.goesOn || batch.files.empty()) {
-        display.conclude(
-            sentenceOf({.verb = u"gesendet"_s, .leftOut = leftOut, .isStopped = batch.isStopped}));
+    const auto failed = std::ranges::count_if(batch.unfit, [](const media::PreparedFile& file) {
+        return file.failure->fault != Fault::Cancelled; // the user's wish
+    });
+    const qsizetype leftOut = choice.passedOver + failed;
+    if (isStopped || batch.isEnded() || batch.files.empty()) {
+        display.conclude(sentenceOf({.verb = u"gesendet"_s, .leftOut = leftOut, .isStopped = isStopped}));
         return false;
     }
-    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.failed == 0;
+    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.unfit.empty();
 }
 
 } // namespace kalmo::ui
