@@ -63,6 +63,7 @@ void Line::ConfigurePort()
     m_port.ReadText();
     m_mode = LineMode::Text;
     m_dirty = false;
+    m_isUnanswered = false;
 }
 
 void Line::ClosePort()
@@ -178,6 +179,7 @@ bool Line::repeatAfterFailure(const QByteArray& command, int& attempts)
 bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, bool keepTail)
 {
     m_repeats = 0;
+    m_isUnanswered = false;
     m_failure = RxFailure::NotSent;
     m_lostAnswers = false;
     if (isRefused(u"Rx"_s, {LineMode::Text})) {
@@ -206,6 +208,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
             tail = buffer.last(tailLength);
         if (silent || isErrorTail(tail)) {
             m_failure = silent ? RxFailure::Silent : RxFailure::Refused;
+            m_isUnanswered = silent;
             m_lostAnswers = m_lostAnswers || silent;
             if (!repeatAfterFailure(command, attempts)) {
                 answer.clear();
@@ -220,6 +223,7 @@ bool Line::Rx(QByteArray& answer, const QByteArray& command, double timeout, boo
             break;
     }
     m_failure = RxFailure::None;
+    m_isUnanswered = false;
     m_echoed = buffer.startsWith(command);
     answer = cutAnswer(buffer, command.size(), keepTail);
     if (m_context.log.isOn())
@@ -359,10 +363,12 @@ RxDirectCode Line::RxDirect(QByteArray& received, double timeout, toolkit::Statu
             const QString prefix = u"RxDir Timeout (%1) - Exit RX - Buffer: "_s.arg(timeout);
             m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, prefix + fromCp1252(buffer));
             m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, prefix + HexFromText(buffer));
+            m_isUnanswered = true;
             return RxDirectTimeout;
         }
     } while (!buffer.contains("ERROR\r\n") && !buffer.contains("OK\r\n"));
     received = buffer;
+    m_isUnanswered = false;
     m_context.log.WriteDebugLog(u"RxDir (ASC)"_s, u"OK: "_s + fromCp1252(received));
     m_context.log.WriteDebugLog(u"RxDir (HEX)"_s, u"OK: "_s + HexFromText(received));
     return RxDirectAnswered;

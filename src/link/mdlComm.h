@@ -83,7 +83,7 @@ public:
     RxFailure lastFailure() const { return m_failure; }
 
     /// Returns true if the last request got no answer, of whichever kind it was.
-    bool isSilent() const { return m_dirty || m_failure == RxFailure::Silent; }
+    bool isSilent() const { return m_dirty || m_isUnanswered; }
 
     /// Returns true if any attempt of the last Rx got no answer: the phone may have carried the command out.
     bool lostAnswers() const { return m_lostAnswers; }
@@ -148,6 +148,7 @@ private:
     LineMode m_mode = LineMode::Text;
     bool m_waiting = false;
     bool m_dirty = false;
+    bool m_isUnanswered = false; ///< the last Rx or RxDirect got no answer
     RxFailure m_failure = RxFailure::None;
     int m_repeats = 0;
     bool m_echoed = false;

@@ -25,8 +25,9 @@ inline toolkit::Message question(const QString& text, Answer defaultButton = Ans
 /// The main window, with an emulated handset on its line.
 struct OpenWindow : TestProgram
 {
-    explicit OpenWindow(const QString& model, const handset::Options& options = {})
-        : TestProgram(model, options), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc)
+    explicit OpenWindow(const QString& model, const handset::Options& options = {},
+                        toolkit::Dialogs* user = nullptr)
+        : TestProgram(model, options, user), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc)
     {
         QDir(test.storage).mkpath(u"Backup"_s);
         test.clock.runToolkitEvents(true);

@@ -3,8 +3,8 @@
 // the phone is not there, and the window can be used afterwards.
 
 #include "support/TestProgram.h"
-#include "ui/adaptors/LossBoxes.h"
 #include "ui/lists/RowsView.h"
+#include "ui/NotedBoxes.h"
 #include "ui/TestProgram.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/StatusArea.h"
@@ -46,31 +46,6 @@ QList<QAction*> entriesOf(const QList<QAction*>& actions)
     }
     return entries;
 }
-
-/// Notes each box that asks nothing, and passes all on to the script.
-struct NotedDialogs : toolkit::Dialogs
-{
-    toolkit::Dialogs* script = nullptr;
-    QStringList shown;
-
-    toolkit::Answer Show(const toolkit::Message& message) override
-    {
-        if (message.buttons == toolkit::Buttons::Ok)
-            shown.append(message.text.simplified().left(120));
-        return script->Show(message);
-    }
-    QString OpenFile(const toolkit::FileRequest& request) override { return script->OpenFile(request); }
-    QString SaveFile(const toolkit::FileRequest& request) override { return script->SaveFile(request); }
-    QString PickFolder(const QString& title, const QString& start) override
-    {
-        return script->PickFolder(title, start);
-    }
-};
-
-struct NotedBoxes : NotedDialogs
-{
-    ui::LossBoxes losses{*this};
-};
 
 /// The main window in one section, and a user who leaves each form that opens at once.
 class PressedWindow : private NotedBoxes, public TestProgram

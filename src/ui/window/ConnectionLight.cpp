@@ -103,6 +103,12 @@ void ConnectionLight::showEvent(QShowEvent* event)
     watch();
 }
 
+void ConnectionLight::noteEnd()
+{
+    m_told.reset();
+    refresh();
+}
+
 void ConnectionLight::refresh()
 {
     const app::Sy& sy = m_line.context().sy;

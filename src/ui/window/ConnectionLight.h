@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QLabel;
 class QToolButton;
 
@@ -21,6 +23,8 @@ public:
 
     /// Shows the line's present state.
     void refresh();
+    /// Shows the state after an operation, and tells it again.
+    void noteEnd();
     /// Marks the phone as an emulated one.
     void showEmulated(bool isEmulated);
     /// Blocks the button while the phone is busy.
@@ -44,7 +48,7 @@ private:
     QLabel* m_text;
     QToolButton* m_search;
     bool m_isEmulated = false;
-    State m_told = State::Connected; ///< the last state that lost() or regained() was about
+    std::optional<State> m_told = State::Connected; ///< by lost() or regained(); nothing after an operation
 };
 
 } // namespace kalmo::ui

@@ -53,7 +53,7 @@ void StatusArea::SetBusy(bool busy)
     if (!wasBusy || isBusy())
         return;
     m_text->release();
-    m_connection->refresh();
+    m_connection->noteEnd();
     Q_EMIT becameIdle();
 }
 

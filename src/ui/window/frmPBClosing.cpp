@@ -3,6 +3,7 @@
 #include "app/Files.h"
 #include "app/StoragePaths.h"
 #include "app/Version.h"
+#include "obex/clsMmcOperation.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/window/ClassicWords.h"
@@ -182,11 +183,14 @@ bool frmPB::saveUnwritten()
 }
 
 /// A channel may be open without a connection, if the phone has refused it or did not end it. If the port is
-/// gone there is nothing to close.
+/// gone there is nothing to close, and the status bar says so; the client gives up its connection.
 bool frmPB::closeChannel()
 {
-    const bool isThere = m_program.line.port().IsOpen() || m_mmc->IsOnline() == obex::clsMmc::Connected;
-    if (isInDataMode() && isThere) {
+    if (!m_program.line.port().IsOpen()) {
+        const obex::clsMmc::Quiet quiet(*m_mmc);
+        if (m_mmc->IsOnline() == obex::clsMmc::Connected)
+            m_mmc->Offline({});
+    } else if (isInDataMode()) {
         if (!m_mmc->Offline(m_parts.progress))
             return false;
         m_sta->showReady();

@@ -94,10 +94,12 @@ bool frmPB::isInDataMode() const
 /// still be in its data mode.
 void frmPB::remindOfChannel()
 {
-    if (!m_program.line.port().IsOpen() && m_reminders->isShown(Reminders::CloseFfs)) {
+    const bool isShown = m_reminders->isShown(Reminders::CloseFfs);
+    const bool isPortOpen = m_program.line.port().IsOpen();
+    if (!isPortOpen && isShown) {
         m_reminders->hideKind(Reminders::CloseFfs);
         m_reminders->showKind(Reminders::NoMenu);
-    } else if (isFilesInFront() && isInDataMode() && !m_reminders->isShown(Reminders::CloseFfs)) {
+    } else if (isPortOpen && isFilesInFront() && isInDataMode() && !isShown) {
         m_reminders->showKind(Reminders::CloseFfs);
         m_reminders->hideKind(Reminders::NoMenu);
     }
