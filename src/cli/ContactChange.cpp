@@ -220,11 +220,13 @@ ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePla
 bool requireRoom(Job& job, const ContactEdit& edit, const operations::ContactPlan& plan)
 {
     const auto room = edit.freePlaces();
-    if (room && plan.fits(*room))
+    if (plan.add.empty() || (room && plan.fits(*room)))
         return true;
-    job.out.error(room ? u"the phone has room for %1; nothing was changed in it."_s.arg(
-                             entryCount(static_cast<size_t>(std::max(*room, 0))))
-                       : u"the phone does not say how much room it has; nothing was changed in it."_s);
+    const size_t places = static_cast<size_t>(std::max(room.value_or(0), 0)) + plan.remove.size();
+    const QString after = plan.remove.empty() ? QString() : u" more once those are removed"_s;
+    job.out.error(
+        room ? u"the phone has room for %1%2; nothing was changed in it."_s.arg(entryCount(places), after)
+             : u"the phone does not say how much room it has; nothing was changed in it."_s);
     return false;
 }
 

@@ -125,13 +125,8 @@ std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStat
 
 bool ContactWriter::confirm(const ContactEdit& edit, const ContactPlan& plan, ExitStatus& status)
 {
-    const auto room = edit.freePlaces();
-    if (!plan.add.empty() && (!room || !plan.fits(*room))) {
+    if (!requireRoom(m_job, edit, plan)) {
         status = ExitFailed;
-        m_job.out.error(
-            room ? u"the phone has room for %1 more once those are removed; nothing was changed in it."_s.arg(
-                       entryCount(static_cast<size_t>(std::max(*room, 0)) + plan.remove.size()))
-                 : u"the phone does not say how much room it has; nothing was changed in it."_s);
         return false;
     }
     return m_job.questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
