@@ -400,6 +400,10 @@ void tst_ContactCommands::refreshes()
         Answer::Yes);
     QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
     QCOMPARE(shown, QStringList({u"0,0,0,0"_s, u"0,0,0,0"_s}));
+    phone.progress.cancel.checked = true;
+    QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Cancelled);
+    QVERIFY(phone.isInOrder());
+    QVERIFY(phone.store->lastReading()); // of which a file gets the cards
 }
 
 KALMO_TEST(tst_ContactCommands)

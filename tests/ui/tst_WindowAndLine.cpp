@@ -50,7 +50,6 @@ private Q_SLOTS:
     void failuresLeaveWholeLists();
     void anotherPhoneIsReadAgain();
     void stoppedDeletionIsCounted();
-    void stoppedReadingKeepsTheCards();
 };
 
 void tst_WindowAndLine::closingAsksAndLeavesDataMode()
@@ -400,23 +399,6 @@ void tst_WindowAndLine::stoppedDeletionIsCounted()
     QCOMPARE(static_cast<int>(open.contactsInPhone()), before - 2); // the second was on its way
     QCOMPARE(open.status(),
              u"2 Kontakte gelöscht, 2 nicht (abgebrochen). \"Frühere Stände\" bringt sie zurück."_s);
-}
-
-/// A file that is saved after it has all that the phone holds of each contact.
-void tst_WindowAndLine::stoppedReadingKeepsTheCards()
-{
-    OpenWindow open(u"SL450HX"_s);
-    open.window.goTo(u"TB"_s);
-    const auto saved = [&open](const QString& name) {
-        open.test.dialogs.agreeToAll(open.test.path(name));
-        open.press("save");
-        return TestContext::contentOf(open.test.path(name));
-    };
-    const QByteArray whole = saved(u"vorher.vcf"_s);
-    open.stopWhen([&open] { return child<QWidget>(open.window, "chkCancel").isVisible(); });
-    QTest::keyClick(&open.window, Qt::Key_F5);
-    QCOMPARE(open.status(), u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s);
-    QCOMPARE(saved(u"nachher.vcf"_s), whole);
 }
 
 KALMO_TEST(tst_WindowAndLine)
