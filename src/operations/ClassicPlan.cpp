@@ -163,7 +163,7 @@ void foresee(const ListJob& job, ListPlan& plan)
 void addGiven(const ListJob& job, ListPlan& plan, const std::vector<ClassicEntry>& entries)
 {
     for (const ClassicEntry& entry : entries) {
-        const ClassicEntry toSend = sendable(entry);
+        const ClassicEntry toSend = sendable(entry, job.phoneType(), job.memory.sounds);
         plan.given.push_back(entry);
         plan.toSend.entries.push_back(toSend);
         plan.toSend.commands.append(job.traits().writeCommand(toSend, job.phoneType(), job.memory.sounds));

@@ -109,12 +109,19 @@ bool hasDateForm(const QString& date)
     return form.match(date).hasMatch();
 }
 
-ClassicEntry sendable(ClassicEntry entry)
+ClassicEntry sendable(ClassicEntry entry, int phoneType, const phonedata::SoundList& sounds)
 {
     for (QString ClassicEntry::*field : {&ClassicEntry::name, &ClassicEntry::number})
         (entry.*field).remove(unsendable());
     if (!hasDateForm(entry.date))
         entry.date = entry.dateSound = QString();
+    const auto isUnknown = [&](const QString& sound) {
+        return phonedata::GetSoundCode(sound, phoneType, sounds).isEmpty();
+    };
+    if (!entry.date.isEmpty() && isUnknown(entry.dateSound))
+        entry.dateSound = phonedata::firstMelody.toString();
+    if (!entry.vip.isEmpty() && isUnknown(entry.vipSound))
+        entry.vipSound = phonedata::firstMelody.toString();
     return entry;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/SavedLists.h"
+#include "phonedata/SoundList.h"
 
 #include <QRegularExpression>
 
@@ -23,7 +24,10 @@ const QRegularExpression& unsendable();
 /// Returns true for a text of the form "24.12  08:30", an impossible date too.
 bool hasDateForm(const QString& date);
 
-/// The entry without all that can't be sent: characters that would break the command, a date that is none.
-phonedata::ClassicEntry sendable(phonedata::ClassicEntry entry);
+/// The entry without all that can't be sent: characters that would break the command, a date that is none. A
+/// melody that the phone lacks becomes its first one: phones refuse an entry without the code of its melody,
+/// and the store has been erased by then.
+phonedata::ClassicEntry sendable(phonedata::ClassicEntry entry, int phoneType,
+                                 const phonedata::SoundList& sounds);
 
 } // namespace kalmo::operations

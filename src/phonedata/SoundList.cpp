@@ -66,7 +66,7 @@ QString GetSoundName(qint32 id, const SoundList& sounds, app::DebugLog& log)
     if (const Melody* melody = sounds.withId(id))
         return melody->name;
     log.WriteDebugLog(u"Warning:"_s, u"GetSoundName(%1) Element not found, default Melodie 1 used"_s.arg(id));
-    return u"Melodie 1"_s;
+    return firstMelody.toString();
 }
 
 QString GetSoundCode(const QString& name, int phoneType, const SoundList& sounds)

@@ -37,6 +37,9 @@ private:
     std::vector<Melody> m_rows;
 };
 
+/// The melody that takes the place of one that is not known.
+inline constexpr QStringView firstMelody = u"Melodie 1";
+
 /// The names "Melodie 1" to "Melodie 10", which every classic handset has.
 QStringList builtInMelodies();
 

@@ -142,6 +142,14 @@ void tst_ClassicChanges::keptEntriesKeepTheirCodes()
     // A list that was read without the melodies is doubtful, and nothing is erased on the strength of it.
     bench.memory.forget();
     QCOMPARE(append(bench.job(), fourEntries.front()).outcome.cause, Cause::Doubtful);
+    // A list of melodies that has shrunk since leaves an entry whose melody has no code: it gets the first
+    // one.
+    ClassicEntry tango{u"Tango"_s, u"5"_s, u"24.12  08:30"_s, u"Tango"_s, u"Ja"_s, u"Tango"_s};
+    ListPlan unknown = planReplace(bench.job(), {tango}, {.mayUseDoubtful = true});
+    QVERIFY(applyPlan(bench.job(), unknown, {.mayUseDoubtful = true}).outcome.isDone());
+    const auto& taken = bench.phone().phonebook.entries;
+    QCOMPARE(taken.size(), 1U);
+    QCOMPARE(taken.front().reminder + u" "_s + taken.front().vipSound, u"1 1"_s);
     // The oldest family shifts what it reads by one melody.
     Bench oldest(u"WOODSTOCK"_s, 1);
     const ListPlan first = planReplace(oldest.job(), {}, {});
