@@ -52,6 +52,7 @@ ListRow commandRow(QStringView key, const QString& text, const QString& icon)
 {
     ListRow made = row({}, text, {}, icon, {{u"Befehl"_s}, {u" "_s}});
     made.key = key.toString();
+    made.staysLast = true;
     return made;
 }
 

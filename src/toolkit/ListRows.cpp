@@ -206,6 +206,8 @@ int ListRows::placeFor(const Stored& stored) const
 
 bool ListRows::isBefore(const Stored& left, const Stored& right) const
 {
+    if (left.row.staysLast || right.row.staysLast)
+        return !left.row.staysLast;
     const int order = left.sortKey->compare(*right.sortKey);
     return m_sortOrder == Qt::AscendingOrder ? order < 0 : order > 0;
 }

@@ -38,6 +38,7 @@ struct ListRow
     QString tag = {};
     QString icon = {};
     bool selected = false;
+    bool staysLast = false; ///< after the others, however they are sorted
 
     QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
 };

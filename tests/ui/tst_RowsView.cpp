@@ -2,6 +2,7 @@
 
 #include "app/mdlRegIni.h"
 #include "support/TestProgram.h"
+#include "ui/icons/Icons.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
@@ -9,11 +10,13 @@
 #include <QClipboard>
 #include <QDir>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QStyleHints>
 #include <QTemporaryDir>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -25,7 +28,7 @@ struct ShownList
     {
         for (const QString& name : names)
             rows.add({.cells = {{name}}});
-        view.resize(400, 300);
+        view.resize(600, 300);
         view.setRows(rows);
         view.show();
     }
@@ -56,7 +59,8 @@ struct ShownList
                           QPoint(head->sectionViewportPosition(column) + 5, head->height() / 2));
     }
 
-    toolkit::ListRows rows{u"lvwTest"_s, {{u"Name"_s}, {u"Nummer"_s}}};
+    toolkit::ListRows rows{u"lvwTest"_s,
+                           {{u"Name"_s}, {u"Nummer"_s, toolkit::SortBy::Text, true}, {u"Ort"_s}}};
     ui::RowsView view;
 };
 
@@ -82,6 +86,8 @@ private Q_SLOTS:
     void lettersLeadToNames();
     void selectedRowsAreCopied();
     void layoutOutlivesTheView();
+    void screenReadersGetThePaintedText();
+    void cellsFitOrHaveAToolTip();
 };
 
 void RowsViewTest::headTurnsTheOrderAndKeepsTheSelection()
@@ -203,7 +209,7 @@ void RowsViewTest::selectedRowsAreCopied()
     list.rows.setSelected(1, true);
     QTest::keySequence(&list.view, QKeySequence::Copy);
     const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
-    QCOMPARE(copied.text(), u"a\t\nb c\t0521\n"_s);
+    QCOMPARE(copied.text(), u"a\t\t\nb c\t0521\t\n"_s);
     QCOMPARE(copied.data(u"text/vcard"_s), QByteArray("a;b\tc;"));
 }
 
@@ -217,6 +223,7 @@ void RowsViewTest::layoutOutlivesTheView()
     {
         ShownList list({u"b"_s, u"a"_s});
         list.view.setColumnWidth(0, 123);
+        list.view.header()->moveSection(2, 1);
         list.clickHead(0);
         list.clickHead(0);
         list.rows.setSorted(false); // as a listing of files ends
@@ -227,12 +234,79 @@ void RowsViewTest::layoutOutlivesTheView()
     QCOMPARE(list.view.columnWidth(0), 123);
     QCOMPARE(list.shown(), (QStringList{u"b"_s, u"a"_s}));
     QCOMPARE(list.view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
-    for (const QString& broken : {u"123"_s, u"5|-3"_s, u"a|b"_s, u"99999999|50"_s}) {
-        settings.PutIniText(u"frmPB"_s, u"lvwTest_Columns"_s, broken);
-        settings.PutIniText(u"frmPB"_s, u"lvwTest_Order"_s, broken);
+    QCOMPARE(list.view.header()->logicalIndex(1), 2);
+    for (const QString& broken : {u"123"_s, u"5|-3|5"_s, u"a|b|c"_s, u"99999999|50|50"_s, u"0|1|1"_s}) {
+        for (const QString& key : {u"Columns"_s, u"Places"_s, u"Order"_s})
+            settings.PutIniText(u"frmPB"_s, u"lvwTest_"_s + key, broken);
         ui::restoreListLayout(list.view, settings);
         QCOMPARE(list.view.columnWidth(0), 123);
+        QCOMPARE(list.view.header()->logicalIndex(1), 2);
     }
+}
+
+void RowsViewTest::screenReadersGetThePaintedText()
+{
+    ShownList list({});
+    const auto told = [&list] { return list.view.accessibleDescription(); };
+    list.view.setPlaceholder(u"leer"_s);
+    QCOMPARE(told(), u"leer"_s);
+    list.rows.addAll({{.cells = {{u"a"_s}}}, {.cells = {{u"b"_s}}}});
+    QCOMPARE(told(), QString());
+    list.view.setPlaceholder(u"gelesen"_s);
+    QCOMPARE(told(), QString());
+    list.view.setNote(u"unten"_s);
+    QCOMPARE(told(), u"unten"_s);
+    list.view.setFilter(u"c"_s);
+    QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
+    list.rows.add({.cells = {{u"c"_s}}});
+    QCOMPARE(told(), u"unten"_s);
+    list.rows.removeAt(2);
+    QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
+    list.view.setFilter({});
+    list.view.setNote({});
+    QCOMPARE(told(), QString());
+    list.rows.removeAt(1);
+    list.rows.removeAt(0);
+    QCOMPARE(told(), u"gelesen"_s);
+    list.rows.add({.cells = {{u"a"_s}}});
+    list.rows.clear();
+    QCOMPARE(told(), u"gelesen"_s);
+}
+
+/// A double click beside a head makes its column as wide as its widest cell.
+void RowsViewTest::cellsFitOrHaveAToolTip()
+{
+    const QString wide = u"Urlaub im Sommer am Meer "_s;
+    Rows<int, QString, int> rows{{"text", 0, {}, 16}, {"picture", 0, u"folder"_s, 28}, {"number", 1, {}, 28}};
+    rows.each([&](const auto& column, const auto& picture, const auto& pixels) {
+        ShownList list({});
+        list.view.setIconSource([](const toolkit::ListRow& row) { return ui::icon(row.icon); });
+        list.view.setPictureSize(pixels);
+        const QString text = wide + QString::number(column) + picture;
+        list.rows.add({.cells = {{}, {}, {}}, .icon = picture});
+        list.rows.setText(0, column, text);
+        const auto isShownWhole = [&] {
+            const QModelIndex cell = list.view.model()->index(0, column);
+            const QPoint at = list.view.visualRect(cell).center();
+            QHelpEvent help(QEvent::ToolTip, at, list.view.viewport()->mapToGlobal(at));
+            QCoreApplication::sendEvent(list.view.viewport(), &help);
+            return QToolTip::text() != text;
+        };
+        list.view.setColumnWidth(column, 60);
+        QVERIFY(!isShownWhole());
+        QToolTip::showText({}, u"?"_s);
+        const QHeaderView* head = list.view.header();
+        const QPoint divider(head->sectionViewportPosition(column) + 59, head->height() / 2);
+        QTest::mouseMove(head->viewport(), divider);
+        QTest::mouseDClick(head->viewport(), Qt::LeftButton, {}, divider);
+        const int width = list.view.columnWidth(column);
+        QVERIFY(width > list.view.fontMetrics().horizontalAdvance(text) + (picture.isEmpty() ? 0 : pixels));
+        QVERIFY(isShownWhole());
+        list.view.setColumnWidth(column, width - 1);
+        QVERIFY(!isShownWhole());
+        QCOMPARE(list.view.visualRect(list.view.model()->index(0, 0)).height(),
+                 std::max(list.view.fontMetrics().height(), pixels) + 8);
+    });
 }
 
 KALMO_TEST(RowsViewTest)

@@ -176,8 +176,15 @@ void frmPBTest::listsAreSearched()
     QTest::keyClick(field, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"Vater Büro\t"_s));
+    const QByteArray card = QGuiApplication::clipboard()->mimeData()->data(u"text/vcard"_s);
+    QVERIFY(card.startsWith("BEGIN:VCARD\r\n") &&
+            card.contains(list.rows()->text(list.rows()->current(), 1).toUtf8()));
     QTest::keyClick(&list, Qt::Key_Escape);
     QCOMPARE(list.shownRows(), all);
+    list.rows()->setCurrent(0);
+    QTest::keyClicks(&list, u"va"_s); // where "a" alone selects all
+    QCOMPARE(list.rows()->selectedRows(), QList{list.rows()->current()});
+    QVERIFY(list.rows()->text(list.rows()->current(), 0).startsWith(u"Va"_s));
 }
 
 void frmPBTest::backupsAreOpenedAndSaved()

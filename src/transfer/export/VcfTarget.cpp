@@ -22,9 +22,9 @@ QString dayWithoutYear(const QString& date)
     return parts.hasMatch() ? u"--%1-%2"_s.arg(parts.captured(2), parts.captured(1)) : QString();
 }
 
-bool holdsContacts(const toolkit::ListRows& list)
+bool isContact(const toolkit::ListRow& row)
 {
-    return list.columns().size() > phonedata::VcfBirthday;
+    return row.cells.size() > phonedata::VcfBirthday;
 }
 
 tVcfEntry contactOf(const toolkit::ListRow& row)
@@ -40,6 +40,11 @@ tVcfEntry contactOfEntry(const toolkit::ListRow& row)
 
 } // namespace
 
+QByteArray vcfCardOf(const toolkit::ListRow& row)
+{
+    return phonedata::vcfCardBytes(isContact(row) ? contactOf(row) : contactOfEntry(row));
+}
+
 QByteArray vcfBytes(const toolkit::ListRows& list, const ExportChoice& choice)
 {
     QByteArray cards;
@@ -51,7 +56,7 @@ QByteArray vcfBytes(const toolkit::ListRows& list, const ExportChoice& choice)
             if (!choice.columns.contains(column))
                 row.cells[column] = {};
         }
-        cards += phonedata::vcfCardBytes(holdsContacts(list) ? contactOf(row) : contactOfEntry(row));
+        cards += vcfCardOf(row);
     }
     return cards;
 }

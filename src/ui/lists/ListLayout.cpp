@@ -46,14 +46,29 @@ QList<int> readWidths(const app::Settings& settings, const QString& key, qsizety
     return makeSense ? widths : QList<int>();
 }
 
+/// The columns from left to right. None if one is missing.
+QList<int> readColumns(const app::Settings& settings, const QString& key, int count)
+{
+    const QList<int> columns = readNumbers(settings, key, count);
+    for (int column = 0; column < count; ++column) {
+        if (!columns.contains(column))
+            return {};
+    }
+    return columns;
+}
+
 } // namespace
 
 void saveListLayout(const RowsView& view, app::Settings& settings)
 {
     QList<int> widths;
-    for (int column = 0; column < view.header()->count(); ++column)
-        widths.append(view.columnWidth(column));
+    QList<int> columns;
+    for (int place = 0; place < view.header()->count(); ++place) {
+        widths.append(view.columnWidth(place));
+        columns.append(view.header()->logicalIndex(place));
+    }
     settings.PutIniText(section, view.objectName() + u"_Columns"_s, joined(widths));
+    settings.PutIniText(section, view.objectName() + u"_Places"_s, joined(columns));
     const toolkit::ListRows* rows = view.rows();
     if (rows && rows->sortColumn() >= 0) // also of a list that is sorted at each listing only
         settings.PutIniText(section, view.objectName() + u"_Order"_s,
@@ -66,6 +81,9 @@ void restoreListLayout(RowsView& view, const app::Settings& settings)
     const QList<int> widths = readWidths(settings, view.objectName() + u"_Columns"_s, count);
     for (int column = 0; column < widths.size(); ++column)
         view.setColumnWidth(column, widths[column]);
+    const QList<int> columns = readColumns(settings, view.objectName() + u"_Places"_s, count);
+    for (int place = 0; place < columns.size(); ++place)
+        view.header()->moveSection(view.header()->visualIndex(columns[place]), place);
     const QList<int> order = readNumbers(settings, view.objectName() + u"_Order"_s, 2);
     if (!order.isEmpty() && order[0] >= 0 && order[0] < count)
         view.sortBy(order[0], order[1] == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);

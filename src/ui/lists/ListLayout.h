@@ -8,8 +8,8 @@ namespace kalmo::ui {
 
 class RowsView;
 
-/// The user's layout of a list on screen: widths of its columns, order of its rows. Kept across runs in the
-/// section "frmPB" of the settings, under the list's name.
+/// The user's layout of a list on screen: widths and order of its columns, order of its rows. Kept across
+/// runs in the section "frmPB" of the settings, under the list's name.
 void saveListLayout(const RowsView& view, app::Settings& settings);
 /// Restores the saved layout. Invalid values change nothing.
 void restoreListLayout(RowsView& view, const app::Settings& settings);

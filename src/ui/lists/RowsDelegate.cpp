@@ -5,18 +5,39 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace kalmo::ui {
+
+namespace {
+
+constexpr int rowPadding = 8; // pixels above and below a line together
+
+/// Pixels to the right of a number; 0 for other cells.
+int marginOf(const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    const bool isNumber = index.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight;
+    return isNumber ? option.fontMetrics.averageCharWidth() * 2 : 0;
+}
+
+} // namespace
 
 void RowsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const
 {
     QStyleOptionViewItem inner = option;
-    if (index.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) {
+    if (const int margin = marginOf(option, index); margin > 0) {
         const QStyle& style = *option.widget->style();
         style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-        inner.rect.setRight(inner.rect.right() - option.fontMetrics.averageCharWidth() * 2);
+        inner.rect.setRight(inner.rect.right() - margin);
     }
     QStyledItemDelegate::paint(painter, inner, index);
+}
+
+QSize RowsDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const int width = QStyledItemDelegate::sizeHint(option, index).width() + marginOf(option, index);
+    return {width, std::max(option.fontMetrics.height(), option.decorationSize.height()) + rowPadding};
 }
 
 bool RowsDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -24,10 +45,7 @@ bool RowsDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
 {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    // The base class knows the width that the whole cell needs, with its picture and margins.
-    const bool isCut = QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width() ||
-                       option.fontMetrics.horizontalAdvance(index.data().toString()) > option.rect.width();
-    if (isCut)
+    if (sizeHint(option, index).width() > option.rect.width())
         QToolTip::showText(event->globalPos(), index.data().toString(), view, option.rect);
     else
         QToolTip::hideText();

@@ -1,17 +1,11 @@
 #include "ui/lists/RowsModel.h"
 
-#include <QFontMetrics>
-#include <QGuiApplication>
-
-#include <algorithm>
-
 namespace kalmo::ui {
 
 using toolkit::ListRows;
 
 namespace {
 
-constexpr int rowPadding = 8;              // pixels above and below a line together
 const QString titleMargin(2, QChar::Nbsp); // as far from the edge as the numbers below
 
 } // namespace
@@ -57,9 +51,6 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const
         return row.text(index.column());
     case Qt::DecorationRole:
         return index.column() == 0 && m_icons && !row.icon.isEmpty() ? m_icons(row) : QVariant();
-    case Qt::SizeHintRole:
-        return QSize(0,
-                     std::max(QFontMetrics(QGuiApplication::font()).height(), m_pictureHeight) + rowPadding);
     case Qt::TextAlignmentRole:
         return alignmentOf(index.column());
     default:

@@ -26,8 +26,6 @@ public:
     void setRows(toolkit::ListRows* rows);
     toolkit::ListRows* rows() const { return m_rows; }
     void setIconSource(IconSource icons) { m_icons = std::move(icons); }
-    /// Rows are high enough for pictures of so many pixels.
-    void setPictureHeight(int pixels) { m_pictureHeight = pixels; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -41,7 +39,6 @@ private:
 
     QPointer<toolkit::ListRows> m_rows;
     IconSource m_icons;
-    int m_pictureHeight = 0;
 };
 
 } // namespace kalmo::ui

@@ -89,7 +89,6 @@ void RowsView::setRows(ListRows& rows)
 void RowsView::setPictureSize(int pixels)
 {
     setIconSize({pixels, pixels});
-    m_model->setPictureHeight(pixels);
 }
 
 void RowsView::setPlaceholder(const QString& text)
@@ -200,7 +199,8 @@ void RowsView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void RowsView::sortByHeader(int column)
 {
     ListRows* list = rows();
-    const bool turns = list->isSorted() && list->sortColumn() == column;
+    // Also where a listing has switched sorting off.
+    const bool turns = header()->isSortIndicatorShown() && list->sortColumn() == column;
     const bool wasAscending = list->sortOrder() == Qt::AscendingOrder;
     sortBy(column, turns && wasAscending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }

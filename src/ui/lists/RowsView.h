@@ -67,6 +67,8 @@ public:
     void sortBy(int column, Qt::SortOrder order);
 
     void keyboardSearch(const QString& letters) override;
+    /// Returns true if the next letter goes on with a name that is being typed.
+    bool isTypingName() const { return m_typeAhead.isTyping(); }
 
 Q_SIGNALS:
     /// Also for the Enter key.

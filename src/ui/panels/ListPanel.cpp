@@ -60,7 +60,9 @@ bool ListPanel::eventFilter(QObject* watched, QEvent* event)
 
 bool ListPanel::handleKey(int key, Qt::KeyboardModifiers modifiers)
 {
-    if (key == Qt::Key_A && (m_plainASelects || modifiers.testFlag(Qt::ControlModifier))) {
+    const bool isCommand = modifiers.testFlag(Qt::ControlModifier);
+    const bool isLetterOfName = !isCommand && m_view->isTypingName();
+    if (key == Qt::Key_A && (isCommand || m_plainASelects) && !isLetterOfName) {
         m_view->selectAll();
         return true;
     }

@@ -15,7 +15,7 @@ class ListPanel : public PanelFrame
     Q_OBJECT
 
 public:
-    /// `plainASelects`: the letter A selects all rows without Ctrl too.
+    /// `plainASelects`: the letter A selects all rows without Ctrl too, unless a name is being typed.
     ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASelects, QWidget* parent = nullptr);
 
     RowsView& view() const { return *m_view; }

@@ -1,6 +1,6 @@
 // The main window's handling of the list in front: searching, marking, copying, and saving its layout.
 
-#include "phonedata/VcfFiles.h"
+#include "transfer/export/VcfTarget.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/lists/ListLayout.h"
@@ -26,13 +26,6 @@ using namespace Qt::StringLiterals;
 using phonedata::Store;
 
 namespace {
-
-RowFormat contactFormat()
-{
-    return {.mediaType = u"text/vcard"_s, .bytesOf = [](const toolkit::ListRow& row) {
-                return phonedata::vcfCardBytes(phonedata::vcfEntryFrom(row));
-            }};
-}
 
 /// Ahead of a tool tip, for commands that mean another section than the one in front.
 QString sectionOf(int mode)
@@ -120,8 +113,9 @@ void frmPB::makeContextMenu(RowsView& view)
     view.addActions(m_editActions);
     addGap();
     view.addAction(m_formerStates);
-    if (m_fraVCF && &view == &m_fraVCF->view())
-        view.setRowFormat(contactFormat());
+    const ListPanel* contacts = m_fraVCF ? m_fraVCF : m_fraPBTB;
+    if (&view == &contacts->view())
+        view.setRowFormat({.mediaType = u"text/vcard"_s, .bytesOf = transfer::vcfCardOf});
 }
 
 void frmPB::makeContextMenu(fraFFS& panel)
