@@ -7,7 +7,9 @@
 
 #include <QApplication>
 #include <QDirIterator>
+#include <QHeaderView>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 
 namespace {
@@ -45,6 +47,17 @@ void FileSystemPanel::foldersAndFiles()
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
     made.enter(u"ROT_"_s);
     QCOMPARE(made.panel.lvwFFs().selectedRows(), QList<int>{0});
+    made.enter(u"FOL_Sounds"_s);
+    QStringList orders{made.shown()};
+    for (int click = 0; click < 3; ++click) {
+        QTest::mouseClick(made.list().header()->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+        orders.append(made.shown());
+        made.press("refresh");
+        orders.append(made.shown());
+    }
+    const QString up = u"FIL_Gong.mid FIL_Piep.wav FIL_Tonleiter.mid ROT_ CDU_"_s;
+    const QString down = u"FIL_Tonleiter.mid FIL_Piep.wav FIL_Gong.mid ROT_ CDU_"_s;
+    QCOMPARE(orders, (QStringList{up, up, up, down, down, up, up}));
     // A file that Kalmo can't show goes to the user's own program.
     QVERIFY(made.mmc->PutFile(made.test.makeFile(u"Film.3gp"_s, "x"), made.progress.all()));
     made.press("refresh");
@@ -147,7 +160,9 @@ void FileSystemPanel::keysOfTheList()
     FilePanel made(u"Sounds"_s);
     made.show();
     made.giveName(u"Neu"_s);
-    made.key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    auto& search = child<QLineEdit>(made.panel, "txtSearch");
+    search.setFocus();
+    QTest::keyClick(&search, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(made.current(), u"FOL_Neu"_s);
     QCOMPARE(made.status(), u"Ordner Neu angelegt."_s);
     made.key(Qt::Key_Return);
@@ -157,11 +172,19 @@ void FileSystemPanel::keysOfTheList()
     made.key(Qt::Key_Backspace);
     QCOMPARE(made.path(), u"Mobile:\\Sounds"_s);
     made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FOL_Neu"_s));
-    made.giveName(u"Alt"_s);
+    made.giveName(u"R&B"_s);
     made.key(Qt::Key_F2);
+    QCOMPARE(made.current(), u"FOL_R&B"_s);
+    QCOMPARE(made.status(), u"Neu heißt jetzt R&B."_s);
+    QString asked;
+    made.inDialog(u"dlgName"_s, [&asked](QWidget& dialog) {
+        asked = dialog.findChild<QLabel*>()->text();
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(), u"Alt\r"_s);
+    });
+    made.key(Qt::Key_F2);
+    QCOMPARE(asked, u"Neuer &Name für R&&B:"_s);
     QCOMPARE(made.current(), u"FOL_Alt"_s);
-    QCOMPARE(made.status(), u"Neu heißt jetzt Alt."_s);
-    QCOMPARE(made.dialogs, 2);
+    QCOMPARE(made.dialogs, 3);
     made.ask(u"1 ausgewählte Dateien wirklich löschen?"_s, Answer::Yes, Buttons::YesNo);
     made.key(Qt::Key_Delete);
     QVERIFY(!made.shown().contains(u"FOL_"_s));

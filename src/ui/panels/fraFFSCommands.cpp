@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QDialogButtonBox>
 #include <QInputDialog>
+#include <QLabel>
 #include <QToolBar>
 
 namespace kalmo::ui {
@@ -37,6 +38,7 @@ QString askForName(QWidget* parent, const NameRequest& request)
     dialog.setTextValue(request.name);
     dialog.setOkButtonText(request.accept);
     dialog.setCancelButtonText(u"Abbrechen"_s);
+    dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText); // a name from the phone may look like markup
     for (QAbstractButton* button : dialog.findChild<QDialogButtonBox*>()->buttons())
         button->setIcon({}); // the toolkit's own are of another style
     dialog.resize(dialog.fontMetrics().averageCharWidth() * 50, 0);
@@ -73,6 +75,9 @@ void fraFFS::makeCommands()
         connect(action, &QAction::triggered, this, run);
         return action;
     };
+    QAction* newFolder = own(u"ffsNewFolder"_s, u"&Neuer Ordner..."_s, u"folder"_s,
+                             QKeySequence(u"Ctrl+Shift+N"_s), &fraFFS::makeFolder);
+    newFolder->setShortcutContext(Qt::WindowShortcut); // this one is no letter
     m_commands = {
         button("show", u"Ö&ffnen\tEingabe"_s),
         own(u"ffsUp"_s, u"Ordner nach &oben"_s, u"up"_s, Qt::Key_Backspace, &fraFFS::goUp),
@@ -81,8 +86,7 @@ void fraFFS::makeCommands()
         button("save", u"Vom Telefon &empfangen..."_s),
         gap(),
         own(u"ffsRename"_s, u"&Umbenennen..."_s, u"edit"_s, Qt::Key_F2, &fraFFS::renameSelected),
-        own(u"ffsNewFolder"_s, u"&Neuer Ordner..."_s, u"folder"_s, QKeySequence(u"Ctrl+Shift+N"_s),
-            &fraFFS::makeFolder),
+        newFolder,
         button("del", u"&Löschen"_s),
         gap(),
         button("refresh", u"Neu l&aden"_s),
@@ -108,10 +112,11 @@ void fraFFS::renameSelected()
     if (!isFolderListed())
         return;
     const QString& name = names.first();
-    const QString wanted = askForName(this, {.title = u"Umbenennen"_s,
-                                             .label = u"Neuer &Name für %1:"_s.arg(name),
-                                             .accept = u"&Umbenennen"_s,
-                                             .name = name});
+    const QString wanted =
+        askForName(this, {.title = u"Umbenennen"_s,
+                          .label = u"Neuer &Name für %1:"_s.arg(QString(name).replace(u'&', u"&&"_s)),
+                          .accept = u"&Umbenennen"_s,
+                          .name = name});
     if (wanted.isEmpty())
         return;
     const bool isFile = m_rows.indexOfKey(obex::fileKeyPrefix.toString() + name) >= 0;
