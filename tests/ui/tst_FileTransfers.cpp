@@ -284,6 +284,26 @@ void FileTransfers::filesFromTheDesktop()
     QVERIFY(drop(made, content, u"ROT_"_s));
     QCoreApplication::processEvents();
     QCOMPARE(made.dialogs, 2);
+
+    for (const auto answer : {Answer::No, Answer::Yes}) {
+        made.test.dialogs.expect(
+            {.text = u"Die Dateien sind noch nicht übertragen.\n\nSollen Ihre Angaben verworfen werden?"_s,
+             .title = u"Zum Telefon übertragen"_s,
+             .buttons = Buttons::YesNo,
+             .icon = Icon::Question,
+             .defaultButton = Answer::No},
+            answer);
+    }
+    bool stayed = false;
+    made.inDialog(u"dlgGiven"_s, [&stayed](QWidget& dialog) {
+        QTest::keyClick(&child<QCheckBox>(dialog, "chkTrimWav"), Qt::Key_Space);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        stayed = dialog.isVisible();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QVERIFY(drop(made, content, u"ROT_"_s));
+    QCoreApplication::processEvents();
+    QVERIFY(stayed && made.dialogs == 3);
     QVERIFY(!made.shown().contains(u"FIL_Nie.L22"_s));
 }
 

@@ -17,14 +17,14 @@ namespace {
 
 /// The values that the user can change, in the order of the widgets. Editable boxes contain a field of their
 /// own.
-QStringList valuesOf(const QDialog& dialog)
+QStringList valuesOf(const QWidget& part)
 {
     QStringList values;
-    for (const auto* field : dialog.findChildren<QLineEdit*>())
+    for (const auto* field : part.findChildren<QLineEdit*>())
         values.append(field->text());
-    for (const auto* box : dialog.findChildren<QComboBox*>())
+    for (const auto* box : part.findChildren<QComboBox*>())
         values.append(box->currentText());
-    for (const auto* button : dialog.findChildren<QAbstractButton*>()) {
+    for (const auto* button : part.findChildren<QAbstractButton*>()) {
         if (button->isCheckable() && !qobject_cast<const CancelCheck*>(button))
             values.append(button->isChecked() ? u"1"_s : u"0"_s);
     }
@@ -34,7 +34,7 @@ QStringList valuesOf(const QDialog& dialog)
 } // namespace
 
 ChangeGuard::ChangeGuard(QDialog& dialog, const QAbstractButton& button, app::Context& context)
-    : QObject(&dialog), m_dialog(dialog), m_button(button), m_context(context),
+    : QObject(&dialog), m_dialog(dialog), m_button(button), m_part(&dialog), m_context(context),
       m_question(u"Ihre Änderungen sind noch nicht gespeichert.\n\nSollen sie verworfen werden?"_s)
 {
     dialog.installEventFilter(this);
@@ -55,7 +55,7 @@ bool ChangeGuard::eventFilter(QObject*, QEvent* event)
 
 QStringList ChangeGuard::values() const
 {
-    QStringList values = valuesOf(m_dialog);
+    QStringList values = valuesOf(*m_part);
     if (m_more)
         values.append(m_more());
     return values;

@@ -24,6 +24,8 @@ public:
 
     /// Watches a value that no field shows.
     void watch(std::function<QString()> value) { m_more = std::move(value); }
+    /// Watches the fields in this part of the dialog alone.
+    void watchOnly(const QWidget& part) { m_part = &part; }
     /// Asks in other words than those of a dialog that saves an entry.
     void setQuestion(const QString& question) { m_question = question; }
     /// The present values count as unchanged from now on.
@@ -37,6 +39,7 @@ private:
 
     QDialog& m_dialog;
     const QAbstractButton& m_button;
+    const QWidget* m_part;
     app::Context& m_context;
     std::function<QString()> m_more;
     QString m_question;

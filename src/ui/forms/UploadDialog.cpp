@@ -1,5 +1,7 @@
 #include "ui/forms/UploadDialog.h"
 
+#include "ui/forms/ChangeGuard.h"
+
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -8,6 +10,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSplitter>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -63,6 +66,15 @@ QStringList filesOf(const QFileDialog& dialog)
     return files;
 }
 
+/// Escape asks before it discards what was chosen for the files.
+void guardChoices(QDialog& dialog, const frmMmcOpenControls& choices, const QAbstractButton& send,
+                  app::Context& context)
+{
+    auto* guard = new ChangeGuard(dialog, send, context);
+    guard->watchOnly(choices);
+    guard->setQuestion(u"Die Dateien sind noch nicht übertragen.\n\nSollen Ihre Angaben verworfen werden?"_s);
+}
+
 constexpr qsizetype mostNamesShown = 5;
 
 QString namesOf(const QStringList& paths)
@@ -94,6 +106,7 @@ std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion
     layout->addWidget(names);
     layout->addWidget(controls, 1);
     layout->addWidget(buttons);
+    guardChoices(dialog, *controls, *send, program.context);
     controls->showSelection(question.given);
     send->setEnabled(std::ranges::any_of(
         question.given, [&question](const QString& path) { return media::isFit(path, question.kind); }));
@@ -117,6 +130,8 @@ std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion&
     auto* controls = new frmMmcOpenControls(program, question);
     auto* layout = qobject_cast<QGridLayout*>(dialog->layout());
     layout->addWidget(controls, layout->rowCount(), 0, 1, layout->columnCount());
+    guardChoices(*dialog, *controls, *dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open),
+                 program.context);
     // Its text follows the selection; the dialog's own signal comes ahead of it.
     QObject::connect(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, controls,
                      [&dialog, controls] { controls->showSelection(filesOf(*dialog)); });
