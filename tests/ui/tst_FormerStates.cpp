@@ -8,6 +8,8 @@
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/OpenWindow.h"
 
+#include <QClipboard>
+#include <QHeaderView>
 #include <QTimer>
 
 using operations::RecordedList;
@@ -83,6 +85,7 @@ private Q_SLOTS:
     void aComparisonIsStopped();
     void theMenuOpensIt();
     void noListOutlivesItsState();
+    void theListIsSearchedAndRemembered();
 };
 
 void tst_FormerStates::aStateIsComparedAndPutBack()
@@ -258,6 +261,41 @@ void tst_FormerStates::noListOutlivesItsState()
     QCOMPARE(made.contactsInPhone(), size_t{3});
     QCOMPARE(list.rows()->count(), 0);
     QCOMPARE(made.status(), u"Das Lesen wurde abgebrochen."_s);
+}
+
+void tst_FormerStates::theListIsSearchedAndRemembered()
+{
+    ChangedPhone made;
+    operations::Records records(made.test.context, operations::identifyPhone(made.line));
+    records.begin(RecordedList::Phonebook, operations::RecordCause::Undo, 250, {});
+    QStringList selected;
+    const auto open = [&](const std::function<void(QDialog & dialog, ui::RowsView & list)>& look) {
+        ui::FormerStatesDialog dialog(made.program, {made.line, made.memory, made.mmc}, RecordedList::Files);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto& list = child<ui::RowsView>(dialog, "lvwFormerStates");
+        selected.append(list.rows()->text(list.rows()->selectedRows().value(0), 1));
+        look(dialog, list);
+    };
+    open([](QDialog& dialog, ui::RowsView& list) {
+        QTest::keyClick(&dialog, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(QApplication::focusWidget(), u"telefonbuch"_s);
+        QCOMPARE(list.shownRows(), 1);
+        QVERIFY(!child<QPushButton>(dialog, "cmdPutBack").isEnabled()); // the chosen state is hidden
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QGuiApplication::clipboard()->text().contains(u"\tTelefonbuch\t"_s));
+        QStringList offered;
+        for (const QAction* action : list.actions())
+            offered.append(action->text().remove(u'&'));
+        QCOMPARE(offered, (QStringList{u"Vergleichen"_s, u"Zurückholen..."_s, u"Kopieren"_s, u"Suchen"_s}));
+        list.header()->resizeSection(2, 217);
+        QTest::keyClick(&list, Qt::Key_Escape); // of the search
+        QTest::keyClick(&list, Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+    });
+    open([](QDialog&, ui::RowsView& list) { QCOMPARE(list.columnWidth(2), 217); });
+    QCOMPARE(selected, (QStringList{u"Dateien"_s, u"Dateien"_s}));
 }
 
 KALMO_TEST(tst_FormerStates)

@@ -6,8 +6,11 @@
 #include "ui/forms/EntryDialogs.h"
 #include "ui/forms/FormerStateWords.h"
 #include "ui/help/HelpWindow.h"
+#include "ui/lists/ListLayout.h"
 #include "ui/lists/RowsView.h"
+#include "ui/lists/SearchLine.h"
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -72,6 +75,19 @@ ListRow rowOf(const Record& record, const std::optional<UndoDiff>& known)
                   {known ? differenceInWords(*known) : notCompared}}};
 }
 
+/// The row of the newest record of that list; of any if no list is named. -1 without one.
+int newest(const ListRows& rows, const QString& list)
+{
+    int found = -1;
+    for (int row = 0; row < rows.count(); ++row) {
+        const auto number = [&rows](int each) { return rows.row(each).cells[MomentColumn].tag; };
+        const bool isOfList = list.isEmpty() || rows.text(row, ListColumn) == list;
+        if (isOfList && (found < 0 || number(row) > number(found)))
+            found = row;
+    }
+    return found;
+}
+
 void setRowsShown(RowsView& view, int rows)
 {
     view.setMinimumHeight(view.fontMetrics().height() * (rows + 1) * 3 / 2);
@@ -83,8 +99,8 @@ FormerStatesDialog::FormerStatesDialog(Program& program, const operations::UndoJ
                                        QWidget* parent)
     : QDialog(parent), m_program(program), m_job(job),
       m_records(program.context, operations::knownIdentity(program.context.sy)), m_rows(makeStateRows()),
-      m_differences(makeDifferenceRows()), m_view(new RowsView), m_differenceView(new RowsView),
-      m_caption(named(new QLabel, u"lblDifferences"_s)),
+      m_differences(makeDifferenceRows()), m_view(new RowsView), m_search(new SearchLine(*m_view)),
+      m_differenceView(new RowsView), m_caption(named(new QLabel, u"lblDifferences"_s)),
       m_compare(named(new QPushButton(u"&Vergleichen"_s), u"cmdCompare"_s)),
       m_putBack(named(new QPushButton(u"&Zurückholen..."_s), u"cmdPutBack"_s)),
       m_close(named(new QPushButton(u"&Schließen"_s), u"cmdClose"_s)),
@@ -95,6 +111,7 @@ FormerStatesDialog::FormerStatesDialog(Program& program, const operations::UndoJ
     setWindowTitle(app::productName() + u" - Frühere Stände"_s);
     setWindowModality(Qt::WindowModal);
     makeRows();
+    makeContextMenu();
     layOut();
     auto* help = new QShortcut(QKeySequence::HelpContents, this);
     connect(help, &QShortcut::activated, this, [] { openHelp(); });
@@ -118,8 +135,30 @@ void FormerStatesDialog::makeRows()
     m_differenceView->setAccessibleName(u"Unterschiede"_s);
     m_differenceView->setColumnCharacters({20, 60});
     setRowsShown(*m_differenceView, differencesShown);
+    for (RowsView* view : {m_view, m_differenceView})
+        restoreListLayout(*view, m_program.context.settings);
     connect(m_view, &RowsView::rowDoubleClicked, this, &FormerStatesDialog::compare);
     connect(m_rows.get(), &ListRows::selectionChanged, this, &FormerStatesDialog::showChoice);
+}
+
+/// What the buttons do, and what the program's other lists offer.
+void FormerStatesDialog::makeContextMenu()
+{
+    const auto entry = [this](const QString& text, const QKeySequence& key, const auto& run) {
+        auto* action = new QAction(text, this);
+        action->setShortcut(key);
+        connect(action, &QAction::triggered, this, run);
+        m_view->addAction(action);
+    };
+    const auto ofButton = [entry](QPushButton* button) {
+        entry(button->text(), {}, [button] { button->click(); });
+    };
+    ofButton(m_compare);
+    ofButton(m_putBack);
+    entry(u"&Kopieren"_s, QKeySequence::Copy,
+          [this] { (m_differenceView->hasFocus() ? m_differenceView : m_view)->copySelected(); });
+    entry(u"&Suchen"_s, QKeySequence::Find, [this] { m_view->wantSearch(); });
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void FormerStatesDialog::layOut()
@@ -128,6 +167,7 @@ void FormerStatesDialog::layOut()
     makeRoom(*layout);
     layout->addWidget(
         named(new ucHeadline(u"refresh"_s, u"Frühere Stände"_s, introduction), u"ucHeadline1"_s));
+    layout->addWidget(m_search);
     layout->addWidget(m_view, 3);
     layout->addWidget(m_caption);
     layout->addWidget(m_differenceView, 2);
@@ -142,7 +182,7 @@ void FormerStatesDialog::layOut()
     m_bar->hide();
     m_cancel->hide();
     m_cancel->answerIn(*m_status);
-    m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_view, m_differenceView, buttons});
+    m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_search, m_view, m_differenceView, buttons});
     m_status->SetText(u"Bereit."_s);
     const int width = fontMetrics().averageCharWidth() * 122;
     resize(width, sizeHint().height());
@@ -175,14 +215,9 @@ void FormerStatesDialog::fill()
 
 void FormerStatesDialog::select(RecordedList list)
 {
-    const QString name = inWords(list);
-    int place = m_rows->count() > 0 ? 0 : -1;
-    for (int row = m_rows->count() - 1; row >= 0; --row) {
-        if (m_rows->text(row, ListColumn) == name)
-            place = row;
-    }
-    if (place >= 0)
-        m_rows->setCurrent(place);
+    const int ofList = newest(*m_rows, inWords(list));
+    if (const int row = ofList >= 0 ? ofList : newest(*m_rows, {}); row >= 0)
+        m_rows->setCurrent(row);
     m_view->setFocus();
 }
 
@@ -364,6 +399,13 @@ void FormerStatesDialog::reject()
         QDialog::reject();
     else if (!m_cancel->isHidden()) // a change, once begun, goes to its end
         m_cancel->setChecked(true);
+}
+
+void FormerStatesDialog::done(int result)
+{
+    for (const RowsView* view : {m_view, m_differenceView})
+        saveListLayout(*view, m_program.context.settings);
+    QDialog::done(result);
 }
 
 } // namespace kalmo::ui

@@ -11,6 +11,7 @@
 namespace kalmo::ui {
 
 class RowsView;
+class SearchLine;
 
 /// The former states of this phone's lists: one row for each record, below them the differences of the chosen
 /// one to what the phone holds now, and a button that puts it back. operations::identifyPhone() has to come
@@ -29,9 +30,11 @@ public:
     const QSet<operations::RecordedList>& changedLists() const { return m_changed; }
 
     void reject() override;
+    void done(int result) override;
 
 private:
     void makeRows();
+    void makeContextMenu();
     void layOut();
     QWidget* makeButtons();
     void fill();
@@ -53,6 +56,7 @@ private:
     std::unique_ptr<toolkit::ListRows> m_rows;
     std::unique_ptr<toolkit::ListRows> m_differences;
     RowsView* m_view;
+    SearchLine* m_search;
     RowsView* m_differenceView;
     QLabel* m_caption;
     QPushButton* m_compare;
