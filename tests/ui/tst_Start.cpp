@@ -261,6 +261,7 @@ void tst_Start::newcomerFindsThePhone()
     auto& connectButton = child<QPushButton>(*welcome, "cmdConnect");
     QVERIFY(!connectButton.isEnabled());
     QTest::keyClick(&child<QPushButton>(*welcome, "cmdSearch"), Qt::Key_Space);
+    QCOMPARE(child<QLabel>(*welcome, "lblStatus").text(), u"Die Suche ist beendet: 1 Telefon gefunden."_s);
     const auto& found = child<QTreeWidget>(*welcome, "lvwFound");
     QCOMPARE(found.topLevelItemCount(), 1);
     QCOMPARE(found.topLevelItem(0)->text(1), u"Datenkabel"_s);

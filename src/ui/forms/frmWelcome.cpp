@@ -7,6 +7,7 @@
 #include "ui/help/HelpWindow.h"
 #include "ui/TakeBack.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -142,7 +143,7 @@ void frmWelcome::searchAllPorts()
     if (m_isSearching) {
         m_isAborted = true;
         m_search->setEnabled(false);
-        m_status->setText(u"Die Suche wird beendet ..."_s);
+        tell(u"Die Suche wird beendet ..."_s);
         return;
     }
     Q_EMIT searchBegins();
@@ -163,11 +164,9 @@ void frmWelcome::searchAllPorts()
     m_search->setText(u"Telefon &suchen"_s);
     for (QWidget* control : {m_search, m_demo, m_settings})
         control->setEnabled(true);
-    m_status->setText(numbers.isEmpty()
-                          ? u"Dieser PC hat keinen seriellen Anschluss. Stecken Sie das Datenkabel ein "
-                            u"und suchen Sie noch einmal."_s
-                      : m_isAborted ? u"Die Suche wurde abgebrochen."_s
-                                    : u"Die Suche ist beendet."_s);
+    tell(numbers.isEmpty() ? u"Dieser PC hat keinen seriellen Anschluss. Stecken Sie das Datenkabel ein "
+                             u"und suchen Sie noch einmal."_s
+                           : endOfSearch());
     offerConnecting();
 }
 
@@ -183,6 +182,25 @@ void frmWelcome::searchPort(int number)
     }
     if (!m_isAborted)
         showFound(link::scanPort(m_program.line, *this, m_program.desktop, number));
+}
+
+QString frmWelcome::endOfSearch() const
+{
+    int phones = 0;
+    for (int row = 0; row < m_found->topLevelItemCount(); ++row)
+        phones += m_found->topLevelItem(row)->data(PortColumn, numberRole).isValid();
+    const QString found = phones == 0   ? u"kein Telefon gefunden."_s
+                          : phones == 1 ? u"1 Telefon gefunden."_s
+                                        : u"%1 Telefone gefunden."_s.arg(phones);
+    return (m_isAborted ? u"Die Suche wurde abgebrochen: "_s : u"Die Suche ist beendet: "_s) + found;
+}
+
+/// A screen reader reads it out.
+void frmWelcome::tell(const QString& text)
+{
+    m_status->setText(text);
+    QAccessibleEvent changed(m_status, QAccessible::Alert);
+    QAccessible::updateAccessibility(&changed);
 }
 
 void frmWelcome::showFound(const FoundAtPort& found)

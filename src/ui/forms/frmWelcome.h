@@ -39,6 +39,8 @@ private:
     QWidget* makeSearch();
     void searchAllPorts();
     void searchPort(int number);
+    QString endOfSearch() const;
+    void tell(const QString& text);
     void showFound(const link::FoundAtPort& found);
     void offerConnecting();
     void connectToChosen();
