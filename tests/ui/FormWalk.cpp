@@ -1,6 +1,7 @@
 #include "ui/FormWalk.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -12,8 +13,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressBar>
 #include <QScreen>
+#include <QStyle>
 #include <QTest>
+#include <QTextEdit>
 #include <QToolButton>
 
 #include <algorithm>
@@ -113,6 +117,99 @@ double strongestContrast(const QImage& picture)
     for (const auto& [count, colour] : colours)
         strongest = std::max(strongest, contrast(colour, ground));
     return strongest;
+}
+
+/// A text in a form, and where it is painted.
+struct PaintedText
+{
+    const QWidget* widget;
+    QRect place; ///< in the widget
+    QString text;
+};
+
+QString partOf(const QAbstractItemModel& model, const QModelIndex& index)
+{
+    return model.data(index, Qt::DisplayRole).toString().trimmed();
+}
+
+/// Without the picture beside a text, which may have more contrast.
+QRect textPlace(const QAbstractItemView& view, const QModelIndex& index)
+{
+    const bool hasPicture = index.data(Qt::DecorationRole).isValid();
+    const int picture = view.iconSize().isValid() ? view.iconSize().width()
+                                                  : view.style()->pixelMetric(QStyle::PM_SmallIconSize);
+    return view.visualRect(index).adjusted(hasPicture ? picture + 6 : 2, 2, -2, -2);
+}
+
+void collectCells(const QAbstractItemView& view, const QModelIndex& parent, QList<PaintedText>& texts)
+{
+    const QAbstractItemModel& model = *view.model();
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        for (int column = 0; column < model.columnCount(parent); ++column) {
+            const QModelIndex index = model.index(row, column, parent);
+            const QRect place = textPlace(view, index).intersected(view.viewport()->rect());
+            const bool isEnabled = index.flags().testFlag(Qt::ItemIsEnabled);
+            if (isEnabled && place.width() > 8 && place.height() > 8 && !partOf(model, index).isEmpty())
+                texts.append({view.viewport(), place, partOf(model, index)});
+        }
+        collectCells(view, model.index(row, 0, parent), texts);
+    }
+}
+
+void collectHeads(const QHeaderView& head, QList<PaintedText>& texts)
+{
+    for (int section = 0; section < head.count(); ++section) {
+        const QString title = head.model()->headerData(section, head.orientation()).toString().trimmed();
+        const QRect place(head.sectionViewportPosition(section) + 2, 2, head.sectionSize(section) - 4,
+                          head.height() - 4);
+        if (!title.isEmpty() && !head.isSectionHidden(section) && place.intersects(head.viewport()->rect()))
+            texts.append({head.viewport(), place.intersected(head.viewport()->rect()), title});
+    }
+}
+
+/// What a widget paints besides the text that is its property.
+QList<PaintedText> innerTexts(const QWidget& widget)
+{
+    QList<PaintedText> texts;
+    if (const auto* head = qobject_cast<const QHeaderView*>(&widget)) {
+        if (head->orientation() == Qt::Horizontal)
+            collectHeads(*head, texts);
+    } else if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget); view && view->model()) {
+        collectCells(*view, view->rootIndex(), texts);
+        const QString hint = view->accessibleDescription();
+        if (texts.isEmpty() && !hint.isEmpty())
+            texts.append({view->viewport(), view->viewport()->rect(), hint});
+    } else if (const auto* box = qobject_cast<const QComboBox*>(&widget); box && !box->isEditable()) {
+        const QRect field = box->rect().adjusted(4, 4, -box->height(), -4); // without the arrow
+        if (!box->currentText().isEmpty())
+            texts.append({box, field, box->currentText()});
+    } else if (const auto* page = qobject_cast<const QTextEdit*>(&widget)) {
+        texts.append({page->viewport(), page->viewport()->rect(), u"page"_s});
+    }
+    return texts;
+}
+
+/// Selected text in fields and pages, the filled part of bars, and links, by their colours.
+QStringList paleColours(const QWidget& widget)
+{
+    using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
+    QList<Pair> pairs;
+    const auto* bar = qobject_cast<const QProgressBar*>(&widget);
+    if (widget.inherits("QLineEdit") || widget.inherits("QTextEdit") || (bar && bar->isTextVisible()))
+        pairs.append({QPalette::HighlightedText, QPalette::Highlight});
+    if (widget.inherits("QTextBrowser"))
+        pairs.append({QPalette::Link, QPalette::Base});
+    QStringList faults;
+    for (const auto& [text, ground] : std::as_const(pairs)) {
+        const double measured =
+            contrast(widget.palette().color(text).rgb(), widget.palette().color(ground).rgb());
+        if (measured < leastContrast)
+            faults.append(u"%1: colours %2 on %3 of %4"_s.arg(QString::number(measured, 'f', 1))
+                              .arg(text)
+                              .arg(ground)
+                              .arg(described(widget)));
+    }
+    return faults;
 }
 
 /// A label with a name of its own is read by that name alone.
@@ -261,21 +358,29 @@ QStringList paleTexts(QWidget& form)
 {
     QStringList faults;
     for (const QLineEdit* field : form.findChildren<QLineEdit*>()) {
-        if (!field->placeholderText().isEmpty() && contrastOfHint(*field) < leastContrast)
+        if (field->isEnabled() && !field->placeholderText().isEmpty() &&
+            contrastOfHint(*field) < leastContrast)
             faults.append(u"hint: "_s + described(*field));
     }
-    const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    QList<PaintedText> texts;
     for (const QWidget* widget : shownWidgets(form)) {
+        if (!widget->isEnabled())
+            continue;
         const bool isField = qobject_cast<const QLineEdit*>(widget) &&
                              !widget->property("text").toString().trimmed().isEmpty();
-        if (!widget->isEnabled() || (!isField && textOf(*widget).trimmed().isEmpty()))
-            continue;
-        const QRect place(widget->mapTo(&form, QPoint(0, 0)) * picture.devicePixelRatio(),
-                          widget->size() * picture.devicePixelRatio());
+        if (isField || !textOf(*widget).trimmed().isEmpty())
+            texts.append({widget, widget->rect(), textOf(*widget)});
+        texts += innerTexts(*widget);
+        faults += paleColours(*widget);
+    }
+    const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    for (const auto& [widget, inner, text] : std::as_const(texts)) {
+        const QRect place(widget->mapTo(&form, inner.topLeft()) * picture.devicePixelRatio(),
+                          inner.size() * picture.devicePixelRatio());
         const double measured = strongestContrast(picture.copy(place.intersected(picture.rect())));
         if (measured < leastContrast)
-            faults.append(u"%1: %2 \"%3\""_s.arg(QString::number(measured, 'f', 1), described(*widget),
-                                                 textOf(*widget)));
+            faults.append(
+                u"%1: %2 \"%3\""_s.arg(QString::number(measured, 'f', 1), described(*widget), text));
     }
     return faults;
 }

@@ -22,8 +22,8 @@ QStringList sharedMnemonics(const QWidget& form);
 /// Controls that the Tab key does not reach, in either direction. The form must be the active window.
 QStringList unreachableControls(QWidget& form);
 
-/// Texts whose contrast with what they are painted on is below 4.5, the ratio that WCAG 2.1 asks for.
-/// Controls that are disabled are passed over, as there.
+/// Texts whose contrast with what they are painted on is below 4.5, the ratio that WCAG 2.1 asks for, down to
+/// the cells, nodes and heads that are in sight. Controls that are disabled are passed over, as there.
 QStringList paleTexts(QWidget& form);
 
 /// Labels, buttons and heads of columns that have less room than their text needs.

@@ -7,7 +7,6 @@ namespace kalmo::ui {
 
 namespace {
 
-constexpr double leastContrast = 4.5;
 constexpr int steps = 20; // from the wanted colour to black or white
 
 double luminance(const QColor& colour)
@@ -35,11 +34,11 @@ double contrastOf(const QColor& one, const QColor& other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor readableOn(const QColor& wanted, const QColor& ground)
+QColor readableOn(const QColor& wanted, const QColor& ground, double least)
 {
     const QColor end = contrastOf(Qt::white, ground) > contrastOf(Qt::black, ground) ? Qt::white : Qt::black;
     QColor colour = wanted;
-    for (int step = 1; step <= steps && contrastOf(colour, ground) < leastContrast; ++step)
+    for (int step = 1; step <= steps && contrastOf(colour, ground) < least; ++step)
         colour = mixed(wanted, end, static_cast<double>(step) / steps);
     return colour;
 }

@@ -7,8 +7,9 @@ namespace kalmo::ui {
 /// Contrast of two colours, from 1 to 21, as WCAG 2.1 defines it.
 double contrastOf(const QColor& one, const QColor& other);
 
-/// The wanted colour, or the nearest lighter or darker one that can be read on the ground: contrast 4.5 or
-/// more.
-QColor readableOn(const QColor& wanted, const QColor& ground);
+constexpr double readableContrast = 4.5;
+
+/// The wanted colour, or the nearest lighter or darker one that has that contrast with the ground.
+QColor readableOn(const QColor& wanted, const QColor& ground, double least = readableContrast);
 
 } // namespace kalmo::ui

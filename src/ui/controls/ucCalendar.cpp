@@ -2,6 +2,7 @@
 
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
+#include "ui/controls/ReadableColour.h"
 #include "ui/controls/ShortDate.h"
 
 #include <QAbstractButton>
@@ -28,6 +29,16 @@ constexpr int firstYear = 1900;
 constexpr int lastYear = 2099;
 constexpr double pauseBeforeChosen = 0.1; // seconds for which the chosen day is shown
 
+/// The toolkit paints the days of the neighbouring months, which can be chosen too, like disabled ones.
+void makeAllDaysReadable(QCalendarWidget& days)
+{
+    QPalette colours;
+    colours.setColor(QPalette::Disabled, QPalette::Text,
+                     readableOn(days.palette().color(QPalette::Disabled, QPalette::Text),
+                                days.palette().color(QPalette::Base)));
+    days.setPalette(colours);
+}
+
 } // namespace
 
 ucCalendar::ucCalendar(app::Context& context, QWidget* parent)
@@ -44,6 +55,7 @@ ucCalendar::ucCalendar(app::Context& context, QWidget* parent)
     m_mvw->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
         m_mvw->setWeekdayTextFormat(day, {}); // red is not readable on a dark ground
+    makeAllDaysReadable(*m_mvw);
     m_mvw->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
     m_mvw->setSelectedDate(m_savedValue);
     updateCombos();
