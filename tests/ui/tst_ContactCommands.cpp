@@ -312,6 +312,18 @@ void tst_ContactCommands::imports()
     phone.list->clear(); // as after a reading that was stopped
     QVERIFY(importContacts(*phone.store, {someone}, phone.progress.all()));
     QVERIFY(phone.isInOrder());
+
+    // Whatever fails, the saved contact never stands there as the phone's only one.
+    for (int at = 1; at <= 20; ++at) {
+        Contacts unread(u"S68H"_s);
+        const auto held = unread.luids().size();
+        unread.list->clear();
+        unread.port.handset().setFaults({.refuseAt = at});
+        unread.test.dialogs.agreeToAll({});
+        unread.save(other);
+        QVERIFY2(unread.list->count() == 0 || unread.list->count() >= held,
+                 QByteArray::number(at).constData());
+    }
 }
 
 void tst_ContactCommands::deletes()

@@ -84,10 +84,12 @@ bool acceptChange(VcardStore& store, const operations::ContactEdit& edit,
     return true;
 }
 
-/// Returns true if the list lacks contacts of the phone, after a reading that was stopped or has failed.
-bool lacksHeld(const VcardStore& store, const operations::ContactEdit& edit)
+/// After a reading that was stopped or has failed the list lacks contacts of the phone. It shows them ahead
+/// of the change, so that the changed one never stands there as the only one.
+void completeList(VcardStore& store, const operations::ContactEdit& edit)
 {
-    return store.list()->count() < std::ssize(edit.held().cards.cards);
+    if (store.list()->count() < std::ssize(edit.held().cards.cards))
+        store.showReading(edit.held());
 }
 
 /// Returns true if the user ended it, and nothing is open: the phone confirmed all that was sent.
@@ -135,14 +137,12 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
         const auto plan = planFor(store, edit, entry, shown);
         if (!plan)
             return CommandResult::Refused;
-        const bool lacksContacts = lacksHeld(store, edit);
+        completeList(store, edit);
         outcome = edit.apply(*plan, entry.luid.isEmpty() ? operations::RecordCause::Add
                                                          : operations::RecordCause::Change);
         isDone = outcome.facts.confirmed > 0 && acceptChange(store, edit, outcome);
         if (isDone) {
             removeRow(store.list(), oldKey);
-            if (lacksContacts && edit.heldAfter())
-                store.showReading(*edit.heldAfter());
             showMismatches(store, edit, outcome);
             selectContact(store, outcome.luids.value(0));
         }
@@ -286,10 +286,10 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
             reportBegin(store, ready);
             return false;
         }
-        const bool lacksContacts = lacksHeld(store, edit);
+        completeList(store, edit);
         outcome = edit.apply(operations::planAdd(std::move(contacts)), operations::RecordCause::Import);
         isDone = acceptChange(store, edit, outcome) && outcome.facts.confirmed == outcome.facts.planned;
-        if ((!isDone || lacksContacts) && edit.heldAfter())
+        if (!isDone && edit.heldAfter())
             store.showReading(*edit.heldAfter());
         showImportMismatches(store, edit, outcome);
     }
