@@ -421,7 +421,14 @@ void tst_Media::previewsPictures()
     made.test.dialogs.expect(
         {.text = u"Datei unter %1 gespeichert."_s.arg(target), .icon = Icon::Information});
     QVERIFY(view.Form_Present(made.test.path(u"a.bmp"_s), u"../a.bmp"_s)); // no way to another folder
+    view.show();
+    hasStayed = false;
+    made.test.clock.after(0.02, [&] { // while the folder is tested
+        view.close();
+        hasStayed = view.isVisible();
+    });
     QTest::mouseClick(&child<QToolButton>(view, "cmdSave"), Qt::LeftButton);
+    QVERIFY(hasStayed && !view.isVisible());
     QCOMPARE(TestContext::contentOf(target), TestContext::contentOf(made.test.path(u"a.bmp"_s)));
 }
 

@@ -259,19 +259,31 @@ QSize frmMmc_View::roomForPicture() const
     return screen()->availableSize() - QSize(around, other + around);
 }
 
+class frmMmc_View::Work
+{
+public:
+    explicit Work(frmMmc_View& form) : m_form(form) { ++m_form.m_works; }
+    ~Work()
+    {
+        if (--m_form.m_works == 0 && m_form.m_closing.isClosed)
+            m_form.QDialog::done(Rejected);
+    }
+    Q_DISABLE_COPY_MOVE(Work)
+
+private:
+    frmMmc_View& m_form;
+};
+
 bool frmMmc_View::presentPicture(bool original)
 {
+    const Work work(*this);
     const QSize room = roomForPicture();
     const QSize wanted = original ? largestPicture : (QSizeF(room) * devicePixelRatioF()).toSize();
     m_cmdBmp1zu1->setEnabled(false); // one reading at a time
-    m_isReading = true;
     const auto [picture, stopped] = media::beside(
         m_program.context.clock, &m_closing,
         [path = m_path, wanted](const std::stop_token& stop) { return pictureWithin(path, wanted, stop); });
-    m_isReading = false;
     m_cmdBmp1zu1->setEnabled(true);
-    if (m_closing.isClosed)
-        QDialog::done(Rejected);
     m_picture = picture.image;
     if (stopped || picture.failure)
         return false;
@@ -350,6 +362,7 @@ void frmMmc_View::presentText()
 
 void frmMmc_View::save()
 {
+    const Work work(*this); // the test of the folder waits
     app::Context& context = m_program.context;
     const QString target = context.dialogs.SaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
                                                      .folder = app::GetLastInitDir(context, lastSave),
@@ -384,13 +397,12 @@ toolkit::FileType frmMmc_View::savedType() const
     return {(isRecording ? u"Sprachaufnahme (%1)"_s : u"Quelldateityp (%1)"_s).arg(pattern), {pattern}};
 }
 
-/// The form stays until the reading of a picture has stopped, so that nobody uses the window below it before.
 void frmMmc_View::done(int result)
 {
     SaveFormLayout(*this, m_program.context.settings);
     m_closing.isClosed = true;
     m_sound->stop();
-    if (!m_isReading)
+    if (m_works == 0)
         QDialog::done(result);
 }
 

@@ -59,16 +59,19 @@ private:
     toolkit::FileType savedType() const;
     QSize roomForPicture() const;
 
-    /// The user closed the form while a picture was being read.
+    /// The user closed the form while it worked.
     struct Closing final : toolkit::CancelBox
     {
         bool isClosed = false;
         bool Checked() const override { return isClosed; }
     };
 
+    /// The form stays until its work has ended, so that nobody uses the window below it before.
+    class Work;
+
     Program& m_program;
     Closing m_closing;
-    bool m_isReading = false; // a picture
+    int m_works = 0;
     QString m_path;
     QImage m_picture;
     QSize m_ownSize;           // that the form gave itself, in contrast to one that the user gave it
