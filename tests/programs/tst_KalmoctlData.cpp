@@ -84,8 +84,7 @@ private Q_SLOTS:
             {"interrupted: the data channel is closed",
              SIGINT,
              4,
-             u"kalmoctl: could not access the phone: cancelled by the user.\n"
-             "kalmoctl: could not send HOME/big.bin to /big.bin: interrupted.\n"
+             u"kalmoctl: could not send HOME/big.bin to /big.bin: interrupted.\n"
              "kalmoctl: interrupted.\n"_s,
              {}},
             {"killed: the next run takes the handset back",
