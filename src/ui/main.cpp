@@ -1,7 +1,7 @@
 // The window program: command line, language, start.
 
 #include "app/Version.h"
-#include "ui/controls/ReadableColours.h"
+#include "ui/controls/ReadablePalette.h"
 #include "ui/controls/WheelGuard.h"
 #include "ui/Engine.h"
 #include "ui/FileHandover.h"
@@ -75,7 +75,7 @@ int main(int argc, char** argv)
     speakGerman(buttons);
 
     const ui::WheelGuard wheel;
-    const ui::ReadableColours colours;
+    const ui::ReadablePalette colours;
 
     const ui::CommandLine commandLine = ui::parseCommandLine(QCoreApplication::arguments().mid(1));
     if (commandLine.kind == ui::CommandLine::Kind::WrongUse)

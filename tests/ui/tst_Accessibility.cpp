@@ -4,7 +4,7 @@
 #include "phonedata/VcardStore.h"
 #include "support/TestProgram.h"
 #include "ui/adaptors/QtDialogs.h"
-#include "ui/controls/ReadableColours.h"
+#include "ui/controls/ReadablePalette.h"
 #include "ui/controls/ucCalendar.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/forms/frmEinstellungen.h"
@@ -345,7 +345,7 @@ void Accessibility::everyForm()
 {
     QFETCH(int, row);
     QFETCH(bool, isDark);
-    const ui::ReadableColours colours;
+    const ui::ReadablePalette colours;
     QApplication::setPalette(isDark ? darkColours() : QPalette());
     Shown shown(forms[row].model);
     forms[row].make(shown);

@@ -1,4 +1,4 @@
-#include "ui/controls/ReadableColours.h"
+#include "ui/controls/ReadablePalette.h"
 
 #include "ui/controls/ReadableColour.h"
 
@@ -40,13 +40,13 @@ void keepReadable()
 
 } // namespace
 
-ReadableColours::ReadableColours(QObject* parent) : QObject(parent)
+ReadablePalette::ReadablePalette(QObject* parent) : QObject(parent)
 {
     keepReadable();
     qApp->installEventFilter(this);
 }
 
-bool ReadableColours::eventFilter(QObject* watched, QEvent* event)
+bool ReadablePalette::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange)
         keepReadable();
