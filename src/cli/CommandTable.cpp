@@ -59,7 +59,7 @@ constexpr QStringView batchDetails =
 constexpr QStringView mediaDetails =
     u"Needs no handset; \"files put --convert\" does the same on the way to one.\n";
 
-const std::vector<Command> table = {
+const std::vector<Command> allCommands = {
     {.words = u"ports", .help = u"list the serial ports of this machine", .run = runPorts},
     {.words = u"find", .help = u"find the handset and say what it is", .run = runFind},
     {.words = u"status", .help = u"show device data, signal, battery and clock", .run = runStatus},
@@ -308,7 +308,7 @@ const std::vector<Command> table = {
 
 const std::vector<Command>& commandTable()
 {
-    return table;
+    return allCommands;
 }
 
 const std::vector<Option>& globalOptions()

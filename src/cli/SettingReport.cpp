@@ -12,7 +12,7 @@ using operations::State;
 
 namespace {
 
-QString failureText(const Job& job, const SettingWords& words, const Outcome& outcome)
+QString settingFailure(const Job& job, const SettingWords& words, const Outcome& outcome)
 {
     const QString were = words.isPlural ? u"were"_s : u"was"_s;
     const QString they = words.isPlural ? u"they are"_s : u"it is"_s;
@@ -53,7 +53,7 @@ ExitStatus reportSetting(Job& job, const SettingWords& words, const Outcome& out
         job.out.note(openRecordText());
     if (outcome.isDone())
         return ExitDone;
-    job.out.error(failureText(job, words, outcome));
+    job.out.error(settingFailure(job, words, outcome));
     return ExitFailed;
 }
 

@@ -15,7 +15,7 @@ struct Row
     QStringView icon;
 };
 
-constexpr auto table = std::to_array<Row>({
+constexpr auto knownTypes = std::to_array<Row>({
     {u".SMI", u"SMS", u"sms"},
     {u".TXT", u"Text TXT", u"txt"},
     {u".MMF", u"Klingelton MMF", u"mmf"},
@@ -42,7 +42,7 @@ constexpr auto table = std::to_array<Row>({
 FileTypeInfo fileTypeOf(const QString& name)
 {
     const QString upper = name.toUpper();
-    for (const Row& row : table) {
+    for (const Row& row : knownTypes) {
         if (upper.endsWith(row.ending))
             return {row.text.toString(), row.icon.toString()};
     }

@@ -13,14 +13,14 @@ namespace {
 constexpr int finalBit = 0x80;
 
 /// %1 in the texts is the program's name. If the English text is empty the German one holds for both.
-struct Row
+struct CodeRow
 {
     int code; // of a response without its final bit
     QStringView german;
     QStringView english = {};
 };
 
-constexpr auto responses = std::to_array<Row>({
+constexpr auto responses = std::to_array<CodeRow>({
     {0x10, u"ReCode: 100 Continue"},
     {0x20, u"ReCode: 200 OK, Success"},
     {0x21, u"ReCode: 201 Created"},
@@ -75,7 +75,7 @@ constexpr auto responses = std::to_array<Row>({
      u"ReCode: Database Locked, please try again; if it stays so, switch the phone off and on"},
 });
 
-constexpr auto localCodes = std::to_array<Row>({
+constexpr auto localCodes = std::to_array<CodeRow>({
     {Timeout,
      u"TimeOut - Das Telefon hat in der vorgegebenen Zeit nicht geantwortet. Bitte wiederholen Sie die "
      u"letzte Aktion.\n\n"
@@ -123,10 +123,10 @@ constexpr auto localCodes = std::to_array<Row>({
      u"the phone did not leave its data mode"},
 });
 
-const Row* find(int code)
+const CodeRow* find(int code)
 {
-    const auto search = [](const auto& table, int wanted) -> const Row* {
-        for (const Row& row : table) {
+    const auto search = [](const auto& table, int wanted) -> const CodeRow* {
+        for (const CodeRow& row : table) {
             if (row.code == wanted)
                 return &row;
         }
@@ -154,13 +154,13 @@ QString hexCode(int code)
 
 QString GetFriedlyErrMsg(int code)
 {
-    const Row* row = find(code);
+    const CodeRow* row = find(code);
     return row ? named(row->german) : unknown(code);
 }
 
 QString friendlyErrorEnglish(int code)
 {
-    const Row* row = find(code);
+    const CodeRow* row = find(code);
     if (!row)
         return unknown(code);
     return named(row->english.isEmpty() ? row->german : row->english);

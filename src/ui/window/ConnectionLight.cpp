@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds refreshEvery(1000);
-constexpr int pictureSize = 16;
+constexpr int lightSize = 16;
 
 struct StateWords
 {
@@ -118,7 +118,7 @@ void ConnectionLight::refresh()
     const QString text = u"%1 · COM%2 · %3"_s.arg(model, QString::number(sy.ComNo), now.text);
     if (text == m_text->text())
         return;
-    m_picture->setPixmap(icon(now.picture.toString()).pixmap(pictureSize));
+    m_picture->setPixmap(icon(now.picture.toString()).pixmap(lightSize));
     m_text->setText(text);
     setToolTip(now.advice.toString());
     setAccessibleName(text);
