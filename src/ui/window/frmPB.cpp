@@ -104,7 +104,7 @@ void frmPB::makePanels()
         m_contacts = new VcardList(m_parts, m_mmc, this);
         m_fraVCF = makeListPanel(u"fraVCF"_s, u"Telefonbuch"_s, m_contacts->rows(), false);
         m_fraVCF->setNote(vcardNote, u"lblStatic2"_s);
-        m_fraVCF->view().setColumnCharacters({16, 17, 17, 17, 16, 30, 18, 6});
+        m_fraVCF->view().setColumnCharacters({16, 17, 15, 17, 16, 30, 17, 4});
         connect(m_contacts, &VcardList::captionChanged, m_fraVCF,
                 [this] { m_fraVCF->setCaption(m_contacts->caption()); });
         connect(m_contacts, &VcardList::stateChanged, m_fraVCF,
