@@ -91,7 +91,8 @@ QStringList memoryOf(const Handset& handset)
 
 QString stateIn(const QString& printed)
 {
-    return QJsonDocument::fromJson(printed.toUtf8()).object()[u"state"_s].toString();
+    const QJsonDocument value = QJsonDocument::fromJson(printed.toUtf8());
+    return (value.isArray() ? value[0] : QJsonValue(value.object()))[u"state"_s].toString();
 }
 
 /// State of the newest record, "-" if there are only so many older ones.
@@ -255,8 +256,13 @@ void tst_ChangeFaults::aFullDiskChangesNothing()
 /// The record is begun before the change, and has no room for its outcome after it.
 void tst_ChangeFaults::aDiskThatFillsMeanwhile()
 {
-    const Rows<QString, QString> rows{{"a list", u"WOODY"_s, u"phonebook write list.json"_s},
-                                      {"a setting", u"S79H"_s, u"areacodes set 00 43 0 1"_s}};
+    const Rows<QString, QString> rows{
+        {"a list", u"WOODY"_s, u"phonebook write list.json"_s},
+        {"a setting", u"S79H"_s, u"areacodes set 00 43 0 1"_s},
+        {"a new file", u"S68H"_s, u"files put one.json --to Sounds"_s},
+        {"a file that goes", u"S68H"_s, u"files rm Liesmich.txt"_s},
+        {"a folder", u"S68H"_s, u"files mkdir Neu"_s},
+    };
     rows.each([](const auto& model, const auto& line) {
         const auto calm = makeHandset(model, line);
         const auto handset = makeHandset(model);

@@ -82,17 +82,6 @@ void tst_Commands::results()
 void tst_Commands::texts()
 {
     Rows<QString, QString, Shell::Prepare> rows;
-    rows.add("ports", u"ports"_s,
-             u"Port  Device     Description                Maker  Hardware\n"
-             "1     /dev/ttyX  Siemens USB Kabel DCA-510  Maker  USB\\VID_067B&PID_2303\n"_s,
-             [](Shell&) {});
-    rows.add("phonebook", u"phonebook read"_s,
-             u"Name  Number  Date          Reminder  VIP  Sound\n"
-             "Jörg  110     24.12  08:30  Optisch\n"_s,
-             [](Shell& shell) {
-                 shell.found("WOODSTOCK");
-                 shell.read({"4,J\xF6rg,3,110,9,12240830S"});
-             });
     rows.add("ringtones", u"ringtones"_s,
              u"Event        Tone       Volume\n"
              "external     Melodie 1  1\n"
@@ -155,8 +144,6 @@ void tst_Commands::failures()
                  shell.found("WOODSTOCK").expect("AT^WSSL=\"TB\"\r");
                  shell.port.expect("AT^WSRE\r").then([&shell] { shell.port.Close(); }).expect("AT\r");
              });
-    rows.add("file that can't be written", u"phonebook read -o /nowhere/x.tel"_s, ExitFailed,
-             u"kalmoctl: could not write /nowhere/x.tel: there is no folder /nowhere.\n"_s, [](Shell&) {});
     rows.add("nothing to save in the place of an older list", u"-q phonebook read -o old.tel"_s, ExitFailed,
              u"kalmoctl: did not replace the older file old.tel: the phone holds no entries.\n"_s,
              [](Shell& shell) {
@@ -175,8 +162,6 @@ void tst_Commands::failures()
     };
     const auto interrupted = u"kalmoctl: interrupted; nothing was changed.\n"_s;
     rows.add("stopped once it is found", u"clock set"_s, ExitRefused, interrupted, stopped("WOODSTOCK", {}));
-    rows.add("stopped between two queries", u"status"_s, ExitRefused, interrupted,
-             stopped("WOODSTOCK", {"AT+CGMI\r", "AT+CGMI\r", "AT+CGMM\r"}));
     rows.add("stopped ahead of a change", u"ringtones set alarm 9 4"_s, ExitRefused, interrupted,
              stopped("PICASSO", {"AT^WFFO=\"3\"\r", "AT^WFFO=\"3\"\r"}));
     rows.add("melody that is not there", u"ringtones set alarm Walser 1"_s, ExitWrongUse,

@@ -1,5 +1,4 @@
-// Files and contacts against the emulated handset: batches, faults at any time that must lose nothing, and a
-// handset that was left in data mode.
+// Files and contacts against the emulated handset: batches, and faults at any time that must lose nothing.
 
 #include "app/SettingsKeys.h"
 #include "Shell.h"
@@ -10,8 +9,26 @@
 
 namespace {
 
-using Prepare = std::function<void(Handset&)>;
+/// A command behind "--json --quiet", its status, the value with ' for ", the messages and what comes first.
+/// Without messages a failed run may say anything.
+using DataRuns = Rows<QString, ExitStatus, QString, QString, std::function<void(Handset&)>>;
 using SetFault = std::function<void(Faults&, int)>;
+
+void eachRun(const DataRuns& rows)
+{
+    rows.each(
+        [](const auto& line, const auto& status, const auto& value, const auto& told, const auto& prepare) {
+            Handset handset;
+            if (prepare)
+                prepare(handset);
+            QCOMPARE(handset(u"--json --quiet "_s + line), status);
+            QCOMPARE(handset.value().replace(u'"', u'\''), value);
+            if (!told.isEmpty() || status == ExitDone)
+                QCOMPARE(handset.told, told);
+            QVERIFY(!handset.port.handset().isInDataMode());
+            QCOMPARE(handset.port.handset().violations(), QStringList());
+        });
+}
 
 } // namespace
 
@@ -20,18 +37,20 @@ class tst_DataCommands : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void runs();
+    void gettingFiles();
+    void puttingFiles();
+    void changingFiles();
+    void contactsAndDates();
+    void contactsAreNoFiles();
     void countUnknown();
     void oneSession();
     void anyFaultWhileGetting();
     void cardsThatDoNotComeThrough();
-    void leftInDataMode();
 };
 
-void tst_DataCommands::runs()
+void tst_DataCommands::gettingFiles()
 {
-    const auto nothing = [](Handset&) {};
-    Rows<QString, ExitStatus, QString, QString, Prepare> rows;
+    DataRuns rows;
     rows.add("get goes on behind a failed one, and ends with the worst status",
              u"files get Nope/x Sounds\\Piep.wav Sounds Mobile:\\Liesmich.txt .. Sounds/../Piep.wav"_s,
              ExitWrongUse,
@@ -46,7 +65,7 @@ void tst_DataCommands::runs()
              "kalmoctl: /Sounds is a folder in the phone.\n"
              "kalmoctl: /.. can't be the name of a file here.\n"
              "kalmoctl: /Sounds/../Piep.wav would replace another one of these files, HOME/Piep.wav.\n"_s,
-             nothing);
+             {});
     rows.add("a local file is replaced by consent only", u"files get Liesmich.txt"_s, ExitRefused,
              u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
              u"kalmoctl: Replace HOME/Liesmich.txt?\n"
@@ -57,6 +76,18 @@ void tst_DataCommands::runs()
              u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
              u"kalmoctl: could not fetch /Liesmich.txt: the phone lists 64 bytes, but sent 67.\n"_s,
              [](Handset& handset) { handset.port.handset().setFaults({.surplusAt = 3}); });
+    rows.add("interrupted between two files", u"files get Sounds/Piep.wav Liesmich.txt"_s, ExitRefused,
+             u"[{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':null,'size':null},"
+             "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
+             {}, [](Handset& handset) {
+                 handset.test.clock.after(10.2, [&handset] { handset.stop.checked = true; });
+             });
+    eachRun(rows);
+}
+
+void tst_DataCommands::puttingFiles()
+{
+    DataRuns rows;
     rows.add(
         "put knows again what listings spell otherwise", u"files put A&B.txt"_s, ExitRefused,
         u"[{'backup':null,'name':'A&B.txt','path':'/A&B.txt','size':1,'state':'unchanged','written':false}]"_s,
@@ -64,8 +95,6 @@ void tst_DataCommands::runs()
             handset.file(u"A&B.txt"_s, "a");
             QCOMPARE(handset(u"files put A&B.txt"_s), ExitDone);
         });
-    rows.add("a name that would become another one", u"files mv Liesmich.txt Euro€.txt"_s, ExitWrongUse, {},
-             u"kalmoctl: /Euro€.txt holds a letter that no name in the phone can have.\n"_s, nothing);
     rows.add(
         "put asks before it replaces in the phone, and goes on", u"files put liesmich.TXT nothing a;,b.txt"_s,
         ExitRefused,
@@ -79,21 +108,6 @@ void tst_DataCommands::runs()
             handset.file(u"liesmich.TXT"_s, "other");
             handset.file(u"a;,b.txt"_s, "b");
             handset.answers = {u"n"_s};
-        });
-    rows.add(
-        "put into a folder that is not there", u"files put a.txt --to Nope"_s, ExitFailed,
-        u"[{'backup':null,'name':'a.txt','path':'/Nope/a.txt','size':1,'state':'unchanged','written':false}]"_s,
-        u"kalmoctl: could not access the phone: ReCode: 404 Data Not Found.\n"
-        "kalmoctl: could not send a.txt: there is no folder /Nope in the phone.\n"_s,
-        [](Handset& handset) { handset.file(u"a.txt"_s, "a"); });
-    rows.add(
-        "a full phone", u"files put a.txt"_s, ExitFailed,
-        u"[{'backup':null,'name':'a.txt','path':'/a.txt','size':1,'state':'unchanged','written':false}]"_s,
-        u"kalmoctl: could not access the phone: ReCode: Database Full, there is no room left in "
-        "the phone.\nkalmoctl: could not send a.txt to /a.txt: the phone refused.\n"_s,
-        [](Handset& handset) {
-            handset.file(u"a.txt"_s, "a");
-            handset.port.handset().setFaults({.full = true});
         });
     rows.add("put saves what it replaces, and says where it lies when it fails",
              u"--yes files put Liesmich.txt"_s, ExitFailed,
@@ -132,80 +146,49 @@ void tst_DataCommands::runs()
                  handset.file(u"a\\b"_s, "b");
                  handset.file(u"€"_s, "c");
              });
+    eachRun(rows);
+}
+
+void tst_DataCommands::changingFiles()
+{
+    DataRuns rows;
     rows.add("rm says what is left", u"--yes files rm Liesmich.txt Pictures"_s, ExitFailed,
              u"[{'deleted':true,'path':'/Liesmich.txt','state':'done'},"
              "{'deleted':false,'path':'/Pictures','state':'unchanged'}]"_s,
-             u"kalmoctl: /Pictures is not empty; a folder has to be empty to be deleted.\n"_s, nothing);
-    rows.add("rm of a folder after all that it holds", u"--yes files rm Neu/a.txt Neu"_s, ExitDone,
-             u"[{'deleted':true,'path':'/Neu/a.txt','state':'done'},"
-             "{'deleted':true,'path':'/Neu','state':'done'}]"_s,
-             {}, [](Handset& handset) {
-                 handset.file(u"a.txt"_s, "a");
-                 QCOMPARE(handset(u"files mkdir Neu"_s), ExitDone);
-                 QCOMPARE(handset(u"files put a.txt --to Neu"_s), ExitDone);
-             });
-    for (const char* line : {"rm -y telecom/pb/luid/0001.vcf", "put a.txt --to Mobile:\\Telecom",
-                             "mkdir x/../telecom/new", "mv Liesmich.txt telecom/", "attr telecom ro"}) {
-        const QString words = QString::fromLatin1(line);
-        const bool isPut = words.startsWith(u"put"_s);
-        const QString path = words.startsWith(u"rm"_s)      ? u"/telecom/pb/luid/0001.vcf"_s
-                             : isPut                        ? u"/Telecom/a.txt"_s
-                             : words.startsWith(u"mkdir"_s) ? u"/x/../telecom/new"_s
-                             : words.startsWith(u"mv"_s)    ? u"/telecom/Liesmich.txt"_s
-                                                            : u"/telecom"_s;
-        rows.add(line, u"files "_s + words, ExitWrongUse,
-                 isPut ? u"[{'backup':null,'name':'a.txt','path':'/Telecom/a.txt','size':1,"
-                         "'state':'unchanged','written':false}]"_s
-                       : QString(),
-                 u"kalmoctl: %1 holds contacts, appointments or notes; change contacts with \"kalmoctl "
-                 "phonebook\".\n"_s.arg(path),
-                 [](Handset& handset) { handset.file(u"a.txt"_s, "a"); });
-    }
+             u"kalmoctl: /Pictures is not empty; a folder has to be empty to be deleted.\n"_s, {});
     rows.add("a protected file", u"--yes files rm Sounds/Gong.mid"_s, ExitFailed,
              u"[{'deleted':false,'path':'/Sounds/Gong.mid','state':'unchanged'}]"_s,
              u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
              "kalmoctl: could not delete /Sounds/Gong.mid: the phone refused; --force deletes what is "
              "protected, too.\n"_s,
-             nothing);
-    rows.add("by force", u"--yes files rm --force Sounds/Gong.mid"_s, ExitDone,
-             u"[{'deleted':true,'path':'/Sounds/Gong.mid','state':'done'}]"_s, {}, nothing);
-    rows.add("mkdir of what is there", u"files mkdir Pictures/"_s, ExitDone,
-             u"{'path':'/Pictures','state':'done'}"_s, {}, nothing);
-    for (const QString& line : {u"mkdir Pictures/.."_s, u"mv Liesmich.txt Pictures/.."_s}) {
-        rows.add("a name that means another place", u"files "_s + line, ExitWrongUse, {},
-                 u"kalmoctl: /Pictures/.. can't be the name of a file in the phone.\n"_s, nothing);
-    }
-    rows.add("mkdir below a file", u"files mkdir Liesmich.txt/a"_s, ExitFailed, {},
-             u"kalmoctl: a file of the phone is in the way of /Liesmich.txt/a.\n"_s, nothing);
-    rows.add("mv into a folder", u"files mv Liesmich.txt Sounds/"_s, ExitDone,
-             u"{'from':'/Liesmich.txt','state':'done','to':'/Sounds/Liesmich.txt'}"_s, {}, nothing);
-    rows.add("what was not done is named, and nothing said of deleting", u"files mv Pictures Pictures/sub"_s,
-             ExitFailed, u"{'from':'/Pictures','state':'unchanged','to':'/Pictures/sub'}"_s,
-             u"kalmoctl: could not access the phone: ReCode: 412 Precondition failed.\n"
-             "kalmoctl: could not move /Pictures to /Pictures/sub: the phone refused.\n"_s,
-             nothing);
+             {});
+    rows.add("a name that means another place", u"files mv Liesmich.txt Pictures/.."_s, ExitWrongUse, {},
+             u"kalmoctl: /Pictures/.. can't be the name of a file in the phone.\n"_s, {});
     rows.add("mv replaces nothing", u"files mv Liesmich.txt Sounds/Gong.mid"_s, ExitFailed, {},
-             u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s, nothing);
+             u"kalmoctl: there is a /Sounds/Gong.mid in the phone already.\n"_s, {});
     rows.add("attr shows what the phone lists then", u"files attr Sounds/Gong.mid rw"_s, ExitDone,
              u"{'groupPerm':'rwd','kind':'file','modified':'2001-01-01T00:00:00','name':'Gong.mid',"
              "'path':'/Sounds/Gong.mid','size':61,'state':'done','userPerm':'rwd'}"_s,
-             {}, nothing);
-    rows.add("interrupted between two files", u"files get Sounds/Piep.wav Liesmich.txt"_s, ExitRefused,
-             u"[{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':null,'size':null},"
-             "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
-             {}, [](Handset& handset) {
-                 handset.test.clock.after(10.2, [&handset] { handset.stop.checked = true; });
-             });
-    rows.add("set of a contact that is not there", u"--yes phonebook set 99 c.json"_s, ExitWrongUse, {},
-             u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
-             [](Handset& handset) { handset.file(u"c.json"_s, "{\"home\": \"1\"}"); });
-    rows.add("lines of a note stay together", u"notes read"_s, ExitDone,
-             u"[{'luid':'0001','text':'Einkauf:\\r\\nBrot; Käse; Äpfel'},"
-             "{'luid':'0002','text':'Schlüssel liegt bei Frau Groß'}]"_s,
-             {}, nothing);
+             {}, {});
+    eachRun(rows);
+}
+
+void tst_DataCommands::contactsAndDates()
+{
     const auto miscounts = [](int count) {
         return [=](Handset& handset) { handset.port.handset().setFaults({.miscounts = count}); };
     };
+    const auto addedThenMiscounts = [](Handset& handset) {
+        handset.file(u"c.json"_s, R"({"lastName": "Neu", "home": "3"})");
+        QCOMPARE(handset(u"--yes phonebook add c.json"_s), ExitDone);
+        handset.port.handset().setFaults({.miscounts = 100});
+        handset.answers = {u"y"_s, u"y"_s};
+    };
+    DataRuns rows;
+    rows.add("lines of a note stay together", u"notes read"_s, ExitDone,
+             u"[{'luid':'0001','text':'Einkauf:\\r\\nBrot; Käse; Äpfel'},"
+             "{'luid':'0002','text':'Schlüssel liegt bei Frau Groß'}]"_s,
+             {}, {});
     rows.add(
         "no change behind two incomplete readings", u"--yes phonebook delete 0001"_s, ExitFailed, {},
         u"kalmoctl: could not read the whole phonebook: the phone says that it holds 26, but sent 25, in the "
@@ -215,42 +198,36 @@ void tst_DataCommands::runs()
     rows.add("one behind which a whole one comes is no matter", u"--yes phonebook delete 99"_s, ExitWrongUse,
              {}, u"kalmoctl: there is no contact 99 in the phone; nothing was changed in it.\n"_s,
              miscounts(1));
-    const auto addedThenMiscounts = [](Handset& handset) {
-        handset.file(u"c.json"_s, R"({"lastName": "Neu", "home": "3"})");
-        QCOMPARE(handset(u"--yes phonebook add c.json"_s), ExitDone);
-        handset.port.handset().setFaults({.miscounts = 100});
-        handset.answers = {u"y"_s, u"y"_s};
-    };
     rows.add("undo at a phone that counts one too many", u"undo"_s, ExitFailed,
              u"{'add':0,'backup':'HOME/storage/Backup/Inhalt des Telefons vom 2026-11-21  12-00-23.json',"
              "'change':0,'left':0,'record':'2','remove':1,'restored':1,'state':'done','verified':null}"_s,
              {}, addedThenMiscounts);
-    const auto seven = [](Handset& handset) {
-        handset.file(u"c.vcf"_s, "BEGIN:VCARD\nVERSION:2.1\nN:Neu\nTEL;CELL:7\nEND:VCARD\n");
-        handset.file(u"v3.vcf"_s, "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Neu\r\nTEL:7\r\nEND:VCARD\r\n");
-    };
-    rows.add("write says what it would change", u"phonebook write c.vcf --dry-run"_s, ExitDone,
-             u"{'add':1,'change':0,'remove':25}"_s, {}, seven);
-    rows.add("cards of another version", u"phonebook write v3.vcf --dry-run"_s, ExitWrongUse, {},
-             u"kalmoctl: v3.vcf: contact 1: it is no vCard of version 2.1.\n"_s, seven);
     rows.add("entries are for another kind of handset", u"--yes phonebook write c.tel"_s, ExitFailed, {},
              u"kalmoctl: could not run \"phonebook write\": it needs a handset with a classic phonebook "
              u"(families 1 to 4) for such entries. This one is of family 12 (^WPPN: 7,SL450HX).\n"_s,
              [](Handset& handset) { handset.file(u"c.tel"_s, "\"A\",\"1\"\r\n"); });
     rows.add("area codes that are none", u"areacodes set 00 49 0 O30"_s, ExitWrongUse, {},
-             u"kalmoctl: O30 is no area code: digits only.\n"_s, nothing);
+             u"kalmoctl: O30 is no area code: digits only.\n"_s, {});
+    eachRun(rows);
+}
 
-    rows.each(
-        [&](const auto& line, const auto& status, const auto& value, const auto& told, const auto& prepare) {
-            Handset handset;
-            prepare(handset);
-            QCOMPARE(handset(u"--json --quiet "_s + line), status);
-            QCOMPARE(handset.value().replace(u'"', u'\''), value);
-            if (!told.isEmpty() || status == ExitDone)
-                QCOMPARE(handset.told, told);
-            QVERIFY(!handset.port.handset().isInDataMode());
-            QCOMPARE(handset.port.handset().violations(), QStringList());
-        });
+/// Folders of contacts, appointments and notes are no places for files, whatever leads there.
+void tst_DataCommands::contactsAreNoFiles()
+{
+    const Rows<QString, QString> rows{
+        {"rm", u"rm -y telecom/pb/luid/0001.vcf"_s, u"/telecom/pb/luid/0001.vcf"_s},
+        {"put", u"put a.txt --to Mobile:\\Telecom"_s, u"/Telecom/a.txt"_s},
+        {"mkdir", u"mkdir x/../telecom/new"_s, u"/x/../telecom/new"_s},
+        {"mv", u"mv Liesmich.txt telecom/"_s, u"/telecom/Liesmich.txt"_s},
+        {"attr", u"attr telecom ro"_s, u"/telecom"_s},
+    };
+    rows.each([](const auto& line, const auto& path) {
+        Handset handset;
+        handset.file(u"a.txt"_s, "a");
+        QCOMPARE(handset(u"files "_s + line), ExitWrongUse);
+        QCOMPARE(handset.told, u"kalmoctl: %1 holds contacts, appointments or notes; change contacts with "
+                               "\"kalmoctl phonebook\".\n"_s.arg(path));
+    });
 }
 
 /// Nobody can say that all contacts came, so they are read again.
@@ -336,49 +313,6 @@ void tst_DataCommands::cardsThatDoNotComeThrough()
     QCOMPARE(handset(u"--yes phonebook set 0001 half.json"_s), ExitDone);
     const QString warning = u"D A: in the phone it says \"A=B; C\"; \"A\" would be written"_s;
     QVERIFY2(handset.told.contains(warning), qPrintable(handset.told));
-}
-
-void tst_DataCommands::leftInDataMode()
-{
-    const QString lastRun =
-        u"The last run did not end its data session with SL450HX; taking the handset back to commands.\n"_s;
-    // True if this program left it so, and true if only the switch helps.
-    const Rows<QString, bool, bool, ExitStatus, QString> rows{
-        {"the next command takes it back", u"find"_s, true, false, ExitDone, lastRun},
-        {"so does recover", u"recover"_s, true, false, ExitDone, {}},
-        {"behind another program, too", u"recover"_s, false, false, ExitDone, {}},
-        {"without a record nobody can know", u"find"_s, false, false, ExitNoPhone,
-         u"\"kalmoctl recover\" takes the handset back to commands.\n"_s},
-        {"where only the switch helps, it says so", u"find"_s, true, true, ExitNoPhone,
-         lastRun + u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
-                   "switch it off and on.\n"_s},
-        {"and recover says so", u"recover"_s, false, true, ExitNoPhone, u"Switch the handset off and on;"_s},
-    };
-    rows.each([&](const auto& line, const auto& remembered, const auto& deaf, const auto& status,
-                  const auto& told) {
-        Handset handset;
-        QCOMPARE(handset(u"find"_s), ExitDone);
-        handset.port.Open({});
-        handset.port.WriteText("AT^SQWE=3\r\n");
-        handset.test.clock.WaitSeconds(1);
-        QVERIFY(handset.port.handset().isInDataMode());
-        app::put(handset.test.settings, app::keys::LastUnclosedObexDevice,
-                 remembered ? u"SL450HX"_s : app::noValue());
-        app::put(handset.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
-        Faults faults;
-        faults.ignoresEscape = deaf;
-        handset.port.handset().setFaults(faults);
-
-        QCOMPARE(handset(line), status);
-        QVERIFY2(handset.told.contains(told), qPrintable(handset.told));
-        QCOMPARE(handset.port.handset().isInDataMode(), status != ExitDone);
-        if (deaf)
-            handset.port.handset().powerCycle();
-        if (status == ExitDone || deaf) {
-            QCOMPARE(handset(u"find"_s), ExitDone);
-            QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
-        }
-    });
 }
 
 KALMO_TEST(tst_DataCommands)

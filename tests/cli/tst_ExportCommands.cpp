@@ -11,33 +11,17 @@ const QByteArray contacts = R"([
     {"lastName": "Zwei", "home": "030", "email": "z@b.de"}])";
 
 /// A folder with saved lists, in which commands run.
-struct Saved : CommandRunner
+struct Saved : Handset
 {
-    Saved() : port(test)
+    Saved()
     {
-        QDir::setCurrent(test.folder.path());
         file(u"p.prv"_s, providers);
         file(u"c.json"_s, contacts);
         file(u"entries.json"_s, R"([{"name": "Anna", "number": "1", "date": "24.12  08:30", "dateSound": "",
                                      "vip": true, "vipSound": ""}])");
         file(u"vorlage.html"_s, "<i>$Table.Title$</i><$Table.Content$>");
     }
-    ~Saved() { QDir::setCurrent(u"/"_s); }
-
-    ExitStatus operator()(const QString& line)
-    {
-        printed.clear();
-        told.clear();
-        QStringList words = line.split(u' ');
-        for (QString& word : words)
-            word.replace(u'~', u' ');
-        const ExitStatus status = run(port, words);
-        told.replace(test.folder.path(), u"HOME"_s);
-        printed.replace(test.folder.path(), u"HOME"_s);
-        return status;
-    }
-
-    ScriptedPort port; // that nothing is said to
+    bool hasAskedThePhone() { return port.handset().phone().faults.commands > 0; }
 };
 
 } // namespace
@@ -62,21 +46,14 @@ void tst_ExportCommands::wrongUse()
          u"could not export to a.txt: its name ends neither in .csv, .xlsx, .docx, .html, .htm nor in .vcf."_s},
         {"option of another kind", u"providers export a.xlsx --separator tab"_s,
          u"--separator means nothing for a file that ends in .xlsx."_s},
-        {"empty line of a page", u"providers export a.html --template vorlage.html --empty-line"_s,
-         u"--empty-line means nothing for a file that ends in .html."_s},
         {"replacement", u"providers export a.csv --separator comma-quoted --replace \""_s,
          u"--replace must not hold a character of the separator."_s},
         {"rows", u"providers export a.csv --rows 1-5,0"_s,
          u"--rows takes numbers and ranges such as 1-5,9, not \"0\"."_s},
-        {"rows backwards", u"providers export a.csv --rows 5-1"_s,
-         u"--rows takes numbers and ranges such as 1-5,9, not \"5-1\"."_s},
         {"too many rows", u"providers export a.csv --from p.prv --rows 2,3-4"_s,
          u"there is no row 4; the list holds 3."_s},
         {"column", u"providers export a.csv --from p.prv --columns Name,Sound"_s,
          u"there is no column \"Sound\"; there are Name, Nummer."_s},
-        {"hidden column", u"phonebook export a.csv --from c.json --columns LUID"_s,
-         u"there is no column \"LUID\"; there are Nachname, Vorname, Tel. privat, Tel. Handy, Tel. "
-         u"geschäftlich, Email, Jahrestag."_s},
         {"template", u"providers export a.html --template fehlt.html"_s,
          u"there is no template HOME/fehlt.html."_s},
         {"template over itself", u"providers export vorlage.html --template ./vorlage.html"_s,
@@ -90,16 +67,13 @@ void tst_ExportCommands::wrongUse()
         if (!error.isEmpty())
             QCOMPARE(run.told, u"kalmoctl: "_s + error + u'\n');
         QCOMPARE(run.printed, QString());
-        QVERIFY(!QFileInfo::exists(run.test.path(u"a.csv"_s)));
+        QVERIFY(!QFileInfo::exists(run.test.path(u"a.csv"_s)) && !run.hasAskedThePhone());
     }
 }
 
 void tst_ExportCommands::savedLists()
 {
     const Rows<QString, QByteArray, QString> rows = {
-        {"as it stands", u"providers export a.csv --from p.prv"_s,
-         "Name,Nummer\r\nAnna  A,0301\r\nBert,0302\r\nJ\xF6rg,0303\r\n",
-         u"{\"columns\":2,\"file\":\"HOME/a.csv\",\"rows\":3}"_s},
         {"columns in the list's order, rows, separator",
          u"providers export a.csv --from p.prv --columns nummer,NAME --rows 3,1-1 --separator semicolon-quoted --empty-line"_s,
          "\"Name\";\"Nummer\"\r\n\r\n\"Anna, A\";\"0301\"\r\n\"J\xF6rg\";\"0303\"\r\n",
@@ -107,21 +81,8 @@ void tst_ExportCommands::savedLists()
         {"no header means no empty line",
          u"providers export a.csv --from p.prv --columns Name --no-header --empty-line --replace -"_s,
          "Anna- A\r\nBert\r\nJ\xF6rg\r\n", u"{\"columns\":1,\"file\":\"HOME/a.csv\",\"rows\":3}"_s},
-        {"contacts",
-         u"phonebook export a.csv --from c.json --columns Nachname,Tel.~Handy,Jahrestag --no-header"_s,
-         "M\xFCller,0171,02.03.1970  12:30\r\nZwei,,\r\n",
-         u"{\"columns\":3,\"file\":\"HOME/a.csv\",\"rows\":2}"_s},
         {"a classic phonebook in .json", u"phonebook export a.csv --from entries.json --no-header"_s,
          "Anna,1,24.12  08:30,,Ja,\r\n", u"{\"columns\":6,\"file\":\"HOME/a.csv\",\"rows\":1}"_s},
-        {"page",
-         u"providers export a.htm --from p.prv --template vorlage.html --no-header --rows 2 --columns Name"_s,
-         "<i>Kalmo - Providerliste</i>\t\t<tr class=\"tablestyle2\">\r\n\t\t\t<td "
-         "valign=\"top\">Bert</td>\r\n\t\t</tr>\r\n",
-         u"{\"columns\":1,\"file\":\"HOME/a.htm\",\"rows\":1}"_s},
-        {"cards", u"phonebook export a.vcf --from c.json --rows 2"_s,
-         "BEGIN:VCARD\r\nVERSION:2.1\r\nN:Zwei;\r\nEMAIL;INTERNET:z@b.de\r\nTEL;HOME:030\r\nEND:"
-         "VCARD\r\n\r\n",
-         u"{\"columns\":7,\"file\":\"HOME/a.vcf\",\"rows\":1}"_s},
     };
     for (const auto& [line, bytes, json] : rows) {
         Saved run;
@@ -129,9 +90,8 @@ void tst_ExportCommands::savedLists()
         QCOMPARE(run.told, QString());
         QCOMPARE(status, ExitDone);
         QCOMPARE(run.value(), json);
-        QCOMPARE(
-            run.test.contentOf(run.test.path(u"a."_s + line.section(u"export a."_s, 1).section(u' ', 0, 0))),
-            bytes);
+        QCOMPARE(run.test.contentOf(run.test.path(u"a.csv"_s)), bytes);
+        QVERIFY(!run.hasAskedThePhone());
     }
     // Cards come back, and both office files are made.
     Saved run;
@@ -141,9 +101,9 @@ void tst_ExportCommands::savedLists()
                        u"that end in .xlsx, .docx or .vcf hold them.\n"_s);
     QCOMPARE(run.test.contentOf(run.test.path(u"a.csv"_s)), QByteArray("?u?\r\n"));
     QCOMPARE(run(u"phonebook export b.vcf --from c.json"_s), ExitDone);
-    QCOMPARE(
-        run(u"phonebook export b.csv --from b.vcf --no-header --columns Nachname,Vorname,Tel.~Handy,Email"_s),
-        ExitDone);
+    QCOMPARE(run(u"phonebook export b.csv --from b.vcf --no-header --columns"_s,
+                 {u"Nachname,Vorname,Tel. Handy,Email"_s}),
+             ExitDone);
     QCOMPARE(run.printed, u"2 entries exported to HOME/b.csv.\n"_s);
     QCOMPARE(run.test.contentOf(run.test.path(u"b.csv"_s)),
              QByteArray("M\xFCller,Eva,0171,\r\nZwei,,,z@b.de\r\n"));

@@ -79,7 +79,6 @@ private Q_SLOTS:
     void aConfirmedFileIsNotCalledLost();
     void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
     void aFullDiskChangesNothing();
-    void aRecordThatCanNotBeCompletedIsReported();
     void roomOfABatch();
     void roomOfTheCard();
     void aSilentPhoneCostsItsTimeoutOnce();
@@ -277,33 +276,6 @@ void tst_FileFaults::aFullDiskChangesNothing()
         QCOMPARE(path + u' ' + state, path + u" unchanged"_s);
     QVERIFY2(handset->told.contains(u"could not be saved first"_s), qPrintable(handset->told));
     QVERIFY(treeOf(*handset) == before);
-}
-
-/// Some room is enough for the record before the change, and not for its result.
-void tst_FileFaults::aRecordThatCanNotBeCompletedIsReported()
-{
-    for (const QString& line : {u"mkdir Neu"_s, u"put neu.txt --to Sounds"_s, u"rm Liesmich.txt"_s}) {
-        int reported = 0;
-        for (int room = 200; room < 4000; room += 20) {
-            const auto handset = makeHandset(u"S68H"_s);
-            const Tree before = treeOf(*handset);
-            {
-                const SmallDisk disk(room);
-                (*handset)(u"--yes files "_s + line);
-            }
-            const QString told = handset->told;
-            if (treeOf(*handset) == before)
-                continue;
-            (*handset)(u"--json history"_s);
-            const QString state =
-                QJsonDocument::fromJson(handset->printed.toUtf8())[0][u"state"_s].toString();
-            if (state == u"done"_s)
-                break;
-            ++reported;
-            QVERIFY2(told.contains(u"could not be completed"_s), qPrintable(told));
-        }
-        QVERIFY2(reported > 0, qPrintable(line));
-    }
 }
 
 /// Each file is "size", "size>replaced", or "size>replaced!" for one that is kept in the phone after all.

@@ -1,4 +1,5 @@
-// The way to a handset and into its data mode when the line or the handset fails.
+// The way to a handset and into its data mode when the line or the handset fails, and out of it after another
+// run was broken off.
 
 #include "app/SettingsKeys.h"
 #include "handset/Faults.h"
@@ -14,6 +15,7 @@ private Q_SLOTS:
     void handsetThatDoesNotNameItsModel();
     void handsetThatDoesNotOpenItsDataMode();
     void lostAnswerToTheRequestForDataMode();
+    void leftInDataMode();
 };
 
 void tst_Finding::lineThatGoesAway()
@@ -89,6 +91,49 @@ void tst_Finding::lostAnswerToTheRequestForDataMode()
         QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
         QCOMPARE(handset(u"find"_s), ExitDone);
     }
+}
+
+void tst_Finding::leftInDataMode()
+{
+    const QString lastRun =
+        u"The last run did not end its data session with SL450HX; taking the handset back to commands.\n"_s;
+    // True if this program left it so, and true if only the switch helps.
+    const Rows<QString, bool, bool, ExitStatus, QString> rows{
+        {"the next command takes it back", u"find"_s, true, false, ExitDone, lastRun},
+        {"so does recover", u"recover"_s, true, false, ExitDone, {}},
+        {"behind another program, too", u"recover"_s, false, false, ExitDone, {}},
+        {"without a record nobody can know", u"find"_s, false, false, ExitNoPhone,
+         u"\"kalmoctl recover\" takes the handset back to commands.\n"_s},
+        {"where only the switch helps, it says so", u"find"_s, true, true, ExitNoPhone,
+         lastRun + u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
+                   "switch it off and on.\n"_s},
+        {"and recover says so", u"recover"_s, false, true, ExitNoPhone, u"Switch the handset off and on;"_s},
+    };
+    rows.each([&](const auto& line, const auto& remembered, const auto& deaf, const auto& status,
+                  const auto& told) {
+        Handset handset;
+        QCOMPARE(handset(u"find"_s), ExitDone);
+        handset.port.Open({});
+        handset.port.WriteText("AT^SQWE=3\r\n");
+        handset.test.clock.WaitSeconds(1);
+        QVERIFY(handset.port.handset().isInDataMode());
+        app::put(handset.test.settings, app::keys::LastUnclosedObexDevice,
+                 remembered ? u"SL450HX"_s : app::noValue());
+        app::put(handset.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
+        Faults faults;
+        faults.ignoresEscape = deaf;
+        handset.port.handset().setFaults(faults);
+
+        QCOMPARE(handset(line), status);
+        QVERIFY2(handset.told.contains(told), qPrintable(handset.told));
+        QCOMPARE(handset.port.handset().isInDataMode(), status != ExitDone);
+        if (deaf)
+            handset.port.handset().powerCycle();
+        if (status == ExitDone || deaf) {
+            QCOMPARE(handset(u"find"_s), ExitDone);
+            QCOMPARE(app::get(handset.test.settings, app::keys::LastUnclosedObexDevice), app::noValue());
+        }
+    });
 }
 
 KALMO_TEST(tst_Finding)

@@ -48,41 +48,30 @@ private Q_SLOTS:
                  table, u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);
         rows.add("quote that is empty", {u"classic"_s, u"--quote"_s, u""_s, u"--separator"_s, u"comma"_s},
                  "Name,Nummer\n\"A\",1\n", u"-|Name||\nx|\"A\"|1|"_s);
-        rows.add("read as CSV by itself", classic, "Name,Nummer\n\"A, B\",1\n", u"-|Name||\nx|A, B|1|"_s);
         rows.add("read simply", {u"classic"_s, u"--reading"_s, u"simple"_s}, "Name,Nummer\n\"A, B\",1\n",
                  u"-|Name||\n-|\"A||"_s);
         rows.add("read as CSV by its own quote", {u"classic"_s, u"--quote"_s, u"'"_s},
                  "Name,Nummer\n'A, B',1\n", u"-|Name||\nx|A, B|1|"_s);
-        rows.add("encoding by itself", classic, "Name;Nummer\nM\xC3\xBCller;1\n", u"-|Name||\nx|Müller|1|"_s);
         rows.add("ANSI all the same", {u"classic"_s, u"--encoding=ansi"_s}, "Name;Nummer\nM\xC3\xBCller;1\n",
                  u"-|Name||\nx|Mller|1|"_s);
         rows.add("month first", {u"classic"_s, u"--birthday"_s, u"#1"_s, u"--dates"_s, u"month-first"_s},
                  "Nummer;x\n5/4/2001;1\n", u"-|||\n-||542001|04.05  00:00"_s);
-        rows.add("entries of an address book", classic, cards,
-                 u"x|Meier, P P|0301|\nx|Meier, P F|00221|21.03  10:00\nx|,  H|0170|"_s);
         rows.add("entries to measure",
                  {u"classic"_s, u"--numbers"_s, u"work,mobile"_s, u"--compose"_s,
                   u"work={Vorname:3}-{nachname} X"_s, u"--compose=mobile={Firma}"_s, u"--time"_s, u"08:15"_s,
                   u"--drop-zero"_s},
                  cards, u"x|Pet-Meier X|0221|21.03  08:15\nx|Firma|0170|"_s);
-        rows.add("names filled", {u"classic"_s, u"--fill-names"_s, u"--no-birthdays"_s}, cards,
-                 u"x|Meier, P P|0301|\nx|Meier, P F|00221|\nx|Firma H|0170|"_s);
-        rows.add("contacts", vcard, cards,
-                 u"x|Meier|Peter|0301||+490221|a@b|21.03.1970  10:00\nx||||0170|||"_s);
         rows.add("contacts to measure",
                  {u"vcard"_s, u"--last-name"_s, u"firma"_s, u"--first-name"_s, u"-"_s, u"--home"_s, u"work"_s,
                   u"--work=-"_s, u"--email"_s, u"2"_s, u"--birthday"_s, u"-"_s, u"--drop-zero"_s},
                  cards, u"x|||+49221|||c@d|\nx|Firma|||0170|||"_s);
         rows.add("no --for", {}, table, u"\"preview\" needs --for classic or --for vcard."_s);
-        rows.add("form that is none", {u"tel"_s}, table, u"wrong"_s);
         rows.add("option of the other form", {u"classic"_s, u"--home"_s, u"x"_s}, table,
                  u"--home is for vCard phonebooks only."_s);
         rows.add("option of another source", {u"vcard"_s, u"--separator"_s, u"tab"_s}, cards,
                  u"--separator is for text files only."_s);
         rows.add("heading that is not there", {u"classic"_s, u"--name"_s, u"Vorname"_s}, table,
                  u"there is no column \"Vorname\" for --name."_s);
-        rows.add("column that is not there", {u"classic"_s, u"--name"_s, u"#4"_s}, table,
-                 u"there is no column \"#4\" for --name."_s);
         rows.add("time that is none", {u"classic"_s, u"--time"_s, u"24:00"_s}, table,
                  u"\"24:00\" is no value for --time: it must be a time like 08:30."_s);
         rows.add("country that is none", {u"classic"_s, u"--country"_s, u"49"_s}, table,
@@ -93,22 +82,14 @@ private Q_SLOTS:
             "name that can't be composed", {u"classic"_s, u"--compose"_s, u"home={Ort:3}"_s}, cards,
             u"\"home={Ort:3}\" is no value for --compose: it must be one or two fields like {Nachname:15}, "
             u"with at most 10 characters behind each."_s);
-        rows.add("empty file", classic, "",
-                 u"could not import FILE: its first line is empty, so it has no columns."_s);
         rows.add("no text", classic, QByteArray("PK\3\4\0", 5),
                  u"could not import FILE: it is no text file; if it is UTF-16, say --encoding utf-16."_s);
-        rows.add("old address book", classic, QByteArray::fromHex("813284c18505d011b29000aa003cf676"),
-                 u"could not import FILE: it is an address book of Windows 95, which can't be read."_s);
         rows.each([](const auto& words, const auto& file, const auto& expected) {
             Shell shell;
             const QString path = shell.file(u"source"_s, file);
             QStringList line{u"preview"_s, path, u"--json"_s, u"--quiet"_s};
             if (!words.isEmpty())
                 line << u"--for"_s << words;
-            if (expected == u"wrong") {
-                QCOMPARE(parseWords(line).kind, Invocation::Kind::WrongUse);
-                return;
-            }
             const ExitStatus status = shell.CommandRunner::run(shell.port, line);
             const QStringList keys =
                 words.value(0) == u"classic"

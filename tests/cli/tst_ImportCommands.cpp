@@ -82,9 +82,6 @@ private Q_SLOTS:
             {uR"(phonebook {"name":"MUTTER","number":"052134567"})"_s, neu});
         add("nothing new", classicModel, u"-y phonebook import FILE"_s, classic.chopped(22), ExitDone,
             u"imported=0 skipped=2 written=0 verified= state=unchanged"_s);
-        add("nothing new but what is too long", classicModel, u"-y phonebook import FILE --skip-too-long"_s,
-            "Name;Nummer\nMUTTER;052134567\nSiebzehn Zeichen.;2\n", ExitDone,
-            u"imported=0 skipped=3 written=0 verified= state=unchanged"_s);
         add("only what is too long", classicModel, u"-y phonebook import FILE --skip-too-long"_s,
             "Name;Nummer\nSiebzehn Zeichen.;2\n", ExitWrongUse, {}, {},
             u"could not import FILE: its entries are too long."_s);
@@ -93,8 +90,6 @@ private Q_SLOTS:
             "Name;Nummer\nMutter ist zu lang;052134567\nNeu;0301\n", ExitDone,
             u"imported=1 skipped=2 written=26 verified=26 state=done"_s,
             {uR"(phonebook {"name":"Neu","number":"0301"})"_s});
-        add("entries in a dry run", classicModel, u"phonebook import FILE --dry-run"_s, classic, ExitDone,
-            u"existing=1 checked=1 add=1"_s);
         add("--yes shortens", classicModel, u"-y phonebook import FILE"_s, longName, ExitDone,
             u"imported=2 skipped=1 written=27 verified=27 state=done"_s, {cut, shorter});
         add("the user does not want to shorten, after the preview in spite of --quiet", classicModel,
@@ -106,12 +101,6 @@ private Q_SLOTS:
             u"phonebook import FILE --shorten"_s, longName, ExitRefused,
             u"imported=0 skipped=1 written=0 verified= state=unchanged"_s, {},
             u"nothing was changed in the phone."_s, {u"n"_s});
-        add("names left out", classicModel, u"-y phonebook import FILE --skip-too-long"_s, longName, ExitDone,
-            u"imported=1 skipped=2 written=26 verified=26 state=done"_s, {shorter});
-        add("a number too long", classicModel, u"-y phonebook import FILE"_s, longNumber, ExitWrongUse, {},
-            {},
-            u"kalmoctl: could not import FILE: a number is longer than 32 characters; --skip-too-long "
-            "leaves out what is too long.\n"_s);
         add("a number too long in a dry run", classicModel, u"phonebook import FILE --dry-run"_s, longNumber,
             ExitWrongUse, u"existing=0 checked=2 add=2"_s, {}, u"could not import FILE: a number"_s);
         add("providers, compared with the phonebook", classicModel, u"-y providers import FILE"_s,
@@ -133,17 +122,8 @@ private Q_SLOTS:
             u"imported=2 skipped=1 written=2 verified=2 state=done"_s,
             {uR"(contact {"birthday":"1970-03-21T10:00","email":"a@b","firstName":"Peter","home":"0301","lastName":"Meier","work":"+490221"})"_s,
              uR"(contact {"mobile":"0170"})"_s});
-        add("a contact that exists", vcardModel, u"-y phonebook import FILE"_s,
-            "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n", ExitDone,
-            u"imported=0 skipped=1 written=0 verified= state=unchanged"_s);
-        add("an option of the other form", vcardModel, u"-y phonebook import FILE --shorten"_s, contacts,
-            ExitWrongUse, {}, {}, u"--shorten is for classic phonebooks only."_s);
-        add("nothing that could be imported", vcardModel, u"-y phonebook import FILE"_s,
-            "Nachname;Telefon\nA;\n", ExitWrongUse, {}, {}, u"there is nothing to import in it."_s);
         add("nobody is there to answer", vcardModel, u"phonebook import FILE"_s, contacts, ExitRefused, {},
             {}, u"Import into the phonebook of the phone?"_s);
-        add("providers of another family", vcardModel, u"-y providers import FILE"_s, classic, ExitFailed, {},
-            {}, u"it needs a handset"_s);
         rows.each([](const Import& import) {
             Handset handset({.model = import.model, .atOnce = true});
             if (!import.answers.isEmpty())

@@ -51,7 +51,6 @@ void tst_TakingBack::everyChangeIsTakenBack()
 {
     // The model, commands ahead of the change, and the change. HERE stands for the folder of the test.
     Rows<QString, QStringList, QString> rows;
-    rows.add("a new file", u"SL450HX"_s, {}, u"files put HERE/new.bmp --to Pictures"_s);
     rows.add("a file replaced", u"SL450HX"_s,
              {u"files put HERE/new.bmp --to Pictures"_s, u"files put HERE/other/new.bmp --to Pictures"_s},
              u"files put HERE/new.bmp --to Pictures"_s);
@@ -60,14 +59,9 @@ void tst_TakingBack::everyChangeIsTakenBack()
              u"files rm --force new.bmp empty.txt"_s);
     rows.add("a file called as a part of the record", u"SL450HX"_s, {u"files put HERE/states.json"_s},
              u"files rm states.json"_s);
-    rows.add("folders made", u"SL450HX"_s, {}, u"files mkdir Neu/darin"_s);
     rows.add("a folder deleted", u"SL450HX"_s, {u"files mkdir Neu/darin"_s}, u"files rm Neu/darin"_s);
     rows.add("moved", u"SL450HX"_s, {u"files put HERE/new.bmp"_s, u"files mkdir Neu"_s},
              u"files mv new.bmp Neu/old.bmp"_s);
-    rows.add("protected", u"SL450HX"_s, {u"files put HERE/new.bmp"_s}, u"files attr new.bmp ro"_s);
-    rows.add("a contact added", u"SL450HX"_s, {}, u"phonebook add HERE/one.json"_s);
-    rows.add("a contact changed", u"SL450HX"_s, {}, u"phonebook set 0002 HERE/one.json"_s);
-    rows.add("contacts deleted", u"SL450HX"_s, {}, u"phonebook delete 0001 0003"_s);
     rows.add("all contacts replaced, family 5", u"S68H"_s, {}, u"phonebook write HERE/one.json"_s);
     rows.add("all contacts replaced, family 7", u"Sinus 501"_s, {}, u"phonebook write HERE/one.json"_s);
     rows.add("all contacts replaced, family 13", u"CL660HX"_s, {}, u"phonebook write HERE/one.json"_s);
@@ -111,9 +105,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
             QJsonDocument::fromJson(handset.printed.toUtf8()).array().first().toObject();
         const QStringList words = command.split(u' ');
         QCOMPARE(record[u"list"_s].toString(), words[0]);
-        QCOMPARE(record[u"cause"_s].toString(), words[0] == u"files"_s          ? u"files "_s + words[1]
-                                                : command.contains(u"book set") ? u"change"_s
-                                                                                : words[1]);
+        QCOMPARE(record[u"cause"_s].toString(), words[0] == u"files"_s ? u"files "_s + words[1] : words[1]);
         QCOMPARE(record[u"state"_s].toString(), u"done"_s);
         QCOMPARE(record[u"serial"_s].toString(), handset.port.handset().phone().settings.serialNumber);
 

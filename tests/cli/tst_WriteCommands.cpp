@@ -106,25 +106,6 @@ void tst_WriteCommands::writes()
                  shell.identified();
                  shell.read({"2,A\x95,1,1,0,"});
              });
-    rows.add("erased or not, that is not known", u"--yes"_s, file, ExitFailed,
-             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":null}"_s,
-             u"What the phone holds now is not known.\n"_s, [=](Shell& shell) {
-                 reading(shell);
-                 shell.script.ignore("AT^WSEL=\"TB\"\r").expect("AT\r");
-             });
-    rows.add("erased, but not closed", u"--yes"_s, file, ExitFailed,
-             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":0}"_s,
-             u"The phone confirmed the erase, and 0 of 2 entries.\n"_s, [=](Shell& shell) {
-                 reading(shell);
-                 shell.script.expect("AT^WSEL=\"TB\"\r").ignore("AT\r");
-             });
-    rows.add("the erase is refused", u"--yes"_s, file, ExitFailed, refused,
-             u"kalmoctl: could not write the phonebook: the phone refused the erase.\n"
-             "The phone holds what it held before.\n"_s,
-             [=](Shell& shell) {
-                 reading(shell);
-                 shell.script.refuse("AT^WSEL=\"TB\"\r").expect("AT\r");
-             });
     rows.add("an entry that was sent again may be there twice", u"--yes"_s, file, ExitFailed,
              u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":1}"_s,
              u"The phone confirmed 1 of 2 entries. It may hold an entry twice: the line was disturbed.\n"_s,
@@ -142,14 +123,6 @@ void tst_WriteCommands::writes()
              });
     rows.add("doubtful twice is nothing that --yes could answer", u"--yes"_s, file, ExitFailed, {},
              u"so an entry may be missing or garbled.\nNothing was changed in the phone.\n"_s, readingTwice);
-    rows.add("error at the second entry", u"--yes"_s, file, ExitFailed,
-             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":1}"_s,
-             u"kalmoctl: could not write the phonebook: the phone refused an entry.\n"
-             "The phone confirmed 1 of 2 entries.\nWhat it held before is in "_s,
-             [=](Shell& shell) {
-                 writing(shell);
-                 shell.script.refuse(added).expect("AT\r");
-             });
     rows.add("an erase without an answer is not sent again after Ctrl-C", u"--yes"_s, file, ExitRefused,
              u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":null}"_s,
              u"could not write the phonebook: interrupted.\nWhat the phone holds now is not known.\n"_s,
@@ -157,23 +130,6 @@ void tst_WriteCommands::writes()
                  reading(shell);
                  shell.port.expect("AT^WSEL=\"TB\"\r").then([&shell] { shell.stop.checked = true; });
                  shell.script.expect("AT\r");
-             });
-    rows.add(
-        "interrupted", u"--yes"_s, file, ExitRefused,
-        u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":1}"_s,
-        u"kalmoctl: could not write the phonebook: interrupted.\nThe phone confirmed 1 of 2 entries.\n"_s,
-        [=](Shell& shell) {
-            writing(shell);
-            shell.script.then([&shell] { shell.stop.checked = true; }).expect("AT\r");
-        });
-    rows.add("line that drops", u"--yes"_s, file, ExitFailed,
-             u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":0}"_s,
-             u"/dev/ttyX (COM1) is gone.\nThe phone confirmed 0 of 2 entries. It may hold one more, which it "
-             u"did not confirm.\n"_s,
-             [=](Shell& shell) {
-                 writing(shell);
-                 shell.script.then([&shell] { shell.port.Close(); });
-                 shell.port.expect("AT\r");
              });
     rows.add("end that is not confirmed, found right all the same", u"--yes"_s, file, ExitDone,
              u"{\"backup\":\"B\",\"state\":\"done\",\"verified\":2,\"written\":2}"_s, {}, [=](Shell& shell) {
@@ -196,15 +152,6 @@ void tst_WriteCommands::writes()
                  shell.script.expect(added).expect("AT\r");
                  shell.read({"1,A,1,1,0,", "1,D,1,3,0,"});
              });
-    rows.add(
-        "not read back", u"--yes"_s, file, ExitFailed,
-        u"{\"backup\":\"B\",\"state\":\"unknown\",\"verified\":null,\"written\":2}"_s,
-        u"kalmoctl: could not read back the phonebook: the phone did not give all entries when they were "
-        u"read again.\nThe phone confirmed all 2 entries.\nWhat it held before is in "_s,
-        [=](Shell& shell) {
-            writing(shell);
-            shell.script.expect(added).expect("AT\r").refuse("AT^WSSL=\"TB\"\r");
-        });
 
     rows.each([&](const auto& options, const auto& bytes, const auto& status, const auto& value,
                   const auto& told, const auto& prepare) {

@@ -62,7 +62,6 @@ private Q_SLOTS:
     void replacementsOfSeparators();
     void linesOfCsv();
     void templates();
-    void stripes();
     void cards();
     void sheet();
     void document();
@@ -94,14 +93,11 @@ void tst_ExportTargets::cellsOfCsv()
         {"the separator", u"Maier, Hans"_s, Comma, u";"_s, u"Maier; Hans"_s},
         {"every one of them", u"a,b,,c"_s, Comma, u"-"_s, u"a-b--c"_s},
         {"at the end, by a blank", u"Maier,"_s, Comma, u" "_s, u"Maier"_s},
-        {"another separator", u"a;b"_s, Comma, u" "_s, u"a;b"_s},
         {"a lone comma between quotes", u"Maier, Hans"_s, QuotedComma, u" "_s, u"Maier, Hans"_s},
-        {"a lone quote between quotes", u"\"Hansi\""_s, QuotedComma, u" "_s, u"\"Hansi\""_s},
         {"the whole separator", u"a\",\"b"_s, QuotedComma, u" "_s, u"a b"_s},
         {"its beginning", u"a\",b"_s, QuotedComma, u"+"_s, u"a+b"_s},
         {"its end", u"a,\"b"_s, QuotedComma, u"+"_s, u"a+b"_s},
         {"what the first pass leaves", u"\",\",\""_s, QuotedComma, u"+"_s, u"++"_s},
-        {"semicolons", u"a\";b,c;d"_s, QuotedSemicolon, u"+"_s, u"a+b,c;d"_s},
         {"nothing in its place", u"a;b"_s, Semicolon, QString(), u"ab"_s},
         {"tab", u"\ta\tb "_s, Tab, u" "_s, u"a b"_s},
         {"other blanks stay", u"\ta "_s, Comma, u" "_s, u"\ta"_s},
@@ -135,7 +131,6 @@ void tst_ExportTargets::linesOfCsv()
         {"quoted", tableOf({u"A"_s, u"B"_s}, {{u"1"_s, {}}}), QuotedSemicolon,
          "\"A\";\"B\"\r\n\"1\";\"\"\r\n"},
         {"one column between quotes", tableOf({}, {{u"1"_s}}), QuotedComma, "\"1\"\r\n"},
-        {"one column", tableOf({}, {{u"1"_s}}), Comma, "1\r\n"},
         {"a heading is a cell", tableOf({u"A,B"_s, u"C"_s}, {}), Comma, "A B,C\r\n"},
         {"an empty line is wholly empty",
          {.headings = {u"A"_s, u"B"_s}, .hasEmptyLine = true, .columnCount = 2},
@@ -176,23 +171,6 @@ void tst_ExportTargets::templates()
     });
 }
 
-void tst_ExportTargets::stripes()
-{
-    const QByteArray page =
-        filledTemplate(QByteArray(tableMark.data(), tableMark.size()), u"K"_s,
-                       tableOf({u"A"_s, u"B"_s}, {{u"1"_s, u"2"_s}, {u"3"_s, {}}, {u"5"_s, {}}}))
-            .value_or(QByteArray());
-    QCOMPARE(
-        page,
-        QByteArray("\t\t<tr class=\"tableheader\">\r\n\t\t\t<td>A</td>\r\n\t\t\t<td>B</td>\r\n\t\t</tr>\r\n"
-                   "\t\t<tr class=\"tablestyle2\">\r\n\t\t\t<td valign=\"top\">1</td>\r\n"
-                   "\t\t\t<td valign=\"top\">2</td>\r\n\t\t</tr>\r\n"
-                   "\t\t<tr class=\"tablestyle1\">\r\n\t\t\t<td valign=\"top\">3</td>\r\n"
-                   "\t\t\t<td valign=\"top\"></td>\r\n\t\t</tr>\r\n"
-                   "\t\t<tr class=\"tablestyle2\">\r\n\t\t\t<td valign=\"top\">5</td>\r\n"
-                   "\t\t\t<td valign=\"top\"></td>\r\n\t\t</tr>\r\n"));
-}
-
 void tst_ExportTargets::cards()
 {
     const auto contacts = phonedata::makeVcfRows();
@@ -219,38 +197,27 @@ void tst_ExportTargets::cards()
                         "END:VCARD\r\n\r\n"));
 }
 
-/// The parts of a workbook that no reader's programming interface shows.
+/// The parts of a workbook that no reader's programming interface shows, as the readers of OfficeReaders do.
 void tst_ExportTargets::sheet()
 {
     const TestContext test;
     const QString scratch = test.storage + u"/config/temp"_s;
-    ExportTable table = tableOf({u"Name"_s}, {{u"0171"_s}, {QString(40000, u'x')}});
+    const ExportTable table = tableOf({u"Name"_s}, {{u"0171"_s}, {QString(40000, u'x')}});
     const Workbook book = xlsxWorkbook(table, {u"Telefonbuch"_s}, scratch);
     QCOMPARE(book.error, 0);
     const QByteArray sheet = zipPart(book.bytes, "xl/worksheets/sheet1.xml").value_or(QByteArray());
-    QVERIFY(
-        sheet.contains("<pane ySplit=\"1\" topLeftCell=\"A2\" activePane=\"bottomLeft\" state=\"frozen\"/>"));
     QVERIFY(sheet.contains("<ignoredError sqref=\"A1:Z1048576\" numberStoredAsText=\"1\"/>"));
-    table.headings.clear();
-    const Workbook headless = xlsxWorkbook(table, {u"Telefonbuch"_s}, scratch);
-    QVERIFY(!zipPart(headless.bytes, "xl/worksheets/sheet1.xml").value_or("<pane").contains("<pane"));
     QCOMPARE(QDir(scratch).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     QVERIFY(xlsxWorkbook(table, {u"Telefonbuch"_s}, test.path(u"missing"_s)).error != 0);
 }
 
 void tst_ExportTargets::document()
 {
-    const ExportTable table = tableOf({u"Name"_s, u"Nummer"_s}, {{u"A & <B>"_s, u"\x01\xD800"_s}});
-    const auto part = [&](bool fitsWidths) {
-        const auto bytes = docxBytes(table, {u"Telefonbuch"_s, fitsWidths});
+    const auto part = [](bool fitsWidths) {
+        const auto bytes = docxBytes(tableOf({u"Name"_s}, {{u"A"_s}}), {u"Telefonbuch"_s, fitsWidths});
         return zipPart(bytes.value_or(QByteArray()), "word/document.xml").value_or(QByteArray());
     };
-    const QByteArray fitted = part(true);
-    QCOMPARE(fitted.count("<w:tblHeader/>"), 1);
-    QVERIFY(fitted.contains("w:orient=\"landscape\""));
-    QVERIFY(fitted.contains("A &amp; &lt;B&gt;"));
-    QVERIFY(fitted.contains("\xEF\xBF\xBD\xEF\xBF\xBD"));
-    QVERIFY(fitted.contains("<w:tblLayout w:type=\"autofit\"/>"));
+    QVERIFY(part(true).contains("<w:tblLayout w:type=\"autofit\"/>"));
     QVERIFY(part(false).contains("<w:tblW w:w=\"5000\" w:type=\"pct\"/>"));
     QVERIFY(!zipPart("PK no archive", "word/document.xml"));
 }
@@ -261,7 +228,6 @@ void tst_ExportTargets::texts()
         {"plain", u"Jörg 😀\t\n"_s, u"Jörg 😀\t\n"_s},
         {"control characters", u"a\x02\x1b"_s + QChar(0) + u"b"_s, u"a\uFFFD\uFFFD\uFFFDb"_s},
         {"half a pair", QString(u'a') + QChar(0xD83D), u"a\uFFFD"_s},
-        {"no character", QString(QChar(0xFFFE)), u"\uFFFD"_s},
     };
     rows.each([&](const auto& text, const auto& expected) { QCOMPARE(xmlText(text), expected); });
 }
@@ -279,9 +245,7 @@ void tst_ExportTargets::paths()
         {"folders", u"/home/a/b.csv"_s, {}},
         {"a drive", u"C:x.csv"_s, {}},
         {"a colon", u"/a:b"_s, refused},
-        {"a question mark at the third place", u"/a?"_s, refused},
         {"a bracket", u"/home/<b>"_s, refused},
-        {"what else a name may hold", u"/a|b\"c\\d"_s, {}},
     };
     rows.each([&](const auto& path, const auto& expected) { QCOMPARE(exportPathFault(path), expected); });
 }

@@ -66,8 +66,6 @@ private Q_SLOTS:
             {"plain", "[S]\r\nk=v\r\n", u"v"_s},
             {"names without case", "[s]\nK=v\n", u"v"_s},
             {"blanks and quotes go", "[S]\nk = \" v \" \n", u" v "_s},
-            {"first one counts", "[S]\nk=1\nk=2\n[S]\nk=3\n", u"1"_s},
-            {"other section", "[T]\nk=v\n", u"<no value>"_s},
             {"empty value", "[S]\nk=\n", {}},
             {"no file", {}, u"<no value>"_s},
             {"UTF-8 with mark", "\xEF\xBB\xBF[S]\nk=\xC3\xBC\n", u"ü"_s},
@@ -109,7 +107,6 @@ private Q_SLOTS:
     void settingsOfAnyBytes()
     {
         const Rows<QByteArray> rows{
-            {"brackets", "[[[]]]\n[\n]\n=\n==\n[x\nk=v\n"},
             {"lone quotes", "[S]\nk=\"\n"},
             {"broken UTF-8", "[S]\n\xC3\x28=\xFF\xFE\n"},
         };
@@ -185,7 +182,6 @@ private Q_SLOTS:
              "@0043200.00: 23456789ABCDEFGHIJKL:\tx\n"},
             {"line ends become words", u"Rx"_s, u"a\r\nb\rc\nd"_s, false,
              "@0043200.00:                   Rx:\ta #vbCRLF# b #vbCR# c #vblf# d\n"},
-            {"raw", u"Rx"_s, u"a\nb"_s, true, "@0043200.00:                   Rx:\ta\nb\n"},
         };
         rows.each([&](const auto& tag, const auto& text, const auto& raw, const auto& line) {
             TestContext test;

@@ -58,24 +58,17 @@ private Q_SLOTS:
         rows.add("own country", u"+49 (30) 12-34/56"_s, u"030123456"_s, usual);
         rows.add("dialled", u"004930123456"_s, u"030123456"_s, usual);
         rows.add("abroad", u"+441234567"_s, u"00441234567"_s, usual);
-        rows.add("abroad, dialled", u"00441234567"_s, u"00441234567"_s, usual);
-        rows.add("national", u"030123456"_s, u"030123456"_s, usual);
-        rows.add("code alone", u"0049"_s, u"0"_s, usual);
         rows.add("plus alone", u"+"_s, u"00"_s, usual);
-        rows.add("further inside", u"0800+49"_s, u"0800+49"_s, usual);
         rows.add("second plus stays", u"+49+1"_s, u"0+1"_s, usual);
         rows.add("own code behind another's is kept", u"+4949"_s, u"049"_s, usual);
         rows.add("pause and recall", u"R 0 P12p#*"_s, u"R0P12#*"_s, usual);
         rows.add("no ASCII digits", u"١٢3"_s, u"3"_s, usual);
         rows.add("kept", u"+4930"_s, u"+4930"_s, kept);
         rows.add("outside line", u"+4930123456"_s, u"0030123456"_s, outside);
-        rows.add("short, too", u"11"_s, u"011"_s, outside);
         rows.add("empty", u" "_s, u""_s, outside);
         rows.add("long only, short", u"11"_s, u"11"_s, longOnly);
         rows.add("long only, long", u"110"_s, u"0110"_s, longOnly);
         rows.add("length after rewriting", u"+4911"_s, u"0011"_s, longOnly);
-        rows.add("length that is none", u"1"_s, u"01"_s,
-                 NumberRules{.outsideLine = true, .longNumbersOnly = true, .minimumLength = u"x"_s});
         rows.add("plus behind an outside line", u"+4930"_s, u"0+4930"_s,
                  NumberRules{.convertCountry = false, .outsideLine = true});
         rows.add("no digits for outside", u"12"_s, u"12"_s,
@@ -111,17 +104,14 @@ private Q_SLOTS:
         row("24.12.2005 08:30", "24.12  08:30", "24.12.2005  08:30");
         row("4.2.2005  8:05:59", "04.02  08:05", "04.02.2005  08:05");
         // A minute of 0: the general reading has it, that of contacts takes the default's minute.
-        row("24.12.2005 00:00", "24.12  00:00", "24.12.2005  00:30");
         row("24.12.2005 09:00", "24.12  09:00", "24.12.2005  09:30");
         row("24.12.2005", "24.12  00:00", "24.12.2005  12:30");
         row("24.12.2005 x", "", "24.12.2005  12:30");
         row("24.12.2005 25:10", "24.12  00:00", "24.12.2005  12:30");
         row("24.12 08:30", "24.12  08:30", "24.12.2026  08:30");
         row("24.12. 08:30", "24.12  08:30", "24.12.2026  08:30");
-        row("24.12  08:00", "24.12  08:00", "24.12.2026  08:00");
         row("31.02.2005 08:30", "31.02  08:30", "31.02.2005  08:30"); // bounds of day and month only
         row("31.02.2005", "", "");
-        row("24.12.2099 08:30", "24.12  08:30", "24.12.2099  08:30");
         row("24.12.2100 08:30", "24.12  08:30", "24.12.2100  08:30");
         row("24.12.99", "24.12  00:00", "24.12.1999  12:30");
         row("24.12.29", "24.12  00:00", "24.12.2029  12:30");
@@ -137,7 +127,6 @@ private Q_SLOTS:
         row("2005-24-12", "", "");
         row("--12-24", "24.12  00:00", "24.12.2026  12:30");
         row("24.12.2005 7:5:61", "24.12  07:05", "24.12.2005  07:05");
-        row("24. Dezember 2005", "24.12  00:00", "24.12.2005  12:30");
         row("24. Dez. 05, 08:30 Uhr", "24.12  08:30", "24.12.2005  08:30");
         row("5. Mrz 1970", "05.03  00:00", "05.03.1970  12:30");
         row("5-Mar-1970", "05.03  00:00", "05.03.1970  12:30");
@@ -148,14 +137,12 @@ private Q_SLOTS:
         row("5. Ma 1970", "", "");
         row("24. 12. 2005", "24.12  00:00", "24.12.2005  12:30");
         row("1970/03/21", "21.03  00:00", "21.03.1970  12:30");
-        row("1970/21/03", "", "");
         row("3/21/1970 12:00:00 AM", "21.03  00:00", "21.03.1970  12:30");
         row("3/21/1970 12:10:00 p.m.", "21.03  12:10", "21.03.1970  12:10");
         row("1970-03-21T07:45:00.000+01:00", "21.03  07:45", "21.03.1970  07:45");
         row("1970-03-21 24:00", "21.03  00:00", "21.03.1970  12:30");
         row("24.12.205", "", "");
         row("0.0.0000", "", "");
-        row("morgen", "", "");
         row("", "", "");
         rows.each([](const auto& cell, const auto& classic, const auto& contact) {
             QCOMPARE(classicBirthday(cell, DateOrder::DayFirst, today).text, classic);
@@ -177,13 +164,10 @@ private Q_SLOTS:
     void detection()
     {
         Rows<QString, QString> rows;
-        rows.add("semicolon", u"a;b"_s, u";plain"_s);
         rows.add("nothing at all", u"abc"_s, u";quoted"_s);
         rows.add("as many quotes as semicolons", u"\"a;\""_s + u";"_s, u";quoted"_s);
         rows.add("comma", u"a,b"_s, u",plain"_s);
-        rows.add("as many quotes as commas", u"\"a\",b,c"_s, u",plain"_s);
         rows.add("quoted comma", u"\"a\",\"b\""_s, u",quoted"_s);
-        rows.add("commas and tabs alike", u"a,b\tc"_s, u",plain"_s);
         rows.add("tab", u"a\tb\tc,d"_s, u"\tplain"_s);
         rows.add("tab quoted", u"\"a\"\t\"b\""_s, u"\tquoted"_s);
         rows.add("tab as often as semicolon", u"a\tb;c"_s, u"\tplain"_s);
@@ -232,8 +216,6 @@ private Q_SLOTS:
         };
         QCOMPARE(better(u"'a','b'\n'1',2"_s, u"'"_s), 1);
         Rows<QString, int> rows;
-        rows.add("no quotes", u"a,b\n1,2"_s, 0);
-        rows.add("all quoted", u"\"a\",\"b\"\n\"1\",\"2,\""_s, 0);
         rows.add("some quoted", u"\"a\",\"b\"\n\"1\",2\n\"3\",\"4\""_s, 1);
         rows.add("line end within", u"\"a\",\"b\"\n\"1\n\",\"2\""_s, 1);
         rows.add("not valid", u"\"a\",\"b\"\n\"1\",2\nin 5\" x,1"_s, 0);
@@ -247,14 +229,12 @@ private Q_SLOTS:
     void encodings()
     {
         Rows<QByteArray, Encoding, QString> rows;
-        rows.add("ASCII", "abc", Encoding::Ansi, u"abc"_s);
         rows.add("ANSI", "M\xFC\x80", Encoding::Ansi, u"Mü€"_s);
         rows.add("UTF-8", "M\xC3\xBC", Encoding::Utf8, u"Mü"_s);
         rows.add("UTF-8 with a mark", "\xEF\xBB\xBFx", Encoding::Utf8, u"x"_s);
         rows.add("loose accent", "Mu\xCC\x88", Encoding::Utf8, u"Mü"_s);
         rows.add("UTF-8 that breaks off", "M\xC3\xBC\xC3", Encoding::Ansi, u"MÃ¼Ã"_s);
         rows.add("UTF-16 little-endian", QByteArray("\xFF\xFEM\0", 4), Encoding::Utf16, u"M"_s);
-        rows.add("UTF-16 big-endian", QByteArray("\xFE\xFF\0M", 4), Encoding::Utf16, u"M"_s);
         rows.each([](const auto& bytes, const auto& encoding, const auto& text) {
             QCOMPARE(detectEncoding(bytes), encoding);
             QCOMPARE(decodeText(bytes, encoding), text);
@@ -269,7 +249,6 @@ private Q_SLOTS:
         const QString end = u" P"_s;
         Rows<SubNumberOptions, QString> rows;
         rows.add("usual", SubNumberOptions{.end = end}, u"Meier, P P"_s);
-        rows.add("counts", SubNumberOptions{.count1 = u"03"_s, .count2 = u"4x"_s, .end = {}}, u"Mei, Pete"_s);
         rows.add("no number", SubNumberOptions{.count1 = u"x"_s}, u", P"_s);
         rows.add("not used", SubNumberOptions{.field2 = 6, .end = end}, u"Meier,  P"_s);
         rows.add("company", SubNumberOptions{.field1 = 5, .middle = {}, .end = end}, u"FirmaP P"_s);

@@ -86,12 +86,10 @@ private Q_SLOTS:
         const ListRow row{.cells = {{u"Müller"_s}, {u"Zoë"_s}, {u"+49 521 / 8899"_s}, {u"Große Straße"_s}}};
         Rows<QString, bool> rows;
         rows.add("nothing", u" "_s, true);
-        rows.add("part, in any case", u"üLL"_s, true);
         rows.add("without accents", u"muller zoe"_s, true);
         rows.add("as typed without umlauts", u"mueller"_s, true);
         rows.add("sharp s", u"STRASSE"_s, true);
         rows.add("words in several columns", u"8899 zoë"_s, true);
-        rows.add("one word is missing", u"zoë meier"_s, false);
         rows.add("no word reaches over two cells", u"müllerzoë"_s, false);
         rows.each([&](const auto& typed, const auto& matches) {
             QCOMPARE(RowFilter(typed).matches(row), matches);

@@ -126,10 +126,6 @@ void tst_ObexFolders::operations()
              [](ObexClient& c) { return c.mmc->Cd(u"a\\b\\c"_s, false); });
     rows.add("Md goes inside", {{enter("a", 0), done}, {enter("b", 0), done}}, succeeds, uR"(\a|\a\b)"_s,
              [](ObexClient& c) { return c.mmc->Md(u"a\\b"_s); });
-    rows.add("Md takes the root for a name", {{enter("Mobile:", 0), refused}}, 0xC4, {},
-             [](ObexClient& c) { return c.mmc->Md(u"Mobile:\\a"_s); });
-    rows.add("entries of the calendar", {{enter("telecom", 2), done}, {enter("cal", 2), refused}}, 0xC4,
-             uR"(\telecom)"_s, [](ObexClient& c) { return c.mmc->CDluidCAL(); });
     rows.add("CdRoot", {{rootRequest, done}}, succeeds, uR"(|\)"_s,
              [](ObexClient& c) { return c.mmc->CdRoot(); });
     rows.add("CdRoot takes no other success", {{rootRequest, notFinal}}, 0x20, {},
@@ -155,8 +151,6 @@ void tst_ObexFolders::operations()
                  const bool left = c.mmc->Cd(u"a"_s, false) && (c.mmc->DirActSave(), c.mmc->CdRoot());
                  return left && c.mmc->DirActRestore();
              });
-    rows.add("delete", {{deleteX, notFinal}}, succeeds, {}, del(false));
-    rows.add("delete, refused", {{deleteX, refused}}, 0xC4, {}, del(false));
     rows.add("delete, silent timeout", {{deleteX, ""}}, failsSilently, {}, del(true));
     rows.add("delete by the whole path",
              {{enter("Sounds", 2), done}, {packet(0x82, name("/Sounds/x")), done}}, succeeds, uR"(\Sounds)"_s,
@@ -172,8 +166,6 @@ void tst_ObexFolders::operations()
     rows.add("rename, too long a path", {}, obex::RequestTooLong, {}, rename(QString(127, u'x')));
     rows.add("read only", {{attributes("a", "\"RWD\"\"R\""), notFinal}}, succeeds, {},
              [](ObexClient& c) { return c.mmc->SetPermissionReadOnly(u"a"_s); });
-    rows.add("attributes, silently", {{attributes("a", "\"W\"\"\""), refused}}, failsSilently, {},
-             [](ObexClient& c) { return c.mmc->SetAttrib(u"a"_s, {}, u"W"_s, true); });
 
     rows.each([&](const auto& exchanges, const auto& failure, const auto& folders, const auto& run) {
         OnlineClient online;

@@ -38,7 +38,6 @@ void tst_Ports::descriptions()
     };
     const Rows<QList<DeviceEntry>, int, QString> rows{
         {"name without its mark", QList{port(u"Prolific USB (COM3)"_s)}, 3, u"Prolific USB"_s},
-        {"last mark counts", QList{port(u"A (COM1) B (COM2)"_s)}, 2, u"A (COM1) B"_s},
         {"first device keeps the slot", QList{port(u"A (COM1)"_s), port(u"B (COM1)"_s)}, 1, u"A"_s},
         {"replacement, any case", QList{port(u"SIEMENS usb data cable (COM4)"_s)}, 4,
          u"Siemens USB Kabel DCA-510"_s},
@@ -62,8 +61,6 @@ void tst_Ports::modemsByTheirInterface()
         // class, subclass, protocol
         {"AT commands", "02 02 01", cable},
         {"no commands", "02 02 00", name},
-        {"commands of a maker", "02 02 ff", name},
-        {"network", "02 06 01", name},
         {"no USB interface", "", name},
     };
     rows.each([&](const auto& numbers, const auto& description) {

@@ -47,7 +47,6 @@ private Q_SLOTS:
             {"default", u"$DEFAULTPATH"_s, true, u"data/Merrow Works/Kalmo"_s, u"documents"_s,
              u"$DEFAULTPATH"_s},
             {"first run", {}, false, u"data/Merrow Works/Kalmo"_s, u"documents"_s, u"$DEFAULTPATH"_s},
-            {"chosen by the user", u"TMP/mine"_s, false, u"mine"_s, u"documents"_s, u"TMP/mine"_s},
         };
         rows.each([&](const auto& stored, const auto& settingsBesideProgram, const auto& storage,
                       const auto& exports, const auto& storedAfter) {

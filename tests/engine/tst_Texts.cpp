@@ -45,7 +45,6 @@ private Q_SLOTS:
              "d?",
              false},
             {"one question mark for a pair of surrogates", u"a😀b"_s, "a?b", false},
-            {"half a pair", u"a"_s + QChar(0xD83D), "a?", false},
         };
         rows.each([&](const auto& text, const auto& bytes, const auto& fits) {
             QCOMPARE(app::toCp1252(text), bytes);
@@ -56,7 +55,6 @@ private Q_SLOTS:
     void hex()
     {
         const Rows<QString, QByteArray> rows{
-            {"pairs", u"4142"_s, "AB"},
             {"blanks between", u"32 13 02"_s, "\x32\x13\x02"},
             {"single last character", u"414"_s, "A"},
             {"no hex", u"zz41"_s, QByteArray("\0A", 2)},
@@ -67,16 +65,6 @@ private Q_SLOTS:
             QCOMPARE(app::TextFromHex(app::HexFromTextPlain(bytes)), bytes);
             QCOMPARE(app::HexFromText("AB\n"), u" 41 42 0A"_s);
         });
-    }
-
-    void partsOfAMoment()
-    {
-        QString year;
-        std::array<QString, 5> others;
-        app::GetDateParts(QDateTime({2026, 3, 4}, {5, 6, 7}), year, others[0], others[1], others[2],
-                          others[3], others[4]);
-        QCOMPARE(year + u' ' + QStringList(others.begin(), others.end()).join(u' '),
-                 u"2026 03 04 05 06 07"_s);
     }
 
     void numbers()
@@ -100,7 +88,6 @@ private Q_SLOTS:
         const Rows<QString, QString, QString> rows{
             {"letter in a number", u"12a45"_s, u"12a45"_s, u"12"_s},
             {"written for people", u"+49 (30) 123"_s, u"+49 (30) 123"_s, u"+49"_s},
-            {"plus inside", u"1+2"_s, u"1+2"_s, u"1"_s},
             {"pause and recall", u"R0P12*#"_s, u"R0P12*#"_s, u"R0P12*#"_s},
             {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
             {"not in the code page", u"Łódź"_s, {}, {}},
@@ -116,10 +103,8 @@ private Q_SLOTS:
     {
         const Rows<const char*, const char*> rows{
             {"u umlaut", "4D C3 BC 6C", "4D FC 6C"},
-            {"sharp s at the end", "C3 9F", "DF"},
             {"low second byte", "C3 40 C3 00", "80 40"},
             {"encoded twice, where the new C3 loses the C2", "C3 83 C2 BC", "FC"},
-            {"new lead at the end", "C3 83", "C3"},
             {"second above 191 is lost", "41 C3 C4 BC 42", "41 FC 42"},
             {"lead at the end", "41 C3", "41 C3"},
             {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},

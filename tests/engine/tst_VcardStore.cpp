@@ -189,7 +189,6 @@ private Q_SLOTS:
             {"no LUID", Faults{.noLuid = true}, 0, true},
             {"wrong length", Faults{.wrongLuidLength = true}, 0, true},
             {"second connection refused", Faults{.refuseAt = 2}, 0xC3, false},
-            {"first connection refused", Faults{.refuseAt = 1}, 0xC3, false},
             {"says to be done early", Faults{.earlySuccess = true}, 1, false},
         };
         rows.each([&](const auto& faults, const auto& shown, const auto& unconfirmed) {
@@ -258,18 +257,6 @@ private Q_SLOTS:
             phone.checkAllIsWell();
         }
         QVERIFY(stoppedBehind[1] > 0 && stoppedBehind[2] > 0);
-    }
-
-    void stopLeavesTheLineClean()
-    {
-        int stopped = 0;
-        for (const double after : {0.5, 1.5, 2.0, 2.5, 3.0, 3.5, 4.5}) {
-            Contacts phone(u"SL450HX"_s);
-            phone.test.clock.after(after, [&] { phone.client->askToStop(); });
-            stopped += phone.write(std::vector<tVcfEntry>(3, someone)) ? 0 : 1;
-            QVERIFY(!phone.port.handset().isInDataMode() && phone.line.mode() == link::LineMode::Text);
-        }
-        QVERIFY(stopped > 3);
     }
 
     void oneContactAlone()

@@ -2,10 +2,7 @@
 
 #include "link/mdlSearch.h"
 #include "link/mdlStatus.h"
-#include "link/PhoneModels.h"
 #include "obex/clsMmc.h"
-#include "phonedata/ClassicPhonebook.h"
-#include "phonedata/ProviderList.h"
 #include "support/FakeDesktop.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
@@ -61,50 +58,9 @@ class MeetsTheClient : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void classicLists();
     void files();
     void endlessFolders();
 };
-
-/// Lists that were read are written again, and the handset holds what it held.
-void MeetsTheClient::classicLists()
-{
-    for (const QString& model : {u"WOODSTOCK"_s, u"WOODY"_s, u"GALICIA"_s, u"PICASSO"_s}) {
-        Meeting meeting({.model = model});
-        QVERIFY(meeting.search());
-        const handset::Phone& phone = meeting.port.handset().phone();
-        QCOMPARE(meeting.test.sy.PhoneType, phone.family.number);
-        QCOMPARE(meeting.test.sy.ComSettings, u"19200,N,8,1"_s);
-        QDateTime moment;
-        if (phone.family.number == 1) {
-            QVERIFY(link::GetPhoneTime(meeting.line, moment));
-            QVERIFY(std::abs(moment.secsTo(meeting.test.clock.Now())) < 60);
-            QCOMPARE(link::GetBattery(meeting.line), 85);
-        }
-        const QJsonArray providers = phone.providers.json();
-        phonedata::PhoneMemory memory;
-        const auto entries = phonedata::makePhonebookRows();
-        const auto list = phonedata::makeProviderRows();
-        const auto job = [&](toolkit::ListRows& rows) {
-            return phonedata::StoreJob{meeting.line, memory, &rows, nullptr, meeting.progress.all()};
-        };
-
-        QVERIFY(phonedata::ReadPB_TB(job(*entries)));
-        const auto read = phonedata::classicEntries(*entries);
-        QCOMPARE(read.size(), 25u);
-        QCOMPARE(read[17].name, u"Ohne Name"_s);
-        QVERIFY(phonedata::WritePB_TB(job(*entries)));
-        QCOMPARE(phone.phonebook.entries.size(), 25u);
-        QVERIFY(phonedata::ReadPB_TB(job(*entries)));
-        if (model != u"WOODSTOCK"_s) // where codes of sounds read otherwise than they are written
-            QCOMPARE(phonedata::classicEntries(*entries), read);
-
-        QVERIFY(phonedata::ReadPB_NE(job(*list)));
-        QVERIFY(phonedata::WritePB_NE(job(*list)));
-        QCOMPARE(phone.providers.json(), providers);
-        meeting.port.Close();
-    }
-}
 
 void MeetsTheClient::files()
 {

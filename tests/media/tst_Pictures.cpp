@@ -6,13 +6,11 @@
 #include "media/UploadFiles.h"
 #include "media/Workshop.h"
 #include "support/RecordedProgress.h"
+#include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
 #include <QLoggingCategory>
 #include <QProcess>
-
-#include <csignal>
-#include <sys/resource.h>
 
 using media::Fault;
 using media::Fit;
@@ -49,28 +47,6 @@ QString look(const QString& path, const Colours& colours)
     }
     return text;
 }
-
-/// Lets this program write no file larger than some bytes for as long as it lives, as if the disk were full.
-class SmallFiles
-{
-public:
-    explicit SmallFiles(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit small{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallFiles()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(SmallFiles)
-
-private:
-    void (*m_handler)(int);
-    rlimit m_before{};
-};
 
 } // namespace
 
@@ -211,10 +187,8 @@ private Q_SLOTS:
             QByteArray(2000, '\0');
         const Rows<QString, QByteArray, Fault> rows{
             {"nothing", u"a.jpg"_s, "", Fault::BadPicture},
-            {"text", u"a.bmp"_s, "hello", Fault::BadPicture},
             {"a head alone", u"a.gif"_s, "GIF89a", Fault::BadPicture},
             {"half a photo", u"a.jpg"_s, Workshop::contentOf(made(u"half-photo.jpg"_s)), Fault::BadPicture},
-            {"half a bitmap", u"a.bmp"_s, Workshop::contentOf(made(u"half-plain.bmp"_s)), Fault::BadPicture},
             {"a part of the first frame", u"a.gif"_s, Workshop::contentOf(made(u"half-film.gif"_s)),
              Fault::BadPicture},
             {"another format", u"a.jpg"_s, Workshop::contentOf(made(u"old.tiff"_s)), Fault::OtherFormat},
@@ -284,7 +258,7 @@ private Q_SLOTS:
         const QString target = shop.makeFile(u"out.bmp"_s, "mine");
         std::optional<media::Failure> failure;
         {
-            const SmallFiles small(4096);
+            const SmallDisk disk(4096);
             failure = media::saveConverted(media::convertPicture(shop.context, made(u"plain.jpg"_s),
                                                                  {.size = {240, 320}, .asJpeg = false}),
                                            target);

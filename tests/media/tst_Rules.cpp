@@ -20,11 +20,8 @@ private Q_SLOTS:
              u"Bilder (*.bmp;*.gif;*.jpg)"_s},
             {"sounds of late handsets", u"Mobile:\\Sounds"_s, 8, UploadKind::Sounds,
              u"Audio (*.wav;*.mp3;*.L22;*.722)"_s},
-            {"and the last", u"Mobile:\\Sounds"_s, 13, UploadKind::Sounds,
-             u"Audio (*.wav;*.mp3;*.L22;*.722)"_s},
             {"sounds of early ones", u"mobile:\\sounds"_s, 6, UploadKind::Melodies, u"Klingeltöne (*.mid)"_s},
             {"the root", u"Mobile:\\"_s, 8, UploadKind::None, {}},
-            {"a folder below", u"Mobile:\\Pictures\\2026"_s, 8, UploadKind::None, {}},
             {"another one", u"Mobile:\\Videos"_s, 8, UploadKind::None, {}},
         };
         rows.each([&](const auto& folder, const auto& phoneType, const auto& kind, const auto& filter) {
@@ -51,27 +48,9 @@ private Q_SLOTS:
         });
     }
 
-    void picturesHaveTheFamilysSize()
-    {
-        const Rows<int, QSize, QSize, bool, int> rows{
-            {"5", 5, {128, 160}, {128, 100}, false, 24},  {"6", 6, {128, 160}, {128, 100}, false, 24},
-            {"8", 8, {240, 320}, {40, 40}, true, 32},     {"9", 9, {128, 160}, {128, 86}, true, 32},
-            {"10", 10, {128, 160}, {128, 86}, true, 32},  {"11", 11, {128, 160}, {128, 86}, true, 32},
-            {"12", 12, {240, 320}, {240, 160}, true, 32}, {"13", 13, {240, 320}, {240, 172}, true, 32},
-        };
-        rows.each([&](const auto& phoneType, const auto& picture, const auto& clip, const auto& jpeg,
-                      const auto& depth) {
-            QCOMPARE(pictureSize(phoneType, UploadKind::Pictures), picture);
-            QCOMPARE(pictureSize(phoneType, UploadKind::ClipPictures), clip);
-            QCOMPARE(takesJpeg(phoneType), jpeg);
-            QCOMPARE(bitmapDepth(phoneType), depth);
-        });
-    }
-
     void namesAreCut()
     {
         const Rows<QString, QString, QString> rows{
-            {"short", u"/a/b.WAV"_s, u"722"_s, u"b.722"_s},
             {"a melody of twenty", u"/a/abcdefghijklmnopqrst.mid"_s, u"mid"_s, u"abcdefghijkl.mid"_s},
             {"a sound of twenty", u"/a/abcdefghijklmnopqrst.mp3"_s, u"722"_s, u"abcdefghijklmnop.722"_s},
             {"more than one dot", u"/a/b.c.d.png"_s, u"jpg"_s, u"b.c.d.jpg"_s},

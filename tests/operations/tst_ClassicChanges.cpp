@@ -29,8 +29,7 @@ QString seedFile()
     static const QTemporaryDir folder;
     QFile file(folder.filePath(u"seed.json"_s));
     if (file.open(QIODevice::WriteOnly))
-        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}],
-                                    "areaCodes": ["00", "49", "0", "30"]},
+        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
             "phonebook": [{"name": "Anna", "number": "1", "anniversary": "24.12. 08:30", "reminder": "12"},
                           {"name": "", "number": "2"},
                           {"name": "Gone", "number": "3", "anniversary": "01.02. 03:04", "reminder": "77"}],
@@ -112,7 +111,6 @@ private Q_SLOTS:
     void ordersAndDoublesAreCompared();
     void undoWithoutMelodies();
     void aStoreThatStayedOpenIsClosedFirst();
-    void areaCodes();
     void clock();
     void doubtfulSettings();
     void rawReplies();
@@ -250,41 +248,6 @@ void tst_ClassicChanges::aStoreThatStayedOpenIsClosedFirst()
         }
     });
     QVERIFY(stayedOpen > 0);
-}
-
-void tst_ClassicChanges::areaCodes()
-{
-    using Codes = phonedata::AreaCodes;
-    Rows<QString, Cause, SetFault> rows;
-    rows.add("all well", u"done"_s, Cause::None, [](Faults&, int) {});
-    rows.add("not read before", u"unchanged"_s, Cause::PhoneRefused,
-             [](Faults& faults, int) { faults.refuseCommandAt = 1; });
-    rows.add("refused", u"unchanged"_s, Cause::PhoneRefused,
-             [](Faults& faults, int) { faults.refuseCommandAt = 3; });
-    rows.add("a late answer: reading back tells", u"done"_s, Cause::None,
-             [](Faults& faults, int) { faults.lateAt = 3, faults.lateBy = 1.5; });
-    rows.add("no answer any more", u"unknown"_s, Cause::NoAnswer,
-             [](Faults& faults, int) { faults.silentAfter = 2; });
-    rows.add("confirmed, but not read back", u"unknown"_s, Cause::PhoneRefused,
-             [](Faults& faults, int) { faults.refuseCommandAt = 4; });
-    rows.each([&](const auto& state, const auto& cause, const auto& setFault) {
-        Bench bench(u"S79H"_s, 9);
-        Faults faults;
-        setFault(faults, 0);
-        bench.port.handset().setFaults(faults);
-        const QStringList before = bench.phone().settings.areaCodes;
-        const auto result = setAreaCodes(bench.line, Codes{u"00"_s, u"43"_s, u"0"_s, u"1"_s});
-        QCOMPARE(wordOf(result.outcome.state), state);
-        QCOMPARE(result.outcome.cause, cause);
-        if (result.outcome.confirmed > 0)
-            QCOMPARE(bench.phone().settings.areaCodes, (QStringList{u"00"_s, u"43"_s, u"0"_s, u"1"_s}));
-        const auto record = bench.newestRecord();
-        if (!record)
-            return;
-        bench.recover();
-        QVERIFY(restoreAreaCodes(bench.line, record->before.front().bytes).outcome.isDone());
-        QCOMPARE(bench.phone().settings.areaCodes, before);
-    });
 }
 
 void tst_ClassicChanges::clock()

@@ -1,5 +1,4 @@
-// kalmoctl exports the list of a handset in real time, with the template that lies beside the program, and
-// imports into it.
+// kalmoctl exports the list of a handset in real time, with the template that lies beside the program.
 
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
@@ -43,26 +42,6 @@ private Q_SLOTS:
         QCOMPARE(workbook.out,
                  u"{\n    \"columns\": 6,\n    \"file\": \"HOME/Liste.xlsx\",\n    \"rows\": 2\n}\n"_s);
         QVERIFY(programs.contentOf(u"Liste.xlsx"_s).startsWith("PK"));
-        QCOMPARE(programs.stopHandset(), QString());
-    }
-
-    void importAndItsWayBack()
-    {
-        RunningPrograms programs;
-        const QString seed =
-            programs.makeFile(u"seed.json"_s, R"({"phonebook": [{"name": "Jörg", "number": "0171"}]})");
-        QVERIFY(programs.startHandset({u"--model"_s, u"PICASSO"_s, u"--seed"_s, seed}));
-        const QString table = programs.makeFile(
-            u"k.csv"_s, "Name;Nummer\r\nEva;0521 12\r\nJ\xF6rg;0171\r\nName that is too long;1\r\n");
-
-        const ProgramRun made =
-            programs.kalmoctl({u"-y"_s, u"phonebook"_s, u"import"_s, table, u"--skip-too-long"_s});
-        QCOMPARE(made.status, 0);
-        QVERIFY2(made.out.startsWith(u"1 entry imported, "_s), qPrintable(made.out));
-        QCOMPARE(programs.namesIn(u"phonebook"_s), (QStringList{u"Jörg"_s, u"Eva"_s}));
-
-        QCOMPARE(programs.kalmoctl({u"-y"_s, u"undo"_s}).status, 0);
-        QCOMPARE(programs.namesIn(u"phonebook"_s), QStringList{u"Jörg"_s});
         QCOMPARE(programs.stopHandset(), QString());
     }
 };
