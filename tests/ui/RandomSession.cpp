@@ -108,7 +108,7 @@ void RandomSession::note(const QString& fault)
 /// A newcomer is welcomed, others see the splash. Now and then the program begins with a file.
 void RandomSession::start()
 {
-    checkViolations(); // of the program that has ended
+    checkEnd(); // of the program before
     dialogs.endCommand();
     m_flow.reset();
     test.sy = m_fresh;
@@ -120,6 +120,7 @@ void RandomSession::start()
     m_flow->begin();
     m_hasClosed = false;
     m_isDisturbed = m_isFaulty;
+    m_beganInData = port.handset().isInDataMode();
     ++m_starts;
 }
 
@@ -170,10 +171,20 @@ void RandomSession::leave()
         if (isIdle() && m_window && m_window->isVisible())
             m_window->close();
     }
-    if (isOpen())
+    if (isOpen()) {
         note(u"the program does not end: "_s + RandomUser::nameOfFront());
-    else
+    } else {
+        checkEnd();
         m_flow.reset();
+    }
+}
+
+/// A program leaves the phone able to take commands.
+void RandomSession::checkEnd()
+{
+    checkViolations();
+    if (!m_isDisturbed && !m_beganInData && port.handset().isInDataMode())
+        note(u"the phone was left in its data mode"_s);
 }
 
 /// Looks at the phone between two acts of the user. What the user does next may meet a dead phone.

@@ -49,6 +49,7 @@ private:
     void start();
     void turn();
     void leave();
+    void checkEnd();
     void findWindow();
     void beforeAct();
     void disturbPhone();
@@ -74,6 +75,7 @@ private:
     bool m_isLeaving = false;
     bool m_isFaulty = false;    // the phone, now
     bool m_isDisturbed = false; // the session with it, since the program was started
+    bool m_beganInData = false; // the phone, with that program
     qsizetype m_violations = 0; // that were looked at
     QStringList m_before;       // the phone before the session
     QStringList m_held;         // the phone at the last look

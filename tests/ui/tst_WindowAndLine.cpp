@@ -372,6 +372,11 @@ void tst_WindowAndLine::anotherPhoneIsReadAgain()
         const toolkit::ListRows& list = *open.list("lvwTB").rows();
         open.window.hide();
         open.window.forgetPhone();
+        const int kept = list.count();
+        open.window.show();
+        open.window.hide(); // at once, for the settings
+        QCoreApplication::processEvents();
+        QCOMPARE(list.count(), kept);
         open.window.show();
         QCoreApplication::processEvents();
         if (front != u"TB"_s) {

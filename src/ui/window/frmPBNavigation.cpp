@@ -299,9 +299,12 @@ void frmPB::showEvent(QShowEvent* event)
     QMetaObject::invokeMethod(this, &frmPB::firstShown, Qt::QueuedConnection);
 }
 
+/// A window that the user has left by then, for the settings, reads when it is shown again: from there a
+/// search may begin at any time.
 void frmPB::firstShown()
 {
-    if (m_sta->isBusy())
+    m_wasShown = isVisible();
+    if (m_sta->isBusy() || !isVisible())
         return;
     if (m_fraSounds)
         m_fraSounds->load();
