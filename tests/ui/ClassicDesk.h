@@ -5,9 +5,8 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/RawReplies.h"
 #include "support/ClassicPhone.h"
+#include "ui/TestProgram.h"
 #include "ui/window/ClassicWriting.h"
-
-#include <QDir>
 
 namespace kalmo::tests {
 
@@ -37,9 +36,10 @@ struct Desk : ClassicPhone
         fill(wanted);
         memory.TbDirty = true;
     }
-    void knows(Certainty how, qint64 secondsAgo = 0)
+    Desk& knows(Certainty how = Certainty::Known, qint64 secondsAgo = 0)
     {
         knows(held, {"^WSRE: 4,Held,1,1,0,", "^WSRE: 3,Too,1,2,0,"}, how, secondsAgo);
+        return *this;
     }
     void knows(const std::vector<ClassicEntry>& entries, const QByteArrayList& replies,
                Certainty how = Certainty::Known, qint64 secondsAgo = 0)
@@ -87,11 +87,9 @@ struct Desk : ClassicPhone
     }
     Desk& ask(const QString& text, Answer answer)
     {
-        test.dialogs.expect({.text = text + u"\n\nTrotzdem schreiben?"_s,
-                             .buttons = Buttons::YesNo,
-                             .icon = Icon::Exclamation,
-                             .defaultButton = Answer::No},
-                            answer);
+        auto asked = question(text + u"\n\nTrotzdem schreiben?"_s);
+        asked.icon = Icon::Exclamation;
+        test.dialogs.expect(asked, answer);
         return *this;
     }
     Desk& tell(const QString& text)

@@ -5,15 +5,6 @@
 #include "ui/panels/fraFFS.h"
 #include "ui/TestProgram.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QLineEdit>
-#include <QMenu>
-#include <QTest>
-#include <QTimer>
-#include <QToolBar>
-
 #include <algorithm>
 
 namespace kalmo::tests {

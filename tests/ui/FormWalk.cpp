@@ -1,24 +1,7 @@
 #include "ui/FormWalk.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAccessible>
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QHash>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QProgressBar>
-#include <QScreen>
-#include <QStyle>
-#include <QTest>
-#include <QTextEdit>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <cmath>

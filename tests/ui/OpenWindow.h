@@ -2,25 +2,14 @@
 
 #include "ui/lists/RowsView.h"
 #include "ui/TestProgram.h"
+#include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
 #include "ui/window/PanelStack.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QLabel>
-#include <QStackedLayout>
-#include <QTest>
-
 namespace kalmo::tests {
 
 using namespace Qt::StringLiterals;
-
-inline toolkit::Message question(const QString& text, Answer defaultButton = Answer::No)
-{
-    return {.text = text, .buttons = Buttons::YesNo, .icon = Icon::Question, .defaultButton = defaultButton};
-}
 
 /// The main window, with an emulated handset on its line.
 struct OpenWindow : TestProgram
@@ -35,7 +24,12 @@ struct OpenWindow : TestProgram
         QCoreApplication::processEvents();
     }
 
-    void press(const char* key) { child<QAction>(window, key).trigger(); }
+    /// Clicks a button of the toolbar.
+    void press(const char* key)
+    {
+        auto& bar = child<QToolBar>(window, "tlb");
+        QTest::mouseClick(bar.widgetForAction(&child<QAction>(window, key)), Qt::LeftButton);
+    }
     ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
     QString front()
     {
@@ -53,6 +47,10 @@ struct OpenWindow : TestProgram
                 keys += row.key.first(2);
         }
         return keys;
+    }
+    void expectUnsavedChanges(Answer answer)
+    {
+        test.dialogs.expect(question(ui::unsavedChangesText(phonedata::Store::Phonebook)), answer);
     }
     void deleteFirst(const char* name)
     {

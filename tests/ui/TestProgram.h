@@ -5,8 +5,8 @@
 #include "support/TestContext.h"
 #include "ui/Program.h"
 
-#include <QApplication>
-#include <QWidget>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace kalmo::tests {
 
@@ -42,6 +42,16 @@ struct RecordedDesktop : app::Desktop
     }
 };
 
+/// A question that a user who presses Enter answers with No.
+inline toolkit::Message question(const QString& text, const QString& title = QStringLiteral("Kalmo"))
+{
+    return {.text = text,
+            .title = title,
+            .buttons = Buttons::YesNo,
+            .icon = Icon::Question,
+            .defaultButton = Answer::No};
+}
+
 /// The services of the forms, made of fakes, and an emulated handset on the line. The script of
 /// `test.dialogs` answers the boxes, unless there is another user.
 struct TestProgram
@@ -54,6 +64,12 @@ struct TestProgram
     {
         test.sy.PhoneType = port.handset().phone().family.number;
         test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
+    }
+
+    /// A question with a text that begins like this.
+    void expectQuestion(const QString& start, Answer answer)
+    {
+        test.dialogs.expectStart(start, Buttons::YesNo, answer);
     }
 
     TestContext test;
@@ -87,6 +103,12 @@ Widget& child(const QObject& form, const char* name)
     if (!found)
         qFatal("no %s", name);
     return *found;
+}
+
+/// Clicks a button of a form.
+inline void click(const QObject& form, const char* button)
+{
+    QTest::mouseClick(&child<QAbstractButton>(form, button), Qt::LeftButton);
 }
 
 } // namespace kalmo::tests

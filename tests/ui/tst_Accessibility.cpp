@@ -27,21 +27,6 @@
 #include "ui/window/AboutBox.h"
 #include "ui/window/frmPB.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A program with one of its forms, and what keeps it alive.
@@ -178,14 +163,13 @@ void makeWindow(Shown& shown)
 
 void askQuestion(Shown&)
 {
-    ui::QtDialogs().Show({.text = u"1 Einträge wirklich löschen?"_s,
-                          .buttons = toolkit::Buttons::YesNoCancel,
-                          .icon = toolkit::Icon::Question});
+    ui::QtDialogs().Show(
+        {.text = u"1 Einträge wirklich löschen?"_s, .buttons = Buttons::YesNoCancel, .icon = Icon::Question});
 }
 
 void tellMessage(Shown&)
 {
-    ui::QtDialogs().Show({.text = u"Datei gespeichert."_s, .icon = toolkit::Icon::Information});
+    ui::QtDialogs().Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
 }
 
 void openAboutBox(Shown& shown)

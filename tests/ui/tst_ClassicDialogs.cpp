@@ -6,12 +6,6 @@
 #include "ui/lists/RowsView.h"
 #include "ui/TestProgram.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
-
 using phonedata::ClassicEntry;
 using phonedata::ProviderEntry;
 using Entries = std::vector<ClassicEntry>;
@@ -23,7 +17,7 @@ class ClassicDialogs : public QObject
     static void save(TestProgram& made, QDialog& form, const QString& complaint = {})
     {
         if (!complaint.isEmpty())
-            made.test.dialogs.expect({.text = complaint, .icon = toolkit::Icon::Information});
+            made.test.dialogs.expect(Icon::Information, complaint);
         child<QPushButton>(form, "cmdSpeicher").click();
     }
 
@@ -108,7 +102,7 @@ void ClassicDialogs::badTimeChangesNothing()
     auto& time = child<QComboBox>(form, "cmbTime");
     time.setFocus();
     time.setCurrentText(u"24:00"_s);
-    made.test.dialogs.expect({.text = badTime, .icon = toolkit::Icon::Information});
+    made.test.dialogs.expect(Icon::Information, badTime);
     QTest::keyClick(&time, Qt::Key_Tab);
     QCoreApplication::processEvents();
     QVERIFY(time.hasFocus());
@@ -130,15 +124,9 @@ void ClassicDialogs::escapeKeepsChanges()
     TestProgram made(u"WOODY"_s);
     const auto list = phonedata::makePhonebookRows();
     list->add(phonedata::toRow(ClassicEntry{.name = u"A"_s, .number = u"1"_s}));
-    const auto expectQuestion = [&](toolkit::Answer answer) {
-        made.test.dialogs.expect({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
-                                          u"Sollen sie verworfen werden?"_s,
-                                  .title = u"Kalmo - Telefonbuch"_s,
-                                  .buttons = toolkit::Buttons::YesNo,
-                                  .icon = toolkit::Icon::Question,
-                                  .defaultButton = toolkit::Answer::No},
-                                 answer);
-    };
+    const auto asked =
+        question(u"Ihre Änderungen sind noch nicht gespeichert.\n\nSollen sie verworfen werden?"_s,
+                 u"Kalmo - Telefonbuch"_s);
     ui::frmTBentry form(made.program, *list);
     form.Form_Present(0);
     form.show();
@@ -147,14 +135,14 @@ void ClassicDialogs::escapeKeepsChanges()
     form.show();
     auto& name = child<QLineEdit>(form, "txtName");
     QTest::keyClicks(&name, u"nna"_s);
-    expectQuestion(toolkit::Answer::No);
+    made.test.dialogs.expect(asked, Answer::No);
     QTest::keyClick(&name, Qt::Key_Escape);
     QVERIFY(form.isVisible());
-    expectQuestion(toolkit::Answer::No);
+    made.test.dialogs.expect(asked, Answer::No);
     form.close();
     QVERIFY(form.isVisible());
     QCOMPARE(name.text(), u"Anna"_s);
-    expectQuestion(toolkit::Answer::Yes);
+    made.test.dialogs.expect(asked, Answer::Yes);
     QTest::keyClick(&name, Qt::Key_Escape);
     QVERIFY(!form.isVisible());
     QCOMPARE(list->text(0, 0), u"A"_s);

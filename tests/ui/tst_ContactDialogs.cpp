@@ -5,13 +5,6 @@
 #include "ui/forms/frmVorwahl.h"
 #include "ui/TestProgram.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
-
 namespace {
 
 struct Contacts : TestProgram
@@ -63,9 +56,9 @@ void ContactDialogs::newContact()
     child<QComboBox>(made.form, "cmbGebuTime").setCurrentText(u"07:05"_s);
     made.field("txtVorname").setText(u"€"_s);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        made.test.dialogs.expectStart(u"Das Telefon gibt diese Zeichen möglicherweise nicht so zurück, wie "
-                                      u"Sie sie eingegeben haben: €\n"_s,
-                                      toolkit::Buttons::YesNo, answer);
+        made.expectQuestion(u"Das Telefon gibt diese Zeichen möglicherweise nicht so zurück, wie "
+                            u"Sie sie eingegeben haben: €\n"_s,
+                            answer);
         made.save();
         QCOMPARE(made.list->count(), before + (answer == Answer::Yes));
     }
@@ -144,13 +137,10 @@ void ContactDialogs::numbersAreChecked()
     QTest::keyClick(&number, Qt::Key_Return); // which leaves no field
     QVERIFY(work.hasFocus() && work.text() == u"030"_s);
     QCOMPARE(made.list->count(), before);
-    made.test.dialogs.expect({.text = u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
+    made.test.dialogs.expect(question(u"Ihre Änderungen sind noch nicht gespeichert.\n\n"
                                       u"Sollen sie verworfen werden?"_s,
-                              .title = u"Kalmo - Telefonbuch"_s,
-                              .buttons = toolkit::Buttons::YesNo,
-                              .icon = Icon::Question,
-                              .defaultButton = toolkit::Answer::No},
-                             toolkit::Answer::Yes);
+                                      u"Kalmo - Telefonbuch"_s),
+                             Answer::Yes);
     QTest::keyClick(&made.form, Qt::Key_Escape);
     QCOMPARE(made.changed, QList<QVariantList>{{false}});
 }
@@ -172,8 +162,7 @@ void ContactDialogs::areaCodes()
     city.setText(u"521"_s);
     form.show();
     city.setText(u"522"_s);
-    made.test.dialogs.expectStart(u"Ihre Änderungen sind noch nicht gespeichert."_s, toolkit::Buttons::YesNo,
-                                  Answer::No);
+    made.expectQuestion(u"Ihre Änderungen sind noch nicht gespeichert."_s, Answer::No);
     QTest::keyClick(&form, Qt::Key_Escape);
     QVERIFY(form.isVisible());
     city.setText(u"521"_s);

@@ -11,17 +11,7 @@
 #include "ui/controls/WheelGuard.h"
 #include "ui/TestProgram.h"
 
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QCalendarWidget>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSignalSpy>
 #include <qtestspontaneevent.h>
-#include <QToolButton>
-#include <QWheelEvent>
 
 using ui::MemoryGauge;
 

@@ -9,24 +9,6 @@
 #include "ui/window/frmPB.h"
 #include "ui/window/StatusArea.h"
 
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QDialog>
-#include <QDir>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
-#include <QToolBar>
-#include <QToolButton>
-
-using namespace kalmo;
-using namespace kalmo::tests;
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Leads to an entry of a menu that is open, and presses it.

@@ -7,13 +7,6 @@
 #include "ui/forms/frmExport.h"
 #include "ui/TestProgram.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
-
 namespace {
 
 const toolkit::Message succeeded{.text = u"Export erfolgreich abgeschlossen."_s, .icon = Icon::Information};
@@ -140,14 +133,11 @@ void ExportDialog::exportsByKeys()
         dialog.at<QWidget>(choice).setFocus();
         QTest::keyClick(&dialog.at<QWidget>(choice), Qt::Key_Space);
     }
-    dialog.made.test.dialogs.expect({.text =
-                                         u"Kalmo merkt sich Ihre neuen Einstellungen erst beim Export.\n\n"
-                                         u"Sollen sie verworfen werden?"_s,
-                                     .title = form.windowTitle(),
-                                     .buttons = toolkit::Buttons::YesNo,
-                                     .icon = Icon::Question,
-                                     .defaultButton = toolkit::Answer::No},
-                                    toolkit::Answer::No);
+    dialog.made.test.dialogs.expect(
+        question(u"Kalmo merkt sich Ihre neuen Einstellungen erst beim Export.\n\n"
+                 u"Sollen sie verworfen werden?"_s,
+                 form.windowTitle()),
+        Answer::No);
     QTest::keyClick(&columns, Qt::Key_Escape);
     QVERIFY(form.isVisible());
     dialog.made.test.dialogs.expect(succeeded);

@@ -1,26 +1,8 @@
-// The file system panel against the emulated handset: its list, its keys and what it does with a silent
-// phone.
+// The file system panel against the emulated handset: its list and its keys.
 
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 #include "ui/FilePanel.h"
-
-#include <QApplication>
-#include <QDirIterator>
-#include <QHeaderView>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-
-namespace {
-
-QString storedFile(const QString& folder, const QString& name)
-{
-    QDirIterator files(folder, {name}, QDir::Files, QDirIterator::Subdirectories);
-    return files.hasNext() ? files.next() : QString();
-}
-
-} // namespace
 
 class FileSystemPanel : public QObject
 {
@@ -28,20 +10,17 @@ class FileSystemPanel : public QObject
 
 private Q_SLOTS:
     void foldersAndFiles();
-    void aSilenceEndsOneCommandOnly();
     void theListSaysItsState();
     void nothingIsDoneInAnUnknownFolder();
-    void searchNarrowsTheList();
     void keysOfTheList();
     void foldersThatCanNotBeMade();
-    void keysWithASilentPhone();
 };
 
 void FileSystemPanel::foldersAndFiles()
 {
     FilePanel made(u"Pictures"_s);
     made.enter(u"FOL_Urlaub 2026"_s);
-    QCOMPARE(child<QLineEdit>(made.panel, "txtFFscDirAct").text(), u"Mobile:\\Pictures\\Urlaub 2026"_s);
+    QCOMPARE(made.path(), u"Mobile:\\Pictures\\Urlaub 2026"_s);
     QCOMPARE(made.shown(), u"FIL_Stufen.jpg ROT_ CDU_"_s);
     made.enter(u"CDU_"_s);
     QVERIFY(made.shown().contains(u"FOL_Urlaub 2026"_s));
@@ -66,20 +45,6 @@ void FileSystemPanel::foldersAndFiles()
     const QString copy = made.test.storage + u"/config/temp/Film.3gp"_s;
     QCOMPARE(made.desktop.opened, QStringList{u' ' + copy});
     QVERIFY(QFileInfo(copy).size() > 0);
-}
-
-void FileSystemPanel::aSilenceEndsOneCommandOnly()
-{
-    FilePanel made(u"Sounds"_s);
-    made.select({u"FIL_Piep.wav"_s});
-    made.port.handset().setFaults({.lateBy = 25.2, .lateRequestAt = 1});
-    made.expectTarget();
-    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                obex::GetFriedlyErrMsg(obex::Timeout));
-    made.save(1);
-    QCOMPARE(made.saved(), QStringList());
-    made.save(0);
-    QCOMPARE(made.saved(), QStringList{u"Piep.wav"_s});
 }
 
 /// The list itself says why it shows no files, below the rows that lead out.
@@ -118,14 +83,11 @@ void FileSystemPanel::nothingIsDoneInAnUnknownFolder()
 {
     FilePanel made(u"Sounds"_s, {}, u"S820"_s);
     made.select({u"FIL_Piep.wav"_s});
-    made.port.handset().setFaults({.refuseAt = 1});
-    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"
-                u"ReCode: 403 Forbidden - operation is understood but refused"_s);
+    made.expectRefusal(1);
     made.enter(u"CDU_"_s);
     QCOMPARE(made.shown(), u"ROT_ CDU_"_s);
-    const QString unknown = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                            obex::GetFriedlyErrMsg(obex::FolderUnknown);
-    made.expect(unknown);
+    made.expect(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                obex::GetFriedlyErrMsg(obex::FolderUnknown));
     made.press("open");
     made.press("del"); // nothing is selected that could go
     made.press("save");
@@ -137,31 +99,16 @@ void FileSystemPanel::nothingIsDoneInAnUnknownFolder()
     QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
 }
 
-void FileSystemPanel::searchNarrowsTheList()
-{
-    FilePanel made(u"Sounds"_s);
-    made.show();
-    auto& field = child<QLineEdit>(made.panel, "txtSearch");
-    made.list().wantSearch();
-    QTest::keyClicks(&field, u"gong"_s);
-    QCOMPARE(made.list().shownRows(), 1);
-    QTest::keyClick(&field, Qt::Key_Backspace); // a letter, not a folder
-    QCOMPARE(child<QLineEdit>(made.panel, "txtFFscDirAct").text(), u"Mobile:\\Sounds"_s);
-    QTest::keyClick(&field, Qt::Key_Down);
-    QVERIFY(made.list().hasFocus());
-    QCOMPARE(made.current(), u"FIL_Gong.mid"_s);
-    QTest::keyClick(&made.list(), Qt::Key_Backspace);
-    QCOMPARE(field.text(), QString());
-    QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
-}
-
 void FileSystemPanel::keysOfTheList()
 {
     FilePanel made(u"Sounds"_s);
     made.show();
     made.giveName(u"Neu"_s);
     auto& search = child<QLineEdit>(made.panel, "txtSearch");
-    search.setFocus();
+    made.list().wantSearch();
+    QTest::keyClicks(&search, u"gong"_s);
+    QTest::keyClick(&search, Qt::Key_Backspace); // a letter, not a folder
+    QCOMPARE(made.path() + QString::number(made.list().shownRows()), u"Mobile:\\Sounds1"_s);
     QTest::keyClick(&search, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(made.current(), u"FOL_Neu"_s);
     QCOMPARE(made.status(), u"Ordner Neu angelegt."_s);
@@ -209,11 +156,12 @@ void FileSystemPanel::foldersThatCanNotBeMade()
         }
     }
     // Without a record nothing is changed, and one that lacks its end is reported.
-    const QString record = storedFile(made.test.storage, u"1.record"_s);
+    QDirIterator record(made.test.storage, {u"1.record"_s}, QDir::Files, QDirIterator::Subdirectories);
     const std::pair<int, QString> disks[] = {
         {100, u"Im Telefon wurde nichts geändert, weil der bisherige Stand auf diesem Computer nicht "
               "gesichert werden konnte.\n\n"_s},
-        {static_cast<int>(QFileInfo(record).size()) - 1, u"Der frühere Stand ist gesichert. Das Ergebnis"_s},
+        {static_cast<int>(record.nextFileInfo().size()) - 1,
+         u"Der frühere Stand ist gesichert. Das Ergebnis"_s},
     };
     for (const auto& [room, text] : disks) {
         made.giveName(u"Neu"_s);
@@ -223,30 +171,6 @@ void FileSystemPanel::foldersThatCanNotBeMade()
     }
     QVERIFY(made.shown().contains(u"FOL_Neu"_s)); // of the second try
     QCOMPARE(made.dialogs, 9);
-}
-
-/// Each key brings one box, and the list stays as it was read.
-void FileSystemPanel::keysWithASilentPhone()
-{
-    FilePanel made(u"Sounds"_s);
-    made.show();
-    const QString list = made.shown();
-    made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Gong.mid"_s));
-    const QString silence = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:"_s;
-    made.port.handset().setFaults({.silentFrom = 1});
-    made.giveName(u"Anders.mid"_s);
-    made.test.dialogs.expectStart(silence);
-    made.key(Qt::Key_F2);
-    QCOMPARE(made.dialogs, 1);
-    QCOMPARE(made.current(), u"FIL_Gong.mid"_s);
-    made.test.dialogs.expectStart(silence);
-    made.key(Qt::Key_Delete);
-    made.test.dialogs.expectStart(silence);
-    made.key(Qt::Key_Backspace);
-    QCOMPARE(made.shown(), list);
-    made.port.handset().setFaults({});
-    made.key(Qt::Key_F5); // connects again
-    QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
 }
 
 KALMO_TEST(FileSystemPanel)

@@ -1,15 +1,8 @@
 // Transfers of the file system panel: their effects on the files in the phone and on the disk.
 
 #include "support/HandsetMemory.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/FileTransfers.h"
-
-#include <QAbstractButton>
-#include <QDialogButtonBox>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QRegularExpression>
 
 #include "app/Files.h"
 #include "app/SettingsKeys.h"
@@ -20,9 +13,6 @@
 #include "ui/panels/BatchDisplay.h"
 #include "ui/panels/Thumbnails.h"
 #include <algorithm>
-
-using namespace kalmo;
-using namespace kalmo::tests;
 
 namespace {
 
@@ -85,8 +75,7 @@ void FileTransfers::downloads()
         larger.setFaults({.surplusAt = request});
         if (!isOpened)
             larger.expectTarget();
-        larger.test.dialogs.expectStart(u"Die Datei \"%1\" ist nicht vollständig angekommen: "_s.arg(name),
-                                        Buttons::YesNo, answer);
+        larger.expectQuestion(u"Die Datei \"%1\" ist nicht vollständig angekommen: "_s.arg(name), answer);
         if (isOpened) {
             larger.inDialog(u"frmMmc_View"_s, [](QWidget& view) { view.close(); });
             larger.enter(u"FIL_"_s + name);
@@ -287,11 +276,8 @@ void FileTransfers::filesFromTheDesktop()
 
     for (const auto answer : {Answer::No, Answer::Yes}) {
         made.test.dialogs.expect(
-            {.text = u"Die Dateien sind noch nicht übertragen.\n\nSollen Ihre Angaben verworfen werden?"_s,
-             .title = u"Zum Telefon übertragen"_s,
-             .buttons = Buttons::YesNo,
-             .icon = Icon::Question,
-             .defaultButton = Answer::No},
+            question(u"Die Dateien sind noch nicht übertragen.\n\nSollen Ihre Angaben verworfen werden?"_s,
+                     u"Zum Telefon übertragen"_s),
             answer);
     }
     bool stayed = false;
@@ -507,9 +493,8 @@ void FileTransfers::theListingDecidesAboutAnEarlyEnd()
                                               "Eine Kopie der bisherigen Datei liegt hier:"_s);
             else
                 made.test.dialogs.expect(
-                    {.text =
-                         u"Die Datei \"Eis.L22\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s,
-                     .icon = Icon::Information});
+                    Icon::Information,
+                    u"Die Datei \"Eis.L22\" ist vollständig im Telefon: Es führt sie mit 840 Bytes."_s);
             made.press("open");
             QCOMPARE(made.status().startsWith(u"1 vielleicht gesendet."_s), isCutOff && replaces);
         }

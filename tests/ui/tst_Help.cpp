@@ -8,18 +8,6 @@
 #include "ui/panels/fraAd.h"
 #include "ui/TestProgram.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QFile>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QTextBrowser>
-#include <QTimer>
-#include <QTreeWidget>
-
 #include <limits>
 
 /// The parts around the program's own work: help, sponsors, icons, boxes.

@@ -8,19 +8,6 @@
 #include "ui/import/PreviewModel.h"
 #include "ui/TestProgram.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDir>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QTreeView>
-
 using phonedata::Store;
 
 namespace {
@@ -44,7 +31,7 @@ struct Import : TestProgram
     }
 
     QTreeView& view() { return child<QTreeView>(*form, store ? "lvwVCF" : "lvwPreview"); }
-    void click(const char* name) { QTest::mouseClick(&child<QPushButton>(*form, name), Qt::LeftButton); }
+    void click(const char* name) { tests::click(*form, name); }
     /// Chooses a file by the button's menu.
     void open(const QByteArray& bytes, const QString& name = u"a.csv"_s, const QString& box = {})
     {
@@ -150,7 +137,7 @@ private Q_SLOTS:
                  (QStringList{u"Meier|030|24.12  08:30|Optisch||"_s, u"Siebzehn Zeichen|2||||"_s}));
         QVERIFY(made.memory.TbDirty && !made.memory.NeDirty);
         QCOMPARE(added.count(), 1);
-        child<QRadioButton>(*made.form, "optDest1").click();
+        made.click("optDest1");
         made.test.dialogs.expect(transfer::messageOfTakenEntries());
         made.click("cmdImport");
         QCOMPARE(rowsOf(*made.providers), (QStringList{u"Meier|030"_s, u"Siebzehn Zeichen|2"_s}));
@@ -202,19 +189,19 @@ private Q_SLOTS:
         Import made(u"PICASSO"_s);
         made.open("\"Name\",\"Nummer\"\r\n\"M\xFCller\",\"+49 30\"\r\n");
         QVERIFY(child<QCheckBox>(*made.form, "chkCsvImportUmklammernd").isChecked());
-        child<QCheckBox>(*made.form, "chk49_00").click();
+        made.click("chk49_00");
         QCOMPARE(made.rows().last(), u"x Müller|+4930|"_s);
-        child<QCheckBox>(*made.form, "chkPreviewAutoRefresh").click();
-        child<QCheckBox>(*made.form, "chkAmt").click();
+        made.click("chkPreviewAutoRefresh");
+        made.click("chkAmt");
         QCOMPARE(made.rows().last(), u"x Müller|+4930|"_s);
         made.click("cmdRefresh");
         QCOMPARE(made.rows().last(), u"x Müller|0+4930|"_s);
         child<QComboBox>(*made.form, "cmbCsvSep").setCurrentIndex(1); // rebuilds always
         QCOMPARE(made.rows().last(), u"- Müller,+49 30||"_s);
-        child<QCheckBox>(*made.form, "chkCsvImportUmklammernd").click();
+        made.click("chkCsvImportUmklammernd");
         QCOMPARE(made.rows().last(), u"- \"Müller\",\"+49 30\"||"_s);
-        made.test.dialogs.expectStart(u"Bitte geben Sie für die Amtsholung einen Wert"_s,
-                                      toolkit::Buttons::Ok, Answer::Ok);
+        made.test.dialogs.expectStart(u"Bitte geben Sie für die Amtsholung einen Wert"_s, Buttons::Ok,
+                                      Answer::Ok);
         child<QLineEdit>(*made.form, "txtAmt").setText(u"x"_s);
         made.click("cmdImport");
     }
@@ -264,13 +251,10 @@ private Q_SLOTS:
         Import made(u"PICASSO"_s);
         made.open(table);
         made.tick(0);
-        const toolkit::Message question{.text = u"Sie haben Ihre Auswahl noch nicht importiert.\n\n"
-                                                u"Soll sie verworfen werden?"_s,
-                                        .title = made.form->windowTitle(),
-                                        .buttons = toolkit::Buttons::YesNo,
-                                        .icon = toolkit::Icon::Question,
-                                        .defaultButton = toolkit::Answer::No};
-        made.test.dialogs.expect(question, toolkit::Answer::No);
+        const auto asked = question(u"Sie haben Ihre Auswahl noch nicht importiert.\n\n"
+                                    u"Soll sie verworfen werden?"_s,
+                                    made.form->windowTitle());
+        made.test.dialogs.expect(asked, Answer::No);
         QTest::keyClick(&made.view(), Qt::Key_Escape);
         QVERIFY(made.form->isVisible());
         made.tick(0); // as it was
@@ -278,11 +262,16 @@ private Q_SLOTS:
         QVERIFY(!made.form->isVisible());
     }
 
-    /// A long preview keeps the window painted, and ends by the button or with the dialog.
-    void longPreview()
+    /// A long preview or address book keeps the window painted, and ends by the button or with the dialog.
+    void longFiles()
     {
-        for (const bool closes : {false, true}) {
-            Import made(u"PICASSO"_s);
+        const QByteArray text = "Name;Nummer\n" + QByteArray("Meier;030\n").repeated(200'000);
+        const QByteArray card = "BEGIN:VCARD\nTEL:1\n" + QByteArray("NOTE:\n").repeated(10) + "END:VCARD\n";
+        const Rows<bool, bool> rows{{"a text, stopped", false, false},
+                                    {"a text, closed", false, true},
+                                    {"a book, stopped", true, false}};
+        rows.each([&](bool isBook, bool closes) {
+            Import made(u"PICASSO"_s, isBook ? ui::ImportFrom::AddressBook : ui::ImportFrom::File);
             auto& cancel = child<QAbstractButton>(*made.form, "chkCancel");
             const auto& bar = child<QWidget>(*made.form, "prg");
             QStringList seen;
@@ -297,38 +286,20 @@ private Q_SLOTS:
                     cancel.click();
             });
             user.start(0);
-            made.open("Name;Nummer\n" + QByteArray("Meier;030\n").repeated(200'000));
-            QCOMPARE(seen, QStringList(u"progress"_s));
+            if (isBook)
+                made.expectBook(made.test.makeFile(u"a.vcf"_s, card.repeated(99'000)));
+            else
+                made.open(text);
+            QTRY_COMPARE(seen, QStringList(u"progress"_s));
+            QTRY_VERIFY(!cancel.isVisible());
             QCOMPARE(made.rows(), QStringList());
             QCOMPARE(made.form->isVisible(), !closes);
-            if (closes)
-                continue;
-            QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(), u"Die Vorschau wurde abgebrochen."_s);
-            made.open(table);
-            QCOMPARE(made.rows().size(), 3);
-        }
-    }
-
-    /// A long address book is stopped like a long preview.
-    void longBook()
-    {
-        Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
-        auto& cancel = child<QAbstractButton>(*made.form, "chkCancel");
-        int stopped = 0;
-        QTimer user;
-        connect(&user, &QTimer::timeout, made.form.get(), [&] {
-            if (cancel.isVisible() && stopped++ == 0)
-                cancel.click();
+            if (isBook)
+                QCOMPARE(child<QLineEdit>(*made.form, "txtWabPath").text(),
+                         u"Bitte Adressbuch auswählen..."_s);
+            else if (!closes)
+                QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(), u"Die Vorschau wurde abgebrochen."_s);
         });
-        user.start(0);
-        made.expectBook(made.test.makeFile(
-            u"a.vcf"_s,
-            ("BEGIN:VCARD\nTEL:1\n" + QByteArray("NOTE:\n").repeated(10) + "END:VCARD\n").repeated(99'000)));
-        QTRY_COMPARE(stopped, 1);
-        QTRY_VERIFY(!cancel.isVisible());
-        QCOMPARE(made.rows(), QStringList());
-        QVERIFY(made.form->isVisible());
-        QCOMPARE(child<QLineEdit>(*made.form, "txtWabPath").text(), u"Bitte Adressbuch auswählen..."_s);
     }
 
     /// Nothing else can be used before an import that was closed at once has ended.
@@ -396,7 +367,7 @@ private Q_SLOTS:
         Import made(u"PICASSO"_s, ui::ImportFrom::AddressBook);
         made.expectBook(made.test.makeFile(u"a.wab"_s, book.bytes()));
         QTRY_COMPARE(made.rows(), (QStringList{u"x Müller, J P|030|"_s, u"x Müller, J H|0170|"_s}));
-        child<QCheckBox>(*made.form, "chkProcessNr1").click();
+        made.click("chkProcessNr1");
         child<QLineEdit>(*made.form, "txtEnd0").setText(u"^x"_s);
         QCOMPARE(made.rows(), QStringList(u"x Müller, Jx|030|"_s));
         QVERIFY(!child<QComboBox>(*made.form, "cmbCount11").isEnabled());

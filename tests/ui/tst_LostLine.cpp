@@ -6,12 +6,6 @@
 #include "ui/NotedBoxes.h"
 #include "ui/OpenWindow.h"
 
-#include <QDialog>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QToolButton>
-
 namespace {
 
 enum class Loss { Gone, Silent };
@@ -54,7 +48,7 @@ struct LostWindow : private NotedBoxes, OpenWindow
         if (!act.key.isEmpty())
             QTest::keySequence(&window, act.key);
         if (act.button)
-            QTest::mouseClick(&child<QPushButton>(window, act.button), Qt::LeftButton);
+            click(window, act.button);
         if (!act.toNode.isEmpty())
             window.goTo(act.toNode);
     }
@@ -147,9 +141,9 @@ void LostLine::eachSectionStaysInOrder()
             QCOMPARE(open.state(), lost + u", 1 boxes"_s);
         }
         QVERIFY2(open.status().endsWith(open.connection().toolTip()), qPrintable(open.status()));
-        auto& search = child<QToolButton>(open.window, "cmdReconnect");
+        const auto& search = child<QToolButton>(open.window, "cmdReconnect");
         QVERIFY(search.isVisible());
-        QTest::mouseClick(&search, Qt::LeftButton);
+        click(open.window, "cmdReconnect");
         QCOMPARE(open.state(), QString(lost).remove(u", offen"_s) + u", 0 boxes"_s);
         QVERIFY(searched.size() == 1 && !open.window.isVisible());
         open.findAgain();

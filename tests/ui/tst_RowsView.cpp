@@ -7,16 +7,8 @@
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
 
-#include <QClipboard>
-#include <QDir>
-#include <QHeaderView>
-#include <QHelpEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QStyleHints>
-#include <QTemporaryDir>
-#include <QToolTip>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <algorithm>
 

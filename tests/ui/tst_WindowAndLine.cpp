@@ -1,21 +1,9 @@
 // The main window while the phone is busy, silent or in data mode: every way out leaves the line in order.
 
 #include "support/ObexClient.h"
-#include "support/Rows.h"
 #include "support/TestProgram.h"
 #include "ui/lists/ListState.h"
 #include "ui/OpenWindow.h"
-#include "ui/window/ClassicWords.h"
-
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QToolBar>
-#include <QToolButton>
 
 namespace {
 
@@ -39,14 +27,11 @@ private Q_SLOTS:
     void aDeafPhoneHoldsNobodyUp();
     void closingWaitsForAWrite();
     void closingQuestionOutlivesARead();
-    void escapeCancelsARead_data();
-    void escapeCancelsARead();
+    void closingQuestionCancelsARead();
     void channelIsRemindedOf();
     void filesComeBackBehindCommands();
     void filesHaveKeysOfTheirOwn();
-    void stoppedListingKeepsTheFiles_data();
     void stoppedListingKeepsTheFiles();
-    void connectionIsShown();
     void failuresLeaveWholeLists();
     void anotherPhoneIsReadAgain();
     void stoppedDeletionIsCounted();
@@ -126,9 +111,8 @@ void tst_WindowAndLine::closingWaitsForAWrite()
     };
     open.test.clock.after(6, [&] { answer(QMessageBox::No); });
     open.test.clock.after(8, [&] { answer(QMessageBox::Yes); });
-    open.test.dialogs.expectStart(
-        u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s, Buttons::YesNo,
-        Answer::Yes);
+    open.expectQuestion(u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s,
+                        Answer::Yes);
     open.press("write");
     QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
     QCoreApplication::processEvents();
@@ -148,36 +132,22 @@ void tst_WindowAndLine::closingQuestionOutlivesARead()
     QVERIFY(!QGuiApplication::overrideCursor() && open.window.isVisible());
 }
 
-void tst_WindowAndLine::escapeCancelsARead_data()
+void tst_WindowAndLine::closingQuestionCancelsARead()
 {
-    QTest::addColumn<bool>("byQuestion");
-    QTest::addRow("key") << false;
-    QTest::addRow("question of a closing window") << true;
-}
-
-void tst_WindowAndLine::escapeCancelsARead()
-{
-    QFETCH(bool, byQuestion);
     OpenWindow open(u"WOODSTOCK"_s);
-    open.test.clock.after(1.5, [&open, byQuestion] {
-        QVERIFY(!open.list("lvwTB").isEnabled());
-        QVERIFY(child<QWidget>(open.window, "chkCancel").isVisible());
+    open.test.clock.after(1.5, [&open] {
+        QVERIFY(!open.list("lvwTB").isEnabled() && child<QWidget>(open.window, "chkCancel").isVisible());
         open.window.goTo(u"DIV"_s); // a click that comes all the same
-        if (byQuestion) {
-            open.window.close();
-            for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>()) {
-                if (button->text() == u"Nur &abbrechen"_s)
-                    QTest::keyClick(button, Qt::Key_Space);
-            }
-        } else {
-            QTest::keyClick(&open.window, Qt::Key_Escape);
+        open.window.close();
+        for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>()) {
+            if (button->text() == u"Nur &abbrechen"_s)
+                QTest::keyClick(button, Qt::Key_Space);
         }
     });
     open.window.goTo(u"TB"_s);
     QVERIFY(open.window.isVisible() && !QApplication::activeModalWidget());
     QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
-    QCOMPARE(open.list("lvwTB").rows()->count(), 0);
-    QVERIFY(open.list("lvwTB").isEnabled());
+    QVERIFY(open.list("lvwTB").isEnabled() && open.list("lvwTB").rows()->count() == 0);
     open.window.goTo(u"TB"_s); // never read, so it is read now
     QCOMPARE(static_cast<size_t>(open.list("lvwTB").rows()->count()), open.entriesInPhone());
 }
@@ -198,15 +168,11 @@ void tst_WindowAndLine::filesComeBackBehindCommands()
     QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Return);
     files.setCurrent(1);
     const QString file = files.row(1).key;
-    const auto press = [&open](const char* key) {
-        auto& bar = child<QToolBar>(open.window, "tlb");
-        QTest::mouseClick(bar.widgetForAction(&child<QAction>(open.window, key)), Qt::LeftButton);
-    };
     const auto state = [&] { return open.panel() + open.node() + open.front(); };
-    press("delete"); // which has no contact to delete
+    open.press("delete"); // which has no contact to delete
     QCOMPARE(open.status(), u"Im Telefonbuch ist nichts markiert."_s);
     const auto contacts = open.contactsInPhone();
-    press("refresh");
+    open.press("refresh");
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
     QCOMPARE(child<QLineEdit>(open.window, "txtFFscDirAct").text(), u"Mobile:\\Pictures"_s);
     QCOMPARE(files.row(files.current()).key + open.status(), file + u"%1 Kontakte gelesen."_s.arg(contacts));
@@ -216,7 +182,7 @@ void tst_WindowAndLine::filesComeBackBehindCommands()
     open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there
     QCOMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
     // A new search closes the channel, and the window opens it for the phone that was found.
-    child<QToolButton>(open.window, "cmdReconnect").click();
+    click(open.window, "cmdReconnect");
     QVERIFY(!open.window.isVisible() && !open.port.handset().isInDataMode());
     open.window.forgetPhone();
     QCOMPARE(open.list("lvwFFs").model()->rowCount(), 0);
@@ -259,55 +225,31 @@ void tst_WindowAndLine::filesHaveKeysOfTheirOwn()
     QVERIFY(open.test.settings.GetIniText(u"frmPB"_s, u"lvwFFs_Columns"_s).startsWith(u"321|"_s));
 }
 
-void tst_WindowAndLine::stoppedListingKeepsTheFiles_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::addRow("folder") << u"Verzeichnis wird ausgelesen"_s;
-    QTest::addRow("room before it") << u"Freier Speicherplatz wird ermittelt"_s;
-}
-
 void tst_WindowAndLine::stoppedListingKeepsTheFiles()
 {
-    QFETCH(QString, step);
-    OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
-    open.window.goTo(u"FFS"_s);
-    ui::RowsView& list = open.list("lvwFFs");
-    const int files = list.rows()->count();
-    open.stopWhen([&] { return open.status().startsWith(step); });
-    QTest::keyClick(&list, Qt::Key_F5);
-    QCOMPARE(list.rows()->count(), files);
-    QCOMPARE(open.status(), u"Das Lesen des Ordners wurde abgebrochen. Die Liste ist, wie sie war."_s);
-    list.rows()->setCurrent(0);
-    open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
-    QTest::keyClick(&list, Qt::Key_Delete);
-}
-
-void tst_WindowAndLine::connectionIsShown()
-{
-    OpenWindow open(u"SL450HX"_s);
-    open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
-    open.window.goTo(u"DIV"_s);
-    const auto& text = child<QLabel>(open.window, "lblConnection");
-    auto& search = child<QToolButton>(open.window, "cmdReconnect");
-    QCOMPARE(text.text(), u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
-    QVERIFY(search.isHidden());
-    open.port.Close();
-    open.test.dialogs.expect({.text = u"Es ist ein Übertragungsfehler aufgetreten. ... Fehlercode: AT+CGMI"_s,
-                              .icon = Icon::Exclamation});
-    open.window.goTo(u"DIV"_s);
-    QVERIFY(text.text().endsWith(u"getrennt"_s));
-    QCOMPARE(child<QLabel>(open.window, "sta_text").accessibleName(), open.status());
-    const QSignalSpy wanted(&open.window, &ui::frmPB::searchRequested);
-    QTest::mouseClick(&search, Qt::LeftButton);
-    QCOMPARE(wanted.size(), 1);
-    QVERIFY(!open.window.isVisible());
+    for (const QString& step : {u"Verzeichnis wird ausgelesen"_s, u"Freier Speicherplatz wird ermittelt"_s}) {
+        OpenWindow open(u"SL400H"_s, {.maxPacket = 255}); // so that a listing comes in several
+        open.window.goTo(u"FFS"_s);
+        ui::RowsView& list = open.list("lvwFFs");
+        const int files = list.rows()->count();
+        open.stopWhen([&] { return open.status().startsWith(step); });
+        QTest::keyClick(&list, Qt::Key_F5);
+        QCOMPARE(list.rows()->count(), files);
+        QCOMPARE(open.status(), u"Das Lesen des Ordners wurde abgebrochen. Die Liste ist, wie sie war."_s);
+        list.rows()->setCurrent(0);
+        open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
+        QTest::keyClick(&list, Qt::Key_Delete);
+    }
 }
 
 /// "Telefon nicht trennen!" is there just while a channel is open.
 void tst_WindowAndLine::channelIsRemindedOf()
 {
     OpenWindow open(u"SL450HX"_s);
+    open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
     open.window.goTo(u"FFS"_s);
+    QCOMPARE(child<QLabel>(open.window, "lblConnection").text(),
+             u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
     QVERIFY(open.window.closeChannel());
     QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
     QTest::keyClick(&open.list("lvwFFs"), Qt::Key_F5);
@@ -341,13 +283,12 @@ void tst_WindowAndLine::failuresLeaveWholeLists()
     const toolkit::ListRows& rows = *open.list("lvwTB").rows();
     open.deleteFirst("lvwTB");
     open.port.handset().setFaults({.refuseCommandAt = 1});
-    open.test.dialogs.expect(question(kalmo::ui::unsavedChangesText(phonedata::Store::Phonebook)),
-                             Answer::Yes);
+    open.expectUnsavedChanges(Answer::Yes);
     open.test.dialogs.expectStart(failed);
     open.press("read");
     QCOMPARE(rows.count(), entries - 1);
     open.port.handset().setFaults({});
-    open.test.dialogs.expectStart(u"Einträge ohne Namen im Telefon: 1."_s, Buttons::YesNo, Answer::Yes);
+    open.expectQuestion(u"Einträge ohne Namen im Telefon: 1."_s, Answer::Yes);
     open.press("write"); // and asks nothing about where the list came from
     QCOMPARE(static_cast<int>(open.entriesInPhone()), entries - 1);
 }
@@ -399,9 +340,10 @@ void tst_WindowAndLine::stoppedDeletionIsCounted()
     for (const int row : {0, 1, 2, 3})
         rows.setSelected(row, true);
     open.stopWhen([&] { return rows.count() < before; });
-    open.test.dialogs.expectStart(u"4 gewählte(n) Kontakt(e)"_s, Buttons::YesNo, Answer::Yes);
+    open.expectQuestion(u"4 gewählte(n) Kontakt(e)"_s, Answer::Yes);
     QTest::keyClick(&open.list("lvwVCF"), Qt::Key_Delete);
     QCOMPARE(static_cast<int>(open.contactsInPhone()), before - 2); // the second was on its way
+    QCOMPARE(rows.count(), before - 2);
     QCOMPARE(open.status(),
              u"2 Kontakte gelöscht, 2 nicht (abgebrochen). \"Frühere Stände\" bringt sie zurück."_s);
 }
