@@ -7,6 +7,7 @@
 #include "support/HandsetMemory.h"
 #include "ui/lists/RowsView.h"
 #include "ui/window/frmPB.h"
+#include "ui/window/VcardList.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -271,6 +272,7 @@ void RandomSession::checkRecords()
             recorded.append(record.list);
         if (record.state == operations::State::Done)
             ++m_changes;
+        m_isUncompared = m_isUncompared || record.details[u"verified"_s].isNull();
     }
     QStringList now = held();
     for (const QString& change : differences(m_held, now)) {
@@ -301,7 +303,11 @@ void RandomSession::checkLists()
     QStringList contacts;
     for (const handset::IrmcItem& item : phone.irmc[handset::ContactStore].items())
         contacts.append(item.luid + u'|' + item.fields[u"lastName"_s].toString());
-    compare("lvwVCF", {phonedata::VcfLuid, phonedata::VcfLastName}, contacts);
+    // A box said that the list shows what was sent.
+    const auto* list = m_window->findChild<ui::VcardList*>();
+    m_isUncompared = m_isUncompared && list && !list->store()->lastReading();
+    if (!m_isUncompared)
+        compare("lvwVCF", {phonedata::VcfLuid, phonedata::VcfLastName}, contacts);
 }
 
 /// An empty list is one that is not known. Contacts without a reference wait to be read again.

@@ -73,12 +73,13 @@ private:
     QPointer<ui::frmPB> m_window;
     bool m_hasClosed = false;
     bool m_isLeaving = false;
-    bool m_isFaulty = false;    // the phone, now
-    bool m_isDisturbed = false; // the session with it, since the program was started
-    bool m_beganInData = false; // the phone, with that program
-    qsizetype m_violations = 0; // that were looked at
-    QStringList m_before;       // the phone before the session
-    QStringList m_held;         // the phone at the last look
+    bool m_isFaulty = false;     // the phone, now
+    bool m_isDisturbed = false;  // the session with it, since the program was started
+    bool m_beganInData = false;  // the phone, with that program
+    bool m_isUncompared = false; // a change of the contacts, and not read since
+    qsizetype m_violations = 0;  // that were looked at
+    QStringList m_before;        // the phone before the session
+    QStringList m_held;          // the phone at the last look
     double m_lookedAt = -1;
     qint64 m_lastRecord = 0;
     int m_changes = 0;

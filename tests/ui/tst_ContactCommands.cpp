@@ -239,7 +239,9 @@ void tst_ContactCommands::doubtfulReading()
         Contacts phone(u"S68H"_s);
         phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
         phone.test.dialogs.expectStart(miscounts == 3
-                                           ? u"Das Telefon hat die Änderung bestätigt. Danach konnte"_s
+                                           ? u"Das Telefon hat die Änderung bestätigt. Danach konnte das "
+                                             u"Telefonbuch nicht vollständig zur Kontrolle gelesen werden. "
+                                             u"Die Liste zeigt, was Kalmo gesendet hat.\n\nBitte lesen"_s
                                            : u"Eintrag gespeichert."_s);
         phone.port.handset().setFaults({.miscounts = miscounts});
         tVcfEntry entry = vcfEntryFrom(phone.list->row(3));

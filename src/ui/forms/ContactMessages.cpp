@@ -92,7 +92,9 @@ void showOwnFailure(const VcardStore& store, const operations::ContactOutcome& o
     showOwnFailure(store, outcome.facts);
     if (outcome.facts.isUncompared())
         show(store, {.text = u"Das Telefon hat die Änderung bestätigt. Danach konnte das Telefonbuch nicht "
-                             u"vollständig zur Kontrolle gelesen werden."_s,
+                             u"vollständig zur Kontrolle gelesen werden. Die Liste zeigt, was Kalmo gesendet "
+                             u"hat.\n\nBitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu "
+                             u"Laden\")."_s,
                      .icon = Icon::Exclamation});
 }
 
