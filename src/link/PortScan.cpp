@@ -1,5 +1,6 @@
 #include "link/PortScan.h"
 
+#include "link/BorrowedPort.h"
 #include "link/PhoneModels.h"
 
 #include <QScopedValueRollback>
@@ -9,13 +10,10 @@ namespace kalmo::link {
 FoundAtPort scanPort(Line& line, SearchView& view, app::Desktop& desktop, int number)
 {
     app::Sy& sy = line.context().sy;
-    const QScopedValueRollback port(sy.ComNoForThisRun, number);
-    const QScopedValueRollback shownPort(sy.ComNo);
-    const QScopedValueRollback settings(sy.ComSettings);
+    const BorrowedPort port(line, number);
     const QScopedValueRollback terminator(sy.blnTxLfTerminator);
     const QScopedValueRollback identity(sy.PhoneID);
     FoundAtPort found{.number = number};
-    line.ClosePort(); // another one may be open
     PhoneSearch search(line, view, desktop);
     switch (search.runPass()) {
     case PassResult::PortNotOpened:

@@ -384,7 +384,8 @@ void Line::tellTransferError(const QByteArray& command)
         reason = u"the phone refused it"_s;
     m_context.dialogs.Show({.text = app::ResText(app::TextTransferError) + name,
                             .icon = Icon::Exclamation,
-                            .english = u"could not carry out %1: %2."_s.arg(name, reason)});
+                            .english = u"could not carry out %1: %2."_s.arg(name, reason),
+                            .about = toolkit::About::Request});
 }
 
 } // namespace kalmo::link

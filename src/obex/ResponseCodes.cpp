@@ -166,4 +166,15 @@ QString friendlyErrorEnglish(int code)
     return named(row->english.isEmpty() ? row->german : row->english);
 }
 
+toolkit::Message failureMessage(int code)
+{
+    const bool isSessionLost = code == Timeout || code == ChannelStuck || code == ChannelNotOpen;
+    return {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
+                    GetFriedlyErrMsg(code),
+            .title = app::productName(),
+            .icon = toolkit::Icon::Exclamation,
+            .english = u"could not access the phone: %1."_s.arg(friendlyErrorEnglish(code)),
+            .about = isSessionLost ? toolkit::About::LostSession : toolkit::About::Request};
+}
+
 } // namespace kalmo::obex

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/Dialogs.h"
+
 #include <QString>
 
 namespace kalmo::obex {
@@ -44,6 +46,9 @@ constexpr bool isSuccess(int code)
 QString GetFriedlyErrMsg(int code);
 /// Does the same in English, as a part of a sentence.
 QString friendlyErrorEnglish(int code);
+
+/// The box about a request that ended with a code.
+toolkit::Message failureMessage(int code);
 
 /// A code as its 16 bits in hex, without leading zeros.
 QString hexCode(int code);

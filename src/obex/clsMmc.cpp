@@ -1,12 +1,10 @@
 #include "obex/clsMmc.h"
 
-#include "app/Version.h"
 #include "obex/clsMmcOperation.h"
 
 namespace kalmo::obex {
 
 using namespace Qt::StringLiterals;
-using toolkit::Icon;
 using toolkit::Progress;
 
 clsMmc::clsMmc(link::Line& line) : m_line(line), m_context(line.context()), m_progress(m_relay.progress()) {}
@@ -54,11 +52,7 @@ void clsMmc::ErrMsg(int code)
     if (isToShow && m_firstFailure) {
         m_firstFailure->note(code);
     } else if (isToShow) {
-        m_line.show({.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-                             GetFriedlyErrMsg(code),
-                     .title = app::productName(),
-                     .icon = Icon::Exclamation,
-                     .english = u"could not access the phone: %1."_s.arg(friendlyErrorEnglish(code))});
+        m_line.show(failureMessage(code));
     }
     log(u"Warning:"_s, u"ErrCode: &H"_s + hexCode(code));
 }

@@ -79,7 +79,8 @@ bool ReadAreaCodes(link::Line& line, toolkit::StatusPanel* panel, QString& answe
                  u"Programm neu.\n"
                  u"Bleibt das Problem bestehen, wenden Sie sich bitte an den Programmautor."_s,
              .icon = Icon::Exclamation,
-             .english = u"could not read the area codes: the phone did not answer."_s});
+             .english = u"could not read the area codes: the phone did not answer."_s,
+             .about = toolkit::About::Request});
     return areSetUp(answer);
 }
 

@@ -13,6 +13,14 @@ enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
 enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Answer { Ok, Cancel, Yes, No, Retry };
 
+/// The subject of a box, by which the boxes of one command are told apart.
+enum class About {
+    Other,       ///< anything else: a question, the state of data
+    Request,     ///< a request to the phone that failed
+    LostSession, ///< a failure of the data mode that no later request of the same command gets over
+    Result,      ///< only that a command has failed; boxes about its requests came before
+};
+
 /// One message box.
 struct Message
 {
@@ -24,6 +32,7 @@ struct Message
     bool forWindowOnly = false; ///< the command line leaves it out: nobody there could do anything with it
     bool asksToRetry = false;   ///< a yes repeats what has failed
     QString english = {}; ///< text of the command line, in English; empty if the command line never shows it
+    About about = About::Other;
 };
 
 /// One entry of a file dialog's type list, for example {"CSV Datei (*.csv)", {"*.csv"}}.

@@ -150,7 +150,7 @@ void collectHeads(const QHeaderView& head, QList<PaintedText>& texts)
     }
 }
 
-/// What a widget paints besides the text that is its property.
+/// Collects the texts that a widget paints and that are no property of it.
 QList<PaintedText> innerTexts(const QWidget& widget)
 {
     QList<PaintedText> texts;

@@ -13,6 +13,7 @@
 
 #include <qtestspontaneevent.h>
 
+using toolkit::About;
 using ui::MemoryGauge;
 
 class Controls : public QObject
@@ -208,14 +209,15 @@ void Controls::suppressedBoxReachesAStatusBar()
     QWidget inFront;
     inFront.show();
     QVERIFY(QTest::qWaitForWindowActive(&inFront));
-    const QString loss = u"Das Telefon antwortet nicht."_s;
-    const QString import =
-        u"Es ist ein Fehler beim Importieren aufgetreten."_s; // a box of success follows it
-    given.test.dialogs.expect({.text = loss});
-    given.test.dialogs.expect({.text = import});
-    for (const QString& text : {loss, import, u"Fehler beim Lesen des Adressbuchs."_s})
-        boxes.Show({.text = text});
-    QCOMPARE(status.Text(), u"Fehler beim Lesen des Adressbuchs."_s);
+    const toolkit::Message loss{.text = u"Das Telefon antwortet nicht."_s, .about = About::Request};
+    // A box of success follows that of an import.
+    const toolkit::Message import{.text = u"Es ist ein Fehler beim Importieren aufgetreten."_s};
+    const toolkit::Message result{.text = u"Fehler beim Lesen des Adressbuchs."_s, .about = About::Result};
+    given.test.dialogs.expect(loss);
+    given.test.dialogs.expect(import);
+    for (const toolkit::Message& message : {loss, import, result})
+        boxes.Show(message);
+    QCOMPARE(status.Text(), result.text);
 }
 
 KALMO_TEST(Controls)

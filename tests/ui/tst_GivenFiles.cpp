@@ -104,7 +104,8 @@ void tst_GivenFiles::importReadsTheListAhead()
 void tst_GivenFiles::importIsToldInTheWindow()
 {
     const Rows<QString, QString, QString> rows{
-        {"list", u"PICASSO"_s, u"Nummer"_s, u"1 Eintrag importiert. Im Telefon erst nach \"Schreiben\"."_s},
+        {"list", u"PICASSO"_s, u"Nummer"_s,
+         u"1 Eintrag importiert. Ins Telefon kommt das mit \"Schreiben\"."_s},
         {"contacts", u"SL400H"_s, u"Telefon"_s,
          u"1 Kontakt importiert. \"Frühere Stände\" nimmt ihn zurück."_s},
     };

@@ -119,7 +119,7 @@ void frmPBTest::classicListIsWritten()
     open.test.dialogs.expect(question(u"%1 Einträge wirklich löschen?"_s.arg(before - 1)), Answer::Yes);
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_Delete);
     QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));
-    QVERIFY(open.status().endsWith(u"aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s));
+    QVERIFY(open.status().endsWith(u"aus der Liste gelöscht. Ins Telefon kommt das mit \"Schreiben\"."_s));
     open.expectUnsavedChanges(Answer::No);
     open.press("read");
     QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));

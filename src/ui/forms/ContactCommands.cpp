@@ -267,7 +267,8 @@ CommandResult saveContact(VcardStore& store, const tVcfEntry& entry, int row, co
     if (result == CommandResult::Failed) {
         show(store, {.text = u"Fehler beim Schreiben des Adressbucheintrags."_s,
                      .title = editTitle(),
-                     .icon = Icon::Exclamation});
+                     .icon = Icon::Exclamation,
+                     .about = toolkit::About::Result});
         return CommandResult::Failed;
     }
     return CommandResult::Done;
@@ -335,7 +336,8 @@ ContactDeletion VcfDeleteSelected(VcardStore& store, const Progress& progress)
     show(store,
          {.text = u"Beim Löschen ist ein Fehler aufgetreten. Bitte lesen Sie das Telefonbuch erneut ein, um "
                   u"Inkonsistenzen zu vermeiden."_s,
-          .icon = Icon::Information});
+          .icon = Icon::Information,
+          .about = toolkit::About::Result});
     store.forget();
     return deletion;
 }
@@ -358,7 +360,8 @@ CommandResult refreshContacts(VcardStore& store, const Progress& progress, toolk
             return CommandResult::Cancelled;
         show(store, {.text = u"Fehler beim Lesen des Adressbuchs."_s,
                      .title = app::productName() + u" - Fehler"_s,
-                     .icon = Icon::Information});
+                     .icon = Icon::Information,
+                     .about = toolkit::About::Result});
         // With a reading at hand the user has refused to see it.
         return store.lastReading() ? CommandResult::Refused : CommandResult::Failed;
     }

@@ -5,8 +5,6 @@
 #include "app/mdlKonverter.h"
 #include "app/SafeLocalName.h"
 #include "app/Version.h"
-#include "media/Beside.h"
-#include "media/PictureConversion.h"
 #include "media/SoundConversion.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/Named.h"
@@ -24,7 +22,6 @@
 #include <QLocale>
 #include <QMimeDatabase>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -40,10 +37,7 @@ namespace {
 
 constexpr int smallestHeight = 3420 / twipsPerPixel;
 constexpr int smallestWidth = 4110 / twipsPerPixel;
-constexpr double reduction = 0.96;                // of a picture that fills the screen, to leave an edge
-constexpr QSize soundSizeInLetters(64, 50);       // of the form, with room for advice on a failure
-constexpr int margins = 4;                        // around the frames, on both sides
-constexpr QSize largestPicture(1 << 16, 1 << 16); // pixels of a picture that is shown 1:1
+constexpr QSize soundSizeInLetters(64, 50); // of the form, with room for advice on a failure
 
 const QString lastSave = u"frmMmc_View"_s; // use of the folder that files are saved in
 
@@ -88,15 +82,6 @@ QString kindText(const QString& path)
     if (ending == u"vmo"_s)
         return u"Sprachaufnahme eines Telefons"_s;
     return QMimeDatabase().mimeTypeForFile(path).comment();
-}
-
-/// A picture that is not much larger than `wanted`, so that the window scales it quickly.
-media::LoadedPicture pictureWithin(const QString& path, QSize wanted, const std::stop_token& stop)
-{
-    media::LoadedPicture picture = media::loadPicture(path, wanted, stop);
-    if (!picture.failure && picture.image.size().boundedTo(wanted) != picture.image.size())
-        picture.image = picture.image.scaled(wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    return picture;
 }
 
 QToolButton* makeButton(const QString& name, const QString& drawing, const QString& toolTip)
@@ -251,79 +236,6 @@ void frmMmc_View::presentUnknown(const QString& path, const QString& displayName
 }
 
 /// Pixels that a picture may take on the screen.
-QSize frmMmc_View::roomForPicture() const
-{
-    const int around = 12 * margins;
-    const QSize frame = frameGeometry().size() - size();
-    const int other = sizeHint().height() - m_pages->sizeHint().height() + frame.height();
-    return screen()->availableSize() - QSize(around, other + around);
-}
-
-class frmMmc_View::Work
-{
-public:
-    explicit Work(frmMmc_View& form) : m_form(form) { ++m_form.m_works; }
-    ~Work()
-    {
-        if (--m_form.m_works == 0 && m_form.m_closing.isClosed)
-            m_form.QDialog::done(Rejected);
-    }
-    Q_DISABLE_COPY_MOVE(Work)
-
-private:
-    frmMmc_View& m_form;
-};
-
-bool frmMmc_View::presentPicture(bool original)
-{
-    const Work work(*this);
-    const QSize room = roomForPicture();
-    const QSize wanted = original ? largestPicture : (QSizeF(room) * devicePixelRatioF()).toSize();
-    m_cmdBmp1zu1->setEnabled(false); // one reading at a time
-    const auto [picture, stopped] = media::beside(
-        m_program.context.clock, &m_closing,
-        [path = m_path, wanted](const std::stop_token& stop) { return pictureWithin(path, wanted, stop); });
-    m_cmdBmp1zu1->setEnabled(true);
-    m_picture = picture.image;
-    if (stopped || picture.failure)
-        return false;
-    const QSize natural = picture.original;
-    // A picture that is too large for the memory is not shown 1:1 either.
-    const QSizeF shown = original ? m_picture.size() : room;
-    const double scale = std::min(shown.width() / natural.width(), shown.height() / natural.height());
-    if (scale < 1) {
-        ScaleForm4BMP(natural * (original ? scale : scale * reduction));
-        m_sta->SetText(u"1:1 nicht möglich - verkleinerter Darstellung um Faktor "_s +
-                       QLocale().toString(scale, 'f', 2));
-    } else {
-        ScaleForm4BMP(natural);
-        m_sta->SetText(u"Anzeige in originaler Größe"_s);
-    }
-    return true;
-}
-
-/// Lays the frame and the form around a picture of that size, as far as the screen has room.
-void frmMmc_View::ScaleForm4BMP(QSize picture)
-{
-    stretch(picture);
-    const QSize other = size() - m_pages->size();
-    const QSize wanted = picture + QSize(2, 2) + (isVisible() ? other : sizeHint() - m_pages->sizeHint());
-    m_ownSize = wanted.boundedTo(screen()->availableSize() * reduction).expandedTo(minimumSize());
-    if (!isMaximized())
-        resize(m_ownSize);
-}
-
-void frmMmc_View::stretch(QSize size)
-{
-    const qreal ratio = devicePixelRatioF();
-    QPixmap pixmap = QPixmap::fromImage(m_picture.scaled(
-        (QSizeF(size) * ratio).toSize().expandedTo({1, 1}), Qt::IgnoreAspectRatio,
-        m_picture.width() < size.width() ? Qt::FastTransformation : Qt::SmoothTransformation));
-    pixmap.setDevicePixelRatio(ratio);
-    m_imgBmp->setPixmap(pixmap);
-    m_imgBmp->resize(size);
-}
-
 void frmMmc_View::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);

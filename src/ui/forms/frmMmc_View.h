@@ -67,7 +67,20 @@ private:
     };
 
     /// The form stays until its work has ended, so that nobody uses the window below it before.
-    class Work;
+    class Work
+    {
+    public:
+        explicit Work(frmMmc_View& form) : m_form(form) { ++m_form.m_works; }
+        ~Work()
+        {
+            if (--m_form.m_works == 0 && m_form.m_closing.isClosed)
+                m_form.QDialog::done(Rejected);
+        }
+        Q_DISABLE_COPY_MOVE(Work)
+
+    private:
+        frmMmc_View& m_form;
+    };
 
     Program& m_program;
     Closing m_closing;

@@ -172,6 +172,7 @@ void frmVorwahl::tellFailure(const operations::Outcome& outcome)
 {
     QString text =
         u"Die Vorwahleinstellungen konnten nicht gesetzt werden. Bitte prüfen Sie Ihre Eingaben."_s;
+    toolkit::About about = toolkit::About::Other;
     if (outcome.cause == operations::Cause::NotSaved)
         text = u"Die bisherigen Vorwahlen konnten nicht gesichert werden: %1\n\nIm Telefon wurde nichts "
                u"geändert."_s.arg(outcome.reason);
@@ -183,7 +184,9 @@ void frmVorwahl::tellFailure(const operations::Outcome& outcome)
         text = u"Das Telefon hat die Vorwahlen bestätigt, sie konnten aber nicht zurückgelesen werden."_s;
     else if (outcome.state == operations::State::Unknown)
         text += u"\n\nDas Telefon hat nicht geantwortet. Welche Vorwahlen jetzt gelten, ist nicht bekannt."_s;
-    m_program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Information});
+    else
+        about = toolkit::About::Request;
+    m_program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Information, .about = about});
 }
 
 bool frmVorwahl::rejectCode(const QLineEdit& field) const

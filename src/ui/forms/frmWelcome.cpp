@@ -1,5 +1,6 @@
 #include "ui/forms/frmWelcome.h"
 
+#include "link/BorrowedPort.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
@@ -12,7 +13,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QProgressBar>
-#include <QScopedValueRollback>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -173,11 +173,7 @@ void frmWelcome::searchAllPorts()
 void frmWelcome::searchPort(int number)
 {
     if (number == m_unclosedPort) {
-        app::Sy& sy = m_program.context.sy;
-        const QScopedValueRollback port(sy.ComNoForThisRun, number);
-        const QScopedValueRollback shownPort(sy.ComNo);
-        const QScopedValueRollback settings(sy.ComSettings);
-        m_program.line.ClosePort(); // another one may be open
+        const link::BorrowedPort port(m_program.line, number);
         takeUnclosedBack(m_program, *this);
     }
     if (!m_isAborted)

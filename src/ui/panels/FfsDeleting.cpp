@@ -32,9 +32,8 @@ public:
     explicit NotDeleted(int failure) : m_failure(failure) {}
 
     void take(const FileToDelete& file, const FileOutcome& outcome);
-    /// The one box at the end of work on so many files. Empty if there is nothing to report: the user's own
-    /// wish is no failure.
-    QString text(const BatchResult& result, qsizetype files) const;
+    /// The one box at the end of work on so many files. The user's own wish is no failure.
+    BatchReport report(const BatchResult& result, qsizetype files) const;
 
 private:
     static bool isRequestFailed(const FileToDelete& file, const FileOutcome& outcome);
@@ -86,26 +85,27 @@ bool NotDeleted::isRequestFailed(const FileToDelete& file, const FileOutcome& ou
            outcome.cause == Cause::NotPossible;
 }
 
-QString NotDeleted::text(const BatchResult& result, qsizetype files) const
+BatchReport NotDeleted::report(const BatchResult& result, qsizetype files) const
 {
-    QStringList parts;
+    BatchReport report;
     if (m_hasFailed && !result.isStopped) {
         if (m_failure != 0 || m_isSilent)
-            parts.append(failureText(m_failure == 0 ? obex::Timeout : m_failure));
+            report.failure = m_failure == 0 ? obex::Timeout : m_failure;
         if (files > 1)
-            parts += titled(u"Gelöscht:"_s, result.files + result.folders);
-        if (files > 1 || parts.isEmpty())
-            parts += titled(u"Nicht gelöscht:"_s, m_untouched);
+            report.paragraphs += titled(u"Gelöscht:"_s, result.files + result.folders);
+        if (files > 1 || report.failure == 0)
+            report.paragraphs += titled(u"Nicht gelöscht:"_s, m_untouched);
     }
-    parts += titled(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, m_unsaved) +
-             (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
-             titled(u"Es ist nicht bekannt, ob das noch im Telefon vorhanden ist:"_s, m_open) +
-             titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
-             titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +
-             titled(u"Nicht gelöscht, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"_s,
-                    m_telecom) +
-             titled(u"Nicht mehr im Telefon vorhanden:"_s, m_gone);
-    return parts.join(u"\n\n"_s);
+    report.paragraphs +=
+        titled(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, m_unsaved) +
+        (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
+        titled(u"Es ist nicht bekannt, ob das noch im Telefon vorhanden ist:"_s, m_open) +
+        titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
+        titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +
+        titled(u"Nicht gelöscht, weil das Telefon in diesem Ordner Kontakte und Termine speichert:"_s,
+               m_telecom) +
+        titled(u"Nicht mehr im Telefon vorhanden:"_s, m_gone);
+    return report;
 }
 
 /// The stages of a deletion on the display: everything is read for the record first.
@@ -185,8 +185,7 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     deleted.isStopped = access.isStopped();
     deleted.notDone = names.size() - deleted.files.size() - deleted.folders.size() - deleted.unknown;
     tellOpenRecord(*mmc, access);
-    if (const QString text = notDeleted.text(deleted, names.size()); !text.isEmpty())
-        tell(*mmc, text, Icon::Exclamation);
+    tellReport(*mmc, notDeleted.report(deleted, names.size()));
     progress.status(sentenceOf(deleted));
     return isAllDone;
 }

@@ -174,24 +174,25 @@ BatchResult resultOf(const Downloader& downloader, const LocalFolder& folder)
             .place = folder.isScratch ? QString() : u" im Ordner "_s + QDir::toNativeSeparators(folder.path)};
 }
 
-/// The one box at the end. Empty if there is nothing to report: the user's own wish is no failure.
-QString reportOf(const Downloader& downloader, const BatchResult& result, qsizetype files)
+/// The user's own wish is no failure.
+BatchReport reportOf(const Downloader& downloader, const BatchResult& result, qsizetype files)
 {
-    QStringList parts;
+    BatchReport report;
     const bool isFailure = !result.isStopped && !downloader.notDone.isEmpty();
     if (isFailure)
-        parts.append(failureText(downloader.failure == 0 ? obex::Timeout : downloader.failure));
+        report.failure = downloader.failure == 0 ? obex::Timeout : downloader.failure;
     const QStringList others =
         titled(u"Nicht mehr im Telefon vorhanden, bitte laden Sie das Verzeichnis neu:"_s, downloader.gone) +
         titled(u"Nicht gespeichert, weil Dateien auf diesem Computer nicht so heißen können:"_s,
                downloader.impossible);
     if (files > 1 && (isFailure || !others.isEmpty())) {
         const QString verb = result.verb + result.place;
-        parts += titled(verb.first(1).toUpper() + verb.mid(1) + u':', downloader.done);
+        report.paragraphs += titled(verb.first(1).toUpper() + verb.mid(1) + u':', downloader.done);
         if (isFailure)
-            parts += titled(u"Nicht %1:"_s.arg(result.verb), downloader.notDone);
+            report.paragraphs += titled(u"Nicht %1:"_s.arg(result.verb), downloader.notDone);
     }
-    return (parts + others).join(u"\n\n"_s);
+    report.paragraphs += others;
+    return report;
 }
 
 } // namespace
@@ -221,8 +222,7 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     }
     BatchResult result = resultOf(downloader, folder);
     result.isStopped = access.isStopped();
-    if (const QString report = reportOf(downloader, result, names.size()); !report.isEmpty())
-        tell(*mmc, report, Icon::Exclamation);
+    tellReport(*mmc, reportOf(downloader, result, names.size()));
     progress.status(sentenceOf(result));
     return !downloader.hasFailed && downloader.gone.isEmpty();
 }

@@ -122,8 +122,8 @@ public:
 
     /// `failure` is the code of the request that failed first, 0 without one.
     void take(const PlannedFile& file, const FileOutcome& outcome, int failure);
-    /// Empty if there is nothing to report. Of several files all are named.
-    QString text(int failure, bool ofSeveral) const;
+    /// Of several files all are named.
+    BatchReport report(int failure, bool ofSeveral) const;
     bool hasFailed() const { return m_hasFailed; }
 
     BatchResult sent{.verb = u"gesendet"_s};
@@ -174,17 +174,14 @@ void UploadReport::take(const PlannedFile& file, const FileOutcome& outcome, int
         m_failure = outcome.code == 0 ? obex::Timeout : outcome.code;
 }
 
-QString UploadReport::text(int failure, bool ofSeveral) const
+BatchReport UploadReport::report(int failure, bool ofSeveral) const
 {
-    QStringList parts;
-    if (const int code = failure == 0 ? m_failure : failure; code != 0)
-        parts.append(failureText(code));
-    parts += m_remarks;
+    QStringList parts = m_remarks;
     if (m_hasFailed && ofSeveral && !sent.isStopped)
         parts += titled(u"Zum Telefon übertragen:"_s, sent.files) + titled(u"Nicht übertragen:"_s, m_notDone);
     for (auto group = m_obstacles.begin(); group != m_obstacles.end(); ++group)
         parts += titled(group.key(), group.value());
-    return parts.join(u"\n\n"_s);
+    return {.failure = failure == 0 ? m_failure : failure, .paragraphs = parts};
 }
 
 /// The stages of an upload on the display: what is replaced is read first.
@@ -266,8 +263,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     report.sent.leftOut += leftOut;
     report.sent.isStopped = access.isStopped();
     tellOpenRecord(*mmc, access);
-    if (const QString text = report.text(failure.code(), files.size() > 1); !text.isEmpty())
-        tell(*mmc, text, Icon::Exclamation);
+    tellReport(*mmc, report.report(failure.code(), files.size() > 1));
     display.conclude(sentenceOf(report.sent));
     return !report.hasFailed();
 }

@@ -36,10 +36,17 @@ QString inParagraph(const QString& reason)
     return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
 }
 
-QString failureText(int code)
+void tellReport(const obex::clsMmc& mmc, BatchReport report)
 {
-    return u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s +
-           obex::GetFriedlyErrMsg(code);
+    toolkit::Message message{.icon = Icon::Exclamation};
+    if (report.failure != 0) {
+        message = obex::failureMessage(report.failure);
+        report.paragraphs.prepend(message.text);
+    }
+    if (report.paragraphs.isEmpty())
+        return;
+    message.text = report.paragraphs.join(u"\n\n"_s);
+    mmc.line().context().dialogs.Show(message);
 }
 
 void tell(const obex::clsMmc& mmc, const QString& text, Icon icon)

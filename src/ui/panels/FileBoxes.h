@@ -17,8 +17,15 @@ QStringList titled(const QString& title, const QStringList& names);
 /// The system's words for a failure as a paragraph of their own after a text; empty without any.
 QString inParagraph(const QString& reason);
 
-/// The client's words for the failure of a request, as a paragraph.
-QString failureText(int code);
+/// The one box at the end of a batch of files.
+struct BatchReport
+{
+    int failure = 0; ///< of a request, as the client gives it; 0 for none
+    QStringList paragraphs = {};
+};
+
+/// Shows the box, unless there is nothing to report.
+void tellReport(const obex::clsMmc& mmc, BatchReport report);
 
 void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
 

@@ -37,22 +37,27 @@ const QStringList volumes = {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"ansteigen
 constexpr double pauseAhead = 1;
 constexpr double pauseBetween = 0.5;
 
-/// Empty for a setting that the phone refused or did not answer, which has been reported.
-QString ringtoneFailure(const operations::Outcome& outcome)
+/// Without a text for a setting that the phone refused or did not answer, which has been reported.
+toolkit::Message ringtoneFailure(const operations::Outcome& outcome)
 {
     using operations::Cause;
     const QString unchanged = u"\n\nIm Telefon wurde nichts geändert."_s;
+    const auto message = [](const QString& text, toolkit::About about = toolkit::About::Other) {
+        return toolkit::Message{.text = text, .icon = toolkit::Icon::Exclamation, .about = about};
+    };
     if (outcome.cause == Cause::NotSaved)
-        return u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason) +
-               unchanged;
+        return message(u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason) +
+                       unchanged);
     if (outcome.cause == Cause::NotPossible)
-        return u"Das Telefon hat keine Melodie dieses Namens."_s + unchanged;
+        return message(u"Das Telefon hat keine Melodie dieses Namens."_s + unchanged);
     if (outcome.sent == 0)
-        return u"Die bisherige Einstellung konnte nicht gelesen werden."_s + unchanged;
+        return message(u"Die bisherige Einstellung konnte nicht gelesen werden."_s + unchanged,
+                       toolkit::About::Request);
     if (outcome.cause == Cause::Mismatch)
-        return u"Das Telefon hat die Einstellung anders übernommen, als Sie sie gewählt haben."_s;
+        return message(u"Das Telefon hat die Einstellung anders übernommen, als Sie sie gewählt haben."_s);
     if (outcome.confirmed > 0)
-        return u"Das Telefon hat die Einstellung bestätigt, sie konnte aber nicht zurückgelesen werden."_s;
+        return message(
+            u"Das Telefon hat die Einstellung bestätigt, sie konnte aber nicht zurückgelesen werden."_s);
     return {};
 }
 
@@ -181,12 +186,13 @@ void fraSounds::choose(SoundEvent event)
     const toolkit::BusyScope busy(&m_parts.busy);
     const operations::Outcome outcome = operations::setRingtone(job(), event, tone, volume, shower()).outcome;
     if (outcome.isRecordOpen)
-        tell(openRecordInWords());
+        m_parts.program.context.dialogs.Show(
+            {.text = openRecordInWords(), .icon = toolkit::Icon::Exclamation});
     if (outcome.isDone())
         m_parts.progress.status(u"%1: %2, Lautstärke %3."_s.arg(phonedata::captionOf(event), tone,
                                                                 widgets.volume->currentText()));
-    else if (const QString text = ringtoneFailure(outcome); !text.isEmpty())
-        tell(text);
+    else if (const toolkit::Message failure = ringtoneFailure(outcome); !failure.text.isEmpty())
+        m_parts.program.context.dialogs.Show(failure);
     if (outcome.sent == 0)
         readSettings();
 }
@@ -205,11 +211,6 @@ bool fraSounds::agreesToOtherTone(SoundEvent event)
         .icon = toolkit::Icon::Question,
         .defaultButton = toolkit::Answer::No};
     return m_parts.program.context.dialogs.Show(question) == toolkit::Answer::Yes;
-}
-
-void fraSounds::tell(const QString& text)
-{
-    m_parts.program.context.dialogs.Show({.text = text, .icon = toolkit::Icon::Exclamation});
 }
 
 } // namespace kalmo::ui

@@ -49,7 +49,6 @@ private:
     phonedata::SettingRead shower();
     void choose(phonedata::SoundEvent event);
     bool agreesToOtherTone(phonedata::SoundEvent event);
-    void tell(const QString& text);
     phonedata::RingtoneJob job() const;
 
     WindowParts m_parts;

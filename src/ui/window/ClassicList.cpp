@@ -182,7 +182,7 @@ void ClassicList::showForm(int row)
     connect(&form, &Form::listChanged, this, [this] {
         setDirty();
         m_parts.progress.panel->SetText(
-            u"Der Eintrag ist in der Liste gespeichert. Im Telefon erst nach \"Schreiben\"."_s);
+            u"Der Eintrag ist in der Liste gespeichert. Ins Telefon kommt das mit \"Schreiben\"."_s);
     });
     form.Form_Present(row);
     form.exec();
@@ -211,15 +211,16 @@ void ClassicList::deleteSelected()
             m_rows->removeAt(row);
     }
     setDirty();
-    m_parts.progress.panel->SetText(u"%1 aus der Liste gelöscht. Im Telefon erst nach \"Schreiben\"."_s.arg(
-        entryCount(static_cast<int>(count))));
+    m_parts.progress.panel->SetText(
+        u"%1 aus der Liste gelöscht. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(
+            entryCount(static_cast<int>(count))));
 }
 
 void ClassicList::noteImport(int entries)
 {
     setDirty();
     m_parts.progress.panel->SetText(
-        u"%1 importiert. Im Telefon erst nach \"Schreiben\"."_s.arg(entryCount(entries)));
+        u"%1 importiert. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(entryCount(entries)));
 }
 
 void ClassicList::setDirty()

@@ -15,6 +15,7 @@ using phonedata::CommandResult;
 using phonedata::Store;
 using phonedata::StoreContent;
 using phonedata::StoreJob;
+using toolkit::About;
 using toolkit::Answer;
 using toolkit::Buttons;
 using toolkit::Icon;
@@ -23,9 +24,10 @@ namespace {
 
 const QString accessError = u"Fehler beim Zugriff auf das Telefon"_s;
 
-void tell(const app::Context& context, const QString& text, Icon icon = Icon::Information)
+void tell(const app::Context& context, const QString& text, Icon icon = Icon::Information,
+          About about = About::Other)
 {
-    context.dialogs.Show({.text = text, .icon = icon});
+    context.dialogs.Show({.text = text, .icon = icon, .about = about});
 }
 
 bool agreesToWrite(const app::Context& context, const QString& text)
@@ -153,7 +155,7 @@ CommandResult readClassicList(const StoreJob& job, Store store)
         return CommandResult::Refused;
     if (!phonedata::readStore(job, store)) {
         if (!job.progress.cancelled())
-            tell(context, accessError);
+            tell(context, accessError, Icon::Information, About::Result);
         return CommandResult::Failed;
     }
     phonedata::setDirty(job.memory, store, false);
@@ -181,7 +183,7 @@ CommandResult writeClassicList(const operations::ListJob& job, const toolkit::Li
         return CommandResult::Failed;
     QString model;
     if (!link::GetPhoneModelText(job.line, model)) {
-        tell(context, u"Das Telefon antwortet nicht."_s);
+        tell(context, u"Das Telefon antwortet nicht."_s, Icon::Information, About::Request);
         return CommandResult::Failed;
     }
     const auto entries = phonedata::classicEntries(rows);

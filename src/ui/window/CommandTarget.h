@@ -27,7 +27,8 @@ public:
     /// Says why a command has nothing to act on. Empty if it has.
     virtual QString obstacleTo(Command) const { return {}; }
 
-    /// Carries a command out. Does nothing for a command that it doesn't know.
+    /// Carries a command out that has no obstacle: the caller asks obstacleTo() first. Does nothing for a
+    /// command that it doesn't know.
     virtual void run(Command command) = 0;
 };
 
