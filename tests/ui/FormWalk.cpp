@@ -211,7 +211,10 @@ QString faultOf(QAccessibleInterface& part)
         QAccessible::ColumnHeader, QAccessible::PageTab,  QAccessible::ProgressBar};
     const QAccessible::State state = part.state();
     const auto* widget = qobject_cast<QWidget*>(part.object());
-    if (named.contains(part.role()) && part.text(QAccessible::Name).trimmed().isEmpty())
+    const bool takesKeys = widget && isOwnStop(*widget);
+    if (takesKeys && part.role() == QAccessible::NoRole)
+        return u"no role"_s;
+    if ((takesKeys || named.contains(part.role())) && part.text(QAccessible::Name).trimmed().isEmpty())
         return u"no name"_s;
     if (part.role() == QAccessible::EditableText && !part.textInterface())
         return u"no text"_s;
@@ -279,21 +282,6 @@ private:
 };
 
 } // namespace
-
-QStringList unnamedControls(const QWidget& form)
-{
-    QStringList faults;
-    for (QWidget* widget : shownWidgets(form)) {
-        if (!isOwnStop(*widget))
-            continue;
-        const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
-        if (!seen || seen->role() == QAccessible::NoRole)
-            faults.append(u"no role: "_s + described(*widget));
-        else if (seen->text(QAccessible::Name).trimmed().isEmpty())
-            faults.append(u"no name: "_s + described(*widget));
-    }
-    return faults;
-}
 
 QStringList unspokenParts(QWidget& form)
 {

@@ -9,11 +9,8 @@ namespace kalmo::tests {
 /// Each of these walks a form that is shown, and returns one line for each fault, none where the form is
 /// fine.
 
-/// Controls that take keys and have no name, or no role, for the accessibility bus.
-QStringList unnamedControls(const QWidget& form);
-
 /// Parts of the form as the accessibility bus has them, down to rows, heads and menu entries: those without
-/// a name where one is needed, whose text or value can't be read, or whose state is not the widget's.
+/// a name or role where one is needed, whose text or value can't be read, or whose state is not the widget's.
 QStringList unspokenParts(QWidget& form);
 
 /// Letters that two labels, buttons or menus claim by Alt at the same time.

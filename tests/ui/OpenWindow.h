@@ -24,6 +24,13 @@ struct OpenWindow : TestProgram
         QCoreApplication::processEvents();
     }
 
+    /// In the section of that node.
+    OpenWindow(const QString& model, const QString& node, const handset::Options& options = {})
+        : OpenWindow(model, options)
+    {
+        window.goTo(node);
+    }
+
     /// Clicks a button of the toolbar.
     void press(const char* key)
     {
@@ -31,6 +38,7 @@ struct OpenWindow : TestProgram
         QTest::mouseClick(bar.widgetForAction(&child<QAction>(window, key)), Qt::LeftButton);
     }
     ui::RowsView& list(const char* name) { return child<ui::RowsView>(window, name); }
+    int count(const char* name) { return list(name).rows()->count(); }
     QString front()
     {
         const auto* place = child<QWidget>(window, "reminders").findChild<QStackedLayout*>();
@@ -68,8 +76,11 @@ struct OpenWindow : TestProgram
                 stopWhen(isTime);
         });
     }
-    size_t entriesInPhone() { return port.handset().phone().phonebook.entries.size(); }
-    size_t contactsInPhone() { return port.handset().phone().irmc[handset::ContactStore].items().size(); }
+    int entriesInPhone() { return static_cast<int>(port.handset().phone().phonebook.entries.size()); }
+    int contactsInPhone()
+    {
+        return static_cast<int>(port.handset().phone().irmc[handset::ContactStore].items().size());
+    }
 
     std::shared_ptr<obex::clsMmc> mmc;
     ui::frmPB window;

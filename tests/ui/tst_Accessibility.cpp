@@ -91,9 +91,10 @@ void makeFormerStates(Shown& shown)
         operations::RecordedList::Phonebook);
 }
 
-void makeSettings(Shown& shown)
+template <typename Form>
+void makeForm(Shown& shown)
 {
-    shown.form = std::make_unique<ui::frmEinstellungen>(shown.made.program);
+    shown.form = std::make_unique<Form>(shown.made.program);
 }
 
 template <ui::ImportFrom source>
@@ -140,11 +141,6 @@ void makeHelp(Shown& shown)
     shown.form = std::move(form);
 }
 
-void makeWelcome(Shown& shown)
-{
-    shown.form = std::make_unique<ui::frmWelcome>(shown.made.program);
-}
-
 template <typename Form>
 void makePlain(Shown& shown)
 {
@@ -161,15 +157,11 @@ void makeWindow(Shown& shown)
     shown.form = std::make_unique<ui::frmPB>(shown.made.program, shown.mmc);
 }
 
-void askQuestion(Shown&)
+template <Buttons buttons>
+void showBox(Shown&)
 {
     ui::QtDialogs().Show(
-        {.text = u"1 Einträge wirklich löschen?"_s, .buttons = Buttons::YesNoCancel, .icon = Icon::Question});
-}
-
-void tellMessage(Shown&)
-{
-    ui::QtDialogs().Show({.text = u"Datei gespeichert."_s, .icon = Icon::Information});
+        {.text = u"1 Einträge wirklich löschen?"_s, .buttons = buttons, .icon = Icon::Question});
 }
 
 void openAboutBox(Shown& shown)
@@ -228,7 +220,7 @@ const Row forms[] = {
     {"export to Word", u"SL450HX"_s, makeExport<1>},
     {"area codes", u"SL450HX"_s, makeAreaCodes},
     {"former states", u"SL450HX"_s, makeFormerStates},
-    {"settings", u"SL450HX"_s, makeSettings},
+    {"settings", u"SL450HX"_s, makeForm<ui::frmEinstellungen>},
     {"import of a file", u"PICASSO"_s, makeImport<ui::ImportFrom::File>},
     {"import of a file to contacts", u"SL450HX"_s, makeImport<ui::ImportFrom::File>},
     {"import of an address book", u"PICASSO"_s, makeImport<ui::ImportFrom::AddressBook>},
@@ -241,7 +233,7 @@ const Row forms[] = {
     {"preview of a text", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.txt"_s); }},
     {"preview of a ringtone", u"SL450HX"_s, [](Shown& shown) { makePreview(shown, u"a.L22"_s); }},
     {"help", u"SL450HX"_s, makeHelp},
-    {"welcome", u"SL450HX"_s, makeWelcome},
+    {"welcome", u"SL450HX"_s, makeForm<ui::frmWelcome>},
     {"splash", u"SL450HX"_s, makePlain<ui::frmStart>},
     {"picture", u"SL450HX"_s, makePlain<ui::frmFun>},
     {"calendar", u"SL450HX"_s, makeCalendar},
@@ -256,8 +248,8 @@ const Row forms[] = {
     {"files", u"SL450HX"_s, makeWindow, u"FFS"_s},
     {"contacts, being read", u"SL450HX"_s, makeWindow, u"TB"_s, nullptr, true},
     {"classic phonebook, being read", u"PICASSO"_s, makeWindow, u"TB"_s, nullptr, true},
-    {"question", u"SL450HX"_s, makePlain<QWidget>, {}, askQuestion},
-    {"message", u"SL450HX"_s, makePlain<QWidget>, {}, tellMessage},
+    {"question", u"SL450HX"_s, makePlain<QWidget>, {}, showBox<Buttons::YesNoCancel>},
+    {"message", u"SL450HX"_s, makePlain<QWidget>, {}, showBox<Buttons::Ok>},
     {"about", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, openAboutBox},
     {"dropped files", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, dropPicture},
     {"new folder", u"SL450HX"_s, makeWindow, u"FFS"_s, makeFolder},
@@ -278,8 +270,8 @@ QStringList faultsOf(QWidget& form, bool isDark)
 {
     QStringList faults = paleTexts(form);
     if (!isDark) // the rest does not depend on colours
-        faults += unnamedControls(form) + unspokenParts(form) + sharedMnemonics(form) +
-                  unreachableControls(form) + cutTexts(form) + overlaps(form);
+        faults += unspokenParts(form) + sharedMnemonics(form) + unreachableControls(form) + cutTexts(form) +
+                  overlaps(form);
     return faults;
 }
 

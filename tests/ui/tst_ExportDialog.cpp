@@ -63,7 +63,6 @@ private Q_SLOTS:
     void offersTheList();
     void targets();
     void exportsByKeys();
-    void remembers();
     void fields();
     void fileDialogs();
     void closesWhereWanted();
@@ -151,21 +150,6 @@ void ExportDialog::exportsByKeys()
     QVERIFY(!form.isVisible());
 }
 
-void ExportDialog::remembers()
-{
-    Dialog dialog;
-    dialog.show();
-    dialog.press("optDest1");
-    dialog.press("chkOptimizeColWidth");
-    dialog.press("cmdExport");
-    QCOMPARE(dialog.made.desktop.opened,
-             QStringList(u' ' + dialog.made.test.storage + u"/config/temp/Telefonbuch.docx"_s));
-    dialog.press("optDest2"); // not exported, so not remembered
-    dialog.show();
-    QVERIFY(dialog.at<QRadioButton>("optDest1").isChecked());
-    QVERIFY(!dialog.at<QCheckBox>("chkOptimizeColWidth").isChecked());
-}
-
 /// A field that is wrong keeps the keyboard, unless the way leads out of the dialog.
 void ExportDialog::fields()
 {
@@ -205,43 +189,36 @@ void ExportDialog::fields()
 void ExportDialog::fileDialogs()
 {
     Dialog dialog;
+    const QString exports = dialog.made.test.storage + u"/Export"_s;
+    const auto request = [](const QString& what, const QString& folder, const QString& name, bool isPage) {
+        const toolkit::FileType page{u"HTML Datei (*.htm;*.html)"_s, {u"*.htm"_s, u"*.html"_s}};
+        return toolkit::FileRequest{
+            .title = u"Kalmo - "_s + what,
+            .folder = folder,
+            .name = name,
+            .types = {isPage ? page : toolkit::FileType{u"CSV Datei (*.csv)"_s, {u"*.csv"_s}}},
+            .acceptLabel = u"OK"_s};
+    };
     const QString chosen = dialog.made.test.makeFile(u"eigene.html"_s, "<$Table.Content$>");
     dialog.show();
     dialog.press("imgOptDest3");
+    const QString ofTemplate = u"html Vorlage für Export wählen"_s;
     dialog.made.test.dialogs.expectOpenFile(
-        {.title = u"Kalmo - html Vorlage für Export wählen"_s,
-         .folder = transfer::templateFolder(dialog.made.test.sy),
-         .name = u"ExportVorlage.html"_s,
-         .types = {{u"HTML Datei (*.htm;*.html)"_s, {u"*.htm"_s, u"*.html"_s}}},
-         .acceptLabel = u"OK"_s},
+        request(ofTemplate, transfer::templateFolder(dialog.made.test.sy), u"ExportVorlage.html"_s, true),
         chosen);
     dialog.press("cmdSelHtmlTemplate");
     QCOMPARE(dialog.at<QLineEdit>("txtHtmlTemplatePath").text(), chosen);
     dialog.made.test.dialogs.expectSaveFile(
-        {.title = u"Kalmo - html Datei für Export wählen"_s,
-         .folder = dialog.made.test.storage + u"/Export"_s,
-         .name = u"Telefonbuch.html"_s,
-         .types = {{u"HTML Datei (*.htm;*.html)"_s, {u"*.htm"_s, u"*.html"_s}}},
-         .acceptLabel = u"OK"_s},
-        {});
+        request(u"html Datei für Export wählen"_s, exports, u"Telefonbuch.html"_s, true), {});
     dialog.press("cmdSelHtmlDestPath");
     // The folder that was left last is only asked where that of the path is gone.
     dialog.at<QLineEdit>("txtHtmlTemplatePath").setText(u"/gone/a.html"_s);
     dialog.made.test.dialogs.expectOpenFile(
-        {.title = u"Kalmo - html Vorlage für Export wählen"_s,
-         .folder = dialog.made.test.folder.path(),
-         .name = u"a.html"_s,
-         .types = {{u"HTML Datei (*.htm;*.html)"_s, {u"*.htm"_s, u"*.html"_s}}},
-         .acceptLabel = u"OK"_s},
-        {});
+        request(ofTemplate, dialog.made.test.folder.path(), u"a.html"_s, true), {});
     dialog.press("cmdSelHtmlTemplate");
     dialog.press("imgOptDest2");
-    dialog.made.test.dialogs.expectSaveFile({.title = u"Kalmo - Exportdatei wählen"_s,
-                                             .folder = dialog.made.test.storage + u"/Export"_s,
-                                             .name = u"Telefonbuch.csv"_s,
-                                             .types = {{u"CSV Datei (*.csv)"_s, {u"*.csv"_s}}},
-                                             .acceptLabel = u"OK"_s},
-                                            {});
+    dialog.made.test.dialogs.expectSaveFile(
+        request(u"Exportdatei wählen"_s, exports, u"Telefonbuch.csv"_s, false), {});
     dialog.press("cmdPathSet");
 }
 
@@ -259,6 +236,11 @@ void ExportDialog::closesWhereWanted()
     QCOMPARE(path.text(), dialog.made.test.path(u"liste.csv"_s));
     QVERIFY(!form.isVisible());
     QCOMPARE(dialog.made.desktop.opened, QStringList());
+    dialog.show(); // what was exported is remembered
+    QVERIFY(!dialog.at<QCheckBox>("chkAutoOpenExportFile").isChecked());
+    dialog.press("optDest1");
+    dialog.show(); // and what was not exported isn't
+    QVERIFY(dialog.at<QRadioButton>("optDest2").isChecked());
 }
 
 KALMO_TEST(ExportDialog)

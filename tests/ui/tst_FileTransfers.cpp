@@ -1,18 +1,12 @@
 // Transfers of the file system panel: their effects on the files in the phone and on the disk.
 
-#include "support/HandsetMemory.h"
-#include "support/TestProgram.h"
-#include "ui/FileTransfers.h"
-
 #include "app/Files.h"
-#include "app/SettingsKeys.h"
-#include "media/Failure.h"
 #include "operations/FileAccess.h"
 #include "operations/Records.h"
+#include "support/HandsetMemory.h"
+#include "support/TestProgram.h"
 #include "ui/FilePanel.h"
 #include "ui/panels/BatchDisplay.h"
-#include "ui/panels/Thumbnails.h"
-#include <algorithm>
 
 namespace {
 
@@ -33,6 +27,22 @@ void chooseFiles(FilePanel& made, const QList<int>& sizes)
 }
 
 } // namespace
+
+class FileTransfers : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void downloads();
+    void aBrokenLineHasOneBox();
+    void aBrokenUploadHasOneBox();
+    void aWishToStopHasNone();
+    void receivedBytesAreCounted();
+    void deletes();
+    void uploads();
+    void theListingDecidesAboutAnEarlyEnd();
+    void anEmptyEntryIsNoWholeFile();
+};
 
 void FileTransfers::downloads()
 {
@@ -96,44 +106,31 @@ void FileTransfers::downloads()
     QCOMPARE(hostile.saved(), QStringList{u"Liesmich.txt"_s});
 }
 
-/// The line breaks in the second of three files, while it is saved or read to be deleted: one box says what
-/// happened, what is done and what is not. The phone keeps all files.
+/// The phone falls silent in the second of three files, while it is saved or read to be deleted: one box says
+/// what happened, what is done and what is not. The phone keeps all files.
 void FileTransfers::aBrokenLineHasOneBox()
 {
-    FilePanel first(u"Sounds"_s);
-    first.select({u"FIL_Gong.mid"_s});
-    first.setFaults({.hangUpAfter = 1000000}); // counts the bytes
-    first.expectTarget();
-    first.save(1);
-    const qint64 bytes = first.port.handset().phone().faults.dataBytes; // of the listing and that file
     const QString failure = failureWords(obex::Timeout);
-    for (const bool isGone : {false, true}) {
-        for (const bool isDeletion : {false, true}) {
-            FilePanel made(u"Sounds"_s);
-            const QStringList held = memoryOf(made.port.handset().phone());
-            made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s});
-            handset::Faults faults;
-            faults.silentFrom = isGone ? 0 : 3;
-            faults.hangUpAfter = isGone ? static_cast<int>(bytes) + 30 : 0;
-            made.setFaults(faults);
-            if (isDeletion) {
-                made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, Answer::Yes, Buttons::YesNo);
-                made.expect(failure + u"\n\nNicht gelöscht:\nTonleiter.mid\nPiep.wav\nGong.mid"_s);
-                made.press("del");
-                QCOMPARE(made.status(), u"Nichts gelöscht."_s);
-            } else {
-                made.expectTarget();
-                made.expect(failure + u"\n\nGespeichert im Ordner %1:\nGong.mid\n\nNicht gespeichert:\n"
-                                      u"Piep.wav\nTonleiter.mid"_s.arg(made.target));
-                made.save(1);
-                QVERIFY2(made.status().endsWith(u" s. 2 nicht gespeichert."_s), qPrintable(made.status()));
-                QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
-                QCOMPARE(TestContext::contentOf(made.target + u"/Gong.mid"_s),
-                         TestContext::contentOf(first.target + u"/Gong.mid"_s));
-            }
-            QCOMPARE(memoryOf(made.port.handset().phone()), held);
-            made.expect(failure); // when the section is left
+    for (const bool isDeletion : {false, true}) {
+        FilePanel made(u"Sounds"_s);
+        const QStringList held = memoryOf(made.port.handset().phone());
+        made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s});
+        made.setFaults({.silentFrom = 3});
+        if (isDeletion) {
+            made.ask(u"3 ausgewählte Dateien wirklich löschen?"_s, Answer::Yes, Buttons::YesNo);
+            made.expect(failure + u"\n\nNicht gelöscht:\nTonleiter.mid\nPiep.wav\nGong.mid"_s);
+            made.press("del");
+            QCOMPARE(made.status(), u"Nichts gelöscht."_s);
+        } else {
+            made.expectTarget();
+            made.expect(failure + u"\n\nGespeichert im Ordner %1:\nGong.mid\n\nNicht gespeichert:\n"
+                                  u"Piep.wav\nTonleiter.mid"_s.arg(made.target));
+            made.save(1);
+            QVERIFY2(made.status().endsWith(u" s. 2 nicht gespeichert."_s), qPrintable(made.status()));
+            QCOMPARE(made.saved(), QStringList{u"Gong.mid"_s});
         }
+        QCOMPARE(memoryOf(made.port.handset().phone()), held);
+        made.expect(failure); // when the section is left
     }
 }
 
@@ -203,171 +200,6 @@ void FileTransfers::aWishToStopHasNone()
     made.save(1);
     QVERIFY2(made.status().endsWith(u" nicht gespeichert (abgebrochen)."_s), qPrintable(made.status()));
     QVERIFY(!made.saved().contains(u"Tonleiter.mid"_s) && made.saved().contains(u"Gong.mid"_s));
-}
-
-void FileTransfers::oneProgressForSeveralFiles()
-{
-    FilePanel made(u"Sounds"_s, {}, u"SL450HX"_s);
-    chooseFiles(made, {30000, 30000});
-    made.progress.bar.steps.clear();
-    made.press("open");
-    const QStringList sending = made.progress.panel.texts.filter(u"2 von 2: Übertrage 2.L22...   "_s);
-    QVERIFY2(!sending.isEmpty(), qPrintable(made.progress.panel.texts.join(u'\n')));
-    const QRegularExpression figures(
-        u"^2 von 2: [^.]*2[.]L22[.]{3}   [0-9.]+kB von 58[.]6kB, [0-9.]+kB/s, noch 0:[0-9]{2}$"_s);
-    QVERIFY2(figures.match(sending.last()).hasMatch(), qPrintable(sending.last()));
-    const QRegularExpression sentence(u"^2 Dateien gesendet, 58[.]6kB in [0-9]+ s[.]$"_s);
-    QVERIFY2(sentence.match(made.status()).hasMatch(), qPrintable(made.status()));
-    made.requireOneBar();
-}
-
-namespace {
-
-/// Drags these onto a row of the list and drops them. False if the list does not take them.
-bool drop(FilePanel& made, const QMimeData& content, const QString& key)
-{
-    QWidget* area = made.list().viewport();
-    const QModelIndex index = made.list().model()->index(made.panel.lvwFFs().indexOfKey(key), 0);
-    const QPoint at = made.list().visualRect(index).center();
-    QDragEnterEvent enter(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(area, &enter);
-    QDropEvent event(at, Qt::CopyAction, &content, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(area, &event);
-    return enter.isAccepted() && event.isAccepted();
-}
-
-} // namespace
-
-/// Through the questions and rules of the upload button, into the folder below the mouse.
-void FileTransfers::filesFromTheDesktop()
-{
-    FilePanel made({}, {}, u"SL450HX"_s);
-    made.show();
-    QMimeData content;
-    content.setText(u"Text"_s);
-    QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
-    content.setUrls({QUrl::fromLocalFile(made.test.storage)}); // a folder
-    QVERIFY(!drop(made, content, u"FOL_Sounds"_s));
-    QCOMPARE(made.status(), u"Ordner werden nicht gesendet."_s);
-    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Neu.L22"_s, "neu")),
-                     QUrl::fromLocalFile(made.test.storage)});
-    made.test.dialogs.expect(media::messageFor({media::Fault::NoFolder}));
-    QVERIFY(drop(made, content, u"ROT_"_s)); // the root takes none
-    QCoreApplication::processEvents();
-    made.test.dialogs.finish();
-
-    made.inDialog(u"dlgGiven"_s, [](QWidget& dialog) {
-        QTest::keyClick(dialog.findChild<QDialogButtonBox*>()->buttons().first(), Qt::Key_Space);
-    });
-    QVERIFY(drop(made, content, u"FOL_Sounds"_s));
-    QCoreApplication::processEvents();
-    QCOMPARE(made.dialogs, 1);
-    QCOMPARE(made.status().section(u',', 0, 0), u"Neu.L22 gesendet"_s);
-    QVERIFY(made.status().endsWith(u" s. 1 ausgelassen. Ordner werden nicht gesendet."_s));
-    QVERIFY(made.shown().contains(u"FOL_Sounds"_s)); // still the root
-    made.enter(u"FOL_Sounds"_s);
-    QVERIFY(made.shown().contains(u"FIL_Neu.L22"_s));
-
-    made.inDialog(u"dlgGiven"_s, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    content.setUrls({QUrl::fromLocalFile(made.test.makeFile(u"Nie.L22"_s, "nie"))});
-    QVERIFY(drop(made, content, u"ROT_"_s));
-    QCoreApplication::processEvents();
-    QCOMPARE(made.dialogs, 2);
-
-    for (const auto answer : {Answer::No, Answer::Yes}) {
-        made.test.dialogs.expect(
-            question(u"Die Dateien sind noch nicht übertragen.\n\nSollen Ihre Angaben verworfen werden?"_s,
-                     u"Zum Telefon übertragen"_s),
-            answer);
-    }
-    bool stayed = false;
-    made.inDialog(u"dlgGiven"_s, [&stayed](QWidget& dialog) {
-        QTest::keyClick(&child<QCheckBox>(dialog, "chkTrimWav"), Qt::Key_Space);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        stayed = dialog.isVisible();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    QVERIFY(drop(made, content, u"ROT_"_s));
-    QCoreApplication::processEvents();
-    QVERIFY(stayed && made.dialogs == 3);
-    QVERIFY(!made.shown().contains(u"FIL_Nie.L22"_s));
-}
-
-/// Nothing is transferred while the mouse moves, and nothing twice.
-void FileTransfers::filesToTheDesktop()
-{
-    FilePanel made(u"Sounds"_s);
-    made.show();
-    made.select({u"ROT_"_s});
-    QVERIFY(!made.list().dragContent());
-    made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"CDU_"_s});
-    made.setFaults({});
-    const QModelIndex row = made.list().model()->index(0, 0);
-    QVERIFY(made.list().dragEnabled() && row.flags().testFlag(Qt::ItemIsDragEnabled));
-    const auto content = made.list().dragContent();
-    QVERIFY(content->hasUrls());
-    QCOMPARE(content->urls(), QList<QUrl>());
-    QCOMPARE(made.requests(), 0);
-    Q_EMIT made.list().dragDropped();
-    const QList<QUrl> urls = content->urls();
-    const int requests = made.requests();
-    QVERIFY(requests > 0 && content->urls() == urls);
-    QCOMPARE(made.requests(), requests);
-    QStringList names;
-    for (const QUrl& url : urls) {
-        names.append(url.fileName());
-        QCOMPARE(TestContext::contentOf(url.toLocalFile()), made.held(url.fileName()));
-    }
-    QCOMPARE(names, QStringList({u"Gong.mid"_s, u"Piep.wav"_s}));
-}
-
-/// Pictures show as what they are once they were saved, by no request more.
-void FileTransfers::thumbnails()
-{
-    FilePanel made(u"Pictures"_s);
-    made.enter(u"FOL_Urlaub 2026"_s);
-    const auto shown = [&] {
-        const QModelIndex index =
-            made.list().model()->index(made.panel.lvwFFs().indexOfKey(u"FIL_Stufen.jpg"_s), 0);
-        return index.data(Qt::DecorationRole).value<QIcon>().pixmap(28).toImage();
-    };
-    const QImage before = shown();
-    made.select({u"FIL_Stufen.jpg"_s});
-    made.expectTarget();
-    made.save(1);
-    made.setFaults({});
-    QTRY_VERIFY(shown() != before);
-    QCOMPARE(made.requests(), 0);
-}
-
-/// Bitmaps of one size in pixels have one size in bytes.
-void FileTransfers::aReplacedPictureHasItsOwnThumbnail()
-{
-    const TestContext test;
-    obex::tObxDirEntry entry;
-    entry.kind = obex::EntryKind::File;
-    entry.name = u"Bild.bmp"_s;
-    const obex::PhonePath folder(u"Pictures"_s);
-    ui::Thumbnails thumbnails(nullptr);
-    QImage before;
-    for (const Qt::GlobalColor color : {Qt::red, Qt::blue}) {
-        QImage image(32, 32, QImage::Format_RGB32);
-        image.fill(color);
-        const QString path = test.path(color == Qt::red ? u"rot.bmp"_s : u"blau.bmp"_s);
-        QVERIFY(image.save(path));
-        entry.size = static_cast<qint32>(QFileInfo(path).size());
-        thumbnails.show(folder, {entry});
-        thumbnails.note(folder.below(entry.name), entry.size, path);
-        const auto shown = [&] { return thumbnails.of(entry.name).pixmap(16).toImage(); };
-        QTRY_VERIFY(!shown().isNull() && shown() != before);
-        QCOMPARE(shown().pixelColor(8, 8), QColor(color));
-        before = shown();
-    }
-    for (const int day : {1, 2}) { // a file of another day is another file
-        entry.modified = QDateTime(QDate(2026, 1, day), QTime(12, 0));
-        thumbnails.show(folder, {entry});
-        QCOMPARE(thumbnails.of(entry.name).isNull(), day == 2);
-    }
 }
 
 void FileTransfers::deletes()
@@ -520,3 +352,4 @@ void FileTransfers::anEmptyEntryIsNoWholeFile()
 }
 
 KALMO_TEST(FileTransfers)
+#include "tst_FileTransfers.moc"

@@ -234,7 +234,7 @@ void tst_FormerStates::noListOutlivesItsState()
     });
     whenOpen.start(0);
     QTest::keyClick(&made.window, Qt::Key_H, Qt::ControlModifier);
-    QCOMPARE(made.contactsInPhone(), size_t{3});
+    QCOMPARE(made.contactsInPhone(), 3);
     QCOMPARE(list.rows()->count(), 0);
     QCOMPARE(made.status(), u"Das Lesen wurde abgebrochen."_s);
 }

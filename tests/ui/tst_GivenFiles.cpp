@@ -49,7 +49,7 @@ void tst_GivenFiles::fileOfASecondStartIsOpened()
     open.memory.NeDirty = false;
     open.window.openGiven(open.test.makeFile(u"Alt.tel"_s, "\"Alt\",\"110\",\"\",\"\",\"\",\"\"\r\n"));
     QCOMPARE(open.panel() + open.list("lvwTB").rows()->text(0, 0), u"fraPBTBAlt"_s);
-    QCOMPARE(open.list("lvwTB").rows()->count(), 1);
+    QCOMPARE(open.count("lvwTB"), 1);
     QVERIFY(open.memory.TbDirty && open.entriesInPhone() > 1);
     open.memory.TbDirty = false;
 }

@@ -239,10 +239,6 @@ private Q_SLOTS:
         child<QComboBox>(*made.form, "cmbCsvField2").setCurrentText(u"<nicht verwenden>"_s);
         made.click("cmdMend_encoding");
         QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x Müller|1|"_s}));
-        made.test.dialogs.expect(transfer::messageOfTakenEntries());
-        made.click("cmdImport");
-        made.open("Name;Zuhause;Nummer;Jahrestag\nA;1;2;24.12.\n"); // the choices are remembered
-        QCOMPARE(made.rows(), (QStringList{u"- Name||"_s, u"x A|1|"_s}));
     }
 
     /// Escape asks where the choices differ from those that the file was shown with.

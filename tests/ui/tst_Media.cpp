@@ -115,15 +115,10 @@ void tst_Media::soundsInThePanel()
     auto& start = child<QPushButton>(panel, "cmdSndStart");
     auto& stop = child<QPushButton>(panel, "cmdSndStop");
     auto& timer = child<QTimer>(panel, "tmrStopWav");
-    for (const auto& [text, interval] :
-         Rows<QString, int>{{"long", u"999999999"_s, 24 * 3600 * 1000}, {"short", u"7"_s, 7000}}) {
-        seconds.setCurrentText(text);
-        QTest::keyClick(start.isEnabled() ? &start : &stop, Qt::Key_Space);
-        if (start.isEnabled())
-            QTest::keyClick(&start, Qt::Key_Space);
-        QVERIFY(!start.isEnabled() && stop.isEnabled());
-        QCOMPARE(timer.interval(), interval);
-    }
+    seconds.setCurrentText(u"999999999"_s);
+    QTest::keyClick(&start, Qt::Key_Space);
+    QVERIFY(!start.isEnabled() && stop.isEnabled());
+    QCOMPARE(timer.interval(), 24 * 3600 * 1000);
     timer.start(0); // where the trimmed sound will end
     QTRY_VERIFY(start.isEnabled() && !stop.isEnabled());
     for (const QString& wrong : {u"0"_s, u"1.5"_s, u"viel"_s}) {

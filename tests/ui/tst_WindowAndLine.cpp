@@ -58,8 +58,7 @@ void tst_WindowAndLine::closingAsksAndLeavesDataMode()
 
 void tst_WindowAndLine::everyWayOutClosesTheChannel()
 {
-    OpenWindow calm(u"SL400H"_s);
-    calm.window.goTo(u"TB"_s);
+    OpenWindow calm(u"SL400H"_s, u"TB"_s);
     const int lettingGo = calm.port.handset().phone().faults.requests;
     for (const QString& way : {u"DIV"_s, u"TB"_s, u"SETUP"_s, u"refresh"_s, u"close"_s}) {
         for (const bool isConnectRefused : {true, false}) { // or to let go of the connection is
@@ -81,8 +80,7 @@ void tst_WindowAndLine::everyWayOutClosesTheChannel()
 
 void tst_WindowAndLine::aDeafPhoneHoldsNobodyUp()
 {
-    OpenWindow open(u"SL400H"_s);
-    open.window.goTo(u"FFS"_s);
+    OpenWindow open(u"SL400H"_s, u"FFS"_s);
     open.port.handset().setFaults({.silentFrom = 1});
     for (const int code : {obex::Timeout, obex::ChannelStuck}) {
         open.test.dialogs.expect(errorBox(obex::GetFriedlyErrMsg(code)));
@@ -92,7 +90,7 @@ void tst_WindowAndLine::aDeafPhoneHoldsNobodyUp()
     open.window.goTo(u"SPONSOR"_s);
     open.port.handset().setFaults({});
     open.window.goTo(u"TB"_s);
-    QVERIFY(open.list("lvwVCF").rows()->count() > 0);
+    QVERIFY(open.count("lvwVCF") > 0);
 }
 
 void tst_WindowAndLine::closingWaitsForAWrite()
@@ -101,7 +99,7 @@ void tst_WindowAndLine::closingWaitsForAWrite()
     QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
     open.window.goTo(u"TB"_s);
     open.deleteFirst("lvwTB");
-    const int wanted = open.list("lvwTB").rows()->count();
+    const int wanted = open.count("lvwTB");
     const auto answer = [&](QMessageBox::StandardButton button) {
         open.window.close();
         const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -114,7 +112,7 @@ void tst_WindowAndLine::closingWaitsForAWrite()
     open.expectQuestion(u"Dieses Telefon zählt seine Melodien beim Schreiben anders als beim Lesen."_s,
                         Answer::Yes);
     open.press("write");
-    QCOMPARE(static_cast<int>(open.entriesInPhone()), wanted);
+    QCOMPARE(open.entriesInPhone(), wanted);
     QCoreApplication::processEvents();
     QCOMPARE(closed.size(), 1);
 }
@@ -147,9 +145,9 @@ void tst_WindowAndLine::closingQuestionCancelsARead()
     open.window.goTo(u"TB"_s);
     QVERIFY(open.window.isVisible() && !QApplication::activeModalWidget());
     QCOMPARE(open.panel() + open.node(), u"fraPBTBTB"_s);
-    QVERIFY(open.list("lvwTB").isEnabled() && open.list("lvwTB").rows()->count() == 0);
+    QVERIFY(open.list("lvwTB").isEnabled() && open.count("lvwTB") == 0);
     open.window.goTo(u"TB"_s); // never read, so it is read now
-    QCOMPARE(static_cast<size_t>(open.list("lvwTB").rows()->count()), open.entriesInPhone());
+    QCOMPARE(open.count("lvwTB"), open.entriesInPhone());
 }
 
 void tst_WindowAndLine::filesComeBackBehindCommands()
@@ -212,7 +210,7 @@ void tst_WindowAndLine::filesHaveKeysOfTheirOwn()
     QCOMPARE(state(), own);
     QVERIFY(open.list("lvwFFs").hasFocus());
     open.list("lvwFFs").rows()->setCurrent(0);
-    const size_t contacts = open.contactsInPhone();
+    const int contacts = open.contactsInPhone();
     open.test.dialogs.expect(question(u"1 ausgewählte Dateien wirklich löschen?"_s), Answer::No);
     QTest::keyClick(&open.list("lvwFFs"), Qt::Key_Delete);
     QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier); // opens no contact
@@ -271,15 +269,14 @@ void tst_WindowAndLine::failuresLeaveWholeLists()
 {
     const QString failed = u"Fehler beim Zugriff auf das Telefon"_s;
     OpenWindow atEnd(u"PICASSO"_s);
-    const int entries = static_cast<int>(atEnd.entriesInPhone());
+    const int entries = atEnd.entriesInPhone();
     atEnd.port.handset().setFaults({.refuseCommandAt = entries + 3}); // opened, read to the empty reply
     atEnd.test.dialogs.expectStart(failed);
     for (const QString& node : {u"TB"_s, u"SPONSOR_ORV"_s, u"TB"_s}) // reads once
         atEnd.window.goTo(node);
-    QCOMPARE(atEnd.list("lvwTB").rows()->count(), entries);
+    QCOMPARE(atEnd.count("lvwTB"), entries);
 
-    OpenWindow open(u"PICASSO"_s);
-    open.window.goTo(u"TB"_s);
+    OpenWindow open(u"PICASSO"_s, u"TB"_s);
     const toolkit::ListRows& rows = *open.list("lvwTB").rows();
     open.deleteFirst("lvwTB");
     open.port.handset().setFaults({.refuseCommandAt = 1});
@@ -290,7 +287,7 @@ void tst_WindowAndLine::failuresLeaveWholeLists()
     open.port.handset().setFaults({});
     open.expectQuestion(u"Einträge ohne Namen im Telefon: 1."_s, Answer::Yes);
     open.press("write"); // and asks nothing about where the list came from
-    QCOMPARE(static_cast<int>(open.entriesInPhone()), entries - 1);
+    QCOMPARE(open.entriesInPhone(), entries - 1);
 }
 
 /// A search has found another handset of the same kind.
@@ -325,7 +322,7 @@ void tst_WindowAndLine::anotherPhoneIsReadAgain()
             QCOMPARE(open.list("lvwTB").placeholder(), placeholderFor(ui::ListState::NotRead));
             open.window.goTo(u"TB"_s);
         }
-        QCOMPARE(list.count(), static_cast<int>(open.entriesInPhone()) - (isChanged ? 1 : 0));
+        QCOMPARE(list.count(), open.entriesInPhone() - (isChanged ? 1 : 0));
         QCOMPARE(open.memory.TbDirty, isChanged);
         open.memory.TbDirty = false;
     });
@@ -333,8 +330,7 @@ void tst_WindowAndLine::anotherPhoneIsReadAgain()
 
 void tst_WindowAndLine::stoppedDeletionIsCounted()
 {
-    OpenWindow open(u"SL450HX"_s);
-    open.window.goTo(u"TB"_s);
+    OpenWindow open(u"SL450HX"_s, u"TB"_s);
     toolkit::ListRows& rows = *open.list("lvwVCF").rows();
     const int before = rows.count();
     for (const int row : {0, 1, 2, 3})
@@ -342,7 +338,7 @@ void tst_WindowAndLine::stoppedDeletionIsCounted()
     open.stopWhen([&] { return rows.count() < before; });
     open.expectQuestion(u"4 gewählte(n) Kontakt(e)"_s, Answer::Yes);
     QTest::keyClick(&open.list("lvwVCF"), Qt::Key_Delete);
-    QCOMPARE(static_cast<int>(open.contactsInPhone()), before - 2); // the second was on its way
+    QCOMPARE(open.contactsInPhone(), before - 2); // the second was on its way
     QCOMPARE(rows.count(), before - 2);
     QCOMPARE(open.status(),
              u"2 Kontakte gelöscht, 2 nicht (abgebrochen). \"Frühere Stände\" bringt sie zurück."_s);

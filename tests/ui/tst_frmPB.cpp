@@ -84,15 +84,14 @@ void frmPBTest::statusIsOfItsSection()
 
 void frmPBTest::noLeadsBack()
 {
-    OpenWindow open(u"WOODSTOCK"_s);
-    open.window.goTo(u"TB"_s);
+    OpenWindow open(u"WOODSTOCK"_s, u"TB"_s);
     open.deleteFirst("lvwTB");
-    const int count = open.list("lvwTB").rows()->count();
+    const int count = open.count("lvwTB");
     open.expectUnsavedChanges(Answer::No);
     open.window.goTo(u"DIV"_s);
     QCOMPARE(open.panel() + open.node() + open.front() + open.offered(),
              u"fraPBTBTBfraSaveReminder"_s + classicCommands);
-    QCOMPARE(open.list("lvwTB").rows()->count(), count);
+    QCOMPARE(open.count("lvwTB"), count);
     open.expectUnsavedChanges(Answer::Yes);
     open.window.goTo(u"NE"_s);
     QVERIFY(open.memory.TbDirty);
@@ -101,10 +100,9 @@ void frmPBTest::noLeadsBack()
 
 void frmPBTest::classicListIsWritten()
 {
-    OpenWindow open(u"PICASSO"_s);
-    open.window.goTo(u"TB"_s);
-    const size_t before = open.entriesInPhone();
-    QCOMPARE(open.list("lvwTB").rows()->count(), static_cast<int>(before));
+    OpenWindow open(u"PICASSO"_s, u"TB"_s);
+    const int before = open.entriesInPhone();
+    QCOMPARE(open.count("lvwTB"), before);
     open.deleteFirst("lvwTB");
     QCOMPARE(open.front(), u"fraSaveReminder"_s);
     QCOMPARE(open.entriesInPhone(), before);
@@ -115,7 +113,7 @@ void frmPBTest::classicListIsWritten()
     QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);
     QCOMPARE(QDir(open.test.storage + u"/Backup"_s).entryList(QDir::Files).size(), 2);
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_A);
-    QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), static_cast<qsizetype>(before - 1));
+    QCOMPARE(open.list("lvwTB").rows()->selectedRows().size(), qsizetype{before - 1});
     open.test.dialogs.expect(question(u"%1 Einträge wirklich löschen?"_s.arg(before - 1)), Answer::Yes);
     QTest::keyClick(&open.list("lvwTB"), Qt::Key_Delete);
     QVERIFY(open.list("lvwTB").placeholder().startsWith(u"Die Liste ist leer. Das Telefon behält"_s));
@@ -165,8 +163,7 @@ void frmPBTest::listsAreSearched()
 
 void frmPBTest::backupsAreOpenedAndSaved()
 {
-    OpenWindow open(u"WOODSTOCK"_s);
-    open.window.goTo(u"TB"_s);
+    OpenWindow open(u"WOODSTOCK"_s, u"TB"_s);
     const QString file = open.test.makeFile(u"alt.tel"_s, "\"Anna\",\"\"\r\n"); // without a number
     const toolkit::FileRequest request{.title = u"Kalmo - Telefonbuch öffnen"_s,
                                        .folder = open.test.storage + u"/Backup"_s,
@@ -174,27 +171,27 @@ void frmPBTest::backupsAreOpenedAndSaved()
     QAction* automatic = child<QMenu>(open.window, "mnuOpen").actions()[1];
     const QString missing = open.test.path(u"fehlt.tel"_s);
     const QString empty = open.test.makeFile(u"leer.tel"_s, "\"Anna\"\r\n"); // a field alone is no entry
-    const int count = open.list("lvwTB").rows()->count();
+    const int count = open.count("lvwTB");
     for (const QString& path : {missing, empty}) {
         open.test.dialogs.expectOpenFile(request, path);
         open.test.dialogs.expectStart(path == missing
                                           ? u"Fehler beim Lesen der Datei "_s + path
                                           : u"Die Datei %1 enthält keinen lesbaren Eintrag."_s.arg(path));
         automatic->trigger();
-        QCOMPARE(open.list("lvwTB").rows()->count(), count);
+        QCOMPARE(open.count("lvwTB"), count);
         QVERIFY(!open.memory.TbDirty);
     }
     open.test.dialogs.expectOpenFile(request, file);
     automatic->trigger();
-    QCOMPARE(open.list("lvwTB").rows()->count(), 1);
+    QCOMPARE(open.count("lvwTB"), 1);
     QVERIFY(open.memory.TbDirty);
     open.expectUnsavedChanges(Answer::Yes);
     open.test.dialogs.expectOpenFile(
         request,
         open.test.makeFile(u"copy.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])"));
     automatic->trigger();
-    QCOMPARE(open.list("lvwTB").rows()->count(), 2); // such copies are made of what lines can't hold
-    const size_t held = open.entriesInPhone();
+    QCOMPARE(open.count("lvwTB"), 2); // such copies are made of what lines can't hold
+    const int held = open.entriesInPhone();
     open.expectQuestion(u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen.\n\nBeim "
                         u"Schreiben:\nneu: 2 (A, B)\ngeändert: 0\nentfernt: %1 ("_s.arg(held),
                         Answer::No);
@@ -208,11 +205,10 @@ void frmPBTest::backupsAreOpenedAndSaved()
 
 void frmPBTest::contactsAreDeletedAtOnce()
 {
-    OpenWindow open(u"SL400H"_s);
-    open.window.goTo(u"TB"_s);
-    const size_t before = open.contactsInPhone();
+    OpenWindow open(u"SL400H"_s, u"TB"_s);
+    const int before = open.contactsInPhone();
     toolkit::ListRows& rows = *open.list("lvwVCF").rows();
-    QCOMPARE(static_cast<size_t>(rows.count()), before);
+    QCOMPARE(rows.count(), before);
     QTest::keyClick(&open.list("lvwVCF"), Qt::Key_A); // selects by Ctrl only
     QVERIFY(rows.selectedRows().size() < rows.count());
     rows.setCurrent(1);
@@ -222,7 +218,7 @@ void frmPBTest::contactsAreDeletedAtOnce()
     open.press("delete");
     QCOMPARE(open.contactsInPhone(), before - 1);
     QCOMPARE(open.status(), u"1 Kontakt gelöscht. \"Frühere Stände\" bringt ihn zurück."_s);
-    QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
+    QCOMPARE(rows.count(), before - 1);
     QVERIFY(!open.port.handset().isInDataMode());
     QVERIFY(child<QLabel>(open.window, "fraVCF_caption").text().endsWith(u", %1 belegt"_s.arg(before - 1)));
     const QString file = open.test.path(u"alle.csv"_s);
@@ -233,13 +229,13 @@ void frmPBTest::contactsAreDeletedAtOnce()
                                      file);
     open.test.dialogs.expect(Icon::Information, u"Datei gespeichert."_s);
     open.press("save");
-    QCOMPARE(TestContext::contentOf(file).count("\r\n"), static_cast<qsizetype>(before));
+    QCOMPARE(TestContext::contentOf(file).count("\r\n"), qsizetype{before});
     open.window.hide();
     open.window.forgetPhone();
     QCOMPARE(rows.count(), 0); // LUIDs of another phone
     open.window.show();
     QCoreApplication::processEvents();
-    QCOMPARE(static_cast<size_t>(rows.count()), before - 1);
+    QCOMPARE(rows.count(), before - 1);
 }
 
 void frmPBTest::secretWordsAreHeard()
