@@ -14,37 +14,37 @@
 
 namespace {
 
-using SetFault = void (*)(Faults& faults, int at);
+using FaultAt = Faults (*)(int at);
 
 struct Kind
 {
     const char* name;
-    SetFault set;
+    FaultAt make;
 };
 
 /// Each strikes at a request of the data mode.
 constexpr Kind dataFaults[] = {
-    {"refusal", [](Faults& faults, int at) { faults.refuseAt = at; }},
-    {"silence", [](Faults& faults, int at) { faults.silentFrom = at; }},
-    {"late answer", [](Faults& faults, int at) { faults.lateRequestAt = at, faults.lateBy = 61; }},
-    {"line gone", [](Faults& faults, int at) { faults.hangUpAfter = 400 * at; }},
-    {"no LUIDs", [](Faults& faults, int at) { faults.noLuid = at > 0; }},
+    {"refusal", [](int at) { return Faults{.refuseAt = at}; }},
+    {"silence", [](int at) { return Faults{.silentFrom = at}; }},
+    {"late answer", [](int at) { return Faults{.lateBy = 61, .lateRequestAt = at}; }},
+    {"line gone", [](int at) { return Faults{.hangUpAfter = 400 * at}; }},
+    {"no LUIDs", [](int at) { return Faults{.noLuid = at > 0}; }},
 };
 
 /// Each strikes at an AT command, or at an entry.
 constexpr Kind commandFaults[] = {
-    {"refusal", [](Faults& faults, int at) { faults.refuseCommandAt = at; }},
-    {"silence", [](Faults& faults, int at) { faults.silentAfter = at; }},
-    {"line gone", [](Faults& faults, int at) { faults.hangUpAt = at; }},
-    {"lost byte", [](Faults& faults, int at) { faults.loseByteAt = at; }},
-    {"beyond all time limits", [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 20; }},
+    {"refusal", [](int at) { return Faults{.refuseCommandAt = at}; }},
+    {"silence", [](int at) { return Faults{.silentAfter = at}; }},
+    {"line gone", [](int at) { return Faults{.hangUpAt = at}; }},
+    {"lost byte", [](int at) { return Faults{.loseByteAt = at}; }},
+    {"beyond all time limits", [](int at) { return Faults{.lateAt = at, .lateBy = 20}; }},
     // The others are tried with one list, since they cost time.
-    {"beyond the first one", [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 1.5; }},
-    {"beyond the second one", [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 9; }},
-    {"noise", [](Faults& faults, int at) { faults.noiseAt = at; }},
-    {"entry not read", [](Faults& faults, int at) { faults.readErrorAt = at; }},
-    {"entry refused", [](Faults& faults, int at) { faults.writeErrorAt = at; }},
-    {"entry refused once", [](Faults& faults, int at) { faults.writeErrorOnceAt = at; }},
+    {"beyond the first one", [](int at) { return Faults{.lateAt = at, .lateBy = 1.5}; }},
+    {"beyond the second one", [](int at) { return Faults{.lateAt = at, .lateBy = 9}; }},
+    {"noise", [](int at) { return Faults{.noiseAt = at}; }},
+    {"entry not read", [](int at) { return Faults{.readErrorAt = at}; }},
+    {"entry refused", [](int at) { return Faults{.writeErrorAt = at}; }},
+    {"entry refused once", [](int at) { return Faults{.writeErrorOnceAt = at}; }},
 };
 
 /// The handset and the change that get all of them.
@@ -180,10 +180,8 @@ void tst_ChangeFaults::anyFaultAtAnyRequest()
     m_states.clear();
     for (const Kind& kind : kinds) {
         for (int at = 1; at <= requests; at += step) {
-            Faults faults;
-            kind.set(faults, at);
             const QByteArray why = kind.name + QByteArray(" at ") + QByteArray::number(at) + ": ";
-            check(faults, before, wanted, why);
+            check(kind.make(at), before, wanted, why);
             if (QTest::currentTestFailed())
                 return;
         }

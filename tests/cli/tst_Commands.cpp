@@ -10,7 +10,6 @@ class tst_Commands : public QObject
 
 private Q_SLOTS:
     void results();
-    void texts();
     void failures();
     void readsAgainWhatIsDoubtful();
     void refusedMelodies();
@@ -75,34 +74,6 @@ void tst_Commands::results()
         prepare(shell);
         QCOMPARE(shell.run(u"--json --quiet "_s + line), ExitDone);
         QCOMPARE(shell.value(), value);
-        QCOMPARE(shell.told, QString());
-    });
-}
-
-void tst_Commands::texts()
-{
-    Rows<QString, QString, Shell::Prepare> rows;
-    rows.add("ringtones", u"ringtones"_s,
-             u"Event        Tone       Volume\n"
-             "external     Melodie 1  1\n"
-             "internal     Melodie 2  2\n"
-             "appointment  Melodie 3  3\n"
-             "alarm        Walzer     rising\n"
-             "\n"
-             "Melody  Kind  Bytes  Id\n"
-             "Walzer  MID   1200   33\n"_s,
-             [](Shell& shell) {
-                 shell.found("WOODY");
-                 shell.twice("AT^WFFO=\"MEL\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
-                 shell.twice("AT^WREX?\r", "^WREX: 1,1").twice("AT^WRIN?\r", "^WRIN: 2,2");
-                 shell.twice("AT^WRAP?\r", "^WRAP: 3,3").twice("AT^WRAL?\r", "^WRAL: 33,6");
-             });
-
-    rows.each([&](const auto& line, const auto& printed, const auto& prepare) {
-        Shell shell;
-        prepare(shell);
-        QCOMPARE(shell.run(line), ExitDone);
-        QCOMPARE(shell.printed, printed);
         QCOMPARE(shell.told, QString());
     });
 }

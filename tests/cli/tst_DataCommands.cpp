@@ -12,7 +12,6 @@ namespace {
 /// A command behind "--json --quiet", its status, the value with ' for ", the messages and what comes first.
 /// Without messages a failed run may say anything.
 using DataRuns = Rows<QString, ExitStatus, QString, QString, std::function<void(Handset&)>>;
-using SetFault = std::function<void(Faults&, int)>;
 
 void eachRun(const DataRuns& rows)
 {
@@ -257,11 +256,11 @@ void tst_DataCommands::oneSession()
 /// After any fault no local file is wrong or cut off, and the phone is found again.
 void tst_DataCommands::anyFaultWhileGetting()
 {
-    const Rows<SetFault> rows{
-        {"refusal", [](Faults& faults, int at) { faults.refuseAt = at; }},
-        {"silence", [](Faults& faults, int at) { faults.silentFrom = at; }},
-        {"a late answer", [](Faults& faults, int at) { faults.lateRequestAt = at, faults.lateBy = 40; }},
-        {"the line drops", [](Faults& faults, int at) { faults.hangUpAfter = 80 * at; }},
+    const Rows<Faults (*)(int)> rows{
+        {"refusal", [](int at) { return Faults{.refuseAt = at}; }},
+        {"silence", [](int at) { return Faults{.silentFrom = at}; }},
+        {"a late answer", [](int at) { return Faults{.lateBy = 40, .lateRequestAt = at}; }},
+        {"the line drops", [](int at) { return Faults{.hangUpAfter = 80 * at}; }},
     };
     const QString line = u"--yes files get Sounds/Piep.wav Liesmich.txt"_s;
     const auto localFiles = [](const Handset& handset) {
@@ -273,12 +272,10 @@ void tst_DataCommands::anyFaultWhileGetting()
     Handset undisturbed({.model = u"S68H"_s});
     QCOMPARE(undisturbed(line), ExitDone);
     const auto wanted = localFiles(undisturbed);
-    rows.each([&](const auto& setFault) {
+    rows.each([&](const auto& makeFaults) {
         for (int at = 1; at <= 46; at += 3) {
             Handset handset({.model = u"S68H"_s});
-            Faults faults;
-            setFault(faults, at);
-            handset.port.handset().setFaults(faults);
+            handset.port.handset().setFaults(makeFaults(at));
             const ExitStatus status = handset(line);
             const QByteArray why = QByteArray::number(at) + ": " + handset.told.toUtf8();
             const auto files = localFiles(handset);

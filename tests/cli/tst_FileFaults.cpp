@@ -100,15 +100,11 @@ void tst_FileFaults::anyFaultAtAnyRequest_data()
 void tst_FileFaults::anyFaultAtAnyRequest()
 {
     QFETCH(QString, line);
-    const std::pair<const char*, std::function<void(Faults&, int)>> kinds[] = {
-        {"refusal", [](Faults& faults, int request) { faults.refuseAt = request; }},
-        {"silence", [](Faults& faults, int request) { faults.silentFrom = request; }},
-        {"late answer",
-         [](Faults& faults, int request) {
-             faults.lateRequestAt = request;
-             faults.lateBy = 25.2;
-         }},
-        {"line gone", [](Faults& faults, int request) { faults.hangUpAfter = 400 * request; }},
+    const std::pair<const char*, Faults (*)(int)> kinds[] = {
+        {"refusal", [](int request) { return Faults{.refuseAt = request}; }},
+        {"silence", [](int request) { return Faults{.silentFrom = request}; }},
+        {"late answer", [](int request) { return Faults{.lateBy = 25.2, .lateRequestAt = request}; }},
+        {"line gone", [](int request) { return Faults{.hangUpAfter = 400 * request}; }},
     };
     for (const QString& model : {u"S68H"_s, u"S820"_s}) {
         const auto calm = makeHandset(model);
@@ -123,15 +119,13 @@ void tst_FileFaults::anyFaultAtAnyRequest()
             QVERIFY2(treeOf(*calm) == state, qPrintable(calm->printed));
         }
         QCOMPARE(calm->port.handset().violations(), QStringList());
-        for (const auto& [kind, set] : kinds) {
+        for (const auto& [kind, makeFaults] : kinds) {
             if (model != u"S68H"_s && kind != kinds[0].first)
                 continue; // its names have another form, all else is the same
             for (int request = 1; request <= requests; ++request) {
-                Faults faults;
-                set(faults, request);
                 const QByteArray why =
                     kind + QByteArray(" at ") + QByteArray::number(request) + ", " + model.toUtf8() + ": ";
-                check(model, line, faults, before, wanted, why);
+                check(model, line, makeFaults(request), before, wanted, why);
                 if (QTest::currentTestFailed())
                     return;
             }

@@ -120,9 +120,7 @@ void tst_Finding::leftInDataMode()
         app::put(handset.test.settings, app::keys::LastUnclosedObexDevice,
                  remembered ? u"SL450HX"_s : app::noValue());
         app::put(handset.test.settings, app::keys::LastUnclosedObexDeviceCOM, u"1"_s);
-        Faults faults;
-        faults.ignoresEscape = deaf;
-        handset.port.handset().setFaults(faults);
+        handset.port.handset().setFaults({.ignoresEscape = deaf});
 
         QCOMPARE(handset(line), status);
         QVERIFY2(handset.told.contains(told), qPrintable(handset.told));

@@ -48,8 +48,6 @@ private Q_SLOTS:
                  table, u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);
         rows.add("quote that is empty", {u"classic"_s, u"--quote"_s, u""_s, u"--separator"_s, u"comma"_s},
                  "Name,Nummer\n\"A\",1\n", u"-|Name||\nx|\"A\"|1|"_s);
-        rows.add("read simply", {u"classic"_s, u"--reading"_s, u"simple"_s}, "Name,Nummer\n\"A, B\",1\n",
-                 u"-|Name||\n-|\"A||"_s);
         rows.add("read as CSV by its own quote", {u"classic"_s, u"--quote"_s, u"'"_s},
                  "Name,Nummer\n'A, B',1\n", u"-|Name||\nx|A, B|1|"_s);
         rows.add("ANSI all the same", {u"classic"_s, u"--encoding=ansi"_s}, "Name;Nummer\nM\xC3\xBCller;1\n",
@@ -70,14 +68,10 @@ private Q_SLOTS:
                  u"--home is for vCard phonebooks only."_s);
         rows.add("option of another source", {u"vcard"_s, u"--separator"_s, u"tab"_s}, cards,
                  u"--separator is for text files only."_s);
-        rows.add("heading that is not there", {u"classic"_s, u"--name"_s, u"Vorname"_s}, table,
-                 u"there is no column \"Vorname\" for --name."_s);
         rows.add("time that is none", {u"classic"_s, u"--time"_s, u"24:00"_s}, table,
                  u"\"24:00\" is no value for --time: it must be a time like 08:30."_s);
         rows.add("country that is none", {u"classic"_s, u"--country"_s, u"49"_s}, table,
                  u"\"49\" is no value for --country: it must be a \"+\" and up to three digits."_s);
-        rows.add("minimum without a line", {u"classic"_s, u"--outside-line-min"_s, u"3"_s}, table,
-                 u"--outside-line-min needs --outside-line."_s);
         rows.add(
             "name that can't be composed", {u"classic"_s, u"--compose"_s, u"home={Ort:3}"_s}, cards,
             u"\"home={Ort:3}\" is no value for --compose: it must be one or two fields like {Nachname:15}, "

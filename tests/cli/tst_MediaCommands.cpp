@@ -64,8 +64,6 @@ void tst_MediaCommands::withoutAPhone()
     rows.add("over itself", u"melody song.mid ./song.mid --yes"_s, ExitWrongUse,
              u"song.mid can't be its own result.\n"_s);
     rows.add("no file", u"sound none.wav out"_s, ExitWrongUse, u"there is no file none.wav.\n"_s);
-    rows.add("no number", u"sound tone.wav out --trim 1.5"_s, ExitWrongUse,
-             u"--trim takes whole seconds, or 0 for the whole sound.\n"_s);
     rows.add("no family", u"picture photo.bmp out.jpg"_s, ExitWrongUse,
              u"say for which --family of handsets, 5, 6 or 8 to 13.\n"_s);
     rows.add("one without JPEG", u"picture photo.bmp out.jpg --family 6"_s, ExitWrongUse,
@@ -135,7 +133,6 @@ void tst_MediaCommands::batches()
              u"a-name-of-sixteen-two.wav would replace another one of these files, "
              "/Sounds/a-name-of-sixtee.722.\n"_s);
     rows.add("without commas", u"x,;y.wav"_s, ExitDone, u"x,;y.wav:xy.722:true"_s, {});
-    rows.add("codes go as they are", u"c.L22"_s, ExitDone, u"c.L22:c.L22:true"_s, {});
     rows.add("kinds of two folders", u"tone.wav photo.bmp"_s, ExitWrongUse, {}, otherFolder);
     rows.add("a folder of another kind", u"--to Sounds/new tone.wav"_s, ExitWrongUse, {}, otherFolder);
     rows.add("a converter is missing", u"c.L22 tone.wav photo.bmp --to Sounds"_s, ExitFailed,

@@ -72,7 +72,6 @@ private Q_SLOTS:
         const QByteArray prompt = "Sure? [y/N] ";
         Rows<bool, QStringList, bool, bool, QByteArray> rows;
         rows.add("yes", false, {u" Yes "_s}, true, true, prompt);
-        rows.add("no", false, {u"n"_s}, false, false, prompt);
         rows.add("just the return key", false, {{}}, false, false, prompt);
         rows.add("neither, and asked again", false, {u"what"_s, u"y"_s}, true, true, prompt + prompt);
         rows.add("end of the input", false, {}, false, false, prompt + "\n");
@@ -118,8 +117,6 @@ private Q_SLOTS:
              "kalmoctl: Gr\xc3\xb6\xc3\x9f"
              "e?\n"},
             {"yes or no", box(Buttons::YesNo, Icon::Question, u"Size?"_s), Answer::Yes, Answer::No,
-             "Size? [y/N] "},
-            {"go on", box(Buttons::OkCancel, Icon::Question, u"Size?"_s), Answer::Ok, Answer::Cancel,
              "Size? [y/N] "},
             {"again", box(Buttons::RetryCancel, Icon::Exclamation, u"Size?"_s), Answer::Retry, Answer::Cancel,
              "Size? [y/N] "},

@@ -75,7 +75,6 @@ void tst_SavedLists::lines()
     const Rows<QByteArray, QString> rows{
         {"two of six fields, blank lines, other line ends",
          "\"A\",\"1\"\n\n\"B\",\"2\",\"01.02  03:04\"\r\r\n", u"A|1||||; B|2|01.02  03:04|||"_s},
-        {"quote never closed", "\"A\",\"1\"\r\n\"B\",\"2\r\n", u"x: line 2: "_s + form},
         {"date", "\"A\",\"1\",\"24.12. 8:30\"", u"x: line 1: the date is not of the form \"24.12  08:30\""_s},
         {"VIP", "\"A\",\"1\",\"\",\"\",\"yes\"", u"x: line 1: VIP is neither \"Ja\" nor empty"_s},
         {"what a phone may have given, though it would not take it",
@@ -95,10 +94,6 @@ void tst_SavedLists::json()
 {
     const Rows<SavedKind, QByteArray, QString> rows{
         {"name and number are enough", SavedKind::Phonebook, R"([{"number":"1","name":"Ł"}])", u"Ł|1||||"_s},
-        {"all", SavedKind::Phonebook,
-         QByteArray(R"([{"name":"A","number":"1","date":"01.02  03:04","dateSound":"Optisch",)"
-                    R"("vip":true,"vipSound":"x"}])"),
-         u"A|1|01.02  03:04|Optisch|Ja|x"_s},
         {"cut off", SavedKind::Phonebook, "[\n {\"name\":\"A\",\n",
          u"x: line 3: this is no JSON: unterminated object"_s},
         {"no number", SavedKind::Phonebook, R"([{"name":"A"}])",
@@ -234,7 +229,6 @@ void tst_SavedLists::contactWarnings()
     const QString endangered = u"the phone may give back \"%1\" as something else"_s;
     const Rows<tVcfEntry, QStringList> rows{
         {"fine", {.lastName = u"Groß \\x"_s, .birthday = u"1972-02-29T23:59:59"_s}, {}},
-        {"as phones say none", {.birthday = u"0000-00-00"_s}, {}},
         {"too long",
          {.lastName = u"%2"_s.repeated(9)},
          {u"\"%1\" is longer than 16 characters"_s.arg(u"%2"_s.repeated(9))}},
@@ -255,7 +249,6 @@ void tst_SavedLists::refusedContacts()
 {
     const Rows<QByteArray, QString> rows{
         {"key", R"([{"home": "1"}, {"Home": "1"}])", u"x: contact 2: unknown key \"Home\""_s},
-        {"no text", R"([{"home": 1}])", u"x: contact 1: \"home\" must be a text"_s},
         {"a line end", R"({"home": "1\nTEL:2"})",
          u"x: contact 1: there is a line end or a NUL in \"home\""_s},
         {"foreign letters", R"({"home": "Ł1"})",

@@ -104,43 +104,25 @@ void tst_ClassicPhonebook::writeCommand()
 /// An entry goes back exactly as it came, whatever the list can show of it.
 void tst_ClassicPhonebook::exactCommand()
 {
-    struct Unnamed
-    {
-        bool reminder;
-        bool vip;
+    // the last two: if the reminder, and if the VIP call, has a melody without a name
+    const Rows<int, QByteArray, QByteArray, bool, bool> rows{
+        {"melody without a name", 2, "^WSRE: 4,Anna,3,110,12,001224083077,0,\r\n",
+         "AT^WSWE=4,Anna,3,110,12,001224083077\r\n", true, false},
+        {"own melody", 2, "^WSRE: 4,Anna,3,110,12,001224083033\r\n",
+         "AT^WSWE=4,Anna,3,110,12,001224083033\r\n", false, false},
+        {"the tenth in its other spelling", 4, "^WSRE: 4,Anna,3,110,11,00122408300\r\n",
+         "AT^WSWE=4,Anna,3,110,11,00122408300\r\n", false, false},
+        {"VIP without a name", 3, "^WSRE: ,,3,110,0,,1,77\r\n", "AT^WSWE=9,Ohne Name,3,110,0,,1,77\r\n",
+         false, true},
+        {"oldest family", 1, "^WSRE: 4,Anna,3,110,9,122408303\r\n", "AT^WSWE=4,Anna,3,110,9,122408303\r\n",
+         false, false},
     };
-    const Rows<int, QByteArray, QByteArray, Unnamed> rows{
-        {"melody without a name",
-         2,
-         "^WSRE: 4,Anna,3,110,12,001224083077,0,\r\n",
-         "AT^WSWE=4,Anna,3,110,12,001224083077\r\n",
-         {true, false}},
-        {"own melody",
-         2,
-         "^WSRE: 4,Anna,3,110,12,001224083033\r\n",
-         "AT^WSWE=4,Anna,3,110,12,001224083033\r\n",
-         {false, false}},
-        {"the tenth in its other spelling",
-         4,
-         "^WSRE: 4,Anna,3,110,11,00122408300\r\n",
-         "AT^WSWE=4,Anna,3,110,11,00122408300\r\n",
-         {false, false}},
-        {"VIP without a name",
-         3,
-         "^WSRE: ,,3,110,0,,1,77\r\n",
-         "AT^WSWE=9,Ohne Name,3,110,0,,1,77\r\n",
-         {false, true}},
-        {"oldest family",
-         1,
-         "^WSRE: 4,Anna,3,110,9,122408303\r\n",
-         "AT^WSWE=4,Anna,3,110,9,122408303\r\n",
-         {false, false}},
-    };
-    rows.each([&](const auto& phoneType, const auto& reply, const auto& command, const auto& isUnnamed) {
+    rows.each([&](const auto& phoneType, const auto& reply, const auto& command, const auto& reminder,
+                  const auto& vip) {
         QCOMPARE(phonebookCommandFromReply(reply, phoneType), command);
         const UnnamedSounds found = unnamedSounds(reply, phoneType, ownMelodies());
-        QCOMPARE(found.reminder, isUnnamed.reminder);
-        QCOMPARE(found.vip, isUnnamed.vip);
+        QCOMPARE(found.reminder, reminder);
+        QCOMPARE(found.vip, vip);
     });
 }
 

@@ -306,7 +306,6 @@ void tst_ContactEdit::lossesOfCards()
              {.characters = u"ş"_s, .edited = {{u"ş"_s, u"?"_s}}});
     rows.add("hides a separator", {}, {.lastName = u"a\\"_s, .firstName = u"b"_s},
              {.characters = u"\\"_s, .edited = {{u"a\\"_s, u"a;b"_s}, {u"b"_s, u""_s}}});
-    rows.add("a line end", {}, {.home = u"1\n2"_s}, {.edited = {{u"1\n2"_s, u"1 2"_s}}});
     rows.add("half of a name", ":A=B;C", {.lastName = u"A"_s, .firstName = u"D"_s},
              {.hidden = {{u"A=B"_s, u"A"_s}}});
     rows.add("the whole name", ":A=B;C", {.lastName = u"E"_s, .firstName = u"D"_s}, {});

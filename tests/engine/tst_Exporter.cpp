@@ -101,14 +101,11 @@ private Q_SLOTS:
 void tst_Exporter::defaults()
 {
     Export made;
-    const ExportOptions options = loadExportOptions(made.test.context, made.source);
-    QCOMPARE(options.destination, Destination::Csv);
-    QCOMPARE(options.csvPath, made.test.path(u"Dokumente/Export/Providerliste.csv"_s));
-    QCOMPARE(options.htmlPath, made.test.path(u"Dokumente/Export/Providerliste.html"_s));
-    QCOMPARE(options.templatePath, made.test.path(u"Programm/ExportVorlagen/ExportVorlage.html"_s));
-    QCOMPARE(options.replacement, u" "_s);
-    QVERIFY(options.useHeader && options.fitsWidths && options.opensFile);
-    QVERIFY(!options.addEmptyLine && !options.closesAfterExport && !options.onlySelected);
+    QCOMPARE(loadExportOptions(made.test.context, made.source),
+             (ExportOptions{.csvPath = made.test.path(u"Dokumente/Export/Providerliste.csv"_s),
+                            .templatePath = made.test.path(u"Programm/ExportVorlagen/ExportVorlage.html"_s),
+                            .htmlPath = made.test.path(u"Dokumente/Export/Providerliste.html"_s),
+                            .columns = {0, 1}}));
     const auto contacts = phonedata::makeVcfRows();
     const ExportSource source{*contacts, u"Telefonbuch"_s, {phonedata::VcfLuid}, {phonedata::VcfEmail}};
     QCOMPARE(loadExportOptions(made.test.context, source).columns, (QList<int>{0, 1, 2, 3, 4, 6}));
@@ -118,28 +115,21 @@ void tst_Exporter::defaults()
 void tst_Exporter::remembersPerList()
 {
     Export made;
-    ExportOptions saved{.destination = Destination::Html,
-                        .separator = CsvSeparator::Tab,
-                        .replacement = u" | "_s,
-                        .csvPath = u"/a/b.csv"_s,
-                        .templatePath = u"/a/t.html"_s,
-                        .htmlPath = u"/a/b.html"_s,
-                        .useHeader = false,
-                        .addEmptyLine = true,
-                        .fitsWidths = false,
-                        .closesAfterExport = true,
-                        .opensFile = false,
-                        .onlySelected = true,
-                        .columns = {1}};
+    const ExportOptions saved{.destination = Destination::Html,
+                              .separator = CsvSeparator::Tab,
+                              .replacement = u" | "_s,
+                              .csvPath = u"/a/b.csv"_s,
+                              .templatePath = u"/a/t.html"_s,
+                              .htmlPath = u"/a/b.html"_s,
+                              .useHeader = false,
+                              .addEmptyLine = true,
+                              .fitsWidths = false,
+                              .closesAfterExport = true,
+                              .opensFile = false,
+                              .onlySelected = true,
+                              .columns = {1}};
     SaveExportOptions(made.test.context, made.source, saved);
-    const ExportOptions loaded = loadExportOptions(made.test.context, made.source);
-    QCOMPARE(loaded.destination, saved.destination);
-    QCOMPARE(loaded.separator, saved.separator);
-    QCOMPARE(loaded.replacement, saved.replacement);
-    QCOMPARE(loaded.csvPath + loaded.templatePath + loaded.htmlPath, u"/a/b.csv/a/t.html/a/b.html"_s);
-    QVERIFY(!loaded.useHeader && !loaded.fitsWidths && !loaded.opensFile);
-    QVERIFY(loaded.addEmptyLine && loaded.closesAfterExport && loaded.onlySelected);
-    QCOMPARE(loaded.columns, saved.columns);
+    QCOMPARE(loadExportOptions(made.test.context, made.source), saved);
     const app::Settings& settings = made.test.settings;
     QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_optDest3"_s), u"true"_s);
     QCOMPARE(settings.GetIniText(u"frmExport"_s, u"lvwNE_txtCsvReplace"_s), u"| | |"_s);
@@ -163,28 +153,18 @@ void tst_Exporter::refusals()
         {"nothing in the list", [](Export& made) { made.list->clear(); },
          u"Sie haben die Exportoption \"Alle Einträge exportieren\" gewählt.\nDie ausgewählte Liste enthält "
          u"jedoch keine Einträge für den Export."_s},
-        {"nothing selected",
-         [](Export& made) {
-             made.options.onlySelected = true;
-             made.options.columns.clear();
-         },
+        {"nothing selected", [](Export& made) { made.options.onlySelected = true; },
          u"Sie haben die Exportoption \"Nur die markierten Einträge exportieren\" gewählt.\nEs wurden jedoch "
          u"keine Einträge markiert, die exportiert werden könnten."_s},
         {"no column offered",
          [](Export& made) {
-             made.source.hiddenColumns = {0, 1};
+             made.source.hiddenColumns = QList<int>{0, 1};
          },
          u"Es wurden keine Spalten gefunden, die exportiert werden könnten."_s},
         {"no column ticked", [](Export& made) { made.options.columns.clear(); },
          u"Es wurden keine Spalten zum Export ausgewählt. Bitte wählen Sie mindestens eine Spalte aus."_s},
         {"no file", [](Export& made) { made.options.csvPath.clear(); },
          u"Bitte wählen Sie eine Datei aus, in die exportiert werden soll."_s},
-        {"no page",
-         [](Export& made) {
-             made.options.destination = Destination::Html;
-             made.options.htmlPath.clear();
-         },
-         u"Bitte wählen Sie eine Ausgabedatei aus, in die exportiert werden soll."_s},
         {"network", [](Export& made) { made.options.csvPath = made.test.path(u"\\\\server\\a.csv"_s); },
          u"Export in das Netzwerk ist nur möglich, wenn Sie ein verbundenes Netzlaufwerk auswählen. "
          u"Ansonsten kann nur in lokale Dateien exportiert werden."_s},
@@ -226,10 +206,8 @@ void tst_Exporter::csv()
 void tst_Exporter::endings()
 {
     const Rows<Destination, QString, QString> rows = {
-        {"none", Destination::Csv, u"a"_s, u"a.csv"_s},
         {"as it is", Destination::Csv, u"a.CSV"_s, u"a.CSV"_s},
         {"another", Destination::Csv, u"a.txt"_s, u"a.txt.csv"_s},
-        {"page", Destination::Html, u"a.HTM"_s, u"a.HTM"_s},
         {"no page", Destination::Html, u"a.htm.bak"_s, u"a.htm.bak.html"_s},
     };
     rows.each([&](const auto& destination, const auto& name, const auto& expected) {
@@ -347,13 +325,6 @@ void tst_Exporter::html()
         QCOMPARE(made.in(u"."_s).filter(u".alt"_s), QStringList());
         QCOMPARE(made.progress.panel.texts, QStringList());
     });
-    Export made;
-    made.options.destination = Destination::Html;
-    made.options.useHeader = false;
-    made.options.columns = {1};
-    QVERIFY(made.run());
-    QVERIFY(made.test.contentOf(made.options.htmlPath).startsWith("[\t\t<tr class=\"tablestyle2\">\r\n"));
-    QCOMPARE(made.progress.panel.Text(), u"Export beendet."_s);
 }
 
 /// The office programs get a new file each time, which they can't overwrite. Without one no file is left.

@@ -64,7 +64,6 @@ private Q_SLOTS:
     {
         const Rows<QByteArray, QString> rows{
             {"plain", "[S]\r\nk=v\r\n", u"v"_s},
-            {"names without case", "[s]\nK=v\n", u"v"_s},
             {"blanks and quotes go", "[S]\nk = \" v \" \n", u" v "_s},
             {"empty value", "[S]\nk=\n", {}},
             {"no file", {}, u"<no value>"_s},
@@ -107,7 +106,6 @@ private Q_SLOTS:
     void settingsOfAnyBytes()
     {
         const Rows<QByteArray> rows{
-            {"lone quotes", "[S]\nk=\"\n"},
             {"broken UTF-8", "[S]\n\xC3\x28=\xFF\xFE\n"},
         };
         rows.each([&](const auto& bytes) {

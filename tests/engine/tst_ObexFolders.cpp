@@ -11,21 +11,9 @@ using toolkit::ListRows;
 namespace {
 
 const QByteArray done = hex("A0 0003");
-const QByteArray listingRequest = hex("83 001C 42 0019") + QByteArray("x-obex/folder-listing\0", 22);
-const QByteArray rootRequest = hex("85 0008 02 00 01 0003");
-
-/// A Name header with its shifted UTF-16.
-QByteArray name(const QByteArray& latin1)
-{
-    QByteArray wide;
-    for (const char character : latin1)
-        wide += QByteArray(1, '\0') + character;
-    return header(0x01, wide + hex("00 00"));
-}
-
 QByteArray enter(const QByteArray& folder, int flags)
 {
-    return packet(0x85, QByteArray(1, static_cast<char>(flags)) + '\0' + name(folder));
+    return packet(0x85, QByteArray(1, static_cast<char>(flags)) + '\0' + nameHeader(folder));
 }
 
 constexpr int succeeds = 0;
@@ -69,7 +57,7 @@ void tst_ObexFolders::listing()
     inEveryDelivery([](TestContext& test, ScriptedPort& port) {
         ObexClient client(test, port);
         client.goOnline();
-        port.expect(listingRequest, packet(0xA0, header(0x49, shortListing)));
+        port.expect(listFolder, packet(0xA0, header(0x49, shortListing)));
         ListRows rows(u"FFS"_s, {{u"Name"_s}, {u"Typ"_s}, {u"Größe"_s}, {u"Attribut"_s}});
         QList<obex::tObxDirEntry> entries;
         QString decoded;
@@ -86,7 +74,7 @@ void tst_ObexFolders::listing()
         QCOMPARE(client.progress.panel.texts,
                  (QStringList{u"Verzeichnis wird ausgelesen..."_s, u"Verzeichnis ausgelesen."_s}));
 
-        port.expect(listingRequest, packet(0xC4));
+        port.expect(listFolder, packet(0xC4));
         test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC4)));
         QVERIFY(!client.mmc->Dir(entries, client.progress.all(), &rows));
         QCOMPARE(rows.count(), 0);
@@ -99,9 +87,9 @@ void tst_ObexFolders::operations()
     const QByteArray refused = hex("C4 0003");
     const QByteArray notFinal = hex("20 0003");
     const QByteArray up = hex("85 0005 03 00");
-    const QByteArray deleteX = packet(0x82, name("x"));
+    const QByteArray deleteX = packet(0x82, nameHeader("x"));
     const auto attributes = [](const QByteArray& sent, const QByteArray& text) {
-        return packet(0x82, name(sent) + header(0x4C, hex("38 08") + text));
+        return packet(0x82, nameHeader(sent) + header(0x4C, hex("38 08") + text));
     };
     const auto renameTo = [](const QByteArray& oldPath) {
         return packet(0x82, header(0x4C, hex("34 04") + "move" + '\x35' + static_cast<char>(oldPath.size()) +
@@ -126,19 +114,18 @@ void tst_ObexFolders::operations()
              [](ObexClient& c) { return c.mmc->Cd(u"a\\b\\c"_s, false); });
     rows.add("Md goes inside", {{enter("a", 0), done}, {enter("b", 0), done}}, succeeds, uR"(\a|\a\b)"_s,
              [](ObexClient& c) { return c.mmc->Md(u"a\\b"_s); });
-    rows.add("CdRoot", {{rootRequest, done}}, succeeds, uR"(|\)"_s,
-             [](ObexClient& c) { return c.mmc->CdRoot(); });
-    rows.add("CdRoot takes no other success", {{rootRequest, notFinal}}, 0x20, {},
+    rows.add("CdRoot", {{toRoot, done}}, succeeds, uR"(|\)"_s, [](ObexClient& c) { return c.mmc->CdRoot(); });
+    rows.add("CdRoot takes no other success", {{toRoot, notFinal}}, 0x20, {},
              [](ObexClient& c) { return c.mmc->CdRoot(); });
     rows.add("CdUp in the root", {}, succeeds, {}, [](ObexClient& c) { return c.mmc->CdUp(); });
     rows.add("CdUp by way of the root",
-             {{enter("a", 2), done}, {enter("b", 2), done}, {rootRequest, done}, {enter("a", 0), done}},
-             succeeds, uR"(\a|\a\b||\|\a)"_s,
+             {{enter("a", 2), done}, {enter("b", 2), done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
+             uR"(\a|\a\b||\|\a)"_s,
              [](ObexClient& c) { return c.mmc->Cd(u"a\\b"_s, false) && c.mmc->CdUp(); });
-    rows.add("CdUp from nowhere", {{up, done}, {rootRequest, done}}, succeeds, uR"(||\)"_s,
+    rows.add("CdUp from nowhere", {{up, done}, {toRoot, done}}, succeeds, uR"(||\)"_s,
              [](ObexClient& c) { return c.mmc->CdNull() && c.mmc->CdUp(); });
     for (const char* what : {"Cd", "Md", "Dir", "Del", "GetFile", "PutFile", "SetAttrib"}) {
-        rows.add(what, {{rootRequest, refused}}, obex::FolderUnknown, u""_s, [what](ObexClient& c) {
+        rows.add(what, {{toRoot, refused}}, obex::FolderUnknown, u""_s, [what](ObexClient& c) {
             c.test.sy.PhoneType = 12;
             c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC4)));
             c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::FolderUnknown)));
@@ -146,15 +133,15 @@ void tst_ObexFolders::operations()
         });
     }
     rows.add("saved and restored",
-             {{enter("a", 2), done}, {rootRequest, done}, {rootRequest, done}, {enter("a", 0), done}},
-             succeeds, uR"(\a||\||\|\a)"_s, [](ObexClient& c) {
+             {{enter("a", 2), done}, {toRoot, done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
+             uR"(\a||\||\|\a)"_s, [](ObexClient& c) {
                  const bool left = c.mmc->Cd(u"a"_s, false) && (c.mmc->DirActSave(), c.mmc->CdRoot());
                  return left && c.mmc->DirActRestore();
              });
     rows.add("delete, silent timeout", {{deleteX, ""}}, failsSilently, {}, del(true));
     rows.add("delete by the whole path",
-             {{enter("Sounds", 2), done}, {packet(0x82, name("/Sounds/x")), done}}, succeeds, uR"(\Sounds)"_s,
-             [&](ObexClient& c) {
+             {{enter("Sounds", 2), done}, {packet(0x82, nameHeader("/Sounds/x")), done}}, succeeds,
+             uR"(\Sounds)"_s, [&](ObexClient& c) {
                  c.test.sy.PhoneType = 11;
                  return c.mmc->Cd(u"Sounds"_s, false) && del(false)(c);
              });
@@ -238,16 +225,16 @@ void tst_ObexFolders::folderTotals()
     const auto listing = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
     port.expect(enter("a", 0), done);
     port.expect(
-        listingRequest,
+        listFolder,
         listing("<file name=\"1\" size=\"10\"/><folder name=\"b\"/><folder name=\"\"/><folder name=\"\\\"/>"
                 "<folder name=\"c\"/><file name=\"2\" size=\"5\"/>\xC3"));
     test.dialogs.expectStart(u"Bei der UTF-8 Dekodierung ist ein Fehler aufgetreten."_s); // half a letter
-    port.expect(enter("b", 0), done).expect(listingRequest, listing("<file name=\"3\" size=\"100\"/>"));
-    port.expect(rootRequest, done).expect(enter("a", 0), done);
+    port.expect(enter("b", 0), done).expect(listFolder, listing("<file name=\"3\" size=\"100\"/>"));
+    port.expect(toRoot, done).expect(enter("a", 0), done);
     port.expect(enter("c", 0), hex("C3 0003")); // closed, but the way back is open
     test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
-    port.expect(rootRequest, done).expect(enter("a", 0), done);
-    port.expect(rootRequest, done);
+    port.expect(toRoot, done).expect(enter("a", 0), done);
+    port.expect(toRoot, done);
     qint64 total = 0;
     int count = 0;
     QVERIFY(client.mmc->GetFolderInfosRec(u"a"_s, total, count, client.progress.all(), u"Mobile:\\"_s));

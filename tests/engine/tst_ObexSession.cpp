@@ -15,8 +15,6 @@ namespace {
 
 const QByteArray openCommand = "AT^SQWE=3\r\n";
 const QByteArray closeCommand = "AT^SQWE=0\r\n";
-const QByteArray connectFolders = hex("80 001A 10 00 4006 46 0013 6B01CB31410611D49A770050DA3F471F");
-const QByteArray connectIrmc = hex("80 0013 10 00 4006 46 000C") + "IRMC-SYNC";
 const QByteArray disconnectRequest = hex("81 0003");
 const QByteArray done = hex("A0 0003");
 
@@ -280,15 +278,15 @@ private Q_SLOTS:
         port.expect(connectFolders, hex("A0 0007 10 00 0400"), 5).then([&] {
             QCOMPARE(client.events, QStringList(u"BusyOn"_s)); // the wait for it blocks the window
         });
-        port.expect(hex("85 0008 02 00 01 0003"), done, 1);
+        port.expect(toRoot, done, 1);
         QVERIFY(client.mmc->CdRoot());
 
         // A response whose length cannot be ends at once; the rest of it answers nothing.
-        port.expect(hex("85 0008 02 00 01 0003"), hex("C3 00 01"));
+        port.expect(toRoot, hex("C3 00 01"));
         port.say(hex("C0 00 03"), 0.2);
         test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
         QVERIFY(!client.mmc->CdRoot());
-        port.expect(hex("85 0008 02 00 01 0003"), done, 1);
+        port.expect(toRoot, done, 1);
         QVERIFY(client.mmc->CdRoot());
     }
 
@@ -363,7 +361,7 @@ private Q_SLOTS:
             port.Open({});
             port.expect(connectFolders, hex("A0 0007 10 00 0400"));
             QVERIFY(client.mmc->connect({}, Target::FlexMemory));
-            port.expect(hex("85 0008 02 00 01 0003")).takingOnly(5);
+            port.expect(toRoot).takingOnly(5);
             test.dialogs.expectStart(u"Obex Sendefehler (5<>8) "_s);
             QVERIFY_THROWS_EXCEPTION(ProgramEnded, client.mmc->CdRoot());
             QVERIFY(!port.IsOpen());

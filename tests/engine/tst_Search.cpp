@@ -247,9 +247,7 @@ void tst_Search::modelNames()
     const Rows<QString, QString> rows{
         {"regular", u"^WPPN: 5,SL999"_s, u"SL999"_s},
         {"comma in the name", u"^WPPN: 4,a,bc"_s, u"a,bc"_s},
-        {"wrong length", u"^WPPN: 4,SL999"_s, {}},
         {"too short", u"^WPPN: 1,"_s, {}},
-        {"modem", u"ACME 56k"_s, {}},
     };
     rows.each([&](const auto& raw, const auto& name) {
         QString parsed;

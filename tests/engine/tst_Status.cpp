@@ -88,18 +88,8 @@ private Q_SLOTS:
             QCOMPARE(usesAreaCodes(answer), isUsed);
             QCOMPARE(parseAreaCodes(answer).has_value(), !reply.isEmpty());
         });
-    }
-
-    void setsAreaCodes()
-    {
-        ScriptedLine scripted;
-        auto& [test, port, line] = scripted;
         QVERIFY(hasBlankCode({u"00"_s, u" "_s, u"0"_s, u"30"_s}));
         QVERIFY(!hasBlankCode({u"00"_s, u"49"_s, u"0"_s, u"30"_s}));
-        port.expect("AT^SACO=,,,\r", "AT^SACO=,,,\r\r\nOK\r\n");
-        QVERIFY(sendAreaCodes(line, {}));
-        port.expect("AT^SACO=00,49,0,30\r", "\r\n+CME ERROR: 4\r\n");
-        QVERIFY(!sendAreaCodes(line, {u"00"_s, u"49"_s, u"0"_s, u"30"_s}));
     }
 };
 

@@ -89,7 +89,6 @@ private Q_SLOTS:
             {"letter in a number", u"12a45"_s, u"12a45"_s, u"12"_s},
             {"written for people", u"+49 (30) 123"_s, u"+49 (30) 123"_s, u"+49"_s},
             {"pause and recall", u"R0P12*#"_s, u"R0P12*#"_s, u"R0P12*#"_s},
-            {"accents that no phone has", u"Renée Sá"_s, u"Renée S"_s, u"R"_s},
             {"not in the code page", u"Łódź"_s, {}, {}},
         };
         rows.each([&](const auto& typed, const auto& name, const auto& number) {
@@ -106,9 +105,7 @@ private Q_SLOTS:
             {"low second byte", "C3 40 C3 00", "80 40"},
             {"encoded twice, where the new C3 loses the C2", "C3 83 C2 BC", "FC"},
             {"second above 191 is lost", "41 C3 C4 BC 42", "41 FC 42"},
-            {"lead at the end", "41 C3", "41 C3"},
             {"other sequences", "C2 A0 E2 82 AC", "C2 A0 E2 82 AC"},
-            {"holes of the code page", "81 8D C3 A4 9D 80", "81 8D E4 9D 80"},
         };
         rows.each([&](const auto& bytes, const auto& text) {
             QCOMPARE(app::UFT8Dec(app::fromCp1252(QByteArray::fromHex(bytes))),

@@ -79,9 +79,7 @@ private Q_SLOTS:
             {"5", u"S68H"_s, handset::Options{.counterLine = true}, 1},
             {"7", u"Sinus 501"_s, handset::Options{.size = handset::SizeForm::Never}, 1},
             {"8, small", u"SL78H"_s, handset::Options{.maxPacket = 255}, 3},
-            {"11", u"S850H"_s, handset::Options{}, 3},
             {"12", u"SL450HX"_s, handset::Options{.cards = handset::CardText::Raw}, 3},
-            {"13", u"SL5 prof"_s, handset::Options{}, 3},
         };
         rows.each([&](const auto& model, const auto& options,
                       const auto& counterReads) { // of these, for a delete of three

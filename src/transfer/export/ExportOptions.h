@@ -38,6 +38,7 @@ struct ExportOptions
     bool onlySelected = false;
     QList<int> columns = {}; ///< the ticked ones, from 0, in the list's order
 
+    bool operator==(const ExportOptions&) const = default;
     ExportChoice choice() const { return {columns, onlySelected, useHeader, addEmptyLine}; }
 };
 
