@@ -21,6 +21,7 @@ Machine::Machine(toolkit::Dialogs& dialogs, toolkit::Ending& ending)
 
 Machine::~Machine()
 {
+    line.sendOwed();
     line.ClosePort();
 }
 

@@ -250,12 +250,24 @@ void Line::owe(const QByteArray& command, double seconds)
     m_owedPause = seconds;
 }
 
-bool Line::payOwed()
+bool Line::owes() const
 {
-    if (m_owed.isEmpty() || m_waiting || m_mode != LineMode::Text || !m_port.IsOpen())
-        return true;
+    return !m_owed.isEmpty() && !m_waiting && m_mode == LineMode::Text && m_port.IsOpen();
+}
+
+void Line::sendOwed()
+{
+    if (!owes())
+        return;
     Tx(m_owed);
     pause(m_owedPause);
+}
+
+bool Line::payOwed()
+{
+    if (!owes())
+        return true;
+    sendOwed();
     QByteArray answer;
     if (Rx(answer, m_owed, m_owedPause))
         m_owed.clear();

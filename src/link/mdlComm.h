@@ -80,6 +80,13 @@ public:
     /// or refuses it but takes another one. An empty command withdraws it.
     void owe(const QByteArray& command, double seconds);
 
+    /// Returns true if a command is owed and the line is free for it.
+    bool owes() const;
+
+    /// Sends the command that is owed, if there is one, and pauses. For a line that is given up: the phone
+    /// may take commands again by then. Its answer is left unread.
+    void sendOwed();
+
     RxFailure lastFailure() const { return m_failure; }
 
     /// Returns true if the last request got no answer, of whichever kind it was.

@@ -24,6 +24,7 @@ class tst_WindowAndLine : public QObject
 private Q_SLOTS:
     void closingAsksAndLeavesDataMode();
     void everyWayOutClosesTheChannel();
+    void closingClosesTheStore();
     void aDeafPhoneHoldsNobodyUp();
     void closingWaitsForAWrite();
     void closingQuestionOutlivesARead();
@@ -76,6 +77,20 @@ void tst_WindowAndLine::everyWayOutClosesTheChannel()
             QVERIFY(way != u"DIV"_s || open.status() == u"Bereit."_s);
         }
     }
+}
+
+/// The phone hears again by then.
+void tst_WindowAndLine::closingClosesTheStore()
+{
+    OpenWindow open(u"PICASSO"_s);
+    const handset::Phone& phone = open.port.handset().phone();
+    open.port.handset().setFaults({.silentAfter = 1}); // in the open store
+    open.test.dialogs.agreeToAll({});
+    open.window.goTo(u"TB"_s);
+    QVERIFY(phone.phonebook.open);
+    open.port.handset().setFaults({});
+    open.window.close();
+    QVERIFY(!phone.phonebook.open);
 }
 
 void tst_WindowAndLine::aDeafPhoneHoldsNobodyUp()

@@ -183,9 +183,14 @@ bool frmPB::saveUnwritten()
 }
 
 /// A channel may be open without a connection, if the phone has refused it or did not end it. If the port is
-/// gone there is nothing to close, and the status bar says so; the client gives up its connection.
+/// gone there is nothing to close, and the status bar says so; the client gives up its connection. A store of
+/// the phone may have stayed open, too.
 bool frmPB::closeChannel()
 {
+    if (m_program.line.owes()) {
+        const toolkit::BusyScope busy(&m_parts.busy);
+        m_program.line.sendOwed();
+    }
     if (!m_program.line.port().IsOpen()) {
         const obex::clsMmc::Quiet quiet(*m_mmc);
         if (m_mmc->IsOnline() == obex::clsMmc::Connected)
