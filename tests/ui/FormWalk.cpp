@@ -110,11 +110,6 @@ struct PaintedText
     QString text;
 };
 
-QString partOf(const QAbstractItemModel& model, const QModelIndex& index)
-{
-    return model.data(index, Qt::DisplayRole).toString().trimmed();
-}
-
 /// Without the picture beside a text, which may have more contrast.
 QRect textPlace(const QAbstractItemView& view, const QModelIndex& index)
 {
@@ -132,8 +127,9 @@ void collectCells(const QAbstractItemView& view, const QModelIndex& parent, QLis
             const QModelIndex index = model.index(row, column, parent);
             const QRect place = textPlace(view, index).intersected(view.viewport()->rect());
             const bool isEnabled = index.flags().testFlag(Qt::ItemIsEnabled);
-            if (isEnabled && place.width() > 8 && place.height() > 8 && !partOf(model, index).isEmpty())
-                texts.append({view.viewport(), place, partOf(model, index)});
+            const QString text = index.data().toString().trimmed();
+            if (isEnabled && place.width() > 8 && place.height() > 8 && !text.isEmpty())
+                texts.append({view.viewport(), place, text});
         }
         collectCells(view, model.index(row, 0, parent), texts);
     }

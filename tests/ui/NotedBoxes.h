@@ -2,6 +2,7 @@
 
 #include "toolkit/Dialogs.h"
 #include "ui/adaptors/LossBoxes.h"
+#include "ui/OpenWindow.h"
 
 namespace kalmo::tests {
 
@@ -28,6 +29,31 @@ struct NotedDialogs : toolkit::Dialogs
 struct NotedBoxes : NotedDialogs
 {
     ui::LossBoxes losses{*this};
+};
+
+enum class Loss { None, Gone, Silent };
+
+/// The main window with the boxes that it shows, and a phone that can be lost.
+struct WatchedWindow : NotedBoxes, OpenWindow
+{
+    explicit WatchedWindow(const QString& model) : OpenWindow(model, {}, &losses)
+    {
+        script = &test.dialogs;
+        losses.watch(line);
+        test.dialogs.agreeToAll({});
+    }
+    void lose(Loss loss)
+    {
+        if (loss == Loss::Gone)
+            port.Close();
+        if (loss == Loss::Silent)
+            port.handset().setFaults({.silentAfter = 1, .silentFrom = 1, .commands = 1, .requests = 1});
+    }
+    void settle()
+    {
+        for (int round = 0; round < 3 || losses.isLossTold(); ++round)
+            QCoreApplication::processEvents();
+    }
 };
 
 } // namespace kalmo::tests

@@ -3,10 +3,7 @@
 // the phone is not there, and the window can be used afterwards.
 
 #include "support/TestProgram.h"
-#include "ui/lists/RowsView.h"
 #include "ui/NotedBoxes.h"
-#include "ui/TestProgram.h"
-#include "ui/window/frmPB.h"
 #include "ui/window/StatusArea.h"
 
 namespace {
@@ -30,22 +27,15 @@ QList<QAction*> entriesOf(const QList<QAction*>& actions)
 }
 
 /// The main window in one section, and a user who leaves each form that opens at once.
-class PressedWindow : private NotedBoxes, public TestProgram
+class PressedWindow : public WatchedWindow
 {
 public:
-    PressedWindow(const QString& model, const QString& section)
-        : TestProgram(model, {}, &losses), mmc(std::make_shared<obex::clsMmc>(line)), window(program, mmc),
-          m_section(section)
+    PressedWindow(const QString& model, const QString& section) : WatchedWindow(model), m_section(section)
     {
-        QDir(test.storage).mkpath(u"Backup"_s);
         QDir().mkpath(test.path(u"Wahl"_s));
-        test.clock.runToolkitEvents(true);
+        test.dialogs.agreeToAll(test.makeFile(u"Wahl/neu.txt"_s, "neu"));
         QObject::connect(&m_user, &QTimer::timeout, [this] { leaveWhatIsOpen(); });
         m_user.start(0);
-        script = &test.dialogs;
-        losses.watch(line);
-        window.show();
-        test.dialogs.agreeToAll(test.makeFile(u"Wahl/neu.txt"_s, "neu"));
         enter();
     }
 
@@ -70,13 +60,13 @@ public:
             QPointer<QWidget> form = QApplication::activeModalWidget();
             QTest::keyClicks(&child<QLineEdit>(*form, "txtVorname"), u"x"_s);
             shown.clear();
-            QTest::mouseClick(&child<QPushButton>(*form, "cmdSpeichern"), Qt::LeftButton);
+            click(*form, "cmdSpeichern");
             settle();
             boxes = shown;
             if (form)
                 form->close();
         });
-        QTest::keyClick(&child<ui::RowsView>(window, "lvwVCF"), Qt::Key_Return);
+        QTest::keyClick(&list("lvwVCF"), Qt::Key_Return);
         return boxes;
     }
 
@@ -102,19 +92,11 @@ public:
         pressEntry(*window.menuBar()->actions().first()->menu(), quit);
     }
 
-    std::shared_ptr<obex::clsMmc> mmc;
-    ui::frmPB window;
     QStringList lost;     ///< what was pressed and did not arrive
     QStringList repeated; ///< what was pressed and made more than one box that asks nothing
     int arrived = 0;
 
 private:
-    void settle()
-    {
-        for (int round = 0; round < 3 || losses.isLossTold(); ++round)
-            QCoreApplication::processEvents();
-    }
-
     void leaveWhatIsOpen()
     {
         if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
@@ -213,7 +195,7 @@ void EveryKey::arrives_data()
 {
     QTest::addColumn<QString>("model");
     QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("line");
+    QTest::addColumn<Loss>("loss");
     const std::pair<QString, QStringList> sections[] = {
         {u"WOODSTOCK"_s, {u"TB"_s, u"NE"_s, u"DIV"_s, u"SPONSOR"_s}},
         {u"PICASSO"_s, {u"TB"_s, u"SOUND"_s}},
@@ -222,10 +204,12 @@ void EveryKey::arrives_data()
     };
     for (const auto& [model, keys] : sections) {
         for (const QString& key : keys) {
-            for (const char* line : {"alive", "silent", "gone"}) {
-                QTest::addRow("%s, %s, %s", qPrintable(model), qPrintable(key), line)
-                    << model << key << QString::fromLatin1(line);
-            }
+            const auto add = [&](const char* line, Loss loss) {
+                QTest::addRow("%s, %s, %s", qPrintable(model), qPrintable(key), line) << model << key << loss;
+            };
+            add("alive", Loss::None);
+            add("silent", Loss::Silent);
+            add("gone", Loss::Gone);
         }
     }
 }
@@ -234,27 +218,21 @@ void EveryKey::arrives()
 {
     QFETCH(QString, model);
     QFETCH(QString, section);
-    QFETCH(QString, line);
+    QFETCH(Loss, loss);
     PressedWindow pressed(model, section);
-    if (line == u"gone"_s)
-        pressed.port.Close();
-    if (line == u"silent"_s)
-        pressed.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
+    pressed.lose(loss);
     pressed.pressAll();
     QCOMPARE(pressed.lost, QStringList());
-    QVERIFY2(line == u"alive"_s || pressed.repeated.isEmpty(), qPrintable(pressed.repeated.join(u'\n')));
+    QVERIFY2(loss == Loss::None || pressed.repeated.isEmpty(), qPrintable(pressed.repeated.join(u'\n')));
     QVERIFY2(pressed.arrived > 10, qPrintable(QString::number(pressed.arrived)));
     QVERIFY(!child<ui::StatusArea>(pressed.window, "sta").isBusy());
 }
 
 void EveryKey::deadPhoneIsToldOnceBySaving()
 {
-    for (const bool isGone : {false, true}) {
+    for (const Loss loss : {Loss::Silent, Loss::Gone}) {
         PressedWindow pressed(u"SL400H"_s, u"TB"_s);
-        if (isGone)
-            pressed.port.Close();
-        else
-            pressed.port.handset().setFaults({.silentAfter = 1, .silentFrom = 1});
+        pressed.lose(loss);
         const QStringList boxes = pressed.saveContact();
         QVERIFY2(boxes.size() == 1, qPrintable(boxes.join(u" | "_s)));
     }

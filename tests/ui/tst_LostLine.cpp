@@ -4,11 +4,8 @@
 #include "link/mdlStatus.h"
 #include "support/TestProgram.h"
 #include "ui/NotedBoxes.h"
-#include "ui/OpenWindow.h"
 
 namespace {
-
-enum class Loss { Gone, Silent };
 
 /// A section, and the command that is given there: a key, a button or another node.
 struct Act
@@ -20,13 +17,10 @@ struct Act
     QString toNode = {};
 };
 
-struct LostWindow : private NotedBoxes, OpenWindow
+struct LostWindow : WatchedWindow
 {
-    explicit LostWindow(const QString& model) : OpenWindow(model, {}, &losses)
+    explicit LostWindow(const QString& model) : WatchedWindow(model)
     {
-        script = &test.dialogs;
-        losses.watch(line);
-        test.dialogs.agreeToAll({});
         leaver.callOnTimeout([] {
             if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
                 dialog->reject();
@@ -36,13 +30,6 @@ struct LostWindow : private NotedBoxes, OpenWindow
     }
 
     QWidget& connection() { return child<QWidget>(window, "connection"); }
-    void lose(Loss loss)
-    {
-        if (loss == Loss::Gone)
-            port.Close();
-        else
-            port.handset().setFaults({.silentAfter = 1, .silentFrom = 1, .commands = 1, .requests = 1});
-    }
     void give(const Act& act)
     {
         if (!act.key.isEmpty())
@@ -68,8 +55,7 @@ struct LostWindow : private NotedBoxes, OpenWindow
     /// channel, and how many boxes there were.
     QString state()
     {
-        for (int round = 0; round < 3 || losses.isLossTold(); ++round)
-            QCoreApplication::processEvents();
+        settle();
         const auto* list = window.findChild<ui::PanelStack*>()->currentWidget()->findChild<ui::RowsView*>();
         QStringList parts{list ? QString::number(list->rows()->count()) : panel()};
         parts.append(list ? list->sentence().section(u'.', 0, 0) : QString());
