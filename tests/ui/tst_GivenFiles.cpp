@@ -47,7 +47,11 @@ void tst_GivenFiles::fileOfASecondStartIsOpened()
     QTRY_VERIFY(open.memory.NeDirty);
     QCOMPARE(open.panel() + open.list("lvwNE").rows()->text(0, 0), u"fraPBNEAlt"_s);
     open.memory.NeDirty = false;
+    open.window.hide(); // for the settings
     open.window.openGiven(open.test.makeFile(u"Alt.tel"_s, "\"Alt\",\"110\",\"\",\"\",\"\",\"\"\r\n"));
+    QCOMPARE(open.count("lvwTB"), 0);
+    open.window.show();
+    QTRY_COMPARE(open.count("lvwTB"), 1);
     QCOMPARE(open.panel() + open.list("lvwTB").rows()->text(0, 0), u"fraPBTBAlt"_s);
     QCOMPARE(open.count("lvwTB"), 1);
     QVERIFY(open.memory.TbDirty && open.entriesInPhone() > 1);

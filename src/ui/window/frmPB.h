@@ -56,7 +56,8 @@ public:
     /// Selects a node and enters its section.
     void goTo(const QString& key);
     /// Opens a backup or an address book from outside: in its list, or as an import where the phone has no
-    /// such list. The user sees each step before it changes anything.
+    /// such list. The user sees each step before it changes anything. Waits for the end of an operation or a
+    /// dialog, and until the window is shown.
     void openGiven(const QString& path);
 
     /// Says in the status bar that the phone is an emulated one.
@@ -193,6 +194,7 @@ private:
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;
     bool m_wasShown = false;
+    QStringList m_given;    // files that wait until it is shown
     bool m_isStuck = false; ///< during this click the phone could not be brought back to AT commands
     bool m_isClosing = false;
     bool m_closeWanted = false; // when the running operation has ended

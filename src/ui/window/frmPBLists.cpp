@@ -247,6 +247,10 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
 
 void frmPB::openGiven(const QString& path)
 {
+    if (!isVisible()) { // the user has just left it, for the settings or a search
+        m_given.append(path);
+        return;
+    }
     const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
     const auto again = [this, path] { openGiven(path); };
     if (m_sta->isBusy()) { // at the start the window may still talk to the phone

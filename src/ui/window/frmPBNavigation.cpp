@@ -16,6 +16,8 @@
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace kalmo::ui {
@@ -293,6 +295,8 @@ void frmPB::setMode(int mode, int section)
 void frmPB::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
+    for (const QString& path : std::exchange(m_given, {}))
+        QTimer::singleShot(0, this, [this, path] { openGiven(path); });
     if (std::exchange(m_wasShown, true))
         return;
     // Outside of the event: reading takes seconds, and the window has to be seen meanwhile.
