@@ -74,6 +74,7 @@ std::unique_ptr<Handset> makeHandset(const QString& model, const QString& first 
         options.seed = u"none"_s, options.entries = 6;
     auto handset = std::make_unique<Handset>(options);
     handset->file(u"one.json"_s, R"([{"lastName":"Neu","home":"1"}])");
+    handset->file(u"Liesmich.txt"_s, "other");
     handset->file(u"few.json"_s,
                   R"([{"lastName":"Neu","home":"1"},{"lastName":"Mutter","home":"052134567"}])");
     handset->file(u"three.csv"_s, "Name;Nummer\nAnton;0301\nBerta;0302\nCarla;0303\n");
@@ -120,163 +121,163 @@ class tst_ChangeFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anyFaultAtAnyRequest_data();
-    void anyFaultAtAnyRequest();
-    void aFullDiskChangesNothing_data() { anyFaultAtAnyRequest_data(); }
-    void aFullDiskChangesNothing();
-    void aDiskThatFillsMeanwhile();
+    void anyFaultAtAnyRequest_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("line");
+        const QString undo = u"undo"_s;
+        QTest::newRow("undo of contacts") << u"SL450HX"_s << u"phonebook write few.json"_s << undo;
+        QTest::newRow("undo of a list") << u"GALICIA"_s << u"phonebook write list.json"_s << undo;
+        QTest::newRow("undo of a ringtone") << u"GALICIA"_s << u"ringtones set alarm 7 rising"_s << undo;
+        QTest::newRow("undo of area codes") << u"S79H"_s << u"areacodes set 00 43 0 1"_s << undo;
+        QTest::newRow("add") << u"SL450HX"_s << QString() << u"phonebook add one.json"_s;
+        QTest::newRow("set") << u"SL450HX"_s << QString() << u"phonebook set 0002 one.json"_s;
+        QTest::newRow("delete") << u"SL450HX"_s << QString() << u"phonebook delete 0001 0003"_s;
+        QTest::newRow("write") << u"SL450HX"_s << QString() << u"phonebook write few.json"_s;
+        QTest::newRow("import of contacts") << u"SL450HX"_s << QString() << u"phonebook import three.csv"_s;
+        QTest::newRow("import of entries") << u"GALICIA"_s << QString() << u"phonebook import three.csv"_s;
+        QTest::newRow("classic write") << u"WOODY"_s << QString() << u"phonebook write list.json"_s;
+        QTest::newRow("delicate write") << delicate << QString() << listWrite;
+        QTest::newRow("import of a provider") << u"GALICIA"_s << QString() << u"providers import three.csv"_s;
+        QTest::newRow("providers write") << u"GALICIA"_s << QString() << u"providers write list.json"_s;
+        QTest::newRow("ringtone") << u"GALICIA"_s << QString() << u"ringtones set alarm 7 rising"_s;
+        QTest::newRow("area codes") << u"S79H"_s << QString() << u"areacodes set 00 43 0 1"_s;
+    }
+
+    void anyFaultAtAnyRequest()
+    {
+        QFETCH(QString, model);
+        QFETCH(QString, first);
+        QFETCH(QString, line);
+        const auto calm = makeHandset(model, first);
+        QVERIFY(calm);
+        const QStringList before = memoryOf(*calm);
+        QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
+        const QStringList wanted = memoryOf(*calm);
+        QVERIFY(wanted != before);
+        const Faults& counted = calm->port.handset().phone().faults;
+        const bool isInDataMode = counted.requests > 0;
+        const int requests = isInDataMode ? counted.requests : counted.commands;
+        const bool isThorough = model == delicate && line == listWrite;
+        // A list of many entries repeats itself.
+        const int step = isThorough ? 1 : std::max(1, requests / (isInDataMode ? 16 : 10));
+        std::span<const Kind> kinds(dataFaults);
+        if (!isInDataMode)
+            kinds = std::span(commandFaults).first(isThorough ? std::size(commandFaults) : 5);
+        m_states.clear();
+        for (const Kind& kind : kinds) {
+            for (int at = 1; at <= requests; at += step) {
+                const QByteArray why = kind.name + QByteArray(" at ") + QByteArray::number(at) + ": ";
+                check(kind.make(at), before, wanted, why);
+                if (QTest::currentTestFailed())
+                    return;
+            }
+        }
+        QVERIFY(m_states.contains(u"unknown"_s) && m_states.contains(u"done"_s));
+    }
+
+    void aFullDiskChangesNothing_data()
+    {
+        anyFaultAtAnyRequest_data();
+        for (const char* line : {"put one.json --to Sounds", "put Liesmich.txt",
+                                 "rm Liesmich.txt Sounds/Piep.wav", "rm --force Sounds/Gong.mid",
+                                 "mkdir Pictures/a/b", "mv Liesmich.txt Sounds/", "attr Sounds/Gong.mid rw"})
+            QTest::newRow(line) << u"S68H"_s << QString() << u"files "_s + QString::fromLatin1(line);
+    }
+    void aFullDiskChangesNothing()
+    {
+        QFETCH(QString, model);
+        QFETCH(QString, first);
+        QFETCH(QString, line);
+        const auto handset = makeHandset(model, first);
+        QVERIFY(handset);
+        const QStringList before = memoryOf(*handset);
+        {
+            const SmallDisk disk(200); // less than the least record
+            QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
+        }
+        QVERIFY2(handset->told.contains(u"could not"_s), qPrintable(handset->told));
+        QVERIFY2(stateIn(handset->printed) != u"done"_s, qPrintable(handset->printed));
+        QCOMPARE(memoryOf(*handset), before);
+    }
+
+    /// The record is begun before the change, and has no room for its outcome after it.
+    void aDiskThatFillsMeanwhile()
+    {
+        const Rows<QString, QString> rows{
+            {"a list", u"WOODY"_s, u"phonebook write list.json"_s},
+            {"a setting", u"S79H"_s, u"areacodes set 00 43 0 1"_s},
+            {"a new file", u"S68H"_s, u"files put one.json --to Sounds"_s},
+            {"a file that goes", u"S68H"_s, u"files rm Liesmich.txt"_s},
+            {"a folder", u"S68H"_s, u"files mkdir Neu"_s},
+        };
+        rows.each([](const auto& model, const auto& line) {
+            const auto calm = makeHandset(model, line);
+            const auto handset = makeHandset(model);
+            const QStringList before = memoryOf(*handset);
+            {
+                const SmallDisk disk(static_cast<int>(recordSize(*calm)) - 1);
+                QVERIFY2((*handset)(u"--json --yes "_s + line) == ExitDone, qPrintable(handset->told));
+            }
+            QVERIFY2(handset->told.contains(u"could not be completed"_s), qPrintable(handset->told));
+            QCOMPARE(stateIn(handset->printed), u"done"_s);
+            QCOMPARE(memoryOf(*handset), memoryOf(*calm));
+            QCOMPARE(recordedState(*handset, 0), u"unknown"_s);
+            QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
+            QCOMPARE(memoryOf(*handset), before);
+        });
+    }
 
 private:
     void check(const Faults& faults, const QStringList& before, const QStringList& wanted,
-               const QByteArray& why);
+               const QByteArray& why)
+    {
+        QFETCH(QString, model);
+        QFETCH(QString, first);
+        QFETCH(QString, line);
+        const auto handset = makeHandset(model, first);
+        QVERIFY(handset);
+        handset->port.handset().setFaults(faults);
+        const ExitStatus status = (*handset)(u"--json --yes "_s + line);
+        const QStringList now = memoryOf(*handset);
+        const QByteArray said = why + handset->printed.toUtf8() + handset->told.toUtf8();
+        const QString state = stateIn(handset->printed);
+        m_states.insert(state);
+        QVERIFY2(status != ExitDone || state == u"done"_s, said.constData());
+        QVERIFY2(status == ExitDone || !handset->told.isEmpty(), said.constData());
+        QVERIFY2(state != u"done"_s || now == wanted, said.constData());
+        const bool saysUnchanged = state == u"unchanged"_s || state.isEmpty();
+        QVERIFY2(!saysUnchanged || now == before, said.constData());
+        if (line.startsWith(u"phonebook add"_s)) {
+            const auto written = QJsonDocument::fromJson(handset->printed.toUtf8())[u"written"_s].toInt();
+            const auto untold = now.size() - before.size() - written;
+            QVERIFY2(untold == 0 || (untold == 1 && handset->told.contains(u"of one more it is not known"_s)),
+                     said.constData());
+        }
+        const QStringList saved = handset->backups();
+        handset->port.handset().setFaults({});
+        const QString recorded = recordedState(*handset, first.isEmpty() ? 0 : 1);
+        QVERIFY2(recorded == u"-"_s ? now == before : recorded == state,
+                 (said + recorded.toUtf8()).constData());
+        if (now == before)
+            return;
+        static const QRegularExpression erasing(u"book (write|set|delete)|providers write"_s);
+        QVERIFY2(saved.size() == 1 || !erasing.match(line).hasMatch(), said.constData());
+        QVERIFY2((*handset)(u"--json --yes undo"_s) == ExitDone, (said + handset->told.toUtf8()).constData());
+        QVERIFY2(memoryOf(*handset) == before, (said + handset->printed.toUtf8()).constData());
+        if (model != delicate || line != listWrite)
+            return;
+        // So does the copy in the user's folder, out of the state that the fault left.
+        QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
+        QVERIFY2(memoryOf(*handset) == now, (said + handset->printed.toUtf8()).constData());
+        QCOMPARE((*handset)(u"--yes phonebook write"_s, {handset->test.storage + u"/Backup/"_s + saved[0]}),
+                 ExitDone);
+        QVERIFY2(memoryOf(*handset) == before, (said + handset->told.toUtf8()).constData());
+    }
 
     QSet<QString> m_states; ///< that changes of one row were said to end in
 };
-
-void tst_ChangeFaults::anyFaultAtAnyRequest_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("line");
-    const QString undo = u"undo"_s;
-    QTest::newRow("undo of contacts") << u"SL450HX"_s << u"phonebook write few.json"_s << undo;
-    QTest::newRow("undo of a list") << u"GALICIA"_s << u"phonebook write list.json"_s << undo;
-    QTest::newRow("undo of a ringtone") << u"GALICIA"_s << u"ringtones set alarm 7 rising"_s << undo;
-    QTest::newRow("undo of area codes") << u"S79H"_s << u"areacodes set 00 43 0 1"_s << undo;
-    QTest::newRow("add") << u"SL450HX"_s << QString() << u"phonebook add one.json"_s;
-    QTest::newRow("set") << u"SL450HX"_s << QString() << u"phonebook set 0002 one.json"_s;
-    QTest::newRow("delete") << u"SL450HX"_s << QString() << u"phonebook delete 0001 0003"_s;
-    QTest::newRow("write") << u"SL450HX"_s << QString() << u"phonebook write few.json"_s;
-    QTest::newRow("import of contacts") << u"SL450HX"_s << QString() << u"phonebook import three.csv"_s;
-    QTest::newRow("import of entries") << u"GALICIA"_s << QString() << u"phonebook import three.csv"_s;
-    QTest::newRow("classic write") << u"WOODY"_s << QString() << u"phonebook write list.json"_s;
-    QTest::newRow("delicate write") << delicate << QString() << listWrite;
-    QTest::newRow("import of a provider") << u"GALICIA"_s << QString() << u"providers import three.csv"_s;
-    QTest::newRow("providers write") << u"GALICIA"_s << QString() << u"providers write list.json"_s;
-    QTest::newRow("ringtone") << u"GALICIA"_s << QString() << u"ringtones set alarm 7 rising"_s;
-    QTest::newRow("area codes") << u"S79H"_s << QString() << u"areacodes set 00 43 0 1"_s;
-}
-
-void tst_ChangeFaults::anyFaultAtAnyRequest()
-{
-    QFETCH(QString, model);
-    QFETCH(QString, first);
-    QFETCH(QString, line);
-    const auto calm = makeHandset(model, first);
-    QVERIFY(calm);
-    const QStringList before = memoryOf(*calm);
-    QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
-    const QStringList wanted = memoryOf(*calm);
-    QVERIFY(wanted != before);
-    const Faults& counted = calm->port.handset().phone().faults;
-    const bool isInDataMode = counted.requests > 0;
-    const int requests = isInDataMode ? counted.requests : counted.commands;
-    const bool isThorough = model == delicate && line == listWrite;
-    // A list of many entries repeats itself.
-    const int step = isThorough ? 1 : std::max(1, requests / (isInDataMode ? 16 : 10));
-    std::span<const Kind> kinds(dataFaults);
-    if (!isInDataMode)
-        kinds = std::span(commandFaults).first(isThorough ? std::size(commandFaults) : 5);
-    m_states.clear();
-    for (const Kind& kind : kinds) {
-        for (int at = 1; at <= requests; at += step) {
-            const QByteArray why = kind.name + QByteArray(" at ") + QByteArray::number(at) + ": ";
-            check(kind.make(at), before, wanted, why);
-            if (QTest::currentTestFailed())
-                return;
-        }
-    }
-    QVERIFY(m_states.contains(u"unknown"_s) && m_states.contains(u"done"_s));
-}
-
-void tst_ChangeFaults::check(const Faults& faults, const QStringList& before, const QStringList& wanted,
-                             const QByteArray& why)
-{
-    QFETCH(QString, model);
-    QFETCH(QString, first);
-    QFETCH(QString, line);
-    const auto handset = makeHandset(model, first);
-    QVERIFY(handset);
-    handset->port.handset().setFaults(faults);
-    const ExitStatus status = (*handset)(u"--json --yes "_s + line);
-    const QStringList now = memoryOf(*handset);
-    const QByteArray said = why + handset->printed.toUtf8() + handset->told.toUtf8();
-    const QString state = stateIn(handset->printed);
-    m_states.insert(state);
-    QVERIFY2(status != ExitDone || state == u"done"_s, said.constData());
-    QVERIFY2(status == ExitDone || !handset->told.isEmpty(), said.constData());
-    QVERIFY2(state != u"done"_s || now == wanted, said.constData());
-    const bool saysUnchanged = state == u"unchanged"_s || state.isEmpty();
-    QVERIFY2(!saysUnchanged || now == before, said.constData());
-    if (line.startsWith(u"phonebook add"_s)) {
-        const auto written = QJsonDocument::fromJson(handset->printed.toUtf8())[u"written"_s].toInt();
-        const auto untold = now.size() - before.size() - written;
-        QVERIFY2(untold == 0 || (untold == 1 && handset->told.contains(u"of one more it is not known"_s)),
-                 said.constData());
-    }
-    const QStringList saved = handset->backups();
-    handset->port.handset().setFaults({});
-    const QString recorded = recordedState(*handset, first.isEmpty() ? 0 : 1);
-    QVERIFY2(recorded == u"-"_s ? now == before : recorded == state, (said + recorded.toUtf8()).constData());
-    if (now == before)
-        return;
-    static const QRegularExpression erasing(u"book (write|set|delete)|providers write"_s);
-    QVERIFY2(saved.size() == 1 || !erasing.match(line).hasMatch(), said.constData());
-    QVERIFY2((*handset)(u"--json --yes undo"_s) == ExitDone, (said + handset->told.toUtf8()).constData());
-    QVERIFY2(memoryOf(*handset) == before, (said + handset->printed.toUtf8()).constData());
-    if (model != delicate || line != listWrite)
-        return;
-    // So does the copy in the user's folder, out of the state that the fault left.
-    QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-    QVERIFY2(memoryOf(*handset) == now, (said + handset->printed.toUtf8()).constData());
-    QCOMPARE((*handset)(u"--yes phonebook write"_s, {handset->test.storage + u"/Backup/"_s + saved[0]}),
-             ExitDone);
-    QVERIFY2(memoryOf(*handset) == before, (said + handset->told.toUtf8()).constData());
-}
-
-void tst_ChangeFaults::aFullDiskChangesNothing()
-{
-    QFETCH(QString, model);
-    QFETCH(QString, first);
-    QFETCH(QString, line);
-    const auto handset = makeHandset(model, first);
-    QVERIFY(handset);
-    const QStringList before = memoryOf(*handset);
-    {
-        const SmallDisk disk(200); // less than the least record
-        QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
-    }
-    QVERIFY2(handset->told.contains(u"could not"_s), qPrintable(handset->told));
-    QVERIFY2(stateIn(handset->printed) != u"done"_s, qPrintable(handset->printed));
-    QCOMPARE(memoryOf(*handset), before);
-}
-
-/// The record is begun before the change, and has no room for its outcome after it.
-void tst_ChangeFaults::aDiskThatFillsMeanwhile()
-{
-    const Rows<QString, QString> rows{
-        {"a list", u"WOODY"_s, u"phonebook write list.json"_s},
-        {"a setting", u"S79H"_s, u"areacodes set 00 43 0 1"_s},
-        {"a new file", u"S68H"_s, u"files put one.json --to Sounds"_s},
-        {"a file that goes", u"S68H"_s, u"files rm Liesmich.txt"_s},
-        {"a folder", u"S68H"_s, u"files mkdir Neu"_s},
-    };
-    rows.each([](const auto& model, const auto& line) {
-        const auto calm = makeHandset(model, line);
-        const auto handset = makeHandset(model);
-        const QStringList before = memoryOf(*handset);
-        {
-            const SmallDisk disk(static_cast<int>(recordSize(*calm)) - 1);
-            QVERIFY2((*handset)(u"--json --yes "_s + line) == ExitDone, qPrintable(handset->told));
-        }
-        QVERIFY2(handset->told.contains(u"could not be completed"_s), qPrintable(handset->told));
-        QCOMPARE(stateIn(handset->printed), u"done"_s);
-        QCOMPARE(memoryOf(*handset), memoryOf(*calm));
-        QCOMPARE(recordedState(*handset, 0), u"unknown"_s);
-        QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-        QCOMPARE(memoryOf(*handset), before);
-    });
-}
 
 KALMO_TEST(tst_ChangeFaults)
 #include "tst_ChangeFaults.moc"

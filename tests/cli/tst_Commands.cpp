@@ -133,8 +133,6 @@ void tst_Commands::failures()
     };
     const auto interrupted = u"kalmoctl: interrupted; nothing was changed.\n"_s;
     rows.add("stopped once it is found", u"clock set"_s, ExitRefused, interrupted, stopped("WOODSTOCK", {}));
-    rows.add("stopped ahead of a change", u"ringtones set alarm 9 4"_s, ExitRefused, interrupted,
-             stopped("PICASSO", {"AT^WFFO=\"3\"\r", "AT^WFFO=\"3\"\r"}));
     rows.add("melody that is not there", u"ringtones set alarm Walser 1"_s, ExitWrongUse,
              u"kalmoctl: this handset has no melody \"Walser\"; did you mean \"Walzer\"?\n"_s,
              [](Shell& shell) {

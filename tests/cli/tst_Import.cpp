@@ -41,8 +41,6 @@ private Q_SLOTS:
         rows.add("columns, one by position",
                  {u"classic"_s, u"--name"_s, u"#2"_s, u"--number"_s, u"-"_s, u"--birthday=WANN"_s}, table,
                  u"-|Nummer||\n-|+49 30||24.12  08:30\n-|2||\n-|3||"_s);
-        rows.add("shortened", {u"classic"_s, u"--shorten"_s, u"--skip-heading"_s}, table,
-                 u"x|Meier, Peter|030|\nx|Siebzehn Zeichen|2|\n-||3|"_s);
         rows.add("too long left out",
                  {u"classic"_s, u"--skip-too-long"_s, u"--keep-country"_s, u"--outside-line"_s, u"9"_s},
                  table, u"-|Name||\nx|Meier, Peter|9+4930|\n-|Siebzehn Zeichen.|92|\n-||93|"_s);

@@ -207,12 +207,7 @@ void tst_SavedLists::contacts()
     const auto contacts = [](const Contacts& people) {
         return SavedList{.kind = SavedKind::Contacts, .contacts = people};
     };
-    const auto moved = contacts({{.home = u"2"_s, .birthday = u"1970-03-1T12:30:05"_s}});
-    QString error;
-    const auto read = readBytes(u".csv"_s, SavedKind::Contacts, savedListBytes(u"x.csv"_s, moved), error);
-    QVERIFY2(read, qPrintable(error));
-    QCOMPARE(read->contacts[0].birthday, u"1970-03-01T12:30:05"_s);
-    QVERIFY(!holdsNothing(moved.contacts[0]) && holdsNothing({.luid = u"1"_s}));
+    QVERIFY(!holdsNothing({.home = u"2"_s}) && holdsNothing({.luid = u"1"_s}));
     QCOMPARE(savedListBytes(u"x.vcf"_s, contacts({{.email = u"ä@b.de"_s,
                                                    .lastName = u"Café – Bar €"_s,
                                                    .home = u"1"_s,

@@ -60,9 +60,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
     rows.add("providers replaced", u"WOODY"_s, {}, u"providers write HERE/list.prv"_s);
     rows.each([](const auto& model, const auto& ahead, const auto& command) {
         Handset handset({.model = model, .atOnce = true});
-        QDir(handset.test.folder.path()).mkdir(u"other"_s);
         handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
-        handset.file(u"other/new.bmp"_s, "BM other");
         handset.file(u"empty.txt"_s, "x");
         handset.file(u"states.json"_s, "mine");
         handset.file(u"one.json"_s,

@@ -20,33 +20,30 @@ const QDate today(2026, 11, 21);
 QString described(const WabContact& contact)
 {
     QStringList words;
-    const auto add = [&words](QStringView key, const QString& text) {
+    const auto add = [&words](const QString& key, const QString& text) {
         if (!text.isEmpty())
-            words.append(key.toString() + u'=' + text);
+            words.append(key + u'=' + text);
     };
-    add(u"given", contact.givenName);
-    add(u"middle", contact.middleName);
-    add(u"surname", contact.surname);
-    add(u"display", contact.displayName);
-    add(u"nick", contact.nickname);
-    add(u"company", contact.company);
-    add(u"home", contact.homePhone);
-    add(u"mobile", contact.mobilePhone);
-    add(u"homeFax", contact.homeFax);
-    add(u"work", contact.businessPhone);
-    add(u"workFax", contact.businessFax);
-    add(u"mail", contact.email1);
-    add(u"mail2", contact.email2);
-    add(u"city", contact.homeCity + contact.businessCity);
+    const std::pair<const char*, QString WabContact::*> texts[] = {
+        {"given", &WabContact::givenName},     {"middle", &WabContact::middleName},
+        {"surname", &WabContact::surname},     {"display", &WabContact::displayName},
+        {"nick", &WabContact::nickname},       {"company", &WabContact::company},
+        {"home", &WabContact::homePhone},      {"mobile", &WabContact::mobilePhone},
+        {"homeFax", &WabContact::homeFax},     {"work", &WabContact::businessPhone},
+        {"workFax", &WabContact::businessFax}, {"mail", &WabContact::email1},
+        {"mail2", &WabContact::email2}};
+    for (const auto& [key, member] : texts)
+        add(QString::fromLatin1(key), contact.*member);
+    add(u"city"_s, contact.homeCity + contact.businessCity);
     if (contact.birthday)
-        add(u"birthday",
+        add(u"birthday"_s,
             contact.birthday->toString(Qt::ISODate) + (contact.birthdayHasYear ? u""_s : u"?"_s));
     if (contact.numbersWithoutPlace > 0)
-        add(u"lost", QString::number(contact.numbersWithoutPlace));
+        add(u"lost"_s, QString::number(contact.numbersWithoutPlace));
     if (contact.lostExtensions > 0)
-        add(u"extensions", QString::number(contact.lostExtensions));
-    add(u"unread", contact.unreadBirthday);
-    add(u"cut", contact.isCutOff ? u"off"_s : u""_s);
+        add(u"extensions"_s, QString::number(contact.lostExtensions));
+    add(u"unread"_s, contact.unreadBirthday);
+    add(u"cut"_s, contact.isCutOff ? u"off"_s : u""_s);
     return words.join(u' ');
 }
 

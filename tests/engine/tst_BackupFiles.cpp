@@ -85,26 +85,20 @@ private Q_SLOTS:
 
     void fullDisk()
     {
-        const Rows<int> rows{
-            {"for a part", 20},
-        };
-        rows.each([&](const auto& room) {
-            TestContext test;
-            test.sy.PhoneType = 2;
-            const auto list = makePhonebookRows();
-            list->add(toRow(full));
-            const QString path = test.makeFile(u"book.tel"_s, "old");
-            const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
-            test.dialogs.expectStart(
-                u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path));
-            {
-                const SmallDisk disk(room);
-                QVERIFY(!SaveTel(test.context, *list, path));
-                test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
-            }
-            QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
-            QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
-        });
+        TestContext test;
+        test.sy.PhoneType = 2;
+        const auto list = makePhonebookRows();
+        list->add(toRow(full));
+        const QString path = test.makeFile(u"book.tel"_s, "old");
+        const QString ini = test.makeFile(u"storage/config/Kalmo.ini"_s, "[a]\r\nb=c\r\n");
+        test.dialogs.expectStart(u"Die Datei %1 konnte nicht geschrieben werden: File too large"_s.arg(path));
+        {
+            const SmallDisk disk(20);
+            QVERIFY(!SaveTel(test.context, *list, path));
+            test.settings.PutIniText(u"a"_s, u"b"_s, QString(100, u'x'));
+        }
+        QCOMPARE(TestContext::contentOf(path), QByteArray("old"));
+        QCOMPARE(TestContext::contentOf(ini), QByteArray("[a]\r\nb=c\r\n"));
     }
 
     void namesOfBackups()

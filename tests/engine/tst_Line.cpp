@@ -69,22 +69,6 @@ private Q_SLOTS:
         });
     }
 
-    void repeatsAreReported()
-    {
-        ScriptedLine scripted;
-        auto& [test, port, line] = scripted;
-        port.expect("AT\r", "AT\r\r\nERROR\r\n");
-        port.expect(atz, atzOk).expect(atz, atzOk);
-        port.expect("AT\r", "AT\r\r\n1\r\n\r\nOK\r\n");
-        port.expect("AT\r", "AT\r\r\n2\r\n\r\nOK\r\n");
-        QByteArray answer;
-        QVERIFY(line.exchange(answer, "AT\r", 1));
-        QCOMPARE(answer, QByteArray("1"));
-        QCOMPARE(line.repeats(), 1);
-        QVERIFY(line.exchange(answer, "AT\r", 1));
-        QCOMPARE(line.repeats(), 0);
-    }
-
     void aWaitOverMidnightDoesNotTimeOut()
     {
         TestContext test;

@@ -3,6 +3,7 @@
 
 #include "app/SettingsKeys.h"
 #include "obex/DataChannel.h"
+#include "obex/ResponseCodes.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
 
@@ -336,6 +337,25 @@ private Q_SLOTS:
             QVERIFY(!client.mmc->Online(client.progress.all()));
             QCOMPARE(stateOf(client), givenUp);
             QVERIFY(!client.mmc->Online(client.progress.all())); // and nothing more until Offline
+        });
+    }
+
+    void codesInWords()
+    {
+        const QString continues = u"ReCode: 100 Continue"_s;
+        const Rows<int, QString, QString> rows{
+            {"continue", 0x90, continues, continues},
+            {"of two languages", 0xD0,
+             u"ReCode: 500 Internal Server Error\n\nBitte wiederholen Sie die letzte Aktion."_s,
+             u"ReCode: 500 Internal Server Error, please try again"_s},
+            {"of the client", -4, u"Löschen einer Datei fehlgeschlagen."_s,
+             u"a local file could not be removed"_s},
+            {"unknown, below 0", -2, u"ReCode: unknown ReCode - &HFFFE"_s,
+             u"ReCode: unknown ReCode - &HFFFE"_s},
+        };
+        rows.each([&](const auto& code, const auto& german, const auto& english) {
+            QCOMPARE(GetFriedlyErrMsg(code), german);
+            QCOMPARE(obex::friendlyErrorEnglish(code), english);
         });
     }
 

@@ -1,5 +1,7 @@
 // Files on their way to the phone and back.
 
+#include "obex/ObexFrames.h"
+#include "obex/PutFrames.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
 
@@ -31,6 +33,24 @@ class tst_ObexTransfer : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void frames()
+    {
+        const Rows<QByteArray, QByteArray> rows{
+            {"get, euro sign stays in shifted order", obex::getFrame(u"€b"_s),
+             hex("83 00 0C 01 00 09 00 AC 20 62 00 00")},
+            {"first frame of an IrMC object",
+             obex::putFrame(false,
+                            obex::nameHeader(u"a"_s) + obex::lengthHeader("xyz") +
+                                obex::applicationHeader(obex::counterParameters(123)),
+                            "x"),
+             hex("02 00 1B 01 00 07 00 61 00 00 C3 00 00 00 03 4C 00 08 11 03 31 32 33 48 00 04 78")},
+            {"IrMC delete", obex::irmcDeleteFrame(u"a"_s, 7),
+             hex("82 00 10 01 00 07 00 61 00 00 4C 00 06 11 01 37")},
+        };
+        rows.each(
+            [&](const auto& frame, const auto& bytes) { QCOMPARE(frame.toHex(' '), bytes.toHex(' ')); });
+    }
+
     void gettingInManyFrames()
     {
         const QByteArray object = objectOf(40);

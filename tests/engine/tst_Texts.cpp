@@ -67,6 +67,16 @@ private Q_SLOTS:
         });
     }
 
+    void partsOfAMoment()
+    {
+        QString year;
+        std::array<QString, 5> others;
+        app::GetDateParts(QDateTime({2026, 3, 4}, {5, 6, 7}), year, others[0], others[1], others[2],
+                          others[3], others[4]);
+        QCOMPARE(year + u' ' + QStringList(others.begin(), others.end()).join(u' '),
+                 u"2026 03 04 05 06 07"_s);
+    }
+
     void numbers()
     {
         const Rows<QString, double, bool> rows{

@@ -260,16 +260,15 @@ private Q_SLOTS:
     void oneContactAlone()
     {
         Contacts phone(u"SL450HX"_s);
-        const toolkit::Progress progress = phone.progress.all();
         clsMmc& client = *phone.client;
         qint32 counter = 0;
         QString luid;
-        QVERIFY(client.Online(progress) && client.connect(progress, obex::Target::IrMC));
-        QVERIFY(client.CDluidPB() && VcfGetCc(client, counter, progress));
-        QCOMPARE(VcfWriteItem(client, someone, counter, luid, progress, 1, 1), ItemResult::Written);
+        QVERIFY(client.Online({}) && client.connect({}, obex::Target::IrMC));
+        QVERIFY(client.CDluidPB() && VcfGetCc(client, counter, {}));
+        QCOMPARE(VcfWriteItem(client, someone, counter, luid, {}, 1, 1), ItemResult::Written);
         QVERIFY(phone.held().find(luid) && counter == phone.held().counter());
         phone.line.pause(settlePause);
-        QVERIFY(client.Offline(progress));
+        QVERIFY(client.Offline({}));
     }
 
     void organizer()

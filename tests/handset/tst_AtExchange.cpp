@@ -192,29 +192,6 @@ private Q_SLOTS:
         }
     }
 
-    void answersOnlyAtItsRate()
-    {
-        const QByteArray ok = "ATZ\r\r\nOK\r\n";
-        const QByteArray garbage = "\xbe\xab\xa5\xf2";
-        const Rows<handset::Options, QByteArrayList> rows{
-            {"old", handset::Options{.model = u"PICASSO"_s}, {ok, {}, {}}},
-            {"new", handset::Options{.model = u"S68H"_s}, {{}, {}, ok}},
-            {"told", handset::Options{.rates = {19200, 57600}}, {ok, ok, {}}},
-            {"garbage",
-             handset::Options{.rates = {57600}, .wrongRate = handset::WrongRate::Garbage},
-             {garbage, ok, garbage}},
-        };
-        rows.each([&](const auto& options, const auto& wantedAnswers) {
-            HandsetTalk talk(options);
-            QByteArrayList answers;
-            for (const QString& rate : {u"19200"_s, u"57600"_s, u"115200"_s}) {
-                talk.port.SetSettings(rate + u",N,8,1"_s);
-                answers.append(talk.say("ATZ\r"));
-            }
-            QCOMPARE(answers, wantedAnswers);
-        });
-    }
-
     void faults()
     {
         const QByteArray ok = "AT\r\r\nOK\r\n";

@@ -101,18 +101,6 @@ void MeetsTheClient::files()
         QByteArray back;
         QVERIFY(mmc->GetFile(u"Welle.wav"_s, back, progress));
         QCOMPARE(back, content);
-        QVERIFY(mmc->Del(u"Gong.mid"_s, progress, nullptr, false, true)); // which may not be deleted at first
-        QVERIFY(mmc->Rename(u"Mobile:\\Sounds\\Welle.wav"_s, u"Mobile:\\Pictures\\Größe.wav"_s, progress));
-        QVERIFY(mmc->CdUp() && mmc->Cd(u"Pictures"_s, false) && mmc->Md(u"Neu"_s) && mmc->CdUp());
-        QVERIFY(mmc->Dir(entries, progress));
-        QCOMPARE(namesOf(entries), QStringList({u"Urlaub 2026"_s, u"Sonnenuntergang.bmp"_s, u"Küste.png"_s,
-                                                u"Größe.wav"_s, u"Neu"_s}));
-        QVERIFY(mmc->Cd(u"Urlaub 2026"_s, false) && mmc->PutFile(local, progress));
-        QVERIFY(mmc->Del(u"Welle.wav"_s, progress, nullptr, false, true) && mmc->Dir(entries, progress));
-        QCOMPARE(namesOf(entries), QStringList{u"Stufen.jpg"_s});
-        QVERIFY(mmc->CdRoot() && mmc->CDluidPB());
-        QVERIFY(mmc->GetFile(u"cc.log"_s, back, progress));
-        QCOMPARE(back, "25");
         QVERIFY(mmc->Offline(progress));
         QVERIFY(!meeting.port.handset().isInDataMode());
         QString text;

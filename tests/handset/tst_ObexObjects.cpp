@@ -138,7 +138,6 @@ void ObexObjects::readsCards()
          "N:M\xfcller;A\r\n"},
         {"beyond the code page", "N;CHARSET=UTF-8:\xc5\x81;\r\n",
          "N;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:=C5=81;\r\n"},
-        {"semicolons", "N:a\\;b;c\\;d;e\r\n", "N:a\\;b;c\\;d\r\n"},
         {"birthday", "N:A;\r\nBDAY:1970-03-02T08:15\r\n", "N:A;\r\nBDAY:1970-03-02T08:15\r\n"},
         {"general client", "N:A;\r\nTEL;CELL;VOICE:1\r\nTEL;TYPE=WORK:2\r\nNOTE:x\r\n",
          "N:A;\r\nTEL;CELL:1\r\nTEL;WORK:2\r\n"},

@@ -1,23 +1,12 @@
 // Both converters as programs: how they end, what they say, and which files they leave.
 
+#include "support/ConverterFolder.h"
 #include "support/Melodies.h"
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-
-namespace {
-
-QString plugin(const QString& name)
-{
-    return QCoreApplication::applicationDirPath() + u"/../bin/Plugins/"_s + name;
-}
-
-} // namespace
 
 class tst_Programs : public QObject
 {
@@ -69,7 +58,7 @@ private Q_SLOTS:
         };
         rows.each([&](const auto& program, const auto& words, const auto& status, const auto& error) {
             const QStringList arguments = words.split(u' ', Qt::SkipEmptyParts);
-            QCOMPARE(run(plugin(program), arguments), std::pair(status, error));
+            QCOMPARE(run(ConverterFolder::built(program), arguments), std::pair(status, error));
             QCOMPARE(QDir(m_folder.path()).entryList({u"out*"_s, u"*.part"_s}, QDir::Files), QStringList());
         });
     }
@@ -80,7 +69,7 @@ private Q_SLOTS:
         const QString mine = m_folder.filePath(u"m.out.0.part"_s);
         QVERIFY(QFile::copy(m_folder.filePath(u"good.raw"_s), mine));
         const qint64 size = QFileInfo(mine).size();
-        QCOMPARE(run(plugin(u"m9b"_s), {u"t"_s, u"good.mid"_s, u"m.out"_s}).first, 0);
+        QCOMPARE(run(ConverterFolder::built(u"m9b"_s), {u"t"_s, u"good.mid"_s, u"m.out"_s}).first, 0);
         QCOMPARE(QFileInfo(mine).size(), size);
         QCOMPARE(QDir(m_folder.path()).entryList({u"m.out*"_s}),
                  (QStringList{u"m.out"_s, u"m.out.0.part"_s}));
@@ -96,7 +85,8 @@ private Q_SLOTS:
                                                            {"two samples", 4, 1},
                                                            {"an odd end", 4 * 5000 + 3, 5000}}) {
             make(u"in"_s, bytesOf(tone(500, -3, samples)).first(samples));
-            QCOMPARE(run(plugin(u"g722demo"_s), {u"-enc"_s, u"in"_s, u"out"_s}), std::pair(0, QString()));
+            QCOMPARE(run(ConverterFolder::built(u"g722demo"_s), {u"-enc"_s, u"in"_s, u"out"_s}),
+                     std::pair(0, QString()));
             const QByteArray out = content(u"out"_s);
             QCOMPARE(out.size(), 2 * words);
             for (qsizetype index = 1; index < out.size(); index += 2)
@@ -110,7 +100,8 @@ private Q_SLOTS:
         for (const auto& [level, least] :
              Rows<double, double>{{"loud", -6, 45}, {"soft", -20, 44}, {"faint", -40, 35}}) {
             make(u"in"_s, bytesOf(tone(1000, level, 2 * soundRate)));
-            QCOMPARE(run(plugin(u"g722demo"_s), {u"-enc"_s, u"in"_s, u"out"_s}), std::pair(0, QString()));
+            QCOMPARE(run(ConverterFolder::built(u"g722demo"_s), {u"-enc"_s, u"in"_s, u"out"_s}),
+                     std::pair(0, QString()));
             const QByteArray words = content(u"out"_s);
             QByteArray codes;
             for (qsizetype index = 0; index < words.size(); index += 2)
@@ -134,7 +125,8 @@ private Q_SLOTS:
                                  "00 99 2A 40 30 89 2A 00";
         make(u"in.mid"_s,
              midiFile(1, {tempo + tail, voice + "81 40 90 43 50 60 43 00" + tail, drums + tail}));
-        QCOMPARE(run(plugin(u"m9b"_s), {u"t"_s, u"in.mid"_s, u"out.mid"_s}), std::pair(0, QString()));
+        QCOMPARE(run(ConverterFolder::built(u"m9b"_s), {u"t"_s, u"in.mid"_s, u"out.mid"_s}),
+                 std::pair(0, QString()));
         QByteArrayList sounds;
         for (const QString& name : {u"in"_s, u"out"_s}) {
             QCOMPARE(run(player, {u"-c"_s, u"/etc/timidity/timgm6mb.cfg"_s, u"-Ow"_s, u"-o"_s,

@@ -19,14 +19,13 @@ public:
     QString desktop;
     QString localAppData;
     app::OsVersion version{6, 1, 0, 0};
-    bool classicVersionNumbers = false;
     QString storagePath;       ///< the value of the registry
     int storagePathResult = 0; ///< what setting it returns; other than 0 leaves the value alone
     bool alone = true;         ///< whether this is the only instance
 
     QString ExePath() const override { return exePath; }
     app::OsVersion osVersion() const override { return version; }
-    bool hasClassicVersionNumbers() const override { return classicVersionNumbers; }
+    bool hasClassicVersionNumbers() const override { return false; }
     QString SpecialFolder(app::Folder id, bool create) const override;
     QString storagePathValue() const override { return storagePath; }
     int setStoragePathValue(const QString& value) override;

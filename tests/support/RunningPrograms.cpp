@@ -23,18 +23,6 @@ QString programFolder()
 
 } // namespace
 
-RunningPrograms::RunningPrograms() = default;
-
-RunningPrograms::~RunningPrograms()
-{
-    for (QProcess* process : {m_handset.get(), m_kalmoctl.get()}) {
-        if (process && process->state() != QProcess::NotRunning) {
-            process->kill();
-            process->waitForFinished();
-        }
-    }
-}
-
 QString RunningPrograms::makeFile(const QString& name, const QByteArray& bytes) const
 {
     QFile file(path(name));

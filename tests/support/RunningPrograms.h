@@ -21,8 +21,7 @@ struct ProgramRun
 class RunningPrograms
 {
 public:
-    RunningPrograms();
-    ~RunningPrograms();
+    RunningPrograms() = default;
     Q_DISABLE_COPY_MOVE(RunningPrograms)
 
     QString path(const QString& name) const { return m_home.filePath(name); }

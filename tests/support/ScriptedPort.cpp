@@ -112,15 +112,9 @@ void ScriptedPort::deliver(const QByteArray& bytes, double delay)
 
 bool ScriptedPort::Open(const QString& portName)
 {
-    calls.append(u"Open "_s + portName);
+    opened.append(portName);
     m_open = openable;
     return m_open;
-}
-
-void ScriptedPort::Close()
-{
-    calls.append(u"Close"_s);
-    m_open = false;
 }
 
 int ScriptedPort::Read(char* buffer, int count)
@@ -143,13 +137,7 @@ QByteArray ScriptedPort::ReadText()
 
 void ScriptedPort::SetSettings(const QString& settings)
 {
-    calls.append(u"SetSettings "_s + settings);
     m_baudRate = settings.section(u',', 0, 0).toInt();
-}
-
-void ScriptedPort::SetControlLines(bool on)
-{
-    calls.append(u"SetControlLines "_s + (on ? u"on"_s : u"off"_s));
 }
 
 void inEveryDelivery(const std::function<void(TestContext& test, ScriptedPort& port)>& exchange)

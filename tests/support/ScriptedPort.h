@@ -42,13 +42,12 @@ public:
 
     qsizetype longestAnswer() const { return m_longestAnswer; }
 
-    /// Calls of the port besides reading and writing, for example "Open COM3".
-    QStringList calls;
+    QStringList opened; ///< names by which it was to be opened, in order
     bool openable = true;
     QStringList names; ///< ports of the machine
 
     bool Open(const QString& portName) override;
-    void Close() override;
+    void Close() override { m_open = false; }
     bool IsOpen() const override { return m_open; }
     QString openError() const override { return openable ? QString() : QStringLiteral("Port fehlt."); }
     QString openErrorEnglish() const override { return openable ? QString() : QStringLiteral("No port."); }
@@ -63,7 +62,7 @@ public:
     void SetOutBufferSize(int bytes) override { m_outBufferSize = bytes; }
     int BaudRate() const override { return m_baudRate; }
     void SetSettings(const QString& settings) override;
-    void SetControlLines(bool on) override;
+    void SetControlLines(bool) override {}
     int CountPorts() override { return static_cast<int>(names.size()); }
     QString PortName(int index) override { return names.value(index); }
 
