@@ -55,6 +55,11 @@ void tst_DraggedFiles::filesFromTheDesktop()
         QTest::keyClick(dialog.findChild<QDialogButtonBox*>()->buttons().first(), Qt::Key_Space);
     });
     QVERIFY(drop(made, content, u"FOL_Sounds"_s));
+    made.panel.hide(); // the user is in another section by then
+    QCoreApplication::processEvents();
+    QCOMPARE(made.dialogs, 0);
+    made.panel.show();
+    QVERIFY(drop(made, content, u"FOL_Sounds"_s));
     QCoreApplication::processEvents();
     QCOMPARE(made.dialogs, 1);
     QCOMPARE(made.status().section(u',', 0, 0), u"Neu.L22 gesendet"_s);

@@ -89,7 +89,11 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     const QStringList paths = filesIn(*drag.mimeData());
     const qsizetype passedOver = drag.mimeData()->urls().size() - paths.size();
     QMetaObject::invokeMethod(
-        this, [this, paths, key, passedOver] { Q_EMIT dropped(paths, key, passedOver); },
+        this,
+        [this, paths, key, passedOver] {
+            if (m_view.isVisible())
+                Q_EMIT dropped(paths, key, passedOver);
+        },
         Qt::QueuedConnection);
     return true;
 }

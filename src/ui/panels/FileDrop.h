@@ -23,7 +23,8 @@ public:
     static QStringList filesIn(const QMimeData& content);
 
 Q_SIGNALS:
-    /// After the drop has ended: the program that the files come from waits for that. `key` is that of the
+    /// After the drop has ended, since the program that the files come from waits for that, and only if the
+    /// list is still on screen. `key` is that of the
     /// folder they were dropped onto, empty for the list itself. `passedOver` counts the dropped things that
     /// are no local files, such as folders.
     void dropped(const QStringList& paths, const QString& key, qsizetype passedOver);

@@ -312,7 +312,7 @@ void frmPB::openImport(ImportFrom source, const QString& given)
     // From a timer, so that the menu has closed before the dialog opens.
     QTimer::singleShot(0, this, [this, source, given, isForProviders, isRead] {
         const bool isKnown = m_contacts ? m_contacts->isKnown() : isRead();
-        if (m_sta->isBusy() || m_isClosing || (!isKnown && !mayImportUnread(isForProviders)))
+        if (m_sta->isBusy() || m_isClosing || !isVisible() || (!isKnown && !mayImportUnread(isForProviders)))
             return;
         ImportLists lists;
         if (m_contacts)
