@@ -103,8 +103,6 @@ void tst_ClassicLists::reads()
         u"\"Schreiben\" übernommen.\n\nTrotzdem fortfahren?"_s;
     using Ask = std::optional<Answer>;
     const Rows<Ask, CommandResult, Prepare> rows{
-        {"clean list", Ask(), CommandResult::Done, [](Desk& desk) { desk.read(); }},
-        {"changes kept", Answer::No, CommandResult::Refused, [](Desk&) {}},
         {"failure leaves the flag", Answer::Yes, CommandResult::Failed,
          [](Desk& desk) { desk.tell(accessError).script.refuse("AT^WSSL=\"TB\"\r"); }},
         {"doubtful reading is told", Ask(), CommandResult::Done,

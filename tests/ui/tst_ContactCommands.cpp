@@ -80,7 +80,6 @@ class tst_ContactCommands : public QObject
 
 private Q_SLOTS:
     void allows();
-    void savesAndRecords();
     void savesNothingWithoutRecord();
     void lostAnswer();
     void staleRow();
@@ -89,6 +88,7 @@ private Q_SLOTS:
     void otherThanEntered();
     void imports();
     void deletes();
+    void stopsAtTheUsersWish();
     void refreshes();
 };
 
@@ -131,21 +131,6 @@ void tst_ContactCommands::allows()
     expectNotice();
     own.list->selectAll();
     QCOMPARE(own.remove(), CommandResult::Refused);
-}
-
-void tst_ContactCommands::savesAndRecords()
-{
-    Contacts phone(u"SL450HX"_s);
-    const QByteArray before = phone.cards();
-    phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
-    phone.test.dialogs.expect(box(Icon::Information, u"Eintrag gespeichert."_s, editTitle));
-    QCOMPARE(phone.save(someone), CommandResult::Done);
-    QVERIFY(phone.isInOrder());
-    const auto records = phone.records();
-    QCOMPARE(records.size(), 1U);
-    QCOMPARE(records[0].cause, u"add"_s);
-    QCOMPARE(records[0].state, operations::State::Done);
-    QCOMPARE(phone.read(records[0]).part(u"pb.vcf"_s)->bytes, before);
 }
 
 void tst_ContactCommands::savesNothingWithoutRecord()
@@ -349,6 +334,21 @@ void tst_ContactCommands::deletes()
     QCOMPARE(phone.remove(), CommandResult::Done);
     QVERIFY(phone.isInOrder());
     QCOMPARE(phone.records().size(), 2U);
+}
+
+/// Without a box, and the list shows what the phone holds.
+void tst_ContactCommands::stopsAtTheUsersWish()
+{
+    Contacts phone(u"SL450HX"_s);
+    for (const int row : {0, 1, 2})
+        phone.list->setSelected(row, true);
+    connect(phone.list.get(), &toolkit::ListRows::removed, this,
+            [&] { phone.progress.cancel.checked = true; });
+    phone.expectQuestion(u"3 gewählte(n)"_s, Answer::Yes);
+    const ContactDeletion deletion = VcfDeleteSelected(*phone.store, phone.progress.all());
+    QCOMPARE(deletion.result, CommandResult::Cancelled);
+    QCOMPARE(deletion.deleted, 1);
+    QVERIFY(phone.isInOrder());
 }
 
 void tst_ContactCommands::refreshes()

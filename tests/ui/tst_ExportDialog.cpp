@@ -176,10 +176,6 @@ void ExportDialog::fields()
     path.setFocus();
     path.setText(u"/a<b"_s);
     dialog.made.test.dialogs.expectStart(u"Der neue Ordner- bzw. Dateiname"_s);
-    QTest::keyClick(&path, Qt::Key_Tab);
-    QCoreApplication::processEvents();
-    QVERIFY(path.hasFocus());
-    dialog.made.test.dialogs.expectStart(u"Der neue Ordner- bzw. Dateiname"_s);
     QTest::keyClick(&path, Qt::Key_Return);
     dialog.press("cmdAbbruch");
     QCoreApplication::processEvents();

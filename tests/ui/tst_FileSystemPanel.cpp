@@ -14,6 +14,7 @@ private Q_SLOTS:
     void nothingIsDoneInAnUnknownFolder();
     void keysOfTheList();
     void foldersThatCanNotBeMade();
+    void aSilentPhoneLeavesTheList();
 };
 
 void FileSystemPanel::foldersAndFiles()
@@ -171,6 +172,20 @@ void FileSystemPanel::foldersThatCanNotBeMade()
     }
     QVERIFY(made.shown().contains(u"FOL_Neu"_s)); // of the second try
     QCOMPARE(made.dialogs, 9);
+}
+
+void FileSystemPanel::aSilentPhoneLeavesTheList()
+{
+    FilePanel made(u"Sounds"_s);
+    made.show();
+    const QString list = made.shown();
+    made.setFaults({.silentFrom = 1});
+    made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:"_s);
+    made.key(Qt::Key_Backspace);
+    QCOMPARE(made.shown(), list);
+    made.setFaults();
+    made.key(Qt::Key_F5); // connects again
+    QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
 }
 
 KALMO_TEST(FileSystemPanel)

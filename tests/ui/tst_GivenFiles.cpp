@@ -119,15 +119,15 @@ void tst_GivenFiles::importIsToldInTheWindow()
          u"1 Kontakt importiert. \"Frühere Stände\" nimmt ihn zurück."_s},
     };
     rows.each([](const auto& model, const auto& heading, const auto& status) {
-        OpenWindow open(model);
-        open.window.goTo(u"TB"_s);
+        OpenWindow open(model, u"TB"_s);
+        const int held = open.contactsInPhone();
         QTimer user;
         connect(&user, &QTimer::timeout, &open.window, [&] {
             auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!form || !child<QLabel>(*form, "lblCounts").text().startsWith(u"1 von"_s))
                 return;
             user.stop();
-            QTest::mouseClick(&child<QPushButton>(*form, "cmdImport"), Qt::LeftButton);
+            click(*form, "cmdImport");
             QTest::keyClick(form, Qt::Key_Escape);
         });
         user.start(0);
@@ -135,6 +135,7 @@ void tst_GivenFiles::importIsToldInTheWindow()
         open.window.openGiven(
             open.test.makeFile(u"a.csv"_s, "Name;" + heading.toLatin1() + "\nNeumann;0521445\n"));
         QTRY_COMPARE(open.status(), status);
+        QCOMPARE(open.contactsInPhone(), held + (model == u"SL400H"_s));
         open.memory.TbDirty = false;
     });
 }

@@ -1,8 +1,9 @@
-// The form of the settings: what it shows, saves and moves.
+// The command line, and the form of the settings: what it shows, saves and moves.
 
 #include "app/SettingsKeys.h"
 #include "app/StoragePaths.h"
 #include "support/TestProgram.h"
+#include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/TestProgram.h"
 
@@ -11,9 +12,50 @@ class tst_Settings : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void readsTheCommandLine();
+    void usesAGivenStorageAndNeverOffersToResetIt();
     void savesEverySetting();
     void movesTheStorageWithItsSettings();
 };
+
+void tst_Settings::readsTheCommandLine()
+{
+    // The options' values, the rest, and what is wrong.
+    const QList<std::pair<QString, QString>> rows = {
+        {{}, u"||||"_s},
+        {u"--storage /s --port=3 --log /l /dbg /DELINI"_s, u"/s|3|/l|/dbg /DELINI|"_s},
+        {u"/DBG /home/a/Backup.TEL"_s, u"|||/DBG|"_s},
+        {u"--port 1 --port 2"_s, u"|2|||"_s},
+        {u"--port"_s, u"||||option \"--port\" needs a value"_s},
+        {u"--prot=3"_s, u"||||there is no option \"--prot\""_s},
+    };
+    for (const auto& [words, expected] : rows) {
+        const ui::CommandLine read = ui::parseCommandLine(words.split(u' ', Qt::SkipEmptyParts));
+        QCOMPARE((QStringList{read.storage, read.port, read.log, read.rest, read.error}.join(u'|')),
+                 expected);
+        QCOMPARE(read.kind == ui::CommandLine::Kind::Run, read.error.isEmpty());
+    }
+    for (const QString& file : {u"/home/a/Backup.TEL"_s, u"a.prv"_s, u"b.csv"_s, u"c.WAB"_s, u"d.vcf"_s})
+        QCOMPARE(ui::parseCommandLine({u"/DBG"_s, file}).file, file);
+    QCOMPARE(ui::parseCommandLine({u"notes.txt"_s}).file, QString());
+    QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"--help"_s, u"--no"_s}).kind, ui::CommandLine::Kind::Help);
+}
+
+void tst_Settings::usesAGivenStorageAndNeverOffersToResetIt()
+{
+    TestContext test;
+    test.sy.OsClass = 6;
+    test.platform.storagePath = u"/elsewhere"_s;
+    test.sy.StorageForThisRun = test.path(u"given"_s);
+    QVERIFY(app::GetMyPaths(test.context));
+    QCOMPARE(test.sy.Paths.Storage, test.path(u"given"_s));
+
+    // It can't be made, and what is set stays set.
+    test.sy.StorageForThisRun = test.makeFile(u"file"_s, "x") + u"/below"_s;
+    QVERIFY(!app::GetMyPaths(test.context));
+    QCOMPARE(test.platform.storagePath, u"/elsewhere"_s);
+    QCOMPARE(test.verdict.take().size(), 1); // a question to try again, and no other
+}
 
 void tst_Settings::savesEverySetting()
 {

@@ -1,11 +1,9 @@
-// The way from the command line through splash and settings to the main window.
+// The way from the start through splash and settings to the main window.
 
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
-#include "app/StoragePaths.h"
 #include "phonedata/BackupFiles.h"
 #include "support/TestProgram.h"
-#include "ui/CommandLine.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/forms/frmWelcome.h"
@@ -86,8 +84,6 @@ class tst_Start : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsTheCommandLine();
-    void usesAGivenStorageAndNeverOffersToResetIt();
     void goesFromTheFirstStartToTheMainWindowAndBack();
     void keepsTheMainWindowForTheSamePhoneOnly();
     void losesNoListThatWaitsToBeWritten();
@@ -96,47 +92,9 @@ private Q_SLOTS:
     void demoIsConnectedAgain();
     void leavesTheDemoForTheOwnPhone();
     void neverShowsTheOwnPhoneAsTheDemo();
+    void stopsTheSearchByKey();
     void stopsWhileAPhoneIsTakenBack();
 };
-
-void tst_Start::readsTheCommandLine()
-{
-    // The options' values, the rest, and what is wrong.
-    const QList<std::pair<QString, QString>> rows = {
-        {{}, u"||||"_s},
-        {u"--storage /s --port=3 --log /l /dbg /DELINI"_s, u"/s|3|/l|/dbg /DELINI|"_s},
-        {u"/DBG /home/a/Backup.TEL"_s, u"|||/DBG|"_s},
-        {u"--port 1 --port 2"_s, u"|2|||"_s},
-        {u"--port"_s, u"||||option \"--port\" needs a value"_s},
-        {u"--prot=3"_s, u"||||there is no option \"--prot\""_s},
-    };
-    for (const auto& [words, expected] : rows) {
-        const ui::CommandLine read = ui::parseCommandLine(words.split(u' ', Qt::SkipEmptyParts));
-        QCOMPARE((QStringList{read.storage, read.port, read.log, read.rest, read.error}.join(u'|')),
-                 expected);
-        QCOMPARE(read.kind == ui::CommandLine::Kind::Run, read.error.isEmpty());
-    }
-    for (const QString& file : {u"/home/a/Backup.TEL"_s, u"a.prv"_s, u"b.csv"_s, u"c.WAB"_s, u"d.vcf"_s})
-        QCOMPARE(ui::parseCommandLine({u"/DBG"_s, file}).file, file);
-    QCOMPARE(ui::parseCommandLine({u"notes.txt"_s}).file, QString());
-    QCOMPARE(ui::parseCommandLine({u"/DBG"_s, u"--help"_s, u"--no"_s}).kind, ui::CommandLine::Kind::Help);
-}
-
-void tst_Start::usesAGivenStorageAndNeverOffersToResetIt()
-{
-    TestContext test;
-    test.sy.OsClass = 6;
-    test.platform.storagePath = u"/elsewhere"_s;
-    test.sy.StorageForThisRun = test.path(u"given"_s);
-    QVERIFY(app::GetMyPaths(test.context));
-    QCOMPARE(test.sy.Paths.Storage, test.path(u"given"_s));
-
-    // It can't be made, and what is set stays set.
-    test.sy.StorageForThisRun = test.makeFile(u"file"_s, "x") + u"/below"_s;
-    QVERIFY(!app::GetMyPaths(test.context));
-    QCOMPARE(test.platform.storagePath, u"/elsewhere"_s);
-    QCOMPARE(test.verdict.take().size(), 1); // a question to try again, and no other
-}
 
 void tst_Start::goesFromTheFirstStartToTheMainWindowAndBack()
 {
@@ -380,6 +338,19 @@ void tst_Start::neverShowsTheOwnPhoneAsTheDemo()
     click(*window, "cmdReconnect");
     QVERIFY(waitFor<ui::frmPB>());
     checkOwnPhone(run);
+}
+
+void tst_Start::stopsTheSearchByKey()
+{
+    TestProgram given(u"WOODSTOCK"_s, {.faults = {.silentAfter = 1, .commands = 1}});
+    ui::frmStart splash;
+    splash.present();
+    given.test.clock.runToolkitEvents(true);
+    given.test.clock.after(1, [&] { QTest::keyClick(splash.windowHandle(), Qt::Key_Escape); });
+    link::PhoneSearch search(given.line, splash, given.desktop);
+    QCOMPARE(search.runPass(), link::PassResult::NobodyAnswered);
+    QVERIFY(given.test.clock.elapsed() < 3); // and not all rates
+    QVERIFY(!child<QPushButton>(splash, "lblEsc").isEnabled());
 }
 
 void tst_Start::stopsWhileAPhoneIsTakenBack()
