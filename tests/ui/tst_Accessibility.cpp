@@ -302,69 +302,65 @@ class Accessibility : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyForm_data();
-    void everyForm();
-    void walkFindsFaults();
+    void everyForm_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<bool>("isDark");
+        for (int row = 0; row < static_cast<int>(std::size(forms)); ++row) {
+            for (const bool isDark : {false, true})
+                QTest::addRow("%s, %s", forms[row].name, isDark ? "dark" : "light") << row << isDark;
+        }
+    }
+
+    void everyForm()
+    {
+        QFETCH(int, row);
+        QFETCH(bool, isDark);
+        const ui::ReadablePalette colours;
+        QApplication::setPalette(isDark ? darkColours() : QPalette());
+        Shown shown(forms[row].model);
+        forms[row].make(shown);
+        QWidget& form = *shown.form;
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QStringList faults;
+        if (forms[row].isBusy) {
+            faults = {u"not busy"_s};
+            shown.made.test.clock.after(1.5, [&] {
+                QVERIFY(!child<QWidget>(form, "tvwNavi").isEnabled());
+                faults = paleTexts(form) + unspokenParts(form) + cutTexts(form) + overlaps(form);
+            });
+        }
+        if (auto* window = qobject_cast<ui::frmPB*>(&form))
+            window->goTo(forms[row].section);
+        if (!QApplication::focusWidget())
+            form.setFocus();
+        if (forms[row].open)
+            faults = faultsOfDialog(shown, forms[row].open, isDark);
+        else if (!forms[row].isBusy)
+            faults = faultsOf(form, isDark);
+        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+    }
+
+    void walkFindsFaults()
+    {
+        QWidget form;
+        auto* above = new QLabel(u"Name"_s, &form);
+        auto* below = new QLineEdit(&form);
+        auto* list = new QTreeWidget(&form);
+        list->setHeaderLabels({u"Erinnerung"_s, u"VIP"_s});
+        const auto place = [&](int second, int width) {
+            above->setGeometry(0, 0, 100, 30);
+            below->setGeometry(0, second, 100, 30);
+            list->setGeometry(0, 200, 300, 100);
+            list->header()->resizeSection(0, width);
+            return QList<qsizetype>{overlaps(form).size(), cutTexts(form).size()};
+        };
+        form.show();
+        QCOMPARE(place(30, 200), (QList<qsizetype>{0, 0}));
+        QCOMPARE(place(29, 40), (QList<qsizetype>{1, 1}));
+    }
 };
-
-void Accessibility::everyForm_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<bool>("isDark");
-    for (int row = 0; row < static_cast<int>(std::size(forms)); ++row) {
-        for (const bool isDark : {false, true})
-            QTest::addRow("%s, %s", forms[row].name, isDark ? "dark" : "light") << row << isDark;
-    }
-}
-
-void Accessibility::everyForm()
-{
-    QFETCH(int, row);
-    QFETCH(bool, isDark);
-    const ui::ReadablePalette colours;
-    QApplication::setPalette(isDark ? darkColours() : QPalette());
-    Shown shown(forms[row].model);
-    forms[row].make(shown);
-    QWidget& form = *shown.form;
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    QStringList faults;
-    if (forms[row].isBusy) {
-        faults = {u"not busy"_s};
-        shown.made.test.clock.after(1.5, [&] {
-            QVERIFY(!child<QWidget>(form, "tvwNavi").isEnabled());
-            faults = paleTexts(form) + unspokenParts(form) + cutTexts(form) + overlaps(form);
-        });
-    }
-    if (auto* window = qobject_cast<ui::frmPB*>(&form))
-        window->goTo(forms[row].section);
-    if (!QApplication::focusWidget())
-        form.setFocus();
-    if (forms[row].open)
-        faults = faultsOfDialog(shown, forms[row].open, isDark);
-    else if (!forms[row].isBusy)
-        faults = faultsOf(form, isDark);
-    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
-}
-
-void Accessibility::walkFindsFaults()
-{
-    QWidget form;
-    auto* above = new QLabel(u"Name"_s, &form);
-    auto* below = new QLineEdit(&form);
-    auto* list = new QTreeWidget(&form);
-    list->setHeaderLabels({u"Erinnerung"_s, u"VIP"_s});
-    const auto place = [&](int second, int width) {
-        above->setGeometry(0, 0, 100, 30);
-        below->setGeometry(0, second, 100, 30);
-        list->setGeometry(0, 200, 300, 100);
-        list->header()->resizeSection(0, width);
-        return QList<qsizetype>{overlaps(form).size(), cutTexts(form).size()};
-    };
-    form.show();
-    QCOMPARE(place(30, 200), (QList<qsizetype>{0, 0}));
-    QCOMPARE(place(29, 40), (QList<qsizetype>{1, 1}));
-}
 
 KALMO_TEST(Accessibility)
 #include "tst_Accessibility.moc"

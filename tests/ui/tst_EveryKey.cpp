@@ -186,57 +186,54 @@ class EveryKey : public QObject
 
 private Q_SLOTS:
     void initTestCase() { QDir::setCurrent(QDir::tempPath()); } // downloads without a folder go there
-    void arrives_data();
-    void arrives();
-    void deadPhoneIsToldOnceBySaving();
-};
-
-void EveryKey::arrives_data()
-{
-    QTest::addColumn<QString>("model");
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<Loss>("loss");
-    const std::pair<QString, QStringList> sections[] = {
-        {u"WOODSTOCK"_s, {u"TB"_s, u"NE"_s, u"DIV"_s, u"SPONSOR"_s}},
-        {u"PICASSO"_s, {u"TB"_s, u"SOUND"_s}},
-        {u"SL400H"_s, {u"TB"_s, u"FFS"_s, u"DIV"_s}},
-        {u"S820"_s, {u"FFS"_s}},
-    };
-    for (const auto& [model, keys] : sections) {
-        for (const QString& key : keys) {
-            const auto add = [&](const char* line, Loss loss) {
-                QTest::addRow("%s, %s, %s", qPrintable(model), qPrintable(key), line) << model << key << loss;
-            };
-            add("alive", Loss::None);
-            add("silent", Loss::Silent);
-            add("gone", Loss::Gone);
+    void arrives_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<Loss>("loss");
+        const std::pair<QString, QStringList> sections[] = {
+            {u"WOODSTOCK"_s, {u"TB"_s, u"NE"_s, u"DIV"_s, u"SPONSOR"_s}},
+            {u"PICASSO"_s, {u"TB"_s, u"SOUND"_s}},
+            {u"SL400H"_s, {u"TB"_s, u"FFS"_s, u"DIV"_s}},
+            {u"S820"_s, {u"FFS"_s}},
+        };
+        for (const auto& [model, keys] : sections) {
+            for (const QString& key : keys) {
+                const auto add = [&](const char* line, Loss loss) {
+                    QTest::addRow("%s, %s, %s", qPrintable(model), qPrintable(key), line)
+                        << model << key << loss;
+                };
+                add("alive", Loss::None);
+                add("silent", Loss::Silent);
+                add("gone", Loss::Gone);
+            }
         }
     }
-}
 
-void EveryKey::arrives()
-{
-    QFETCH(QString, model);
-    QFETCH(QString, section);
-    QFETCH(Loss, loss);
-    PressedWindow pressed(model, section);
-    pressed.lose(loss);
-    pressed.pressAll();
-    QCOMPARE(pressed.lost, QStringList());
-    QVERIFY2(loss == Loss::None || pressed.repeated.isEmpty(), qPrintable(pressed.repeated.join(u'\n')));
-    QVERIFY2(pressed.arrived > 10, qPrintable(QString::number(pressed.arrived)));
-    QVERIFY(!child<ui::StatusArea>(pressed.window, "sta").isBusy());
-}
-
-void EveryKey::deadPhoneIsToldOnceBySaving()
-{
-    for (const Loss loss : {Loss::Silent, Loss::Gone}) {
-        PressedWindow pressed(u"SL400H"_s, u"TB"_s);
+    void arrives()
+    {
+        QFETCH(QString, model);
+        QFETCH(QString, section);
+        QFETCH(Loss, loss);
+        PressedWindow pressed(model, section);
         pressed.lose(loss);
-        const QStringList boxes = pressed.saveContact();
-        QVERIFY2(boxes.size() == 1, qPrintable(boxes.join(u" | "_s)));
+        pressed.pressAll();
+        QCOMPARE(pressed.lost, QStringList());
+        QVERIFY2(loss == Loss::None || pressed.repeated.isEmpty(), qPrintable(pressed.repeated.join(u'\n')));
+        QVERIFY2(pressed.arrived > 10, qPrintable(QString::number(pressed.arrived)));
+        QVERIFY(!child<ui::StatusArea>(pressed.window, "sta").isBusy());
     }
-}
+
+    void deadPhoneIsToldOnceBySaving()
+    {
+        for (const Loss loss : {Loss::Silent, Loss::Gone}) {
+            PressedWindow pressed(u"SL400H"_s, u"TB"_s);
+            pressed.lose(loss);
+            const QStringList boxes = pressed.saveContact();
+            QVERIFY2(boxes.size() == 1, qPrintable(boxes.join(u" | "_s)));
+        }
+    }
+};
 
 KALMO_TEST(EveryKey)
 #include "tst_EveryKey.moc"

@@ -20,125 +20,122 @@ class tst_GivenFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileOfASecondStartIsOpened();
-    void importReadsTheListAhead();
-    void importIsToldInTheWindow();
-};
-
-/// A second start ends after it has handed its file to the first, which may have a box open.
-void tst_GivenFiles::fileOfASecondStartIsOpened()
-{
-    OpenWindow open(u"PICASSO"_s);
-    const QString socket = open.test.makeFile(u"open"_s, {}); // left by a program that was killed
-    ui::FileHandover first(socket);
-    ui::FileHandover second(socket);
-    const QString path = open.test.makeFile(u"Jörg.prv"_s, "\"Alt\",\"110\"\r\n");
-    QVERIFY(!second.handOver(path));
-    QVERIFY(first.listen());
-    QVERIFY(!second.listen());
-    connect(&first, &ui::FileHandover::received, &open.window, &ui::frmPB::openGiven);
-    QSignalSpy received(&first, &ui::FileHandover::received);
-    QDialog box(&open.window);
-    box.open();
-    QVERIFY(second.handOver(path));
-    QTRY_COMPARE(received.size(), 1);
-    QVERIFY(!open.memory.NeDirty);
-    QTest::keyClick(&box, Qt::Key_Escape);
-    QTRY_VERIFY(open.memory.NeDirty);
-    QCOMPARE(open.panel() + open.list("lvwNE").rows()->text(0, 0), u"fraPBNEAlt"_s);
-    open.memory.NeDirty = false;
-    open.window.hide(); // for the settings
-    open.window.openGiven(open.test.makeFile(u"Alt.tel"_s, "\"Alt\",\"110\",\"\",\"\",\"\",\"\"\r\n"));
-    QCOMPARE(open.count("lvwTB"), 0);
-    open.window.show();
-    QTRY_COMPARE(open.count("lvwTB"), 1);
-    QCOMPARE(open.panel() + open.list("lvwTB").rows()->text(0, 0), u"fraPBTBAlt"_s);
-    QVERIFY(open.memory.TbDirty && open.entriesInPhone() > 1);
-    open.memory.TbDirty = false;
-}
-
-void tst_GivenFiles::importReadsTheListAhead()
-{
-    const QString noAccess = u"Fehler beim Zugriff auf das Telefon"_s;
-    OpenWindow open(u"PICASSO"_s);
-    const QString path = open.test.makeFile(u"a.csv"_s, "Name;Nummer\nMUTTER;052134567\n");
-    QStringList counts;
-    QTimer user;
-    connect(&user, &QTimer::timeout, &open.window, [&] {
-        auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
-        if (text.startsWith(u"0 von 0"_s))
-            return;
-        counts.append(text);
-        form->reject();
-    });
-    user.start(0);
-    open.port.handset().setFaults({.refuseCommandAt = 1});
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        expectBoxes(open, {noAccess, u"Das Telefonbuch wurde bisher noch nicht eingelesen."_s, noAccess});
-        open.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, answer);
-        open.window.openGiven(path);
-        QCoreApplication::processEvents();
+    /// A second start ends after it has handed its file to the first, which may have a box open.
+    void fileOfASecondStartIsOpened()
+    {
+        OpenWindow open(u"PICASSO"_s);
+        const QString socket = open.test.makeFile(u"open"_s, {}); // left by a program that was killed
+        ui::FileHandover first(socket);
+        ui::FileHandover second(socket);
+        const QString path = open.test.makeFile(u"Jörg.prv"_s, "\"Alt\",\"110\"\r\n");
+        QVERIFY(!second.handOver(path));
+        QVERIFY(first.listen());
+        QVERIFY(!second.listen());
+        connect(&first, &ui::FileHandover::received, &open.window, &ui::frmPB::openGiven);
+        QSignalSpy received(&first, &ui::FileHandover::received);
+        QDialog box(&open.window);
+        box.open();
+        QVERIFY(second.handOver(path));
+        QTRY_COMPARE(received.size(), 1);
+        QVERIFY(!open.memory.NeDirty);
+        QTest::keyClick(&box, Qt::Key_Escape);
+        QTRY_VERIFY(open.memory.NeDirty);
+        QCOMPARE(open.panel() + open.list("lvwNE").rows()->text(0, 0), u"fraPBNEAlt"_s);
+        open.memory.NeDirty = false;
+        open.window.hide(); // for the settings
+        open.window.openGiven(open.test.makeFile(u"Alt.tel"_s, "\"Alt\",\"110\",\"\",\"\",\"\",\"\"\r\n"));
+        QCOMPARE(open.count("lvwTB"), 0);
+        open.window.show();
+        QTRY_COMPARE(open.count("lvwTB"), 1);
+        QCOMPARE(open.panel() + open.list("lvwTB").rows()->text(0, 0), u"fraPBTBAlt"_s);
+        QVERIFY(open.memory.TbDirty && open.entriesInPhone() > 1);
+        open.memory.TbDirty = false;
     }
-    QTRY_COMPARE(counts,
-                 QStringList(u"1 von 2 zum Import ausgewählt, nicht mit dem Telefonbuch verglichen"_s));
-    open.port.handset().setFaults({});
-    child<ui::StatusArea>(open.window, "sta").SetBusy(true); // a file of the command line waits for the start
-    open.window.openGiven(path);
-    child<ui::StatusArea>(open.window, "sta").SetBusy(false);
-    QTRY_COMPARE(counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
-    open.port.handset().setFaults({.refuseCommandAt = 1});
-    expectBoxes(open, {noAccess, u"Die Providerliste wurde bisher noch nicht eingelesen."_s, noAccess});
-    // Entries are compared with the phonebook all the same.
-    open.expectQuestion(u"Die Providerliste ist nicht eingelesen. Beim Schreiben"_s, Answer::No);
-    open.window.goTo(u"NE"_s);
-    child<QMenu>(open.window, "mnuImport_NE").actions().first()->trigger();
-    QCoreApplication::processEvents();
 
-    OpenWindow vcard(u"SL400H"_s);
-    vcard.port.handset().setFaults({.refuseAt = 1});
-    expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
-    vcard.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, Answer::No);
-    vcard.window.openGiven(vcard.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
-    QCoreApplication::processEvents();
-    QVERIFY(!QApplication::activeModalWidget());
-
-    OpenWindow left(u"PICASSO"_s);
-    left.window.openGiven(path);
-    left.window.hide(); // for the settings
-    QCoreApplication::processEvents();
-    QCOMPARE(counts.size(), 2);
-}
-
-void tst_GivenFiles::importIsToldInTheWindow()
-{
-    const Rows<QString, QString, QString> rows{
-        {"list", u"PICASSO"_s, u"Nummer"_s,
-         u"1 Eintrag importiert. Ins Telefon kommt das mit \"Schreiben\"."_s},
-        {"contacts", u"SL400H"_s, u"Telefon"_s,
-         u"1 Kontakt importiert. \"Frühere Stände\" nimmt ihn zurück."_s},
-    };
-    rows.each([](const auto& model, const auto& heading, const auto& status) {
-        OpenWindow open(model, u"TB"_s);
-        const int held = open.contactsInPhone();
+    void importReadsTheListAhead()
+    {
+        const QString noAccess = u"Fehler beim Zugriff auf das Telefon"_s;
+        OpenWindow open(u"PICASSO"_s);
+        const QString path = open.test.makeFile(u"a.csv"_s, "Name;Nummer\nMUTTER;052134567\n");
+        QStringList counts;
         QTimer user;
         connect(&user, &QTimer::timeout, &open.window, [&] {
             auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!form || !child<QLabel>(*form, "lblCounts").text().startsWith(u"1 von"_s))
+            const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
+            if (text.startsWith(u"0 von 0"_s))
                 return;
-            user.stop();
-            click(*form, "cmdImport");
-            QTest::keyClick(form, Qt::Key_Escape);
+            counts.append(text);
+            form->reject();
         });
         user.start(0);
-        open.test.dialogs.agreeToAll({});
-        open.window.openGiven(
-            open.test.makeFile(u"a.csv"_s, "Name;" + heading.toLatin1() + "\nNeumann;0521445\n"));
-        QTRY_COMPARE(open.status(), status);
-        QCOMPARE(open.contactsInPhone(), held + (model == u"SL400H"_s));
-        open.memory.TbDirty = false;
-    });
-}
+        open.port.handset().setFaults({.refuseCommandAt = 1});
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            expectBoxes(open, {noAccess, u"Das Telefonbuch wurde bisher noch nicht eingelesen."_s, noAccess});
+            open.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, answer);
+            open.window.openGiven(path);
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(counts,
+                     QStringList(u"1 von 2 zum Import ausgewählt, nicht mit dem Telefonbuch verglichen"_s));
+        open.port.handset().setFaults({});
+        child<ui::StatusArea>(open.window, "sta")
+            .SetBusy(true); // a file of the command line waits for the start
+        open.window.openGiven(path);
+        child<ui::StatusArea>(open.window, "sta").SetBusy(false);
+        QTRY_COMPARE(counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
+        open.port.handset().setFaults({.refuseCommandAt = 1});
+        expectBoxes(open, {noAccess, u"Die Providerliste wurde bisher noch nicht eingelesen."_s, noAccess});
+        // Entries are compared with the phonebook all the same.
+        open.expectQuestion(u"Die Providerliste ist nicht eingelesen. Beim Schreiben"_s, Answer::No);
+        open.window.goTo(u"NE"_s);
+        child<QMenu>(open.window, "mnuImport_NE").actions().first()->trigger();
+        QCoreApplication::processEvents();
+
+        OpenWindow vcard(u"SL400H"_s);
+        vcard.port.handset().setFaults({.refuseAt = 1});
+        expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
+        vcard.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, Answer::No);
+        vcard.window.openGiven(vcard.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
+        QCoreApplication::processEvents();
+        QVERIFY(!QApplication::activeModalWidget());
+
+        OpenWindow left(u"PICASSO"_s);
+        left.window.openGiven(path);
+        left.window.hide(); // for the settings
+        QCoreApplication::processEvents();
+        QCOMPARE(counts.size(), 2);
+    }
+
+    void importIsToldInTheWindow()
+    {
+        const Rows<QString, QString, QString> rows{
+            {"list", u"PICASSO"_s, u"Nummer"_s,
+             u"1 Eintrag importiert. Ins Telefon kommt das mit \"Schreiben\"."_s},
+            {"contacts", u"SL400H"_s, u"Telefon"_s,
+             u"1 Kontakt importiert. \"Frühere Stände\" nimmt ihn zurück."_s},
+        };
+        rows.each([](const auto& model, const auto& heading, const auto& status) {
+            OpenWindow open(model, u"TB"_s);
+            const int held = open.contactsInPhone();
+            QTimer user;
+            connect(&user, &QTimer::timeout, &open.window, [&] {
+                auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                if (!form || !child<QLabel>(*form, "lblCounts").text().startsWith(u"1 von"_s))
+                    return;
+                user.stop();
+                click(*form, "cmdImport");
+                QTest::keyClick(form, Qt::Key_Escape);
+            });
+            user.start(0);
+            open.test.dialogs.agreeToAll({});
+            open.window.openGiven(
+                open.test.makeFile(u"a.csv"_s, "Name;" + heading.toLatin1() + "\nNeumann;0521445\n"));
+            QTRY_COMPARE(open.status(), status);
+            QCOMPARE(open.contactsInPhone(), held + (model == u"SL400H"_s));
+            open.memory.TbDirty = false;
+        });
+    }
+};
 
 KALMO_TEST(tst_GivenFiles)
 #include "tst_GivenFiles.moc"

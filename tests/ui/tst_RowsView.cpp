@@ -71,224 +71,217 @@ class RowsViewTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void headTurnsTheOrderAndKeepsTheSelection();
-    void selectionIsOne();
-    void searchHidesRows();
-    void lettersLeadToNames();
-    void selectedRowsAreCopied();
-    void layoutOutlivesTheView();
-    void screenReadersGetThePaintedText();
-    void cellsFitOrHaveAToolTip();
-};
-
-void RowsViewTest::headTurnsTheOrderAndKeepsTheSelection()
-{
-    ShownList list({u"Zander"_s, u"äpfel"_s, u"Bär"_s});
-    list.rows.setCurrent(0);
-    list.clickHead(0);
-    QCOMPARE(list.shown(), (QStringList{u"äpfel"_s, u"Bär"_s, u"Zander"_s}));
-    list.clickHead(0);
-    QCOMPARE(list.shown(), (QStringList{u"Zander"_s, u"Bär"_s, u"äpfel"_s}));
-    QCOMPARE(list.selected(), u"Zander"_s);
-    QCOMPARE(list.view.currentIndex().row(), 0);
-    list.clickHead(1);
-    list.clickHead(0);
-    QCOMPARE(list.shown().first(), u"äpfel"_s);
-}
-
-/// Of the view and the list, however rows come and go.
-void RowsViewTest::selectionIsOne()
-{
-    ShownList list({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
-    list.view.selectAll();
-    list.rows.removeAt(1);
-    QCOMPARE(list.selected(), u"acd"_s);
-    list.rows.setSelected(2, false);
-    list.rows.sortBy(0, Qt::AscendingOrder);
-    list.rows.add({.cells = {{u"b"_s}}});
-    QCOMPARE(list.shown().join(u' ') + u": "_s + list.selected(), u"a b c d: ac"_s);
-    list.view.setCurrentIndex(list.view.model()->index(2, 0));
-    QCOMPARE(list.selected() + QString::number(list.rows.current()), u"c2"_s);
-    QSignalSpy opened(&list.view, &ui::RowsView::rowDoubleClicked);
-    QTest::keyClick(&list.view, Qt::Key_Return);
-    QCOMPARE(opened.value(0), QVariantList{2});
-    list.rows.clear();
-    QVERIFY(list.shown().isEmpty() && list.rows.current() == -1);
-}
-
-/// A command must not act on what a search hides.
-void RowsViewTest::searchHidesRows()
-{
-    ShownList list({u"Ötzi"_s, u"Bär"_s, u"Otter"_s});
-    ui::SearchLine line(list.view);
-    line.show();
-    auto& field = *line.findChild<QLineEdit*>(u"txtSearch"_s);
-    const auto& count = *line.findChild<QLabel*>(u"lblSearchCount"_s);
-    const QSignalSpy opened(&list.view, &ui::RowsView::rowDoubleClicked);
-    list.rows.setCurrent(1);
-    list.view.selectAll();
-    list.view.wantSearch();
-    QTest::keyClicks(&field, u"ot"_s);
-    QCOMPARE(count.text(), u"2 von 3"_s);
-    QCOMPARE(list.selected(), u"ÖtziOtter"_s);
-    QCOMPARE(list.rows.current(), -1);
-    list.rows.add({.cells = {{u"Otto"_s}}});
-    list.rows.add({.cells = {{u"Ina"_s}}});
-    list.rows.sortBy(0, Qt::AscendingOrder);
-    QCOMPARE(count.text(), u"3 von 5"_s);
-    list.rows.selectAll(false);
-    QTest::keyClick(&field, Qt::Key_Down);
-    QCOMPARE(list.selected(), u"Otter"_s);
-    list.view.selectAll();
-    QCOMPARE(list.selected(), u"OtterOttoÖtzi"_s);
-    QTest::keyClick(&field, Qt::Key_Escape);
-    QCOMPARE(field.text(), QString());
-    QCOMPARE(list.view.shownRows(), 5);
-    QTest::keyClicks(&field, u"zzz"_s);
-    QCOMPARE(list.selected(), QString());
-    QTest::keyClick(&field, Qt::Key_Return);
-    QTest::keyClick(&list.view, Qt::Key_Return);
-    QVERIFY(opened.isEmpty());
-    list.rows.setCurrent(0);
-    QCOMPARE(list.selected(), u"Bär"_s);
-    QCOMPARE(field.text(), QString());
-}
-
-void RowsViewTest::lettersLeadToNames()
-{
-    ShownList list({u"Adam"_s, u"Müller"_s, u"Mutter"_s, u"Meier"_s, u"von Aa"_s, u"von der Ah"_s});
-    list.rows.add({.cells = {{}, {u"Ötzi"_s}}}); // a contact with a first name alone
-    QTest::keyClicks(&list.view, u"mut"_s);
-    QCOMPARE(list.selected(), u"Mutter"_s);
-    const PauseAfterEachLetter pauses;
-    QTest::keyClicks(&list.view, u"o"_s);
-    QCOMPARE(list.rows.current(), 6);
-    QTest::keyClicks(&list.view, u"v"_s);
-    QCOMPARE(list.selected(), u"von Aa"_s);
-    QGuiApplication::styleHints()->setKeyboardInputInterval(pauses.interval);
-    QTest::keyClicks(&list.view, u"on d"_s);
-    QCOMPARE(list.selected(), u"von der Ah"_s);
-    QGuiApplication::styleHints()->setKeyboardInputInterval(0);
-    list.rows.setCurrent(2);
-    QTest::keyClicks(&list.view, u"m"_s);
-    QCOMPARE(list.selected(), u"Meier"_s);
-    QTest::keyClicks(&list.view, u"m"_s);
-    QCOMPARE(list.selected(), u"Müller"_s);
-    list.view.setFilter(u"e"_s);
-    QTest::keyClicks(&list.view, u"a"_s); // hidden
-    QCOMPARE(list.selected(), u"Müller"_s);
-}
-
-void RowsViewTest::selectedRowsAreCopied()
-{
-    ShownList list({u"a"_s, u"b\tc"_s, u"d"_s});
-    list.rows.setText(1, 1, u"0521"_s);
-    list.view.setRowFormat({.mediaType = u"text/vcard"_s, .bytesOf = [](const toolkit::ListRow& row) {
-                                return row.text(0).toUtf8() + ';';
-                            }});
-    list.rows.setCurrent(0);
-    list.rows.setSelected(1, true);
-    QTest::keySequence(&list.view, QKeySequence::Copy);
-    const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
-    QCOMPARE(copied.text(), u"a\t\t\nb c\t0521\t\n"_s);
-    QCOMPARE(copied.data(u"text/vcard"_s), QByteArray("a;b\tc;"));
-}
-
-void RowsViewTest::layoutOutlivesTheView()
-{
-    QTemporaryDir folder;
-    app::Sy sy;
-    sy.Paths.Storage = folder.path();
-    QDir(folder.path()).mkdir(u"config"_s);
-    app::Settings settings(sy);
+    void headTurnsTheOrderAndKeepsTheSelection()
     {
-        ShownList list({u"b"_s, u"a"_s});
-        list.view.setColumnWidth(0, 123);
-        list.view.header()->moveSection(2, 1);
+        ShownList list({u"Zander"_s, u"äpfel"_s, u"Bär"_s});
+        list.rows.setCurrent(0);
         list.clickHead(0);
+        QCOMPARE(list.shown(), (QStringList{u"äpfel"_s, u"Bär"_s, u"Zander"_s}));
         list.clickHead(0);
-        list.rows.setSorted(false); // as a listing of files ends
-        ui::saveListLayout(list.view, settings);
+        QCOMPARE(list.shown(), (QStringList{u"Zander"_s, u"Bär"_s, u"äpfel"_s}));
+        QCOMPARE(list.selected(), u"Zander"_s);
+        QCOMPARE(list.view.currentIndex().row(), 0);
+        list.clickHead(1);
+        list.clickHead(0);
+        QCOMPARE(list.shown().first(), u"äpfel"_s);
     }
-    ShownList list({u"a"_s, u"b"_s});
-    ui::restoreListLayout(list.view, settings);
-    QCOMPARE(list.view.columnWidth(0), 123);
-    QCOMPARE(list.shown(), (QStringList{u"b"_s, u"a"_s}));
-    QCOMPARE(list.view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
-    QCOMPARE(list.view.header()->logicalIndex(1), 2);
-    for (const QString& broken : {u"123"_s, u"5|-3|5"_s, u"a|b|c"_s, u"99999999|50|50"_s, u"0|1|1"_s}) {
-        for (const QString& key : {u"Columns"_s, u"Places"_s, u"Order"_s})
-            settings.PutIniText(u"frmPB"_s, u"lvwTest_"_s + key, broken);
+
+    /// Of the view and the list, however rows come and go.
+    void selectionIsOne()
+    {
+        ShownList list({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+        list.view.selectAll();
+        list.rows.removeAt(1);
+        QCOMPARE(list.selected(), u"acd"_s);
+        list.rows.setSelected(2, false);
+        list.rows.sortBy(0, Qt::AscendingOrder);
+        list.rows.add({.cells = {{u"b"_s}}});
+        QCOMPARE(list.shown().join(u' ') + u": "_s + list.selected(), u"a b c d: ac"_s);
+        list.view.setCurrentIndex(list.view.model()->index(2, 0));
+        QCOMPARE(list.selected() + QString::number(list.rows.current()), u"c2"_s);
+        QSignalSpy opened(&list.view, &ui::RowsView::rowDoubleClicked);
+        QTest::keyClick(&list.view, Qt::Key_Return);
+        QCOMPARE(opened.value(0), QVariantList{2});
+        list.rows.clear();
+        QVERIFY(list.shown().isEmpty() && list.rows.current() == -1);
+    }
+
+    /// A command must not act on what a search hides.
+    void searchHidesRows()
+    {
+        ShownList list({u"Ötzi"_s, u"Bär"_s, u"Otter"_s});
+        ui::SearchLine line(list.view);
+        line.show();
+        auto& field = *line.findChild<QLineEdit*>(u"txtSearch"_s);
+        const auto& count = *line.findChild<QLabel*>(u"lblSearchCount"_s);
+        const QSignalSpy opened(&list.view, &ui::RowsView::rowDoubleClicked);
+        list.rows.setCurrent(1);
+        list.view.selectAll();
+        list.view.wantSearch();
+        QTest::keyClicks(&field, u"ot"_s);
+        QCOMPARE(count.text(), u"2 von 3"_s);
+        QCOMPARE(list.selected(), u"ÖtziOtter"_s);
+        QCOMPARE(list.rows.current(), -1);
+        list.rows.add({.cells = {{u"Otto"_s}}});
+        list.rows.add({.cells = {{u"Ina"_s}}});
+        list.rows.sortBy(0, Qt::AscendingOrder);
+        QCOMPARE(count.text(), u"3 von 5"_s);
+        list.rows.selectAll(false);
+        QTest::keyClick(&field, Qt::Key_Down);
+        QCOMPARE(list.selected(), u"Otter"_s);
+        list.view.selectAll();
+        QCOMPARE(list.selected(), u"OtterOttoÖtzi"_s);
+        QTest::keyClick(&field, Qt::Key_Escape);
+        QCOMPARE(field.text(), QString());
+        QCOMPARE(list.view.shownRows(), 5);
+        QTest::keyClicks(&field, u"zzz"_s);
+        QCOMPARE(list.selected(), QString());
+        QTest::keyClick(&field, Qt::Key_Return);
+        QTest::keyClick(&list.view, Qt::Key_Return);
+        QVERIFY(opened.isEmpty());
+        list.rows.setCurrent(0);
+        QCOMPARE(list.selected(), u"Bär"_s);
+        QCOMPARE(field.text(), QString());
+    }
+
+    void lettersLeadToNames()
+    {
+        ShownList list({u"Adam"_s, u"Müller"_s, u"Mutter"_s, u"Meier"_s, u"von Aa"_s, u"von der Ah"_s});
+        list.rows.add({.cells = {{}, {u"Ötzi"_s}}}); // a contact with a first name alone
+        QTest::keyClicks(&list.view, u"mut"_s);
+        QCOMPARE(list.selected(), u"Mutter"_s);
+        const PauseAfterEachLetter pauses;
+        QTest::keyClicks(&list.view, u"o"_s);
+        QCOMPARE(list.rows.current(), 6);
+        QTest::keyClicks(&list.view, u"v"_s);
+        QCOMPARE(list.selected(), u"von Aa"_s);
+        QGuiApplication::styleHints()->setKeyboardInputInterval(pauses.interval);
+        QTest::keyClicks(&list.view, u"on d"_s);
+        QCOMPARE(list.selected(), u"von der Ah"_s);
+        QGuiApplication::styleHints()->setKeyboardInputInterval(0);
+        list.rows.setCurrent(2);
+        QTest::keyClicks(&list.view, u"m"_s);
+        QCOMPARE(list.selected(), u"Meier"_s);
+        QTest::keyClicks(&list.view, u"m"_s);
+        QCOMPARE(list.selected(), u"Müller"_s);
+        list.view.setFilter(u"e"_s);
+        QTest::keyClicks(&list.view, u"a"_s); // hidden
+        QCOMPARE(list.selected(), u"Müller"_s);
+    }
+
+    void selectedRowsAreCopied()
+    {
+        ShownList list({u"a"_s, u"b\tc"_s, u"d"_s});
+        list.rows.setText(1, 1, u"0521"_s);
+        list.view.setRowFormat({.mediaType = u"text/vcard"_s, .bytesOf = [](const toolkit::ListRow& row) {
+                                    return row.text(0).toUtf8() + ';';
+                                }});
+        list.rows.setCurrent(0);
+        list.rows.setSelected(1, true);
+        QTest::keySequence(&list.view, QKeySequence::Copy);
+        const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
+        QCOMPARE(copied.text(), u"a\t\t\nb c\t0521\t\n"_s);
+        QCOMPARE(copied.data(u"text/vcard"_s), QByteArray("a;b\tc;"));
+    }
+
+    void layoutOutlivesTheView()
+    {
+        QTemporaryDir folder;
+        app::Sy sy;
+        sy.Paths.Storage = folder.path();
+        QDir(folder.path()).mkdir(u"config"_s);
+        app::Settings settings(sy);
+        {
+            ShownList list({u"b"_s, u"a"_s});
+            list.view.setColumnWidth(0, 123);
+            list.view.header()->moveSection(2, 1);
+            list.clickHead(0);
+            list.clickHead(0);
+            list.rows.setSorted(false); // as a listing of files ends
+            ui::saveListLayout(list.view, settings);
+        }
+        ShownList list({u"a"_s, u"b"_s});
         ui::restoreListLayout(list.view, settings);
         QCOMPARE(list.view.columnWidth(0), 123);
+        QCOMPARE(list.shown(), (QStringList{u"b"_s, u"a"_s}));
+        QCOMPARE(list.view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
         QCOMPARE(list.view.header()->logicalIndex(1), 2);
+        for (const QString& broken : {u"123"_s, u"5|-3|5"_s, u"a|b|c"_s, u"99999999|50|50"_s, u"0|1|1"_s}) {
+            for (const QString& key : {u"Columns"_s, u"Places"_s, u"Order"_s})
+                settings.PutIniText(u"frmPB"_s, u"lvwTest_"_s + key, broken);
+            ui::restoreListLayout(list.view, settings);
+            QCOMPARE(list.view.columnWidth(0), 123);
+            QCOMPARE(list.view.header()->logicalIndex(1), 2);
+        }
     }
-}
 
-void RowsViewTest::screenReadersGetThePaintedText()
-{
-    ShownList list({});
-    const auto told = [&list] { return list.view.accessibleDescription(); };
-    list.view.setPlaceholder(u"leer"_s);
-    QCOMPARE(told(), u"leer"_s);
-    list.rows.addAll({{.cells = {{u"a"_s}}}, {.cells = {{u"b"_s}}}});
-    QCOMPARE(told(), QString());
-    list.view.setPlaceholder(u"gelesen"_s);
-    QCOMPARE(told(), QString());
-    list.view.setNote(u"unten"_s);
-    QCOMPARE(told(), u"unten"_s);
-    list.view.setFilter(u"c"_s);
-    QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
-    list.rows.add({.cells = {{u"c"_s}}});
-    QCOMPARE(told(), u"unten"_s);
-    list.rows.removeAt(2);
-    QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
-    list.view.setFilter({});
-    list.view.setNote({});
-    QCOMPARE(told(), QString());
-    list.rows.removeAt(1);
-    list.rows.removeAt(0);
-    QCOMPARE(told(), u"gelesen"_s);
-    list.rows.add({.cells = {{u"a"_s}}});
-    list.rows.clear();
-    QCOMPARE(told(), u"gelesen"_s);
-}
-
-/// A double click beside a head makes its column as wide as its widest cell.
-void RowsViewTest::cellsFitOrHaveAToolTip()
-{
-    const QString wide = u"Urlaub im Sommer am Meer "_s;
-    Rows<int, QString, int> rows{{"text", 0, {}, 16}, {"picture", 0, u"folder"_s, 28}, {"number", 1, {}, 28}};
-    rows.each([&](const auto& column, const auto& picture, const auto& pixels) {
+    void screenReadersGetThePaintedText()
+    {
         ShownList list({});
-        list.view.setIconSource([](const toolkit::ListRow& row) { return ui::icon(row.icon); });
-        list.view.setPictureSize(pixels);
-        const QString text = wide + QString::number(column) + picture;
-        list.rows.add({.cells = {{}, {}, {}}, .icon = picture});
-        list.rows.setText(0, column, text);
-        const auto isShownWhole = [&] {
-            const QModelIndex cell = list.view.model()->index(0, column);
-            const QPoint at = list.view.visualRect(cell).center();
-            QHelpEvent help(QEvent::ToolTip, at, list.view.viewport()->mapToGlobal(at));
-            QCoreApplication::sendEvent(list.view.viewport(), &help);
-            return QToolTip::text() != text;
-        };
-        list.view.setColumnWidth(column, 60);
-        QVERIFY(!isShownWhole());
-        QToolTip::showText({}, u"?"_s);
-        const QHeaderView* head = list.view.header();
-        const QPoint divider(head->sectionViewportPosition(column) + 59, head->height() / 2);
-        QTest::mouseMove(head->viewport(), divider);
-        QTest::mouseDClick(head->viewport(), Qt::LeftButton, {}, divider);
-        const int width = list.view.columnWidth(column);
-        QVERIFY(width > list.view.fontMetrics().horizontalAdvance(text) + (picture.isEmpty() ? 0 : pixels));
-        QVERIFY(isShownWhole());
-        list.view.setColumnWidth(column, width - 1);
-        QVERIFY(!isShownWhole());
-        QCOMPARE(list.view.visualRect(list.view.model()->index(0, 0)).height(),
-                 std::max(list.view.fontMetrics().height(), pixels) + 8);
-    });
-}
+        const auto told = [&list] { return list.view.accessibleDescription(); };
+        list.view.setPlaceholder(u"leer"_s);
+        QCOMPARE(told(), u"leer"_s);
+        list.rows.addAll({{.cells = {{u"a"_s}}}, {.cells = {{u"b"_s}}}});
+        QCOMPARE(told(), QString());
+        list.view.setPlaceholder(u"gelesen"_s);
+        QCOMPARE(told(), QString());
+        list.view.setNote(u"unten"_s);
+        QCOMPARE(told(), u"unten"_s);
+        list.view.setFilter(u"c"_s);
+        QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
+        list.rows.add({.cells = {{u"c"_s}}});
+        QCOMPARE(told(), u"unten"_s);
+        list.rows.removeAt(2);
+        QCOMPARE(told(), u"Nichts gefunden. Esc zeigt wieder alle."_s);
+        list.view.setFilter({});
+        list.view.setNote({});
+        QCOMPARE(told(), QString());
+        list.rows.removeAt(1);
+        list.rows.removeAt(0);
+        QCOMPARE(told(), u"gelesen"_s);
+        list.rows.add({.cells = {{u"a"_s}}});
+        list.rows.clear();
+        QCOMPARE(told(), u"gelesen"_s);
+    }
+
+    /// A double click beside a head makes its column as wide as its widest cell.
+    void cellsFitOrHaveAToolTip()
+    {
+        const QString wide = u"Urlaub im Sommer am Meer "_s;
+        Rows<int, QString, int> rows{
+            {"text", 0, {}, 16}, {"picture", 0, u"folder"_s, 28}, {"number", 1, {}, 28}};
+        rows.each([&](const auto& column, const auto& picture, const auto& pixels) {
+            ShownList list({});
+            list.view.setIconSource([](const toolkit::ListRow& row) { return ui::icon(row.icon); });
+            list.view.setPictureSize(pixels);
+            const QString text = wide + QString::number(column) + picture;
+            list.rows.add({.cells = {{}, {}, {}}, .icon = picture});
+            list.rows.setText(0, column, text);
+            const auto isShownWhole = [&] {
+                const QModelIndex cell = list.view.model()->index(0, column);
+                const QPoint at = list.view.visualRect(cell).center();
+                QHelpEvent help(QEvent::ToolTip, at, list.view.viewport()->mapToGlobal(at));
+                QCoreApplication::sendEvent(list.view.viewport(), &help);
+                return QToolTip::text() != text;
+            };
+            list.view.setColumnWidth(column, 60);
+            QVERIFY(!isShownWhole());
+            QToolTip::showText({}, u"?"_s);
+            const QHeaderView* head = list.view.header();
+            const QPoint divider(head->sectionViewportPosition(column) + 59, head->height() / 2);
+            QTest::mouseMove(head->viewport(), divider);
+            QTest::mouseDClick(head->viewport(), Qt::LeftButton, {}, divider);
+            const int width = list.view.columnWidth(column);
+            QVERIFY(width >
+                    list.view.fontMetrics().horizontalAdvance(text) + (picture.isEmpty() ? 0 : pixels));
+            QVERIFY(isShownWhole());
+            list.view.setColumnWidth(column, width - 1);
+            QVERIFY(!isShownWhole());
+            QCOMPARE(list.view.visualRect(list.view.model()->index(0, 0)).height(),
+                     std::max(list.view.fontMetrics().height(), pixels) + 8);
+        });
+    }
+};
 
 KALMO_TEST(RowsViewTest)
 #include "tst_RowsView.moc"
