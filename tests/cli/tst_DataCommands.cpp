@@ -4,7 +4,6 @@
 #include "Shell.h"
 #include "support/TestProgram.h"
 
-#include <QJsonArray>
 #include <QRegularExpression>
 
 namespace {
@@ -64,12 +63,6 @@ private Q_SLOTS:
                  u"[{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
                  u"kalmoctl: could not fetch /Liesmich.txt: the phone lists 64 bytes, but sent 67.\n"_s,
                  [](Handset& handset) { handset.port.handset().setFaults({.surplusAt = 3}); });
-        rows.add("interrupted between two files", u"files get Sounds/Piep.wav Liesmich.txt"_s, ExitRefused,
-                 u"[{'name':'Piep.wav','path':'/Sounds/Piep.wav','saved':null,'size':null},"
-                 "{'name':'Liesmich.txt','path':'/Liesmich.txt','saved':null,'size':null}]"_s,
-                 {}, [](Handset& handset) {
-                     handset.test.clock.after(10.2, [&handset] { handset.stop.checked = true; });
-                 });
         eachRun(rows);
     }
 

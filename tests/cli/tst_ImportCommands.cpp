@@ -101,6 +101,10 @@ private Q_SLOTS:
             u"phonebook import FILE --shorten"_s, longName, ExitRefused,
             u"imported=0 skipped=1 written=0 verified= state=unchanged"_s, {},
             u"nothing was changed in the phone."_s, {u"n"_s});
+        add("a number too long", classicModel, u"-y phonebook import FILE"_s, longNumber, ExitWrongUse, {},
+            {},
+            u"kalmoctl: could not import FILE: a number is longer than 32 characters; --skip-too-long "
+            "leaves out what is too long.\n"_s);
         add("providers, compared with the phonebook", classicModel, u"-y providers import FILE"_s,
             "Name;Nummer\nMutter;052134567\nNordruf;01031\n", ExitDone,
             u"imported=1 skipped=2 written=6 verified=6 state=done"_s,

@@ -16,18 +16,15 @@ using toolkit::Icon;
 
 namespace {
 
-/// Both streams in memory; standard output can fail.
+/// Both streams in memory.
 struct Streams
 {
     QByteArray out;
     QByteArray err;
-    int fault = 0;
 
     Output::Sink sink()
     {
         return [this](Stream stream, const QByteArray& bytes) {
-            if (stream == Stream::Out && fault != 0)
-                return fault;
             (stream == Stream::Out ? out : err) += bytes;
             return 0;
         };
@@ -49,24 +46,6 @@ class tst_Output : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void streams()
-    {
-        const Rows<bool, bool, QByteArray, QByteArray> rows{
-            {"for people", false, false, "text\n", "note\nkalmoctl: error\n"},
-            {"JSON, quiet", true, true, "[\n    \"\xc3\xb6\"\n]\n", "kalmoctl: error\n"},
-        };
-        rows.each([&](const auto& json, const auto& quiet, const auto& wantedOut, const auto& err) {
-            Streams streams;
-            Output out(streams.sink(), {.json = json, .quiet = quiet});
-            out.note(u"note\n"_s);
-            out.show(QJsonArray{u"ö"_s}, u"text\n"_s);
-            out.error(u"error"_s);
-            QCOMPARE(streams.out, wantedOut);
-            QCOMPARE(streams.err, err);
-            QVERIFY(out.isComplete());
-        });
-    }
-
     void questions()
     {
         const QByteArray prompt = "Sure? [y/N] ";

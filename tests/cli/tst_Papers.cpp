@@ -45,8 +45,8 @@ private Q_SLOTS:
             static const QRegularExpression loose(u"[\\[\\] ]"_s);
             const QString dense = QString(text).remove(loose);
             for (const Command& command : commandTable()) {
-                QString usage = QRegularExpression::escape(usageOf(command).remove(loose));
-                usage.replace(QRegularExpression(u"[A-Z]{2,}"_s), u"[A-ZÄÖÜ]+"_s);
+                QString usage = usageOf(command).replace(QRegularExpression(u"\\b[A-Z]{2,}\\b"_s), u"@"_s);
+                usage = QRegularExpression::escape(usage.remove(loose)).replace(u"\\@"_s, u"[A-ZÄÖÜ]+"_s);
                 QVERIFY2(dense.contains(QRegularExpression(u'\n' + usage + u'\n')), qPrintable(usage));
                 for (const Option& option : optionsOf(command))
                     QVERIFY2(words.contains(option.name), qPrintable(option.name.toString()));

@@ -73,22 +73,6 @@ private Q_SLOTS:
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
     }
 
-    void setsATone()
-    {
-        const Rows<SoundEvent, QString, int, QByteArray> rows{
-            {"external, rising", SoundEvent::External, u"Melodie 3"_s, 6, "AT^WREX=3,6\r"},
-            {"appointment", SoundEvent::Appointment, u"Walzer"_s, 2, "AT^WRAP=33,2\r"},
-        };
-        rows.each([&](const auto& event, const auto& tone, const auto& volume, const auto& command) {
-            ClassicPhone phone(4);
-            phone.memory.sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
-            phone.script.expect(command);
-            QVERIFY(SetSound(jobFor(phone), event, tone, volume));
-            QCOMPARE(phone.progress.panel.texts,
-                     (QStringList{u"Klingelton wird gesetzt..."_s, u"Bereit."_s}));
-        });
-    }
-
     void repliesOfProviders()
     {
         const Rows<QByteArray, QString> rows{

@@ -7,7 +7,6 @@
 namespace {
 
 const QByteArray atz = "ATZ\r";
-const QByteArray atzOk = "ATZ\r\r\nOK\r\n";
 
 } // namespace
 

@@ -4,8 +4,6 @@
 #include "toolkit/ListRows.h"
 #include "toolkit/RowFilter.h"
 
-#include <QSignalSpy>
-
 using namespace kalmo::toolkit;
 
 namespace {

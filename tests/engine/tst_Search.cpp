@@ -67,20 +67,6 @@ class tst_Search : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void modelNames()
-    {
-        const Rows<QString, QString> rows{
-            {"regular", u"^WPPN: 5,SL999"_s, u"SL999"_s},
-            {"comma in the name", u"^WPPN: 4,a,bc"_s, u"a,bc"_s},
-            {"too short", u"^WPPN: 1,"_s, {}},
-        };
-        rows.each([&](const auto& raw, const auto& name) {
-            QString parsed;
-            QCOMPARE(link::ParseWppn(raw, parsed), !name.isNull());
-            QCOMPARE(parsed, name);
-        });
-    }
-
     void probe()
     {
         // Waits of 0.7, then per round 0.11 + n/100 for each of four steps and once more at its end.

@@ -6,7 +6,6 @@
 namespace {
 
 const QByteArray ok = packet(0xA0);
-const QByteArray more = packet(0x90);
 
 /// A frame of a PUT that is `size` bytes long.
 QByteArray filled(int opcode, const QByteArray& headers, qsizetype size)

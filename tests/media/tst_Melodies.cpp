@@ -10,7 +10,6 @@
 #include "support/TestProgram.h"
 
 #include <QSignalSpy>
-#include <QStandardPaths>
 
 using app::clsStringBuilder;
 using media::Fault;

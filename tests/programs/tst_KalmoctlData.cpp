@@ -3,7 +3,6 @@
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
