@@ -32,6 +32,8 @@ inline constexpr NumberKey ShowSuccessPopup{u"frmEinstellungen", u"chkShowSucces
 inline constexpr NumberKey UseUtf8Contacts{u"frmEinstellungen", u"chkUseUTF8contacts", 0};
 inline constexpr TextKey LastUnclosedObexDevice{u"Reminder", u"LastUnclosedObexDevice"};
 inline constexpr TextKey LastUnclosedObexDeviceCOM{u"Reminder", u"LastUnclosedObexDeviceCOM"};
+inline constexpr TextKey KeptLists{u"Reminder",
+                                   u"KeptLists"}; ///< files of lists that were not written, parted by '|'
 inline constexpr TextKey LastSaveFolder{u"frmPB", u"mnuFFSsave_Sel0"}; ///< of files from the phone
 inline constexpr NumberKey LastShownSponsor{u"Sponsor", u"LastShown", -1};
 

@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
+#include "ui/adaptors/WindowInFront.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
 #include "ui/forms/frmWelcome.h"
@@ -53,6 +54,11 @@ StartFlow::StartFlow(Program& program, QString startArguments)
         if (m_main)
             m_main->saveUnwritten();
         m_demo.stop();
+    });
+    // The desktop asks the program to end later, or kills it.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
+        if (m_main)
+            m_main->keepUnwritten();
     });
 }
 
@@ -171,6 +177,7 @@ void StartFlow::showMainWindow()
         connect(m_main.get(), &frmPB::settingsRequested, this, &StartFlow::openSettings);
         connect(m_main.get(), &frmPB::searchRequested, this, &StartFlow::searchAgain);
         connect(m_main.get(), &frmPB::closedByUser, qApp, &QApplication::quit);
+        connect(m_main.get(), &frmPB::shown, this, &StartFlow::openFiles);
     }
     app::Sy& sy = m_program.context.sy;
     sy.logKeepsAll = true; // a later search takes nothing away from the log
@@ -178,18 +185,18 @@ void StartFlow::showMainWindow()
     m_mainSy = sy;
     m_main->showEmulated(isDemo(m_mainSy));
     m_main->show();
-    openFiles();
 }
 
 void StartFlow::openFile(const QString& path)
 {
     m_filesToOpen.append(path);
-    if (!m_main || !m_main->isVisible())
-        return;
-    m_main->setWindowState(m_main->windowState() & ~Qt::WindowMinimized);
-    m_main->raise();
-    m_main->activateWindow();
-    openFiles();
+    if (QWidget* window = windowInFront()) {
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        window->raise();
+        window->activateWindow();
+    }
+    if (m_main && m_main->isVisible())
+        openFiles();
 }
 
 void StartFlow::openFiles()
@@ -244,7 +251,6 @@ void StartFlow::onCancelled()
         return;
     }
     m_main->show();
-    openFiles();
 }
 
 /// Runs before the settings close the port. With another port the window is destroyed, after the lists in it
@@ -264,7 +270,23 @@ void StartFlow::endByUser()
 {
     if (m_main && !m_main->mayLoseChanges(frmPB::closingText))
         return;
-    // The user has agreed to lose them.
+    endNow();
+}
+
+void StartFlow::endUnasked()
+{
+    if (m_main && m_main->isVisible()) {
+        m_main->endUnasked();
+        return;
+    }
+    if (m_main)
+        m_main->keepUnwritten();
+    endNow();
+}
+
+/// Changes that are not written are in files now, or the user has agreed to lose them.
+void StartFlow::endNow()
+{
     m_program.context.ending.setLastWork([this] { m_demo.stop(); });
     // The search is on the stack and would return only through its questions.
     m_program.line.ClosePort();

@@ -29,8 +29,10 @@ public:
     StartFlow(Program& program, QString startArguments);
     ~StartFlow() override;
 
-    /// Opens a file in the main window as soon as that is there.
+    /// Opens a file in the main window as soon as that is in front.
     void openFile(const QString& path);
+    /// Ends the program without a question, as when a signal or the desktop's session asks for that.
+    void endUnasked();
     /// Shows the splash at once; the start sequence and the search follow from the event loop.
     void begin();
 
@@ -61,6 +63,7 @@ private:
     void onCancelled();
     bool mayLeavePhone(bool otherPort);
     void endByUser();
+    void endNow();
 
     Program& m_program;
     QString m_startArguments;

@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "ui/controls/ReadablePalette.h"
 #include "ui/controls/WheelGuard.h"
+#include "ui/EndSignals.h"
 #include "ui/Engine.h"
 #include "ui/FileHandover.h"
 #include "ui/icons/Icons.h"
@@ -91,6 +92,8 @@ int main(int argc, char** argv)
     if (!file.isEmpty())
         flow.openFile(file);
     QObject::connect(&handover, &ui::FileHandover::received, &flow, &ui::StartFlow::openFile);
+    const ui::EndSignals signals;
+    QObject::connect(&signals, &ui::EndSignals::received, &flow, &ui::StartFlow::endUnasked);
     handover.listen(); // beside another Kalmo the start ends by itself
     flow.begin();
     return QApplication::exec();

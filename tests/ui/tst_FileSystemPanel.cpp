@@ -129,6 +129,21 @@ private Q_SLOTS:
         made.key(Qt::Key_Delete);
         QVERIFY(!made.shown().contains(u"FOL_"_s));
         QCOMPARE(made.status(), u"Alt gelöscht."_s);
+        QCOMPARE(made.current(), u"FIL_Gong.mid"_s); // the next one
+        made.panel.lvwFFs().setCurrent(made.panel.lvwFFs().indexOfKey(u"FIL_Piep.wav"_s));
+        made.inDialog(u"dlgName"_s, [](QWidget& dialog) {
+            QCoreApplication::processEvents();
+            QTest::keyClicks(dialog.findChild<QLineEdit*>(), u"Ton\r"_s);
+        });
+        made.key(Qt::Key_F2);
+        QCOMPARE(made.current(), u"FIL_Ton.wav"_s);
+        made.giveName(u"Ton"_s);
+        made.ask(u"Ohne die Endung .wav erkennt das Telefon die Datei vielleicht nicht mehr.\n\nTrotzdem "
+                 u"umbenennen?"_s,
+                 Answer::No, Buttons::YesNo);
+        made.key(Qt::Key_F2);
+        made.key(Qt::Key_F5);
+        QCOMPARE(made.current(), u"FIL_Ton.wav"_s);
         made.key(Qt::Key_Backspace);
         QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
     }

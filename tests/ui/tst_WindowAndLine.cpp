@@ -200,6 +200,21 @@ private Q_SLOTS:
         QCOMPARE(files.row(files.current()).key + open.status(),
                  file + u"%1 Kontakte gelesen."_s.arg(contacts));
         QVERIFY(open.port.handset().isInDataMode());
+        std::optional<bool> wasOpen; // beside an import, which has a data session of its own
+        QTimer user;
+        user.callOnTimeout([&] {
+            if (auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                wasOpen = open.port.handset().isInDataMode();
+                QTest::keyClick(form, Qt::Key_Escape);
+            }
+        });
+        user.start(0);
+        open.press("import");
+        QTest::keyClick(&child<QMenu>(open.window, "mnuImport_TB"), Qt::Key_Down);
+        QTest::keyClick(&child<QMenu>(open.window, "mnuImport_TB"), Qt::Key_Return);
+        QTRY_VERIFY(wasOpen);
+        QCOMPARE(*wasOpen, false);
+        QTRY_COMPARE(state(), u"fraFFSFFSfraFFScloseReminder"_s);
         open.window.goTo(u"SETUP"_s);
         QCOMPARE(state() + open.status(), u"fraVCFTBfraHinweisTelNichtInMenuBereit."_s);
         open.window.goTo(u"FFS"_s); // the section is the same, but its panel is not there

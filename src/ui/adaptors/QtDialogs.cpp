@@ -1,5 +1,6 @@
 #include "ui/adaptors/QtDialogs.h"
 
+#include "ui/adaptors/WindowInFront.h"
 #include "ui/icons/Icons.h"
 
 #include <QAbstractButton>
@@ -120,11 +121,20 @@ QString endingOf(const QString& filter, QFileDialog::AcceptMode accept)
     return pattern.startsWith(u"*."_s) && !pattern.endsWith(u'*') ? pattern.sliced(2) : QString();
 }
 
+/// The parent of a dialog. While the user works in another program the task bar shows that Kalmo asks.
+QWidget* parentInFront()
+{
+    QWidget* window = windowInFront();
+    if (window)
+        QApplication::alert(window); // does nothing for the active window
+    return window;
+}
+
 QStringList chooseFiles(const FileRequest& request, QFileDialog::AcceptMode accept,
                         QFileDialog::FileMode mode)
 {
     const PlainCursor cursor;
-    QFileDialog dialog(QApplication::activeWindow(), request.title, request.folder);
+    QFileDialog dialog(parentInFront(), request.title, request.folder);
     dialog.setAcceptMode(accept);
     dialog.setFileMode(mode);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirmOverwrite);
@@ -164,8 +174,7 @@ Answer QtDialogs::Show(const Message& message)
 {
     const PlainCursor cursor;
     const ButtonRow& row = rowOf(message.buttons);
-    QMessageBox box(QMessageBox::NoIcon, message.title, message.text, row.shown,
-                    QApplication::activeWindow());
+    QMessageBox box(QMessageBox::NoIcon, message.title, message.text, row.shown, parentInFront());
     dressBox(box, message.icon);
     box.setDefaultButton(defaultOf(row, message.defaultButton));
     box.setEscapeButton(row.onClose);
@@ -190,7 +199,7 @@ QString QtDialogs::SaveFile(const FileRequest& request)
 QString QtDialogs::PickFolder(const QString& title, const QString& start)
 {
     const PlainCursor cursor;
-    const QString chosen = QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, start);
+    const QString chosen = QFileDialog::getExistingDirectory(parentInFront(), title, start);
     return chosen.isEmpty() ? QString() : QDir(chosen).absolutePath();
 }
 

@@ -7,6 +7,7 @@
 #include "ui/controls/ucFfsMem.h"
 #include "ui/forms/UploadDialog.h"
 #include "ui/icons/Icons.h"
+#include "ui/lists/RowPlace.h"
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
 #include "ui/panels/FileDrop.h"
@@ -36,6 +37,8 @@ QList<toolkit::ListColumn> columns()
 }
 
 /// The name in the key of a row: the part after the four characters for the kind of row.
+const QString nothingSelected = u"Im Ordner ist nichts markiert."_s;
+
 QString nameIn(const QString& key)
 {
     return key.mid(obex::fileKeyPrefix.size());
@@ -195,7 +198,10 @@ void fraFFS::FfsListRefresh()
         m_listed = shown;
         return;
     }
+    RowPlace place(m_rows);
     obex::DirInLvw(entries, m_rows); // after a failure the ways out alone
+    if (!isOther)
+        place.restore();
     if (!isRead) {
         tellState(m_progress.cancelled()
                       ? u"Das Lesen des Ordners wurde abgebrochen. \"Neu laden\" liest ihn."_s
@@ -212,19 +218,10 @@ void fraFFS::FfsListRefresh()
 void fraFFS::comeBack()
 {
     const obex::clsMmc::Busy busy(*m_mmc);
-    const int current = m_rows.current();
-    const QString currentKey = current >= 0 ? m_rows.row(current).key : QString();
-    QStringList selected;
-    for (const int row : m_rows.selectedRows())
-        selected.append(m_rows.row(row).key);
     if (m_listed && !m_progress.cancelled() &&
         !operations::FileAccess(m_mmc, u"comeBack"_s, m_progress).enter(*m_listed))
         m_search->clear(); // it was typed for that folder
     FfsListRefresh();
-    if (const int row = m_rows.indexOfKey(currentKey); row >= 0)
-        m_rows.setCurrent(row);
-    for (int row = 0; row < m_rows.count(); ++row)
-        m_rows.setSelected(row, selected.contains(m_rows.row(row).key));
 }
 
 void fraFFS::forget()
@@ -271,7 +268,9 @@ void fraFFS::refresh()
 void fraFFS::openSelected()
 {
     const QList<int> selected = m_rows.selectedRows();
-    if (!selected.isEmpty())
+    if (selected.isEmpty())
+        m_progress.status(nothingSelected);
+    else
         openRow(selected.contains(m_rows.current()) ? m_rows.current() : selected.first());
 }
 
@@ -310,6 +309,14 @@ bool fraFFS::changeFolder(const QString& key)
 }
 
 /// From the first row to the last, without the rows that are commands.
+QStringList fraFFS::namesToChange() const
+{
+    const QStringList names = selectedNames(false);
+    if (names.isEmpty())
+        m_progress.status(nothingSelected);
+    return names;
+}
+
 QStringList fraFFS::selectedNames(bool filesOnly) const
 {
     QStringList names;

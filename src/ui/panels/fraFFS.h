@@ -99,6 +99,9 @@ private:
     void pickFolderAndSave();
     void deleteSelected();
     QStringList selectedNames(bool filesOnly) const;
+    /// Of files and folders. Says so if there is none.
+    QStringList namesToChange() const;
+    bool mayChangeEnding(const QString& ending, const QString& wanted);
 
     Program& m_program;
     std::shared_ptr<obex::clsMmc> m_mmc;

@@ -12,6 +12,7 @@
 #include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QToolBar>
 
 namespace kalmo::ui {
@@ -26,7 +27,15 @@ struct NameRequest
     QString label;
     QString accept; ///< of the button that takes the name
     QString name;   ///< that is there now
+    qsizetype stem; ///< its length without the ending
 };
+
+/// With its dot. Empty if the name has none; a dot at the beginning hides a file.
+QString endingOf(const QString& name)
+{
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot > 0 ? name.mid(dot) : QString();
+}
 
 /// Empty if the user gives none, or leaves the name as it is.
 QString askForName(QWidget* parent, const NameRequest& request)
@@ -41,6 +50,10 @@ QString askForName(QWidget* parent, const NameRequest& request)
     dialog.findChild<QLabel*>()->setTextFormat(Qt::PlainText); // a name from the phone may look like markup
     for (QAbstractButton* button : dialog.findChild<QDialogButtonBox*>()->buttons())
         button->setIcon({}); // the toolkit's own are of another style
+    // As file managers do: who types at once keeps the ending.
+    auto* field = dialog.findChild<QLineEdit*>();
+    const auto selectStem = [field, &request] { field->setSelection(0, static_cast<int>(request.stem)); };
+    QMetaObject::invokeMethod(field, selectStem, Qt::QueuedConnection);
     dialog.resize(dialog.fontMetrics().averageCharWidth() * 50, 0);
     if (dialog.exec() != QDialog::Accepted)
         return {};
@@ -100,9 +113,24 @@ void fraFFS::goUp()
     openKey(obex::upKeyPrefix.toString());
 }
 
+/// The phone and Kalmo know the kind of a file by its ending.
+bool fraFFS::mayChangeEnding(const QString& ending, const QString& wanted)
+{
+    if (ending.isEmpty() || ending.compare(wanted, Qt::CaseInsensitive) == 0)
+        return true;
+    const QString change = wanted.isEmpty() ? u"Ohne die Endung %1"_s.arg(ending)
+                                            : u"Mit der Endung %1 statt %2"_s.arg(wanted, ending);
+    return m_program.context.dialogs.Show(
+               {.text = change +
+                        u" erkennt das Telefon die Datei vielleicht nicht mehr.\n\nTrotzdem umbenennen?"_s,
+                .buttons = toolkit::Buttons::YesNo,
+                .icon = toolkit::Icon::Question,
+                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
+}
+
 void fraFFS::renameSelected()
 {
-    const QStringList names = selectedNames(false);
+    const QStringList names = namesToChange();
     if (names.isEmpty())
         return;
     if (names.size() > 1) {
@@ -112,14 +140,16 @@ void fraFFS::renameSelected()
     if (!isFolderListed())
         return;
     const QString& name = names.first();
+    const bool isFile = m_rows.indexOfKey(obex::fileKeyPrefix.toString() + name) >= 0;
+    const QString ending = isFile ? endingOf(name) : QString();
     const QString wanted =
         askForName(this, {.title = u"Umbenennen"_s,
                           .label = u"Neuer &Name für %1:"_s.arg(QString(name).replace(u'&', u"&&"_s)),
                           .accept = u"&Umbenennen"_s,
-                          .name = name});
-    if (wanted.isEmpty())
+                          .name = name,
+                          .stem = name.size() - ending.size()});
+    if (wanted.isEmpty() || !mayChangeEnding(ending, endingOf(wanted)))
         return;
-    const bool isFile = m_rows.indexOfKey(obex::fileKeyPrefix.toString() + name) >= 0;
     const bool isDone = renameEntry(m_mmc, m_progress, m_listed->below(name), wanted);
     showAgain((isFile ? obex::fileKeyPrefix : obex::folderKeyPrefix).toString() + (isDone ? wanted : name));
 }
@@ -131,7 +161,8 @@ void fraFFS::makeFolder()
     const QString name = askForName(this, {.title = u"Neuer Ordner"_s,
                                            .label = u"&Name des neuen Ordners:"_s,
                                            .accept = u"&Anlegen"_s,
-                                           .name = {}});
+                                           .name = {},
+                                           .stem = 0});
     if (!name.isEmpty() && ui::makeFolder(m_mmc, m_progress, *m_listed, name))
         showAgain(obex::folderKeyPrefix.toString() + name);
 }

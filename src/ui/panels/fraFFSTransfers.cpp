@@ -211,7 +211,7 @@ void fraFFS::saveInto(const QString& folder)
 
 void fraFFS::deleteSelected()
 {
-    const QStringList names = selectedNames(false);
+    const QStringList names = namesToChange();
     if (names.isEmpty() || !isFolderListed())
         return;
     const Answer answer = m_program.context.dialogs.Show(

@@ -7,6 +7,7 @@
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
+#include "ui/lists/RowPlace.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/ClassicWriting.h"
 #include "ui/window/Notices.h"
@@ -105,6 +106,7 @@ operations::ListJob ClassicList::job() const
 
 void ClassicList::read()
 {
+    RowPlace place(*m_rows);
     std::vector<toolkit::ListRow> before;
     for (int row = 0; row < m_rows->count(); ++row)
         before.push_back(m_rows->row(row));
@@ -133,6 +135,7 @@ void ClassicList::read()
         keepAfterFailure(std::move(before));
         return;
     }
+    place.restore();
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
@@ -166,8 +169,12 @@ void ClassicList::write()
     m_isWriting = false;
     if (isDirty() && !wasDirty)
         setDirty();
-    if (result != CommandResult::Done)
+    if (result != CommandResult::Done) {
+        m_parts.progress.panel->SetText(result == CommandResult::Refused
+                                            ? u"Es wurde nichts geschrieben."_s
+                                            : u"Die Liste ist nicht ins Telefon geschrieben."_s);
         return;
+    }
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(

@@ -10,6 +10,7 @@
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
+#include "ui/lists/RowPlace.h"
 #include "ui/window/Notices.h"
 
 namespace kalmo::ui {
@@ -155,7 +156,9 @@ void VcardList::refresh()
 {
     const auto editAreaCodes = [this](const QString& answer) { showAreaCodeDialog(answer); };
     Q_EMIT stateChanged(ListState::Reading);
+    RowPlace place(*m_rows);
     const CommandResult result = refreshContacts(*m_store, m_parts.progress, &m_parts.busy, editAreaCodes);
+    place.restore();
     m_isRead = true;
     const ReadingEnd end = endOfReading(result, *m_store);
     if (result != CommandResult::Cancelled)

@@ -76,6 +76,11 @@ public:
     /// Writes lists that wait to be written into files in the folder for backups, and names them. Returns
     /// false if one could not be saved, after it has informed the user.
     bool saveUnwritten();
+    /// Does the same without a box. The next window for classic lists names the files.
+    void keepUnwritten();
+    /// Ends without a question, as with the desktop's session: after keepUnwritten(), and after a running
+    /// operation, which stops as soon as that loses nothing.
+    void endUnasked();
     /// Takes the phone back to AT commands if it is in its data mode. Returns false if it stays there, after
     /// it has informed the user. If the phone does not end its connection the next call closes only the
     /// channel.
@@ -85,6 +90,7 @@ public:
     int ToolbarMode() const { return m_toolbarMode; }
 
 Q_SIGNALS:
+    void shown();
     void settingsRequested(); ///< the window has hidden itself
     void searchRequested();   ///< the window has hidden itself
     void closedByUser();      ///< nothing is open any more; the program may end
@@ -105,8 +111,6 @@ private:
     QList<RowsView*> rememberedLists() const;
     void makeMenus();
     QMenu* makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose);
-    void openImport(ImportFrom source, const QString& given = {});
-    bool mayImportUnread(bool isForProviders);
     void makePanels();
     void makeClassicPanels();
     QList<ListPanel*> listPanels() const;
@@ -155,12 +159,29 @@ private:
     void showFormerStates();
     operations::RecordedList recordedListInFront() const;
 
+    // Import and files from outside
+    void openNextGiven();
+    void openFile(const QString& path);
+    bool enterList(phonedata::Store store);
+    bool isListRead(phonedata::Store store) const;
+    bool mayImportUnread(phonedata::Store store);
+    void readAheadOfImport(phonedata::Store store);
+    void openImport(ImportFrom source);
+    void presentImport(ImportFrom source, phonedata::Store store, const QString& given);
+
     // Closing
     bool isWriting() const;
     void askToInterrupt();
     void stopForClosing();
     void closeIfWanted();
     void cleanUp();
+    struct SavedLists
+    {
+        QStringList paths = {};
+        bool areSafe = true;
+    };
+    SavedLists saveLists();
+    void tellKept();
 
     Program& m_program;
     std::shared_ptr<obex::clsMmc> m_mmc;
@@ -194,9 +215,11 @@ private:
     QMenu* m_mnuImport = nullptr; // for the phonebook
     QMenu* m_mnuImportNE = nullptr;
     bool m_wasShown = false;
-    QStringList m_given;    // files that wait until it is shown
     bool m_isStuck = false; ///< during this click the phone could not be brought back to AT commands
+    QStringList m_given;    // files that wait for the end of an operation or a dialog
+    bool m_opensGiven = false;
     bool m_isClosing = false;
+    bool m_isEnding = false;    // without a question
     bool m_closeWanted = false; // when the running operation has ended
     QPointer<QMessageBox> m_closingBox;
     bool m_isClosed = false;

@@ -4,7 +4,6 @@
 #include "app/StoragePaths.h"
 #include "app/Version.h"
 #include "obex/clsMmcOperation.h"
-#include "phonedata/BackupFiles.h"
 #include "ui/adaptors/QtDialogs.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
@@ -61,7 +60,7 @@ void frmPB::closeEvent(QCloseEvent* event)
         return;
     }
     m_closeWanted = false;
-    if (!mayLoseChanges(closingText))
+    if (!m_isEnding && !mayLoseChanges(closingText))
         return;
     m_isClosing = true;
     closeChannel();
@@ -156,30 +155,6 @@ bool frmPB::mayLoseChanges(const std::function<QString(Store)>& text)
         return !phonedata::isDirty(m_program.memory, store) || agrees(m_program.context, text(store));
     };
     return mayGo(Store::Providers) && mayGo(Store::Phonebook);
-}
-
-bool frmPB::saveUnwritten()
-{
-    app::Context& context = m_program.context;
-    QStringList paths;
-    bool areSafe = true;
-    for (const ClassicList* list : {m_phonebook, m_providers}) {
-        if (!list || !list->isDirty() || list->rows().count() == 0)
-            continue;
-        const phonedata::StoreTraits& traits = phonedata::traitsOf(list->store());
-        const QString path =
-            phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s, traits.fileEnding.toString());
-        if (phonedata::saveBackup(context, path, traits.fileBytes(phonedata::classicEntries(list->rows()))))
-            paths.append(path);
-        else
-            areSafe = false;
-    }
-    if (!paths.isEmpty())
-        context.dialogs.Show(
-            {.text = u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:\n"_s +
-                     paths.join(u'\n'),
-             .icon = toolkit::Icon::Information});
-    return areSafe;
 }
 
 /// A channel may be open without a connection, if the phone has refused it or did not end it. If the port is

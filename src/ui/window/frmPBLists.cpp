@@ -2,7 +2,6 @@
 
 #include "transfer/export/VcfTarget.h"
 #include "ui/forms/FormerStatesDialog.h"
-#include "ui/import/frmImportPb.h"
 #include "ui/lists/ListLayout.h"
 #include "ui/panels/fraFFS.h"
 #include "ui/panels/fraSounds.h"
@@ -14,16 +13,12 @@
 #include "ui/window/StatusArea.h"
 
 #include <QApplication>
-#include <QDialog>
-#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTimer>
 
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
-using phonedata::Store;
 
 namespace {
 
@@ -243,95 +238,6 @@ void frmPB::countRows(ListPanel& panel, const QString& name)
     connect(rows, &toolkit::ListRows::inserted, &panel, show);
     connect(rows, &toolkit::ListRows::removed, &panel, show);
     connect(rows, &toolkit::ListRows::reset, &panel, show);
-}
-
-void frmPB::openGiven(const QString& path)
-{
-    if (!isVisible()) { // the user has just left it, for the settings or a search
-        m_given.append(path);
-        return;
-    }
-    const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
-    const auto again = [this, path] { openGiven(path); };
-    if (m_sta->isBusy()) { // at the start the window may still talk to the phone
-        connect(m_sta, &StatusArea::becameIdle, this, again, once);
-        return;
-    }
-    if (const auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-        connect(dialog, &QDialog::finished, this, again, once);
-        return;
-    }
-    const QString ending = QFileInfo(path).suffix().toLower();
-    const bool isOfClassicList = ending == u"tel"_s || ending == u"prv"_s;
-    if (!m_contacts && isOfClassicList) {
-        const bool isOfProviders = ending == u"prv"_s;
-        goTo((isOfProviders ? nodes::Providers : nodes::Phonebook).toString());
-        (isOfProviders ? m_providers : m_phonebook)->openFile(path);
-        return;
-    }
-    const bool isAddressBook = ending == u"vcf"_s || ending == u"wab"_s;
-    goTo(nodes::Phonebook.toString());
-    openImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, path);
-}
-
-/// Asks if an import goes on without the phone's list. Entries are always compared with the phonebook, so for
-/// the provider list nothing is lost by that.
-bool frmPB::mayImportUnread(bool isForProviders)
-{
-    const QString state = isForProviders ? u"Die Providerliste ist nicht eingelesen."_s
-                                         : u"Das Telefonbuch ist nicht eingelesen.\n"
-                                           u"Kalmo erkennt daher keine Einträge, die schon vorhanden sind."_s;
-    const QString result =
-        m_contacts ? QString() : u" Beim Schreiben ersetzt der Import die Liste im Telefon."_s;
-    return m_program.context.dialogs.Show({.text = state + result + u"\nMöchten Sie trotzdem importieren?"_s,
-                                           .buttons = toolkit::Buttons::YesNo,
-                                           .icon = toolkit::Icon::Exclamation,
-                                           .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
-}
-
-/// Opens the import dialog for the list in front. A list that was never read is read ahead, so that it is not
-/// replaced by what is imported.
-void frmPB::openImport(ImportFrom source, const QString& given)
-{
-    const bool isForProviders = m_toolbarMode == ModeProviders;
-    const auto isRead = [this, isForProviders] {
-        return m_contacts       ? m_contacts->isRead()
-               : isForProviders ? m_providers->isRead()
-                                : m_phonebook->isRead();
-    };
-    if (!isRead()) {
-        m_program.context.dialogs.Show(
-            {.text =
-                 isForProviders
-                     ? u"Die Providerliste wurde bisher noch nicht eingelesen.\n"
-                       u"Kalmo holt das jetzt nach, damit die bisherige Liste beim Import erhalten bleibt."_s
-                     : u"Das Telefonbuch wurde bisher noch nicht eingelesen.\n"
-                       u"Kalmo holt das jetzt nach, damit das bisherige Telefonbuch beim Import erhalten bleibt."_s});
-        goTo((isForProviders ? nodes::Providers : nodes::Phonebook).toString());
-    }
-    // From a timer, so that the menu has closed before the dialog opens.
-    QTimer::singleShot(0, this, [this, source, given, isForProviders, isRead] {
-        const bool isKnown = m_contacts ? m_contacts->isKnown() : isRead();
-        if (m_sta->isBusy() || m_isClosing || !isVisible() || (!isKnown && !mayImportUnread(isForProviders)))
-            return;
-        ImportLists lists;
-        if (m_contacts)
-            lists.store = m_contacts->store();
-        else
-            lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
-        lists.isPhonebookRead = m_contacts ? m_contacts->isKnown() : m_phonebook->isRead();
-        frmImportPb form(m_program, lists, source, this);
-        form.setGiven(given);
-        form.Form_Present(isForProviders ? Store::Providers : Store::Phonebook);
-        connect(&form, &frmImportPb::entriesAdded, this, [this](Store store, int count) {
-            (store == Store::Providers ? m_providers : m_phonebook)->noteImport(count);
-        });
-        if (m_contacts) {
-            connect(&form, &frmImportPb::contactsImported, m_contacts, &VcardList::noteImport);
-            connect(&form, &frmImportPb::importFailed, m_contacts, &VcardList::noteFailedImport);
-        }
-        form.exec();
-    });
 }
 
 } // namespace kalmo::ui

@@ -295,8 +295,8 @@ void frmPB::setMode(int mode, int section)
 void frmPB::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
-    for (const QString& path : std::exchange(m_given, {}))
-        QTimer::singleShot(0, this, [this, path] { openGiven(path); });
+    QTimer::singleShot(0, this, &frmPB::openNextGiven);
+    Q_EMIT shown();
     if (std::exchange(m_wasShown, true))
         return;
     // Outside of the event: reading takes seconds, and the window has to be seen meanwhile.
@@ -317,6 +317,7 @@ void frmPB::firstShown()
         press(Command::Refresh);
     if (isFilesInFront()) // after a new search: opens the data channel again
         enterFiles(m_nodes.value(m_fraFFS));
+    tellKept();
 }
 
 void frmPB::showEmulated(bool isEmulated)

@@ -1,0 +1,11 @@
+#pragma once
+
+class QWidget;
+
+namespace kalmo::ui {
+
+/// Returns the window that the user works with. While another program has the focus that is the modal dialog,
+/// or else a visible window. nullptr without any.
+QWidget* windowInFront();
+
+} // namespace kalmo::ui

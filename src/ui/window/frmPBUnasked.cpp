@@ -1,0 +1,100 @@
+// The end of the main window without the user: lists that wait to be written to the phone become files, and
+// nothing is asked.
+
+#include "app/SettingsKeys.h"
+#include "obex/clsMmc.h"
+#include "phonedata/BackupFiles.h"
+#include "ui/adaptors/ProgressWidgets.h"
+#include "ui/window/frmPB.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace kalmo::ui {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds lookAgain(50);
+constexpr QChar betweenPaths = u'|';
+
+/// Closes the dialog in front as Escape does, but without its question. A dialog at work with the phone ends
+/// its work first.
+void dismissDialog()
+{
+    QWidget* modal = QApplication::activeModalWidget();
+    if (qobject_cast<QMessageBox*>(modal) || !WindowBusy::isAnyBusy()) {
+        if (auto* dialog = qobject_cast<QDialog*>(modal))
+            dialog->done(QDialog::Rejected);
+    }
+}
+
+} // namespace
+
+frmPB::SavedLists frmPB::saveLists()
+{
+    app::Context& context = m_program.context;
+    SavedLists saved;
+    for (const ClassicList* list : {m_phonebook, m_providers}) {
+        if (!list || !list->isDirty() || list->rows().count() == 0)
+            continue;
+        const phonedata::StoreTraits& traits = phonedata::traitsOf(list->store());
+        const QString path =
+            phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s, traits.fileEnding.toString());
+        if (phonedata::saveBackup(context, path, traits.fileBytes(phonedata::classicEntries(list->rows()))))
+            saved.paths.append(path);
+        else
+            saved.areSafe = false;
+    }
+    return saved;
+}
+
+bool frmPB::saveUnwritten()
+{
+    const SavedLists saved = saveLists();
+    if (!saved.paths.isEmpty())
+        m_program.context.dialogs.Show(
+            {.text = u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:\n"_s +
+                     saved.paths.join(u'\n'),
+             .icon = toolkit::Icon::Information});
+    return saved.areSafe;
+}
+
+void frmPB::keepUnwritten()
+{
+    if (const SavedLists saved = saveLists(); !saved.paths.isEmpty())
+        app::put(m_program.context.settings, app::keys::KeptLists, saved.paths.join(betweenPaths));
+}
+
+void frmPB::tellKept()
+{
+    app::Context& context = m_program.context;
+    const QString kept = app::get(context.settings, app::keys::KeptLists);
+    if (kept == app::noValue())
+        return;
+    app::put(context.settings, app::keys::KeptLists, app::noValue());
+    context.dialogs.Show({.text = u"Kalmo wurde beendet, bevor Änderungen ins Telefon geschrieben waren. Sie "
+                                  u"sind gesichert in:\n"_s +
+                                  kept.split(betweenPaths).join(u'\n'),
+                          .icon = toolkit::Icon::Information});
+}
+
+void frmPB::endUnasked()
+{
+    if (m_isEnding || m_isClosing)
+        return;
+    m_isEnding = true;
+    keepUnwritten();
+    m_mmc->askToStop();
+    stopForClosing();
+    auto* timer = new QTimer(this);
+    timer->callOnTimeout([this] {
+        dismissDialog();
+        closeIfWanted();
+    });
+    timer->start(lookAgain);
+}
+
+} // namespace kalmo::ui
