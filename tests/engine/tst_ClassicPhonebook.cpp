@@ -105,6 +105,9 @@ private Q_SLOTS:
         rows.each([&](const auto& phoneType, const auto& entry, const auto& command) {
             QCOMPARE(phonebookWriteCommand(entry, phoneType, ownMelodies()), command);
         });
+        // A phone gives it back in that form, but without the length of an empty name.
+        QCOMPARE(replyFor("AT^WSWE=4,Anna,3,110,0,\r\n"), QByteArray("^WSRE: 4,Anna,3,110,0,\r\n"));
+        QCOMPARE(replyFor("AT^WSWE=0,,3,110,0,\r\n"), QByteArray("^WSRE: ,,3,110,0,\r\n"));
     }
 
     /// An entry goes back exactly as it came, whatever the list can show of it.
