@@ -305,7 +305,8 @@ void RandomSession::checkLists()
         contacts.append(item.luid + u'|' + item.fields[u"lastName"_s].toString());
     // A box said that the list shows what was sent.
     const auto* list = m_window->findChild<ui::VcardList*>();
-    m_isUncompared = m_isUncompared && list && !list->store()->lastReading();
+    const auto* reading = list ? list->store()->lastReading() : nullptr;
+    m_isUncompared = m_isUncompared && !(reading && reading->isConfirmed());
     if (!m_isUncompared)
         compare("lvwVCF", {phonedata::VcfLuid, phonedata::VcfLastName}, contacts);
 }

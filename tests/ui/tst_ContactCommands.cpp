@@ -257,6 +257,15 @@ private Q_SLOTS:
         QCOMPARE(phone.list->text(last - 1, VcfLastName) + phone.list->text(last, VcfLastName), u"AyşeAA"_s);
         QVERIFY(phone.isInOrder());
         QCOMPARE(phone.list->selectedRows(), QList<int>{last});
+
+        phone.port.handset().setFaults({.miscounts = 3});
+        phone.test.dialogs.expectStart(u"Das Telefon hat die Änderung bestätigt. Danach konnte"_s);
+        tVcfEntry entry = vcfEntryFrom(phone.list->row(last));
+        entry.lastName = u"A=42"_s;
+        QCOMPARE(phone.save(entry, last), CommandResult::Done);
+        QCOMPARE(phone.list->text(last, VcfLastName), u"A=42"_s);
+        QCOMPARE(phone.save(someone), CommandResult::Done); // which reads the phonebook
+        QCOMPARE(phone.list->text(last, VcfLastName), u"AB"_s);
     }
 
     /// An import ends as the phone's content says, and the list shows that content.

@@ -71,6 +71,16 @@ std::optional<operations::ContactPlan> planFor(const VcardStore& store, const op
     return mayChange ? std::optional(found.plan) : std::nullopt;
 }
 
+/// Opens the session. A list with a change that could not be compared shows this reading.
+operations::Outcome begin(VcardStore& store, operations::ContactEdit& edit)
+{
+    const bool isCompared = store.lastReading() && store.lastReading()->isConfirmed();
+    const operations::Outcome ready = edit.begin();
+    if (ready.isDone() && !isCompared && edit.held().isConfirmed())
+        store.showReading(edit.held());
+    return ready;
+}
+
 /// Returns true if the phone took a change, also if its answer was lost and reading back found the change.
 /// The list then shows the reading.
 bool acceptChange(VcardStore& store, const operations::ContactEdit& edit,
@@ -129,7 +139,7 @@ CommandResult writeContact(VcardStore& store, const tVcfEntry& entry, const std:
     bool isDone = false;
     {
         operations::ContactEdit edit(store.shared_from_this(), windowPolicy(), progress);
-        const operations::Outcome ready = edit.begin();
+        const operations::Outcome ready = begin(store, edit);
         if (!ready.isDone()) {
             edit.end();
             return reportBegin(store, ready);
@@ -183,7 +193,7 @@ ContactDeletion deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& 
     bool isDone = false;
     {
         operations::ContactEdit edit(store.shared_from_this(), windowPolicy(), progress);
-        const operations::Outcome ready = edit.begin();
+        const operations::Outcome ready = begin(store, edit);
         if (!ready.isDone()) {
             edit.end();
             return {reportBegin(store, ready)};
@@ -281,7 +291,7 @@ bool importContacts(VcardStore& store, std::vector<tVcfEntry> contacts, const Pr
     bool isDone = false;
     {
         operations::ContactEdit edit(keep, windowPolicy(), progress);
-        const operations::Outcome ready = edit.begin();
+        const operations::Outcome ready = begin(store, edit);
         if (!ready.isDone()) {
             edit.end();
             reportBegin(store, ready);
