@@ -73,20 +73,6 @@ private Q_SLOTS:
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
     }
 
-    void repliesOfProviders()
-    {
-        const Rows<QByteArray, QString> rows{
-            {"without a blank", "^WSRE:4,Call,5,01013\r\n", u"Call|01013"_s},
-            {"no name", "^WSRE: ,,5,01013\r\n", u"Ohne Name|01013"_s},
-            {"more behind the number", "^WSRE: 4,Call,5,01013,0,\r\n", u"Call|01013"_s},
-            {"shorter than the prefix", "^WS", u"Ohne Name|"_s},
-        };
-        rows.each([&](const auto& reply, const auto& wantedEntry) {
-            const ProviderEntry entry = parseProviderReply(reply);
-            QCOMPARE(entry.name + u'|' + entry.number, wantedEntry);
-        });
-    }
-
     /// Family 3: the provider list is not prepared, and the command that writes it ends in CR alone.
     void providersKeepTheirPauses()
     {

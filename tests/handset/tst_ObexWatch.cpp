@@ -62,17 +62,6 @@ private Q_SLOTS:
         });
     }
 
-    void watchesThePauseAfterOpening()
-    {
-        for (const double pause : {0.5, 1.2}) {
-            HandsetTalk talk({.model = u"S68H"_s});
-            talk.say("AT^SQWE=3\r\n", pause);
-            talk.say(connectFolders);
-            const QString first = talk.violations().value(0);
-            QCOMPARE(first.startsWith(u"a request 0."_s), pause < 1);
-        }
-    }
-
     void faults()
     {
         const QByteArray small = packet(0x82, start("x", 1) + header(0x49, "x"));
