@@ -32,15 +32,7 @@ bool isKnownLuid(const QString& luid)
 const ContactCard* findWritten(const ContactReading& after, const ContactReading& before, const QString& luid,
                                const tVcfEntry& entry)
 {
-    if (isKnownLuid(luid))
-        return after.cards.find(luid);
-    const auto& cards = after.cards.cards;
-    const auto found = std::find_if(cards.begin(), cards.end(), [&](const ContactCard& card) {
-        const ContactCard* old = before.cards.find(card.entry.luid);
-        return phonedata::haveSameContent(card.entry, entry) &&
-               (!old || !phonedata::haveSameContent(old->entry, entry));
-    });
-    return found == cards.end() ? nullptr : &*found;
+    return isKnownLuid(luid) ? after.cards.find(luid) : findAdded(after.cards, before.cards, entry);
 }
 
 QJsonObject detailsOf(const ContactOutcome& outcome)
@@ -55,6 +47,17 @@ QJsonObject detailsOf(const ContactOutcome& outcome)
 }
 
 } // namespace
+
+const ContactCard* findAdded(const phonedata::VcfCards& cards, const phonedata::VcfCards& before,
+                             const tVcfEntry& contact)
+{
+    const auto found = std::ranges::find_if(cards.cards, [&](const ContactCard& card) {
+        const ContactCard* old = before.find(card.entry.luid);
+        return phonedata::haveSameContent(card.entry, contact) &&
+               (!old || !phonedata::haveSameContent(old->entry, contact));
+    });
+    return found == cards.cards.end() ? nullptr : &*found;
+}
 
 /// A plan under way.
 struct ContactEdit::Work

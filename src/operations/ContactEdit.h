@@ -27,6 +27,10 @@ struct ContactPolicy
     Backup backup = Backup::Table;
 };
 
+/// The card with the content of a contact that was not there before. Null without one.
+const phonedata::ContactCard* findAdded(const phonedata::VcfCards& cards, const phonedata::VcfCards& before,
+                                        const phonedata::tVcfEntry& contact);
+
 /// Facts about a change of contacts.
 struct ContactOutcome
 {

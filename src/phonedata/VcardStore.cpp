@@ -87,6 +87,7 @@ void VcardStore::forget()
     m_list->clear();
     m_cards = {};
     m_last.reset();
+    m_isListKnown = false;
     forgetCapacity();
 }
 
@@ -140,17 +141,20 @@ bool VcardStore::VcfReadList(const Progress& progress)
     const bool isAllowed = !m_client->line().isWaiting();
     std::vector<toolkit::ListRow> rowsBefore;
     std::optional<ContactReading> readingBefore;
+    const bool wasKnown = m_isListKnown;
     if (isAllowed) {
         for (int row = 0; row < m_list->count(); ++row)
             rowsBefore.push_back(m_list->row(row));
         readingBefore = std::exchange(m_last, std::nullopt);
         m_list->clear();
+        m_isListKnown = false;
     }
     const auto read = [this](const Progress& shown) {
         const auto reading = readCards(shown);
         if (!reading || !acceptCount(*reading))
             return false;
         showReading(*reading);
+        m_isListKnown = m_isListKnown || m_list->count() > 0;
         return true;
     };
     const bool isRead = inSession(u"VcfReadList"_s, progress, obex::Target::FlexMemory, read);
@@ -158,6 +162,7 @@ bool VcardStore::VcfReadList(const Progress& progress)
         m_list->clear();
         m_list->addAll(std::move(rowsBefore));
         m_last = std::move(readingBefore);
+        m_isListKnown = wasKnown;
     }
     return isRead;
 }
@@ -203,6 +208,7 @@ void VcardStore::showReading(const ContactReading& reading)
             m_list->removeAt(index);
     }
     m_list->addAll(std::move(added));
+    m_isListKnown = reading.isWhole();
 }
 
 QString VcardStore::backUp()

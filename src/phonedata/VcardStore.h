@@ -103,6 +103,9 @@ public:
     const ContactReading* lastReading() const { return m_last ? &*m_last : nullptr; }
     /// Makes the list show a reading. Rows that show the same already stay where they are.
     void showReading(const ContactReading& reading);
+    /// Returns true if the list shows the phone's contacts: a whole reading, or one that the user has
+    /// accepted, with the changes since.
+    bool isListKnown() const { return m_isListKnown; }
 
     /// The automatic backup: the list as a table, if the settings want it. Path of the file, empty for none.
     QString backUp();
@@ -138,6 +141,7 @@ private:
     toolkit::ListRows* m_list;
     VcfCards m_cards; // of the last reading, without those that were changed since
     std::optional<ContactReading> m_last;
+    bool m_isListKnown = false;
     Session* m_session = nullptr;
     std::optional<int> m_capacity;
     std::optional<int> m_used; // entries

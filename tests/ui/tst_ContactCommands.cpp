@@ -32,7 +32,10 @@ struct Contacts : TestProgram
 
     CommandResult save(const tVcfEntry& entry, int row = -1)
     {
-        return saveContact(*store, entry, row, progress.all());
+        EditedContact edited;
+        if (row >= 0)
+            edited.shown = vcfEntryFrom(list->row(row));
+        return saveContact(*store, entry, edited, progress.all());
     }
     CommandResult remove() { return VcfDeleteSelected(*store, progress.all()).result; }
     QStringList luids() const
@@ -47,6 +50,14 @@ struct Contacts : TestProgram
     {
         const auto& phone = port.handset().phone();
         return phone.irmc[handset::ContactStore].wholeText(phone.cardText());
+    }
+    /// As after a new search.
+    void findAgain()
+    {
+        port.handset().powerCycle();
+        port.Close();
+        port.Open(u"COM1"_s);
+        line.ConfigurePort();
     }
     /// The list holds exactly the contacts of the phone, and the line takes AT commands.
     bool isInOrder()
@@ -157,6 +168,75 @@ private Q_SLOTS:
         QCOMPARE(phone.save(someone), CommandResult::Done);
         QVERIFY(phone.isInOrder());
         QCOMPARE(phone.luids().size(), count + 1);
+    }
+
+    /// The next save looks for the contact ahead of all else, and does so in a whole reading only.
+    void unknownSaveIsLookedFor()
+    {
+        Contacts phone(u"S68H"_s);
+        const auto count = phone.luids().size();
+        EditedContact edited;
+        const auto save = [&](const handset::Faults& faults) {
+            phone.port.handset().setFaults(faults);
+            return saveContact(*phone.store, someone, edited, phone.progress.all());
+        };
+        phone.test.dialogs.expect(lostReference);
+        phone.test.dialogs.expect(
+            box(Icon::Exclamation,
+                u"Fehler beim Schreiben des Adressbucheintrags.\n\nEs ist nicht bekannt, ob "
+                u"das Telefon den Kontakt gespeichert hat. Wenn Sie noch einmal speichern, "
+                u"sieht Kalmo zuerst nach."_s,
+                editTitle));
+        QCOMPARE(save({.miscounts = 100, .noLuid = true}), CommandResult::Failed);
+        phone.test.dialogs.expectStart(u"Das Telefonbuch kam nicht vollständig an."_s);
+        QCOMPARE(save({.miscounts = 100}), CommandResult::Refused);
+        QCOMPARE(save({}), CommandResult::Done);
+        QVERIFY(phone.isInOrder());
+        QCOMPARE(phone.luids().size(), count + 1);
+        QCOMPARE(phone.list->current(), phone.list->count() - 1);
+        QCOMPARE(phone.records().size(), 1U);
+    }
+
+    /// Wherever the line is lost, saving again brings the contact into the phone once, as it is entered then.
+    void unknownSaveComesOnce()
+    {
+        using FaultsAt = handset::Faults (*)(int step);
+        const FaultsAt lateAnswer = [](int step) {
+            return handset::Faults{.lateBy = 200, .lateRequestAt = step};
+        };
+        const FaultsAt lineGone = [](int step) { return handset::Faults{.hangUpAfter = 150 * step}; };
+        const Rows<FaultsAt, bool> rows{{"new, late answer", lateAnswer, true},
+                                        {"new, line gone", lineGone, true},
+                                        {"changed, late answer", lateAnswer, false},
+                                        {"changed, line gone", lineGone, false}};
+        rows.each([](FaultsAt faultsAt, bool isNew) {
+            int unknown = 0;
+            for (int step = 1; step <= 30; ++step) {
+                Contacts phone(u"SL450HX"_s, {.seed = u"none"_s, .entries = 3, .atOnce = true});
+                const auto count = phone.luids().size();
+                tVcfEntry entry = someone;
+                EditedContact edited;
+                if (!isNew)
+                    edited.shown = vcfEntryFrom(phone.list->row(1));
+                phone.test.dialogs.agreeToAll({});
+                phone.port.handset().setFaults(faultsAt(step));
+                if (saveContact(*phone.store, entry, edited, phone.progress.all()) == CommandResult::Done)
+                    continue;
+                unknown += edited.openSave ? 1 : 0;
+                phone.findAgain();
+                if (step % 2 == 0)
+                    entry.firstName = u"Anna"_s;
+                const QByteArray where = QByteArray::number(step);
+                QVERIFY2(saveContact(*phone.store, entry, edited, phone.progress.all()) ==
+                             CommandResult::Done,
+                         where.constData());
+                QVERIFY2(phone.isInOrder() && phone.luids().size() == count + (isNew ? 1 : 0),
+                         where.constData());
+                QVERIFY2(haveSameContent(vcfEntryFrom(phone.list->row(phone.list->current())), entry),
+                         where.constData());
+            }
+            QVERIFY(unknown > 0);
+        });
     }
 
     /// The phone's user has changed or deleted the contact since the list was read.
@@ -276,19 +356,21 @@ private Q_SLOTS:
         const auto before = phone.luids().size();
         phone.port.handset().setFaults({.noLuid = true});
         phone.test.dialogs.expectStart(lostReference.text);
-        QVERIFY(importContacts(*phone.store, {someone}, phone.progress.all()));
+        QCOMPARE(importContacts(*phone.store, {someone}, phone.progress.all()).result, CommandResult::Done);
         QVERIFY(phone.isInOrder());
         QCOMPARE(phone.luids().size(), before + 1);
         phone.port.handset().setFaults({});
         QCOMPARE(phone.save({.lastName = u"Ayşe"_s, .home = u"1"_s}), CommandResult::Done);
         phone.test.dialogs.expectStart(u"Das Telefon hat 1 von 2 Kontakten nicht so gespeichert, wie sie "
                                        u"importiert wurden:\n\nA=41, 1 → AA, 1"_s);
-        QVERIFY(importContacts(*phone.store, {{.lastName = u"A=41"_s, .home = u"1"_s}, other},
-                               phone.progress.all()));
+        QCOMPARE(importContacts(*phone.store, {{.lastName = u"A=41"_s, .home = u"1"_s}, other},
+                                phone.progress.all())
+                     .result,
+                 CommandResult::Done);
         QVERIFY(phone.isInOrder());
 
         phone.list->clear(); // as after a reading that was stopped
-        QVERIFY(importContacts(*phone.store, {someone}, phone.progress.all()));
+        QCOMPARE(importContacts(*phone.store, {someone}, phone.progress.all()).result, CommandResult::Done);
         QVERIFY(phone.isInOrder());
 
         // Whatever fails, the saved contact never stands there as the phone's only one.

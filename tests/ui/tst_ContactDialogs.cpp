@@ -106,6 +106,37 @@ private Q_SLOTS:
         QCOMPARE(made.list->current(), before);
     }
 
+    /// Also where the save brings contacts into the list that the phone's user has added meanwhile.
+    void stoppedSaveKeepsItsContact()
+    {
+        Contacts made;
+        const auto otherList = phonedata::makeVcfRows();
+        const auto other =
+            std::make_shared<phonedata::VcardStore>(std::make_shared<obex::clsMmc>(made.line), *otherList);
+        other->VcfWriteList({{.lastName = u"Am Telefon"_s, .home = u"1"_s}}, made.progress.all());
+        QStringList expected{u"Am Telefon"_s, u"Anders"_s};
+        for (int row = 1; row < made.list->count(); ++row)
+            expected.append(made.list->text(row, phonedata::VcfLastName));
+        made.form.loadRow(0);
+        made.form.show();
+        made.field("txtNachName").setText(u"Anders"_s);
+        const QMetaObject::Connection stopping =
+            QObject::connect(made.list.get(), &toolkit::ListRows::inserted, &made.form, [&] {
+                made.test.clock.after(0, [&] { QTest::keyClick(&made.form, Qt::Key_Escape); });
+            });
+        made.save();
+        QVERIFY(made.form.isVisible() && made.list->count() == expected.size());
+        QObject::disconnect(stopping);
+        made.save(); // and no box
+        QCOMPARE(made.form.result(), static_cast<int>(QDialog::Accepted));
+        QStringList names;
+        for (int row = 0; row < made.list->count(); ++row)
+            names.append(made.list->text(row, phonedata::VcfLastName));
+        names.sort();
+        expected.sort();
+        QCOMPARE(names, expected);
+    }
+
     void numbersAreChecked()
     {
         Contacts made;

@@ -130,9 +130,25 @@ private Q_SLOTS:
         vcard.port.handset().setFaults({.refuseAt = 1});
         expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
         vcard.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, Answer::No);
-        vcard.window.openGiven(vcard.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n"));
+        const QString table = vcard.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n");
+        vcard.window.openGiven(table);
         QCoreApplication::processEvents();
         QVERIFY(!QApplication::activeModalWidget());
+        // A save reads the whole phonebook, which the import is compared with then.
+        vcard.port.handset().setFaults({.refuseAt = 8});
+        expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
+        user.stop();
+        QTest::keyClick(&vcard.window, Qt::Key_F5);
+        vcard.port.handset().setFaults({});
+        QTimer::singleShot(0, &vcard.window, [] {
+            QWidget& form = *QApplication::activeModalWidget();
+            QTest::keyClicks(&child<QLineEdit>(form, "txtTelHandy"), u"0170"_s);
+            QTest::mouseClick(&child<QPushButton>(form, "cmdSpeichern"), Qt::LeftButton);
+        });
+        QTest::keyClick(&vcard.window, Qt::Key_N, Qt::ControlModifier);
+        user.start(0);
+        vcard.window.openGiven(table);
+        QTRY_COMPARE(counts.value(2), u"1 von 2 zum Import ausgewählt"_s);
 
         OpenWindow left(u"PICASSO"_s, u"TB"_s);
         child<QMenu>(left.window, "mnuImport_TB").actions().first()->trigger();

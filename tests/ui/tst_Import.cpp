@@ -137,6 +137,15 @@ private Q_SLOTS:
                  (QStringList{u"Meier|030|24.12  08:30|Optisch||"_s, u"Siebzehn Zeichen|2||||"_s}));
         QVERIFY(made.memory.TbDirty && !made.memory.NeDirty);
         QCOMPARE(added.count(), 1);
+        // What was taken is not taken twice, unless the user checks it again.
+        QVERIFY(child<QPushButton>(*made.form, "cmdAbbruch").hasFocus());
+        made.test.dialogs.expect(transfer::messageFor(transfer::ClassicStep::NothingChecked));
+        made.click("cmdImport");
+        QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(),
+                 u"0 von 3 zum Import ausgewählt, 2 schon vorhanden"_s);
+        made.tick(1);
+        made.tick(2);
+        QVERIFY(child<QPushButton>(*made.form, "cmdImport").isDefault());
         made.click("optDest1");
         made.test.dialogs.expect(transfer::messageOfTakenEntries());
         made.click("cmdImport");
@@ -349,10 +358,41 @@ private Q_SLOTS:
         QCOMPARE(written.lastName + u'|' + written.home + u'|' + written.birthday,
                  u"Neumann-Oberhaus|030|2005-12-24T08:30"_s);
         QVERIFY(made.form->isVisible());
+        QCOMPARE(made.rows()[1].left(2), u"- "_s);
         made.contacts->clear();
         made.store->forget();
+        made.tick(1);
         made.test.dialogs.expect(transfer::messageFor(transfer::VcardStep::RoomUnknown, {}, 0));
         made.click("cmdImport");
+    }
+
+    /// The wish to leave is asked about while the import goes on. It stops between two contacts.
+    void contactsAreStopped()
+    {
+        Import made(u"SL450HX"_s);
+        const int before = made.contacts->count();
+        made.open("Nachname;Telefon\nA;1\nB;2\nC;3\nD;4\n");
+        const std::function<void()> watch = [&] {
+            auto* box = made.form->findChild<QMessageBox*>(u"stopQuestion"_s);
+            if (made.contacts->count() == before) // the first one is on its way
+                made.test.clock.after(0.02, watch);
+            else if (!box)
+                QTest::keyClick(made.form.get(), Qt::Key_Escape), made.test.clock.after(0, watch);
+            else
+                QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+        };
+        made.test.clock.after(0.02, watch);
+        made.click("cmdImport"); // and no box
+        const int arrived = made.contacts->count() - before;
+        QVERIFY(arrived > 0 && arrived < 4);
+        QCOMPARE(child<QLabel>(*made.form, "sta_text").text(),
+                 u"Der Import wurde abgebrochen. %1 von 4 Kontakten %2 im Telefon."_s.arg(arrived).arg(
+                     arrived == 1 ? u"ist"_s : u"sind"_s));
+        QCOMPARE(made.rows().filter(u"x "_s).size(), 4 - arrived); // for the next import
+        QVERIFY(made.form->isVisible() && !QGuiApplication::overrideCursor());
+        made.test.dialogs.expect(Icon::Information, u"Importieren erfolgreich abgeschlossen."_s);
+        made.click("cmdImport");
+        QCOMPARE(made.contacts->count(), before + 4);
     }
 
     void addressBook()

@@ -141,6 +141,31 @@ private Q_SLOTS:
             QVERIFY(closed.size() == 1 && !open.window.isVisible() && !open.port.IsOpen());
         });
     }
+
+    /// The advice comes while the dialog of a contact is open, and stays when it is left.
+    void dialogKeepsTheAdvice()
+    {
+        const Rows<bool, QString> rows{
+            {"left at once", false, u"25 Kontakte gelesen. "_s},
+            {"left after a save", true, u"Der Kontakt wurde nicht gespeichert. "_s}};
+        rows.each([](bool saves, const QString& sentence) {
+            LostWindow open(u"SL400H"_s);
+            open.window.goTo(u"TB"_s);
+            open.leaver.stop();
+            QTimer::singleShot(0, &open.window, [&] {
+                QWidget& form = *QApplication::activeModalWidget();
+                open.lose(Loss::Gone);
+                QTest::keyClicks(&child<QLineEdit>(form, "txtTelHandy"), u"0170"_s);
+                if (saves)
+                    QTest::mouseClick(&child<QPushButton>(form, "cmdSpeichern"), Qt::LeftButton);
+                open.state();
+                QTest::keyClick(&form, Qt::Key_Escape);
+            });
+            QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier);
+            open.state();
+            QCOMPARE(open.status(), sentence + open.connection().toolTip());
+        });
+    }
 };
 
 KALMO_TEST(LostLine)

@@ -1,5 +1,6 @@
 #include "ui/adaptors/QtDialogs.h"
 
+#include "app/Version.h"
 #include "ui/adaptors/WindowInFront.h"
 #include "ui/icons/Icons.h"
 
@@ -168,6 +169,19 @@ void dressBox(QMessageBox& box, Icon icon)
         button->setIcon({}); // the toolkit's own icons have another style
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+QMessageBox* makeSideQuestion(const QString& text, QWidget* parent)
+{
+    auto* box = new QMessageBox(QMessageBox::Question, app::productName(), text,
+                                QMessageBox::Yes | QMessageBox::No, parent);
+    dressBox(*box, Icon::Question);
+    box->setDefaultButton(QMessageBox::No);
+    box->setEscapeButton(QMessageBox::No);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // the box is not busy
+    QObject::connect(box, &QMessageBox::finished, box, [] { QGuiApplication::restoreOverrideCursor(); });
+    return box;
 }
 
 Answer QtDialogs::Show(const Message& message)

@@ -4,12 +4,17 @@
 #include "toolkit/Ending.h"
 
 class QMessageBox;
+class QWidget;
 
 namespace kalmo::ui {
 
 /// Gives a box the look that all boxes of the program share: its picture, buttons without the toolkit's
 /// icons, and a text that can be selected.
 void dressBox(QMessageBox& box, toolkit::Icon icon);
+
+/// A question with "Ja" and "Nein" that stays open beside an operation: a box that waits would hold that up.
+/// It has the usual mouse pointer, "Nein" is the default, and it deletes itself. The caller opens it.
+QMessageBox* makeSideQuestion(const QString& text, QWidget* parent);
 
 /// Message boxes and file dialogs, modal to the active window.
 class QtDialogs final : public toolkit::Dialogs

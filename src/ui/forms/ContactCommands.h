@@ -14,16 +14,40 @@ bool allowNewContact(const phonedata::VcardStore& store);
 /// Returns true if the row of a contact has a valid LUID. Shows the user that it has none.
 bool allowChange(const phonedata::VcardStore& store, int row);
 
-/// Saves a contact, in the place of that of `row` or as a new one with -1. Refused means that it has no
-/// number. The user has been shown every result but Done. After a failure the old row is still there, under
-/// its key with "temp_" before it.
-phonedata::CommandResult saveContact(phonedata::VcardStore& store, const phonedata::tVcfEntry& entry, int row,
-                                     const toolkit::Progress& progress);
+/// A contact in a form, from one save of it to the next.
+struct EditedContact
+{
+    /// As the list shows it; nothing for a new one.
+    std::optional<phonedata::tVcfEntry> shown = {};
 
-/// Adds contacts in one session. Returns true if the phone took all of them. Failures of the phone, and
-/// contacts that it holds otherwise, have been shown.
-bool importContacts(phonedata::VcardStore& store, std::vector<phonedata::tVcfEntry> contacts,
-                    const toolkit::Progress& progress);
+    struct OpenSave
+    {
+        phonedata::tVcfEntry sent;
+        phonedata::VcfCards before; ///< the phone's cards ahead of it
+    };
+    /// The last save, if its answer was lost: the phone may hold the contact or not.
+    std::optional<OpenSave> openSave = {};
+};
+
+/// Saves a contact, in the place of the one that the form has shown or as a new one. After a save whose
+/// answer was lost it looks first for the contact in the phone. Refused means that it has no number, or that
+/// it may not replace the one in the phone. The user has been shown every result but Done. After a failure
+/// the old row is still there, under its key with "temp_" before it.
+phonedata::CommandResult saveContact(phonedata::VcardStore& store, const phonedata::tVcfEntry& entry,
+                                     EditedContact& edited, const toolkit::Progress& progress);
+
+/// Result of an import. Cancelled means that the user has stopped it, perhaps after some of the contacts.
+struct ContactImport
+{
+    phonedata::CommandResult result = phonedata::CommandResult::Failed;
+    int planned = 0;   ///< contacts that were to come
+    int confirmed = 0; ///< of those, the first ones, which the phone has taken
+};
+
+/// Adds contacts in one session. Failures of the phone, and contacts that it holds otherwise, have been
+/// shown.
+ContactImport importContacts(phonedata::VcardStore& store, std::vector<phonedata::tVcfEntry> contacts,
+                             const toolkit::Progress& progress);
 
 /// Result of a deletion. Cancelled means that the user has stopped it, perhaps after some of the contacts.
 struct ContactDeletion

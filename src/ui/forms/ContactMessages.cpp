@@ -142,6 +142,21 @@ bool requireFound(const VcardStore& store, const operations::LuidPlan& found)
     return false;
 }
 
+QString unknownSave()
+{
+    return u"Es ist nicht bekannt, ob das Telefon den Kontakt gespeichert hat."_s;
+}
+
+QString stoppedImport(const ContactImport& imported)
+{
+    const QString stopped = u"Der Import wurde abgebrochen. "_s;
+    if (imported.confirmed == 0)
+        return stopped + u"Im Telefon wurde nichts geändert."_s;
+    const QString verb = imported.confirmed == 1 ? u"ist"_s : u"sind"_s;
+    return stopped +
+           u"%1 von %2 Kontakten %3 im Telefon."_s.arg(imported.confirmed).arg(imported.planned).arg(verb);
+}
+
 bool confirmOther(const VcardStore& store, const tVcfEntry& shown, const tVcfEntry& held)
 {
     if (phonedata::haveSameContent(shown, held))

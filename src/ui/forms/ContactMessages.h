@@ -3,6 +3,7 @@
 #include "operations/CardLosses.h"
 #include "operations/ContactEdit.h"
 #include "toolkit/Dialogs.h"
+#include "ui/forms/ContactCommands.h"
 
 namespace kalmo::ui {
 
@@ -32,6 +33,12 @@ void showImportMismatches(phonedata::VcardStore& store, const operations::Contac
 
 /// Shows a contact that the reading lacks or that has no valid LUID there. Returns true if there is none.
 bool requireFound(const phonedata::VcardStore& store, const operations::LuidPlan& found);
+
+/// Says that the answer to a save was lost.
+QString unknownSave();
+
+/// Says that the user has stopped an import, and how many contacts came before.
+QString stoppedImport(const ContactImport& imported);
 
 /// Asks about a contact that was changed in the phone after the list was read. Returns true if it may be
 /// replaced or deleted.

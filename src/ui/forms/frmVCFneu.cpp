@@ -9,7 +9,6 @@
 #include "ui/controls/ucCalendar.h"
 #include "ui/controls/ucHeadline.h"
 #include "ui/forms/ChangeGuard.h"
-#include "ui/forms/ContactCommands.h"
 #include "ui/forms/ContactMessages.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/icons/Icons.h"
@@ -134,7 +133,7 @@ QWidget* frmVCFneu::makeStatusBar()
 void frmVCFneu::loadRow(int row)
 {
     const tVcfEntry shown = vcfEntryFrom(m_store->list()->row(row));
-    m_row = row;
+    m_edited.shown = shown;
     showWhole(*m_txtNachName, shown.lastName);
     showWhole(*m_txtVorname, shown.firstName);
     showWhole(*m_txtTelPrivat, shown.home);
@@ -208,10 +207,11 @@ CommandResult frmVCFneu::send()
     const toolkit::BusyScope busy(m_busy.get());
     m_cancel->reset();
     m_cancel->show();
-    const CommandResult result = saveContact(*m_store, entry(), m_row, {m_sta, m_progBarStatus, m_cancel});
+    m_lastSave = saveContact(*m_store, entry(), m_edited, {m_sta, m_progBarStatus, m_cancel});
+    m_lblSpNr->setText(m_edited.shown ? m_edited.shown->luid : QString());
     m_cancel->hide();
     m_sta->release();
-    return result;
+    return *m_lastSave;
 }
 
 bool frmVCFneu::rejectNumber(QLineEdit& field)

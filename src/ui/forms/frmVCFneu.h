@@ -1,8 +1,7 @@
 #pragma once
 
-#include "phonedata/CommandResult.h"
-#include "phonedata/VcardStore.h"
 #include "ui/adaptors/ProgressWidgets.h"
+#include "ui/forms/ContactCommands.h"
 #include "ui/Program.h"
 
 #include <QDialog>
@@ -34,6 +33,10 @@ public:
     /// The contact that the fields make.
     phonedata::tVcfEntry entry() const;
 
+    /// Result of the last save, nothing without one.
+    std::optional<phonedata::CommandResult> lastSave() const { return m_lastSave; }
+    const EditedContact& edited() const { return m_edited; }
+
     void reject() override;
 
 Q_SIGNALS:
@@ -59,7 +62,8 @@ private:
 
     Program& m_program;
     std::shared_ptr<phonedata::VcardStore> m_store;
-    int m_row = -1; // of the store's list; -1 for a new contact
+    EditedContact m_edited;
+    std::optional<phonedata::CommandResult> m_lastSave;
     ucCalendar* m_calGebu;
     QLineEdit* m_txtNachName;
     QLineEdit* m_txtVorname;

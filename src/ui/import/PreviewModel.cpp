@@ -31,6 +31,19 @@ void PreviewModel::setPreview(transfer::Preview preview, transfer::ExistingEntri
     Q_EMIT checksChanged();
 }
 
+void PreviewModel::noteTaken(int count, transfer::ExistingEntries existing, bool comparesNumbers)
+{
+    m_existing = std::move(existing);
+    m_comparesNumbers = comparesNumbers;
+    change([&](transfer::Preview& preview) {
+        for (PreviewRow& row : preview.rows) {
+            if (row.checked && count-- > 0)
+                row.checked = false;
+            transfer::judgeRow(row, preview.shape, m_existing, m_comparesNumbers);
+        }
+    });
+}
+
 void PreviewModel::change(const std::function<void(transfer::Preview&)>& change)
 {
     change(m_preview);

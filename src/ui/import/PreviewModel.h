@@ -19,6 +19,9 @@ public:
     /// The entries are those that a row is compared with when its name is edited.
     void setPreview(transfer::Preview preview, transfer::ExistingEntries existing = {},
                     bool comparesNumbers = false);
+    /// Unchecks the first so many of the checked rows, which were imported, and compares all rows with the
+    /// entries that there are now.
+    void noteTaken(int count, transfer::ExistingEntries existing, bool comparesNumbers);
     /// Changes the preview in any way but its number of rows.
     void change(const std::function<void(transfer::Preview&)>& change);
 

@@ -321,8 +321,10 @@ bool frmImportPb::eventFilter(QObject* watched, QEvent* event)
 void frmImportPb::reject()
 {
     if (m_sta->isBusy() || m_isPausing) {
-        // A preview stops, then the dialog closes; a transfer to the phone goes on.
+        // A preview stops, then the dialog closes. The user is asked before a transfer to the phone stops.
         m_closeWanted = m_building.isValid() || m_isPausing;
+        if (!m_closeWanted)
+            askToStop();
         return;
     }
     QDialog::reject();

@@ -5,13 +5,16 @@
 #include "transfer/import/clsWab.h"
 #include "transfer/import/Preview.h"
 #include "transfer/import/TextSource.h"
+#include "ui/forms/ContactCommands.h"
 #include "ui/Program.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QPointer>
 
 class QCheckBox;
 class QLabel;
+class QMessageBox;
 class QPushButton;
 class QRadioButton;
 class QTreeView;
@@ -32,7 +35,7 @@ struct ImportLists
     toolkit::ListRows* lvwTB = nullptr;
     toolkit::ListRows* lvwNE = nullptr;
     std::shared_ptr<phonedata::VcardStore> store = {};
-    bool isPhonebookRead = true; ///< false if the phonebook can't tell which entries exist
+    bool isPhonebookRead = true; ///< false if lvwTB can't tell which entries exist
 };
 
 enum class ImportFrom : int { File = 0, AddressBook = 1 };
@@ -59,8 +62,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void entriesAdded(kalmo::phonedata::Store store, int count); ///< the list differs from the phone's now
-    void contactsImported(int count);                            ///< the phone holds them
-    void importFailed();                                         ///< the phone may hold some of the contacts
+    void contactsImported(const kalmo::ui::ContactImport& imported);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -100,6 +102,7 @@ private:
     transfer::ImportSource source() const;
     transfer::ImportOptions options() const;
     transfer::ExistingEntries existing() const;
+    bool isCompared() const;
     void showCounts();
     void sortBy(int column);
     std::vector<size_t> markedRows() const;
@@ -112,6 +115,9 @@ private:
     void cmdImport_Click();
     void ImportToClassicList();
     void ImportToVcardStore();
+    ContactImport sendContacts(std::vector<phonedata::tVcfEntry> contacts);
+    void noteTaken(int count);
+    void askToStop();
     void saveOptions();
 
     Program& m_program;
@@ -141,6 +147,7 @@ private:
     QPushButton* m_cmdAbbruch;
     ChangeGuard* m_guard;
     QWidget* m_content;
+    QPointer<QMessageBox> m_stopBox;
     QElapsedTimer m_building;
     qint64 m_lastYield = 0;
     qsizetype m_lastDone = 0; // of the rows that the preview has made, then compared

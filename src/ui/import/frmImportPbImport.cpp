@@ -2,8 +2,8 @@
 
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"
+#include "ui/adaptors/QtDialogs.h"
 #include "ui/forms/ChangeGuard.h"
-#include "ui/forms/ContactCommands.h"
 #include "ui/forms/ContactMessages.h"
 #include "ui/import/AddressFrame.h"
 #include "ui/import/frmImportPb.h"
@@ -13,6 +13,8 @@
 #include "ui/window/StatusArea.h"
 
 #include <QCheckBox>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QRadioButton>
 
 namespace kalmo::ui {
@@ -64,6 +66,7 @@ void frmImportPb::ImportToClassicList()
     }
     Q_EMIT entriesAdded(isForProviders ? Store::Providers : Store::Phonebook, count);
     dialogs.Show(transfer::messageOfTakenEntries());
+    noteTaken(count);
     saveOptions();
 }
 
@@ -86,20 +89,15 @@ void frmImportPb::ImportToVcardStore()
         transfer::checkedContacts(m_model->preview(), m_program.context.log);
     if (!confirmLosses(*m_lists.store, contacts))
         return;
-    const int count = static_cast<int>(contacts.size());
-    bool isDone = false;
-    {
-        m_sta->offerCancel(false);
-        const toolkit::BusyScope busy(m_sta);
-        m_sta->setText(u"Datensätze werden importiert..."_s);
-        m_sta->progress().start(0, 0);
-        isDone = importContacts(*m_lists.store, std::move(contacts), m_sta->progress());
-        m_sta->progress().hide();
+    const ContactImport imported = sendContacts(std::move(contacts));
+    Q_EMIT contactsImported(imported);
+    if (imported.result ==
+        phonedata::CommandResult::Cancelled) { // nothing to tell in a box: the user wanted it
+        noteTaken(imported.confirmed);
+        m_sta->setText(stoppedImport(imported));
+        return;
     }
-    if (isDone)
-        Q_EMIT contactsImported(count);
-    else
-        Q_EMIT importFailed();
+    const bool isDone = imported.result == phonedata::CommandResult::Done;
     if (!isDone)
         dialogs.Show({.text = u"Es ist ein Fehler beim Importieren aufgetreten."_s,
                       .title = app::productName() + u" - Datensätze Importieren"_s,
@@ -107,9 +105,49 @@ void frmImportPb::ImportToVcardStore()
     // The box of success follows that of a failure on purpose.
     dialogs.Show({.text = u"Importieren erfolgreich abgeschlossen."_s, .icon = toolkit::Icon::Information});
     m_sta->setText(u"Importieren erfolgreich abgeschlossen."_s);
+    if (isDone)
+        noteTaken(imported.planned);
     saveOptions();
     if (!isDone)
         QDialog::reject();
+}
+
+ContactImport frmImportPb::sendContacts(std::vector<phonedata::tVcfEntry> contacts)
+{
+    m_sta->offerCancel(true);
+    const toolkit::BusyScope busy(m_sta);
+    m_sta->setText(u"Datensätze werden importiert..."_s);
+    m_sta->progress().start(0, 0);
+    const ContactImport imported = importContacts(*m_lists.store, std::move(contacts), m_sta->progress());
+    m_sta->progress().hide();
+    return imported;
+}
+
+/// The rows that were imported can't be imported a second time by the next Enter.
+void frmImportPb::noteTaken(int count)
+{
+    const transfer::ImportOptions chosen = options();
+    m_model->noteTaken(count, chosen.markExisting ? existing() : transfer::ExistingEntries(),
+                       chosen.existingByNumber);
+    m_cmdAbbruch->setDefault(true);
+    m_cmdAbbruch->setFocus();
+}
+
+/// The transfer goes on beside the question.
+void frmImportPb::askToStop()
+{
+    if (m_stopBox || !m_sta->offersCancel())
+        return;
+    m_stopBox = makeSideQuestion(u"Kalmo überträgt gerade Kontakte ins Telefon.\n\n"
+                                 u"Soll der Import nach dem laufenden Kontakt abgebrochen werden?"_s,
+                                 this);
+    m_stopBox->setObjectName(u"stopQuestion"_s);
+    connect(m_sta, &StatusArea::becameIdle, m_stopBox, &QMessageBox::reject);
+    connect(m_stopBox, &QMessageBox::finished, this, [this](int answer) {
+        if (answer == QMessageBox::Yes)
+            m_sta->cancel();
+    });
+    m_stopBox->open();
 }
 
 void frmImportPb::saveOptions()

@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
 #include <QTreeView>
 
 namespace kalmo::ui {
@@ -144,14 +145,22 @@ bool frmImportPb::advance(qsizetype done, qsizetype total)
     return !progress.cancelled() && !m_closeWanted;
 }
 
+bool frmImportPb::isCompared() const
+{
+    return m_lists.store ? m_lists.store->isListKnown() : m_lists.isPhonebookRead;
+}
+
+/// Enter imports as long as anything is checked.
 void frmImportPb::showCounts()
 {
     const transfer::Preview& preview = m_model->preview();
+    if (preview.checkedCount() > 0)
+        m_cmdImport->setDefault(true);
     const int existing = preview.existingCount();
     QString text = u"%1 von %2 zum Import ausgewählt"_s.arg(preview.checkedCount()).arg(preview.rows.size());
     if (existing > 0)
         text += u", %1 schon vorhanden"_s.arg(existing);
-    if (m_chkMark0->isChecked() && !m_lists.isPhonebookRead)
+    if (m_chkMark0->isChecked() && !isCompared())
         text += u", nicht mit dem Telefonbuch verglichen"_s;
     if (m_isUnread)
         text = u"Die Datei kann nicht mehr gelesen werden."_s;

@@ -95,6 +95,11 @@ void StatusArea::takeAdviceBack()
     m_text->SetText(text.isEmpty() ? ready : text);
 }
 
+void StatusArea::showResult(const QString& sentence)
+{
+    m_text->SetText(m_advice.isEmpty() ? sentence : sentence + u' ' + m_advice);
+}
+
 void StatusArea::showReady()
 {
     m_text->SetText(m_advice.isEmpty() ? ready : m_advice);

@@ -47,6 +47,8 @@ public:
     void setText(const QString& text) { m_text->SetText(text); }
     /// The text of the panel "sta", also of one that is held back.
     QString text() const { return m_text->Text(); }
+    /// Shows how something has ended. The advice about a lost connection follows it.
+    void showResult(const QString& sentence);
     /// Says that nothing runs, in place of the sentence about the last operation. The advice about a lost
     /// connection stays.
     void showReady();

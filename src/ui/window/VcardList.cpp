@@ -5,7 +5,6 @@
 #include "phonedata/BackupFiles.h"
 #include "phonedata/VcfFiles.h"
 #include "toolkit/Progress.h"
-#include "ui/forms/ContactCommands.h"
 #include "ui/forms/ContactMessages.h"
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmVCFneu.h"
@@ -77,6 +76,27 @@ QString sentenceOf(const ContactDeletion& deletion)
     return u"%1 gelöscht%2. \"Frühere Stände\" bringt %3 zurück."_s.arg(
         contactCount(deletion.deleted), kept > 0 ? u", %1 nicht (abgebrochen)"_s.arg(kept) : QString(),
         deletion.deleted == 1 ? u"ihn"_s : u"sie"_s);
+}
+
+QString sentenceOf(CommandResult saved, const EditedContact& contact)
+{
+    if (saved == CommandResult::Done)
+        return u"Der Kontakt ist im Telefon gespeichert."_s;
+    return contact.openSave ? unknownSave() + u" Lesen Sie das Telefonbuch neu ein."_s
+                            : u"Der Kontakt wurde nicht gespeichert."_s;
+}
+
+QString sentenceOf(const ContactImport& imported)
+{
+    switch (imported.result) {
+    case CommandResult::Done:
+        return u"%1 importiert. \"Frühere Stände\" nimmt %2 zurück."_s.arg(
+            contactCount(imported.planned), imported.planned == 1 ? u"ihn"_s : u"sie"_s);
+    case CommandResult::Cancelled:
+        return stoppedImport(imported);
+    default:
+        return u"Beim Importieren ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s;
+    }
 }
 
 /// Saves in the format of the file's ending. The described format is the .csv of all other names.
@@ -161,10 +181,8 @@ void VcardList::refresh()
     place.restore();
     m_isRead = true;
     const ReadingEnd end = endOfReading(result, *m_store);
-    if (result != CommandResult::Cancelled)
-        m_isKnown = end.state == ListState::Read;
     Q_EMIT stateChanged(end.state);
-    report(end.sentence);
+    Q_EMIT ended(end.sentence);
 }
 
 void VcardList::readAgain()
@@ -173,18 +191,10 @@ void VcardList::readAgain()
     refresh();
 }
 
-/// Shows how an operation has ended, after the steps of the line.
-void VcardList::report(const QString& sentence)
-{
-    if (m_parts.progress.panel)
-        m_parts.progress.panel->SetText(sentence);
-}
-
 void VcardList::forget()
 {
     m_store->forget();
     m_isRead = false;
-    m_isKnown = false;
     Q_EMIT stateChanged(ListState::NotRead);
 }
 
@@ -194,26 +204,30 @@ void VcardList::add()
         showForm(-1);
 }
 
-/// Edits the contact of a row, or a new one with -1.
+/// Edits the contact of a row, or a new one with -1. A phone that is busy for long says so in the window's
+/// status bar too, so that the end of a save is told there.
 void VcardList::showForm(int row)
 {
     frmVCFneu form(m_parts.program, m_store, m_parts.window);
     if (row >= 0)
         form.loadRow(row);
-    const QString before = m_parts.progress.panel->Text();
-    // A phone that is busy for long says so in the window's status bar too.
-    report(form.exec() == QDialog::Accepted ? u"Der Kontakt ist im Telefon gespeichert."_s : before);
+    form.exec();
+    noteList();
+    if (form.lastSave())
+        Q_EMIT ended(sentenceOf(*form.lastSave(), form.edited()));
 }
 
-void VcardList::noteImport(int contacts)
+/// Saving and importing read the whole phonebook, also where the list was not read before.
+void VcardList::noteList()
 {
-    report(u"%1 importiert. \"Frühere Stände\" nimmt %2 zurück."_s.arg(contactCount(contacts),
-                                                                       contacts == 1 ? u"ihn"_s : u"sie"_s));
+    if (isKnown())
+        Q_EMIT stateChanged(ListState::Read);
 }
 
-void VcardList::noteFailedImport()
+void VcardList::noteImport(const ContactImport& imported)
 {
-    report(u"Beim Importieren ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s);
+    noteList();
+    Q_EMIT ended(sentenceOf(imported));
 }
 
 void VcardList::edit()
@@ -226,11 +240,9 @@ void VcardList::edit()
 void VcardList::deleteSelected()
 {
     const ContactDeletion deletion = VcfDeleteSelected(*m_store, m_parts.progress);
-    if (deletion.result == CommandResult::Failed) { // the store has emptied the list
-        m_isKnown = false;
+    if (deletion.result == CommandResult::Failed) // the store has emptied the list
         Q_EMIT stateChanged(ListState::Unknown);
-    }
-    report(sentenceOf(deletion));
+    Q_EMIT ended(sentenceOf(deletion));
 }
 
 void VcardList::save()
@@ -278,7 +290,7 @@ void VcardList::showAreaCodeDialog(const QString& answer)
     const bool isSaved = form.exec() == QDialog::Accepted;
     m_parts.window->show();
     if (isSaved)
-        report(u"Die Vorwahlen sind im Telefon gespeichert."_s);
+        Q_EMIT ended(u"Die Vorwahlen sind im Telefon gespeichert."_s);
 }
 
 } // namespace kalmo::ui

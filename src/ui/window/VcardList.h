@@ -1,6 +1,7 @@
 #pragma once
 
 #include "phonedata/VcardStore.h"
+#include "ui/forms/ContactCommands.h"
 #include "ui/lists/ListState.h"
 #include "ui/window/CommandTarget.h"
 
@@ -20,7 +21,7 @@ public:
     /// Returns true after the list was read in this run, even if the reading failed: `TbRead`.
     bool isRead() const { return m_isRead; }
     /// Returns true if the rows are the phone's, as a reading of this run has found them.
-    bool isKnown() const { return m_isKnown; }
+    bool isKnown() const { return m_store->isListKnown(); }
     /// "Telefonbuch - 250 Speicherplätze, 12 belegt"
     QString caption() const;
 
@@ -34,9 +35,8 @@ public:
     /// stopped leaves an empty list, since the rows before are out of date.
     void readAgain();
 
-    /// An import has brought contacts into the phone, or has failed.
-    void noteImport(int contacts);
-    void noteFailedImport();
+    /// Says how an import has ended.
+    void noteImport(const kalmo::ui::ContactImport& imported);
 
     /// Asks the phone for its area codes and shows their dialog in place of the window.
     void editAreaCodes();
@@ -44,12 +44,13 @@ public:
 Q_SIGNALS:
     void captionChanged();
     void stateChanged(kalmo::ui::ListState state);
+    void ended(const QString& sentence); ///< a command, and the sentence says how
     void menuWanted(kalmo::ui::Command command);
 
 private:
     void refresh();
     void showForm(int row);
-    void report(const QString& sentence);
+    void noteList();
     void add();
     void edit();
     void deleteSelected();
@@ -61,7 +62,6 @@ private:
     std::unique_ptr<toolkit::ListRows> m_rows; // before the store, which shows it
     std::shared_ptr<phonedata::VcardStore> m_store;
     bool m_isRead = false;
-    bool m_isKnown = false;
 };
 
 } // namespace kalmo::ui

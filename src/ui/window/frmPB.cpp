@@ -110,6 +110,7 @@ void frmPB::makePanels()
         connect(m_contacts, &VcardList::stateChanged, m_fraVCF,
                 [this](ListState state) { m_fraVCF->view().setPlaceholder(placeholderFor(state)); });
         connect(m_contacts, &VcardList::menuWanted, this, &frmPB::popUp);
+        connect(m_contacts, &VcardList::ended, m_sta, &StatusArea::showResult);
         m_targets[ModePhonebook] = m_contacts;
     } else {
         makeClassicPanels();

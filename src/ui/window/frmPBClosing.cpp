@@ -86,18 +86,12 @@ void frmPB::askToInterrupt()
                                u"Soll Kalmo danach beendet werden?"_s
                              : u"Kalmo tauscht gerade Daten mit dem Telefon aus.\n\n"
                                u"Soll der Vorgang abgebrochen und Kalmo beendet werden?"_s;
-    m_closingBox = new QMessageBox(QMessageBox::Question, app::productName(), text,
-                                   QMessageBox::Yes | QMessageBox::No, this);
+    m_closingBox = makeSideQuestion(text, this);
     m_closingBox->setObjectName(u"closingQuestion"_s);
     const QPointer<QPushButton> stop =
         m_sta->offersCancel() && !isWriting()
             ? m_closingBox->addButton(u"Nur &abbrechen"_s, QMessageBox::ActionRole)
             : nullptr;
-    dressBox(*m_closingBox, toolkit::Icon::Question);
-    m_closingBox->setDefaultButton(QMessageBox::No);
-    m_closingBox->setEscapeButton(QMessageBox::No);
-    m_closingBox->setAttribute(Qt::WA_DeleteOnClose);
-    QGuiApplication::setOverrideCursor(Qt::ArrowCursor); // the box is not busy
     connect(m_sta, &StatusArea::becameIdle, m_closingBox, [box = m_closingBox.data(), stop] {
         if (!box->isVisible())
             return;
@@ -107,7 +101,6 @@ void frmPB::askToInterrupt()
         QGuiApplication::changeOverrideCursor(Qt::ArrowCursor); // the end of the operation has dropped it
     });
     connect(m_closingBox, &QMessageBox::finished, this, [this, stop](int answer) {
-        QGuiApplication::restoreOverrideCursor();
         if (stop && m_closingBox->clickedButton() == stop)
             m_sta->cancel();
         else if (answer == QMessageBox::Yes)

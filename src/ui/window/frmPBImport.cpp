@@ -137,17 +137,15 @@ void frmPB::presentImport(ImportFrom source, Store store, const QString& given)
         lists.store = m_contacts->store();
     else
         lists = {.lvwTB = &m_phonebook->rows(), .lvwNE = &m_providers->rows()};
-    lists.isPhonebookRead = m_contacts ? m_contacts->isKnown() : m_phonebook->isRead();
+    lists.isPhonebookRead = m_contacts || m_phonebook->isRead();
     frmImportPb form(m_program, lists, source, this);
     form.setGiven(given);
     form.Form_Present(store);
     connect(&form, &frmImportPb::entriesAdded, this, [this](Store changed, int count) {
         (changed == Store::Providers ? m_providers : m_phonebook)->noteImport(count);
     });
-    if (m_contacts) {
+    if (m_contacts)
         connect(&form, &frmImportPb::contactsImported, m_contacts, &VcardList::noteImport);
-        connect(&form, &frmImportPb::importFailed, m_contacts, &VcardList::noteFailedImport);
-    }
     form.exec();
     if (interruptsFiles && !m_closeWanted)
         returnToFiles();
