@@ -13,8 +13,11 @@ if(NOT MSVC)
         target_compile_options(kalmo_flags INTERFACE -Werror)
     endif()
     if(KALMO_SANITIZE)
+        # Instrumented and optimised in full is the code under test. Tests themselves are compiled faster so.
+        set(test_code "$<BOOL:$<TARGET_PROPERTY:KALMO_TEST_CODE>>")
         target_compile_options(kalmo_flags INTERFACE
-            -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+            -fsanitize=address "$<IF:${test_code},-O0,-fsanitize=undefined>"
+            -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(kalmo_flags INTERFACE -fsanitize=address,undefined)
     endif()
     if(KALMO_FUZZ)
