@@ -85,7 +85,7 @@ std::unique_ptr<Handset> makeHandset(const QString& model, const QString& first 
     return handset;
 }
 
-QStringList memoryOf(const Handset& handset)
+QStringList namedMemoryOf(const Handset& handset)
 {
     return named(tests::memoryOf(const_cast<Handset&>(handset).port.handset().phone()));
 }
@@ -152,9 +152,9 @@ private Q_SLOTS:
         QFETCH(QString, line);
         const auto calm = makeHandset(model, first);
         QVERIFY(calm);
-        const QStringList before = memoryOf(*calm);
+        const QStringList before = namedMemoryOf(*calm);
         QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
-        const QStringList wanted = memoryOf(*calm);
+        const QStringList wanted = namedMemoryOf(*calm);
         QVERIFY(wanted != before);
         const Faults& counted = calm->port.handset().phone().faults;
         const bool isInDataMode = counted.requests > 0;
@@ -192,14 +192,14 @@ private Q_SLOTS:
         QFETCH(QString, line);
         const auto handset = makeHandset(model, first);
         QVERIFY(handset);
-        const QStringList before = memoryOf(*handset);
+        const QStringList before = namedMemoryOf(*handset);
         {
             const SmallDisk disk(200); // less than the least record
             QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
         }
         QVERIFY2(handset->told.contains(u"could not"_s), qPrintable(handset->told));
         QVERIFY2(stateIn(handset->printed) != u"done"_s, qPrintable(handset->printed));
-        QCOMPARE(memoryOf(*handset), before);
+        QCOMPARE(namedMemoryOf(*handset), before);
     }
 
     /// The record is begun before the change, and has no room for its outcome after it.
@@ -215,17 +215,17 @@ private Q_SLOTS:
         rows.each([](const auto& model, const auto& line) {
             const auto calm = makeHandset(model, line);
             const auto handset = makeHandset(model);
-            const QStringList before = memoryOf(*handset);
+            const QStringList before = namedMemoryOf(*handset);
             {
                 const SmallDisk disk(static_cast<int>(recordSize(*calm)) - 1);
                 QVERIFY2((*handset)(u"--json --yes "_s + line) == ExitDone, qPrintable(handset->told));
             }
             QVERIFY2(handset->told.contains(u"could not be completed"_s), qPrintable(handset->told));
             QCOMPARE(stateIn(handset->printed), u"done"_s);
-            QCOMPARE(memoryOf(*handset), memoryOf(*calm));
+            QCOMPARE(namedMemoryOf(*handset), namedMemoryOf(*calm));
             QCOMPARE(recordedState(*handset, 0), u"unknown"_s);
             QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-            QCOMPARE(memoryOf(*handset), before);
+            QCOMPARE(namedMemoryOf(*handset), before);
         });
     }
 
@@ -240,7 +240,7 @@ private:
         QVERIFY(handset);
         handset->port.handset().setFaults(faults);
         const ExitStatus status = (*handset)(u"--json --yes "_s + line);
-        const QStringList now = memoryOf(*handset);
+        const QStringList now = namedMemoryOf(*handset);
         const QByteArray said = why + handset->printed.toUtf8() + handset->told.toUtf8();
         const QString state = stateIn(handset->printed);
         m_states.insert(state);
@@ -265,15 +265,15 @@ private:
         static const QRegularExpression erasing(u"book (write|set|delete)|providers write"_s);
         QVERIFY2(saved.size() == 1 || !erasing.match(line).hasMatch(), said.constData());
         QVERIFY2((*handset)(u"--json --yes undo"_s) == ExitDone, (said + handset->told.toUtf8()).constData());
-        QVERIFY2(memoryOf(*handset) == before, (said + handset->printed.toUtf8()).constData());
+        QVERIFY2(namedMemoryOf(*handset) == before, (said + handset->printed.toUtf8()).constData());
         if (model != delicate || line != listWrite)
             return;
         // So does the copy in the user's folder, out of the state that the fault left.
         QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-        QVERIFY2(memoryOf(*handset) == now, (said + handset->printed.toUtf8()).constData());
+        QVERIFY2(namedMemoryOf(*handset) == now, (said + handset->printed.toUtf8()).constData());
         QCOMPARE((*handset)(u"--yes phonebook write"_s, {handset->test.storage + u"/Backup/"_s + saved[0]}),
                  ExitDone);
-        QVERIFY2(memoryOf(*handset) == before, (said + handset->told.toUtf8()).constData());
+        QVERIFY2(namedMemoryOf(*handset) == before, (said + handset->told.toUtf8()).constData());
     }
 
     QSet<QString> m_states; ///< that changes of one row were said to end in

@@ -27,7 +27,7 @@ QString at(const QStringList& tree, const QString& path)
     return u"-"_s;
 }
 
-std::unique_ptr<Handset> makeHandset(const QString& model)
+std::unique_ptr<Handset> handsetWithFiles(const QString& model)
 {
     auto handset = std::make_unique<Handset>(handset::Options{.model = model, .maxPacket = 1000});
     handset->file(u"Liesmich.txt"_s, QByteArray(2500, 'n'));
@@ -78,7 +78,7 @@ private Q_SLOTS:
             {"line gone", [](int request) { return Faults{.hangUpAfter = 400 * request}; }},
         };
         for (const QString& model : {u"S68H"_s, u"S820"_s}) {
-            const auto calm = makeHandset(model);
+            const auto calm = handsetWithFiles(model);
             const QStringList before = treeOf(*calm);
             calm->port.handset().setFaults({});
             QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QFETCH(QString, line);
         QFETCH(int, code);
         for (int request = 1, requests = 1; request <= requests; ++request) {
-            const auto handset = makeHandset(u"S68H"_s);
+            const auto handset = handsetWithFiles(u"S68H"_s);
             const QStringList first = treeOf(*handset);
             QCOMPARE((*handset)(u"--yes "_s + line), ExitDone);
             const QStringList changed = treeOf(*handset);
@@ -146,7 +146,7 @@ private Q_SLOTS:
     void aRefusedUndoKeepsTheRights()
     {
         for (int request = 1, requests = 1; request <= requests; ++request) {
-            const auto handset = makeHandset(u"S68H"_s);
+            const auto handset = handsetWithFiles(u"S68H"_s);
             const QStringList first = treeOf(*handset);
             QCOMPARE((*handset)(u"files put neu.txt --to Sounds"_s), ExitDone);
             QCOMPARE((*handset)(u"files attr Sounds/neu.txt ro"_s), ExitDone);
@@ -163,7 +163,7 @@ private Q_SLOTS:
     /// Some phones would delete it with all that it holds.
     void anUndoLeavesAFolderThatIsInUse()
     {
-        const auto handset = makeHandset(u"S68H"_s);
+        const auto handset = handsetWithFiles(u"S68H"_s);
         QCOMPARE((*handset)(u"files mkdir Neu/darin"_s), ExitDone);
         const QStringList made = treeOf(*handset);
         QCOMPARE((*handset)(u"files put neu.txt --to Neu"_s), ExitDone);
@@ -180,11 +180,11 @@ private Q_SLOTS:
     /// The phone confirms the last frame and then says nothing more: the new file is there.
     void aConfirmedFileIsNotCalledLost()
     {
-        const auto calm = makeHandset(u"S68H"_s);
+        const auto calm = handsetWithFiles(u"S68H"_s);
         QCOMPARE((*calm)(u"--yes files put Liesmich.txt"_s), ExitDone);
         int found = 0;
         for (int request = 1; request <= calm->port.handset().phone().faults.requests; ++request) {
-            const auto handset = makeHandset(u"S68H"_s);
+            const auto handset = handsetWithFiles(u"S68H"_s);
             handset->port.handset().setFaults({.silentFrom = request});
             (*handset)(u"--yes files put Liesmich.txt"_s);
             if (!handset->told.contains(
@@ -250,7 +250,7 @@ private Q_SLOTS:
     void aSilentPhoneCostsItsTimeoutOnce()
     {
         const auto secondsOf = [](const QString& line) {
-            const auto handset = makeHandset(u"S68H"_s);
+            const auto handset = handsetWithFiles(u"S68H"_s);
             handset->port.handset().setFaults({.silentFrom = 4}); // the first file's content
             const double before = handset->test.clock.elapsed();
             (*handset)(u"--json --yes "_s + line);
@@ -268,7 +268,7 @@ private:
     void check(const QString& model, const QString& line, const Faults& faults, const QStringList& before,
                const QStringList& wanted, const QByteArray& why)
     {
-        const auto handset = makeHandset(model);
+        const auto handset = handsetWithFiles(model);
         handset->port.handset().setFaults(faults);
         const ExitStatus status = (*handset)(u"--json --yes "_s + line);
         const QStringList now = treeOf(*handset);

@@ -7,8 +7,8 @@
 
 namespace {
 
-const QByteArray cards = "BEGIN:VCARD\nN:Meier;Peter\nTEL;HOME:030 1\nTEL;WORK:+49 (0) 221\nEMAIL:a@b\n"
-                         "BDAY:1970-03-21\nEND:VCARD\nBEGIN:VCARD\nORG:Firma\nTEL;CELL:0170\nEND:VCARD\n";
+const QByteArray twoCards = "BEGIN:VCARD\nN:Meier;Peter\nTEL;HOME:030 1\nTEL;WORK:+49 (0) 221\nEMAIL:a@b\n"
+                            "BDAY:1970-03-21\nEND:VCARD\nBEGIN:VCARD\nORG:Firma\nTEL;CELL:0170\nEND:VCARD\n";
 
 /// One import into an emulated handset.
 struct Import
@@ -120,7 +120,7 @@ private Q_SLOTS:
         add("contacts in a dry run", vcardModel, u"phonebook import FILE --dry-run"_s, contacts, ExitDone,
             u"existing=0 checked=2 add=2"_s);
         add("an address book; one exists", vcardModel, u"-y phonebook import FILE"_s,
-            "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n" + cards, ExitDone,
+            "BEGIN:VCARD\nN:M\xC3\xBCller;K\xC3\xA4the\nTEL;HOME:030901820\nEND:VCARD\n" + twoCards, ExitDone,
             u"imported=2 skipped=1 written=2 verified=2 state=done"_s,
             {uR"(contact {"birthday":"1970-03-21T10:00","email":"a@b","firstName":"Peter","home":"0301","lastName":"Meier","work":"+490221"})"_s,
              uR"(contact {"mobile":"0170"})"_s});
@@ -149,7 +149,7 @@ private Q_SLOTS:
     void importsWithoutRoom()
     {
         Handset handset({.model = u"SL450HX"_s, .capacity = 26, .atOnce = true});
-        handset.file(u"a.vcf"_s, cards);
+        handset.file(u"a.vcf"_s, twoCards);
         const QStringList before = memoryOf(handset.port.handset().phone());
         for (const QString& line :
              {u"--yes phonebook import a.vcf"_s, u"phonebook import a.vcf --dry-run"_s}) {

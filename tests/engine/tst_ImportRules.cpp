@@ -15,7 +15,7 @@ using namespace kalmo::transfer;
 
 namespace {
 
-const QDate today(2026, 11, 21);
+const QDate importDay(2026, 11, 21);
 
 QString rewritten(const QString& number, const NumberRules& rules)
 {
@@ -131,16 +131,16 @@ private Q_SLOTS:
         row("24.12.205", "", "");
         row("", "", "");
         rows.each([](const auto& cell, const auto& classic, const auto& contact) {
-            QCOMPARE(classicBirthday(cell, DateOrder::DayFirst, today).text, classic);
-            QCOMPARE(vcardBirthday(cell, u"12:30"_s, DateOrder::DayFirst, today).text, contact);
+            QCOMPARE(classicBirthday(cell, DateOrder::DayFirst, importDay).text, classic);
+            QCOMPARE(vcardBirthday(cell, u"12:30"_s, DateOrder::DayFirst, importDay).text, contact);
         });
     }
 
     void dateOrder()
     {
-        QCOMPARE(vcardBirthday(u"5/4/2001", u"00:00"_s, DateOrder::MonthFirst, today).text,
+        QCOMPARE(vcardBirthday(u"5/4/2001", u"00:00"_s, DateOrder::MonthFirst, importDay).text,
                  u"04.05.2001  00:00"_s);
-        QCOMPARE(vcardBirthday(u"5.4.2001", u"00:00"_s, DateOrder::MonthFirst, today).text,
+        QCOMPARE(vcardBirthday(u"5.4.2001", u"00:00"_s, DateOrder::MonthFirst, importDay).text,
                  u"05.04.2001  00:00"_s);
         QCOMPARE(DateSL55_2_Date(u"05.04.2001  02:30"_s),
                  QDateTime(QDate(2001, 4, 5), QTime(2, 30), Qt::UTC));

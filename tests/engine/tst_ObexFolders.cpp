@@ -10,7 +10,6 @@ using toolkit::ListRows;
 
 namespace {
 
-const QByteArray done = hex("A0 0003");
 QByteArray enter(const QByteArray& folder, int flags)
 {
     return packet(0x85, QByteArray(1, static_cast<char>(flags)) + '\0' + nameHeader(folder));

@@ -17,7 +17,6 @@ namespace {
 const QByteArray openCommand = "AT^SQWE=3\r\n";
 const QByteArray closeCommand = "AT^SQWE=0\r\n";
 const QByteArray disconnectRequest = hex("81 0003");
-const QByteArray done = hex("A0 0003");
 
 const QString openFailed = u"Der Datenkanal zum Telefon konnte nicht geöffnet werden."_s;
 

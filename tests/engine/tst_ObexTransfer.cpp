@@ -10,12 +10,11 @@ using obex::GetFriedlyErrMsg;
 
 namespace {
 
-const QByteArray done = hex("A0 0003");
 const QByteArray goOn = hex("90 0003");
 const QByteArray nextPart = hex("83 0003");
 const QByteArray abortRequest = hex("FF 0003");
 const QByteArray getA = hex("83 000A 01 0007 00 6100 00");
-const QByteArray nameA = nameHeader("a");
+const QByteArray nameA = kalmo::tests::nameHeader("a");
 const QByteArray noon = header(0x44, "20261121T120001"); // going online takes a second from the clock's start
 
 QByteArray objectOf(qsizetype size)

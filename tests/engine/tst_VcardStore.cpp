@@ -128,7 +128,6 @@ private Q_SLOTS:
     void partOfAList()
     {
         const auto object = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
-        const QByteArray done = hex("A0 0003");
         for (const Answer answer : {Answer::Yes, Answer::No}) {
             TestContext test;
             ScriptedPort port(test);

@@ -27,6 +27,9 @@ inline QByteArray header(int id, const QByteArray& value)
     return packet(id, value); // the same form: one byte, length of the whole, value
 }
 
+/// The response to a request that succeeded, without headers.
+inline const QByteArray done = packet(0xA0, {});
+
 /// Header of a name in letters of Latin-1.
 inline QByteArray nameHeader(const QByteArray& name)
 {

@@ -7,9 +7,9 @@
 
 namespace {
 
-struct Contacts : TestProgram
+struct ContactForm : TestProgram
 {
-    Contacts() : TestProgram(u"SL400H"_s) { store->VcfReadList(progress.all()); }
+    ContactForm() : TestProgram(u"SL400H"_s) { store->VcfReadList(progress.all()); }
 
     QLineEdit& field(const char* name) { return child<QLineEdit>(form, name); }
     void save() { child<QPushButton>(form, "cmdSpeichern").click(); }
@@ -35,7 +35,7 @@ class ContactDialogs : public QObject
 private Q_SLOTS:
     void newContact()
     {
-        Contacts made;
+        ContactForm made;
         const int before = made.list->count();
         made.field("txtNachName").setText(u"Neumann-Oberhausen"_s);
         made.field("txtTelHandy").setText(u"0170"_s);
@@ -61,7 +61,7 @@ private Q_SLOTS:
     /// A save that fails leaves the dialog open, and can be tried again.
     void changedContact()
     {
-        Contacts made;
+        ContactForm made;
         phonedata::tVcfEntry expected = phonedata::vcfEntryFrom(made.list->row(0));
         const int before = made.list->count();
         made.form.loadRow(0);
@@ -85,7 +85,7 @@ private Q_SLOTS:
     /// The dialog stays, and the contact can be saved again.
     void escapeStopsASave()
     {
-        Contacts made;
+        ContactForm made;
         const int before = made.list->count();
         made.form.show();
         made.field("txtNachName").setText(u"Neu"_s);
@@ -109,7 +109,7 @@ private Q_SLOTS:
     /// Also where the save brings contacts into the list that the phone's user has added meanwhile.
     void stoppedSaveKeepsItsContact()
     {
-        Contacts made;
+        ContactForm made;
         const auto otherList = phonedata::makeVcfRows();
         const auto other =
             std::make_shared<phonedata::VcardStore>(std::make_shared<obex::clsMmc>(made.line), *otherList);
@@ -139,7 +139,7 @@ private Q_SLOTS:
 
     void numbersAreChecked()
     {
-        Contacts made;
+        ContactForm made;
         QLineEdit& number = made.field("txtTelPrivat");
         QTest::keyClicks(&number, u"+1-2a(3)#?"_s);
         QCOMPARE(number.text(), u"+123#?"_s);

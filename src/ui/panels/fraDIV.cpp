@@ -27,21 +27,21 @@ constexpr int pictureSize = 26;
 const QString noValue = u"–"_s; // not asked yet
 
 /// The picture for a range of values.
-struct Step
+struct PictureStep
 {
     int least;
     int most;
     int picture;
 };
 
-constexpr Step signalSteps[] = {{1, 19, 1}, {20, 39, 2}, {40, 59, 3}, {60, 79, 4}, {80, 100, 5}};
-constexpr Step batterySteps[] = {{0, 20, 0}, {21, 40, 1}, {41, 60, 2}, {61, 80, 3}, {81, 100, 4}};
+constexpr PictureStep signalSteps[] = {{1, 19, 1}, {20, 39, 2}, {40, 59, 3}, {60, 79, 4}, {80, 100, 5}};
+constexpr PictureStep batterySteps[] = {{0, 20, 0}, {21, 40, 1}, {41, 60, 2}, {61, 80, 3}, {81, 100, 4}};
 
 /// Number of the picture, -1 if the value has none.
 template <typename Steps>
 int pictureOf(const Steps& steps, int value)
 {
-    for (const Step& step : steps) {
+    for (const PictureStep& step : steps) {
         if (value >= step.least && value <= step.most)
             return step.picture;
     }
