@@ -2,86 +2,18 @@
 // handset.
 
 #include "operations/ContactEdit.h"
-#include "operations/Records.h"
-#include "support/ContactBoxes.h"
-#include "support/ObexClient.h"
 #include "support/TestProgram.h"
-#include "ui/forms/ContactCommands.h"
 #include "ui/forms/FormerStatesDialog.h"
-#include "ui/TestProgram.h"
+#include "ui/PhoneContacts.h"
 
-using namespace kalmo::phonedata;
-using namespace kalmo::ui;
 using obex::GetFriedlyErrMsg;
 
 namespace {
 
-const QString editTitle = u" - Adressbuch bearbeiten"_s;
 const QString advice =
     u"Dies kann aufgrund eines Fehler im Gigaset, der bisher von der Firma Gigaset nicht behoben wurde unter "
     u"ungünstigen Umständen vorkommen. Bitte lesen Sie das Telefonbuch einmal komplett neu ein "
     u"(Schaltfläche \"Neu Laden\"). Danach können Sie den betroffenen Eintrag beliebig ändern oder löschen."_s;
-
-struct Contacts : TestProgram
-{
-    explicit Contacts(const QString& model, const handset::Options& options = {})
-        : TestProgram(model, options)
-    {
-        store->VcfReadList(progress.all());
-    }
-
-    CommandResult save(const tVcfEntry& entry, int row = -1)
-    {
-        EditedContact edited;
-        if (row >= 0)
-            edited.shown = vcfEntryFrom(list->row(row));
-        return saveContact(*store, entry, edited, progress.all());
-    }
-    CommandResult remove() { return VcfDeleteSelected(*store, progress.all()).result; }
-    QStringList luids() const
-    {
-        QStringList all;
-        for (int row = 0; row < list->count(); ++row)
-            all.append(list->text(row, VcfLuid));
-        all.sort();
-        return all;
-    }
-    QByteArray cards()
-    {
-        const auto& phone = port.handset().phone();
-        return phone.irmc[handset::ContactStore].wholeText(phone.cardText());
-    }
-    /// As after a new search.
-    void findAgain()
-    {
-        port.handset().powerCycle();
-        port.Close();
-        port.Open(u"COM1"_s);
-        line.ConfigurePort();
-    }
-    /// The list holds exactly the contacts of the phone, and the line takes AT commands.
-    bool isInOrder()
-    {
-        QStringList held;
-        for (const auto& item : port.handset().phone().irmc[handset::ContactStore].items())
-            held.append(item.luid);
-        held.sort();
-        return luids() == held && !port.handset().isInDataMode();
-    }
-    std::vector<operations::Record> records() const
-    {
-        return operations::Records(test.context, operations::knownIdentity(test.sy)).all();
-    }
-
-    operations::Record read(const operations::Record& record) const
-    {
-        return operations::Records(test.context, record.phone).read(record.id).value();
-    }
-
-    std::unique_ptr<toolkit::ListRows> list = makeVcfRows();
-    std::shared_ptr<obex::clsMmc> mmc = std::make_shared<obex::clsMmc>(line);
-    std::shared_ptr<VcardStore> store = std::make_shared<VcardStore>(mmc, *list);
-};
 
 } // namespace
 
@@ -92,7 +24,7 @@ class tst_ContactCommands : public QObject
 private Q_SLOTS:
     void allows()
     {
-        Contacts full(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1, .faults = {.noLuid = true}});
+        PhoneContacts full(u"SL400H"_s, {.seed = u"none"_s, .capacity = 1, .faults = {.noLuid = true}});
         QVERIFY(allowNewContact(*full.store));
         QCOMPARE(full.save(someone), CommandResult::Done); // a phone without LUIDs
         full.test.dialogs.expect(
@@ -114,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(full.save({.lastName = u"x"_s}), CommandResult::Refused);
 
         // The phone's own card is left out of a deletion.
-        Contacts own(u"SL400H"_s, {.seed = u"none"_s, .entries = 2, .ownCardLuid = true});
+        PhoneContacts own(u"SL400H"_s, {.seed = u"none"_s, .entries = 2, .ownCardLuid = true});
         const auto expectNotice = [&own] {
             own.test.dialogs.expect(box(
                 Icon::Information,
@@ -135,7 +67,7 @@ private Q_SLOTS:
 
     void savesNothingWithoutRecord()
     {
-        Contacts phone(u"SL450HX"_s);
+        PhoneContacts phone(u"SL450HX"_s);
         const QString blocked = phone.test.storage + u"/Verlauf"_s;
         QFile file(blocked);
         QVERIFY(file.open(QIODevice::WriteOnly)); // where the folder would be
@@ -150,93 +82,6 @@ private Q_SLOTS:
             u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: "_s);
         QCOMPARE(phone.remove(), CommandResult::Refused);
         QVERIFY(phone.isInOrder());
-    }
-
-    /// The phone took the card, but its answer has no LUID: reading back finds it.
-    void lostAnswer()
-    {
-        Contacts phone(u"S68H"_s);
-        const auto count = phone.luids().size();
-        tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
-        entry.lastName = u"Neu"_s;
-        phone.port.handset().setFaults({.noLuid = true});
-        phone.test.dialogs.expect(lostReference);
-        QCOMPARE(phone.save(entry, 3), CommandResult::Done);
-        QVERIFY(phone.isInOrder());
-        QCOMPARE(phone.luids().size(), count);
-        phone.test.dialogs.expect(lostReference);
-        QCOMPARE(phone.save(someone), CommandResult::Done);
-        QVERIFY(phone.isInOrder());
-        QCOMPARE(phone.luids().size(), count + 1);
-    }
-
-    /// The next save looks for the contact ahead of all else, and does so in a whole reading only.
-    void unknownSaveIsLookedFor()
-    {
-        Contacts phone(u"S68H"_s);
-        const auto count = phone.luids().size();
-        EditedContact edited;
-        const auto save = [&](const handset::Faults& faults) {
-            phone.port.handset().setFaults(faults);
-            return saveContact(*phone.store, someone, edited, phone.progress.all());
-        };
-        phone.test.dialogs.expect(lostReference);
-        phone.test.dialogs.expect(
-            box(Icon::Exclamation,
-                u"Fehler beim Schreiben des Adressbucheintrags.\n\nEs ist nicht bekannt, ob "
-                u"das Telefon den Kontakt gespeichert hat. Wenn Sie noch einmal speichern, "
-                u"sieht Kalmo zuerst nach."_s,
-                editTitle));
-        QCOMPARE(save({.miscounts = 100, .noLuid = true}), CommandResult::Failed);
-        phone.test.dialogs.expectStart(u"Das Telefonbuch kam nicht vollständig an."_s);
-        QCOMPARE(save({.miscounts = 100}), CommandResult::Refused);
-        QCOMPARE(save({}), CommandResult::Done);
-        QVERIFY(phone.isInOrder());
-        QCOMPARE(phone.luids().size(), count + 1);
-        QCOMPARE(phone.list->current(), phone.list->count() - 1);
-        QCOMPARE(phone.records().size(), 1U);
-    }
-
-    /// Wherever the line is lost, saving again brings the contact into the phone once, as it is entered then.
-    void unknownSaveComesOnce()
-    {
-        using FaultsAt = handset::Faults (*)(int step);
-        const FaultsAt lateAnswer = [](int step) {
-            return handset::Faults{.lateBy = 200, .lateRequestAt = step};
-        };
-        const FaultsAt lineGone = [](int step) { return handset::Faults{.hangUpAfter = 150 * step}; };
-        const Rows<FaultsAt, bool> rows{{"new, late answer", lateAnswer, true},
-                                        {"new, line gone", lineGone, true},
-                                        {"changed, late answer", lateAnswer, false},
-                                        {"changed, line gone", lineGone, false}};
-        rows.each([](FaultsAt faultsAt, bool isNew) {
-            int unknown = 0;
-            for (int step = 1; step <= 30; ++step) {
-                Contacts phone(u"SL450HX"_s, {.seed = u"none"_s, .entries = 3, .atOnce = true});
-                const auto count = phone.luids().size();
-                tVcfEntry entry = someone;
-                EditedContact edited;
-                if (!isNew)
-                    edited.shown = vcfEntryFrom(phone.list->row(1));
-                phone.test.dialogs.agreeToAll({});
-                phone.port.handset().setFaults(faultsAt(step));
-                if (saveContact(*phone.store, entry, edited, phone.progress.all()) == CommandResult::Done)
-                    continue;
-                unknown += edited.openSave ? 1 : 0;
-                phone.findAgain();
-                if (step % 2 == 0)
-                    entry.firstName = u"Anna"_s;
-                const QByteArray where = QByteArray::number(step);
-                QVERIFY2(saveContact(*phone.store, entry, edited, phone.progress.all()) ==
-                             CommandResult::Done,
-                         where.constData());
-                QVERIFY2(phone.isInOrder() && phone.luids().size() == count + (isNew ? 1 : 0),
-                         where.constData());
-                QVERIFY2(haveSameContent(vcfEntryFrom(phone.list->row(phone.list->current())), entry),
-                         where.constData());
-            }
-            QVERIFY(unknown > 0);
-        });
     }
 
     /// The phone's user has changed or deleted the contact since the list was read.
@@ -256,7 +101,7 @@ private Q_SLOTS:
         };
         rows.each([&](const auto& way, const auto& answer) {
             const auto result = answer == Answer::Yes ? CommandResult::Done : CommandResult::Refused;
-            Contacts phone(u"S68H"_s);
+            PhoneContacts phone(u"S68H"_s);
             tVcfEntry entry = vcfEntryFrom(phone.list->row(3));
             entry.lastName = u"Neu"_s;
             const auto otherList = makeVcfRows();
@@ -292,7 +137,7 @@ private Q_SLOTS:
                                    {"it is not", 2, true},
                                    {"nor is the one after the change", 3, true}};
         rows.each([&](int miscounts, bool isMarked) {
-            Contacts phone(u"S68H"_s);
+            PhoneContacts phone(u"S68H"_s);
             phone.test.settings.PutIniNumber(u"frmEinstellungen"_s, u"chkShowSuccessPopup"_s, 1);
             phone.test.dialogs.expectStart(
                 miscounts == 3 ? u"Das Telefon hat die Änderung bestätigt. Danach konnte das "
@@ -311,7 +156,7 @@ private Q_SLOTS:
     /// The state that is put back is called so only if the phone was read again as a whole.
     void undoneAndNotCompared()
     {
-        Contacts phone(u"SL450HX"_s, {.atOnce = true});
+        PhoneContacts phone(u"SL450HX"_s, {.atOnce = true});
         QCOMPARE(phone.save(someone), CommandResult::Done);
         FormerStatesDialog dialog(phone.program, {phone.line, phone.memory, phone.mmc},
                                   operations::RecordedList::Phonebook);
@@ -323,36 +168,11 @@ private Q_SLOTS:
         QVERIFY(child<QLabel>(dialog, "sta").text().endsWith(u"aber nicht kontrolliert."));
     }
 
-    /// A "=" in one name is read as a code because another name makes the phone use codes.
-    void otherThanEntered()
-    {
-        Contacts phone(u"S68H"_s);
-        QCOMPARE(phone.save({.lastName = u"Ayşe"_s, .home = u"1"_s}), CommandResult::Done);
-        phone.test.dialogs.expectStart(
-            u"Das Telefon hat den Eintrag anders gespeichert, als Sie ihn eingegeben haben."
-            u"\n\nEingegeben: A=41, 1, 01.01.2000  \nGespeichert: AA, 1, 01.01.2000  00:00"_s);
-        QCOMPARE(phone.save({.lastName = u"A=41"_s, .home = u"1"_s, .birthday = u"2000-01-01"_s}),
-                 CommandResult::Done);
-        const int last = phone.list->count() - 1;
-        QCOMPARE(phone.list->text(last - 1, VcfLastName) + phone.list->text(last, VcfLastName), u"AyşeAA"_s);
-        QVERIFY(phone.isInOrder());
-        QCOMPARE(phone.list->selectedRows(), QList<int>{last});
-
-        phone.port.handset().setFaults({.miscounts = 3});
-        phone.test.dialogs.expectStart(u"Das Telefon hat die Änderung bestätigt. Danach konnte"_s);
-        tVcfEntry entry = vcfEntryFrom(phone.list->row(last));
-        entry.lastName = u"A=42"_s;
-        QCOMPARE(phone.save(entry, last), CommandResult::Done);
-        QCOMPARE(phone.list->text(last, VcfLastName), u"A=42"_s);
-        QCOMPARE(phone.save(someone), CommandResult::Done); // which reads the phonebook
-        QCOMPARE(phone.list->text(last, VcfLastName), u"AB"_s);
-    }
-
     /// An import ends as the phone's content says, and the list shows that content.
     void imports()
     {
         const tVcfEntry other{.lastName = u"Adam"_s, .home = u"030 2"_s};
-        Contacts phone(u"S68H"_s);
+        PhoneContacts phone(u"S68H"_s);
         const auto before = phone.luids().size();
         phone.port.handset().setFaults({.noLuid = true});
         phone.test.dialogs.expectStart(lostReference.text);
@@ -375,7 +195,7 @@ private Q_SLOTS:
 
         // Whatever fails, the saved contact never stands there as the phone's only one.
         for (int at = 1; at <= 20; ++at) {
-            Contacts unread(u"S68H"_s);
+            PhoneContacts unread(u"S68H"_s);
             const auto held = unread.luids().size();
             unread.list->clear();
             unread.port.handset().setFaults({.refuseAt = at});
@@ -388,7 +208,7 @@ private Q_SLOTS:
 
     void deletes()
     {
-        Contacts phone(u"SL400H"_s);
+        PhoneContacts phone(u"SL400H"_s);
         QCOMPARE(phone.remove(), CommandResult::Refused);
         phone.list->setSelected(0, true);
         phone.list->setSelected(3, true);
@@ -422,7 +242,7 @@ private Q_SLOTS:
     /// Without a box, and the list shows what the phone holds.
     void stopsAtTheUsersWish()
     {
-        Contacts phone(u"SL450HX"_s);
+        PhoneContacts phone(u"SL450HX"_s);
         for (const int row : {0, 1, 2})
             phone.list->setSelected(row, true);
         connect(phone.list.get(), &toolkit::ListRows::removed, this,
@@ -436,7 +256,7 @@ private Q_SLOTS:
 
     void refreshes()
     {
-        Contacts phone(u"SL78H"_s);
+        PhoneContacts phone(u"SL78H"_s);
         QStringList shown;
         const auto dialog = [&](const QString& answer) { shown.append(answer); };
         QCOMPARE(refreshContacts(*phone.store, phone.progress.all(), nullptr, dialog), CommandResult::Done);
