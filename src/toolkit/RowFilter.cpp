@@ -33,13 +33,13 @@ RowFilter::RowFilter(const QString& typed)
 {
 }
 
-bool RowFilter::matches(const ListRow& row) const
+bool RowFilter::matches(const QStringList& cells) const
 {
     QString all;
     QString plain;
-    for (const ListCell& cell : row.cells) {
-        all += foldedForSearch(cell.text) + u'\n'; // no word reaches over two cells
-        plain += withoutUmlauts(cell.text) + u'\n';
+    for (const QString& cell : cells) {
+        all += foldedForSearch(cell) + u'\n'; // no word reaches over two cells
+        plain += withoutUmlauts(cell) + u'\n';
     }
     return std::ranges::all_of(
         m_words, [&](const QString& word) { return all.contains(word) || plain.contains(word); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/ListRows.h"
+#include <QStringList>
 
 namespace kalmo::toolkit {
 
@@ -15,7 +15,7 @@ public:
     explicit RowFilter(const QString& typed = {});
 
     bool isEmpty() const { return m_words.isEmpty(); }
-    bool matches(const ListRow& row) const;
+    bool matches(const QStringList& cells) const;
 
 private:
     QStringList m_words;

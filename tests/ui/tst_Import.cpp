@@ -193,6 +193,42 @@ private Q_SLOTS:
         }
     }
 
+    /// As every list: the search hides rows, which no command changes then; cut cells have a tip, and widths
+    /// are remembered.
+    void previewIsSearchedAndCopied()
+    {
+        Import made(u"PICASSO"_s);
+        made.open(table);
+        QTest::keyClick(&made.view(), Qt::Key_F, Qt::ControlModifier);
+        auto& search = child<QLineEdit>(*made.form, "txtSearch");
+        QVERIFY(search.hasFocus());
+        QTest::keyClicks(&search, u"zeich"_s);
+        QCOMPARE(child<QLabel>(*made.form, "lblSearchCount").text(), u"1 von 3"_s);
+        made.click("cmdSelNon");
+        QCOMPARE(child<QLabel>(*made.form, "lblCounts").text(),
+                 u"1 von 3 zum Import ausgewählt (1 davon ausgeblendet)"_s);
+        QTest::keyClick(&search, Qt::Key_Down);
+        QTest::keyClick(&made.view(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"Siebzehn Zeichen.\t2\t\n"_s);
+        made.view().selectAll();
+        made.view().actions().at(2)->trigger(); // "Markierte wählen" of the context menu
+        QCOMPARE(made.rows(),
+                 (QStringList{u"- Name||"_s, u"x Meier|030|24.12  08:30"_s, u"x Siebzehn Zeichen.|2|"_s}));
+        QCOMPARE(made.view().selectionModel()->selectedRows().size(), 1);
+        made.view().setColumnWidth(0, 40);
+        const QPoint at = made.view().visualRect(made.view().model()->index(2, 0)).center();
+        QHelpEvent help(QEvent::ToolTip, at, made.view().viewport()->mapToGlobal(at));
+        QCoreApplication::sendEvent(made.view().viewport(), &help);
+        QCOMPARE(QToolTip::text(), u"Siebzehn Zeichen.\nZu lang oder unvollständig."_s);
+        QTest::keyClick(&made.view(), Qt::Key_Escape);
+        QVERIFY(search.text().isEmpty() && made.form->isVisible());
+        made.form.reset();
+        made.form = std::make_unique<ui::frmImportPb>(
+            made.program, ui::ImportLists{.lvwTB = made.phonebook.get(), .lvwNE = made.providers.get()},
+            ui::ImportFrom::File);
+        QCOMPARE(made.view().columnWidth(0), 40);
+    }
+
     void optionsRefresh()
     {
         Import made(u"PICASSO"_s);

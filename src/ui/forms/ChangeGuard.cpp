@@ -1,6 +1,7 @@
 #include "ui/forms/ChangeGuard.h"
 
 #include "ui/adaptors/ProgressWidgets.h"
+#include "ui/lists/SearchLine.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -20,8 +21,10 @@ namespace {
 QStringList valuesOf(const QWidget& part)
 {
     QStringList values;
-    for (const auto* field : part.findChildren<QLineEdit*>())
-        values.append(field->text());
+    for (const auto* field : part.findChildren<QLineEdit*>()) {
+        if (!qobject_cast<const SearchLine*>(field->parentWidget())) // a search changes nothing
+            values.append(field->text());
+    }
     for (const auto* box : part.findChildren<QComboBox*>())
         values.append(box->currentText());
     for (const auto* button : part.findChildren<QAbstractButton*>()) {

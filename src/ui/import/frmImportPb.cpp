@@ -11,17 +11,20 @@
 #include "ui/import/NumberFrame.h"
 #include "ui/import/PreviewModel.h"
 #include "ui/import/TextFrame.h"
+#include "ui/lists/FilteredView.h"
+#include "ui/lists/ListLayout.h"
+#include "ui/lists/SearchLine.h"
 #include "ui/window/ConnectionLight.h"
 #include "ui/window/mdlFormResize.h"
 #include "ui/window/StatusArea.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QRadioButton>
 #include <QScreen>
 #include <QShortcut>
-#include <QTreeView>
 
 namespace kalmo::ui {
 
@@ -31,7 +34,7 @@ using transfer::Shape;
 
 namespace {
 
-constexpr QSize firstSize(1000, 740);
+constexpr QSize firstSize(1000, 780);
 
 const QString fileHelp = u"Dieses Menü ermöglicht den Import von Namen und Telefonnummern aus einer *.CSV "
                          u"oder Textdatei. Als Trennzeichen "
@@ -62,7 +65,7 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     : QDialog(parent), m_program(program), m_lists(std::move(lists)), m_from(source),
       m_shape(transfer::shapeFor(program.context.sy.PhoneType)),
       m_remembered(transfer::loadImportOptions(program.context.settings)),
-      m_model(new PreviewModel(m_shape, this)), m_view(new QTreeView), m_sta(new StatusArea(program.line)),
+      m_model(new PreviewModel(m_shape, this)), m_view(new FilteredView), m_sta(new StatusArea(program.line)),
       m_numberFrame(new NumberFrame(m_shape, m_remembered.options.numbers, program.context.dialogs)),
       m_hints(new HintList), m_lblHeader(named(new QLabel, u"lblHeader"_s)),
       m_lblCounts(named(new QLabel, u"lblCounts"_s)),
@@ -97,6 +100,7 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     rows->addWidget(m_numberFrame);
     rows->addWidget(makeCommands());
     rows->addWidget(m_hints);
+    rows->addWidget(new SearchLine(*m_view));
     rows->addWidget(m_view, 1);
     rows->addWidget(makeButtons());
     auto* column = new QVBoxLayout(this);
@@ -124,6 +128,7 @@ frmImportPb::~frmImportPb()
     chosen.existingByNumber = m_chkMark1->isChecked();
     transfer::saveMarkingOptions(m_program.context.settings, chosen);
     SaveFormLayout(*this, m_program.context.settings);
+    saveColumns(*m_view, m_program.context.settings, objectName());
 }
 
 QWidget* frmImportPb::makeHead()
@@ -228,11 +233,6 @@ void frmImportPb::makeView()
 {
     named(m_view, m_shape == Shape::Classic ? u"lvwPreview"_s : u"lvwVCF"_s, u"Vorschau"_s);
     m_view->setModel(m_model);
-    m_view->setRootIsDecorated(false);
-    m_view->setUniformRowHeights(true);
-    m_view->setAlternatingRowColors(true);
-    m_view->setAllColumnsShowFocus(true);
-    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     m_view->setMinimumHeight(fontMetrics().lineSpacing() * 6);
     m_view->header()->setSectionsClickable(true);
@@ -240,7 +240,21 @@ void frmImportPb::makeView()
     const int width = fontMetrics().averageCharWidth() * (m_shape == Shape::Classic ? 34 : 20);
     for (int column = 0; column < m_model->columnCount(); ++column)
         m_view->header()->resizeSection(column, width);
+    restoreColumns(*m_view, m_program.context.settings, objectName());
     m_view->installEventFilter(this);
+    makeContextMenu();
+}
+
+/// The menu offers the actions of the buttons and those of other lists.
+void frmImportPb::makeContextMenu()
+{
+    for (const char* name : {"cmdSelAll", "cmdSelNon", "cmdSelSet", "cmdSelUnset"}) {
+        auto* button = findChild<QPushButton*>(QLatin1StringView(name));
+        m_view->addAction(button->text(), button, &QPushButton::click);
+    }
+    m_view->addAction(u"Ko&pieren"_s, m_view, &FilteredView::copySelected);
+    m_view->addAction(u"S&uchen"_s, QKeySequence(QKeySequence::Find), m_view, &FilteredView::wantSearch);
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void frmImportPb::connectControls()
@@ -260,6 +274,7 @@ void frmImportPb::connectControls()
         connect(box, &QCheckBox::toggled, this, &frmImportPb::RebuildPreview);
     connect(m_hints, &HintList::mendingWanted, this, &frmImportPb::mend);
     connect(m_model, &PreviewModel::checksChanged, this, &frmImportPb::showCounts);
+    connect(m_view, &FilteredView::filtered, this, &frmImportPb::showCounts);
     connect(
         m_model, &PreviewModel::checkRefused, this,
         [this] { m_program.context.dialogs.Show(transfer::messageOfRefusedCheck()); }, Qt::QueuedConnection);

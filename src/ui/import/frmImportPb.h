@@ -17,12 +17,12 @@ class QLabel;
 class QMessageBox;
 class QPushButton;
 class QRadioButton;
-class QTreeView;
 
 namespace kalmo::ui {
 
 class AddressFrame;
 class ChangeGuard;
+class FilteredView;
 class HintList;
 class NumberFrame;
 class PreviewModel;
@@ -76,6 +76,7 @@ private:
     QWidget* makePreviewOptions();
     QWidget* makeButtons();
     void makeView();
+    void makeContextMenu();
     void connectControls();
     void guardChoices();
     QCheckBox* makeCheck(const QString& text, const QString& name, bool checked);
@@ -103,9 +104,11 @@ private:
     transfer::ImportOptions options() const;
     transfer::ExistingEntries existing() const;
     bool isCompared() const;
+    int hiddenChecked() const;
     void showCounts();
     void sortBy(int column);
     std::vector<size_t> markedRows() const;
+    void checkShown(void (*check)(transfer::Preview&));
     void cmdSelAll_Click();
     void cmdSelNon_Click();
     void cmdSelSet_Click();
@@ -130,7 +133,7 @@ private:
     QString m_given;
     QString m_bookPath;
     PreviewModel* m_model;
-    QTreeView* m_view;
+    FilteredView* m_view;
     StatusArea* m_sta;
     TextFrame* m_textFrame = nullptr;
     AddressFrame* m_addressFrame = nullptr;

@@ -7,13 +7,13 @@
 #include "ui/import/NumberFrame.h"
 #include "ui/import/PreviewModel.h"
 #include "ui/import/TextFrame.h"
+#include "ui/lists/FilteredView.h"
 #include "ui/window/StatusArea.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QTreeView>
 
 namespace kalmo::ui {
 
@@ -150,6 +150,15 @@ bool frmImportPb::isCompared() const
     return m_lists.store ? m_lists.store->isListKnown() : m_lists.isPhonebookRead;
 }
 
+/// The rows that will be imported although a search hides them.
+int frmImportPb::hiddenChecked() const
+{
+    int count = 0;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        count += m_view->isRowHidden(row, {}) && m_model->preview().rows[static_cast<size_t>(row)].checked;
+    return count;
+}
+
 /// Enter imports as long as anything is checked.
 void frmImportPb::showCounts()
 {
@@ -158,6 +167,8 @@ void frmImportPb::showCounts()
         m_cmdImport->setDefault(true);
     const int existing = preview.existingCount();
     QString text = u"%1 von %2 zum Import ausgewählt"_s.arg(preview.checkedCount()).arg(preview.rows.size());
+    if (const int hidden = hiddenChecked(); hidden > 0)
+        text += u" (%1 davon ausgeblendet)"_s.arg(hidden);
     if (existing > 0)
         text += u", %1 schon vorhanden"_s.arg(existing);
     if (m_chkMark0->isChecked() && !isCompared())
@@ -185,14 +196,27 @@ std::vector<size_t> frmImportPb::markedRows() const
     return rows;
 }
 
+/// Changes the checks of the rows that are shown. Rows that a search hides keep theirs.
+void frmImportPb::checkShown(void (*check)(transfer::Preview&))
+{
+    m_model->change([&](transfer::Preview& preview) {
+        const std::vector<transfer::PreviewRow> before = preview.rows;
+        check(preview);
+        for (size_t row = 0; row < before.size(); ++row) {
+            if (m_view->isRowHidden(static_cast<int>(row), {}))
+                preview.rows[row].checked = before[row].checked;
+        }
+    });
+}
+
 void frmImportPb::cmdSelAll_Click()
 {
-    m_model->change(transfer::selectAll);
+    checkShown(transfer::selectAll);
 }
 
 void frmImportPb::cmdSelNon_Click()
 {
-    m_model->change(transfer::selectNone);
+    checkShown(transfer::selectNone);
 }
 
 void frmImportPb::cmdSelSet_Click()

@@ -6,15 +6,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString lineOf(const toolkit::ListRow& row)
+QStringList textsOf(const toolkit::ListRow& row)
 {
-    QStringList cells;
+    QStringList texts;
     for (const toolkit::ListCell& cell : row.cells)
-        cells.append(QString(cell.text).replace(u'\t', u' ').replace(u'\n', u' ').remove(u'\r'));
-    return cells.join(u'\t');
+        texts.append(cell.text);
+    return texts;
 }
 
 } // namespace
+
+QString copiedLine(const QStringList& cells)
+{
+    QStringList clean;
+    for (const QString& cell : cells)
+        clean.append(QString(cell).replace(u'\t', u' ').replace(u'\n', u' ').remove(u'\r'));
+    return clean.join(u'\t');
+}
 
 std::unique_ptr<QMimeData> copiedRows(const toolkit::ListRows& rows, const RowFormat& format)
 {
@@ -24,7 +32,7 @@ std::unique_ptr<QMimeData> copiedRows(const toolkit::ListRows& rows, const RowFo
     QStringList lines;
     QByteArray bytes;
     for (const int row : selected) {
-        lines.append(lineOf(rows.row(row)));
+        lines.append(copiedLine(textsOf(rows.row(row))));
         if (format.bytesOf)
             bytes += format.bytesOf(rows.row(row));
     }

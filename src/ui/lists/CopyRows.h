@@ -16,8 +16,11 @@ struct RowFormat
     std::function<QByteArray(const toolkit::ListRow& row)> bytesOf = {};
 };
 
-/// The selected rows for the clipboard: cells separated by tabs, rows by line ends, and in `format` too if it
-/// has a media type. Line ends and tabs in cells become blanks. Null if no row is selected.
+/// A row for the clipboard: cells separated by tabs. Line ends and tabs in cells become blanks.
+QString copiedLine(const QStringList& cells);
+
+/// The selected rows for the clipboard: one line for each, and in `format` too if it has a media type. Null
+/// if no row is selected.
 std::unique_ptr<QMimeData> copiedRows(const toolkit::ListRows& rows, const RowFormat& format);
 
 } // namespace kalmo::ui

@@ -3,6 +3,7 @@
 #include "app/mdlRegIni.h"
 
 class QSplitter;
+class QTreeView;
 
 namespace kalmo::ui {
 
@@ -13,6 +14,10 @@ class RowsView;
 void saveListLayout(const RowsView& view, app::Settings& settings);
 /// Restores the saved layout. Invalid values change nothing.
 void restoreListLayout(RowsView& view, const app::Settings& settings);
+
+/// Does the same for the widths and the order of the columns alone, in the section of a form.
+void saveColumns(const QTreeView& view, app::Settings& settings, const QString& section);
+void restoreColumns(QTreeView& view, const app::Settings& settings, const QString& section);
 
 /// Does the same for the handles of a splitter, under its object name.
 void saveSplitter(const QSplitter& splitter, app::Settings& settings);

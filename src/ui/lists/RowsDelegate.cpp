@@ -45,10 +45,15 @@ bool RowsDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
 {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QStringList lines;
     if (sizeHint(option, index).width() > option.rect.width())
-        QToolTip::showText(event->globalPos(), index.data().toString(), view, option.rect);
-    else
+        lines.append(index.data().toString());
+    if (const QString tip = index.data(Qt::ToolTipRole).toString(); !tip.isEmpty())
+        lines.append(tip);
+    if (lines.isEmpty())
         QToolTip::hideText();
+    else
+        QToolTip::showText(event->globalPos(), lines.join(u'\n'), view, option.rect);
     return true;
 }
 

@@ -5,7 +5,7 @@
 namespace kalmo::ui {
 
 /// Paints the cells of a list. It keeps numbers, which end at the right edge of their column, away from the
-/// texts of the next one. A tool tip shows the whole of a text that is cut off.
+/// texts of the next one. A tool tip shows the whole of a text that is cut off, and the cell's own tip below.
 class RowsDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -1,7 +1,5 @@
 #include "ui/lists/RowsView.h"
 
-#include "ui/lists/RowsDelegate.h"
-
 #include <QClipboard>
 #include <QDrag>
 #include <QGuiApplication>
@@ -16,23 +14,6 @@ using toolkit::ListRows;
 
 namespace {
 
-/// The selected rows as ranges: a selection of thousands of single indexes would take seconds.
-QItemSelection selectionOf(const ListRows& rows, const QAbstractItemModel& model)
-{
-    QItemSelection selection;
-    const int lastColumn = model.columnCount() - 1;
-    for (int first = 0; first < rows.count(); ++first) {
-        if (!rows.row(first).selected)
-            continue;
-        int last = first;
-        while (last + 1 < rows.count() && rows.row(last + 1).selected)
-            ++last;
-        selection.append(QItemSelectionRange(model.index(first, 0), model.index(last, lastColumn)));
-        first = last;
-    }
-    return selection;
-}
-
 void setSelected(ListRows& rows, const QItemSelection& selection, bool on)
 {
     for (const QItemSelectionRange& range : selection) {
@@ -43,18 +24,10 @@ void setSelected(ListRows& rows, const QItemSelection& selection, bool on)
 
 } // namespace
 
-RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(this))
+RowsView::RowsView(QWidget* parent) : FilteredView(parent), m_model(new RowsModel(this))
 {
     setModel(m_model);
-    setItemDelegate(new RowsDelegate(this));
-    setRootIsDecorated(false);
-    setItemsExpandable(false);
-    setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
-    setAlternatingRowColors(true);
     setEditTriggers(NoEditTriggers);
-    setSelectionMode(ExtendedSelection);
-    setSelectionBehavior(SelectRows);
     setTabKeyNavigation(false);
     header()->setSectionsClickable(true);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -63,10 +36,6 @@ RowsView::RowsView(QWidget* parent) : QTreeView(parent), m_model(new RowsModel(t
             [this](const QModelIndex& index) { Q_EMIT rowDoubleClicked(index.row()); });
     // After the base class has taken over the new order.
     connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSelection, Qt::DirectConnection);
-    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { hideUnmatched(0, lastRow()); });
-    connect(m_model, &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
-    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &RowsView::filtered);
     connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSentence);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &RowsView::showSentence);
     connect(this, &RowsView::filtered, this, &RowsView::showSentence);
@@ -150,16 +119,12 @@ void RowsView::paintEvent(QPaintEvent* event)
 
 void RowsView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->matches(QKeySequence::Copy)) { // the base class copies one cell only
-        copySelected();
-        return;
-    }
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter && currentIndex().isValid() && !isRowHidden(currentIndex().row(), {})) {
         Q_EMIT rowDoubleClicked(currentIndex().row());
         return;
     }
-    QTreeView::keyPressEvent(event);
+    FilteredView::keyPressEvent(event);
 }
 
 void RowsView::setDragSource(DragSource source)
@@ -217,7 +182,8 @@ void RowsView::showSelection()
     if (!rows())
         return;
     const QScopedValueRollback syncing(m_syncing, true);
-    selectionModel()->select(selectionOf(*rows(), *m_model), QItemSelectionModel::ClearAndSelect);
+    selectionModel()->select(rangesOf([this](int row) { return rows()->row(row).selected; }),
+                             QItemSelectionModel::ClearAndSelect);
     const int current = rows()->current();
     if (current >= 0 && current != currentIndex().row())
         selectionModel()->setCurrentIndex(m_model->index(current, 0), QItemSelectionModel::NoUpdate);
@@ -232,73 +198,18 @@ void RowsView::showCurrent(int row)
     scrollTo(m_model->index(row, 0));
 }
 
-void RowsView::setFilter(const QString& typed)
+void RowsView::leaveHidden(int first, int last)
 {
-    const bool wasFiltered = isFiltered();
-    m_filter = toolkit::RowFilter(typed);
-    if (!isFiltered() && !wasFiltered)
-        return;
-    for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
-        setRowHidden(row, {}, false);
-    hideUnmatched(0, lastRow());
-    if (const int current = rows() ? rows()->current() : -1; current >= 0)
-        scrollTo(m_model->index(current, 0));
-    Q_EMIT filtered();
-}
-
-/// Hides those of the rows that do not match. New rows are shown.
-void RowsView::hideUnmatched(int first, int last)
-{
-    if (!isFiltered())
-        return;
     const QScopedValueRollback syncing(m_syncing, true);
     for (int row = first; row <= last; ++row) {
-        const bool isHidden = !m_filter.matches(rows()->row(row));
-        if (isHidden)
+        if (isRowHidden(row, {}))
             rows()->setSelected(row, false);
-        setRowHidden(row, {}, isHidden);
     }
-    dropHiddenCurrent();
+    if (const int current = rows()->current(); current >= 0 && isRowHidden(current, {})) {
+        rows()->noteCurrent(-1);
+        selectionModel()->clearCurrentIndex();
+    }
     showSelection();
-    Q_EMIT filtered();
-}
-
-/// Keys and commands that act on the current row must not meet one that the user does not see.
-void RowsView::dropHiddenCurrent()
-{
-    const int current = rows()->current();
-    if (current < 0 || !isRowHidden(current, {}))
-        return;
-    rows()->noteCurrent(-1);
-    selectionModel()->clearCurrentIndex();
-}
-
-int RowsView::shownRows() const
-{
-    int shown = 0;
-    for (int row = 0; row < m_model->rowCount(); ++row)
-        shown += !isRowHidden(row, {});
-    return shown;
-}
-
-int RowsView::firstShown() const
-{
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        if (!isRowHidden(row, {}))
-            return row;
-    }
-    return -1;
-}
-
-void RowsView::enter()
-{
-    setFocus(Qt::OtherFocusReason);
-    if (!rows())
-        return;
-    const int current = rows()->current();
-    const bool isThere = current >= 0 && !isRowHidden(current, {});
-    if (const int row = isThere ? current : firstShown(); row >= 0 && rows()->selectedRows().isEmpty())
-        rows()->setCurrent(row);
 }
 
 void RowsView::copySelected() const

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "toolkit/RowFilter.h"
 #include "ui/lists/CopyRows.h"
+#include "ui/lists/FilteredView.h"
 #include "ui/lists/RowsModel.h"
 #include "ui/lists/TypeAhead.h"
 
 #include <QMimeData>
-#include <QTreeView>
 
 #include <functional>
 #include <memory>
@@ -15,7 +14,7 @@ namespace kalmo::ui {
 
 /// A list on screen: a view of ListRows, which keep texts, order, selection and the current row. A click on a
 /// column's head sorts by it, and the next one reverses the order.
-class RowsView : public QTreeView
+class RowsView : public FilteredView
 {
     Q_OBJECT
 
@@ -42,21 +41,8 @@ public:
     /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
-    /// Shows only the rows that match. A hidden row is not selected any more, so that no command acts on rows
-    /// that the user does not see.
-    void setFilter(const QString& typed);
-    bool isFiltered() const { return !m_filter.isEmpty(); }
-    int shownRows() const;
-
-    /// Takes the focus. If there is no current row the first shown row becomes the current one.
-    void enter();
-
     void setRowFormat(RowFormat format) { m_format = std::move(format); }
-    /// Puts the selected rows into the clipboard.
-    void copySelected() const;
-
-    /// For the program's command "Suchen".
-    void wantSearch() { Q_EMIT searchWanted(); }
+    void copySelected() const override;
 
     /// Gives the content of a drag of the selected rows, null if there is nothing to drag.
     using DragSource = std::function<std::unique_ptr<QMimeData>()>;
@@ -73,9 +59,7 @@ public:
 Q_SIGNALS:
     /// Also for the Enter key.
     void rowDoubleClicked(int row);
-    void searchWanted();
     void dragDropped(); ///< the rows of the last drag; the other program may ask for them only now
-    void filtered();    ///< other rows are shown than before
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -83,14 +67,11 @@ protected:
     void startDrag(Qt::DropActions actions) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void leaveHidden(int first, int last) override;
 
 private:
     void showSentence();
     void sortByHeader(int column);
-    void hideUnmatched(int first, int last);
-    void dropHiddenCurrent();
-    int lastRow() const { return m_model->rowCount() - 1; }
-    int firstShown() const;
     int bottomOfRows() const;
     void showSelection();
     void showCurrent(int row);
@@ -98,7 +79,6 @@ private:
     RowsModel* m_model;
     QString m_placeholder;
     QString m_note;
-    toolkit::RowFilter m_filter;
     TypeAhead m_typeAhead;
     RowFormat m_format;
     DragSource m_dragSource;

@@ -1,7 +1,7 @@
 #include "ui/lists/SearchLine.h"
 
 #include "ui/controls/SearchField.h"
-#include "ui/lists/RowsView.h"
+#include "ui/lists/FilteredView.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -12,7 +12,7 @@ namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
 
-SearchLine::SearchLine(RowsView& view, QWidget* parent)
+SearchLine::SearchLine(FilteredView& view, QWidget* parent)
     : QWidget(parent), m_view(view), m_field(new QLineEdit(this)), m_count(new QLabel(this))
 {
     m_field->setObjectName(u"txtSearch"_s);
@@ -28,9 +28,9 @@ SearchLine::SearchLine(RowsView& view, QWidget* parent)
     row->addWidget(m_field, 1);
     row->addWidget(m_count);
     row->addStretch(1);
-    connect(m_field, &QLineEdit::textChanged, &m_view, &RowsView::setFilter);
-    connect(&m_view, &RowsView::searchWanted, this, &SearchLine::startTyping);
-    connect(&m_view, &RowsView::filtered, this, &SearchLine::showCount);
+    connect(m_field, &QLineEdit::textChanged, &m_view, &FilteredView::setFilter);
+    connect(&m_view, &FilteredView::searchWanted, this, &SearchLine::startTyping);
+    connect(&m_view, &FilteredView::filtered, this, &SearchLine::showCount);
 }
 
 void SearchLine::startTyping()

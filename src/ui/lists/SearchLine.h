@@ -7,7 +7,7 @@ class QLineEdit;
 
 namespace kalmo::ui {
 
-class RowsView;
+class FilteredView;
 
 /// The search field above a list. The list shows the rows that match as the user types; Escape shows all
 /// again, in the list too. The keys Enter, Down and Escape give the focus back to the list.
@@ -17,7 +17,7 @@ class SearchLine : public QWidget
 
 public:
     /// `view` outlives the field.
-    explicit SearchLine(RowsView& view, QWidget* parent = nullptr);
+    explicit SearchLine(FilteredView& view, QWidget* parent = nullptr);
 
     void startTyping(); ///< takes the focus and selects what was typed before
     void clear();
@@ -29,7 +29,7 @@ private:
     bool handleKey(int key);
     void showCount();
 
-    RowsView& m_view;
+    FilteredView& m_view;
     QLineEdit* m_field;
     QLabel* m_count;
 };

@@ -1,0 +1,140 @@
+#include "ui/lists/FilteredView.h"
+
+#include "ui/lists/CopyRows.h"
+#include "ui/lists/RowsDelegate.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace kalmo::ui {
+
+FilteredView::FilteredView(QWidget* parent) : QTreeView(parent)
+{
+    setItemDelegate(new RowsDelegate(this));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+}
+
+void FilteredView::setModel(QAbstractItemModel* model)
+{
+    QTreeView::setModel(model);
+    // After the base class has followed the model.
+    connect(model, &QAbstractItemModel::modelReset, this, [this] { hideUnmatched(0, lastRow()); });
+    connect(model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &FilteredView::filtered);
+}
+
+void FilteredView::setFilter(const QString& typed)
+{
+    const bool wasFiltered = isFiltered();
+    m_filter = toolkit::RowFilter(typed);
+    if (!isFiltered() && !wasFiltered)
+        return;
+    for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
+        setRowHidden(row, {}, false);
+    hideUnmatched(0, lastRow());
+    scrollTo(currentIndex());
+    Q_EMIT filtered();
+}
+
+QStringList FilteredView::textsOf(int row) const
+{
+    QStringList texts;
+    for (int column = 0; column < model()->columnCount(); ++column)
+        texts.append(model()->index(row, column).data().toString());
+    return texts;
+}
+
+/// Hides those of the rows that do not match. New rows are shown.
+void FilteredView::hideUnmatched(int first, int last)
+{
+    if (!isFiltered())
+        return;
+    for (int row = first; row <= last; ++row)
+        setRowHidden(row, {}, !m_filter.matches(textsOf(row)));
+    leaveHidden(first, last);
+    Q_EMIT filtered();
+}
+
+void FilteredView::leaveHidden(int first, int last)
+{
+    const QItemSelection hidden =
+        rangesOf([&](int row) { return row >= first && row <= last && isRowHidden(row, {}); });
+    selectionModel()->select(hidden, QItemSelectionModel::Deselect);
+    if (currentIndex().isValid() && isRowHidden(currentIndex().row(), {}))
+        selectionModel()->clearCurrentIndex();
+}
+
+QItemSelection FilteredView::rangesOf(const std::function<bool(int row)>& isIn) const
+{
+    QItemSelection ranges;
+    const int lastColumn = model()->columnCount() - 1;
+    for (int first = 0; first <= lastRow(); ++first) {
+        if (!isIn(first))
+            continue;
+        int last = first;
+        while (last < lastRow() && isIn(last + 1))
+            ++last;
+        ranges.append(QItemSelectionRange(model()->index(first, 0), model()->index(last, lastColumn)));
+        first = last;
+    }
+    return ranges;
+}
+
+int FilteredView::shownRows() const
+{
+    int shown = 0;
+    for (int row = 0; row <= lastRow(); ++row)
+        shown += !isRowHidden(row, {});
+    return shown;
+}
+
+int FilteredView::firstShown() const
+{
+    for (int row = 0; row <= lastRow(); ++row) {
+        if (!isRowHidden(row, {}))
+            return row;
+    }
+    return -1;
+}
+
+void FilteredView::enter()
+{
+    setFocus(Qt::OtherFocusReason);
+    if (selectionModel()->hasSelection())
+        return;
+    if (const int row = currentIndex().isValid() ? currentIndex().row() : firstShown(); row >= 0)
+        setCurrentIndex(model()->index(row, 0));
+}
+
+void FilteredView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy)) // the base class copies one cell only
+        copySelected();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void FilteredView::copySelected() const
+{
+    QList<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::ranges::sort(rows);
+    QString text;
+    for (const int row : std::as_const(rows))
+        text += copiedLine(textsOf(row)) + u'\n';
+    if (!text.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
+}
+
+} // namespace kalmo::ui
