@@ -8,7 +8,7 @@
 namespace kalmo::ui {
 
 /// Turns the signals that ask a program to end (SIGTERM, SIGHUP, SIGINT) into one of this object. The first
-/// one only: a second signal ends the program on the spot.
+/// one only: the next ends the program on the spot. Signals that the program was started to ignore stay so.
 class EndSignals : public QObject
 {
     Q_OBJECT

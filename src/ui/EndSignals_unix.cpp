@@ -10,12 +10,19 @@ namespace kalmo::ui {
 
 namespace {
 
+constexpr int endSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
 // All that a handler may touch.
 volatile std::sig_atomic_t writeEnd = -1;
+volatile std::sig_atomic_t isCaught[SIGTERM + 1] = {};
 
 void onEndSignal(int)
 {
     const int before = errno;
+    for (const int signal : endSignals) {
+        if (isCaught[signal])
+            std::signal(signal, SIG_DFL);
+    }
     [[maybe_unused]] const auto written = write(writeEnd, "", 1);
     errno = before;
 }
@@ -34,18 +41,25 @@ EndSignals::EndSignals()
     });
     struct sigaction action = {};
     action.sa_handler = onEndSignal;
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        sigaction(signal, &action, nullptr);
+    for (const int signal : endSignals) {
+        struct sigaction before = {};
+        sigaction(signal, nullptr, &before);
+        isCaught[signal] = before.sa_handler != SIG_IGN; // as nohup wants it
+        if (isCaught[signal])
+            sigaction(signal, &action, nullptr);
+    }
 }
 
 EndSignals::~EndSignals()
 {
     if (!m_notifier)
         return;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, SIG_DFL);
+    for (const int signal : endSignals) {
+        if (isCaught[signal])
+            std::signal(signal, SIG_DFL);
+    }
     for (const int end : m_pipe)
         close(end);
 }

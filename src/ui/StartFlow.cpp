@@ -275,7 +275,9 @@ void StartFlow::endByUser()
 
 void StartFlow::endUnasked()
 {
-    if (m_main && m_main->isVisible()) {
+    // A dialog of the main window may have hidden it.
+    const auto isInFront = [](const QWidget* window) { return window && window->isVisible(); };
+    if (m_main && !isInFront(m_settings.get()) && !isInFront(m_start.get()) && !isInFront(m_welcome.get())) {
         m_main->endUnasked();
         return;
     }
@@ -289,6 +291,7 @@ void StartFlow::endNow()
 {
     m_program.context.ending.setLastWork([this] { m_demo.stop(); });
     // The search is on the stack and would return only through its questions.
+    m_program.line.sendOwed();
     m_program.line.ClosePort();
     m_program.context.ending.EndProgram(EXIT_SUCCESS);
 }

@@ -147,7 +147,7 @@ private Q_SLOTS:
     {
         const Rows<bool, QString> rows{
             {"left at once", false, u"25 Kontakte gelesen. "_s},
-            {"left after a save", true, u"Der Kontakt wurde nicht gespeichert. "_s}};
+            {"left after a save", true, u"Die Eingabe wurde nicht gespeichert. "_s}};
         rows.each([](bool saves, const QString& sentence) {
             LostWindow open(u"SL400H"_s);
             open.window.goTo(u"TB"_s);

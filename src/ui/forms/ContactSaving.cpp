@@ -104,7 +104,8 @@ bool requireWhole(const VcardStore& store, const operations::ContactEdit& edit)
 std::optional<operations::ContactPlan> planSave(const VcardStore& store, const operations::ContactEdit& edit,
                                                 tVcfEntry entry, EditedContact& edited)
 {
-    if (edited.openSave && !requireWhole(store, edit))
+    const bool isNew = !edited.shown; // another one is found by its LUID
+    if (isNew && edited.openSave && !requireWhole(store, edit))
         return std::nullopt;
     if (findOpenSave(edit, edited) && phonedata::haveSameContent(*edited.shown, entry))
         return operations::ContactPlan();

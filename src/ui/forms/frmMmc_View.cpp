@@ -235,7 +235,6 @@ void frmMmc_View::presentUnknown(const QString& path, const QString& displayName
     m_sta->SetText({});
 }
 
-/// Pixels that a picture may take on the screen.
 void frmMmc_View::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);

@@ -91,8 +91,7 @@ void frmImportPb::ImportToVcardStore()
         return;
     const ContactImport imported = sendContacts(std::move(contacts));
     Q_EMIT contactsImported(imported);
-    if (imported.result ==
-        phonedata::CommandResult::Cancelled) { // nothing to tell in a box: the user wanted it
+    if (imported.result == phonedata::CommandResult::Cancelled) { // the user wanted it: no box
         noteTaken(imported.confirmed);
         m_sta->setText(stoppedImport(imported));
         return;

@@ -40,10 +40,10 @@ void RowPlace::restore()
 {
     if (m_current.isEmpty() || m_rows.count() == 0)
         return;
-    if (const int row = rowOf(m_rows, m_current); row >= 0)
-        m_rows.setCurrent(row);
-    else
-        m_rows.setCurrent(std::min(m_number, m_rows.count() - 1));
+    const int same = rowOf(m_rows, m_current);
+    const int current = same >= 0 ? same : std::min(m_number, m_rows.count() - 1);
+    m_rows.setCurrent(current); // which selects it
+    m_rows.setSelected(current, false);
     for (const QString& name : std::as_const(m_selected)) {
         if (const int row = rowOf(m_rows, name); row >= 0)
             m_rows.setSelected(row, true);

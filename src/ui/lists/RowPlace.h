@@ -15,8 +15,8 @@ class RowPlace
 public:
     explicit RowPlace(toolkit::ListRows& rows);
 
-    /// Selects them again as far as they are there. If the current row is gone the one after it takes its
-    /// place. Does nothing in a list without a current row.
+    /// Selects them again as far as they are there. If the current row is gone the one after it is current,
+    /// but not selected. Does nothing in a list without a current row.
     void restore();
 
 private:

@@ -24,9 +24,8 @@ public:
 
 Q_SIGNALS:
     /// After the drop has ended, since the program that the files come from waits for that, and only if the
-    /// list is still on screen. `key` is that of the
-    /// folder they were dropped onto, empty for the list itself. `passedOver` counts the dropped things that
-    /// are no local files, such as folders.
+    /// list is still on screen. `key` is that of the folder they were dropped onto, empty for the list
+    /// itself. `passedOver` counts the dropped things that are no local files, such as folders.
     void dropped(const QStringList& paths, const QString& key, qsizetype passedOver);
 
     /// Folders alone are being dragged over the list, which does not take them.

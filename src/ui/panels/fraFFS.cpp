@@ -36,9 +36,9 @@ QList<toolkit::ListColumn> columns()
     return {{u"Name"_s, SortBy::Tag}, {u"Typ"_s}, {u"Größe"_s, SortBy::Tag, true}, {u"Attribut"_s}};
 }
 
-/// The name in the key of a row: the part after the four characters for the kind of row.
 const QString nothingSelected = u"Im Ordner ist nichts markiert."_s;
 
+/// The name in the key of a row: the part after the four characters for the kind of row.
 QString nameIn(const QString& key)
 {
     return key.mid(obex::fileKeyPrefix.size());
@@ -308,7 +308,6 @@ bool fraFFS::changeFolder(const QString& key)
     return goesUp ? m_mmc->CdUp() : m_mmc->Cd(nameIn(key), false);
 }
 
-/// From the first row to the last, without the rows that are commands.
 QStringList fraFFS::namesToChange() const
 {
     const QStringList names = selectedNames(false);
@@ -317,6 +316,7 @@ QStringList fraFFS::namesToChange() const
     return names;
 }
 
+/// From the first row to the last, without the rows that are commands.
 QStringList fraFFS::selectedNames(bool filesOnly) const
 {
     QStringList names;

@@ -124,6 +124,7 @@ void ClassicList::read()
         m_isRead = true;
         m_origin = content;
     }
+    place.restore();
     if (result != CommandResult::Done && isWhole) { // the phone did not confirm the end
         Q_EMIT stateChanged(ListState::Read);
         m_parts.progress.panel->SetText(
@@ -133,9 +134,9 @@ void ClassicList::read()
     }
     if (result != CommandResult::Done) {
         keepAfterFailure(std::move(before));
+        place.restore();
         return;
     }
-    place.restore();
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
@@ -172,7 +173,7 @@ void ClassicList::write()
     if (result != CommandResult::Done) {
         m_parts.progress.panel->SetText(result == CommandResult::Refused
                                             ? u"Es wurde nichts geschrieben."_s
-                                            : u"Die Liste ist nicht ins Telefon geschrieben."_s);
+                                            : u"Beim Schreiben ist ein Fehler aufgetreten."_s);
         return;
     }
     Q_EMIT stateChanged(ListState::Read);

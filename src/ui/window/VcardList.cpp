@@ -83,7 +83,7 @@ QString sentenceOf(CommandResult saved, const EditedContact& contact)
     if (saved == CommandResult::Done)
         return u"Der Kontakt ist im Telefon gespeichert."_s;
     return contact.openSave ? unknownSave() + u" Lesen Sie das Telefonbuch neu ein."_s
-                            : u"Der Kontakt wurde nicht gespeichert."_s;
+                            : u"Die Eingabe wurde nicht gespeichert."_s;
 }
 
 QString sentenceOf(const ContactImport& imported)
@@ -204,8 +204,8 @@ void VcardList::add()
         showForm(-1);
 }
 
-/// Edits the contact of a row, or a new one with -1. A phone that is busy for long says so in the window's
-/// status bar too, so that the end of a save is told there.
+/// Edits the contact of a row, or a new one with -1. The window's status bar says how a save has ended, since
+/// it also says that the phone is busy for long.
 void VcardList::showForm(int row)
 {
     frmVCFneu form(m_parts.program, m_store, m_parts.window);

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QSet>
 
+#include <optional>
+
 class QMenu;
 class QMessageBox;
 class QSplitter;
@@ -76,7 +78,7 @@ public:
     /// Writes lists that wait to be written into files in the folder for backups, and names them. Returns
     /// false if one could not be saved, after it has informed the user.
     bool saveUnwritten();
-    /// Does the same without a box. The next window for classic lists names the files.
+    /// Does the same without a box. The next start names the files.
     void keepUnwritten();
     /// Ends without a question, as with the desktop's session: after keepUnwritten(), and after a running
     /// operation, which stops as soon as that loses nothing.
@@ -182,6 +184,7 @@ private:
     };
     SavedLists saveLists();
     void tellKept();
+    void forgetKept();
 
     Program& m_program;
     std::shared_ptr<obex::clsMmc> m_mmc;
@@ -219,8 +222,9 @@ private:
     QStringList m_given;    // files that wait for the end of an operation or a dialog
     bool m_opensGiven = false;
     bool m_isClosing = false;
-    bool m_isEnding = false;    // without a question
-    bool m_closeWanted = false; // when the running operation has ended
+    bool m_isEnding = false;           // without a question
+    std::optional<QStringList> m_kept; // files of keepUnwritten(), once it has run
+    bool m_closeWanted = false;        // when the running operation has ended
     QPointer<QMessageBox> m_closingBox;
     bool m_isClosed = false;
 };

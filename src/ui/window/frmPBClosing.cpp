@@ -63,6 +63,10 @@ void frmPB::closeEvent(QCloseEvent* event)
     if (!m_isEnding && !mayLoseChanges(closingText))
         return;
     m_isClosing = true;
+    if (m_isEnding)
+        keepUnwritten(); // as the operation has left the lists
+    else
+        forgetKept();
     closeChannel();
     cleanUp();
     m_isClosed = true;

@@ -30,7 +30,7 @@ void frmPB::openNextGiven()
         return;
     const QScopedValueRollback opens(m_opensGiven, true);
     const auto once = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
-    while (!m_given.isEmpty() && isVisible() && !m_isClosing) {
+    while (!m_given.isEmpty() && isVisible() && !m_isEnding && !m_isClosing) {
         if (m_sta->isBusy()) { // at the start the window may still talk to the phone
             connect(m_sta, &StatusArea::becameIdle, this, &frmPB::openNextGiven, once);
             return;

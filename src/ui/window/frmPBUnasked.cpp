@@ -8,6 +8,7 @@
 #include "ui/window/frmPB.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -64,15 +65,30 @@ bool frmPB::saveUnwritten()
 
 void frmPB::keepUnwritten()
 {
-    if (const SavedLists saved = saveLists(); !saved.paths.isEmpty())
-        app::put(m_program.context.settings, app::keys::KeptLists, saved.paths.join(betweenPaths));
+    const SavedLists saved = saveLists();
+    if (!saved.areSafe && m_kept) // the older files stay
+        return;
+    if (!saved.paths.isEmpty()) {
+        for (const QString& older : m_kept.value_or(QStringList()))
+            QFile::remove(older);
+    }
+    m_kept = saved.paths;
+    app::put(m_program.context.settings, app::keys::KeptLists,
+             saved.paths.isEmpty() ? app::noValue() : saved.paths.join(betweenPaths));
+}
+
+/// The user ends the program now, and was asked about what is not written.
+void frmPB::forgetKept()
+{
+    if (m_kept)
+        app::put(m_program.context.settings, app::keys::KeptLists, app::noValue());
 }
 
 void frmPB::tellKept()
 {
     app::Context& context = m_program.context;
     const QString kept = app::get(context.settings, app::keys::KeptLists);
-    if (kept == app::noValue())
+    if (kept == app::noValue() || m_kept)
         return;
     app::put(context.settings, app::keys::KeptLists, app::noValue());
     context.dialogs.Show({.text = u"Kalmo wurde beendet, bevor Änderungen ins Telefon geschrieben waren. Sie "
@@ -86,15 +102,17 @@ void frmPB::endUnasked()
     if (m_isEnding || m_isClosing)
         return;
     m_isEnding = true;
-    keepUnwritten();
-    m_mmc->askToStop();
-    stopForClosing();
-    auto* timer = new QTimer(this);
+    auto* timer = new QTimer(this); // ahead of all that may show a box
     timer->callOnTimeout([this] {
         dismissDialog();
-        closeIfWanted();
+        // Not from within: the timer would be silent while a box of the end is open.
+        if (!QApplication::activeModalWidget())
+            QMetaObject::invokeMethod(this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     });
     timer->start(lookAgain);
+    keepUnwritten(); // now already: nobody knows how long the operation takes
+    m_mmc->askToStop();
+    stopForClosing();
 }
 
 } // namespace kalmo::ui
