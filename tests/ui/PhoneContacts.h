@@ -54,11 +54,11 @@ struct PhoneContacts : TestProgram
     /// The list holds exactly the contacts of the phone, and the line takes AT commands.
     bool isInOrder()
     {
-        QStringList held;
+        QStringList inPhone;
         for (const auto& item : port.handset().phone().irmc[handset::ContactStore].items())
-            held.append(item.luid);
-        held.sort();
-        return luids() == held && !port.handset().isInDataMode();
+            inPhone.append(item.luid);
+        inPhone.sort();
+        return luids() == inPhone && !port.handset().isInDataMode();
     }
     std::vector<operations::Record> records() const
     {

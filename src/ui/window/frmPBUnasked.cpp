@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::milliseconds lookAgain(50);
+constexpr std::chrono::milliseconds betweenLooks(50);
 constexpr QChar betweenPaths = u'|';
 
 /// Closes the dialog in front as Escape does, but without its question. A dialog at work with the phone ends
@@ -109,7 +109,7 @@ void frmPB::endUnasked()
         if (!QApplication::activeModalWidget())
             QMetaObject::invokeMethod(this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     });
-    timer->start(lookAgain);
+    timer->start(betweenLooks);
     keepUnwritten(); // now already: nobody knows how long the operation takes
     m_mmc->askToStop();
     stopForClosing();
