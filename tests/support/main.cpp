@@ -43,6 +43,14 @@ TestClass::TestClass(const char* file, Maker maker)
 
 } // namespace kalmo::tests
 
+#ifdef __SANITIZE_ADDRESS__
+/// Asked by the leak sanitizer at the end. The fonts' library never frees some of its patterns.
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libfontconfig.so";
+}
+#endif
+
 int main(int argc, char** argv)
 {
     const auto found = makers().find(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString());
