@@ -16,8 +16,6 @@
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
-#include <QTimer>
-
 #include <algorithm>
 
 namespace kalmo::ui {
@@ -295,12 +293,12 @@ void frmPB::setMode(int mode, int section)
 void frmPB::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
-    QTimer::singleShot(0, this, &frmPB::openNextGiven);
-    Q_EMIT shown();
-    if (std::exchange(m_wasShown, true))
-        return;
     // Outside of the event: reading takes seconds, and the window has to be seen meanwhile.
-    QMetaObject::invokeMethod(this, &frmPB::firstShown, Qt::QueuedConnection);
+    if (!std::exchange(m_wasShown, true))
+        QMetaObject::invokeMethod(this, &frmPB::firstShown, Qt::QueuedConnection);
+    // Files from outside open after that: a list needs the melodies' names.
+    QMetaObject::invokeMethod(this, &frmPB::openNextGiven, Qt::QueuedConnection);
+    Q_EMIT shown();
 }
 
 /// A window that the user has left by then, for the settings, reads when it is shown again: from there a
