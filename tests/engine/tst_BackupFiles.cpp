@@ -1,6 +1,7 @@
 // Backup files: what goes into them, what comes back, and that an old one is never harmed.
 
 #include "phonedata/BackupFiles.h"
+#include "support/ListLines.h"
 #include "support/SmallDisk.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
@@ -25,13 +26,8 @@ template <typename Entry>
 QStringList inWords(const std::vector<Entry>& entries)
 {
     QStringList lines;
-    for (const Entry& entry : entries) {
-        QStringList texts;
-        const toolkit::ListRow row = toRow(entry);
-        for (const toolkit::ListCell& cell : row.cells)
-            texts.append(cell.text);
-        lines.append(texts.join(u'|'));
-    }
+    for (const Entry& entry : entries)
+        lines.append(lineOf(toRow(entry)));
     return lines;
 }
 

@@ -1,5 +1,6 @@
 // The rows of a list: keys, order, selection.
 
+#include "support/ListLines.h"
 #include "support/TestProgram.h"
 #include "toolkit/ListRows.h"
 #include "toolkit/RowFilter.h"
@@ -11,14 +12,6 @@ namespace {
 ListRow named(const QString& name, const QString& key = {}, const QString& tag = {})
 {
     return {.key = key, .cells = {{name, tag}}};
-}
-
-QStringList names(const ListRows& rows)
-{
-    QStringList all;
-    for (int index = 0; index < rows.count(); ++index)
-        all.append(rows.text(index, 0));
-    return all;
 }
 
 } // namespace
@@ -72,10 +65,10 @@ private Q_SLOTS:
                 for (ListRows* list : {&atOnce, &oneByOne})
                     list->add(named(name, {}, QString::number(name.size()).rightJustified(16, u'0')));
             }
-            QCOMPARE(names(atOnce), added);
+            QCOMPARE(linesOf(atOnce), added);
             atOnce.sortBy(0, order);
-            QCOMPARE(names(atOnce), sorted);
-            QCOMPARE(names(oneByOne), sorted);
+            QCOMPARE(linesOf(atOnce), sorted);
+            QCOMPARE(linesOf(oneByOne), sorted);
         });
     }
 

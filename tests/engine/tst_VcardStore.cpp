@@ -5,6 +5,7 @@
 #include "phonedata/VcardStore.h"
 #include "support/ContactBoxes.h"
 #include "support/HandsetPort.h"
+#include "support/ListLines.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
 
@@ -43,12 +44,10 @@ struct Contacts
     void checkAllIsWell()
     {
         QVERIFY(!port.handset().isInDataMode() && line.mode() == link::LineMode::Text);
-        QStringList shown;
-        for (int row = 0; row < list->count(); ++row)
-            shown.append(list->text(row, VcfLuid) + u' ' + list->text(row, VcfLastName));
+        QStringList shown = linesOf(*list, {VcfLuid, VcfLastName});
         QStringList kept;
         for (const handset::IrmcItem& item : held().items())
-            kept.append(item.luid + u' ' + item.fields[u"lastName"_s].toString());
+            kept.append(item.luid + u'|' + item.fields[u"lastName"_s].toString());
         shown.sort();
         kept.sort();
         QCOMPARE(shown, kept);

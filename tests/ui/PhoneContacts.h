@@ -2,6 +2,7 @@
 
 #include "operations/Records.h"
 #include "support/ContactBoxes.h"
+#include "support/ListLines.h"
 #include "support/ObexClient.h"
 #include "ui/forms/ContactCommands.h"
 #include "ui/TestProgram.h"
@@ -32,9 +33,7 @@ struct PhoneContacts : TestProgram
     CommandResult remove() { return VcfDeleteSelected(*store, progress.all()).result; }
     QStringList luids() const
     {
-        QStringList all;
-        for (int row = 0; row < list->count(); ++row)
-            all.append(list->text(row, VcfLuid));
+        QStringList all = linesOf(*list, {VcfLuid});
         all.sort();
         return all;
     }

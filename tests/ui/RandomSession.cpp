@@ -1,4 +1,5 @@
 #include "ui/RandomSession.h"
+#include "support/ListLines.h"
 
 #include "app/SettingsKeys.h"
 #include "obex/DataChannel.h"
@@ -315,13 +316,7 @@ void RandomSession::checkLists()
 void RandomSession::compare(const char* list, const QList<int>& columns, const QStringList& expected)
 {
     const auto* view = m_window->findChild<ui::RowsView*>(QLatin1StringView(list));
-    QStringList lines;
-    for (int row = 0; view && row < view->rows()->count(); ++row) {
-        QStringList cells;
-        for (const int column : columns)
-            cells.append(view->rows()->row(row).cells[static_cast<size_t>(column)].text);
-        lines.append(cells.join(u'|'));
-    }
+    const QStringList lines = view ? linesOf(*view->rows(), columns) : QStringList();
     if (lines.isEmpty() || !lines.filter(u"NOVALIDLUID"_s).isEmpty())
         return;
     const QStringList wrong = differences(expected, lines);

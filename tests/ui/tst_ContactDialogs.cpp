@@ -1,5 +1,6 @@
 // The dialogs of contacts and area codes against the emulated handset.
 
+#include "support/ListLines.h"
 #include "support/TestProgram.h"
 #include "ui/forms/frmVCFneu.h"
 #include "ui/forms/frmVorwahl.h"
@@ -114,9 +115,9 @@ private Q_SLOTS:
         const auto other =
             std::make_shared<phonedata::VcardStore>(std::make_shared<obex::clsMmc>(made.line), *otherList);
         other->VcfWriteList({{.lastName = u"Am Telefon"_s, .home = u"1"_s}}, made.progress.all());
-        QStringList expected{u"Am Telefon"_s, u"Anders"_s};
-        for (int row = 1; row < made.list->count(); ++row)
-            expected.append(made.list->text(row, phonedata::VcfLastName));
+        QStringList expected = linesOf(*made.list, {phonedata::VcfLastName});
+        expected[0] = u"Anders"_s;
+        expected.append(u"Am Telefon"_s);
         made.form.loadRow(0);
         made.form.show();
         made.field("txtNachName").setText(u"Anders"_s);
@@ -129,9 +130,7 @@ private Q_SLOTS:
         QObject::disconnect(stopping);
         made.save(); // and no box
         QCOMPARE(made.form.result(), static_cast<int>(QDialog::Accepted));
-        QStringList names;
-        for (int row = 0; row < made.list->count(); ++row)
-            names.append(made.list->text(row, phonedata::VcfLastName));
+        QStringList names = linesOf(*made.list, {phonedata::VcfLastName});
         names.sort();
         expected.sort();
         QCOMPARE(names, expected);

@@ -4,6 +4,7 @@
 #include "operations/FolderChanges.h"
 #include "operations/PhoneSettings.h"
 #include "support/HandsetMemory.h"
+#include "support/ListLines.h"
 #include "support/TestProgram.h"
 #include "ui/forms/FormerStatesDialog.h"
 #include "ui/OpenWindow.h"
@@ -11,18 +12,6 @@
 using operations::RecordedList;
 
 namespace {
-
-QStringList rowsOf(const toolkit::ListRows& rows)
-{
-    QStringList lines;
-    for (int row = 0; row < rows.count(); ++row) {
-        QStringList cells;
-        for (const toolkit::ListCell& cell : rows.row(row).cells)
-            cells.append(cell.text);
-        lines.append(cells.join(u'|'));
-    }
-    return lines;
-}
 
 void press(QDialog& dialog, const char* button)
 {
@@ -88,14 +77,14 @@ private Q_SLOTS:
         auto& dialog = made.open();
         auto& list = child<ui::RowsView>(dialog, "lvwFormerStates");
         auto& differences = child<ui::RowsView>(dialog, "lvwDifferences");
-        QCOMPARE(rowsOf(*list.rows()),
+        QCOMPARE(linesOf(*list.rows()),
                  QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|noch nicht verglichen"_s});
         QCOMPARE(list.rows()->selectedRows(), QList{0});
 
         QTest::keyClick(&list, Qt::Key_Return);
-        QCOMPARE(rowsOf(*list.rows()),
+        QCOMPARE(linesOf(*list.rows()),
                  QStringList{u"21.11.2026  12:00|Dateien|Ordner angelegt|1|1 weniger"_s});
-        QCOMPARE(rowsOf(*differences.rows()), QStringList{u"wird entfernt|/Neu"_s});
+        QCOMPARE(linesOf(*differences.rows()), QStringList{u"wird entfernt|/Neu"_s});
         QCOMPARE(made.held(), made.changed);
 
         made.test.dialogs.expect(made.question(u"1 weniger"_s), Answer::No);
@@ -107,7 +96,7 @@ private Q_SLOTS:
         press(dialog, "cmdPutBack");
         QCOMPARE(made.held(), made.empty);
         QCOMPARE(dialog.changedLists(), QSet{RecordedList::Files});
-        QCOMPARE(rowsOf(*list.rows()).first(),
+        QCOMPARE(linesOf(*list.rows()).first(),
                  u"21.11.2026  12:00|Dateien|Früherer Stand zurückgeholt|1|noch nicht verglichen"_s);
 
         made.test.dialogs.expect(made.question(u"1 neu"_s), Answer::Yes); // the undo is the newest now
@@ -146,12 +135,12 @@ private Q_SLOTS:
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QStringList differences;
-        for (const QString& line : rowsOf(*child<ui::RowsView>(dialog, "lvwFormerStates").rows()))
+        for (const QString& line : linesOf(*child<ui::RowsView>(dialog, "lvwFormerStates").rows()))
             differences.append(line.section(u'|', 1, 1) + u": "_s + line.section(u'|', 4));
         QCOMPARE(differences, (QStringList{u"Klingeltöne: 1 geändert"_s, u"Provider: andere Reihenfolge"_s}));
         QCOMPARE(classic.port.handset().phone().faults.commands, requests);
         press(dialog, "cmdCompare");
-        QCOMPARE(rowsOf(*child<ui::RowsView>(dialog, "lvwDifferences").rows()),
+        QCOMPARE(linesOf(*child<ui::RowsView>(dialog, "lvwDifferences").rows()),
                  QStringList{u"wird umsortiert|alle Einträge in der früheren Reihenfolge"_s});
     }
 
