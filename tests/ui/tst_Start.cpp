@@ -26,7 +26,9 @@ Form* waitFor()
 /// A run of the program, with a handset at the only port.
 struct Run : TestProgram
 {
-    Run() : TestProgram(u"WOODSTOCK"_s, {.cgmm = u"OTHER"_s, .family = 1}), flow(program, {})
+    explicit Run(const QString& model = u"WOODSTOCK"_s,
+                 const handset::Options& options = {.cgmm = u"OTHER"_s, .family = 1})
+        : TestProgram(model, options), flow(program, {})
     {
         test.clock.runToolkitEvents(true);
         test.sy.StorageForThisRun = test.storage;
@@ -113,6 +115,29 @@ private Q_SLOTS:
         settings->close();
         QVERIFY(child<QCheckBox>(*settings, "chkAutoBackup").isChecked()); // nothing was kept
         QVERIFY(window->isVisible() && !shown<ui::frmEinstellungen>());
+    }
+
+    /// An import reads the list ahead, and needs the melodies' names for it.
+    void opensAFileAfterTheMelodies()
+    {
+        QTemporaryFile memory;
+        QVERIFY(memory.open() &&
+                memory.write(R"({"phonebook":[{"name":"A","number":"1","vipSound":"33"}]})") > 0 &&
+                memory.flush());
+        Run run(u"PICASSO"_s, {.seed = memory.fileName()});
+        run.flow.openFile(run.test.makeFile(u"a.csv"_s, "Name;Nummer\nNeu;0521\n"));
+        QStringList seen;
+        QTimer user;
+        user.callOnTimeout([&] {
+            if (auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                seen.append(form->objectName());
+                form->reject();
+            }
+        });
+        user.start(0);
+        const auto* window = run.begin();
+        QTRY_COMPARE(seen, QStringList(u"frmImportPb"_s));
+        QCOMPARE(child<ui::RowsView>(*window, "lvwTB").rows()->count(), 1);
     }
 
     void keepsTheMainWindowForTheSamePhoneOnly()
