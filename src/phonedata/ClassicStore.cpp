@@ -252,7 +252,7 @@ QString takeName(QString& text)
     if (comma > 0 && app::IsNumeric(QStringView(text).first(comma)))
         return takeField(text);
     text.remove(0, 2);
-    return u"Ohne Name"_s;
+    return namelessEntry;
 }
 
 QByteArray lengthPrefixed(const QString& text)

@@ -116,7 +116,10 @@ QByteArray replyFor(const QByteArray& writeCommand);
 /// length that is not true gives what is there.
 QString takeField(QString& text);
 
-/// Takes the name off a reply. "Ohne Name" where the phone sent none, which it does by ",,".
+/// The name of an entry that the phone holds without one.
+inline const QString namelessEntry = QStringLiteral("Ohne Name");
+
+/// Takes the name off a reply. `namelessEntry` where the phone sent none, which it does by ",,".
 QString takeName(QString& text);
 
 /// A length, a comma and the text itself, as the write commands have names and numbers.

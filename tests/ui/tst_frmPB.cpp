@@ -194,6 +194,24 @@ private Q_SLOTS:
         open.press("save");
     }
 
+    /// A file may bring an entry without a name, and the phone takes it as it is.
+    void listAfterAWriteIsThatOfAReading()
+    {
+        OpenWindow open(u"PICASSO"_s, u"NE"_s);
+        open.window.openGiven(open.test.makeFile(u"a.prv"_s, "\"\",\"0521\"\r\n\"Alt\",\"110\"\r\n"));
+        QTRY_COMPARE(open.count("lvwNE"), 2);
+        open.expectQuestion(u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen."_s, Answer::Yes);
+        open.expectQuestion(u"Das Telefon kann nicht alles so aufnehmen, wie es in der Liste steht."_s,
+                            Answer::Yes);
+        QStringList names;
+        for (const char* key : {"write", "read"}) {
+            open.press(key);
+            names.append(open.list("lvwNE").rows()->text(0, 0) + open.list("lvwNE").rows()->text(1, 0));
+        }
+        QCOMPARE(names, QStringList({u"Ohne NameAlt"_s, u"Ohne NameAlt"_s}));
+        QVERIFY(open.port.handset().phone().providers.entries.front().name.isEmpty());
+    }
+
     void contactsAreDeletedAtOnce()
     {
         OpenWindow open(u"SL400H"_s, u"TB"_s);

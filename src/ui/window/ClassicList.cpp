@@ -4,6 +4,7 @@
 #include "app/StoragePaths.h"
 #include "operations/SavedLists.h"
 #include "phonedata/BackupFiles.h"
+#include "phonedata/ClassicStore.h"
 #include "ui/forms/frmExport.h"
 #include "ui/forms/frmNEentry.h"
 #include "ui/forms/frmTBentry.h"
@@ -176,11 +177,22 @@ void ClassicList::write()
                                             : u"Beim Schreiben ist ein Fehler aufgetreten."_s);
         return;
     }
+    nameTheNameless();
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
     m_parts.progress.panel->SetText(
         u"%1 ins Telefon geschrieben. \"Frühere Stände\" bringt die vorigen zurück."_s.arg(
             entryCount(m_rows->count())));
+}
+
+/// Opened and imported files bring entries without a name. After the write the list shows them as the next
+/// reading does.
+void ClassicList::nameTheNameless()
+{
+    for (int row = 0; row < m_rows->count(); ++row) {
+        if (m_rows->text(row, phonedata::NameColumn).isEmpty())
+            m_rows->setText(row, phonedata::NameColumn, phonedata::namelessEntry);
+    }
 }
 
 template <typename Form>

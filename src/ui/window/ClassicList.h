@@ -52,6 +52,7 @@ private:
     void read();
     void keepAfterFailure(std::vector<toolkit::ListRow> before);
     void write();
+    void nameTheNameless();
     void edit(bool existing);
     void deleteSelected();
     bool mayReplaceList();
