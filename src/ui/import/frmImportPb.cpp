@@ -21,7 +21,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QRadioButton>
 #include <QScreen>
 #include <QShortcut>
@@ -241,19 +240,28 @@ void frmImportPb::makeView()
     for (int column = 0; column < m_model->columnCount(); ++column)
         m_view->header()->resizeSection(column, width);
     restoreColumns(*m_view, m_program.context.settings, objectName());
-    m_view->installEventFilter(this);
     makeContextMenu();
 }
 
 /// The menu offers the actions of the buttons and those of other lists.
 void frmImportPb::makeContextMenu()
 {
-    for (const char* name : {"cmdSelAll", "cmdSelNon", "cmdSelSet", "cmdSelUnset"}) {
+    const auto entry = [this](const QString& text, const QKeySequence& key, const auto& run) {
+        m_view->addAction(text, key, m_view, run); // in a field these keys mean its text
+    };
+    const auto ofButton = [this, entry](const char* name, const QKeySequence& key = {}) {
         auto* button = findChild<QPushButton*>(QLatin1StringView(name));
-        m_view->addAction(button->text(), button, &QPushButton::click);
-    }
-    m_view->addAction(u"Ko&pieren"_s, m_view, &FilteredView::copySelected);
-    m_view->addAction(u"S&uchen"_s, QKeySequence(QKeySequence::Find), m_view, &FilteredView::wantSearch);
+        entry(button->text(), key, [button] { button->click(); });
+    };
+    const auto gap = [this] { m_view->addAction(QString())->setSeparator(true); };
+    for (const char* name : {"cmdSelAll", "cmdSelNon", "cmdSelSet", "cmdSelUnset"})
+        ofButton(name);
+    gap();
+    ofButton("cmdRefresh", QKeySequence::Refresh);
+    gap();
+    entry(u"Alles &markieren"_s, QKeySequence::SelectAll, [this] { m_view->selectAll(); });
+    entry(u"Ko&pieren"_s, QKeySequence::Copy, [this] { m_view->copySelected(); });
+    entry(u"S&uchen"_s, QKeySequence::Find, [this] { m_view->wantSearch(); });
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
@@ -321,16 +329,6 @@ void frmImportPb::showEvent(QShowEvent* event)
         QMetaObject::invokeMethod(this, &frmImportPb::takeGiven, Qt::QueuedConnection);
     else if (m_from == ImportFrom::AddressBook)
         QMetaObject::invokeMethod(this, &frmImportPb::activateBook, Qt::QueuedConnection);
-}
-
-bool frmImportPb::eventFilter(QObject* watched, QEvent* event)
-{
-    const bool isRefreshKey =
-        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F5;
-    if (watched != m_view || !isRefreshKey)
-        return QDialog::eventFilter(watched, event);
-    RebuildPreview();
-    return true;
 }
 
 void frmImportPb::reject()

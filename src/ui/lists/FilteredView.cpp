@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -21,6 +22,7 @@ FilteredView::FilteredView(QWidget* parent) : QTreeView(parent)
     setAlternatingRowColors(true);
     setSelectionMode(ExtendedSelection);
     setSelectionBehavior(SelectRows);
+    connect(this, &FilteredView::filtered, this, &FilteredView::showSentence);
 }
 
 void FilteredView::setModel(QAbstractItemModel* model)
@@ -31,6 +33,8 @@ void FilteredView::setModel(QAbstractItemModel* model)
     connect(model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
     connect(model, &QAbstractItemModel::rowsRemoved, this, &FilteredView::filtered);
+    connect(model, &QAbstractItemModel::modelReset, this, &FilteredView::showSentence);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &FilteredView::showSentence);
 }
 
 void FilteredView::setFilter(const QString& typed)
@@ -105,6 +109,42 @@ int FilteredView::firstShown() const
             return row;
     }
     return -1;
+}
+
+QString FilteredView::sentence() const
+{
+    if (lastRow() >= 0 && firstShown() < 0)
+        return QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.");
+    return ownSentence();
+}
+
+void FilteredView::showSentence()
+{
+    setAccessibleDescription(sentence());
+    viewport()->update();
+}
+
+/// The pixel row below the last row that is shown; 0 without any.
+int FilteredView::bottomOfRows() const
+{
+    for (int row = lastRow(); row >= 0; --row) {
+        if (!isRowHidden(row, {}))
+            return visualRect(model()->index(row, 0)).bottom();
+    }
+    return 0;
+}
+
+void FilteredView::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    const QString text = sentence();
+    const int margin = fontMetrics().height() * 2;
+    const QRect place = viewport()->rect().adjusted(margin, bottomOfRows() + margin, -margin, 0);
+    if (text.isEmpty() || place.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // readable when disabled too
+    painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text);
 }
 
 void FilteredView::enter()

@@ -23,6 +23,9 @@ public:
     void setFilter(const QString& typed);
     bool isFiltered() const { return !m_filter.isEmpty(); }
     int shownRows() const;
+    /// Text that is shown now, in the place of the rows or below them; empty for none. Screen readers read it
+    /// as the description of the list.
+    QString sentence() const;
 
     /// Takes the focus. If no row is selected it selects the current one, or else the first that is shown.
     void enter();
@@ -39,7 +42,10 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    int firstShown() const;
+    void paintEvent(QPaintEvent* event) override;
+    /// The sentence where the search does not hide all rows. The list calls showSentence() when it changes.
+    virtual QString ownSentence() const { return {}; }
+    void showSentence();
     int lastRow() const { return model() ? model()->rowCount() - 1 : -1; }
     /// These rows as ranges: a selection of thousands of single rows would take seconds.
     QItemSelection rangesOf(const std::function<bool(int row)>& isIn) const;
@@ -48,6 +54,8 @@ protected:
 
 private:
     void hideUnmatched(int first, int last);
+    int firstShown() const;
+    int bottomOfRows() const;
     QStringList textsOf(int row) const;
 
     toolkit::RowFilter m_filter;

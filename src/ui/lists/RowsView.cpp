@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 
 namespace kalmo::ui {
@@ -36,9 +35,6 @@ RowsView::RowsView(QWidget* parent) : FilteredView(parent), m_model(new RowsMode
             [this](const QModelIndex& index) { Q_EMIT rowDoubleClicked(index.row()); });
     // After the base class has taken over the new order.
     connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSelection, Qt::DirectConnection);
-    connect(m_model, &QAbstractItemModel::modelReset, this, &RowsView::showSentence);
-    connect(m_model, &QAbstractItemModel::rowsInserted, this, &RowsView::showSentence);
-    connect(this, &RowsView::filtered, this, &RowsView::showSentence);
 }
 
 void RowsView::setRows(ListRows& rows)
@@ -72,19 +68,11 @@ void RowsView::setNote(const QString& text)
     showSentence();
 }
 
-QString RowsView::sentence() const
+QString RowsView::ownSentence() const
 {
-    if (m_model->rowCount() > 0 && firstShown() < 0)
-        return QStringLiteral("Nichts gefunden. Esc zeigt wieder alle.");
     if (!m_note.isEmpty())
         return m_note;
     return m_model->rowCount() == 0 ? m_placeholder : QString();
-}
-
-void RowsView::showSentence()
-{
-    setAccessibleDescription(sentence());
-    viewport()->update();
 }
 
 void RowsView::setColumnCharacters(const QList<int>& characters)
@@ -92,29 +80,6 @@ void RowsView::setColumnCharacters(const QList<int>& characters)
     const int width = fontMetrics().averageCharWidth();
     for (int column = 0; column < characters.size(); ++column)
         setColumnWidth(column, (characters[column] + 3) * width);
-}
-
-/// The pixel row below the last row that is shown; 0 without any.
-int RowsView::bottomOfRows() const
-{
-    for (int row = lastRow(); row >= 0; --row) {
-        if (!isRowHidden(row, {}))
-            return visualRect(m_model->index(row, 0)).bottom();
-    }
-    return 0;
-}
-
-void RowsView::paintEvent(QPaintEvent* event)
-{
-    QTreeView::paintEvent(event);
-    const QString text = sentence();
-    const int margin = fontMetrics().height() * 2;
-    const QRect place = viewport()->rect().adjusted(margin, bottomOfRows() + margin, -margin, 0);
-    if (text.isEmpty() || place.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Active, QPalette::Text)); // readable when disabled too
-    painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text);
 }
 
 void RowsView::keyPressEvent(QKeyEvent* event)

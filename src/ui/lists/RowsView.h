@@ -35,9 +35,6 @@ public:
     /// Text below the last row, and in place of the placeholder without rows. Empty for none.
     void setNote(const QString& text);
     QString note() const { return m_note; }
-    /// Text that is shown now, in the place of the rows or below them; empty for none. Screen readers read it
-    /// as the description of the list.
-    QString sentence() const;
     /// Widths of the columns in average characters. Columns without a number keep their width.
     void setColumnCharacters(const QList<int>& characters);
 
@@ -62,7 +59,7 @@ Q_SIGNALS:
     void dragDropped(); ///< the rows of the last drag; the other program may ask for them only now
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    QString ownSentence() const override;
     void keyPressEvent(QKeyEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -70,9 +67,7 @@ protected:
     void leaveHidden(int first, int last) override;
 
 private:
-    void showSentence();
     void sortByHeader(int column);
-    int bottomOfRows() const;
     void showSelection();
     void showCurrent(int row);
 
