@@ -4,18 +4,51 @@
 #include "Shell.h"
 #include "support/TestProgram.h"
 
+namespace {
+
+/// A command after "--json --quiet" that is done, and the value that it prints.
+using Results = Rows<QString, QString, Shell::Prepare>;
+
+void checkResults(const Results& rows)
+{
+    rows.each([](const auto& line, const auto& value, const auto& prepare) {
+        Shell shell;
+        prepare(shell);
+        QCOMPARE(shell.run(u"--json --quiet "_s + line), ExitDone);
+        QCOMPARE(shell.value(), value);
+        QCOMPARE(shell.told, QString());
+    });
+}
+
+/// A command, its status, and the beginning of its messages.
+using Failures = Rows<QString, ExitStatus, QString, Shell::Prepare>;
+
+void checkFailures(const Failures& rows)
+{
+    rows.each([](const auto& line, const auto& status, const auto& told, const auto& prepare) {
+        Shell shell;
+        prepare(shell);
+        QCOMPARE(shell.run(line), status);
+        QCOMPARE(shell.told.first(qMin(told.size(), shell.told.size())), told);
+    });
+}
+
+} // namespace
+
 class tst_Commands : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void results();
+    void readings();
+    void changes();
+    void searchesThatFail();
     void failures();
     void readsAgainWhatIsDoubtful();
     void refusedMelodies();
 };
 
-void tst_Commands::results()
+void tst_Commands::readings()
 {
     const auto status = [](const QByteArray& model) {
         return [model](Shell& shell) -> Shell& {
@@ -24,7 +57,7 @@ void tst_Commands::results()
             return shell.twice("AT+CGMR\r", "4.2").twice("AT+CGSN\r", "0815");
         };
     };
-    Rows<QString, QString, Shell::Prepare> rows;
+    Results rows;
     rows.add("ports", u"ports"_s,
              u"[{\"description\":\"Siemens USB Kabel DCA-510\",\"device\":\"/dev/ttyX\",\"hardwareId\":"
              "\"USB\\\\VID_067B&PID_2303\",\"maker\":\"Maker\",\"number\":1}]"_s,
@@ -53,6 +86,12 @@ void tst_Commands::results()
             shell.found("WOODSTOCK").expect("AT^WSSL=\"NE\"\r");
             shell.script.expect("AT^WSRE\r", "^WSRE: 9,Nord, Ruf,5,01031").expectAll({"AT^WSRE\r", "AT\r"});
         });
+    checkResults(rows);
+}
+
+void tst_Commands::changes()
+{
+    Results rows;
     rows.add("clock, with a digit that the line loses once", u"clock set"_s,
              u"{\"phoneTime\":\"2026-11-21T12:00:00\",\"state\":\"done\"}"_s, [](Shell& shell) {
                  shell.found("WOODSTOCK").expect("AT+CCLK=26/11/21,12:00:01\r");
@@ -68,17 +107,10 @@ void tst_Commands::results()
                  shell.script.expect("AT^WRAL=33,6\r");
                  shell.twice("AT^WRAL?\r", "^WRAL: 33,6");
              });
-
-    rows.each([&](const auto& line, const auto& value, const auto& prepare) {
-        Shell shell;
-        prepare(shell);
-        QCOMPARE(shell.run(u"--json --quiet "_s + line), ExitDone);
-        QCOMPARE(shell.value(), value);
-        QCOMPARE(shell.told, QString());
-    });
+    checkResults(rows);
 }
 
-void tst_Commands::failures()
+void tst_Commands::searchesThatFail()
 {
     const auto silence = Shell::Prepare([](Shell& shell) {
         for (int rate = 0; rate < 3; ++rate) {
@@ -86,7 +118,7 @@ void tst_Commands::failures()
                 shell.port.expect(rate == 2 ? "ATZ\r\n" : "ATZ\r"); // the last one is for CR LF
         }
     });
-    Rows<QString, ExitStatus, QString, Shell::Prepare> rows;
+    Failures rows;
     rows.add("port that does not open", u"find"_s, ExitFailed, u"kalmoctl: No port.\n"_s, [](Shell& shell) {
         shell.port.Close();
         shell.port.openable = false;
@@ -104,6 +136,12 @@ void tst_Commands::failures()
                  shell.port.expect("ATZ\r").expect("ATZ\r", "ATZ\r\r\nOK\r\n");
                  shell.script.expect("AT+CGMM\r", "GAM").expect("AT^WPPN\r", "^WPPN: 3,X99");
              });
+    checkFailures(rows);
+}
+
+void tst_Commands::failures()
+{
+    Failures rows;
     rows.add("read that stops half-way", u"phonebook read"_s, ExitFailed,
              u"kalmoctl: could not read the phonebook: the phone did not give entry 2.\n"_s,
              [](Shell& shell) {
@@ -123,29 +161,16 @@ void tst_Commands::failures()
                  shell.found("WOODSTOCK");
                  shell.read({});
              });
-    const auto stopped = [](const QByteArray& model, const QByteArrayList& commands) {
-        return Shell::Prepare([=](Shell& shell) {
-            shell.found(model);
-            for (const QByteArray& command : commands)
-                shell.script.expect(command);
-            shell.script.then([&shell] { shell.stop.checked = true; });
-        });
-    };
-    const auto interrupted = u"kalmoctl: interrupted; nothing was changed.\n"_s;
-    rows.add("stopped once it is found", u"clock set"_s, ExitRefused, interrupted, stopped("WOODSTOCK", {}));
+    rows.add("stopped once it is found", u"clock set"_s, ExitRefused,
+             u"kalmoctl: interrupted; nothing was changed.\n"_s,
+             [](Shell& shell) { shell.found("WOODSTOCK").then([&shell] { shell.stop.checked = true; }); });
     rows.add("melody that is not there", u"ringtones set alarm Walser 1"_s, ExitWrongUse,
              u"kalmoctl: this handset has no melody \"Walser\"; did you mean \"Walzer\"?\n"_s,
              [](Shell& shell) {
                  shell.found("PICASSO");
                  shell.twice("AT^WFFO=\"3\"\r", "^WFFO: 0,Walzer,x,MID,1200,33");
              });
-
-    rows.each([&](const auto& line, const auto& status, const auto& told, const auto& prepare) {
-        Shell shell;
-        prepare(shell);
-        QCOMPARE(shell.run(line), status);
-        QCOMPARE(shell.told.first(qMin(told.size(), shell.told.size())), told);
-    });
+    checkFailures(rows);
 }
 
 void tst_Commands::readsAgainWhatIsDoubtful()

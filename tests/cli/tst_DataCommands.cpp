@@ -90,6 +90,26 @@ private Q_SLOTS:
                 handset.file(u"a;,b.txt"_s, "b");
                 handset.answers = {u"n"_s};
             });
+        rows.add(
+            "names that no file of the phone can have", u"files put ,; a\\b €"_s, ExitWrongUse,
+            u"[{'backup':null,'name':'','path':'/','size':1,'state':'unchanged','written':false},"
+            "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'state':'unchanged','written':false},"
+            "{'backup':null,'name':'€','path':'/€','size':1,'state':'unchanged','written':false}]"_s,
+            u"kalmoctl: the name ,; has nothing but commas and semicolons, which are left out.\n"
+            "kalmoctl: a\\b can't be the name of a file in the phone.\n"
+            "kalmoctl: /€ holds a letter that no name in the phone can have.\n"_s,
+            [](Handset& handset) {
+                handset.file(u",;"_s, "a");
+                handset.file(u"a\\b"_s, "b");
+                handset.file(u"€"_s, "c");
+            });
+        eachRun(rows);
+    }
+
+    /// A file that is replaced goes before the new one comes.
+    void aPhoneWithoutRoom()
+    {
+        DataRuns rows;
         rows.add("put saves what it replaces, and says where it lies when it fails",
                  u"--yes files put Liesmich.txt"_s, ExitFailed,
                  u"[{'backup':'HOME/storage/Backup/Liesmich 2026-11-21  12-00-09.txt','name':'Liesmich.txt',"
@@ -115,19 +135,6 @@ private Q_SLOTS:
                      QCOMPARE(handset(u"--yes files put Liesmich.txt"_s), ExitDone);
                      handset.port.handset().setFaults({.full = true});
                  });
-        rows.add(
-            "names that no file of the phone can have", u"files put ,; a\\b €"_s, ExitWrongUse,
-            u"[{'backup':null,'name':'','path':'/','size':1,'state':'unchanged','written':false},"
-            "{'backup':null,'name':'a\\\\b','path':'/a\\\\b','size':1,'state':'unchanged','written':false},"
-            "{'backup':null,'name':'€','path':'/€','size':1,'state':'unchanged','written':false}]"_s,
-            u"kalmoctl: the name ,; has nothing but commas and semicolons, which are left out.\n"
-            "kalmoctl: a\\b can't be the name of a file in the phone.\n"
-            "kalmoctl: /€ holds a letter that no name in the phone can have.\n"_s,
-            [](Handset& handset) {
-                handset.file(u",;"_s, "a");
-                handset.file(u"a\\b"_s, "b");
-                handset.file(u"€"_s, "c");
-            });
         eachRun(rows);
     }
 

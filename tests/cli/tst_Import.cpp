@@ -1,4 +1,4 @@
-// Previews and imports at the command line: what is printed, and what is refused.
+// Previews at the command line: the rows that are printed, and options and files that are refused.
 
 #include "Shell.h"
 #include "support/AddressBooks.h"
@@ -25,6 +25,18 @@ QString rowsOf(const QString& printed, const QStringList& keys)
     return lines.join(u'\n');
 }
 
+/// Runs a preview of these bytes, which the messages call "FILE". `words` are the kind of list and options.
+ExitStatus preview(Shell& shell, const QByteArray& bytes, const QStringList& words)
+{
+    const QString path = shell.file(u"source"_s, bytes);
+    QStringList line{u"preview"_s, path, u"--json"_s, u"--quiet"_s};
+    if (!words.isEmpty())
+        line << u"--for"_s << words;
+    const ExitStatus status = shell.CommandRunner::run(shell.port, line);
+    shell.told.replace(path, u"FILE"_s);
+    return status;
+}
+
 } // namespace
 
 class tst_Import : public QObject
@@ -34,10 +46,9 @@ class tst_Import : public QObject
 private Q_SLOTS:
     void previews()
     {
-        const QStringList classic{u"classic"_s};
-        const QStringList vcard{u"vcard"_s};
         Rows<QStringList, QByteArray, QString> rows;
-        rows.add("text", classic, table, u"-|Name||\nx|Meier, Peter|030|\nx|Siebzehn Zeichen.|2|\n-||3|"_s);
+        rows.add("text", {u"classic"_s}, table,
+                 u"-|Name||\nx|Meier, Peter|030|\nx|Siebzehn Zeichen.|2|\n-||3|"_s);
         rows.add("columns, one by position",
                  {u"classic"_s, u"--name"_s, u"#2"_s, u"--number"_s, u"-"_s, u"--birthday=WANN"_s}, table,
                  u"-|Nummer||\n-|+49 30||24.12  08:30\n-|2||\n-|3||"_s);
@@ -61,6 +72,21 @@ private Q_SLOTS:
                  {u"vcard"_s, u"--last-name"_s, u"firma"_s, u"--first-name"_s, u"-"_s, u"--home"_s, u"work"_s,
                   u"--work=-"_s, u"--email"_s, u"2"_s, u"--birthday"_s, u"-"_s, u"--drop-zero"_s},
                  cards, u"x|||+49221|||c@d|\nx|Firma|||0170|||"_s);
+        rows.each([](const auto& words, const auto& file, const auto& expected) {
+            Shell shell;
+            QCOMPARE(preview(shell, file, words), ExitDone);
+            const QStringList keys =
+                words.value(0) == u"classic"
+                    ? QStringList{u"name"_s, u"number"_s, u"birthday"_s}
+                    : QStringList{u"lastName"_s, u"firstName"_s, u"home"_s,    u"mobile"_s,
+                                  u"work"_s,     u"email"_s,     u"birthday"_s};
+            QCOMPARE(rowsOf(shell.printed, keys) + shell.told, expected);
+        });
+    }
+
+    void refused()
+    {
+        Rows<QStringList, QByteArray, QString> rows;
         rows.add("no --for", {}, table, u"\"preview\" needs --for classic or --for vcard."_s);
         rows.add("option of the other form", {u"classic"_s, u"--home"_s, u"x"_s}, table,
                  u"--home is for vCard phonebooks only."_s);
@@ -74,24 +100,12 @@ private Q_SLOTS:
             "name that can't be composed", {u"classic"_s, u"--compose"_s, u"home={Ort:3}"_s}, cards,
             u"\"home={Ort:3}\" is no value for --compose: it must be one or two fields like {Nachname:15}, "
             u"with at most 10 characters behind each."_s);
-        rows.add("no text", classic, QByteArray("PK\3\4\0", 5),
+        rows.add("no text", {u"classic"_s}, QByteArray("PK\3\4\0", 5),
                  u"could not import FILE: it is no text file; if it is UTF-16, say --encoding utf-16."_s);
         rows.each([](const auto& words, const auto& file, const auto& expected) {
             Shell shell;
-            const QString path = shell.file(u"source"_s, file);
-            QStringList line{u"preview"_s, path, u"--json"_s, u"--quiet"_s};
-            if (!words.isEmpty())
-                line << u"--for"_s << words;
-            const ExitStatus status = shell.CommandRunner::run(shell.port, line);
-            const QStringList keys =
-                words.value(0) == u"classic"
-                    ? QStringList{u"name"_s, u"number"_s, u"birthday"_s}
-                    : QStringList{u"lastName"_s, u"firstName"_s, u"home"_s,    u"mobile"_s,
-                                  u"work"_s,     u"email"_s,     u"birthday"_s};
-            const QString told = shell.told.replace(path, u"FILE"_s).trimmed();
-            QCOMPARE(status == ExitDone ? rowsOf(shell.printed, keys) : told,
-                     status == ExitDone ? expected : u"kalmoctl: "_s + expected);
-            QCOMPARE(status, told.isEmpty() ? ExitDone : ExitWrongUse);
+            QCOMPARE(preview(shell, file, words), ExitWrongUse);
+            QCOMPARE(shell.told, u"kalmoctl: "_s + expected + u'\n');
         });
     }
 

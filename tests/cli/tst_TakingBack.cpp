@@ -9,6 +9,32 @@ using operations::RecordedList;
 using operations::Records;
 using operations::State;
 
+namespace {
+
+void makeFiles(const Handset& handset)
+{
+    handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
+    handset.file(u"empty.txt"_s, "x");
+    handset.file(u"states.json"_s, "mine");
+    handset.file(u"one.json"_s, R"([{"lastName":"Łukasz; =41","home":"1","birthday":"1970-03-21T12:30"}])");
+    handset.file(u"no.json"_s, "[]");
+    handset.file(u"list.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])");
+    handset.file(u"turned.json"_s, R"([{"name":"B","number":"2"},{"name":"A","number":"1"}])");
+    handset.file(u"list.prv"_s, "\"Ost\",\"01032\"\r\n");
+}
+
+/// The record of a command that has been carried out.
+void checkRecord(const QJsonObject& record, const QString& command, Handset& handset)
+{
+    const QStringList words = command.split(u' ');
+    QCOMPARE(record[u"list"_s].toString(), words[0]);
+    QCOMPARE(record[u"cause"_s].toString(), words[0] == u"files"_s ? u"files "_s + words[1] : words[1]);
+    QCOMPARE(record[u"state"_s].toString(), u"done"_s);
+    QCOMPARE(record[u"serial"_s].toString(), handset.port.handset().phone().settings.serialNumber);
+}
+
+} // namespace
+
 class tst_TakingBack : public QObject
 {
     Q_OBJECT
@@ -60,15 +86,7 @@ void tst_TakingBack::everyChangeIsTakenBack()
     rows.add("providers replaced", u"WOODY"_s, {}, u"providers write HERE/list.prv"_s);
     rows.each([](const auto& model, const auto& ahead, const auto& command) {
         Handset handset({.model = model, .atOnce = true});
-        handset.file(u"new.bmp"_s, QByteArray("BM\0\xFF", 4).repeated(300));
-        handset.file(u"empty.txt"_s, "x");
-        handset.file(u"states.json"_s, "mine");
-        handset.file(u"one.json"_s,
-                     R"([{"lastName":"Łukasz; =41","home":"1","birthday":"1970-03-21T12:30"}])");
-        handset.file(u"no.json"_s, "[]");
-        handset.file(u"list.json"_s, R"([{"name":"A","number":"1"},{"name":"B","number":"2"}])");
-        handset.file(u"turned.json"_s, R"([{"name":"B","number":"2"},{"name":"A","number":"1"}])");
-        handset.file(u"list.prv"_s, "\"Ost\",\"01032\"\r\n");
+        makeFiles(handset);
         const auto run = [&](const QString& line) {
             const QString words = QString(line).replace(u"HERE"_s, handset.test.folder.path());
             const ExitStatus status = handset(u"--yes "_s + words);
@@ -85,14 +103,8 @@ void tst_TakingBack::everyChangeIsTakenBack()
         QVERIFY(after != before);
 
         QCOMPARE(run(u"--json history"_s), ExitDone);
-        const QJsonObject record =
-            QJsonDocument::fromJson(handset.printed.toUtf8()).array().first().toObject();
-        const QStringList words = command.split(u' ');
-        QCOMPARE(record[u"list"_s].toString(), words[0]);
-        QCOMPARE(record[u"cause"_s].toString(), words[0] == u"files"_s ? u"files "_s + words[1] : words[1]);
-        QCOMPARE(record[u"state"_s].toString(), u"done"_s);
-        QCOMPARE(record[u"serial"_s].toString(), handset.port.handset().phone().settings.serialNumber);
-
+        const QJsonObject record = QJsonDocument::fromJson(handset.printed.toUtf8())[0].toObject();
+        checkRecord(record, command, handset);
         QCOMPARE(run(u"undo --dry-run"_s), ExitDone);
         QCOMPARE(memory(), after);
         QCOMPARE(run(u"undo"_s), ExitDone);

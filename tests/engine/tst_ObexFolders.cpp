@@ -15,6 +15,8 @@ QByteArray enter(const QByteArray& folder, int flags)
     return packet(0x85, QByteArray(1, static_cast<char>(flags)) + '\0' + nameHeader(folder));
 }
 
+const QByteArray refusal = hex("C4 0003");
+const QByteArray otherSuccess = hex("20 0003");
 constexpr int succeeds = 0;
 constexpr int failsSilently = 1;
 
@@ -37,6 +39,28 @@ bool sendInFolder(clsMmc& mmc, const QByteArray& what, const QString& local)
                                : mmc.SetAttrib(u"x"_s, {}, {}, false);
 }
 
+/// In turn: requests and their answers, the failure, the folders that the client reports.
+using Operations = Rows<QList<QPair<QByteArray, QByteArray>>, int, QString, std::function<bool(ObexClient&)>>;
+
+void checkOperations(const Operations& operations)
+{
+    operations.each([](const auto& exchanges, const auto& failure, const auto& folders, const auto& run) {
+        OnlineClient online;
+        auto& [test, port, client] = online;
+        for (const auto& [request, answer] : exchanges)
+            port.expect(request, answer);
+        if (failure != succeeds && failure != failsSilently && failure != obex::FolderUnknown)
+            test.dialogs.expect(errorBox(GetFriedlyErrMsg(failure)));
+        QCOMPARE(run(client), failure == succeeds);
+        QStringList went;
+        for (const QString& event : client.events.filter(u"DirChange"_s))
+            went.append(event.section(u' ', 1));
+        QCOMPARE(went.join(u'|').remove(u"Mobile:"_s), folders);
+        QCOMPARE(client.mmc->DirAct(), went.isEmpty() ? u"Mobile:\\"_s : went.last());
+        QCOMPARE(client.events.count(u"BusyOn"_s), client.events.count(u"BusyOff"_s));
+    });
+}
+
 } // namespace
 
 class tst_ObexFolders : public QObject
@@ -45,7 +69,9 @@ class tst_ObexFolders : public QObject
 
 private Q_SLOTS:
     void listing();
-    void operations();
+    void walking();
+    void changes();
+    void folderIsUnknown();
     void capacities();
     void folderTotals();
 };
@@ -80,11 +106,44 @@ void tst_ObexFolders::listing()
     });
 }
 
-void tst_ObexFolders::operations()
+void tst_ObexFolders::walking()
 {
-    const QByteArray refused = hex("C4 0003");
-    const QByteArray notFinal = hex("20 0003");
     const QByteArray up = hex("85 0005 03 00");
+    const auto cd = [](const QString& path, bool isCreated = false) {
+        return [=](ObexClient& c) { return c.mmc->Cd(path, isCreated); };
+    };
+    Operations rows;
+    rows.add("Cd, root and doubled backslash", {{enter("a", 2), done}, {enter("b", 2), otherSuccess}},
+             succeeds, uR"(\a|\a\b)"_s, cd(u"mobile:\\a\\\\b\\"_s));
+    rows.add("Cd, creating", {{enter("\xE4", 0), done}}, succeeds, uR"(\ä)"_s, cd(u"ä"_s, true));
+    rows.add("Cd, the longest name", {{enter(QByteArray(506, 'x'), 2), done}}, succeeds,
+             u"\\"_s + QString(506, u'x'), cd(QString(506, u'x')));
+    rows.add("Cd, a name that no packet holds", {}, obex::RequestTooLong, {}, cd(QString(508, u'x')));
+    rows.add("Cd stops where it got to", {{enter("a", 2), done}, {enter("b", 2), refusal}}, 0xC4, uR"(\a)"_s,
+             cd(u"a\\b\\c"_s));
+    rows.add("Md goes inside", {{enter("a", 0), done}, {enter("b", 0), done}}, succeeds, uR"(\a|\a\b)"_s,
+             [](ObexClient& c) { return c.mmc->Md(u"a\\b"_s); });
+    rows.add("CdRoot", {{toRoot, done}}, succeeds, uR"(|\)"_s, [](ObexClient& c) { return c.mmc->CdRoot(); });
+    rows.add("CdRoot takes no other success", {{toRoot, otherSuccess}}, 0x20, {},
+             [](ObexClient& c) { return c.mmc->CdRoot(); });
+    rows.add("CdUp in the root", {}, succeeds, {}, [](ObexClient& c) { return c.mmc->CdUp(); });
+    rows.add("CdUp by way of the root",
+             {{enter("a", 2), done}, {enter("b", 2), done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
+             uR"(\a|\a\b||\|\a)"_s,
+             [](ObexClient& c) { return c.mmc->Cd(u"a\\b"_s, false) && c.mmc->CdUp(); });
+    rows.add("CdUp from nowhere", {{up, done}, {toRoot, done}}, succeeds, uR"(||\)"_s,
+             [](ObexClient& c) { return c.mmc->CdNull() && c.mmc->CdUp(); });
+    rows.add("saved and restored",
+             {{enter("a", 2), done}, {toRoot, done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
+             uR"(\a||\||\|\a)"_s, [](ObexClient& c) {
+                 const bool left = c.mmc->Cd(u"a"_s, false) && (c.mmc->DirActSave(), c.mmc->CdRoot());
+                 return left && c.mmc->DirActRestore();
+             });
+    checkOperations(rows);
+}
+
+void tst_ObexFolders::changes()
+{
     const QByteArray deleteX = packet(0x82, nameHeader("x"));
     const auto attributes = [](const QByteArray& sent, const QByteArray& text) {
         return packet(0x82, nameHeader(sent) + header(0x4C, hex("38 08") + text));
@@ -101,48 +160,7 @@ void tst_ObexFolders::operations()
     const auto del = [](bool silent, bool force = false) {
         return [=](ObexClient& c) { return c.mmc->Del(u"x"_s, c.progress.all(), nullptr, silent, force); };
     };
-
-    // In turn: requests and their answers, the failure, the folder that the client reports.
-    Rows<QList<QPair<QByteArray, QByteArray>>, int, QString, std::function<bool(ObexClient&)>> rows;
-    rows.add("Cd, root and doubled backslash", {{enter("a", 2), done}, {enter("b", 2), notFinal}}, succeeds,
-             uR"(\a|\a\b)"_s, [](ObexClient& c) { return c.mmc->Cd(u"mobile:\\a\\\\b\\"_s, false); });
-    rows.add("Cd, creating", {{enter("\xE4", 0), done}}, succeeds, uR"(\ä)"_s,
-             [](ObexClient& c) { return c.mmc->Cd(u"ä"_s, true); });
-    rows.add("Cd, the longest name", {{enter(QByteArray(506, 'x'), 2), done}}, succeeds,
-             u"\\"_s + QString(506, u'x'),
-             [](ObexClient& c) { return c.mmc->Cd(QString(506, u'x'), false); });
-    rows.add("Cd, a name that no packet holds", {}, obex::RequestTooLong, {},
-             [](ObexClient& c) { return c.mmc->Cd(QString(508, u'x'), false); });
-    rows.add("delete, such a name", {}, obex::RequestTooLong, {},
-             [](ObexClient& c) { return c.mmc->Del(QString(510, u'x'), c.progress.all()); });
-    rows.add("Cd stops where it got to", {{enter("a", 2), done}, {enter("b", 2), refused}}, 0xC4, uR"(\a)"_s,
-             [](ObexClient& c) { return c.mmc->Cd(u"a\\b\\c"_s, false); });
-    rows.add("Md goes inside", {{enter("a", 0), done}, {enter("b", 0), done}}, succeeds, uR"(\a|\a\b)"_s,
-             [](ObexClient& c) { return c.mmc->Md(u"a\\b"_s); });
-    rows.add("CdRoot", {{toRoot, done}}, succeeds, uR"(|\)"_s, [](ObexClient& c) { return c.mmc->CdRoot(); });
-    rows.add("CdRoot takes no other success", {{toRoot, notFinal}}, 0x20, {},
-             [](ObexClient& c) { return c.mmc->CdRoot(); });
-    rows.add("CdUp in the root", {}, succeeds, {}, [](ObexClient& c) { return c.mmc->CdUp(); });
-    rows.add("CdUp by way of the root",
-             {{enter("a", 2), done}, {enter("b", 2), done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
-             uR"(\a|\a\b||\|\a)"_s,
-             [](ObexClient& c) { return c.mmc->Cd(u"a\\b"_s, false) && c.mmc->CdUp(); });
-    rows.add("CdUp from nowhere", {{up, done}, {toRoot, done}}, succeeds, uR"(||\)"_s,
-             [](ObexClient& c) { return c.mmc->CdNull() && c.mmc->CdUp(); });
-    for (const char* what : {"Cd", "Md", "Dir", "Del", "GetFile", "PutFile", "SetAttrib"}) {
-        rows.add(what, {{toRoot, refused}}, obex::FolderUnknown, u""_s, [what](ObexClient& c) {
-            c.test.sy.PhoneType = 12;
-            c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC4)));
-            c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::FolderUnknown)));
-            return c.mmc->CdRoot() || sendInFolder(*c.mmc, what, c.test.makeFile(u"x"_s, "x"));
-        });
-    }
-    rows.add("saved and restored",
-             {{enter("a", 2), done}, {toRoot, done}, {toRoot, done}, {enter("a", 0), done}}, succeeds,
-             uR"(\a||\||\|\a)"_s, [](ObexClient& c) {
-                 const bool left = c.mmc->Cd(u"a"_s, false) && (c.mmc->DirActSave(), c.mmc->CdRoot());
-                 return left && c.mmc->DirActRestore();
-             });
+    Operations rows;
     rows.add("delete, silent timeout", {{deleteX, ""}}, failsSilently, {}, del(true));
     rows.add("delete by the whole path",
              {{enter("Sounds", 2), done}, {packet(0x82, nameHeader("/Sounds/x")), done}}, succeeds,
@@ -151,29 +169,31 @@ void tst_ObexFolders::operations()
                  return c.mmc->Cd(u"Sounds"_s, false) && del(false)(c);
              });
     rows.add("delete by force, attributes refused",
-             {{attributes("x", "\"RWD\"\"RWD\""), refused}, {deleteX, done}}, succeeds, {}, del(false, true));
+             {{attributes("x", "\"RWD\"\"RWD\""), refusal}, {deleteX, done}}, succeeds, {}, del(false, true));
+    rows.add("delete, a name that no packet holds", {}, obex::RequestTooLong, {},
+             [](ObexClient& c) { return c.mmc->Del(QString(510, u'x'), c.progress.all()); });
     rows.add("rename", {{renameAb, done}}, succeeds, {}, rename(u"Mobile:\\a\\\\b"_s));
-    rows.add("rename takes no other success", {{renameAb, notFinal}}, 0x20, {}, rename(u"a\\b"_s));
+    rows.add("rename takes no other success", {{renameAb, otherSuccess}}, 0x20, {}, rename(u"a\\b"_s));
     rows.add("rename, longest path", {{renameLongest, done}}, succeeds, {}, rename(QString(126, u'x')));
     rows.add("rename, too long a path", {}, obex::RequestTooLong, {}, rename(QString(127, u'x')));
-    rows.add("read only", {{attributes("a", "\"RWD\"\"R\""), notFinal}}, succeeds, {},
+    rows.add("read only", {{attributes("a", "\"RWD\"\"R\""), otherSuccess}}, succeeds, {},
              [](ObexClient& c) { return c.mmc->SetPermissionReadOnly(u"a"_s); });
+    checkOperations(rows);
+}
 
-    rows.each([&](const auto& exchanges, const auto& failure, const auto& folders, const auto& run) {
-        OnlineClient online;
-        auto& [test, port, client] = online;
-        for (const auto& [request, answer] : exchanges)
-            port.expect(request, answer);
-        if (failure != succeeds && failure != failsSilently && failure != obex::FolderUnknown)
-            test.dialogs.expect(errorBox(GetFriedlyErrMsg(failure)));
-        QCOMPARE(run(client), failure == succeeds);
-        QStringList went;
-        for (const QString& event : client.events.filter(u"DirChange"_s))
-            went.append(event.section(u' ', 1));
-        QCOMPARE(went.join(u'|').remove(u"Mobile:"_s), folders);
-        QCOMPARE(client.mmc->DirAct(), went.isEmpty() ? u"Mobile:\\"_s : went.last());
-        QCOMPARE(client.events.count(u"BusyOn"_s), client.events.count(u"BusyOff"_s));
-    });
+/// After a step that the phone refused, nothing that names something in the current folder is sent.
+void tst_ObexFolders::folderIsUnknown()
+{
+    Operations rows;
+    for (const char* what : {"Cd", "Md", "Dir", "Del", "GetFile", "PutFile", "SetAttrib"}) {
+        rows.add(what, {{toRoot, refusal}}, obex::FolderUnknown, u""_s, [what](ObexClient& c) {
+            c.test.sy.PhoneType = 12;
+            c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC4)));
+            c.test.dialogs.expect(errorBox(GetFriedlyErrMsg(obex::FolderUnknown)));
+            return c.mmc->CdRoot() || sendInFolder(*c.mmc, what, c.test.makeFile(u"x"_s, "x"));
+        });
+    }
+    checkOperations(rows);
 }
 
 void tst_ObexFolders::capacities()
