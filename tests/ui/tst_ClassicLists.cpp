@@ -92,6 +92,7 @@ private Q_SLOTS:
     void reads();
     void writes();
     void asksBeforeTheErase();
+    void warnsOfOtherEntries();
     void erasesNothingUnsaved();
     void saysWhatThePhoneHolds();
 };
@@ -197,6 +198,13 @@ void tst_ClassicLists::asksBeforeTheErase()
              ClassicScript& script = desk.probe().ask(unread, Answer::No).script;
              script.expect("AT^WSSL=\"TB\"\r").refuse("AT^WSRE\r").expect("AT\r");
          }},
+    });
+}
+
+/// Entries that the phone would hold otherwise than the list.
+void tst_ClassicLists::warnsOfOtherEntries()
+{
+    checkWritings({
         {"what the phone can't hold", u"refused: phone"_s,
          [](Desk& desk) {
              desk.shows({{u"A\x1b"_s, u"1"_s, u"31.02  08:30"_s, u"Tango"_s},

@@ -26,6 +26,28 @@ void chooseFiles(FilePanel& made, const QList<int>& sizes)
     made.choose(paths);
 }
 
+const QString clash =
+    u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
+
+/// Sends a file that is "Eis.L22" in the phone.
+struct Uploads : FilePanel
+{
+    Uploads() : FilePanel(u"Sounds"_s, {}, u"SL450HX"_s) {}
+
+    void choose(const QByteArray& content) { FilePanel::choose({test.makeFile(u"Ei,s.L22"_s, content)}); }
+    /// Replaces the phone's file at these faults, which end in a box that begins like this.
+    void replaceIn(const Faults& faults, const QString& box)
+    {
+        ask(clash, Answer::Yes);
+        setFaults(faults);
+        test.dialogs.expectStart(box);
+        press("open");
+        setFaults({});
+    }
+
+    const QString path = test.path(u"Ei,s.L22"_s);
+};
+
 } // namespace
 
 class FileTransfers : public QObject
@@ -60,7 +82,11 @@ private Q_SLOTS:
         older.expectTarget();
         older.expect(u"Nicht mehr im Telefon vorhanden, bitte laden Sie das Verzeichnis neu:\nPiep.wav"_s);
         older.save(1);
+    }
 
+    /// A file that is larger than the listing says is kept by consent only.
+    void partialDownloads()
+    {
         const Rows<QString, int, Answer> partial{
             // the request for the file, after those for the listing
             {"not saved", u"Piep.wav"_s, 2, Answer::No},
@@ -84,7 +110,10 @@ private Q_SLOTS:
             }
             QCOMPARE(isOpened ? larger.dialogs : larger.saved().size(), answer == Answer::Yes ? 1 : 0);
         });
+    }
 
+    void namesThatNoFileHereCanHave()
+    {
         FilePanel hostile({}, {.faults = {.hostileNames = true}});
         hostile.select(
             {u"FIL_.."_s, u"FIL_C:x.txt"_s, u"FIL_"_s + QString(300, u'L'), u"FIL_Liesmich.txt"_s});
@@ -229,72 +258,58 @@ private Q_SLOTS:
 
     void uploads()
     {
-        FilePanel made(u"Sounds"_s, {}, u"SL450HX"_s);
-        const QString path = made.test.path(u"Ei,s.L22"_s);
-        const auto upload = [&](const QByteArray& content) {
-            made.choose({made.test.makeFile(u"Ei,s.L22"_s, content)});
-        };
-        const QString clash =
-            u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei überschreiben?"_s;
+        Uploads made;
         for (const QByteArray content : {"eins", "zwei", "drei"}) {
-            upload(content);
+            made.choose(content);
             if (content != "eins")
                 made.ask(clash, content == "zwei" ? Answer::No : Answer::Yes);
             made.press("open");
             QCOMPARE(made.held(u"Eis.L22"_s), content == "zwei" ? "eins" : content);
         }
-        // A file that can't be sent costs nothing in the phone, and a file of the phone is saved before it
-        // goes.
-        const QDir backups(made.test.storage + u"/Backup"_s);
-        upload("vier");
-        QVERIFY(QFile::remove(path));
-        made.expect(u"Datei "_s + path + u" existiert nicht."_s);
+        made.FilePanel::choose({made.test.makeFile(u"€.L22"_s, "x")});
+        made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.L22"_s);
         made.press("open");
-        QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s) && backups.entryList(QDir::Files).size() == 1);
-        upload("vier");
-        made.ask(clash, Answer::Yes);
-        made.setFaults({.full = true});
+        made.choose(QByteArray(30000000, 'x'));
+        made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
+        made.press("open");
+    }
+
+    /// A file of the phone is saved before it goes, and one that can't be sent costs nothing in the phone.
+    void replacedFilesAreSaved()
+    {
+        Uploads made;
+        made.choose("drei");
+        made.press("open");
+        const QDir backups(made.test.storage + u"/Backup"_s);
+        made.choose("vier");
+        QVERIFY(QFile::remove(made.path));
+        made.expect(u"Datei "_s + made.path + u" existiert nicht."_s);
+        made.press("open");
+        QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s) && backups.entryList(QDir::Files).isEmpty());
         const QString full =
             failureWords(0xE0) +
             u"\n\nDie Datei \"Eis.L22\" wurde nicht ersetzt. Eine Kopie der bisherigen Datei "
             u"liegt hier:\n"_s +
             backups.filePath(u"Eis 2"_s);
-        made.test.dialogs.expectStart(full);
-        made.press("open");
+        made.choose("vier");
+        made.replaceIn({.full = true}, full);
         QVERIFY(!made.shown().contains(u"FIL_Eis.L22"_s));
-        const QStringList copies = backups.entryList({u"Eis*.L22"_s}, QDir::Files, QDir::Name);
-        QCOMPARE(copies.size(), 2);
+        const QStringList copies = backups.entryList({u"Eis*.L22"_s}, QDir::Files);
+        QCOMPARE(copies.size(), 1);
         QCOMPARE(TestContext::contentOf(backups.filePath(copies.last())), "drei");
-        made.setFaults({});
 
-        made.choose({made.test.makeFile(u"€.L22"_s, "x")});
-        made.expect(u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:\n€.L22"_s);
+        made.choose("fünf");
         made.press("open");
-
-        // Nothing is replaced if its backup does not match the phone's listing.
-        upload("fünf");
-        made.press("open");
-        upload("sechs");
-        made.ask(clash, Answer::Yes);
-        made.setFaults({.surplusAt = 2}); // after the listing
-        made.expect(
+        made.choose("sechs"); // the backup does not match the phone's listing
+        made.replaceIn(
+            {.surplusAt = 2},
             u"Die Datei \"Eis.L22\" konnte im Telefon nicht vollständig gelesen werden. Ohne Sicherung "
             u"wird sie nicht ersetzt."_s);
-        made.press("open");
         QVERIFY(made.shown().contains(u"FIL_Eis.L22"_s));
-        made.setFaults({});
 
         // Several files have one box for what the client does not say.
-        made.choose({path, made.test.makeFile(u"Zwei.L22"_s, "zwei")});
-        made.ask(clash, Answer::Yes);
-        made.setFaults({.full = true});
-        made.test.dialogs.expectStart(full);
-        made.press("open");
-        made.setFaults({});
-
-        upload(QByteArray(30000000, 'x'));
-        made.expect(u"Im Telefon ist zu wenig Speicher frei, um den Vorgang ausfürhen zu können."_s);
-        made.press("open");
+        made.FilePanel::choose({made.path, made.test.makeFile(u"Zwei.L22"_s, "zwei")});
+        made.replaceIn({.full = true}, full);
     }
 
     /// First chunk and two whole further ones: the count of frames looks like an upload that ended early.
@@ -306,9 +321,7 @@ private Q_SLOTS:
             for (const bool replaces : {false, true}) {
                 made.choose({path});
                 if (replaces)
-                    made.ask(u"Die Datei \"Eis.L22\" befindet sich bereits auf dem Mobiltelefon.\nDatei "
-                             u"überschreiben?"_s,
-                             Answer::Yes);
+                    made.ask(clash, Answer::Yes);
                 made.setFaults({.earlySuccess = isCutOff && replaces});
                 made.test.dialogs.expectStart(
                     u"Das Telefon hat behauptet, bereits die komplette Datei \"Eis.L22\" erhalten zu haben"_s);

@@ -13,6 +13,28 @@ void expectBoxes(OpenWindow& open, const QStringList& starts)
         open.test.dialogs.expectStart(start);
 }
 
+const QString lostAccess = u"Fehler beim Zugriff auf das Telefon"_s;
+
+/// Closes the dialog of each import once its preview is there, and notes its counts.
+struct ImportUser
+{
+    ImportUser()
+    {
+        timer.callOnTimeout([this] {
+            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
+            if (text.startsWith(u"0 von 0"_s))
+                return;
+            counts.append(text);
+            form->reject();
+        });
+        timer.start(0);
+    }
+
+    QStringList counts;
+    QTimer timer;
+};
+
 } // namespace
 
 class tst_GivenFiles : public QObject
@@ -89,70 +111,68 @@ private Q_SLOTS:
 
     void importReadsTheListAhead()
     {
-        const QString noAccess = u"Fehler beim Zugriff auf das Telefon"_s;
         OpenWindow open(u"PICASSO"_s);
         const QString path = open.test.makeFile(u"a.csv"_s, "Name;Nummer\nMUTTER;052134567\n");
-        QStringList counts;
-        QTimer user;
-        connect(&user, &QTimer::timeout, &open.window, [&] {
-            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
-            if (text.startsWith(u"0 von 0"_s))
-                return;
-            counts.append(text);
-            form->reject();
-        });
-        user.start(0);
+        ImportUser user;
         open.port.handset().setFaults({.refuseCommandAt = 1});
         for (const Answer answer : {Answer::No, Answer::Yes}) {
-            expectBoxes(open, {noAccess, u"Das Telefonbuch wurde bisher noch nicht eingelesen."_s, noAccess});
+            expectBoxes(open,
+                        {lostAccess, u"Das Telefonbuch wurde bisher noch nicht eingelesen."_s, lostAccess});
             open.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, answer);
             open.window.openGiven(path);
             QCoreApplication::processEvents();
         }
-        QTRY_COMPARE(counts,
+        QTRY_COMPARE(user.counts,
                      QStringList(u"1 von 2 zum Import ausgewählt, nicht mit dem Telefonbuch verglichen"_s));
         open.port.handset().setFaults({});
-        child<ui::StatusArea>(open.window, "sta")
-            .SetBusy(true); // a file of the command line waits for the start
+        auto& status = child<ui::StatusArea>(open.window, "sta");
+        status.SetBusy(true); // a file of the command line waits for the start
         open.window.openGiven(path);
-        child<ui::StatusArea>(open.window, "sta").SetBusy(false);
-        QTRY_COMPARE(counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
+        status.SetBusy(false);
+        QTRY_COMPARE(user.counts.value(1), u"0 von 2 zum Import ausgewählt, 1 schon vorhanden"_s);
         open.port.handset().setFaults({.refuseCommandAt = 1});
-        expectBoxes(open, {noAccess, u"Die Providerliste wurde bisher noch nicht eingelesen."_s, noAccess});
+        expectBoxes(open,
+                    {lostAccess, u"Die Providerliste wurde bisher noch nicht eingelesen."_s, lostAccess});
         // Entries are compared with the phonebook all the same.
         open.expectQuestion(u"Die Providerliste ist nicht eingelesen. Beim Schreiben"_s, Answer::No);
         open.window.goTo(u"NE"_s);
         child<QMenu>(open.window, "mnuImport_NE").actions().first()->trigger();
         QCoreApplication::processEvents();
+    }
 
-        OpenWindow vcard(u"SL400H"_s);
-        vcard.port.handset().setFaults({.refuseAt = 1});
-        expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
-        vcard.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, Answer::No);
-        const QString table = vcard.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n");
-        vcard.window.openGiven(table);
+    void importReadsTheContactsAhead()
+    {
+        OpenWindow open(u"SL400H"_s);
+        const QStringList failure{u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s};
+        open.port.handset().setFaults({.refuseAt = 1});
+        expectBoxes(open, failure);
+        open.expectQuestion(u"Das Telefonbuch ist nicht eingelesen."_s, Answer::No);
+        const QString table = open.test.makeFile(u"a.csv"_s, "Name;Telefon\nMUTTER;052134567\n");
+        open.window.openGiven(table);
         QCoreApplication::processEvents();
         QVERIFY(!QApplication::activeModalWidget());
         // A save reads the whole phonebook, which the import is compared with then.
-        vcard.port.handset().setFaults({.refuseAt = 8});
-        expectBoxes(vcard, {u"Beim Zugriff auf das Telefon"_s, u"Fehler beim Lesen des Adressbuchs."_s});
-        user.stop();
-        QTest::keyClick(&vcard.window, Qt::Key_F5);
-        vcard.port.handset().setFaults({});
-        QTimer::singleShot(0, &vcard.window, [] {
+        open.port.handset().setFaults({.refuseAt = 8});
+        expectBoxes(open, failure);
+        QTest::keyClick(&open.window, Qt::Key_F5);
+        open.port.handset().setFaults({});
+        QTimer::singleShot(0, &open.window, [] {
             QWidget& form = *QApplication::activeModalWidget();
             QTest::keyClicks(&child<QLineEdit>(form, "txtTelHandy"), u"0170"_s);
             QTest::mouseClick(&child<QPushButton>(form, "cmdSpeichern"), Qt::LeftButton);
         });
-        QTest::keyClick(&vcard.window, Qt::Key_N, Qt::ControlModifier);
-        user.start(0);
-        vcard.window.openGiven(table);
-        QTRY_COMPARE(counts.value(2), u"1 von 2 zum Import ausgewählt"_s);
+        QTest::keyClick(&open.window, Qt::Key_N, Qt::ControlModifier);
+        ImportUser user;
+        open.window.openGiven(table);
+        QTRY_COMPARE(user.counts, QStringList(u"1 von 2 zum Import ausgewählt"_s));
+    }
 
+    /// The settings hide the window.
+    void noImportInAHiddenWindow()
+    {
         OpenWindow left(u"PICASSO"_s, u"TB"_s);
         child<QMenu>(left.window, "mnuImport_TB").actions().first()->trigger();
-        left.window.hide(); // for the settings
+        left.window.hide();
         QCoreApplication::processEvents();
         QVERIFY(!QApplication::activeModalWidget());
     }

@@ -69,6 +69,42 @@ struct LostWindow : WatchedWindow
     QTimer leaver;
 };
 
+/// Loses the line or the phone in a section, gives the command there twice, finds the phone again, loses it
+/// once more and closes the window. `lost` is the list and its sentence after the command.
+void checkLoss(const Act& act, Loss loss, const QString& entered, const QString& lost)
+{
+    const bool areFiles = act.node == u"FFS"_s;
+    const QString inOrder = entered + u"verbunden"_s + (areFiles ? u", offen"_s : QString()) + u", 0 boxes"_s;
+    const QString connection = loss == Loss::Gone ? u"getrennt"_s : u"antwortet nicht"_s;
+    const bool staysOpen = areFiles && loss == Loss::Silent;
+    const QString afterwards = lost + connection + (staysOpen ? u", offen"_s : QString());
+    LostWindow open(act.model);
+    const QSignalSpy searched(&open.window, &ui::frmPB::searchRequested);
+    const QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
+    open.window.goTo(act.node);
+    QCOMPARE(open.state(), inOrder);
+    open.lose(loss);
+    for (int time = 0; time < 2; ++time) {
+        open.give(act);
+        QCOMPARE(open.state(), afterwards + u", 1 boxes"_s);
+    }
+    QVERIFY2(open.status().endsWith(open.connection().toolTip()), qPrintable(open.status()));
+    const auto& search = child<QToolButton>(open.window, "cmdReconnect");
+    QVERIFY(search.isVisible());
+    click(open.window, "cmdReconnect");
+    QCOMPARE(open.state(), lost + connection + u", 0 boxes"_s);
+    QVERIFY(searched.size() == 1 && !open.window.isVisible());
+    open.findAgain();
+    QCOMPARE(open.state(), inOrder);
+    QVERIFY2(!open.status().contains(u"\"Erneut verbinden\""_s), qPrintable(open.status()));
+    QVERIFY(!search.isVisible());
+    open.lose(loss);
+    open.window.close();
+    // A phone that is there and does not leave its data mode is worth a box.
+    QCOMPARE(open.state(), entered + u"getrennt"_s + (staysOpen ? u", 1 boxes"_s : u", 0 boxes"_s));
+    QVERIFY(closed.size() == 1 && !open.window.isVisible() && !open.port.IsOpen());
+}
+
 } // namespace
 
 class LostLine : public QObject
@@ -86,59 +122,22 @@ private Q_SLOTS:
         const Act device{u"SL400H"_s, u"DIV"_s, Qt::Key_F5};
         const Act clock{u"WOODSTOCK"_s, u"DIV"_s, {}, "cmdUhrSync"};
         const Act areaCodes{u"SL400H"_s, u"SPONSOR"_s, {}, nullptr, u"VW"_s};
-        const QString failed = u", Die Liste konnte nicht gelesen werden, "_s;
-        const QString folder = u"2, Der Ordner konnte nicht gelesen werden, "_s;
-        const QString gone = u"getrennt"_s;
-        const QString silent = u"antwortet nicht"_s;
+        const QString failed = u"0, Die Liste konnte nicht gelesen werden, "_s;
+        const QString noFolder = u"2, Der Ordner konnte nicht gelesen werden, "_s;
         // The state in the section, and that after the command on the line that was lost.
-        const Rows<Act, Loss, QString, QString> rows{
-            {"phonebook, gone", phonebook, Loss::Gone, u"25, "_s, u"25, "_s + gone},
-            {"phonebook, silent", phonebook, Loss::Silent, u"25, "_s, u"25, "_s + silent},
-            {"providers, gone", providers, Loss::Gone, u"5, "_s, u"5, "_s + gone},
-            {"providers, silent", providers, Loss::Silent, u"5, "_s, u"5, "_s + silent},
-            {"sounds, gone", sounds, Loss::Gone, u"4, "_s, u"0"_s + failed + gone},
-            {"sounds, silent", sounds, Loss::Silent, u"4, "_s, u"0"_s + failed + silent},
-            {"contacts, gone", contacts, Loss::Gone, u"25, "_s, u"0"_s + failed + gone},
-            {"contacts, silent", contacts, Loss::Silent, u"25, "_s, u"0"_s + failed + silent},
-            {"files, gone", files, Loss::Gone, u"7, "_s, folder + gone},
-            {"files, silent", files, Loss::Silent, u"7, "_s, folder + silent + u", offen"_s},
-            {"device, gone", device, Loss::Gone, u"fraDIV, "_s, u"fraDIV, "_s + gone},
-            {"device, silent", device, Loss::Silent, u"fraDIV, "_s, u"fraDIV, "_s + silent},
-            {"clock, gone", clock, Loss::Gone, u"fraDIV, "_s, u"fraDIV, "_s + gone},
-            {"clock, silent", clock, Loss::Silent, u"fraDIV, "_s, u"fraDIV, "_s + silent},
-            {"area codes, gone", areaCodes, Loss::Gone, u"fraAd, "_s, u"fraAd, "_s + gone},
-            {"area codes, silent", areaCodes, Loss::Silent, u"fraAd, "_s, u"fraAd, "_s + silent},
+        const Rows<Act, QString, QString> rows{
+            {"phonebook", phonebook, u"25, "_s, u"25, "_s},
+            {"providers", providers, u"5, "_s, u"5, "_s},
+            {"sounds", sounds, u"4, "_s, failed},
+            {"contacts", contacts, u"25, "_s, failed},
+            {"files", files, u"7, "_s, noFolder},
+            {"device", device, u"fraDIV, "_s, u"fraDIV, "_s},
+            {"clock", clock, u"fraDIV, "_s, u"fraDIV, "_s},
+            {"area codes", areaCodes, u"fraAd, "_s, u"fraAd, "_s},
         };
-        rows.each([&gone](const Act& act, Loss loss, const QString& entered, const QString& lost) {
-            const bool areFiles = act.node == u"FFS"_s;
-            const QString inOrder =
-                entered + u"verbunden"_s + (areFiles ? u", offen"_s : QString()) + u", 0 boxes"_s;
-            LostWindow open(act.model);
-            const QSignalSpy searched(&open.window, &ui::frmPB::searchRequested);
-            const QSignalSpy closed(&open.window, &ui::frmPB::closedByUser);
-            open.window.goTo(act.node);
-            QCOMPARE(open.state(), inOrder);
-            open.lose(loss);
-            for (int time = 0; time < 2; ++time) {
-                open.give(act);
-                QCOMPARE(open.state(), lost + u", 1 boxes"_s);
-            }
-            QVERIFY2(open.status().endsWith(open.connection().toolTip()), qPrintable(open.status()));
-            const auto& search = child<QToolButton>(open.window, "cmdReconnect");
-            QVERIFY(search.isVisible());
-            click(open.window, "cmdReconnect");
-            QCOMPARE(open.state(), QString(lost).remove(u", offen"_s) + u", 0 boxes"_s);
-            QVERIFY(searched.size() == 1 && !open.window.isVisible());
-            open.findAgain();
-            QCOMPARE(open.state(), inOrder);
-            QVERIFY2(!open.status().contains(u"\"Erneut verbinden\""_s), qPrintable(open.status()));
-            QVERIFY(!search.isVisible());
-            open.lose(loss);
-            open.window.close();
-            // A phone that is there and does not leave its data mode is worth a box.
-            const bool staysOpen = areFiles && loss == Loss::Silent;
-            QCOMPARE(open.state(), entered + gone + (staysOpen ? u", 1 boxes"_s : u", 0 boxes"_s));
-            QVERIFY(closed.size() == 1 && !open.window.isVisible() && !open.port.IsOpen());
+        rows.each([](const Act& act, const QString& entered, const QString& lost) {
+            checkLoss(act, Loss::Gone, entered, lost);
+            checkLoss(act, Loss::Silent, entered, lost);
         });
     }
 

@@ -20,6 +20,34 @@ QString labelOf(const QObject& view, const char* name)
     return child<QLabel>(view, name).text();
 }
 
+const QString natural = u"Anzeige in originaler Größe"_s;
+
+/// The preview of a picture of 100 by 100 pixels.
+struct PictureView : TestProgram
+{
+    PictureView() : TestProgram(u"SL450HX"_s), file(pictureFile(test, u"a.bmp"_s, {100, 100}))
+    {
+        QVERIFY(view.Form_Present(file, u"a.bmp"_s));
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QCoreApplication::processEvents();
+    }
+    void closeAfter(
+        double seconds, const std::function<void()>& look = [] {})
+    {
+        hasStayed = false;
+        test.clock.after(seconds, [this, look] {
+            look();
+            view.close();
+            hasStayed = view.isVisible();
+        });
+    }
+
+    QString file;
+    ui::frmMmc_View view{program};
+    bool hasStayed = false; ///< when it was closed
+};
+
 } // namespace
 
 class tst_Preview : public QObject
@@ -30,14 +58,13 @@ private Q_SLOTS:
     void pictures()
     {
         const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-        const QString natural = u"Anzeige in originaler Größe"_s;
         const Rows<QSize, bool, QString, bool> rows{
             {"small", {100, 100}, false, natural, true},
             {"larger than the screen", screen * 2, false,
              u"1:1 nicht möglich - verkleinerter Darstellung um Faktor "_s, false},
             {"as large as it is", screen * 2, true, natural, true},
         };
-        for (const auto& [size, original, told, isNatural] : rows) {
+        rows.each([&screen](const QSize& size, bool original, const QString& told, bool isNatural) {
             TestProgram made(u"SL450HX"_s);
             ui::frmMmc_View view(made.program);
             QVERIFY(view.Form_Present(pictureFile(made.test, u"a.png"_s, size), u"a.png"_s, original));
@@ -50,43 +77,35 @@ private Q_SLOTS:
                 click(view, "cmdBmp1zu1");
                 QCOMPARE(child<QLabel>(view, "imgBmp").size(), size);
             }
-        }
-        TestProgram made(u"SL450HX"_s);
-        ui::frmMmc_View view(made.program);
-        QVERIFY(view.Form_Present(pictureFile(made.test, u"a.bmp"_s, {100, 100}), u"a.bmp"_s));
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
-        QCoreApplication::processEvents();
-        view.resize(500, 400);
-        QCOMPARE(labelOf(view, "sta"), u"Größe manuell verändert."_s);
-        QVERIFY(child<QLabel>(view, "imgBmp").width() > 400);
-
-        const auto& zoom =
-            child<QToolButton>(view, "cmdBmp1zu1"); // a form that is closed waits for no picture
-        bool wasOn = true;
-        bool hasStayed = false;
-        made.test.clock.after(0, [&] {
-            wasOn = zoom.isEnabled();
-            view.close();
-            hasStayed = view.isVisible(); // and blocks the window below it while the reading is on the stack
         });
-        click(view, "cmdBmp1zu1");
-        QVERIFY(!wasOn && hasStayed && zoom.isEnabled() && !view.isVisible());
+    }
 
+    void picturesFollowTheWindow()
+    {
+        PictureView made;
+        made.view.resize(500, 400);
+        QCOMPARE(labelOf(made.view, "sta"), u"Größe manuell verändert."_s);
+        QVERIFY(child<QLabel>(made.view, "imgBmp").width() > 400);
         made.test.settings.PutIniNumber(u"frmMmc_View"_s, u"WindowState"_s, 2); // it was closed maximised
         ui::frmMmc_View maximised(made.program);
-        QVERIFY(maximised.Form_Present(made.test.path(u"a.bmp"_s), u"a.bmp"_s));
+        QVERIFY(maximised.Form_Present(made.file, u"a.bmp"_s));
         maximised.show();
         QVERIFY(QTest::qWaitForWindowExposed(&maximised));
         QVERIFY(maximised.isMaximized() && maximised.width() > 500);
         QCOMPARE(labelOf(maximised, "sta"), natural);
         QCOMPARE(child<QLabel>(maximised, "imgBmp").size(), QSize(100, 100));
+    }
 
-        const QString bad = made.test.makeFile(u"bad.gif"_s, "GIF89a");
-        made.test.dialogs.expect(
-            Icon::Critical, u"Beim Anzeigen der Datei "_s + bad +
-                                u" ist ein Fehler aufgetreten. Bitte wiederholen Sie die letzte Aktion."_s);
-        QVERIFY(!view.Form_Present(bad, u"bad.gif"_s));
+    /// A form that is closed meanwhile stays, and blocks the window below it, while a reading or the test of
+    /// a folder is on the stack.
+    void closedMeanwhile()
+    {
+        PictureView made;
+        const auto& zoom = child<QToolButton>(made.view, "cmdBmp1zu1");
+        bool wasOn = true;
+        made.closeAfter(0, [&] { wasOn = zoom.isEnabled(); });
+        click(made.view, "cmdBmp1zu1");
+        QVERIFY(!wasOn && made.hasStayed && zoom.isEnabled() && !made.view.isVisible());
 
         const QString target = made.test.path(u"copy.bmp"_s);
         made.test.dialogs.expectSaveFile({.title = u"Kalmo - Datei auf Festplatte speichern"_s,
@@ -96,16 +115,23 @@ private Q_SLOTS:
                                           .confirmOverwrite = true},
                                          target);
         made.test.dialogs.expect(Icon::Information, u"Datei unter %1 gespeichert."_s.arg(target));
-        QVERIFY(view.Form_Present(made.test.path(u"a.bmp"_s), u"../a.bmp"_s)); // no way to another folder
-        view.show();
-        hasStayed = false;
-        made.test.clock.after(0.02, [&] { // while the folder is tested
-            view.close();
-            hasStayed = view.isVisible();
-        });
-        click(view, "cmdSave");
-        QVERIFY(hasStayed && !view.isVisible());
-        QCOMPARE(TestContext::contentOf(target), TestContext::contentOf(made.test.path(u"a.bmp"_s)));
+        QVERIFY(made.view.Form_Present(made.file, u"../a.bmp"_s)); // no way to another folder
+        made.view.show();
+        made.closeAfter(0.02);
+        click(made.view, "cmdSave");
+        QVERIFY(made.hasStayed && !made.view.isVisible());
+        QCOMPARE(TestContext::contentOf(target), TestContext::contentOf(made.file));
+    }
+
+    void unreadablePicture()
+    {
+        TestProgram made(u"SL450HX"_s);
+        ui::frmMmc_View view(made.program);
+        const QString bad = made.test.makeFile(u"bad.gif"_s, "GIF89a");
+        made.test.dialogs.expect(
+            Icon::Critical, u"Beim Anzeigen der Datei "_s + bad +
+                                u" ist ein Fehler aufgetreten. Bitte wiederholen Sie die letzte Aktion."_s);
+        QVERIFY(!view.Form_Present(bad, u"bad.gif"_s));
     }
 
     void soundsAndTexts()
