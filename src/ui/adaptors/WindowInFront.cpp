@@ -14,7 +14,7 @@ QWidget* windowInFront()
         return modal;
     const QWidgetList windows = QApplication::topLevelWidgets();
     const auto visible = std::ranges::find_if(windows, [](const QWidget* window) {
-        return window->isVisible() &&
+        return window->isVisible() && !window->parentWidget() && // the help belongs to the main window
                (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog);
     });
     return visible == windows.end() ? nullptr : *visible;
