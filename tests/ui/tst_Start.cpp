@@ -317,7 +317,22 @@ private Q_SLOTS:
         QVERIFY(!isDemoRunning(run));
     }
 
-    /// The lists of the demo must not reach the real phone, which is of the same kind.
+    /// The lists of one phone must not reach the other, which is of the same kind.
+    void leavesTheOwnPhoneForTheDemo()
+    {
+        Run run;
+        QPointer<ui::frmPB> own = run.begin();
+        own->goTo(u"TB"_s);
+        own->goTo(u"SETUP"_s);
+        run.memory.TbDirty = true;
+        click(*shown<ui::frmEinstellungen>(), "lblWelcome");
+        run.test.dialogs.expectStart(
+            u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:"_s);
+        auto* window = startDemo(run);
+        QVERIFY(window && !own && !run.memory.TbDirty);
+        QCOMPARE(child<ui::RowsView>(*window, "lvwTB").rows()->count(), 0);
+    }
+
     void leavesTheDemoForTheOwnPhone()
     {
         for (const bool choosesPort : {false, true}) {
@@ -382,6 +397,7 @@ private Q_SLOTS:
                              [] { QTest::keyClick(shown<ui::frmStart>()->windowHandle(), Qt::Key_Escape); });
         run.flow.begin();
         QVERIFY(waitFor<ui::frmEinstellungen>()); // and no search before it
+        QVERIFY2(run.test.clock.elapsed() < 10, qPrintable(QString::number(run.test.clock.elapsed())));
         QCOMPARE(app::get(run.test.settings, app::keys::LastUnclosedObexDevice),
                  u"SL450"_s); // for the next run
     }
