@@ -54,6 +54,22 @@ private Q_SLOTS:
                  u"kalmoctl 1.9.8\n"_s); // the toolkit's complaint about the locale is kept away
     }
 
+    /// The handset falls silent before it confirms that its store is open. The last command closes it.
+    void closesAStoreThatMayBeOpen()
+    {
+        RunningPrograms programs;
+        QVERIFY(programs.startHandset({u"--model"_s, u"WOODSTOCK"_s, u"--fault"_s, u"silent-after=5"_s}));
+        const ProgramRun run = programs.kalmoctl({u"--log"_s, u"log"_s, u"phonebook"_s, u"read"_s});
+        QCOMPARE(run.err, u"kalmoctl: could not read the phonebook: the phone gave no entry.\n"_s);
+        QCOMPARE(run.status, 1);
+        const QByteArrayList lines = programs.contentOf(u"log"_s).split('\n');
+        const auto isSent = [](const QByteArray& line) { return line.contains("Tx:\t"); };
+        const auto last = std::find_if(lines.rbegin(), lines.rend(), isSent);
+        QVERIFY(last != lines.rend());
+        QVERIFY2(last->trimmed().endsWith("Tx:\tAT #vbCR#"), last->constData());
+        QCOMPARE(programs.stopHandset(), QString());
+    }
+
     void portInUse()
     {
         RunningPrograms programs;
