@@ -38,6 +38,7 @@ struct ListRow
     QString tag = {};
     QString icon = {};
     bool selected = false;
+    bool hidden = false;    ///< by a search; such a row is neither selected nor current
     bool staysLast = false; ///< after the others, however they are sorted
 
     QString text(int column) const { return column < cells.size() ? cells[column].text : QString(); }
@@ -82,6 +83,8 @@ public:
     Qt::SortOrder sortOrder() const { return m_sortOrder; }
 
     void setSelected(int index, bool selected);
+    /// For views: a search hides the row or shows it.
+    void setHidden(int index, bool hidden) { m_rows[index]->row.hidden = hidden; }
     void selectAll(bool selected = true);
     QList<int> selectedRows() const;
 

@@ -4,6 +4,7 @@
 #include "support/TestProgram.h"
 #include "ui/icons/Icons.h"
 #include "ui/lists/ListLayout.h"
+#include "ui/lists/RowPlace.h"
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
 
@@ -142,6 +143,46 @@ private Q_SLOTS:
         list.rows.setCurrent(0);
         QCOMPARE(list.selected(), u"Bär"_s);
         QCOMPARE(field.text(), QString());
+    }
+
+    void deletionLeadsToTheNextShownRow()
+    {
+        ShownList list({u"Sonne"_s, u"Adam"_s, u"Sommer"_s, u"Berg"_s, u"Sohn"_s});
+        list.view.setFilter(u"so"_s);
+        list.rows.setCurrent(2);
+        QStringList places;
+        for (int row = 2; row >= 0; row = list.rows.current()) {
+            list.rows.removeAt(row);
+            places.append(list.rows.current() < 0 ? u"-"_s : list.rows.text(list.rows.current(), 0));
+        }
+        QCOMPARE(places, QStringList({u"Sohn"_s, u"Sonne"_s, u"-"_s}));
+        QCOMPARE(list.selected(), QString());
+        QVERIFY(list.view.isFiltered() && list.view.shownRows() == 0);
+    }
+
+    /// Rows without keys are found by their texts.
+    void placeOutlivesAReading()
+    {
+        const QStringList before{u"Sonne"_s, u"Sohn"_s, u"Adam"_s, u"Sohn"_s, u"Sommer"_s};
+        const Rows<QString, int, QStringList, QString> rows{
+            {"one more before", {}, 3, {u"Neu"_s, u"Sonne"_s, u"Sohn"_s, u"Adam"_s, u"Sohn"_s}, u"4: Sohn"_s},
+            {"gone", {}, 2, {u"Sonne"_s, u"Sohn"_s, u"Sohn"_s}, u"2: "_s},
+            {"the last is gone", {}, 4, {u"Sonne"_s}, u"0: "_s},
+            {"a hidden one follows", u"so"_s, 3, {u"Sonne"_s, u"Sohn"_s, u"Adam"_s, u"Berg"_s}, u"1: "_s},
+            {"not found now", u"so"_s, 4, {u"Zander"_s, u"Adam"_s}, u"-1: "_s},
+        };
+        rows.each([&](const auto& search, int current, const auto& after, const auto& expected) {
+            ShownList list(before);
+            list.view.setFilter(search);
+            list.rows.setCurrent(current);
+            ui::RowPlace place(list.rows);
+            list.rows.clear();
+            for (const QString& name : after)
+                list.rows.add({.cells = {{name}}});
+            place.restore();
+            QCOMPARE(u"%1: %2"_s.arg(list.rows.current()).arg(list.selected()), expected);
+            QCOMPARE(list.view.isFiltered(), !search.isEmpty());
+        });
     }
 
     void lettersLeadToNames()

@@ -29,9 +29,14 @@ void FilteredView::setModel(QAbstractItemModel* model)
 {
     QTreeView::setModel(model);
     // After the base class has followed the model.
-    connect(model, &QAbstractItemModel::modelReset, this, [this] { hideUnmatched(0, lastRow()); });
-    connect(model, &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex&, int first, int last) { hideUnmatched(first, last); });
+    connect(model, &QAbstractItemModel::modelReset, this, [this] {
+        if (isFiltered())
+            applyFilter(0, lastRow());
+    });
+    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+        if (isFiltered())
+            applyFilter(first, last);
+    });
     connect(model, &QAbstractItemModel::rowsRemoved, this, &FilteredView::filtered);
     connect(model, &QAbstractItemModel::modelReset, this, &FilteredView::showSentence);
     connect(model, &QAbstractItemModel::rowsInserted, this, &FilteredView::showSentence);
@@ -43,11 +48,8 @@ void FilteredView::setFilter(const QString& typed)
     m_filter = toolkit::RowFilter(typed);
     if (!isFiltered() && !wasFiltered)
         return;
-    for (int row = 0; !isFiltered() && row <= lastRow(); ++row)
-        setRowHidden(row, {}, false);
-    hideUnmatched(0, lastRow());
+    applyFilter(0, lastRow());
     scrollTo(currentIndex());
-    Q_EMIT filtered();
 }
 
 QStringList FilteredView::textsOf(int row) const
@@ -59,12 +61,10 @@ QStringList FilteredView::textsOf(int row) const
 }
 
 /// Hides those of the rows that do not match. New rows are shown.
-void FilteredView::hideUnmatched(int first, int last)
+void FilteredView::applyFilter(int first, int last)
 {
-    if (!isFiltered())
-        return;
     for (int row = first; row <= last; ++row)
-        setRowHidden(row, {}, !m_filter.matches(textsOf(row)));
+        setRowHidden(row, {}, isFiltered() && !m_filter.matches(textsOf(row)));
     leaveHidden(first, last);
     Q_EMIT filtered();
 }
@@ -102,13 +102,30 @@ int FilteredView::shownRows() const
     return shown;
 }
 
-int FilteredView::firstShown() const
+int FilteredView::firstShown(int from) const
 {
-    for (int row = 0; row <= lastRow(); ++row) {
+    for (int row = from; row <= lastRow(); ++row) {
         if (!isRowHidden(row, {}))
             return row;
     }
     return -1;
+}
+
+int FilteredView::lastShown(int from) const
+{
+    while (from >= 0 && isRowHidden(from, {}))
+        --from;
+    return from;
+}
+
+void FilteredView::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
+{
+    if (const int current = currentIndex().row(); current >= first && current <= last) {
+        const int next = firstShown(last + 1);
+        const int place = next >= 0 ? next : lastShown(first - 1);
+        selectionModel()->setCurrentIndex(model()->index(place, 0), QItemSelectionModel::NoUpdate);
+    }
+    QTreeView::rowsAboutToBeRemoved(parent, first, last);
 }
 
 QString FilteredView::sentence() const
@@ -127,11 +144,8 @@ void FilteredView::showSentence()
 /// The pixel row below the last row that is shown; 0 without any.
 int FilteredView::bottomOfRows() const
 {
-    for (int row = lastRow(); row >= 0; --row) {
-        if (!isRowHidden(row, {}))
-            return visualRect(model()->index(row, 0)).bottom();
-    }
-    return 0;
+    const int row = lastShown(lastRow());
+    return row < 0 ? 0 : visualRect(model()->index(row, 0)).bottom();
 }
 
 void FilteredView::paintEvent(QPaintEvent* event)

@@ -46,15 +46,19 @@ protected:
     /// The sentence where the search does not hide all rows. The list calls showSentence() when it changes.
     virtual QString ownSentence() const { return {}; }
     void showSentence();
+    /// Moves the cursor from a row that goes to the next that is shown, or else to the last before it. The
+    /// selection model would take the row above, hidden or not.
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     int lastRow() const { return model() ? model()->rowCount() - 1 : -1; }
     /// These rows as ranges: a selection of thousands of single rows would take seconds.
     QItemSelection rangesOf(const std::function<bool(int row)>& isIn) const;
-    /// Ends the selection of those of the rows that are hidden now.
+    /// The search has been applied to these rows: ends the selection of those that are hidden now.
     virtual void leaveHidden(int first, int last);
 
 private:
-    void hideUnmatched(int first, int last);
-    int firstShown() const;
+    void applyFilter(int first, int last);
+    int firstShown(int from = 0) const;
+    int lastShown(int from) const;
     int bottomOfRows() const;
     QStringList textsOf(int row) const;
 

@@ -2,36 +2,55 @@
 
 #include "toolkit/ListRows.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace kalmo::ui {
 
 namespace {
 
-QString nameOf(const toolkit::ListRows& rows, int row)
+constexpr QChar betweenTexts(u'\u001f');
+
+/// A name for each row: its key, or its texts and the number of equal rows before it.
+QStringList namesOf(const toolkit::ListRows& rows)
 {
-    if (row < 0)
-        return {};
-    const QString& key = rows.row(row).key;
-    return key.isEmpty() ? QString::number(row) : key;
+    QStringList names;
+    QHash<QString, int> equalRows;
+    for (int row = 0; row < rows.count(); ++row) {
+        QString name = rows.row(row).key;
+        if (name.isEmpty()) {
+            for (const toolkit::ListCell& cell : rows.row(row).cells)
+                name += cell.text + betweenTexts;
+            name += QString::number(equalRows[name]++);
+        }
+        names.append(name);
+    }
+    return names;
 }
 
-int rowOf(const toolkit::ListRows& rows, const QString& name)
+/// The row itself if a search shows it, or else the next that is shown, or the last before it; -1 without
+/// any.
+int shownRowAt(const toolkit::ListRows& rows, int row)
 {
-    if (const int row = rows.indexOfKey(name); row >= 0)
-        return row;
-    bool isNumber = false;
-    const int row = name.toInt(&isNumber);
-    return isNumber && row < rows.count() && rows.row(row).key.isEmpty() ? row : -1;
+    const auto isShown = [&rows](int each) { return !rows.row(each).hidden; };
+    for (int each = row; each < rows.count(); ++each) {
+        if (isShown(each))
+            return each;
+    }
+    while (row >= 0 && !isShown(row))
+        --row;
+    return row;
 }
 
 } // namespace
 
-RowPlace::RowPlace(toolkit::ListRows& rows)
-    : m_rows(rows), m_number(rows.current()), m_current(nameOf(rows, rows.current()))
+RowPlace::RowPlace(toolkit::ListRows& rows) : m_rows(rows), m_number(rows.current())
 {
+    const QStringList names = namesOf(rows);
+    m_current = names.value(m_number);
     for (const int row : rows.selectedRows()) {
-        m_selected.append(nameOf(rows, row));
+        m_selected.append(names[row]);
         m_number -= row < rows.current() ? 1 : 0;
     }
 }
@@ -40,12 +59,18 @@ void RowPlace::restore()
 {
     if (m_current.isEmpty() || m_rows.count() == 0)
         return;
-    const int same = rowOf(m_rows, m_current);
-    const int current = same >= 0 ? same : std::min(m_number, m_rows.count() - 1);
+    QHash<QString, int> rowOf;
+    const QStringList names = namesOf(m_rows);
+    for (int row = 0; row < names.size(); ++row)
+        rowOf.insert(names[row], row);
+    const int sameNumber = std::min(m_number, m_rows.count() - 1);
+    const int current = shownRowAt(m_rows, rowOf.value(m_current, sameNumber));
     m_rows.setCurrent(current); // which selects it
-    m_rows.setSelected(current, false);
+    if (current >= 0)
+        m_rows.setSelected(current, false);
     for (const QString& name : std::as_const(m_selected)) {
-        if (const int row = rowOf(m_rows, name); row >= 0)
+        const int row = rowOf.value(name, -1);
+        if (row >= 0 && !m_rows.row(row).hidden)
             m_rows.setSelected(row, true);
     }
 }

@@ -9,14 +9,14 @@ class ListRows;
 namespace kalmo::ui {
 
 /// Remembers the current row and the selected ones over a reading of the list: by their keys, or by their
-/// numbers where rows have none.
+/// texts where rows have none.
 class RowPlace
 {
 public:
     explicit RowPlace(toolkit::ListRows& rows);
 
-    /// Selects them again as far as they are there. If the current row is gone the one after it is current,
-    /// but not selected. Does nothing in a list without a current row.
+    /// Selects them again as far as they are there and a search shows them. If the current row is gone the
+    /// one after it is current, but not selected. Does nothing in a list without a current row.
     void restore();
 
 private:

@@ -85,7 +85,7 @@ void RowsView::setColumnCharacters(const QList<int>& characters)
 void RowsView::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && currentIndex().isValid() && !isRowHidden(currentIndex().row(), {})) {
+    if (isEnter && currentIndex().isValid()) {
         Q_EMIT rowDoubleClicked(currentIndex().row());
         return;
     }
@@ -167,10 +167,11 @@ void RowsView::leaveHidden(int first, int last)
 {
     const QScopedValueRollback syncing(m_syncing, true);
     for (int row = first; row <= last; ++row) {
-        if (isRowHidden(row, {}))
+        rows()->setHidden(row, isRowHidden(row, {}));
+        if (rows()->row(row).hidden)
             rows()->setSelected(row, false);
     }
-    if (const int current = rows()->current(); current >= 0 && isRowHidden(current, {})) {
+    if (const int current = rows()->current(); current >= 0 && rows()->row(current).hidden) {
         rows()->noteCurrent(-1);
         selectionModel()->clearCurrentIndex();
     }
