@@ -34,7 +34,7 @@ void atAnswers(const QByteArray& bytes)
     require(static_cast<qsizetype>(prvEntries(bytes).size()) <= text.size());
     QString model;
     if (link::ParseWppn(text, model))
-        require(QString(text).remove(u"^WPPN:"_s).contains(model)); // which goes wherever it stands
+        require(QString(text).remove(u"^WPPN:"_s).contains(model)); // it goes wherever it stands
     parseAreaCodes(text);
     parseInfoLog(bytes);
 }

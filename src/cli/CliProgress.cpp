@@ -39,7 +39,7 @@ void CliProgress::SetMaximum(int maximum)
 void CliProgress::SetVisible(bool visible)
 {
     m_hasBar = visible;
-    if (visible) // what is hidden stays in sight until the work is done or something else begins
+    if (visible) // a hidden bar stays in sight until the work is done or something else begins
         draw();
 }
 

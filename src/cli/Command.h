@@ -44,7 +44,7 @@ struct Option
 {
     QStringView name;        ///< "--output"
     QStringView letter = {}; ///< "-o", empty where there is none
-    QStringView value = {};  ///< what help calls its value; empty for a switch
+    QStringView value = {};  ///< its value's name in help; empty for a switch
     QStringView help = {};
     std::vector<QStringView> choices = {}; ///< the only values that are allowed; empty for any text
     EmptyValue emptyValue = EmptyValue::Refused;

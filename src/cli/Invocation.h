@@ -18,7 +18,7 @@ struct Invocation
     QStringList arguments = {};
     QMap<QString, QString> options = {}; ///< by full name, "--port"; a switch has an empty value
     QMap<QString, QStringList> repeated = {};
-    QString error = {}; ///< what is wrong with the use
+    QString error = {}; ///< the fault in the use
 
     bool has(const QString& option) const { return options.contains(option); }
     QString value(const QString& option) const { return options.value(option); }

@@ -31,7 +31,7 @@ Output::Output(Sink sink, const Manner& manner)
 QByteArray Output::encoded(const QString& text)
 {
     QByteArray bytes = m_encoder(text);
-    return bytes.replace('\x1a', '?'); // what some encodings put for a character that they lack
+    return bytes.replace('\x1a', '?'); // some encodings put it for a character that they lack
 }
 
 void Output::show(const QJsonValue& value, const QString& text)

@@ -16,7 +16,7 @@ struct FoundAtPort
 
     int number = 0;
     Kind kind = Kind::Nothing;
-    QString model = {}; ///< what it calls itself; empty if it does not say
+    QString model = {}; ///< its own name; empty if it does not say
     QString error = {};
 };
 

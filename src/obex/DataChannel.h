@@ -40,7 +40,7 @@ bool recoverPort(link::Line& line, int rate, const toolkit::Progress& progress);
 /// A session that did not end, as the settings remember it.
 struct UnclosedSession
 {
-    QString device; ///< what the phone calls itself
+    QString device; ///< the phone's own name
     int port = 0;   ///< its number
 };
 

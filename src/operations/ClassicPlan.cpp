@@ -152,7 +152,7 @@ void foresee(const ListJob& job, ListPlan& plan)
         return; // nothing has to be written that could turn out otherwise
     plan.namelessEntries = namelessEntries(plan, heldCommands);
     plan.objections = objectionsTo(plan.given, plan.willHold, job.store, job.phoneType(), job.memory.sounds);
-    std::erase_if(plan.objections, [&](const EntryObjection& objection) { // what the phone gave it can hold
+    std::erase_if(plan.objections, [&](const EntryObjection& objection) { // the phone can hold what it gave
         const size_t index = objection.index;
         return plan.given[index] == plan.toSend.entries[index] &&
                heldCommands.contains(plan.toSend.commands[static_cast<qsizetype>(index)]);

@@ -12,7 +12,7 @@ struct FileState
         Nothing, ///< there was no file or folder
         File,    ///< with `bytes`, `modified` and rights
         Folder,
-        Moved,  ///< what was there is at `movedTo` after the change
+        Moved,  ///< its content is at `movedTo` after the change
         Rights, ///< of a file or folder that keeps its content
     };
 

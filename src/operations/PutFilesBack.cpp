@@ -167,7 +167,7 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan)
         } else {
             if (outcome.cause == Cause::None)
                 access.blame(outcome);
-            if (!outcome.isOldBack && place->wanted.kind != Kind::Moved) // which has been looked at
+            if (!outcome.isOldBack && place->wanted.kind != Kind::Moved) // compared already
                 outcome.state = stateAfterFailure(access, *place, outcome);
         }
         if (outcome.isOldLost)

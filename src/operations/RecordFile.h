@@ -58,7 +58,7 @@ struct Record
     QString cause = {};           ///< its key words, as the file has them
     int entries = 0;              ///< entries of the list before the change
     State state = State::Unknown; ///< of the change; unknown until the record is finished
-    QJsonObject details = {};     ///< what the change did
+    QJsonObject details = {};     ///< effects of the change
     std::vector<RecordedPart> before =
         {}; ///< the list before the change; left out where records are only listed
 

@@ -11,7 +11,7 @@ struct FileToSend
 {
     QString localPath; ///< of the bytes too, where they were made from a file; for messages
     QString name = {}; ///< in the phone, that of `localPath` if it is empty
-    std::optional<QByteArray> bytes = {}; ///< what is sent in place of the local file
+    std::optional<QByteArray> bytes = {}; ///< content in place of the local file's
 };
 
 /// The facts about it before it is sent.

@@ -114,7 +114,7 @@ bool VcxReadBytes(clsMmc& client, qint32 kind, QByteArray& bytes, const Progress
                                           (round == mostRounds ? u" EXIT"_s : QString()));
     }
     bytes.clear();
-    if (code != obex::Timeout) // which GetFile has shown already
+    if (code != obex::Timeout) // GetFile has shown that already
         client.ErrMsg(code);
     return false;
 }

@@ -4,7 +4,7 @@
 
 namespace kalmo::phonedata {
 
-/// The changes that writing a list makes in a store. Entries are told apart by name and number together; of
+/// The changes that writing a list makes in a store. Name and number together identify an entry; of
 /// several equal ones each counts. The order of a list is no change of an entry.
 struct ListDiff
 {

@@ -13,7 +13,7 @@ enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
 enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Answer { Ok, Cancel, Yes, No, Retry };
 
-/// The subject of a box, by which the boxes of one command are told apart.
+/// The subject of a box. It distinguishes the boxes of one command.
 enum class About {
     Other,       ///< anything else: a question, the state of data
     Request,     ///< a request to the phone that failed

@@ -110,7 +110,7 @@ struct Handset : CommandRunner
 /// The same with a scripted phone at the port.
 struct Shell : CommandRunner
 {
-    using Prepare = std::function<void(Shell&)>; ///< what the phone of a row says, and the user
+    using Prepare = std::function<void(Shell&)>; ///< the phone's answers of a row, and the user's
 
     Shell() : port(test), script(test, port) {}
 

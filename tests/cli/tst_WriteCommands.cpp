@@ -218,7 +218,7 @@ void tst_WriteCommands::undo()
     QVERIFY(before.contains(u"\"Melodie 3\""_s) && !written.contains(u"\"Melodie 3\""_s));
     QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told));
     QCOMPARE(content(), before);
-    QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told)); // which can be taken back too
+    QVERIFY2(handset(u"--yes undo"_s) == ExitDone, qPrintable(handset.told)); // an undo can be undone too
     QCOMPARE(content(), written);
     QCOMPARE(handset.port.handset().violations(), QStringList());
 }

@@ -345,7 +345,7 @@ private Q_SLOTS:
                              .luid = u"7"_s};
         const SavedList list{.kind = SavedKind::Contacts, .contacts = {full, {.home = u"1"_s}}};
         QVERIFY(bringsBack(u"x.vcf"_s, list) && bringsBack(u"x.json"_s, list));
-        QVERIFY(!bringsBack(u"x.csv"_s, list)); // which is Windows-1252
+        QVERIFY(!bringsBack(u"x.csv"_s, list)); // Windows-1252
         SavedList latin{.kind = SavedKind::Contacts};
         SavedListFault none;
         QVERIFY(readContactCards(

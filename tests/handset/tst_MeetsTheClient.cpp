@@ -122,7 +122,7 @@ void MeetsTheClient::endlessFolders()
     QVERIFY(mmc->GetFolderInfosRec(u"Endlos"_s, total, count, {}, u"Mobile:\\"_s));
     QCOMPARE(mmc->DirAct(), u"Mobile:\\"_s);
     QByteArray data;
-    QVERIFY(mmc->GetFile(u"../../x"_s, data, {})); // which is nothing but a name in the phone
+    QVERIFY(mmc->GetFile(u"../../x"_s, data, {})); // nothing but a name in the phone
     QCOMPARE(data, "harmless");
     QVERIFY(mmc->Offline({}));
 }

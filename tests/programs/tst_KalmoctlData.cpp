@@ -17,13 +17,13 @@ struct KilledChange
 {
     QByteArray name;
     QStringList handset;
-    QString list; ///< what is changed, as the handset's memory names it
+    QString list; ///< the part of the handset's memory that changes, by its name there
     QStringList command;
     QByteArray moment;
     int count = 1;
 
     RunningPrograms programs = {};
-    QByteArray first = {}; ///< what the handset held before
+    QByteArray first = {}; ///< content of the handset before
     bool isKilled = false;
 
     /// Without the numbers that the handset counts up.

@@ -20,8 +20,8 @@ public:
     QString localAppData;
     app::OsVersion version{6, 1, 0, 0};
     QString storagePath;       ///< the value of the registry
-    int storagePathResult = 0; ///< what setting it returns; other than 0 leaves the value alone
-    bool alone = true;         ///< whether this is the only instance
+    int storagePathResult = 0; ///< result of setting it; other than 0 leaves the value alone
+    bool alone = true;         ///< true if this is the only instance
 
     QString ExePath() const override { return exePath; }
     app::OsVersion osVersion() const override { return version; }

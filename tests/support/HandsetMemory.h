@@ -38,7 +38,7 @@ inline QStringList memoryOf(const handset::Phone& phone)
     for (const handset::IrmcItem& item : phone.irmc[handset::ContactStore].items()) {
         QJsonObject fields;
         for (auto field = item.fields.begin(); field != item.fields.end(); ++field) {
-            if (field.value() != QString()) // which is as good as none
+            if (field.value() != QString()) // an empty one is as good as none
                 fields.insert(field.key(), field.value());
         }
         add(QStringLiteral("contact"), fields);

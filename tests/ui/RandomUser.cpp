@@ -108,7 +108,7 @@ Answer RandomDialogs::Show(const toolkit::Message& message)
     if (message.text.startsWith(u"Der gewählte Anschluss (COM"_s))
         return m_random.bounded(2) == 0 ? Answer::Yes : Answer::No;
     if (message.text.contains(u" verloren."_s) && message.text.endsWith(u"Trotzdem schreiben?"_s))
-        return Answer::No; // what could not be read has no record
+        return Answer::No; // a list that could not be read has no record
     const bool isReminder = message.text.contains(u"wurde beim letzten Betrieb nicht vollständig"_s);
     const bool isEndOfImport = message.text.contains(u"beim Importieren aufgetreten"_s) ||
                                message.text.startsWith(u"Importieren erfolgreich"_s); // both are described
@@ -226,7 +226,7 @@ void RandomUser::disturb(QWidget& window)
 void RandomUser::closeProgram()
 {
     auto* window = shown<ui::frmPB>();
-    if (!window || QApplication::activeModalWidget()) // which keeps the user from it
+    if (!window || QApplication::activeModalWidget()) // the dialog keeps the user from it
         return;
     note(u"close the program"_s);
     window->close();

@@ -78,7 +78,7 @@ private Q_SLOTS:
         QVERIFY(made.list->row(0).key.startsWith(u"temp_i"_s) && made.form.result() != QDialog::Accepted);
         made.save();
         QCOMPARE(made.list->count(), before);
-        expected.luid = made.last().luid; // which the phone chooses
+        expected.luid = made.last().luid; // the phone chooses it
         QCOMPARE(made.last(), expected);
         QCOMPARE(made.form.result(), static_cast<int>(QDialog::Accepted));
     }
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QLineEdit& work = made.field("txtTelGeschäft");
         work.setText(u"030/123"_s);
         made.expect(complaint);
-        QTest::keyClick(&number, Qt::Key_Return); // which leaves no field
+        QTest::keyClick(&number, Qt::Key_Return); // leaves no field
         QVERIFY(work.hasFocus() && work.text() == u"030"_s);
         QCOMPARE(made.list->count(), before);
         made.test.dialogs.expect(question(u"Ihre Änderungen sind noch nicht gespeichert.\n\n"

@@ -116,7 +116,7 @@ private Q_SLOTS:
         entry.lastName = u"A=42"_s;
         QCOMPARE(phone.save(entry, last), CommandResult::Done);
         QCOMPARE(phone.list->text(last, VcfLastName), u"A=42"_s);
-        QCOMPARE(phone.save(someone), CommandResult::Done); // which reads the phonebook
+        QCOMPARE(phone.save(someone), CommandResult::Done); // reads the phonebook
         QCOMPARE(phone.list->text(last, VcfLastName), u"AB"_s);
     }
 };

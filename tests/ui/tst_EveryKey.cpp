@@ -92,8 +92,8 @@ public:
         pressEntry(*window.menuBar()->actions().first()->menu(), quit);
     }
 
-    QStringList lost;     ///< what was pressed and did not arrive
-    QStringList repeated; ///< what was pressed and made more than one box that asks nothing
+    QStringList lost;     ///< keys that did not arrive
+    QStringList repeated; ///< keys that made more than one box that asks nothing
     int arrived = 0;
 
 private:

@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(path.text(), dialog.made.test.path(u"liste.csv"_s));
         QVERIFY(!form.isVisible());
         QCOMPARE(dialog.made.desktop.opened, QStringList());
-        dialog.show(); // what was exported is remembered
+        dialog.show(); // the last export is remembered
         QVERIFY(!dialog.at<QCheckBox>("chkAutoOpenExportFile").isChecked());
         dialog.press("optDest1");
         dialog.show(); // and what was not exported isn't

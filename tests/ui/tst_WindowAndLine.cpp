@@ -191,7 +191,7 @@ private Q_SLOTS:
         files.setCurrent(1);
         const QString file = files.row(1).key;
         const auto state = [&] { return open.panel() + open.node() + open.front(); };
-        open.press("delete"); // which has no contact to delete
+        open.press("delete"); // no contact is selected
         QCOMPARE(open.status(), u"Im Telefonbuch ist nichts markiert."_s);
         const auto contacts = open.contactsInPhone();
         open.press("refresh");

@@ -79,7 +79,7 @@ private:
     QStringView m_rest;
     QChar m_separator;
     QString m_filter;
-    QString m_needle; // what the simple reading splits at
+    QString m_needle; // the simple reading splits at it
     QChar m_quote;
     Reading m_reading;
     qsizetype m_columns = 0;

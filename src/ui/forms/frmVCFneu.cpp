@@ -148,7 +148,7 @@ void frmVCFneu::loadRow(int row)
 
 void frmVCFneu::loadBirthday(const QString& birthday)
 {
-    m_chkGebu->setChecked(true); // which shows today
+    m_chkGebu->setChecked(true); // shows today
     const qsizetype end = birthday.indexOf(u'T');
     const QString day = birthday.first(end < 0 ? birthday.size() : end);
     const QDate date = QDate::fromString(day, u"yyyy-M-d"_s);

@@ -103,7 +103,7 @@ void RowsView::startDrag(Qt::DropActions)
     std::unique_ptr<QMimeData> content = dragContent();
     if (!content)
         return;
-    auto* drag = new QDrag(this); // which deletes itself
+    auto* drag = new QDrag(this); // deletes itself
     drag->setMimeData(content.release());
     if (drag->exec(Qt::CopyAction) != Qt::IgnoreAction)
         Q_EMIT dragDropped();
@@ -183,7 +183,7 @@ void RowsView::copySelected() const
     if (!rows())
         return;
     if (auto copied = copiedRows(*rows(), m_format))
-        QGuiApplication::clipboard()->setMimeData(copied.release()); // which takes ownership
+        QGuiApplication::clipboard()->setMimeData(copied.release()); // takes ownership
 }
 
 void RowsView::keyboardSearch(const QString& letters)

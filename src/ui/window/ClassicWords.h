@@ -31,7 +31,7 @@ QString differenceText(const operations::ListPlan& plan);
 struct SavedFiles
 {
     QString list;  ///< the list that was to be written
-    QString phone; ///< what the phone held before
+    QString phone; ///< the phone's list before
 };
 
 /// Message after a write that did not begin: the reason, and that the phone holds what it held.
