@@ -4,6 +4,7 @@
 #include "cli/Job.h"
 #include "support/ClassicScript.h"
 #include "support/FakeDesktop.h"
+#include "support/HandsetMemory.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
 
@@ -103,6 +104,8 @@ struct Handset : CommandRunner
         test.clock.WaitSeconds(2);
         return status;
     }
+    /// Everything in the phone, with the names that nameless entries get.
+    QStringList memory() { return named(memoryOf(port.handset().phone())); }
 
     HandsetPort port;
 };

@@ -1,8 +1,8 @@
 // Changes to lists and settings with a fault at every request: what the phone holds, what kalmoctl says and
 // what the record keeps agree, and undo brings the first state back.
 
+#include "FaultSweep.h"
 #include "Shell.h"
-#include "support/HandsetMemory.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
@@ -10,20 +10,10 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include <span>
-
 namespace {
 
-using FaultAt = Faults (*)(int at);
-
-struct Kind
-{
-    const char* name;
-    FaultAt make;
-};
-
 /// Each strikes at a request of the data mode.
-constexpr Kind dataFaults[] = {
+constexpr FaultKind dataFaults[] = {
     {"refusal", [](int at) { return Faults{.refuseAt = at}; }},
     {"silence", [](int at) { return Faults{.silentFrom = at}; }},
     {"late answer", [](int at) { return Faults{.lateBy = 61, .lateRequestAt = at}; }},
@@ -32,7 +22,7 @@ constexpr Kind dataFaults[] = {
 };
 
 /// Each strikes at an AT command, or at an entry.
-constexpr Kind commandFaults[] = {
+constexpr FaultKind commandFaults[] = {
     {"refusal", [](int at) { return Faults{.refuseCommandAt = at}; }},
     {"silence", [](int at) { return Faults{.silentAfter = at}; }},
     {"line gone", [](int at) { return Faults{.hangUpAt = at}; }},
@@ -50,6 +40,27 @@ constexpr Kind commandFaults[] = {
 /// The handset and the change that get all of them.
 const QString delicate = u"GALICIA"_s;
 const QString listWrite = u"phonebook write list.json"_s;
+const QString undo = u"undo"_s;
+
+/// The model, a command that comes first, and the command that is disturbed.
+const Rows<QString, QString, QString> changes{
+    {"undo of contacts", u"SL450HX"_s, u"phonebook write few.json"_s, undo},
+    {"undo of a list", delicate, listWrite, undo},
+    {"undo of a ringtone", delicate, u"ringtones set alarm 7 rising"_s, undo},
+    {"undo of area codes", u"S79H"_s, u"areacodes set 00 43 0 1"_s, undo},
+    {"add", u"SL450HX"_s, {}, u"phonebook add one.json"_s},
+    {"set", u"SL450HX"_s, {}, u"phonebook set 0002 one.json"_s},
+    {"delete", u"SL450HX"_s, {}, u"phonebook delete 0001 0003"_s},
+    {"write", u"SL450HX"_s, {}, u"phonebook write few.json"_s},
+    {"import of contacts", u"SL450HX"_s, {}, u"phonebook import three.csv"_s},
+    {"import of entries", delicate, {}, u"phonebook import three.csv"_s},
+    {"classic write", u"WOODY"_s, {}, listWrite},
+    {"delicate write", delicate, {}, listWrite},
+    {"import of a provider", delicate, {}, u"providers import three.csv"_s},
+    {"providers write", delicate, {}, u"providers write list.json"_s},
+    {"ringtone", delicate, {}, u"ringtones set alarm 7 rising"_s},
+    {"area codes", u"S79H"_s, {}, u"areacodes set 00 43 0 1"_s},
+};
 
 /// A short list with a melody of the handset's own, for a handset that prepares its store.
 QString seedFile()
@@ -85,11 +96,6 @@ std::unique_ptr<Handset> makeHandset(const QString& model, const QString& first 
     return handset;
 }
 
-QStringList namedMemoryOf(const Handset& handset)
-{
-    return named(tests::memoryOf(const_cast<Handset&>(handset).port.handset().phone()));
-}
-
 QString stateIn(const QString& printed)
 {
     const QJsonDocument value = QJsonDocument::fromJson(printed.toUtf8());
@@ -121,85 +127,55 @@ class tst_ChangeFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anyFaultAtAnyRequest_data()
-    {
-        QTest::addColumn<QString>("model");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("line");
-        const QString undo = u"undo"_s;
-        QTest::newRow("undo of contacts") << u"SL450HX"_s << u"phonebook write few.json"_s << undo;
-        QTest::newRow("undo of a list") << u"GALICIA"_s << u"phonebook write list.json"_s << undo;
-        QTest::newRow("undo of a ringtone") << u"GALICIA"_s << u"ringtones set alarm 7 rising"_s << undo;
-        QTest::newRow("undo of area codes") << u"S79H"_s << u"areacodes set 00 43 0 1"_s << undo;
-        QTest::newRow("add") << u"SL450HX"_s << QString() << u"phonebook add one.json"_s;
-        QTest::newRow("set") << u"SL450HX"_s << QString() << u"phonebook set 0002 one.json"_s;
-        QTest::newRow("delete") << u"SL450HX"_s << QString() << u"phonebook delete 0001 0003"_s;
-        QTest::newRow("write") << u"SL450HX"_s << QString() << u"phonebook write few.json"_s;
-        QTest::newRow("import of contacts") << u"SL450HX"_s << QString() << u"phonebook import three.csv"_s;
-        QTest::newRow("import of entries") << u"GALICIA"_s << QString() << u"phonebook import three.csv"_s;
-        QTest::newRow("classic write") << u"WOODY"_s << QString() << u"phonebook write list.json"_s;
-        QTest::newRow("delicate write") << delicate << QString() << listWrite;
-        QTest::newRow("import of a provider") << u"GALICIA"_s << QString() << u"providers import three.csv"_s;
-        QTest::newRow("providers write") << u"GALICIA"_s << QString() << u"providers write list.json"_s;
-        QTest::newRow("ringtone") << u"GALICIA"_s << QString() << u"ringtones set alarm 7 rising"_s;
-        QTest::newRow("area codes") << u"S79H"_s << QString() << u"areacodes set 00 43 0 1"_s;
-    }
-
     void anyFaultAtAnyRequest()
     {
-        QFETCH(QString, model);
-        QFETCH(QString, first);
-        QFETCH(QString, line);
-        const auto calm = makeHandset(model, first);
-        QVERIFY(calm);
-        const QStringList before = namedMemoryOf(*calm);
-        QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
-        const QStringList wanted = namedMemoryOf(*calm);
-        QVERIFY(wanted != before);
-        const Faults& counted = calm->port.handset().phone().faults;
-        const bool isInDataMode = counted.requests > 0;
-        const int requests = isInDataMode ? counted.requests : counted.commands;
-        const bool isThorough = model == delicate && line == listWrite;
-        // A list of many entries repeats itself.
-        const int step = isThorough ? 1 : std::max(1, requests / (isInDataMode ? 16 : 10));
-        std::span<const Kind> kinds(dataFaults);
-        if (!isInDataMode)
-            kinds = std::span(commandFaults).first(isThorough ? std::size(commandFaults) : 5);
-        m_states.clear();
-        for (const Kind& kind : kinds) {
-            for (int at = 1; at <= requests; at += step) {
-                const QByteArray why = kind.name + QByteArray(" at ") + QByteArray::number(at) + ": ";
-                check(kind.make(at), before, wanted, why);
-                if (QTest::currentTestFailed())
-                    return;
-            }
-        }
-        QVERIFY(m_states.contains(u"unknown"_s) && m_states.contains(u"done"_s));
+        changes.each([this](const QString& model, const QString& first, const QString& line) {
+            const auto calm = makeHandset(model, first);
+            QVERIFY(calm);
+            const QStringList before = calm->memory();
+            QCOMPARE((*calm)(u"--json --yes "_s + line), ExitDone);
+            const QStringList wanted = calm->memory();
+            QVERIFY(wanted != before);
+            const Faults& counted = calm->port.handset().phone().faults;
+            const bool isInDataMode = counted.requests > 0;
+            const int requests = isInDataMode ? counted.requests : counted.commands;
+            const bool isThorough = model == delicate && line == listWrite;
+            // A list of many entries repeats itself.
+            const int step = isThorough ? 1 : std::max(1, requests / (isInDataMode ? 16 : 10));
+            std::span<const FaultKind> kinds(dataFaults);
+            if (!isInDataMode)
+                kinds = std::span(commandFaults).first(isThorough ? std::size(commandFaults) : 5);
+            m_states.clear();
+            sweep(kinds, requests, step, [&](const Faults& faults, const QByteArray& why) {
+                const auto handset = makeHandset(model, first);
+                QVERIFY(handset);
+                handset->port.handset().setFaults(faults);
+                check(*handset, {line, before, wanted, first.isEmpty() ? 0 : 1, isThorough}, why);
+            });
+            QVERIFY(m_states.contains(u"unknown"_s) && m_states.contains(u"done"_s));
+        });
     }
 
-    void aFullDiskChangesNothing_data()
-    {
-        anyFaultAtAnyRequest_data();
-        for (const char* line : {"put one.json --to Sounds", "put Liesmich.txt",
-                                 "rm Liesmich.txt Sounds/Piep.wav", "rm --force Sounds/Gong.mid",
-                                 "mkdir Pictures/a/b", "mv Liesmich.txt Sounds/", "attr Sounds/Gong.mid rw"})
-            QTest::newRow(line) << u"S68H"_s << QString() << u"files "_s + QString::fromLatin1(line);
-    }
     void aFullDiskChangesNothing()
     {
-        QFETCH(QString, model);
-        QFETCH(QString, first);
-        QFETCH(QString, line);
-        const auto handset = makeHandset(model, first);
-        QVERIFY(handset);
-        const QStringList before = namedMemoryOf(*handset);
-        {
-            const SmallDisk disk(200); // less than the least record
-            QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
-        }
-        QVERIFY2(handset->told.contains(u"could not"_s), qPrintable(handset->told));
-        QVERIFY2(stateIn(handset->printed) != u"done"_s, qPrintable(handset->printed));
-        QCOMPARE(namedMemoryOf(*handset), before);
+        const auto checkChange = [](const QString& model, const QString& first, const QString& line) {
+            const auto handset = makeHandset(model, first);
+            QVERIFY(handset);
+            const QStringList before = handset->memory();
+            {
+                const SmallDisk disk(200); // less than the least record
+                QCOMPARE((*handset)(u"--json --yes "_s + line), ExitFailed);
+            }
+            QVERIFY2(handset->told.contains(u"could not"_s), qPrintable(line + handset->told));
+            QVERIFY2(stateIn(handset->printed) != u"done"_s, qPrintable(line + handset->printed));
+            QCOMPARE(handset->memory(), before);
+        };
+        changes.each(checkChange);
+        for (const QString& line :
+             {u"put one.json --to Sounds"_s, u"put Liesmich.txt"_s, u"rm Liesmich.txt Sounds/Piep.wav"_s,
+              u"rm --force Sounds/Gong.mid"_s, u"mkdir Pictures/a/b"_s, u"mv Liesmich.txt Sounds/"_s,
+              u"attr Sounds/Gong.mid rw"_s})
+            checkChange(u"S68H"_s, {}, u"files "_s + line);
     }
 
     /// The record is begun before the change, and has no room for its outcome after it.
@@ -215,65 +191,68 @@ private Q_SLOTS:
         rows.each([](const auto& model, const auto& line) {
             const auto calm = makeHandset(model, line);
             const auto handset = makeHandset(model);
-            const QStringList before = namedMemoryOf(*handset);
+            const QStringList before = handset->memory();
             {
                 const SmallDisk disk(static_cast<int>(recordSize(*calm)) - 1);
                 QVERIFY2((*handset)(u"--json --yes "_s + line) == ExitDone, qPrintable(handset->told));
             }
             QVERIFY2(handset->told.contains(u"could not be completed"_s), qPrintable(handset->told));
             QCOMPARE(stateIn(handset->printed), u"done"_s);
-            QCOMPARE(namedMemoryOf(*handset), namedMemoryOf(*calm));
+            QCOMPARE(handset->memory(), calm->memory());
             QCOMPARE(recordedState(*handset, 0), u"unknown"_s);
             QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-            QCOMPARE(namedMemoryOf(*handset), before);
+            QCOMPARE(handset->memory(), before);
         });
     }
 
 private:
-    void check(const Faults& faults, const QStringList& before, const QStringList& wanted,
-               const QByteArray& why)
+    struct Change
     {
-        QFETCH(QString, model);
-        QFETCH(QString, first);
-        QFETCH(QString, line);
-        const auto handset = makeHandset(model, first);
-        QVERIFY(handset);
-        handset->port.handset().setFaults(faults);
-        const ExitStatus status = (*handset)(u"--json --yes "_s + line);
-        const QStringList now = namedMemoryOf(*handset);
-        const QByteArray said = why + handset->printed.toUtf8() + handset->told.toUtf8();
-        const QString state = stateIn(handset->printed);
+        QString line;
+        QStringList before;
+        QStringList wanted;
+        int older;       ///< records of changes before
+        bool isThorough; ///< tries the copy in the user's folder too
+    };
+
+    void check(Handset& handset, const Change& change, const QByteArray& why)
+    {
+        const auto& [line, before, wanted, older, isThorough] = change;
+        const ExitStatus status = handset(u"--json --yes "_s + line);
+        const QStringList now = handset.memory();
+        const QByteArray said = why + handset.printed.toUtf8() + handset.told.toUtf8();
+        const QString state = stateIn(handset.printed);
         m_states.insert(state);
         QVERIFY2(status != ExitDone || state == u"done"_s, said.constData());
-        QVERIFY2(status == ExitDone || !handset->told.isEmpty(), said.constData());
+        QVERIFY2(status == ExitDone || !handset.told.isEmpty(), said.constData());
         QVERIFY2(state != u"done"_s || now == wanted, said.constData());
         const bool saysUnchanged = state == u"unchanged"_s || state.isEmpty();
         QVERIFY2(!saysUnchanged || now == before, said.constData());
         if (line.startsWith(u"phonebook add"_s)) {
-            const auto written = QJsonDocument::fromJson(handset->printed.toUtf8())[u"written"_s].toInt();
+            const auto written = QJsonDocument::fromJson(handset.printed.toUtf8())[u"written"_s].toInt();
             const auto untold = now.size() - before.size() - written;
-            QVERIFY2(untold == 0 || (untold == 1 && handset->told.contains(u"of one more it is not known"_s)),
+            QVERIFY2(untold == 0 || (untold == 1 && handset.told.contains(u"of one more it is not known"_s)),
                      said.constData());
         }
-        const QStringList saved = handset->backups();
-        handset->port.handset().setFaults({});
-        const QString recorded = recordedState(*handset, first.isEmpty() ? 0 : 1);
+        const QStringList saved = handset.backups();
+        handset.port.handset().setFaults({});
+        const QString recorded = recordedState(handset, older);
         QVERIFY2(recorded == u"-"_s ? now == before : recorded == state,
                  (said + recorded.toUtf8()).constData());
         if (now == before)
             return;
         static const QRegularExpression erasing(u"book (write|set|delete)|providers write"_s);
         QVERIFY2(saved.size() == 1 || !erasing.match(line).hasMatch(), said.constData());
-        QVERIFY2((*handset)(u"--json --yes undo"_s) == ExitDone, (said + handset->told.toUtf8()).constData());
-        QVERIFY2(namedMemoryOf(*handset) == before, (said + handset->printed.toUtf8()).constData());
-        if (model != delicate || line != listWrite)
+        QVERIFY2(handset(u"--json --yes undo"_s) == ExitDone, (said + handset.told.toUtf8()).constData());
+        QVERIFY2(handset.memory() == before, (said + handset.printed.toUtf8()).constData());
+        if (!isThorough)
             return;
         // So does the copy in the user's folder, out of the state that the fault left.
-        QCOMPARE((*handset)(u"--json --yes undo"_s), ExitDone);
-        QVERIFY2(namedMemoryOf(*handset) == now, (said + handset->printed.toUtf8()).constData());
-        QCOMPARE((*handset)(u"--yes phonebook write"_s, {handset->test.storage + u"/Backup/"_s + saved[0]}),
+        QCOMPARE(handset(u"--json --yes undo"_s), ExitDone);
+        QVERIFY2(handset.memory() == now, (said + handset.printed.toUtf8()).constData());
+        QCOMPARE(handset(u"--yes phonebook write"_s, {handset.test.storage + u"/Backup/"_s + saved[0]}),
                  ExitDone);
-        QVERIFY2(namedMemoryOf(*handset) == before, (said + handset->told.toUtf8()).constData());
+        QVERIFY2(handset.memory() == before, (said + handset.told.toUtf8()).constData());
     }
 
     QSet<QString> m_states; ///< that changes of one row were said to end in

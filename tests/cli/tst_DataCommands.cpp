@@ -1,6 +1,7 @@
 // Files and contacts against the emulated handset: batches, and faults at any time that must lose nothing.
 
 #include "app/SettingsKeys.h"
+#include "FaultSweep.h"
 #include "Shell.h"
 #include "support/TestProgram.h"
 
@@ -11,6 +12,13 @@ namespace {
 /// A command behind "--json --quiet", its status, the value with ' for ", the messages and what comes first.
 /// Without messages a failed run may say anything.
 using DataRuns = Rows<QString, ExitStatus, QString, QString, std::function<void(Handset&)>>;
+
+constexpr FaultKind readingFaults[] = {
+    {"refusal", [](int at) { return Faults{.refuseAt = at}; }},
+    {"silence", [](int at) { return Faults{.silentFrom = at}; }},
+    {"late answer", [](int at) { return Faults{.lateBy = 40, .lateRequestAt = at}; }},
+    {"line gone", [](int at) { return Faults{.hangUpAfter = 80 * at}; }},
+};
 
 void eachRun(const DataRuns& rows)
 {
@@ -248,12 +256,6 @@ private Q_SLOTS:
     /// After any fault no local file is wrong or cut off, and the phone is found again.
     void anyFaultWhileGetting()
     {
-        const Rows<Faults (*)(int)> rows{
-            {"refusal", [](int at) { return Faults{.refuseAt = at}; }},
-            {"silence", [](int at) { return Faults{.silentFrom = at}; }},
-            {"a late answer", [](int at) { return Faults{.lateBy = 40, .lateRequestAt = at}; }},
-            {"the line drops", [](int at) { return Faults{.hangUpAfter = 80 * at}; }},
-        };
         const QString line = u"--yes files get Sounds/Piep.wav Liesmich.txt"_s;
         const auto localFiles = [](const Handset& handset) {
             QMap<QString, QByteArray> files;
@@ -264,24 +266,21 @@ private Q_SLOTS:
         Handset undisturbed({.model = u"S68H"_s});
         QCOMPARE(undisturbed(line), ExitDone);
         const auto wanted = localFiles(undisturbed);
-        rows.each([&](const auto& makeFaults) {
-            for (int at = 1; at <= 46; at += 3) {
-                Handset handset({.model = u"S68H"_s});
-                handset.port.handset().setFaults(makeFaults(at));
-                const ExitStatus status = handset(line);
-                const QByteArray why = QByteArray::number(at) + ": " + handset.told.toUtf8();
-                const auto files = localFiles(handset);
-                for (auto file = files.begin(); file != files.end(); ++file)
-                    QVERIFY2(wanted.contains(file.key()) && wanted[file.key()] == file.value(),
-                             why.constData());
-                QVERIFY2(status != ExitDone || files == wanted, why.constData());
-                const QString unclosed = app::get(handset.test.settings, app::keys::LastUnclosedObexDevice);
-                QVERIFY2(!handset.told.contains(u"kalmoctl recover"_s) || unclosed != app::noValue(),
-                         why.constData());
-                handset.port.handset().setFaults({});
-                QVERIFY2(handset(u"--json phonebook read"_s) == ExitDone,
-                         (why + handset.told.toUtf8()).constData());
-            }
+        sweep(readingFaults, 46, 3, [&](const Faults& faults, const QByteArray& at) {
+            Handset handset({.model = u"S68H"_s});
+            handset.port.handset().setFaults(faults);
+            const ExitStatus status = handset(line);
+            const QByteArray why = at + handset.told.toUtf8();
+            const auto files = localFiles(handset);
+            for (auto file = files.begin(); file != files.end(); ++file)
+                QVERIFY2(wanted.contains(file.key()) && wanted[file.key()] == file.value(), why.constData());
+            QVERIFY2(status != ExitDone || files == wanted, why.constData());
+            const QString unclosed = app::get(handset.test.settings, app::keys::LastUnclosedObexDevice);
+            QVERIFY2(!handset.told.contains(u"kalmoctl recover"_s) || unclosed != app::noValue(),
+                     why.constData());
+            handset.port.handset().setFaults({});
+            QVERIFY2(handset(u"--json phonebook read"_s) == ExitDone,
+                     (why + handset.told.toUtf8()).constData());
         });
     }
 

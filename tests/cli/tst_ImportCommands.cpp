@@ -2,7 +2,6 @@
 // way back.
 
 #include "Shell.h"
-#include "support/HandsetMemory.h"
 #include "support/TestProgram.h"
 
 namespace {
@@ -59,18 +58,17 @@ void checkImports(const QString& model, const Imports& imports)
         if (!import.answers.isEmpty())
             handset.answers = import.answers;
         const QString path = handset.file(u"FILE"_s, import.file);
-        const auto memory = [&] { return named(memoryOf(handset.port.handset().phone())); };
-        const QStringList before = memory();
+        const QStringList before = handset.memory();
         QCOMPARE(handset(u"--json --quiet "_s + import.line), import.status);
         QCOMPARE(factsOf(handset.printed), import.facts);
         QVERIFY2(handset.told.contains(import.told), qPrintable(handset.told));
-        const QStringList after = memory();
+        const QStringList after = handset.memory();
         QCOMPARE(without(after, before), import.added);
         QCOMPARE(without(before, after), QStringList());
         if (after == before)
             return;
         QCOMPARE(handset(u"--yes undo"_s), ExitDone);
-        QCOMPARE(memory(), before);
+        QCOMPARE(handset.memory(), before);
     });
 }
 
@@ -159,12 +157,12 @@ private Q_SLOTS:
     {
         Handset handset({.model = u"SL450HX"_s, .capacity = 26, .atOnce = true});
         handset.file(u"a.vcf"_s, twoCards);
-        const QStringList before = memoryOf(handset.port.handset().phone());
+        const QStringList before = handset.memory();
         for (const QString& line :
              {u"--yes phonebook import a.vcf"_s, u"phonebook import a.vcf --dry-run"_s}) {
             QCOMPARE(handset(line), ExitFailed);
             QVERIFY2(handset.told.contains(u"nothing was changed in it."_s), qPrintable(handset.told));
-            QCOMPARE(memoryOf(handset.port.handset().phone()), before);
+            QCOMPARE(handset.memory(), before);
         }
     }
 };

@@ -2,7 +2,6 @@
 
 #include "operations/Records.h"
 #include "Shell.h"
-#include "support/HandsetMemory.h"
 #include "support/TestProgram.h"
 
 using operations::RecordedList;
@@ -67,52 +66,49 @@ void tst_TakingBack::history()
 /// Each change is undone, the undo too, and that once more.
 void tst_TakingBack::everyChangeIsTakenBack()
 {
-    // The model, commands ahead of the change, and the change. HERE stands for the folder of the test.
+    // The model, commands ahead of the change, and the change.
     Rows<QString, QStringList, QString> rows;
-    rows.add("files deleted", u"SL450HX"_s,
-             {u"files put HERE/new.bmp HERE/empty.txt"_s, u"files attr new.bmp ro"_s},
+    rows.add("files deleted", u"SL450HX"_s, {u"files put new.bmp empty.txt"_s, u"files attr new.bmp ro"_s},
              u"files rm --force new.bmp empty.txt"_s);
-    rows.add("a file called as a part of the record", u"SL450HX"_s, {u"files put HERE/states.json"_s},
+    rows.add("a file called as a part of the record", u"SL450HX"_s, {u"files put states.json"_s},
              u"files rm states.json"_s);
     rows.add("a folder deleted", u"SL450HX"_s, {u"files mkdir Neu/darin"_s}, u"files rm Neu/darin"_s);
-    rows.add("moved", u"SL450HX"_s, {u"files put HERE/new.bmp"_s, u"files mkdir Neu"_s},
+    rows.add("moved", u"SL450HX"_s, {u"files put new.bmp"_s, u"files mkdir Neu"_s},
              u"files mv new.bmp Neu/old.bmp"_s);
-    rows.add("all contacts replaced, family 5", u"S68H"_s, {}, u"phonebook write HERE/one.json"_s);
-    rows.add("all contacts replaced, family 13", u"CL660HX"_s, {}, u"phonebook write HERE/one.json"_s);
-    rows.add("a classic phonebook replaced", u"GALICIA"_s, {}, u"phonebook write HERE/list.json"_s);
-    rows.add("a classic phonebook erased", u"WOODY"_s, {}, u"phonebook write HERE/no.json"_s);
-    rows.add("a classic phonebook in another order", u"PICASSO"_s, {u"phonebook write HERE/list.json"_s},
-             u"phonebook write HERE/turned.json"_s);
-    rows.add("providers replaced", u"WOODY"_s, {}, u"providers write HERE/list.prv"_s);
+    rows.add("all contacts replaced, family 5", u"S68H"_s, {}, u"phonebook write one.json"_s);
+    rows.add("all contacts replaced, family 13", u"CL660HX"_s, {}, u"phonebook write one.json"_s);
+    rows.add("a classic phonebook replaced", u"GALICIA"_s, {}, u"phonebook write list.json"_s);
+    rows.add("a classic phonebook erased", u"WOODY"_s, {}, u"phonebook write no.json"_s);
+    rows.add("a classic phonebook in another order", u"PICASSO"_s, {u"phonebook write list.json"_s},
+             u"phonebook write turned.json"_s);
+    rows.add("providers replaced", u"WOODY"_s, {}, u"providers write list.prv"_s);
     rows.each([](const auto& model, const auto& ahead, const auto& command) {
         Handset handset({.model = model, .atOnce = true});
         makeFiles(handset);
         const auto run = [&](const QString& line) {
-            const QString words = QString(line).replace(u"HERE"_s, handset.test.folder.path());
-            const ExitStatus status = handset(u"--yes "_s + words);
+            const ExitStatus status = handset(u"--yes "_s + line);
             if (status != ExitDone)
                 qWarning("%s: %s", qPrintable(line), qPrintable(handset.told));
             return status;
         };
-        const auto memory = [&] { return named(memoryOf(handset.port.handset().phone())); };
         for (const QString& line : ahead)
             QCOMPARE(run(line), ExitDone);
-        const QStringList before = memory();
+        const QStringList before = handset.memory();
         QCOMPARE(run(command), ExitDone);
-        const QStringList after = memory();
+        const QStringList after = handset.memory();
         QVERIFY(after != before);
 
         QCOMPARE(run(u"--json history"_s), ExitDone);
         const QJsonObject record = QJsonDocument::fromJson(handset.printed.toUtf8())[0].toObject();
         checkRecord(record, command, handset);
         QCOMPARE(run(u"undo --dry-run"_s), ExitDone);
-        QCOMPARE(memory(), after);
+        QCOMPARE(handset.memory(), after);
         QCOMPARE(run(u"undo"_s), ExitDone);
-        QCOMPARE(memory(), before);
+        QCOMPARE(handset.memory(), before);
         QCOMPARE(run(u"undo"_s), ExitDone);
-        QCOMPARE(memory(), after);
+        QCOMPARE(handset.memory(), after);
         QCOMPARE(run(u"undo "_s + record[u"id"_s].toString()), ExitDone);
-        QCOMPARE(memory(), before);
+        QCOMPARE(handset.memory(), before);
         if (handset.port.handset().phone().family.number >= 5) // others answer before the line feed, at once
             QCOMPARE(handset.port.handset().violations(), QStringList());
     });
