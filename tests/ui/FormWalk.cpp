@@ -191,6 +191,20 @@ QStringList paleColours(const QWidget& widget)
     return faults;
 }
 
+/// The room without which a text or a field is cut. Zero for widgets without, and for those that may be cut.
+QSize neededFor(const QWidget& widget)
+{
+    if (widget.inherits("QComboBox") ||
+        (widget.inherits("QLineEdit") && !widget.parent()->inherits("QComboBox")))
+        return {0, widget.minimumSizeHint().height()};
+    if (textOf(widget).isEmpty() || widget.inherits("QGroupBox") ||
+        widget.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
+        return {0, 0};
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return label && label->wordWrap() ? QSize(0, label->heightForWidth(label->width()))
+                                      : widget.minimumSizeHint();
+}
+
 /// A label with a name of its own is read by that name alone.
 bool hidesItsText(const QWidget& widget)
 {
@@ -321,6 +335,32 @@ QStringList unreachableControls(QWidget& form)
     return faults;
 }
 
+QStringList wrongTabOrder(const QWidget& form)
+{
+    QList<const QWidget*> order;
+    for (const QWidget* stop = form.nextInFocusChain(); stop != &form; stop = stop->nextInFocusChain()) {
+        if (isOwnStop(*stop) && stop->isVisibleTo(&form))
+            order.append(stop);
+    }
+    QStringList faults;
+    for (const auto* row : form.findChildren<QBoxLayout*>()) {
+        const QWidget* last = nullptr;
+        for (int index = 0; index < row->count(); ++index) {
+            const QWidget* part = row->itemAt(index)->widget();
+            const auto isIn = [part](const QWidget* stop) {
+                return stop == part || part->isAncestorOf(stop);
+            };
+            const auto first = part ? std::ranges::find_if(order, isIn) : order.end();
+            if (first == order.end())
+                continue;
+            if (last && order.indexOf(last) > first - order.begin())
+                faults.append(u"Tab goes to %1 after %2"_s.arg(described(*last), described(**first)));
+            last = *first;
+        }
+    }
+    return faults;
+}
+
 QStringList paleTexts(QWidget& form)
 {
     QStringList faults;
@@ -342,6 +382,8 @@ QStringList paleTexts(QWidget& form)
     }
     const QImage picture = form.grab().toImage().convertToFormat(QImage::Format_RGB32);
     for (const auto& [widget, inner, text] : std::as_const(texts)) {
+        if (!widget->visibleRegion().boundingRect().contains(inner))
+            continue; // the form can scroll to it
         const QRect place(widget->mapTo(&form, inner.topLeft()) * picture.devicePixelRatio(),
                           inner.size() * picture.devicePixelRatio());
         const double measured = strongestContrast(picture.copy(place.intersected(picture.rect())));
@@ -356,15 +398,13 @@ QStringList cutTexts(const QWidget& form)
 {
     QStringList faults;
     for (const QWidget* widget : shownWidgets(form)) {
-        const auto* label = qobject_cast<const QLabel*>(widget);
-        if (textOf(*widget).isEmpty() || qobject_cast<const QGroupBox*>(widget) ||
-            widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
-            continue;
-        const bool wraps = label && label->wordWrap();
-        const QSize needed =
-            wraps ? QSize(0, label->heightForWidth(label->width())) : widget->minimumSizeHint();
+        const QSize needed = neededFor(*widget);
         if (widget->width() < needed.width() || widget->height() < needed.height())
-            faults.append(u"cut: %1 \"%2\""_s.arg(described(*widget), textOf(*widget)));
+            faults.append(u"cut: %1 \"%2\" has %3 x %4 of %5 x %6"_s.arg(described(*widget), textOf(*widget))
+                              .arg(widget->width())
+                              .arg(widget->height())
+                              .arg(needed.width())
+                              .arg(needed.height()));
     }
     for (const auto* header : form.findChildren<QHeaderView*>()) {
         for (int section = 0; header->isVisibleTo(&form) && section < header->count(); ++section) {
@@ -394,6 +434,19 @@ QStringList overlaps(const QWidget& form)
         seen.append(widget);
     }
     return faults;
+}
+
+QStringList beyondScreen(const QWidget& form)
+{
+    const QSize room = form.screen()->availableSize();
+    const QSize needed = form.frameGeometry().size();
+    if (needed.boundedTo(room) == needed)
+        return {};
+    return {u"%1 takes %2 x %3 of %4 x %5"_s.arg(described(form))
+                .arg(needed.width())
+                .arg(needed.height())
+                .arg(room.width())
+                .arg(room.height())};
 }
 
 } // namespace kalmo::tests

@@ -19,14 +19,20 @@ QStringList sharedMnemonics(const QWidget& form);
 /// Controls that the Tab key does not reach, in either direction. The form must be the active window.
 QStringList unreachableControls(QWidget& form);
 
+/// Rows and columns of controls that the Tab key goes through in another order than that of their places.
+QStringList wrongTabOrder(const QWidget& form);
+
 /// Texts whose contrast with what they are painted on is below 4.5, the ratio that WCAG 2.1 asks for, down to
 /// the cells, nodes and heads that are in sight. Controls that are disabled are passed over, as there.
 QStringList paleTexts(QWidget& form);
 
-/// Labels, buttons and heads of columns that have less room than their text needs.
+/// Labels, buttons, fields and heads of columns that have less room than their text needs.
 QStringList cutTexts(const QWidget& form);
 
 /// Texts and fields that lie over their neighbours.
 QStringList overlaps(const QWidget& form);
+
+/// The form, if it is larger than the screen.
+QStringList beyondScreen(const QWidget& form);
 
 } // namespace kalmo::tests

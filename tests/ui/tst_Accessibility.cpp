@@ -266,17 +266,38 @@ QPalette darkColours()
     return dark;
 }
 
-QStringList faultsOf(QWidget& form, bool isDark)
+/// How the desktop shows all forms.
+enum Look { Light, Dark, LargeLetters };
+
+QStringList faultsOf(QWidget& form, Look look)
 {
-    QStringList faults = paleTexts(form);
-    if (!isDark) // the rest does not depend on colours
-        faults += unspokenParts(form) + sharedMnemonics(form) + unreachableControls(form) + cutTexts(form) +
-                  overlaps(form);
+    if (look == Dark) // nothing but pale texts depends on colours
+        return paleTexts(form);
+    QCoreApplication::processEvents(); // which lays out what was shown last
+    QStringList faults = cutTexts(form) + overlaps(form) + beyondScreen(form);
+    if (look == Light)
+        faults += paleTexts(form) + unspokenParts(form) + sharedMnemonics(form) + unreachableControls(form) +
+                  wrongTabOrder(form);
     return faults;
 }
 
+/// Letters of another size for the forms that are made meanwhile.
+struct Letters
+{
+    explicit Letters(double size)
+    {
+        QFont font = before;
+        font.setPointSizeF(font.pointSizeF() * size);
+        QApplication::setFont(font);
+    }
+    ~Letters() { QApplication::setFont(before); }
+    Q_DISABLE_COPY_MOVE(Letters)
+
+    QFont before = QApplication::font();
+};
+
 /// Looks at the dialog once it is in front, and closes it.
-QStringList faultsOfDialog(Shown& shown, Maker open, bool isDark)
+QStringList faultsOfDialog(Shown& shown, Maker open, Look look)
 {
     QStringList faults{u"no dialog"_s};
     QTimer timer;
@@ -285,7 +306,7 @@ QStringList faultsOfDialog(Shown& shown, Maker open, bool isDark)
         if (!dialog || !dialog->isActiveWindow() || !QApplication::focusWidget())
             return;
         timer.stop();
-        faults = faultsOf(*dialog, isDark);
+        faults = faultsOf(*dialog, look);
         dialog->close();
     });
     timer.start(0);
@@ -305,19 +326,22 @@ private Q_SLOTS:
     void everyForm_data()
     {
         QTest::addColumn<int>("row");
-        QTest::addColumn<bool>("isDark");
+        QTest::addColumn<Look>("look");
         for (int row = 0; row < static_cast<int>(std::size(forms)); ++row) {
-            for (const bool isDark : {false, true})
-                QTest::addRow("%s, %s", forms[row].name, isDark ? "dark" : "light") << row << isDark;
+            QTest::addRow("%s, light", forms[row].name) << row << Light;
+            QTest::addRow("%s, dark", forms[row].name) << row << Dark;
+            if (QApplication::primaryScreen()->devicePixelRatio() == 1)
+                QTest::addRow("%s, large letters", forms[row].name) << row << LargeLetters;
         }
     }
 
     void everyForm()
     {
         QFETCH(int, row);
-        QFETCH(bool, isDark);
+        QFETCH(Look, look);
         const ui::ReadablePalette colours;
-        QApplication::setPalette(isDark ? darkColours() : QPalette());
+        QApplication::setPalette(look == Dark ? darkColours() : QPalette());
+        const Letters letters(look == LargeLetters ? 2 : 1);
         Shown shown(forms[row].model);
         forms[row].make(shown);
         QWidget& form = *shown.form;
@@ -336,9 +360,9 @@ private Q_SLOTS:
         if (!QApplication::focusWidget())
             form.setFocus();
         if (forms[row].open)
-            faults = faultsOfDialog(shown, forms[row].open, isDark);
+            faults = faultsOfDialog(shown, forms[row].open, look);
         else if (!forms[row].isBusy)
-            faults = faultsOf(form, isDark);
+            faults = faultsOf(form, look);
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
     }
 

@@ -1,7 +1,9 @@
 #include "ui/forms/FormerStatesDialog.h"
 
 #include "app/Version.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/Named.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/controls/ucHeadline.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/forms/FormerStateWords.h"
@@ -177,6 +179,7 @@ void FormerStatesDialog::layOut()
     foot->addWidget(m_bar);
     foot->addWidget(m_cancel);
     layout->addLayout(foot);
+    scrollAbove(*layout, layout->indexOf(buttons));
     m_caption->setWordWrap(true);
     m_bar->hide();
     m_cancel->hide();
@@ -184,7 +187,7 @@ void FormerStatesDialog::layOut()
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_search, m_view, m_differenceView, buttons});
     m_status->SetText(u"Bereit."_s);
     const int width = fontMetrics().averageCharWidth() * 122;
-    resize(width, sizeHint().height());
+    resizeWithinScreen(*this, {width, sizeHint().height()});
 }
 
 QWidget* FormerStatesDialog::makeButtons()

@@ -1,5 +1,7 @@
 #include "ui/forms/UploadDialog.h"
 
+#include "ui/controls/FormScroll.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/forms/ChangeGuard.h"
 
 #include <QAbstractButton>
@@ -106,6 +108,7 @@ std::optional<UploadChoice> confirmUpload(Program& program, const UploadQuestion
     layout->addWidget(names);
     layout->addWidget(controls, 1);
     layout->addWidget(buttons);
+    scrollAbove(*layout, layout->indexOf(buttons));
     guardChoices(dialog, *controls, *send, program.context);
     controls->showSelection(question.given);
     send->setEnabled(std::ranges::any_of(
@@ -136,7 +139,7 @@ std::optional<UploadChoice> chooseUpload(Program& program, const UploadQuestion&
     QObject::connect(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, controls,
                      [&dialog, controls] { controls->showSelection(filesOf(*dialog)); });
     const int letter = dialog->fontMetrics().averageCharWidth();
-    dialog->resize(widthInLetters * letter, heightInLetters * letter);
+    resizeWithinScreen(*dialog, {widthInLetters * letter, heightInLetters * letter});
     dialog->findChild<QSplitter*>(u"splitter"_s)
         ->setSizes({sidebarInLetters * letter, (widthInLetters - sidebarInLetters) * letter});
     for (;;) {

@@ -3,6 +3,7 @@
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/RuledCaption.h"
 #include "ui/forms/ChangeGuard.h"
@@ -114,15 +115,15 @@ void frmEinstellungen::addPortRows(QVBoxLayout& rows)
     lblPortHinweis = makeHint(u"lblPortHinweis"_s, this);
     rows.addWidget(lblPortHinweis);
 
+    auto* welcome = makeButton<LinkButton>(
+        u"lblWelcome"_s, u"&Telefon suchen oder ohne Telefon ausprobieren"_s,
+        u"Alle Anschlüsse durchsuchen, oder Kalmo mit einem nachgebildeten Telefon öffnen"_s, this);
     auto* check = makeButton<LinkButton>(u"lblCheckCOMs"_s, u"&Mögliche Ports && Bezeichnung ermitteln"_s,
                                          u"Die Liste der Anschlüsse neu bilden"_s, this);
     auto* usb = makeButton<LinkButton>(u"lblUSBInfo"_s, u"Hinweise zu &USB Datenkabeln"_s,
                                        u"Was ein virtueller COM Port ist"_s, this);
     auto* bluetooth = makeButton<LinkButton>(u"label1"_s, u"&Bluetooth Hinweis"_s,
                                              u"Das Telefon über Bluetooth verbinden"_s, this);
-    auto* welcome = makeButton<LinkButton>(
-        u"lblWelcome"_s, u"&Telefon suchen oder ohne Telefon ausprobieren"_s,
-        u"Alle Anschlüsse durchsuchen, oder Kalmo mit einem nachgebildeten Telefon öffnen"_s, this);
     connect(welcome, &QPushButton::clicked, this, &frmEinstellungen::welcomeWanted);
     connect(check, &QPushButton::clicked, this, &frmEinstellungen::RebuildCmbCom);
     connect(usb, &QPushButton::clicked, this, &frmEinstellungen::showUsbInfo);
@@ -207,6 +208,7 @@ void frmEinstellungen::addButtons(QVBoxLayout& rows)
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdAbbruch);
     rows.addLayout(buttons);
+    scrollAbove(rows, rows.indexOf(buttons));
 }
 
 void frmEinstellungen::fillPorts(link::PortListFor purpose)

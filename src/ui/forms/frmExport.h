@@ -61,7 +61,7 @@ private:
     void addDestinations(QVBoxLayout& layout);
     QWidget* makeCsv();
     QWidget* makeHtml();
-    QWidget* makeFoot();
+    QWidget* makeChoices();
     QWidget* makeStatus();
     void checkFields();
     void guardChoices();

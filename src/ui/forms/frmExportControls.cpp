@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "transfer/export/CsvTarget.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/WrappedCheck.h"
@@ -106,7 +107,8 @@ frmExport::frmExport(Program& program, QWidget* parent)
     QWidget* columns = makeColumns();
     QWidget* rows = makeRows();
     QWidget* target = makeDestination();
-    QWidget* foot = makeFoot();
+    QWidget* choices = makeChoices();
+    QWidget* buttons = makeSaveAndCancel(*this, m_cmdExport, m_cmdAbbruch, helpTopicExport);
     auto* right = new QVBoxLayout;
     right->addWidget(target, 1);
     right->addWidget(rows);
@@ -119,9 +121,11 @@ frmExport::frmExport(Program& program, QWidget* parent)
     middle->setSpacing(layout->spacing() * 2);
     layout->addLayout(m_head);
     layout->addLayout(middle, 1);
-    layout->addWidget(foot);
+    layout->addWidget(choices);
+    layout->addWidget(buttons);
     layout->addWidget(makeStatus());
-    m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{columns, rows, target, foot});
+    scrollAbove(*layout, layout->indexOf(buttons));
+    m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{columns, rows, target, choices, buttons});
     m_sta->SetText(u"Bereit."_s);
     checkFields();
     connectControls();
@@ -246,16 +250,15 @@ QWidget* frmExport::makePathRow(QLineEdit* field, QPushButton* button, const QSt
     return row;
 }
 
-QWidget* frmExport::makeFoot()
+QWidget* frmExport::makeChoices()
 {
-    auto* foot = new QWidget;
-    auto* layout = new QVBoxLayout(foot);
+    auto* choices = new QWidget;
+    auto* layout = new QVBoxLayout(choices);
     layout->setContentsMargins({});
     layout->addWidget(m_chkAutoOpenExportFile);
     layout->addWidget(m_chkCloseAfterExport);
     layout->addWidget(makeComment(1));
-    layout->addWidget(makeSaveAndCancel(*this, m_cmdExport, m_cmdAbbruch, helpTopicExport));
-    return foot;
+    return choices;
 }
 
 QWidget* frmExport::makeStatus()

@@ -1,6 +1,7 @@
 #include "ui/forms/frmNEentry.h"
 
 #include "app/Version.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
 #include "ui/forms/ChangeGuard.h"
@@ -23,7 +24,9 @@ frmNEentry::frmNEentry(Program& program, toolkit::ListRows& lvwNE, QWidget* pare
     makeRoom(*layout);
     layout->addWidget(makeNameAndNumber(m_txtName, m_txtNr));
     layout->addStretch();
-    layout->addWidget(makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel));
+    QWidget* buttons = makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel);
+    layout->addWidget(buttons);
+    scrollAbove(*layout, layout->indexOf(buttons));
     connect(m_cmdSpeicher, &QPushButton::clicked, this, &frmNEentry::cmdSpeicher_Click);
     new ChangeGuard(*this, *m_cmdSpeicher, program.context);
 }

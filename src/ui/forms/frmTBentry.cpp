@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "link/PhoneModels.h"
 #include "phonedata/EntryRules.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
@@ -56,7 +57,9 @@ frmTBentry::frmTBentry(Program& program, toolkit::ListRows& lvwTB, QWidget* pare
     layout->addWidget(makeDatePart());
     layout->addWidget(makeVipPart());
     layout->addStretch();
-    layout->addWidget(makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel));
+    QWidget* buttons = makeSaveAndCancel(*this, m_cmdSpeicher, m_cmdCancel);
+    layout->addWidget(buttons);
+    scrollAbove(*layout, layout->indexOf(buttons));
     fillCombos();
     bindDateField(*m_calDate, *m_txtbDate, *m_cmdEditDate, m_cmdCancel);
     connect(m_chkUsebDate, &QCheckBox::toggled, this, &frmTBentry::chkUsebDate_Click);

@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "phonedata/EntryRules.h"
 #include "phonedata/PhoneCharacters.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/PhoneFields.h"
@@ -58,6 +59,7 @@ frmVCFneu::frmVCFneu(Program& program, std::shared_ptr<VcardStore> store, QWidge
     QWidget* buttons = makeSaveAndCancel(*this, m_cmdSpeichern, m_cmdAbbruch);
     layout->addWidget(buttons);
     layout->addWidget(makeStatusBar());
+    scrollAbove(*layout, layout->indexOf(buttons));
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{fields, buttons});
     connect(m_chkGebu, &QCheckBox::toggled, this, &frmVCFneu::chkGebu_Click);
     connect(m_cmdSpeichern, &QPushButton::clicked, this, &frmVCFneu::cmdSpeichern_Click);

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "operations/PhoneSettings.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
@@ -77,6 +78,7 @@ frmVorwahl::frmVorwahl(Program& program, QWidget* parent)
     layout->addStretch();
     layout->addWidget(buttons);
     layout->addWidget(m_sta);
+    scrollAbove(*layout, layout->indexOf(buttons));
     m_busy = std::make_unique<WindowBusy>(QList<QWidget*>{m_chkUseVw, m_frame1, buttons});
     m_sta->SetText(u"Bereit."_s);
     connect(m_chkUseVw, &QCheckBox::toggled, this, &frmVorwahl::chkUseVw_Click);

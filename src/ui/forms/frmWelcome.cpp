@@ -1,6 +1,7 @@
 #include "ui/forms/frmWelcome.h"
 
 #include "link/BorrowedPort.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ucHeadline.h"
@@ -81,6 +82,7 @@ frmWelcome::frmWelcome(Program& program, QWidget* parent)
     buttons->addStretch(1);
     buttons->addWidget(m_connect);
     layout->addLayout(buttons);
+    scrollAbove(*layout, layout->indexOf(buttons));
     setMinimumWidth(fontMetrics().averageCharWidth() * widthInCharacters);
     m_search->setDefault(true);
     m_demo->setToolTip(

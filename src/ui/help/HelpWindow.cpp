@@ -1,5 +1,6 @@
 #include "ui/help/HelpWindow.h"
 
+#include "ui/controls/ScreenRoom.h"
 #include "ui/controls/SearchField.h"
 #include "ui/icons/Icons.h"
 
@@ -99,7 +100,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window), m_pages(r
     rows->setSpacing(0);
     rows->addWidget(makeToolBar());
     rows->addWidget(halves, 1);
-    resize(line * 64, line * 46);
+    resizeWithinScreen(*this, {line * 64, line * 46});
     fillIndex();
     setTabOrder(txtSuche, tvwIndex);
     setTabOrder(tvwIndex, txtSeite);

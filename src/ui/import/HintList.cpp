@@ -41,7 +41,20 @@ void HintList::show(const std::vector<transfer::ImportHint>& hints)
     }
     for (const transfer::ImportHint& hint : hints)
         m_layout->addWidget(makeLine(hint));
+    orderButtons();
     setVisible(!hints.empty());
+}
+
+/// New widgets are last for the Tab key. These follow the control ahead of the list.
+void HintList::orderButtons()
+{
+    QWidget* last = previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus && last != this)
+        last = last->previousInFocusChain();
+    for (QWidget* button : m_lines->findChildren<QPushButton*>()) {
+        setTabOrder(last, button);
+        last = button;
+    }
 }
 
 QWidget* HintList::makeLine(const transfer::ImportHint& hint)

@@ -23,6 +23,7 @@ Q_SIGNALS:
     void mendingWanted(const kalmo::transfer::ImportHint& hint);
 
 private:
+    void orderButtons();
     QWidget* makeLine(const transfer::ImportHint& hint);
 
     QWidget* m_lines;

@@ -2,7 +2,9 @@
 
 #include "app/Version.h"
 #include "transfer/import/ImportSteps.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/Named.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/help/HelpWindow.h"
@@ -22,7 +24,6 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QRadioButton>
-#include <QScreen>
 #include <QShortcut>
 
 namespace kalmo::ui {
@@ -101,7 +102,9 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     rows->addWidget(m_hints);
     rows->addWidget(new SearchLine(*m_view));
     rows->addWidget(m_view, 1);
-    rows->addWidget(makeButtons());
+    QWidget* buttons = makeButtons();
+    rows->addWidget(buttons);
+    scrollAbove(*rows, rows->indexOf(buttons));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -113,7 +116,7 @@ frmImportPb::frmImportPb(Program& program, ImportLists lists, ImportFrom source,
     m_sta->setBlocked({m_content});
     m_sta->findChild<ConnectionLight*>()->hide(); // a search has no place here
     m_sta->setSizeGripEnabled(true);
-    resize(firstSize.boundedTo(screen()->availableSize()));
+    resizeWithinScreen(*this, firstSize);
     RestoreFormLayout(*this, program.context.settings);
     Form_Present(Store::Phonebook);
     m_loading = false;

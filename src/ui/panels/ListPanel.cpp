@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace kalmo::ui {
@@ -23,6 +24,7 @@ ListPanel::ListPanel(const QString& name, toolkit::ListRows& rows, bool plainASe
     content()->addWidget(m_search);
     content()->addWidget(m_view, 1);
     content()->addWidget(m_note);
+    setTabOrder(m_search->findChild<QLineEdit*>(), m_view);
     connect(m_view, &RowsView::rowDoubleClicked, this, [this] { Q_EMIT commandWanted(Command::Edit); });
 }
 

@@ -4,6 +4,7 @@
 #include "operations/PhoneSettings.h"
 #include "toolkit/Progress.h"
 #include "ui/controls/ChoiceBox.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/Named.h"
 #include "ui/forms/FormerStateWords.h"
 #include "ui/icons/Icons.h"
@@ -88,6 +89,7 @@ fraSounds::fraSounds(const WindowParts& parts, QWidget* parent)
     content()->addWidget(heading);
     content()->addWidget(search);
     content()->addWidget(m_view, 1);
+    scrollAbove(*content(), content()->count());
     setTabOrder(search->findChild<QLineEdit*>(), m_view);
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "link/PhoneModels.h"
+#include "ui/controls/ScreenRoom.h"
 #include "ui/icons/Icons.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/panels/fraAd.h"
@@ -70,7 +71,7 @@ frmPB::frmPB(Program& program, std::shared_ptr<obex::clsMmc> mmc, QWidget* paren
     layOut();
     connectMmc();
     setMinimumSize(smallestSize);
-    resize(firstSize.boundedTo(screen()->availableSize()));
+    resizeWithinScreen(*this, firstSize);
     RestoreFormLayout(*this, program.context.settings);
     for (const ListPanel* panel : listPanels())
         makeContextMenu(panel->view());
