@@ -3,12 +3,9 @@
 
 #include "FaultSweep.h"
 #include "Shell.h"
+#include "support/SeedFile.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
-
-#include <QDirIterator>
-#include <QRegularExpression>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -63,24 +60,18 @@ const Rows<QString, QString, QString> changes{
 };
 
 /// A short list with a melody of the handset's own, for a handset that prepares its store.
-QString seedFile()
-{
-    static const QTemporaryDir folder;
-    QFile file(folder.filePath(u"seed.json"_s));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
+const QByteArray delicateMemory =
+    R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
             "phonebook": [{"name": "Mutter \u0022M\u0022", "number": "1", "anniversary": "24.12. 08:30",
                            "reminder": "12"}, {"name": "", "number": "2"}, {"name": "Jörg, B.", "number": "3"}],
-            "providers": [{"name": "Nord", "number": "01031"}]})");
-    return file.fileName();
-}
+            "providers": [{"name": "Nord", "number": "01031"}]})";
 
 /// `first` is a command that has been carried out, if any.
 std::unique_ptr<Handset> makeHandset(const QString& model, const QString& first = {})
 {
     handset::Options options{.model = model, .atOnce = true};
     if (model == delicate)
-        options.seed = seedFile();
+        options.seed = seedFile(delicateMemory);
     else if (model == u"SL450HX"_s)
         options.seed = u"none"_s, options.entries = 6;
     auto handset = std::make_unique<Handset>(options);

@@ -3,9 +3,8 @@
 #include "app/SettingsKeys.h"
 #include "FaultSweep.h"
 #include "Shell.h"
+#include "support/SeedFile.h"
 #include "support/TestProgram.h"
-
-#include <QRegularExpression>
 
 namespace {
 
@@ -287,13 +286,9 @@ private Q_SLOTS:
     /// One name in quoted-printable has all cards decoded, so the first name is shown as "A" only.
     void cardsThatDoNotComeThrough()
     {
-        const QTemporaryDir folder;
-        QFile seed(folder.filePath(u"seed.json"_s));
-        QVERIFY(seed.open(QIODevice::WriteOnly));
-        seed.write(
+        const QString seed = seedFile(
             R"({"contacts": [{"lastName": "A=B; C", "home": "1"}, {"lastName": "Ayşe", "home": "2"}]})");
-        seed.close();
-        Handset handset({.model = u"S68H"_s, .seed = seed.fileName(), .cards = handset::CardText::Raw});
+        Handset handset({.model = u"S68H"_s, .seed = seed, .cards = handset::CardText::Raw});
         QCOMPARE(handset(u"phonebook read -o x.json"_s), ExitDone);
         const QString lacks = u"x.json lacks a part of these contacts; a .vcf file would hold it: A\n"_s;
         QVERIFY2(handset.told.endsWith(lacks), qPrintable(handset.told));

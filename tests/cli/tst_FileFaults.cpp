@@ -6,8 +6,6 @@
 #include "Shell.h"
 #include "support/TestProgram.h"
 
-#include <QJsonArray>
-
 #include <map>
 
 namespace {

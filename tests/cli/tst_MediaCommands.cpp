@@ -7,8 +7,6 @@
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
-#include <QJsonArray>
-
 #include <algorithm>
 
 namespace {

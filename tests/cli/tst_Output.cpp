@@ -5,8 +5,6 @@
 #include "cli/Tables.h"
 #include "support/TestProgram.h"
 
-#include <QJsonArray>
-
 #include <cerrno>
 
 using namespace kalmo::cli;

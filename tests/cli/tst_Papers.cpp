@@ -4,10 +4,6 @@
 #include "cli/Help.h"
 #include "support/TestProgram.h"
 
-#include <QFile>
-#include <QProcess>
-#include <QRegularExpression>
-
 using namespace kalmo::cli;
 
 namespace {

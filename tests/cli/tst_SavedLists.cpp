@@ -8,9 +8,6 @@
 #include "operations/ContactFields.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-
 using namespace kalmo::cli;
 using namespace kalmo::operations;
 using namespace kalmo::phonedata;

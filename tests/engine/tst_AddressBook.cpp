@@ -6,10 +6,6 @@
 #include "transfer/import/VcardFile.h"
 #include "transfer/import/WabFile.h"
 
-#include <QDateTime>
-#include <QTemporaryDir>
-#include <QtEndian>
-
 using namespace kalmo::transfer;
 
 namespace {

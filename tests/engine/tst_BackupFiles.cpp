@@ -6,8 +6,6 @@
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-
 using namespace kalmo::phonedata;
 
 namespace {

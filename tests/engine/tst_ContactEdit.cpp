@@ -9,8 +9,6 @@
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
-#include <QJsonArray>
-
 #include <algorithm>
 
 using namespace kalmo::operations;

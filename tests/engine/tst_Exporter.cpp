@@ -12,8 +12,6 @@
 #include "transfer/export/Exporter.h"
 #include "transfer/export/HtmlTarget.h"
 
-#include <QDir>
-
 using namespace kalmo::transfer;
 using toolkit::Message;
 

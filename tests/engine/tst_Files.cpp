@@ -6,9 +6,6 @@
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 class tst_Files : public QObject
 {
     Q_OBJECT

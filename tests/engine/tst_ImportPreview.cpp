@@ -7,9 +7,6 @@
 #include "transfer/import/TextSource.h"
 #include "transfer/import/VcardFile.h"
 
-#include <QElapsedTimer>
-#include <QStringEncoder>
-
 using namespace kalmo::transfer;
 
 namespace {

@@ -143,8 +143,7 @@ private Q_SLOTS:
     void commandsNeedTextMode()
     {
         for (const link::LineMode mode : {link::LineMode::Switching, link::LineMode::Data}) {
-            ScriptedLine scripted;
-            auto& [test, port, line] = scripted;
+            auto&& [test, port, line] = ScriptedLine();
             test.startLog();
             line.setMode(mode);
             QByteArray answer = "old";
@@ -161,8 +160,7 @@ private Q_SLOTS:
 
     void nestedExchangeStealsNothing()
     {
-        ScriptedLine scripted;
-        auto& [test, port, line] = scripted;
+        auto&& [test, port, line] = ScriptedLine();
         int nested = 0;
         const auto intrude = [&, &theLine = line] {
             ++nested;

@@ -45,8 +45,7 @@ using Operations = Rows<QList<QPair<QByteArray, QByteArray>>, int, QString, std:
 void checkOperations(const Operations& operations)
 {
     operations.each([](const auto& exchanges, const auto& failure, const auto& folders, const auto& run) {
-        OnlineClient online;
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient();
         for (const auto& [request, answer] : exchanges)
             port.expect(request, answer);
         if (failure != succeeds && failure != failsSilently && failure != obex::FolderUnknown)
@@ -228,8 +227,7 @@ void tst_ObexFolders::capacities()
 
 void tst_ObexFolders::folderTotals()
 {
-    OnlineClient online;
-    auto& [test, port, client] = online;
+    auto&& [test, port, client] = OnlineClient();
     const auto listing = [](const QByteArray& text) { return packet(0xA0, header(0x49, text)); };
     port.expect(enter("a", 0), done);
     port.expect(

@@ -80,8 +80,7 @@ private Q_SLOTS:
 
     void channelDoesNotOpen()
     {
-        OfflineClient offline;
-        auto& [test, port, client] = offline;
+        auto&& [test, port, client] = OfflineClient();
         for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
             port.expect(openCommand, "\r\nRING\r\n");
             test.dialogs.expectStart(openFailed, Buttons::OkCancel, answer);
@@ -105,8 +104,7 @@ private Q_SLOTS:
     {
         const Rows<QByteArray> rows{{"comes back", "\r\nOK\r\n"}, {"stays deaf", {}}};
         rows.each([&](const auto& answerToAt) {
-            OfflineClient offline;
-            auto& [test, port, client] = offline;
+            auto&& [test, port, client] = OfflineClient();
             port.expect(openCommand, "\r\nERROR\r\n").expect(connectFolders, connectFolders);
             const bool comesBack = !answerToAt.isEmpty();
             for (int round = 0; round < (comesBack ? 1 : 4); ++round) {
@@ -130,8 +128,7 @@ private Q_SLOTS:
             {"user gives up, and the phone stays in data mode", false, false},
         };
         rows.each([&](const auto& retries, const auto& comesBack) {
-            OfflineClient offline;
-            auto& [test, port, client] = offline;
+            auto&& [test, port, client] = OfflineClient();
             port.expect(openCommand);
             test.dialogs.expectStart(openFailed, Buttons::OkCancel, retries ? Answer::Ok : Answer::Cancel);
             test.dialogs.whileShown([&] {
@@ -163,8 +160,7 @@ private Q_SLOTS:
             {"silence", {}, -1, 255},
         };
         rows.each([&](const auto& answer, const auto& errorCode, const auto& maxPacket) {
-            OfflineClient offline;
-            auto& [test, port, client] = offline;
+            auto&& [test, port, client] = OfflineClient();
             test.startLog();
             port.expect(openCommand, "OK\r\n").expect(connectFolders, answer);
             if (errorCode != 0)
@@ -189,8 +185,7 @@ private Q_SLOTS:
             {"unplugged", {}, -1},
         };
         rows.each([&](const auto& answer, const auto& errorCode) {
-            OnlineClient online;
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient();
             port.expect(disconnectRequest, answer);
             test.dialogs.expect(errorBox(GetFriedlyErrMsg(errorCode)));
             const double before = test.clock.elapsed();
@@ -205,8 +200,7 @@ private Q_SLOTS:
 
     void channelDoesNotClose()
     {
-        OnlineClient online;
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient();
         port.expect(disconnectRequest, done);
         for (int round = 0; round < 3; ++round)
             port.expect("+++").expect(closeCommand);
@@ -231,8 +225,7 @@ private Q_SLOTS:
             {"the emulated handset, and not the phone of the reminder", 0, 7, remembered},
         };
         rows.each([&](const auto& silentRounds, const auto& emulated, const auto& state) {
-            OfflineClient offline;
-            auto& [test, port, client] = offline;
+            auto&& [test, port, client] = OfflineClient();
             test.sy.ComNoEmulated = emulated;
             app::put(test.settings, app::keys::LastUnclosedObexDevice, u"phone"_s);
             app::put(test.settings, app::keys::LastUnclosedObexDeviceCOM, u"7"_s);
@@ -267,8 +260,7 @@ private Q_SLOTS:
 
     void lateAnswerIsThrownAway()
     {
-        OnlineClient online;
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient();
         // The phone answers the first request when the next one is out already. Only a connect has an answer
         // that can't be mixed up with it.
         port.expect(hex("85 0005 03 00"), hex("C3 00 03"), 27);
@@ -292,8 +284,7 @@ private Q_SLOTS:
 
     void nestedOperationIsRefused()
     {
-        OfflineClient offline;
-        auto& [test, port, client] = offline;
+        auto&& [test, port, client] = OfflineClient();
         test.startLog();
         clsMmc other(client.line);
         client.goOnline();
@@ -326,8 +317,7 @@ private Q_SLOTS:
             {"phone has switched: back again", true},
         };
         rows.each([&](const auto& answers) {
-            OfflineClient offline;
-            auto& [test, port, client] = offline;
+            auto&& [test, port, client] = OfflineClient();
             port.expect(openCommand, answers ? "OK\r\n" : "").then([&] { client.mmc->askToStop(); });
             if (answers)
                 port.expect("+++").expect(closeCommand, "OK\r\n");
@@ -365,8 +355,7 @@ private Q_SLOTS:
             {"the emulated handset", 7, u"phone"_s}, // the reminder is not its own
         };
         rows.each([&](const auto& emulated, const auto& reminder) {
-            OnlineClient online;
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient();
             test.sy.ComNoEmulated = emulated;
             port.expect(disconnectRequest).then([&port = port] {
                 port.Close();

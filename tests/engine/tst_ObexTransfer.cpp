@@ -90,8 +90,7 @@ private Q_SLOTS:
                  {u"hier fehlt was"_s});
 
         rows.each([&](const auto& answers, const auto& wantedData, const auto& boxes) {
-            OnlineClient online;
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient();
             for (int index = 0; index < answers.size(); ++index) {
                 if (answers[index].isEmpty()) {
                     port.say(answers[++index], 3); // comes without a request
@@ -115,8 +114,7 @@ private Q_SLOTS:
             {"a timeout is never silent", {}, true, -1},
         };
         rows.each([&](const auto& answer, const auto& silent, const auto& code) {
-            OnlineClient online;
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient();
             const QString target = test.makeFile(u"target"_s, "untouched");
             port.expect(getA, packet(0x90, header(0x48, "lost"))).expect(nextPart, answer);
             test.dialogs.expect(errorBox(GetFriedlyErrMsg(code)));
@@ -134,8 +132,7 @@ private Q_SLOTS:
 
     void gettingIntoAFileThatCanNotBeWritten()
     {
-        OnlineClient online;
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient();
         const auto answerX = [&] { port.expect(getA, packet(0xA0, header(0x49, "x"))); };
         QByteArray data;
         int code = 0;
@@ -157,8 +154,7 @@ private Q_SLOTS:
 
     void gettingWithoutEnd()
     {
-        OnlineClient online;
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient();
         const QByteArray part = packet(0x90, header(0x48, QByteArray(0x7FF0, 'x')));
         const qsizetype parts = 64 * 1024 * 1024 / 0x7FF0 + 1;
         port.expect(getA, part);
@@ -223,8 +219,7 @@ private Q_SLOTS:
             {"no such file", u"missing"_s, {}, int(obex::ReadFailed)},
         };
         rows.each([&](const auto& name, const auto& answers, const auto& code) {
-            OnlineClient online(255);
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient(255);
             const QByteArray object = objectOf(717);
             const QString path = name == u"missing"_s ? test.path(name) : test.makeFile(name, object);
             const QByteArrayList frames{
@@ -244,8 +239,7 @@ private Q_SLOTS:
     /// The request after it must not count as a part of the file.
     void puttingWithoutEndIsAborted()
     {
-        OnlineClient online(255);
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient(255);
         const QByteArray only = packet(0x82, nameA + lengthHeader(1) + noon + header(0x49, "x"));
         const QByteArray again = packet(0x82, header(0x49, {}));
         port.expect(only, goOn);
@@ -265,8 +259,7 @@ private Q_SLOTS:
 
     void puttingIsCancelled()
     {
-        OnlineClient online(255);
-        auto& [test, port, client] = online;
+        auto&& [test, port, client] = OnlineClient(255);
         const QByteArray object = objectOf(717);
         port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))), goOn);
         port.expect(packet(0x02, header(0x48, object.mid(219, 249))), goOn).then([&] {
@@ -286,8 +279,7 @@ private Q_SLOTS:
             {"phone is silent", false},
         };
         rows.each([&](const auto& phoneAnswers) {
-            OnlineClient online(255);
-            auto& [test, port, client] = online;
+            auto&& [test, port, client] = OnlineClient(255);
             const QByteArray object = objectOf(717);
             port.expect(packet(0x02, nameA + lengthHeader(717) + noon + header(0x48, object.first(219))),
                         phoneAnswers ? goOn : ""_ba)

@@ -6,9 +6,6 @@
 #include "transfer/export/DocxTarget.h"
 #include "transfer/export/XlsxTarget.h"
 
-#include <QProcess>
-#include <QProcessEnvironment>
-
 using namespace kalmo::transfer;
 
 namespace {

@@ -6,8 +6,6 @@
 #include "support/ConverterFolder.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-
 namespace {
 
 class FakeSplash : public app::StartView

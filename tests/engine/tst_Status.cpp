@@ -49,8 +49,7 @@ private Q_SLOTS:
             {"no comma", "+CCLK: \"26/11/21\"", QDateTime()},
         };
         rows.each([&](const auto& reply, const auto& time) {
-            ScriptedLine scripted;
-            auto& [test, port, line] = scripted;
+            auto&& [test, port, line] = ScriptedLine();
             answer(port, "AT+CCLK?\r", reply);
             if (!time.isValid())
                 test.dialogs.expectStart(u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s);
@@ -59,8 +58,7 @@ private Q_SLOTS:
             if (time.isValid())
                 QCOMPARE(read, time);
         });
-        ScriptedLine scripted;
-        auto& [test, port, line] = scripted;
+        auto&& [test, port, line] = ScriptedLine();
         port.expect("AT+CCLK=26/11/21,12:00:00\r", "AT+CCLK=26/11/21,12:00:00\r\r\nOK\r\n");
         test.dialogs.expectStart(u"Sychronisation erfolgreich."_s);
         QVERIFY(link::SetPhoneTime(line));
@@ -76,8 +74,7 @@ private Q_SLOTS:
             {"error", "", {}, true, true},
         };
         rows.each([&](const auto& reply, const auto& wanted, const auto& isSet, const auto& isUsed) {
-            ScriptedLine scripted;
-            auto& [test, port, line] = scripted;
+            auto&& [test, port, line] = ScriptedLine();
             port.expect("AT^SACO?\r", "AT^SACO?\r\r\n" +
                                           (reply.isEmpty() ? "+CME ERROR: 4\r\n" : reply + "\r\n\r\nOK\r\n"));
             if (reply.isEmpty())

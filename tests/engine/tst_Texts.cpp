@@ -10,8 +10,6 @@
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-
 using app::ReplaceResult;
 
 class tst_Texts : public QObject

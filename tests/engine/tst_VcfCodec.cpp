@@ -9,8 +9,6 @@
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QRandomGenerator>
-
 using namespace kalmo::phonedata;
 using tests::TestContext;
 

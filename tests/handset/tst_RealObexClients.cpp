@@ -3,9 +3,7 @@
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
 #include <QSerialPort>
-#include <QStandardPaths>
 
 namespace {
 

@@ -9,8 +9,6 @@
 #include "support/Melodies.h"
 #include "support/TestProgram.h"
 
-#include <QSignalSpy>
-
 using app::clsStringBuilder;
 using media::Fault;
 

@@ -9,9 +9,6 @@
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
 
-#include <QLoggingCategory>
-#include <QProcess>
-
 using media::Fault;
 using media::Fit;
 using media::UploadKind;

@@ -6,8 +6,6 @@
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
-#include <QProcess>
-
 #include <algorithm>
 
 using media::Failure;

@@ -10,10 +10,9 @@
 #include "support/HandsetMemory.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
+#include "support/SeedFile.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
-
-#include <QDir>
 
 using namespace kalmo::operations;
 using phonedata::ClassicEntry;
@@ -24,24 +23,18 @@ namespace {
 const PhoneIdentity identity{u"Emulated"_s, u"1"_s};
 
 /// A phonebook with melodies of the handset's own, one of which it no longer lists.
-QString seedFile()
-{
-    static const QTemporaryDir folder;
-    QFile file(folder.filePath(u"seed.json"_s));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
+const QByteArray ownMelodies =
+    R"({"settings": {"melodies": [{"name": "Walzer", "kind": "MID", "size": 99, "id": 12}]},
             "phonebook": [{"name": "Anna", "number": "1", "anniversary": "24.12. 08:30", "reminder": "12"},
                           {"name": "", "number": "2"},
                           {"name": "Gone", "number": "3", "anniversary": "01.02. 03:04", "reminder": "77"}],
-            "providers": [{"name": "Nord", "number": "01031"}]})");
-    return file.fileName();
-}
+            "providers": [{"name": "Nord", "number": "01031"}]})";
 
 /// An emulated handset without a search ahead.
 struct Bench
 {
     explicit Bench(const QString& model = u"GALICIA"_s, int phoneType = 3)
-        : port(test.clock, {.model = model, .seed = phoneType == 3 ? seedFile() : u"sample"_s}),
+        : port(test.clock, {.model = model, .seed = phoneType == 3 ? seedFile(ownMelodies) : u"sample"_s}),
           line(test.context, port)
     {
         test.sy.PhoneType = phoneType;

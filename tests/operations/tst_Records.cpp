@@ -6,9 +6,6 @@
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 using namespace kalmo::operations;
 
 namespace {

@@ -5,9 +5,6 @@
 #include "support/TestProgram.h"
 #include "support/Tones.h"
 
-#include <QStandardPaths>
-#include <QTemporaryDir>
-
 class tst_Programs : public QObject
 {
     Q_OBJECT

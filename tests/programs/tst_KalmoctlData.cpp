@@ -3,10 +3,6 @@
 #include "support/RunningPrograms.h"
 #include "support/TestProgram.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <algorithm>
 #include <csignal>
 

@@ -35,7 +35,8 @@ struct ObexClient
     void forgetReports();
 };
 
-/// A client for the handset "phone" at COM7, with all that it needs: `auto& [test, port, client] = offline;`
+/// A client for the handset "phone" at COM7, with all that it needs: `auto&& [test, port, client] =
+/// OfflineClient();`
 struct OfflineClient
 {
     OfflineClient()

@@ -2,7 +2,7 @@
 
 #include "support/Rows.h"
 
-#include <QTest>
+#include <QtTest> // and with it the whole of QtCore
 
 #include <memory>
 

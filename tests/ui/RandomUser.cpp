@@ -9,26 +9,6 @@
 #include "ui/TestProgram.h"
 #include "ui/window/frmPB.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QComboBox>
-#include <QDialog>
-#include <QDir>
-#include <QDropEvent>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QProgressBar>
-#include <QRegularExpression>
-#include <QTabBar>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
-
 #include <cstdio>
 
 namespace kalmo::tests {

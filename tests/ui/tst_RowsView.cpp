@@ -8,9 +8,6 @@
 #include "ui/lists/RowsView.h"
 #include "ui/lists/SearchLine.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
 #include <algorithm>
 
 namespace {

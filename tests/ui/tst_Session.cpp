@@ -6,9 +6,6 @@
 #include "support/TestProgram.h"
 #include "ui/RandomSession.h"
 
-#include <QDir>
-#include <QTest>
-
 #include <cstdio>
 
 using namespace kalmo::tests;

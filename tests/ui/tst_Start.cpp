@@ -3,6 +3,7 @@
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 #include "phonedata/BackupFiles.h"
+#include "support/SeedFile.h"
 #include "support/TestProgram.h"
 #include "ui/forms/frmEinstellungen.h"
 #include "ui/forms/frmStart.h"
@@ -120,11 +121,8 @@ private Q_SLOTS:
     /// An import reads the list ahead, and needs the melodies' names for it.
     void opensAFileAfterTheMelodies()
     {
-        QTemporaryFile memory;
-        QVERIFY(memory.open() &&
-                memory.write(R"({"phonebook":[{"name":"A","number":"1","vipSound":"33"}]})") > 0 &&
-                memory.flush());
-        Run run(u"PICASSO"_s, {.seed = memory.fileName()});
+        const QString memory = seedFile(R"({"phonebook":[{"name":"A","number":"1","vipSound":"33"}]})");
+        Run run(u"PICASSO"_s, {.seed = memory});
         run.flow.openFile(run.test.makeFile(u"a.csv"_s, "Name;Nummer\nNeu;0521\n"));
         QStringList seen;
         QTimer user;
