@@ -71,14 +71,19 @@ QString takeInputField(QStringView& rest)
 
 } // namespace
 
+toolkit::Message messageOfFailedFile(const QString& path, const QString& reason)
+{
+    return {.text = u"Die Datei %1 konnte nicht geschrieben werden: %2"_s.arg(path, reason),
+            .icon = Icon::Exclamation,
+            .english = u"could not write %1: %2."_s.arg(path, reason)};
+}
+
 bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes)
 {
     QString reason;
     if (app::writeWholeFile(path, bytes, &reason))
         return true;
-    context.dialogs.Show({.text = u"Die Datei %1 konnte nicht geschrieben werden: %2"_s.arg(path, reason),
-                          .icon = Icon::Exclamation,
-                          .english = u"could not write %1: %2."_s.arg(path, reason)});
+    context.dialogs.Show(messageOfFailedFile(path, reason));
     return false;
 }
 

@@ -29,7 +29,10 @@ QByteArray prvBytes(const std::vector<ProviderEntry>& entries);
 std::vector<ClassicEntry> telEntries(const QByteArray& bytes, int phoneType);
 std::vector<ProviderEntry> prvEntries(const QByteArray& bytes);
 
-/// Writes a file whole. Returns false, after a message, if that fails.
+/// The message about a file that could not be written; `reason` is the system's.
+toolkit::Message messageOfFailedFile(const QString& path, const QString& reason);
+
+/// Writes a file whole. Returns false, after that message, if that fails.
 bool saveBackup(app::Context& context, const QString& path, const QByteArray& bytes);
 
 /// Path of an automatic backup in the folder for backups: `what`, a time stamp and the extension. A name that

@@ -191,7 +191,7 @@ void writeEntries(const StoreJob& job, const QByteArrayList& commands, const QSt
     for (int index = 0; index < count; ++index) {
         job.progress.set(index + 1);
         job.progress.status(status + u"(%1 von %2)"_s.arg(index + 1).arg(count));
-        if (job.list && index < job.list->count())
+        if (job.list && index < job.list->count() && !job.list->row(index).hidden)
             job.list->setCurrent(index);
         writing.wasCancelled = job.progress.cancelled();
         if (writing.wasCancelled)

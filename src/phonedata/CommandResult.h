@@ -4,7 +4,7 @@ namespace kalmo::phonedata {
 
 enum class CommandResult {
     Done,
-    Refused,  ///< the user said no, nothing was done
+    Refused,  ///< nothing was done: the user said no, or was shown why
     Failed,   ///< and the user has been shown it
     Cancelled ///< by the user, in the middle
 };

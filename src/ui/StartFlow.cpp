@@ -358,8 +358,6 @@ void StartFlow::welcome()
         m_welcome->takeBackAt(m_unclosed->port);
     connect(m_welcome.get(), &frmWelcome::portChosen, this, [this](int number) {
         m_welcome->hide();
-        app::Sy& sy = m_program.context.sy;
-        (isDemo(sy) ? m_ownPort : sy.ComNoForThisRun) = 0;
         m_settings->usePort(number);
     });
     connect(m_welcome.get(), &frmWelcome::searchBegins, this, [this] {

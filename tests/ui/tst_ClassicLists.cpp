@@ -170,7 +170,7 @@ void tst_ClassicLists::asksBeforeTheErase()
                                   u"\n\nBeim Schreiben:\nneu: 0\ngeändert: 1 (Held)\nentfernt: 0"_s,
                               Answer::No);
          }},
-        {"the question was answered too late: the list has changed", u"failed: list later"_s,
+        {"the question was answered too late: the list has changed", u"refused: list later"_s,
          [](Desk& desk) {
              desk.probe().read().ask(notFromPhone + difference, Answer::Yes);
              desk.test.dialogs.whileShown([&desk] { desk.test.clock.WaitSeconds(121); });
@@ -179,7 +179,7 @@ void tst_ClassicLists::asksBeforeTheErase()
                                       u"Die Liste im Telefon hat sich inzwischen geändert. Bitte lesen Sie "
                                       u"sie noch einmal ein.\n\nIm Telefon wurde nichts geändert."_s);
          }},
-        {"the line went during the question", u"failed: list phone"_s,
+        {"the line went during the question", u"refused: list phone"_s,
          [](Desk& desk) {
              desk.knows(Certainty::Doubtful).probe().ask(doubt + difference, Answer::Yes);
              desk.test.dialogs.whileShown([&desk] { desk.port.Close(); });
@@ -247,7 +247,7 @@ void tst_ClassicLists::warnsOfOtherEntries()
 void tst_ClassicLists::erasesNothingUnsaved()
 {
     checkWritings({
-        {"no backup", u"failed:"_s,
+        {"no backup", u"refused:"_s,
          [](Desk& desk) {
              app::put(desk.test.settings, app::keys::AutoBackup, 0);
              desk.blockBackups();
@@ -257,13 +257,13 @@ void tst_ClassicLists::erasesNothingUnsaved()
                  u"directory\n\nIm Telefon wurde nichts geändert."_s.arg(
                      desk.backup(phoneCopy(u"12-00-00"_s))));
          }},
-        {"no record", u"failed: list phone"_s,
+        {"no record", u"refused: list phone"_s,
          [](Desk& desk) {
              desk.test.makeFile(u"storage/Verlauf"_s, {});
              desk.knows().probe().test.dialogs.expectStart(
                  u"Der bisherige Inhalt des Telefons konnte nicht im Ordner \"Verlauf\" gesichert werden: "_s);
          }},
-        {"no answer to the probe", u"failed: list"_s,
+        {"no answer to the probe", u"refused: list"_s,
          [](Desk& desk) {
              desk.tellNoAnswer(u"AT+CGMM"_s)
                  .tell(u"Das Telefon antwortet nicht."_s)

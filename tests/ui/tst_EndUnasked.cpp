@@ -9,6 +9,8 @@ class tst_EndUnasked : public QObject
 
 private Q_SLOTS:
     void unwrittenListIsKept();
+    void listIsKeptWhileItIsRead();
+    void endsTheUsersOwnClosing();
 };
 
 void tst_EndUnasked::unwrittenListIsKept()
@@ -51,6 +53,38 @@ void tst_EndUnasked::unwrittenListIsKept()
             QCoreApplication::processEvents();
         }
     });
+}
+
+/// The desktop may end the program without waiting for the reading.
+void tst_EndUnasked::listIsKeptWhileItIsRead()
+{
+    OpenWindow open(u"PICASSO"_s);
+    open.window.goTo(u"TB"_s);
+    const auto entries = open.list("lvwTB").rows()->count();
+    open.deleteFirst("lvwTB");
+    open.expectUnsavedChanges(Answer::Yes);
+    open.test.clock.after(0.5, [&] { open.window.keepUnwritten(); });
+    open.press("read");
+    const QDir folder(open.test.storage + u"/Backup"_s);
+    const QStringList kept = folder.entryList({u"Nicht geschriebene Liste vom *.tel"_s});
+    QCOMPARE(kept.size(), 1);
+    QCOMPARE(TestContext::contentOf(folder.filePath(kept.first())).count("\r\n"), entries - 1);
+}
+
+/// A box about the channel waits for a user who has gone.
+void tst_EndUnasked::endsTheUsersOwnClosing()
+{
+    OpenWindow open(u"SL450HX"_s, u"FFS"_s);
+    open.port.handset().setFaults({.silentFrom = 1});
+    open.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon"_s);
+    bool isDismissed = false;
+    open.test.dialogs.whileShown([&] {
+        QMessageBox box(&open.window);
+        QTimer::singleShot(0, &open.window, &ui::frmPB::endUnasked);
+        isDismissed = box.exec() == QDialog::Rejected;
+    });
+    open.window.close();
+    QVERIFY(isDismissed && !open.window.isVisible());
 }
 
 KALMO_TEST(tst_EndUnasked)

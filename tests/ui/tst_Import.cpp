@@ -112,6 +112,13 @@ private Q_SLOTS:
         QCOMPARE(made.textOf("lblSearchCount"), u"1 von 3"_s);
         made.click("cmdSelNon");
         QCOMPARE(made.textOf("lblCounts"), u"1 von 3 zum Import ausgewählt (1 davon ausgeblendet)"_s);
+        QTest::keyClick(&search, Qt::Key_Return);
+        QTest::keyClick(&made.view(), Qt::Key_Return);
+        made.test.dialogs.expect(question(u"Zum Import sind auch Einträge ausgewählt, die die Suche gerade "
+                                          u"ausblendet: 1.\n\nAuch diese importieren?"_s),
+                                 Answer::No);
+        made.click("cmdImport");
+        QCOMPARE(made.phonebook->count(), 0);
         QTest::keyClick(&search, Qt::Key_Down);
         QTest::keyClick(&made.view(), Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), u"Siebzehn Zeichen.\t2\t\n"_s);

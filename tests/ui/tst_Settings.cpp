@@ -89,6 +89,23 @@ private Q_SLOTS:
         QCOMPARE(checks(), u"0101"_s);
     }
 
+    /// A phone may be at a port of this run that is not that of the settings.
+    void saysIfThePortChanges()
+    {
+        TestProgram given(u"WOODSTOCK"_s);
+        app::put(given.test.settings, app::keys::ComPortNew, 1);
+        given.test.sy.ComNoForThisRun = 7;
+        ui::frmEinstellungen form(given.program);
+        form.present(false);
+        const QSignalSpy saved(&form, &ui::frmEinstellungen::saved);
+        click(form, "cmdOK");
+        QCOMPARE(given.test.sy.ComNoForThisRun, 7);
+        form.usePort(1);
+        QCOMPARE(given.test.sy.ComNoForThisRun, 0);
+        form.usePort(1);
+        QCOMPARE(saved, (QList<QVariantList>{{false}, {true}, {false}}));
+    }
+
     void movesTheStorageWithItsSettings()
     {
         TestProgram given(u"WOODSTOCK"_s);

@@ -345,6 +345,27 @@ private Q_SLOTS:
         });
     }
 
+    /// A list that waits to be written goes on over a lost line and a search.
+    void changedListOutlivesTheLine()
+    {
+        OpenWindow open(u"PICASSO"_s, u"NE"_s);
+        open.port.Close();
+        child<QWidget>(open.window, "connection").findChild<QTimer*>()->start(0);
+        QTRY_VERIFY(open.status().endsWith(u"\"Erneut verbinden\"."_s));
+        open.deleteFirst("lvwNE");
+        QVERIFY2(open.status().startsWith(u"1 Eintrag aus der Liste gelöscht. Ins Telefon kommt das mit "
+                                          u"\"Schreiben\". Kalmo ist nicht mehr mit dem Telefon"_s),
+                 qPrintable(open.status()));
+        click(open.window, "cmdReconnect");
+        QVERIFY(!open.window.isVisible());
+        open.port.Open(u"COM1"_s);
+        open.window.forgetPhone();
+        open.window.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(open.front(), u"fraSaveReminder"_s);
+        open.memory.NeDirty = false;
+    }
+
     void stoppedDeletionIsCounted()
     {
         OpenWindow open(u"SL450HX"_s, u"TB"_s);

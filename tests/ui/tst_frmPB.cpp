@@ -200,6 +200,8 @@ private Q_SLOTS:
         OpenWindow open(u"PICASSO"_s, u"NE"_s);
         open.window.openGiven(open.test.makeFile(u"a.prv"_s, "\"\",\"0521\"\r\n\"Alt\",\"110\"\r\n"));
         QTRY_COMPARE(open.count("lvwNE"), 2);
+        QTest::keyClicks(&child<QLineEdit>(child<QWidget>(open.window, "fraPBNE"), "txtSearch"), u"alt"_s);
+        open.list("lvwNE").rows()->setCurrent(1);
         open.expectQuestion(u"Die Liste im Fenster wurde nicht aus dem Telefon gelesen."_s, Answer::Yes);
         open.expectQuestion(u"Das Telefon kann nicht alles so aufnehmen, wie es in der Liste steht."_s,
                             Answer::Yes);
@@ -207,6 +209,8 @@ private Q_SLOTS:
         for (const char* key : {"write", "read"}) {
             open.press(key);
             names.append(open.list("lvwNE").rows()->text(0, 0) + open.list("lvwNE").rows()->text(1, 0));
+            QCOMPARE(open.list("lvwNE").rows()->selectedRows(), QList<int>{1});
+            QCOMPARE(open.list("lvwNE").shownRows(), 1);
         }
         QCOMPARE(names, QStringList({u"Ohne NameAlt"_s, u"Ohne NameAlt"_s}));
         QVERIFY(open.port.handset().phone().providers.entries.front().name.isEmpty());

@@ -3,6 +3,7 @@
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 #include "app/Version.h"
+#include "link/PortOpening.h"
 #include "ui/controls/FormScroll.h"
 #include "ui/controls/LinkButton.h"
 #include "ui/controls/RuledCaption.h"
@@ -283,7 +284,7 @@ void frmEinstellungen::present(bool withWayBack)
 void frmEinstellungen::usePort(int number)
 {
     selectPort(number);
-    save();
+    saveWithPort(number);
 }
 
 void frmEinstellungen::RebuildCmbCom()
@@ -344,20 +345,27 @@ bool frmEinstellungen::store()
     return false;
 }
 
+/// Who leaves the port of the settings as it is keeps the port of this run, too.
 void frmEinstellungen::save()
+{
+    const app::Context& context = m_program.context;
+    const int chosen = link::portItemNumber(cmbCom->currentText());
+    saveWithPort(chosen == app::getInt(context.settings, ComPortNew) ? link::portNumber(context) : chosen);
+}
+
+/// `port` is in use after that.
+void frmEinstellungen::saveWithPort(int port)
 {
     if (m_isSaving) // closing the data channel takes a while
         return;
     const QScopedValueRollback saving(m_isSaving, true);
     app::Context& context = m_program.context;
-    const int before = app::getInt(context.settings, ComPortNew);
-    const int chosen = link::portItemNumber(cmbCom->currentText());
-    const bool otherPort = chosen != before || context.sy.PhoneType == 0;
+    const bool otherPort = port != link::portNumber(context) || context.sy.PhoneType == 0;
     if (m_storage != context.sy.Paths.Storage && !canBeStorage(context, m_storage))
         return;
     if ((m_mayLeave && !m_mayLeave(otherPort)) || !store())
         return;
-    if (chosen != before)
+    if (port != link::portNumber(context))
         context.sy.ComNoForThisRun = 0;
     m_program.line.ClosePort();
     hide();

@@ -68,6 +68,7 @@ private:
     void showStorage(const QString& folder);
     void showPortOfThisRun();
     void save();
+    void saveWithPort(int port);
     bool store();
     void writeSettings();
 

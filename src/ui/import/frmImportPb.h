@@ -104,6 +104,7 @@ private:
     transfer::ExistingEntries existing() const;
     bool isCompared() const;
     int hiddenChecked() const;
+    bool agreesToHidden();
     void showCounts();
     void sortBy(int column);
     std::vector<size_t> markedRows() const;

@@ -26,12 +26,25 @@ using transfer::Shape;
 void frmImportPb::cmdImport_Click()
 {
     if (m_sta->isBusy() || m_building.isValid() || m_numberFrame->rejectsFields() ||
-        (m_addressFrame && m_addressFrame->rejectsFields()))
+        (m_addressFrame && m_addressFrame->rejectsFields()) || !agreesToHidden())
         return;
     if (m_shape == Shape::Classic)
         ImportToClassicList();
     else
         ImportToVcardStore();
+}
+
+/// Rows that a search hides are imported too, but not unnoticed.
+bool frmImportPb::agreesToHidden()
+{
+    const int hidden = hiddenChecked();
+    return hidden == 0 ||
+           m_program.context.dialogs.Show(
+               {.text = u"Zum Import sind auch Einträge ausgewählt, die die Suche gerade ausblendet: %1.\n\n"
+                        u"Auch diese importieren?"_s.arg(hidden),
+                .buttons = toolkit::Buttons::YesNo,
+                .icon = toolkit::Icon::Question,
+                .defaultButton = toolkit::Answer::No}) == toolkit::Answer::Yes;
 }
 
 void frmImportPb::ImportToClassicList()

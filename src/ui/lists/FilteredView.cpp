@@ -176,6 +176,9 @@ void FilteredView::keyPressEvent(QKeyEvent* event)
         copySelected();
     else
         QTreeView::keyPressEvent(event);
+    // Enter leads from the search into the list. A second one must not reach the default button of a dialog.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->accept();
 }
 
 void FilteredView::copySelected() const

@@ -34,7 +34,7 @@ QStringList namesOf(const toolkit::ListRows& rows)
 int shownRowAt(const toolkit::ListRows& rows, int row)
 {
     const auto isShown = [&rows](int each) { return !rows.row(each).hidden; };
-    for (int each = row; each < rows.count(); ++each) {
+    for (int each = std::max(row, 0); each < rows.count(); ++each) {
         if (isShown(each))
             return each;
     }
@@ -57,14 +57,12 @@ RowPlace::RowPlace(toolkit::ListRows& rows) : m_rows(rows), m_number(rows.curren
 
 void RowPlace::restore()
 {
-    if (m_current.isEmpty() || m_rows.count() == 0)
-        return;
     QHash<QString, int> rowOf;
     const QStringList names = namesOf(m_rows);
     for (int row = 0; row < names.size(); ++row)
         rowOf.insert(names[row], row);
     const int sameNumber = std::min(m_number, m_rows.count() - 1);
-    const int current = shownRowAt(m_rows, rowOf.value(m_current, sameNumber));
+    const int current = m_current.isEmpty() ? -1 : shownRowAt(m_rows, rowOf.value(m_current, sameNumber));
     m_rows.setCurrent(current); // which selects it
     if (current >= 0)
         m_rows.setSelected(current, false);

@@ -16,7 +16,7 @@ public:
     explicit RowPlace(toolkit::ListRows& rows);
 
     /// Selects them again as far as they are there and a search shows them. If the current row is gone the
-    /// one after it is current, but not selected. Does nothing in a list without a current row.
+    /// one after it is current, but not selected.
     void restore();
 
 private:

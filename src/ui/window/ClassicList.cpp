@@ -108,13 +108,20 @@ operations::ListJob ClassicList::job() const
 void ClassicList::read()
 {
     RowPlace place(*m_rows);
-    std::vector<toolkit::ListRow> before;
+    std::vector<toolkit::ListRow>& before = m_before.emplace();
     for (int row = 0; row < m_rows->count(); ++row)
         before.push_back(m_rows->row(row));
     Q_EMIT stateChanged(ListState::Reading);
     const CommandResult result = readClassicList(
         {m_parts.program.line, m_parts.program.memory, m_rows.get(), &m_parts.busy, m_parts.progress},
         m_store);
+    endReading(result, *std::exchange(m_before, std::nullopt));
+    place.restore();
+}
+
+/// `before` are the rows ahead of the reading.
+void ClassicList::endReading(CommandResult result, std::vector<toolkit::ListRow> before)
+{
     if (result == CommandResult::Refused) { // the changes stay
         Q_EMIT stateChanged(ListState::NotWritten);
         return;
@@ -125,22 +132,18 @@ void ClassicList::read()
         m_isRead = true;
         m_origin = content;
     }
-    place.restore();
-    if (result != CommandResult::Done && isWhole) { // the phone did not confirm the end
-        Q_EMIT stateChanged(ListState::Read);
-        m_parts.progress.panel->SetText(
-            u"%1 gelesen. Das Telefon hat das Ende des Lesens nicht bestätigt."_s.arg(
-                entryCount(m_rows->count())));
-        return;
-    }
-    if (result != CommandResult::Done) {
+    if (result != CommandResult::Done && !isWhole) {
         keepAfterFailure(std::move(before));
-        place.restore();
         return;
     }
     Q_EMIT stateChanged(ListState::Read);
+    if (result != CommandResult::Done) { // the phone did not confirm the end
+        Q_EMIT ended(u"%1 gelesen. Das Telefon hat das Ende des Lesens nicht bestätigt."_s.arg(
+            entryCount(m_rows->count())));
+        return;
+    }
     Q_EMIT becameClean();
-    m_parts.progress.panel->SetText(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
+    Q_EMIT ended(u"%1 gelesen."_s.arg(entryCount(m_rows->count())));
 }
 
 /// A reading that fails in the middle leaves the list empty. One that the user has stopped, or that could not
@@ -151,19 +154,29 @@ void ClassicList::keepAfterFailure(std::vector<toolkit::ListRow> before)
         if (m_rows->count() == 0)
             m_origin.forget();
         Q_EMIT stateChanged(ListState::Failed);
-        m_parts.progress.panel->SetText(m_rows->count() == 0
-                                            ? u"Die Liste konnte nicht gelesen werden."_s
-                                            : u"Das Lesen ist fehlgeschlagen. Die Liste ist, wie sie war."_s);
+        Q_EMIT ended(m_rows->count() == 0 ? u"Die Liste konnte nicht gelesen werden."_s
+                                          : u"Das Lesen ist fehlgeschlagen. Die Liste ist, wie sie war."_s);
         return;
     }
     m_rows->clear();
     m_rows->addAll(std::move(before));
     Q_EMIT stateChanged(ListState::Cancelled);
-    m_parts.progress.panel->SetText(u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s);
+    Q_EMIT ended(u"Das Lesen wurde abgebrochen. Die Liste ist, wie sie war."_s);
+}
+
+std::vector<phonedata::ClassicEntry> ClassicList::entries() const
+{
+    if (!m_before)
+        return phonedata::classicEntries(*m_rows);
+    std::vector<phonedata::ClassicEntry> entries;
+    for (const toolkit::ListRow& row : *m_before)
+        entries.push_back(phonedata::classicEntryFrom(row));
+    return entries;
 }
 
 void ClassicList::write()
 {
+    RowPlace place(*m_rows);
     m_isWriting = true;
     const toolkit::BusyScope busy(&m_parts.busy);
     const bool wasDirty = isDirty();
@@ -171,18 +184,17 @@ void ClassicList::write()
     m_isWriting = false;
     if (isDirty() && !wasDirty)
         setDirty();
+    place.restore();
     if (result != CommandResult::Done) {
-        m_parts.progress.panel->SetText(result == CommandResult::Refused
-                                            ? u"Es wurde nichts geschrieben."_s
-                                            : u"Beim Schreiben ist ein Fehler aufgetreten."_s);
+        Q_EMIT ended(result == CommandResult::Refused ? u"Es wurde nichts geschrieben."_s
+                                                      : u"Beim Schreiben ist ein Fehler aufgetreten."_s);
         return;
     }
     nameTheNameless();
     Q_EMIT stateChanged(ListState::Read);
     Q_EMIT becameClean();
-    m_parts.progress.panel->SetText(
-        u"%1 ins Telefon geschrieben. \"Frühere Stände\" bringt die vorigen zurück."_s.arg(
-            entryCount(m_rows->count())));
+    Q_EMIT ended(u"%1 ins Telefon geschrieben. \"Frühere Stände\" bringt die vorigen zurück."_s.arg(
+        entryCount(m_rows->count())));
 }
 
 /// Opened and imported files bring entries without a name. After the write the list shows them as the next
@@ -201,8 +213,7 @@ void ClassicList::showForm(int row)
     Form form(m_parts.program, *m_rows, m_parts.window);
     connect(&form, &Form::listChanged, this, [this] {
         setDirty();
-        m_parts.progress.panel->SetText(
-            u"Der Eintrag ist in der Liste gespeichert. Ins Telefon kommt das mit \"Schreiben\"."_s);
+        Q_EMIT ended(u"Der Eintrag ist in der Liste gespeichert. Ins Telefon kommt das mit \"Schreiben\"."_s);
     });
     form.Form_Present(row);
     form.exec();
@@ -231,16 +242,14 @@ void ClassicList::deleteSelected()
             m_rows->removeAt(row);
     }
     setDirty();
-    m_parts.progress.panel->SetText(
-        u"%1 aus der Liste gelöscht. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(
-            entryCount(static_cast<int>(count))));
+    Q_EMIT ended(u"%1 aus der Liste gelöscht. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(
+        entryCount(static_cast<int>(count))));
 }
 
 void ClassicList::noteImport(int entries)
 {
     setDirty();
-    m_parts.progress.panel->SetText(
-        u"%1 importiert. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(entryCount(entries)));
+    Q_EMIT ended(u"%1 importiert. Ins Telefon kommt das mit \"Schreiben\"."_s.arg(entryCount(entries)));
 }
 
 void ClassicList::setDirty()
@@ -330,7 +339,7 @@ void ClassicList::load(const QString& path)
     m_rows->addAll(std::move(rows));
     m_origin.forget();
     setDirty();
-    m_parts.progress.panel->SetText(
+    Q_EMIT ended(
         u"%1 geladen. Ins Telefon kommen sie erst mit \"Schreiben\"."_s.arg(entryCount(m_rows->count())));
 }
 

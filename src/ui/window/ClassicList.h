@@ -1,6 +1,7 @@
 #pragma once
 
 #include "operations/ClassicReading.h"
+#include "phonedata/CommandResult.h"
 #include "ui/lists/ListState.h"
 #include "ui/window/CommandTarget.h"
 
@@ -21,6 +22,8 @@ public:
     toolkit::ListRows& rows() const { return *m_rows; }
     phonedata::Store store() const { return m_store; }
     bool isDirty() const;
+    /// The entries on screen; while a reading replaces them those before it.
+    std::vector<phonedata::ClassicEntry> entries() const;
 
     /// Returns true if the list was read from the phone in this run: `TbRead`, `NeRead`.
     bool isRead() const { return m_isRead; }
@@ -46,10 +49,12 @@ Q_SIGNALS:
     void stateChanged(kalmo::ui::ListState state);
     void becameDirty();
     void becameClean(); ///< after a read or a write
+    void ended(const QString& sentence);
     void menuWanted(kalmo::ui::Command command);
 
 private:
     void read();
+    void endReading(phonedata::CommandResult result, std::vector<toolkit::ListRow> before);
     void keepAfterFailure(std::vector<toolkit::ListRow> before);
     void write();
     void nameTheNameless();
@@ -70,6 +75,7 @@ private:
     phonedata::Store m_store;
     std::unique_ptr<toolkit::ListRows> m_rows;
     phonedata::StoreContent m_origin; ///< content of the phone that the rows were made from
+    std::optional<std::vector<toolkit::ListRow>> m_before; ///< while a reading replaces the rows
     bool m_isRead = false;
     bool m_isWriting = false;
 };

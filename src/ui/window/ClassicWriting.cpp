@@ -109,7 +109,7 @@ CommandResult tellNotSaved(const app::Context& context, const operations::Outcom
          u"Der bisherige Inhalt des Telefons konnte nicht %1 gesichert werden: %2\n\nIm Telefon wurde nichts "
          u"geändert."_s.arg(place, outcome.reason),
          Icon::Exclamation);
-    return CommandResult::Failed;
+    return CommandResult::Refused;
 }
 
 CommandResult tellResult(const operations::ListJob& job, const operations::ListOutcome& result,
@@ -122,7 +122,7 @@ CommandResult tellResult(const operations::ListJob& job, const operations::ListO
         return tellNotSaved(job.context(), outcome);
     if (result.sentNothing()) {
         tell(job.context(), notSentText(result), Icon::Exclamation);
-        return CommandResult::Failed;
+        return CommandResult::Refused;
     }
     // A list that was clean before the write differs from the phone now too.
     const bool isSure = outcome.cause != Cause::Mismatch && result.isConfirmed();
@@ -180,11 +180,11 @@ CommandResult writeClassicList(const operations::ListJob& job, const toolkit::Li
     app::Context& context = job.context();
     SavedFiles files;
     if (!backUpList(job, rows, files.list))
-        return CommandResult::Failed;
+        return CommandResult::Refused;
     QString model;
     if (!link::GetPhoneModelText(job.line, model)) {
         tell(context, u"Das Telefon antwortet nicht."_s, Icon::Information, About::Request);
-        return CommandResult::Failed;
+        return CommandResult::Refused;
     }
     const auto entries = phonedata::classicEntries(rows);
     operations::WritePolicy policy{.trustsReading = true,

@@ -141,6 +141,7 @@ void frmPB::makeClassicPanels()
     for (ClassicList* list : {m_phonebook, m_providers}) {
         connect(list, &ClassicList::becameDirty, this, [this] { m_reminders->showKind(Reminders::Save); });
         connect(list, &ClassicList::menuWanted, this, &frmPB::popUp);
+        connect(list, &ClassicList::ended, m_sta, &StatusArea::showResult);
     }
     for (auto [list, panel] : {std::pair(m_phonebook, m_fraPBTB), std::pair(m_providers, m_fraPBNE)})
         connect(list, &ClassicList::stateChanged, panel,

@@ -78,7 +78,7 @@ public:
     /// Writes lists that wait to be written into files in the folder for backups, and names them. Returns
     /// false if one could not be saved, after it has informed the user.
     bool saveUnwritten();
-    /// Does the same without a box. The next start names the files.
+    /// Does the same without a box; the log has the failures. The next start names the files.
     void keepUnwritten();
     /// Ends without a question, as with the desktop's session: after keepUnwritten(), and after a running
     /// operation, which stops as soon as that loses nothing.
@@ -173,6 +173,7 @@ private:
 
     // Closing
     bool isWriting() const;
+    bool isDirtyListInFront() const;
     void askToInterrupt();
     void stopForClosing();
     void closeIfWanted();
@@ -180,9 +181,9 @@ private:
     struct SavedLists
     {
         QStringList paths = {};
-        bool areSafe = true;
+        QList<toolkit::Message> failures = {};
     };
-    SavedLists saveLists();
+    SavedLists saveLists() const;
     void tellKept();
     void forgetKept();
 

@@ -5,8 +5,10 @@
 #include "app/Version.h"
 #include "obex/clsMmcOperation.h"
 #include "ui/adaptors/QtDialogs.h"
+#include "ui/panels/ListPanel.h"
 #include "ui/window/ClassicWords.h"
 #include "ui/window/frmPB.h"
+#include "ui/window/PanelStack.h"
 #include "ui/window/Reminders.h"
 #include "ui/window/StatusArea.h"
 
@@ -78,6 +80,13 @@ bool frmPB::isWriting() const
 {
     const auto writes = [](const ClassicList* list) { return list && list->isWriting(); };
     return writes(m_phonebook) || writes(m_providers);
+}
+
+bool frmPB::isDirtyListInFront() const
+{
+    const QWidget* shown = m_panels->currentWidget();
+    return (m_phonebook && shown == m_fraPBTB && m_phonebook->isDirty()) ||
+           (m_providers && shown == m_fraPBNE && m_providers->isDirty());
 }
 
 /// An operation runs, and goes on beside the question: a phone that waits for the user's answer gives up.
@@ -174,6 +183,8 @@ bool frmPB::closeChannel()
     }
     m_reminders->hideKind(Reminders::CloseFfs);
     m_reminders->showKind(Reminders::NoMenu);
+    if (isDirtyListInFront()) // the window may come back after a search
+        m_reminders->showKind(Reminders::Save);
     return true;
 }
 

@@ -50,7 +50,7 @@ void frmPB::press(Command command)
     }
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
     if (interruptsFiles && isInDataMode())
-        m_sta->hold(u"Das Dateisystem wird für das Telefonbuch kurz geschlossen ..."_s);
+        m_sta->hold(u"Das Dateisystem wird kurz geschlossen ..."_s);
     if (needsLine(command) && !regainLine())
         return;
     // Of the commands without OBEX only reading can be stopped: a store half written is half lost.

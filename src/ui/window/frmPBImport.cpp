@@ -63,7 +63,6 @@ void frmPB::openFile(const QString& path)
         return;
     }
     const bool isAddressBook = ending == u"vcf"_s || ending == u"wab"_s;
-    readAheadOfImport(store);
     presentImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, store, path);
 }
 

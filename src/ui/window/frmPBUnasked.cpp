@@ -1,6 +1,7 @@
 // The end of the main window without the user: lists that wait to be written to the phone become files, and
 // nothing is asked.
 
+#include "app/Files.h"
 #include "app/SettingsKeys.h"
 #include "obex/clsMmc.h"
 #include "phonedata/BackupFiles.h"
@@ -34,20 +35,22 @@ void dismissDialog()
 
 } // namespace
 
-frmPB::SavedLists frmPB::saveLists()
+frmPB::SavedLists frmPB::saveLists() const
 {
-    app::Context& context = m_program.context;
     SavedLists saved;
     for (const ClassicList* list : {m_phonebook, m_providers}) {
-        if (!list || !list->isDirty() || list->rows().count() == 0)
+        const auto entries =
+            list && list->isDirty() ? list->entries() : std::vector<phonedata::ClassicEntry>();
+        if (entries.empty())
             continue;
         const phonedata::StoreTraits& traits = phonedata::traitsOf(list->store());
-        const QString path =
-            phonedata::backupPath(context, u"Nicht geschriebene Liste vom "_s, traits.fileEnding.toString());
-        if (phonedata::saveBackup(context, path, traits.fileBytes(phonedata::classicEntries(list->rows()))))
+        const QString path = phonedata::backupPath(m_program.context, u"Nicht geschriebene Liste vom "_s,
+                                                   traits.fileEnding.toString());
+        QString reason;
+        if (app::writeWholeFile(path, traits.fileBytes(entries), &reason))
             saved.paths.append(path);
         else
-            saved.areSafe = false;
+            saved.failures.append(phonedata::messageOfFailedFile(path, reason));
     }
     return saved;
 }
@@ -55,18 +58,22 @@ frmPB::SavedLists frmPB::saveLists()
 bool frmPB::saveUnwritten()
 {
     const SavedLists saved = saveLists();
+    for (const toolkit::Message& failure : saved.failures)
+        m_program.context.dialogs.Show(failure);
     if (!saved.paths.isEmpty())
         m_program.context.dialogs.Show(
             {.text = u"Änderungen, die noch nicht ins Telefon geschrieben sind, sind gesichert in:\n"_s +
                      saved.paths.join(u'\n'),
              .icon = toolkit::Icon::Information});
-    return saved.areSafe;
+    return saved.failures.isEmpty();
 }
 
 void frmPB::keepUnwritten()
 {
     const SavedLists saved = saveLists();
-    if (!saved.areSafe && m_kept) // the older files stay
+    for (const toolkit::Message& failure : saved.failures)
+        m_program.context.log.WriteDebugLog(u"Terminate"_s, failure.english);
+    if (!saved.failures.isEmpty() && m_kept) // the older files stay
         return;
     if (!saved.paths.isEmpty()) {
         for (const QString& older : m_kept.value_or(QStringList()))
@@ -99,7 +106,7 @@ void frmPB::tellKept()
 
 void frmPB::endUnasked()
 {
-    if (m_isEnding || m_isClosing)
+    if (m_isEnding)
         return;
     m_isEnding = true;
     auto* timer = new QTimer(this); // ahead of all that may show a box
@@ -110,6 +117,8 @@ void frmPB::endUnasked()
             QMetaObject::invokeMethod(this, &frmPB::closeIfWanted, Qt::QueuedConnection);
     });
     timer->start(betweenLooks);
+    if (m_isClosing) // the user was asked about the lists
+        return;
     keepUnwritten(); // now already: nobody knows how long the operation takes
     m_mmc->askToStop();
     stopForClosing();
