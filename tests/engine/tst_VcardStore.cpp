@@ -163,16 +163,6 @@ private Q_SLOTS:
         }
     }
 
-    /// Without the phone's own count nothing is said about the number of contacts.
-    void countUnknown()
-    {
-        Contacts phone(u"S68H"_s, {.faults = {.refuseAt = 4}}); // info.log
-        phone.test.dialogs.expect(errorBox(GetFriedlyErrMsg(0xC3)));
-        QVERIFY(phone.read());
-        QCOMPARE(phone.list->count(), static_cast<int>(phone.held().items().size()));
-        QCOMPARE(phone.labels(), u"?/?"_s);
-    }
-
     void failedWrites()
     {
         constexpr int put = 12; // connections, info.log, folders, cc.log come first
@@ -220,14 +210,6 @@ private Q_SLOTS:
         QVERIFY(!phone.write({someone, someone})); // one too many is left to the phone
         QCOMPARE(phone.list->count(), 1);
         phone.checkAllIsWell();
-    }
-
-    /// An empty phone that says no LUIDs has no counter either: its entries are taken as they are.
-    void phoneWithoutLuids()
-    {
-        Contacts phone(u"SL400H"_s, {.seed = u"none"_s, .faults = {.noLuid = true}});
-        QVERIFY(phone.write({someone}));
-        QVERIFY(phone.list->text(0, VcfLuid).startsWith(u"NOVALIDLUID_2026-11-21"));
     }
 
     void stopsBetweenTwo()

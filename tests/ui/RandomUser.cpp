@@ -23,7 +23,7 @@ constexpr qsizetype tracedActs = 150;
 const QStringList texts = {u"Müller"_s,
                            u"0301234567"_s,
                            u"+49 30 12 34"_s,
-                           {},
+                           u""_s,
                            u"Ä ö ü ß €"_s,
                            u"12:30"_s,
                            u"31.12."_s,

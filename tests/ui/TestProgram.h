@@ -95,6 +95,24 @@ Form* shown()
     return nullptr;
 }
 
+/// A user who does this with the dialog in front, in each turn of the event loop as long as there is one.
+class DialogUser
+{
+public:
+    explicit DialogUser(const std::function<void(QDialog& dialog)>& act)
+    {
+        m_timer.callOnTimeout([act] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                act(*dialog);
+        });
+        m_timer.start(0);
+    }
+    void stop() { m_timer.stop(); }
+
+private:
+    QTimer m_timer;
+};
+
 /// A form's widget by its object name, which it must have.
 template <typename Widget>
 Widget& child(const QObject& form, const char* name)

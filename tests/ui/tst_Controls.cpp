@@ -90,36 +90,31 @@ private Q_SLOTS:
 
     void gauge()
     {
-        struct Row
-        {
-            qint64 total, free;
-            int maximum;
-            QString text;
-            bool low;
+        const Rows<qint64, qint64, int, QString, bool> rows{
+            {"small", 10000, 5000, 10001, u"50% frei (4.9kB von 9.8kB)"_s, true},
+            {"just beyond the small ones", 10001, 5000, 1001, u"50% frei (4.9kB von 9.8kB)"_s, true},
+            {"little is free, and enough", 1000001, 60000, 1001, u"6% frei (58.6kB von 976.6kB)"_s, false},
+            {"below 40%", 100000, 39999, 10001, u"40% frei (39.1kB von 97.7kB)"_s, true},
+            {"at 40%", 100000, 40000, 10001, u"40% frei (39.1kB von 97.7kB)"_s, false},
+            {"below 5%", 10000000, 400000, 10001, u"4% frei (390.6kB von 9765.6kB)"_s, true},
+            {"below 1%", 10000000, 40000, 10001, u"kleiner 1% frei (39.1kB von 9765.6kB)"_s, true},
         };
-        const Row rows[] = {{10000, 5000, 10001, u"50% frei (4.9kB von 9.8kB)"_s, true},
-                            {10001, 5000, 1001, u"50% frei (4.9kB von 9.8kB)"_s, true},
-                            {1000001, 60000, 1001, u"6% frei (58.6kB von 976.6kB)"_s, false},
-                            {100000, 39999, 10001, u"40% frei (39.1kB von 97.7kB)"_s, true},
-                            {100000, 40000, 10001, u"40% frei (39.1kB von 97.7kB)"_s, false},
-                            {10000000, 400000, 10001, u"4% frei (390.6kB von 9765.6kB)"_s, true},
-                            {10000000, 40000, 10001, u"kleiner 1% frei (39.1kB von 9765.6kB)"_s, true}};
         using Update = MemoryGauge::Update;
-        for (const Row& row : rows) {
+        rows.each([](qint64 total, qint64 free, int maximum, const QString& text, bool isLow) {
             MemoryGauge gauge;
-            QCOMPARE(gauge.setFree(row.free), Update::None); // the total comes later
-            QCOMPARE(gauge.setTotal(row.total), row.low ? Update::FirstWarning : Update::Shown);
-            QCOMPARE(gauge.barMaximum(), row.maximum);
-            QCOMPARE(gauge.barText().remove(u','), row.text);
+            QCOMPARE(gauge.setFree(free), Update::None); // the total comes later
+            QCOMPARE(gauge.setTotal(total), isLow ? Update::FirstWarning : Update::Shown);
+            QCOMPARE(gauge.barMaximum(), maximum);
+            QCOMPARE(gauge.barText().remove(u','), text);
             QString pictures = gauge.picture();
             while (gauge.blink() && pictures.size() < 20)
                 pictures += gauge.picture();
-            QCOMPARE(pictures, row.low ? u"warninghandywarninghandy"_s : u"handy"_s);
-            QCOMPARE(gauge.setFree(row.free), Update::Shown); // it warns once
+            QCOMPARE(pictures, isLow ? u"warninghandywarninghandy"_s : u"handy"_s);
+            QCOMPARE(gauge.setFree(free), Update::Shown); // it warns once
             gauge.forget();
-            gauge.setFree(row.free);
-            QCOMPARE(gauge.setTotal(row.total), Update::Shown); // of another phone too
-        }
+            gauge.setFree(free);
+            QCOMPARE(gauge.setTotal(total), Update::Shown); // of another phone too
+        });
     }
 
     /// A box without the focus passes the wheel on to its parent.

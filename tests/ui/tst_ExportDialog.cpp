@@ -83,26 +83,23 @@ private Q_SLOTS:
 
     void targets()
     {
-        struct Row
-        {
-            const char* picture;
-            bool csvShown, csvEnabled, htmlShown, widths;
-        };
-        const Row rows[] = {{"imgOptDest0", true, false, false, true},
-                            {"imgOptDest3", false, false, true, false},
-                            {"imgOptDest1", true, false, false, true},
-                            {"imgOptDest2", true, true, false, false}};
+        // Parts for CSV are shown, they are enabled, parts for pages are shown, and widths are offered.
+        const Rows<const char*, bool, bool, bool, bool> rows{
+            {"Excel", "imgOptDest0", true, false, false, true},
+            {"page", "imgOptDest3", false, false, true, false},
+            {"Word", "imgOptDest1", true, false, false, true},
+            {"CSV", "imgOptDest2", true, true, false, false}};
         Dialog dialog;
         dialog.show();
-        for (const Row& row : rows) {
-            dialog.press(row.picture);
+        for (const auto& [picture, csvShown, csvEnabled, htmlShown, widths] : rows) {
+            dialog.press(picture);
             for (const char* name :
                  {"cmbCsvSep", "txtCsvPath", "txtCsvReplace", "cmdPathSet", "lblCsvPreStatic"}) {
-                QCOMPARE(dialog.at<QWidget>(name).isVisible(), row.csvShown);
-                QCOMPARE(dialog.at<QWidget>(name).isEnabled() && row.csvShown, row.csvEnabled);
+                QCOMPARE(dialog.at<QWidget>(name).isVisible(), csvShown);
+                QCOMPARE(dialog.at<QWidget>(name).isEnabled() && csvShown, csvEnabled);
             }
-            QCOMPARE(dialog.at<QWidget>("picDestHtml").isVisible(), row.htmlShown);
-            QCOMPARE(dialog.at<QCheckBox>("chkOptimizeColWidth").isEnabled(), row.widths);
+            QCOMPARE(dialog.at<QWidget>("picDestHtml").isVisible(), htmlShown);
+            QCOMPARE(dialog.at<QCheckBox>("chkOptimizeColWidth").isEnabled(), widths);
         }
         dialog.press("chkUseHeader");
         QVERIFY(!dialog.at<QCheckBox>("chkAddEmptyCol").isEnabled());

@@ -18,21 +18,14 @@ const QString lostAccess = u"Fehler beim Zugriff auf das Telefon"_s;
 /// Closes the dialog of each import once its preview is there, and notes its counts.
 struct ImportUser
 {
-    ImportUser()
-    {
-        timer.callOnTimeout([this] {
-            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            const QString text = form ? child<QLabel>(*form, "lblCounts").text() : u"0 von 0"_s;
-            if (text.startsWith(u"0 von 0"_s))
-                return;
-            counts.append(text);
-            form->reject();
-        });
-        timer.start(0);
-    }
-
     QStringList counts;
-    QTimer timer;
+    DialogUser user{[this](QDialog& form) {
+        const QString text = child<QLabel>(form, "lblCounts").text();
+        if (text.startsWith(u"0 von 0"_s))
+            return;
+        counts.append(text);
+        form.reject();
+    }};
 };
 
 } // namespace
@@ -81,17 +74,13 @@ private Q_SLOTS:
         OpenWindow open(u"PICASSO"_s);
         open.window.goTo(u"TB"_s);
         QStringList forms;
-        QTimer user;
-        user.callOnTimeout([&] {
-            if (auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-                const QWidgetList all = QApplication::topLevelWidgets();
-                forms.append(QString::number(std::ranges::count_if(all, [](const QWidget* window) {
-                    return window->isVisible() && qobject_cast<const QDialog*>(window);
-                })));
-                form->reject();
-            }
+        const DialogUser user([&](QDialog& form) {
+            const QWidgetList all = QApplication::topLevelWidgets();
+            forms.append(QString::number(std::ranges::count_if(all, [](const QWidget* window) {
+                return window->isVisible() && qobject_cast<const QDialog*>(window);
+            })));
+            form.reject();
         });
-        user.start(0);
         const QString path = open.test.makeFile(u"a.csv"_s, "Name;Nummer\nNeu;0521\n");
         for (int file = 0; file < 2; ++file)
             QTimer::singleShot(0, &open.window, [&] { open.window.openGiven(path); });
@@ -187,16 +176,13 @@ private Q_SLOTS:
         rows.each([](const auto& model, const auto& heading, const auto& status) {
             OpenWindow open(model, u"TB"_s);
             const int held = open.contactsInPhone();
-            QTimer user;
-            connect(&user, &QTimer::timeout, &open.window, [&] {
-                auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                if (!form || !child<QLabel>(*form, "lblCounts").text().startsWith(u"1 von"_s))
+            DialogUser user([&user](QDialog& form) {
+                if (!child<QLabel>(form, "lblCounts").text().startsWith(u"1 von"_s))
                     return;
                 user.stop();
-                click(*form, "cmdImport");
-                QTest::keyClick(form, Qt::Key_Escape);
+                click(form, "cmdImport");
+                QTest::keyClick(&form, Qt::Key_Escape);
             });
-            user.start(0);
             open.test.dialogs.agreeToAll({});
             open.window.openGiven(
                 open.test.makeFile(u"a.csv"_s, "Name;" + heading.toLatin1() + "\nNeumann;0521445\n"));

@@ -21,11 +21,6 @@ struct LostWindow : WatchedWindow
 {
     explicit LostWindow(const QString& model) : WatchedWindow(model)
     {
-        leaver.callOnTimeout([] {
-            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-                dialog->reject();
-        });
-        leaver.start(0);
         connection().findChild<QTimer*>()->start(0);
     }
 
@@ -66,7 +61,7 @@ struct LostWindow : WatchedWindow
         return parts.join(u", "_s);
     }
 
-    QTimer leaver;
+    DialogUser leaver{[](QDialog& dialog) { dialog.reject(); }};
 };
 
 /// Loses the line or the phone in a section, gives the command there twice, finds the phone again, loses it

@@ -125,14 +125,10 @@ private Q_SLOTS:
         Run run(u"PICASSO"_s, {.seed = memory});
         run.flow.openFile(run.test.makeFile(u"a.csv"_s, "Name;Nummer\nNeu;0521\n"));
         QStringList seen;
-        QTimer user;
-        user.callOnTimeout([&] {
-            if (auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-                seen.append(form->objectName());
-                form->reject();
-            }
+        const DialogUser user([&](QDialog& form) {
+            seen.append(form.objectName());
+            form.reject();
         });
-        user.start(0);
         const auto* window = run.begin();
         QTRY_COMPARE(seen, QStringList(u"frmImportPb"_s));
         QCOMPARE(child<ui::RowsView>(*window, "lvwTB").rows()->count(), 1);

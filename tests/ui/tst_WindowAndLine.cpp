@@ -201,14 +201,10 @@ private Q_SLOTS:
                  file + u"%1 Kontakte gelesen."_s.arg(contacts));
         QVERIFY(open.port.handset().isInDataMode());
         std::optional<bool> wasOpen; // beside an import, which has a data session of its own
-        QTimer user;
-        user.callOnTimeout([&] {
-            if (auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-                wasOpen = open.port.handset().isInDataMode();
-                QTest::keyClick(form, Qt::Key_Escape);
-            }
+        const DialogUser user([&](QDialog& form) {
+            wasOpen = open.port.handset().isInDataMode();
+            QTest::keyClick(&form, Qt::Key_Escape);
         });
-        user.start(0);
         open.press("import");
         QTest::keyClick(&child<QMenu>(open.window, "mnuImport_TB"), Qt::Key_Down);
         QTest::keyClick(&child<QMenu>(open.window, "mnuImport_TB"), Qt::Key_Return);
