@@ -119,8 +119,8 @@ void StartFlow::runSearch()
 
 void StartFlow::presentSettings()
 {
-    m_settings->showDemo(isDemo(m_program.context.sy));
-    m_settings->present(m_main != nullptr); // the window may hold lists that wait to be written
+    // The window may hold lists that wait to be written.
+    m_settings->present({.hasWayBack = m_main != nullptr, .isDemo = isDemo(m_program.context.sy)});
 }
 
 /// The session's port is the user's own again.
@@ -340,7 +340,7 @@ void StartFlow::noteUnclosed()
 void StartFlow::showSettings()
 {
     m_start->hide();
-    m_settings->present(false);
+    m_settings->present({});
     if (app::get(m_program.context.settings, app::keys::Version) == app::noValue())
         welcome();
 }

@@ -84,12 +84,14 @@ private Q_SLOTS:
         made.press("open");
         made.press("del"); // nothing is selected that could go
         made.press("save");
-        auto& menu = child<QMenu>(made.panel, "mnuFFSsave");
-        QVERIFY(!menu.actions().first()->isEnabled()); // no folder was chosen yet
-        QTest::keyClick(&menu, Qt::Key_Escape);
+        QVERIFY(!child<QMenu>(made.panel, "mnuFFSsave").isVisible());
+        QCOMPARE(made.status(), u"Im Ordner ist nichts markiert."_s);
         QCOMPARE(made.port.handset().phone().faults.requests, 1);
         made.enter(u"ROT_"_s);
         QVERIFY(made.shown().contains(u"FOL_Sounds"_s));
+        made.select({u"FOL_Sounds"_s});
+        made.press("save");
+        QCOMPARE(made.status(), u"Ordner werden nicht gespeichert. Markieren Sie die Dateien darin."_s);
     }
 
     void keysOfTheList()

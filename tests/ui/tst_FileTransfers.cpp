@@ -61,6 +61,10 @@ private Q_SLOTS:
         made.select({u"FIL_Gong.mid"_s, u"FIL_Piep.wav"_s, u"FIL_Tonleiter.mid"_s, u"ROT_"_s});
         const QString mine = made.test.makeFile(u"Ziel/Piep.wav"_s, "meins");
         const QString in = u"Gespeichert im Ordner %1:\n"_s.arg(made.target);
+        made.press("save");
+        auto& menu = child<QMenu>(made.panel, "mnuFFSsave");
+        QVERIFY(!menu.actions().first()->isEnabled()); // no folder was chosen yet
+        QTest::keyClick(&menu, Qt::Key_Escape);
         made.expectTarget();
         made.ask(u"Die Datei \"Piep.wav\" ist im Ordner %1 schon vorhanden.\nDatei überschreiben?"_s.arg(
                      made.target),

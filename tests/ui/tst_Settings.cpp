@@ -58,7 +58,7 @@ private Q_SLOTS:
         app::put(given.test.settings, app::keys::UseUtf8Contacts, 1);
         given.test.sy.ComNoForThisRun = 7;
         ui::frmEinstellungen form(given.program);
-        form.present(false);
+        form.present({});
         auto& ports = child<QComboBox>(form, "cmbCom");
         QCOMPARE(ports.currentText(), u"COM 12"_s);
         const auto checks = [&] {
@@ -96,7 +96,7 @@ private Q_SLOTS:
         app::put(given.test.settings, app::keys::ComPortNew, 1);
         given.test.sy.ComNoForThisRun = 7;
         ui::frmEinstellungen form(given.program);
-        form.present(false);
+        form.present({});
         const QSignalSpy saved(&form, &ui::frmEinstellungen::saved);
         click(form, "cmdOK");
         QCOMPARE(given.test.sy.ComNoForThisRun, 7);
@@ -114,7 +114,7 @@ private Q_SLOTS:
         ui::frmEinstellungen form(given.program);
         const QSignalSpy saved(&form, &ui::frmEinstellungen::saved);
         const auto moveTo = [&](const QString& folder, const QString& told) {
-            form.present(true);
+            form.present({.hasWayBack = true});
             child<QComboBox>(form, "cmbCom").setCurrentText(u"COM 1"_s);
             click(form, "chkAutoBackup");
             test.dialogs.expectPickFolder(u"Wählen Sie einen Ordner aus"_s, test.storage, folder);

@@ -192,7 +192,7 @@ Message messageFor(VcardStep step, const Preview& preview, int freePlaces)
     case VcardStep::RoomUnknown:
         return {.text =
                     u"Kalmo weiß nicht, wie viele Speicherplätze im Telefon frei sind. Bitte lesen Sie das "
-                    u"Telefonbuch neu ein (Schaltfläche \"Neu Laden\")."_s,
+                    u"Telefonbuch neu ein (Schaltfläche \"Neu laden\")."_s,
                 .icon = Icon::Information};
     case VcardStep::Ready:
         break;

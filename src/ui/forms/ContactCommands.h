@@ -60,7 +60,7 @@ struct ContactDeletion
 /// Refuses rows without a valid LUID, asks, and deletes the selected ones. After a failure the list is empty.
 ContactDeletion VcfDeleteSelected(phonedata::VcardStore& store, const toolkit::Progress& progress);
 
-/// The command "Neu Laden": area code check, read, check for wrong numbers. `editAreaCodes` shows the dialog
+/// The command "Neu laden": area code check, read, check for wrong numbers. `editAreaCodes` shows the dialog
 /// for the codes; `window`, which may be absent, is blocked while they are queried.
 phonedata::CommandResult refreshContacts(phonedata::VcardStore& store, const toolkit::Progress& progress,
                                          toolkit::BusyWindow* window,

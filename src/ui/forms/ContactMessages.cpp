@@ -5,6 +5,7 @@
 #include "operations/SavedLists.h"
 #include "operations/SavedText.h"
 #include "ui/forms/FormerStateWords.h"
+#include "ui/forms/SomeOf.h"
 
 namespace kalmo::ui {
 
@@ -30,14 +31,6 @@ QString fieldsOf(const tVcfEntry& entry)
     return fields.join(u", "_s);
 }
 
-QString listed(QStringList names)
-{
-    const qsizetype more = names.size() - mostNames;
-    if (more > 0)
-        names = names.first(mostNames) + QStringList{u"... und %1 weitere"_s.arg(more)};
-    return names.join(u'\n');
-}
-
 } // namespace
 
 void show(const VcardStore& store, const toolkit::Message& message)
@@ -60,7 +53,7 @@ void showUnreachable(const VcardStore& store, const std::vector<tVcfEntry>& cont
         names.append(operations::contactName(contact));
     show(store, {.text = u"Das Telefon hat für diese Einträge keine Referenznummer, oder es ist sein eigener "
                          u"Eintrag. Sie lassen sich nur am Telefon ändern oder löschen:\n\n"_s +
-                         listed(names),
+                         someOf(names, mostNames, u"\n"_s),
                  .icon = Icon::Information});
 }
 
@@ -85,17 +78,17 @@ void showOwnFailure(const VcardStore& store, const operations::ContactOutcome& o
         show(store,
              {.text = u"Das Telefonbuch wurde im Telefon geändert, während Sie gefragt wurden. Kalmo hat "
                       u"im Telefon nichts geändert.\n\n"
-                      u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu Laden\")."_s,
+                      u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu laden\")."_s,
               .icon = Icon::Exclamation});
         return;
     }
     showOwnFailure(store, outcome.facts);
     if (outcome.facts.isUncompared())
-        show(store, {.text = u"Das Telefon hat die Änderung bestätigt. Danach konnte das Telefonbuch nicht "
-                             u"vollständig zur Kontrolle gelesen werden. Die Liste zeigt, was Kalmo gesendet "
-                             u"hat.\n\nBitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu "
-                             u"Laden\")."_s,
-                     .icon = Icon::Exclamation});
+        show(store,
+             {.text = u"Das Telefon hat die Änderung bestätigt. Danach konnte das Telefonbuch nicht "
+                      u"vollständig zur Kontrolle gelesen werden. Die Liste zeigt, was Kalmo gesendet "
+                      u"hat.\n\nBitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu laden\")."_s,
+              .icon = Icon::Exclamation});
 }
 
 void showMismatches(VcardStore& store, const operations::ContactEdit& edit,
@@ -127,7 +120,7 @@ void showImportMismatches(VcardStore& store, const operations::ContactEdit& edit
               u"Das Telefon hat %1 von %2 Kontakten nicht so gespeichert, wie sie importiert wurden:\n\n%3"_s
                   .arg(lines.size())
                   .arg(outcome.facts.planned)
-                  .arg(listed(lines)),
+                  .arg(someOf(lines, mostNames, u"\n"_s)),
           .title = app::productName() + u" - Datensätze Importieren"_s,
           .icon = Icon::Exclamation});
 }
@@ -137,7 +130,7 @@ bool requireFound(const VcardStore& store, const operations::LuidPlan& found)
     if (found.isSound())
         return true;
     show(store, {.text = u"Der Eintrag wurde im Telefon nicht gefunden. Im Telefon wurde nichts geändert.\n\n"
-                         u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu Laden\")."_s,
+                         u"Bitte lesen Sie das Telefonbuch erneut ein (Schaltfläche \"Neu laden\")."_s,
                  .icon = Icon::Exclamation});
     return false;
 }
@@ -210,7 +203,8 @@ bool confirmLosses(const VcardStore& store, const std::vector<tVcfEntry>& contac
     return names.isEmpty() ||
            store.context().dialogs.Show(
                {.text = u"Das Telefon gibt einige Zeichen dieser Kontakte möglicherweise anders zurück:\n\n%1"
-                        u"\n\nMöchten Sie die Kontakte trotzdem importieren?"_s.arg(listed(names)),
+                        u"\n\nMöchten Sie die Kontakte trotzdem importieren?"_s.arg(
+                            someOf(names, mostNames, u"\n"_s)),
                 .title = app::productName() + u" - Datensätze Importieren"_s,
                 .buttons = Buttons::YesNo,
                 .icon = Icon::Question,
@@ -235,7 +229,8 @@ QString cutText(const VcardStore& store, const QString& path)
         names += operations::contactsBeyondFields(reading->cards);
     names.removeDuplicates();
     return names.isEmpty() ? QString()
-                           : u"Von diesen Kontakten enthält die Datei nicht alles:\n\n"_s + listed(names);
+                           : u"Von diesen Kontakten enthält die Datei nicht alles:\n\n"_s +
+                                 someOf(names, mostNames, u"\n"_s);
 }
 
 } // namespace kalmo::ui

@@ -11,13 +11,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Returns true if the folder has settings after that, or if there are none yet.
 bool copySettings(app::Context& context, const QString& folder)
 {
+    const QString source = app::iniPath(context.sy.Paths.Storage);
     const QString target = app::iniPath(folder);
+    if (app::FileExists(target) || !app::FileExists(source))
+        return true;
     QByteArray bytes;
-    QString error;
-    if (app::FileExists(target) || !app::readWholeFile(app::iniPath(context.sy.Paths.Storage), bytes) ||
-        app::writeWholeFile(target, bytes, &error))
+    QString error = u"\"%1\" kann nicht gelesen werden."_s.arg(source);
+    if (app::readWholeFile(source, bytes) && app::writeWholeFile(target, bytes, &error))
         return true;
     context.dialogs.Show(
         {.text = u"Die Einstellungen konnten nicht nach \"%1\" kopiert werden.\n%2"_s.arg(target, error),

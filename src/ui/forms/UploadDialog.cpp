@@ -3,6 +3,7 @@
 #include "ui/controls/FormScroll.h"
 #include "ui/controls/ScreenRoom.h"
 #include "ui/forms/ChangeGuard.h"
+#include "ui/forms/SomeOf.h"
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
@@ -82,11 +83,9 @@ constexpr qsizetype mostNamesShown = 5;
 QString namesOf(const QStringList& paths)
 {
     QStringList names;
-    for (const QString& path : paths.first(std::min(paths.size(), mostNamesShown)))
+    for (const QString& path : paths)
         names.append(QFileInfo(path).fileName());
-    if (paths.size() > mostNamesShown)
-        names.append(u"und %1 weitere"_s.arg(paths.size() - mostNamesShown));
-    return names.join(u", "_s);
+    return someOf(names, mostNamesShown, u", "_s);
 }
 
 /// Shows what the given files become in the phone, and asks to send them.

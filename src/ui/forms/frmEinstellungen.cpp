@@ -271,10 +271,11 @@ void frmEinstellungen::showPortOfThisRun()
             .arg(QString::number(number), m_program.ports.devicePath(number)));
 }
 
-void frmEinstellungen::present(bool withWayBack)
+void frmEinstellungen::present(Occasion occasion)
 {
+    m_isDemo = occasion.isDemo;
     ReadSettingsToForm();
-    cmdAbbruch->setEnabled(withWayBack);
+    cmdAbbruch->setEnabled(occasion.hasWayBack);
     show();
     raise();
     activateWindow();

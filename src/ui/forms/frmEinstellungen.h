@@ -26,11 +26,12 @@ public:
 
     /// Fills the controls from the settings file.
     void ReadSettingsToForm();
-    /// Shows the form. Without a way back the user has to save, and closing the form ends the program.
-    void present(bool withWayBack);
-
-    /// Tells present() that the phone of this run is the emulated handset.
-    void showDemo(bool isDemo) { m_isDemo = isDemo; }
+    struct Occasion
+    {
+        bool hasWayBack = false; ///< if not, the user has to save, and closing the form ends the program
+        bool isDemo = false;     ///< the phone of this run is the emulated handset
+    };
+    void present(Occasion occasion);
 
     /// Chooses a port and saves the settings, as the user would.
     void usePort(int number);

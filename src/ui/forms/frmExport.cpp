@@ -52,7 +52,7 @@ void frmExport::formPresent(const toolkit::ListRows& list, const QString& title,
     m_optRows[0]->setText(u"All&e %1 Einträge exportieren"_s.arg(list.count()));
     m_optRows[1]->setText(u"&Nur die markierten %1 Einträge exportieren"_s.arg(list.selectedRows().size()));
     showOptions(transfer::loadExportOptions(m_program.context, *m_source));
-    RestoreFormLayout(*this, m_program.context.settings, false);
+    RestoreFormLayout(*this, m_program.context.settings, Restore::SizeAlone);
 }
 
 void frmExport::done(int result)
@@ -195,10 +195,7 @@ void frmExport::cmdExport_Click()
                                  .busy = m_busy.get(),
                                  .progress = {m_sta, m_prg}},
                                 chosenOptions());
-    const QPointer<frmExport> self = this;
     const bool done = exporter.run();
-    if (!self)
-        return;
     m_txtCsvPath->setText(exporter.options().csvPath);
     m_txtHtmlDestPath->setText(exporter.options().htmlPath);
     if (!done)

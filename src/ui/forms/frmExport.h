@@ -37,7 +37,9 @@ public:
     ~frmExport() override;
 
     /// Takes the list, which has to outlive the form, and shows its columns and the remembered options.
-    /// Columns count from 0.
+    /// Columns count from 0. The hidden ones are not offered, and the unticked ones are offered but not
+    /// ticked at first. Part of the described interface: the program hides some, and leaves the other two as
+    /// they are.
     void formPresent(const toolkit::ListRows& list, const QString& title,
                      const QList<int>& hiddenColumns = {}, const QList<int>& untickedColumns = {},
                      transfer::CsvSeparator defaultSeparator = transfer::CsvSeparator::Comma);

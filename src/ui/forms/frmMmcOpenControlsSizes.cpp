@@ -1,6 +1,7 @@
 // The upload panel's line about sizes: bytes and length of what is selected, and the room that it leaves.
 
 #include "app/mdlKonverter.h"
+#include "toolkit/BatchMeter.h"
 #include "ui/controls/TrimChoice.h"
 #include "ui/forms/frmMmcOpenControls.h"
 
@@ -8,22 +9,10 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <cmath>
 
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// "0:07", "12:34". No sound has a length of 0.
-QString lengthText(double seconds)
-{
-    const qint64 whole = std::max<qint64>(1, std::llround(seconds));
-    return u"%1:%2"_s.arg(whole / 60).arg(whole % 60, 2, 10, QChar(u'0'));
-}
-
-} // namespace
 
 /// Finds the sizes of what is selected, for the present choices. The size of a single picture is known with
 /// its preview.
@@ -48,7 +37,7 @@ void frmMmcOpenControls::showSizes()
                  {});
         return;
     }
-    m_lblLength->setText(seconds > 0 ? u"Länge: %1 min"_s.arg(lengthText(seconds))
+    m_lblLength->setText(seconds > 0 ? u"Länge: %1 min"_s.arg(toolkit::timeText(std::max(seconds, 1.0)))
                                      : u"Die Länge ist nicht bekannt."_s);
     if (m_trim->isUsed() && m_trim->seconds() <= 0) { // a box at each key would hinder the typing
         showRoom({u"Bitte geben Sie die Sekunden als ganze Zahl größer Null ein."_s}, {});

@@ -6,6 +6,7 @@
 #include "app/SafeLocalName.h"
 #include "app/Version.h"
 #include "media/SoundConversion.h"
+#include "toolkit/BatchMeter.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/SoundButtons.h"
@@ -75,9 +76,8 @@ QString kindText(const QString& path)
     const QFileInfo info(path);
     const QString ending = info.suffix().toLower();
     if (ending == u"l22"_s || ending == u"722"_s) {
-        const qint64 seconds = (info.size() + media::codesPerSecond / 2) / media::codesPerSecond;
-        return u"Klingelton für Telefone (G.722), %1:%2 min"_s.arg(seconds / 60)
-            .arg(seconds % 60, 2, 10, QChar(u'0'));
+        const double seconds = static_cast<double>(info.size()) / media::codesPerSecond;
+        return u"Klingelton für Telefone (G.722), %1 min"_s.arg(toolkit::timeText(seconds));
     }
     if (ending == u"vmo"_s)
         return u"Sprachaufnahme eines Telefons"_s;

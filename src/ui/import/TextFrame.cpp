@@ -59,13 +59,7 @@ QWidget* TextFrame::makeFileLine()
 QMenu* TextFrame::makeMenu()
 {
     auto* menu = named(new QMenu(this), u"mnuOpen"_s);
-    for (const MenuRow& row : mnuOpen().rows) {
-        if (row.text.isEmpty())
-            menu->addSeparator();
-        else if (QAction* action = menu->addAction(row.text.toString()); row.choice >= 0)
-            connect(action, &QAction::triggered, this,
-                    [this, choice = row.choice] { Q_EMIT fileWanted(choice); });
-    }
+    fillMenu(*menu, mnuOpen(), [this](int choice) { Q_EMIT fileWanted(choice); });
     return menu;
 }
 

@@ -170,9 +170,11 @@ bool deleteEntries(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         isAllDone = isAllDone && (outcome.state == State::Done || file.obstacle == FileObstacle::NotThere);
     };
     const auto mayLose = [&](const QStringList& unreadable) {
-        return ask(*mmc,
-                   u"Das Telefon gibt den Inhalt nicht heraus, eine Sicherung ist nicht möglich:\n%1\n\n"
-                   u"Trotzdem löschen?"_s.arg(someOf(unreadable)));
+        const QStringList text =
+            titled(u"Das Telefon gibt den Inhalt nicht heraus, eine Sicherung ist nicht möglich:"_s,
+                   unreadable) +
+            QStringList(u"Trotzdem löschen?"_s);
+        return ask(*mmc, text.join(u"\n\n"_s));
     };
     DeleteStages stages(display, files);
     const ReceivedBytes received(*mmc, display);

@@ -197,16 +197,16 @@ BatchReport reportOf(const Downloader& downloader, const BatchResult& result, qs
 
 } // namespace
 
-bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress,
+void downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& progress,
                    const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder,
                    const OnSaved& onSaved)
 {
     if (names.isEmpty())
-        return false;
+        return;
     BatchDisplay display(progress, mmc->line().context().clock);
     FileAccess access(mmc, u"Download"_s, display.progress());
     if (!access.mayBegin())
-        return false;
+        return;
     std::vector<FileToFetch> files;
     for (const QString& name : names)
         files.push_back({.path = from.below(name)});
@@ -215,7 +215,7 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
         const clsMmc::Quiet quiet(*mmc); // one box at the end reports all
         if (!downloader.prepare(files)) {
             progress.status(u"Nichts gespeichert."_s);
-            return false;
+            return;
         }
         const ReceivedBytes received(*mmc, display);
         downloader.run(files);
@@ -224,7 +224,6 @@ bool downloadFiles(const std::shared_ptr<clsMmc>& mmc, const toolkit::Progress& 
     result.isStopped = access.isStopped();
     tellReport(*mmc, reportOf(downloader, result, names.size()));
     progress.status(sentenceOf(result));
-    return !downloader.hasFailed && downloader.gone.isEmpty();
 }
 
 } // namespace kalmo::ui

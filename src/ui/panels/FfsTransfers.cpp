@@ -124,7 +124,6 @@ public:
     void take(const PlannedFile& file, const FileOutcome& outcome, int failure);
     /// Of several files all are named.
     BatchReport report(int failure, bool ofSeveral) const;
-    bool hasFailed() const { return m_hasFailed; }
 
     BatchResult sent{.verb = u"gesendet"_s};
 
@@ -233,7 +232,7 @@ private:
 
 } // namespace
 
-bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, const PhonePath& to,
+void uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, const PhonePath& to,
                  const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes,
                  qsizetype leftOut, const OnSent& onSent)
 {
@@ -247,7 +246,7 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
         !requireRoom(*mmc, plan, policy) || !askAboutReplaced(*mmc, plan) ||
         !requireRoom(*mmc, plan, policy)) { // a file that is kept gives no room to others
         display.conclude(sentenceOf(report.sent));
-        return false;
+        return;
     }
     SendStages stages(*mmc, display, plan);
     clsMmc::FirstFailure failure(*mmc); // one box at the end reports all
@@ -265,7 +264,6 @@ bool uploadFiles(const std::shared_ptr<clsMmc>& mmc, BatchDisplay& display, cons
     tellOpenRecord(*mmc, access);
     tellReport(*mmc, report.report(failure.code(), files.size() > 1));
     display.conclude(sentenceOf(report.sent));
-    return !report.hasFailed();
 }
 
 } // namespace kalmo::ui

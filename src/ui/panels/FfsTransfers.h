@@ -10,7 +10,7 @@ class BatchDisplay;
 
 /// Transfers of the file system panel. Each asks its questions first, shows one progress for all files, stops
 /// at the first failure, and ends with a sentence in the status panel. Each keeps the client until it has
-/// ended. Returns true if all was done that the user wanted.
+/// ended.
 
 /// A folder of this computer for downloads.
 struct LocalFolder
@@ -23,7 +23,7 @@ using OnSaved = std::function<void(const obex::PhonePath& path, qint64 bytes, co
 
 /// Reads files of a folder of the phone into a local one, which no name can leave. A local file of that name
 /// is replaced only if the user wants it. `onSaved` gets each file that is saved.
-bool downloadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
+void downloadFiles(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
                    const obex::PhonePath& from, const QStringList& names, const LocalFolder& folder,
                    const OnSaved& onSaved);
 
@@ -33,11 +33,12 @@ using OnSent = std::function<void(const operations::PlannedFile& file)>;
 /// it. `freeBytes` is what the phone has room for; where that is not known, the phone itself has to refuse.
 /// `leftOut` is the number of files that were left out before, and `onSent` gets each file that the phone
 /// holds now. `display` may have shown a stage before.
-bool uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, BatchDisplay& display, const obex::PhonePath& to,
+void uploadFiles(const std::shared_ptr<obex::clsMmc>& mmc, BatchDisplay& display, const obex::PhonePath& to,
                  const std::vector<operations::FileToSend>& files, std::optional<qint64> freeBytes,
                  qsizetype leftOut, const OnSent& onSent);
 
-/// Deletes files and empty folders of a folder in the phone, in this order.
+/// Deletes files and empty folders of a folder in the phone, in this order. Returns true if none of them is
+/// in the phone any more.
 bool deleteEntries(const std::shared_ptr<obex::clsMmc>& mmc, const toolkit::Progress& progress,
                    const obex::PhonePath& in, const QStringList& names);
 

@@ -49,7 +49,7 @@ media::PreparedBatch prepareAll(Program& program, BatchDisplay& display, const U
 
 } // namespace
 
-bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
+void convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc,
                       const toolkit::Progress& progress, const obex::PhonePath& to,
                       const UploadChoice& choice, std::optional<qint64> freeBytes, const OnSent& onSent)
 {
@@ -60,7 +60,7 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
         // The window is blocked and can be cancelled as while the phone is at work.
         const FileAccess access(mmc, u"Upload"_s, display.progress());
         if (!access.mayBegin())
-            return false;
+            return;
         batch = prepareAll(program, display, choice);
         isStopped = display.progress().cancelled();
     }
@@ -70,9 +70,9 @@ bool convertAndUpload(Program& program, const std::shared_ptr<obex::clsMmc>& mmc
     const qsizetype leftOut = choice.passedOver + failed;
     if (isStopped || batch.isEnded() || batch.files.empty()) {
         display.conclude(sentenceOf({.verb = u"gesendet"_s, .leftOut = leftOut, .isStopped = isStopped}));
-        return false;
+        return;
     }
-    return uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent) && batch.unfit.empty();
+    uploadFiles(mmc, display, to, batch.files, freeBytes, leftOut, onSent);
 }
 
 } // namespace kalmo::ui

@@ -1,8 +1,7 @@
 #include "ui/panels/FileBoxes.h"
 
 #include "ui/forms/FormerStateWords.h"
-
-#include <algorithm>
+#include "ui/forms/SomeOf.h"
 
 namespace kalmo::ui {
 
@@ -11,24 +10,13 @@ using toolkit::Answer;
 using toolkit::Buttons;
 using toolkit::Icon;
 
-namespace {
-constexpr int mostNamesShown = 10;
-constexpr int longestNameShown = 60; // characters
-} // namespace
-
-QString someOf(const QStringList& names)
-{
-    QStringList lines;
-    for (const QString& name : names.first(std::min<qsizetype>(names.size(), mostNamesShown)))
-        lines.append(name.size() > longestNameShown ? name.first(longestNameShown) + u'…' : name);
-    if (names.size() > mostNamesShown)
-        lines.append(u"und %1 weitere"_s.arg(names.size() - mostNamesShown));
-    return lines.join(u'\n');
-}
-
 QStringList titled(const QString& title, const QStringList& names)
 {
-    return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(names));
+    constexpr int longestNameShown = 60; // characters
+    QStringList lines;
+    for (const QString& name : names)
+        lines.append(name.size() > longestNameShown ? name.first(longestNameShown) + u'…' : name);
+    return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(lines, 10, u"\n"_s));
 }
 
 QString inParagraph(const QString& reason)

@@ -6,12 +6,10 @@
 
 namespace kalmo::ui {
 
-/// Boxes of the file system panel. None is shown once the client's owner has gone.
+/// Boxes of the file system panel.
 
-/// Names for a box, which has to fit on a screen: one a line, the first ten.
-QString someOf(const QStringList& names);
-
-/// The same below a title, as one paragraph; empty without names.
+/// The first ten names below a title, one a line; empty without names. Long ones are cut: a box has to fit on
+/// the screen.
 QStringList titled(const QString& title, const QStringList& names);
 
 /// The system's words for a failure as a paragraph of their own after a text; empty without any.
@@ -32,7 +30,7 @@ void tell(const obex::clsMmc& mmc, const QString& text, toolkit::Icon icon);
 /// Informs the user if the record of a change could not be completed.
 void tellOpenRecord(const obex::clsMmc& mmc, const operations::FileAccess& access);
 
-/// Yes, No or Cancel, with No as the default; Cancel where nobody is there.
+/// Yes, No or Cancel, with No as the default.
 toolkit::Answer askToReplace(const obex::clsMmc& mmc, const QString& text);
 
 /// Asks with Yes and No, and No as the default. Returns true for yes.

@@ -36,8 +36,6 @@ QList<toolkit::ListColumn> columns()
     return {{u"Name"_s, SortBy::Tag}, {u"Typ"_s}, {u"Größe"_s, SortBy::Tag, true}, {u"Attribut"_s}};
 }
 
-const QString nothingSelected = u"Im Ordner ist nichts markiert."_s;
-
 /// The name in the key of a row: the part after the four characters for the kind of row.
 QString nameIn(const QString& key)
 {
@@ -235,9 +233,9 @@ void fraFFS::forget()
     m_thumbnails->forget();
 }
 
-/// False, and says so, if the list shows no folder that something could be done in, or if the connection was
-/// lost in a silence.
-bool fraFFS::isFolderListed()
+/// Returns true if the list shows a folder that something can be done in, and the phone is connected. Informs
+/// the user if not.
+bool fraFFS::requireFolder()
 {
     if (!m_listed)
         m_mmc->ErrMsg(obex::FolderUnknown);
@@ -248,10 +246,11 @@ bool fraFFS::isFolderListed()
     return false;
 }
 
-/// False if the phone stays silent, which has been reported. The list stays as it was read then.
-bool fraFFS::isPhoneThere()
+/// Returns true if the phone answers. If it stays silent, which has been reported, the list stays as it was
+/// read.
+bool fraFFS::reachesPhone()
 {
-    operations::FileAccess access(m_mmc, u"IsPhoneThere"_s, m_progress);
+    operations::FileAccess access(m_mmc, u"ReachesPhone"_s, m_progress);
     return access.canSend();
 }
 
@@ -288,7 +287,7 @@ void fraFFS::openKey(const QString& key)
     m_search->clear();
     {
         const obex::clsMmc::Busy busy(*m_mmc);
-        if (!changeFolder(key) && !isPhoneThere())
+        if (!changeFolder(key) && !reachesPhone())
             return;
         FfsListRefresh(); // after a refusal too: the client is where it came to
     }

@@ -24,6 +24,7 @@ class Thumbnails;
 class ucFfsMem;
 
 /// For dropped folders.
+inline const QString nothingSelected = QStringLiteral("Im Ordner ist nichts markiert.");
 inline const QString noFolders = QStringLiteral("Ordner werden nicht gesendet.");
 
 /// The panel "Dateisystem": a small file manager for the phone. Whoever shows it opens and closes the data
@@ -78,8 +79,8 @@ private:
     void makeFolder();
     void showAgain(const QString& key);
     bool changeFolder(const QString& key);
-    bool isFolderListed();
-    bool isPhoneThere();
+    bool requireFolder();
+    bool reachesPhone();
     void tellState(const QString& text);
     bool readFreeBytes();
     void openFile(const QString& name);
@@ -94,6 +95,7 @@ private:
     void send(const obex::PhonePath& to, const Dropped& given);
     std::unique_ptr<QMimeData> draggedFiles();
     QStringList fetchForDrop(const obex::PhonePath& from, const QStringList& names);
+    bool requireFile();
     void showSaveMenu();
     void saveInto(const QString& folder);
     void pickFolderAndSave();

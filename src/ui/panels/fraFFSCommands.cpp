@@ -137,7 +137,7 @@ void fraFFS::renameSelected()
         m_progress.status(u"Bitte wählen Sie zum Umbenennen nur eine Datei oder einen Ordner."_s);
         return;
     }
-    if (!isFolderListed())
+    if (!requireFolder())
         return;
     const QString& name = names.first();
     const bool isFile = m_rows.indexOfKey(obex::fileKeyPrefix.toString() + name) >= 0;
@@ -156,7 +156,7 @@ void fraFFS::renameSelected()
 
 void fraFFS::makeFolder()
 {
-    if (!isFolderListed())
+    if (!requireFolder())
         return;
     const QString name = askForName(this, {.title = u"Neuer Ordner"_s,
                                            .label = u"&Name des neuen Ordners:"_s,

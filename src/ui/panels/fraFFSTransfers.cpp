@@ -66,13 +66,11 @@ void fraFFS::openFile(const QString& name)
         return;
     }
     const QString folder = app::workPath(context.sy);
-    if (!app::EnsureDirExists(context, folder))
+    if (!requireFolder() || !app::EnsureDirExists(context, folder))
         return;
     const QString path = folder + u'/' + localName;
     app::DeleteQuiet(path);
     app::Desktop& desktop = m_program.desktop;
-    if (!isFolderListed())
-        return;
     const obex::PhonePath file = m_listed->below(name);
     frmMmc_View view(m_program, window());
     const bool isSupported = frmMmc_View::IsSupported(name);
@@ -99,13 +97,13 @@ void fraFFS::openFile(const QString& name)
 
 void fraFFS::upload()
 {
-    if (isFolderListed())
+    if (requireFolder())
         send(*m_listed, {});
 }
 
 void fraFFS::takeDropped(const QStringList& paths, const QString& key, qsizetype passedOver)
 {
-    if (isFolderListed())
+    if (requireFolder())
         send(key.isEmpty() ? *m_listed : m_listed->below(key.mid(obex::folderKeyPrefix.size())),
              {paths, passedOver});
 }
@@ -179,8 +177,21 @@ QStringList fraFFS::fetchForDrop(const obex::PhonePath& from, const QStringList&
     return paths;
 }
 
+/// Returns true if a file is selected. Says in the status bar why there is nothing to save if not.
+bool fraFFS::requireFile()
+{
+    if (!selectedNames(true).isEmpty())
+        return true;
+    m_progress.status(selectedNames(false).isEmpty()
+                          ? nothingSelected
+                          : u"Ordner werden nicht gespeichert. Markieren Sie die Dateien darin."_s);
+    return false;
+}
+
 void fraFFS::showSaveMenu()
 {
+    if (!requireFile())
+        return;
     QString folder = savedFolder();
     m_saveIntoLast->setEnabled(!folder.isEmpty());
     m_saveIntoLast->setText(u"Speichern in "_s + folder.replace(u'&', u"&&"_s));
@@ -201,7 +212,7 @@ void fraFFS::pickFolderAndSave()
 void fraFFS::saveInto(const QString& folder)
 {
     const QStringList names = selectedNames(true);
-    if (names.isEmpty() || !isFolderListed())
+    if (!requireFile() || !requireFolder())
         return;
     downloadFiles(m_mmc, m_progress, *m_listed, names, {.path = QDir::cleanPath(folder)},
                   [this](const obex::PhonePath& path, qint64 bytes, const QString& localPath) {
@@ -212,7 +223,7 @@ void fraFFS::saveInto(const QString& folder)
 void fraFFS::deleteSelected()
 {
     const QStringList names = namesToChange();
-    if (names.isEmpty() || !isFolderListed())
+    if (names.isEmpty() || !requireFolder())
         return;
     const Answer answer = m_program.context.dialogs.Show(
         {.text = QString::number(names.size()) + u" ausgewählte Dateien wirklich löschen?"_s,
@@ -238,7 +249,7 @@ void fraFFS::deleteSelected()
 void fraFFS::refreshAfterWork(const std::function<void()>& work)
 {
     const QString sentence = m_progress.panel ? m_progress.panel->Text() : QString();
-    if (isPhoneThere())
+    if (reachesPhone())
         work();
     m_progress.status(sentence);
 }

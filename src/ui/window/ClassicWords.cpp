@@ -1,5 +1,7 @@
 #include "ui/window/ClassicWords.h"
 
+#include "ui/forms/SomeOf.h"
+
 namespace kalmo::ui {
 
 using namespace Qt::StringLiterals;
@@ -127,13 +129,10 @@ QString contentText(const operations::ListOutcome& result)
 /// "neu: 2 (Anna, Bert)"
 QString countedNames(const QString& caption, const std::vector<phonedata::ClassicEntry>& entries)
 {
-    constexpr size_t mostNames = 5;
     QStringList names;
-    for (size_t index = 0; index < std::min(entries.size(), mostNames); ++index)
-        names.append(entries[index].name);
-    if (entries.size() > mostNames)
-        names.append(u"..."_s);
-    const QString inBrackets = names.isEmpty() ? QString() : u" (%1)"_s.arg(names.join(u", "_s));
+    for (const phonedata::ClassicEntry& entry : entries)
+        names.append(entry.name);
+    const QString inBrackets = names.isEmpty() ? QString() : u" (%1)"_s.arg(someOf(names, 5, u", "_s));
     return u"%1: %2"_s.arg(caption).arg(entries.size()) + inBrackets;
 }
 

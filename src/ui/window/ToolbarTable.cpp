@@ -3,6 +3,8 @@
 #include "link/PhoneModels.h"
 #include "ui/window/SectionGuard.h"
 
+#include <QMenu>
+
 #include <algorithm>
 #include <initializer_list>
 
@@ -61,6 +63,17 @@ bool isOffered(Command command, int mode, int phoneType)
 {
     const Commands offered = offeredIn(mode, phoneType);
     return command == Command::Help || std::find(offered.begin(), offered.end(), command) != offered.end();
+}
+
+void fillMenu(QMenu& menu, const PopupMenu& table, const std::function<void(int choice)>& choose)
+{
+    for (const MenuRow& row : table.rows) {
+        if (row.text.isEmpty())
+            menu.addSeparator();
+        else if (QAction* action = menu.addAction(row.text.toString()); row.choice >= 0)
+            QObject::connect(action, &QAction::triggered, &menu,
+                             [choose, choice = row.choice] { choose(choice); });
+    }
 }
 
 const PopupMenu& mnuOpen()

@@ -3,6 +3,10 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
+class QMenu;
+
 namespace kalmo::ui {
 
 /// The commands of the toolbar `tlb`.
@@ -38,6 +42,9 @@ struct PopupMenu
     QStringView title;
     QList<MenuRow> rows;
 };
+
+/// Adds the rows of the table to a menu. `choose` gets the number of the row that the user takes.
+void fillMenu(QMenu& menu, const PopupMenu& table, const std::function<void(int choice)>& choose);
 
 const PopupMenu& mnuOpen();
 const PopupMenu& mnuImport_TB();

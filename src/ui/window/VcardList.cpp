@@ -94,6 +94,8 @@ QString sentenceOf(const ContactImport& imported)
             contactCount(imported.planned), imported.planned == 1 ? u"ihn"_s : u"sie"_s);
     case CommandResult::Cancelled:
         return stoppedImport(imported);
+    case CommandResult::Refused:
+        return u"Es wurde nichts importiert."_s;
     default:
         return u"Beim Importieren ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s;
     }

@@ -221,12 +221,7 @@ QMenu* frmPB::makePopup(const PopupMenu& table, const std::function<void(int cho
 {
     auto* menu = new QMenu(table.title.toString(), this);
     menu->setObjectName(table.name.toString());
-    for (const MenuRow& row : table.rows) {
-        if (row.text.isEmpty())
-            menu->addSeparator();
-        else if (QAction* action = menu->addAction(row.text.toString()); row.choice >= 0)
-            connect(action, &QAction::triggered, this, [choose, choice = row.choice] { choose(choice); });
-    }
+    fillMenu(*menu, table, choose);
     return menu;
 }
 

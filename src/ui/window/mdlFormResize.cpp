@@ -64,10 +64,10 @@ void SaveFormLayout(const QWidget& form, app::Settings& settings)
     settings.PutIniNumber(name, u"WindowState"_s, form.isMaximized() ? stateMaximized : 0);
 }
 
-void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition, bool skipSize)
+void RestoreFormLayout(QWidget& form, const app::Settings& settings, Restore parts)
 {
     const QString name = form.objectName();
-    if (!skipSize && isSizable(form)) {
+    if (isSizable(form)) {
         const auto state = static_cast<int>(settings.GetIniNumber(name, u"WindowState"_s, 0));
         if (state != 0 && state != stateMinimized) {
             form.setWindowState(Qt::WindowMaximized);
@@ -78,7 +78,7 @@ void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restor
             form.resize(size->x(), size->y());
     }
     const auto place = readPair(settings, name, name + u"_Position"_s);
-    if (restorePosition && place && isReachable(*place, form.width()))
+    if (parts == Restore::PlaceAndSize && place && isReachable(*place, form.width()))
         form.move(*place);
 }
 

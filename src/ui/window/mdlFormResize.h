@@ -13,9 +13,10 @@ inline constexpr int twipsPerPixel = 15;
 /// Writes nothing for a minimised window. A maximised one keeps the place and size that it had before.
 void SaveFormLayout(const QWidget& form, app::Settings& settings);
 
+enum class Restore { PlaceAndSize, SizeAlone };
+
 /// Restores the saved place and size of the window. A value that is missing or invalid, such as a place on a
 /// screen that is gone, changes nothing. A maximised window comes back maximised.
-void RestoreFormLayout(QWidget& form, const app::Settings& settings, bool restorePosition = true,
-                       bool skipSize = false);
+void RestoreFormLayout(QWidget& form, const app::Settings& settings, Restore parts = Restore::PlaceAndSize);
 
 } // namespace kalmo::ui
