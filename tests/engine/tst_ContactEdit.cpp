@@ -4,7 +4,7 @@
 #include "operations/ContactEdit.h"
 #include "operations/ContactFiles.h"
 #include "operations/Records.h"
-#include "support/HandsetPort.h"
+#include "support/ContactPhone.h"
 #include "support/ObexClient.h"
 #include "support/SmallDisk.h"
 #include "support/TestProgram.h"
@@ -47,36 +47,21 @@ QString inWords(const ContactPlan& plan)
     return words.join(u", "_s);
 }
 
-/// A handset with its contacts, and a user who has read them.
-struct Phone
+struct Phone : ContactPhone
 {
-    explicit Phone(const QString& model, handset::Options options = {})
-        : port(test.clock, (options.model = model, options)), line(test.context, port)
-    {
-        test.sy.PhoneType = port.handset().phone().family.number;
-        test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
-        test.sy.PhoneID = model;
-    }
+    using ContactPhone::ContactPhone;
 
-    const handset::IrmcStore& held() { return port.handset().phone().irmc[handset::ContactStore]; }
     std::vector<Record> records() { return Records(test.context, knownIdentity(test.sy)).all(); }
 
     /// One change from begin to end.
     using MakePlan = std::function<ContactPlan(const ContactReading& held)>;
     ContactOutcome change(const MakePlan& makePlan, const ContactPolicy& policy = {.checksRoom = true})
     {
-        const auto list = makeVcfRows();
-        const auto store = std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(line), *list);
         ContactEdit edit(store, policy, progress.all());
         ContactOutcome outcome;
         outcome.facts = edit.begin();
         return outcome.facts.isDone() ? edit.apply(makePlan(edit.held()), RecordCause::Write) : outcome;
     }
-
-    TestContext test;
-    HandsetPort port;
-    link::Line line;
-    RecordedProgress progress;
 };
 
 } // namespace
@@ -173,7 +158,6 @@ private Q_SLOTS:
         QCOMPARE(phone.held().items().size(), count + 1);
         phone.change([](const ContactReading& held) { return planEqual(held, {{.home = u"1"_s}}); });
         QCOMPARE(phone.held().items().size(), 1U);
-        QCOMPARE(phone.port.handset().violations(), QStringList());
     }
 
     /// A changed number leaves the bytes of a name alone that the described decoder does not know.
@@ -210,15 +194,12 @@ private Q_SLOTS:
         };
         rows.each([](bool isEdited, double seconds, Cause cause, qsizetype records) {
             Phone phone(u"S68H"_s, {.seed = u"none"_s, .entries = 3});
-            const auto list = makeVcfRows();
-            const auto store =
-                std::make_shared<VcardStore>(std::make_shared<obex::clsMmc>(phone.line), *list);
-            ContactEdit edit(store, {}, phone.progress.all());
+            ContactEdit edit(phone.store, {}, phone.progress.all());
             QVERIFY(edit.begin().isDone());
             tVcfEntry entry = edit.held().cards.cards.front().entry;
             const ContactPlan plan = planDelete(edit.held(), {entry.luid}).plan;
             entry.home = u"4711"_s;
-            QVERIFY(!isEdited || store->writeContacts({{entry}}, phone.progress.all()));
+            QVERIFY(!isEdited || phone.store->writeContacts({{entry}}, phone.progress.all()));
             phone.test.clock.WaitSeconds(seconds);
             const ContactOutcome outcome = edit.apply(plan, RecordCause::Delete);
             QCOMPARE(outcome.facts.cause, cause);

@@ -2,9 +2,8 @@
 // way that an operation can end, and that the line is back at AT commands after all of them.
 
 #include "phonedata/IrmcItems.h"
-#include "phonedata/VcardStore.h"
 #include "support/ContactBoxes.h"
-#include "support/HandsetPort.h"
+#include "support/ContactPhone.h"
 #include "support/ListLines.h"
 #include "support/ObexClient.h"
 #include "support/TestProgram.h"
@@ -21,18 +20,10 @@ const tVcfEntry ofTwoFrames{.email = QString(60, u'e'),
                             .mobile = QString(32, u'1'),
                             .home = u"030 1"_s};
 
-struct Contacts
+struct Contacts : ContactPhone
 {
-    explicit Contacts(const QString& model, handset::Options options = {})
-        : port(test.clock, test.verdict, (options.model = model, options)), line(test.context, port),
-          client(std::make_shared<clsMmc>(line)), list(makeVcfRows()),
-          store(std::make_shared<VcardStore>(client, *list))
-    {
-        test.sy.PhoneType = port.handset().phone().family.number;
-        test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
-    }
+    using ContactPhone::ContactPhone;
 
-    const handset::IrmcStore& held() { return port.handset().phone().irmc[handset::ContactStore]; }
     bool read() { return store->VcfReadList(progress.all()); }
     bool write(const std::vector<tVcfEntry>& entries)
     {
@@ -54,13 +45,6 @@ struct Contacts
         QCOMPARE(labels(), u"%1/%2"_s.arg(held().capacity()).arg(list->count()));
     }
 
-    TestContext test;
-    HandsetPort port;
-    link::Line line;
-    std::shared_ptr<clsMmc> client;
-    std::unique_ptr<toolkit::ListRows> list;
-    std::shared_ptr<VcardStore> store;
-    RecordedProgress progress;
     ContactReport report;
 };
 

@@ -31,7 +31,7 @@ struct ImportDialog : TestProgram
 
     QTreeView& view() { return child<QTreeView>(*form, store ? "lvwVCF" : "lvwPreview"); }
     void click(const char* name) { tests::click(*form, name); }
-    QString textOf(const char* label) { return child<QLabel>(*form, label).text(); }
+    QString textOf(const char* label) { return tests::textOf(*form, label); }
     /// Chooses a file by the button's menu.
     void open(const QByteArray& bytes, const QString& name = u"a.csv"_s, const QString& box = {})
     {

@@ -45,7 +45,7 @@ struct OpenWindow : TestProgram
         return place->parentWidget()->isHidden() ? QString() : place->currentWidget()->objectName();
     }
     QString node() { return child<ui::NaviTree>(window, "tvwNavi").currentKey(); }
-    QString status() { return child<QLabel>(window, "sta_text").text(); }
+    QString status() { return textOf(window, "sta_text"); }
     QString panel() { return window.findChild<ui::PanelStack*>()->currentWidget()->objectName(); }
     QString offered()
     {

@@ -123,6 +123,12 @@ Widget& child(const QObject& form, const char* name)
     return *found;
 }
 
+/// The text of a form's label.
+inline QString textOf(const QObject& form, const char* label)
+{
+    return child<QLabel>(form, label).text();
+}
+
 /// Clicks a button of a form.
 inline void click(const QObject& form, const char* button)
 {

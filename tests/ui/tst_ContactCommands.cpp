@@ -165,7 +165,7 @@ private Q_SLOTS:
                              Answer::Yes);
         phone.test.dialogs.expectStart(u"Das Telefon hat jede Änderung bestätigt. Danach konnte"_s);
         child<QPushButton>(dialog, "cmdPutBack").click();
-        QVERIFY(child<QLabel>(dialog, "sta").text().endsWith(u"aber nicht kontrolliert."));
+        QVERIFY(textOf(dialog, "sta").endsWith(u"aber nicht kontrolliert."));
     }
 
     /// An import ends as the phone's content says, and the list shows that content.

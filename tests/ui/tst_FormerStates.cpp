@@ -106,8 +106,7 @@ private Q_SLOTS:
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Up); // the undo, which is the state already
         press(dialog, "cmdPutBack");
-        QCOMPARE(child<QLabel>(dialog, "lblDifferences").text(),
-                 u"Das Telefon enthält diesen Stand bereits."_s);
+        QCOMPARE(textOf(dialog, "lblDifferences"), u"Das Telefon enthält diesen Stand bereits."_s);
         QTest::keyClick(&dialog, Qt::Key_Escape);
         QVERIFY(!dialog.isVisible());
     }
@@ -171,8 +170,7 @@ private Q_SLOTS:
         made.port.handset().setFaults({.hangUpAt = 1});
         made.test.dialogs.expectStart(u"Beim Zugriff auf das Telefon ist folgender Fehler aufgetaucht:"_s);
         press(dialog, "cmdCompare");
-        QCOMPARE(child<QLabel>(dialog, "lblDifferences").text(),
-                 u"Die Verbindung zum Telefon ist unterbrochen."_s);
+        QCOMPARE(textOf(dialog, "lblDifferences"), u"Die Verbindung zum Telefon ist unterbrochen."_s);
         press(dialog, "cmdClose");
         QVERIFY(!dialog.isVisible());
     }

@@ -20,7 +20,7 @@ struct ImportUser
 {
     QStringList counts;
     DialogUser user{[this](QDialog& form) {
-        const QString text = child<QLabel>(form, "lblCounts").text();
+        const QString text = textOf(form, "lblCounts");
         if (text.startsWith(u"0 von 0"_s))
             return;
         counts.append(text);
@@ -177,7 +177,7 @@ private Q_SLOTS:
             OpenWindow open(model, u"TB"_s);
             const int held = open.contactsInPhone();
             DialogUser user([&user](QDialog& form) {
-                if (!child<QLabel>(form, "lblCounts").text().startsWith(u"1 von"_s))
+                if (!textOf(form, "lblCounts").startsWith(u"1 von"_s))
                     return;
                 user.stop();
                 click(form, "cmdImport");

@@ -54,7 +54,7 @@ struct LostWindow : WatchedWindow
         const auto* list = window.findChild<ui::PanelStack*>()->currentWidget()->findChild<ui::RowsView*>();
         QStringList parts{list ? QString::number(list->rows()->count()) : panel()};
         parts.append(list ? list->sentence().section(u'.', 0, 0) : QString());
-        parts.append(child<QLabel>(window, "lblConnection").text().section(u'·', 2).trimmed());
+        parts.append(textOf(window, "lblConnection").section(u'·', 2).trimmed());
         parts.append(front() == u"fraFFScloseReminder"_s ? u"offen"_s : QString());
         parts.append(u"%1 boxes"_s.arg(std::exchange(shown, {}).size()));
         parts.removeAll({});

@@ -32,11 +32,6 @@ struct Surroundings : FilePanel
     ConverterFolder converters{test};
 };
 
-QString textOf(const QObject& form, const char* name)
-{
-    return child<QLabel>(form, name).text();
-}
-
 } // namespace
 
 class tst_Media : public QObject

@@ -15,11 +15,6 @@ QString pictureFile(const TestContext& test, const QString& name, QSize size)
     return test.path(name);
 }
 
-QString labelOf(const QObject& view, const char* name)
-{
-    return child<QLabel>(view, name).text();
-}
-
 const QString natural = u"Anzeige in originaler Größe"_s;
 
 /// The preview of a picture of 100 by 100 pixels.
@@ -69,7 +64,7 @@ private Q_SLOTS:
             ui::frmMmc_View view(made.program);
             QVERIFY(view.Form_Present(pictureFile(made.test, u"a.png"_s, size), u"a.png"_s, original));
             view.show();
-            QVERIFY(labelOf(view, "sta").startsWith(told));
+            QVERIFY(textOf(view, "sta").startsWith(told));
             QCOMPARE(child<QLabel>(view, "imgBmp").size() == size, isNatural);
             QVERIFY(view.width() >= 274 && view.height() >= 228);
             QVERIFY(view.width() <= screen.width() && view.height() <= screen.height());
@@ -84,7 +79,7 @@ private Q_SLOTS:
     {
         PictureView made;
         made.view.resize(500, 400);
-        QCOMPARE(labelOf(made.view, "sta"), u"Größe manuell verändert."_s);
+        QCOMPARE(textOf(made.view, "sta"), u"Größe manuell verändert."_s);
         QVERIFY(child<QLabel>(made.view, "imgBmp").width() > 400);
         made.test.settings.PutIniNumber(u"frmMmc_View"_s, u"WindowState"_s, 2); // it was closed maximised
         ui::frmMmc_View maximised(made.program);
@@ -92,7 +87,7 @@ private Q_SLOTS:
         maximised.show();
         QVERIFY(QTest::qWaitForWindowExposed(&maximised));
         QVERIFY(maximised.isMaximized() && maximised.width() > 500);
-        QCOMPARE(labelOf(maximised, "sta"), natural);
+        QCOMPARE(textOf(maximised, "sta"), natural);
         QCOMPARE(child<QLabel>(maximised, "imgBmp").size(), QSize(100, 100));
     }
 
@@ -190,7 +185,7 @@ private Q_SLOTS:
                 isRingtone ? Buttons::Ok : Buttons::YesNo, isRingtone ? Answer::Ok : Answer::No);
             QString shown;
             made.inDialog(u"frmMmc_View"_s, [&shown](QWidget& view) {
-                shown = labelOf(view, "lblUnknown");
+                shown = textOf(view, "lblUnknown");
                 view.close();
             });
             made.enter(u"FIL_"_s + name);

@@ -76,7 +76,7 @@ bool isDemoRunning(const Run& run)
 void checkOwnPhone(const Run& run)
 {
     QVERIFY(!shown<ui::frmEinstellungen>() && !isDemoRunning(run));
-    QVERIFY(!child<QLabel>(*shown<ui::frmPB>(), "lblConnection").text().contains(u"nachgebildet"_s));
+    QVERIFY(!textOf(*shown<ui::frmPB>(), "lblConnection").contains(u"nachgebildet"_s));
     QCOMPARE(run.test.sy.ComNo, app::getInt(run.test.settings, app::keys::ComPortNew));
 }
 
@@ -227,8 +227,7 @@ private Q_SLOTS:
         auto& connectButton = child<QPushButton>(*welcome, "cmdConnect");
         QVERIFY(!connectButton.isEnabled());
         click(*welcome, "cmdSearch");
-        QCOMPARE(child<QLabel>(*welcome, "lblStatus").text(),
-                 u"Die Suche ist beendet: 1 Telefon gefunden."_s);
+        QCOMPARE(textOf(*welcome, "lblStatus"), u"Die Suche ist beendet: 1 Telefon gefunden."_s);
         const auto& found = child<QTreeWidget>(*welcome, "lvwFound");
         QCOMPARE(found.topLevelItemCount(), 1);
         QCOMPARE(found.topLevelItem(0)->text(1) + found.topLevelItem(0)->text(2), u"DatenkabelOTHER"_s);
@@ -260,7 +259,7 @@ private Q_SLOTS:
         welcome = waitFor<ui::frmWelcome>();
         click(*welcome, "cmdSearch");
         QVERIFY(child<QTreeWidget>(*welcome, "lvwFound").topLevelItem(0)->data(0, Qt::UserRole) != number);
-        QCOMPARE(child<QLabel>(*window, "lblTyp").text(), u"–"_s); // of the phone before the search
+        QCOMPARE(textOf(*window, "lblTyp"), u"–"_s); // of the phone before the search
         QTest::keyClick(welcome, Qt::Key_Escape);
         QTest::keyClick(settings, Qt::Key_Escape);
         QCOMPARE(waitFor<ui::frmPB>(), window);
@@ -296,7 +295,7 @@ private Q_SLOTS:
         app::put(run.test.settings, app::keys::LastUnclosedObexDevice, u"SL450"_s);
         run.flow.begin();
         auto* window = startDemo(run);
-        QVERIFY(window && child<QLabel>(*window, "lblConnection").text().contains(u" (nachgebildet) · "_s));
+        QVERIFY(window && textOf(*window, "lblConnection").contains(u" (nachgebildet) · "_s));
         run.port.Close();
         run.test.dialogs.expectStart(u"Es ist ein Übertragungsfehler aufgetreten."_s);
         window->goTo(u"DIV"_s);
@@ -335,9 +334,7 @@ private Q_SLOTS:
             QPointer<ui::frmPB> window = startDemo(run);
             window->goTo(u"SETUP"_s);
             const auto* settings = shown<ui::frmEinstellungen>();
-            QVERIFY(child<QLabel>(*settings, "lblPortHinweis")
-                        .text()
-                        .startsWith(u"Sie nutzen das nachgebildete"_s));
+            QVERIFY(textOf(*settings, "lblPortHinweis").startsWith(u"Sie nutzen das nachgebildete"_s));
             auto& ports = child<QComboBox>(*settings, "cmbCom");
             if (choosesPort)
                 ports.setCurrentIndex(ports.currentIndex() == 0 ? 1 : 0);

@@ -155,7 +155,7 @@ private Q_SLOTS:
         OpenWindow open(u"SL450HX"_s);
         open.test.sy.PhoneID = u"^WPPN: 7,SL450HX"_s;
         open.window.goTo(u"FFS"_s);
-        QCOMPARE(child<QLabel>(open.window, "lblConnection").text(),
+        QCOMPARE(textOf(open.window, "lblConnection"),
                  u"SL450HX · COM%1 · verbunden"_s.arg(open.test.sy.ComNo));
         QVERIFY(open.window.closeChannel());
         QCOMPARE(open.front(), u"fraHinweisTelNichtInMenu"_s);

@@ -121,8 +121,7 @@ private Q_SLOTS:
         ui::RowsView& list = open.list("lvwTB");
         const int all = list.rows()->count();
         QVERIFY(list.hasFocus());
-        QCOMPARE(child<QLabel>(open.window, "fraPBTB_caption").text(),
-                 u"Telefonbuch - %1 Einträge"_s.arg(all));
+        QCOMPARE(textOf(open.window, "fraPBTB_caption"), u"Telefonbuch - %1 Einträge"_s.arg(all));
         QTest::keyClick(&open.window, Qt::Key_F, Qt::ControlModifier);
         auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
         QVERIFY(field);
@@ -233,8 +232,7 @@ private Q_SLOTS:
         QCOMPARE(open.status(), u"1 Kontakt gelöscht. \"Frühere Stände\" bringt ihn zurück."_s);
         QCOMPARE(rows.count(), before - 1);
         QVERIFY(!open.port.handset().isInDataMode());
-        QVERIFY(
-            child<QLabel>(open.window, "fraVCF_caption").text().endsWith(u", %1 belegt"_s.arg(before - 1)));
+        QVERIFY(textOf(open.window, "fraVCF_caption").endsWith(u", %1 belegt"_s.arg(before - 1)));
         const QString file = open.test.path(u"alle.csv"_s);
         open.test.dialogs.expectSaveFile({.title = u"Kalmo - Telefonbuch Backup erstellen"_s,
                                           .folder = open.test.sy.DefUserExpRoot,
