@@ -352,6 +352,12 @@ private Q_SLOTS:
         QVERIFY2(open.status().startsWith(u"1 Eintrag aus der Liste gelöscht. Ins Telefon kommt das mit "
                                           u"\"Schreiben\". Kalmo ist nicht mehr mit dem Telefon"_s),
                  qPrintable(open.status()));
+        open.list("lvwNE").rows()->setCurrent(-1);
+        open.press("edit");
+        QVERIFY(
+            open.status().startsWith(u"In der Providerliste ist nichts markiert. Kalmo ist nicht mehr"_s));
+        child<QLabel>(open.window, "sta_text").setText(u"Fertig."_s); // by whom ever
+        QTRY_VERIFY(open.status().endsWith(u"\"Erneut verbinden\"."_s));
         click(open.window, "cmdReconnect");
         QVERIFY(!open.window.isVisible());
         open.port.Open(u"COM1"_s);

@@ -88,12 +88,11 @@ void ConnectionLight::watch()
     if (!m_search->isEnabled())
         return;
     const State now = state();
-    if (std::exchange(m_told, now) == now)
-        return;
-    if (now == State::Connected)
+    const bool isNew = std::exchange(m_told, now) != now;
+    if (now != State::Connected)
+        Q_EMIT lost(toolTip()); // again and again: another sentence may have replaced the advice
+    else if (isNew)
         Q_EMIT regained();
-    else
-        Q_EMIT lost(toolTip());
 }
 
 /// A search may have found the phone again while the window was hidden.

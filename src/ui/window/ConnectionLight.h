@@ -32,7 +32,8 @@ public:
 
 Q_SIGNALS:
     void searchWanted();
-    void lost(const QString& advice); ///< the phone does not answer, or the port is gone; nothing runs
+    void lost(const QString& advice); ///< the phone does not answer, or the port is gone; nothing runs.
+                                      ///< Repeated each second as long as that is so
     void regained();                  ///< the phone answers again; nothing runs
 
 protected:

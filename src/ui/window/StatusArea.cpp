@@ -77,6 +77,8 @@ void StatusArea::showEmulated(bool isEmulated)
 /// Keeps the sentence that says how the last operation has ended.
 void StatusArea::showAdvice(const QString& advice)
 {
+    if (advice == m_advice && m_text->Text().contains(advice))
+        return;
     QString before = m_text->Text();
     before = before.remove(std::exchange(m_advice, advice)).trimmed();
     const bool isResult = before.endsWith(u'.') && !before.endsWith(u"..."_s) && before != ready;

@@ -45,7 +45,7 @@ void frmPB::press(Command command)
     if (!target)
         return;
     if (const QString text = target->obstacleTo(command); !text.isEmpty()) {
-        m_sta->setText(text);
+        m_sta->showResult(text);
         return;
     }
     const bool interruptsFiles = isFilesInFront() && needsLine(command);
