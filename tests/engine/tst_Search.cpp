@@ -1,41 +1,19 @@
 // The search for a handset and its identification.
 
 #include "app/SettingsKeys.h"
-#include "link/mdlSearch.h"
 #include "link/PhoneModels.h"
 #include "link/PortScan.h"
 #include "support/FakeDesktop.h"
-#include "support/ScriptedPort.h"
+#include "support/FakeSearchView.h"
+#include "support/ScriptedLine.h"
 #include "support/TestProgram.h"
 
 namespace {
 
-class FakeView : public link::SearchView
-{
-public:
-    QStringList statuses;
-    int progress = 0;
-    bool abort = false;
-    std::function<void()> onProgress;
-
-    void setStatus(const QString& text) override { statuses.append(text); }
-    void setProgress(int value, int) override
-    {
-        progress = value;
-        if (onProgress)
-            onProgress();
-    }
-    bool aborted() const override { return abort; }
-    void clearAborted() override { abort = false; }
-};
-
 /// A phone that answers ATZ and two identifying questions.
-struct Search
+struct Search : ScriptedLine
 {
-    TestContext test;
-    ScriptedPort port{test};
-    link::Line line{test.context, port};
-    FakeView view;
+    FakeSearchView view;
     FakeDesktop desktop;
     link::PhoneSearch search{line, view, desktop};
 

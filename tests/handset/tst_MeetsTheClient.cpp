@@ -1,24 +1,15 @@
 // Kalmo's engine against the emulated handset.
 
-#include "link/mdlSearch.h"
 #include "link/mdlStatus.h"
 #include "obex/clsMmc.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeSearchView.h"
 #include "support/HandsetPort.h"
 #include "support/RecordedProgress.h"
 #include "support/TestContext.h"
 #include "support/TestProgram.h"
 
 namespace {
-
-class QuietView : public link::SearchView
-{
-public:
-    void setStatus(const QString&) override {}
-    void setProgress(int, int) override {}
-    bool aborted() const override { return false; }
-    void clearAborted() override {}
-};
 
 /// Kalmo's engine with a handset on its line. Any box, and anything that it does wrong on the line, fails the
 /// test.
@@ -31,7 +22,7 @@ struct Meeting
 
     bool search()
     {
-        QuietView view;
+        FakeSearchView view;
         FakeDesktop desktop;
         return link::PhoneSearch(line, view, desktop).SearchPhone() == link::SearchOutcome::PhoneFound;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "handset/Handset.h"
-#include "link/SPortAx.h"
+#include "support/FakePort.h"
 #include "support/VirtualClock.h"
 
 #include <memory>
@@ -13,7 +13,7 @@ using handset::Faults;
 
 /// A serial port with the emulated handset at its other end, on virtual time. It is open from the start, at
 /// the handset's own rate.
-class HandsetPort : public link::SPortAx, private handset::TimeSource, private handset::Wire
+class HandsetPort : public FakePort, private handset::TimeSource, private handset::Wire
 {
 public:
     explicit HandsetPort(VirtualClock& clock, const handset::Options& options = {});
@@ -31,7 +31,6 @@ public:
 
     bool Open(const QString& portName) override;
     void Close() override;
-    bool IsOpen() const override { return m_open; }
     QString openError() const override;
     QString openErrorEnglish() const override;
     int Read(char* buffer, int count) override;
@@ -42,13 +41,8 @@ public:
         Write(text.constData(), static_cast<int>(text.size()));
     }
     int InCount() const override { return static_cast<int>(m_received.size()); }
-    int InBufferSize() const override { return m_inBufferSize; }
-    void SetInBufferSize(int bytes) override { m_inBufferSize = bytes; }
-    int OutBufferSize() const override { return m_outBufferSize; }
-    void SetOutBufferSize(int bytes) override { m_outBufferSize = bytes; }
     int BaudRate() const override { return m_handset->baudRate(); }
     void SetSettings(const QString& settings) override;
-    void SetControlLines(bool) override {}
     int CountPorts() override { return 1; }
     QString PortName(int) override { return QStringLiteral("COM1"); }
 
@@ -68,11 +62,8 @@ private:
     Verdict* m_verdict = nullptr;
     std::unique_ptr<handset::Handset> m_handset;
     QByteArray m_received;
-    bool m_open = true;
     bool m_isClosingHidden = false;
     double m_unpluggedUntil = 0; // the line has dropped
-    int m_inBufferSize = link::inBufferSize;
-    int m_outBufferSize = link::outBufferSize;
 };
 
 } // namespace kalmo::tests

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/SPortAx.h"
+#include "support/FakePort.h"
 #include "support/TestContext.h"
 
 #include <deque>
@@ -21,7 +21,7 @@ struct Delivery
 /// A serial port with a scripted phone at its other end. The script holds the requests, one for each write,
 /// and their answers with a delay. Any other byte, a request too many and a script that was not used up fail
 /// the test, with a hex dump of the difference. After the first wrong request the port is silent.
-class ScriptedPort : public link::SPortAx
+class ScriptedPort : public FakePort
 {
 public:
     explicit ScriptedPort(TestContext& test, Delivery delivery = {});
@@ -48,7 +48,6 @@ public:
 
     bool Open(const QString& portName) override;
     void Close() override { m_open = false; }
-    bool IsOpen() const override { return m_open; }
     QString openError() const override { return openable ? QString() : QStringLiteral("Port fehlt."); }
     QString openErrorEnglish() const override { return openable ? QString() : QStringLiteral("No port."); }
     int Read(char* buffer, int count) override;
@@ -56,13 +55,8 @@ public:
     QByteArray ReadText() override;
     void WriteText(const QByteArray& text) override { take(text); }
     int InCount() const override { return static_cast<int>(m_received->size()); }
-    int InBufferSize() const override { return m_inBufferSize; }
-    void SetInBufferSize(int bytes) override { m_inBufferSize = bytes; }
-    int OutBufferSize() const override { return m_outBufferSize; }
-    void SetOutBufferSize(int bytes) override { m_outBufferSize = bytes; }
     int BaudRate() const override { return m_baudRate; }
     void SetSettings(const QString& settings) override;
-    void SetControlLines(bool) override {}
     int CountPorts() override { return static_cast<int>(names.size()); }
     QString PortName(int index) override { return names.value(index); }
 
@@ -86,9 +80,6 @@ private:
     bool m_silent = false;
     qsizetype m_longestAnswer = 0;
     std::shared_ptr<QByteArray> m_received; // bytes on their way may outlive the port
-    bool m_open = true;
-    int m_inBufferSize = link::inBufferSize;
-    int m_outBufferSize = link::outBufferSize;
     int m_baudRate = 19200;
 };
 

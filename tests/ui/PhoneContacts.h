@@ -42,14 +42,6 @@ struct PhoneContacts : TestProgram
         const auto& phone = port.handset().phone();
         return phone.irmc[handset::ContactStore].wholeText(phone.cardText());
     }
-    /// As after a new search.
-    void findAgain()
-    {
-        port.handset().powerCycle();
-        port.Close();
-        port.Open(u"COM1"_s);
-        line.ConfigurePort();
-    }
     /// The list holds exactly the contacts of the phone, and the line takes AT commands.
     bool isInOrder()
     {

@@ -66,6 +66,14 @@ struct TestProgram
         test.sy.blnTxLfTerminator = test.sy.PhoneType >= 11;
     }
 
+    /// The phone was switched off and on, and found by a new search.
+    void findAgain()
+    {
+        port.handset().powerCycle();
+        port.Close();
+        port.Open(QStringLiteral("COM1"));
+        line.ConfigurePort();
+    }
     /// A question with a text that begins like this.
     void expectQuestion(const QString& start, Answer answer)
     {

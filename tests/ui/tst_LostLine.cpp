@@ -34,13 +34,9 @@ struct LostWindow : WatchedWindow
         if (!act.toNode.isEmpty())
             window.goTo(act.toNode);
     }
-    /// As the search does it.
-    void findAgain()
+    void findTheWindowsPhone()
     {
-        port.handset().powerCycle();
-        port.Close();
-        port.Open(u"COM1"_s);
-        line.ConfigurePort();
+        findAgain();
         QString manufacturer;
         link::GetManufacturer(line, manufacturer);
         window.forgetPhone();
@@ -89,7 +85,7 @@ void checkLoss(const Act& act, Loss loss, const QString& entered, const QString&
     click(open.window, "cmdReconnect");
     QCOMPARE(open.state(), lost + connection + u", 0 boxes"_s);
     QVERIFY(searched.size() == 1 && !open.window.isVisible());
-    open.findAgain();
+    open.findTheWindowsPhone();
     QCOMPARE(open.state(), inOrder);
     QVERIFY2(!open.status().contains(u"\"Erneut verbinden\""_s), qPrintable(open.status()));
     QVERIFY(!search.isVisible());
