@@ -2,7 +2,6 @@
 
 #include "app/Context.h"
 
-#include <QPointer>
 #include <QWidget>
 
 #include <functional>

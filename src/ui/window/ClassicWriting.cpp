@@ -2,6 +2,7 @@
 
 #include "app/SettingsKeys.h"
 #include "link/mdlStatus.h"
+#include "operations/ClassicLists.h"
 #include "phonedata/BackupFiles.h"
 #include "ui/forms/FormerStateWords.h"
 #include "ui/window/ClassicWords.h"

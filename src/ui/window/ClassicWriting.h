@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operations/ClassicLists.h"
+#include "operations/ClassicReading.h"
 #include "phonedata/CommandResult.h"
 
 namespace kalmo::ui {

@@ -13,7 +13,6 @@
 #include "ui/window/AboutBox.h"
 #include "ui/window/mdlFormResize.h"
 #include "ui/window/NaviTree.h"
-#include "ui/window/Notices.h"
 #include "ui/window/PanelStack.h"
 #include "ui/window/Reminders.h"
 #include "ui/window/SecretWords.h"
