@@ -118,7 +118,8 @@ ExitStatus findPhone(Job& job, bool (*fits)(int phoneType), QStringView needs)
     if (!fits || fits(job.phoneType()))
         return ExitDone;
     job.out.error(u"could not run \"%1\": it needs %2. This one is of family %3 (%4)."_s.arg(
-        job.invocation.command->words, needs, QString::number(job.phoneType()), job.context.sy.PhoneID));
+        job.invocation.command->words, needs, QString::number(job.phoneType()),
+        printable(job.context.sy.PhoneID)));
     return ExitFailed;
 }
 

@@ -1,5 +1,7 @@
 #include "cli/Output.h"
 
+#include "cli/Tables.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -44,7 +46,7 @@ void Output::show(const QJsonValue& value, const QString& text)
 
 void Output::print(const QString& text)
 {
-    toOut(encoded(text));
+    toOut(encoded(printableLines(text)));
 }
 
 void Output::note(const QString& text)
@@ -68,7 +70,7 @@ void Output::progress(const QString& line)
     if (m_manner.progressWidth <= 0 || (line.isEmpty() && m_progressLength == 0))
         return;
     // Blanks instead of an escape sequence: every terminal understands them.
-    const QString shown = line.left(m_manner.progressWidth - 1);
+    const QString shown = printable(line).left(m_manner.progressWidth - 1);
     QString text = u'\r' + shown.leftJustified(m_progressLength);
     if (shown.isEmpty())
         text += u'\r';
@@ -79,7 +81,7 @@ void Output::progress(const QString& line)
 void Output::toErr(const QString& text)
 {
     progress({});
-    m_sink(Stream::Err, encoded(text));
+    m_sink(Stream::Err, encoded(printableLines(text)));
 }
 
 void Output::toOut(const QByteArray& bytes)

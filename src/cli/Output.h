@@ -9,7 +9,8 @@
 
 namespace kalmo::cli {
 
-/// Prints one result on standard output, all else on standard error.
+/// Prints one result on standard output, all else on standard error. Of text for a terminal only the line
+/// ends steer it: any other control character shows as "?", since it may come from a phone or a file.
 class Output
 {
 public:

@@ -3,6 +3,7 @@
 #include "app/SettingsKeys.h"
 #include "cli/Commands.h"
 #include "cli/FindPhone.h"
+#include "cli/Tables.h"
 #include "link/mdlSearch.h"
 #include "obex/DataChannel.h"
 #include "phonedata/ClassicStore.h"
@@ -43,7 +44,7 @@ void recoverUnclosedSession(Job& job)
     const QString device = app::get(job.context.settings, app::keys::LastUnclosedObexDevice);
     job.out.note(
         u"The last run did not end its data session with %1; taking the handset back to commands.\n"_s.arg(
-            device));
+            printable(device)));
     job.progress.phase(u"Taking the handset back to commands"_s);
     if (!obex::takeBackUnclosed(job.line, {.cancel = &job.stop}) && job.line.port().IsOpen())
         job.out.note(u"It did not come back. If it is not found now, pull its cable out for five seconds, or "
@@ -62,7 +63,7 @@ ExitStatus runRecover(Job& job)
         if (const ExitStatus found = findPhone(job); found != ExitDone)
             return found;
         job.out.show(QJsonObject{{u"recovered"_s, true}, {u"phoneId"_s, job.context.sy.PhoneID}},
-                     u"%1 takes commands.\n"_s.arg(job.context.sy.PhoneID));
+                     u"%1 takes commands.\n"_s.arg(printable(job.context.sy.PhoneID)));
         return ExitDone;
     }
     if (!job.line.port().IsOpen())

@@ -36,6 +36,14 @@ QString printable(QString text)
     return text;
 }
 
+QString printableLines(const QString& text)
+{
+    QStringList lines = text.split(u'\n');
+    for (QString& line : lines)
+        line = printable(line);
+    return lines.join(u'\n');
+}
+
 QString alignedTable(const QStringList& headings, const std::vector<QStringList>& rows)
 {
     std::vector<QStringList> lines{headings};

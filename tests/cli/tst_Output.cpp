@@ -68,6 +68,22 @@ private Q_SLOTS:
         });
     }
 
+    /// Escape sequences from a phone's name or a file never reach the terminal; its line ends do.
+    void controlCharactersDoNotReachTheTerminal()
+    {
+        Streams streams;
+        Output out(streams.sink(), {.progressWidth = 20});
+        const QString text = u"SL\x1b[2J\r\u009b1m\nB\n"_s;
+        out.show({}, text);
+        out.note(text);
+        out.error(text);
+        out.prompt(text);
+        out.progress(text);
+        const QByteArray shown = "SL?[2J??1m\nB\n";
+        QCOMPARE(streams.out, shown);
+        QCOMPARE(streams.err, shown + "kalmoctl: " + shown + shown + "\rSL?[2J??1m?B?");
+    }
+
     void yesRetriesTwice()
     {
         Streams streams;
