@@ -27,13 +27,13 @@ bool requireAnswers(Job& job, const QString& question)
 /// Reports a LUID that can't be used. Returns true if all can.
 bool requireLuids(Job& job, const LuidPlan& result)
 {
-    if (!result.missing.isNull())
+    if (result.missing)
         job.out.error(u"there is no contact %1 in the phone; nothing was changed in it."_s.arg(
-            printable(result.missing)));
-    if (!result.noValid.isNull())
+            printable(*result.missing)));
+    if (result.noValid)
         job.out.error(
             u"the phone gives no reference for the contact shown as %1; nothing was changed in it."_s.arg(
-                printable(result.noValid)));
+                printable(*result.noValid)));
     return result.isSound();
 }
 

@@ -3,6 +3,8 @@
 #include "operations/SavedLists.h"
 #include "phonedata/VcardStore.h"
 
+#include <optional>
+
 namespace kalmo::operations {
 
 /// Changes of a vCard phonebook, made before the phone gets any of them.
@@ -41,9 +43,9 @@ ContactPlan planAdd(Contacts contacts);
 struct LuidPlan
 {
     ContactPlan plan;
-    QString missing; ///< a LUID that the phone does not hold, empty if it holds all
-    QString noValid; ///< no real LUID, or that of the phone's own card
-    bool isSound() const { return missing.isNull() && noValid.isNull(); }
+    std::optional<QString> missing; ///< a LUID that the phone does not hold
+    std::optional<QString> noValid; ///< no real LUID, or that of the phone's own card
+    bool isSound() const { return !missing && !noValid; }
 };
 /// Replaces the contact with the LUID of `contact`.
 LuidPlan planChange(const phonedata::ContactReading& held, const phonedata::tVcfEntry& contact);
