@@ -12,6 +12,7 @@ namespace kalmo::cli {
 
 using transfer::FieldKind;
 using transfer::Shape;
+using transfer::SourceKind;
 
 namespace {
 

@@ -2,17 +2,15 @@
 
 #include "cli/Invocation.h"
 #include "transfer/import/ImportOptions.h"
+#include "transfer/import/SourceKind.h"
 #include "transfer/import/TextSource.h"
 
 namespace kalmo::cli {
 
-/// The two kinds of sources: their options differ.
-enum class SourceKind { Text, AddressBook };
-
 /// Each returns a fault of the options in words, empty for none.
 
 /// An option of the other form of phonebook, or of the other kind of source.
-QString faultOfOptions(const Invocation& invocation, transfer::Shape shape, SourceKind kind);
+QString faultOfOptions(const Invocation& invocation, transfer::Shape shape, transfer::SourceKind kind);
 
 /// Options for every source: numbers, comparing, letters.
 QString takeCommonOptions(const Invocation& invocation, transfer::ImportOptions& options);

@@ -1,11 +1,8 @@
 #include "cli/ImportWork.h"
 
-#include "app/Files.h"
 #include "cli/ImportArguments.h"
 #include "transfer/import/clsWab.h"
 #include "transfer/import/ImportSteps.h"
-#include "transfer/import/VcardFile.h"
-#include "transfer/import/WabFile.h"
 
 #include <QFileInfo>
 
@@ -13,6 +10,7 @@ namespace kalmo::cli {
 
 using transfer::AddressBookFault;
 using transfer::Shape;
+using transfer::SourceKind;
 using transfer::TextFault;
 
 namespace {
@@ -83,7 +81,7 @@ public:
 
 private:
     bool readBook();
-    bool readText(const QByteArray& bytes);
+    bool readText();
     bool refuse(const QString& text)
     {
         fault = text;
@@ -102,22 +100,11 @@ private:
 
 bool SourceReader::read()
 {
-    constexpr qint64 largestFile = 64 * 1024 * 1024;
     if (!check(takeCommonOptions(m_invocation, work.options)))
         return false;
-    QByteArray bytes;
-    if (QFileInfo(m_path).isDir())
-        return readBook();
     if (!QFileInfo::exists(m_path))
         return refuse(u"there is no such file"_s);
-    if (QFileInfo(m_path).size() > largestFile)
-        return refuse(u"it is larger than 64 MB"_s);
-    if (!app::readWholeFile(m_path, bytes))
-        return refuse(u"it could not be read"_s);
-    const QString ending = QFileInfo(m_path).suffix().toLower();
-    const bool isBook =
-        ending == u"wab" || ending == u"vcf" || transfer::isWabFile(bytes) || transfer::isVcardFile(bytes);
-    return isBook ? readBook() : readText(bytes);
+    return transfer::sourceKindOf(m_path) == SourceKind::AddressBook ? readBook() : readText();
 }
 
 bool SourceReader::readBook()
@@ -137,14 +124,17 @@ bool SourceReader::readBook()
            check(takeAddressOptions(m_invocation, work.shape, work.options.addresses));
 }
 
-bool SourceReader::readText(const QByteArray& bytes)
+bool SourceReader::readText()
 {
+    const transfer::TextFile file = transfer::readTextFile(m_path);
+    if (file.fault != TextFault::None)
+        return refuse(inWords(file.fault));
     const QString time = work.options.text.defaultTime;
     const transfer::OpenedText opened =
-        transfer::openText(m_path, bytes, work.shape, textRequest(m_invocation, bytes));
+        transfer::openText(m_path, file.bytes, work.shape, textRequest(m_invocation, file.bytes));
     if (opened.fault != TextFault::None)
         return refuse(inWords(opened.fault));
-    work.source.text = bytes;
+    work.source.text = file.bytes;
     work.options.text = opened.options;
     work.options.text.defaultTime = time;
     return check(faultOfOptions(m_invocation, work.shape, SourceKind::Text)) &&

@@ -3,6 +3,7 @@
 #include "support/AddressBooks.h"
 #include "support/TestProgram.h"
 #include "transfer/import/clsWab.h"
+#include "transfer/import/SourceKind.h"
 #include "transfer/import/VcardFile.h"
 #include "transfer/import/WabFile.h"
 
@@ -225,6 +226,15 @@ private Q_SLOTS:
         QVERIFY(write(u"c.vcf"_s, "no card"));
         QVERIFY(write(u"note.txt"_s, "BEGIN:VCARD\nTEL:3\nEND:VCARD\n"));
         QVERIFY(write(u"book.wab"_s, smallBook().bytes()));
+
+        QVERIFY(write(u"book.dat"_s, smallBook().bytes()) && write(u"table.csv"_s, "Name;BEGIN:VCARD\n"));
+        QStringList books;
+        for (const QString& name :
+             {u"c.vcf"_s, u"note.txt"_s, u"book.dat"_s, u"table.csv"_s, u"gone"_s, u"."_s}) {
+            if (sourceKindOf(folder.filePath(name)) == SourceKind::AddressBook)
+                books.append(name);
+        }
+        QCOMPARE(books, (QStringList{u"c.vcf"_s, u"note.txt"_s, u"book.dat"_s, u"."_s}));
 
         QStringList events;
         clsWab wab(

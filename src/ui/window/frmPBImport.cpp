@@ -1,5 +1,6 @@
 // The main window's import, and the files that come from outside: from the command line or a second start.
 
+#include "transfer/import/SourceKind.h"
 #include "ui/import/frmImportPb.h"
 #include "ui/window/frmPB.h"
 #include "ui/window/NaviTree.h"
@@ -62,7 +63,7 @@ void frmPB::openFile(const QString& path)
         (store == Store::Providers ? m_providers : m_phonebook)->openFile(path);
         return;
     }
-    const bool isAddressBook = ending == u"vcf"_s || ending == u"wab"_s;
+    const bool isAddressBook = transfer::sourceKindOf(path) == transfer::SourceKind::AddressBook;
     presentImport(isAddressBook ? ImportFrom::AddressBook : ImportFrom::File, store, path);
 }
 
