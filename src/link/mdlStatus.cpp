@@ -18,25 +18,16 @@ namespace {
 
 constexpr double clockTimeout = 2;
 
-bool query(Line& line, const QByteArray& command, QString& text)
+/// The failed answer that could be shown is always empty, so the transfer error with the command is shown.
+bool query(Line& line, const QByteArray& command, QString& text, double timeout = queryTimeout)
 {
     QByteArray answer;
-    if (!line.exchange(answer, command, queryTimeout)) {
+    if (!line.exchange(answer, command, timeout)) {
         line.tellTransferError(command);
         return false;
     }
     text = fromCp1252(answer);
     return true;
-}
-
-/// Shows the answer of a failed query. It is usually empty, and an empty box would say nothing; then it shows
-/// the transfer error.
-void tellAnswer(Line& line, const QByteArray& command, const QByteArray& answer)
-{
-    if (answer.isEmpty())
-        line.tellTransferError(command);
-    else
-        line.context().dialogs.Show({.text = fromCp1252(answer), .english = fromCp1252(answer)});
 }
 
 /// Date of a year, month and day that may be out of range, for example 14 as a month.
@@ -102,14 +93,9 @@ bool GetPhoneModelText(Line& line, QString& text)
 
 SignalQuality GetSignalQuality(Line& line)
 {
-    const QByteArray command = "AT+CSQ\r";
-    QByteArray answer;
-    if (!line.exchange(answer, command, queryTimeout)) {
-        tellAnswer(line, command, answer);
+    QString text; // "+CSQ: nn,mm" or "+CSQ: n,mm"
+    if (!query(line, "AT+CSQ\r", text))
         return {};
-    }
-    // "+CSQ: nn,mm" or "+CSQ: n,mm"
-    const QString text = fromCp1252(answer);
     const int digits = text.mid(7, 1) == u","_s ? 1 : 2;
     const int rssi = app::ValInt(text.mid(6, digits));
     return {u"-- %1 dBm"_s.arg(113 - 2 * rssi), static_cast<int>(std::floor(rssi * 3.21))};
@@ -123,27 +109,19 @@ int GetBattery(Line& line)
 
 bool GetBattery(Line& line, int& percent)
 {
-    const QByteArray command = "AT+CBC\r";
-    QByteArray answer;
-    if (!line.exchange(answer, command, queryTimeout)) {
-        tellAnswer(line, command, answer);
+    QString text; // "+CBC: s,nn" or "+CBC: s,nnn", which is 11 characters long
+    if (!query(line, "AT+CBC\r", text))
         return false;
-    }
-    // "+CBC: s,nn" or "+CBC: s,nnn", which is 11 characters long
-    const QString text = fromCp1252(answer);
     percent = app::ValInt(text.mid(8, text.size() == 11 ? 3 : 2));
     return true;
 }
 
 bool GetPhoneTime(Line& line, QDateTime& dateTime)
 {
-    const QByteArray command = "AT+CCLK?\r";
-    QByteArray answer;
-    if (!line.exchange(answer, command, clockTimeout)) {
-        tellAnswer(line, command, answer);
+    QString answer;
+    if (!query(line, "AT+CCLK?\r", answer, clockTimeout))
         return false;
-    }
-    if (parseClock(fromCp1252(answer), dateTime))
+    if (parseClock(answer, dateTime))
         return true;
     line.context().dialogs.Show(
         {.text = u"Uhrzeit des Telefon konnte nicht ermittelt werden."_s,
@@ -157,11 +135,9 @@ bool SetPhoneTime(Line& line)
     app::Context& context = line.context();
     const QByteArray command =
         "AT+CCLK=" + context.clock.Now().toString(u"yy/MM/dd,hh:mm:ss"_s).toLatin1() + '\r';
-    QByteArray answer;
-    if (!line.exchange(answer, command, queryTimeout)) {
-        tellAnswer(line, command, answer);
+    QString answer;
+    if (!query(line, command, answer))
         return false;
-    }
     if (answer.isEmpty()) {
         context.dialogs.Show(
             {.text =

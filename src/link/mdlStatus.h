@@ -24,7 +24,7 @@ struct SignalQuality
 };
 SignalQuality GetSignalQuality(Line& line);
 
-/// Charge in percent, 0 on failure.
+/// Charge in percent, 0 on failure. Part of the described interface.
 int GetBattery(Line& line);
 /// Does the same, but returns false if there is no answer, so that 0 means an empty battery.
 bool GetBattery(Line& line, int& percent);
