@@ -6,6 +6,7 @@ namespace kalmo::cli {
 
 using namespace Qt::StringLiterals;
 using operations::Cause;
+using operations::SaveFault;
 
 QString causeInWords(Cause cause, const QString& line, std::initializer_list<CauseWords> own)
 {
@@ -36,6 +37,20 @@ QString causeInWords(Cause cause, const QString& line, std::initializer_list<Cau
         break;
     }
     return u"could not read what the phone holds"_s;
+}
+
+QString saveFaultInWords(const SaveFault& fault)
+{
+    switch (fault.kind) {
+    case SaveFault::Kind::None:
+    case SaveFault::Kind::System:
+        break;
+    case SaveFault::Kind::Locked:
+        return u"could not lock %1"_s.arg(fault.detail);
+    case SaveFault::Kind::NoNumberLeft:
+        return u"%1 has no number left"_s.arg(fault.detail);
+    }
+    return fault.detail;
 }
 
 } // namespace kalmo::cli

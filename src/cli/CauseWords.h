@@ -18,4 +18,7 @@ struct CauseWords
 QString causeInWords(operations::Cause cause, const QString& line,
                      std::initializer_list<CauseWords> own = {});
 
+/// The reason why something could not be saved, in words that come after a colon; empty if it is not known.
+QString saveFaultInWords(const operations::SaveFault& fault);
+
 } // namespace kalmo::cli

@@ -132,7 +132,7 @@ QString failureText(Job& job, const ContactCommand& command, const ContactOutcom
     const Outcome& facts = outcome.facts;
     if (facts.cause == Cause::NotSaved)
         return u"could not save what the phone holds: %1.\nNothing was changed in the phone."_s.arg(
-            facts.reason);
+            saveFaultInWords(facts.saveFault));
     if (facts.cause == Cause::NoRoom)
         return u"the phone has no room for all of them. Nothing was changed in it."_s;
     if (outcome.hasChangedMeanwhile)

@@ -82,7 +82,7 @@ QString reasonText(Cause cause)
 QString reasonText(const FileOutcome& outcome)
 {
     const QString text = reasonText(outcome.cause);
-    return outcome.reason.isEmpty() ? text : u"%1 (%2)"_s.arg(text, outcome.reason);
+    return outcome.saveFault.isNone() ? text : u"%1 (%2)"_s.arg(text, saveFaultInWords(outcome.saveFault));
 }
 
 QString failureText(const QString& couldNot, const FileOutcome& outcome, const QString& unknown)

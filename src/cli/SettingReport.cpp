@@ -17,7 +17,8 @@ QString settingFailure(const Job& job, const SettingWords& words, const Outcome&
     const QString were = words.isPlural ? u"were"_s : u"was"_s;
     const QString they = words.isPlural ? u"they are"_s : u"it is"_s;
     if (outcome.cause == Cause::NotSaved)
-        return u"could not record %1: %2.\nNothing was sent to the phone."_s.arg(words.name, outcome.reason);
+        return u"could not record %1: %2.\nNothing was sent to the phone."_s.arg(
+            words.name, saveFaultInWords(outcome.saveFault));
     if (outcome.sent == 0)
         return u"could not read %1 before the change: %2.\nNothing was sent to the phone."_s.arg(
             words.name, reasonText(job, outcome.cause));

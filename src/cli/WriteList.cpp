@@ -1,5 +1,6 @@
 #include "cli/WriteList.h"
 
+#include "cli/CauseWords.h"
 #include "cli/EntryWarnings.h"
 #include "cli/FileWords.h"
 #include "cli/ReadList.h"
@@ -178,8 +179,9 @@ bool ListWriter::saveHeld()
 {
     Outcome outcome;
     if (!operations::saveHeld(m_list, m_plan, m_policy, outcome)) {
-        m_job.out.error(u"could not save what the phone holds in %1: %2.\n"
-                        u"Nothing was changed in the phone."_s.arg(outcome.savedIn, outcome.reason));
+        m_job.out.error(
+            u"could not save what the phone holds in %1: %2.\n"
+            u"Nothing was changed in the phone."_s.arg(outcome.savedIn, saveFaultInWords(outcome.saveFault)));
         return false;
     }
     if (!backup().isEmpty())
@@ -237,8 +239,9 @@ ExitStatus ListWriter::report(const ListOutcome& result)
 {
     const Outcome& outcome = result.outcome;
     if (result.sentNothing() && outcome.cause == Cause::NotSaved)
-        return fail(ExitFailed, u"could not record what the phone holds: %1.\n"
-                                u"Nothing was changed in the phone."_s.arg(outcome.reason));
+        return fail(ExitFailed,
+                    u"could not record what the phone holds: %1.\n"
+                    u"Nothing was changed in the phone."_s.arg(saveFaultInWords(outcome.saveFault)));
     if (result.sentNothing() && outcome.cause == Cause::Interrupted)
         return tellUnchanged();
     if (outcome.isRecordOpen)

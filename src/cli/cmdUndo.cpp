@@ -67,12 +67,12 @@ QString doubtInWords(Undo::Doubt doubt)
 
 QString reasonOf(Job& job, const Undo& undo, const Outcome& outcome)
 {
-    return causeInWords(
-        outcome.cause, job.portName(),
-        {{Cause::NotSaved, u"could not save what the phone holds now: %1"_s.arg(outcome.reason)},
-         {Cause::Doubtful, doubtInWords(undo.doubt())},
-         {Cause::NoRoom, u"the phone has no room"_s},
-         {Cause::NotPossible, u"this record holds no state that can be put back"_s}});
+    return causeInWords(outcome.cause, job.portName(),
+                        {{Cause::NotSaved, u"could not save what the phone holds now: %1"_s.arg(
+                                               saveFaultInWords(outcome.saveFault))},
+                         {Cause::Doubtful, doubtInWords(undo.doubt())},
+                         {Cause::NoRoom, u"the phone has no room"_s},
+                         {Cause::NotPossible, u"this record holds no state that can be put back"_s}});
 }
 
 /// One run of the command, with a phone that was found.

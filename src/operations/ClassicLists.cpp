@@ -127,7 +127,9 @@ bool saveHeld(const ListJob& job, ListPlan& plan, const WritePolicy& policy, Out
         if (bytes == policy.alreadySaved)
             continue;
         outcome.savedIn = phonedata::phoneCopyPath(job.context(), ending);
-        if (!app::writeWholeFile(outcome.savedIn, bytes, &outcome.reason)) {
+        QString error;
+        if (!app::writeWholeFile(outcome.savedIn, bytes, &error)) {
+            outcome.saveFault = {SaveFault::Kind::System, error};
             plan.savedIn.clear();
             return false;
         }
@@ -154,7 +156,7 @@ ListOutcome applyPlan(const ListJob& job, ListPlan& plan, const WritePolicy& pol
     const auto id =
         saveHeld(job, plan, policy, outcome)
             ? records.begin(recordedList(job.store), policy.recordCause,
-                            static_cast<int>(plan.held.entries.size()), std::move(before), &outcome.reason)
+                            static_cast<int>(plan.held.entries.size()), std::move(before), &outcome.saveFault)
             : std::nullopt;
     if (!id) {
         outcome.cause = Cause::NotSaved;

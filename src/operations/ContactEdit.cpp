@@ -141,8 +141,9 @@ bool ContactEdit::saveBackup(Outcome& facts)
         return true;
     SavedList list{.kind = SavedKind::Contacts, .contacts = contactsOf(m_held)};
     const QString path = phonedata::phoneCopyPath(m_store->context(), u".json"_s);
-    if (!app::writeWholeFile(path, contactJsonBytes(list), &facts.reason)) {
-        facts.reason.prepend(path + u": "_s);
+    QString error;
+    if (!app::writeWholeFile(path, contactJsonBytes(list), &error)) {
+        facts.saveFault = {SaveFault::Kind::System, u"%1: %2"_s.arg(path, error)};
         return false;
     }
     facts.savedIn = path;
@@ -179,7 +180,7 @@ ContactOutcome ContactEdit::apply(const ContactPlan& plan, RecordCause cause)
     std::optional<QString> id;
     if (saveBackup(facts))
         id = records.begin(RecordedList::Phonebook, cause, static_cast<int>(m_held.cards.cards.size()),
-                           std::move(before), &facts.reason);
+                           std::move(before), &facts.saveFault);
     if (!id) {
         facts.cause = Cause::NotSaved;
         return work.outcome;

@@ -44,7 +44,7 @@ private:
     std::vector<FileOutcome> m_results;
     std::vector<FileState> m_states;
     QString m_recordId;
-    QString m_reason; // without a record
+    SaveFault m_saveFault; // without a record
 };
 
 bool Deleter::isLeftOut(size_t index) const
@@ -108,7 +108,7 @@ bool Deleter::record()
     if (m_states.empty())
         return true; // nothing that could be put back
     m_recordId =
-        beginFilesRecord(m_access, RecordCause::RemoveFiles, m_states, &m_reason).value_or(QString());
+        beginFilesRecord(m_access, RecordCause::RemoveFiles, m_states, &m_saveFault).value_or(QString());
     return !m_recordId.isEmpty();
 }
 
@@ -196,7 +196,7 @@ std::vector<FileOutcome> Deleter::run(QString& recordId)
         }
         if (!isRecorded) {
             result.cause = Cause::NotSaved;
-            result.reason = m_reason;
+            result.saveFault = m_saveFault;
             continue;
         }
         if (m_events.deleting)

@@ -173,7 +173,7 @@ Outcome sumOf(const std::vector<FileOutcome>& files)
         isOldLost = isOldLost || file.isOldLost;
         if (sum.cause == Cause::None) {
             sum.cause = file.cause;
-            sum.reason = file.reason;
+            sum.saveFault = file.saveFault;
         }
         if (sum.savedIn.isEmpty())
             sum.savedIn = file.savedIn;

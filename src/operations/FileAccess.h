@@ -42,7 +42,7 @@ struct FileOutcome
     bool isOldBack = false;   ///< it was deleted, and the phone lists it again as it was
     bool isOldLost = false;   ///< the file that was to be replaced is gone from the phone
     QString savedIn = {};     ///< local copy of a file that was replaced
-    QString reason = {};      ///< the system's words for `cause`, may be empty
+    SaveFault saveFault = {}; ///< the reason for Cause::NotSaved, where it is known
 };
 
 /// The connection that operations on files use: an OBEX client that is online to the file system. Lives as

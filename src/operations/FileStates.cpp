@@ -172,10 +172,10 @@ std::optional<std::vector<FileState>> statesIn(const Record& record)
 }
 
 std::optional<QString> beginFilesRecord(FileAccess& access, RecordCause cause,
-                                        const std::vector<FileState>& states, QString* reason)
+                                        const std::vector<FileState>& states, SaveFault* fault)
 {
     return recordsOf(access).begin(RecordedList::Files, cause, static_cast<int>(states.size()),
-                                   partsOf(states), reason);
+                                   partsOf(states), fault);
 }
 
 void finishFilesRecord(FileAccess& access, const Outcome& outcome, const QJsonArray& items)

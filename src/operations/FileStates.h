@@ -48,7 +48,7 @@ std::optional<std::vector<FileState>> statesIn(const Record& record);
 /// Writes the record of a change to files. Its id; nothing if it could not be written, and then nothing may
 /// be sent.
 std::optional<QString> beginFilesRecord(FileAccess& access, RecordCause cause,
-                                        const std::vector<FileState>& states, QString* reason);
+                                        const std::vector<FileState>& states, SaveFault* fault);
 /// Adds what was done. `items` says it for each place. A failure is in FileAccess::isRecordOpen().
 void finishFilesRecord(FileAccess& access, const Outcome& outcome, const QJsonArray& items);
 

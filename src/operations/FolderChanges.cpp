@@ -31,10 +31,10 @@ template <typename Change>
 FileOutcome recorded(FileAccess& access, RecordCause cause, const std::vector<FileState>& before,
                      const Change& change)
 {
-    QString reason;
-    const auto id = beginFilesRecord(access, cause, before, &reason);
+    SaveFault fault;
+    const auto id = beginFilesRecord(access, cause, before, &fault);
     if (!id)
-        return {.cause = Cause::NotSaved, .reason = reason};
+        return {.cause = Cause::NotSaved, .saveFault = fault};
     const FileOutcome outcome = change();
     Outcome sum = sumOf({outcome});
     sum.recordId = *id;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "operations/SaveFault.h"
+
 #include <QStringList>
 
 #include <optional>
@@ -44,7 +46,7 @@ struct Outcome
     QString recordId = {};     ///< id of the record, empty if nothing was sent
     bool isRecordOpen = false; ///< the record could not be completed: it keeps the state unknown
     QStringList lost = {};     ///< files that are gone from the phone; the record holds them
-    QString reason = {};       ///< the system's or the phone's own words for `cause`, may be empty
+    SaveFault saveFault = {};  ///< the reason for Cause::NotSaved, where it is known
 
     bool isDone() const { return state == State::Done; }
     /// Returns true if the phone confirmed a change that could not be read back to compare it.

@@ -77,7 +77,7 @@ void changeRecorded(link::Line& line, RecordedList list, RecordCause recordCause
                     Outcome& outcome, const std::function<void()>& change)
 {
     Records records(line.context(), identifyPhone(line));
-    const auto id = records.begin(list, recordCause, 1, {before}, &outcome.reason);
+    const auto id = records.begin(list, recordCause, 1, {before}, &outcome.saveFault);
     if (!id) {
         outcome.cause = Cause::NotSaved;
         return;

@@ -150,7 +150,7 @@ Outcome applyPutBack(FileAccess& access, const PutBackPlan& plan)
     nothingSent.state = places.empty() ? State::Done : State::Unchanged;
     if (places.empty())
         return nothingSent;
-    const auto id = beginFilesRecord(access, RecordCause::Undo, before, &nothingSent.reason);
+    const auto id = beginFilesRecord(access, RecordCause::Undo, before, &nothingSent.saveFault);
     if (!id) {
         nothingSent.cause = Cause::NotSaved;
         return nothingSent;

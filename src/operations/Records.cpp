@@ -90,10 +90,10 @@ QStringList foldersIn(const QString& root)
     return folders;
 }
 
-void setReason(QString* reason, const QString& text)
+void setFault(SaveFault* fault, SaveFault::Kind kind, const QString& detail)
 {
-    if (reason)
-        *reason = text;
+    if (fault)
+        *fault = {kind, detail};
 }
 
 } // namespace
@@ -121,21 +121,21 @@ bool Records::mayBeOfAnotherPhone(const Record& record)
 }
 
 std::optional<QString> Records::begin(RecordedList list, RecordCause cause, int entries,
-                                      std::vector<RecordedPart> before, QString* reason)
+                                      std::vector<RecordedPart> before, SaveFault* fault)
 {
     if (!QDir().mkpath(m_folder)) {
-        setReason(reason, u"%1: %2"_s.arg(m_folder, qt_error_string()));
+        setFault(fault, SaveFault::Kind::System, u"%1: %2"_s.arg(m_folder, qt_error_string()));
         return {};
     }
     QLockFile lock(lockPath());
     if (!lock.tryLock(lockPatience)) {
-        setReason(reason, u"could not lock %1"_s.arg(m_root));
+        setFault(fault, SaveFault::Kind::Locked, m_root);
         return {};
     }
     removeLeftovers();
     const qint64 number = nextNumber();
     if (number > largestNumber) {
-        setReason(reason, u"%1 has no number left"_s.arg(m_folder));
+        setFault(fault, SaveFault::Kind::NoNumberLeft, m_root);
         return {};
     }
     const Record record{.id = QString::number(number),
@@ -147,7 +147,7 @@ std::optional<QString> Records::begin(RecordedList list, RecordCause cause, int 
                         .before = std::move(before)};
     QString error;
     if (!app::writeWholeFile(pathOf(number), recordBytes(record), &error)) {
-        setReason(reason, u"%1: %2"_s.arg(pathOf(number), error));
+        setFault(fault, SaveFault::Kind::System, u"%1: %2"_s.arg(pathOf(number), error));
         return {};
     }
     app::syncFolder(m_folder);

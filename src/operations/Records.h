@@ -2,6 +2,7 @@
 
 #include "app/Context.h"
 #include "operations/RecordFile.h"
+#include "operations/SaveFault.h"
 
 namespace kalmo::operations {
 
@@ -17,9 +18,9 @@ public:
 
     /// Writes a record with the state Unknown. `entries` is the number of entries of the list before the
     /// change, `before` the phone's own bytes. Returns its id once everything is on the disk. Without an id
-    /// nothing may be changed in the phone, and `reason` has the system's reason.
+    /// nothing may be changed in the phone, and `fault` says why.
     std::optional<QString> begin(RecordedList list, RecordCause cause, int entries,
-                                 std::vector<RecordedPart> before, QString* reason = nullptr);
+                                 std::vector<RecordedPart> before, SaveFault* fault = nullptr);
 
     /// Adds what the change did. Returns false if the file could not be written; the record then keeps the
     /// state Unknown. After a change that is done the oldest records beyond `mostRecords` are deleted. Before

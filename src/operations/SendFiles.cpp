@@ -82,7 +82,7 @@ private:
     std::vector<FileOutcome> m_results;
     std::vector<std::optional<FileState>> m_olds; // as the phone held them
     QString m_recordId;
-    QString m_reason; // without a record
+    SaveFault m_saveFault; // without a record
 };
 
 bool Sender::isLeftOut(size_t index) const
@@ -130,7 +130,7 @@ bool Sender::record()
     }
     if (states.empty())
         return false;
-    m_recordId = beginFilesRecord(m_access, RecordCause::PutFiles, states, &m_reason).value_or(QString());
+    m_recordId = beginFilesRecord(m_access, RecordCause::PutFiles, states, &m_saveFault).value_or(QString());
     return !m_recordId.isEmpty();
 }
 
@@ -184,7 +184,7 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
                 result.cause = hasFailed || m_access.isStopped() ? Cause::Interrupted : m_access.cause();
             else if (!m_olds[index] || !isRecorded) {
                 result.cause = Cause::NotSaved;
-                result.reason = m_reason;
+                result.saveFault = m_saveFault;
             } else {
                 if (m_events.sending)
                     m_events.sending(m_plan.files[index]);

@@ -179,13 +179,14 @@ private Q_SLOTS:
         TestContext test;
         Records records(test.context, phone);
         const QString id = begun(records);
-        QString reason;
+        SaveFault fault;
         {
             const SmallDisk disk(30000);
-            QVERIFY(!records.begin(RecordedList::Phonebook, RecordCause::Write, 3, parts, &reason));
+            QVERIFY(!records.begin(RecordedList::Phonebook, RecordCause::Write, 3, parts, &fault));
             QVERIFY(!records.finish(id, State::Done));
         }
-        QVERIFY2(reason.startsWith(records.folder() + u"/2.record: "_s), qPrintable(reason));
+        QCOMPARE(fault.kind, SaveFault::Kind::System);
+        QVERIFY2(fault.detail.startsWith(records.folder() + u"/2.record: "_s), qPrintable(fault.detail));
         QCOMPARE(ids(records), QStringList{id});
         QCOMPARE(records.read(id)->state, State::Unknown);
         QVERIFY(records.finish(id, State::Done));
@@ -193,9 +194,17 @@ private Q_SLOTS:
         TestContext other;
         other.makeFile(u"storage/Verlauf"_s, "a file is in the way");
         Records nowhere(other.context, phone);
-        QVERIFY(!nowhere.begin(RecordedList::Files, RecordCause::RemoveFiles, 1, parts, &reason));
-        QVERIFY2(reason.contains(nowhere.folder()), qPrintable(reason));
+        QVERIFY(!nowhere.begin(RecordedList::Files, RecordCause::RemoveFiles, 1, parts, &fault));
+        QCOMPARE(fault.kind, SaveFault::Kind::System);
+        QVERIFY2(fault.detail.contains(nowhere.folder()), qPrintable(fault.detail));
         QCOMPARE(nowhere.all().size(), 0u);
+
+        QVERIFY(
+            !test.makeFile(u"storage/Verlauf/%1/999999999.record"_s.arg(QDir(records.folder()).dirName()), {})
+                 .isEmpty());
+        QVERIFY(!records.begin(RecordedList::Phonebook, RecordCause::Write, 3, parts, &fault));
+        QCOMPARE(fault.kind, SaveFault::Kind::NoNumberLeft);
+        QCOMPARE(fault.detail, test.storage + u"/Verlauf"_s);
     }
 
     void namesFromThePhoneStayInTheFolder()

@@ -76,10 +76,15 @@ private Q_SLOTS:
         phone.test.dialogs.expect(
             box(Icon::Exclamation, u"Fehler beim Schreiben des Adressbucheintrags."_s, editTitle));
         QCOMPARE(phone.save(someone), CommandResult::Failed);
+        QVERIFY(file.remove());
+        QVERIFY(QDir().mkpath(blocked + u"/anderes"_s));
+        QVERIFY(!phone.test.makeFile(u"storage/Verlauf/anderes/999999999.record"_s, {}).isEmpty());
         phone.list->setCurrent(0);
         phone.expectQuestion(u"1 gewählte(n)"_s, Answer::Yes);
-        phone.test.dialogs.expectStart(
-            u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: "_s);
+        phone.test.dialogs.expect(
+            box(Icon::Exclamation, u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: "
+                                   u"Im Ordner %1 ist keine Nummer mehr frei\n\n"
+                                   u"Im Telefon wurde nichts geändert."_s.arg(blocked)));
         QCOMPARE(phone.remove(), CommandResult::Refused);
         QVERIFY(phone.isInOrder());
     }

@@ -68,7 +68,7 @@ void showOwnFailure(const VcardStore& store, const operations::Outcome& facts)
     if (facts.cause != operations::Cause::NotSaved)
         return;
     show(store, {.text = u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden: %1\n\n"
-                         u"Im Telefon wurde nichts geändert."_s.arg(facts.reason),
+                         u"Im Telefon wurde nichts geändert."_s.arg(reasonInWords(facts.saveFault)),
                  .icon = Icon::Exclamation});
 }
 

@@ -6,6 +6,7 @@ using namespace Qt::StringLiterals;
 using operations::Cause;
 using operations::RecordCause;
 using operations::RecordedList;
+using operations::SaveFault;
 
 namespace {
 
@@ -82,6 +83,20 @@ QString differenceInWords(const operations::UndoDiff& diff)
     return parts.isEmpty() ? u"keine"_s : parts.join(u", "_s);
 }
 
+QString reasonInWords(const operations::SaveFault& fault)
+{
+    switch (fault.kind) {
+    case SaveFault::Kind::None:
+    case SaveFault::Kind::System:
+        break;
+    case SaveFault::Kind::Locked:
+        return u"Ein anderes Programm schreibt gerade in den Ordner %1"_s.arg(fault.detail);
+    case SaveFault::Kind::NoNumberLeft:
+        return u"Im Ordner %1 ist keine Nummer mehr frei"_s.arg(fault.detail);
+    }
+    return fault.detail;
+}
+
 QString reasonInWords(const operations::Outcome& outcome)
 {
     switch (outcome.cause) {
@@ -94,7 +109,7 @@ QString reasonInWords(const operations::Outcome& outcome)
     case Cause::LineGone:
         return u"Die Verbindung zum Telefon ist unterbrochen."_s;
     case Cause::NotSaved:
-        return u"Der jetzige Stand konnte nicht gesichert werden: %1"_s.arg(outcome.reason);
+        return u"Der jetzige Stand konnte nicht gesichert werden: %1"_s.arg(reasonInWords(outcome.saveFault));
     case Cause::Doubtful:
         return u"Die Verbindung war gestört. Bitte versuchen Sie es noch einmal."_s;
     case Cause::NoRoom:

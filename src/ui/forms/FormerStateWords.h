@@ -13,6 +13,8 @@ QString causeInWords(const QString& cause);
 QString differenceInWords(const operations::UndoDiff& diff);
 /// The reason why a former state could not be compared or put back, as a whole sentence.
 QString reasonInWords(const operations::Outcome& outcome);
+/// The reason why something could not be saved, without a full stop; empty if it is not known.
+QString reasonInWords(const operations::SaveFault& fault);
 /// The reason for a reading that may be incomplete, as a whole sentence.
 QString doubtInWords(operations::Undo::Doubt doubt);
 /// A paragraph about the files that are gone from the phone, empty without any.

@@ -177,7 +177,7 @@ void frmVorwahl::tellFailure(const operations::Outcome& outcome)
     toolkit::About about = toolkit::About::Other;
     if (outcome.cause == operations::Cause::NotSaved)
         text = u"Die bisherigen Vorwahlen konnten nicht gesichert werden: %1\n\nIm Telefon wurde nichts "
-               u"geändert."_s.arg(outcome.reason);
+               u"geändert."_s.arg(reasonInWords(outcome.saveFault));
     else if (outcome.sent == 0)
         text = u"Die bisherigen Vorwahlen konnten nicht gelesen werden. Im Telefon wurde nichts geändert."_s;
     else if (outcome.cause == operations::Cause::Mismatch)

@@ -2,6 +2,7 @@
 
 #include "obex/clsMmcOperation.h"
 #include "operations/DeleteFiles.h"
+#include "ui/forms/FormerStateWords.h"
 #include "ui/panels/BatchDisplay.h"
 #include "ui/panels/FfsTransfers.h"
 #include "ui/panels/FileBoxes.h"
@@ -38,17 +39,17 @@ public:
 private:
     static bool isRequestFailed(const FileToDelete& file, const FileOutcome& outcome);
 
-    bool m_hasFailed = false;  // a request
-    bool m_isSilent = false;   // the phone
-    int m_failure = 0;         // code of the first one
-    QStringList m_untouched;   // the phone refused or did not answer, or the user stopped
-    QStringList m_unsaved;     // the record could not be written
-    QString m_reason;          // the system's words for that
-    QStringList m_open;        // the phone did not answer
-    QStringList m_stillListed; // the phone confirmed, and lists it
-    QStringList m_notEmpty;    // folders
-    QStringList m_telecom;     // below the folder of contacts and appointments
-    QStringList m_gone;        // the phone no longer lists it
+    bool m_hasFailed = false;          // a request
+    bool m_isSilent = false;           // the phone
+    int m_failure = 0;                 // code of the first one
+    QStringList m_untouched;           // the phone refused or did not answer, or the user stopped
+    QStringList m_unsaved;             // the record could not be written
+    operations::SaveFault m_saveFault; // the reason for that
+    QStringList m_open;                // the phone did not answer
+    QStringList m_stillListed;         // the phone confirmed, and lists it
+    QStringList m_notEmpty;            // folders
+    QStringList m_telecom;             // below the folder of contacts and appointments
+    QStringList m_gone;                // the phone no longer lists it
 };
 
 void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
@@ -59,7 +60,7 @@ void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
     if (isLost && m_failure == 0)
         m_failure = outcome.code;
     m_hasFailed = m_hasFailed || isLost;
-    const bool isAfterFailure = outcome.cause == Cause::NotSaved && m_hasFailed && outcome.reason.isEmpty();
+    const bool isAfterFailure = outcome.cause == Cause::NotSaved && m_hasFailed && outcome.saveFault.isNone();
     if (file.obstacle == FileObstacle::NotEmpty)
         m_notEmpty.append(name);
     else if (file.obstacle == FileObstacle::BelowTelecom)
@@ -74,8 +75,8 @@ void NotDeleted::take(const FileToDelete& file, const FileOutcome& outcome)
         m_open.append(name);
     else if (outcome.state != State::Done)
         m_untouched.append(name);
-    if (m_reason.isEmpty())
-        m_reason = outcome.reason;
+    if (m_saveFault.isNone())
+        m_saveFault = outcome.saveFault;
 }
 
 bool NotDeleted::isRequestFailed(const FileToDelete& file, const FileOutcome& outcome)
@@ -98,7 +99,7 @@ BatchReport NotDeleted::report(const BatchResult& result, qsizetype files) const
     }
     report.paragraphs +=
         titled(u"Nicht gelöscht, weil der Inhalt nicht gesichert werden konnte:"_s, m_unsaved) +
-        (m_reason.isEmpty() ? QStringList() : QStringList(m_reason)) +
+        (m_saveFault.isNone() ? QStringList() : QStringList(reasonInWords(m_saveFault))) +
         titled(u"Es ist nicht bekannt, ob das noch im Telefon vorhanden ist:"_s, m_open) +
         titled(u"Das Telefon hat das Löschen bestätigt, enthält das aber immer noch:"_s, m_stillListed) +
         titled(u"Nicht gelöscht, weil der Ordner nicht leer ist:"_s, m_notEmpty) +

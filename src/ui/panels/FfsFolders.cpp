@@ -55,7 +55,7 @@ bool told(const FileAccess& access, const FileOutcome& outcome, const QString& n
         tell(mmc,
              u"Im Telefon wurde nichts geändert, weil der bisherige Stand auf diesem Computer nicht "
              u"gesichert werden konnte."_s +
-                 inParagraph(outcome.reason),
+                 inParagraph(outcome.saveFault),
              Icon::Exclamation);
     else if (outcome.state == State::Unknown)
         tell(mmc, u"Es ist nicht bekannt, ob das Telefon den Namen %1 angenommen hat."_s.arg(name),

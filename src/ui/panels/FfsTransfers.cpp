@@ -74,7 +74,7 @@ QString textAfterFailure(const PlannedFile& file, const FileOutcome& outcome)
     if (outcome.cause == Cause::NotSaved) {
         return u"Die Datei \"%1\" wurde nicht übertragen, weil der bisherige Stand auf diesem Computer nicht "
                u"gesichert werden konnte."_s.arg(name) +
-               inParagraph(outcome.reason);
+               inParagraph(outcome.saveFault);
     }
     if (outcome.state == State::Unknown) {
         return outcome.mayHoldPart

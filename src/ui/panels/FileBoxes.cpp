@@ -19,9 +19,9 @@ QStringList titled(const QString& title, const QStringList& names)
     return names.isEmpty() ? QStringList() : QStringList(title + u'\n' + someOf(lines, 10, u"\n"_s));
 }
 
-QString inParagraph(const QString& reason)
+QString inParagraph(const operations::SaveFault& fault)
 {
-    return reason.isEmpty() ? QString() : u"\n\n"_s + reason;
+    return fault.isNone() ? QString() : u"\n\n"_s + reasonInWords(fault);
 }
 
 void tellReport(const obex::clsMmc& mmc, BatchReport report)

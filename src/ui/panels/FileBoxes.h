@@ -12,8 +12,8 @@ namespace kalmo::ui {
 /// the screen.
 QStringList titled(const QString& title, const QStringList& names);
 
-/// The system's words for a failure as a paragraph of their own after a text; empty without any.
-QString inParagraph(const QString& reason);
+/// The reason why something was not saved as a paragraph of their own after a text; empty without any.
+QString inParagraph(const operations::SaveFault& fault);
 
 /// The one box at the end of a batch of files.
 struct BatchReport

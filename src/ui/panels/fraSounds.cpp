@@ -47,7 +47,8 @@ toolkit::Message ringtoneFailure(const operations::Outcome& outcome)
         return toolkit::Message{.text = text, .icon = toolkit::Icon::Exclamation, .about = about};
     };
     if (outcome.cause == Cause::NotSaved)
-        return message(u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(outcome.reason) +
+        return message(u"Die bisherige Einstellung konnte nicht gesichert werden: %1"_s.arg(
+                           reasonInWords(outcome.saveFault)) +
                        unchanged);
     if (outcome.cause == Cause::NotPossible)
         return message(u"Das Telefon hat keine Melodie dieses Namens."_s + unchanged);

@@ -108,7 +108,7 @@ CommandResult tellNotSaved(const app::Context& context, const operations::Outcom
         outcome.savedIn.isEmpty() ? u"im Ordner \"Verlauf\""_s : u"in der Datei %1"_s.arg(outcome.savedIn);
     tell(context,
          u"Der bisherige Inhalt des Telefons konnte nicht %1 gesichert werden: %2\n\nIm Telefon wurde nichts "
-         u"geändert."_s.arg(place, outcome.reason),
+         u"geändert."_s.arg(place, reasonInWords(outcome.saveFault)),
          Icon::Exclamation);
     return CommandResult::Refused;
 }
