@@ -73,8 +73,11 @@ private Q_SLOTS:
         open.window.goTo(u"TB"_s);
         QVERIFY(phone.phonebook.open);
         open.port.handset().setFaults({});
+        QString meanwhile;
+        open.test.clock.after(0, [&] { meanwhile = open.status(); });
         open.window.close();
         QVERIFY(!phone.phonebook.open);
+        QCOMPARE(meanwhile, u"Die Liste im Telefon wird geschlossen..."_s);
     }
 
     void aDeafPhoneHoldsNobodyUp()

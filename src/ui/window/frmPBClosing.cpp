@@ -170,7 +170,9 @@ bool frmPB::closeChannel()
 {
     if (m_program.line.owes()) {
         const toolkit::BusyScope busy(&m_parts.busy);
+        m_sta->setText(u"Die Liste im Telefon wird geschlossen..."_s);
         m_program.line.sendOwed();
+        m_sta->showReady();
     }
     if (!m_program.line.port().IsOpen()) {
         const obex::clsMmc::Quiet quiet(*m_mmc);
