@@ -300,6 +300,20 @@ QStringList unspokenParts(QWidget& form)
     return faults;
 }
 
+QStringList unspokenMenus(const QWidget& form)
+{
+    QStringList faults;
+    for (auto* menu : form.findChildren<QMenu*>()) {
+        const QString name = menu->objectName();
+        if (!name.isEmpty() && menu->accessibleName().isEmpty())
+            faults.append(u"no name: "_s + name);
+        menu->popup({});
+        collectUnspoken(QAccessible::queryAccessibleInterface(menu), faults);
+        menu->close();
+    }
+    return faults;
+}
+
 QStringList sharedMnemonics(const QWidget& form)
 {
     Mnemonics ofForm;
@@ -438,6 +452,10 @@ QStringList overlaps(const QWidget& form)
 
 QStringList beyondScreen(const QWidget& form)
 {
+    for (const auto* area : form.findChildren<QScrollArea*>()) {
+        if (area->isVisibleTo(&form) && area->horizontalScrollBar()->maximum() > 0)
+            return {u"%1 scrolls sideways to %2"_s.arg(described(form)).arg(area->widget()->width())};
+    }
     const QSize room = form.screen()->availableSize();
     const QSize needed = form.frameGeometry().size();
     if (needed.boundedTo(room) == needed)

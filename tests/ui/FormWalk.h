@@ -13,6 +13,10 @@ namespace kalmo::tests {
 /// a name or role where one is needed, whose text or value can't be read, or whose state is not the widget's.
 QStringList unspokenParts(QWidget& form);
 
+/// The same of the form's menus. Opens each. Those of buttons, which have an object name, need a spoken one
+/// too.
+QStringList unspokenMenus(const QWidget& form);
+
 /// Letters that two labels, buttons or menus claim by Alt at the same time.
 QStringList sharedMnemonics(const QWidget& form);
 
@@ -32,7 +36,7 @@ QStringList cutTexts(const QWidget& form);
 /// Texts and fields that lie over their neighbours.
 QStringList overlaps(const QWidget& form);
 
-/// The form, if it is larger than the screen.
+/// The form, if it is larger than the screen, or scrolls sideways.
 QStringList beyondScreen(const QWidget& form);
 
 } // namespace kalmo::tests

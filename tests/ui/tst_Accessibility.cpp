@@ -169,6 +169,20 @@ void openAboutBox(Shown& shown)
     ui::showAbout(*shown.form);
 }
 
+/// As long as the longest texts of the program.
+void showLongMessage(Shown&)
+{
+    const QString part = u"Der virtuelle Anschluss verhält sich wie ein gewöhnlicher Anschluss des PCs. "_s;
+    ui::QtDialogs().Show({.text = (part.repeated(3) + u"\n\n"_s).repeated(6), .icon = Icon::Information});
+}
+
+void chooseFile(Shown& shown)
+{
+    ui::chooseUpload(shown.made.program,
+                     {.kind = media::UploadKind::Pictures, .phoneType = shown.made.test.sy.PhoneType},
+                     shown.form.get());
+}
+
 void dropPicture(Shown& shown)
 {
     const QString path = shown.made.test.path(u"a.png"_s);
@@ -250,6 +264,8 @@ const Row forms[] = {
     {"classic phonebook, being read", u"PICASSO"_s, makeWindow, u"TB"_s, nullptr, true},
     {"question", u"SL450HX"_s, makePlain<QWidget>, {}, showBox<Buttons::YesNoCancel>},
     {"message", u"SL450HX"_s, makePlain<QWidget>, {}, showBox<Buttons::Ok>},
+    {"long message", u"SL450HX"_s, makePlain<QWidget>, {}, showLongMessage},
+    {"file to send", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, chooseFile},
     {"about", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, openAboutBox},
     {"dropped files", u"SL450HX"_s, makeWindow, u"SPONSOR"_s, dropPicture},
     {"new folder", u"SL450HX"_s, makeWindow, u"FFS"_s, makeFolder},
@@ -277,7 +293,7 @@ QStringList faultsOf(QWidget& form, Look look)
     QStringList faults = cutTexts(form) + overlaps(form) + beyondScreen(form);
     if (look == Light)
         faults += paleTexts(form) + unspokenParts(form) + sharedMnemonics(form) + unreachableControls(form) +
-                  wrongTabOrder(form);
+                  wrongTabOrder(form) + unspokenMenus(form);
     return faults;
 }
 

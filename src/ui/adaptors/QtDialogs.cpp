@@ -1,6 +1,7 @@
 #include "ui/adaptors/QtDialogs.h"
 
 #include "app/Version.h"
+#include "ui/adaptors/ScrolledBox.h"
 #include "ui/adaptors/WindowInFront.h"
 #include "ui/icons/Icons.h"
 
@@ -188,7 +189,7 @@ Answer QtDialogs::Show(const Message& message)
 {
     const PlainCursor cursor;
     const ButtonRow& row = rowOf(message.buttons);
-    QMessageBox box(QMessageBox::NoIcon, message.title, message.text, row.shown, parentInFront());
+    ScrolledBox box(QMessageBox::NoIcon, message.title, message.text, row.shown, parentInFront());
     dressBox(box, message.icon);
     box.setDefaultButton(defaultOf(row, message.defaultButton));
     box.setEscapeButton(row.onClose);

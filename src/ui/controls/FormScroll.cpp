@@ -14,8 +14,6 @@ namespace kalmo::ui {
 
 namespace {
 
-constexpr int linesAround = 6; // width of the margins and frames around a row, in heights of a line
-
 /// What the window needs around one of its parts: margins at both sides, and the rows above and below.
 QSize neededAround(const QWidget& part)
 {
@@ -53,12 +51,16 @@ QSize FormScroll::sizeHint() const
     return widget()->sizeHint();
 }
 
-/// The least size of the content, or what the screen leaves of it, with the bar that scrolls it then.
+/// The least size of the content, or what the screen leaves of it, with the bar that scrolls it then. The
+/// height for wrapped texts is known only with the width.
 QSize FormScroll::minimumSizeHint() const
 {
     const QSize room = roomOnScreen(*window()) - neededAround(*this);
     QSize least = widget()->minimumSizeHint();
-    if (leastHeight(least.width()) > room.height())
+    const int height = leastHeight(std::max(isVisible() ? width() : 0, least.width()));
+    if (isVisible())
+        least.setHeight(height);
+    if (height > room.height())
         least.rwidth() += verticalScrollBar()->sizeHint().width();
     return least.boundedTo(room);
 }
@@ -97,6 +99,8 @@ void FormScroll::resizeEvent(QResizeEvent* event)
 {
     fitContent();
     QScrollArea::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width())
+        updateGeometry();
 }
 
 /// A form that nobody has sized opens high enough for its content: the toolkit gives it two thirds of the
@@ -114,6 +118,10 @@ bool FormScroll::eventFilter(QObject* watched, QEvent* event)
     const bool isFiltered = QScrollArea::eventFilter(watched, event);
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
+        for (const QWidget* part = this; !part->isWindow(); part = part->parentWidget()) {
+            if (QLayout* around = part->parentWidget()->layout())
+                around->activate(); // now, so that no bar flickers
+        }
         fitContent();
     }
     return isFiltered;
@@ -142,14 +150,6 @@ void scrollAbove(QVBoxLayout& column, int foot)
         }
     }
     column.insertWidget(0, area, 1);
-}
-
-void stackIfTooWide(QBoxLayout& row)
-{
-    const QWidget& line = *row.parentWidget();
-    const int around = line.fontMetrics().height() * linesAround;
-    if (row.minimumSize().width() > roomOnScreen(line).width() - around)
-        row.setDirection(QBoxLayout::TopToBottom);
 }
 
 } // namespace kalmo::ui

@@ -2,7 +2,6 @@
 
 #include <QScrollArea>
 
-class QBoxLayout;
 class QVBoxLayout;
 
 namespace kalmo::ui {
@@ -35,8 +34,5 @@ private:
 
 /// Puts what a form's column holds above the item `foot`, its buttons, into a FormScroll.
 void scrollAbove(QVBoxLayout& column, int foot);
-
-/// Gives the parts of a row lines of their own if they are too wide for the screen side by side.
-void stackIfTooWide(QBoxLayout& row);
 
 } // namespace kalmo::ui

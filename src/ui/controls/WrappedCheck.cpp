@@ -11,14 +11,13 @@ namespace {
 
 constexpr int textFlags = static_cast<int>(Qt::AlignLeft) | static_cast<int>(Qt::AlignTop) |
                           static_cast<int>(Qt::TextWordWrap) | static_cast<int>(Qt::TextShowMnemonic);
-constexpr int favouriteCharacters = 64; // in a line
-constexpr int fewestCharacters = 24;
-constexpr int manyLines = 10000; // pixels
-constexpr int padding = 2;       // pixels above and below: capitals with dots rise above the line
+constexpr int fewestCharacters = 24; // in a line
+constexpr int manyLines = 10000;     // pixels
+constexpr int padding = 2;           // pixels above and below: capitals with dots rise above the line
 
 } // namespace
 
-WrappedCheck::WrappedCheck(const QString& text, QWidget* parent) : QCheckBox(text, parent)
+WrappedCheck::WrappedCheck(const QString& text, int characters) : QCheckBox(text), m_characters(characters)
 {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -45,7 +44,7 @@ int WrappedCheck::heightForWidth(int width) const
 
 QSize WrappedCheck::sizeHint() const
 {
-    const int width = indent() + fontMetrics().averageCharWidth() * favouriteCharacters;
+    const int width = indent() + fontMetrics().averageCharWidth() * m_characters;
     return {width, heightForWidth(width)};
 }
 

@@ -10,7 +10,8 @@ class WrappedCheck : public QCheckBox
     Q_OBJECT
 
 public:
-    explicit WrappedCheck(const QString& text, QWidget* parent = nullptr);
+    /// `characters` is the length of a line where there is room for it.
+    explicit WrappedCheck(const QString& text, int characters = 64);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -24,6 +25,8 @@ protected:
 private:
     int indent() const;
     QRect textIn(const QRect& room) const;
+
+    int m_characters;
 };
 
 } // namespace kalmo::ui

@@ -85,10 +85,10 @@ frmEinstellungen::frmEinstellungen(Program& program, QWidget* parent) : QDialog(
     setWindowTitle(app::ResText(app::TextSettingsCaption));
     setWindowIcon(programIcon());
     const int line = fontMetrics().height();
-    setMinimumWidth(line * 34);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(line * 3 / 2, line * 3 / 2, line * 3 / 2, line);
     rows->setSpacing(line / 2);
+    rows->addStrut(line * 31);
     addPortRows(*rows);
     addStorageRows(*rows);
     addMessageRows(*rows);

@@ -38,6 +38,8 @@ namespace {
 
 constexpr int smallestHeight = 3420 / twipsPerPixel;
 constexpr int smallestWidth = 4110 / twipsPerPixel;
+constexpr int charactersWide = 36; // for large letters
+constexpr int linesHigh = 12;
 constexpr QSize soundSizeInLetters(64, 50); // of the form, with room for advice on a failure
 
 const QString lastSave = u"frmMmc_View"_s; // use of the folder that files are saved in
@@ -151,7 +153,9 @@ void frmMmc_View::layOut()
     foot->addWidget(m_prg);
     rows->addLayout(foot);
     m_prg->hide();
-    setMinimumSize(smallestWidth, smallestHeight);
+    const QSize letters(fontMetrics().averageCharWidth() * charactersWide,
+                        fontMetrics().height() * linesHigh);
+    setMinimumSize(letters.expandedTo({smallestWidth, smallestHeight}));
     m_cmdSave->setFocus();
 }
 

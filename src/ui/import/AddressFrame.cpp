@@ -3,6 +3,7 @@
 #include "transfer/import/NumberRewriting.h"
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
+#include "ui/controls/WideRows.h"
 #include "ui/forms/EntryDialogs.h"
 
 #include <QCheckBox>
@@ -65,7 +66,7 @@ AddressFrame::AddressFrame(Shape shape, const transfer::AddressOptions& options,
 
 QWidget* AddressFrame::makeBookLine()
 {
-    auto* menu = named(new QMenu(this), u"mnuWabOpen"_s);
+    auto* menu = named(new QMenu(this), u"mnuWabOpen"_s, u"Adressbuch öffnen"_s);
     menu->addAction(u"&Datei (*.wab, *.vcf)"_s, this, [this] { Q_EMIT bookWanted(false); });
     menu->addAction(u"&Ordner mit *.vcf Dateien"_s, this, [this] { Q_EMIT bookWanted(true); });
     m_cmdWabOpen->setMenu(menu);
@@ -165,17 +166,16 @@ QWidget* AddressFrame::makeContactFields(const transfer::AddressOptions& options
     auto* grid = new QGridLayout(box);
     grid->setContentsMargins(0, 0, 0, 0);
     const auto fields = transfer::fieldsOf(Shape::Vcard);
+    QStringList titles;
     for (size_t field = 0; field < options.fields.size(); ++field) {
         const QString title = fields[field].title.toString();
+        titles.append(title);
         auto* choice = makeFieldBox(u"cmbWabVCF"_s + QString::number(field), title, fields[field].kind,
                                     options.fields[field]);
-        auto* label = new QLabel(title);
-        label->setBuddy(choice);
-        grid->addWidget(label, 0, static_cast<int>(field));
-        grid->addWidget(choice, 1, static_cast<int>(field));
         connect(choice, &QComboBox::currentIndexChanged, this, &AddressFrame::changed);
         m_fields.append(choice);
     }
+    placeBelowTitles(*grid, m_fields, titles);
     return box;
 }
 

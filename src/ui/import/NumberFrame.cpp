@@ -2,6 +2,8 @@
 
 #include "ui/controls/LeaveCheck.h"
 #include "ui/controls/Named.h"
+#include "ui/controls/WideRows.h"
+#include "ui/controls/WrappedCheck.h"
 #include "ui/forms/EntryDialogs.h"
 
 #include <QCheckBox>
@@ -16,16 +18,18 @@ namespace {
 
 constexpr int longestCountry = 4;
 constexpr int longestOutside = 3;
+constexpr int charactersInLine = 120; // all of the longest text
 
 } // namespace
 
 NumberFrame::NumberFrame(Shape shape, const transfer::NumberRules& rules, toolkit::Dialogs& dialogs,
                          QWidget* parent)
     : QGroupBox(u"Rufnummern"_s, parent), m_shape(shape), m_dialogs(dialogs),
-      m_chk49_00(
-          named(new QCheckBox(u"&Internationale Vorwahl (+ oder 00) bei inländischen Nummern gigasetgerecht "
-                              u"umwandeln (empfohlen)"_s),
-                u"chk49_00"_s)),
+      m_chk49_00(named(
+          new WrappedCheck(u"&Internationale Vorwahl (+ oder 00) bei inländischen Nummern gigasetgerecht "
+                           u"umwandeln (empfohlen)"_s,
+                           charactersInLine),
+          u"chk49_00"_s)),
       m_txtCountry(named(new QLineEdit(rules.country), u"txtCountry"_s, u"Eigene Landesvorwahl"_s)),
       m_chkAmt(named(new QCheckBox(u"Amts&holung - Diese Ziffern voranstellen"_s), u"chkAmt"_s)),
       m_txtAmt(named(new QLineEdit(rules.outsideDigits), u"txtAmt"_s, u"Ziffern für die Amtsholung"_s)),
@@ -51,8 +55,7 @@ QWidget* NumberFrame::makeCountryLine()
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(m_chk49_00);
-    row->addStretch();
+    row->addWidget(m_chk49_00, 1, Qt::AlignVCenter);
     row->addWidget(label);
     row->addWidget(m_txtCountry);
     line->setVisible(m_shape == Shape::Classic);
@@ -75,13 +78,19 @@ QWidget* NumberFrame::makeOutsideLine()
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(m_chkAmt);
-    row->addWidget(m_txtAmt);
-    row->addSpacing(fontMetrics().averageCharWidth() * 3);
-    row->addWidget(m_chkAmtNurWenn);
-    row->addWidget(m_cmbAmtMinLen);
-    row->addWidget(new QLabel(u"Ziffern lang."_s));
-    row->addStretch();
+    auto* digits = new QHBoxLayout;
+    digits->addWidget(m_chkAmt);
+    digits->addWidget(m_txtAmt);
+    digits->addSpacing(fontMetrics().averageCharWidth() * 3);
+    digits->addStretch();
+    auto* length = new QHBoxLayout;
+    length->addWidget(m_chkAmtNurWenn);
+    length->addWidget(m_cmbAmtMinLen);
+    length->addWidget(new QLabel(u"Ziffern lang."_s));
+    length->addStretch();
+    row->addLayout(digits);
+    row->addLayout(length, 1);
+    stackIfTooWide(*row);
     connect(m_chkAmt, &QCheckBox::toggled, this, &NumberFrame::enableOutside);
     connect(m_chkAmtNurWenn, &QCheckBox::toggled, this, &NumberFrame::enableOutside);
     for (const QCheckBox* box : {m_chkAmt, m_chkAmtNurWenn})

@@ -1,6 +1,7 @@
 #include "ui/import/TextFrame.h"
 
 #include "ui/controls/Named.h"
+#include "ui/controls/WideRows.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/window/ToolbarTable.h"
 
@@ -58,7 +59,7 @@ QWidget* TextFrame::makeFileLine()
 
 QMenu* TextFrame::makeMenu()
 {
-    auto* menu = named(new QMenu(this), u"mnuOpen"_s);
+    auto* menu = named(new QMenu(this), u"mnuOpen"_s, u"Datei zum Import öffnen"_s);
     fillMenu(*menu, mnuOpen(), [this](int choice) { Q_EMIT fileWanted(choice); });
     return menu;
 }
@@ -76,28 +77,38 @@ QWidget* TextFrame::makeLayoutLine()
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(label);
-    row->addWidget(m_cmbCsvSep);
-    row->addSpacing(fontMetrics().averageCharWidth() * 3);
-    row->addWidget(m_chkFilter);
-    row->addWidget(m_txtFilter);
-    row->addStretch();
-    if (m_shape == Shape::Vcard) {
-        m_cmbTime =
-            named(new QComboBox, u"cmbGebuTimeDefault"_s, u"Uhrzeit, wenn nicht im Jahrestag enthalten"_s);
-        m_cmbTime->addItems(transfer::halfHours());
-        m_cmbTime->setCurrentText(transfer::TextOptions().defaultTime);
-        connect(m_cmbTime, &QComboBox::currentIndexChanged, this, &TextFrame::changed);
-        auto* ahead = new QLabel(u"&Uhrzeit"_s);
-        ahead->setBuddy(m_cmbTime);
-        row->addWidget(ahead);
-        row->addWidget(m_cmbTime);
-        row->addWidget(new QLabel(u"wenn nicht im Jahrestag enthalten"_s));
-    }
+    auto* parting = new QHBoxLayout;
+    parting->addWidget(label);
+    parting->addWidget(m_cmbCsvSep);
+    parting->addSpacing(fontMetrics().averageCharWidth() * 3);
+    parting->addWidget(m_chkFilter);
+    parting->addWidget(m_txtFilter);
+    parting->addStretch();
+    row->addLayout(parting, 1);
+    if (m_shape == Shape::Vcard)
+        row->addLayout(makeTime());
+    stackIfTooWide(*row);
     connect(m_cmbCsvSep, &QComboBox::currentIndexChanged, this, &TextFrame::filterChanged);
     connect(m_chkFilter, &QCheckBox::toggled, this, &TextFrame::clickFilter);
     connect(m_txtFilter, &QLineEdit::textChanged, this, &TextFrame::filterChanged);
     return line;
+}
+
+QLayout* TextFrame::makeTime()
+{
+    m_cmbTime =
+        named(new QComboBox, u"cmbGebuTimeDefault"_s, u"Uhrzeit, wenn nicht im Jahrestag enthalten"_s);
+    m_cmbTime->addItems(transfer::halfHours());
+    m_cmbTime->setCurrentText(transfer::TextOptions().defaultTime);
+    connect(m_cmbTime, &QComboBox::currentIndexChanged, this, &TextFrame::changed);
+    auto* ahead = new QLabel(u"&Uhrzeit"_s);
+    ahead->setBuddy(m_cmbTime);
+    auto* row = new QHBoxLayout;
+    row->addWidget(ahead);
+    row->addWidget(m_cmbTime);
+    row->addWidget(new QLabel(u"wenn nicht im Jahrestag enthalten"_s));
+    row->addStretch();
+    return row;
 }
 
 QWidget* TextFrame::makeColumns()
@@ -106,18 +117,17 @@ QWidget* TextFrame::makeColumns()
     auto* cells = new QGridLayout(grid);
     cells->setContentsMargins(0, 0, 0, 0);
     const auto fields = transfer::fieldsOf(m_shape);
+    QStringList titles;
     for (size_t field = 0; field < fields.size(); ++field) {
         const QString title = fields[field].title.toString();
+        titles.append(title);
         auto* box = named(new QComboBox, columnName(m_shape, field), u"Spalte für "_s + title);
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(9);
-        auto* label = new QLabel(title);
-        label->setBuddy(box);
-        cells->addWidget(label, 0, static_cast<int>(field));
-        cells->addWidget(box, 1, static_cast<int>(field));
         connect(box, &QComboBox::currentIndexChanged, this, &TextFrame::changed);
         m_columns.append(box);
     }
+    placeBelowTitles(*cells, m_columns, titles);
     return grid;
 }
 

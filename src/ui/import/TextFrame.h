@@ -43,6 +43,7 @@ Q_SIGNALS:
 private:
     QWidget* makeFileLine();
     QWidget* makeLayoutLine();
+    QLayout* makeTime();
     QWidget* makeColumns();
     QMenu* makeMenu();
     void clickFilter(bool checked);

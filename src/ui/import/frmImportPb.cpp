@@ -5,6 +5,7 @@
 #include "ui/controls/FormScroll.h"
 #include "ui/controls/Named.h"
 #include "ui/controls/ScreenRoom.h"
+#include "ui/controls/WideRows.h"
 #include "ui/forms/ChangeGuard.h"
 #include "ui/forms/EntryDialogs.h"
 #include "ui/help/HelpWindow.h"
@@ -188,15 +189,20 @@ QWidget* frmImportPb::makeCommands()
     auto* box = new QWidget;
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(0, 0, 0, 0);
-    auto* row = new QHBoxLayout;
-    row->addWidget(makeButton(u"A&lle"_s, u"cmdSelAll"_s, &frmImportPb::cmdSelAll_Click));
-    row->addWidget(makeButton(u"&Keiner"_s, u"cmdSelNon"_s, &frmImportPb::cmdSelNon_Click));
-    row->addWidget(makeButton(u"Markiert&e wählen"_s, u"cmdSelSet"_s, &frmImportPb::cmdSelSet_Click));
-    row->addWidget(makeButton(u"Markierte a&bwählen"_s, u"cmdSelUnset"_s, &frmImportPb::cmdSelUnset_Click));
-    row->addStretch();
+    auto* marks = new QHBoxLayout;
+    marks->addWidget(makeButton(u"A&lle"_s, u"cmdSelAll"_s, &frmImportPb::cmdSelAll_Click));
+    marks->addWidget(makeButton(u"&Keiner"_s, u"cmdSelNon"_s, &frmImportPb::cmdSelNon_Click));
+    marks->addWidget(makeButton(u"Markiert&e wählen"_s, u"cmdSelSet"_s, &frmImportPb::cmdSelSet_Click));
+    marks->addWidget(makeButton(u"Markierte a&bwählen"_s, u"cmdSelUnset"_s, &frmImportPb::cmdSelUnset_Click));
+    marks->addStretch();
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addLayout(marks, 1);
     row->addWidget(makePreviewOptions());
+    stackIfTooWide(*row);
     column->addWidget(wrapped(previewHelp, u"lblHelp1"_s));
-    column->addLayout(row);
+    column->addWidget(line);
     return box;
 }
 

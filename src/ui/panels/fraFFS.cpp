@@ -138,7 +138,7 @@ QToolBar* fraFFS::makeToolbar()
 QMenu* fraFFS::makeSaveMenu()
 {
     auto* menu = named(new QMenu(this), u"mnuFFSsave"_s, u"Speichern"_s);
-    m_saveIntoLast = menu->addAction(QString());
+    m_saveIntoLast = menu->addAction(u"Speichern"_s);
     connect(m_saveIntoLast, &QAction::triggered, this, [this] { saveInto(savedFolder()); });
     QAction* other = menu->addAction(u"Anderem Ordner"_s);
     connect(other, &QAction::triggered, this, &fraFFS::pickFolderAndSave);

@@ -81,6 +81,7 @@ const PopupMenu& mnuOpen()
     static const PopupMenu menu{
         u"mnuOpen",
         u"",
+        u"Öffnen",
         {{u"Freie Dateiauswahl", 0}, {u"Automatisch angelegtes Backup", 1}, {u"", -1}, {u"&abbrechen", -1}}};
     return menu;
 }
@@ -89,6 +90,7 @@ const PopupMenu& mnuImport_TB()
 {
     static const PopupMenu menu{u"mnuImport_TB",
                                 u"In das &Telefonbuch",
+                                u"In das Telefonbuch importieren",
                                 {{u"Aus *.&CSV und *.TEL Datei", 0},
                                  {u"Aus WAB &Outlook Express", 1},
                                  {u"", -1},
@@ -100,6 +102,7 @@ const PopupMenu& mnuImport_NE()
 {
     static const PopupMenu menu{u"mnuImport_NE",
                                 u"In die &Providerliste",
+                                u"In die Providerliste importieren",
                                 {{u"Aus *.&CSV Datei", 0}, {u"", -1}, {u"&abbrechen", -1}}};
     return menu;
 }

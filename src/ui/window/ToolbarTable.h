@@ -40,6 +40,7 @@ struct PopupMenu
 {
     QStringView name; ///< "mnuOpen" and so on
     QStringView title;
+    QStringView spoken; ///< for screen readers
     QList<MenuRow> rows;
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/Version.h"
 #include "link/PhoneModels.h"
+#include "ui/controls/Named.h"
 #include "ui/controls/ScreenRoom.h"
 #include "ui/icons/Icons.h"
 #include "ui/import/frmImportPb.h"
@@ -219,7 +220,7 @@ void frmPB::makeMenuBar()
 QMenu* frmPB::makePopup(const PopupMenu& table, const std::function<void(int choice)>& choose)
 {
     auto* menu = new QMenu(table.title.toString(), this);
-    menu->setObjectName(table.name.toString());
+    named(menu, table.name.toString(), table.spoken.toString());
     fillMenu(*menu, table, choose);
     return menu;
 }
