@@ -9,6 +9,7 @@ namespace kalmo::app {
 
 /// A growable text buffer for long texts that are put together piece by piece, two bytes for a character. The
 /// capacity grows in steps: by a share of itself, or with `SizingMethod` 0 by a fixed number of bytes.
+/// All that is not needed for appending is part of the described interface.
 class clsStringBuilder
 {
 public:

@@ -95,10 +95,6 @@ public:
     /// Returns true if any attempt of the last Rx got no answer: the phone may have carried the command out.
     bool lostAnswers() const { return m_lostAnswers; }
 
-    /// Number of times that the last Rx sent its command again. The phone may have carried out a repeated
-    /// command twice.
-    int repeats() const { return m_repeats; }
-
     /// Returns true if the last answer began with the echo of its command. An answer without it may be a late
     /// one to an earlier command.
     bool wasEchoed() const { return m_echoed; }
@@ -157,7 +153,7 @@ private:
     bool m_dirty = false;
     bool m_isUnanswered = false; ///< the last Rx or RxDirect got no answer
     RxFailure m_failure = RxFailure::None;
-    int m_repeats = 0;
+    int m_repeats = 0; // of the command by the last Rx; the phone may have carried it out twice
     bool m_echoed = false;
     bool m_lostAnswers = false;
     const toolkit::CancelBox* m_repeatStop = nullptr;

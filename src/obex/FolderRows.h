@@ -15,9 +15,9 @@ inline constexpr QStringView upKeyPrefix = u"CDU_";   ///< command row: one fold
 QString permissionText(int userPerm, int groupPerm);
 
 /// Fills a list with a folder's entries in the list's own order, and with the two command rows after them. A
-/// file that nobody may touch gets no row. With `endings`, which the programs do not give yet, a file that
-/// ends in none of them gets no row either. The first column's tag puts folders before files, the size's tag
-/// orders by bytes.
+/// file that nobody may touch gets no row. With `endings`, which are part of the described interface, a file
+/// that ends in none of them gets no row either. The first column's tag puts folders before files, the size's
+/// tag orders by bytes.
 void DirInLvw(const QList<tObxDirEntry>& entries, toolkit::ListRows& list,
               const QStringList* endings = nullptr);
 

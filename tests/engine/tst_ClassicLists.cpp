@@ -1,6 +1,7 @@
 // Lists of classic handsets besides the phonebook: melodies and ringtone settings, and the provider list
 // where it differs.
 
+#include "app/mdlTexts.h"
 #include "phonedata/ProviderList.h"
 #include "phonedata/Ringtones.h"
 #include "support/ClassicPhone.h"
@@ -50,6 +51,16 @@ private Q_SLOTS:
         QCOMPARE(phone.progress.panel.texts,
                  (QStringList{u"Klingeltöne werden ein eingelesen..."_s, u"Bereit."_s}));
         QCOMPARE(phone.window.states, (QList<bool>{true, false}));
+    }
+
+    void setsByName()
+    {
+        ClassicPhone phone(2);
+        phone.memory.sounds.add({u"Walzer"_s, u"MID"_s, 1200, 33});
+        phone.script.expect("AT^WRIN=33,4\r").refuse("AT^WRAL=3,1\r");
+        QVERIFY(SetSound(jobFor(phone), SoundEvent::Internal, u"Walzer"_s, 4));
+        phone.test.dialogs.expectStart(app::ResText(app::TextTransferError).first(30));
+        QVERIFY(!SetSound(jobFor(phone), SoundEvent::Alarm, u"Melodie 3"_s, 1));
     }
 
     void readsSettings()

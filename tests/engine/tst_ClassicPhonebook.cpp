@@ -42,6 +42,19 @@ class tst_ClassicPhonebook : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    /// An erase is done only if the store was closed after it too.
+    void erases()
+    {
+        const Rows<bool, bool> rows{
+            {"done", true, true}, {"not erased", false, true}, {"not closed", true, false}};
+        rows.each([](const auto& isErased, const auto& isClosed) {
+            ClassicPhone phone(2);
+            isErased ? phone.script.expect(eraseStore) : phone.script.refuse(eraseStore);
+            isClosed ? phone.script.expect("AT\r") : phone.script.refuse("AT\r");
+            QCOMPARE(EraseStore(phone.line, Store::Phonebook, phone.progress.all()), isErased && isClosed);
+        });
+    }
+
     void lengths()
     {
         const Rows<Store, QByteArray, bool> rows{

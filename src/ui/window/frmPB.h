@@ -88,6 +88,7 @@ public:
     /// channel.
     bool closeChannel();
 
+    /// Part of the described interface: the section that guards go by, and the list that commands act on.
     int ActiveSection() const { return m_guard.ActiveSection; }
     int ToolbarMode() const { return m_toolbarMode; }
 
