@@ -108,8 +108,7 @@ QString placeInWords(const SavedListFault& fault, SavedKind kind)
 QString inWords(const SavedListFault& fault, const QString& path, SavedKind kind)
 {
     if (fault.kind == FileFault::WrongEnding)
-        return u"%1 ends neither in %2"_s.arg(
-            path, endingsInWords(operations::endingsFor(kind, operations::FormatUse::Reading)));
+        return u"%1 ends neither in %2"_s.arg(path, endingsInWords(operations::endingsFor(kind)));
     const QString ofFile = faultOfFile(fault, kind);
     return path + u": "_s + placeInWords(fault, kind) +
            (ofFile.isEmpty() ? faultOfEntry(fault, kind) : ofFile);

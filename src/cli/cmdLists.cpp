@@ -17,7 +17,6 @@ namespace kalmo::cli {
 
 using operations::endingsFor;
 using operations::findFormat;
-using operations::FormatUse;
 using operations::SavedKind;
 using phonedata::Store;
 
@@ -33,7 +32,7 @@ bool isRefusedName(Job& job, const QList<SavedKind>& kinds)
         return false;
     QStringList endings;
     for (const SavedKind kind : kinds)
-        endings += endingsFor(kind, FormatUse::Writing);
+        endings += endingsFor(kind);
     endings.removeDuplicates();
     job.out.error(u"could not save in %1: its name ends neither in %2."_s.arg(path, endingsInWords(endings)));
     return true;

@@ -24,7 +24,7 @@ public:
     {
     }
 
-    std::vector<FileOutcome> run(QString& recordId);
+    std::vector<FileOutcome> run();
 
 private:
     void saveAll();
@@ -181,7 +181,7 @@ void Deleter::finish()
     finishFilesRecord(m_access, sum, items);
 }
 
-std::vector<FileOutcome> Deleter::run(QString& recordId)
+std::vector<FileOutcome> Deleter::run()
 {
     saveAll();
     const bool isRecorded = record();
@@ -208,7 +208,6 @@ std::vector<FileOutcome> Deleter::run(QString& recordId)
     finish();
     for (size_t index = 0; index < m_files.size() && m_events.finished; ++index)
         m_events.finished(m_files[index], m_results[index]);
-    recordId = m_recordId;
     return m_results;
 }
 
@@ -265,14 +264,9 @@ void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files)
 }
 
 std::vector<FileOutcome> applyDelete(FileAccess& access, const std::vector<FileToDelete>& files,
-                                     const DeletePolicy& policy, const DeleteEvents& events,
-                                     QString* recordId)
+                                     const DeletePolicy& policy, const DeleteEvents& events)
 {
-    QString id;
-    std::vector<FileOutcome> results = Deleter(access, files, policy, events).run(id);
-    if (recordId)
-        *recordId = id;
-    return results;
+    return Deleter(access, files, policy, events).run();
 }
 
 } // namespace kalmo::operations

@@ -41,7 +41,6 @@ void lookBeforeDeleting(FileAccess& access, std::vector<FileToDelete>& files);
 /// Step three: records all that goes, files with their bytes, then deletes in the given order. An answer that
 /// did not come is replaced by a look into the folder. One outcome for each.
 std::vector<FileOutcome> applyDelete(FileAccess& access, const std::vector<FileToDelete>& files,
-                                     const DeletePolicy& policy, const DeleteEvents& events,
-                                     QString* recordId = nullptr);
+                                     const DeletePolicy& policy, const DeleteEvents& events);
 
 } // namespace kalmo::operations

@@ -40,11 +40,6 @@ SavedKind savedKind(phonedata::Store store)
     return phonedata::rowOf(kinds, store);
 }
 
-std::span<const SavedListFormat> savedListFormats()
-{
-    return formats;
-}
-
 const SavedListFormat* findFormat(const QString& path, SavedKind kind)
 {
     for (const SavedListFormat& format : formats) {
@@ -54,11 +49,11 @@ const SavedListFormat* findFormat(const QString& path, SavedKind kind)
     return nullptr;
 }
 
-QStringList endingsFor(SavedKind kind, FormatUse use)
+QStringList endingsFor(SavedKind kind)
 {
     QStringList endings;
     for (const SavedListFormat& format : formats) {
-        if (format.kind == kind && (use == FormatUse::Writing || format.read))
+        if (format.kind == kind)
             endings.append(format.ending.toString());
     }
     return endings;
@@ -75,7 +70,7 @@ std::optional<SavedList> parseSavedList(const QString& path, const QByteArray& b
 {
     const SavedListFormat* format = findFormat(path, kind);
     SavedList list{.kind = kind};
-    if (!format || !format->read)
+    if (!format)
         fault = {.kind = FileFault::WrongEnding};
     else if (format->read(bytes, rules, list, fault))
         return list;
@@ -97,7 +92,7 @@ bool bringsBack(const QString& path, const SavedList& list)
     const SavedListFormat* format = findFormat(path, list.kind);
     SavedList read{.kind = list.kind};
     SavedListFault fault;
-    if (!format || !format->read || !format->read(format->write(list), {}, read, fault))
+    if (!format || !format->read(format->write(list), {}, read, fault))
         return false;
     SavedList wanted = list;
     for (phonedata::tVcfEntry& contact : wanted.contacts) {

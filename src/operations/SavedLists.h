@@ -4,8 +4,6 @@
 #include "phonedata/ClassicStore.h"
 #include "phonedata/VcfEntry.h"
 
-#include <span>
-
 namespace kalmo::operations {
 
 using Entries = std::vector<phonedata::ClassicEntry>;
@@ -47,20 +45,15 @@ struct SavedListFormat
     QStringView ending; ///< with its dot, in lower case
     SavedKind kind;
     Write write;
-    Read read;       ///< null for a format that is only written
+    Read read;
     bool keepsLuids; ///< false for formats without a field for the LUID of a contact
 };
-
-/// The table of all file formats.
-std::span<const SavedListFormat> savedListFormats();
 
 /// The format of a file for a kind of list, by the ending of its name in any case; null for none.
 const SavedListFormat* findFormat(const QString& path, SavedKind kind);
 
-enum class FormatUse { Reading, Writing };
-
-/// The endings that a kind of list can be read from or written to, in the order of the table.
-QStringList endingsFor(SavedKind kind, FormatUse use);
+/// The endings of a kind of list, in the order of the table.
+QStringList endingsFor(SavedKind kind);
 
 /// Content of a file with that name. The name has to have one of the endings.
 QByteArray savedListBytes(const QString& path, const SavedList& list);

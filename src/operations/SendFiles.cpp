@@ -65,7 +65,7 @@ public:
     {
     }
 
-    std::vector<FileOutcome> run(QString& recordId);
+    std::vector<FileOutcome> run();
 
 private:
     bool saveOld(size_t index);
@@ -166,7 +166,7 @@ void Sender::finish()
     finishFilesRecord(m_access, sum, items);
 }
 
-std::vector<FileOutcome> Sender::run(QString& recordId)
+std::vector<FileOutcome> Sender::run()
 {
     bool hasFailed = false;
     for (size_t index = 0; index < m_olds.size(); ++index) {
@@ -197,7 +197,6 @@ std::vector<FileOutcome> Sender::run(QString& recordId)
             m_events.finished(m_plan.files[index], result);
     }
     finish();
-    recordId = m_recordId;
     return m_results;
 }
 
@@ -259,13 +258,9 @@ bool requireRoom(SendPlan& plan, const SendPolicy& policy)
 }
 
 std::vector<FileOutcome> applySend(FileAccess& access, const SendPlan& plan, const SendPolicy& policy,
-                                   const SendEvents& events, QString* recordId)
+                                   const SendEvents& events)
 {
-    QString id;
-    std::vector<FileOutcome> results = Sender(access, plan, policy, events).run(id);
-    if (recordId)
-        *recordId = id;
-    return results;
+    return Sender(access, plan, policy, events).run();
 }
 
 } // namespace kalmo::operations

@@ -73,6 +73,6 @@ bool requireRoom(SendPlan& plan, const SendPolicy& policy);
 /// listing with its size; that also decides about an upload that the phone ended early or did not answer.
 /// One outcome for each file of the plan.
 std::vector<FileOutcome> applySend(FileAccess& access, const SendPlan& plan, const SendPolicy& policy,
-                                   const SendEvents& events, QString* recordId = nullptr);
+                                   const SendEvents& events);
 
 } // namespace kalmo::operations

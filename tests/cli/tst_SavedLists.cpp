@@ -122,16 +122,21 @@ void tst_SavedLists::everyFormatBringsBackWhatWentIn()
     Entries pairs = both;
     pairs[0] = {.name = both[0].name, .number = both[0].number};
     QTemporaryDir folder;
-    for (const SavedListFormat& format : savedListFormats()) {
+    std::vector<const SavedListFormat*> formats;
+    for (const SavedKind kind : {SavedKind::Phonebook, SavedKind::Providers, SavedKind::Contacts}) {
+        for (const QString& ending : operations::endingsFor(kind))
+            formats.push_back(findFormat(u"x"_s + ending.toUpper(), kind));
+    }
+    QCOMPARE(formats.size(), 7u);
+    for (const SavedListFormat* found : formats) {
+        QVERIFY(found);
+        const SavedListFormat& format = *found;
         const QString name = u"x"_s + format.ending.toString().toUpper();
         SavedList list{.kind = format.kind};
         (format.kind == SavedKind::Contacts
              ? void(list.contacts = people)
              : void(list.entries = format.kind == SavedKind::Phonebook ? both : pairs));
-        QCOMPARE(findFormat(name, format.kind), &format);
-        QCOMPARE(bringsBack(name, list), format.read != nullptr);
-        if (!format.read)
-            continue;
+        QVERIFY(bringsBack(name, list));
         QFile file(folder.filePath(name));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(savedListBytes(name, list)) > 0);
         file.close();
