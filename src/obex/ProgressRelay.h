@@ -6,8 +6,9 @@
 
 namespace kalmo::obex {
 
-/// Passes reports on to their present receiver. An operation holds the relay. If the owner of the real panel
-/// gives up the operation, the relay drops the panel, and the operation goes on without reports.
+/// Passes the reports of a client on to the receiver of its present operation, and lets it switch the cancel
+/// box off. Code that runs within an operation holds the relay's own reports: an operation inside it may take
+/// them as its receiver, and a cancel box that is switched off stays so for all of them.
 class ProgressRelay
 {
 public:

@@ -10,7 +10,7 @@ namespace kalmo::obex {
 inline constexpr double shortPause = 0.01;
 
 /// Begins each operation of the client, and each that consists of several of them. Keeps the client until the
-/// end, and passes its reports on as long as there is a receiver.
+/// end, and passes its reports on to the receiver that it was begun with.
 class clsMmc::Operation
 {
 public:
@@ -28,7 +28,7 @@ public:
     /// first. Informs the user if it returns false.
     bool mayBegin() const { return m_allowed && (m_client.m_depth > 1 || m_client.getInStep()); }
 
-    /// Receiver of the reports. The caller's own progress may be gone after any yield.
+    /// Receiver of the reports. Its cancel box has no effect while an Uncancelled exists.
     const toolkit::Progress& progress() const { return m_client.m_progress; }
 
 private:
