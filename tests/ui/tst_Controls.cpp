@@ -1,10 +1,11 @@
-// The calendar with its reading of typed dates, the memory gauge, boxes that keep their choice, and a box
-// that is not shown twice.
+// The calendar with its reading of typed dates, the memory gauge, boxes that keep their choice, forms that
+// scroll, and a box that is not shown twice.
 
 #include "support/TestProgram.h"
 #include "ui/adaptors/LossBoxes.h"
 #include "ui/adaptors/ProgressWidgets.h"
 #include "ui/controls/ChoiceBox.h"
+#include "ui/controls/FormScroll.h"
 #include "ui/controls/MemoryGauge.h"
 #include "ui/controls/ShortDate.h"
 #include "ui/controls/ucCalendar.h"
@@ -205,6 +206,46 @@ private Q_SLOTS:
         for (const toolkit::Message& message : {loss, import, result})
             boxes.Show(message);
         QCOMPARE(status.Text(), result.text);
+    }
+
+    /// A form of twice the screen's height: its button stays in sight, what gets the focus scrolls, and Tab
+    /// leads from the last field to the button.
+    void tallFormsScroll()
+    {
+        QWidget form;
+        const int room = form.screen()->availableSize().height();
+        auto* column = new QVBoxLayout(&form);
+        auto* first = new QLineEdit;
+        auto* last = new QLineEdit;
+        auto* button = new QPushButton;
+        column->addWidget(first);
+        column->addSpacing(room * 2);
+        column->addWidget(last);
+        column->addWidget(button);
+        ui::scrollAbove(*column, column->indexOf(button));
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QVERIFY(form.frameGeometry().height() <= room);
+        const auto inSight = [&] {
+            QStringList names;
+            for (const auto& [widget, name] : {std::pair<QWidget*, QString>(first, u"first"_s),
+                                               {last, u"last"_s},
+                                               {button, u"button"_s}}) {
+                if (widget->visibleRegion() == widget->rect())
+                    names.append(name + (widget->hasFocus() ? u"*"_s : QString()));
+            }
+            return names.join(u' ');
+        };
+        QStringList seen;
+        last->setFocus();
+        seen.append(inSight());
+        QTest::keyClick(last, Qt::Key_Tab);
+        seen.append(inSight());
+        QTest::keyClick(button, Qt::Key_Tab);
+        seen.append(inSight());
+        QTest::keyClick(first, Qt::Key_PageDown);
+        seen.append(inSight());
+        QCOMPARE(seen, (QStringList{u"last* button"_s, u"last button*"_s, u"first* button"_s, u"button"_s}));
     }
 };
 
