@@ -75,6 +75,28 @@ QString readCard(const QByteArray& lines)
     return described(readVcardFile("BEGIN:VCARD\r\n" + lines + "\r\nEND:VCARD\r\n", today));
 }
 
+/// A folder with two files of cards, one without, a text with a card, and a book.
+struct BookFolder
+{
+    BookFolder()
+    {
+        write(u"b.vcf"_s, "BEGIN:VCARD\nTEL:2\nEND:VCARD\n");
+        write(u"A.VCF"_s, "\xEF\xBB\xBF"
+                          "BEGIN:VCARD\nTEL:1\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nEND:VCARD\n");
+        write(u"c.vcf"_s, "no card");
+        write(u"note.txt"_s, "BEGIN:VCARD\nTEL:3\nEND:VCARD\n");
+        write(u"book.wab"_s, smallBook().bytes());
+    }
+    QString at(const QString& name) const { return folder.filePath(name); }
+    void write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(at(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    QTemporaryDir folder;
+};
+
 } // namespace
 
 class tst_AddressBook : public QObject
@@ -213,68 +235,71 @@ private Q_SLOTS:
         rows.each([](const auto& lines, const auto& contact) { QCOMPARE(readCard(lines), contact); });
     }
 
-    void book()
+    void sourcesOfABook()
     {
-        QTemporaryDir folder;
-        const auto write = [&folder](const QString& name, const QByteArray& bytes) {
-            QFile file(folder.filePath(name));
-            return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-        };
-        QVERIFY(write(u"b.vcf"_s, "BEGIN:VCARD\nTEL:2\nEND:VCARD\n"));
-        QVERIFY(write(u"A.VCF"_s, "\xEF\xBB\xBF"
-                                  "BEGIN:VCARD\nTEL:1\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nEND:VCARD\n"));
-        QVERIFY(write(u"c.vcf"_s, "no card"));
-        QVERIFY(write(u"note.txt"_s, "BEGIN:VCARD\nTEL:3\nEND:VCARD\n"));
-        QVERIFY(write(u"book.wab"_s, smallBook().bytes()));
-
-        QVERIFY(write(u"book.dat"_s, smallBook().bytes()) && write(u"table.csv"_s, "Name;BEGIN:VCARD\n"));
+        const BookFolder folder;
+        folder.write(u"book.dat"_s, smallBook().bytes());
+        folder.write(u"table.csv"_s, "Name;BEGIN:VCARD\n");
         QStringList books;
         for (const QString& name :
              {u"c.vcf"_s, u"note.txt"_s, u"book.dat"_s, u"table.csv"_s, u"gone"_s, u"."_s}) {
-            if (sourceKindOf(folder.filePath(name)) == SourceKind::AddressBook)
+            if (sourceKindOf(folder.at(name)) == SourceKind::AddressBook)
                 books.append(name);
         }
         QCOMPARE(books, (QStringList{u"c.vcf"_s, u"note.txt"_s, u"book.dat"_s, u"."_s}));
+    }
 
+    void book()
+    {
+        const BookFolder folder;
         QStringList events;
         clsWab wab(
             {.BusyStart = [&events] { events.append(u"start"_s); },
              .Busy = [&events](int current, int total) { events.append(u"%1/%2"_s.arg(current).arg(total)); },
              .BusyEnd = [&events] { events.append(u"end"_s); }});
         QVERIFY(!wab.ReadAllContacts(today)); // not open yet
-        QVERIFY(wab.OpenWab(folder.path()));
-        QVERIFY(!wab.OpenWab(folder.path()));
+        QVERIFY(wab.OpenWab(folder.at({})));
+        QVERIFY(!wab.OpenWab(folder.at({})));
         QVERIFY(wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(described(wab.contacts()), u"home=1\nhome=2"_s); // held after closing
-        QCOMPARE(wab.losses(), (ReadingLosses{.skippedFiles = {folder.filePath(u"c.vcf"_s)}}));
+        QCOMPARE(wab.losses(), (ReadingLosses{.skippedFiles = {folder.at(u"c.vcf"_s)}}));
         QCOMPARE(events, (QStringList{u"start"_s, u"1/2"_s, u"2/2"_s, u"end"_s}));
         WabContact contact;
         QVERIFY(wab.GetContact(2, contact) && contact.entryNumber == 2);
         QVERIFY(!wab.GetContact(3, contact) && !wab.GetContact(0, contact));
-        // Each file asks if it goes on, a long one within; one that was stopped leaves no part of itself.
-        QVERIFY(write(u"long.vcf"_s, QByteArray("BEGIN:VCARD\nTEL:1\nEND:VCARD\n").repeated(3000)));
+        QVERIFY(wab.OpenWab(folder.at(u"book.wab"_s)) && wab.ReadAllContacts(today));
+        wab.CloseWap();
+        QCOMPARE(described(wab.contacts()), smallBookText);
+    }
+
+    /// Each file asks if it goes on, a long one within; one that was stopped leaves no part of itself.
+    void stoppedBook()
+    {
+        const BookFolder folder;
+        folder.write(u"long.vcf"_s, QByteArray("BEGIN:VCARD\nTEL:1\nEND:VCARD\n").repeated(3000));
         for (const int stopAt : {1, 4}) {
             int asked = 0;
             clsWab stopped({.Reading = [&asked, stopAt] { return ++asked != stopAt; }});
-            QVERIFY(stopped.OpenWab(folder.path()) && !stopped.ReadAllContacts(today));
+            QVERIFY(stopped.OpenWab(folder.at({})) && !stopped.ReadAllContacts(today));
             QCOMPARE(stopped.fault(), AddressBookFault::Stopped);
             QCOMPARE(asked, stopAt);
             QCOMPARE(stopped.ContactCount(), 0);
         }
-        QVERIFY(QFile::remove(folder.filePath(u"long.vcf"_s)));
-        QVERIFY(wab.OpenWab(folder.filePath(u"book.wab"_s)) && wab.ReadAllContacts(today));
-        wab.CloseWap();
-        QCOMPARE(described(wab.contacts()), smallBookText);
-        {
-            QFile large(folder.filePath(u"d.vcf"_s)); // a sparse file
-            QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(65 * 1024 * 1024));
-        }
-        QVERIFY(wab.OpenWab(folder.path()) && !wab.ReadAllContacts(today));
+    }
+
+    void refusedBooks()
+    {
+        const BookFolder folder;
+        QFile large(folder.at(u"d.vcf"_s)); // a sparse file
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(65 * 1024 * 1024));
+        large.close();
+        clsWab wab;
+        QVERIFY(wab.OpenWab(folder.at({})) && !wab.ReadAllContacts(today));
         wab.CloseWap();
         QCOMPARE(wab.fault(), AddressBookFault::TooLarge);
-        QCOMPARE(wab.faultyFile(), folder.filePath(u"d.vcf"_s));
-        QVERIFY(!wab.OpenWab(folder.filePath(u"none"_s)));
+        QCOMPARE(wab.faultyFile(), large.fileName());
+        QVERIFY(!wab.OpenWab(folder.at(u"none"_s)));
         QCOMPARE(wab.fault(), AddressBookFault::NotThere);
     }
 };
