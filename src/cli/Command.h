@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/HandsetKind.h"
+
 #include <QString>
 
 #include <vector>
@@ -65,10 +67,9 @@ struct Command
     QStringView help;  ///< one line
     std::vector<Argument> arguments = {};
     std::vector<Option> options = {};
-    const OptionGroup* group = nullptr;    ///< further options
-    QStringView details = {};              ///< more help, in whole lines
-    bool (*fits)(int phoneType) = nullptr; ///< families of handsets that the command is for; null is all
-    QStringView needs = {};                ///< the same in words: "a handset with ..."
+    const OptionGroup* group = nullptr;   ///< further options
+    QStringView details = {};             ///< more help, in whole lines
+    const HandsetKind* handset = nullptr; ///< that the command is for; null is all
     ExitStatus (*run)(Job& job) = nullptr;
 };
 

@@ -9,7 +9,6 @@
 #include "cli/SavedListWords.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
-#include "link/PhoneModels.h"
 #include "operations/ContactFields.h"
 #include "operations/SavedText.h"
 
@@ -113,10 +112,10 @@ bool differsAsWarned(const ContactOutcome& outcome)
 
 } // namespace
 
-QJsonObject commonJson(const Outcome& facts)
+QJsonObject commonJson(const Outcome& facts, std::optional<int> verified)
 {
     return {{u"backup"_s, facts.savedIn.isEmpty() ? QJsonValue() : QJsonValue(facts.savedIn)},
-            {u"verified"_s, facts.verified ? QJsonValue(*facts.verified) : QJsonValue()},
+            {u"verified"_s, verified ? QJsonValue(*verified) : QJsonValue()},
             {u"state"_s, operations::wordOf(facts.state)}};
 }
 
@@ -161,7 +160,7 @@ ExitStatus reportContacts(Job& job, const ContactCommand& command, const Contact
         job.out.error(failureText(job, command, outcome));
         return ExitFailed;
     }
-    const QJsonObject common = commonJson(facts);
+    const QJsonObject common = commonJson(facts, facts.verified);
     for (auto fact = common.begin(); fact != common.end(); ++fact)
         json[fact.key()] = fact.value();
     json[command.verb] = facts.confirmed;
@@ -179,8 +178,7 @@ ExitStatus reportContacts(Job& job, const ContactCommand& command, const Contact
 ExitStatus changeContacts(Job& job, const ContactCommand& command, const MakePlan& makePlan,
                           const Report& report)
 {
-    const QStringView needs = u"a handset with a vCard phonebook (families 5 to 13) for contacts";
-    const ExitStatus found = findPhone(job, link::hasVcards, needs);
+    const ExitStatus found = findPhone(job, vcardHandset, u"for contacts"_s);
     return found == ExitDone ? changeContactsOfFound(job, command, makePlan, report) : found;
 }
 

@@ -65,8 +65,9 @@ bool confirmWarnings(Job& job, const QString& warnings);
 /// Done.
 QString failureText(Job& job, const ContactCommand& command, const operations::ContactOutcome& outcome);
 
-/// The facts that each report in JSON has: `backup` and `state`.
-QJsonObject commonJson(const operations::Outcome& facts);
+/// The facts that each report in JSON has: `backup`, `state`, and `verified`, the number of contacts that
+/// reading back found as wanted, or null.
+QJsonObject commonJson(const operations::Outcome& facts, std::optional<int> verified);
 
 /// Exit status of a change.
 ExitStatus statusOf(const operations::Outcome& facts);

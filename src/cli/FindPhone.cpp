@@ -81,15 +81,8 @@ ExitStatus tellUnknown(Job& job, const QString& rawId)
     return ExitNoPhone;
 }
 
-} // namespace
-
-ExitStatus findPhone(Job& job)
-{
-    const Command* command = job.invocation.command;
-    return findPhone(job, command->fits, command->needs);
-}
-
-ExitStatus findPhone(Job& job, bool (*fits)(int phoneType), QStringView needs)
+/// Finds the handset and its family. Reports each failure.
+ExitStatus findAny(Job& job)
 {
     recoverUnclosedSession(job);
     SearchProgress view(job);
@@ -115,12 +108,32 @@ ExitStatus findPhone(Job& job, bool (*fits)(int phoneType), QStringView needs)
     obex::forgetUnclosed(job.context);
     if (job.isInterrupted())
         return ExitRefused;
-    if (!fits || fits(job.phoneType()))
+    return ExitDone;
+}
+
+ExitStatus requireFamily(Job& job, const HandsetKind& handset, const QString& needs)
+{
+    if (handset.fits(job.phoneType()))
         return ExitDone;
     job.out.error(u"could not run \"%1\": it needs %2. This one is of family %3 (%4)."_s.arg(
         job.invocation.command->words, needs, QString::number(job.phoneType()),
         printable(job.context.sy.PhoneID)));
     return ExitFailed;
+}
+
+} // namespace
+
+ExitStatus findPhone(Job& job)
+{
+    const HandsetKind* handset = job.invocation.command->handset;
+    const ExitStatus found = findAny(job);
+    return found == ExitDone && handset ? requireFamily(job, *handset, handset->inWords()) : found;
+}
+
+ExitStatus findPhone(Job& job, const HandsetKind& handset, const QString& use)
+{
+    const ExitStatus found = findAny(job);
+    return found == ExitDone ? requireFamily(job, handset, handset.inWords() + u' ' + use) : found;
 }
 
 } // namespace kalmo::cli

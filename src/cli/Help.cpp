@@ -60,8 +60,8 @@ QString commandHelp(const Command& command)
     text += command.help.first(1).toString().toUpper() + command.help.sliced(1).toString() + u".\n"_s;
     if (!command.details.isEmpty())
         text += u'\n' + command.details.toString();
-    if (!command.needs.isEmpty())
-        text += u"\nFor %1.\n"_s.arg(command.needs);
+    if (command.handset)
+        text += u"\nFor %1.\n"_s.arg(command.handset->inWords());
     text += section(u"Arguments"_s, arguments) + section(u"Options"_s, optionLines(command.options));
     if (command.group)
         text += section(command.group->heading.toString(), optionLines(command.group->options));

@@ -1,6 +1,7 @@
 #include "cli/WriteContacts.h"
 
 #include "cli/ContactWords.h"
+#include "cli/DiffWords.h"
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
 #include "operations/ContactFields.h"
@@ -16,39 +17,31 @@ namespace {
 
 const ContactCommand command{u"written"_s, operations::RecordCause::Write};
 
-QJsonObject planJson(const ContactPlan& plan)
+DiffCounts countsOf(const ContactPlan& plan)
 {
-    return {{u"add"_s, static_cast<qint64>(plan.add.size())},
-            {u"change"_s, static_cast<qint64>(plan.change.size())},
-            {u"remove"_s, static_cast<qint64>(plan.remove.size())}};
+    return {.add = plan.add.size(),
+            .change = plan.change.size(),
+            .remove = plan.remove.size(),
+            .same = static_cast<size_t>(plan.same)};
 }
 
-/// The differences as a table. `words` are those for what the file has, what the phone has instead, and what
-/// only the phone has.
-QString differences(const ContactPlan& plan, const std::array<QString, 4>& words)
+QString differences(const ContactPlan& plan, const DiffWords& words)
 {
-    std::vector<QStringList> rows;
-    const auto add = [&rows](const QString& word, const phonedata::tVcfEntry& contact) {
-        rows.push_back(QStringList{word} + contactCells(contact));
-    };
+    std::vector<DiffRow> rows;
     for (const phonedata::ContactWrite& write : plan.add)
-        add(words[0], write.entry);
+        rows.push_back({&DiffWords::add, contactCells(write.entry)});
     for (const ContactPlan::Change& change : plan.change) {
-        add(words[1], change.to.entry);
-        add(words[2], change.from);
+        rows.push_back({&DiffWords::change, contactCells(change.to.entry)});
+        rows.push_back({&DiffWords::from, contactCells(change.from)});
     }
     for (const phonedata::tVcfEntry& contact : plan.remove)
-        add(words[3], contact);
-    return rows.empty() ? QString() : alignedTable(QStringList{QString()} + contactHeadings(), rows);
+        rows.push_back({&DiffWords::remove, contactCells(contact)});
+    return diffTable(words, contactHeadings(), rows);
 }
 
 QString planText(const ContactPlan& plan)
 {
-    return differences(plan, {u"add"_s, u"change"_s, u"  from"_s, u"remove"_s}) +
-           u"%1 to add, %2 to change, %3 to remove; %4 stay as they are.\n"_s.arg(plan.add.size())
-               .arg(plan.change.size())
-               .arg(plan.remove.size())
-               .arg(plan.same);
+    return differences(plan, plannedWords()) + diffLine(countsOf(plan));
 }
 
 /// Warnings about the contacts that will be written.
@@ -111,7 +104,7 @@ std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStat
         warningsAboutPlan(plan, edit.held()) + droppedLines(m_job.invocation.arguments.first(), m_file);
     if (m_isDryRun) {
         m_job.out.note(warnings);
-        m_job.out.show(planJson(plan), planText(plan));
+        m_job.out.show(diffJson(countsOf(plan)), planText(plan));
         return std::nullopt;
     }
     if (plan.isEmpty())
@@ -129,17 +122,14 @@ bool ContactWriter::confirm(const ContactEdit& edit, const ContactPlan& plan, Ex
         status = ExitFailed;
         return false;
     }
-    return m_job.questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
-        entryCount(m_wanted.size()), QString::number(plan.add.size()), QString::number(plan.change.size()),
-        QString::number(plan.remove.size())));
+    return m_job.questions.confirm(writeQuestion(entryCount(m_wanted.size()), countsOf(plan)));
 }
 
 void ContactWriter::show(const operations::Outcome& facts, int written, std::optional<int> verified,
                          const QString& text)
 {
-    QJsonObject json = commonJson(facts);
+    QJsonObject json = commonJson(facts, verified);
     json[u"written"_s] = written;
-    json[u"verified"_s] = verified ? QJsonValue(*verified) : QJsonValue();
     m_job.out.show(json, text);
 }
 
@@ -156,8 +146,7 @@ ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& 
             m_job.out.error(warningsAboutPlan(left, edit.held()).chopped(1));
             return ExitFailed;
         }
-        show(facts, 0, static_cast<int>(m_wanted.size()),
-             u"The phone already holds exactly these entries; nothing was written.\n"_s);
+        show(facts, 0, static_cast<int>(m_wanted.size()), nothingToWrite());
         return ExitDone;
     }
     if (facts.cause == Cause::NotSaved) {
@@ -171,14 +160,16 @@ ExitStatus ContactWriter::report(const ContactEdit& edit, const ContactOutcome& 
     }
     const ContactPlan left = operations::planEqual(*edit.heldAfter(), m_wanted);
     if (left.isEmpty() && left.stuck.empty() && facts.isDone()) {
-        show(facts, facts.confirmed, left.same,
-             u"%1 written, read back and found right.\n"_s.arg(entryCount(m_wanted.size())));
+        show(facts, facts.confirmed, left.same, foundRight(entryCount(m_wanted.size())));
         return ExitDone;
     }
     show(facts, facts.confirmed, left.same, {});
-    m_job.out.error(
-        failureText(m_job, command, outcome) + u"\nThis differs from the file:\n"_s +
-        differences(left, {u"missing"_s, u"in the file"_s, u"  holds"_s, u"not in the file"_s}).chopped(1));
+    m_job.out.error(failureText(m_job, command, outcome) + u"\nThis differs from the file:\n"_s +
+                    differences(left, {.add = u"missing"_s,
+                                       .change = u"in the file"_s,
+                                       .from = u"  holds"_s,
+                                       .remove = u"not in the file"_s})
+                        .chopped(1));
     return facts.cause == Cause::Interrupted ? ExitRefused : ExitFailed;
 }
 

@@ -8,7 +8,6 @@
 #include "cli/Stop.h"
 #include "cli/StoreWords.h"
 #include "cli/WriteReport.h"
-#include "link/PhoneModels.h"
 
 #include <QJsonObject>
 
@@ -78,8 +77,8 @@ ExitStatus ListWriter::run(operations::Entries wanted, PhoneState phone)
         m_job.questions.tellUnanswered(u"Replace the %1 in the phone?"_s.arg(m_words.name));
         return ExitRefused;
     }
-    const QStringView needs = u"a handset with a classic phonebook (families 1 to 4) for such entries";
-    const ExitStatus found = phone == PhoneState::Found ? ExitDone : findPhone(m_job, link::isClassic, needs);
+    const ExitStatus found =
+        phone == PhoneState::Found ? ExitDone : findPhone(m_job, classicHandset, u"for such entries"_s);
     if (found != ExitDone)
         return found;
     {
@@ -92,7 +91,7 @@ ExitStatus ListWriter::run(operations::Entries wanted, PhoneState phone)
     if (!dryRun)
         return replace();
     m_job.out.note(warningLines(m_plan));
-    m_job.out.show(diffJson(m_plan.diff), differences());
+    m_job.out.show(diffJson(countsOf(m_plan.diff, m_plan.held.entries.size())), differences());
     return m_plan.isDoubtful() ? fail(ExitFailed, unsure() + u'.') : ExitDone;
 }
 
@@ -142,7 +141,7 @@ ExitStatus ListWriter::replace()
         const auto different = fromFile.add.size() + fromFile.change.size();
         show({.state = operations::State::Unchanged,
               .verified = static_cast<int>(m_plan.given.size() - different)},
-             isSame ? u"The phone already holds exactly these entries; nothing was written.\n"_s
+             isSame ? nothingToWrite()
                     : u"The phone already holds these entries as far as it can; nothing was written.\n"_s);
         return ExitDone;
     }
@@ -229,10 +228,7 @@ bool ListWriter::agrees()
             u"The phone may change an entry that it can't hold, or refuse it, and then lacks those after "
             u"it too. Write all the same?"_s))
         return false;
-    const phonedata::ListDiff& diff = m_plan.diff;
-    return questions.confirm(u"Write %1 to the phone (%2 new, %3 changed, %4 removed)?"_s.arg(
-        wantedCount(), QString::number(diff.add.size()), QString::number(diff.change.size()),
-        QString::number(diff.remove.size())));
+    return questions.confirm(writeQuestion(wantedCount(), countsOf(m_plan.diff, m_plan.held.entries.size())));
 }
 
 ExitStatus ListWriter::report(const ListOutcome& result)
@@ -259,7 +255,7 @@ ExitStatus ListWriter::reportConfirmed(const ListOutcome& result)
     } else if (!outcome.isDone()) {
         m_job.out.error(notReadBackText(failureOf(result)) + backupHint(m_job.invocation, m_words, backup()));
     } else if (outcome.verified == outcome.planned) {
-        show(outcome, u"%1 written, read back and found right.\n"_s.arg(wantedCount()));
+        show(outcome, foundRight(wantedCount()));
         return ExitDone;
     } else {
         const int different = outcome.planned - outcome.verified.value_or(0);

@@ -1,7 +1,6 @@
 #include "cli/WriteReport.h"
 
 #include "cli/CauseWords.h"
-#include "cli/Tables.h"
 
 #include <QJsonObject>
 
@@ -15,25 +14,19 @@ using phonedata::Store;
 
 namespace {
 
-class Differences
+QString diffTableOf(const DiffWords& words, const ListDiff& diff, Store store)
 {
-public:
-    explicit Differences(Store store) : m_store(store) {}
-
-    void add(const QString& what, const ClassicEntry& entry)
-    {
-        m_rows.push_back(QStringList{what} + entryCells(entry, m_store));
+    std::vector<DiffRow> rows;
+    for (const ClassicEntry& entry : diff.add)
+        rows.push_back({&DiffWords::add, entryCells(entry, store)});
+    for (const ListDiff::Change& change : diff.change) {
+        rows.push_back({&DiffWords::change, entryCells(change.to, store)});
+        rows.push_back({&DiffWords::from, entryCells(change.from, store)});
     }
-    QString text() const
-    {
-        return m_rows.empty() ? QString()
-                              : alignedTable(QStringList{QString()} + entryHeadings(m_store), m_rows);
-    }
-
-private:
-    Store m_store;
-    std::vector<QStringList> m_rows;
-};
+    for (const ClassicEntry& entry : diff.remove)
+        rows.push_back({&DiffWords::remove, entryCells(entry, store)});
+    return diffTable(words, entryHeadings(store), rows);
+}
 
 QString reasonOf(const WriteFailure& failure)
 {
@@ -50,44 +43,24 @@ QString reasonOf(const WriteFailure& failure)
 
 } // namespace
 
-QJsonValue diffJson(const ListDiff& diff)
+DiffCounts countsOf(const ListDiff& diff, size_t heldCount)
 {
-    return QJsonObject{{u"add"_s, static_cast<qint64>(diff.add.size())},
-                       {u"change"_s, static_cast<qint64>(diff.change.size())},
-                       {u"remove"_s, static_cast<qint64>(diff.remove.size())}};
+    return {.add = diff.add.size(),
+            .change = diff.change.size(),
+            .remove = diff.remove.size(),
+            .same = heldCount - diff.change.size() - diff.remove.size()};
 }
 
 QString diffText(const ListDiff& diff, size_t heldCount, Store store)
 {
-    Differences rows(store);
-    for (const ClassicEntry& entry : diff.add)
-        rows.add(u"add"_s, entry);
-    for (const ListDiff::Change& change : diff.change) {
-        rows.add(u"change"_s, change.to);
-        rows.add(u"  from"_s, change.from);
-    }
-    for (const ClassicEntry& entry : diff.remove)
-        rows.add(u"remove"_s, entry);
-    const size_t same = heldCount - diff.change.size() - diff.remove.size();
-    return rows.text() +
-           u"%1 to add, %2 to change, %3 to remove; %4 stay as they are.\n"_s.arg(diff.add.size())
-               .arg(diff.change.size())
-               .arg(diff.remove.size())
-               .arg(same);
+    return diffTableOf(plannedWords(), diff, store) + diffLine(countsOf(diff, heldCount));
 }
 
 QString mismatchText(const ListDiff& diff, Store store)
 {
-    Differences rows(store);
-    for (const ClassicEntry& entry : diff.add)
-        rows.add(u"missing"_s, entry);
-    for (const ListDiff::Change& change : diff.change) {
-        rows.add(u"written"_s, change.to);
-        rows.add(u"  holds"_s, change.from);
-    }
-    for (const ClassicEntry& entry : diff.remove)
-        rows.add(u"not written"_s, entry);
-    return rows.text();
+    return diffTableOf(
+        {.add = u"missing"_s, .change = u"written"_s, .from = u"  holds"_s, .remove = u"not written"_s}, diff,
+        store);
 }
 
 QJsonValue resultJson(const operations::Outcome& outcome, bool isErased, const QString& backup)

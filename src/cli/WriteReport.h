@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/DiffWords.h"
 #include "cli/Invocation.h"
 #include "cli/StoreWords.h"
 #include "operations/ClassicLists.h"
@@ -8,8 +9,8 @@
 
 namespace kalmo::cli {
 
-/// The changes that a write would make: how many entries, as JSON, and each of them, as text.
-QJsonValue diffJson(const phonedata::ListDiff& diff);
+/// The changes that a write would make to a list of so many entries: their numbers, and each of them as text.
+DiffCounts countsOf(const phonedata::ListDiff& diff, size_t heldCount);
 QString diffText(const phonedata::ListDiff& diff, size_t heldCount, phonedata::Store store);
 
 /// The differences between what the phone holds and what was written.

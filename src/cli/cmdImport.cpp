@@ -166,7 +166,7 @@ ExitStatus ImportCommand::showDryRun()
 ExitStatus ImportCommand::showNothing()
 {
     const operations::Outcome unchanged;
-    QJsonObject json = commonJson(unchanged);
+    QJsonObject json = commonJson(unchanged, unchanged.verified);
     json[u"imported"_s] = 0;
     json[u"skipped"_s] = skipped();
     json[u"written"_s] = 0;

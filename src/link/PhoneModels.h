@@ -8,8 +8,10 @@
 namespace kalmo::link {
 
 // Families of handsets, by `PhoneType`. There is no record of capabilities: the number of its family says
-// what a phone can do. These functions compare the number; the lists of families in the command table and in
-// the help text repeat it in words.
+// what a phone can do. These functions compare the number; the help texts repeat it in words.
+
+/// Families are numbered from 1 to this.
+inline constexpr int lastFamily = 13;
 
 /// Phonebook and provider list are reached by AT commands.
 constexpr bool isClassic(int phoneType)

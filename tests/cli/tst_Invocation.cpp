@@ -33,7 +33,20 @@ class tst_Invocation : public QObject
 private Q_SLOTS:
     void words();
     void helpTellsWhatIsAsked();
+    void familiesInWords();
 };
+
+void tst_Invocation::familiesInWords()
+{
+    const Rows<const HandsetKind*, QString> rows{
+        {"one", &clockHandset, u"(family 1)"_s},
+        {"some", &ringingHandset, u"(families 2 to 4)"_s},
+        {"with a gap", &filingHandset, u"(families 5, 6 and 8 to 13)"_s},
+    };
+    rows.each([](const auto& handset, const auto& families) {
+        QCOMPARE(handset->inWords(), u"%1 %2"_s.arg(handset->subject, families));
+    });
+}
 
 void tst_Invocation::words()
 {
