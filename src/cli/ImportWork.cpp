@@ -25,7 +25,7 @@ QString inWords(AddressBookFault fault)
     case AddressBookFault::NotReadable:
         return u"it could not be read"_s;
     case AddressBookFault::TooLarge:
-        return u"it is larger than 64 MB"_s;
+        return u"it is larger than %1 MB"_s.arg(transfer::largestAddressBook / app::megabyte);
     case AddressBookFault::NotAnAddressBook:
         return u"there is no Windows Address Book and no card in it"_s;
     case AddressBookFault::OldLayout:
@@ -56,7 +56,7 @@ QString inWords(TextFault fault)
     case TextFault::TooManyColumns:
         return u"it has more than 16,384 columns"_s;
     case TextFault::TooLarge:
-        return u"it is larger than 32 MB or 250,000 lines"_s;
+        return u"it is larger than %1 MB or 250,000 lines"_s.arg(transfer::largestText / app::megabyte);
     }
     return {};
 }

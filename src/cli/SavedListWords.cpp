@@ -1,6 +1,7 @@
 #include "cli/SavedListWords.h"
 
 #include "cli/Tables.h"
+#include "operations/SavedText.h"
 
 namespace kalmo::cli {
 
@@ -34,7 +35,7 @@ QString faultOfFile(const SavedListFault& fault, SavedKind kind)
     case FileFault::NoRegularFile:
         return u"it is no regular file"_s;
     case FileFault::TooLarge:
-        return u"it is larger than 16 MB"_s;
+        return u"it is larger than %1 MB"_s.arg(operations::largestSavedFile / app::megabyte);
     case FileFault::NotReadable:
         return u"it can't be read"_s;
     case FileFault::Utf8Text:

@@ -75,6 +75,8 @@ constexpr auto responses = std::to_array<CodeRow>({
      u"ReCode: Database Locked, please try again; if it stays so, switch the phone off and on"},
 });
 
+static_assert(largestObject == 64 * app::megabyte, "a text below says it");
+
 constexpr auto localCodes = std::to_array<CodeRow>({
     {Timeout,
      u"TimeOut - Das Telefon hat in der vorgegebenen Zeit nicht geantwortet. Bitte wiederholen Sie die "

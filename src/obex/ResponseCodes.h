@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Sizes.h"
 #include "toolkit/Dialogs.h"
 
 #include <QString>
@@ -34,7 +35,7 @@ enum ReCode : int {
 
 /// Largest object that is read from a phone or sent to one, in bytes. The phones hold a few megabytes; a
 /// phone that never stops sending must not fill the computer's memory.
-inline constexpr qint64 largestObject = 64LL * 1024 * 1024;
+inline constexpr qint64 largestObject = 64 * app::megabyte;
 
 /// Returns true if a response reports success.
 constexpr bool isSuccess(int code)

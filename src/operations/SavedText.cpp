@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = 16 * 1024 * 1024;
-
 /// Returns true if bytes that should be of the code page are UTF-8: with umlauts in it, text of the one is
 /// hardly ever valid text of the other.
 bool looksLikeUtf8(const QByteArray& bytes)
@@ -34,7 +32,7 @@ FileFault faultOfFile(const QString& path)
         return FileFault::NoSuchFile;
     if (!app::FileExists(path))
         return FileFault::NoRegularFile;
-    return QFileInfo(path).size() > largestFile ? FileFault::TooLarge : FileFault::None;
+    return QFileInfo(path).size() > largestSavedFile ? FileFault::TooLarge : FileFault::None;
 }
 
 int lineOf(const QByteArray& bytes, qsizetype offset)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Sizes.h"
 #include "operations/SavedListFault.h"
 
 #include <QByteArray>
@@ -10,7 +11,10 @@ namespace kalmo::operations {
 /// Returns true if a path ends in ".json", for example, in any case.
 bool endsIn(const QString& path, QStringView ending);
 
-/// Reads a whole file of up to 16 MB. Returns false with the fault if that fails.
+/// Bytes of the largest file that is read.
+inline constexpr qint64 largestSavedFile = 16 * app::megabyte;
+
+/// Reads a whole file. Returns false with the fault if that fails.
 bool readInputFile(const QString& path, QByteArray& bytes, SavedListFault& fault);
 
 /// Decodes a text in the code page and makes all line ends "\n". Returns false, with the fault, for bytes

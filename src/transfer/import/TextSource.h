@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Sizes.h"
 #include "transfer/import/ImportOptions.h"
 
 #include <QStringList>
@@ -19,7 +20,7 @@ enum class TextFault {
     TooLarge
 };
 
-inline constexpr qint64 largestText = 32 * 1024 * 1024;
+inline constexpr qint64 largestText = 32 * app::megabyte;
 /// More lines than this are refused, so that no file takes memory without bound.
 inline constexpr qsizetype mostLines = 250'000;
 

@@ -13,8 +13,6 @@ namespace kalmo::transfer {
 
 namespace {
 
-constexpr qint64 largestAddressBook = 64 * 1024 * 1024;
-
 QStringList cardFilesOf(const QString& folder)
 {
     QStringList paths;

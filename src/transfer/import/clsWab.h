@@ -1,10 +1,14 @@
 #pragma once
 
+#include "app/Sizes.h"
 #include "transfer/import/WabContact.h"
 
 #include <functional>
 
 namespace kalmo::transfer {
+
+/// Bytes of the largest file that is read.
+inline constexpr qint64 largestAddressBook = 64 * app::megabyte;
 
 /// Why an address book could not be opened or read.
 enum class AddressBookFault {

@@ -34,7 +34,7 @@ QString reasonOf(transfer::AddressBookFault fault, bool isFolder)
     case AddressBookFault::NotReadable:
         return u"Prüfen Sie, ob Sie Leserecht haben."_s;
     case AddressBookFault::TooLarge:
-        return u"Das sind mehr als 64 MB."_s;
+        return u"Das sind mehr als %1 MB."_s.arg(transfer::largestAddressBook / app::megabyte);
     case AddressBookFault::NotAnAddressBook:
         return isFolder ? u"In diesem Ordner sind keine vCard-Dateien."_s
                         : u"Die Datei enthält weder ein Adressbuch noch vCards."_s;
@@ -132,7 +132,8 @@ void frmImportPb::tellFault(const QString& path, transfer::TextFault fault)
         text = u"Die Datei %1 hat mehr als 16384 Spalten."_s;
         break;
     case TextFault::TooLarge:
-        text = u"Die Datei %1 ist größer als 32 MB oder hat mehr als 250000 Zeilen."_s;
+        text = u"Die Datei %1 ist größer als %2 MB oder hat mehr als 250000 Zeilen."_s.arg(
+            u"%1"_s, QString::number(transfer::largestText / app::megabyte));
         break;
     }
     m_program.context.dialogs.Show({.text = text.arg(path), .icon = toolkit::Icon::Exclamation});

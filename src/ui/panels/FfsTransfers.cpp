@@ -35,6 +35,7 @@ struct ObstacleRow
 
 constexpr QStringView noSuchName = u"Nicht übertragen, weil Dateien im Telefon nicht so heißen können:";
 
+static_assert(obex::largestObject == 64 * app::megabyte, "a title below says it");
 constexpr ObstacleRow obstacles[] = {
     {FileObstacle::TooLarge, u"Nicht übertragen, weil größer als 64 MB:"},
     {FileObstacle::NoLocalFile, u"Nicht übertragen, weil auf diesem Computer nicht vorhanden:"},
