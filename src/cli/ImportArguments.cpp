@@ -16,9 +16,6 @@ using transfer::SourceKind;
 
 namespace {
 
-constexpr qsizetype longestCountry = 4;
-constexpr qsizetype longestOutsideLine = 3;
-constexpr qsizetype longestComposedText = 10;
 const QString noColumnWord = u"-"_s;
 
 /// Options that are not for every import.
@@ -131,7 +128,8 @@ std::optional<size_t> kindNamed(const QString& word)
 
 bool isComposable(const QString& text)
 {
-    return text.size() <= longestComposedText && std::all_of(text.begin(), text.end(), phonedata::IsNameChar);
+    return text.size() <= transfer::longestComposedText &&
+           std::all_of(text.begin(), text.end(), phonedata::IsNameChar);
 }
 
 /// Understands "{Nachname:15}, {Vorname:1} P"; the second field may be missing.
@@ -168,7 +166,8 @@ QString takeCompose(const QString& value, transfer::AddressOptions& options)
                         u"home, mobile, home-fax, work or work-fax, a \"=\" and a name"_s);
     if (!takeTemplate(value.sliced(equals + 1), options.numbers[*kind]))
         return badValue(u"--compose"_s, value,
-                        u"one or two fields like {Nachname:15}, with at most 10 characters behind each"_s);
+                        u"one or two fields like {Nachname:15}, with at most %1 characters behind each"_s.arg(
+                            transfer::longestComposedText));
     return {};
 }
 
@@ -208,13 +207,14 @@ QString takeCommonOptions(const Invocation& invocation, transfer::ImportOptions&
     rules.convertCountry = !invocation.has(u"--keep-country"_s);
     if (invocation.has(u"--country"_s)) {
         rules.country = invocation.value(u"--country"_s);
-        if (!transfer::isCountryCode(rules.country) || rules.country.size() > longestCountry)
+        if (!transfer::isCountryCode(rules.country) || rules.country.size() > transfer::longestCountry)
             return badValue(u"--country"_s, rules.country, u"a \"+\" and up to three digits"_s);
     }
     rules.outsideLine = invocation.has(u"--outside-line"_s);
     if (rules.outsideLine) {
         rules.outsideDigits = invocation.value(u"--outside-line"_s);
-        if (!transfer::isOutsideLine(rules.outsideDigits) || rules.outsideDigits.size() > longestOutsideLine)
+        if (!transfer::isOutsideLine(rules.outsideDigits) ||
+            rules.outsideDigits.size() > transfer::longestOutsideLine)
             return badValue(u"--outside-line"_s, rules.outsideDigits, u"up to three digits"_s);
     }
     rules.longNumbersOnly = invocation.has(u"--outside-line-min"_s);

@@ -26,6 +26,9 @@ struct TextOptions
     bool operator==(const TextOptions&) const = default;
 };
 
+/// Characters of the longest text between and after the fields of a name.
+inline constexpr int longestComposedText = 10;
+
 /// How the entry for one of a contact's numbers is made.
 struct SubNumberOptions
 {

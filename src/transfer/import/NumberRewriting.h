@@ -6,6 +6,10 @@ namespace kalmo::transfer {
 
 using namespace Qt::StringLiterals;
 
+/// Characters of the longest country's code, with its "+", and of the longest digits for an outside line.
+inline constexpr int longestCountry = 4;
+inline constexpr int longestOutsideLine = 3;
+
 /// How numbers that people have written become numbers that a handset can dial.
 struct NumberRules
 {

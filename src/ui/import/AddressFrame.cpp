@@ -21,8 +21,6 @@ using transfer::Shape;
 
 namespace {
 
-constexpr int longestText = 10; // between and after the fields of a name
-
 // The third ones differ on purpose.
 const QStringList firstCounts = {u"01"_s, u"03"_s, u"05"_s, u"10"_s, u"15"_s, u"16"_s};
 const QStringList secondCounts = {u"01"_s, u"03"_s, u"04"_s, u"10"_s, u"15"_s, u"16"_s};
@@ -148,7 +146,7 @@ QComboBox* AddressFrame::makeCount(const QString& name, const QStringList& count
 QLineEdit* AddressFrame::makeText(const QString& name, const QString& text, const QString& spoken)
 {
     auto* field = named(new QLineEdit(text), name, spoken);
-    field->setMaxLength(longestText);
+    field->setMaxLength(transfer::longestComposedText);
     field->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
     connect(field, &QLineEdit::textChanged, this, [this, field] {
         {

@@ -16,8 +16,6 @@ using transfer::Shape;
 
 namespace {
 
-constexpr int longestCountry = 4;
-constexpr int longestOutside = 3;
 constexpr int charactersInLine = 120; // all of the longest text
 
 } // namespace
@@ -48,7 +46,7 @@ NumberFrame::NumberFrame(Shape shape, const transfer::NumberRules& rules, toolki
 
 QWidget* NumberFrame::makeCountryLine()
 {
-    m_txtCountry->setMaxLength(longestCountry);
+    m_txtCountry->setMaxLength(transfer::longestCountry);
     m_txtCountry->setMaximumWidth(fontMetrics().averageCharWidth() * 10);
     auto* label = named(new QLabel(u"Eigene Landes&vorwahl"_s), u"lblCountry"_s);
     label->setBuddy(m_txtCountry);
@@ -69,7 +67,7 @@ QWidget* NumberFrame::makeCountryLine()
 
 QWidget* NumberFrame::makeOutsideLine()
 {
-    m_txtAmt->setMaxLength(longestOutside);
+    m_txtAmt->setMaxLength(transfer::longestOutsideLine);
     m_txtAmt->setMaximumWidth(fontMetrics().averageCharWidth() * 8);
     m_cmbAmtMinLen->setEditable(true);
     for (int length = 2; length <= 9; ++length)
