@@ -10,7 +10,6 @@
 #include "cli/StoreWords.h"
 #include "cli/Tables.h"
 #include "operations/ContactFields.h"
-#include "operations/SavedText.h"
 
 #include <QJsonArray>
 

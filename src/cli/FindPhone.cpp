@@ -94,7 +94,7 @@ ExitStatus findAny(Job& job)
         job.out.error(job.line.port().openErrorEnglish());
         return ExitFailed;
     }
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     const auto isGone = [&job] { return !job.line.port().IsOpen(); };
     if (pass == link::PassResult::NobodyAnswered)
@@ -106,7 +106,7 @@ ExitStatus findAny(Job& job)
     if (isGone())
         return tellLineGone(job);
     obex::forgetUnclosed(job.context);
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     return ExitDone;
 }

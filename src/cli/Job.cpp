@@ -12,7 +12,7 @@ QString Job::portName() const
     return ports.isForThisRun(number) ? device : u"%1 (%2)"_s.arg(device, name);
 }
 
-bool Job::isInterrupted(const QString& outcome)
+bool Job::reportInterruption(const QString& outcome)
 {
     if (!stop.Checked())
         return false;

@@ -29,9 +29,9 @@ struct Job
     /// device.
     QString portName() const;
 
-    /// Returns true if the user has asked for a stop, after it has reported that and the outcome. To be
+    /// Reports that the user has asked for a stop, with the outcome. Returns false if nobody has. To be
     /// called before each change and each further query.
-    bool isInterrupted(const QString& outcome = u"nothing was changed"_s);
+    bool reportInterruption(const QString& outcome = u"nothing was changed"_s);
 };
 
 /// Date and time as JSON has them: "2026-11-21T12:30:00".

@@ -5,6 +5,7 @@
 #include "cli/OutputFile.h"
 #include "cli/Tables.h"
 #include "operations/CardLosses.h"
+#include "operations/ContactEdit.h"
 #include "operations/ContactFiles.h"
 #include "operations/ContactPlan.h"
 #include "operations/SavedText.h"
@@ -16,8 +17,7 @@ using phonedata::ContactReading;
 
 namespace {
 
-/// Reads the phonebook, and once more if the phone's count does not confirm it. Nothing after a
-/// failure, which has been reported.
+/// Nothing after a failure, which has been reported.
 std::optional<ContactReading> readTwice(Job& job, const std::shared_ptr<obex::clsMmc>& client)
 {
     const auto list = phonedata::makeVcfRows();
@@ -25,13 +25,13 @@ std::optional<ContactReading> readTwice(Job& job, const std::shared_ptr<obex::cl
     const toolkit::Progress progress{.bar = &job.progress, .cancel = &job.stop};
     job.progress.phase(u"Reading the phonebook"_s);
     phonedata::VcardStore::Session session(*store, u"VcfReadList"_s, progress);
-    auto reading = session.open() ? store->readCards(progress) : std::nullopt;
-    if (reading && !reading->isConfirmed()) {
+    const auto tellAgain = [&job](const ContactReading& first) {
         job.progress.clear();
-        job.out.note(u"Reading once more: %1.\n"_s.arg(countDoubt(*reading)));
+        job.out.note(u"Reading once more: %1.\n"_s.arg(countDoubt(first)));
         job.progress.phase(u"Reading the phonebook"_s);
-        reading = store->readCards(progress);
-    }
+    };
+    const auto reading =
+        session.open() ? operations::readUntilConfirmed(*store, progress, tellAgain) : std::nullopt;
     job.progress.clear();
     if (!reading && !job.stop.Checked())
         job.out.error(u"could not read the phonebook."_s);

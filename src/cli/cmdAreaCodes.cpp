@@ -48,7 +48,7 @@ ExitStatus runAreaCodes(Job& job)
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
     const auto [text, cause] = operations::readAreaCodes(job.line);
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     if (text)
         return show(job, *text) ? ExitDone : ExitFailed;
@@ -74,7 +74,7 @@ ExitStatus runAreaCodesSet(Job& job)
     }
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     const auto [outcome, now] = operations::setAreaCodes(job.line, codes);
     if (now)

@@ -14,7 +14,7 @@ ExitStatus runClockSet(Job& job)
 {
     if (const ExitStatus found = findPhone(job); found != ExitDone)
         return found;
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     const auto [outcome, now] = operations::setClock(job.line);
     const QString time = now ? now->toString(u"yyyy-MM-dd hh:mm:ss"_s) : QString();

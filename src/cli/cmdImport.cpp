@@ -121,7 +121,7 @@ ExitStatus ImportCommand::compare(const transfer::ExistingEntries& existing)
 {
     m_preview = makePreview(m_work, existing, m_job.context.clock.Now().date(),
                             [this](qsizetype, qsizetype) { return !m_job.stop.Checked(); });
-    if (m_job.isInterrupted())
+    if (m_job.reportInterruption())
         return ExitRefused;
     if (m_isDryRun)
         return showDryRun();

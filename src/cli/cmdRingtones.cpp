@@ -70,7 +70,7 @@ phonedata::RingtoneJob ringtoneJob(Job& job)
 /// Prints why a reading failed, if it did.
 ExitStatus reportReading(Job& job, operations::Cause cause)
 {
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     if (cause == operations::Cause::None)
         return ExitDone;

@@ -130,7 +130,7 @@ ExitStatus runStatus(Job& job)
     Status status;
     const bool isIdentified = readIdentity(job, status);
     const bool complete = isIdentified && !job.stop.Checked() && readGauges(job, status);
-    if (job.isInterrupted())
+    if (job.reportInterruption())
         return ExitRefused;
     if (!isIdentified)
         return ExitFailed;

@@ -123,7 +123,7 @@ ExitStatus UndoCommand::run()
             nameOf(m_undo.record()), QString::number(diff.add.size()), QString::number(diff.change.size()),
             QString::number(diff.remove.size()))))
         return ExitRefused;
-    if (m_job.isInterrupted())
+    if (m_job.reportInterruption())
         return ExitRefused;
     m_job.progress.phase(u"Putting back"_s);
     const Outcome outcome = m_undo.apply();

@@ -1,7 +1,6 @@
 #include "link/mdlSearch.h"
 
 #include "app/CodePage.h"
-#include "app/mdlKonverter.h"
 #include "app/mdlTexts.h"
 #include "app/SettingsKeys.h"
 #include "app/Version.h"

@@ -99,6 +99,17 @@ Cause ContactEdit::causeOfFailure(const ContactReport* report) const
     return Cause::PhoneRefused;
 }
 
+std::optional<ContactReading> readUntilConfirmed(phonedata::VcardStore& store, const Progress& progress,
+                                                 const std::function<void(const ContactReading&)>& again)
+{
+    auto reading = store.readCards(progress);
+    if (!reading || reading->isConfirmed())
+        return reading;
+    if (again)
+        again(*reading);
+    return store.readCards(progress);
+}
+
 Outcome ContactEdit::begin()
 {
     if (m_store->client().line().isWaiting())
@@ -110,9 +121,10 @@ Outcome ContactEdit::begin()
         identifyPhone(m_store->client().line()); // in data mode it could not be asked any more
     }
     m_session = std::make_unique<phonedata::VcardStore::Session>(*m_store, u"ContactEdit"_s, m_progress);
-    auto reading = m_session->open() ? m_store->readCards(m_progress) : std::nullopt;
-    if (reading && !reading->isConfirmed() && m_policy.readsAgain)
-        reading = m_store->readCards(m_progress);
+    std::optional<ContactReading> reading;
+    if (m_session->open())
+        reading =
+            m_policy.readsAgain ? readUntilConfirmed(*m_store, m_progress) : m_store->readCards(m_progress);
     if (!reading)
         return {.cause = causeOfFailure(nullptr)};
     m_held = std::move(*reading);

@@ -4,10 +4,18 @@
 #include "operations/Outcome.h"
 #include "operations/RecordFile.h"
 
+#include <functional>
+
 namespace kalmo::operations {
 
 /// Part of the record of a change that was made on a doubtful reading: "pb.vcf" may lack contacts.
 inline const QString incompletePart = QStringLiteral("pb.incomplete");
+
+/// Reads the cards of an open session, and once more if the phone's own count does not confirm the first
+/// reading, of which `again` is informed before. Nothing after a failure, which has been reported.
+std::optional<phonedata::ContactReading>
+readUntilConfirmed(phonedata::VcardStore& store, const toolkit::Progress& progress,
+                   const std::function<void(const phonedata::ContactReading& first)>& again = {});
 
 /// Differences between the programs that change contacts.
 struct ContactPolicy

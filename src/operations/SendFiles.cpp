@@ -2,7 +2,6 @@
 
 #include "app/Files.h"
 #include "app/SafeLocalName.h"
-#include "obex/ObexFrames.h"
 #include "operations/ReplaceFile.h"
 #include "phonedata/BackupFiles.h"
 

@@ -1,5 +1,6 @@
 #include "operations/UndoClassic.h"
 
+#include "operations/ClassicLists.h"
 #include "phonedata/RawReplies.h"
 
 namespace kalmo::operations {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operations/ClassicLists.h"
+#include "operations/ClassicPlan.h"
 #include "operations/PhoneSettings.h"
 #include "operations/Undo.h"
 
