@@ -17,7 +17,7 @@ namespace {
 
 const ContactCommand command{u"written"_s, operations::RecordCause::Write};
 
-DiffCounts countsOf(const ContactPlan& plan)
+DiffCounts countsOfContacts(const ContactPlan& plan)
 {
     return {.add = plan.add.size(),
             .change = plan.change.size(),
@@ -41,7 +41,7 @@ QString differences(const ContactPlan& plan, const DiffWords& words)
 
 QString planText(const ContactPlan& plan)
 {
-    return differences(plan, plannedWords()) + diffLine(countsOf(plan));
+    return differences(plan, plannedWords()) + diffLine(countsOfContacts(plan));
 }
 
 /// Warnings about the contacts that will be written.
@@ -104,7 +104,7 @@ std::optional<ContactPlan> ContactWriter::plan(const ContactEdit& edit, ExitStat
         warningsAboutPlan(plan, edit.held()) + droppedLines(m_job.invocation.arguments.first(), m_file);
     if (m_isDryRun) {
         m_job.out.note(warnings);
-        m_job.out.show(diffJson(countsOf(plan)), planText(plan));
+        m_job.out.show(diffJson(countsOfContacts(plan)), planText(plan));
         return std::nullopt;
     }
     if (plan.isEmpty())
@@ -122,7 +122,7 @@ bool ContactWriter::confirm(const ContactEdit& edit, const ContactPlan& plan, Ex
         status = ExitFailed;
         return false;
     }
-    return m_job.questions.confirm(writeQuestion(entryCount(m_wanted.size()), countsOf(plan)));
+    return m_job.questions.confirm(writeQuestion(entryCount(m_wanted.size()), countsOfContacts(plan)));
 }
 
 void ContactWriter::show(const operations::Outcome& facts, int written, std::optional<int> verified,

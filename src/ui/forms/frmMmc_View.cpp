@@ -38,7 +38,7 @@ namespace {
 
 constexpr int smallestHeight = 3420 / twipsPerPixel;
 constexpr int smallestWidth = 4110 / twipsPerPixel;
-constexpr int charactersWide = 36; // for large letters
+constexpr int viewCharacters = 36; // for large letters
 constexpr int linesHigh = 12;
 constexpr QSize soundSizeInLetters(64, 50); // of the form, with room for advice on a failure
 
@@ -153,7 +153,7 @@ void frmMmc_View::layOut()
     foot->addWidget(m_prg);
     rows->addLayout(foot);
     m_prg->hide();
-    const QSize letters(fontMetrics().averageCharWidth() * charactersWide,
+    const QSize letters(fontMetrics().averageCharWidth() * viewCharacters,
                         fontMetrics().height() * linesHigh);
     setMinimumSize(letters.expandedTo({smallestWidth, smallestHeight}));
     m_cmdSave->setFocus();

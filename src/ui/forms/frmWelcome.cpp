@@ -30,7 +30,7 @@ constexpr int numberRole = Qt::UserRole;
 
 enum FoundColumn { PortColumn, DeviceColumn, PhoneColumn };
 
-QLabel* wrapped(const QString& text)
+QLabel* wrappedLine(const QString& text)
 {
     auto* label = new QLabel(text);
     label->setWordWrap(true);
@@ -103,11 +103,11 @@ QWidget* frmWelcome::makeAdvice()
     auto* rows = new QVBoxLayout(frame);
     makeRoom(*rows);
     rows->addWidget(
-        wrapped(u"Mit einem Datenkabel: Stecken Sie es in den PC und in das Telefon. Schalten Sie am "
-                u"Telefon Bluetooth aus, sonst wird es am Kabel nicht gefunden."_s));
+        wrappedLine(u"Mit einem Datenkabel: Stecken Sie es in den PC und in das Telefon. Schalten Sie am "
+                    u"Telefon Bluetooth aus, sonst wird es am Kabel nicht gefunden."_s));
     rows->addWidget(
-        wrapped(u"Über Bluetooth: Koppeln Sie das Telefon mit dem PC und richten Sie einen seriellen "
-                u"Anschluss dafür ein."_s));
+        wrappedLine(u"Über Bluetooth: Koppeln Sie das Telefon mit dem PC und richten Sie einen seriellen "
+                    u"Anschluss dafür ein."_s));
     auto* help = named(new LinkButton(u"&Bluetooth Hinweis"_s, frame), u"cmdBluetooth"_s);
     connect(help, &QPushButton::clicked, this, [] { openHelp(helpTopicBluetooth); });
     rows->addWidget(help);

@@ -8,7 +8,7 @@ using toolkit::Icon;
 int rowToEdit(const toolkit::ListRows& rows)
 {
     const QList<int> selected = rows.selectedRows();
-    return selected.contains(rows.current()) ? rows.current() : selected.value(0, -1);
+    return selected.contains(rows.current()) ? rows.current() : selected.value(0, rows.current());
 }
 
 QString obstacleIn(const toolkit::ListRows& rows, Command command, const QString& place)

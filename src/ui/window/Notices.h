@@ -7,7 +7,8 @@
 namespace kalmo::ui {
 
 /// The row that the command "Bearbeiten" means, -1 without one: of the selected rows the current one, or the
-/// first. A row that a search hides is neither selected nor current.
+/// first; without any the current row, which has the frame of the focus. A row that a search hides is neither
+/// selected nor current.
 int rowToEdit(const toolkit::ListRows& rows);
 
 /// Says that the list has no row that the command would act on. Empty if it has one, and for commands that
