@@ -227,6 +227,10 @@ private Q_SLOTS:
         const QString folder = made.test.path(u"folder.csv"_s);
         QVERIFY(QDir().mkpath(folder));
         made.choose(folder, u"Die Datei %1 kann nicht gelesen werden."_s.arg(folder));
+        const QString large = made.test.makeFile(u"large.csv"_s, "a;b\n");
+        QVERIFY(QFile::resize(large, 33 * 1024 * 1024)); // sparse
+        made.choose(large,
+                    u"Die Datei %1 ist größer als 32 MB oder hat mehr als 250000 Zeilen."_s.arg(large));
     }
 };
 
