@@ -4,6 +4,7 @@
 #include "support/TestProgram.h"
 #include "ui/adaptors/LossBoxes.h"
 #include "ui/adaptors/ProgressWidgets.h"
+#include "ui/adaptors/QtDialogs.h"
 #include "ui/controls/ChoiceBox.h"
 #include "ui/controls/FormScroll.h"
 #include "ui/controls/MemoryGauge.h"
@@ -22,6 +23,17 @@ class Controls : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    /// A search destroys its splash, which may have a box of the main window.
+    void boxOutlivesItsWindow()
+    {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        QTimer::singleShot(0, [&window] { window.reset(); });
+        ui::QtDialogs dialogs;
+        QCOMPARE(dialogs.Show(question(u"?"_s)), Answer::No);
+        QVERIFY(!window);
+    }
+
     /// A date that was read is written in the short form, which reads the same again.
     void typedDates()
     {
@@ -246,6 +258,14 @@ private Q_SLOTS:
         QTest::keyClick(first, Qt::Key_PageDown);
         seen.append(inSight());
         QCOMPARE(seen, (QStringList{u"last* button"_s, u"last button*"_s, u"first* button"_s, u"button"_s}));
+        auto* bar = form.findChild<ui::FormScroll*>()->verticalScrollBar();
+        bar->setValue(bar->maximum() - last->height() / 2);
+        const int value = bar->value();
+        const QPoint inSightYet = last->mapTo(&form, QPoint(5, last->height() / 4));
+        QTest::mousePress(form.windowHandle(), Qt::LeftButton, {}, inSightYet);
+        QVERIFY(last->hasFocus());
+        QCOMPARE(bar->value(), value); // or the release would miss it
+        QTest::mouseRelease(form.windowHandle(), Qt::LeftButton, {}, inSightYet);
     }
 };
 

@@ -4,6 +4,7 @@
 #include "support/TestProgram.h"
 #include "ui/lists/ListState.h"
 #include "ui/OpenWindow.h"
+#include "ui/window/StatusArea.h"
 
 namespace {
 
@@ -115,6 +116,11 @@ private Q_SLOTS:
                             Answer::Yes);
         open.press("write");
         QCOMPARE(open.entriesInPhone(), wanted);
+        const QSignalSpy settings(&open.window, &ui::frmPB::settingsRequested);
+        const QSignalSpy search(&open.window, &ui::frmPB::searchRequested);
+        open.window.goTo(u"SETUP"_s); // clicks that come before the end
+        Q_EMIT child<ui::StatusArea>(open.window, "sta").searchWanted();
+        QVERIFY(settings.isEmpty() && search.isEmpty());
         QCoreApplication::processEvents();
         QCOMPARE(closed.size(), 1);
     }

@@ -11,6 +11,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cstdlib>
@@ -189,11 +191,15 @@ Answer QtDialogs::Show(const Message& message)
 {
     const PlainCursor cursor;
     const ButtonRow& row = rowOf(message.buttons);
-    ScrolledBox box(QMessageBox::NoIcon, message.title, message.text, row.shown, parentInFront());
-    dressBox(box, message.icon);
-    box.setDefaultButton(defaultOf(row, message.defaultButton));
-    box.setEscapeButton(row.onClose);
-    return answerOf(box.exec());
+    // The window in front may go while the box waits: a search destroys its splash.
+    const QPointer<ScrolledBox> box =
+        new ScrolledBox(QMessageBox::NoIcon, message.title, message.text, row.shown, parentInFront());
+    const auto end = qScopeGuard([&box] { delete box; });
+    dressBox(*box, message.icon);
+    box->setDefaultButton(defaultOf(row, message.defaultButton));
+    box->setEscapeButton(row.onClose);
+    const int button = box->exec();
+    return answerOf(box ? button : row.onClose);
 }
 
 QString QtDialogs::OpenFile(const FileRequest& request)

@@ -41,7 +41,9 @@ FormScroll::FormScroll(QWidget* content, QWidget* parent) : QScrollArea(parent)
     setFocusPolicy(Qt::NoFocus); // the controls have it
     setWidget(content);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) {
-        if (focus && widget()->isAncestorOf(focus))
+        // What a mouse button is pressed on must not move away before the release.
+        const bool isByMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
+        if (focus && !isByMouse && widget()->isAncestorOf(focus))
             ensureWidgetVisible(focus);
     });
 }

@@ -266,7 +266,7 @@ void frmImportPb::makeContextMenu()
     for (const char* name : {"cmdSelAll", "cmdSelNon", "cmdSelSet", "cmdSelUnset"})
         ofButton(name);
     gap();
-    ofButton("cmdRefresh", QKeySequence::Refresh);
+    ofButton("cmdRefresh", Qt::Key_F5);
     gap();
     entry(u"Alles &markieren"_s, QKeySequence::SelectAll, [this] { m_view->selectAll(); });
     entry(u"Ko&pieren"_s, QKeySequence::Copy, [this] { m_view->copySelected(); });

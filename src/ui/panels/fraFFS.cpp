@@ -115,8 +115,7 @@ QToolBar* fraFFS::makeToolbar()
         {u"del"_s, u"Löschen"_s, u"Datei oder Ordner löschen"_s, QKeySequence::Delete,
          &fraFFS::deleteSelected},
         {u"show"_s, u"Öffnen"_s, u"Datei öffnen"_s, {}, &fraFFS::openSelected},
-        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, QKeySequence::Refresh,
-         &fraFFS::refresh},
+        {u"refresh"_s, u"Neu laden"_s, u"Verzeichnis neu einlesen"_s, Qt::Key_F5, &fraFFS::refresh},
     };
     auto* bar = named(new QToolBar, u"tlbFFS"_s, u"Dateisystem"_s);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -127,8 +126,8 @@ QToolBar* fraFFS::makeToolbar()
         action->setToolTip(button.toolTip);
         action->setShortcut(button.shortcut);
         // Deleting needs the focus in the list; reading anew does not.
-        action->setShortcutContext(
-            button.shortcut == QKeySequence(QKeySequence::Refresh) ? Qt::WindowShortcut : Qt::WidgetShortcut);
+        action->setShortcutContext(button.shortcut == QKeySequence(Qt::Key_F5) ? Qt::WindowShortcut
+                                                                               : Qt::WidgetShortcut);
         connect(action, &QAction::triggered, this, button.run);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }

@@ -85,7 +85,7 @@ ConnectionLight::State ConnectionLight::state() const
 void ConnectionLight::watch()
 {
     refresh();
-    if (!m_search->isEnabled())
+    if (!m_search->isEnabled() || isHidden()) // in a dialog nobody can search
         return;
     const State now = state();
     const bool isNew = std::exchange(m_told, now) != now;

@@ -255,6 +255,8 @@ void frmPB::returnToFiles()
 
 void frmPB::enterSettings(const QString&)
 {
+    if (m_closeWanted) // the end of an operation closes the window now
+        return;
     saveLayouts();
     hide();
     Q_EMIT settingsRequested();
@@ -274,7 +276,7 @@ void frmPB::enterAreaCodes(const QString&)
 /// The same phone, looked for again at the same port.
 void frmPB::wantSearch()
 {
-    if (m_sta->isBusy())
+    if (m_sta->isBusy() || m_closeWanted)
         return;
     saveLayouts();
     closeChannel();
