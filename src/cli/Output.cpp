@@ -18,7 +18,14 @@ QByteArray jsonBytes(const QJsonValue& value)
 {
     const QJsonDocument document =
         value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
-    return document.toJson(QJsonDocument::Indented);
+    // The writer of the toolkit leaves the control characters from 0x7F on as they are, and terminals obey
+    // them.
+    QString text;
+    for (const QChar character : QString::fromUtf8(document.toJson(QJsonDocument::Indented))) {
+        const bool isControl = character.category() == QChar::Other_Control && character > u'~';
+        text += isControl ? u"\\u%1"_s.arg(int{character.unicode()}, 4, 16, QChar(u'0')) : QString(character);
+    }
+    return text.toUtf8();
 }
 
 } // namespace

@@ -35,9 +35,17 @@ std::vector<tVcfEntry> readBackEntries(const tVcfEntry& entry, const ContactCard
     return entries;
 }
 
+/// A phone gives a birthday back in another form.
+bool saySame(const tVcfEntry& left, const tVcfEntry& right, QString tVcfEntry::*field)
+{
+    return field == &tVcfEntry::birthday
+               ? phonedata::normalBirthday(left.birthday) == phonedata::normalBirthday(right.birthday)
+               : left.*field == right.*field;
+}
+
 bool isEdited(const tVcfEntry& entry, QString tVcfEntry::*field, const ContactCard* held)
 {
-    return !held || entry.*field != held->entry.*field;
+    return !held || !saySame(entry, held->entry, field);
 }
 
 /// Returns true for a field whose line is made new. Both halves of a name are one line.
@@ -70,11 +78,11 @@ CardLosses lossesWhenSent(const tVcfEntry& entry, const ContactCard* held)
         if (field.text == &tVcfEntry::luid || !isMadeNew(entry, field.text, held))
             continue;
         const QString& text = entry.*field.text;
-        const auto other = std::find_if(back.begin(), back.end(),
-                                        [&](const tVcfEntry& read) { return read.*field.text != text; });
+        const auto other = std::ranges::find_if(
+            back, [&](const tVcfEntry& read) { return !saySame(read, entry, field.text); });
         if (other != back.end())
             losses.edited.push_back({text, *other.*field.text});
-        if (!isEdited(entry, field.text, held) && inPhone.*field.text != text)
+        if (!isEdited(entry, field.text, held) && !saySame(inPhone, entry, field.text))
             losses.hidden.push_back({inPhone.*field.text, text});
     }
     return losses;

@@ -143,17 +143,6 @@ void correctTexts(tVcfEntry& entry, const QByteArray& raw, bool isEncoded)
     }
 }
 
-QString normalBirthday(QString birthday)
-{
-    if (birthday.startsWith(u"0000-00-00"))
-        return {};
-    const bool hasShortDay = birthday.size() == 9 || birthday.indexOf(u'T') == 9;
-    if (hasShortDay)
-        birthday.insert(8, u'0');
-    const QString midnight = u"T00:00"_s;
-    return birthday.endsWith(midnight) ? birthday.chopped(midnight.size()) : birthday;
-}
-
 tVcfEntry normalEntry(tVcfEntry entry)
 {
     entry.birthday = normalBirthday(entry.birthday);
@@ -282,6 +271,17 @@ QByteArray withLuid(const QByteArray& raw, const QString& luid)
     const qsizetype value = at + start.size();
     const qsizetype end = raw.indexOf("\r\n", value);
     return raw.first(value) + app::toCp1252(luid) + raw.sliced(end < 0 ? raw.size() : end);
+}
+
+QString normalBirthday(QString birthday)
+{
+    if (birthday.startsWith(u"0000-00-00"))
+        return {};
+    const bool hasShortDay = birthday.size() == 9 || birthday.indexOf(u'T') == 9;
+    if (hasShortDay)
+        birthday.insert(8, u'0');
+    const QString midnight = u"T00:00"_s;
+    return birthday.endsWith(midnight) ? birthday.chopped(midnight.size()) : birthday;
 }
 
 bool haveSameContent(const tVcfEntry& left, const tVcfEntry& right)

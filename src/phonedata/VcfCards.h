@@ -71,6 +71,10 @@ std::vector<CardLine> otherLines(const QByteArray& raw);
 /// The card under another LUID, which is empty for a card that the phone is to add. All other bytes stay.
 QByteArray withLuid(const QByteArray& raw, const QString& luid);
 
+/// The one form of birthdays that mean the same: of zeros is none, with the day's leading zero, without the
+/// time of midnight.
+QString normalBirthday(QString birthday);
+
 /// Returns true if two contacts say the same, whatever their LUIDs. A birthday of zeros is none, its day
 /// may lack a leading zero, and without a time it is that of midnight: phones add it.
 bool haveSameContent(const tVcfEntry& left, const tVcfEntry& right);

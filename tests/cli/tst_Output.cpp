@@ -82,6 +82,9 @@ private Q_SLOTS:
         const QByteArray shown = "SL?[2J??1m\nB\n";
         QCOMPARE(streams.out, shown);
         QCOMPARE(streams.err, shown + "kalmoctl: " + shown + shown + "\rSL?[2J??1m?B?");
+        Streams values;
+        Output(values.sink(), {.json = true}).show(QJsonArray{u"Jörg\u009b1m"_s}, {});
+        QCOMPARE(values.out, "[\n    \"J\xC3\xB6rg\\u009b1m\"\n]\n");
     }
 
     void yesRetriesTwice()

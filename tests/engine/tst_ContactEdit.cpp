@@ -285,6 +285,8 @@ private Q_SLOTS:
         rows.add("half of a name that came through", marks + "A=3DB;C",
                  {.lastName = u"A=B"_s, .firstName = u"D"_s},
                  {.characters = u"="_s, .edited = {{u"A=B"_s, u"A"_s}, {u"D"_s, u""_s}}});
+        rows.add("another form of a birthday", ":B;C\r\nBDAY:1972-11-02T08:00",
+                 {.lastName = u"D"_s, .firstName = u"C"_s, .birthday = u"1972-11-2T08:00"_s}, {});
         rows.each([&](const auto& name, auto entry, const auto& losses) {
             // Another card in quoted-printable has all of them decoded.
             const VcfCards held = parseCards(card("7", name, "1") + card("8", marks + "=C3=BC", "1"));

@@ -94,6 +94,20 @@ private Q_SLOTS:
         made.click("cmdImport");
     }
 
+    /// Nothing is sent without a copy of what the phone holds, and one box says so.
+    void contactsWithoutACopy()
+    {
+        ImportDialog made(u"SL450HX"_s);
+        const int before = made.contacts->count();
+        made.open("Nachname;Vorname;Telefon\nNeu;A;030\n");
+        made.test.makeFile(u"storage/Verlauf"_s, {});
+        made.test.dialogs.expectStart(
+            u"Der bisherige Stand des Telefonbuchs konnte nicht gesichert werden"_s);
+        made.click("cmdImport");
+        QCOMPARE(made.textOf("sta_text"), u"Es wurde nichts importiert."_s);
+        QVERIFY(made.form->isVisible() && made.contacts->count() == before);
+    }
+
     /// The wish to leave is asked about while the import goes on. It stops between two contacts.
     void contactsAreStopped()
     {

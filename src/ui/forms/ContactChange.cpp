@@ -58,7 +58,8 @@ ContactChange changeContacts(VcardStore& store, const toolkit::Progress& progres
     if (!isDone && isStopped(outcome.facts))
         return {CommandResult::Cancelled, outcome.facts};
     showOwnFailure(store, outcome);
-    if (outcome.hasChangedMeanwhile)
+    // Without a copy of the earlier state nothing is sent.
+    if (outcome.hasChangedMeanwhile || outcome.facts.cause == operations::Cause::NotSaved)
         return {CommandResult::Refused, outcome.facts};
     return {isDone ? CommandResult::Done : CommandResult::Failed, outcome.facts};
 }

@@ -39,12 +39,6 @@ std::optional<operations::ContactPlan> planDeletion(const VcardStore& store,
     return found.plan;
 }
 
-/// Without a copy of the earlier state nothing is sent, and the user has been shown why.
-CommandResult resultOf(const ContactChange& change)
-{
-    return change.facts.cause == operations::Cause::NotSaved ? CommandResult::Refused : change.result;
-}
-
 ContactDeletion deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& contacts,
                                const Progress& progress)
 {
@@ -58,7 +52,7 @@ ContactDeletion deleteContacts(VcardStore& store, const std::vector<tVcfEntry>& 
         return acceptChange(store, edit, outcome) && outcome.facts.cause != operations::Cause::Interrupted;
     };
     const ContactChange change = changeContacts(store, progress, plan, accept);
-    return {resultOf(change), change.facts.planned, change.facts.confirmed};
+    return {change.result, change.facts.planned, change.facts.confirmed};
 }
 
 bool hasWrongNumbers(const ListRows& list)
@@ -120,7 +114,7 @@ ContactImport importContacts(VcardStore& store, std::vector<tVcfEntry> contacts,
         return isDone;
     };
     const ContactChange change = changeContacts(store, progress, plan, accept);
-    return {resultOf(change), planned, change.facts.confirmed};
+    return {change.result, planned, change.facts.confirmed};
 }
 
 ContactDeletion VcfDeleteSelected(VcardStore& store, const Progress& progress)

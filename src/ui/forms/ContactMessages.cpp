@@ -140,6 +140,11 @@ QString unknownSave()
     return u"Es ist nicht bekannt, ob das Telefon den Kontakt gespeichert hat."_s;
 }
 
+QString nothingImported()
+{
+    return u"Es wurde nichts importiert."_s;
+}
+
 QString stoppedImport(const ContactImport& imported)
 {
     const QString stopped = u"Der Import wurde abgebrochen. "_s;

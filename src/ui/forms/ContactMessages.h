@@ -39,6 +39,8 @@ QString unknownSave();
 
 /// Says that the user has stopped an import, and how many contacts came before.
 QString stoppedImport(const ContactImport& imported);
+/// Says that an import has sent nothing. A box has said why.
+QString nothingImported();
 
 /// Asks about a contact that was changed in the phone after the list was read. Returns true if it may be
 /// replaced or deleted.

@@ -109,6 +109,10 @@ void frmImportPb::ImportToVcardStore()
         m_sta->setText(stoppedImport(imported));
         return;
     }
+    if (imported.result == phonedata::CommandResult::Refused) { // and a box has said why
+        m_sta->setText(nothingImported());
+        return;
+    }
     const bool isDone = imported.result == phonedata::CommandResult::Done;
     if (!isDone)
         dialogs.Show({.text = u"Es ist ein Fehler beim Importieren aufgetreten."_s,

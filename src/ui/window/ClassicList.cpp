@@ -201,10 +201,15 @@ void ClassicList::write()
 /// reading does.
 void ClassicList::nameTheNameless()
 {
+    bool isAny = false;
     for (int row = 0; row < m_rows->count(); ++row) {
-        if (m_rows->text(row, phonedata::NameColumn).isEmpty())
-            m_rows->setText(row, phonedata::NameColumn, phonedata::namelessEntry);
+        if (!m_rows->text(row, phonedata::NameColumn).isEmpty())
+            continue;
+        m_rows->setText(row, phonedata::NameColumn, phonedata::namelessEntry);
+        isAny = true;
     }
+    if (isAny && m_rows->isSorted())
+        m_rows->sortBy(m_rows->sortColumn(), m_rows->sortOrder());
 }
 
 template <typename Form>

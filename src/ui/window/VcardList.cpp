@@ -95,7 +95,7 @@ QString sentenceOf(const ContactImport& imported)
     case CommandResult::Cancelled:
         return stoppedImport(imported);
     case CommandResult::Refused:
-        return u"Es wurde nichts importiert."_s;
+        return nothingImported();
     default:
         return u"Beim Importieren ist ein Fehler aufgetreten. Lesen Sie das Telefonbuch neu ein."_s;
     }
